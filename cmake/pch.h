@@ -1,0 +1,9 @@
+#pragma once
+#include <QtCore/QtCore>
+#include <QtGui/QtGui>
+#include <QtWidgets/QtWidgets>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <vector>

@@ -1,0 +1,42 @@
+# Sourced by ./run and ./test: installs what is missing, configures and builds. Needs $root (the checkout).
+
+missing_packages() {
+    grep -v '^#' "$root/scripts/packages.txt" | while read -r package; do
+        [ -n "$package" ] || continue
+        [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || echo "$package"
+    done
+}
+
+install_packages() {
+    local missing sudo=""
+    command -v dpkg-query >/dev/null || return 0 # not a Debian: the build says what it lacks
+    missing=$(missing_packages | tr '\n' ' ')
+    [ -n "$missing" ] || return 0
+    [ "$(id -u)" = 0 ] || sudo=sudo
+    echo "Installing: $missing" >&2
+    if [ -n "$sudo" ] && ! command -v sudo >/dev/null; then
+        refuse "$missing"
+    fi
+    # shellcheck disable=SC2086
+    if ! { $sudo env DEBIAN_FRONTEND=noninteractive apt-get update -q >&2 &&
+           $sudo env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends $missing >&2; }; then
+        refuse "$missing"
+    fi
+}
+
+refuse() {
+    echo "These packages are missing and could not be installed: $1" >&2
+    echo "Install them with: sudo apt-get update && sudo apt-get install $1" >&2
+    exit 3
+}
+
+# build PRESET TARGET...: the second call finds everything done.
+build() {
+    local preset=$1
+    shift
+    install_packages
+    if [ ! -f "$root/build/$preset/build.ninja" ]; then
+        (cd "$root" && cmake --preset "$preset" >&2)
+    fi
+    cmake --build "$root/build/$preset" --target "$@" >&2
+}
