@@ -1,0 +1,111 @@
+// Objects and classes that are known by name only.
+#pragma once
+
+#include "platform/runtime/Selector.h"
+#include "platform/runtime/Value.h"
+
+#include <QHash>
+#include <array>
+#include <initializer_list>
+#include <memory>
+#include <vector>
+
+namespace rt {
+
+class Class;
+
+// The arguments of one call. Reading beyond the last one gives no value, never another caller's memory.
+class Args {
+public:
+    constexpr Args() = default;
+    Args(const Value *data, int count) : m_data(data), m_count(count) {}
+    Args(const std::vector<Value> &values) : m_data(values.data()), m_count(int(values.size())) {}
+    [[nodiscard]] int count() const { return m_count; }
+    [[nodiscard]] const Value &operator[](int index) const;
+    [[nodiscard]] const Value *data() const { return m_data; }
+
+private:
+    const Value *m_data = nullptr;
+    int m_count = 0;
+};
+
+// The code of a method. `self` is the receiver: for a class method the class itself.
+using Implementation = Value (*)(Object *self, Selector command, Args arguments);
+
+// One entry of a class's method table. Owned by its class, lives as long as the process.
+struct Method {
+    Selector selector;
+    Implementation implementation = nullptr;
+    QByteArray signature; // the platform's type encoding, kept as given
+};
+
+// The base of every object that can be reached by name. An object has one class for its whole life. Destroying it
+// turns every Weak reference to it to none. An Object may at the same time be a QWidget (multiple inheritance).
+class Object {
+public:
+    explicit Object(Class *isa) : m_isa(isa) {}
+    virtual ~Object();
+    Object(const Object &) = delete;
+    Object &operator=(const Object &) = delete;
+
+    // Never nullptr for a live object made with a class.
+    [[nodiscard]] Class *isa() const { return m_isa; }
+
+private:
+    friend class WeakBase;
+    std::shared_ptr<bool> lifeToken() const; // made when first asked for
+    Class *m_isa;
+    mutable std::shared_ptr<bool> m_alive;
+};
+
+class WeakBase {
+protected:
+    explicit WeakBase(const Object *object);
+    WeakBase() = default;
+    [[nodiscard]] bool alive() const { return m_alive && *m_alive; }
+    std::shared_ptr<bool> m_alive;
+};
+
+// A reference that does not keep its object alive and turns to nullptr when the object goes away.
+template<typename T = Object>
+class Weak : WeakBase {
+public:
+    Weak() = default;
+    Weak(T *object) : WeakBase(object), m_object(object) {}
+    [[nodiscard]] T *get() const { return alive() ? m_object : nullptr; }
+    explicit operator bool() const { return get() != nullptr; }
+
+private:
+    T *m_object = nullptr;
+};
+
+// A class: a name, a superclass, a table of instance methods, and a metaclass whose table holds the class methods.
+// Classes are objects; they live as long as the process.
+class Class final : public Object {
+public:
+    [[nodiscard]] const QString &name() const { return m_name; }
+    [[nodiscard]] Class *superclass() const { return m_superclass; }
+    [[nodiscard]] bool isMetaclass() const { return m_metaclass == nullptr; }
+    [[nodiscard]] Class *metaclass() const { return m_metaclass; }
+    [[nodiscard]] bool isSubclassOf(const Class *other) const; // also true for itself
+    // The nearest method up the class chain, or nullptr. Cached; nullptr for the null selector.
+    [[nodiscard]] Method *lookup(Selector selector);
+
+private:
+    friend class Registry;
+    Class(QString name, Class *superclass, Class *metaclass);
+    Method *lookupUncached(Selector selector) const;
+    struct CacheSlot {
+        Selector selector;
+        Method *method = nullptr;
+    };
+    QString m_name;
+    Class *m_superclass;
+    Class *m_metaclass;
+    QHash<Selector, Method *> m_methods;
+    std::array<CacheSlot, 64> m_cache{};
+};
+
+} // namespace rt
+
+Q_DECLARE_METATYPE(rt::Object *)

@@ -1,0 +1,188 @@
+#include "platform/runtime/Runtime.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+
+namespace rt {
+
+namespace {
+
+QHash<QString, detail::SelectorEntry *> &selectorTable() {
+    static auto *table = new QHash<QString, detail::SelectorEntry *>;
+    return *table;
+}
+
+const detail::SelectorEntry *intern(const QString &name) {
+    if (name.isEmpty())
+        return nullptr;
+    detail::SelectorEntry *&entry = selectorTable()[name];
+    if (!entry)
+        entry = new detail::SelectorEntry{name, int(name.count(u':')), std::uint32_t(::qHash(name) * 0x9e3779b1U)};
+    return entry;
+}
+
+const Value &noValue() {
+    static const Value *value = new Value;
+    return *value;
+}
+
+} // namespace
+
+Selector::Selector(const QString &name) : m_entry(intern(name)) {}
+Selector::Selector(const char *name) : m_entry(name ? intern(QString::fromUtf8(name)) : nullptr) {}
+
+QString Selector::name() const { return m_entry ? m_entry->name : QString(); }
+
+const Value &Args::operator[](int index) const {
+    return index >= 0 && index < m_count ? m_data[index] : noValue();
+}
+
+Object::~Object() {
+    if (m_alive)
+        *m_alive = false;
+}
+
+std::shared_ptr<bool> Object::lifeToken() const {
+    if (!m_alive)
+        m_alive = std::make_shared<bool>(true);
+    return m_alive;
+}
+
+WeakBase::WeakBase(const Object *object) : m_alive(object ? object->lifeToken() : nullptr) {}
+
+Class::Class(QString name, Class *superclass, Class *metaclass)
+    : Object(metaclass), m_name(std::move(name)), m_superclass(superclass), m_metaclass(metaclass) {}
+
+bool Class::isSubclassOf(const Class *other) const {
+    for (const Class *c = this; c; c = c->m_superclass)
+        if (c == other)
+            return true;
+    return false;
+}
+
+Method *Class::lookupUncached(Selector selector) const {
+    for (const Class *c = this; c; c = c->m_superclass)
+        if (Method *method = c->m_methods.value(selector))
+            return method;
+    return nullptr;
+}
+
+Method *Class::lookup(Selector selector) {
+    if (selector.isNull())
+        return nullptr;
+    CacheSlot &slot = m_cache[selector.hash() >> 26];
+    if (slot.selector == selector)
+        return slot.method;
+    Method *method = lookupUncached(selector);
+    // A miss is not kept: the method may be added later to this class or to one above it.
+    if (method)
+        slot = {selector, method};
+    return method;
+}
+
+// Owns every class. An added method empties all caches; an exchange need not, since caches hold entries.
+class Registry {
+public:
+    static Registry &instance() {
+        static auto *registry = new Registry;
+        return *registry;
+    }
+
+    Class *define(const QString &name, Class *superclass) {
+        if (name.isEmpty())
+            return nullptr;
+        if (Class *existing = m_classes.value(name))
+            return existing->superclass() == superclass ? existing : nullptr;
+        auto *meta = new Class(name, superclass ? superclass->metaclass() : nullptr, nullptr);
+        auto *cls = new Class(name, superclass, meta);
+        m_classes.insert(name, cls);
+        return cls;
+    }
+
+    Class *find(const QString &name) const { return m_classes.value(name); }
+
+    bool add(Class *cls, Selector selector, Implementation implementation, const char *signature) {
+        if (!cls || selector.isNull() || !implementation || cls->m_methods.contains(selector))
+            return false;
+        cls->m_methods.insert(selector, new Method{selector, implementation, QByteArray(signature)});
+        for (Class *c : std::as_const(m_classes)) {
+            c->m_cache = {};
+            c->metaclass()->m_cache = {};
+        }
+        return true;
+    }
+
+private:
+    QHash<QString, Class *> m_classes;
+};
+
+Class *defineClass(const QString &name, Class *superclass) { return Registry::instance().define(name, superclass); }
+
+Class *classNamed(const QString &name) { return Registry::instance().find(name); }
+
+Class *metaclassNamed(const QString &name) {
+    Class *cls = classNamed(name);
+    return cls ? cls->metaclass() : nullptr;
+}
+
+bool addMethod(Class *cls, Selector selector, Implementation implementation, const char *signature) {
+    return Registry::instance().add(cls, selector, implementation, signature);
+}
+
+bool addMethod(Class *cls, const char *selector, Implementation implementation, const char *signature) {
+    return addMethod(cls, Selector(selector), implementation, signature);
+}
+
+Method *instanceMethod(Class *cls, Selector selector) { return cls ? cls->lookup(selector) : nullptr; }
+
+Method *classMethod(Class *cls, Selector selector) {
+    return cls && cls->metaclass() ? cls->metaclass()->lookup(selector) : nullptr;
+}
+
+bool exchangeImplementations(Method *a, Method *b) {
+    if (!a || !b)
+        return false;
+    std::swap(a->implementation, b->implementation);
+    return true;
+}
+
+bool isKindOf(const Object *object, const Class *cls) {
+    return object && cls && object->isa() && object->isa()->isSubclassOf(cls);
+}
+
+bool respondsTo(Object *object, Selector selector) {
+    return object && object->isa() && object->isa()->lookup(selector) != nullptr;
+}
+
+Value sendArgs(Object *object, Selector selector, Args arguments) {
+    return object ? sendSuper(object, object->isa(), selector, arguments) : Value();
+}
+
+Value sendSuper(Object *object, Class *start, Selector selector, Args arguments) {
+    if (!object || !start || arguments.count() != selector.argumentCount())
+        return {};
+    Method *method = start->lookup(selector);
+    return method ? method->implementation(object, selector, arguments) : Value();
+}
+
+namespace {
+std::vector<std::unique_ptr<Object>> &temporaries() {
+    static auto *pool = new std::vector<std::unique_ptr<Object>>;
+    return *pool;
+}
+} // namespace
+
+Object *temporary(std::unique_ptr<Object> object) {
+    Object *raw = object.get();
+    if (temporaries().empty() && QCoreApplication::instance())
+        QTimer::singleShot(0, QCoreApplication::instance(), drainTemporaries);
+    temporaries().push_back(std::move(object));
+    return raw;
+}
+
+void drainTemporaries() {
+    const std::vector<std::unique_ptr<Object>> dying = std::move(temporaries());
+    temporaries().clear();
+}
+
+} // namespace rt

@@ -1,0 +1,24 @@
+// Deferred calls and one-shot timers on the main run loop.
+#pragma once
+
+#include <QtGlobal>
+#include <functional>
+
+namespace platform {
+
+using TimerId = quint64; // 0 names none
+
+// Main thread only. Calls that fall due at the same moment run in the order in which they were asked for.
+class RunLoop {
+public:
+    using Callback = std::function<void()>;
+
+    virtual ~RunLoop() = default;
+    // Runs the callback once, after `seconds` (0: on the next turn of the loop), never from inside this call.
+    // Nothing that the callback throws gets out of the loop.
+    virtual TimerId callAfter(double seconds, Callback callback) = 0;
+    // A call that has run, is unknown or is 0 is ignored.
+    virtual void cancel(TimerId timer) = 0;
+};
+
+} // namespace platform

@@ -1,0 +1,48 @@
+// The one place through which everything that the desktop gives is reached.
+#pragma once
+
+#include "platform/services/Bundle.h"
+#include "platform/services/HtmlImporter.h"
+#include "platform/services/Notifications.h"
+#include "platform/services/RunLoop.h"
+#include "platform/services/Storage.h"
+#include "platform/services/Workspace.h"
+
+#include <QVariantMap>
+#include <memory>
+
+namespace platform {
+
+// Filled once by a program at its start, before a plug-in is loaded, or by a test for itself. Every pointer is set
+// while anything that uses services() lives.
+struct Services {
+    std::unique_ptr<DistributedNotificationCenter> distributedNotifications;
+    std::unique_ptr<NotificationCenter> notifications;
+    std::unique_ptr<RunLoop> runLoop;
+    std::unique_ptr<Workspace> workspace;
+    std::unique_ptr<UserDefaults> userDefaults;
+    std::unique_ptr<PropertyLists> propertyLists;
+    std::unique_ptr<HtmlImporter> htmlImporter;
+    // The plug-in's own resources.
+    std::unique_ptr<Bundle> pluginBundle;
+    // Values that code on the main thread leaves for code that runs there later.
+    QVariantMap mainThreadDictionary;
+};
+
+[[nodiscard]] Services &services();
+// Replaces all services; the old ones are destroyed, the last ones never (the process may end at any time).
+void setServices(Services services);
+
+// What a desktop program starts from.
+struct DesktopOptions {
+    QString bundleIdentifier; // of this program: its name on the bus and its defaults domain
+    QString rootFolder; // below which absolute bundle paths lie; empty: $PARLO_ROOT, else the installed default
+    QString defaultsFolder; // where defaults are kept; empty: the desktop's configuration folder
+    QString documentsFolder; // empty: the desktop's Documents folder
+    QString pluginResources; // folder of the plug-in's resources; empty: the installed one below the root
+};
+// The services of a real desktop. Needs an application object. Claims the bundle identifier on the session bus, now
+// or as soon as there is one; a name that another process holds is left to it.
+[[nodiscard]] Services makeDesktopServices(const DesktopOptions &options);
+
+} // namespace platform

@@ -1,0 +1,145 @@
+// In-memory doubles of the services, with the same contracts, for tests and for the simulation of a whole desktop.
+#pragma once
+
+#include "platform/services/Services.h"
+
+#include <QHash>
+#include <QMap>
+#include <QSet>
+#include <vector>
+
+namespace platform {
+
+// Time stands still until a test advances it.
+class VirtualRunLoop : public RunLoop {
+public:
+    TimerId callAfter(double seconds, Callback callback) override;
+    void cancel(TimerId timer) override;
+
+    // Runs everything that falls due within the next `seconds`, in order, also what that adds. advance(0) is one
+    // turn of the loop repeated until nothing is due.
+    void advance(double seconds);
+    [[nodiscard]] double now() const { return m_now; }
+    [[nodiscard]] int pendingCount() const { return int(m_pending.size()); }
+
+private:
+    struct Pending {
+        double due;
+        TimerId id;
+        Callback callback;
+    };
+    std::vector<Pending> m_pending; // sorted by due, then id
+    TimerId m_lastId = 0;
+    double m_now = 0;
+};
+
+// A bus inside the process. Notifications are delivered on the run loop's next turn.
+class MemoryNotificationBus : public DistributedNotificationCenter {
+public:
+    struct Posted {
+        QString name;
+        QString sender;
+        TextMap userInfo;
+        bool deliverImmediately;
+    };
+
+    explicit MemoryNotificationBus(RunLoop &runLoop) : m_runLoop(runLoop) {}
+    ~MemoryNotificationBus() override;
+    void post(const QString &name, const QString &sender, const TextMap &userInfo, bool deliverImmediately) override;
+    [[nodiscard]] ObserverId addObserver(const QString &name, Handler handler) override;
+    void removeObserver(ObserverId observer) override;
+
+    // Everything posted so far, in order, also what nobody observed.
+    [[nodiscard]] const QList<Posted> &posted() const { return m_posted; }
+    void clearPosted() { m_posted.clear(); }
+
+private:
+    void deliver(const Posted &posted);
+    struct Registration {
+        ObserverId id;
+        QString name;
+        Handler handler;
+    };
+    RunLoop &m_runLoop;
+    QList<Registration> m_registrations;
+    QList<Posted> m_posted;
+    ObserverId m_lastId = 0;
+    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
+};
+
+// A table of bundles and running applications.
+class TableWorkspace : public Workspace {
+public:
+    struct BundleEntry {
+        QString identifier;
+        QString path;
+        QString executable; // null: the bundle has none
+    };
+    struct Started {
+        QString executable;
+        QStringList arguments;
+    };
+
+    QString root; // prefixed to absolute bundle paths by resolve(); empty: nothing is prefixed
+    QString home = QStringLiteral("/home/test");
+    QString documents = QStringLiteral("/nonexistent");
+    int version = 0x1068;
+    QList<BundleEntry> bundles;
+    QStringList running;
+    QList<Started> started;
+    QStringList launched;
+    QStringList opened;
+    int activations = 0;
+
+    [[nodiscard]] QString resolve(const QString &path) const override;
+    [[nodiscard]] QString pathForBundleIdentifier(const QString &identifier) const override;
+    [[nodiscard]] bool isFilePackage(const QString &path) const override;
+    [[nodiscard]] QString executablePath(const QString &bundlePath) const override;
+    [[nodiscard]] QStringList runningApplications() const override;
+    bool launchApplication(const QString &identifier) override;
+    bool startProcess(const QString &executable, const QStringList &arguments) override;
+    [[nodiscard]] int systemVersion() const override;
+    [[nodiscard]] QString homeFolder() const override;
+    [[nodiscard]] QString documentsFolder() const override;
+    bool openInFileBrowser(const QString &folder) override;
+    void activateThisApplication() override;
+};
+
+class MemoryUserDefaults : public UserDefaults {
+public:
+    QVariantMap values;
+    QMap<QString, QVariantMap> domains;
+    int synchronizations = 0;
+
+    [[nodiscard]] rt::Value value(const QString &key) const override;
+    void setValue(const QString &key, const rt::Value &value) override;
+    bool synchronize() override;
+    [[nodiscard]] rt::Value valueInDomain(const QString &domain, const QString &key) const override;
+};
+
+// A bundle that answers each key with the key in brackets ("[NoVelaClient]") and has a small image of every name,
+// except what a test lists as missing. Interface descriptions come from `interfaceFolder`.
+class EchoBundle : public Bundle {
+public:
+    QSet<QString> missingImages;
+    QString interfaceFolder;
+
+    [[nodiscard]] QString localizedString(const QString &key, const QString &fallback,
+                                          const QString &table) const override;
+    [[nodiscard]] QImage image(const QString &name, qreal devicePixelRatio) const override;
+    [[nodiscard]] QString pathForResource(const QString &fileName) const override;
+    [[nodiscard]] std::unique_ptr<QWidget> loadInterface(const QString &name) const override;
+};
+
+// The doubles of one test. Property lists and the HTML importer are the real ones.
+struct TestDesktop {
+    VirtualRunLoop *runLoop;
+    MemoryNotificationBus *bus;
+    TableWorkspace *workspace;
+    MemoryUserDefaults *userDefaults;
+    EchoBundle *bundle;
+};
+// Fills services() with fresh doubles and answers pointers to them; they live until the next setServices().
+TestDesktop installTestServices();
+
+} // namespace platform
