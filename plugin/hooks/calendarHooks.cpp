@@ -1,0 +1,113 @@
+#include "plugin/hooks/hookGuard.h"
+#include "plugin/hooks/hookReplacements.h"
+#include "plugin/hooks/hookTable.h"
+#include "plugin/host/adapters/vlCCGridViewController.h"
+#include "plugin/host/adapters/vlOLCalendarGridViewWrapper.h"
+#include "plugin/ui/strip/vlActionAdditionView.h"
+#include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
+#include "plugin/workflow/vlCalendarActionMgr.h"
+
+#include <QApplication>
+
+namespace hooks {
+
+namespace {
+
+constexpr int rowResize = 9;
+constexpr int rowMove = 10;
+constexpr int rowRename = 11;
+constexpr int rowDelete = 14;
+constexpr int rowCancel = 15;
+constexpr int rowSwitchToSeries = 17;
+constexpr int rowEditorSave = 23;
+
+constexpr int accepted = 0;
+constexpr int refused = 1;
+
+// Whether the grid's selected event has a meeting.
+bool isCurrentVelaMeeting(rt::Object *gridWrapper) {
+    const vlOLCalendarGridViewWrapper wrapper(gridWrapper);
+    const vlCCGridViewController controller(wrapper.gridViewController());
+    return vlCalendarActionMgr::sharedInstance().isCurVelaMeeting(controller.ecCalendarEvent());
+}
+
+// Hands a change on the grid to the workflow first; the host applies it only when it was accepted.
+template<typename Update>
+rt::Value changeOnGrid(int row, rt::Object *self, rt::Args arguments, Update update) {
+    const int result = guarded("changing a meeting on the calendar", refused, [self, &update] {
+        return isCurrentVelaMeeting(self) ? int(update(vlCalendarActionMgr::sharedInstance())) : accepted;
+    });
+    if (result != accepted)
+        return true; // dealt with: the tile goes back to where it was
+    return callHost(row, self, arguments);
+}
+
+struct Deletion {
+    bool isMeeting;
+    int result;
+    bool actionResult;
+};
+
+Deletion deleteMeetingOf(rt::Object *event) {
+    return guarded("deleting a meeting on the calendar", Deletion{true, refused, false}, [event] {
+        vlCalendarActionMgr &manager = vlCalendarActionMgr::sharedInstance();
+        if (!manager.isCurVelaMeeting(event))
+            return Deletion{false, accepted, true};
+        const int result = int(manager.deleteMeeting(event));
+        return Deletion{true, result, manager.getActionResult()};
+    });
+}
+
+} // namespace
+
+rt::Value gridResize(rt::Object *self, rt::Selector, rt::Args arguments) {
+    return changeOnGrid(rowResize, self, arguments, [self, &arguments](vlCalendarActionMgr &manager) {
+        return manager.updateDuration(self, rt::objectValue(arguments[2]), rt::doubleValue(arguments[3]));
+    });
+}
+
+rt::Value gridMove(rt::Object *self, rt::Selector, rt::Args arguments) {
+    return changeOnGrid(rowMove, self, arguments, [self, &arguments](vlCalendarActionMgr &manager) {
+        return manager.updateStartTime(self, rt::objectValue(arguments[2]));
+    });
+}
+
+rt::Value gridRename(rt::Object *self, rt::Selector, rt::Args arguments) {
+    return changeOnGrid(rowRename, self, arguments, [self, &arguments](vlCalendarActionMgr &manager) {
+        return manager.updateSubject(self, rt::textValue(arguments[0]));
+    });
+}
+
+rt::Value eventDelete(rt::Object *self, rt::Selector, rt::Args arguments) {
+    const Deletion deletion = deleteMeetingOf(self);
+    if (deletion.isMeeting && (deletion.result != accepted || !deletion.actionResult))
+        return false;
+    return callHost(rowDelete, self, arguments);
+}
+
+// Unlike a delete, a cancellation goes by the action result alone.
+rt::Value eventCancel(rt::Object *self, rt::Selector, rt::Args arguments) {
+    const Deletion deletion = deleteMeetingOf(self);
+    if (deletion.isMeeting && !deletion.actionResult)
+        return {};
+    return callHost(rowCancel, self, arguments);
+}
+
+rt::Value switchToSeries(rt::Object *self, rt::Selector, rt::Args arguments) {
+    const rt::Value result = callHost(rowSwitchToSeries, self, arguments);
+    guarded("following the switch to the series", [] {
+        auto *strip = dynamic_cast<vlActionAdditionView *>(
+            vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(
+                QApplication::activeWindow()));
+        if (!strip)
+            return;
+        const QPointer<vlActionAdditionView> alive(strip);
+        strip->attachOutlookERCalendarEventEditorWindowController(strip->editorWindowController());
+        callHost(rowEditorSave, strip->editorViewController(), {});
+        if (alive && !alive->isApptDirty())
+            alive->refreshUI();
+    });
+    return result;
+}
+
+} // namespace hooks

@@ -1,0 +1,30 @@
+// Keeps whatever goes wrong in the plug-in's own work from reaching the host that called it.
+#pragma once
+
+#include <QtGlobal>
+#include <exception>
+
+namespace hooks {
+
+// Runs the work. What it throws ends here, with one line in the log; `fallback` is answered then.
+template<typename Work, typename Result>
+Result guarded(const char *where, Result fallback, Work &&work) noexcept {
+    try {
+        return work();
+    } catch (const std::exception &error) {
+        qWarning("%s: %s", where, error.what());
+    } catch (...) {
+        qWarning("%s: an unknown failure", where);
+    }
+    return fallback;
+}
+
+template<typename Work>
+void guarded(const char *where, Work &&work) noexcept {
+    guarded(where, 0, [&work] {
+        work();
+        return 0;
+    });
+}
+
+} // namespace hooks

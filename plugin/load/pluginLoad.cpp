@@ -1,0 +1,30 @@
+#include "plugin/load/pluginLoad.h"
+
+#include "plugin/hooks/loadSteps.h"
+#include "plugin/host/body/bodyPorts.h"
+#include "plugin/link/linkPorts.h"
+#include "plugin/ui/dialogs/dialogPorts.h"
+#include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
+#include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
+#include "plugin/workflow/vlMeetingMgr.h"
+#include "plugin/workflow/workflowPorts.h"
+
+void fillPluginPorts() {
+    static auto *requestFeedback = new DialogRequestFeedback;
+    static auto *workflowAlerts = new DialogWorkflowAlerts;
+    LinkPorts::instance().feedback = requestFeedback;
+    WorkflowPorts::instance().strips = &vlActionAdditionViewMonitor::sharedInstance();
+    WorkflowPorts::instance().sheets = &SchSettingWndCtrlMgr::sharedInstance();
+    WorkflowPorts::instance().alerts = workflowAlerts;
+    LinkPorts::instance().finishReceiver = &vlMeetingMgr::sharedInstance();
+    BodyPorts::instance().holder = &vlMeetingMgr::sharedInstance();
+}
+
+void loadPlugin() {
+    static bool loaded = false;
+    if (loaded)
+        return;
+    loaded = true;
+    fillPluginPorts();
+    runLoadSteps();
+}

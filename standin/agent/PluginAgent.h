@@ -1,0 +1,27 @@
+// The plug-in agent: answers the plug-in's housekeeping requests.
+#pragma once
+
+#include "platform/services/Notifications.h"
+
+#include <QObject>
+
+namespace pluginagent {
+
+class PluginAgent : public QObject {
+    Q_OBJECT
+public:
+    // Listens on the bus as long as it lives. The services must outlive it.
+    explicit PluginAgent(QObject *parent = nullptr);
+    ~PluginAgent() override;
+
+    // The version of the installed meeting client; a null text when there is none.
+    [[nodiscard]] static QString clientVersion();
+    // Starts the client, or brings a running one to the front; whether either was possible.
+    static bool launchClient();
+
+private:
+    static void onRequest(const platform::TextMap &userInfo);
+    platform::ObserverId m_observer;
+};
+
+} // namespace pluginagent

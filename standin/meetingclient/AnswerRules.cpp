@@ -1,0 +1,161 @@
+#include "standin/meetingclient/AnswerRules.h"
+
+namespace meetingclient {
+
+namespace {
+
+constexpr int longestDelay = 3'600'000;
+constexpr int mostRepetitions = 100;
+constexpr int hugeLength = 4 * 1024 * 1024;
+
+const struct {
+    const char *name;
+    Operation operation;
+} operationNames[] = {
+    {"schedule", Operation::Schedule}, {"update", Operation::Update},   {"delete", Operation::Delete},
+    {"get", Operation::Get},           {"profile", Operation::Profile}, {"accounts", Operation::Accounts},
+};
+
+const QStringList corruptions = {"truncate", "flip", "nul", "empty", "huge", "json", "base64"};
+
+QString corrupted(const QString &content, const QString &way) {
+    if (way == QLatin1String("truncate"))
+        return content.left(content.size() / 2);
+    if (way == QLatin1String("empty"))
+        return QStringLiteral("");
+    if (way == QLatin1String("huge"))
+        return content + QString(hugeLength, u'x');
+    if (way == QLatin1String("json"))
+        return QStringLiteral("{\"unclosed\": [");
+    QString result = content;
+    if (way == QLatin1String("nul"))
+        return result.insert(result.size() / 2, QChar(0));
+    const qsizetype last = result.lastIndexOf(u';');
+    if (way == QLatin1String("base64"))
+        return result.left(last + 1) + QStringLiteral("%%%not base64%%%");
+    for (qsizetype i = result.size() / 3; i < result.size(); i += 97)
+        result[i] = QChar(result[i].unicode() ^ 0x11);
+    return result;
+}
+
+} // namespace
+
+std::optional<AnswerRules::Rule> AnswerRules::parse(QStringList words, QString *error) {
+    const auto refuse = [error](const QString &why) {
+        if (error)
+            *error = why;
+        return std::nullopt;
+    };
+    Rule rule{};
+    rule.line = words.join(u' ');
+    if (words.value(0) == QLatin1String("once")) {
+        rule.once = true;
+        words.removeFirst();
+    }
+    static const QStringList kinds = {"delay", "drop", "repeat", "reorder", "corrupt", "error", "quit"};
+    const qsizetype kind = kinds.indexOf(words.value(0));
+    if (kind < 0)
+        return refuse(
+            QStringLiteral("\"%1\" is not a rule. Rules: %2, clear.").arg(words.value(0), kinds.join(u", ")));
+    rule.kind = Kind(kind);
+    bool known = words.value(1) == QLatin1String("any");
+    for (const auto &entry : operationNames) {
+        if (words.value(1) == QLatin1String(entry.name)) {
+            rule.operation = entry.operation;
+            known = true;
+        }
+    }
+    if (!known)
+        return refuse(
+            QStringLiteral("\"%1\" is not an operation. Operations: schedule, update, delete, get, profile, "
+                           "accounts, any.")
+                .arg(words.value(1)));
+    rule.text = words.mid(2).join(u' ');
+    bool isNumber = false;
+    rule.number = rule.text.toInt(&isNumber);
+    if (rule.kind == Kind::Delay && (!isNumber || rule.number < 0 || rule.number > longestDelay))
+        return refuse(QStringLiteral("A delay is a number of milliseconds from 0 to %1.").arg(longestDelay));
+    if (rule.kind == Kind::Repeat && (!isNumber || rule.number < 2 || rule.number > mostRepetitions))
+        return refuse(QStringLiteral("An answer can be repeated 2 to %1 times.").arg(mostRepetitions));
+    if (rule.kind == Kind::Corrupt && !corruptions.contains(rule.text))
+        return refuse(QStringLiteral("Ways to corrupt an answer: %1.").arg(corruptions.join(u", ")));
+    return rule;
+}
+
+bool AnswerRules::add(const QString &line, QString *error) {
+    // Only blanks between words are split: the text of an error is kept to the letter.
+    const QStringList words = line.trimmed().split(u' ', Qt::KeepEmptyParts);
+    if (words.value(0) == QLatin1String("clear")) {
+        clear();
+        return true;
+    }
+    const std::optional<Rule> rule = parse(words, error);
+    if (rule)
+        m_rules.append(*rule);
+    return rule.has_value();
+}
+
+QStringList AnswerRules::lines() const {
+    QStringList result;
+    for (const Rule &rule : m_rules)
+        result.append(rule.line);
+    return result;
+}
+
+void AnswerRules::apply(const Rule &rule, QList<PlannedAnswer> &answers, bool *quit, bool *hold) {
+    switch (rule.kind) {
+    case Kind::Delay:
+        for (PlannedAnswer &planned : answers)
+            planned.delayMilliseconds += rule.number;
+        break;
+    case Kind::Drop:
+        answers.clear();
+        break;
+    case Kind::Repeat:
+        if (!answers.isEmpty())
+            answers.insert(answers.size(), rule.number - 1, answers.last());
+        break;
+    case Kind::Reorder:
+        *hold = true;
+        break;
+    case Kind::Corrupt:
+        for (PlannedAnswer &planned : answers)
+            planned.answer.content = corrupted(planned.answer.content, rule.text);
+        break;
+    case Kind::Error:
+        for (PlannedAnswer &planned : answers)
+            planned.answer.content = rule.text;
+        break;
+    case Kind::Quit:
+        answers.clear();
+        *quit = true;
+        break;
+    }
+}
+
+QList<PlannedAnswer> AnswerRules::plan(const Answer &answer, bool *quit) {
+    QList<PlannedAnswer> answers{{answer, 0}};
+    bool hold = false;
+    *quit = false;
+    for (qsizetype i = 0; i < m_rules.size();) {
+        const Rule rule = m_rules[i];
+        if (rule.operation && *rule.operation != answer.operation) {
+            ++i;
+            continue;
+        }
+        apply(rule, answers, quit, &hold);
+        if (rule.once)
+            m_rules.removeAt(i);
+        else
+            ++i;
+    }
+    if (hold) {
+        m_held += answers;
+        return {};
+    }
+    answers += m_held;
+    m_held.clear();
+    return answers;
+}
+
+} // namespace meetingclient

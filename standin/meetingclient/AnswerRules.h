@@ -1,0 +1,58 @@
+// What the client is told to do with its answers, so that a plug-in's behaviour in a bad world can be seen.
+#pragma once
+
+#include "standin/meetingclient/MeetingService.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace meetingclient {
+
+// One answer as it will be sent, and when.
+struct PlannedAnswer {
+    Answer answer;
+    int delayMilliseconds = 0;
+};
+
+// Rules, one line of words each:
+//
+//   delay   <operation> <milliseconds>   answers that much later
+//   drop    <operation>                  does not answer
+//   repeat  <operation> <times>          answers that many times in all (2 to 100)
+//   reorder <operation>                  holds the answer back until another one has gone out
+//   corrupt <operation> <way>            truncate, flip, nul, empty, huge, json, base64
+//   error   <operation> <text>           answers that text to the letter
+//   quit    <operation>                  the client ends itself instead of answering
+//   clear                                forgets all rules
+//
+// <operation>: schedule, update, delete, get, profile, accounts, any. "once" before a rule makes it hold for
+// the next matching request alone. Later rules are applied after earlier ones.
+class AnswerRules {
+public:
+    // False, with a sentence in `error`, when the line is not a rule; then nothing changes.
+    bool add(const QString &line, QString *error = nullptr);
+    void clear() { m_rules.clear(); }
+    [[nodiscard]] QStringList lines() const;
+
+    // What is to be sent for an answer, in order. May be nothing. `quit` is set when the client is to end
+    // itself.
+    [[nodiscard]] QList<PlannedAnswer> plan(const Answer &answer, bool *quit);
+
+private:
+    enum class Kind { Delay, Drop, Repeat, Reorder, Corrupt, Error, Quit };
+    struct Rule {
+        Kind kind;
+        std::optional<Operation> operation; // none: any
+        int number = 0;
+        QString text;
+        bool once = false;
+        QString line;
+    };
+    static std::optional<Rule> parse(QStringList words, QString *error);
+    static void apply(const Rule &rule, QList<PlannedAnswer> &answers, bool *quit, bool *hold);
+    QList<Rule> m_rules;
+    QList<PlannedAnswer> m_held;
+};
+
+} // namespace meetingclient

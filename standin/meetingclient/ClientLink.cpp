@@ -1,0 +1,93 @@
+#include "standin/meetingclient/ClientLink.h"
+
+#include "platform/services/Services.h"
+
+namespace meetingclient {
+
+namespace {
+
+const QString requestChannel = QStringLiteral("VelaOutlookPluginToVelaVideoClient_PRL");
+const QString answerChannel = QStringLiteral("VelaVideoClientToVelaOutlookPlugin_PRL");
+const QString activationName = QStringLiteral("Noti_ActivateVelaApplicationExternally");
+const QString activationUrlKey = QStringLiteral("Param_ActivateVelaApplicationExternally");
+const QString actionIdKey = QStringLiteral("actionId");
+const QString contentKey = QStringLiteral("content");
+constexpr int shownCharacters = 90;
+constexpr double millisecond = 0.001;
+
+QString shortened(QString text) {
+    text.replace(u'\n', u' ');
+    return text.size() > shownCharacters ? text.left(shownCharacters) + u'…' : text;
+}
+
+} // namespace
+
+ClientLink::ClientLink(MeetingService &service, AnswerRules &rules, QObject *parent)
+    : QObject(parent)
+    , m_service(service)
+    , m_rules(rules) {
+    platform::DistributedNotificationCenter &bus = *platform::services().distributedNotifications;
+    m_observers << bus.addObserver(
+        requestChannel, [this](const QString &, const platform::TextMap &info) { onRequest(info); });
+    m_observers << bus.addObserver(
+        controlNotification, [this](const QString &, const platform::TextMap &info) { onControl(info); });
+    m_observers << bus.addObserver(activationName, [this](const QString &, const platform::TextMap &info) {
+        Q_EMIT activated(info.value(activationUrlKey));
+    });
+}
+
+ClientLink::~ClientLink() {
+    *m_alive = false;
+    for (const platform::ObserverId observer : std::as_const(m_observers))
+        platform::services().distributedNotifications->removeObserver(observer);
+}
+
+void ClientLink::onRequest(const platform::TextMap &userInfo) {
+    const quint32 actionId = userInfo.value(actionIdKey).toUInt();
+    const QString content = userInfo.value(contentKey);
+    Q_EMIT logged(QStringLiteral("← %1  %2").arg(actionId).arg(shortened(content)));
+    const std::optional<Answer> answer = m_service.handle(actionId, content);
+    Q_EMIT meetingsChanged();
+    if (m_service.startedMeeting())
+        Q_EMIT instantMeetingStarted(m_service.startedMeeting()->withVideo,
+                                     m_service.startedMeeting()->joinUrl);
+    if (!answer)
+        return;
+    bool quit = false;
+    const QList<PlannedAnswer> planned = m_rules.plan(*answer, &quit);
+    if (quit) {
+        Q_EMIT quitRequested();
+        return;
+    }
+    if (planned.isEmpty())
+        Q_EMIT logged(QStringLiteral("   (no answer, by rule)"));
+    for (const PlannedAnswer &one : planned) {
+        if (one.delayMilliseconds == 0) {
+            send(one.answer);
+            continue;
+        }
+        platform::services().runLoop->callAfter(one.delayMilliseconds * millisecond,
+                                                [this, alive = m_alive, late = one.answer] {
+                                                    if (*alive)
+                                                        send(late);
+                                                });
+    }
+}
+
+void ClientLink::send(const Answer &answer) {
+    Q_EMIT logged(QStringLiteral("→ %1  %2").arg(answer.actionId()).arg(shortened(answer.content)));
+    platform::services().distributedNotifications->post(
+        answerChannel, QString(),
+        {{actionIdKey, QString::number(answer.actionId())}, {contentKey, answer.content}}, true);
+}
+
+void ClientLink::onControl(const platform::TextMap &userInfo) {
+    QString error;
+    const QString line = userInfo.value(controlRuleKey);
+    if (m_rules.add(line, &error))
+        Q_EMIT logged(QStringLiteral("rule: %1").arg(line));
+    else
+        Q_EMIT logged(error);
+}
+
+} // namespace meetingclient

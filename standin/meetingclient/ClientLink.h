@@ -1,0 +1,42 @@
+// The meeting client on the bus: hears requests, sends answers, is brought to the front, takes orders.
+#pragma once
+
+#include "platform/services/Notifications.h"
+#include "standin/meetingclient/AnswerRules.h"
+#include "standin/meetingclient/MeetingService.h"
+
+#include <QObject>
+
+namespace meetingclient {
+
+// On the name below, the user info {"rule": line} adds a rule of AnswerRules to a running client.
+inline const QString controlNotification = QStringLiteral("ParloMeetingsClientControl");
+inline const QString controlRuleKey = QStringLiteral("rule");
+
+class ClientLink : public QObject {
+    Q_OBJECT
+public:
+    // The services and both references must outlive the link.
+    ClientLink(MeetingService &service, AnswerRules &rules, QObject *parent = nullptr);
+    ~ClientLink() override;
+
+Q_SIGNALS:
+    // One line for the log on the client's window.
+    void logged(const QString &line);
+    void meetingsChanged();
+    void activated(const QString &url);
+    void instantMeetingStarted(bool withVideo, const QString &joinUrl);
+    // A rule said that the client is to end itself.
+    void quitRequested();
+
+private:
+    void onRequest(const platform::TextMap &userInfo);
+    void onControl(const platform::TextMap &userInfo);
+    void send(const Answer &answer);
+    MeetingService &m_service;
+    AnswerRules &m_rules;
+    QList<platform::ObserverId> m_observers;
+    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
+};
+
+} // namespace meetingclient

@@ -1,0 +1,145 @@
+#include "standin/meetingclient/ClientWindow.h"
+
+#include <QCheckBox>
+#include <QDateTime>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+namespace meetingclient {
+
+namespace {
+constexpr int longestLog = 2000;
+} // namespace
+
+ClientWindow::ClientWindow(MeetingStore &store, AnswerRules &rules)
+    : m_store(store)
+    , m_rules(rules) {
+    setWindowTitle(tr("Parlo Meetings"));
+    resize(760, 560);
+    auto *central = new QWidget(this);
+    auto *layout = new QVBoxLayout(central);
+
+    auto *top = new QHBoxLayout;
+    m_user = new QLabel(central);
+    QFont large = m_user->font();
+    large.setPointSizeF(large.pointSizeF() * 1.4);
+    m_user->setFont(large);
+    m_signedIn = new QCheckBox(tr("&Signed in"), central);
+    m_signedIn->setChecked(m_store.signedIn());
+    connect(m_signedIn, &QCheckBox::toggled, this, [this](bool on) { m_store.setSignedIn(on); });
+    top->addWidget(m_user, 1);
+    top->addWidget(m_signedIn);
+    layout->addLayout(top);
+
+    m_table = new QTableWidget(0, 4, central);
+    m_table->setAccessibleName(tr("Meetings"));
+    m_table->setHorizontalHeaderLabels({tr("Subject"), tr("Starts"), tr("Minutes"), tr("Meeting")});
+    m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
+    m_table->verticalHeader()->hide();
+    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    layout->addWidget(m_table, 3);
+
+    layout->addWidget(makeRulesRow());
+    m_log = new QPlainTextEdit(central);
+    m_log->setAccessibleName(tr("Messages"));
+    m_log->setReadOnly(true);
+    m_log->setMaximumBlockCount(longestLog);
+    m_log->setPlaceholderText(tr("Requests and answers appear here."));
+    layout->addWidget(m_log, 2);
+    setCentralWidget(central);
+    refreshMeetings();
+}
+
+QWidget *ClientWindow::makeRulesRow() {
+    auto *row = new QWidget(this);
+    auto *layout = new QVBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto *line = new QHBoxLayout;
+    auto *label = new QLabel(tr("&Answer rule:"), row);
+    m_rule = new QLineEdit(row);
+    label->setBuddy(m_rule);
+    m_rule->setPlaceholderText(tr("delay schedule 5000"));
+    auto *add = new QPushButton(tr("A&dd"), row);
+    auto *clear = new QPushButton(tr("&Clear"), row);
+    line->addWidget(label);
+    line->addWidget(m_rule, 1);
+    line->addWidget(add);
+    line->addWidget(clear);
+    m_activeRules = new QLabel(row);
+    m_activeRules->setWordWrap(true);
+    layout->addLayout(line);
+    layout->addWidget(m_activeRules);
+    connect(m_rule, &QLineEdit::returnPressed, this, &ClientWindow::addRule);
+    connect(add, &QPushButton::clicked, this, &ClientWindow::addRule);
+    connect(clear, &QPushButton::clicked, this, [this] {
+        m_rules.clear();
+        refreshMeetings();
+    });
+    return row;
+}
+
+void ClientWindow::addRule() {
+    QString error;
+    if (!m_rules.add(m_rule->text(), &error)) {
+        statusBar()->showMessage(error);
+        return;
+    }
+    statusBar()->clearMessage();
+    m_rule->clear();
+    refreshMeetings();
+}
+
+void ClientWindow::appendLog(const QString &line) {
+    m_log->appendPlainText(line);
+}
+
+void ClientWindow::refreshMeetings() {
+    m_user->setText(m_store.profile().value(QLatin1String("accountName")).toString());
+    const QJsonObject meetings = m_store.meetings();
+    m_table->setRowCount(int(meetings.size()));
+    int row = 0;
+    for (const QJsonValue &value : meetings) {
+        const QJsonObject meeting = value.toObject();
+        const qint64 start = meeting.value(QLatin1String("startTime")).toInteger();
+        const QString when =
+            start == 0 ? tr("any time")
+                       : QLocale().toString(QDateTime::fromSecsSinceEpoch(start), QLocale::ShortFormat);
+        m_table->setItem(row, 0, new QTableWidgetItem(meeting.value(QLatin1String("subject")).toString()));
+        m_table->setItem(row, 1, new QTableWidgetItem(when));
+        m_table->setItem(
+            row, 2, new QTableWidgetItem(meeting.value(QLatin1String("duration")).toVariant().toString()));
+        m_table->setItem(row, 3, new QTableWidgetItem(meeting.value(QLatin1String("meetingKey")).toString()));
+        ++row;
+    }
+    m_activeRules->setText(m_rules.lines().join(u'\n'));
+    m_activeRules->setVisible(!m_rules.lines().isEmpty());
+    if (!m_store.lastError().isEmpty())
+        statusBar()->showMessage(m_store.lastError());
+}
+
+void ClientWindow::bringToFront(const QString &url) {
+    appendLog(tr("Brought to the front by %1").arg(url));
+    show();
+    raise();
+    activateWindow();
+}
+
+void ClientWindow::showInstantMeeting(bool withVideo, const QString &joinUrl) {
+    const QString text =
+        withVideo ? tr("Instant meeting with video: %1") : tr("Instant meeting without video: %1");
+    statusBar()->showMessage(text.arg(joinUrl));
+    appendLog(text.arg(joinUrl));
+    show();
+    raise();
+}
+
+} // namespace meetingclient

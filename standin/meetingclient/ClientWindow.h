@@ -1,0 +1,43 @@
+// The meeting client's window: who is signed in, the meetings, what goes over the bus, and what is done with
+// answers.
+#pragma once
+
+#include "standin/meetingclient/AnswerRules.h"
+#include "standin/meetingclient/MeetingStore.h"
+
+#include <QMainWindow>
+
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QTableWidget;
+
+namespace meetingclient {
+
+class ClientWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    // Both references must outlive the window.
+    ClientWindow(MeetingStore &store, AnswerRules &rules);
+
+    void appendLog(const QString &line);
+    void refreshMeetings();
+    // Comes to the front, as a click on the start URL does.
+    void bringToFront(const QString &url);
+    void showInstantMeeting(bool withVideo, const QString &joinUrl);
+
+private:
+    QWidget *makeRulesRow();
+    void addRule();
+    MeetingStore &m_store;
+    AnswerRules &m_rules;
+    QLabel *m_user;
+    QCheckBox *m_signedIn;
+    QTableWidget *m_table;
+    QPlainTextEdit *m_log;
+    QLineEdit *m_rule;
+    QLabel *m_activeRules;
+};
+
+} // namespace meetingclient

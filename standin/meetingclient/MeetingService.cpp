@@ -1,0 +1,244 @@
+#include "standin/meetingclient/MeetingService.h"
+
+#include "meeting.pb.h"
+
+#include <QDateTime>
+#include <QJsonDocument>
+#include <QTimeZone>
+
+namespace meetingclient {
+
+namespace {
+
+namespace wire = com::brindle::webapp::proto;
+
+const QString errorNotSignedIn = QStringLiteral("0;Error VelaClientNotSignIn");
+const QString errorNotFound = QStringLiteral("0;Error 3001");
+const QString errorBadRequest = QStringLiteral("0;Error 5003");
+
+constexpr int subCommandDigits = 1;
+constexpr int commitHeadSemicolons = 13;
+
+// The JSON object behind "<digit>;;;;;;;;;;;;;"; none when the head or the JSON is not right.
+std::optional<QJsonObject> commitRequest(const QString &content) {
+    const int head = subCommandDigits + commitHeadSemicolons;
+    const QString semicolons(commitHeadSemicolons, u';');
+    if (content.size() < head || content.mid(subCommandDigits, commitHeadSemicolons) != semicolons)
+        return std::nullopt;
+    const QJsonDocument document = QJsonDocument::fromJson(content.mid(head).toUtf8());
+    if (!document.isObject())
+        return std::nullopt;
+    return document.object();
+}
+
+QString grouped(const QString &number) {
+    if (number.size() < 9)
+        return number;
+    return QStringLiteral("%1-%2-%3").arg(number.left(3), number.mid(3, 3), number.mid(6));
+}
+
+void copyKey(const QJsonObject &from, QJsonObject &to, const char *key) {
+    if (from.contains(QLatin1String(key)))
+        to.insert(QLatin1String(key), from.value(QLatin1String(key)));
+}
+
+bool truth(const QJsonValue &value) {
+    return value.toVariant().toBool();
+}
+
+void addNumbers(const QJsonArray &numbers,
+                google::protobuf::RepeatedPtrField<wire::CountryCodeProto> *field) {
+    for (const QJsonValue &entry : numbers) {
+        wire::CountryCodeProto *number = field->Add();
+        const QJsonObject object = entry.toObject();
+        if (object.contains(QLatin1String("country")))
+            number->set_country(object.value(QLatin1String("country")).toString().toStdString());
+        if (object.contains(QLatin1String("number")))
+            number->set_number(object.value(QLatin1String("number")).toString().toStdString());
+    }
+}
+
+} // namespace
+
+std::optional<Operation> MeetingService::operationOf(quint32 actionId, const QString &content) {
+    switch (actionId) {
+    case 2:
+        return Operation::StartMeeting;
+    case 6:
+        return Operation::Profile;
+    case 9:
+        return Operation::Accounts;
+    case 3:
+        break;
+    default:
+        return std::nullopt;
+    }
+    if (content.size() < 2 || content[1] != u';' || content[0] < u'1' || content[0] > u'4')
+        return std::nullopt;
+    return Operation(content[0].unicode() - u'0');
+}
+
+std::optional<Answer> MeetingService::handle(quint32 actionId, const QString &content) {
+    m_started.reset();
+    const std::optional<Operation> operation = operationOf(actionId, content);
+    if (!operation)
+        return std::nullopt;
+    if (*operation == Operation::StartMeeting) {
+        start(content);
+        return std::nullopt;
+    }
+    if (!m_store.signedIn())
+        return Answer{*operation, errorNotSignedIn};
+    switch (*operation) {
+    case Operation::Schedule:
+        return Answer{*operation, schedule(content)};
+    case Operation::Update:
+        return Answer{*operation, update(content)};
+    case Operation::Delete:
+        return Answer{*operation, remove(content.mid(2))};
+    case Operation::Get:
+        return Answer{*operation, get(content.mid(2))};
+    case Operation::Profile:
+        return Answer{*operation, profile()};
+    case Operation::Accounts:
+        return Answer{*operation, accounts()};
+    case Operation::StartMeeting:
+        break;
+    }
+    return std::nullopt;
+}
+
+QString MeetingService::joinUrl(const QString &meetingNumber, const QString &password) {
+    const QString url = QStringLiteral("https://meetings.parlo.example/j/%1").arg(meetingNumber);
+    return password.isEmpty()
+               ? url
+               : url + QStringLiteral("?pwd=") + QString::fromLatin1(QUrl::toPercentEncoding(password));
+}
+
+QString MeetingService::invitation(const QJsonObject &meeting) const {
+    const QString number = meeting.value(QLatin1String("originalMeetingNumber")).toString();
+    const QString password = meeting.value(QLatin1String("meetingPassword")).toString();
+    const QString audio = meeting.value(QLatin1String("thirdPartyAudio")).toString();
+    QString text = QStringLiteral("%1 is inviting you to a Parlo Meetings meeting.\n\n"
+                                  "Join by video: %2 \n\nMeeting ID: %3\n")
+                       .arg(m_store.profile().value(QLatin1String("accountName")).toString(),
+                            meeting.value(QLatin1String("joinUrl")).toString(), grouped(number));
+    if (!password.isEmpty())
+        text += QStringLiteral("Password: %1\n").arg(password);
+    if (!audio.isEmpty())
+        text += QStringLiteral("\nAudio: %1\n").arg(audio);
+    return text + QStringLiteral("\nHelp with joining: https://meetings.parlo.example/help \n");
+}
+
+void MeetingService::applyRequest(const QJsonObject &request, QJsonObject &meeting) const {
+    const QJsonObject appointment = request.value(QLatin1String("apptInfo")).toObject();
+    const QJsonObject setting = request.value(QLatin1String("setting")).toObject();
+    copyKey(appointment, meeting, "subject");
+    copyKey(appointment, meeting, "duration");
+    copyKey(appointment, meeting, "location");
+    copyKey(appointment, meeting, "timezone");
+    meeting.insert(QLatin1String("recurrence"), truth(appointment.value(QLatin1String("recurrence"))));
+    meeting.insert(QLatin1String("startTime"),
+                   appointment.value(QLatin1String("startTime")).toString().toLongLong());
+    for (const char *key : {"enableHostVideo", "enableParticipantsVideo", "enableJBH", "usePMI"})
+        meeting.insert(QLatin1String(key), truth(setting.value(QLatin1String(key))));
+    copyKey(setting, meeting, "audioOption");
+    copyKey(setting, meeting, "scheduleFor");
+    meeting.insert(QLatin1String("meetingPassword"),
+                   setting.value(QLatin1String("meetingPassword")).toString());
+    const bool external = setting.value(QLatin1String("audioOption")).toVariant().toInt() == 3;
+    meeting.insert(QLatin1String("enable3rdPartyAudio"), external);
+    meeting.insert(QLatin1String("thirdPartyAudio"),
+                   external ? setting.value(QLatin1String("thirdPartyAudio")).toString() : QString());
+}
+
+// Gives the meeting the numbers and texts that follow from its settings, keeps it, and answers as the client
+// does.
+QString MeetingService::committed(const QString &key) const {
+    QJsonObject meeting = *m_store.meeting(key);
+    const QString room = m_store.profile().value(QLatin1String("roomMeetingId")).toString();
+    const bool personal = truth(meeting.value(QLatin1String("usePMI"))) && !room.isEmpty();
+    const QString number = personal ? room : key;
+    meeting.insert(QLatin1String("originalMeetingNumber"), number);
+    meeting.insert(QLatin1String("joinUrl"),
+                   joinUrl(number, meeting.value(QLatin1String("meetingPassword")).toString()));
+    meeting.insert(QLatin1String("invitationEmail"), invitation(meeting));
+    m_store.replaceMeeting(key, meeting);
+    return key + u';' + meeting.value(QLatin1String("invitationEmail")).toString();
+}
+
+QString MeetingService::schedule(const QString &content) {
+    const std::optional<QJsonObject> request = commitRequest(content);
+    if (!request)
+        return errorBadRequest;
+    QJsonObject meeting;
+    applyRequest(*request, meeting);
+    return committed(m_store.addMeeting(meeting));
+}
+
+QString MeetingService::update(const QString &content) {
+    const std::optional<QJsonObject> request = commitRequest(content);
+    if (!request)
+        return errorBadRequest;
+    const QString key = request->value(QLatin1String("meetingKey")).toString();
+    std::optional<QJsonObject> meeting = m_store.meeting(key);
+    if (!meeting)
+        return errorNotFound;
+    applyRequest(*request, *meeting);
+    m_store.replaceMeeting(key, *meeting);
+    return committed(key);
+}
+
+QString MeetingService::remove(const QString &key) {
+    return m_store.removeMeeting(key) ? key : errorNotFound;
+}
+
+QString MeetingService::get(const QString &key) const {
+    std::optional<QJsonObject> meeting = m_store.meeting(key);
+    if (!meeting)
+        return errorNotFound;
+    if (meeting->value(QLatin1String("joinUrl")).toString().isEmpty()) {
+        const QString number = meeting->value(QLatin1String("originalMeetingNumber")).toString(key);
+        meeting->insert(QLatin1String("joinUrl"),
+                        joinUrl(number, meeting->value(QLatin1String("meetingPassword")).toString()));
+        meeting->insert(QLatin1String("invitationEmail"), invitation(*meeting));
+    }
+    const QByteArray json = QJsonDocument(*meeting).toJson(QJsonDocument::Compact).toBase64();
+    const wire::MeetingProto binary;
+    const QByteArray bytes = QByteArray::fromStdString(binary.SerializePartialAsString()).toBase64();
+    // Thirteen fields that plug-ins do not read stand before the meeting.
+    return key + QString(13, u';') + QString::fromLatin1(json) + u';' + QString::fromLatin1(bytes);
+}
+
+QString MeetingService::profile() const {
+    return QString::fromUtf8(QJsonDocument(m_store.profile()).toJson(QJsonDocument::Compact));
+}
+
+QString MeetingService::accounts() const {
+    wire::Response response;
+    wire::PACInfo *info = response.mutable_pac_info();
+    for (const QJsonValue &entry : m_store.accounts()) {
+        const QJsonObject account = entry.toObject();
+        wire::PACMeeting *meeting = info->add_meetings();
+        if (account.contains(QLatin1String("meetingNumber")))
+            meeting->set_meeting_number(account.value(QLatin1String("meetingNumber")).toInteger());
+        addNumbers(account.value(QLatin1String("tollNumbers")).toArray(), meeting->mutable_toll_numbers());
+        addNumbers(account.value(QLatin1String("tollFreeNumbers")).toArray(),
+                   meeting->mutable_toll_free_numbers());
+        if (account.contains(QLatin1String("invitation")))
+            meeting->set_invitation_email(
+                account.value(QLatin1String("invitation")).toString().toStdString());
+    }
+    // Partial: the one required field of this message is of no use to a plug-in.
+    return QString::fromLatin1(QByteArray::fromStdString(response.SerializePartialAsString()).toBase64());
+}
+
+void MeetingService::start(const QString &content) {
+    const QJsonObject request = QJsonDocument::fromJson(content.toUtf8()).object();
+    const QString room = m_store.profile().value(QLatin1String("roomMeetingId")).toString();
+    m_started =
+        InstantMeeting{request.value(QLatin1String("launchtype")).toString() == QLatin1String("groupVideo"),
+                       joinUrl(room, QString())};
+}
+
+} // namespace meetingclient

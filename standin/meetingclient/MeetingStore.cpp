@@ -1,0 +1,178 @@
+#include "standin/meetingclient/MeetingStore.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QSaveFile>
+
+namespace meetingclient {
+
+namespace {
+
+const QString keySignedIn = QStringLiteral("signedIn");
+const QString keyProfile = QStringLiteral("profile");
+const QString keyMeetings = QStringLiteral("meetings");
+const QString keyAccounts = QStringLiteral("accounts");
+const QString keyNextNumber = QStringLiteral("nextNumber");
+
+QJsonObject freshInstallation() {
+    const QString room = QStringLiteral("4155550142");
+    QJsonObject profile{
+        {"email", "ada@parlo.example"},
+        {"accountName", "Ada Example"},
+        {"userId", "u-1001"},
+        {"snsId", ""},
+        {"snsType", 0},
+        {"hasSelfTelephony", false},
+        {"enableThirdPartyAudio", true},
+        {"enablePSTN", true},
+        {"myTelephonInfo", ""},
+        {"roomMeetingId", room},
+        {"thirdPartyAudio", "Call +1 555 0100 and give the operator the code 2468."},
+        {"bosses", QJsonArray{}},
+        {"use3rdPartyAsDefaultAudio", false},
+        {"useRandomPasswordByDefault", false},
+        {"userOption", 0},
+    };
+    QJsonObject personal{
+        {"subject", "Ada Example's personal meeting"},
+        {"duration", "60"},
+        {"recurrence", true},
+        {"startTime", 0},
+        {"audioOption", 2},
+        {"enableHostVideo", true},
+        {"enableParticipantsVideo", true},
+        {"enableJBH", true},
+        {"usePMI", true},
+        {"enable3rdPartyAudio", true},
+        {"thirdPartyAudio", ""},
+        {"meetingPassword", ""},
+        {"meetingKey", room},
+        {"originalMeetingNumber", room},
+    };
+    return {{keySignedIn, true},
+            {keyProfile, profile},
+            {keyMeetings, QJsonObject{{room, personal}}},
+            {keyAccounts, QJsonArray{}},
+            {keyNextNumber, 840000017}};
+}
+
+QString freeName(const QString &path) {
+    for (int n = 1;; ++n) {
+        const QString name = QStringLiteral("%1.broken-%2").arg(path).arg(n);
+        if (!QFileInfo::exists(name))
+            return name;
+    }
+}
+
+} // namespace
+
+MeetingStore::MeetingStore(QString path)
+    : m_path(std::move(path))
+    , m_root(freshInstallation()) {
+    load();
+}
+
+void MeetingStore::load() {
+    QFile file(m_path);
+    if (m_path.isEmpty() || !file.exists())
+        return;
+    if (!file.open(QIODevice::ReadOnly)) {
+        m_lastError =
+            QStringLiteral("The meetings file %1 cannot be read. Check its permissions.").arg(m_path);
+        m_path.clear(); // what cannot be read is not overwritten either
+        return;
+    }
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
+    file.close();
+    if (!document.isObject() || !document.object().value(keyMeetings).isObject()) {
+        const QString aside = freeName(m_path);
+        QFile::rename(m_path, aside);
+        m_lastError = QStringLiteral("The meetings file was damaged. It is kept as %1; a new one was begun.")
+                          .arg(aside);
+        return;
+    }
+    const QJsonObject read = document.object();
+    for (auto it = read.begin(); it != read.end(); ++it)
+        m_root.insert(it.key(), it.value());
+}
+
+void MeetingStore::save() {
+    if (m_path.isEmpty())
+        return;
+    QDir().mkpath(QFileInfo(m_path).path());
+    QSaveFile file(m_path);
+    const QByteArray bytes = QJsonDocument(m_root).toJson();
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+        m_lastError.clear();
+    else
+        m_lastError =
+            QStringLiteral("The meetings file %1 cannot be written: %2").arg(m_path, file.errorString());
+}
+
+bool MeetingStore::signedIn() const {
+    return m_root.value(keySignedIn).toBool();
+}
+
+void MeetingStore::setSignedIn(bool signedIn) {
+    m_root.insert(keySignedIn, signedIn);
+    save();
+}
+
+QJsonObject MeetingStore::profile() const {
+    return m_root.value(keyProfile).toObject();
+}
+
+void MeetingStore::setProfile(const QJsonObject &profile) {
+    m_root.insert(keyProfile, profile);
+    save();
+}
+
+QJsonArray MeetingStore::accounts() const {
+    return m_root.value(keyAccounts).toArray();
+}
+
+void MeetingStore::setAccounts(const QJsonArray &accounts) {
+    m_root.insert(keyAccounts, accounts);
+    save();
+}
+
+QJsonObject MeetingStore::meetings() const {
+    return m_root.value(keyMeetings).toObject();
+}
+
+std::optional<QJsonObject> MeetingStore::meeting(const QString &key) const {
+    const QJsonValue value = meetings().value(key);
+    if (!value.isObject())
+        return std::nullopt;
+    return value.toObject();
+}
+
+QString MeetingStore::addMeeting(QJsonObject meeting) {
+    const qint64 number = m_root.value(keyNextNumber).toInteger(840000017);
+    m_root.insert(keyNextNumber, number + 7919); // far enough apart that one key is not read as another
+    const QString key = QString::number(number);
+    meeting.insert(QStringLiteral("meetingKey"), key);
+    replaceMeeting(key, meeting);
+    return key;
+}
+
+void MeetingStore::replaceMeeting(const QString &key, const QJsonObject &meeting) {
+    QJsonObject all = meetings();
+    all.insert(key, meeting);
+    m_root.insert(keyMeetings, all);
+    save();
+}
+
+bool MeetingStore::removeMeeting(const QString &key) {
+    QJsonObject all = meetings();
+    if (!all.contains(key))
+        return false;
+    all.remove(key);
+    m_root.insert(keyMeetings, all);
+    save();
+    return true;
+}
+
+} // namespace meetingclient

@@ -1,0 +1,46 @@
+// What the meeting client knows: its user, the user's meetings, and the audio-conference accounts.
+#pragma once
+
+#include <QByteArray>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QString>
+#include <optional>
+
+namespace meetingclient {
+
+// One JSON file: {"signedIn", "profile", "meetings": {key: meeting}, "accounts": [...], "nextNumber"}.
+// Written atomically after every change. A file that cannot be read as such is moved aside
+// ("<name>.broken-<n>") and never overwritten.
+class MeetingStore {
+public:
+    // Reads the file; one that does not exist gives the defaults of a fresh installation. An empty path keeps
+    // everything in memory.
+    explicit MeetingStore(QString path);
+
+    [[nodiscard]] bool signedIn() const;
+    void setSignedIn(bool signedIn);
+    [[nodiscard]] QJsonObject profile() const;
+    void setProfile(const QJsonObject &profile);
+    [[nodiscard]] QJsonArray accounts() const;
+    void setAccounts(const QJsonArray &accounts);
+
+    [[nodiscard]] QJsonObject meetings() const;
+    [[nodiscard]] std::optional<QJsonObject> meeting(const QString &key) const;
+    // Keeps the meeting under a new key, which it gets as "meetingKey", and answers it.
+    QString addMeeting(QJsonObject meeting);
+    void replaceMeeting(const QString &key, const QJsonObject &meeting);
+    bool removeMeeting(const QString &key);
+
+    // The last failure to write, a sentence for the user; null when the file is up to date.
+    [[nodiscard]] const QString &lastError() const { return m_lastError; }
+
+private:
+    void load();
+    void save();
+    QString m_path;
+    QJsonObject m_root;
+    QString m_lastError;
+};
+
+} // namespace meetingclient
