@@ -8,8 +8,12 @@ int main(int argc, char **argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("parlo-agent"));
     QApplication::setQuitOnLastWindowClosed(false);
+    const QString identifier = QStringLiteral("com.parlo.vOutlookPluginAgent");
     platform::DesktopOptions options;
-    options.bundleIdentifier = QStringLiteral("com.parlo.vOutlookPluginAgent");
+    platform::setServices(platform::makeDesktopServices(options));
+    if (platform::services().workspace->runningApplications().contains(identifier))
+        return 0; // one is enough
+    options.bundleIdentifier = identifier;
     platform::setServices(platform::makeDesktopServices(options));
     const pluginagent::PluginAgent agent;
     return QApplication::exec();

@@ -8,8 +8,6 @@ namespace {
 
 const QString requestChannel = QStringLiteral("VelaOutlookPluginToVelaVideoClient_PRL");
 const QString answerChannel = QStringLiteral("VelaVideoClientToVelaOutlookPlugin_PRL");
-const QString activationName = QStringLiteral("Noti_ActivateVelaApplicationExternally");
-const QString activationUrlKey = QStringLiteral("Param_ActivateVelaApplicationExternally");
 const QString actionIdKey = QStringLiteral("actionId");
 const QString contentKey = QStringLiteral("content");
 constexpr int shownCharacters = 90;
@@ -31,9 +29,10 @@ ClientLink::ClientLink(MeetingService &service, AnswerRules &rules, QObject *par
         requestChannel, [this](const QString &, const platform::TextMap &info) { onRequest(info); });
     m_observers << bus.addObserver(
         controlNotification, [this](const QString &, const platform::TextMap &info) { onControl(info); });
-    m_observers << bus.addObserver(activationName, [this](const QString &, const platform::TextMap &info) {
-        Q_EMIT activated(info.value(activationUrlKey));
-    });
+    m_observers << bus.addObserver(activationNotification,
+                                   [this](const QString &, const platform::TextMap &info) {
+                                       Q_EMIT activated(info.value(activationUrlKey));
+                                   });
 }
 
 ClientLink::~ClientLink() {

@@ -5,6 +5,7 @@
 #include <QDateTime>
 #include <QJsonDocument>
 #include <QTimeZone>
+#include <QUrl>
 
 namespace meetingclient {
 

@@ -11,6 +11,15 @@
 
 namespace {
 
+const QString clientIdentifier = QStringLiteral("com.parlo.meetings");
+
+// One client at a time: a second start brings the first to the front, and ends.
+int wakeRunningClient(const QString &url) {
+    platform::services().distributedNotifications->post(meetingclient::activationNotification, QString(),
+                                                        {{meetingclient::activationUrlKey, url}}, true);
+    return 0;
+}
+
 // Gives a rule to the client that is already running, and ends.
 int tell(const QString &rule) {
     QString error;
@@ -55,13 +64,16 @@ int main(int argc, char **argv) {
     describe(parser);
     parser.process(application);
 
+    // A process that only passes something on does not take the client's place on the bus.
     platform::DesktopOptions options;
-    const QString order = parser.value(QStringLiteral("tell"));
-    // A process that only passes an order on does not take the client's place on the bus.
-    options.bundleIdentifier = order.isEmpty() ? QStringLiteral("com.parlo.meetings") : QString();
     platform::setServices(platform::makeDesktopServices(options));
+    const QString order = parser.value(QStringLiteral("tell"));
     if (!order.isEmpty())
         return tell(order);
+    if (platform::services().workspace->runningApplications().contains(clientIdentifier))
+        return wakeRunningClient(parser.positionalArguments().value(0));
+    options.bundleIdentifier = clientIdentifier;
+    platform::setServices(platform::makeDesktopServices(options));
 
     QString data = parser.value(QStringLiteral("data"));
     if (data.isEmpty())

@@ -1,0 +1,84 @@
+#include "standin/walkthrough/Input.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QTest>
+#include <QWidget>
+#include <QWindow>
+
+namespace walkthrough {
+
+namespace {
+
+bool canTake(QWidget *control) {
+    if (!control || !control->isVisible() || !control->isEnabled())
+        return false;
+    const QWidget *modal = QApplication::activeModalWidget();
+    return !modal || modal == control->window() || modal->isAncestorOf(control);
+}
+
+QWindow *windowOf(QWidget *control) {
+    return control->window()->windowHandle();
+}
+
+QPoint inWindow(const QWidget *control, const QPoint &at) {
+    return control->mapTo(control->window(), at);
+}
+
+QString plain(QString text) {
+    text.remove(u'&');
+    return text;
+}
+
+} // namespace
+
+bool click(QWidget *control) {
+    if (!canTake(control) || !windowOf(control))
+        return false;
+    const QPoint at = inWindow(control, control->rect().center());
+    QTest::mouseMove(windowOf(control), at);
+    QTest::mouseClick(windowOf(control), Qt::LeftButton, Qt::NoModifier, at);
+    return true;
+}
+
+bool doubleClick(QWidget *control, const QPoint &at) {
+    if (!canTake(control) || !windowOf(control))
+        return false;
+    // A double click is a click first: it selects.
+    QTest::mouseClick(windowOf(control), Qt::LeftButton, Qt::NoModifier, inWindow(control, at));
+    QTest::mouseDClick(windowOf(control), Qt::LeftButton, Qt::NoModifier, inWindow(control, at));
+    return true;
+}
+
+bool press(QWidget *window, Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    if (!window || !window->isVisible() || !window->windowHandle())
+        return false;
+    QTest::keyClick(window->windowHandle(), key, modifiers);
+    return true;
+}
+
+bool type(QWidget *window, const QString &text) {
+    if (!window || !window->isVisible() || !window->windowHandle())
+        return false;
+    for (const QChar character : text)
+        QTest::keyClick(window->windowHandle(), character.toLatin1());
+    return true;
+}
+
+QWidget *shown(const QString &objectName) {
+    for (QWidget *widget : QApplication::allWidgets())
+        if (widget->objectName() == objectName && widget->isVisible())
+            return widget;
+    return nullptr;
+}
+
+QWidget *shownButton(const QString &text) {
+    for (QWidget *widget : QApplication::allWidgets()) {
+        const auto *button = qobject_cast<QAbstractButton *>(widget);
+        if (button && button->isVisible() && plain(button->text()) == text)
+            return widget;
+    }
+    return nullptr;
+}
+
+} // namespace walkthrough

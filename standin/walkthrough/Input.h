@@ -1,0 +1,26 @@
+// Real input events, as a person's mouse and keyboard give them: to the window, where the toolkit finds the
+// control.
+#pragma once
+
+#include <QPoint>
+#include <QString>
+
+class QWidget;
+
+namespace walkthrough {
+
+// A click in the middle of the control, or at a point of it. False when the control is missing, hidden or
+// disabled, or another window is modal for it: then nothing is sent.
+bool click(QWidget *control);
+bool doubleClick(QWidget *control, const QPoint &at);
+// Keys go to the window that is active, as they would.
+bool press(QWidget *window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+bool type(QWidget *window, const QString &text);
+
+// The first shown widget of that object name, in any window; nullptr when there is none.
+QWidget *shown(const QString &objectName);
+// The shown dialog or window whose controls have a button of that text (mnemonic marks aside); nullptr when
+// none.
+QWidget *shownButton(const QString &text);
+
+} // namespace walkthrough

@@ -1,0 +1,68 @@
+#include "platform/services/TestServices.h"
+#include "standin/agent/PluginAgent.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+const QString requests = QStringLiteral("vOutlookPluginToVOutlookPluginAgent");
+const QString answers = QStringLiteral("vOutlookPluginAgentToVOutlookPlugin");
+const QString clientPath = QStringLiteral("/Applications/Parlo Meetings.app");
+
+class AgentTest : public testing::Test {
+protected:
+    void ask(const char *action) {
+        desktop.bus->post(requests, QString(), {{"actionId", QString::fromLatin1(action)}}, true);
+        desktop.runLoop->advance(0);
+    }
+    void givenAnInstalledClient() {
+        desktop.workspace->root = folder.path();
+        desktop.workspace->bundles.append({"com.parlo.meetings", clientPath, "/bin/client"});
+        const QString contents = folder.path() + clientPath + QStringLiteral("/Contents");
+        QDir().mkpath(contents);
+        ASSERT_TRUE(platform::services().propertyLists->write(contents + QStringLiteral("/Info.plist"),
+                                                              QVariantMap{{"CFBundleVersion", "3.6.40500"}}));
+    }
+    QTemporaryDir folder;
+    platform::TestDesktop desktop = platform::installTestServices();
+    pluginagent::PluginAgent agent;
+};
+
+} // namespace
+
+TEST_F(AgentTest, TellsTheInstalledClientsVersion) {
+    givenAnInstalledClient();
+    ask("1");
+    const auto &posted = desktop.bus->posted();
+    ASSERT_EQ(posted.size(), 2);
+    EXPECT_EQ(posted.last().name, answers);
+    EXPECT_EQ(posted.last().userInfo, (platform::TextMap{{"actionId", "1"}, {"content", "3.6.40500"}}));
+}
+
+TEST_F(AgentTest, WithoutAClientItAnswersNothingAndStartsNothing) {
+    ask("1");
+    ask("2");
+    EXPECT_EQ(desktop.bus->posted().size(), 2) << "the two requests alone";
+    EXPECT_TRUE(desktop.workspace->started.isEmpty());
+}
+
+TEST_F(AgentTest, StartsTheClientOrBringsARunningOneToTheFront) {
+    givenAnInstalledClient();
+    ask("2");
+    ASSERT_EQ(desktop.workspace->started.size(), 1);
+    EXPECT_EQ(desktop.workspace->started.first().executable, QStringLiteral("/bin/client"));
+    desktop.workspace->running.append("com.parlo.meetings");
+    ask("2");
+    EXPECT_EQ(desktop.workspace->started.size(), 1);
+    EXPECT_EQ(desktop.bus->posted().last().name, QStringLiteral("Noti_ActivateVelaApplicationExternally"));
+}
+
+TEST_F(AgentTest, OtherRequestsAreIgnored) {
+    givenAnInstalledClient();
+    for (const char *action : {"0", "3", "abc", ""})
+        ask(action);
+    EXPECT_EQ(desktop.bus->posted().size(), 4);
+    EXPECT_TRUE(desktop.workspace->started.isEmpty());
+}
