@@ -1,7 +1,7 @@
 #include "platform/runtime/Runtime.h"
 
-#include <QCoreApplication>
-#include <QTimer>
+#include <QObject>
+#include <QSet>
 
 namespace rt {
 
@@ -166,23 +166,41 @@ Value sendSuper(Object *object, Class *start, Selector selector, Args arguments)
 }
 
 namespace {
-std::vector<std::unique_ptr<Object>> &temporaries() {
-    static auto *pool = new std::vector<std::unique_ptr<Object>>;
-    return *pool;
-}
+
+// Dies when the event loop's turn has ended that it was made in. A loop that runs inside that turn (a menu, a dialog)
+// does not end it: that is the event system's rule for deferred deletion.
+class TemporaryHolder : public QObject {
+public:
+    explicit TemporaryHolder(std::unique_ptr<Object> object) : m_object(std::move(object)) {
+        holders().insert(this);
+        deleteLater();
+    }
+    ~TemporaryHolder() override { holders().remove(this); }
+
+    static QSet<TemporaryHolder *> &holders() {
+        static auto *living = new QSet<TemporaryHolder *>;
+        return *living;
+    }
+
+private:
+    std::unique_ptr<Object> m_object;
+};
+
 } // namespace
 
 Object *temporary(std::unique_ptr<Object> object) {
     Object *raw = object.get();
-    if (temporaries().empty() && QCoreApplication::instance())
-        QTimer::singleShot(0, QCoreApplication::instance(), drainTemporaries);
-    temporaries().push_back(std::move(object));
+    if (raw)
+        new TemporaryHolder(std::move(object));
     return raw;
 }
 
 void drainTemporaries() {
-    const std::vector<std::unique_ptr<Object>> dying = std::move(temporaries());
-    temporaries().clear();
+    // What dies may make others; they stay for the next time.
+    const QSet<TemporaryHolder *> dying = TemporaryHolder::holders();
+    for (TemporaryHolder *holder : dying)
+        if (TemporaryHolder::holders().contains(holder))
+            delete holder;
 }
 
 } // namespace rt

@@ -23,6 +23,9 @@ bool isNumberType(const Value &value) {
     case QMetaType::ULongLong:
     case QMetaType::Short:
     case QMetaType::UShort:
+    case QMetaType::Char:
+    case QMetaType::SChar:
+    case QMetaType::UChar:
     case QMetaType::Double:
     case QMetaType::Float:
         return true;

@@ -9,23 +9,24 @@ class QWidget;
 
 namespace platform {
 
-// A folder of resources: `<language>.lproj/<table>.strings` (UTF-8, lines of `"key" = "text";`), images as PNG or SVG
-// files by name (with or without extension; a "name@2x" file serves sharper displays), interface descriptions as
+// A folder of resources: `<language>.lproj/<table>.strings` (UTF-8, lines of `"key" = "text";`), images as
+// PNG or SVG files by name (with or without extension; a "name@2x" file serves sharper displays), interface
+// descriptions as
 // `<name>.ui` files. Loaded once per name. Main thread only.
 class Bundle {
 public:
     virtual ~Bundle() = default;
-    // The text behind the key, in the desktop's language when the bundle has it, else in English; `fallback` when the
-    // table has no such key.
+    // The text behind the key, in the desktop's language when the bundle has it, else in English; `fallback`
+    // when the table has no such key.
     [[nodiscard]] virtual QString localizedString(const QString &key, const QString &fallback,
                                                   const QString &table) const = 0;
-    // The image of that name at the given device pixel ratio (its devicePixelRatio is set; its size in points is the
-    // same at every ratio); a null image when there is none.
+    // The image of that name at the given device pixel ratio (its devicePixelRatio is set; its size in points
+    // is the same at every ratio); a null image when there is none.
     [[nodiscard]] virtual QImage image(const QString &name, qreal devicePixelRatio = 1.0) const = 0;
     // The (plain) path of a resource file by its full name; a null text when there is none.
     [[nodiscard]] virtual QString pathForResource(const QString &fileName) const = 0;
-    // Builds the top widget of the interface description of that name, with no parent. The caller owns it. nullptr
-    // when there is none or it is malformed (one line in the log). Widgets are found by objectName().
+    // Builds the top widget of the interface description of that name, with no parent. The caller owns it.
+    // nullptr when there is none or it is malformed (one line in the log). Widgets are found by objectName().
     [[nodiscard]] virtual std::unique_ptr<QWidget> loadInterface(const QString &name) const = 0;
 };
 

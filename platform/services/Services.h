@@ -13,8 +13,8 @@
 
 namespace platform {
 
-// Filled once by a program at its start, before a plug-in is loaded, or by a test for itself. Every pointer is set
-// while anything that uses services() lives.
+// Filled once by a program at its start, before a plug-in is loaded, or by a test for itself. Every pointer
+// is set while anything that uses services() lives.
 struct Services {
     std::unique_ptr<DistributedNotificationCenter> distributedNotifications;
     std::unique_ptr<NotificationCenter> notifications;
@@ -36,13 +36,14 @@ void setServices(Services services);
 // What a desktop program starts from.
 struct DesktopOptions {
     QString bundleIdentifier; // of this program: its name on the bus and its defaults domain
-    QString rootFolder; // below which absolute bundle paths lie; empty: $PARLO_ROOT, else the installed default
-    QString defaultsFolder; // where defaults are kept; empty: the desktop's configuration folder
+    QString
+        rootFolder; // below which absolute bundle paths lie; empty: $PARLO_ROOT, else the installed default
+    QString defaultsFolder;  // where defaults are kept; empty: the desktop's configuration folder
     QString documentsFolder; // empty: the desktop's Documents folder
     QString pluginResources; // folder of the plug-in's resources; empty: the installed one below the root
 };
-// The services of a real desktop. Needs an application object. Claims the bundle identifier on the session bus, now
-// or as soon as there is one; a name that another process holds is left to it.
+// The services of a real desktop. Needs an application object. Claims the bundle identifier on the session
+// bus, now or as soon as there is one; a name that another process holds is left to it.
 [[nodiscard]] Services makeDesktopServices(const DesktopOptions &options);
 
 } // namespace platform

@@ -1,4 +1,5 @@
-// In-memory doubles of the services, with the same contracts, for tests and for the simulation of a whole desktop.
+// In-memory doubles of the services, with the same contracts, for tests and for the simulation of a whole
+// desktop.
 #pragma once
 
 #include "platform/services/Services.h"
@@ -16,8 +17,8 @@ public:
     TimerId callAfter(double seconds, Callback callback) override;
     void cancel(TimerId timer) override;
 
-    // Runs everything that falls due within the next `seconds`, in order, also what that adds. advance(0) is one
-    // turn of the loop repeated until nothing is due.
+    // Runs everything that falls due within the next `seconds`, in order, also what that adds. advance(0) is
+    // one turn of the loop repeated until nothing is due.
     void advance(double seconds);
     [[nodiscard]] double now() const { return m_now; }
     [[nodiscard]] int pendingCount() const { return int(m_pending.size()); }
@@ -43,27 +44,21 @@ public:
         bool deliverImmediately;
     };
 
-    explicit MemoryNotificationBus(RunLoop &runLoop) : m_runLoop(runLoop) {}
-    ~MemoryNotificationBus() override;
-    void post(const QString &name, const QString &sender, const TextMap &userInfo, bool deliverImmediately) override;
+    explicit MemoryNotificationBus(RunLoop &runLoop)
+        : m_runLoop(runLoop) {}
+    void post(const QString &name, const QString &sender, const TextMap &userInfo,
+              bool deliverImmediately) override;
     [[nodiscard]] ObserverId addObserver(const QString &name, Handler handler) override;
     void removeObserver(ObserverId observer) override;
 
-    // Everything posted so far, in order, also what nobody observed.
+    // Everything posted so far, in order, also what nobody observed; not what was refused.
     [[nodiscard]] const QList<Posted> &posted() const { return m_posted; }
     void clearPosted() { m_posted.clear(); }
 
 private:
-    void deliver(const Posted &posted);
-    struct Registration {
-        ObserverId id;
-        QString name;
-        Handler handler;
-    };
     RunLoop &m_runLoop;
-    QList<Registration> m_registrations;
+    ObserverList<TextMap> m_observers;
     QList<Posted> m_posted;
-    ObserverId m_lastId = 0;
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };
 
@@ -117,8 +112,8 @@ public:
     [[nodiscard]] rt::Value valueInDomain(const QString &domain, const QString &key) const override;
 };
 
-// A bundle that answers each key with the key in brackets ("[NoVelaClient]") and has a small image of every name,
-// except what a test lists as missing. Interface descriptions come from `interfaceFolder`.
+// A bundle that answers each key with the key in brackets ("[NoVelaClient]") and has a small image of every
+// name, except what a test lists as missing. Interface descriptions come from `interfaceFolder`.
 class EchoBundle : public Bundle {
 public:
     QSet<QString> missingImages;

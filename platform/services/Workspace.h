@@ -6,23 +6,24 @@
 
 namespace platform {
 
-// Paths given to and answered by this class are the system's own absolute paths ("/Applications/Some.app"); resolve()
-// turns one into the path where it lies on this machine, below the root folder. The other services take resolved or
-// plain paths. Nothing is cached: every call looks again. Main thread only.
+// Paths given to and answered by this class are the system's own absolute paths ("/Applications/Some.app");
+// resolve() turns one into the path where it lies on this machine, below the root folder. The other services
+// take resolved or plain paths. Nothing is cached: every call looks again. Main thread only.
 class Workspace {
 public:
     virtual ~Workspace() = default;
 
-    // Below the root folder when `path` begins with "/Applications/" or "/Users/Shared/"; otherwise the path itself.
-    // A leading "~" is not expanded.
+    // Below the root folder when `path` begins with "/Applications/" or "/Users/Shared/"; otherwise the path
+    // itself. A leading "~" is not expanded.
     [[nodiscard]] virtual QString resolve(const QString &path) const = 0;
-    // The (unresolved) path of the application with that bundle identifier: first among the running ones that have
-    // announced it, else among the bundles in "/Applications" and "/Users/Shared". A null text when there is none.
+    // The (unresolved) path of the application with that bundle identifier: first among the running ones that
+    // have announced it, else among the bundles in "/Applications" and "/Users/Shared". A null text when
+    // there is none.
     [[nodiscard]] virtual QString pathForBundleIdentifier(const QString &identifier) const = 0;
     // Whether the (unresolved) path is a folder that is an application bundle: it has Contents/Info.plist.
     [[nodiscard]] virtual bool isFilePackage(const QString &path) const = 0;
-    // The (resolved) path of the bundle's executable: CFBundleExecutable below Contents/MacOS, when the file is there
-    // and executable. A null text otherwise.
+    // The (resolved) path of the bundle's executable: CFBundleExecutable below Contents/MacOS, when the file
+    // is there and executable. A null text otherwise.
     [[nodiscard]] virtual QString executablePath(const QString &bundlePath) const = 0;
     // The bundle identifiers of the applications that run now: the well-known names owned on the session bus.
     [[nodiscard]] virtual QStringList runningApplications() const = 0;

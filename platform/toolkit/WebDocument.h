@@ -6,6 +6,8 @@
 
 namespace platform {
 
+struct WebNode;
+
 // HTML as browsers read it (HTML living standard, parsing and serialising), with unknown tags such as those that mail
 // programs write kept as they are. Copying shares nothing. Nesting beyond 2,000 elements is flattened.
 class WebDocument {
@@ -28,8 +30,7 @@ public:
     bool setInnerHtml(const QString &tagName, const QString &html);
 
 private:
-    struct Node;
-    std::unique_ptr<Node> m_root;
+    std::unique_ptr<WebNode> m_root;
 };
 
 } // namespace platform

@@ -3,6 +3,6 @@
 
 #include <QString>
 
-// Announces that the current test will log a warning that contains the text, at least once. The test fails when it does
-// not. Announcements end with the test.
+// Announces that the current test will log a warning that contains the text, at least once. The test fails
+// when it does not. Announcements end with the test.
 void expectWarning(const QString &part);

@@ -50,7 +50,9 @@ class WarningListener : public testing::EmptyTestEventListener {
 
 } // namespace
 
-void expectWarning(const QString &part) { announcements().append({part}); }
+void expectWarning(const QString &part) {
+    announcements().append({part});
+}
 
 int main(int argc, char **argv) {
     testing::InitGoogleTest(&argc, argv);

@@ -1,0 +1,55 @@
+#include "platform/services/Notifications.h"
+
+#include "platform/services/NotificationLimits.h"
+
+namespace platform {
+
+void NotificationCenter::post(const QString &name, const QVariantMap &userInfo) {
+    // Copies: the caller's may be gone before the last handler has run.
+    const QString postedName = name;
+    const QVariantMap postedInfo = userInfo;
+    m_observers.deliver(postedName, postedInfo);
+}
+
+ObserverId NotificationCenter::addObserver(const QString &name, Handler handler) {
+    return m_observers.add(name, std::move(handler));
+}
+
+void NotificationCenter::removeObserver(ObserverId observer) {
+    m_observers.remove(observer);
+}
+
+namespace {
+
+qint64 utf8Size(QStringView text) {
+    qint64 size = 0;
+    for (const QChar unit : text) {
+        // Each half of a surrogate pair stands for two of the pair's four bytes; a lone half is sent as
+        // three, which is too rare to count.
+        const char16_t code = unit.unicode();
+        size += code < 0x80 ? 1 : code < 0x800 || unit.isSurrogate() ? 2 : 3;
+    }
+    return size;
+}
+
+bool hasNul(const QString &text) {
+    return text.contains(QChar(u'\0'));
+}
+
+} // namespace
+
+QString refusalOf(const QString &name, const QString &sender, const TextMap &userInfo) {
+    bool nul = hasNul(name) || hasNul(sender);
+    qint64 size = utf8Size(name) + utf8Size(sender);
+    for (auto entry = userInfo.cbegin(); entry != userInfo.cend() && !nul; ++entry) {
+        nul = hasNul(entry.key()) || hasNul(entry.value());
+        size += utf8Size(entry.key()) + utf8Size(entry.value());
+    }
+    if (nul)
+        return QStringLiteral("it contains a NUL character");
+    if (size > DistributedNotificationCenter::maximumSize)
+        return QStringLiteral("it is too large (%1 bytes)").arg(size);
+    return {};
+}
+
+} // namespace platform

@@ -1,0 +1,45 @@
+#include "platform/services/BinaryPropertyList.h"
+#include "platform/services/Storage.h"
+#include "platform/services/XmlPropertyList.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace platform {
+
+namespace {
+
+class FilePropertyLists : public PropertyLists {
+public:
+    rt::Value read(const QString &path) const override {
+        QFile file(path);
+        if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+            return {};
+        return parse(file.read(maximumSize + 1)); // one more than is parsed: the file may be growing
+    }
+
+    rt::Value parse(const QByteArray &bytes) const override {
+        if (bytes.size() > maximumSize)
+            return {};
+        return isBinaryPropertyList(bytes) ? fromBinaryPropertyList(bytes) : fromXmlPropertyList(bytes);
+    }
+
+    QByteArray toXml(const rt::Value &value) const override { return toXmlPropertyList(value); }
+
+    bool write(const QString &path, const rt::Value &value) const override {
+        const QByteArray xml = toXml(value);
+        if (xml.isEmpty() || xml.size() > maximumSize)
+            return false;
+        QSaveFile file(path);
+        return file.open(QIODevice::WriteOnly) && file.write(xml) == xml.size() && file.commit();
+    }
+};
+
+} // namespace
+
+std::unique_ptr<PropertyLists> makePropertyLists() {
+    return std::make_unique<FilePropertyLists>();
+}
+
+} // namespace platform

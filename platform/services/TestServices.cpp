@@ -1,0 +1,213 @@
+#include "platform/services/TestServices.h"
+
+#include "platform/services/InterfaceLoader.h"
+#include "platform/services/NotificationLimits.h"
+#include "platform/services/RootFolder.h"
+
+#include <QFileInfo>
+#include <QImage>
+#include <QWidget>
+#include <algorithm>
+#include <cmath>
+
+namespace platform {
+
+// Run loop
+
+namespace {
+
+// Sums of decimal fractions must still reach the moment that they add up to.
+constexpr double timeTolerance = 1e-9;
+
+} // namespace
+
+TimerId VirtualRunLoop::callAfter(double seconds, Callback callback) {
+    const double due = m_now + (seconds > 0 ? seconds : 0.0);
+    const auto place =
+        std::upper_bound(m_pending.begin(), m_pending.end(), due,
+                         [](double time, const Pending &pending) { return time < pending.due; });
+    m_pending.insert(place, {due, ++m_lastId, std::move(callback)});
+    return m_lastId;
+}
+
+void VirtualRunLoop::cancel(TimerId timer) {
+    std::erase_if(m_pending, [timer](const Pending &pending) { return pending.id == timer; });
+}
+
+void VirtualRunLoop::advance(double seconds) {
+    const double end = m_now + seconds;
+    while (!m_pending.empty() && m_pending.front().due <= end + timeTolerance) {
+        const Pending next = std::move(m_pending.front());
+        m_pending.erase(m_pending.begin());
+        m_now = std::max(m_now, next.due);
+        if (next.callback)
+            contained("run loop", next.callback);
+    }
+    m_now = std::max(m_now, end);
+}
+
+// Distributed notifications
+
+void MemoryNotificationBus::post(const QString &name, const QString &sender, const TextMap &userInfo,
+                                 bool deliverImmediately) {
+    const QString refusal = refusalOf(name, sender, userInfo);
+    if (!refusal.isNull()) {
+        qWarning("notification \"%s\" dropped: %s", qPrintable(name), qPrintable(refusal));
+        return;
+    }
+    m_posted.append({name, sender, userInfo, deliverImmediately});
+    TextMap arriving = userInfo;
+    for (QString &value : arriving) {
+        if (value.isNull())
+            value = QLatin1String(""); // a wire knows no null text
+    }
+    m_runLoop.callAfter(0, [this, alive = std::weak_ptr<bool>(m_alive), name, arriving] {
+        if (!alive.expired())
+            m_observers.deliver(name, arriving);
+    });
+}
+
+ObserverId MemoryNotificationBus::addObserver(const QString &name, Handler handler) {
+    return m_observers.add(name, std::move(handler));
+}
+
+void MemoryNotificationBus::removeObserver(ObserverId observer) {
+    m_observers.remove(observer);
+}
+
+// Workspace
+
+QString TableWorkspace::resolve(const QString &path) const {
+    return belowRoot(root, path);
+}
+
+QString TableWorkspace::pathForBundleIdentifier(const QString &identifier) const {
+    for (const BundleEntry &bundle : bundles) {
+        if (bundle.identifier == identifier)
+            return bundle.path;
+    }
+    return {};
+}
+
+bool TableWorkspace::isFilePackage(const QString &path) const {
+    return std::any_of(bundles.cbegin(), bundles.cend(),
+                       [&path](const BundleEntry &bundle) { return bundle.path == path; });
+}
+
+QString TableWorkspace::executablePath(const QString &bundlePath) const {
+    for (const BundleEntry &bundle : bundles) {
+        if (bundle.path == bundlePath)
+            return bundle.executable;
+    }
+    return {};
+}
+
+QStringList TableWorkspace::runningApplications() const {
+    return running;
+}
+
+bool TableWorkspace::launchApplication(const QString &identifier) {
+    if (pathForBundleIdentifier(identifier).isNull())
+        return false;
+    launched.append(identifier);
+    return true;
+}
+
+bool TableWorkspace::startProcess(const QString &executable, const QStringList &arguments) {
+    if (executable.isEmpty())
+        return false;
+    started.append({executable, arguments});
+    return true;
+}
+
+int TableWorkspace::systemVersion() const {
+    return version;
+}
+
+QString TableWorkspace::homeFolder() const {
+    return home;
+}
+
+QString TableWorkspace::documentsFolder() const {
+    return documents;
+}
+
+bool TableWorkspace::openInFileBrowser(const QString &folder) {
+    opened.append(folder);
+    return true;
+}
+
+void TableWorkspace::activateThisApplication() {
+    ++activations;
+}
+
+// User defaults
+
+rt::Value MemoryUserDefaults::value(const QString &key) const {
+    return values.value(key);
+}
+
+void MemoryUserDefaults::setValue(const QString &key, const rt::Value &value) {
+    if (value.isValid())
+        values.insert(key, value);
+    else
+        values.remove(key);
+}
+
+bool MemoryUserDefaults::synchronize() {
+    ++synchronizations;
+    return true;
+}
+
+rt::Value MemoryUserDefaults::valueInDomain(const QString &domain, const QString &key) const {
+    return domains.value(domain).value(key);
+}
+
+// Bundle
+
+QString EchoBundle::localizedString(const QString &key, const QString &, const QString &) const {
+    return QLatin1Char('[') + key + QLatin1Char(']');
+}
+
+QImage EchoBundle::image(const QString &name, qreal devicePixelRatio) const {
+    if (missingImages.contains(name))
+        return {};
+    constexpr int points = 16;
+    const int pixels = int(std::lround(points * devicePixelRatio));
+    QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(devicePixelRatio);
+    image.fill(Qt::blue);
+    return image;
+}
+
+QString EchoBundle::pathForResource(const QString &fileName) const {
+    const QString path = interfaceFolder + QLatin1Char('/') + fileName;
+    return !interfaceFolder.isEmpty() && QFileInfo(path).isFile() ? path : QString();
+}
+
+std::unique_ptr<QWidget> EchoBundle::loadInterface(const QString &name) const {
+    const QString path = pathForResource(name + QLatin1String(".ui"));
+    return path.isNull() ? nullptr : InterfaceLoader(interfaceFolder).load(path);
+}
+
+TestDesktop installTestServices() {
+    auto runLoop = std::make_unique<VirtualRunLoop>();
+    auto bus = std::make_unique<MemoryNotificationBus>(*runLoop);
+    auto workspace = std::make_unique<TableWorkspace>();
+    auto userDefaults = std::make_unique<MemoryUserDefaults>();
+    auto bundle = std::make_unique<EchoBundle>();
+    const TestDesktop desktop{runLoop.get(), bus.get(), workspace.get(), userDefaults.get(), bundle.get()};
+    Services fresh;
+    fresh.distributedNotifications = std::move(bus);
+    fresh.notifications = std::make_unique<NotificationCenter>();
+    fresh.runLoop = std::move(runLoop);
+    fresh.workspace = std::move(workspace);
+    fresh.userDefaults = std::move(userDefaults);
+    fresh.propertyLists = makePropertyLists();
+    fresh.htmlImporter = makeHtmlImporter();
+    fresh.pluginBundle = std::move(bundle);
+    setServices(std::move(fresh));
+    return desktop;
+}
+
+} // namespace platform

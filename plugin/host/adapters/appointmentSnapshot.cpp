@@ -1,0 +1,64 @@
+// The snapshot that the appointment's adapter takes.
+#include "plugin/host/adapters/hostNames.h"
+#include "plugin/host/adapters/vlECCalendarEvent.h"
+#include "plugin/host/adapters/vlECCalendarEventAttendee.h"
+#include "plugin/host/adapters/vlOLCalendarDate.h"
+#include "plugin/link/meetingKeys.h"
+#include "plugin/util/vlOLUtils.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+constexpr double secondsInMinute = 60.0;
+
+// No value leaves the key out; the null marker is kept, since it says that the user has cleared the field.
+void insertValue(QVariantMap &record, const QString &key, const rt::Value &value) {
+    if (rt::isPresent(value) || rt::isNullMarker(value))
+        record.insert(key, value);
+}
+
+qint32 wholeMinutes(double seconds) {
+    const double minutes = seconds / secondsInMinute;
+    return qint32(std::clamp(minutes, double(std::numeric_limits<qint32>::min()),
+                             double(std::numeric_limits<qint32>::max())));
+}
+
+} // namespace
+
+QVariantMap vlECCalendarEvent::getVlMeetingData() const {
+    QVariantMap record;
+    insertValue(record, vl_ApptInfo_Subject, getOneMergedItem(olItem_summary));
+    insertValue(record, vl_ApptInfo_Location, getOneMergedItem(olItem_location));
+    record.insert(vl_ApptInfo_Duration, getVlDuration());
+    insertValue(record, vl_ApptInfo_Body, getOneMergedItem(olItem_body));
+    insertValue(record, vl_ApptInfo_VlOIProperty, getOLItemID(olItem_olmUCCapabilities));
+    record.insert(vl_ApptInfo_StartTime, dateRecord(olItem_startTime));
+    record.insert(vl_ApptInfo_EndTime, dateRecord(olItem_endTime));
+    record.insert(vl_ApptInfo_Recurrence, vlOLUtils::isValidInstance(getOneMergedItem(olItem_recurrence)));
+    const QVariantList attendees = getVlAttendeesData();
+    if (!attendees.isEmpty())
+        record.insert(vl_ApptInfo_Attendees, attendees);
+    return record;
+}
+
+QVariantMap vlECCalendarEvent::dateRecord(const QString &key) const {
+    return vlOLCalendarDate(rt::objectValue(getOneMergedItem(key))).getVlMeetingData();
+}
+
+QString vlECCalendarEvent::getVlDuration() const {
+    rt::Object *start = rt::objectValue(getOneMergedItem(olItem_startTime));
+    const vlOLCalendarDate end(rt::objectValue(getOneMergedItem(olItem_endTime)));
+    return QString::number(wholeMinutes(end.timeIntervalSinceDate(start)));
+}
+
+QVariantList vlECCalendarEvent::getVlAttendeesData() const {
+    QVariantList records;
+    vlECCalendarEventAttendee attendee(nullptr);
+    for (const rt::Value &element : rt::listValue(getOneMergedItem(olItem_attendeeList))) {
+        attendee.setDelegate(rt::objectValue(element));
+        records.append(attendee.getVlMeetingData());
+    }
+    return records;
+}

@@ -1,0 +1,187 @@
+#include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
+
+#include "platform/toolkit/Windows.h"
+#include "plugin/host/adapters/hostNames.h"
+#include "plugin/link/meetingKeys.h"
+#include "plugin/util/vlPluginBuildMgr.h"
+
+#include <QWidget>
+#include <algorithm>
+
+namespace {
+
+QString pendingKey(const QString &member) {
+    return key_vlPendingPrefix + member;
+}
+
+// A cleared value is a change too; an entry without a value is none.
+bool isChanged(const QVariantMap &pending, const QString &member) {
+    const rt::Value change = pending.value(pendingKey(member));
+    return rt::isPresent(change) || rt::isNullMarker(change);
+}
+
+QVariantMap pendingChangesOf(const vlDelegateBase &editor) {
+    return rt::mapValue(editor.getOLItemID(olItem_uncommittedChanges));
+}
+
+} // namespace
+
+vlERCalendarEventEditorViewController::vlERCalendarEventEditorViewController(rt::Object *editor)
+    : vlDelegateBase(key_vlERCalendarEventEditorViewController, editor) {
+    resetECCalendarEventInstance();
+}
+
+rt::Object *vlERCalendarEventEditorViewController::content() const {
+    return rt::objectValue(getOLItemID(olItem_content));
+}
+
+void vlERCalendarEventEditorViewController::resetECCalendarEventInstance() const {
+    rt::Object *event = content();
+    m_pECCalendarEvent = rt::Weak<>(event);
+    // Only the base is copied into the provider: this adapter may be moved or die before the event adapter.
+    const vlDelegateBase editor = *this;
+    m_ECCalendarEvent =
+        std::make_unique<vlECCalendarEvent>(event, [editor] { return pendingChangesOf(editor); });
+}
+
+vlECCalendarEvent *vlERCalendarEventEditorViewController::ecCalendarEvent() const {
+    // A reference to an event that is gone is nullptr, so a new one at the same address counts as another.
+    if (content() != m_pECCalendarEvent.get() || !m_ECCalendarEvent)
+        resetECCalendarEventInstance();
+    return m_ECCalendarEvent.get();
+}
+
+QVariantMap vlERCalendarEventEditorViewController::getVlMeetingData() const {
+    QVariantMap snapshot = ecCalendarEvent()->getVlMeetingData();
+    const QString onbehalf = onbehalfEmailAddress();
+    if (!onbehalf.isEmpty())
+        snapshot.insert(vl_ApptInfo_OnbehalfEmailAddress, onbehalf);
+    return snapshot;
+}
+
+bool vlERCalendarEventEditorViewController::isSupportedOwner() const {
+    return ecCalendarEvent()->isSupportedOwner();
+}
+
+bool vlERCalendarEventEditorViewController::needHideVlButton() const {
+    return isCancelMode() || isOccurrenceOrException() || !isSupportedOwner();
+}
+
+bool vlERCalendarEventEditorViewController::blockDeleteVelaMeeting() const {
+    return !isSupportedOwner() || isOccurrenceOrException();
+}
+
+bool vlERCalendarEventEditorViewController::isOnBehalf() const {
+    return vlPluginBuildMgr::supportScheduleFor() && isDelegating();
+}
+
+QString vlERCalendarEventEditorViewController::onbehalfEmailAddress() const {
+    return isOnBehalf() ? currentEmailAddress() : QString();
+}
+
+QString vlERCalendarEventEditorViewController::currentEmailAddress() const {
+    rt::Object *account = currentEmailAccount();
+    return account ? vlECEmailAccount(account).emailAddress() : QStringLiteral("");
+}
+
+QString vlERCalendarEventEditorViewController::curFromEmailAddress() const {
+    return ecCalendarEvent()->curFromAddress();
+}
+
+void vlERCalendarEventEditorViewController::setIsDirty(bool dirty) {
+    m_bVlSettingOpened = true;
+    getOLItemID(olItem_setIsDirty, dirty);
+}
+
+bool vlERCalendarEventEditorViewController::isVlMeetingItemsChanged() const {
+    const QVariantMap pending = uncommittedChanges();
+    for (const QString &member :
+         {olItem_attendeeList, olItem_recurrence, olItem_summary, olItem_endTime, olItem_startTime})
+        if (isChanged(pending, member))
+            return true;
+    const QString body = rt::textValue(pending.value(pendingKey(olItem_body)));
+    if (!body.isEmpty() && body != m_initBodyContent)
+        return true;
+    return m_bVlSettingOpened;
+}
+
+void vlERCalendarEventEditorViewController::setInitBodyContent() {
+    const QString body = rt::textValue(uncommittedChanges().value(pendingKey(olItem_body)));
+    if (!body.isEmpty() && !isBodyContentEmpty(body))
+        setInitBodyContent(body);
+}
+
+void vlERCalendarEventEditorViewController::setInitBodyContent(const QString &html) {
+    if (!html.isNull())
+        m_initBodyContent = html;
+}
+
+void vlERCalendarEventEditorViewController::saveVlDataToOLProperty(const QString &text) const {
+    getOLItemID(olItem_setOlmUCCapabilities, text);
+}
+
+void vlERCalendarEventEditorViewController::updateLocationFieldFromUI(const QString &text) const {
+    if (QWidget *field = rt::widgetValue(getOLItemID(olItem_locationTextField)))
+        platform::setTextFieldValue(field, text);
+}
+
+QString vlERCalendarEventEditorViewController::getLocationFromUI() const {
+    const QWidget *field = rt::widgetValue(getOLItemID(olItem_locationTextField));
+    return field ? platform::textFieldValue(field) : QString();
+}
+
+QVariantMap vlERCalendarEventEditorViewController::uncommittedChanges() const {
+    return pendingChangesOf(*this);
+}
+
+bool vlERCalendarEventEditorViewController::isDelegating() const {
+    return rt::boolValue(getOLItemID(olItem_isDelegating));
+}
+
+bool vlERCalendarEventEditorViewController::isCancelMode() const {
+    return rt::boolValue(getOLItemID(olItem_isCancelMode));
+}
+
+bool vlERCalendarEventEditorViewController::isOccurrenceOrException() const {
+    return rt::boolValue(getOLItemID(olItem_isOccurrenceOrException));
+}
+
+bool vlERCalendarEventEditorViewController::isDirty() const {
+    return rt::boolValue(getOLItemID(olItem_isDirty));
+}
+
+QString vlERCalendarEventEditorViewController::olmUCCapabilities() const {
+    return rt::textValue(getOLItemID(olItem_olmUCCapabilities));
+}
+
+rt::Object *vlERCalendarEventEditorViewController::currentEmailAccount() const {
+    return rt::objectValue(getOLItemID(olItem_currentEmailAccount));
+}
+
+QWidget *vlERCalendarEventEditorViewController::view() const {
+    return rt::widgetValue(getOLItemID(olItem_view));
+}
+
+rt::Value vlERCalendarEventEditorViewController::attendeeList() const {
+    return getOLItemID(olItem_attendeeList);
+}
+
+rt::Value vlERCalendarEventEditorViewController::meetingOrganizer() const {
+    return getOLItemID(olItem_meetingOrganizer);
+}
+
+rt::Value vlERCalendarEventEditorViewController::hasMultipleAccounts() const {
+    return getOLItemID(olItem_hasMultipleAccounts);
+}
+
+void vlERCalendarEventEditorViewController::reloadComposeView() const {
+    getOLItemID(olItem_reloadComposeView);
+}
+
+void vlERCalendarEventEditorViewController::contentDidChange() const {
+    getOLItemID(olItem_contentDidChange);
+}
+
+void vlERCalendarEventEditorViewController::focusOnBody() const {
+    getOLItemID(olItem_focusOnBody);
+}

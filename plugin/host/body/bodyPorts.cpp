@@ -1,0 +1,6 @@
+#include "plugin/host/body/bodyPorts.h"
+
+BodyPorts &BodyPorts::instance() {
+    static auto *ports = new BodyPorts;
+    return *ports;
+}

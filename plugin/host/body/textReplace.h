@@ -1,0 +1,19 @@
+// Replacing in one pass.
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+// The text with every occurrence replaced, never null. Linear: the toolkit's own replacement moves the rest
+// of the text for every batch of occurrences, which takes minutes on the largest bodies.
+[[nodiscard]] inline QString replacedAll(QStringView text, QStringView before, QStringView after) {
+    QString result = QStringLiteral("");
+    qsizetype copied = 0;
+    for (qsizetype at = text.indexOf(before); at >= 0; at = text.indexOf(before, copied)) {
+        result += text.sliced(copied, at - copied);
+        result += after;
+        copied = at + before.size();
+    }
+    result += text.sliced(copied);
+    return result;
+}

@@ -1,0 +1,171 @@
+#include "plugin/host/body/vlBodyHelper.h"
+
+#include "platform/services/Services.h"
+#include "plugin/host/body/bookmarkRange.h"
+#include "plugin/host/body/linkMaker.h"
+#include "plugin/host/body/textReplace.h"
+#include "plugin/util/vlOLUtils.h"
+
+namespace {
+
+const QString bodyEndTag = QStringLiteral("</body>");
+const QString lineBreakTag = QStringLiteral("<br>");
+const QString blockMargin = QStringLiteral("<br><br>");
+
+// How much of a plain invitation tells where it begins and ends in UTF-16 units, and how far behind its end
+// the end bookmark stands, so that the line break that ends the invitation stays inside the block.
+constexpr qsizetype markerLength = 20;
+constexpr qsizetype endBookmarkOffset = 3;
+
+bool isLineBreak(QChar c) {
+    const char16_t unit = c.unicode();
+    return (unit >= u'\n' && unit <= u'\r') || unit == u'\u0085' || unit == u'\u2028' || unit == u'\u2029';
+}
+
+QStringView withoutOuterLineBreaks(QStringView text) {
+    while (!text.isEmpty() && isLineBreak(text.front()))
+        text = text.sliced(1);
+    while (!text.isEmpty() && isLineBreak(text.back()))
+        text.chop(1);
+    return text;
+}
+
+QString without(const QString &text, QStringView part) {
+    return replacedAll(text, part, QStringView());
+}
+
+QString replacedRange(const QString &body, const BodyRange &range, const QString &block) {
+    const QStringView view(body);
+    QString result = QStringLiteral("");
+    result.reserve(body.size() - range.length + block.size());
+    result += view.first(range.start);
+    result += block;
+    result += view.sliced(range.start + range.length);
+    return result;
+}
+
+QString wrapped(const QString &html) {
+    return blockMargin + html + blockMargin;
+}
+
+QString bookmarkedPlainText(const QString &invitation) {
+    const QString trimmed = vlOLUtils::trimAllSpaceAndNewLine(invitation);
+    const QString head = vlOLUtils::trimAllSpaceAndNewLine(trimmed.left(markerLength));
+    const QString tail = vlOLUtils::trimAllSpaceAndNewLine(trimmed.right(markerLength));
+    QString text = invitation;
+    text.insert(head.isEmpty() ? 0 : qMax(text.indexOf(head), qsizetype(0)), kvl_BeginBookmark);
+    const qsizetype last = tail.isEmpty() ? -1 : text.lastIndexOf(tail);
+    const qsizetype end = last < 0 ? text.size() : last + tail.size();
+    text.insert(qMin(end + endBookmarkOffset, text.size()), kvl_EndBookmark);
+    return text;
+}
+
+// For bookmarks in the wrong order. What lies between them is the user's: a proper pair gives way to the
+// block, and without one the block goes to the end, as into a body that never had any.
+QString updatedDespiteOrder(const vlBodyHelper &helper, const QString &body, const BookmarkTexts &texts,
+                            const QString &block) {
+    if (const std::optional<BodyRange> pair = lastProperPair(body, texts))
+        return replacedRange(body, *pair, block);
+    const QString extended = helper.newVlBodyToEnd(body, block);
+    return extended.isNull() ? body + block : extended;
+}
+
+QString updatedFreshBlock(const QString &body, const QString &block) {
+    const qsizetype begin = body.indexOf(kvl_InitBeginBookMark);
+    if (begin < 0)
+        return {};
+    const qsizetype end = body.indexOf(kvl_InitEndBookMark, begin + kvl_InitBeginBookMark.size());
+    if (end < 0)
+        return {};
+    return replacedRange(body, {begin, end + kvl_InitEndBookMark.size() - begin}, block);
+}
+
+} // namespace
+
+vlBodyHelper &vlBodyHelper::sharedInstance() {
+    static auto *helper = new vlBodyHelper;
+    return *helper;
+}
+
+QString vlBodyHelper::convertHTMLToPlainText(const QString &html) const {
+    if (html.isEmpty())
+        return {};
+    const QString text = platform::services().htmlImporter->plainText(trimHTMLNBSPTags(html));
+    return text.isNull() ? QStringLiteral("") : text;
+}
+
+QString vlBodyHelper::trimHTMLNBSPTags(const QString &text) const {
+    return text.contains(HTML_NBSP_TAG) ? without(text, HTML_NBSP_TAG) : text;
+}
+
+QString vlBodyHelper::convertPlainTextToHTML(const QString &text) const {
+    if (text.isNull())
+        return {};
+    return replacedAll(withLinks(withoutOuterLineBreaks(text)), u"\n", lineBreakTag);
+}
+
+QString vlBodyHelper::insertVlBodyBookMark(const QString &invitation, bool isHTML) const {
+    if (invitation.isEmpty())
+        return QStringLiteral("");
+    if (isHTML)
+        return kvl_BeginBookmark + invitation + kvl_EndBookmark;
+    return wrapped(convertPlainTextToHTML(bookmarkedPlainText(invitation)));
+}
+
+QString vlBodyHelper::newVlBodyToEnd(const QString &body, const QString &block) const {
+    const qsizetype end = body.lastIndexOf(bodyEndTag);
+    return end < 0 ? QString() : replacedRange(body, {end, 0}, block);
+}
+
+QString vlBodyHelper::updateVlBodyWithVlBookmark(const QString &body, const QString &block) const {
+    const qsizetype begin = block.indexOf(kvl_BeginBookmark);
+    const qsizetype end = block.indexOf(kvl_EndBookmark);
+    if (begin < 0 || end < 0)
+        return {};
+    const QString headMarker = without(block.left(begin + kvl_BeginBookmark.size()), lineBreakTag);
+    const QString tail = without(without(without(block.mid(end), u"\r"), u"\n"), lineBreakTag);
+    const BookmarkTexts texts{kvl_BeginBookmark, kvl_EndBookmark};
+    const BlockSearch search = findBlock(body, texts, headMarker, vlOLUtils::trimRLSpace(tail));
+    if (search.range)
+        return replacedRange(body, *search.range, block);
+    return search.found ? updatedDespiteOrder(*this, body, texts, block)
+                        : updateVlBodyWithVlBookmarkEx(body, block);
+}
+
+QString vlBodyHelper::updateVlBodyWithVlBookmarkEx(const QString &body, const QString &block) const {
+    const std::optional<BookmarkTexts> texts = bookmarksIn(body);
+    if (!texts)
+        return {};
+    const BlockSearch search = findBlock(body, *texts, texts->begin, texts->end);
+    if (search.range)
+        return replacedRange(body, *search.range, block);
+    return search.found ? updatedDespiteOrder(*this, body, *texts, block) : body;
+}
+
+QString vlBodyHelper::updateVlBodyWithSrcBody(const QString &body, const QString &invitation, bool isHTML,
+                                              const QString &) const {
+    if (body.isNull())
+        return {};
+    const QString block = insertVlBodyBookMark(invitation, isHTML);
+    const QString refreshed = updatedFreshBlock(body, block);
+    if (!refreshed.isNull())
+        return refreshed;
+    if (body.contains(kvl_BeginBookmark) && body.contains(kvl_EndBookmark))
+        return updateVlBodyWithVlBookmark(body, block);
+    if (body.contains(kvl_BeginBookmarkEx) && body.contains(kvl_EndBookmarkEx))
+        return updateVlBodyWithVlBookmarkEx(body, block);
+    const QString extended = newVlBodyToEnd(body, block);
+    return extended.isEmpty() ? block : extended;
+}
+
+QString vlBodyHelper::removeVlBodyForDelete(const QString &body) const {
+    const std::optional<BookmarkTexts> texts = bookmarksIn(body);
+    const std::optional<BodyRange> range = texts ? firstPair(body, *texts) : std::nullopt;
+    return range ? replacedRange(body, *range, QStringLiteral("")) : QString();
+}
+
+QString vlBodyHelper::updateBodyForPAC(const QString &body, const QString &text, bool isHTML) const {
+    if (text.isNull())
+        return {};
+    return newVlBodyToEnd(body, isHTML ? text : wrapped(convertPlainTextToHTML(text)));
+}

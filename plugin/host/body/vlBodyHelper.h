@@ -1,0 +1,51 @@
+// The invitation in an appointment's body: how it is written, found again, replaced and removed.
+#pragma once
+
+#include <QString>
+
+// The two empty anchors around the invitation, as they are written; as the host leaves them when it strips
+// quotes; and as they are in a body that was made with the invitation in it.
+inline const QString kvl_BeginBookmark = QStringLiteral("<a name=\"MacVlBookmarkBegin\"></a>");
+inline const QString kvl_EndBookmark = QStringLiteral("<a name=\"MacVlBookmarkEnd\"></a>");
+inline const QString kvl_BeginBookmarkEx = QStringLiteral("<a name=MacVlBookmarkBegin></a>");
+inline const QString kvl_EndBookmarkEx = QStringLiteral("<a name=MacVlBookmarkEnd></a>");
+inline const QString kvl_InitBeginBookMark = QStringLiteral("<br><br>+<a name=\"MacVlBookmarkBegin\"></a>");
+inline const QString kvl_InitEndBookMark = QStringLiteral("<a name=\"MacVlBookmarkEnd\"></a>.<br><br>");
+inline const QString HTML_NBSP_TAG = QStringLiteral("&nbsp;");
+inline const QString HTTP_TAG = QStringLiteral("http://");
+inline const QString HTTPS_TAG = QStringLiteral("https://");
+
+// Keeps no state. Bodies and blocks are HTML. A null result: there is none, leave the body as it is.
+// Everything is linear in the length of its texts.
+class vlBodyHelper {
+public:
+    static vlBodyHelper &sharedInstance();
+
+    // The plain characters, without no-break space entities; null for a null or empty text.
+    [[nodiscard]] QString convertHTMLToPlainText(const QString &html) const;
+    [[nodiscard]] QString trimHTMLNBSPTags(const QString &text) const;
+    // The text with its line breaks as tags and its links made clickable; null for null. Nothing is escaped:
+    // an invitation may hold markup. A link is made of an address that has something other than blanks before
+    // it and a blank or line break, the text's end or a bookmark behind it.
+    [[nodiscard]] QString convertPlainTextToHTML(const QString &text) const;
+
+    // The invitation between bookmarks, as HTML: the block; "" for a null or empty invitation.
+    [[nodiscard]] QString insertVlBodyBookMark(const QString &invitation, bool isHTML) const;
+    // The body with the block before its last "</body>"; null when it has none.
+    [[nodiscard]] QString newVlBodyToEnd(const QString &body, const QString &block) const;
+    // The body with the block in place of the one it holds; null when the bookmarks (of body or block) are
+    // missing. Bookmarks in the wrong order enclose nothing: then a proper pair is replaced, or the block
+    // added at the end.
+    [[nodiscard]] QString updateVlBodyWithVlBookmark(const QString &body, const QString &block) const;
+    [[nodiscard]] QString updateVlBodyWithVlBookmarkEx(const QString &body, const QString &block) const;
+    // The body with the invitation in it; null for a null body. The stored data is not used.
+    [[nodiscard]] QString updateVlBodyWithSrcBody(const QString &body, const QString &invitation, bool isHTML,
+                                                  const QString &storedData) const;
+    // The body without its block; null when it has none.
+    [[nodiscard]] QString removeVlBodyForDelete(const QString &body) const;
+    // The body with the text of an audio conference before its last "</body>"; null when it has none.
+    [[nodiscard]] QString updateBodyForPAC(const QString &body, const QString &text, bool isHTML) const;
+
+private:
+    vlBodyHelper() = default;
+};

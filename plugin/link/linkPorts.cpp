@@ -1,0 +1,6 @@
+#include "plugin/link/linkPorts.h"
+
+LinkPorts &LinkPorts::instance() {
+    static LinkPorts ports;
+    return ports;
+}

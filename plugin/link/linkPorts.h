@@ -1,0 +1,50 @@
+// What the client link needs from the floors above it.
+#pragma once
+
+#include <QString>
+#include <QVariantMap>
+#include <memory>
+
+class QWidget;
+
+// The progress window of one request object.
+class RequestProgress {
+public:
+    virtual ~RequestProgress() = default;
+    // Shows that the client is being talked to. A second call while it is shown does nothing.
+    virtual void showCommunication(QWidget *window) = 0;
+    virtual void closeCommunication() = 0; // nothing when not shown
+};
+
+// How a request tells the user what happens to it. `window` may be nullptr: shown on its own. Calls return at
+// once.
+class RequestFeedback {
+public:
+    virtual ~RequestFeedback() = default;
+    [[nodiscard]] virtual std::unique_ptr<RequestProgress> makeProgress() = 0;
+    virtual void showAlertMessage(QWidget *window, const QString &message) = 0;
+    // The alert that offers to launch the client.
+    virtual void showClientError(QWidget *window, const QString &message) = 0;
+};
+
+// Where finished requests go.
+class FinishReceiver {
+public:
+    virtual ~FinishReceiver() = default;
+    // Finish code (1 to 13) and finish dictionary {"vlAPIResponse", "keyApptWindowID"}, either entry may be
+    // missing.
+    virtual void onExcuteCommandFinished(int command, const QVariantMap &data) = 0;
+    // The identifier of the appointment editor that the window belongs to; a null text when it belongs to
+    // none.
+    [[nodiscard]] virtual QString getApptWindowIDByWindow(QWidget *window) const = 0;
+    // For whom the request being built schedules; a null or empty text: for the user.
+    virtual void setScheduleForEmail(const QString &email) = 0;
+};
+
+// Filled by the composition root before the first request, emptied by tests. Neither is owned. With an empty
+// port the link does its work and tells nobody.
+struct LinkPorts {
+    RequestFeedback *feedback = nullptr;
+    FinishReceiver *finishReceiver = nullptr;
+    static LinkPorts &instance();
+};

@@ -1,0 +1,22 @@
+// The one code space of commands to the meeting controller and of finished requests.
+#pragma once
+
+#include <QtGlobal>
+
+// Commands 1 to 12 ask for something; 4 to 8 and 13 also tell that the client answered.
+enum class MeetingCommand : qint32 {
+    CmdNone = 0,
+    CmdAddMeeting = 1,
+    CmdChangeSettings = 2,
+    CmdCancelMeeting = 3,
+    CmdScheduleMeeting = 4,
+    CmdUpdateMeeting = 5,
+    CmdDeleteMeeting = 6,
+    CmdGetMeetingDone = 7,
+    CmdGetUserProfileDone = 8,
+    CmdStartInstantVideo = 9,
+    CmdStartInstantShare = 10,
+    CmdAddAudioConference1 = 11,
+    CmdAddAudioConference2 = 12,
+    CmdGetAudioConferenceDone = 13
+};

@@ -1,0 +1,13 @@
+// What the two answer readers share.
+#pragma once
+
+#include "plugin/proto/vlProtoBufConvert.h"
+
+// Puts the message that the bytes stand for in place of the kept one. Bytes that do not parse leave it as it
+// was.
+template<typename Message>
+void replaceWhenParsed(Message &kept, const void *bytes, int size) {
+    Message fresh;
+    if (vlProtoBufConvert::ProtoFromByteStream(&fresh, bytes, size))
+        kept = fresh;
+}

@@ -1,0 +1,15 @@
+// Dotted versions as numbers.
+#pragma once
+
+#include <QString>
+#include <compare>
+
+// The first three components; a missing one counts as 0.
+struct DottedVersion {
+    qint64 major = 0;
+    qint64 minor = 0;
+    qint64 build = 0;
+    friend auto operator<=>(const DottedVersion &, const DottedVersion &) = default;
+};
+
+[[nodiscard]] DottedVersion parseDottedVersion(const QString &text);

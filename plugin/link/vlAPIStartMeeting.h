@@ -1,0 +1,11 @@
+// Starts an instant meeting. No answer comes, so nothing is waited for.
+#pragma once
+
+#include "plugin/link/vlAPIBase.h"
+
+class vlAPIStartMeeting : public vlAPIBase {
+public:
+    static vlAPIStartMeeting &sharedInstance();
+    // An error is shown without a window and returned.
+    ClientError doAction(bool withVideo);
+};

@@ -1,0 +1,28 @@
+#include "plugin/link/vlClientFeatureMgr.h"
+
+#include "plugin/link/sharedObject.h"
+#include "plugin/link/versionRule.h"
+#include "plugin/link/vlGetClientVersionHelper.h"
+
+namespace {
+
+constexpr DottedVersion oldestSupportedClient{3, 6, 40487};
+
+bool clientIsAtLeast(const DottedVersion &reference) {
+    const QString version = vlGetClientVersionHelper::getVelaClientVersion();
+    return !version.isEmpty() && parseDottedVersion(version) >= reference;
+}
+
+} // namespace
+
+vlClientFeatureMgr &vlClientFeatureMgr::sharedInstance() {
+    return SharedObject<vlClientFeatureMgr>::get();
+}
+
+bool vlClientFeatureMgr::isSupportedVelaClientVersion() const {
+    return clientIsAtLeast(oldestSupportedClient);
+}
+
+bool vlClientFeatureMgr::isVelaClientSupportPACAndNoVideo() const {
+    return clientIsAtLeast(parseDottedVersion(kVelaClientSupportPACAndNoVideoVersion));
+}

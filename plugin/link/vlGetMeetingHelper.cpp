@@ -1,0 +1,116 @@
+#include "plugin/link/vlGetMeetingHelper.h"
+
+#include "platform/runtime/Value.h"
+#include "plugin/link/CVlGetMeetingProtoParse.h"
+#include "plugin/link/base64Reader.h"
+#include "plugin/link/calendarDateRecord.h"
+#include "plugin/link/meetingKeys.h"
+#include "plugin/link/sharedObject.h"
+#include "plugin/util/TimeUtils.h"
+
+#include <QTimeZone>
+
+namespace {
+
+// What only the client's own meeting dictionary has.
+const QString keyEnable3rdPartyAudio = QStringLiteral("enable3rdPartyAudio");
+const QString keyOriginalMeetingNumber = QStringLiteral("originalMeetingNumber");
+const QString noMeetingNumber = QStringLiteral("0");
+
+constexpr qint64 personalMeeting = 1; // value of "usePMI"
+
+void copyMember(const QVariantMap &from, QVariantMap &to, const QString &key) {
+    const rt::Value value = from.value(key);
+    if (value.isValid())
+        to.insert(key, value);
+}
+
+QVariantMap appointmentOf(const QVariantMap &meeting) {
+    QVariantMap appointment;
+    for (const QString &key : {vl_ApptInfo_Subject, vl_ApptInfo_Duration, vl_ApptInfo_Recurrence})
+        copyMember(meeting, appointment, key);
+    const rt::Value startTime = meeting.value(vl_ApptInfo_StartTime);
+    if (startTime.isValid()) {
+        const QDateTime start = TimeUtils::timestampToDate(rt::integerValue(startTime));
+        appointment.insert(vl_ApptInfo_StartTime,
+                           GenerateVlCalendarDate(TimeUtils::dateToUTCString(start), QString(),
+                                                  rt::Value::fromValue(QTimeZone::utc())));
+    }
+    return appointment;
+}
+
+QVariantMap settingOf(const QVariantMap &meeting) {
+    QVariantMap setting;
+    for (const QString &key :
+         {vl_Setting_AudioOption, vl_Setting_EnableHostVideo, vl_Setting_EnableParticipantsVideo,
+          vl_Setting_EnableJBH, vl_Setting_IsPMI, vl_Setting_MeetingPassword})
+        copyMember(meeting, setting, key);
+    if (rt::boolValue(meeting.value(keyEnable3rdPartyAudio)))
+        copyMember(meeting, setting, vl_Setting_ThirdPartyAudio);
+    setting.insert(vl_Setting_RequiredMPW,
+                   !rt::textValue(meeting.value(vl_Setting_MeetingPassword)).isEmpty());
+    return setting;
+}
+
+bool isPersonal(const QVariantMap &meeting) {
+    return rt::integerValue(meeting.value(vl_Setting_IsPMI)) == personalMeeting;
+}
+
+// A personal meeting goes by its number, which stays the same from meeting to meeting.
+rt::Value keyOf(const QVariantMap &meeting) {
+    const rt::Value number = meeting.value(keyOriginalMeetingNumber);
+    const bool hasNumber = rt::isPresent(number) && rt::textValue(number) != noMeetingNumber;
+    return isPersonal(meeting) && hasNumber ? number : meeting.value(vl_MeetingKey);
+}
+
+} // namespace
+
+vlGetMeetingHelper &vlGetMeetingHelper::sharedInstance() {
+    return SharedObject<vlGetMeetingHelper>::get();
+}
+
+void vlGetMeetingHelper::setMeetingData(const QVariantMap &data, bool forPMI) {
+    const bool staysPersonal = forPMI && isPersonal(m_dataMeetingData);
+    const rt::Value remembered = m_dataMeetingData.value(vl_Setting_IsPMI);
+    m_dataMeetingData = data;
+    if (staysPersonal)
+        m_dataMeetingData.insert(vl_Setting_IsPMI, remembered);
+}
+
+bool vlGetMeetingHelper::hasMeetingInfo() const {
+    return !rt::textValue(m_dataMeetingData.value(vl_MeetingKey)).isEmpty();
+}
+
+QVariantMap vlGetMeetingHelper::getMeetingInfo() const {
+    QVariantMap info{{vl_Outlook_ApptInfo, appointmentOf(m_dataMeetingData)},
+                     {vl_Setting, settingOf(m_dataMeetingData)}};
+    const rt::Value key = keyOf(m_dataMeetingData);
+    if (key.isValid())
+        info.insert(vl_MeetingKey, key);
+    const QString invitation = getInviteEmail();
+    if (!invitation.isEmpty())
+        info.insert(vl_ApptInfo_Body, invitation);
+    copyMember(m_dataMeetingData, info, vl_Meeting_JoinUrl);
+    const QString html = getInviteHtmlEmail();
+    if (!html.isNull())
+        info.insert(vl_API_Para_InviteHtmlEmail, html);
+    return info;
+}
+
+void vlGetMeetingHelper::setPBMeetingData(const QString &base64) {
+    if (!base64.isNull())
+        m_pbMeetingInfo = base64;
+}
+
+QString vlGetMeetingHelper::getInviteHtmlEmail() const {
+    return hasPBMeetingData() ? readerOver<CVlGetMeetingProtoParse>(m_pbMeetingInfo).GetInviteHtmlEmail()
+                              : QString();
+}
+
+bool vlGetMeetingHelper::supportHtmlEmail() const {
+    return !getInviteHtmlEmail().isEmpty();
+}
+
+QString vlGetMeetingHelper::getInviteEmail() const {
+    return rt::textValue(m_dataMeetingData.value(vl_API_Para_InvitationEmail));
+}

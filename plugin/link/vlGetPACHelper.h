@@ -1,0 +1,30 @@
+// The user's personal audio-conference accounts, as the client last told them.
+#pragma once
+
+#include <QString>
+
+// Accounts are numbered from 1. Without any answer the texts are null and the numbers 0; for an account that
+// is not there texts are "" and the meeting id "0". Main thread only.
+class vlGetPACHelper {
+public:
+    static vlGetPACHelper &sharedInstance();
+
+    // Base64 of the client's answer; a null text is ignored. Also notes in the site configuration whether
+    // there are accounts.
+    void setPACInfo(const QString &base64);
+    [[nodiscard]] bool hasPACInfo() const { return !m_dataPACInfo.isEmpty(); }
+    [[nodiscard]] int pacCount() const;
+    [[nodiscard]] QString pacDialInNumber(int account) const; // one line for each number
+    [[nodiscard]] QString pacDialInNumberWithCommaSeparator(int account) const;
+    [[nodiscard]] QString pacMeetingID(int account) const; // decimal
+    [[nodiscard]] QString invitationMail(int account) const;
+    [[nodiscard]] QString htmlInvitationMail(int account) const;
+    [[nodiscard]] bool supportHtmlInvitationMail(int account) const;
+    // What the site configuration says; false when it says nothing.
+    [[nodiscard]] bool isPACEnabled() const;
+    // Notes there whether there are accounts now.
+    void savePACConfigToLocal() const;
+
+private:
+    QString m_dataPACInfo;
+};

@@ -1,0 +1,40 @@
+#include "plugin/proto/vlProtoBufConvert.h"
+
+#include <cstdlib>
+#include <google/protobuf/io/coded_stream.h>
+#include <google/protobuf/io/zero_copy_stream_impl_lite.h>
+#include <google/protobuf/message_lite.h>
+#include <limits>
+
+using google::protobuf::MessageLite;
+
+bool vlProtoBufConvert::ProtoToByteStream(const MessageLite *message, unsigned char *&buffer, int &size) {
+    buffer = nullptr;
+    size = 0;
+    if (!message || message->ByteSizeLong() > std::size_t(std::numeric_limits<int>::max()))
+        return false;
+    size = int(message->ByteSizeLong());
+    buffer = static_cast<unsigned char *>(std::malloc(std::size_t(size)));
+    if (!buffer)
+        return false;
+    // Asked beforehand: the runtime writes an incomplete message to its own log.
+    if (message->IsInitialized() && message->SerializeToArray(buffer, size))
+        return true;
+    FreeProtoByteStream(buffer, size);
+    buffer = nullptr;
+    return false;
+}
+
+void vlProtoBufConvert::FreeProtoByteStream(unsigned char *buffer, int) {
+    std::free(buffer);
+}
+
+bool vlProtoBufConvert::ProtoFromByteStream(MessageLite *message, const void *bytes, int size) {
+    if (!message || !bytes || size < 0 || size > totalBytesLimit)
+        return false;
+    google::protobuf::io::ArrayInputStream array(bytes, size);
+    google::protobuf::io::CodedInputStream input(&array);
+    input.SetTotalBytesLimit(totalBytesLimit);
+    input.SetRecursionLimit(recursionLimit);
+    return message->MergePartialFromCodedStream(&input);
+}

@@ -1,0 +1,39 @@
+// What the strip's two kinds of button share: their picture, and how they take the pointer and the keyboard.
+#pragma once
+
+#include "plugin/ui/controls/bundleImage.h"
+
+#include <QAbstractButton>
+
+// A button's face in Qt's coordinates: y grows downwards, the rectangles are inside the button's own.
+struct ButtonFace {
+    BundleImage image;
+    QString title; // without the mark of its mnemonic
+    int mnemonic = -1; // position of the underlined character; -1: none
+
+    // Nothing is drawn while either is missing.
+    [[nodiscard]] bool isComplete() const { return !image.isNull() && !title.isEmpty(); }
+    void setTitle(const QString &text); // "&" marks the mnemonic, "&&" stands for "&"
+
+    // Where the title begins on a button of that width: a fixed width for each UTF-16 unit, not measured.
+    [[nodiscard]] double titleX(double width) const;
+    [[nodiscard]] static QFont titleFont();
+};
+
+// The highlight behind the image while the pointer is over the button.
+struct HoverHighlight {
+    HoverHighlight();
+    void draw(QPainter &painter, const QRectF &imageRectangle) const;
+
+    BundleImage left;
+    BundleImage center;
+    BundleImage right;
+};
+
+enum class TitleAnchor { Top, Bottom }; // which edge of the line of text `y` names
+
+void drawTitle(QPainter &painter, const QAbstractButton &button, const ButtonFace &face, double y,
+               TitleAnchor anchor);
+void drawFocusMark(QPainter &painter, const QAbstractButton &button, const QRectF &imageRectangle);
+// Black and gray, or the palette's own colours where black would not be seen.
+[[nodiscard]] QColor textColor(const QWidget &widget, bool enabled);

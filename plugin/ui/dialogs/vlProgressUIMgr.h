@@ -1,0 +1,20 @@
+// The progress of one request.
+#pragma once
+
+#include "plugin/link/linkPorts.h"
+#include "plugin/ui/dialogs/vlProgressWindowController.h"
+
+// Each request object has one of its own, each with its own window.
+class vlProgressUIMgr : public RequestProgress {
+public:
+    static vlProgressUIMgr &sharedInstance();
+
+    void showCommunication(QWidget *window) override;
+    void closeCommunication() override;
+    [[nodiscard]] bool showProgressWindow() const { return m_showProgressWindow; }
+    [[nodiscard]] const vlProgressWindowController &progressWindowController() const { return m_controller; }
+
+private:
+    bool m_showProgressWindow = false;
+    vlProgressWindowController m_controller;
+};

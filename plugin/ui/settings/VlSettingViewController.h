@@ -1,0 +1,89 @@
+// The options of the settings sheet.
+#pragma once
+
+#include "plugin/ui/settings/vlMaxLengthFormatter.h"
+#include "plugin/workflow/vlSettingData.h"
+
+#include <QObject>
+
+class QAbstractButton;
+class QCheckBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QRadioButton;
+class VlSettingWindowController;
+
+// Every choice goes into the model at once.
+class VlSettingViewController : public QObject {
+    Q_OBJECT
+public:
+    // Finds its controls below the sheet; isConnected() is false when one is missing.
+    VlSettingViewController(VlSettingWindowController *windowController, QWidget *sheet);
+    [[nodiscard]] bool isConnected() const { return m_connected; }
+
+    void initFields();
+    void initWithLocalString();
+    void initializeItems();
+    void updateUIItems();
+    void refreshUI();
+    [[nodiscard]] QVariantMap getSettingsData(); // takes the third-party text into the model first
+    void onSettingsCommit();
+    void getPMIMeetingInfo();
+    [[nodiscard]] vlSettingData &settingData() { return m_settingData; }
+
+    void onClickvideoHostMatrix();
+    void onClickvideoParticipantMatrix();
+    void onClickAudioConfType(const QRadioButton *sender);
+    void onClickRequiredMeetingPswButton();
+    void onInputPasswordTextField();
+    void onClickEnableJBHButton();
+    void onClickUsePMI();
+    void onClickNotShowMeAgain();
+
+    void updateCtrlPos();
+    void increaseSettingWindowPos(int points);
+    void reduceSettingWindowPos(int points);
+
+private:
+    struct VideoMatrix { // one row: column 0 is on
+        QRadioButton *on = nullptr;
+        QRadioButton *off = nullptr;
+    };
+    void findOutlets();
+    void connectActions();
+    void nameForAccessibility();
+    void showAudioType(int type);
+    void showPassword();
+    void showPersonalMeeting();
+    void changeSheetHeight(int settingsArea, int change);
+    [[nodiscard]] QList<QRadioButton *> audioButtons() const;
+
+    VlSettingWindowController *m_windowController; // owns this
+    QWidget *m_sheet;
+    vlSettingData m_settingData;
+    vlMaxLengthFormatter *m_passwordFormatter;
+    bool m_connected = true;
+
+    QGroupBox *videoOptionsBox = nullptr;
+    QGroupBox *audioOptionsBox = nullptr;
+    QGroupBox *meetingOptionsBox = nullptr;
+    QLabel *textVideoHost = nullptr;
+    QLabel *textVideoPaticipant = nullptr;
+    QWidget *videoHostMatrix = nullptr;
+    QWidget *videoParticipantMatrix = nullptr;
+    VideoMatrix m_host;
+    VideoMatrix m_participants;
+    QRadioButton *telephonyButton = nullptr;
+    QRadioButton *voipButton = nullptr;
+    QRadioButton *bothButton = nullptr;
+    QRadioButton *thirdPartyAudioButton = nullptr;
+    QPlainTextEdit *thirdPartyAudioTextField = nullptr; // it scrolls by itself
+    QCheckBox *requiredMeetingPswButton = nullptr;
+    QLineEdit *passwordTextField = nullptr;
+    QCheckBox *enableJBHButton = nullptr;
+    QCheckBox *usePMI = nullptr;
+    QCheckBox *notShowMeAgain = nullptr;
+    QWidget *mainSettingBox = nullptr;
+};

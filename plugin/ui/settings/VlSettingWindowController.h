@@ -1,0 +1,51 @@
+// The settings sheet of one appointment editor.
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QVariantMap>
+#include <memory>
+
+class ButtonGroupViewController;
+class QDialog;
+class QWidget;
+class VlSettingViewController;
+class vlOnbehalfViewController;
+
+// The sheet is made when it is first shown. The parent window is not owned and may die; nothing is shown then.
+class VlSettingWindowController : public QObject {
+    Q_OBJECT
+public:
+    VlSettingWindowController(const QString &apptWindowID, const QVariantMap &data, QWidget *parentWindow);
+    ~VlSettingWindowController() override;
+
+    [[nodiscard]] const QString &apptWindowID() const { return m_apptWindowID; }
+    [[nodiscard]] QWidget *parentWindow() const { return m_parentWindow; }
+    [[nodiscard]] QDialog *settingWindow() const { return m_window.get(); } // nullptr before it is first shown
+    [[nodiscard]] VlSettingViewController *settingViewController() const { return m_settings.get(); }
+    [[nodiscard]] ButtonGroupViewController *buttonGroupViewController() const { return m_buttons.get(); }
+    [[nodiscard]] vlOnbehalfViewController *onbehalfViewController() const { return m_banner.get(); }
+
+    void initFields(bool first);
+    void showWindowSheet(); // a sheet that is up already stays as it is
+    void makeFirstResponderWithObject(QWidget *control); // on the next turn of the run loop
+    // Tells the workflow how the sheet was left, and keeps the settings as the user's defaults after OK.
+    void postSettingCommitCommand(const QVariantMap &command);
+    [[nodiscard]] QVariantMap getVlSettingsData() const; // empty before the sheet is first shown
+    void saveSettingsToUserProfile() const;
+    [[nodiscard]] bool isOnbehalf() const;
+    [[nodiscard]] QString onbehalfEmail() const;
+
+private:
+    void loadWindow();
+    void awakeFromNib();
+    void endSheet();
+
+    QString m_apptWindowID;
+    QPointer<QWidget> m_parentWindow;
+    std::unique_ptr<QDialog> m_window;
+    std::unique_ptr<VlSettingViewController> m_settings; // the three die before their window
+    std::unique_ptr<ButtonGroupViewController> m_buttons;
+    std::unique_ptr<vlOnbehalfViewController> m_banner;
+};

@@ -1,0 +1,26 @@
+// Keeps the text of a field within a length.
+#pragma once
+
+#include "platform/runtime/Value.h"
+
+#include <QValidator>
+
+// An edit that would make the text longer is refused as a whole; the field keeps what it had.
+class vlMaxLengthFormatter : public QValidator {
+    Q_OBJECT
+public:
+    static constexpr qint32 kvlMaxLength = 50;
+
+    explicit vlMaxLengthFormatter(QObject *parent = nullptr);
+
+    [[nodiscard]] qint32 maxLength() const { return m_maxLength; } // UTF-16 units
+    void setMaxLength(qint32 length) { m_maxLength = length; }
+
+    [[nodiscard]] bool isPartialStringValid(const QString &partialString) const;
+    [[nodiscard]] QString stringForObjectValue(const rt::Value &value) const; // null when it is no text
+    [[nodiscard]] rt::Value getObjectValue(const QString &text) const;
+    State validate(QString &input, int &position) const override;
+
+private:
+    qint32 m_maxLength = kvlMaxLength;
+};

@@ -1,0 +1,114 @@
+// The strip of buttons in the header of one appointment editor.
+#pragma once
+
+#include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
+#include "plugin/workflow/vlActionResultMgr.h"
+#include "plugin/workflow/workflowPorts.h"
+
+#include <QPointer>
+#include <QWidget>
+#include <memory>
+
+class QMenu;
+class vlPopupButton;
+class vlSettingsButton;
+
+// Frames: x, y, width, height in points, origin at the bottom left of the parent view.
+inline constexpr QRectF g_vlAdditionViewFrame{870, 60, 400, 70};
+inline constexpr QRectF g_vlAdditionViewFrame_OL2016{870, 13, 400, 70};
+inline constexpr double g_vlActionAddtionView_NormalWidth = 400.0;
+inline constexpr double g_vlActionAdditionView_RightMargin = 10.0;
+inline constexpr double g_vlActionAdditionView_MinX = 460.0;
+inline constexpr QRectF gAddButtonFrame{16, 12, 168, 60};
+inline constexpr QRectF gAddPACButtonFrame{140, 12, 200, 60};
+inline constexpr QRectF gCancelButtonFrame{120, 12, 188, 60};
+inline constexpr QRectF gChangeSettingButtonFrame{16, 12, 110, 60};
+
+// What onChangeUINotification() is told: the host's event and its editor's window controller.
+inline const QString keyECCalendarEvent = QStringLiteral("keyECCalendarEvent");
+inline const QString keyERCalendarEventEditorWindowController =
+    QStringLiteral("keyERCalendarEventEditorWindowController");
+
+// Made with the host's header view, which owns it; told later which editor it serves; gone when the editor's
+// window closes. Registered with vlActionAdditionViewMonitor for all that time. Until it is told, it shows
+// nothing. Host objects are never kept alive. Main thread only.
+class vlActionAdditionView : public QWidget, public EditorStrip {
+    Q_OBJECT
+public:
+    explicit vlActionAdditionView(const QRectF &frame, QWidget *headerView = nullptr);
+    ~vlActionAdditionView() override;
+
+    // Tells the strip of that window controller that its editor is open. Nothing when there is no such strip.
+    static void onChangeUINotification(const QVariantMap &notice);
+
+    void initMembers(rt::Object *windowController, rt::Object *event);
+    // Makes the adapter of the editor, unless there is one or the controller is not an editor's.
+    void attachOutlookERCalendarEventEditorWindowController(rt::Object *windowController);
+    // Takes the meeting stored in the event into the workflow's memory.
+    void initMeetingData(rt::Object *event);
+    void loadOIProperty(rt::Object *event);
+    void onUIInitialize(rt::Object *event);
+    // What the tool-bar's commands have left to be done by the next editor that opens.
+    void autoAddToVlMeeting();
+
+    [[nodiscard]] rt::Object *editorWindowController() const override;
+    [[nodiscard]] rt::Object *editorViewController() const override;
+    [[nodiscard]] QString getAppointmentWindowID() const override;
+
+    void onUIChanged(StripState state) override;
+    void refreshUI() override;
+    void hideAll();
+    [[nodiscard]] bool needHideVlView() const;
+    void enableChangeSettingButton(bool enabled) override;
+    [[nodiscard]] StripState uiStatus() const { return m_vlUIStatus; }
+
+    [[nodiscard]] DataStatus getVlDataStatus() override;
+    [[nodiscard]] bool currentIsVelaMeeting() const override;
+    [[nodiscard]] bool isApptDirty() const override;
+    [[nodiscard]] bool blockDeleteVelaMeeting() const override;
+    void setIsSupportVela(bool supported) { m_bSupportVela = supported; }
+    [[nodiscard]] bool isSupportVela() const { return m_bSupportVela; }
+
+    [[nodiscard]] bool getActionResult() const override;
+    void setActionResultData(const QVariantMap &answer) override;
+    void setActionToSuccess() override;
+    void setOLUIAction(HostAction action) override { m_OLCalEventViewAction = action; }
+    [[nodiscard]] HostAction getOLUIAction() const override { return m_OLCalEventViewAction; }
+
+    // The buttons' actions. A click that does not fit the state is ignored.
+    void onClickAddVelaMeeting();
+    void onClickAddPACAccount1();
+    void onClickAddPACAccount2();
+    void onClickCancelVelaMeeting();
+    void onClickChangeSettings();
+    void autoRemoveVelaMeeting() override;
+    void popupNotSupportPACWarningMsg();
+
+    void onWindowWillClose(QWidget *window);
+    static void sendWindowCloseNotification(const QString &apptWindowID);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void createVLButton();
+    void createAddPACButton();
+    void setShown(bool add, bool audioConference, bool remove, bool settings);
+    void addPACMeeting(qint64 account);
+    [[nodiscard]] bool rememberStatus(DataStatus status);
+
+    vlActionResultMgr m_vlActionResult;
+    rt::Weak<> m_idERCalendarEventEditorWindowCtrl;
+    rt::Weak<> m_idECCalendarEvent;
+    std::unique_ptr<vlERCalendarEventEditorViewController> m_pERCalendarEventEditorViewCtrl;
+    StripState m_vlUIStatus = StripState::NoMeeting;
+    HostAction m_OLCalEventViewAction = HostAction::None;
+    vlSettingsButton *m_addButton = nullptr; // the buttons are children
+    vlPopupButton *m_addPACButton = nullptr;
+    vlSettingsButton *m_cancelButton = nullptr;
+    vlSettingsButton *m_changeButton = nullptr;
+    std::unique_ptr<QMenu> m_addPACButtonPopupMenu;
+    QPointer<QWidget> m_ownWindow;
+    DataStatus m_vlMeetingDataStatus = DataStatus::None;
+    bool m_bSupportVela = true;
+};

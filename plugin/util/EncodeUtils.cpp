@@ -1,0 +1,33 @@
+#include "plugin/util/EncodeUtils.h"
+
+#include <QStringDecoder>
+
+namespace {
+constexpr qsizetype charactersPerGroup = 4;
+}
+
+QString EncodeUtils::base64Encode(const QByteArray &bytes) {
+    return QString::fromLatin1(bytes.toBase64());
+}
+
+QByteArray EncodeUtils::base64DecodeToData(const QString &text) {
+    // The toolkit takes a text without its padding, which is also what a text that was cut off looks like.
+    if (text.isNull() || text.size() % charactersPerGroup != 0)
+        return {};
+    if (text.isEmpty())
+        return QByteArrayLiteral("");
+    auto result = QByteArray::fromBase64Encoding(text.toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
+    return result.decodingStatus == QByteArray::Base64DecodingStatus::Ok ? result.decoded : QByteArray();
+}
+
+QString EncodeUtils::base64Decode(const QString &text) {
+    const QByteArray bytes = base64DecodeToData(text);
+    if (bytes.isNull())
+        return {};
+    if (bytes.isEmpty())
+        return QStringLiteral("");
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
+    const QString decoded = decoder(bytes);
+    return decoder.hasError() ? QString() : decoded;
+}

@@ -1,0 +1,59 @@
+#include "plugin/util/TimeUtils.h"
+
+#include <limits>
+
+namespace {
+
+const QString dateForm = QStringLiteral("yyyy-MM-dd");
+const QString timeForm = QStringLiteral("HH:mm:ss");
+const QString textForm = QStringLiteral("yyyy-MM-dd HH:mm:ss");
+constexpr qint64 millisecondsPerSecond = 1000;
+constexpr qint64 largestTimestamp = std::numeric_limits<qint64>::max() / millisecondsPerSecond;
+
+// A time that does not exist on that day is read with the offset from before the change, which moves it to
+// the instant just as long after the change: an appointment is then shown a little late rather than in 1970.
+QDateTime afterSkippedHour(QDate day, QTime time, const QTimeZone &zone) {
+    const QDateTime asUtc(day, time, Qt::UTC);
+    const int offsetBefore = zone.offsetFromUtc(asUtc.addDays(-1));
+    return asUtc.addSecs(-offsetBefore).toTimeZone(zone);
+}
+
+// Date and time are read apart: read together they would be refused where the process's own zone skips them.
+QDateTime parsed(const QString &text, const QTimeZone &zone) {
+    if (text.size() != dateForm.size() + 1 + timeForm.size() || text[dateForm.size()] != u' ')
+        return {};
+    const QDate day = QDate::fromString(text.left(dateForm.size()), dateForm);
+    const QTime time = QTime::fromString(text.mid(dateForm.size() + 1), timeForm);
+    if (!day.isValid() || !time.isValid())
+        return {};
+    const QDateTime date(day, time, zone);
+    return date.isValid() && date.time() == time ? date : afterSkippedHour(day, time, zone);
+}
+
+} // namespace
+
+QDateTime TimeUtils::stringToDate(const QString &text) {
+    return parsed(text, QTimeZone::systemTimeZone());
+}
+
+qint64 TimeUtils::dateToTimestamp(const QDateTime &date) {
+    return date.isValid() ? date.toMSecsSinceEpoch() / millisecondsPerSecond : 0;
+}
+
+QString TimeUtils::stringToTimestamp(const QString &text) {
+    return QString::number(dateToTimestamp(stringToDate(text)));
+}
+
+QDateTime TimeUtils::timestampToDate(qint64 seconds) {
+    if (seconds > largestTimestamp || seconds < -largestTimestamp)
+        return {};
+    return QDateTime::fromMSecsSinceEpoch(seconds * millisecondsPerSecond, Qt::UTC);
+}
+
+QString TimeUtils::localToGMT(const QString &text, const QTimeZone &zone) {
+    return dateToUTCString(parsed(text, zone.isValid() ? zone : QTimeZone::systemTimeZone()));
+}
+
+QString TimeUtils::dateToUTCString(const QDateTime &date) {
+    return date.isValid() ? date.toUTC().toString(textForm) : QString();
+}

@@ -1,0 +1,128 @@
+#include "plugin/util/vlOLUtils.h"
+
+#include "platform/runtime/Runtime.h"
+#include "platform/services/Services.h"
+#include "platform/toolkit/Windows.h"
+
+#include <QWidget>
+
+namespace {
+
+bool isBlank(QChar c) {
+    return c == u'\t' || c.category() == QChar::Separator_Space;
+}
+
+bool isLineBreak(QChar c) {
+    const char16_t unit = c.unicode();
+    return (unit >= u'\n' && unit <= u'\r') || unit == u'\u0085' || unit == u'\u2028' || unit == u'\u2029';
+}
+
+bool isBlankOrLineBreak(QChar c) {
+    return isBlank(c) || isLineBreak(c);
+}
+
+// Never a null view: what is trimmed away entirely leaves "".
+template<typename Predicate>
+QStringView trimmedWhile(QStringView text, Predicate belongs) {
+    qsizetype begin = 0;
+    qsizetype end = text.size();
+    while (begin < end && belongs(text[begin]))
+        ++begin;
+    while (end > begin && belongs(text[end - 1]))
+        --end;
+    return text.sliced(begin, end - begin);
+}
+
+QString ownText(QStringView text) {
+    return text.isEmpty() ? QStringLiteral("") : text.toString();
+}
+
+} // namespace
+
+bool vlOLUtils::isValidInstance(const rt::Value &value) {
+    return rt::isPresent(value);
+}
+
+bool vlOLUtils::isValidInstance(const rt::Object *object) {
+    return object != nullptr;
+}
+
+bool vlOLUtils::kindofClass(const rt::Object *object, const QString &className) {
+    if (!object || className.isEmpty())
+        return false;
+    const rt::Class *cls = rt::classNamed(className);
+    return cls && rt::isKindOf(object, cls);
+}
+
+bool vlOLUtils::kindofClass(const QWidget *view, const QString &className) {
+    return view && !className.isEmpty() && platform::isViewOfKind(view, className);
+}
+
+bool vlOLUtils::kindofClass(const rt::Value &value, const QString &className) {
+    if (const rt::Object *object = rt::objectValue(value))
+        return kindofClass(object, className);
+    return kindofClass(rt::widgetValue(value), className);
+}
+
+void vlOLUtils::GetSubViewOfKind(const QWidget *view, const QString &className, QList<QWidget *> &result) {
+    if (!view)
+        return;
+    for (QObject *child : view->children()) {
+        auto *subview = qobject_cast<QWidget *>(child);
+        if (!subview)
+            continue;
+        if (kindofClass(subview, className))
+            result.append(subview);
+        else
+            GetSubViewOfKind(subview, className, result);
+    }
+}
+
+QByteArray vlOLUtils::stringToNSData(const QString &text) {
+    return text.isNull() ? QByteArray() : text.toUtf8();
+}
+
+QString vlOLUtils::trimAllSpace(const QString &text) {
+    if (text.isNull())
+        return {};
+    QStringView rest = trimmedWhile(text, isBlank);
+    QString result = QStringLiteral("");
+    while (!rest.isEmpty()) {
+        qsizetype begin = 0;
+        while (begin < rest.size() && isBlankOrLineBreak(rest[begin]))
+            ++begin;
+        rest = rest.sliced(begin);
+        const qsizetype space = rest.indexOf(u' ');
+        result += space < 0 ? rest : rest.first(space);
+        rest = space < 0 ? QStringView() : rest.sliced(space);
+    }
+    return result;
+}
+
+QString vlOLUtils::trimRLSpace(const QString &text) {
+    return text.isNull() ? QString() : ownText(trimmedWhile(text, isBlank));
+}
+
+QString vlOLUtils::trimAllSpaceAndNewLine(const QString &text) {
+    return text.isNull() ? QString() : ownText(trimmedWhile(text, isBlankOrLineBreak));
+}
+
+void vlOLUtils::saveStrToFile(const QString &text, const QString &path) {
+    if (text.isNull() || path.isEmpty())
+        return;
+    platform::services().propertyLists->write(path, QVariantList{text});
+}
+
+QString vlOLUtils::readStrFromFile(const QString &path) {
+    if (path.isNull())
+        return {};
+    if (path.isEmpty())
+        return QStringLiteral("");
+    const QVariantList stored = rt::listValue(platform::services().propertyLists->read(path));
+    const QString text = stored.isEmpty() ? QString() : rt::textValue(stored.last());
+    return text.isNull() ? QStringLiteral("") : text;
+}
+
+bool vlOLUtils::isNullString(const rt::Value &value) {
+    return !rt::isPresent(value);
+}

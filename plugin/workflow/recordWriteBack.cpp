@@ -1,0 +1,59 @@
+#include "plugin/workflow/recordWriteBack.h"
+
+#include "plugin/host/adapters/vlECMutableCalendarEvent.h"
+#include "plugin/link/meetingKeys.h"
+#include "plugin/link/vlGetMeetingHelper.h"
+#include "plugin/util/vlOLUtils.h"
+#include "plugin/workflow/vlMeetingMgr.h"
+#include "plugin/workflow/vlPACMeetingMgr.h"
+
+namespace {
+
+void fillEmptySubject(const vlECMutableCalendarEvent &record) {
+    const vlGetMeetingHelper &meeting = vlGetMeetingHelper::sharedInstance();
+    if (!meeting.hasMeetingInfo() || !vlOLUtils::trimRLSpace(record.summary()).isEmpty())
+        return;
+    const QVariantMap apptInfo = rt::mapValue(meeting.getMeetingInfo().value(vl_Outlook_ApptInfo));
+    const QString subject = rt::textValue(apptInfo.value(vl_ApptInfo_Subject));
+    if (!subject.isNull())
+        record.setSummary(subject);
+}
+
+} // namespace
+
+bool needUpdateLocation(rt::Object *record) {
+    const vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
+    const QString location = vlECMutableCalendarEvent(record).location();
+    if (location.isNull())
+        return true;
+    if (manager.getOLNewLocation().isNull() || manager.getOLNewLocation() == location)
+        return false;
+    if (manager.getJoinURLFromProperty().isNull())
+        return !location.contains(manager.getVlLocation());
+    return manager.getVlLocation() != manager.getJoinURLFromProperty();
+}
+
+void updateVlKeyInfoToAppointment(rt::Object *record) {
+    vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
+    const vlECMutableCalendarEvent adapter(record);
+    if (!manager.getOLNewLocation().isNull() && needUpdateLocation(record))
+        adapter.setLocation(manager.getOLNewLocation());
+    fillEmptySubject(adapter);
+    manager.cleanVlInfoForUpdApptInfo();
+}
+
+void updateVlKeyInfoToAppointmentForPAC(rt::Object *record) {
+    const vlECMutableCalendarEvent adapter(record);
+    const QString location = adapter.location();
+    const QString newLocation = vlPACMeetingMgr::sharedInstance().getNewLocationForPAC(location);
+    if (!newLocation.isNull() && newLocation != location)
+        adapter.setLocation(newLocation);
+    vlMeetingMgr::sharedInstance().cleanVlInfoForUpdApptInfo();
+}
+
+void cleanVlKeyInfoFromAppointment(rt::Object *record) {
+    vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
+    if (manager.needClearLocation())
+        vlECMutableCalendarEvent(record).setLocation(QStringLiteral(""));
+    manager.cleanVlInfoForUpdApptInfo();
+}

@@ -1,0 +1,58 @@
+// What is known about the meeting of the appointment that is being worked on.
+#pragma once
+
+#include "platform/runtime/Object.h"
+
+#include <QString>
+#include <QVariantMap>
+
+// One appointment at a time: an editor that opens or a change on the calendar takes the place of what was
+// there. Main thread only.
+class vlMeetingDataMgr {
+public:
+    static constexpr qint64 noAccount = 0;
+
+    static vlMeetingDataMgr &sharedInstance();
+
+    // A null text leaves the old value in place; only clearSavedMeetingData() empties them.
+    void setMeetingKey(const QString &key);
+    [[nodiscard]] const QString &meetingKey() const { return m_meetingKey; } // empty or null: no meeting
+    // The digest of the invitation that was last written into the body.
+    void setEncodeMailBody(const QString &digest);
+    [[nodiscard]] const QString &encodeMailBody() const { return m_encodeMailBody; }
+    // Empty or null: the meeting is for the user.
+    void setScheduleForEmail(const QString &email);
+    [[nodiscard]] const QString &scheduleForEmail() const { return m_scheduleForEmail; }
+    // The appointment's snapshot as it was when the work began; an empty one empties it.
+    void setSavedApptInfo(const QVariantMap &snapshot) { m_savedApptInfo = snapshot; }
+    [[nodiscard]] const QVariantMap &getSavedApptInfo() const { return m_savedApptInfo; }
+    // The chosen audio-conference account: 1 or 2, or noAccount.
+    void setPACAccountNo(qint64 account) { m_pacAccountNo = account; }
+    [[nodiscard]] qint64 pacAccountNo() const { return m_pacAccountNo; }
+
+    [[nodiscard]] bool isVelaMeeting() const { return !m_meetingKey.isEmpty(); }
+    [[nodiscard]] bool isPACMeeting() const { return m_pacAccountNo != noAccount; }
+    void clearSavedMeetingData();
+
+    // The core of a meeting request: {"apptInfo", "setting", "meetingKey"}, the first and last where there is
+    // one.
+    [[nodiscard]] QVariantMap getVlSchMeetingData(rt::Object *editor) const;
+    // The settings that apply: those of an open sheet, else of the loaded meeting, else those that the user
+    // last saved.
+    [[nodiscard]] QVariantMap getVlSettingsData(const QString &apptWindowID) const;
+    // The record that ties an appointment to the meeting: JSON {"meetingKey", "encodeMailBody", "joinUrl"},
+    // ending before the first member that is missing.
+    [[nodiscard]] QString getVlDataForOLProperty(const QVariantMap &info) const;
+    // Whether a request differs from the client's meeting in what makes an update necessary. A missing text
+    // equals nothing.
+    [[nodiscard]] bool isMeetingChanged(const QVariantMap &request, const QVariantMap &loadedMeeting) const;
+    // The join URL in the saved snapshot's record; null when there is none.
+    [[nodiscard]] QString getOldJoinUrl() const;
+
+private:
+    QString m_meetingKey;
+    QVariantMap m_savedApptInfo;
+    QString m_encodeMailBody;
+    QString m_scheduleForEmail;
+    qint64 m_pacAccountNo = noAccount;
+};

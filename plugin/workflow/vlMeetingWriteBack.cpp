@@ -1,0 +1,143 @@
+// Writing the meeting into the appointment: body, stored record, subject and location.
+#include "plugin/host/adapters/vlECCalendarEvent.h"
+#include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
+#include "plugin/host/body/vlBodyHelper.h"
+#include "plugin/host/body/vlEmailBodyMgr.h"
+#include "plugin/link/meetingKeys.h"
+#include "plugin/link/vlGetMeetingHelper.h"
+#include "plugin/link/vlMd5Utils.h"
+#include "plugin/util/vlOLUtils.h"
+#include "plugin/workflow/locationText.h"
+#include "plugin/workflow/vlMeetingDataMgr.h"
+#include "plugin/workflow/vlMeetingMgr.h"
+
+namespace {
+
+// The editor's event when both are what they should be, else nullptr.
+vlECCalendarEvent *eventOf(const vlERCalendarEventEditorViewController &editor) {
+    if (!editor.isValidConnection())
+        return nullptr;
+    vlECCalendarEvent *event = editor.ecCalendarEvent();
+    return event && event->isValidConnection() ? event : nullptr;
+}
+
+void fillEmptySubject(const vlECCalendarEvent &event, const QVariantMap &info) {
+    if (!vlOLUtils::trimAllSpace(event.summary()).isEmpty())
+        return;
+    const QVariantMap apptInfo = rt::mapValue(info.value(vl_Outlook_ApptInfo));
+    const QString subject = rt::textValue(apptInfo.value(vl_ApptInfo_Subject));
+    if (!subject.isNull())
+        event.setSummary(subject);
+}
+
+void setLocationEverywhere(const vlERCalendarEventEditorViewController &editor, const QString &location) {
+    editor.ecCalendarEvent()->setLocation(location);
+    editor.updateLocationFieldFromUI(location);
+}
+
+void removeJoinURLs(QString &text, const QString &oldURL, const QString &newURL) {
+    // One may be the beginning of the other: the longer one goes first, so that no end of it stays.
+    const bool oldFirst = oldURL.isEmpty() || oldURL.contains(newURL);
+    for (const QString &url : oldFirst ? QStringList{oldURL, newURL} : QStringList{newURL, oldURL})
+        removeLocationPart(text, url, locationSeparator);
+}
+
+} // namespace
+
+QString vlMeetingMgr::getEncodeMail() const {
+    const vlGetMeetingHelper &meeting = vlGetMeetingHelper::sharedInstance();
+    return vlMd5Utils::vlMD5Hex(
+        meeting.supportHtmlEmail()
+            ? vlBodyHelper::sharedInstance().convertHTMLToPlainText(meeting.getInviteHtmlEmail())
+            : meeting.getInviteEmail());
+}
+
+void vlMeetingMgr::updateMailBodyForSchedule(rt::Object *editor) {
+    const vlGetMeetingHelper &meeting = vlGetMeetingHelper::sharedInstance();
+    const bool isHTML = meeting.supportHtmlEmail();
+    const QString invitation = isHTML ? meeting.getInviteHtmlEmail() : meeting.getInviteEmail();
+    constexpr bool isDelete = false;
+    vlEmailBodyMgr::sharedInstance().updateMailBody(editor, invitation, isDelete, isHTML);
+}
+
+void vlMeetingMgr::updateVlKeyInfoToAppointment(rt::Object *editor, const QVariantMap &info, bool commit) {
+    const vlERCalendarEventEditorViewController adapter(editor);
+    const vlECCalendarEvent *event = eventOf(adapter);
+    if (!event)
+        return;
+    vlMeetingDataMgr &store = vlMeetingDataMgr::sharedInstance();
+    if (commit) {
+        const QString record = store.getVlDataForOLProperty(info);
+        store.setEncodeMailBody(getEncodeMail());
+        adapter.saveVlDataToOLProperty(record);
+    }
+    fillEmptySubject(*event, info);
+    writeLocation(adapter, rt::textValue(info.value(vl_Meeting_JoinUrl)));
+    const QString urlInRecord = store.getOldJoinUrl();
+    if (!urlInRecord.isNull())
+        m_joinURLFromProperty = urlInRecord;
+}
+
+void vlMeetingMgr::writeLocation(const vlERCalendarEventEditorViewController &editor, const QString &joinURL) {
+    const QString userText = getOLUserInputLocation(editor, oldJoinURL(editor), joinURL);
+    m_joinURL = joinURL;
+    const QString meetingPart = getVlLocation(*editor.ecCalendarEvent());
+    if (meetingPart.isNull())
+        return;
+    m_vlLocation = meetingPart;
+    m_olNewLocation = userText.isEmpty() ? meetingPart : userText + u' ' + meetingPart;
+    setLocationEverywhere(editor, m_olNewLocation);
+}
+
+// The field shows what was written last, the host's own location what the record tells of.
+QString vlMeetingMgr::oldJoinURL(const vlERCalendarEventEditorViewController &editor) const {
+    const QString urlInRecord = vlMeetingDataMgr::sharedInstance().getOldJoinUrl();
+    const bool hasField = !editor.getLocationFromUI().isNull();
+    const QString &preferred = hasField ? m_joinURL : urlInRecord;
+    return preferred.isEmpty() ? (hasField ? urlInRecord : m_joinURL) : preferred;
+}
+
+QString vlMeetingMgr::getOLUserInputLocation(const vlERCalendarEventEditorViewController &editor,
+                                             const QString &oldJoinURL, const QString &joinURL) const {
+    const vlECCalendarEvent *event = eventOf(editor);
+    if (!event || joinURL.isNull())
+        return {};
+    const QString field = editor.getLocationFromUI();
+    QString text = vlOLUtils::trimRLSpace(field.isNull() ? event->location() : field);
+    if (text.isEmpty())
+        return text;
+    removeJoinURLs(text, oldJoinURL, joinURL);
+    const vlMeetingDataMgr &store = vlMeetingDataMgr::sharedInstance();
+    for (const QString &room : roomNames(store.getSavedApptInfo()) + roomNames(event->getVlMeetingData()))
+        removeLocationPart(text, room, locationSeparator);
+    return vlOLUtils::trimRLSpace(text);
+}
+
+QString vlMeetingMgr::getVlLocation(const vlECCalendarEvent &event) const {
+    if (!event.isValidConnection() || m_joinURL.isNull())
+        return {};
+    const QStringList rooms = roomNames(event.getVlMeetingData());
+    return rooms.isEmpty() ? m_joinURL : m_joinURL + u' ' + rooms.join(QStringLiteral("; "));
+}
+
+void vlMeetingMgr::updateVlMeetingInfoToAppointmentForDelete(rt::Object *editor, const QVariantMap &answer) {
+    const vlERCalendarEventEditorViewController adapter(editor);
+    if (!eventOf(adapter))
+        return;
+    constexpr bool isDelete = true;
+    constexpr bool isHTML = false;
+    vlEmailBodyMgr::sharedInstance().updateMailBody(
+        editor, rt::textValue(answer.value(vl_API_Para_InvitationEmail)), isDelete, isHTML);
+    adapter.saveVlDataToOLProperty(QStringLiteral(""));
+    m_bNeedClearLocation = true;
+    setLocationEverywhere(adapter, QStringLiteral(""));
+}
+
+void vlMeetingMgr::cleanVlInfoForUpdApptInfo() {
+    m_bNeedClearLocation = false;
+    m_joinURL = QString();
+    m_olNewLocation = QString();
+    m_vlLocation = QString();
+    m_olNewBody = QString();
+    m_joinURLFromProperty = QString();
+}

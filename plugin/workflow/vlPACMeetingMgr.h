@@ -1,0 +1,34 @@
+// Adding one of the user's audio conferences to an appointment.
+#pragma once
+
+#include "platform/runtime/Object.h"
+
+#include <QString>
+#include <QVariantMap>
+
+class EditorStrip;
+
+// Accounts are numbered from 1. The chosen one is kept with the meeting data until that is cleared. Main
+// thread only.
+class vlPACMeetingMgr {
+public:
+    static vlPACMeetingMgr &sharedInstance();
+
+    // Chooses the account and applies it, after reading profile and accounts where they are missing. Always
+    // 0.
+    int addPACMeeting(EditorStrip *strip, qint64 account);
+    void executeGetPAC(EditorStrip *strip);
+    // Writes the chosen account into body and location; an alert when it has no invitation. Always 0.
+    int schedulePACMeeting(EditorStrip *strip);
+    // The accounts were answered. Writes nothing unless an audio conference is being added.
+    int onGetPACActionFinished(const QVariantMap &data);
+
+    // The account's part of a location: dial-in numbers and meeting id; null when no accounts are known.
+    [[nodiscard]] QString getLocationWithPACAccountNo(qint64 account) const;
+    // The location with the chosen account's part in place of any account's; null when there is nothing to
+    // say.
+    [[nodiscard]] QString getNewLocationForPAC(const QString &location) const;
+    void updateLocation(rt::Object *editor);
+    // The location without the numbers and ids of all accounts; null for a null or empty one.
+    [[nodiscard]] QString getOLUserInputString(const QString &location) const;
+};

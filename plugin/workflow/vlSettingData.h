@@ -1,0 +1,60 @@
+// The model behind the settings sheet.
+#pragma once
+
+#include <QString>
+#include <QVariantMap>
+
+// The values live in the user's defaults, written at every set: they outlive the process, and all objects of
+// this class share them. Without a value a getter answers false, 0 or "". Main thread only.
+class vlSettingData {
+public:
+    // "audioOption".
+    enum class AudioType : int { Telephone = 0, Computer = 1, Both = 2, ThirdParty = 3, NoChoice = 100 };
+    static constexpr int passwordDigits = 6;
+
+    [[nodiscard]] bool hostvideoOn() const;
+    void setHostvideoOn(bool on);
+    [[nodiscard]] bool paticipantvideoOn() const;
+    void setPaticipantvideoOn(bool on);
+    [[nodiscard]] int audioType() const; // an AudioType, or whatever number was stored
+    void setAudioType(int type);
+    [[nodiscard]] bool requiredMeetingPassword() const;
+    void setRequiredMeetingPassword(bool required);
+    [[nodiscard]] QString meetingPassword() const;
+    void setMeetingPassword(const QString &password);
+    [[nodiscard]] bool enableJoinBeforeHost() const;
+    void setEnableJoinBeforeHost(bool enabled);
+    [[nodiscard]] bool usePMI() const;
+    void setUsePMI(bool use);
+    [[nodiscard]] QString roomMeetingId() const; // for display only, never sent
+    void setRoomMeetingId(const QString &number);
+    [[nodiscard]] bool enableThirdPartyAudio() const;
+    void setEnableThirdPartyAudio(bool enabled);
+    [[nodiscard]] QString thirdPartyAudio() const;
+    void setThirdPartyAudio(const QString &text);
+    [[nodiscard]] bool notShowMeAgain() const;
+    void setNotShowMeAgain(bool hide);
+    [[nodiscard]] QString scheduleForEmail() const;
+    void setScheduleForEmail(const QString &email);
+
+    // The defaults of a new meeting: fixed ones, then what the profile, the site and the user's saved
+    // settings say.
+    void initSettingData();
+    void initWithUserProfile();
+    void updateWithSiteDefault();
+    void initWithSavedProfile();
+    // The settings of the loaded meeting, when there is one.
+    void initWithSiteMeetingInfo();
+    // Six digits, each 0 to 8.
+    void setMeetingPasswordWithRadomDigit();
+
+    // The settings dictionary; "meetingPassword" only when a password is required.
+    [[nodiscard]] QVariantMap getSettingsData() const;
+
+    // A personal meeting number in groups ("123-456-7890"); null for a null or empty text.
+    [[nodiscard]] static QString getFormatRoomMeetingId(const QString &number);
+
+private:
+    void setFixedDefaults();
+    void takeSavedSettings(const QVariantMap &saved);
+};

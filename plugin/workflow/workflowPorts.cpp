@@ -1,0 +1,6 @@
+#include "plugin/workflow/workflowPorts.h"
+
+WorkflowPorts &WorkflowPorts::instance() {
+    static WorkflowPorts ports;
+    return ports;
+}

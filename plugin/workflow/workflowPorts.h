@@ -1,0 +1,100 @@
+// What the meeting workflow needs from the user interface above it.
+#pragma once
+
+#include "platform/runtime/Object.h"
+
+#include <QRectF>
+#include <QString>
+#include <QVariantMap>
+
+class QWidget;
+
+// What a strip shows. The numbers are part of the contract with the strip's table of states.
+enum class StripState : qint32 { Hidden = 1, NoMeeting = 2, MeetingAttached = 3 };
+// What saving the appointment needs, asked of the strip at save time.
+enum class DataStatus : qint32 {
+    None = 0,
+    NothingToDo = 1,
+    NothingToSend = 2,
+    UpdateMeeting = 3,
+    DeleteMeeting = 4
+};
+// The host operation that waits for the meeting work to end.
+enum class HostAction : quint32 {
+    None = 0,
+    Save = 1,
+    SaveAndClose = 2,
+    Send = 3,
+    SaveAndCloseWithError = 4,
+    CalendarDrag = 5
+};
+
+// The strip of buttons of one appointment editor, as the workflow sees it.
+class EditorStrip {
+public:
+    virtual ~EditorStrip() = default;
+    // The identifier of the window that the strip is in; a null text when it is in none.
+    [[nodiscard]] virtual QString getAppointmentWindowID() const = 0;
+    // Host objects, not owned, nullptr when not known.
+    [[nodiscard]] virtual rt::Object *editorWindowController() const = 0;
+    [[nodiscard]] virtual rt::Object *editorViewController() const = 0;
+    [[nodiscard]] virtual bool blockDeleteVelaMeeting() const = 0;
+    [[nodiscard]] virtual bool currentIsVelaMeeting() const = 0;
+    [[nodiscard]] virtual bool isApptDirty() const = 0;
+    virtual void setOLUIAction(HostAction action) = 0;
+    [[nodiscard]] virtual HostAction getOLUIAction() const = 0;
+    [[nodiscard]] virtual DataStatus getVlDataStatus() = 0;
+    virtual void setActionResultData(const QVariantMap &answer) = 0;
+    virtual void setActionToSuccess() = 0;
+    [[nodiscard]] virtual bool getActionResult() const = 0;
+    virtual void onUIChanged(StripState state) = 0;
+    virtual void refreshUI() = 0;
+    virtual void enableChangeSettingButton(bool enabled) = 0;
+    // Removes the meeting as the remove button does.
+    virtual void autoRemoveVelaMeeting() = 0;
+};
+
+// The live strips. Every lookup goes in order of registration and answers nullptr when there is none.
+class EditorStrips {
+public:
+    virtual ~EditorStrips() = default;
+    [[nodiscard]] virtual EditorStrip *
+    getVlActionAdditionViewByEditorWinCtrl(const rt::Object *controller) const = 0;
+    [[nodiscard]] virtual EditorStrip *getVlActionAdditionViewByEditorViewCtrl(rt::Object *editor) const = 0;
+    [[nodiscard]] virtual EditorStrip *
+    getVlActionAdditionViewByApptWindowID(const QString &identifier) const = 0;
+    [[nodiscard]] virtual EditorStrip *getVlActionAdditionViewByWindow(const QWidget *window) const = 0;
+    // Makes a strip with that frame (origin bottom left) in a host's header view, which owns it.
+    virtual void createStrip(QWidget *headerView, const QRectF &frame) = 0;
+};
+
+// The settings sheets, by appointment window identifier.
+class SettingsSheets {
+public:
+    virtual ~SettingsSheets() = default;
+    virtual void addSchSettingWindowToArray(const QString &apptWindowID, const QVariantMap &data,
+                                            QWidget *parent) = 0;
+    virtual void showSchSettingWindow(const QString &apptWindowID) = 0;
+    [[nodiscard]] virtual bool hasSchSettingWindow(const QString &apptWindowID) const = 0;
+    // The sheet's current settings; empty when there is no sheet.
+    [[nodiscard]] virtual QVariantMap getVlSettingsData(const QString &apptWindowID) const = 0;
+    virtual void refreshSettingWindow(const QString &apptWindowID) = 0;
+};
+
+// Alerts that the workflow itself raises.
+class WorkflowAlerts {
+public:
+    virtual ~WorkflowAlerts() = default;
+    virtual void showAlertMessage(QWidget *window, const QString &message) = 0;
+    // Tells that the meeting cannot be sent for another organiser and offers to remove it.
+    virtual void showRemoveMeetingWarning(rt::Object *editor, QWidget *window) = 0;
+};
+
+// Filled by the composition root or a test; none is owned. With an empty port nothing is shown and nothing
+// found.
+struct WorkflowPorts {
+    EditorStrips *strips = nullptr;
+    SettingsSheets *sheets = nullptr;
+    WorkflowAlerts *alerts = nullptr;
+    static WorkflowPorts &instance();
+};

@@ -1,0 +1,14 @@
+#include "plugin/workflow/workflowSession.h"
+
+#include "plugin/link/sharedObject.h"
+#include "plugin/workflow/vlApptUIActionMgr.h"
+#include "plugin/workflow/vlCalendarActionMgr.h"
+#include "plugin/workflow/vlMeetingDataMgr.h"
+#include "plugin/workflow/vlMeetingMgr.h"
+
+void startWorkflowAfresh() {
+    SharedObject<vlMeetingMgr>::renew();
+    SharedObject<vlMeetingDataMgr>::renew();
+    SharedObject<vlApptUIActionMgr>::renew();
+    SharedObject<vlCalendarActionMgr>::renew();
+}

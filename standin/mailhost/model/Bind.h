@@ -1,0 +1,101 @@
+// Member functions of C++ objects as methods of runtime classes.
+#pragma once
+
+#include "platform/runtime/Runtime.h"
+
+#include <QRectF>
+#include <QWidget>
+#include <initializer_list>
+#include <type_traits>
+#include <utility>
+
+namespace mailhost {
+
+struct MethodRow {
+    const char *selector;
+    rt::Implementation implementation;
+    const char *signature;
+};
+
+inline void addMethods(rt::Class *cls, std::initializer_list<MethodRow> rows) {
+    for (const MethodRow &row : rows)
+        rt::addMethod(cls, row.selector, row.implementation, row.signature);
+}
+
+namespace detail {
+
+template<typename T>
+auto argument(const rt::Value &value) {
+    using Plain = std::remove_cvref_t<T>;
+    if constexpr (std::is_same_v<Plain, rt::Value>)
+        return value;
+    else if constexpr (std::is_same_v<Plain, QString>)
+        return rt::textValue(value);
+    else if constexpr (std::is_same_v<Plain, bool>)
+        return rt::boolValue(value);
+    else if constexpr (std::is_floating_point_v<Plain>)
+        return rt::doubleValue(value);
+    else if constexpr (std::is_integral_v<Plain>)
+        return Plain(rt::integerValue(value));
+    else if constexpr (std::is_same_v<Plain, rt::Object *>)
+        return rt::objectValue(value);
+    else if constexpr (std::is_same_v<Plain, QWidget *>)
+        return rt::widgetValue(value);
+    else if constexpr (std::is_convertible_v<Plain, rt::Object *>)
+        return dynamic_cast<Plain>(rt::objectValue(value));
+    else
+        return value.value<Plain>();
+}
+
+template<typename R>
+rt::Value result(R &&value) {
+    using Plain = std::remove_cvref_t<R>;
+    if constexpr (std::is_same_v<Plain, rt::Value>)
+        return std::forward<R>(value);
+    else if constexpr (std::is_convertible_v<Plain, rt::Object *>)
+        return rt::fromObject(value);
+    else if constexpr (std::is_convertible_v<Plain, QWidget *>)
+        return rt::fromWidget(value);
+    else if constexpr (std::is_same_v<Plain, QString>)
+        return value.isNull() ? rt::Value() : rt::Value(value);
+    else
+        return rt::Value::fromValue(std::forward<R>(value));
+}
+
+template<auto Member, typename T, typename R, typename... A, std::size_t... I>
+rt::Value invoke(rt::Object *self, rt::Args arguments, std::index_sequence<I...>) {
+    auto *receiver = dynamic_cast<T *>(self);
+    if (!receiver)
+        return {};
+    (void)arguments;
+    if constexpr (std::is_void_v<R>) {
+        (receiver->*Member)(argument<A>(arguments[int(I)])...);
+        return {};
+    } else {
+        return result((receiver->*Member)(argument<A>(arguments[int(I)])...));
+    }
+}
+
+template<auto Member>
+struct Binder;
+template<typename T, typename R, typename... A, R (T::*Member)(A...)>
+struct Binder<Member> {
+    static rt::Value call(rt::Object *self, rt::Selector, rt::Args arguments) {
+        return invoke<Member, T, R, A...>(self, arguments, std::index_sequence_for<A...>());
+    }
+};
+template<typename T, typename R, typename... A, R (T::*Member)(A...) const>
+struct Binder<Member> {
+    static rt::Value call(rt::Object *self, rt::Selector, rt::Args arguments) {
+        return invoke<Member, T, R, A...>(self, arguments, std::index_sequence_for<A...>());
+    }
+};
+
+} // namespace detail
+
+// The method implementation that calls the member function. Null texts and null pointers come out as no value; a null
+// marker goes in as a null text. A receiver of another C++ class gives no value.
+template<auto Member>
+inline constexpr rt::Implementation bind = &detail::Binder<Member>::call;
+
+} // namespace mailhost

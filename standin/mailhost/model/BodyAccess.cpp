@@ -1,0 +1,93 @@
+#include "standin/mailhost/model/BodyAccess.h"
+
+#include "platform/toolkit/WebDocument.h"
+#include "standin/mailhost/model/Bind.h"
+
+namespace mailhost {
+
+namespace {
+
+QString htmlOf(const BodyReference &body) { return body.get() ? body.get()->bodyHtml() : QString(); }
+
+} // namespace
+
+WordMailEditorContent::WordMailEditorContent(BodyReference body)
+    : rt::Object(rt::classNamed(u"OLWordMailEditorContent"_qs)), m_body(std::move(body)) {}
+
+QString WordMailEditorContent::bodyContent() const { return htmlOf(m_body); }
+
+WordMailEditor::WordMailEditor(BodyReference body)
+    : rt::Object(rt::classNamed(u"OLWordMailEditor"_qs)), m_body(body), m_content(body) {}
+
+void WordMailEditor::displayHTMLContent(const QString &html, bool readOnly) {
+    BodyAccess *body = m_body.get();
+    if (!body)
+        return;
+    body->showBodyHtml(html);
+    body->setBodyReadOnly(readOnly);
+}
+
+void WordMailEditor::displayHTMLContentWithSignature(const QString &html, bool readOnly, bool) {
+    displayHTMLContent(html, readOnly);
+}
+
+void WordMailEditor::displayHTMLContentAndActivate(const QString &html, bool readOnly, bool, bool activate) {
+    displayHTMLContent(html, readOnly);
+    if (activate && m_body.get())
+        m_body.get()->focusBody();
+}
+
+DomElement::DomElement(BodyReference body, QString tagName)
+    : rt::Object(rt::classNamed(u"DOMElement"_qs)), m_body(std::move(body)), m_tagName(std::move(tagName)) {}
+
+QString DomElement::outerHTML() const {
+    return platform::WebDocument(htmlOf(m_body)).documentElementOuterHtml();
+}
+
+QString DomElement::innerHTML() const { return platform::WebDocument(htmlOf(m_body)).innerHtml(m_tagName); }
+
+void DomElement::setInnerHTML(const QString &html) {
+    platform::WebDocument document(htmlOf(m_body));
+    if (m_body.get() && document.setInnerHtml(m_tagName, html))
+        m_body.get()->showBodyHtml(document.toHtml());
+}
+
+DomDocument::DomDocument(BodyReference body)
+    : rt::Object(rt::classNamed(u"DOMDocument"_qs)), m_body(std::move(body)) {}
+
+rt::Object *DomDocument::documentElement() {
+    return rt::temporary(std::make_unique<DomElement>(m_body, u"html"_qs));
+}
+
+QVariantList DomDocument::getElementsByTagName(const QString &tagName) {
+    if (!platform::WebDocument(htmlOf(m_body)).hasElement(tagName))
+        return {};
+    return {rt::fromObject(rt::temporary(std::make_unique<DomElement>(m_body, tagName)))};
+}
+
+WebFrame::WebFrame(BodyReference body)
+    : rt::Object(rt::classNamed(u"WebFrame"_qs)), m_document(std::move(body)) {}
+
+void defineBodyClasses() {
+    addMethods(rt::defineClass(u"OLWordMailEditorContent"_qs),
+               {{"bodyContent", bind<&WordMailEditorContent::bodyContent>, "@@:"}});
+    addMethods(rt::defineClass(u"OLWordMailEditor"_qs),
+               {{"editor", bind<&WordMailEditor::editor>, "@@:"},
+                {"editorHost", bind<&WordMailEditor::editorHost>, "@@:"},
+                {"editorContent", bind<&WordMailEditor::editorContent>, "@@:"},
+                {"displayHTMLContent:readOnly:", bind<&WordMailEditor::displayHTMLContent>, "v@:@B"},
+                {"displayHTMLContent:readOnly:signatureEditor:",
+                 bind<&WordMailEditor::displayHTMLContentWithSignature>, "v@:@BB"},
+                {"displayHTMLContent:readOnly:signatureEditor:activateEditor:",
+                 bind<&WordMailEditor::displayHTMLContentAndActivate>, "v@:@BBB"}});
+    addMethods(rt::defineClass(u"DOMElement"_qs),
+               {{"outerHTML", bind<&DomElement::outerHTML>, "@@:"},
+                {"innerHTML", bind<&DomElement::innerHTML>, "@@:"},
+                {"setInnerHTML:", bind<&DomElement::setInnerHTML>, "v@:@"}});
+    addMethods(rt::defineClass(u"DOMDocument"_qs),
+               {{"documentElement", bind<&DomDocument::documentElement>, "@@:"},
+                {"getElementsByTagName:", bind<&DomDocument::getElementsByTagName>, "@@:@"}});
+    addMethods(rt::defineClass(u"WebFrame"_qs), {{"DOMDocument", bind<&WebFrame::document>, "@@:"}});
+}
+
+} // namespace mailhost

@@ -1,0 +1,222 @@
+#include "standin/mailhost/model/CalendarEvent.h"
+
+#include "standin/mailhost/model/Bind.h"
+#include "standin/mailhost/model/CalendarDate.h"
+
+namespace mailhost {
+
+EventQuestions &EventQuestions::instance() {
+    static auto *questions = new EventQuestions;
+    return *questions;
+}
+
+EventAttendee::EventAttendee(Attendee attendee)
+    : rt::Object(rt::classNamed(u"ECCalendarEventAttendee"_qs)), m_attendee(std::move(attendee)) {}
+
+Recurrence::Recurrence(QString rule) : rt::Object(rt::classNamed(u"ECRecurrence"_qs)), m_rule(std::move(rule)) {}
+
+rt::Value attendeeValues(const QList<Attendee> &attendees) {
+    QVariantList list;
+    for (const Attendee &attendee : attendees)
+        list.append(rt::fromObject(rt::temporary(std::make_unique<EventAttendee>(attendee))));
+    return list;
+}
+
+rt::Value recurrenceValue(const QString &rule) {
+    return rule.isEmpty() ? rt::Value() : rt::fromObject(rt::temporary(std::make_unique<Recurrence>(rule)));
+}
+
+CalendarEvent::CalendarEvent(CalendarSession *session, const QString &uid, const QString &recurrenceId, bool isOccurrence)
+    : rt::Object(rt::classNamed(u"ECCalendarEvent"_qs))
+    , m_session(session)
+    , m_uid(uid)
+    , m_recurrenceId(recurrenceId)
+    , m_isOccurrence(isOccurrence) {
+    m_draft.uid = uid;
+    m_draft.recurrenceId = recurrenceId;
+}
+
+CalendarEvent::CalendarEvent(CalendarSession *session, Appointment draft)
+    : CalendarEvent(rt::classNamed(u"ECCalendarEvent"_qs), session, std::move(draft)) {}
+
+CalendarEvent::CalendarEvent(rt::Class *isa, CalendarSession *session, Appointment draft)
+    : rt::Object(isa)
+    , m_draft(std::move(draft))
+    , m_session(session)
+    , m_uid(m_draft.uid)
+    , m_recurrenceId(m_draft.recurrenceId) {}
+
+bool CalendarEvent::isStored() const { return m_session && m_session->file().find(m_uid, m_recurrenceId); }
+
+Appointment CalendarEvent::stored() const {
+    if (!m_session)
+        return m_draft;
+    return m_session->file().find(m_uid, m_recurrenceId).value_or(m_draft);
+}
+
+Appointment CalendarEvent::appointment() const {
+    Appointment appointment = stored();
+    if (m_summary)
+        appointment.summary = *m_summary;
+    if (m_location)
+        appointment.location = *m_location;
+    if (m_capabilities)
+        appointment.ucCapabilities = *m_capabilities;
+    return appointment;
+}
+
+void CalendarEvent::clearSet() {
+    m_summary.reset();
+    m_location.reset();
+    m_capabilities.reset();
+}
+
+void CalendarEvent::wasSet() {
+    if (m_handler)
+        m_handler();
+}
+
+void CalendarEvent::setSummary(const QString &summary) {
+    m_summary = summary;
+    wasSet();
+}
+
+void CalendarEvent::setLocation(const QString &location) {
+    m_location = location;
+    wasSet();
+}
+
+void CalendarEvent::setOlmUCCapabilities(const QString &text) {
+    m_capabilities = text;
+    wasSet();
+}
+
+rt::Value CalendarEvent::startTime() const { return dateValue(appointment().start); }
+rt::Value CalendarEvent::endTime() const { return dateValue(appointment().end); }
+rt::Value CalendarEvent::recurrence() const { return recurrenceValue(appointment().recurrenceRule); }
+rt::Value CalendarEvent::attendeeList() const { return attendeeValues(appointment().attendees); }
+bool CalendarEvent::isOwner() const { return m_session && m_session->isOwner(appointment()); }
+QTimeZone CalendarEvent::timeZone() const { return zoneOf(appointment().start); }
+
+EmailAccount *CalendarEvent::account() const {
+    if (!m_session)
+        return nullptr;
+    EmailAccount *organizer = m_session->accounts().find(appointment().organizerEmail);
+    return organizer ? organizer : m_session->accounts().defaultAccount();
+}
+
+double CalendarEvent::duration() const {
+    const Appointment a = appointment();
+    return double(a.start.value.secsTo(a.end.value));
+}
+
+int CalendarEvent::recurrenceType() const {
+    static const QStringList names{u"DAILY"_qs, u"WEEKLY"_qs, u"MONTHLY"_qs, u"YEARLY"_qs};
+    const QString rule = appointment().recurrenceRule.toUpper();
+    for (qsizetype i = 0; i < names.size(); ++i)
+        if (rule.contains(u"FREQ="_qs + names[i]))
+            return int(i) + 1;
+    return 0;
+}
+
+rt::Value CalendarEvent::organizer() const {
+    const Appointment a = appointment();
+    if (a.organizerEmail.isEmpty())
+        return {};
+    return rt::fromObject(rt::temporary(std::make_unique<EmailAddress>(Mailbox{a.organizerName, a.organizerEmail})));
+}
+
+rt::Object *CalendarEvent::seriesMasterRecord() const {
+    if ((!m_isOccurrence && m_recurrenceId.isEmpty()) || !m_session)
+        return nullptr;
+    return rt::temporary(std::make_unique<CalendarEvent>(m_session.data(), m_uid, QString(), false));
+}
+
+QString CalendarEvent::exportAsICS() const {
+    return m_session ? QString::fromUtf8(m_session->file().itipMessage(m_uid, m_recurrenceId, false)) : QString();
+}
+
+bool CalendarEvent::deleteEventNow() {
+    if (!m_session)
+        return false;
+    if (m_session->remove(m_uid, m_recurrenceId))
+        return true;
+    if (EventQuestions::instance().showError)
+        EventQuestions::instance().showError(nullptr, m_session->lastError());
+    return false;
+}
+
+void CalendarEvent::cancelMeetingInWindow(QWidget *window) {
+    const Appointment before = appointment();
+    const EventQuestions &questions = EventQuestions::instance();
+    if (!m_session || (questions.confirmCancel && !questions.confirmCancel(window, before)))
+        return;
+    Appointment cancelled = before;
+    cancelled.sequence += 1;
+    cancelled.status = u"CANCELLED"_qs;
+    // Only a message that was written is a reason to delete: otherwise the attendees would go on expecting the meeting.
+    const bool told = m_session->store(cancelled) && m_session->sendMessage(cancelled, true)
+        && m_session->remove(m_uid, m_recurrenceId);
+    if (!told && questions.showError)
+        questions.showError(window, m_session->lastError());
+}
+
+MutableCalendarEvent::MutableCalendarEvent(CalendarSession *session, Appointment appointment)
+    : CalendarEvent(rt::classNamed(u"ECMutableCalendarEvent"_qs), session, std::move(appointment)) {}
+
+qint64 MutableCalendarEvent::saveRecord() { return session() && session()->store(m_draft) ? 0 : 1; }
+
+namespace {
+
+void defineCalendarEvent(rt::Class *cls) {
+    addMethods(cls, {{"summary", bind<&CalendarEvent::summary>, "@@:"},
+                     {"location", bind<&CalendarEvent::location>, "@@:"},
+                     {"startTime", bind<&CalendarEvent::startTime>, "@@:"},
+                     {"endTime", bind<&CalendarEvent::endTime>, "@@:"},
+                     {"recurrence", bind<&CalendarEvent::recurrence>, "@@:"},
+                     {"body", bind<&CalendarEvent::body>, "@@:"},
+                     {"displayReadyBody", bind<&CalendarEvent::body>, "@@:"},
+                     {"attendeeList", bind<&CalendarEvent::attendeeList>, "@@:"},
+                     {"isOccurrence", bind<&CalendarEvent::isOccurrence>, "B@:"},
+                     {"isModifiedException", bind<&CalendarEvent::isModifiedException>, "B@:"},
+                     {"isOwner", bind<&CalendarEvent::isOwner>, "B@:"},
+                     {"isOrganizer", bind<&CalendarEvent::isOwner>, "B@:"},
+                     {"account", bind<&CalendarEvent::account>, "@@:"},
+                     {"UUID", bind<&CalendarEvent::UUID>, "@@:"},
+                     {"isRecurring", bind<&CalendarEvent::isRecurring>, "B@:"},
+                     {"duration", bind<&CalendarEvent::duration>, "d@:"},
+                     {"recurrenceType", bind<&CalendarEvent::recurrenceType>, "i@:"},
+                     {"timeZone", bind<&CalendarEvent::timeZone>, "@@:"},
+                     {"isMeeting", bind<&CalendarEvent::isMeeting>, "B@:"},
+                     {"organizer", bind<&CalendarEvent::organizer>, "@@:"},
+                     {"seriesMasterRecord", bind<&CalendarEvent::seriesMasterRecord>, "@@:"},
+                     {"exchangeID", bind<&CalendarEvent::exchangeID>, "@@:"},
+                     {"exportAsICS", bind<&CalendarEvent::exportAsICS>, "@@:"},
+                     {"olmOnlineMeetingInternalLink", bind<&CalendarEvent::olmOnlineMeetingInternalLink>, "@@:"},
+                     {"olmUCCapabilities", bind<&CalendarEvent::olmUCCapabilities>, "@@:"},
+                     {"setSummary:", bind<&CalendarEvent::setSummary>, "v@:@"},
+                     {"setLocation:", bind<&CalendarEvent::setLocation>, "v@:@"},
+                     {"setOlmUCCapabilities:", bind<&CalendarEvent::setOlmUCCapabilities>, "v@:@"},
+                     {"deleteEventNow", bind<&CalendarEvent::deleteEventNow>, "B@:"},
+                     {"cancelMeetingInWindow:", bind<&CalendarEvent::cancelMeetingInWindow>, "v@:@"}});
+}
+
+} // namespace
+
+void defineEventClasses() {
+    addMethods(rt::defineClass(u"ECCalendarEventAttendee"_qs),
+               {{"name", bind<&EventAttendee::name>, "@@:"},
+                {"emailAddress", bind<&EventAttendee::emailAddress>, "@@:"},
+                {"attendeeType", bind<&EventAttendee::attendeeType>, "i@:"}});
+    addMethods(rt::defineClass(u"ECRecurrence"_qs), {{"rule", bind<&Recurrence::rule>, "@@:"}});
+    rt::Class *event = rt::defineClass(u"ECCalendarEvent"_qs);
+    defineCalendarEvent(event);
+    addMethods(rt::defineClass(u"ECMutableCalendarEvent"_qs, event),
+               {{"setSummary:", bind<&CalendarEvent::setSummary>, "v@:@"},
+                {"setLocation:", bind<&CalendarEvent::setLocation>, "v@:@"},
+                {"setBody:", bind<&MutableCalendarEvent::setBody>, "v@:@"},
+                {"setOlmUCCapabilities:", bind<&CalendarEvent::setOlmUCCapabilities>, "v@:@"},
+                {"saveRecord", bind<&MutableCalendarEvent::saveRecord>, "l@:"}});
+}
+
+} // namespace mailhost

@@ -1,0 +1,127 @@
+// Appointments as the host's object model shows them.
+#pragma once
+
+#include "platform/runtime/Object.h"
+#include "standin/mailhost/model/CalendarSession.h"
+
+#include <QPointer>
+#include <functional>
+#include <optional>
+
+namespace mailhost {
+
+// Asked before an appointment goes away; answers whether it may. Filled by the windows.
+struct EventQuestions {
+    std::function<bool(QWidget *parent, const Appointment &appointment)> confirmCancel;
+    std::function<void(QWidget *parent, const QString &message)> showError;
+    static EventQuestions &instance();
+};
+
+class EventAttendee : public rt::Object {
+public:
+    explicit EventAttendee(Attendee attendee);
+    [[nodiscard]] QString name() const { return m_attendee.name; }
+    [[nodiscard]] QString emailAddress() const { return m_attendee.email; }
+    [[nodiscard]] int attendeeType() const { return int(m_attendee.type); }
+
+private:
+    Attendee m_attendee;
+};
+
+// How an appointment recurs.
+class Recurrence : public rt::Object {
+public:
+    explicit Recurrence(QString rule);
+    [[nodiscard]] QString rule() const { return m_rule; }
+
+private:
+    QString m_rule;
+};
+
+// Lists and recurrence as host values that live until the next turn of the event loop.
+[[nodiscard]] rt::Value attendeeValues(const QList<Attendee> &attendees);
+[[nodiscard]] rt::Value recurrenceValue(const QString &rule); // no value when it does not recur
+
+// A live view on one appointment of the calendar, or on one that is not stored yet. What is set on it is seen through
+// this object at once and stored with the next save of the editor that shows it.
+class CalendarEvent : public rt::Object {
+public:
+    // Told of what is set from outside, so that an editor can show it.
+    using SetHandler = std::function<void()>;
+
+    CalendarEvent(CalendarSession *session, const QString &uid, const QString &recurrenceId, bool isOccurrence);
+    CalendarEvent(CalendarSession *session, Appointment draft);
+
+    // The appointment as stored (the draft when it is not), with what was set on this object.
+    [[nodiscard]] virtual Appointment appointment() const;
+    [[nodiscard]] Appointment stored() const;
+    [[nodiscard]] bool isStored() const;
+    [[nodiscard]] CalendarSession *session() const { return m_session; }
+    void setHandler(SetHandler handler) { m_handler = std::move(handler); }
+    // Forgets what was set: it has been stored.
+    void clearSet();
+    [[nodiscard]] bool hasSetCapabilities() const { return m_capabilities.has_value(); }
+
+    [[nodiscard]] QString summary() const { return appointment().summary; }
+    [[nodiscard]] QString location() const { return appointment().location; }
+    [[nodiscard]] rt::Value startTime() const;
+    [[nodiscard]] rt::Value endTime() const;
+    [[nodiscard]] rt::Value recurrence() const;
+    [[nodiscard]] QString body() const { return appointment().bodyHtml; }
+    [[nodiscard]] rt::Value attendeeList() const;
+    [[nodiscard]] bool isOccurrence() const { return m_isOccurrence; }
+    [[nodiscard]] bool isModifiedException() const { return !m_recurrenceId.isEmpty() && !m_isOccurrence; }
+    [[nodiscard]] bool isOwner() const;
+    [[nodiscard]] EmailAccount *account() const;
+    [[nodiscard]] QString UUID() const { return m_uid; }
+    [[nodiscard]] bool isRecurring() const { return !appointment().recurrenceRule.isEmpty(); }
+    [[nodiscard]] double duration() const; // seconds
+    [[nodiscard]] int recurrenceType() const; // 0 none, 1 daily, 2 weekly, 3 monthly, 4 yearly
+    [[nodiscard]] QTimeZone timeZone() const;
+    [[nodiscard]] bool isMeeting() const { return !appointment().attendees.isEmpty(); }
+    [[nodiscard]] rt::Value organizer() const;
+    [[nodiscard]] rt::Object *seriesMasterRecord() const;
+    [[nodiscard]] QString exchangeID() const { return {}; }
+    [[nodiscard]] QString exportAsICS() const;
+    [[nodiscard]] QString olmOnlineMeetingInternalLink() const { return {}; }
+    [[nodiscard]] QString olmUCCapabilities() const { return appointment().ucCapabilities; }
+    virtual void setSummary(const QString &summary);
+    virtual void setLocation(const QString &location);
+    virtual void setOlmUCCapabilities(const QString &text);
+    // Takes it out of the calendar. False, with a message to the person, when it could not be.
+    bool deleteEventNow();
+    // Asks, tells the attendees, and deletes.
+    void cancelMeetingInWindow(QWidget *window);
+
+protected:
+    CalendarEvent(rt::Class *isa, CalendarSession *session, Appointment draft);
+    Appointment m_draft;
+
+private:
+    void wasSet();
+    QPointer<CalendarSession> m_session;
+    QString m_uid;
+    QString m_recurrenceId;
+    bool m_isOccurrence = false;
+    std::optional<QString> m_summary;
+    std::optional<QString> m_location;
+    std::optional<QString> m_capabilities;
+    SetHandler m_handler;
+};
+
+// The record that is about to be stored.
+class MutableCalendarEvent : public CalendarEvent {
+public:
+    MutableCalendarEvent(CalendarSession *session, Appointment appointment);
+    [[nodiscard]] Appointment appointment() const override { return m_draft; }
+    void setSummary(const QString &summary) override { m_draft.summary = summary; }
+    void setLocation(const QString &location) override { m_draft.location = location; }
+    void setBody(const QString &html) { m_draft.bodyHtml = html; }
+    void setOlmUCCapabilities(const QString &text) override { m_draft.ucCapabilities = text; }
+    // 0 when it is in the calendar; otherwise the session says why not.
+    qint64 saveRecord();
+};
+
+void defineEventClasses();
+
+} // namespace mailhost

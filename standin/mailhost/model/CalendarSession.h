@@ -1,0 +1,52 @@
+// The calendar that is open, and what may be done to it.
+#pragma once
+
+#include "standin/mailhost/model/Accounts.h"
+#include "standin/mailhost/store/CalendarFile.h"
+
+#include <QObject>
+
+namespace mailhost {
+
+// Every change is written to the file at once. When that fails the file is read again, so that the program shows what is
+// on disk, also what another program has written there meanwhile. Main thread only.
+class CalendarSession : public QObject {
+    Q_OBJECT
+public:
+    // The file is not nullptr.
+    CalendarSession(std::unique_ptr<CalendarFile> file, const HostOptions &options, QString outbox);
+
+    [[nodiscard]] const CalendarFile &file() const { return *m_file; }
+    [[nodiscard]] const Accounts &accounts() const { return m_accounts; }
+    [[nodiscard]] const HostOptions &options() const { return m_options; }
+    // Whether the person may change the appointment: it has no organizer, or one of the accounts is.
+    [[nodiscard]] bool isOwner(const Appointment &appointment) const;
+
+    // Adds it, or changes the one with the same identifiers. False with a sentence for the user in lastError().
+    bool store(const Appointment &appointment);
+    bool remove(const QString &uid, const QString &recurrenceId);
+    // Writes the message to the attendees (a cancellation: that the meeting does not take place) into the outbox.
+    bool sendMessage(const Appointment &appointment, bool cancellation);
+    [[nodiscard]] const QString &lastError() const { return m_lastError; }
+    // The path of the last message written.
+    [[nodiscard]] const QString &lastMessage() const { return m_lastMessage; }
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    bool writeOrGoBack();
+
+    std::unique_ptr<CalendarFile> m_file;
+    HostOptions m_options;
+    QString m_outbox;
+    Accounts m_accounts;
+    QString m_lastError;
+    QString m_lastMessage;
+};
+
+// Whose calendar it is: the address that takes part in most of its meetings, as organizer when there is a tie.
+// Without meetings the example person.
+[[nodiscard]] Mailbox calendarOwner(const QList<Appointment> &appointments);
+
+} // namespace mailhost

@@ -1,0 +1,62 @@
+// An iCalendar file as a tree of components over its own text: what is not changed is written as it was read.
+#pragma once
+
+#include "standin/mailhost/store/ContentLine.h"
+
+#include <memory>
+#include <variant>
+#include <vector>
+
+namespace mailhost {
+
+struct Component;
+using ComponentItem = std::variant<ContentLine, std::unique_ptr<Component>>;
+
+struct Component {
+    QByteArray name; // upper case
+    ContentLine begin;
+    std::vector<ComponentItem> items; // lines and components, in the file's order
+    ContentLine end;
+
+    // An empty one, with BEGIN and END.
+    static std::unique_ptr<Component> make(const QByteArray &name, const QByteArray &lineEnd);
+
+    // The first line of that name (upper case), null when there is none. Valid until the component changes.
+    [[nodiscard]] const ContentLine *line(const QByteArray &name) const;
+    [[nodiscard]] ContentLine *line(const QByteArray &name);
+    [[nodiscard]] std::vector<const ContentLine *> lines(const QByteArray &name) const;
+    [[nodiscard]] std::vector<Component *> components() const;
+    [[nodiscard]] QByteArray lineEnd() const { return begin.lineEnd(); }
+
+    // The first line of that name, made with an empty value behind the other lines when there is none.
+    ContentLine &lineOrNew(const QByteArray &name);
+    // Puts the line behind the other lines and before the inner components, where the grammar wants properties.
+    ContentLine &append(ContentLine line);
+    void removeLines(const QByteArray &name);
+    void appendText(QByteArray &out) const;
+};
+
+struct Document {
+    QByteArray byteOrderMark; // the three octets, or nothing
+    std::vector<ComponentItem> items;
+
+    [[nodiscard]] std::vector<Component *> calendars() const;
+    [[nodiscard]] QByteArray text() const;
+};
+
+enum class ParseFailure {
+    None,
+    NotACalendar, // no VCALENDAR in it
+    Truncated,    // ends inside a component
+    Mismatched,   // an END that does not belong to the open component
+    TooDeep
+};
+struct ParseResult {
+    ParseFailure failure = ParseFailure::None;
+    int line = 0; // of the failure, counted from 1
+};
+
+// Linear in the text. `document` is complete only without a failure.
+[[nodiscard]] ParseResult parseDocument(const QByteArray &text, Document *document);
+
+} // namespace mailhost

@@ -1,0 +1,141 @@
+#include "standin/mailhost/store/TextValue.h"
+
+#include <QJsonDocument>
+#include <QStringEncoder>
+
+namespace mailhost {
+
+namespace {
+
+const QByteArray carriageReturns = QByteArrayLiteral("X-PARLO-CR");
+const QByteArray recordCharset = QByteArrayLiteral("X-PARLO-CHARSET");
+const QString beforeEveryLineFeed = QStringLiteral("LF");
+const QString utf16 = QStringLiteral("UTF-16LE");
+
+QString carriageReturnPositions(const QString &text) {
+    const qsizetype pairs = text.count(QStringLiteral("\r\n"));
+    if (pairs == text.count(u'\r') && pairs == text.count(u'\n'))
+        return beforeEveryLineFeed;
+    QStringList positions;
+    for (qsizetype at = text.indexOf(u'\r'); at >= 0; at = text.indexOf(u'\r', at + 1))
+        positions.append(QString::number(at));
+    return positions.join(u',');
+}
+
+QString withCarriageReturns(const QString &text, const QString &positions) {
+    if (positions == beforeEveryLineFeed)
+        return QString(text).replace(u'\n', QStringLiteral("\r\n"));
+    QString out;
+    qsizetype taken = 0;
+    const auto parts = QStringView(positions).split(u',');
+    for (QStringView part : parts) {
+        const qsizetype room = part.toLongLong() - out.size();
+        if (room < 0 || room > text.size() - taken)
+            return text; // not what writeText() wrote
+        out.append(QStringView(text).mid(taken, room)).append(u'\r');
+        taken += room;
+    }
+    return out.append(QStringView(text).mid(taken));
+}
+
+// Without what the format forbids; carriage returns stay.
+QString permitted(const QString &text) {
+    QString out;
+    out.reserve(text.size());
+    for (const QChar c : text) {
+        if (c >= u' ' ? c != QChar(0x7F) : (c == u'\t' || c == u'\n' || c == u'\r'))
+            out.append(c);
+    }
+    return out;
+}
+
+bool isBase64(const ContentLine &line) {
+    const QString encoding = line.parameter("ENCODING").value_or(QString()).toUpper();
+    return encoding == QStringLiteral("BASE64") || encoding == QStringLiteral("B");
+}
+
+} // namespace
+
+QString unescapeText(const QString &text) {
+    if (!text.contains(u'\\'))
+        return text;
+    QString out;
+    out.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar next = text[i] == u'\\' && i + 1 < text.size() ? text[i + 1] : QChar();
+        if (next == u'n' || next == u'N') {
+            out.append(u'\n');
+            ++i;
+        } else if (next == u'\\' || next == u',' || next == u';') {
+            out.append(next);
+            ++i;
+        } else {
+            out.append(text[i]);
+        }
+    }
+    return out;
+}
+
+QByteArray escapeText(const QString &text) {
+    QString out;
+    out.reserve(text.size() + text.size() / 8);
+    for (const QChar c : permitted(text)) {
+        if (c == u'\n')
+            out.append(QStringLiteral("\\n"));
+        else if (c == u'\\' || c == u',' || c == u';')
+            out.append(u'\\').append(c);
+        else if (c != u'\r')
+            out.append(c);
+    }
+    return out.toUtf8();
+}
+
+QString readText(const ContentLine &line) {
+    const QString text = unescapeText(decodeOctets(line.value()));
+    const auto positions = line.parameter(carriageReturns);
+    const QString whole = positions ? withCarriageReturns(text, *positions) : text;
+    return whole.isNull() ? QStringLiteral("") : whole;
+}
+
+void writeText(ContentLine &line, const QString &text) {
+    line.setValue(escapeText(text));
+    line.removeParameter("ENCODING");
+    line.removeParameter("CHARSET");
+    line.removeParameter(carriageReturns);
+    const QString clean = permitted(text);
+    if (clean.contains(u'\r'))
+        line.setParameter(carriageReturns, carriageReturnPositions(clean));
+}
+
+void writeRecord(ContentLine &line, const QString &record) {
+    line.setParameter("ENCODING", QStringLiteral("BASE64"));
+    line.setParameter("VALUE", QStringLiteral("BINARY"));
+    line.removeParameter(recordCharset);
+    if (record.isValidUtf16()) {
+        line.setValue(record.toUtf8().toBase64());
+        return;
+    }
+    QByteArray units;
+    for (const QChar c : record)
+        units.append(char(c.cell())).append(char(c.row()));
+    line.setParameter(recordCharset, utf16);
+    line.setValue(units.toBase64());
+}
+
+QString readRecord(const ContentLine &line) {
+    const QByteArray value = line.value();
+    const auto bytes = QByteArray::fromBase64Encoding(QByteArray(value).replace(' ', ""));
+    if (isBase64(line) && bytes) {
+        if (line.parameter(recordCharset) != utf16)
+            return bytes->isEmpty() ? QStringLiteral("") : decodeOctets(*bytes);
+        QString record(bytes->size() / 2, u'\0');
+        for (qsizetype i = 0; i < record.size(); ++i)
+            record[i] = QChar(uchar((*bytes)[2 * i]), uchar((*bytes)[2 * i + 1]));
+        return record;
+    }
+    if (QJsonDocument::fromJson(value).isObject())
+        return decodeOctets(value);
+    return readText(line);
+}
+
+} // namespace mailhost

@@ -1,0 +1,64 @@
+// The editor of an appointment's body.
+#pragma once
+
+#include "standin/mailhost/model/BodyAccess.h"
+#include "standin/mailhost/model/BodyText.h"
+#include "standin/mailhost/model/HostOptions.h"
+
+#include <QTextEdit>
+
+class QToolButton;
+
+namespace mailhost {
+
+// Rich text with a row of style buttons. What it is handed is kept as HTML (see BodyText).
+class BodyEdit : public QWidget, public BodyAccess {
+    Q_OBJECT
+public:
+    explicit BodyEdit(BookmarkMangling mangling, QWidget *parent = nullptr);
+
+    // The body as a whole HTML document.
+    [[nodiscard]] QString bodyHtml() const override;
+    // As another program's text that replaces the body: counts as a change, and may have its bookmarks mangled.
+    void showBodyHtml(const QString &html) override;
+    void setBodyReadOnly(bool readOnly) override;
+    void focusBody() override;
+
+    // Shows the stored body. The text of bodyHtml() is then asHtmlDocument(html).
+    void load(const QString &html);
+    [[nodiscard]] QTextEdit *textEdit() const { return m_edit; }
+
+Q_SIGNALS:
+    void edited();
+
+private:
+    QToolButton *addButton(const QString &name, const QString &text, const QString &what, const QKeySequence &keys);
+    void buildButtons();
+    void mergeFormat(const QTextCharFormat &format);
+    void toggleList();
+    void showStyle();
+
+    BookmarkMangling m_mangling;
+    QTextEdit *m_edit;
+    QWidget *m_bar;
+    QToolButton *m_bold = nullptr;
+    QToolButton *m_italic = nullptr;
+    QToolButton *m_underline = nullptr;
+    QToolButton *m_list = nullptr;
+    BodyText *m_text;
+};
+
+// The body editor of the older generation, which a web document stands behind.
+class ComposeView : public BodyEdit, public rt::Object {
+    Q_OBJECT
+public:
+    explicit ComposeView(BookmarkMangling mangling, QWidget *parent = nullptr);
+    [[nodiscard]] rt::Object *mainFrame() { return &m_frame; }
+
+private:
+    WebFrame m_frame;
+};
+
+void defineComposeViewClass();
+
+} // namespace mailhost

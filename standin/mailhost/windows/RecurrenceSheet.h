@@ -1,0 +1,43 @@
+// Asks how an appointment recurs.
+#pragma once
+
+#include <QDateTime>
+#include <QDialog>
+
+class QComboBox;
+class QDateEdit;
+class QLabel;
+class QRadioButton;
+class QSpinBox;
+
+namespace mailhost {
+
+class RecurrenceSheet : public QDialog {
+    Q_OBJECT
+public:
+    // `rule` is an RRULE value, or empty. Parts that the sheet does not show (BYDAY and others) stay in the rule while
+    // the kind of recurrence does.
+    RecurrenceSheet(const QString &rule, const QDateTime &start, QWidget *parent);
+    [[nodiscard]] QString rule() const;
+
+private:
+    void build();
+    void read();
+    void enableFields();
+
+    QString m_before;
+    QDateTime m_start;
+    QComboBox *m_kind;
+    QSpinBox *m_interval;
+    QLabel *m_unit;
+    QRadioButton *m_forever;
+    QRadioButton *m_byCount;
+    QSpinBox *m_count;
+    QRadioButton *m_byDate;
+    QDateEdit *m_until;
+};
+
+// A short description of the rule for the person: "Every 2 weeks, 10 times".
+[[nodiscard]] QString recurrenceText(const QString &rule);
+
+} // namespace mailhost

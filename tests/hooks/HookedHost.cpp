@@ -1,0 +1,59 @@
+#include "tests/hooks/HookedHost.h"
+
+#include "plugin/hooks/hookTable.h"
+
+namespace hookedhost {
+
+QStringList &calls() {
+    static QStringList list;
+    return list;
+}
+
+QHash<QString, rt::Value> &answers() {
+    static QHash<QString, rt::Value> map;
+    return map;
+}
+
+namespace {
+
+rt::Value note(rt::Object *self, rt::Selector selector, rt::Args arguments) {
+    const auto *cls = dynamic_cast<rt::Class *>(self);
+    // The class that the method was defined on is what the test speaks of; a replacement keeps it reachable
+    // under another selector, which is what is noted then.
+    const QString name = (cls ? cls->name() : self->isa()->name()) + u' ' + selector.name();
+    calls().append(QStringLiteral("%1(%2)").arg(name).arg(arguments.count()));
+    if (selector.name().contains(QStringLiteral("initWithFrame:")) && !cls)
+        return rt::fromObject(self);
+    return answers().value(name);
+}
+
+rt::Value capabilities(rt::Object *self, rt::Selector, rt::Args) {
+    return static_cast<Thing *>(self)->capabilities;
+}
+
+rt::Value managedSubviews(rt::Object *self, rt::Selector, rt::Args) {
+    QVariantList list;
+    for (QObject *child : dynamic_cast<QWidget *>(self)->children())
+        if (auto *view = qobject_cast<QWidget *>(child))
+            list.append(QVariantMap{{QStringLiteral("subview"), rt::fromWidget(view)}});
+    return list;
+}
+
+} // namespace
+
+void define() {
+    rt::Class *accepting = rt::defineClass(QStringLiteral("OLAttachmentsAcceptingView"));
+    rt::defineClass(QStringLiteral("OLCalendarHeaderContainerView"), accepting);
+    for (const HookRow &row : hookTable()) {
+        const QString name = QString::fromLatin1(row.hostClass);
+        rt::Class *cls = rt::classNamed(name) ? rt::classNamed(name) : rt::defineClass(name);
+        rt::addMethod(row.kind == HookKind::Class ? cls->metaclass() : cls, row.hostSelector, note,
+                      row.signature);
+    }
+    for (const char *name : {"ECCalendarEvent", "ECMutableCalendarEvent"})
+        rt::addMethod(rt::classNamed(QString::fromLatin1(name)), "olmUCCapabilities", capabilities, "@@:");
+    rt::addMethod(rt::classNamed(QStringLiteral("OLCalendarHeaderContainerView")), "managedSubviewsData",
+                  managedSubviews, "@@:");
+}
+
+} // namespace hookedhost

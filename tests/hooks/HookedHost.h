@@ -1,0 +1,35 @@
+// A host that has every class and method of the hook table, and notes each call of its own implementations.
+#pragma once
+
+#include "platform/runtime/Runtime.h"
+
+#include <QStringList>
+#include <QWidget>
+
+namespace hookedhost {
+
+// What the host's own implementations were called with, as "<class> <selector>(<number of arguments>)".
+QStringList &calls();
+// What the host's own implementations answer, by "<class> <selector>"; no value when not set.
+QHash<QString, rt::Value> &answers();
+
+// Defines all classes. Once per process.
+void define();
+
+// A host object of a class.
+class Thing : public rt::Object {
+public:
+    explicit Thing(const char *className)
+        : rt::Object(rt::classNamed(QString::fromLatin1(className))) {}
+    QString capabilities; // the stored record, where the class has one
+};
+
+// A host view of a class; initWithFrame: answers itself.
+class View : public QWidget, public rt::Object {
+public:
+    View(const QString &className, QWidget *parent = nullptr)
+        : QWidget(parent)
+        , rt::Object(rt::classNamed(className)) {}
+};
+
+} // namespace hookedhost

@@ -1,0 +1,237 @@
+#include "platform/services/TestServices.h"
+#include "platform/toolkit/Frames.h"
+#include "plugin/hooks/hookTable.h"
+#include "plugin/hooks/loadSteps.h"
+#include "plugin/ui/strip/vlActionAdditionView.h"
+#include "plugin/workflow/workflowPorts.h"
+#include "tests/hooks/HookedHost.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace hookedhost;
+
+namespace {
+
+const QString olderHeader = QStringLiteral("OLCalendarHeaderContainerView");
+const QString newerHeader = QStringLiteral("OLAutoLayoutAttachmentsAcceptingView");
+
+// One strip for one editor; notes what the hooks ask of it.
+class FakeStrip : public EditorStrip {
+public:
+    DataStatus status = DataStatus::NothingToDo;
+    QStringList asked;
+    [[nodiscard]] QString getAppointmentWindowID() const override { return QStringLiteral("w"); }
+    [[nodiscard]] rt::Object *editorWindowController() const override { return nullptr; }
+    [[nodiscard]] rt::Object *editorViewController() const override { return nullptr; }
+    [[nodiscard]] bool blockDeleteVelaMeeting() const override { return true; }
+    [[nodiscard]] bool currentIsVelaMeeting() const override { return true; }
+    [[nodiscard]] bool isApptDirty() const override { return false; }
+    void setOLUIAction(HostAction action) override {
+        asked << QStringLiteral("action %1").arg(quint32(action));
+    }
+    [[nodiscard]] HostAction getOLUIAction() const override { return HostAction::None; }
+    [[nodiscard]] DataStatus getVlDataStatus() override { return status; }
+    void setActionResultData(const QVariantMap &) override {}
+    void setActionToSuccess() override { result = true; }
+    [[nodiscard]] bool getActionResult() const override { return result; }
+    void onUIChanged(StripState) override {}
+    void refreshUI() override { asked << QStringLiteral("refresh"); }
+    void enableChangeSettingButton(bool enabled) override {
+        asked << QStringLiteral("enable %1").arg(enabled);
+    }
+    void autoRemoveVelaMeeting() override {}
+    bool result = false;
+};
+
+class FakeStrips : public EditorStrips {
+public:
+    EditorStrip *strip = nullptr;
+    QList<QWidget *> headers;
+    [[nodiscard]] EditorStrip *getVlActionAdditionViewByEditorWinCtrl(const rt::Object *) const override {
+        return strip;
+    }
+    [[nodiscard]] EditorStrip *getVlActionAdditionViewByEditorViewCtrl(rt::Object *) const override {
+        return strip;
+    }
+    [[nodiscard]] EditorStrip *getVlActionAdditionViewByApptWindowID(const QString &) const override {
+        return strip;
+    }
+    [[nodiscard]] EditorStrip *getVlActionAdditionViewByWindow(const QWidget *) const override {
+        return strip;
+    }
+    void createStrip(QWidget *header, const QRectF &) override { headers.append(header); }
+};
+
+class HooksTest : public testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        folder = new QTemporaryDir;
+        define();
+        installServices();
+        runLoadSteps();
+    }
+    static void TearDownTestSuite() { delete folder; }
+
+    static platform::TestDesktop installServices() {
+        platform::TestDesktop desktop = platform::installTestServices();
+        desktop.workspace->root = folder->path();
+        const QString path = QStringLiteral("/Applications/Host.app");
+        desktop.workspace->bundles.append({"com.microsoft.Outlook", path, "/bin/true"});
+        const QString contents = folder->path() + path + QStringLiteral("/Contents");
+        QDir().mkpath(contents);
+        platform::services().propertyLists->write(contents + QStringLiteral("/Info.plist"),
+                                                  QVariantMap{{"CFBundleShortVersionString", "16.0"}});
+        return desktop;
+    }
+
+    void SetUp() override {
+        desktop = installServices();
+        WorkflowPorts::instance().strips = &strips;
+        calls().clear();
+        answers().clear();
+    }
+    void TearDown() override { WorkflowPorts::instance() = {}; }
+
+    static std::vector<rt::Value> argumentsFor(const HookRow &row) {
+        return std::vector<rt::Value>(std::size_t(rt::Selector(row.hostSelector).argumentCount()));
+    }
+
+    inline static QTemporaryDir *folder = nullptr;
+    platform::TestDesktop desktop{};
+    FakeStrips strips;
+    FakeStrip strip;
+    Thing editor{"ERCalendarEventEditorViewController"};
+};
+
+} // namespace
+
+TEST_F(HooksTest, UnderTheReplacementSelectorTheHostsOwnRunsOnceForEveryRow) {
+    for (const HookRow &row : hookTable()) {
+        rt::Class *cls = rt::classNamed(QString::fromLatin1(row.hostClass));
+        View view(cls->name());
+        Thing thing(row.hostClass);
+        const bool isView = cls->name().contains(QStringLiteral("View")) &&
+                            !cls->name().contains(QStringLiteral("Controller"));
+        rt::Object *receiver = row.kind == HookKind::Class ? static_cast<rt::Object *>(cls)
+                               : isView                    ? static_cast<rt::Object *>(&view)
+                                                           : &thing;
+        calls().clear();
+        rt::sendArgs(receiver, rt::Selector(row.replacementSelector), argumentsFor(row));
+        EXPECT_EQ(calls().size(), 1) << row.replacementSelector;
+    }
+}
+
+TEST_F(HooksTest, WhatPassesThroughHandsOnArgumentsAndResult) {
+    answers().insert(
+        QStringLiteral("ERCalendarEventEditorViewController vl_ERCalendarEventEditorViewController_save"),
+        42);
+    EXPECT_EQ(rt::send(&editor, "save"), rt::Value(42));
+    rt::send(&editor, "setIsCancelMode:", true);
+    EXPECT_EQ(calls().last(), QStringLiteral("ERCalendarEventEditorViewController "
+                                             "vl_ERCalendarEventEditorViewController_setIsCancelMode:(1)"));
+}
+
+TEST_F(HooksTest, OnlyTheVeryHeaderClassGetsAStrip) {
+    rt::Class *sub = rt::defineClass(QStringLiteral("ASubclassOfTheHeader"), rt::classNamed(olderHeader));
+    View older(olderHeader), subclass(sub->name()), newer(newerHeader),
+        other(QStringLiteral("OLAttachmentsAcceptingView"));
+    for (View *view : {&older, &subclass, &newer, &other})
+        rt::send(view, "initWithFrame:", QRectF(0, 0, 900, 90));
+    EXPECT_EQ(strips.headers, (QList<QWidget *>{&older, &newer}));
+}
+
+TEST_F(HooksTest, TheStripIsPlacedByTheHeadersRightEdgeAndItsTimeZoneRow) {
+    const struct {
+        double width;
+        bool timeZone;
+        QRectF expected;
+    } cases[] = {
+        {800, false, {460, -10, 330, 70}},
+        {900, true, {490, 13, 400, 70}},
+        {1000, true, {590, 13, 400, 70}},
+        {1000, false, {590, -10, 400, 70}},
+    };
+    for (const QString &name : {olderHeader, newerHeader}) {
+        for (const auto &one : cases) {
+            View header(name);
+            header.resize(int(one.width), 120);
+            View row(QStringLiteral("OLAutoLayoutView"), &header);
+            QLabel label(QStringLiteral("Time zone:"), &row);
+            row.setVisible(one.timeZone);
+            auto *placed = new vlActionAdditionView(&header, QRectF(870, 60, 400, 70));
+            calls().clear();
+            rt::send(&header, "drawRect:", QRectF(header.rect()));
+            EXPECT_EQ(platform::bottomLeftFrame(placed), one.expected) << qPrintable(name) << one.width;
+            EXPECT_EQ(calls().size(), 1) << "the host draws first";
+        }
+    }
+}
+
+TEST_F(HooksTest, TheRowsOfTheNewerHeaderDoNotPaintThemselves) {
+    View row(QStringLiteral("OLAutoLayoutView"));
+    EXPECT_EQ(rt::send(&row, "drawRect:", QRectF()), rt::Value(true));
+    EXPECT_TRUE(calls().isEmpty());
+}
+
+TEST_F(HooksTest, ASaveThatNeedsTheClientIsHeldBackAndOneThatDoesNotGoesOn) {
+    const struct {
+        const char *selector;
+        std::vector<rt::Value> arguments;
+        rt::Value held;
+        const char *action;
+    } cases[] = {
+        {"saveAndCloseWindow:", {true}, -1, "action 2"},
+        {"save:", {rt::Value()}, true, "action 1"},
+        {"saveAndCloseWindow:andReturnError:", {true, rt::Value()}, -1, "action 4"},
+        {"sendMeetingPostValidate", {}, true, "action 3"},
+    };
+    strips.strip = &strip;
+    for (const auto &one : cases) {
+        strip.asked.clear();
+        calls().clear();
+        strip.status = DataStatus::DeleteMeeting; // blocked for this strip: handed over, nothing sent
+        EXPECT_EQ(rt::sendArgs(&editor, rt::Selector(one.selector), one.arguments), one.held) << one.selector;
+        EXPECT_TRUE(calls().isEmpty()) << one.selector;
+        EXPECT_EQ(strip.asked.value(0), QString::fromLatin1(one.action));
+        strip.status = DataStatus::NothingToDo;
+        rt::sendArgs(&editor, rt::Selector(one.selector), one.arguments);
+        EXPECT_EQ(calls().size(), 1) << one.selector;
+    }
+}
+
+TEST_F(HooksTest, AnEditorWithoutAStripSavesAsTheHostDoes) {
+    rt::send(&editor, "save:", rt::Value());
+    rt::send(&editor, "sendMeetingPostValidate");
+    EXPECT_EQ(calls().size(), 2);
+}
+
+TEST_F(HooksTest, TheStripFollowsTheFromFieldAndTheRecurrenceSheet) {
+    strips.strip = &strip;
+    rt::send(&editor, "fromFieldModified:", rt::Value());
+    EXPECT_EQ(strip.asked, (QStringList{"refresh", "enable 1"}));
+    for (const auto &[code, refreshes] : {std::pair{0, 1}, {1, 1}, {2, 0}, {-1, 0}}) {
+        strip.asked.clear();
+        rt::send(&editor, "switchToRecurrenceDidEnd:returnCode:contextInfo:", rt::Value(), code, rt::Value());
+        EXPECT_EQ(strip.asked.size(), refreshes) << code;
+    }
+}
+
+TEST_F(HooksTest, ChangesOfAnAppointmentWithoutAMeetingAreTheHostsAlone) {
+    Thing event("ECCalendarEvent");
+    rt::send(&event, "deleteEventNow");
+    rt::send(&event, "cancelMeetingInWindow:", rt::Value());
+    Thing grid("OLCalendarGridViewWrapper");
+    rt::send(&grid, "subjectChanged:forEvent:andTileView:", QStringLiteral("New"), rt::Value(), rt::Value());
+    EXPECT_EQ(calls().size(), 3);
+    EXPECT_TRUE(desktop.bus->posted().isEmpty());
+}
+
+TEST_F(HooksTest, DeletingAMeetingWithoutAClientKeepsTheAppointment) {
+    Thing event("ECCalendarEvent");
+    event.capabilities = QStringLiteral("{\"meetingKey\": \"840000017\"}");
+    EXPECT_EQ(rt::send(&event, "deleteEventNow"), rt::Value(false));
+    EXPECT_TRUE(calls().isEmpty());
+}

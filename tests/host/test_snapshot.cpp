@@ -1,0 +1,173 @@
+#include "plugin/host/adapters/vlECCalendarEvent.h"
+#include "plugin/host/adapters/vlECCalendarEventAttendee.h"
+#include "plugin/host/adapters/vlOLCalendarDate.h"
+#include "plugin/link/meetingKeys.h"
+#include "tests/host/HostObjects.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const QTimeZone twoHoursAhead(7200);
+
+QVariantMap snapshotOf(const QVariantMap &stored, const QVariantMap &pending = {}) {
+    HostObject event("ECCalendarEvent", stored);
+    return vlECCalendarEvent(&event, pending).getVlMeetingData();
+}
+
+} // namespace
+
+TEST(MergedRead, PrefersThePendingChangeAndKnowsAClearedOneFromNone) {
+    HostObject event("ECCalendarEvent", {{"summary", "Old"}, {"location", "Room"}, {"body", "<p>old"}});
+    const vlECCalendarEvent cleared(&event, QVariantMap{{"content.summary", rt::nullMarker()},
+                                                        {"content.location", rt::nullMarker()},
+                                                        {"content.body", "<p>new"}});
+    const rt::Value subject = cleared.getOneMergedItem("summary");
+    EXPECT_EQ(subject, QString(""));
+    EXPECT_FALSE(subject.toString().isNull());
+    EXPECT_TRUE(rt::isNullMarker(cleared.getOneMergedItem("location")));
+    EXPECT_TRUE(cleared.location().isNull());
+    EXPECT_EQ(cleared.getEmailBody(), "<p>new");
+    EXPECT_EQ(cleared.summary(), "Old"); // the stored one
+    // An entry without a value, and a key without the prefix, are no changes.
+    const vlECCalendarEvent untouched(&event,
+                                      QVariantMap{{"content.location", rt::Value()}, {"summary", "x"}});
+    EXPECT_EQ(untouched.getOneMergedItem("summary"), "Old");
+    EXPECT_EQ(untouched.location(), "Room");
+}
+
+TEST(Snapshot, HoldsWhatTheAppointmentHas) {
+    HostDate start("2026-11-24 07:00:00", twoHoursAhead), end("2026-11-24 08:30:00", twoHoursAhead);
+    HostObject pattern("ECEmailAccount"), person("ECCalendarEventAttendee", {{"name", "A"}});
+    const QVariantMap snapshot = snapshotOf({{"summary", "S"},
+                                             {"location", "L"},
+                                             {"body", "<p>"},
+                                             {"olmUCCapabilities", "{}"},
+                                             {"startTime", rt::fromObject(&start)},
+                                             {"endTime", rt::fromObject(&end)},
+                                             {"recurrence", rt::fromObject(&pattern)},
+                                             {"attendeeList", QVariantList{rt::fromObject(&person)}}},
+                                            {{"content.olmUCCapabilities", "never merged"}});
+    const QVariant zone = QVariant::fromValue(twoHoursAhead);
+    const QVariantMap expected{
+        {"subject", "S"},
+        {"location", "L"},
+        {"emailBody", "<p>"},
+        {"vlOIProperty", "{}"},
+        {"duration", "90"},
+        {"recurrence", true},
+        {"startTime", QVariantMap{{"UTCTime", "2026-11-24 07:00:00"},
+                                  {"localTime", "2026-11-24 09:00:00"},
+                                  {"timezone", zone}}},
+        {"endTime", QVariantMap{{"UTCTime", "2026-11-24 08:30:00"},
+                                {"localTime", "2026-11-24 10:30:00"},
+                                {"timezone", zone}}},
+        {"attendees", QVariantList{QVariantMap{{"name", "A"}}}},
+    };
+    EXPECT_EQ(snapshot, expected);
+}
+
+TEST(Snapshot, OfNothingHasEmptyDatesNoDurationAndNoRecurrence) {
+    const QVariantMap expected{
+        {"duration", "0"}, {"recurrence", false}, {"startTime", QVariantMap()}, {"endTime", QVariantMap()}};
+    EXPECT_EQ(vlECCalendarEvent(nullptr).getVlMeetingData(), expected);
+    EXPECT_EQ(snapshotOf({}), expected);
+    // What the user has cleared.
+    QVariantMap cleared = expected;
+    cleared.insert("subject", "");
+    cleared.insert("location", rt::nullMarker());
+    QVariantMap pending;
+    for (const char *member : {"summary", "location", "startTime", "endTime", "recurrence", "attendeeList"})
+        pending.insert(QStringLiteral("content.") + member, rt::nullMarker());
+    HostDate date("2026-11-24 07:00:00", QTimeZone::utc());
+    EXPECT_EQ(snapshotOf({{"summary", "S"}, {"startTime", rt::fromObject(&date)}, {"recurrence", "weekly"}},
+                         pending),
+              cleared);
+}
+
+TEST(Snapshot, DurationIsInWholeMinutesTowardZero) {
+    const struct {
+        QString start, end, minutes;
+    } cases[] = {
+        {"2026-11-24 09:00:00", "2026-11-24 10:30:00", "90"},
+        {"2026-11-24 09:00:00", "2026-11-24 09:59:59", "59"},
+        {"2026-11-24 10:00:00", "2026-11-24 09:00:30", "-59"},
+        {"2026-11-24 09:00:00", "2026-11-24 09:00:59", "0"},
+        {"2026-11-24 09:00:00", "2026-11-26 09:00:00", "2880"},
+        {"1700-01-01 00:00:00", "9999-01-01 00:00:00", "2147483647"},
+    };
+    for (const auto &c : cases) {
+        HostDate start(c.start, QTimeZone::utc()), end(c.end, twoHoursAhead);
+        EXPECT_EQ(snapshotOf({{"startTime", rt::fromObject(&start)}, {"endTime", rt::fromObject(&end)}})
+                      .value(vl_ApptInfo_Duration),
+                  c.minutes);
+        EXPECT_EQ(snapshotOf({{"endTime", rt::fromObject(&end)}}).value(vl_ApptInfo_Duration), "0");
+    }
+}
+
+TEST(Snapshot, APendingEndCountsBeforeItIsSaved) {
+    HostDate start("2026-11-24 09:00:00", QTimeZone::utc()), end("2026-11-24 09:30:00", QTimeZone::utc());
+    HostDate moved("2026-11-24 10:30:00", QTimeZone::utc());
+    const QVariantMap snapshot =
+        snapshotOf({{"startTime", rt::fromObject(&start)}, {"endTime", rt::fromObject(&end)}},
+                   {{"content.endTime", rt::fromObject(&moved)}});
+    EXPECT_EQ(snapshot.value(vl_ApptInfo_Duration), "90");
+    EXPECT_EQ(rt::mapValue(snapshot.value(vl_ApptInfo_EndTime)).value("UTCTime"), "2026-11-24 10:30:00");
+}
+
+TEST(Snapshot, AttendeesKeepTheirOrderAndEndAtTheFirstMissingValue) {
+    HostObject full("ECCalendarEventAttendee",
+                    {{"name", "Room"}, {"emailAddress", "r@x"}, {"attendeeType", 2}});
+    HostObject untyped("ECCalendarEventAttendee", {{"name", ""}, {"emailAddress", ""}});
+    HostObject unreachable("ECCalendarEventAttendee", {{"name", "B"}, {"attendeeType", 1}});
+    HostObject nameless("ECCalendarEventAttendee", {{"emailAddress", "n@x"}, {"attendeeType", 1}});
+    HostObject stranger("ECEmailAccount", {{"emailAddress", "s@x"}});
+    QVariantList invited;
+    for (HostObject *object : {&full, &untyped, &unreachable, &nameless, &stranger})
+        invited.append(rt::fromObject(object));
+    invited.append(rt::nullMarker());
+    const QVariantList expected{QVariantMap{{"name", "Room"}, {"email", "r@x"}, {"type", "2"}},
+                                QVariantMap{{"name", ""}, {"email", ""}, {"type", "0"}},
+                                QVariantMap{{"name", "B"}},
+                                QVariantMap(),
+                                QVariantMap(),
+                                QVariantMap()};
+    EXPECT_EQ(snapshotOf({{"attendeeList", invited}}).value(vl_ApptInfo_Attendees), expected);
+    EXPECT_FALSE(snapshotOf({{"attendeeList", QVariantList()}}).contains(vl_ApptInfo_Attendees));
+}
+
+TEST(Date, RecordFollowsTheZoneAndItsDaylightSaving) {
+    const struct {
+        const char *zone;
+        QString utc, local;
+    } cases[] = {
+        {"Europe/Berlin", "2026-07-01 22:30:00", "2026-07-02 00:30:00"},
+        {"Europe/Berlin", "2026-12-31 23:30:00", "2027-01-01 00:30:00"},
+        {"Asia/Kolkata", "2026-02-28 20:00:00", "2026-03-01 01:30:00"},
+        {"UTC", "2026-02-28 20:00:05", "2026-02-28 20:00:05"},
+    };
+    for (const auto &c : cases) {
+        HostDate date(c.utc, QTimeZone(c.zone));
+        const vlOLCalendarDate adapter(&date);
+        EXPECT_EQ(adapter.UTCTime(), c.utc);
+        EXPECT_EQ(adapter.LocalTime(), c.local);
+        EXPECT_EQ(adapter.getVlMeetingData().value("timezone").value<QTimeZone>().id(), c.zone);
+    }
+    // A host that prints nothing without a zone.
+    HostDate zoneless("2026-02-28 20:00:05", QTimeZone::utc());
+    zoneless.values.clear();
+    EXPECT_EQ(vlOLCalendarDate(&zoneless).getVlMeetingData(),
+              (QVariantMap{{"UTCTime", "2026-02-28 20:00:05"}}));
+    EXPECT_TRUE(vlOLCalendarDate(nullptr).LocalTime().isNull());
+}
+
+TEST(Date, CountsToAndFromOtherDates) {
+    HostDate date("2026-11-24 09:00:00", QTimeZone::utc());
+    const vlOLCalendarDate adapter(&date);
+    rt::Object *moved = adapter.dateByAddingTimeInterval(-90);
+    EXPECT_EQ(vlOLCalendarDate(moved).UTCTime(), "2026-11-24 08:58:30");
+    EXPECT_EQ(adapter.timeIntervalSinceDate(moved), 90.0);
+    EXPECT_EQ(adapter.timeIntervalSinceDate(nullptr), 0.0);
+    EXPECT_EQ(vlOLCalendarDate(nullptr).dateByAddingTimeInterval(1), nullptr);
+    rt::drainTemporaries();
+}

@@ -1,0 +1,58 @@
+#include "plugin/link/meetingKeys.h"
+#include "plugin/link/vlAppHelper.h"
+#include "plugin/link/vlIPCChannel.h"
+#include "tests/link/LinkFixture.h"
+
+class Channel : public LinkTest {};
+
+TEST_F(Channel, AMessageIsAnEnvelopeOfActionIdAndContent) {
+    vlIPCChannel::sendIPCMessageToVelaClient(0, "a;b");
+    vlIPCChannel::sendIPCMessageToVelaClient(4294967295U, "");
+    vlIPCChannel::sendIPCMessageToPluginAgent(2, QString());
+    EXPECT_EQ(posted("VelaOutlookPluginToVelaVideoClient_PRL"),
+              (QList<platform::TextMap>{{{"actionId", "0"}, {"content", "a;b"}},
+                                        {{"actionId", "4294967295"}, {"content", ""}}}));
+    EXPECT_EQ(posted("vOutlookPluginToVOutlookPluginAgent"), (QList<platform::TextMap>{{{"actionId", "2"}}}));
+}
+
+TEST_F(Channel, AnAnswerThatIsForNoRequestChangesNothing) {
+    givenTheClient();
+    vlAPIMgr::sharedInstance().getUserProfile(window.get());
+    for (const char *actionId :
+         {"5", "7", "8", "0", "-1", "10", "abc", "3x", "", "4294967297", "1e300", "nan", "inf"})
+        clientAnswers(actionId, "12345;invitation");
+    desktop.bus->post(kIPCNotifyVelaClientToOutlookPlugin, QString(), {{"content", "12345;invitation"}},
+                      true);
+    desktop.runLoop->advance(0);
+    EXPECT_TRUE(receiver.finished.isEmpty());
+    EXPECT_TRUE(feedback.alerts.isEmpty());
+}
+
+TEST_F(Channel, AnswerTwoIsForTheUpdateEvenAfterAStart) {
+    givenTheClient();
+    QWidget other;
+    vlAPIMgr::sharedInstance().updateMeeting(&other, {});
+    vlAPIMgr::sharedInstance().startMeeting(true);
+    clientAnswers("2", "77;text");
+    ASSERT_EQ(receiver.finished.size(), 1);
+    EXPECT_EQ(receiver.finished[0].command, MeetingCommand::CmdUpdateMeeting);
+}
+
+TEST_F(Channel, ListenersGoWithTheirManagerAndMayOutliveTheBus) {
+    givenTheClient();
+    auto first = std::make_unique<vlAPIMgr>();
+    first.reset();
+    clientAnswers(ClientAnswer::Delete, "gone");
+    EXPECT_TRUE(receiver.finished.isEmpty());
+
+    auto second = std::make_unique<vlAPIMgr>();
+    second->getPAC(window.get());
+    desktop = platform::installTestServices();
+    bool heard = false;
+    const auto observer = desktop.bus->addObserver(kIPCNotifyVelaClientToOutlookPlugin,
+                                                   [&heard](const QString &, const auto &) { heard = true; });
+    EXPECT_NE(observer, 0U);
+    second.reset(); // must not take another's registration of the same number with it
+    clientAnswers(ClientAnswer::GetPAC, "x");
+    EXPECT_TRUE(heard);
+}

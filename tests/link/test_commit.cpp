@@ -1,0 +1,170 @@
+#include "plugin/link/meetingKeys.h"
+#include "tests/link/LinkFixture.h"
+
+#include <QTimeZone>
+
+namespace {
+
+constexpr qsizetype headLength = 14;
+
+QVariantMap aSnapshot() {
+    return {{"subject", "Review"},
+            {"location", "Room 4"},
+            {"duration", "90"},
+            {"recurrence", true},
+            {"emailBody", "<p>not sent</p>"},
+            {"startTime", QVariantMap{{"UTCTime", "2016-07-01 13:00:00"},
+                                      {"localTime", "2016-07-01 09:00:00"},
+                                      {"timezone", QVariant::fromValue(QTimeZone("America/New_York"))}}}};
+}
+
+QVariantMap aSetting() {
+    return {{"audioOption", 2},          {"thirdPartyAudio", "dial 1"},
+            {"enableHostVideo", true},   {"enableParticipantsVideo", false},
+            {"enableJBH", true},         {"usePMI", false},
+            {"meetingPassword", "1234"}, {"requiredMeetingPassword", true},
+            {"scheduleFor", ""},         {"notShowMeAgain", true}};
+}
+
+class Commit : public LinkTest {
+protected:
+    void SetUp() override { givenTheClient(); }
+    QVariantMap sent(const QVariantMap &record) {
+        desktop.bus->clearPosted();
+        vlAPIMgr::sharedInstance().scheduleMeeting(window.get(), record);
+        EXPECT_EQ(request(ClientAction::Meeting).left(headLength), "1;;;;;;;;;;;;;");
+        return requestJson(ClientAction::Meeting, headLength);
+    }
+    QVariantMap sentAppointment(const QVariantMap &snapshot) {
+        return sent({{"apptInfo", snapshot}}).value("apptInfo").toMap();
+    }
+    QVariantMap sentSetting(const QVariantMap &setting) {
+        return sent({{"setting", setting}}).value("setting").toMap();
+    }
+};
+
+QVariantMap with(QVariantMap map, const QString &key, const QVariant &value) {
+    map.insert(key, value);
+    return map;
+}
+
+} // namespace
+
+TEST_F(Commit, SendsTheRecordAsJsonBehindItsHead) {
+    qputenv("TZ", "UTC");
+    ::tzset();
+    const QVariantMap json = sent({{"apptInfo", aSnapshot()}, {"setting", aSetting()}, {"meetingKey", "77"}});
+    EXPECT_EQ(json, (QVariantMap{{"apptInfo", QVariantMap{{"subject", "Review"},
+                                                          {"location", "Room 4"},
+                                                          {"duration", "90"},
+                                                          {"recurrence", true},
+                                                          {"startTime", "1467363600"},
+                                                          {"timezone", "America/New_York"}}},
+                                 {"setting", QVariantMap{{"audioOption", qint64(2)},
+                                                         {"enableHostVideo", true},
+                                                         {"enableParticipantsVideo", false},
+                                                         {"enableJBH", true},
+                                                         {"usePMI", false},
+                                                         {"meetingPassword", "1234"}}},
+                                 {"meetingKey", "77"}}));
+}
+
+TEST_F(Commit, AnEmptyRecordSendsOnlyWhatIsAlwaysThere) {
+    EXPECT_EQ(sent({}), (QVariantMap{{"apptInfo", QVariantMap{{"subject", ""}}},
+                                     {"setting", QVariantMap{{"meetingPassword", ""}}}}));
+}
+
+TEST_F(Commit, AMeetingThatIsNotThereYetHasNoKey) {
+    for (const QVariant &key : {QVariant("0"), QVariant(""), QVariant(), QVariant::fromValue(nullptr)})
+        EXPECT_FALSE(sent({{"meetingKey", key}}).contains("meetingKey"));
+    vlAPIMgr::sharedInstance().updateMeeting(window.get(), {{"meetingKey", "0"}});
+    const QString update = posted("VelaOutlookPluginToVelaVideoClient_PRL").last().value("content");
+    EXPECT_TRUE(update.startsWith("2;;;;;;;;;;;;;{"));
+    EXPECT_FALSE(update.contains("meetingKey"));
+}
+
+TEST_F(Commit, TheSubjectIsCutToItsFirst128Units) {
+    for (const qsizetype length : {0, 127, 128, 129, 4000}) {
+        const QString subject(length, u'\u20ac');
+        EXPECT_EQ(sentAppointment({{"subject", subject}}).value("subject"), subject.left(128)) << length;
+    }
+    // Cut in the middle of a pair of units, it is still valid text of that length.
+    const QString split = QString(127, u'x') + QStringLiteral("\U0001F600");
+    const QString sentText = sentAppointment({{"subject", split}}).value("subject").toString();
+    EXPECT_EQ(sentText.left(127), split.left(127));
+    EXPECT_LE(sentText.size(), 128);
+    for (const QVariant &none : {QVariant(), QVariant(QString()), QVariant::fromValue(nullptr), QVariant(7)})
+        EXPECT_EQ(sentAppointment({{"subject", none}}).value("subject"), "");
+}
+
+TEST_F(Commit, AClearedLocationIsSentAsNull) {
+    EXPECT_TRUE(rt::isNullMarker(sentAppointment({{"location", rt::nullMarker()}}).value("location")));
+}
+
+TEST_F(Commit, AnIncompleteStartIsLeftOutOrZero) {
+    const auto start = [this](const QVariantMap &record) { return sentAppointment({{"startTime", record}}); };
+    EXPECT_EQ(start({{"UTCTime", "2016-07-01 13:00:00"}}), (QVariantMap{{"subject", ""}}));
+    EXPECT_EQ(start({{"localTime", "soon"}}).value("startTime"), "0");
+    EXPECT_FALSE(start({{"timezone", QVariant::fromValue(QTimeZone())}}).contains("timezone"));
+    EXPECT_FALSE(start({{"timezone", "Europe/Berlin"}}).contains("timezone"));
+}
+
+TEST_F(Commit, SettingsFollowTheirConditions) {
+    const QVariantMap setting = aSetting();
+    EXPECT_EQ(sentSetting(with(setting, "requiredMeetingPassword", false)).value("meetingPassword"), "");
+    EXPECT_EQ(sentSetting(with(setting, "requiredMeetingPassword", qint64(1))).value("meetingPassword"),
+              "1234");
+    EXPECT_EQ(sentSetting(with(setting, "audioOption", 3)).value("thirdPartyAudio"), "dial 1");
+    EXPECT_EQ(sentSetting(with(setting, "audioOption", "3")).value("thirdPartyAudio"), "dial 1");
+    EXPECT_FALSE(sentSetting(with(setting, "audioOption", 100)).contains("thirdPartyAudio"));
+    EXPECT_EQ(sentSetting(with(setting, "scheduleFor", "boss@x")).value("scheduleFor"), "boss@x");
+    EXPECT_FALSE(sentSetting(with(setting, "scheduleFor", "")).contains("scheduleFor"));
+}
+
+TEST_F(Commit, TheWorkflowLearnsForWhomItSchedulesEvenForNobody) {
+    sentSetting({{"scheduleFor", "boss@x"}});
+    sentSetting({{"scheduleFor", ""}});
+    sentSetting({});
+    ASSERT_EQ(receiver.scheduledFor.size(), 3);
+    EXPECT_EQ(receiver.scheduledFor[0], "boss@x");
+    EXPECT_TRUE(receiver.scheduledFor[1].isEmpty());
+    EXPECT_TRUE(receiver.scheduledFor[2].isEmpty());
+}
+
+TEST_F(Commit, AnAnswerIsAKeyAndAllThatFollowsTheFirstSemicolon) {
+    struct Case {
+        const char *content, *key, *invitation;
+    };
+    const Case cases[] = {{"77;text", "77", "text"}, {"77;a;b;;c;", "77", "a;b;;c;"},
+                          {"77;", "77", ""},         {"  7 7 ;text", "77", "text"},
+                          {"00;Err", "00", "Err"},   {"77;Error 3001", "77", "Error 3001"}};
+    for (const Case &c : cases) {
+        for (const ClientAnswer answer : {ClientAnswer::Schedule, ClientAnswer::Update}) {
+            SCOPED_TRACE(c.content);
+            receiver.finished.clear();
+            clientAnswers(answer, c.content);
+            ASSERT_EQ(receiver.finished.size(), 1);
+            EXPECT_EQ(receiver.finished[0].command, answer == ClientAnswer::Update
+                                                        ? MeetingCommand::CmdUpdateMeeting
+                                                        : MeetingCommand::CmdScheduleMeeting);
+            EXPECT_EQ(receiver.finished[0].response(), (QVariantMap{{"meetingKey", c.key},
+                                                                    {"invitationEmail", c.invitation},
+                                                                    {"keyVlResult", "Success"}}));
+        }
+    }
+}
+
+TEST_F(Commit, TheClientsOwnWordsOfAFailureAreShownWhole) {
+    vlAPIMgr::sharedInstance().scheduleMeeting(window.get(), {});
+    for (const char *content : {"0;Error 42", "0;no luck;today", "0;", ";text", ";"}) {
+        feedback.alerts.clear();
+        clientAnswers(ClientAnswer::Schedule, content);
+        ASSERT_EQ(feedback.alerts.size(), 1) << content;
+        EXPECT_EQ(feedback.alerts[0].message, content);
+        EXPECT_EQ(feedback.alerts[0].window, window.get());
+    }
+    feedback.alerts.clear();
+    clientAnswers(ClientAnswer::Schedule, "no semicolon");
+    EXPECT_TRUE(feedback.alerts.isEmpty());
+    EXPECT_TRUE(receiver.finished.isEmpty());
+}

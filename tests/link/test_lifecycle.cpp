@@ -1,0 +1,260 @@
+#include "plugin/link/meetingKeys.h"
+#include "plugin/link/vlAPICommitMeeting.h"
+#include "plugin/link/vlIPCChannel.h"
+#include "tests/link/LinkFixture.h"
+
+namespace {
+
+// One kind of request, as the manager offers it.
+struct Kind {
+    const char *name;
+    ClientAnswer answer;
+    QString accepted; // an answer that the request takes
+    MeetingCommand command;
+    std::function<qint32(vlAPIMgr &, QWidget *)> send;
+};
+
+const QVariantMap withProgress{{vl_API_Call_Para_ShowCommunicationDlg, true}, {vl_MeetingKey, "77"}};
+
+const Kind kinds[] = {
+    {"schedule", ClientAnswer::Schedule, "77;text", MeetingCommand::CmdScheduleMeeting,
+     [](vlAPIMgr &manager, QWidget *window) { return manager.scheduleMeeting(window, {}); }},
+    {"update", ClientAnswer::Update, "77;text", MeetingCommand::CmdUpdateMeeting,
+     [](vlAPIMgr &manager, QWidget *window) { return manager.updateMeeting(window, {}); }},
+    {"get", ClientAnswer::GetMeeting, QString(13, u';') + "e30=", MeetingCommand::CmdGetMeetingDone,
+     [](vlAPIMgr &manager, QWidget *window) { return manager.getMeeting(window, withProgress); }},
+    {"profile", ClientAnswer::GetUserProfile, "{}", MeetingCommand::CmdGetUserProfileDone,
+     [](vlAPIMgr &manager, QWidget *window) { return manager.getUserProfile(window, withProgress); }},
+    {"accounts", ClientAnswer::GetPAC, "CAA=", MeetingCommand::CmdGetAudioConferenceDone,
+     [](vlAPIMgr &manager, QWidget *window) { return manager.getPAC(window, withProgress); }},
+    {"delete", ClientAnswer::Delete, "77", MeetingCommand::CmdDeleteMeeting,
+     [](vlAPIMgr &manager, QWidget *window) { return manager.deleteMeeting(window, withProgress); }},
+};
+
+class Lifecycle : public LinkTest {
+protected:
+    vlAPIMgr &manager = vlAPIMgr::sharedInstance();
+
+    qint32 send(const Kind &kind) { return kind.send(manager, window.get()); }
+    bool isPosted() const { return !posted(kIPCNotifyOutlookPluginToVelaClient).isEmpty(); }
+};
+
+} // namespace
+
+TEST_F(Lifecycle, AnAnswerEndsTheWaitingAndGoesToTheWorkflow) {
+    givenTheClient();
+    for (const Kind &kind : kinds) {
+        SCOPED_TRACE(kind.name);
+        receiver.finished.clear();
+        EXPECT_EQ(send(kind), 0);
+        EXPECT_EQ(feedback.shown, 1);
+        EXPECT_EQ(feedback.shownOn, window.get());
+        EXPECT_EQ(desktop.runLoop->pendingCount(), 2); // the time-out and the posted message
+        clientAnswers(kind.answer, kind.accepted);
+        EXPECT_EQ(feedback.shown, 0);
+        EXPECT_EQ(desktop.runLoop->pendingCount(), 0);
+        ASSERT_EQ(receiver.finished.size(), 1);
+        EXPECT_EQ(receiver.finished[0].command, kind.command);
+        EXPECT_EQ(receiver.finished[0].data.value("keyApptWindowID"), "1a2b");
+        EXPECT_TRUE(feedback.alerts.isEmpty());
+    }
+}
+
+TEST_F(Lifecycle, AfterThirtySecondsTheProgressEndsButALateAnswerStillCounts) {
+    givenTheClient();
+    for (const Kind &kind : kinds) {
+        SCOPED_TRACE(kind.name);
+        receiver.finished.clear();
+        send(kind);
+        desktop.runLoop->advance(29.9);
+        EXPECT_EQ(feedback.shown, 1);
+        desktop.runLoop->advance(0.2);
+        EXPECT_EQ(feedback.shown, 0);
+        EXPECT_TRUE(feedback.alerts.isEmpty());
+        EXPECT_TRUE(receiver.finished.isEmpty());
+        clientAnswers(kind.answer, kind.accepted);
+        ASSERT_EQ(receiver.finished.size(), 1);
+        EXPECT_EQ(receiver.finished[0].command, kind.command);
+    }
+}
+
+TEST_F(Lifecycle, TheTimeOutOfAReplacedRequestStillComes) {
+    givenTheClient();
+    manager.scheduleMeeting(window.get(), {});
+    desktop.runLoop->advance(20);
+    manager.scheduleMeeting(window.get(), {});
+    desktop.runLoop->advance(10);
+    EXPECT_EQ(feedback.shown, 0);
+    clientAnswers(ClientAnswer::Schedule, "77;text");
+    EXPECT_EQ(desktop.runLoop->pendingCount(), 0); // the answer stopped the second one
+}
+
+TEST_F(Lifecycle, TheClientsStatusStopsARequestBeforeItIsSent) {
+    struct Case {
+        const char *version; // nullptr: not installed
+        bool running;
+        ClientError error;
+        const char *message;
+        bool offersLaunch;
+    };
+    // An unsupported client says so whether it runs or not.
+    const Case cases[] = {
+        {nullptr, true, ClientError::NotInstalled, "[NoVelaClient]", false},
+        {"3.6.40486", true, ClientError::NotSupported, "[NotSupportedVelaClientVersion]", false},
+        {"3.6.40486", false, ClientError::NotSupported, "[NotSupportedVelaClientVersion]", false},
+        {supportedVersion, false, ClientError::NotRunning, "[VelaClientNotRunning]", true}};
+    for (const Case &c : cases) {
+        desktop.workspace->bundles.clear();
+        desktop.workspace->running.clear();
+        if (c.version)
+            givenTheClient(c.version, c.running);
+        for (const Kind &kind : kinds) {
+            SCOPED_TRACE(std::string(kind.name) + ' ' + c.message);
+            feedback.alerts.clear();
+            if (kind.answer == ClientAnswer::GetPAC && c.error == ClientError::NotSupported)
+                continue; // says nothing at all, see the accounts' own tests
+            EXPECT_EQ(send(kind), qint32(c.error));
+            ASSERT_EQ(feedback.alerts.size(), 1);
+            EXPECT_EQ(feedback.alerts[0].message, c.message);
+            EXPECT_EQ(feedback.alerts[0].offersLaunch, c.offersLaunch);
+            EXPECT_EQ(feedback.alerts[0].window, window.get());
+            EXPECT_FALSE(isPosted());
+            EXPECT_EQ(feedback.shownEver, 0);
+            EXPECT_EQ(desktop.runLoop->pendingCount(), 0);
+        }
+    }
+}
+
+TEST_F(Lifecycle, EachRequestKnowsItsOwnErrorAnswers) {
+    givenTheClient();
+    struct Case {
+        QString content, message;
+        QString takenBy; // kinds for which it is an answer like any other
+    };
+    const Case cases[] = {
+        {"", "[SystemError]", ""},
+        {QString(), "[SystemError]", ""},
+        {"0;Error VelaClientNotSignIn", "[VelaClientNotSignIn]", ""},
+        {"0;Error 2", "[NetworkConnectionError]", "accounts"},
+        {"0;Error 5003", "[NetworkConnectionError]", "accounts"},
+        {"0;Error 3001", "[MeetingNotFound]", "profile accounts"},
+        {"0;Error 3018", "[MeetingNotFound]", "profile accounts"},
+    };
+    for (const Kind &kind : kinds) {
+        for (const Case &c : cases) {
+            SCOPED_TRACE(std::string(kind.name) + ' ' + qPrintable(c.content));
+            feedback.alerts.clear();
+            receiver.finished.clear();
+            send(kind);
+            clientAnswers(kind.answer, c.content);
+            const bool isTaken = kind.answer == ClientAnswer::Delete || c.takenBy.contains(kind.name);
+            EXPECT_EQ(receiver.finished.size(), isTaken ? 1 : 0);
+            ASSERT_EQ(feedback.alerts.size(), isTaken ? 0 : 1);
+            if (!isTaken) {
+                EXPECT_EQ(feedback.alerts[0].message, c.message);
+                EXPECT_EQ(feedback.alerts[0].window, window.get());
+            }
+            EXPECT_EQ(feedback.shown, 0);
+        }
+    }
+}
+
+TEST_F(Lifecycle, ErrorTextsAreComparedWhole) {
+    givenTheClient();
+    for (const char *content : {"0;Error 3001 ", "0;error 3001", "0;Error 30", "0;Error 20"}) {
+        feedback.alerts.clear();
+        manager.getMeeting(window.get(), withProgress);
+        clientAnswers(ClientAnswer::GetMeeting, content);
+        EXPECT_TRUE(feedback.alerts.isEmpty()) << content;
+    }
+}
+
+TEST_F(Lifecycle, AClientThatHasQuitSinceOutweighsItsAnswer) {
+    givenTheClient();
+    for (const Kind &kind : kinds) {
+        SCOPED_TRACE(kind.name);
+        desktop.workspace->running = QStringList{"com.parlo.meetings"};
+        receiver.finished.clear();
+        feedback.alerts.clear();
+        send(kind);
+        desktop.workspace->running.clear();
+        clientAnswers(kind.answer, kind.accepted);
+        if (kind.answer == ClientAnswer::Delete) {
+            EXPECT_EQ(receiver.finished.value(0).response().value("keyVlResult"), "Fail");
+        } else {
+            EXPECT_TRUE(receiver.finished.isEmpty());
+            ASSERT_EQ(feedback.alerts.size(), 1);
+            EXPECT_TRUE(feedback.alerts[0].offersLaunch);
+        }
+    }
+}
+
+TEST_F(Lifecycle, AWindowMayDieWhileItsRequestIsOut) {
+    givenTheClient();
+    for (const Kind &kind : kinds) {
+        SCOPED_TRACE(kind.name);
+        auto dying = std::make_unique<QWidget>();
+        receiver.editors.insert(dying.get(), "dead");
+        feedback.alerts.clear();
+        receiver.finished.clear();
+        kind.send(manager, dying.get());
+        dying.reset();
+        clientAnswers(kind.answer, kind.accepted);
+        ASSERT_EQ(receiver.finished.size(), 1);
+        EXPECT_FALSE(receiver.finished[0].data.contains("keyApptWindowID"));
+        clientAnswers(kind.answer, "");
+        if (kind.answer != ClientAnswer::Delete) {
+            ASSERT_EQ(feedback.alerts.size(), 1);
+            EXPECT_EQ(feedback.alerts[0].window, nullptr);
+        }
+    }
+}
+
+TEST_F(Lifecycle, ReadsShowProgressOnlyWhenAskedTo) {
+    givenTheClient();
+    manager.getUserProfile(window.get());
+    manager.getPAC(window.get());
+    manager.getMeeting(window.get(), {{vl_MeetingKey, "77"}});
+    EXPECT_EQ(feedback.shownEver, 0);
+    EXPECT_EQ(posted(kIPCNotifyOutlookPluginToVelaClient).size(), 3);
+    manager.getUserProfile(window.get(), {{vl_API_Call_Para_ShowCommunicationDlg, qint64(1)}});
+    EXPECT_EQ(feedback.shownEver, 1);
+    manager.getUserProfile(window.get());
+    EXPECT_EQ(feedback.shownEver, 1);
+}
+
+TEST_F(Lifecycle, ACodeWithoutATextShowsAnEmptyAlert) {
+    vlAPICommitMeeting anyRequest;
+    anyRequest.popupErrorMsg(window.get(), ClientError(4));
+    anyRequest.popupErrorMsg(window.get(), ClientError::Internet);
+    anyRequest.popupWarnWithErrorMsg(window.get(), "100%d");
+    ASSERT_EQ(feedback.alerts.size(), 3);
+    EXPECT_EQ(feedback.alerts[0].message, "");
+    EXPECT_EQ(feedback.alerts[1].message, "[InternetError]");
+    EXPECT_EQ(feedback.alerts[2].message, "100%d");
+}
+
+TEST_F(Lifecycle, EmptyPortsAreSafeAndFilledOnesCountFromThenOn) {
+    givenTheClient();
+    LinkPorts::instance() = {};
+    for (const Kind &kind : kinds) {
+        EXPECT_EQ(send(kind), 0) << kind.name;
+        clientAnswers(kind.answer, kind.accepted);
+        clientAnswers(kind.answer, "");
+    }
+    LinkPorts::instance() = {&feedback, &receiver};
+    manager.scheduleMeeting(window.get(), {});
+    EXPECT_EQ(feedback.shown, 1);
+    clientAnswers(ClientAnswer::Schedule, "77;text");
+    EXPECT_EQ(receiver.finished.size(), 1);
+}
+
+TEST_F(Lifecycle, AManagerMayGoWhileItsRequestsWait) {
+    givenTheClient();
+    auto own = std::make_unique<vlAPIMgr>();
+    own->scheduleMeeting(window.get(), {});
+    own->scheduleMeeting(window.get(), {}); // lets the first time-out go without stopping it
+    own.reset();
+    desktop.runLoop->advance(60);
+    EXPECT_EQ(desktop.runLoop->pendingCount(), 0);
+}

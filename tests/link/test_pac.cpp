@@ -1,0 +1,161 @@
+#include "meeting.pb.h"
+#include "plugin/link/meetingKeys.h"
+#include "plugin/link/vlGetPACHelper.h"
+#include "plugin/util/EncodeUtils.h"
+#include "plugin/util/vlOLUtils.h"
+#include "tests/link/LinkFixture.h"
+
+namespace {
+
+namespace wire = com::brindle::webapp::proto;
+
+// A number and its country; nullptr: not set.
+struct Number {
+    const char *number, *country;
+};
+using Numbers = std::vector<Number>;
+
+void add(google::protobuf::RepeatedPtrField<wire::CountryCodeProto> *field, const Numbers &numbers) {
+    for (const Number &entry : numbers) {
+        wire::CountryCodeProto *added = field->Add();
+        if (entry.number)
+            added->set_number(entry.number);
+        if (entry.country)
+            added->set_country(entry.country);
+    }
+}
+
+wire::PACMeeting *addAccount(wire::Response &response, const Numbers &tollFree, const Numbers &toll) {
+    wire::PACMeeting *account = response.mutable_pac_info()->add_meetings();
+    add(account->mutable_toll_free_numbers(), tollFree);
+    add(account->mutable_toll_numbers(), toll);
+    return account;
+}
+
+QString encoded(const wire::Response &response) {
+    return EncodeUtils::base64Encode(QByteArray::fromStdString(response.SerializePartialAsString()));
+}
+
+class Accounts : public LinkTest {
+protected:
+    vlGetPACHelper &helper = vlGetPACHelper::sharedInstance();
+};
+
+QString twoAccounts() {
+    wire::Response response;
+    wire::PACMeeting *first = addAccount(response, {{"800", "US"}}, {{"212", "US"}});
+    first->set_meeting_number(9876543210LL);
+    first->set_invitation_email("Dial \xe2\x82\xac");
+    addAccount(response, {}, {});
+    return encoded(response);
+}
+
+} // namespace
+
+TEST_F(Accounts, DialInTextsHaveTheExactFormThatIsLookedForLater) {
+    struct Case {
+        Numbers tollFree, toll;
+        const char *lines, *commas;
+    };
+    const Case cases[] = {
+        {{{"F", "C"}}, {{"T", "C"}}, "F (C Toll Free)\r\nT (C Toll)\r\n", "F (C Toll Free), T (C Toll)"},
+        {{}, {{"1", "A"}, {"2", "B"}}, "1 (A Toll)\r\n2 (B Toll)\r\n", "1 (A Toll), 2 (B Toll)"},
+        {{{"1", nullptr}, {"2", "B"}}, {}, "12 (B Toll Free)\r\n", "1, 2 (B Toll Free)"},
+        {{{nullptr, nullptr}, {"2", "B"}}, {}, "2 (B Toll Free)\r\n", "2 (B Toll Free)"},
+        {{{"1", "A"}, {nullptr, nullptr}}, {}, "1 (A Toll Free)\r\n", "1 (A Toll Free), "},
+        {{{nullptr, "A"}}, {{nullptr, "A"}}, " (A Toll Free)\r\n (A Toll)\r\n", " (A Toll Free),  (A Toll)"},
+        {{{nullptr, nullptr}}, {{"1", "A"}}, "1 (A Toll)\r\n", "1 (A Toll)"},
+        {{}, {}, "", ""},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.commas);
+        wire::Response response;
+        addAccount(response, c.tollFree, c.toll);
+        helper.setPACInfo(encoded(response));
+        EXPECT_EQ(helper.pacDialInNumber(1), c.lines);
+        EXPECT_EQ(helper.pacDialInNumberWithCommaSeparator(1), c.commas);
+    }
+}
+
+TEST_F(Accounts, AreCountedFromOneAndUnknownOnesAreEmpty) {
+    helper.setPACInfo(twoAccounts());
+    EXPECT_EQ(helper.pacCount(), 2);
+    EXPECT_EQ(helper.pacMeetingID(1), "9876543210");
+    EXPECT_EQ(helper.invitationMail(1), QStringLiteral("Dial \u20ac"));
+    for (const int account :
+         {0, -1, 2, 3, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
+        EXPECT_EQ(helper.pacMeetingID(account), "0") << account;
+        for (const QString &text :
+             {helper.pacDialInNumber(account), helper.pacDialInNumberWithCommaSeparator(account),
+              helper.invitationMail(account), helper.htmlInvitationMail(account)})
+            EXPECT_TRUE(text.isEmpty() && !text.isNull()) << account;
+        EXPECT_FALSE(helper.supportHtmlInvitationMail(account));
+    }
+}
+
+TEST_F(Accounts, AreUnknownBeforeAnyAnswer) {
+    EXPECT_FALSE(helper.hasPACInfo());
+    EXPECT_EQ(helper.pacCount(), 0);
+    EXPECT_TRUE(helper.pacMeetingID(1).isNull());
+    EXPECT_TRUE(helper.pacDialInNumber(1).isNull());
+    EXPECT_TRUE(helper.invitationMail(1).isNull());
+    helper.setPACInfo(QString());
+    EXPECT_FALSE(helper.hasPACInfo());
+    EXPECT_EQ(siteConfigText(), "");
+}
+
+TEST_F(Accounts, AnAnswerThatCannotBeReadLeavesTheLastGoodOne) {
+    helper.setPACInfo(twoAccounts());
+    for (const QString &bad :
+         {QStringLiteral("not base64!"), QStringLiteral("igI="), QStringLiteral("/w==")}) {
+        helper.setPACInfo(bad);
+        EXPECT_EQ(helper.pacCount(), 2) << qPrintable(bad);
+        EXPECT_EQ(helper.pacMeetingID(1), "9876543210");
+    }
+    helper.setPACInfo(encoded(wire::Response())); // empty: no accounts were ever told
+    EXPECT_EQ(helper.pacCount(), 0);
+}
+
+TEST_F(Accounts, AnAnswerWithoutAccountsReadsAsNone) {
+    wire::Response response;
+    response.set_unread_1(0);
+    helper.setPACInfo(twoAccounts());
+    helper.setPACInfo(encoded(response));
+    EXPECT_EQ(helper.pacCount(), 0);
+    EXPECT_EQ(helper.pacDialInNumber(1), "");
+}
+
+TEST_F(Accounts, NoCutOrFlippedAnswerBreaksTheReader) {
+    const QString good = twoAccounts();
+    const QByteArray bytes = EncodeUtils::base64DecodeToData(good);
+    const auto question = [this](const QString &answer) {
+        helper.setPACInfo(answer);
+        for (int account = 0; account <= helper.pacCount() + 1; ++account)
+            static_cast<void>(helper.pacDialInNumberWithCommaSeparator(account) +
+                              helper.pacMeetingID(account));
+        return helper.pacCount();
+    };
+    for (qsizetype length = 1; length < good.size(); ++length)
+        EXPECT_LE(question(good.left(length)), 2) << length;
+    for (qsizetype length = 1; length < bytes.size(); ++length)
+        EXPECT_LE(question(EncodeUtils::base64Encode(bytes.first(length))), 2) << length;
+    for (qsizetype bit = 0; bit < bytes.size() * 8; ++bit) {
+        QByteArray flipped = bytes;
+        flipped[bit / 8] = char(flipped[bit / 8] ^ (1 << bit % 8));
+        EXPECT_LE(question(EncodeUtils::base64Encode(flipped)), 2) << bit;
+    }
+    EXPECT_EQ(question(good), 2);
+    EXPECT_EQ(helper.pacMeetingID(1), "9876543210");
+}
+
+TEST_F(Accounts, WhetherThereAreAnyIsRememberedBesideTheRest) {
+    EXPECT_FALSE(helper.isPACEnabled());
+    helper.setPACInfo(twoAccounts());
+    EXPECT_TRUE(helper.isPACEnabled());
+    wire::Response none;
+    none.set_unread_1(0);
+    helper.setPACInfo(encoded(none));
+    EXPECT_FALSE(helper.isPACEnabled());
+    EXPECT_EQ(vlOLUtils::toArrayOrNSDictionary(siteConfigText()).toMap(),
+              (QVariantMap{{"enablePAC", false}}));
+}

@@ -1,0 +1,135 @@
+#include "plugin/link/calendarDateRecord.h"
+#include "plugin/link/vlGetMeetingHelper.h"
+#include "tests/link/LinkFixture.h"
+
+#include <QTimeZone>
+
+namespace {
+
+QVariantMap aMeeting() {
+    return {{"subject", "Review"},
+            {"duration", qint64(30)},
+            {"recurrence", false},
+            {"startTime", qint64(1467378000)},
+            {"audioOption", qint64(2)},
+            {"enableHostVideo", true},
+            {"enableParticipantsVideo", false},
+            {"enableJBH", true},
+            {"usePMI", false},
+            {"enable3rdPartyAudio", false},
+            {"thirdPartyAudio", "dial 1"},
+            {"meetingPassword", "1234"},
+            {"meetingKey", "77"},
+            {"originalMeetingNumber", "999"},
+            {"invitationEmail", "Join us"},
+            {"joinUrl", "https://x/j/77"},
+            {"somethingElse", "not read"}};
+}
+
+class Meeting : public LinkTest {
+protected:
+    vlGetMeetingHelper &helper = vlGetMeetingHelper::sharedInstance();
+
+    QVariantMap infoOf(const QVariantMap &changes) {
+        QVariantMap meeting = aMeeting();
+        meeting.insert(changes);
+        helper.setMeetingData(meeting);
+        return helper.getMeetingInfo();
+    }
+    QVariantMap settingOf(const QVariantMap &changes) { return infoOf(changes).value("setting").toMap(); }
+};
+
+} // namespace
+
+TEST_F(Meeting, BecomesAMeetingInfoRecord) {
+    EXPECT_EQ(infoOf({}),
+              (QVariantMap{
+                  {"apptInfo", QVariantMap{{"subject", "Review"},
+                                           {"duration", qint64(30)},
+                                           {"recurrence", false},
+                                           {"startTime", QVariantMap{{"UTCTime", "2016-07-01 13:00:00"}}}}},
+                  {"setting", QVariantMap{{"audioOption", qint64(2)},
+                                          {"enableHostVideo", true},
+                                          {"enableParticipantsVideo", false},
+                                          {"enableJBH", true},
+                                          {"usePMI", false},
+                                          {"meetingPassword", "1234"},
+                                          {"requiredMeetingPassword", true}}},
+                  {"meetingKey", "77"},
+                  {"emailBody", "Join us"},
+                  {"joinUrl", "https://x/j/77"}}));
+}
+
+TEST_F(Meeting, LeavesOutWhatTheClientDidNotTell) {
+    helper.setMeetingData({{"unknown", 1}});
+    EXPECT_EQ(helper.getMeetingInfo(),
+              (QVariantMap{{"apptInfo", QVariantMap{}},
+                           {"setting", QVariantMap{{"requiredMeetingPassword", false}}}}));
+    EXPECT_FALSE(infoOf({{"invitationEmail", ""}}).contains("emailBody"));
+    EXPECT_FALSE(settingOf({{"meetingPassword", ""}}).value("requiredMeetingPassword").toBool());
+    EXPECT_EQ(settingOf({{"enable3rdPartyAudio", true}}).value("thirdPartyAudio"), "dial 1");
+    const QVariantMap farAway = infoOf({{"startTime", std::numeric_limits<qint64>::max()}});
+    EXPECT_EQ(farAway.value("apptInfo").toMap().value("startTime"), QVariantMap{});
+}
+
+TEST_F(Meeting, APersonalOneGoesByItsNumber) {
+    struct Case {
+        QVariant usePMI, number;
+        const char *key;
+    };
+    const Case cases[] = {
+        {1, "999", "999"}, {true, "999", "999"}, {"1", "999", "999"},       {1, "0", "77"},
+        {0, "999", "77"},  {2, "999", "77"},     {QVariant(), "999", "77"}, {1, QVariant(), "77"}};
+    for (const Case &c : cases) {
+        EXPECT_EQ(infoOf({{"usePMI", c.usePMI}, {"originalMeetingNumber", c.number}}).value("meetingKey"),
+                  c.key)
+            << c.usePMI.toInt() << ' ' << qPrintable(c.number.toString());
+    }
+}
+
+TEST_F(Meeting, StaysPersonalThroughTheNextReadForIt) {
+    struct Case {
+        int before;
+        bool forPMI;
+        int after;
+    };
+    for (const Case &c : {Case{1, true, 1}, Case{1, false, 0}, Case{0, true, 0}, Case{2, true, 0}}) {
+        helper.setMeetingData({{"usePMI", c.before}, {"old", 1}});
+        helper.setMeetingData({{"usePMI", 0}}, c.forPMI);
+        EXPECT_EQ(helper.meetingData(), (QVariantMap{{"usePMI", c.after}}));
+    }
+}
+
+TEST_F(Meeting, IsThereWhenItHasAKey) {
+    EXPECT_FALSE(helper.hasMeetingInfo());
+    helper.setMeetingData({{"subject", "x"}});
+    EXPECT_FALSE(helper.hasMeetingInfo());
+    helper.setMeetingData({{"meetingKey", ""}});
+    EXPECT_FALSE(helper.hasMeetingInfo());
+    helper.setMeetingData(aMeeting());
+    EXPECT_TRUE(helper.hasMeetingInfo());
+    EXPECT_EQ(helper.getInviteEmail(), "Join us");
+}
+
+TEST_F(Meeting, NeverOffersHtml) {
+    EXPECT_TRUE(helper.getInviteHtmlEmail().isNull());
+    for (const char *base64 : {"CAA=", "not base64", "////"}) {
+        helper.setPBMeetingData(base64);
+        EXPECT_TRUE(helper.hasPBMeetingData());
+        EXPECT_FALSE(helper.getInviteHtmlEmail().isNull());
+        EXPECT_FALSE(helper.supportHtmlEmail());
+        EXPECT_EQ(infoOf({}).value("invitehtmlemail"), "");
+    }
+    helper.setPBMeetingData(QString());
+    EXPECT_TRUE(helper.hasPBMeetingData());
+}
+
+TEST(DateRecord, EndsBeforeTheFirstMissingValue) {
+    const QVariant zone = QVariant::fromValue(QTimeZone::utc());
+    EXPECT_EQ(GenerateVlCalendarDate("u", "l", zone).keys(),
+              (QStringList{"UTCTime", "localTime", "timezone"}));
+    EXPECT_EQ(GenerateVlCalendarDate("u", "l", {}).keys(), (QStringList{"UTCTime", "localTime"}));
+    EXPECT_EQ(GenerateVlCalendarDate("u", "l", QVariant::fromValue(QTimeZone())).size(), 2);
+    EXPECT_EQ(GenerateVlCalendarDate("u", QString(), zone).keys(), (QStringList{"UTCTime"}));
+    EXPECT_TRUE(GenerateVlCalendarDate(QString(), "l", zone).isEmpty());
+}
