@@ -17,7 +17,8 @@ const detail::SelectorEntry *intern(const QString &name) {
         return nullptr;
     detail::SelectorEntry *&entry = selectorTable()[name];
     if (!entry)
-        entry = new detail::SelectorEntry{name, int(name.count(u':')), std::uint32_t(::qHash(name) * 0x9e3779b1U)};
+        entry = new detail::SelectorEntry{name, int(name.count(u':')),
+                                          std::uint32_t(::qHash(name) * 0x9e3779b1U)};
     return entry;
 }
 
@@ -28,10 +29,14 @@ const Value &noValue() {
 
 } // namespace
 
-Selector::Selector(const QString &name) : m_entry(intern(name)) {}
-Selector::Selector(const char *name) : m_entry(name ? intern(QString::fromUtf8(name)) : nullptr) {}
+Selector::Selector(const QString &name)
+    : m_entry(intern(name)) {}
+Selector::Selector(const char *name)
+    : m_entry(name ? intern(QString::fromUtf8(name)) : nullptr) {}
 
-QString Selector::name() const { return m_entry ? m_entry->name : QString(); }
+QString Selector::name() const {
+    return m_entry ? m_entry->name : QString();
+}
 
 const Value &Args::operator[](int index) const {
     return index >= 0 && index < m_count ? m_data[index] : noValue();
@@ -48,10 +53,14 @@ std::shared_ptr<bool> Object::lifeToken() const {
     return m_alive;
 }
 
-WeakBase::WeakBase(const Object *object) : m_alive(object ? object->lifeToken() : nullptr) {}
+WeakBase::WeakBase(const Object *object)
+    : m_alive(object ? object->lifeToken() : nullptr) {}
 
 Class::Class(QString name, Class *superclass, Class *metaclass)
-    : Object(metaclass), m_name(std::move(name)), m_superclass(superclass), m_metaclass(metaclass) {}
+    : Object(metaclass)
+    , m_name(std::move(name))
+    , m_superclass(superclass)
+    , m_metaclass(metaclass) {}
 
 bool Class::isSubclassOf(const Class *other) const {
     for (const Class *c = this; c; c = c->m_superclass)
@@ -116,9 +125,13 @@ private:
     QHash<QString, Class *> m_classes;
 };
 
-Class *defineClass(const QString &name, Class *superclass) { return Registry::instance().define(name, superclass); }
+Class *defineClass(const QString &name, Class *superclass) {
+    return Registry::instance().define(name, superclass);
+}
 
-Class *classNamed(const QString &name) { return Registry::instance().find(name); }
+Class *classNamed(const QString &name) {
+    return Registry::instance().find(name);
+}
 
 Class *metaclassNamed(const QString &name) {
     Class *cls = classNamed(name);
@@ -133,7 +146,9 @@ bool addMethod(Class *cls, const char *selector, Implementation implementation, 
     return addMethod(cls, Selector(selector), implementation, signature);
 }
 
-Method *instanceMethod(Class *cls, Selector selector) { return cls ? cls->lookup(selector) : nullptr; }
+Method *instanceMethod(Class *cls, Selector selector) {
+    return cls ? cls->lookup(selector) : nullptr;
+}
 
 Method *classMethod(Class *cls, Selector selector) {
     return cls && cls->metaclass() ? cls->metaclass()->lookup(selector) : nullptr;
@@ -167,11 +182,12 @@ Value sendSuper(Object *object, Class *start, Selector selector, Args arguments)
 
 namespace {
 
-// Dies when the event loop's turn has ended that it was made in. A loop that runs inside that turn (a menu, a dialog)
-// does not end it: that is the event system's rule for deferred deletion.
+// Dies when the event loop's turn has ended that it was made in. A loop that runs inside that turn (a menu, a
+// dialog) does not end it: that is the event system's rule for deferred deletion.
 class TemporaryHolder : public QObject {
 public:
-    explicit TemporaryHolder(std::unique_ptr<Object> object) : m_object(std::move(object)) {
+    explicit TemporaryHolder(std::unique_ptr<Object> object)
+        : m_object(std::move(object)) {
         holders().insert(this);
         deleteLater();
     }

@@ -10,7 +10,9 @@ namespace rt {
 
 namespace {
 
-bool isTextType(const Value &value) { return value.typeId() == QMetaType::QString; }
+bool isTextType(const Value &value) {
+    return value.typeId() == QMetaType::QString;
+}
 
 bool isNumberType(const Value &value) {
     switch (value.typeId()) {
@@ -69,9 +71,13 @@ QString addressText(const void *address) {
 
 } // namespace
 
-Value nullMarker() { return Value::fromValue(nullptr); }
+Value nullMarker() {
+    return Value::fromValue(nullptr);
+}
 
-bool isNullMarker(const Value &value) { return value.typeId() == QMetaType::Nullptr; }
+bool isNullMarker(const Value &value) {
+    return value.typeId() == QMetaType::Nullptr;
+}
 
 bool isPresent(const Value &value) {
     if (!value.isValid() || isNullMarker(value))
@@ -86,8 +92,8 @@ bool isPresent(const Value &value) {
 bool boolValue(const Value &value) {
     if (isTextType(value)) {
         const QString text = value.toString();
-        return text.compare(u"yes", Qt::CaseInsensitive) == 0 || text.compare(u"true", Qt::CaseInsensitive) == 0
-            || leadingInteger(text) != 0;
+        return text.compare(u"yes", Qt::CaseInsensitive) == 0 ||
+               text.compare(u"true", Qt::CaseInsensitive) == 0 || leadingInteger(text) != 0;
     }
     return isNumberType(value) && doubleValue(value) != 0.0;
 }
@@ -111,7 +117,9 @@ double doubleValue(const Value &value) {
     return std::isnan(number) ? 0.0 : number;
 }
 
-QString textValue(const Value &value) { return isTextType(value) ? value.toString() : QString(); }
+QString textValue(const Value &value) {
+    return isTextType(value) ? value.toString() : QString();
+}
 
 QVariantMap mapValue(const Value &value) {
     return value.typeId() == QMetaType::QVariantMap ? value.toMap() : QVariantMap();
@@ -133,12 +141,20 @@ QWidget *widgetValue(const Value &value) {
     return value.value<QWidget *>();
 }
 
-Value fromObject(Object *object) { return object ? Value::fromValue(object) : Value(); }
+Value fromObject(Object *object) {
+    return object ? Value::fromValue(object) : Value();
+}
 
-Value fromWidget(QWidget *widget) { return widget ? Value::fromValue(widget) : Value(); }
+Value fromWidget(QWidget *widget) {
+    return widget ? Value::fromValue(widget) : Value();
+}
 
-QString identifier(const Object *object) { return addressText(object); }
+QString identifier(const Object *object) {
+    return addressText(object);
+}
 
-QString identifier(const QWidget *widget) { return addressText(widget); }
+QString identifier(const QWidget *widget) {
+    return addressText(widget);
+}
 
 } // namespace rt

@@ -12,8 +12,8 @@ namespace platform {
 
 namespace {
 
-// Deeper than this, an element is flattened: the parser searches its whole stack for each end tag that nothing opened,
-// so that its time is the input's length times the depth.
+// Deeper than this, an element is flattened: the parser searches its whole stack for each end tag that
+// nothing opened, so that its time is the input's length times the depth.
 constexpr int maxNesting = 512;
 constexpr std::size_t chunkSize = 256 * 1024;
 
@@ -39,7 +39,9 @@ void startElement(void *data, const xmlChar *name, const xmlChar **attributes) {
     parse->sink.open(tag, reinterpret_cast<const char *const *>(attributes));
 }
 
-void endElement(void *data, const xmlChar *) { static_cast<Parse *>(data)->sink.close(); }
+void endElement(void *data, const xmlChar *) {
+    static_cast<Parse *>(data)->sink.close();
+}
 
 void characters(void *data, const xmlChar *text, int length) {
     static_cast<Parse *>(data)->sink.text({reinterpret_cast<const char *>(text), std::size_t(length)});
@@ -67,16 +69,16 @@ std::string cleanUtf8(const QString &text) {
 }
 
 bool startsWith(std::string_view text, std::string_view lowerCase) {
-    return text.size() >= lowerCase.size()
-        && strncasecmp(text.data(), lowerCase.data(), lowerCase.size()) == 0;
+    return text.size() >= lowerCase.size() &&
+           strncasecmp(text.data(), lowerCase.data(), lowerCase.size()) == 0;
 }
 
-// How much of the text, which begins with '<', is markup that a browser ignores and the parser does not: declarations
-// such as <![if !mso]>, which it takes for text, and the end of html or body, after which it stops or opens paragraphs
-// of its own. 0: nothing.
+// How much of the text, which begins with '<', is markup that a browser ignores and the parser does not:
+// declarations such as <![if !mso]>, which it takes for text, and the end of html or body, after which it
+// stops or opens paragraphs of its own. 0: nothing.
 std::size_t ignoredMarkup(std::string_view markup) {
-    const bool declaration = markup.size() > 1 && markup[1] == '!' && !startsWith(markup, "<!--")
-        && !startsWith(markup, "<!doctype");
+    const bool declaration = markup.size() > 1 && markup[1] == '!' && !startsWith(markup, "<!--") &&
+                             !startsWith(markup, "<!doctype");
     if (!declaration && !startsWith(markup, "</body") && !startsWith(markup, "</html"))
         return 0;
     // Not beyond the next tag: a script may hold the beginning of one without its end.
@@ -138,8 +140,8 @@ QString Libxml2Importer::plainText(const QString &html) const {
     parse.context = htmlCreatePushParserCtxt(&sax, &parse, nullptr, 0, nullptr, XML_CHAR_ENCODING_UTF8);
     if (!parse.context)
         return QStringLiteral("");
-    htmlCtxtUseOptions(parse.context, HTML_PARSE_IGNORE_ENC | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING
-                                          | HTML_PARSE_NONET | HTML_PARSE_RECOVER);
+    htmlCtxtUseOptions(parse.context, HTML_PARSE_IGNORE_ENC | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING |
+                                          HTML_PARSE_NONET | HTML_PARSE_RECOVER);
     feed(parse.context, bytes);
     if (parse.context->myDoc)
         xmlFreeDoc(parse.context->myDoc);
@@ -150,6 +152,8 @@ QString Libxml2Importer::plainText(const QString &html) const {
 
 } // namespace
 
-std::unique_ptr<HtmlImporter> makeHtmlImporter() { return std::make_unique<Libxml2Importer>(); }
+std::unique_ptr<HtmlImporter> makeHtmlImporter() {
+    return std::make_unique<Libxml2Importer>();
+}
 
 } // namespace platform

@@ -21,17 +21,18 @@ private:
     static Table make() {
         Table table;
         for (const char *name :
-             {"address", "article", "aside",  "blockquote", "center",  "dd",      "details", "dialog",  "dir",
-              "div",     "dl",      "dt",     "fieldset",   "figure",  "footer",  "form",    "header",  "legend",
-              "main",    "menu",    "nav",    "optgroup",   "section", "summary", "hgroup",  "caption", "figcaption",
-              "td",      "th"})
+             {"address", "article", "aside",      "blockquote", "center",   "dd",       "details", "dialog",
+              "dir",     "div",     "dl",         "dt",         "fieldset", "figure",   "footer",  "form",
+              "header",  "legend",  "main",       "menu",       "nav",      "optgroup", "section", "summary",
+              "hgroup",  "caption", "figcaption", "td",         "th"})
             table[name] = HtmlTag::Block;
         for (const char *name : {"p", "h1", "h2", "h3", "h4", "h5", "h6"})
             table[name] = HtmlTag::Block | HtmlTag::Paragraph;
         // Table structure ends a line and has none of its own: the lines are those of the cells.
         for (const char *name : {"table", "thead", "tbody", "tfoot", "tr"})
             table[name] = HtmlTag::Table;
-        for (const char *name : {"script", "style", "head", "title", "template", "iframe", "noframes", "noembed"})
+        for (const char *name :
+             {"script", "style", "head", "title", "template", "iframe", "noframes", "noembed"})
             table[name] = HtmlTag::Hidden;
         for (const char *name : {"pre", "listing", "xmp", "plaintext"})
             table[name] = HtmlTag::Block | HtmlTag::Preformatted;
@@ -49,7 +50,7 @@ private:
 
 namespace {
 
-constexpr std::string_view lineSeparator = "\xE2\x80\xA8"; // U+2028
+constexpr std::string_view lineSeparator = "\xE2\x80\xA8";     // U+2028
 constexpr std::string_view objectReplacement = "\xEF\xBF\xBC"; // U+FFFC
 constexpr std::string_view bullet = "\t\xE2\x80\xA2\t";
 constexpr long maxItemNumber = 1'000'000'000;
@@ -64,15 +65,44 @@ constexpr std::array<ByteClass, 256> byteClasses = [] {
     return classes;
 }();
 
-ByteClass classOf(char byte) { return byteClasses[static_cast<unsigned char>(byte)]; }
+ByteClass classOf(char byte) {
+    return byteClasses[static_cast<unsigned char>(byte)];
+}
 
 // What mail means by U+0080 to U+009F: the characters of Windows-1252. Empty: not assigned there.
 constexpr std::array<std::string_view, 32> windows1252 = {
-    "\xE2\x82\xAC", "",         "\xE2\x80\x9A", "\xC6\x92",     "\xE2\x80\x9E", "\xE2\x80\xA6", "\xE2\x80\xA0",
-    "\xE2\x80\xA1", "\xCB\x86", "\xE2\x80\xB0", "\xC5\xA0",     "\xE2\x80\xB9", "\xC5\x92",     "",
-    "\xC5\xBD",     "",         "",             "\xE2\x80\x98", "\xE2\x80\x99", "\xE2\x80\x9C", "\xE2\x80\x9D",
-    "\xE2\x80\xA2", "\xE2\x80\x93", "\xE2\x80\x94", "\xCB\x9C", "\xE2\x84\xA2", "\xC5\xA1",     "\xE2\x80\xBA",
-    "\xC5\x93",     "",         "\xC5\xBE",     "\xC5\xB8",
+    "\xE2\x82\xAC",
+    "",
+    "\xE2\x80\x9A",
+    "\xC6\x92",
+    "\xE2\x80\x9E",
+    "\xE2\x80\xA6",
+    "\xE2\x80\xA0",
+    "\xE2\x80\xA1",
+    "\xCB\x86",
+    "\xE2\x80\xB0",
+    "\xC5\xA0",
+    "\xE2\x80\xB9",
+    "\xC5\x92",
+    "",
+    "\xC5\xBD",
+    "",
+    "",
+    "\xE2\x80\x98",
+    "\xE2\x80\x99",
+    "\xE2\x80\x9C",
+    "\xE2\x80\x9D",
+    "\xE2\x80\xA2",
+    "\xE2\x80\x93",
+    "\xE2\x80\x94",
+    "\xCB\x9C",
+    "\xE2\x84\xA2",
+    "\xC5\xA1",
+    "\xE2\x80\xBA",
+    "\xC5\x93",
+    "",
+    "\xC5\xBE",
+    "\xC5\xB8",
 };
 
 const char *attribute(HtmlTextSink::Attributes attributes, const char *name) {

@@ -25,7 +25,9 @@ public:
     // A <br> directly in it separates lines of one paragraph.
     [[nodiscard]] bool isParagraph() const { return has(Paragraph); }
     // Whether losing track of where it ends changes no more than where an outer element ends.
-    [[nodiscard]] bool canBeFlattened() const { return !has(Hidden | Preformatted | LineBreak | Image | Void); }
+    [[nodiscard]] bool canBeFlattened() const {
+        return !has(Hidden | Preformatted | LineBreak | Image | Void);
+    }
 
 private:
     friend struct HtmlTagTable;
@@ -42,7 +44,8 @@ private:
         Paragraph = 512,
         Void = 1024,
     };
-    constexpr explicit HtmlTag(unsigned traits) : m_traits(traits) {}
+    constexpr explicit HtmlTag(unsigned traits)
+        : m_traits(traits) {}
     [[nodiscard]] bool has(unsigned traits) const { return (m_traits & traits) != 0; }
     unsigned m_traits;
 };
@@ -69,9 +72,9 @@ private:
     };
     struct Frame {
         HtmlTag tag;
-        std::size_t start; // length of the text where its content begins
+        std::size_t start;     // length of the text where its content begins
         bool breakIsSeparator; // of what surrounds it
-        bool preformatted; // of what surrounds it
+        bool preformatted;     // of what surrounds it
         bool hidden;
     };
     // The last character, where white space that follows it, or the end of its block, depends on it.

@@ -10,13 +10,17 @@ namespace {
 
 constexpr qreal maxCoordinate = 1 << 24; // keeps sums of coordinates well inside an int
 
-const QWidget *surroundingView(const QWidget *view) { return view->isWindow() ? nullptr : view->parentWidget(); }
+const QWidget *surroundingView(const QWidget *view) {
+    return view->isWindow() ? nullptr : view->parentWidget();
+}
 
-int rounded(qreal coordinate) { return qRound(std::clamp(coordinate, -maxCoordinate, maxCoordinate)); }
+int rounded(qreal coordinate) {
+    return qRound(std::clamp(coordinate, -maxCoordinate, maxCoordinate));
+}
 
 bool isFinite(const QRectF &frame) {
-    return std::isfinite(frame.x()) && std::isfinite(frame.y()) && std::isfinite(frame.width())
-        && std::isfinite(frame.height());
+    return std::isfinite(frame.x()) && std::isfinite(frame.y()) && std::isfinite(frame.width()) &&
+           std::isfinite(frame.height());
 }
 
 } // namespace

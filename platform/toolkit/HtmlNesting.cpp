@@ -15,10 +15,10 @@ using NameSet = std::unordered_set<std::string_view>;
 // Without content, or unable to nest without an element of another kind between.
 const NameSet &uncountedTags() {
     static const auto *names = new NameSet{
-        "a",     "area",  "base",  "basefont", "bgsound", "body",   "br",    "button", "caption", "col",   "colgroup",
-        "embed", "frame", "head",  "hr",       "html",    "image",  "img",   "input",  "keygen",  "link",  "meta",
-        "nobr",  "p",     "param", "source",   "tbody",   "td",     "tfoot", "th",     "thead",   "tr",    "track",
-        "wbr"};
+        "a",     "area",     "base",  "basefont", "bgsound", "body",  "br",    "button", "caption",
+        "col",   "colgroup", "embed", "frame",    "head",    "hr",    "html",  "image",  "img",
+        "input", "keygen",   "link",  "meta",     "nobr",    "p",     "param", "source", "tbody",
+        "td",    "tfoot",    "th",    "thead",    "tr",      "track", "wbr"};
     return *names;
 }
 
@@ -31,29 +31,35 @@ const NameSet &rawTextTags() {
 
 // Closed out of order without being waited for: what was opened inside goes on after them.
 const NameSet &formattingTags() {
-    static const auto *names = new NameSet{"b", "big",   "code",   "em",     "font", "i",
-                                           "s", "small", "strike", "strong", "tt",   "u"};
+    static const auto *names =
+        new NameSet{"b", "big", "code", "em", "font", "i", "s", "small", "strike", "strong", "tt", "u"};
     return *names;
 }
 
-// The end of such an element also ends all that is open inside it. The end of any other is ignored when it would have
-// to end one of these.
+// The end of such an element also ends all that is open inside it. The end of any other is ignored when it
+// would have to end one of these.
 const NameSet &structuralTags() {
     static const auto *names = new NameSet{
-        "address", "applet",   "article", "aside",  "blockquote", "center", "dd",      "details", "dir",      "div",
-        "dl",      "dt",       "fieldset", "figcaption", "figure", "footer", "form",   "h1",      "h2",       "h3",
-        "h4",      "h5",       "h6",      "header", "hgroup",     "li",     "listing", "main",    "marquee",  "menu",
-        "nav",     "noscript", "object",  "ol",     "pre",        "section", "select", "summary", "table",    "template",
-        "ul"};
+        "address", "applet",  "article", "aside",    "blockquote", "center", "dd",     "details", "dir",
+        "div",     "dl",      "dt",      "fieldset", "figcaption", "figure", "footer", "form",    "h1",
+        "h2",      "h3",      "h4",      "h5",       "h6",         "header", "hgroup", "li",      "listing",
+        "main",    "marquee", "menu",    "nav",      "noscript",   "object", "ol",     "pre",     "section",
+        "select",  "summary", "table",   "template", "ul"};
     return *names;
 }
 
-bool isSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f'; }
-bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-char lower(char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; }
+bool isSpace(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
+}
+bool isLetter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c;
+}
 
 struct Tag {
-    std::string name; // lower case
+    std::string name;    // lower case
     std::size_t end = 0; // behind its '>'
     bool isEnd = false;
     bool selfClosing = false;
@@ -87,7 +93,8 @@ std::size_t tagEnd(std::string_view html, std::size_t at) {
         }
         // The first character belongs to the attribute's name, whatever it is.
         ++at;
-        while (at < html.size() && !isSpace(html[at]) && html[at] != '/' && html[at] != '>' && html[at] != '=')
+        while (at < html.size() && !isSpace(html[at]) && html[at] != '/' && html[at] != '>' &&
+               html[at] != '=')
             ++at;
         const std::size_t next = skipSpace(html, at);
         if (next < html.size() && html[next] == '=')
@@ -100,7 +107,8 @@ Tag readTag(std::string_view html, std::size_t at) {
     Tag tag;
     tag.isEnd = html[at + 1] == '/';
     std::size_t nameEnd = at + (tag.isEnd ? 2 : 1);
-    for (; nameEnd < html.size() && !isSpace(html[nameEnd]) && html[nameEnd] != '/' && html[nameEnd] != '>'; ++nameEnd)
+    for (; nameEnd < html.size() && !isSpace(html[nameEnd]) && html[nameEnd] != '/' && html[nameEnd] != '>';
+         ++nameEnd)
         tag.name += lower(html[nameEnd]);
     tag.end = tagEnd(html, nameEnd);
     tag.selfClosing = tag.end >= 2 && html[tag.end - 1] == '>' && html[tag.end - 2] == '/';
@@ -139,7 +147,8 @@ std::size_t rawTextEnd(std::string_view html, std::size_t at, const std::string 
 
 class OpenTags {
 public:
-    explicit OpenTags(int limit) : m_limit(std::size_t(std::max(limit, 1))) {}
+    explicit OpenTags(int limit)
+        : m_limit(std::size_t(std::max(limit, 1))) {}
 
     // Whether the tag may stay.
     bool start(const Tag &tag) {
@@ -219,7 +228,7 @@ private:
 
     std::size_t m_limit;
     std::vector<std::string> m_open;
-    std::unordered_map<std::string, int> m_count; // of each name in m_open
+    std::unordered_map<std::string, int> m_count;   // of each name in m_open
     std::unordered_map<std::string, int> m_leftOut; // start tags whose end tags are still to come
 };
 

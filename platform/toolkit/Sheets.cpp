@@ -21,8 +21,8 @@ RunningSession &runningSession() {
     return *session;
 }
 
-// Ties the sheet to its window without making it the window's child: a child would die with the window, and the sheet
-// belongs to the caller.
+// Ties the sheet to its window without making it the window's child: a child would die with the window, and
+// the sheet belongs to the caller.
 void attach(QDialog *sheet, QWidget *window) {
     window->winId();
     sheet->winId();
@@ -85,9 +85,13 @@ void beginSheet(QDialog *sheet, QWidget *parent, std::function<void(int result)>
     sheet->open();
 }
 
-ModalSession::~ModalSession() { end(); }
+ModalSession::~ModalSession() {
+    end();
+}
 
-bool ModalSession::isRunning() const { return m_window && runningSession().window == m_window; }
+bool ModalSession::isRunning() const {
+    return m_window && runningSession().window == m_window;
+}
 
 bool ModalSession::begin(QWidget *window) {
     RunningSession &running = runningSession();

@@ -17,14 +17,15 @@ struct WebNode {
     enum class Kind { Document, Doctype, Element, Text, Comment };
     using Children = std::vector<std::unique_ptr<WebNode>>;
 
-    explicit WebNode(Kind nodeKind) : kind(nodeKind) {}
+    explicit WebNode(Kind nodeKind)
+        : kind(nodeKind) {}
     ~WebNode(); // not recursive
     WebNode(const WebNode &) = delete;
     WebNode &operator=(const WebNode &) = delete;
 
     Kind kind;
-    std::string name; // of an element or a document type
-    std::string text; // of a text or a comment
+    std::string name;     // of an element or a document type
+    std::string text;     // of a text or a comment
     std::string publicId; // of a document type
     std::string systemId;
     bool foreign = false; // an element of svg or math

@@ -10,8 +10,9 @@ namespace {
 template<std::size_t size>
 using Names = std::array<std::string_view, size>;
 
-constexpr Names<18> voidTags = {"area",  "base", "basefont", "bgsound", "br",    "col",   "embed", "frame",  "hr",
-                                "img",   "input", "keygen",  "link",    "meta",  "param", "source", "track", "wbr"};
+constexpr Names<18> voidTags = {"area",  "base",  "basefont", "bgsound", "br",    "col",
+                                "embed", "frame", "hr",       "img",     "input", "keygen",
+                                "link",  "meta",  "param",    "source",  "track", "wbr"};
 constexpr Names<7> rawTextTags = {"style", "script", "xmp", "iframe", "noembed", "noframes", "plaintext"};
 // The parser drops a newline that comes first in these.
 constexpr Names<3> newlineTags = {"pre", "textarea", "listing"};
@@ -57,8 +58,8 @@ void appendEscaped(std::string &out, std::string_view text, bool inAttribute) {
 }
 
 bool beginsWithNewline(const WebNode &element) {
-    return !element.children.empty() && element.children.front()->kind == WebNode::Kind::Text
-        && element.children.front()->text.starts_with('\n');
+    return !element.children.empty() && element.children.front()->kind == WebNode::Kind::Text &&
+           element.children.front()->text.starts_with('\n');
 }
 
 void appendStartTag(std::string &out, const WebNode &element) {

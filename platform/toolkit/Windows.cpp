@@ -93,9 +93,13 @@ QList<QWidget *> orderedWindows() {
     return windows;
 }
 
-void setApplicationDelegate(rt::Object *delegate) { delegateReference() = rt::Weak<>(delegate); }
+void setApplicationDelegate(rt::Object *delegate) {
+    delegateReference() = rt::Weak<>(delegate);
+}
 
-rt::Object *applicationDelegate() { return delegateReference().get(); }
+rt::Object *applicationDelegate() {
+    return delegateReference().get();
+}
 
 void observeWindowWillClose(QObject *owner, std::function<void(QWidget *window)> handler) {
     if (owner && handler)

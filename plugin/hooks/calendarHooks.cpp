@@ -96,9 +96,9 @@ rt::Value eventCancel(rt::Object *self, rt::Selector, rt::Args arguments) {
 rt::Value switchToSeries(rt::Object *self, rt::Selector, rt::Args arguments) {
     const rt::Value result = callHost(rowSwitchToSeries, self, arguments);
     guarded("following the switch to the series", [] {
-        auto *strip = dynamic_cast<vlActionAdditionView *>(
+        vlActionAdditionView *strip =
             vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(
-                QApplication::activeWindow()));
+                QApplication::activeWindow());
         if (!strip)
             return;
         const QPointer<vlActionAdditionView> alive(strip);

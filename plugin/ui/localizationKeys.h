@@ -16,6 +16,7 @@ inline const QString notAllowChangeSettingsTip = QStringLiteral("NotAllowChangeV
 inline const QString notSupportPACForOnBehalf = QStringLiteral("NotSupportPACForOnBehalf");
 
 // The settings sheet.
+inline const QString settingWindowTitle = QStringLiteral("SettingWindowTitle");
 inline const QString videoBox = QStringLiteral("HostvideoBoxTitle");
 inline const QString audioBox = QStringLiteral("AudioOption");
 inline const QString meetingBox = QStringLiteral("MeetingOption");

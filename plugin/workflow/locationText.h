@@ -7,8 +7,8 @@
 
 inline constexpr QChar locationSeparator = u';';
 
-// Takes every occurrence of the part out of the text, first those with the separator right behind them. Nothing for a
-// null or empty part.
+// Takes every occurrence of the part out of the text, first those with the separator right behind them.
+// Nothing for a null or empty part.
 void removeLocationPart(QString &text, const QString &part, QChar separator);
 
 // The names of the rooms (resources) among the attendees of an appointment's snapshot, in their order.

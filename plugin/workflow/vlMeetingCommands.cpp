@@ -40,9 +40,13 @@ constexpr CommandRow commandTable[] = {
      [](vlMeetingMgr &m, const Target &t) { return m.changeSettings(t.strip); }},
     {CmdCancelMeeting, {}, [](vlMeetingMgr &m, const Target &t) { return m.cancelVelaMeeting(t.strip); }},
     {CmdScheduleMeeting, StateCommit,
-     [](vlMeetingMgr &m, const Target &t) { return m.scheduleUpdateVelaMeeting(t.editor, CmdScheduleMeeting); }},
+     [](vlMeetingMgr &m, const Target &t) {
+         return m.scheduleUpdateVelaMeeting(t.editor, CmdScheduleMeeting);
+     }},
     {CmdUpdateMeeting, StateCommit,
-     [](vlMeetingMgr &m, const Target &t) { return m.scheduleUpdateVelaMeeting(t.editor, CmdUpdateMeeting); }},
+     [](vlMeetingMgr &m, const Target &t) {
+         return m.scheduleUpdateVelaMeeting(t.editor, CmdUpdateMeeting);
+     }},
     {CmdDeleteMeeting, {}, [](vlMeetingMgr &m, const Target &t) { return m.deleteVelaMeeting(t.editor); }},
     {CmdStartInstantVideo, {}, [](vlMeetingMgr &m, const Target &) { return m.startInstantMeeting(true); }},
     {CmdStartInstantShare, {}, [](vlMeetingMgr &m, const Target &) { return m.startInstantMeeting(false); }},
@@ -151,7 +155,8 @@ void vlMeetingMgr::showSettingsWindow(EditorStrip *strip, const QVariantMap &dat
 int vlMeetingMgr::changeSettings(EditorStrip *strip) {
     if (vlUserProfileHelper::sharedInstance().hasUserProfile())
         return executeGetMeetingForChangeSetting(strip);
-    vlAPIMgr::sharedInstance().getUserProfile(vlMeetingWindows::getPluginParentWindow(strip), withProgress({}));
+    vlAPIMgr::sharedInstance().getUserProfile(vlMeetingWindows::getPluginParentWindow(strip),
+                                              withProgress({}));
     return nothingStarted;
 }
 

@@ -14,8 +14,9 @@ void hostSaveAndClose(rt::Object *editor) {
     rt::send(editor, "vl_ERCalendarEventEditorViewController_saveAndCloseWindow:", true);
 }
 void hostSaveAndCloseWithError(rt::Object *editor) {
-    rt::send(editor, "vl_ERCalendarEventEditorViewController_saveAndCloseWindowAndReturnError:andReturnError:",
-             true, rt::Value());
+    rt::send(editor,
+             "vl_ERCalendarEventEditorViewController_saveAndCloseWindowAndReturnError:andReturnError:", true,
+             rt::Value());
 }
 void hostSend(rt::Object *editor) {
     rt::send(editor, "vl_ERCalendarEventEditorViewController_sendMeetingPostValidate");

@@ -14,8 +14,8 @@
 using enum MeetingCommand;
 using enum WorkflowState;
 
-// Every answer that moves a workflow on. An answer whose state has no row changes nothing. The schedule's and the
-// update's answer is not here: it leads to StateCommitDone from any state.
+// Every answer that moves a workflow on. An answer whose state has no row changes nothing. The schedule's and
+// the update's answer is not here: it leads to StateCommitDone from any state.
 std::span<const vlMeetingMgr::Transition> vlMeetingMgr::transitions() {
     static constexpr Transition table[] = {
         {CmdGetUserProfileDone, StateAdd, &vlMeetingMgr::profileForAdd},

@@ -40,7 +40,8 @@ vlMeetingMgr &vlMeetingMgr::sharedInstance() {
     return SharedObject<vlMeetingMgr>::get();
 }
 
-vlMeetingMgr::vlMeetingMgr() : m_commitObserver(std::make_unique<CommitObserver>(*this)) {}
+vlMeetingMgr::vlMeetingMgr()
+    : m_commitObserver(std::make_unique<CommitObserver>(*this)) {}
 
 vlMeetingMgr::~vlMeetingMgr() {
     if (LinkPorts::instance().finishReceiver == this)

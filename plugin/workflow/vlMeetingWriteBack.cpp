@@ -78,7 +78,8 @@ void vlMeetingMgr::updateVlKeyInfoToAppointment(rt::Object *editor, const QVaria
         m_joinURLFromProperty = urlInRecord;
 }
 
-void vlMeetingMgr::writeLocation(const vlERCalendarEventEditorViewController &editor, const QString &joinURL) {
+void vlMeetingMgr::writeLocation(const vlERCalendarEventEditorViewController &editor,
+                                 const QString &joinURL) {
     const QString userText = getOLUserInputLocation(editor, oldJoinURL(editor), joinURL);
     m_joinURL = joinURL;
     const QString meetingPart = getVlLocation(*editor.ecCalendarEvent());

@@ -161,7 +161,7 @@ TEST_F(HooksTest, TheStripIsPlacedByTheHeadersRightEdgeAndItsTimeZoneRow) {
             View row(QStringLiteral("OLAutoLayoutView"), &header);
             QLabel label(QStringLiteral("Time zone:"), &row);
             row.setVisible(one.timeZone);
-            auto *placed = new vlActionAdditionView(&header, QRectF(870, 60, 400, 70));
+            auto *placed = new vlActionAdditionView(g_vlAdditionViewFrame, &header);
             calls().clear();
             rt::send(&header, "drawRect:", QRectF(header.rect()));
             EXPECT_EQ(platform::bottomLeftFrame(placed), one.expected) << qPrintable(name) << one.width;

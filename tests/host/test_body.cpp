@@ -99,6 +99,11 @@ TEST(Body, AFontTagBeforeTheBookmarkBeginsTheBlockWhenItsHeadIsNotFound) {
         {"<font size=1>Hi</font><font size=2>" + B + "old" + E, "<font size=1>Hi</font>" + indented},
         {"Hi" + B + "old" + E + "Bye", "Hi" + indented + "Bye"},                           // no font tag
         {"Hi" + B + "old" + E + "<font size=2>Bye", "Hi" + indented + "<font size=2>Bye"}, // only behind it
+        {"<font size=2><p class=x></p>\r\n<BR>" + B + "old" + E, indented},
+        // The font of something else.
+        {"<font size=2>Mine</font><br>" + B + "old" + E, "<font size=2>Mine</font><br>" + indented},
+        {"<font size=2><img src=x>" + B + "old" + E, "<font size=2><img src=x>" + indented},
+        {"<font size=2>1 < 2" + B + "old" + E, "<font size=2>1 < 2" + indented},
     };
     for (const auto &c : cases)
         EXPECT_EQ(helper().updateVlBodyWithVlBookmark(c.body, indented), c.result);
@@ -110,6 +115,8 @@ TEST(Body, AClosedFontEndsTheBlockWhenItsTailIsNotFound) {
               "Hi" + longTail + "Bye");
     EXPECT_EQ(helper().updateVlBodyWithVlBookmark("Hi" + B + "old" + E + "Bye", longTail),
               "Hi" + longTail + "Bye");
+    EXPECT_EQ(helper().updateVlBodyWithVlBookmark("Hi" + B + "old" + E + "Mine@</font>Bye", longTail),
+              "Hi" + longTail + "Mine@</font>Bye");
 }
 
 TEST(Body, BookmarksInTheWrongOrderEncloseNothingOfTheUsers) {

@@ -16,7 +16,9 @@ struct Case {
     QString text;
 };
 
-void PrintTo(const Case &example, std::ostream *out) { *out << example.name; }
+void PrintTo(const Case &example, std::ostream *out) {
+    *out << example.name;
+}
 
 class PlainText : public testing::TestWithParam<Case> {};
 
@@ -25,12 +27,14 @@ TEST_P(PlainText, IsWhatARichTextImporterGives) {
     EXPECT_EQ(text, GetParam().text) << qPrintable(text);
 }
 
-std::string caseName(const testing::TestParamInfo<Case> &info) { return info.param.name; }
+std::string caseName(const testing::TestParamInfo<Case> &info) {
+    return info.param.name;
+}
 
 const Case blocks[] = {
     {"BareText", u"bare"_qs, u"bare"_qs},
-    {"DocumentTagsGiveNothing", u"<html><head><title>t</title><style>p{}</style></head><body>x</body></html>"_qs,
-     u"x"_qs},
+    {"DocumentTagsGiveNothing",
+     u"<html><head><title>t</title><style>p{}</style></head><body>x</body></html>"_qs, u"x"_qs},
     {"TextAfterTheEndOfTheDocument", u"<body>a</body></html>b<p>c"_qs, u"ab\nc\n"_qs},
     {"ABlockEndsWithOneBreak", u"<p>a</p><div>b</div>"_qs, u"a\nb\n"_qs},
     {"AnEmptyBlockGivesABreak", u"<p>a</p><p></p><div> </div>b"_qs, u"a\n\n\nb"_qs},
@@ -63,10 +67,11 @@ const Case structures[] = {
     {"Numbers", u"<ol><li>a<li>b</ol><ol start=7><li>c<li value=3>d<li>e</ol>"_qs,
      u"\t1.\ta\n\t2.\tb\n\t7.\tc\n\t3.\td\n\t4.\te\n"_qs},
     {"ABlockInAnItemStandsOnItsLine", u"<ul><li><p>a</p><p>b</p></li></ul>"_qs, u"\t•\ta\nb\n"_qs},
-    {"AListInAnItem", u"<ol><li>a<ul><li>b</li></ul></li><li>c</li></ol>"_qs, u"\t1.\ta\n\t•\tb\n\t2.\tc\n"_qs},
+    {"AListInAnItem", u"<ol><li>a<ul><li>b</li></ul></li><li>c</li></ol>"_qs,
+     u"\t1.\ta\n\t•\tb\n\t2.\tc\n"_qs},
     {"AnEmptyItem", u"<ul><li></li></ul>"_qs, u"\t•\t\n"_qs},
-    {"EachCellIsALine",
-     u"x<table> <tr> <td>a</td> <td></td> </tr> <tr> <th> c </th> </tr> </table>y"_qs, u"x\na\n\nc\ny"_qs},
+    {"EachCellIsALine", u"x<table> <tr> <td>a</td> <td></td> </tr> <tr> <th> c </th> </tr> </table>y"_qs,
+     u"x\na\n\nc\ny"_qs},
     {"AnImageIsACharacter", u"a<img src='cid:1' alt='p'>b"_qs, u"a\ufffcb"_qs},
 };
 INSTANTIATE_TEST_SUITE_P(Structures, PlainText, testing::ValuesIn(structures), caseName);
@@ -98,7 +103,8 @@ TEST(HtmlImporter, NothingGivesEmptyTextRatherThanNone) {
 }
 
 TEST(HtmlImporter, ACutAnywhereGivesABeginningOfTheSameWords) {
-    const QString html = u"<div>one <b class=\"x y\">twö</b>&amp;<ul><li>three<!-- c --></ul><pre>\n😀</pre></div>"_qs;
+    const QString html =
+        u"<div>one <b class=\"x y\">twö</b>&amp;<ul><li>three<!-- c --></ul><pre>\n😀</pre></div>"_qs;
     for (int length = 0; length <= html.size(); ++length) {
         const QString text = plain(html.left(length));
         EXPECT_LE(text.size(), length + 4) << length;
@@ -125,7 +131,8 @@ struct Repeated {
 };
 
 qint64 nanosecondsFor(const Repeated &part, int times) {
-    const QString html = QString::fromUtf8(part.opening).repeated(times) + QString::fromUtf8(part.html).repeated(times);
+    const QString html =
+        QString::fromUtf8(part.opening).repeated(times) + QString::fromUtf8(part.html).repeated(times);
     qint64 best = std::numeric_limits<qint64>::max();
     for (int i = 0; i < 3; ++i) {
         QElapsedTimer timer;

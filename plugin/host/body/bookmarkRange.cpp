@@ -2,7 +2,9 @@
 
 #include "plugin/host/body/vlBodyHelper.h"
 
+#include <QStringList>
 #include <QStringView>
+#include <algorithm>
 
 namespace {
 
@@ -19,6 +21,29 @@ qsizetype lastIndexIn(QStringView text, const QString &part) {
     return text.lastIndexOf(part, -1, Qt::CaseInsensitive);
 }
 
+// Whether nothing that a person could have put there is in the HTML: blanks and tags that only format.
+bool isOnlyFormatting(QStringView html) {
+    static const QStringList formatting = {"b", "br", "div", "font", "i", "p", "span", "u"};
+    qsizetype at = 0;
+    while (at < html.size()) {
+        if (html[at].isSpace()) {
+            ++at;
+            continue;
+        }
+        const qsizetype close = html.indexOf(u'>', at);
+        if (html[at] != u'<' || close < 0)
+            return false;
+        QStringView name = html.sliced(at + 1, close - at - 1);
+        if (name.startsWith(u'/'))
+            name = name.sliced(1);
+        const auto end = std::find_if(name.begin(), name.end(), [](QChar c) { return !c.isLetter(); });
+        if (!formatting.contains(name.first(end - name.begin()), Qt::CaseInsensitive))
+            return false;
+        at = close + 1;
+    }
+    return true;
+}
+
 std::optional<Edge> startOfBlock(const QString &body, const QString &headMarker, const QString &begin) {
     const qsizetype marker = lastIndexIn(body, headMarker);
     if (marker >= 0)
@@ -26,17 +51,26 @@ std::optional<Edge> startOfBlock(const QString &body, const QString &headMarker,
     const qsizetype bookmark = body.indexOf(begin);
     if (bookmark < 0)
         return {};
-    const qsizetype font = lastIndexIn(QStringView(body).first(bookmark), fontTag);
-    return font >= 0 ? std::optional(Edge{font, bookmark}) : std::nullopt;
+    const QStringView before = QStringView(body).first(bookmark);
+    const qsizetype font = lastIndexIn(before, fontTag);
+    if (font < 0 || !isOnlyFormatting(before.sliced(font)))
+        return {};
+    return Edge{font, bookmark};
 }
 
-std::optional<Edge> endOfBlock(const QString &body, const QString &tailMarker) {
-    for (const QString *part : {&tailMarker, &closedFont}) {
-        const qsizetype at = lastIndexIn(body, *part);
-        if (at >= 0)
-            return Edge{at + part->size(), at};
-    }
-    return {};
+std::optional<Edge> endOfBlock(const QString &body, const QString &tailMarker, const QString &end) {
+    const qsizetype marker = lastIndexIn(body, tailMarker);
+    if (marker >= 0)
+        return Edge{marker + tailMarker.size(), marker};
+    const qsizetype closed = lastIndexIn(body, closedFont);
+    if (closed < 0)
+        return {};
+    const qsizetype bookmark = lastIndexIn(body, end);
+    const qsizetype behind = bookmark + end.size();
+    if (bookmark >= 0 && behind <= closed &&
+        !isOnlyFormatting(QStringView(body).sliced(behind, closed - behind)))
+        return {};
+    return Edge{closed + closedFont.size(), closed};
 }
 
 } // namespace
@@ -52,7 +86,7 @@ std::optional<BookmarkTexts> bookmarksIn(const QString &body) {
 BlockSearch findBlock(const QString &body, const BookmarkTexts &texts, const QString &headMarker,
                       const QString &tailMarker) {
     const std::optional<Edge> start = startOfBlock(body, headMarker, texts.begin);
-    const std::optional<Edge> end = endOfBlock(body, tailMarker);
+    const std::optional<Edge> end = endOfBlock(body, tailMarker, texts.end);
     if (!start || !end)
         return {};
     if (end->bookmark < start->bookmark)

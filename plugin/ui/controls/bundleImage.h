@@ -22,6 +22,6 @@ public:
     void draw(QPainter &painter, const QRectF &rectangle) const;
 
 private:
-    QString m_name; // null: m_image is all there is
+    QString m_name;         // null: m_image is all there is
     mutable QImage m_image; // as last rendered
 };

@@ -8,7 +8,7 @@
 // A button's face in Qt's coordinates: y grows downwards, the rectangles are inside the button's own.
 struct ButtonFace {
     BundleImage image;
-    QString title; // without the mark of its mnemonic
+    QString title;     // without the mark of its mnemonic
     int mnemonic = -1; // position of the underlined character; -1: none
 
     // Nothing is drawn while either is missing.

@@ -14,9 +14,9 @@ public:
     ~vlKeyUpTextField() override;
 
     // The action is called as long as the target lives; neither is owned. No target: nothing is called.
-    void setKeyup(QObject *target, Action action); // after the field has handled the release of a key
+    void setKeyup(QObject *target, Action action);      // after the field has handled the release of a key
     void setTextChange(QObject *target, Action action); // after each change by the user
-    void cleanUp(); // forgets both
+    void cleanUp();                                     // forgets both
 
 protected:
     void keyReleaseEvent(QKeyEvent *event) override;

@@ -5,8 +5,8 @@
 
 #include <QPushButton>
 
-// Draws nothing while it has no image or no title. A press with the pointer over it, Space, Enter, the Down key or
-// its mnemonic open the menu; only the menu's items act. The menu is not owned and may die.
+// Draws nothing while it has no image or no title. A press with the pointer over it, Space, Enter, the Down
+// key or its mnemonic open the menu; only the menu's items act. The menu is not owned and may die.
 class vlPopupButton : public QPushButton {
     Q_OBJECT
 public:

@@ -7,8 +7,8 @@
 #include <QMenu>
 #include <memory>
 
-// Shows its image over its whole area. A press, Space, Enter and the Down key open the menu at its bottom left
-// corner. Give it a text: it is what a screen reader says.
+// Shows its image over its whole area. A press, Space, Enter and the Down key open the menu at its bottom
+// left corner. Give it a text: it is what a screen reader says.
 class vlPopupToolbarView : public QAbstractButton {
     Q_OBJECT
 public:

@@ -7,8 +7,8 @@
 #include <QObject>
 #include <vector>
 
-// One controller for each appointment window identifier, owned here. It is dropped when its parent window closes or
-// dies: the identifier may then come again for another window.
+// One controller for each appointment window identifier, owned here. It is dropped when its parent window
+// closes or dies: the identifier may then come again for another window.
 class SchSettingWndCtrlMgr : public QObject, public SettingsSheets {
     Q_OBJECT
 public:
@@ -16,7 +16,8 @@ public:
     SchSettingWndCtrlMgr();
     ~SchSettingWndCtrlMgr() override;
 
-    // Nothing without a parent or an identifier. The sheet takes its values from the settings model, not from `data`.
+    // Nothing without a parent or an identifier. The sheet takes its values from the settings model, not from
+    // `data`.
     void addSchSettingWindowToArray(const QString &apptWindowID, const QVariantMap &data,
                                     QWidget *parent) override;
     void showSchSettingWindow(const QString &apptWindowID) override;

@@ -13,7 +13,8 @@ class QWidget;
 class VlSettingViewController;
 class vlOnbehalfViewController;
 
-// The sheet is made when it is first shown. The parent window is not owned and may die; nothing is shown then.
+// The sheet is made when it is first shown. The parent window is not owned and may die; nothing is shown
+// then.
 class VlSettingWindowController : public QObject {
     Q_OBJECT
 public:
@@ -22,13 +23,15 @@ public:
 
     [[nodiscard]] const QString &apptWindowID() const { return m_apptWindowID; }
     [[nodiscard]] QWidget *parentWindow() const { return m_parentWindow; }
-    [[nodiscard]] QDialog *settingWindow() const { return m_window.get(); } // nullptr before it is first shown
+    [[nodiscard]] QDialog *settingWindow() const {
+        return m_window.get();
+    } // nullptr before it is first shown
     [[nodiscard]] VlSettingViewController *settingViewController() const { return m_settings.get(); }
     [[nodiscard]] ButtonGroupViewController *buttonGroupViewController() const { return m_buttons.get(); }
     [[nodiscard]] vlOnbehalfViewController *onbehalfViewController() const { return m_banner.get(); }
 
     void initFields(bool first);
-    void showWindowSheet(); // a sheet that is up already stays as it is
+    void showWindowSheet();                              // a sheet that is up already stays as it is
     void makeFirstResponderWithObject(QWidget *control); // on the next turn of the run loop
     // Tells the workflow how the sheet was left, and keeps the settings as the user's defaults after OK.
     void postSettingCommitCommand(const QVariantMap &command);

@@ -95,7 +95,6 @@ private:
     void createAddPACButton();
     void setShown(bool add, bool audioConference, bool remove, bool settings);
     void addPACMeeting(qint64 account);
-    [[nodiscard]] bool rememberStatus(DataStatus status);
 
     vlActionResultMgr m_vlActionResult;
     rt::Weak<> m_idERCalendarEventEditorWindowCtrl;

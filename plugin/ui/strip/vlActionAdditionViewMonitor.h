@@ -1,12 +1,11 @@
 // The live strips of all open appointment editors.
 #pragma once
 
+#include "plugin/ui/strip/vlActionAdditionView.h"
 #include "plugin/workflow/workflowPorts.h"
 
 #include <QList>
 #include <QPointer>
-
-class vlActionAdditionView;
 
 // Objects and windows are matched by their identifiers. Strips are held weakly: one that dies is no longer
 // found. Lookups go in order of registration and answer nullptr when there is no match. Main thread only.
@@ -22,12 +21,12 @@ public:
     getVlActionAdditionViewByEditorWinCtrl(const rt::Object *controller) const override;
     [[nodiscard]] vlActionAdditionView *
     getVlActionAdditionViewByEditorViewCtrl(rt::Object *editor) const override;
-    [[nodiscard]] vlActionAdditionView *getVlActionAdditionViewByECCalendarEvent(const rt::Object *event) const;
+    [[nodiscard]] vlActionAdditionView *
+    getVlActionAdditionViewByECCalendarEvent(const rt::Object *event) const;
     // By the window that the strip is in.
     [[nodiscard]] vlActionAdditionView *
     getVlActionAdditionViewByWindowIdentify(const QString &identifier) const;
-    [[nodiscard]] vlActionAdditionView *
-    getVlActionAdditionViewByWindow(const QWidget *window) const override;
+    [[nodiscard]] vlActionAdditionView *getVlActionAdditionViewByWindow(const QWidget *window) const override;
     // By the window that the editor's window controller names.
     [[nodiscard]] vlActionAdditionView *
     getVlActionAdditionViewByApptWindowID(const QString &identifier) const override;

@@ -5,9 +5,9 @@
 
 namespace mailhost {
 
-EventQuestions &EventQuestions::instance() {
-    static auto *questions = new EventQuestions;
-    return *questions;
+ErrorPresenter &errorPresenter() {
+    static auto *presenter = new ErrorPresenter;
+    return *presenter;
 }
 
 EventAttendee::EventAttendee(Attendee attendee)
@@ -137,28 +137,27 @@ QString CalendarEvent::exportAsICS() const {
 }
 
 bool CalendarEvent::deleteEventNow() {
-    if (!m_session)
+    // One day of a series has no component of its own: deleting "it" would take the whole series away.
+    if (!m_session || m_isOccurrence)
         return false;
     if (m_session->remove(m_uid, m_recurrenceId))
         return true;
-    if (EventQuestions::instance().showError)
-        EventQuestions::instance().showError(nullptr, m_session->lastError());
+    if (errorPresenter())
+        errorPresenter()(nullptr, m_session->lastError());
     return false;
 }
 
 void CalendarEvent::cancelMeetingInWindow(QWidget *window) {
-    const Appointment before = appointment();
-    const EventQuestions &questions = EventQuestions::instance();
-    if (!m_session || (questions.confirmCancel && !questions.confirmCancel(window, before)))
+    if (!m_session || m_isOccurrence)
         return;
-    Appointment cancelled = before;
+    Appointment cancelled = appointment();
     cancelled.sequence += 1;
     cancelled.status = u"CANCELLED"_qs;
     // Only a message that was written is a reason to delete: otherwise the attendees would go on expecting the meeting.
     const bool told = m_session->store(cancelled) && m_session->sendMessage(cancelled, true)
         && m_session->remove(m_uid, m_recurrenceId);
-    if (!told && questions.showError)
-        questions.showError(window, m_session->lastError());
+    if (!told && errorPresenter())
+        errorPresenter()(window, m_session->lastError());
 }
 
 MutableCalendarEvent::MutableCalendarEvent(CalendarSession *session, Appointment appointment)

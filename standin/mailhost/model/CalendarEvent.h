@@ -10,12 +10,9 @@
 
 namespace mailhost {
 
-// Asked before an appointment goes away; answers whether it may. Filled by the windows.
-struct EventQuestions {
-    std::function<bool(QWidget *parent, const Appointment &appointment)> confirmCancel;
-    std::function<void(QWidget *parent, const QString &message)> showError;
-    static EventQuestions &instance();
-};
+// Shows a message to the person, attached to a window when there is one. Filled by the windows.
+using ErrorPresenter = std::function<void(QWidget *parent, const QString &message)>;
+[[nodiscard]] ErrorPresenter &errorPresenter();
 
 class EventAttendee : public rt::Object {
 public:
@@ -90,7 +87,7 @@ public:
     virtual void setOlmUCCapabilities(const QString &text);
     // Takes it out of the calendar. False, with a message to the person, when it could not be.
     bool deleteEventNow();
-    // Asks, tells the attendees, and deletes.
+    // Tells the attendees, and deletes.
     void cancelMeetingInWindow(QWidget *window);
 
 protected:

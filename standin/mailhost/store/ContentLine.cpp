@@ -126,22 +126,23 @@ QByteArray ContentLine::lineEnd() const {
 
 QByteArray ContentLine::unfolded() const {
     const qsizetype length = contentLength(m_source);
+    const bool oldMacLines = !m_source.contains('\n'); // a file whose lines end in CR alone
+    const auto blankAt = [&](qsizetype i) { return i < length && (m_source[i] == ' ' || m_source[i] == '\t'); };
     QByteArray out;
     out.reserve(length);
     for (qsizetype i = 0; i < length; ++i) {
         qsizetype next = i;
         while (next < length && m_source[next] == '\r')
             ++next;
-        const bool fold = next + 1 < length && m_source[next] == '\n' &&
-                          (m_source[next + 1] == ' ' || m_source[next + 1] == '\t');
-        const bool macFold = !fold && next > i && next < length && (m_source[next] == ' ' || m_source[next] == '\t') &&
-                             !m_source.contains('\n');
-        if (fold)
+        if (next < length && m_source[next] == '\n' && blankAt(next + 1)) {
             i = next + 1;
-        else if (macFold)
+        } else if (oldMacLines && next > i && blankAt(next)) {
             i = next;
-        else
-            out.append(m_source[i]);
+        } else {
+            next = qMax(next, i + 1);
+            out.append(m_source.constData() + i, next - i);
+            i = next - 1;
+        }
     }
     return out;
 }
@@ -186,6 +187,7 @@ void ContentLine::assemble(const Parts &parts, const QByteArray &lineEnd) {
         line += ';' + parameter.text;
     if (parts.hasValue)
         line += ':' + parts.value;
+    line.replace('\n', "").replace('\r', ""); // a value never begins another line
     m_source = folded(line, lineEnd);
     m_name = parts.name.trimmed().toUpper();
 }

@@ -127,8 +127,8 @@ QString readRecord(const ContentLine &line) {
     const auto bytes = QByteArray::fromBase64Encoding(QByteArray(value).replace(' ', ""));
     if (isBase64(line) && bytes) {
         if (line.parameter(recordCharset) != utf16)
-            return bytes->isEmpty() ? QStringLiteral("") : decodeOctets(*bytes);
-        QString record(bytes->size() / 2, u'\0');
+            return (*bytes).isEmpty() ? QStringLiteral("") : decodeOctets(*bytes);
+        QString record((*bytes).size() / 2, u'\0');
         for (qsizetype i = 0; i < record.size(); ++i)
             record[i] = QChar(uchar((*bytes)[2 * i]), uchar((*bytes)[2 * i + 1]));
         return record;

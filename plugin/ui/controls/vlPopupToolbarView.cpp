@@ -1,0 +1,71 @@
+#include "plugin/ui/controls/vlPopupToolbarView.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyleOptionFocusRect>
+
+namespace {
+
+constexpr int side = 32; // points, of a tool-bar's image
+
+bool opensMenu(int key) {
+    return key == Qt::Key_Space || key == Qt::Key_Select || key == Qt::Key_Return || key == Qt::Key_Enter ||
+           key == Qt::Key_Down;
+}
+
+} // namespace
+
+vlPopupToolbarView::vlPopupToolbarView(QWidget *parent)
+    : QAbstractButton(parent) {
+    setFocusPolicy(Qt::TabFocus);
+    connect(this, &QAbstractButton::clicked, this, &vlPopupToolbarView::popUpMenu); // a screen reader's press
+}
+
+void vlPopupToolbarView::setImage(const BundleImage &image) {
+    mImage = image;
+    update();
+}
+
+void vlPopupToolbarView::setMenu(std::shared_ptr<QMenu> menu) {
+    mMenu = std::move(menu);
+    update();
+}
+
+QSize vlPopupToolbarView::sizeHint() const {
+    return {side, side};
+}
+
+// Into the whole area, not only the part that is exposed: a part of it would otherwise hold a small whole
+// image.
+void vlPopupToolbarView::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    mImage.draw(painter, rect());
+    if (!hasFocus())
+        return;
+    QStyleOptionFocusRect option;
+    option.initFrom(this);
+    option.backgroundColor = palette().color(QPalette::Window);
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+}
+
+void vlPopupToolbarView::mousePressEvent(QMouseEvent *event) {
+    event->accept();
+    if (event->button() == Qt::LeftButton)
+        popUpMenu();
+}
+
+void vlPopupToolbarView::mouseReleaseEvent(QMouseEvent *event) {
+    event->accept();
+}
+
+void vlPopupToolbarView::keyPressEvent(QKeyEvent *event) {
+    if (opensMenu(event->key()))
+        popUpMenu();
+    else
+        QAbstractButton::keyPressEvent(event);
+}
+
+void vlPopupToolbarView::popUpMenu() {
+    if (mMenu && isEnabled())
+        mMenu->popup(mapToGlobal(QPoint(0, height())));
+}

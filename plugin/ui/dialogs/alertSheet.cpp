@@ -1,0 +1,62 @@
+#include "plugin/ui/dialogs/alertSheet.h"
+
+#include "platform/services/Services.h"
+#include "platform/toolkit/Windows.h"
+
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace {
+
+const QString imageWarning = QStringLiteral("warning.png");
+const QString outletTitle = QStringLiteral("qt_msgbox_label");
+const QString outletMessage = QStringLiteral("qt_msgbox_informativelabel");
+
+QPixmap warningIcon(qreal ratio) {
+    return QPixmap::fromImage(platform::services().pluginBundle->image(imageWarning, ratio));
+}
+
+// Messages come from the client too: no mark in them may turn into formatting.
+void showPlainly(QMessageBox *alert, const QString &message) {
+    alert->setTextFormat(Qt::PlainText);
+    alert->setText(QString());
+    alert->setInformativeText(
+        QStringLiteral(" ")); // makes the label, before the text has a say in its format
+    if (auto *label = alert->findChild<QLabel *>(outletMessage))
+        label->setTextFormat(Qt::PlainText);
+    alert->setInformativeText(message);
+    if (auto *title = alert->findChild<QLabel *>(outletTitle))
+        title->hide();
+    alert->setAccessibleName(message);
+}
+
+void addButtons(QMessageBox *alert, const QStringList &buttons) {
+    for (const QString &text : buttons) {
+        const bool isFirst = alert->buttons().isEmpty();
+        QPushButton *button =
+            alert->addButton(text, isFirst ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
+        if (isFirst)
+            alert->setDefaultButton(button);
+        alert->setEscapeButton(button);
+    }
+}
+
+} // namespace
+
+void showAlertSheet(QWidget *window, const QString &message, const QStringList &buttons,
+                    std::function<void(AlertReturn result)> ended) {
+    auto *alert = new QMessageBox;
+    alert->setAttribute(Qt::WA_QuitOnClose, false);
+    alert->setIconPixmap(warningIcon(window ? window->devicePixelRatioF() : alert->devicePixelRatioF()));
+    showPlainly(alert, message);
+    addButtons(alert, buttons);
+    if (window)
+        QObject::connect(window->window(), &QObject::destroyed, alert, &QObject::deleteLater);
+    platform::beginSheet(alert, window, [alert, handler = std::move(ended)](int) {
+        alert->deleteLater();
+        const bool isDefault = alert->clickedButton() && alert->clickedButton() == alert->defaultButton();
+        if (handler)
+            handler(isDefault ? AlertReturn::Default : AlertReturn::Other);
+    });
+}

@@ -1,0 +1,27 @@
+#include "plugin/ui/dialogs/vlAutoRemoveVelaMeetingMessage.h"
+
+#include "plugin/link/localizedString.h"
+#include "plugin/link/sharedObject.h"
+#include "plugin/ui/localizationKeys.h"
+#include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
+
+vlAutoRemoveVelaMeetingMessage &vlAutoRemoveVelaMeetingMessage::sharedInstance() {
+    return SharedObject<vlAutoRemoveVelaMeetingMessage>::get();
+}
+
+// Each message keeps its own editor: a second editor may ask while the first one's message is still up.
+void vlAutoRemoveVelaMeetingMessage::showMessage(QWidget *window) {
+    const rt::Weak<> editor = m_olEditorViewCtrl;
+    showAlertSheet(window, vlLocalizedString(uiKeys::removeMeetingForOther),
+                   {vlLocalizedString(uiKeys::buttonOKGot), vlLocalizedString(uiKeys::buttonCancel)},
+                   [editor](AlertReturn result) { alertDidEnd(result, editor.get()); });
+}
+
+void vlAutoRemoveVelaMeetingMessage::alertDidEnd(AlertReturn result, rt::Object *editor) {
+    if (result != AlertReturn::Default)
+        return;
+    auto *strip =
+        vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByEditorViewCtrl(editor);
+    if (strip && strip->currentIsVelaMeeting())
+        strip->autoRemoveVelaMeeting();
+}

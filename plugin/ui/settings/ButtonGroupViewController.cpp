@@ -1,0 +1,51 @@
+#include "plugin/ui/settings/ButtonGroupViewController.h"
+
+#include "platform/services/Contained.h"
+#include "plugin/link/localizedString.h"
+#include "plugin/link/meetingKeys.h"
+#include "plugin/ui/localizationKeys.h"
+#include "plugin/ui/settings/VlSettingWindowController.h"
+
+#include <QDialog>
+#include <QPushButton>
+
+ButtonGroupViewController::ButtonGroupViewController(VlSettingWindowController *windowController,
+                                                     QDialog *sheet)
+    : m_windowController(windowController)
+    , settingWindow(sheet) {
+    buttonContinue = sheet->findChild<QPushButton *>(QStringLiteral("buttonContinue"));
+    buttonCancel = sheet->findChild<QPushButton *>(QStringLiteral("buttonCancel"));
+    if (!isConnected())
+        return;
+    connect(buttonContinue, &QPushButton::clicked, this, &ButtonGroupViewController::onClickContinue);
+    connect(buttonCancel, &QPushButton::clicked, this, &ButtonGroupViewController::onClickCancel);
+}
+
+void ButtonGroupViewController::initWithLocalString() {
+    if (!isConnected())
+        return;
+    buttonContinue->setText(vlLocalizedString(uiKeys::buttonContinue));
+    buttonCancel->setText(vlLocalizedString(uiKeys::buttonCancel));
+}
+
+void ButtonGroupViewController::onClickContinue() {
+    endSheet(true);
+}
+
+void ButtonGroupViewController::onClickCancel() {
+    endSheet(false);
+}
+
+void ButtonGroupViewController::endSheet(bool isOk) {
+    m_endingSheet = true;
+    settingWindow->done(isOk ? QDialog::Accepted : QDialog::Rejected);
+    m_endingSheet = false;
+    postCommitCommand(isOk);
+}
+
+void ButtonGroupViewController::postCommitCommand(bool isOk) {
+    platform::contained("leaving the meeting settings", [this, isOk] {
+        m_windowController->postSettingCommitCommand(
+            {{keyVLUserOperator, keyVLSettingCommit}, {keyButtonClickIsOK, isOk}});
+    });
+}

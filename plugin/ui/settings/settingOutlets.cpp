@@ -1,0 +1,97 @@
+// How the options' controls are found in the interface description and tied to their actions.
+#include "plugin/ui/settings/VlSettingViewController.h"
+
+#include "platform/services/Contained.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+
+namespace {
+
+template<typename Control>
+bool find(QWidget *sheet, const QString &name, Control *&outlet) {
+    outlet = sheet->findChild<Control *>(name);
+    return outlet != nullptr;
+}
+
+// What goes wrong in an action stays in it.
+template<typename Sender, typename Signal, typename Action>
+void onAction(Sender *sender, Signal signal, QObject *owner, Action action) {
+    QObject::connect(sender, signal, owner, [action] { platform::contained("a meeting setting", action); });
+}
+
+} // namespace
+
+VlSettingViewController::VlSettingViewController(VlSettingWindowController *windowController, QWidget *sheet)
+    : m_windowController(windowController)
+    , m_sheet(sheet)
+    , m_passwordFormatter(new vlMaxLengthFormatter(this)) {
+    findOutlets();
+    if (m_connected)
+        connectActions();
+}
+
+void VlSettingViewController::findOutlets() {
+    const bool found[] = {
+        find(m_sheet, QStringLiteral("videoOptionsBox"), videoOptionsBox),
+        find(m_sheet, QStringLiteral("audioOptionsBox"), audioOptionsBox),
+        find(m_sheet, QStringLiteral("meetingOptionsBox"), meetingOptionsBox),
+        find(m_sheet, QStringLiteral("textVideoHost"), textVideoHost),
+        find(m_sheet, QStringLiteral("textVideoPaticipant"), textVideoPaticipant),
+        find(m_sheet, QStringLiteral("videoHostMatrix"), videoHostMatrix),
+        find(m_sheet, QStringLiteral("videoHostMatrixOn"), m_host.on),
+        find(m_sheet, QStringLiteral("videoHostMatrixOff"), m_host.off),
+        find(m_sheet, QStringLiteral("videoParticipantMatrix"), videoParticipantMatrix),
+        find(m_sheet, QStringLiteral("videoParticipantMatrixOn"), m_participants.on),
+        find(m_sheet, QStringLiteral("videoParticipantMatrixOff"), m_participants.off),
+        find(m_sheet, QStringLiteral("telephonyButton"), telephonyButton),
+        find(m_sheet, QStringLiteral("voipButton"), voipButton),
+        find(m_sheet, QStringLiteral("bothButton"), bothButton),
+        find(m_sheet, QStringLiteral("thirdPartyAudioButton"), thirdPartyAudioButton),
+        find(m_sheet, QStringLiteral("thirdPartyAudioTextField"), thirdPartyAudioTextField),
+        find(m_sheet, QStringLiteral("requiredMeetingPswButton"), requiredMeetingPswButton),
+        find(m_sheet, QStringLiteral("passwordTextField"), passwordTextField),
+        find(m_sheet, QStringLiteral("enableJBHButton"), enableJBHButton),
+        find(m_sheet, QStringLiteral("usePMI"), usePMI),
+        find(m_sheet, QStringLiteral("notShowMeAgain"), notShowMeAgain),
+        find(m_sheet, QStringLiteral("mainSettingBox"), mainSettingBox),
+    };
+    m_connected = std::all_of(std::begin(found), std::end(found), [](bool isFound) { return isFound; });
+}
+
+QList<QRadioButton *> VlSettingViewController::audioButtons() const {
+    return {telephonyButton, voipButton, bothButton, thirdPartyAudioButton};
+}
+
+void VlSettingViewController::connectActions() {
+    passwordTextField->setValidator(m_passwordFormatter);
+    for (QRadioButton *button : {m_host.on, m_host.off})
+        onAction(button, &QAbstractButton::clicked, this, [this] { onClickvideoHostMatrix(); });
+    for (QRadioButton *button : {m_participants.on, m_participants.off})
+        onAction(button, &QAbstractButton::clicked, this, [this] { onClickvideoParticipantMatrix(); });
+    for (QRadioButton *button : audioButtons())
+        onAction(button, &QAbstractButton::clicked, this, [this, button] { onClickAudioConfType(button); });
+    onAction(requiredMeetingPswButton, &QAbstractButton::clicked, this,
+             [this] { onClickRequiredMeetingPswButton(); });
+    onAction(passwordTextField, &QLineEdit::textEdited, this, [this] { onInputPasswordTextField(); });
+    onAction(enableJBHButton, &QAbstractButton::clicked, this, [this] { onClickEnableJBHButton(); });
+    onAction(usePMI, &QAbstractButton::clicked, this, [this] { onClickUsePMI(); });
+    onAction(notShowMeAgain, &QAbstractButton::clicked, this, [this] { onClickNotShowMeAgain(); });
+}
+
+// "On" and "Off" alone say nothing to someone who does not see the row; nor does a field without a label.
+void VlSettingViewController::nameForAccessibility() {
+    videoHostMatrix->setAccessibleName(textVideoHost->text());
+    videoParticipantMatrix->setAccessibleName(textVideoPaticipant->text());
+    for (QRadioButton *button : {m_host.on, m_host.off})
+        button->setAccessibleDescription(textVideoHost->text());
+    for (QRadioButton *button : {m_participants.on, m_participants.off})
+        button->setAccessibleDescription(textVideoPaticipant->text());
+    const auto plain = [](const QAbstractButton *button) { return button->text().remove(u'&'); };
+    passwordTextField->setAccessibleName(plain(requiredMeetingPswButton));
+    thirdPartyAudioTextField->setAccessibleName(plain(thirdPartyAudioButton));
+}

@@ -1,0 +1,68 @@
+#include "plugin/ui/settings/vlOnbehalfViewController.h"
+
+#include "plugin/link/localizedString.h"
+#include "plugin/ui/localizationKeys.h"
+#include "plugin/ui/settings/VlSettingWindowController.h"
+#include "plugin/workflow/vlOnbehalfData.h"
+
+#include <QDialog>
+#include <QLabel>
+#include <QLayout>
+
+namespace {
+
+constexpr QColor bannerColor(99, 192, 64);
+const QString placeholder = QStringLiteral("%@");
+
+// The name goes in as it is, whatever it holds.
+QString filledIn(QString format, const QString &name) {
+    const qsizetype at = format.indexOf(placeholder);
+    return at < 0 ? format : format.replace(at, placeholder.size(), name);
+}
+
+void paintBanner(QWidget *view, QLabel *label) {
+    QPalette palette = view->palette();
+    palette.setColor(QPalette::Window, bannerColor);
+    palette.setColor(QPalette::WindowText, Qt::black); // on this green in dark surroundings too
+    view->setAutoFillBackground(true);
+    view->setPalette(palette);
+    label->setPalette(palette);
+    label->setTextFormat(Qt::PlainText);
+}
+
+} // namespace
+
+vlOnbehalfViewController::vlOnbehalfViewController(VlSettingWindowController *windowController,
+                                                   QWidget *sheet)
+    : m_windowController(windowController)
+    , settingWindow(sheet) {
+    m_view = sheet->findChild<QWidget *>(QStringLiteral("onbehalfView"));
+    m_textOnbehalfInfo = sheet->findChild<QLabel *>(QStringLiteral("textOnbehalfInfo"));
+    if (isConnected())
+        paintBanner(m_view, m_textOnbehalfInfo);
+}
+
+bool vlOnbehalfViewController::needDisplayOnbehalfView() const {
+    return vlOnbehalfData::sharedInstance().isCurrentScheduleVelaForOther(m_windowController->apptWindowID());
+}
+
+void vlOnbehalfViewController::initFields() {
+    if (needDisplayOnbehalfView()) {
+        const QString name = vlOnbehalfData::sharedInstance().getDisplayNameWithOnbehalfEmail(
+            m_windowController->onbehalfEmail());
+        m_textOnbehalfInfo->setText(filledIn(vlLocalizedString(uiKeys::onBehalfInfo), name));
+    }
+    updateCtrlPos();
+}
+
+void vlOnbehalfViewController::updateCtrlPos() {
+    const bool needed = needDisplayOnbehalfView();
+    if (needed != m_view->isHidden())
+        return;
+    settingWindow->layout()->activate();
+    const int height =
+        settingWindow->height() + (needed ? m_view->minimumHeight() : -m_view->minimumHeight());
+    m_view->setVisible(needed);
+    settingWindow->layout()->activate();
+    settingWindow->resize(settingWindow->width(), height);
+}

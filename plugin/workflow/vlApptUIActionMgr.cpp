@@ -1,0 +1,93 @@
+#include "plugin/workflow/vlApptUIActionMgr.h"
+
+#include "plugin/link/meetingKeys.h"
+#include "plugin/link/sharedObject.h"
+#include "plugin/link/vlAppHelper.h"
+#include "plugin/workflow/vlMeetingMgr.h"
+#include "plugin/workflow/vlMeetingWindows.h"
+#include "plugin/workflow/workflowPorts.h"
+
+#include <optional>
+
+namespace {
+
+// Where a new strip lies until its header is drawn for the first time; origin bottom left, in points.
+constexpr QRectF g_vlAdditionViewFrame(870, 60, 400, 70);
+constexpr QRectF g_vlAdditionViewFrame_OL2016(870, 13, 400, 70);
+constexpr qint64 secondAccount = 2;
+
+HostAction hostActionOf(const QVariantMap &action) {
+    const qint64 code = rt::integerValue(action.value(keyApptViewActionID));
+    const bool known = code >= qint64(HostAction::None) && code <= qint64(HostAction::CalendarDrag);
+    return known ? HostAction(code) : HostAction::None;
+}
+
+// What the appointment's state makes of its saving; nothing when the host may save at once.
+std::optional<MeetingCommand> commandFor(DataStatus status) {
+    if (status == DataStatus::DeleteMeeting)
+        return MeetingCommand::CmdDeleteMeeting;
+    if (status == DataStatus::UpdateMeeting)
+        return MeetingCommand::CmdUpdateMeeting;
+    return {};
+}
+
+} // namespace
+
+vlApptUIActionMgr &vlApptUIActionMgr::sharedInstance() {
+    return SharedObject<vlApptUIActionMgr>::get();
+}
+
+void vlApptUIActionMgr::createVlAdditionViewOnCalHeaderContainerView(QWidget *headerView) {
+    EditorStrips *strips = WorkflowPorts::instance().strips;
+    if (!strips || !headerView)
+        return;
+    const bool isNewerHost = vlAppHelper::sharedInstance().isOutlookVersionLargeThan2016();
+    strips->createStrip(headerView, isNewerHost ? g_vlAdditionViewFrame_OL2016 : g_vlAdditionViewFrame);
+}
+
+int vlApptUIActionMgr::handleVLMeeting(rt::Object *editor, const QVariantMap &action) {
+    EditorStrip *strip = vlMeetingWindows::stripOfEditor(editor);
+    if (!strip)
+        return hostMayProceed;
+    if (!action.isEmpty())
+        strip->setOLUIAction(hostActionOf(action));
+    const std::optional<MeetingCommand> command = commandFor(strip->getVlDataStatus());
+    if (!command) {
+        strip->setActionToSuccess();
+        return hostMayProceed;
+    }
+    const int error = vlMeetingMgr::sharedInstance().sendVlMeetingCommand(*command, editor);
+    if (error)
+        return error;
+    if (EditorStrip *stillThere = vlMeetingWindows::stripOfEditor(editor))
+        stillThere->setActionToSuccess();
+    return heldBack;
+}
+
+int vlApptUIActionMgr::addVLMeeting(EditorStrip *strip) {
+    return vlMeetingMgr::sharedInstance().sendVlMeetingCommand(MeetingCommand::CmdAddMeeting, strip);
+}
+
+int vlApptUIActionMgr::addPACMeeting(EditorStrip *strip, qint64 account) {
+    return vlMeetingMgr::sharedInstance().sendVlMeetingCommand(account == secondAccount
+                                                                   ? MeetingCommand::CmdAddAudioConference2
+                                                                   : MeetingCommand::CmdAddAudioConference1,
+                                                               strip);
+}
+
+int vlApptUIActionMgr::cancelVLMeeting(EditorStrip *strip, int) {
+    return vlMeetingMgr::sharedInstance().sendVlMeetingCommand(MeetingCommand::CmdCancelMeeting, strip);
+}
+
+int vlApptUIActionMgr::changeVLMeeting(EditorStrip *strip, int) {
+    return vlMeetingMgr::sharedInstance().sendVlMeetingCommand(MeetingCommand::CmdChangeSettings, strip);
+}
+
+int vlApptUIActionMgr::closeOLAppointment(const QString &apptWindowID) {
+    vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
+    if (const EditorStrip *strip = vlMeetingWindows::stripOfWindowID(apptWindowID))
+        manager.closeOLAppointment(strip->editorViewController());
+    else
+        manager.clearAllSavedData(true);
+    return 0;
+}

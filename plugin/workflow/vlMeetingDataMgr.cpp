@@ -1,0 +1,112 @@
+#include "plugin/workflow/vlMeetingDataMgr.h"
+
+#include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
+#include "plugin/host/body/vlBodyHelper.h"
+#include "plugin/link/meetingKeys.h"
+#include "plugin/link/sharedObject.h"
+#include "plugin/link/vlGetMeetingHelper.h"
+#include "plugin/link/vlMd5Utils.h"
+#include "plugin/util/vlOLUtils.h"
+#include "plugin/workflow/savedSettings.h"
+#include "plugin/workflow/storedRecord.h"
+#include "plugin/workflow/vlMeetingWindows.h"
+#include "plugin/workflow/vlOnbehalfData.h"
+#include "plugin/workflow/workflowPorts.h"
+
+namespace {
+
+void replaceUnlessNull(QString &held, const QString &text) {
+    if (!text.isNull())
+        held = text;
+}
+
+QVariantMap loadedSettings() {
+    return rt::mapValue(vlGetMeetingHelper::sharedInstance().getMeetingInfo().value(vl_Setting));
+}
+
+// Those saved by the user; when they say to use the personal meeting and that is loaded, its own.
+QVariantMap settingsOfNewMeeting() {
+    const QVariantMap saved = savedSettings();
+    if (!rt::boolValue(saved.value(vl_Setting_IsPMI)) ||
+        !vlGetMeetingHelper::sharedInstance().hasMeetingInfo())
+        return saved;
+    QVariantMap settings = loadedSettings();
+    settings.insert(vl_Setting_IsPMI, true);
+    return settings;
+}
+
+} // namespace
+
+vlMeetingDataMgr &vlMeetingDataMgr::sharedInstance() {
+    return SharedObject<vlMeetingDataMgr>::get();
+}
+
+void vlMeetingDataMgr::setMeetingKey(const QString &key) {
+    replaceUnlessNull(m_meetingKey, key);
+}
+
+void vlMeetingDataMgr::setEncodeMailBody(const QString &digest) {
+    replaceUnlessNull(m_encodeMailBody, digest);
+}
+
+void vlMeetingDataMgr::setScheduleForEmail(const QString &email) {
+    replaceUnlessNull(m_scheduleForEmail, email);
+}
+
+void vlMeetingDataMgr::clearSavedMeetingData() {
+    m_meetingKey = QStringLiteral("");
+    m_encodeMailBody = QStringLiteral("");
+    m_scheduleForEmail = QStringLiteral("");
+    m_pacAccountNo = noAccount;
+    m_savedApptInfo.clear();
+}
+
+QVariantMap vlMeetingDataMgr::getVlSchMeetingData(rt::Object *editor) const {
+    QVariantMap request;
+    const vlERCalendarEventEditorViewController adapter(editor);
+    if (adapter.isValidConnection())
+        request.insert(vl_Outlook_ApptInfo, adapter.getVlMeetingData());
+    const EditorStrip *strip = vlMeetingWindows::stripOfEditor(editor);
+    request.insert(vl_Setting, getVlSettingsData(vlMeetingWindows::getOLAppointmentWindowID(strip)));
+    if (isVelaMeeting())
+        request.insert(vl_MeetingKey, m_meetingKey);
+    return request;
+}
+
+QVariantMap vlMeetingDataMgr::getVlSettingsData(const QString &apptWindowID) const {
+    QVariantMap settings;
+    const SettingsSheets *sheets = WorkflowPorts::instance().sheets;
+    if (sheets && sheets->hasSchSettingWindow(apptWindowID))
+        settings = sheets->getVlSettingsData(apptWindowID);
+    else if (isVelaMeeting() && vlGetMeetingHelper::sharedInstance().hasMeetingInfo())
+        settings = loadedSettings();
+    else
+        settings = settingsOfNewMeeting();
+    const vlOnbehalfData &onbehalf = vlOnbehalfData::sharedInstance();
+    settings.insert(vl_Setting_ScheduleFor, onbehalf.isCurrentScheduleVelaForOther(apptWindowID)
+                                                ? onbehalf.onbehalfEmail(apptWindowID)
+                                                : QStringLiteral(""));
+    return settings;
+}
+
+QString vlMeetingDataMgr::getVlDataForOLProperty(const QVariantMap &info) const {
+    const QString html = rt::textValue(info.value(vl_API_Para_InviteHtmlEmail));
+    const QString invitation = html.isEmpty() ? rt::textValue(info.value(vl_ApptInfo_Body))
+                                              : vlBodyHelper::sharedInstance().convertHTMLToPlainText(html);
+    const std::pair<QString, QString> members[] = {
+        {vl_OLProperty_MeetingKey, rt::textValue(info.value(vl_MeetingKey))},
+        {vl_OLProperty_EncodeMailBody, vlMd5Utils::vlMD5Hex(invitation)},
+        {vl_Meeting_JoinUrl, rt::textValue(info.value(vl_Meeting_JoinUrl))}};
+    QVariantMap record;
+    for (const auto &[key, text] : members) {
+        if (text.isNull())
+            break;
+        record.insert(key, text);
+    }
+    return vlOLUtils::toJSONString(record);
+}
+
+QString vlMeetingDataMgr::getOldJoinUrl() const {
+    const QString text = rt::textValue(m_savedApptInfo.value(vl_ApptInfo_VlOIProperty));
+    return rt::textValue(storedRecord(text).value(vl_Meeting_JoinUrl));
+}

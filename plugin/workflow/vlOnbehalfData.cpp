@@ -1,0 +1,59 @@
+#include "plugin/workflow/vlOnbehalfData.h"
+
+#include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
+#include "plugin/link/sharedObject.h"
+#include "plugin/link/vlUserProfileHelper.h"
+#include "plugin/workflow/vlMeetingWindows.h"
+
+namespace {
+
+// Of each entry in the profile's list of the people for whom the user may schedule.
+const QString bossEmail = QStringLiteral("email");
+const QString bossDisplayName = QStringLiteral("displayName");
+
+// An adapter on nothing when there is no strip.
+vlERCalendarEventEditorViewController editorOf(const QString &apptWindowID) {
+    return vlERCalendarEventEditorViewController(
+        vlMeetingWindows::editorOf(vlMeetingWindows::stripOfWindowID(apptWindowID)));
+}
+
+QString emptyForNull(const QString &text) {
+    return text.isNull() ? QStringLiteral("") : text;
+}
+
+} // namespace
+
+vlOnbehalfData &vlOnbehalfData::sharedInstance() {
+    return SharedObject<vlOnbehalfData>::get();
+}
+
+bool vlOnbehalfData::isOnbehalf(const QString &apptWindowID) const {
+    return editorOf(apptWindowID).isOnBehalf();
+}
+
+QString vlOnbehalfData::onbehalfEmail(const QString &apptWindowID) const {
+    return emptyForNull(editorOf(apptWindowID).onbehalfEmailAddress());
+}
+
+QString vlOnbehalfData::getDisplayNameWithOnbehalfEmail(const QString &email) const {
+    if (email.isNull())
+        return QStringLiteral("");
+    for (const QVariant &entry : rt::listValue(vlUserProfileHelper::sharedInstance().bossesInfo())) {
+        const QVariantMap boss = rt::mapValue(entry);
+        const QString address = rt::textValue(boss.value(bossEmail));
+        if (!address.isNull() && address.compare(email, Qt::CaseInsensitive) == 0)
+            return emptyForNull(rt::textValue(boss.value(bossDisplayName)));
+    }
+    return QStringLiteral("");
+}
+
+bool vlOnbehalfData::hasSchedulePermission(const QString &email) const {
+    return !getDisplayNameWithOnbehalfEmail(email).isEmpty();
+}
+
+bool vlOnbehalfData::isCurrentScheduleVelaForOther(const QString &apptWindowID) const {
+    if (!isOnbehalf(apptWindowID))
+        return false;
+    const QString email = onbehalfEmail(apptWindowID);
+    return !email.isEmpty() && hasSchedulePermission(email);
+}

@@ -1,0 +1,136 @@
+#include "plugin/workflow/vlPACMeetingMgr.h"
+
+#include "plugin/host/adapters/vlECCalendarEvent.h"
+#include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
+#include "plugin/host/body/vlEmailBodyMgr.h"
+#include "plugin/link/localizedString.h"
+#include "plugin/link/meetingKeys.h"
+#include "plugin/link/sharedObject.h"
+#include "plugin/link/vlAPIMgr.h"
+#include "plugin/link/vlGetPACHelper.h"
+#include "plugin/link/vlUserProfileHelper.h"
+#include "plugin/util/vlOLUtils.h"
+#include "plugin/workflow/vlMeetingDataMgr.h"
+#include "plugin/workflow/vlMeetingMgr.h"
+#include "plugin/workflow/vlMeetingWindows.h"
+#include "plugin/workflow/workflowPorts.h"
+
+namespace {
+
+const QString keyAccountNotUsable = QStringLiteral("WarnMsg_PACIsDisabled");
+constexpr QChar numberSeparator = u',';
+
+qint64 chosenAccount() {
+    return vlMeetingDataMgr::sharedInstance().pacAccountNo();
+}
+
+// Unlike a room's name, an empty part takes every separator with it: that is what accounts without numbers
+// leave behind in a location.
+void removePart(QString &text, const QString &part) {
+    text.remove(part + numberSeparator);
+    if (!part.isEmpty())
+        text.remove(part);
+}
+
+void removeAccount(QString &text, int account) {
+    const vlGetPACHelper &accounts = vlGetPACHelper::sharedInstance();
+    const QString numbers = accounts.pacDialInNumberWithCommaSeparator(account);
+    if (numbers.isNull())
+        return;
+    for (const QString &number : numbers.split(numberSeparator))
+        removePart(text, number);
+    const QString meetingID = accounts.pacMeetingID(account);
+    if (!meetingID.isNull())
+        removePart(text, meetingID);
+}
+
+} // namespace
+
+vlPACMeetingMgr &vlPACMeetingMgr::sharedInstance() {
+    return SharedObject<vlPACMeetingMgr>::get();
+}
+
+int vlPACMeetingMgr::addPACMeeting(EditorStrip *strip, qint64 account) {
+    vlMeetingDataMgr::sharedInstance().setPACAccountNo(account);
+    if (vlUserProfileHelper::sharedInstance().hasUserProfile())
+        executeGetPAC(strip);
+    else
+        vlAPIMgr::sharedInstance().getUserProfile(vlMeetingWindows::getPluginParentWindow(strip));
+    return 0;
+}
+
+void vlPACMeetingMgr::executeGetPAC(EditorStrip *strip) {
+    vlUserProfileHelper &profile = vlUserProfileHelper::sharedInstance();
+    if (vlGetPACHelper::sharedInstance().hasPACInfo() && !profile.isAccountChanged()) {
+        schedulePACMeeting(strip);
+        return;
+    }
+    profile.setAccountChangedFlag(false);
+    vlAPIMgr::sharedInstance().getPAC(vlMeetingWindows::getPluginParentWindow(strip),
+                                      {{vl_API_Call_Para_ShowCommunicationDlg, true}});
+}
+
+int vlPACMeetingMgr::schedulePACMeeting(EditorStrip *strip) {
+    if (!strip)
+        return 0;
+    const vlGetPACHelper &accounts = vlGetPACHelper::sharedInstance();
+    const int account = int(chosenAccount());
+    const bool isHTML = accounts.supportHtmlInvitationMail(account);
+    const QString text = isHTML ? accounts.htmlInvitationMail(account) : accounts.invitationMail(account);
+    if (!text.isEmpty()) {
+        const rt::Weak<> editor(strip->editorViewController());
+        vlEmailBodyMgr::sharedInstance().updateMailBodyForPAC(editor.get(), text, isHTML);
+        updateLocation(editor.get());
+        return 0;
+    }
+    if (WorkflowAlerts *alerts = WorkflowPorts::instance().alerts)
+        alerts->showAlertMessage(vlMeetingWindows::getPluginParentWindow(strip),
+                                 vlLocalizedString(keyAccountNotUsable));
+    strip->onUIChanged(StripState::NoMeeting);
+    return 0;
+}
+
+int vlPACMeetingMgr::onGetPACActionFinished(const QVariantMap &data) {
+    if (vlMeetingMgr::sharedInstance().state() == WorkflowState::StateAudioConference)
+        schedulePACMeeting(vlMeetingWindows::stripOfWindowID(rt::textValue(data.value(keyApptWindowID))));
+    return 0;
+}
+
+QString vlPACMeetingMgr::getLocationWithPACAccountNo(qint64 account) const {
+    const vlGetPACHelper &accounts = vlGetPACHelper::sharedInstance();
+    const QString numbers = accounts.pacDialInNumberWithCommaSeparator(int(account));
+    const QString meetingID = accounts.pacMeetingID(int(account));
+    if (numbers.isNull() || meetingID.isNull())
+        return {};
+    return numbers + QStringLiteral(", ") + meetingID;
+}
+
+QString vlPACMeetingMgr::getNewLocationForPAC(const QString &location) const {
+    const QString userText = getOLUserInputString(location);
+    const QString part = getLocationWithPACAccountNo(chosenAccount());
+    if (userText.isNull())
+        return part;
+    return part.isNull() ? userText : userText + u' ' + part;
+}
+
+void vlPACMeetingMgr::updateLocation(rt::Object *editor) {
+    const vlERCalendarEventEditorViewController adapter(editor);
+    const vlECCalendarEvent *event = adapter.ecCalendarEvent();
+    if (!event || !event->isValidConnection())
+        return;
+    const QString location = getNewLocationForPAC(event->location());
+    if (location.isNull())
+        return;
+    event->setLocation(location);
+    adapter.updateLocationFieldFromUI(location);
+}
+
+QString vlPACMeetingMgr::getOLUserInputString(const QString &location) const {
+    if (location.isEmpty())
+        return {};
+    QString text = location;
+    const int count = vlGetPACHelper::sharedInstance().pacCount();
+    for (int account = 1; account <= count; ++account)
+        removeAccount(text, account);
+    return vlOLUtils::trimRLSpace(text);
+}

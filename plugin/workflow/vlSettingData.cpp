@@ -1,0 +1,237 @@
+#include "plugin/workflow/vlSettingData.h"
+
+#include "platform/runtime/Value.h"
+#include "platform/services/Services.h"
+#include "plugin/link/meetingKeys.h"
+#include "plugin/link/vlGetMeetingHelper.h"
+#include "plugin/link/vlUserProfileHelper.h"
+#include "plugin/workflow/savedSettings.h"
+
+#include <QRandomGenerator>
+
+namespace {
+
+rt::Value stored(const QString &key) {
+    return platform::services().userDefaults->value(key);
+}
+
+QString storedText(const QString &key) {
+    const QString text = rt::textValue(stored(key));
+    return text.isNull() ? QStringLiteral("") : text;
+}
+
+void store(const QString &key, const rt::Value &value) {
+    platform::UserDefaults &defaults = *platform::services().userDefaults;
+    defaults.setValue(key, value);
+    defaults.synchronize();
+}
+
+void storeText(const QString &key, const QString &text) {
+    store(key, text.isNull() ? rt::Value() : rt::Value(text));
+}
+
+int audioOptionOf(const QVariantMap &settings) {
+    return int(rt::integerValue(settings.value(vl_Setting_AudioOption)));
+}
+
+bool usesRandomPassword() {
+    const vlUserProfileHelper &profile = vlUserProfileHelper::sharedInstance();
+    return profile.hasUserProfile() && profile.useRandomPasswordByDefault();
+}
+
+} // namespace
+
+bool vlSettingData::hostvideoOn() const {
+    return rt::boolValue(stored(vl_Setting_EnableHostVideo));
+}
+void vlSettingData::setHostvideoOn(bool on) {
+    store(vl_Setting_EnableHostVideo, on);
+}
+bool vlSettingData::paticipantvideoOn() const {
+    return rt::boolValue(stored(vl_Setting_EnableParticipantsVideo));
+}
+void vlSettingData::setPaticipantvideoOn(bool on) {
+    store(vl_Setting_EnableParticipantsVideo, on);
+}
+int vlSettingData::audioType() const {
+    return int(rt::integerValue(stored(vl_Setting_AudioOption)));
+}
+void vlSettingData::setAudioType(int type) {
+    store(vl_Setting_AudioOption, type);
+}
+bool vlSettingData::requiredMeetingPassword() const {
+    return rt::boolValue(stored(vl_Setting_RequiredMPW));
+}
+void vlSettingData::setRequiredMeetingPassword(bool required) {
+    store(vl_Setting_RequiredMPW, required);
+}
+QString vlSettingData::meetingPassword() const {
+    return storedText(vl_Setting_MeetingPassword);
+}
+void vlSettingData::setMeetingPassword(const QString &password) {
+    storeText(vl_Setting_MeetingPassword, password);
+}
+bool vlSettingData::enableJoinBeforeHost() const {
+    return rt::boolValue(stored(vl_Setting_EnableJBH));
+}
+void vlSettingData::setEnableJoinBeforeHost(bool enabled) {
+    store(vl_Setting_EnableJBH, enabled);
+}
+bool vlSettingData::usePMI() const {
+    return rt::boolValue(stored(vl_Setting_IsPMI));
+}
+void vlSettingData::setUsePMI(bool use) {
+    store(vl_Setting_IsPMI, use);
+}
+QString vlSettingData::roomMeetingId() const {
+    return storedText(vl_Setting_RoomMeetingId);
+}
+void vlSettingData::setRoomMeetingId(const QString &number) {
+    storeText(vl_Setting_RoomMeetingId, number);
+}
+bool vlSettingData::enableThirdPartyAudio() const {
+    return rt::boolValue(stored(vl_Setting_EnableThirdPartyAudio));
+}
+void vlSettingData::setEnableThirdPartyAudio(bool enabled) {
+    store(vl_Setting_EnableThirdPartyAudio, enabled);
+}
+QString vlSettingData::thirdPartyAudio() const {
+    return storedText(vl_Setting_ThirdPartyAudio);
+}
+void vlSettingData::setThirdPartyAudio(const QString &text) {
+    storeText(vl_Setting_ThirdPartyAudio, text);
+}
+bool vlSettingData::notShowMeAgain() const {
+    return rt::boolValue(stored(vl_Setting_NotShowMeAgain));
+}
+void vlSettingData::setNotShowMeAgain(bool hide) {
+    store(vl_Setting_NotShowMeAgain, hide);
+}
+QString vlSettingData::scheduleForEmail() const {
+    return storedText(vl_Setting_ScheduleFor);
+}
+void vlSettingData::setScheduleForEmail(const QString &email) {
+    storeText(vl_Setting_ScheduleFor, email);
+}
+
+void vlSettingData::initSettingData() {
+    setFixedDefaults();
+    initWithUserProfile();
+    updateWithSiteDefault();
+    initWithSavedProfile();
+}
+
+void vlSettingData::setFixedDefaults() {
+    setHostvideoOn(false);
+    setPaticipantvideoOn(false);
+    setAudioType(int(AudioType::Both));
+    setRequiredMeetingPassword(false);
+    setEnableJoinBeforeHost(false);
+    setUsePMI(false);
+    setNotShowMeAgain(false);
+    setMeetingPassword(QStringLiteral(""));
+    setThirdPartyAudio(QStringLiteral(""));
+    setScheduleForEmail(QStringLiteral(""));
+}
+
+void vlSettingData::initWithUserProfile() {
+    const vlUserProfileHelper &profile = vlUserProfileHelper::sharedInstance();
+    if (!profile.hasUserProfile())
+        return;
+    setEnableThirdPartyAudio(profile.enableThirdPartyAudio());
+    if (profile.enableThirdPartyAudio())
+        setThirdPartyAudio(profile.thirdPartyAudioInfo());
+    setRoomMeetingId(profile.roomMeetingID());
+}
+
+void vlSettingData::updateWithSiteDefault() {
+    const vlUserProfileHelper &profile = vlUserProfileHelper::sharedInstance();
+    if (!profile.hasUserProfile())
+        return;
+    if (usesRandomPassword() && !usePMI()) {
+        setRequiredMeetingPassword(true);
+        setMeetingPasswordWithRadomDigit();
+    }
+    if (profile.enableThirdPartyAudio() && profile.use3rdPartyAsDefaultAudio())
+        setAudioType(int(AudioType::ThirdParty));
+}
+
+void vlSettingData::initWithSavedProfile() {
+    const QVariantMap saved = savedSettings();
+    if (saved.isEmpty())
+        return;
+    setUsePMI(rt::boolValue(saved.value(vl_Setting_IsPMI)));
+    if (rt::boolValue(saved.value(vl_Setting_NotShowMeAgain)))
+        takeSavedSettings(saved);
+}
+
+void vlSettingData::takeSavedSettings(const QVariantMap &saved) {
+    setHostvideoOn(rt::boolValue(saved.value(vl_Setting_EnableHostVideo)));
+    setPaticipantvideoOn(rt::boolValue(saved.value(vl_Setting_EnableParticipantsVideo)));
+    setAudioType(audioOptionOf(saved));
+    setEnableJoinBeforeHost(rt::boolValue(saved.value(vl_Setting_EnableJBH)));
+    const QString password = rt::textValue(saved.value(vl_Setting_MeetingPassword));
+    const bool keepsRandomPassword = usesRandomPassword() && !usePMI();
+    if (!keepsRandomPassword && !password.isEmpty()) {
+        setRequiredMeetingPassword(true);
+        setMeetingPassword(password);
+    }
+    setNotShowMeAgain(true);
+}
+
+void vlSettingData::initWithSiteMeetingInfo() {
+    const vlGetMeetingHelper &meeting = vlGetMeetingHelper::sharedInstance();
+    if (!meeting.hasMeetingInfo())
+        return;
+    const QVariantMap settings = rt::mapValue(meeting.getMeetingInfo().value(vl_Setting));
+    setHostvideoOn(rt::boolValue(settings.value(vl_Setting_EnableHostVideo)));
+    setPaticipantvideoOn(rt::boolValue(settings.value(vl_Setting_EnableParticipantsVideo)));
+    setAudioType(audioOptionOf(settings));
+    setEnableJoinBeforeHost(rt::boolValue(settings.value(vl_Setting_EnableJBH)));
+    setUsePMI(rt::boolValue(settings.value(vl_Setting_IsPMI)));
+    const QString password = rt::textValue(settings.value(vl_Setting_MeetingPassword));
+    setRequiredMeetingPassword(!password.isEmpty());
+    setMeetingPassword(password.isEmpty() ? QStringLiteral("") : password);
+    const QString thirdParty = rt::textValue(settings.value(vl_Setting_ThirdPartyAudio));
+    if (!thirdParty.isEmpty())
+        setThirdPartyAudio(thirdParty);
+}
+
+void vlSettingData::setMeetingPasswordWithRadomDigit() {
+    constexpr quint32 digitValues = 9; // 9 is never used
+    QString password;
+    for (int i = 0; i < passwordDigits; ++i)
+        password += QString::number(QRandomGenerator::system()->bounded(digitValues));
+    setMeetingPassword(password);
+}
+
+QVariantMap vlSettingData::getSettingsData() const {
+    QVariantMap settings{{vl_Setting_EnableHostVideo, hostvideoOn()},
+                         {vl_Setting_EnableParticipantsVideo, paticipantvideoOn()},
+                         {vl_Setting_AudioOption, audioType()},
+                         {vl_Setting_EnableThirdPartyAudio, enableThirdPartyAudio()},
+                         {vl_Setting_ThirdPartyAudio, thirdPartyAudio()},
+                         {vl_Setting_RequiredMPW, requiredMeetingPassword()},
+                         {vl_Setting_EnableJBH, enableJoinBeforeHost()},
+                         {vl_Setting_IsPMI, usePMI()},
+                         {vl_Setting_NotShowMeAgain, notShowMeAgain()},
+                         {vl_Setting_ScheduleFor, scheduleForEmail()}};
+    if (requiredMeetingPassword())
+        settings.insert(vl_Setting_MeetingPassword, meetingPassword());
+    return settings;
+}
+
+QString vlSettingData::getFormatRoomMeetingId(const QString &number) {
+    if (number.isEmpty())
+        return {};
+    constexpr QChar dash = u'-';
+    constexpr qsizetype firstGroup = 3;
+    constexpr qsizetype longNumber = 11; // from here on the second group has four digits
+    const qsizetype secondDash = number.size() >= longNumber ? 8 : 7;
+    QString formatted = number;
+    if (formatted.size() >= firstGroup)
+        formatted.insert(firstGroup, dash);
+    if (formatted.size() >= secondDash)
+        formatted.insert(secondDash, dash);
+    return formatted;
+}

@@ -1,0 +1,122 @@
+#include "standin/mailhost/store/AppointmentReader.h"
+
+#include "standin/mailhost/store/TextValue.h"
+
+#include <QUrl>
+
+namespace mailhost {
+
+namespace {
+
+const QString htmlType = QStringLiteral("text/html");
+const QString htmlDataAddress = QStringLiteral("data:text/html,");
+
+QString textOf(const Component &component, const QByteArray &name) {
+    const ContentLine *line = component.line(name);
+    return line ? readText(*line) : QString();
+}
+
+QString upperText(const Component &component, const QByteArray &name) {
+    return textOf(component, name).trimmed().toUpper();
+}
+
+AttendeeType attendeeType(const ContentLine &line) {
+    const QString role = line.parameter("ROLE").value_or(QString()).toUpper();
+    const QString kind = line.parameter("CUTYPE").value_or(QString()).toUpper();
+    if (kind == QStringLiteral("RESOURCE") || kind == QStringLiteral("ROOM"))
+        return AttendeeType::Resource;
+    if (role == QStringLiteral("NON-PARTICIPANT")) // a person who is only told, or a thing
+        return kind.isEmpty() ? AttendeeType::Resource : AttendeeType::Optional;
+    return role == QStringLiteral("OPT-PARTICIPANT") ? AttendeeType::Optional : AttendeeType::Required;
+}
+
+QString htmlFromPlain(const QString &text) {
+    QString html = text.toHtmlEscaped();
+    html.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    html.replace(u'\r', u'\n');
+    html.replace(QStringLiteral("  "), QStringLiteral(" &nbsp;"));
+    html.replace(QStringLiteral("\n "), QStringLiteral("\n&nbsp;"));
+    html.replace(u'\n', QStringLiteral("<br>"));
+    return QStringLiteral("<html><body>%1</body></html>").arg(html);
+}
+
+bool isHtml(const ContentLine &line) {
+    return line.parameter("FMTTYPE").value_or(QString()).trimmed().startsWith(htmlType, Qt::CaseInsensitive);
+}
+
+} // namespace
+
+const ContentLine *styledBodyLine(const Component &component) {
+    for (const ContentLine *line : component.lines("STYLED-DESCRIPTION")) {
+        const QString valueType = line->parameter("VALUE").value_or(QStringLiteral("TEXT")).toUpper();
+        if (isHtml(*line) && valueType == QStringLiteral("TEXT"))
+            return line;
+    }
+    return nullptr;
+}
+
+const ContentLine *alternativeBodyLine(const Component &component) {
+    for (const ContentLine *line : component.lines("X-ALT-DESC")) {
+        if (isHtml(*line))
+            return line;
+    }
+    return nullptr;
+}
+
+QString readBody(const Component &component) {
+    if (const ContentLine *line = styledBodyLine(component))
+        return readText(*line);
+    if (const ContentLine *line = alternativeBodyLine(component))
+        return readText(*line);
+    const ContentLine *plain = component.line("DESCRIPTION");
+    if (!plain)
+        return {};
+    const QString alternative = plain->parameter("ALTREP").value_or(QString());
+    if (alternative.startsWith(htmlDataAddress, Qt::CaseInsensitive)) {
+        const QByteArray encoded = alternative.mid(htmlDataAddress.size()).toUtf8();
+        return decodeOctets(QByteArray::fromPercentEncoding(encoded));
+    }
+    return htmlFromPlain(readText(*plain));
+}
+
+Attendee readAttendee(const ContentLine &line) {
+    Attendee attendee;
+    attendee.name = line.parameter("CN").value_or(QString());
+    attendee.type = attendeeType(line);
+    const QString address = decodeOctets(line.value()).trimmed();
+    if (address.startsWith(QStringLiteral("mailto:"), Qt::CaseInsensitive))
+        attendee.email = QUrl::fromPercentEncoding(address.mid(7).toUtf8());
+    else
+        attendee.email = line.parameter("EMAIL").value_or(address);
+    return attendee;
+}
+
+Appointment readAppointment(const Component &component, ZoneTable &zones) {
+    Appointment appointment;
+    appointment.uid = textOf(component, "UID");
+    if (const ContentLine *line = component.line("RECURRENCE-ID"))
+        appointment.recurrenceId = decodeOctets(line->value()).trimmed();
+    appointment.summary = textOf(component, "SUMMARY");
+    appointment.location = textOf(component, "LOCATION");
+    if (const auto times = readTimes(component, zones)) {
+        appointment.start = times->start.calendarTime();
+        appointment.end = times->end.calendarTime();
+    }
+    if (const ContentLine *line = component.line("RRULE"))
+        appointment.recurrenceRule = decodeOctets(line->value());
+    if (const ContentLine *line = component.line("ORGANIZER")) {
+        const Attendee organizer = readAttendee(*line);
+        appointment.organizerName = organizer.name;
+        appointment.organizerEmail = organizer.email;
+    }
+    for (const ContentLine *line : component.lines("ATTENDEE"))
+        appointment.attendees.append(readAttendee(*line));
+    appointment.bodyHtml = readBody(component);
+    if (const ContentLine *line = component.line(ucCapabilitiesProperty))
+        appointment.ucCapabilities = readRecord(*line);
+    appointment.status = upperText(component, "STATUS");
+    appointment.sequence = upperText(component, "SEQUENCE").toInt();
+    return appointment;
+}
+
+} // namespace mailhost

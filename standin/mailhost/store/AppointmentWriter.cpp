@@ -1,0 +1,265 @@
+#include "standin/mailhost/store/AppointmentWriter.h"
+
+#include "platform/services/Services.h"
+#include "standin/mailhost/store/TextValue.h"
+
+namespace mailhost {
+
+namespace {
+
+using Kind = CalendarTime::Kind;
+
+void setText(Component &component, const QByteArray &name, const QString &text) {
+    if (text.isNull())
+        component.removeLines(name);
+    else
+        writeText(component.lineOrNew(name), text);
+}
+
+QByteArray addressOf(const QString &email) {
+    const bool isAddress = email.startsWith(QStringLiteral("urn:")) || email.contains(QStringLiteral(":/"));
+    // Everything that mail addresses consist of stays readable; the rest could end the line or mean something else.
+    return (isAddress ? "" : "mailto:") + email.toUtf8().toPercentEncoding("@!$&'()*+,;=:/#[]{}|~^`");
+}
+
+// ---- times
+
+void writeMoment(Component &component, const QByteArray &name, const Moment &moment, ZoneTable &zones) {
+    ContentLine &line = component.lineOrNew(name);
+    if (moment.kind == Kind::Date)
+        line.setParameter("VALUE", QStringLiteral("DATE"));
+    else
+        line.removeParameter("VALUE");
+    if (moment.kind != Kind::Zoned)
+        line.removeParameter("TZID");
+    else if (line.parameter("TZID") != moment.zoneId)
+        line.setParameter("TZID", moment.zoneId);
+    line.setValue(clockText(moment.clock, moment.kind));
+    if (moment.kind == Kind::Zoned)
+        zones.ensureComponent(moment.zoneId); // last: it moves nothing of the component, but costs
+}
+
+// An instant in the hour that a clock shows twice can only be told in UTC; a series keeps its zone all the same, as its
+// other days need it.
+Moment writableMoment(const CalendarTime &time, bool recurs, ZoneTable &zones) {
+    Moment moment = momentOf(time, zones);
+    const Seconds utc = time.value.toSecsSinceEpoch();
+    if (moment.kind == Kind::Zoned && moment.utc() != utc && !recurs)
+        return {Kind::Utc, utc, {}, utcZone()};
+    return moment;
+}
+
+void writeEnd(Component &component, const Appointment &appointment, ZoneTable &zones) {
+    const Moment end = writableMoment(appointment.end, !appointment.recurrenceRule.isEmpty(), zones);
+    ContentLine *duration = component.line("DURATION");
+    const auto start = readMoment(component.line("DTSTART"), zones);
+    if (!duration || !start || end.utc() < start->utc()) {
+        component.removeLines("DURATION");
+        writeMoment(component, "DTEND", end, zones);
+        return;
+    }
+    const bool days = start->kind == Kind::Date;
+    duration->setValue(durationText(days ? Span{(end.clock - start->clock) / 86400, 0}
+                                         : Span{0, end.utc() - start->utc()}));
+}
+
+bool writeTimes(Component &component, const Appointment &was, const Appointment &is, ZoneTable &zones) {
+    const bool startDiffers = !sameTime(was.start, is.start) && is.start.value.isValid();
+    if (startDiffers)
+        writeMoment(component, "DTSTART", writableMoment(is.start, !is.recurrenceRule.isEmpty(), zones), zones);
+    // A length that is written as such moves along with the start.
+    const auto now = readTimes(component, zones);
+    const CalendarTime implied = now ? now->end.calendarTime() : CalendarTime();
+    const bool bothAsBefore = component.line("DTEND") && sameTime(was.end, is.end);
+    if (!is.end.value.isValid() || bothAsBefore || sameTime(implied, is.end))
+        return startDiffers;
+    writeEnd(component, is, zones);
+    return true;
+}
+
+// ---- people
+
+void writePerson(ContentLine &line, const Attendee &was, const Attendee &is) {
+    if (was.name != is.name) {
+        if (is.name.isEmpty())
+            line.removeParameter("CN");
+        else
+            line.setParameter("CN", is.name);
+    }
+    if (was.email != is.email) {
+        line.setValue(addressOf(is.email));
+        line.removeParameter("EMAIL");
+    }
+}
+
+void writeType(ContentLine &line, AttendeeType type) {
+    if (type == AttendeeType::Resource) {
+        line.setParameter("CUTYPE", QStringLiteral("RESOURCE"));
+        line.setParameter("ROLE", QStringLiteral("NON-PARTICIPANT"));
+        return;
+    }
+    line.setParameter("CUTYPE", QStringLiteral("INDIVIDUAL"));
+    line.setParameter("ROLE", type == AttendeeType::Optional ? QStringLiteral("OPT-PARTICIPANT")
+                                                             : QStringLiteral("REQ-PARTICIPANT"));
+}
+
+ContentLine newAttendeeLine(const Attendee &attendee, const QByteArray &lineEnd) {
+    ContentLine line = ContentLine::make("ATTENDEE", {}, lineEnd);
+    writeType(line, attendee.type);
+    line.setParameter("PARTSTAT", QStringLiteral("NEEDS-ACTION"));
+    line.setParameter("RSVP", QStringLiteral("TRUE"));
+    writePerson(line, {}, attendee);
+    return line;
+}
+
+// The lines for the new list: who was there keeps his line, with the parameters that only others know.
+QList<ContentLine> attendeeLines(const Component &component, const QList<Attendee> &attendees) {
+    struct Known {
+        const ContentLine *line;
+        Attendee attendee;
+    };
+    QMultiHash<QString, Known> known; // by address; insertion in reverse makes the first line the first taken
+    std::vector<const ContentLine *> lines = component.lines("ATTENDEE");
+    for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
+        const Attendee attendee = readAttendee(**line);
+        known.insert(attendee.email.toLower(), {*line, attendee});
+    }
+    QList<ContentLine> result;
+    for (const Attendee &attendee : attendees) {
+        const auto found = known.find(attendee.email.toLower());
+        if (found == known.end()) {
+            result.append(newAttendeeLine(attendee, component.lineEnd()));
+            continue;
+        }
+        ContentLine line = *found->line;
+        writePerson(line, found->attendee, attendee);
+        if (found->attendee.type != attendee.type)
+            writeType(line, attendee.type);
+        result.append(line);
+        known.erase(found);
+    }
+    return result;
+}
+
+void writeAttendees(Component &component, const QList<Attendee> &attendees) {
+    QList<ContentLine> lines = attendeeLines(component, attendees);
+    // Into the places where attendees stand now, so that nothing else moves.
+    std::vector<ComponentItem> items;
+    size_t behindLast = 0;
+    for (ComponentItem &item : component.items) {
+        const auto *line = std::get_if<ContentLine>(&item);
+        if (!line || line->name() != "ATTENDEE") {
+            items.push_back(std::move(item));
+        } else if (!lines.isEmpty()) {
+            items.emplace_back(lines.takeFirst());
+            behindLast = items.size();
+        }
+    }
+    component.items = std::move(items);
+    if (behindLast == 0) {
+        for (const ContentLine &line : std::as_const(lines))
+            component.append(line);
+        return;
+    }
+    for (qsizetype i = 0; i < lines.size(); ++i)
+        component.items.insert(component.items.begin() + qptrdiff(behindLast) + i, lines[i]);
+}
+
+void writeOrganizer(Component &component, const Appointment &was, const Appointment &is) {
+    if (is.organizerEmail.isEmpty()) {
+        component.removeLines("ORGANIZER");
+        return;
+    }
+    writePerson(component.lineOrNew("ORGANIZER"), {was.organizerName, was.organizerEmail, {}},
+                {is.organizerName, is.organizerEmail, {}});
+}
+
+// ---- body
+
+QString plainTwin(const QString &html) {
+    const auto &shared = platform::services().htmlImporter;
+    QString text = shared ? shared->plainText(html) : platform::makeHtmlImporter()->plainText(html);
+    text.replace(QChar(0x2028), u'\n');
+    text.remove(QChar(0xFFFC)); // stands for an image
+    while (text.endsWith(u'\n'))
+        text.chop(1);
+    return text;
+}
+
+void writeHtmlLine(Component &component, const ContentLine *existing, const QByteArray &name, const QString &html) {
+    ContentLine &line = existing ? const_cast<ContentLine &>(*existing)
+                                 : component.append(ContentLine::make(name, {}, component.lineEnd()));
+    if (!existing && name == "STYLED-DESCRIPTION")
+        line.setParameter("VALUE", QStringLiteral("TEXT"));
+    if (!existing)
+        line.setParameter("FMTTYPE", QStringLiteral("text/html"));
+    writeText(line, html);
+}
+
+void writeBody(Component &component, const QString &html) {
+    if (html.isNull()) {
+        for (const char *name : {"STYLED-DESCRIPTION", "X-ALT-DESC", "DESCRIPTION"})
+            component.removeLines(name);
+        return;
+    }
+    const bool hadPlain = component.line("DESCRIPTION");
+    ContentLine &plain = component.lineOrNew("DESCRIPTION");
+    if (!hadPlain)
+        plain.setParameter("DERIVED", QStringLiteral("TRUE"));
+    writeText(plain, plainTwin(html));
+    const QString alternative = plain.parameter("ALTREP").value_or(QString());
+    if (alternative.startsWith(QStringLiteral("data:text/html,"), Qt::CaseInsensitive))
+        plain.setParameter("ALTREP", QStringLiteral("data:text/html,") +
+                                         QString::fromLatin1(html.toUtf8().toPercentEncoding()));
+    writeHtmlLine(component, styledBodyLine(component), "STYLED-DESCRIPTION", html);
+    writeHtmlLine(component, alternativeBodyLine(component), "X-ALT-DESC", html);
+}
+
+void writeRule(Component &component, const QString &rule) {
+    if (!rule.isEmpty()) {
+        component.lineOrNew("RRULE").setValue(rule.toUtf8());
+        return;
+    }
+    // What does not repeat any more must not come back on single days either.
+    for (const char *name : {"RRULE", "RDATE", "EXRULE", "EXDATE"})
+        component.removeLines(name);
+}
+
+
+} // namespace
+
+bool writeAppointment(Component &component, const Appointment &is, ZoneTable &zones) {
+    const Appointment was = readAppointment(component, zones);
+    bool changed = writeTimes(component, was, is, zones);
+    const auto when = [&](bool differs, auto &&write) {
+        if (differs)
+            write();
+        changed = changed || differs;
+    };
+    when(!sameText(was.summary, is.summary), [&] { setText(component, "SUMMARY", is.summary); });
+    when(!sameText(was.location, is.location), [&] { setText(component, "LOCATION", is.location); });
+    when(was.recurrenceRule != is.recurrenceRule, [&] { writeRule(component, is.recurrenceRule); });
+    when(was.organizerName != is.organizerName || was.organizerEmail != is.organizerEmail,
+         [&] { writeOrganizer(component, was, is); });
+    when(was.attendees != is.attendees, [&] { writeAttendees(component, is.attendees); });
+    when(!sameText(was.bodyHtml, is.bodyHtml), [&] { writeBody(component, is.bodyHtml); });
+    when(!sameText(was.ucCapabilities, is.ucCapabilities), [&] {
+        if (is.ucCapabilities.isNull())
+            component.removeLines(ucCapabilitiesProperty);
+        else
+            writeRecord(component.lineOrNew(ucCapabilitiesProperty), is.ucCapabilities);
+    });
+    when(was.status != is.status, [&] {
+        setText(component, "STATUS", is.status.isEmpty() ? QString() : is.status);
+    });
+    when(was.sequence != is.sequence, [&] { setText(component, "SEQUENCE", QString::number(is.sequence)); });
+    return changed;
+}
+
+void touch(Component &component) {
+    const QByteArray now = clockText(QDateTime::currentSecsSinceEpoch(), Kind::Utc);
+    component.lineOrNew("LAST-MODIFIED").setValue(now);
+    component.lineOrNew("DTSTAMP").setValue(now);
+}
+
+} // namespace mailhost

@@ -1,0 +1,51 @@
+// Owning handles for what libical hands out, and its times as seconds.
+#pragma once
+
+#include "standin/mailhost/store/Zones.h"
+
+#include <libical/ical.h>
+#include <memory>
+
+namespace mailhost {
+
+struct IcalDeleter {
+    void operator()(icalcomponent *component) const { icalcomponent_free(component); }
+    void operator()(icaltimezone *zone) const { icaltimezone_free(zone, 1); }
+    void operator()(icalrecur_iterator *iterator) const { icalrecur_iterator_free(iterator); }
+    void operator()(char *text) const { icalmemory_free_buffer(text); }
+};
+using IcalComponent = std::unique_ptr<icalcomponent, IcalDeleter>;
+using IcalTimezone = std::unique_ptr<icaltimezone, IcalDeleter>;
+using IcalIterator = std::unique_ptr<icalrecur_iterator, IcalDeleter>;
+using IcalText = std::unique_ptr<char, IcalDeleter>;
+
+// Before the first use: errors in the data are values, not the end of the process.
+inline void prepareIcal() {
+    static const bool prepared = [] {
+        icalerror_set_errors_are_fatal(0);
+        return true;
+    }();
+    (void)prepared;
+}
+
+// Without a zone: a clock time, or an instant where libical takes UTC.
+[[nodiscard]] inline icaltimetype icalTime(Seconds seconds) {
+    const Seconds dayNumber = seconds >= 0 ? seconds / 86400 : -((86399 - seconds) / 86400);
+    const QDate date = QDate::fromJulianDay(dayNumber + 2440588);
+    const int second = int(seconds - dayNumber * 86400);
+    icaltimetype time = icaltime_null_time();
+    time.year = date.year();
+    time.month = date.month();
+    time.day = date.day();
+    time.hour = second / 3600;
+    time.minute = second / 60 % 60;
+    time.second = second % 60;
+    return time;
+}
+
+[[nodiscard]] inline Seconds secondsOf(const icaltimetype &time) {
+    return (QDate(time.year, time.month, time.day).toJulianDay() - 2440588) * 86400 + time.hour * 3600 +
+           time.minute * 60 + time.second;
+}
+
+} // namespace mailhost

@@ -1,0 +1,62 @@
+// The days on which a series takes place.
+#pragma once
+
+#include "standin/mailhost/store/Times.h"
+
+#include <QStringList>
+
+namespace mailhost {
+
+// Points in time as EXDATE and RECURRENCE-ID name them: an instant, or a whole day in place of one.
+class MomentSet {
+public:
+    void add(const Moment &moment);
+    // `start` is that of an occurrence.
+    [[nodiscard]] bool contains(const Moment &start) const;
+
+private:
+    QSet<Seconds> m_instants;
+    QSet<Seconds> m_days; // clock time of their midnight
+};
+
+class Series {
+public:
+    struct Instance {
+        Moment start;
+        Moment end;
+    };
+
+    // Null for an appointment that does not recur. What is wrong with its rules is added to `warnings`; of a rule that
+    // cannot be used only the first day is given.
+    static std::unique_ptr<Series> read(const Component &component, const TimesOfComponent &times, ZoneTable &zones,
+                                        QStringList *warnings);
+
+    // What overlaps [from, to), in no certain order, at most a few thousand: RRULE and RDATE without EXRULE and EXDATE.
+    [[nodiscard]] std::vector<Instance> between(Seconds fromUtc, Seconds toUtc) const;
+
+private:
+    struct Rule {
+        QByteArray text; // without UNTIL
+        std::optional<ClockTime> until;
+        bool counted = false;
+        bool frequent = false; // more than once a day
+    };
+    static std::optional<Rule> parseRule(const QByteArray &value);
+    void readDates(const Component &component, ZoneTable &zones);
+    void fillCache(Seconds fromUtc, Seconds toUtc) const;
+    void expand(const Rule &rule, Seconds from, Seconds to, QSet<Seconds> *clocks) const;
+    [[nodiscard]] bool isPast(const Rule &rule, Seconds clock) const;
+    [[nodiscard]] Moment at(Seconds clock) const;
+
+    TimesOfComponent m_times;
+    std::vector<Rule> m_rules;
+    std::vector<Rule> m_excludedRules;
+    std::vector<Instance> m_additional; // RDATE
+    MomentSet m_excluded;
+    // Expanding is dear: the weeks around the last question are kept, for the user who turns pages.
+    mutable std::vector<Instance> m_cache;
+    mutable Seconds m_cacheFrom = 0;
+    mutable Seconds m_cacheTo = 0;
+};
+
+} // namespace mailhost

@@ -1,0 +1,56 @@
+// Dates, times and durations of content lines.
+#pragma once
+
+#include "standin/mailhost/store/Appointment.h"
+#include "standin/mailhost/store/Zones.h"
+
+namespace mailhost {
+
+// What stands in the text alone: Date, Utc, or Floating for a clock time whose zone stands elsewhere.
+struct ClockTime {
+    CalendarTime::Kind kind = CalendarTime::Kind::Floating;
+    Seconds clock = 0;
+};
+// "19970714", "19970714T133000", "19970714T133000Z". Nothing for what is no date of the years 1 to 9999.
+[[nodiscard]] std::optional<ClockTime> parseClock(const QByteArray &text);
+[[nodiscard]] QByteArray clockText(Seconds clock, CalendarTime::Kind kind);
+
+// A point in time together with the clock that it is told by.
+struct Moment {
+    CalendarTime::Kind kind = CalendarTime::Kind::Floating;
+    Seconds clock = 0;
+    QString zoneId;
+    std::shared_ptr<const Zone> zone; // never null; local for floating times and dates
+
+    [[nodiscard]] Seconds utc() const { return zone->toUtc(clock); }
+    [[nodiscard]] CalendarTime calendarTime() const;
+};
+
+// A length of time: days of the calendar first, then exact seconds.
+struct Span {
+    Seconds days = 0;
+    Seconds seconds = 0;
+    [[nodiscard]] Moment after(const Moment &start) const;
+};
+// "P1D", "PT1H30M", "P2W". Nothing for what is no duration; a negative one is given as none.
+[[nodiscard]] std::optional<Span> parseDuration(const QByteArray &text);
+[[nodiscard]] QByteArray durationText(const Span &span);
+
+// The line's value (or one of its values) told in the zone that the line names.
+[[nodiscard]] std::optional<Moment> readMoment(const ContentLine &line, const QByteArray &value, ZoneTable &zones);
+[[nodiscard]] std::optional<Moment> readMoment(const ContentLine *line, ZoneTable &zones);
+// A zoned time without a zone name takes that of its value's zone; one of a nameless zone becomes UTC.
+[[nodiscard]] Moment momentOf(const CalendarTime &time, ZoneTable &zones);
+
+// The same point in time, told in the same way. Of invalid ones only the kind and the zone count.
+[[nodiscard]] bool sameTime(const CalendarTime &a, const CalendarTime &b);
+
+// DTSTART and DTEND (or DURATION, or what the format says for neither) of an appointment.
+struct TimesOfComponent {
+    Moment start;
+    Moment end; // not before start
+    Span span;  // between them, as it applies to every day of a series
+};
+[[nodiscard]] std::optional<TimesOfComponent> readTimes(const Component &component, ZoneTable &zones);
+
+} // namespace mailhost

@@ -1,0 +1,265 @@
+#include "standin/mailhost/store/Zones.h"
+
+#include "standin/mailhost/store/IcalHandles.h"
+#include "standin/mailhost/store/TextValue.h"
+#include "standin/mailhost/store/Times.h"
+
+#include <QDateTime>
+#include <QRegularExpression>
+
+namespace mailhost {
+
+namespace {
+
+constexpr Seconds day = 86400;
+// libical lists a zone's changes one by one up to the year that is asked for: keep hostile dates from making it long.
+constexpr Seconds earliestChange = -11644473600; // 1601
+constexpr Seconds latestChange = 7258118400; // 2200
+constexpr int mostObservances = 400;
+
+class SystemZone : public Zone {
+public:
+    explicit SystemZone(const QTimeZone &zone) { m_systemZone = zone; }
+    int offsetAt(Seconds utc) const override {
+        return m_systemZone.offsetFromUtc(QDateTime::fromSecsSinceEpoch(utc, Qt::UTC));
+    }
+};
+
+class FileZone : public Zone {
+public:
+    FileZone(IcalTimezone zone, const QTimeZone &systemZone) : m_zone(std::move(zone)) { m_systemZone = systemZone; }
+    int offsetAt(Seconds utc) const override {
+        icaltimetype time = icalTime(qBound(earliestChange, utc, latestChange));
+        int daylight = 0;
+        return icaltimezone_get_utc_offset_of_utc_time(m_zone.get(), &time, &daylight);
+    }
+
+private:
+    IcalTimezone m_zone;
+};
+
+// One STANDARD or DAYLIGHT, reduced to what libical may see: nothing that could make it run long or fail. Empty when it
+// is not usable.
+QByteArray cleanObservance(const Component &observance) {
+    static const QRegularExpression offset(QStringLiteral("^[+-]\\d{4}(\\d{2})?$"));
+    static const QRegularExpression yearly(
+        QStringLiteral("^(?=.*FREQ=YEARLY)(FREQ|UNTIL|BYDAY|BYMONTH|BYMONTHDAY|WKST|INTERVAL|[=;,A-Z0-9+-])*$"));
+    QByteArray out = "BEGIN:" + observance.name + "\r\n";
+    for (const char *name : {"TZOFFSETFROM", "TZOFFSETTO"}) {
+        const ContentLine *line = observance.line(name);
+        const QByteArray value = line ? line->value().trimmed() : QByteArray();
+        if (!offset.match(QString::fromLatin1(value)).hasMatch())
+            return {};
+        out += QByteArray(name) + ':' + value + "\r\n";
+    }
+    const ContentLine *start = observance.line("DTSTART");
+    const auto onset = start ? parseClock(start->value()) : std::nullopt;
+    if (!onset || onset->kind == CalendarTime::Kind::Date)
+        return {};
+    out += "DTSTART:" + clockText(qMax(onset->clock, earliestChange), CalendarTime::Kind::Floating) + "\r\n";
+    if (const ContentLine *rule = observance.line("RRULE")) {
+        const QByteArray value = rule->value().trimmed().toUpper();
+        if (value.size() > 200 || !yearly.match(QString::fromLatin1(value)).hasMatch())
+            return {};
+        out += "RRULE:" + value + "\r\n";
+    }
+    for (const ContentLine *dates : observance.lines("RDATE")) {
+        const auto values = dates->value().split(',');
+        for (const QByteArray &value : values) {
+            if (const auto date = parseClock(value))
+                out += "RDATE:" + clockText(date->clock, CalendarTime::Kind::Floating) + "\r\n";
+        }
+    }
+    return out + "END:" + observance.name + "\r\n";
+}
+
+std::shared_ptr<const Zone> readTimezone(const Component &component, const QString &tzid) {
+    QByteArray text = "BEGIN:VTIMEZONE\r\nTZID:file\r\n";
+    int observances = 0;
+    for (const Component *observance : component.components()) {
+        if ((observance->name != "STANDARD" && observance->name != "DAYLIGHT") || observances >= mostObservances)
+            continue;
+        const QByteArray clean = cleanObservance(*observance);
+        text += clean;
+        observances += clean.isEmpty() ? 0 : 1;
+    }
+    if (observances == 0)
+        return nullptr;
+    prepareIcal();
+    IcalComponent parsed(icalparser_parse_string((text + "END:VTIMEZONE\r\n").constData()));
+    IcalTimezone zone(icaltimezone_new());
+    if (!parsed || !icaltimezone_set_component(zone.get(), parsed.get()))
+        return nullptr;
+    (void)parsed.release(); // the zone's now
+    QTimeZone systemZone = systemZoneForTzid(tzid);
+    const ContentLine *location = component.line("X-LIC-LOCATION");
+    if (!systemZone.isValid() && location)
+        systemZone = systemZoneForTzid(readText(*location));
+    return std::make_shared<FileZone>(std::move(zone), systemZone);
+}
+
+QTimeZone namedZone(const QString &name) {
+    const QByteArray id = name.toLatin1();
+    if (QTimeZone::isTimeZoneIdAvailable(id))
+        return QTimeZone(id);
+    const QByteArray ofWindows = QTimeZone::windowsIdToDefaultIanaId(id);
+    return ofWindows.isEmpty() ? QTimeZone() : QTimeZone(ofWindows);
+}
+
+// The last year in which the observance begins; 9999 for a rule without end.
+int lastYear(icalcomponent *observance) {
+    int year = 0;
+    for (icalproperty *p = icalcomponent_get_first_property(observance, ICAL_ANY_PROPERTY); p;
+         p = icalcomponent_get_next_property(observance, ICAL_ANY_PROPERTY)) {
+        if (icalproperty_isa(p) == ICAL_RRULE_PROPERTY) {
+            const icalrecurrencetype rule = icalproperty_get_rrule(p);
+            year = qMax(year, icaltime_is_null_time(rule.until) && rule.count == 0 ? 9999 : rule.until.year);
+        } else if (icalproperty_isa(p) == ICAL_DTSTART_PROPERTY) {
+            year = qMax(year, icalproperty_get_dtstart(p).year);
+        } else if (icalproperty_isa(p) == ICAL_RDATE_PROPERTY) {
+            year = qMax(year, icalproperty_get_rdate(p).time.year);
+        }
+    }
+    return year;
+}
+
+// Leaves out what ended before 1970, with offsets to the second that some programs cannot read; at least the last
+// observance stays.
+void dropHistory(icalcomponent *timezone) {
+    QList<icalcomponent *> past;
+    QList<icalcomponent *> all;
+    for (icalcomponent *c = icalcomponent_get_first_component(timezone, ICAL_ANY_COMPONENT); c;
+         c = icalcomponent_get_next_component(timezone, ICAL_ANY_COMPONENT)) {
+        all.append(c);
+        if (lastYear(c) < 1970)
+            past.append(c);
+    }
+    if (!past.isEmpty() && past.size() == all.size())
+        past.removeLast();
+    for (icalcomponent *c : std::as_const(past)) {
+        icalcomponent_remove_component(timezone, c);
+        icalcomponent_free(c);
+    }
+}
+
+} // namespace
+
+Seconds Zone::toUtc(Seconds clock) const {
+    const int before = offsetAt(clock - day);
+    if (offsetAt(clock - before) == before)
+        return clock - before;
+    const int after = offsetAt(clock + day);
+    return offsetAt(clock - after) == after ? clock - after : clock - before;
+}
+
+QDateTime Zone::dateTime(Seconds utc) const {
+    const QDateTime instant = QDateTime::fromSecsSinceEpoch(utc, Qt::UTC);
+    const int offset = offsetAt(utc);
+    if (m_systemZone.isValid() && m_systemZone.offsetFromUtc(instant) == offset)
+        return instant.toTimeZone(m_systemZone);
+    return instant.toTimeZone(QTimeZone(offset));
+}
+
+std::shared_ptr<const Zone> utcZone() {
+    static const auto zone = std::make_shared<const SystemZone>(QTimeZone::utc());
+    return zone;
+}
+
+std::shared_ptr<const Zone> localZone() {
+    static QHash<QByteArray, std::shared_ptr<const Zone>> zones;
+    auto &zone = zones[QTimeZone::systemTimeZoneId()];
+    if (!zone)
+        zone = std::make_shared<const SystemZone>(QTimeZone::systemTimeZone());
+    return zone;
+}
+
+QTimeZone systemZoneForTzid(const QString &tzid) {
+    QString name = tzid.trimmed();
+    if (name.isEmpty() || name.size() > 200)
+        return {};
+    while (true) {
+        const QTimeZone zone = namedZone(name);
+        if (zone.isValid())
+            return zone;
+        const qsizetype slash = name.indexOf(u'/', name.startsWith(u'/') ? 1 : 0);
+        if (!tzid.trimmed().startsWith(u'/') || slash < 0)
+            return {};
+        name = name.mid(slash + 1);
+    }
+}
+
+std::unique_ptr<Component> makeTimezoneComponent(const QString &tzid, const QByteArray &lineEnd) {
+    prepareIcal();
+    const QTimeZone zone = systemZoneForTzid(tzid);
+    icaltimezone *builtin = zone.isValid() ? icaltimezone_get_builtin_timezone(zone.id().constData()) : nullptr;
+    icalcomponent *rules = builtin ? icaltimezone_get_component(builtin) : nullptr;
+    if (!rules)
+        return nullptr;
+    IcalComponent copy(icalcomponent_new_clone(rules));
+    dropHistory(copy.get());
+    const IcalText text(icalcomponent_as_ical_string_r(copy.get()));
+    Document document;
+    const QByteArray wrapped = "BEGIN:VCALENDAR\r\n" + QByteArray(text.get()) + "END:VCALENDAR\r\n";
+    if (parseDocument(wrapped, &document).failure != ParseFailure::None)
+        return nullptr;
+    Component *parsed = document.calendars().front();
+    ContentLine *name = parsed->components().front()->line("TZID");
+    if (!name)
+        return nullptr;
+    name->setValue(escapeText(tzid));
+    QByteArray final;
+    parsed->components().front()->appendText(final);
+    final.replace("\r\n", lineEnd);
+    Document own;
+    (void)parseDocument("BEGIN:VCALENDAR" + lineEnd + final + "END:VCALENDAR" + lineEnd, &own);
+    auto &items = std::get<std::unique_ptr<Component>>(own.items.front())->items;
+    return std::move(std::get<std::unique_ptr<Component>>(items.front()));
+}
+
+ZoneTable::ZoneTable(Component &calendar) : m_calendar(calendar) {
+    for (const Component *component : calendar.components()) {
+        const ContentLine *tzid = component->name == "VTIMEZONE" ? component->line("TZID") : nullptr;
+        if (tzid && !m_components.contains(readText(*tzid)))
+            m_components.insert(readText(*tzid), component);
+    }
+}
+
+std::shared_ptr<const Zone> ZoneTable::zone(const QString &tzid) {
+    auto &zone = m_zones[tzid];
+    if (zone)
+        return zone;
+    if (const Component *component = m_components.value(tzid))
+        zone = readTimezone(*component, tzid);
+    if (!zone) {
+        const QTimeZone systemZone = systemZoneForTzid(tzid);
+        if (systemZone.isValid())
+            zone = std::make_shared<const SystemZone>(systemZone);
+    }
+    if (!zone) {
+        m_unknown.insert(tzid);
+        zone = localZone();
+    }
+    return zone;
+}
+
+void ZoneTable::ensureComponent(const QString &tzid) {
+    if (m_components.contains(tzid))
+        return;
+    auto component = makeTimezoneComponent(tzid, m_calendar.lineEnd());
+    if (!component)
+        return;
+    m_components.insert(tzid, component.get());
+    // Behind the properties and the zones that are there, before the appointments.
+    auto position = m_calendar.items.begin();
+    for (auto item = m_calendar.items.begin(); item != m_calendar.items.end(); ++item) {
+        const auto *inner = std::get_if<std::unique_ptr<Component>>(&*item);
+        if (!inner ? std::none_of(position, item, [](const ComponentItem &i) { return i.index() == 1; })
+                   : (*inner)->name == "VTIMEZONE")
+            position = item + 1;
+        else if (inner)
+            break;
+    }
+    m_calendar.items.insert(position, std::move(component));
+}
+
+} // namespace mailhost

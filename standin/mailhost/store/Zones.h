@@ -1,0 +1,63 @@
+// Time zones as calendar files name them.
+#pragma once
+
+#include "standin/mailhost/store/ComponentTree.h"
+
+#include <QHash>
+#include <QSet>
+#include <QTimeZone>
+#include <memory>
+
+namespace mailhost {
+
+// Seconds since 1970-01-01 00:00. A clock time counts them on the zone's own clock.
+using Seconds = qint64;
+
+class Zone {
+public:
+    virtual ~Zone() = default;
+    // Seconds east of UTC at that instant.
+    [[nodiscard]] virtual int offsetAt(Seconds utc) const = 0;
+    // The instant at which the clock shows that time: the first of two; one that the clock skips is read as if the
+    // clock had not been changed yet.
+    [[nodiscard]] Seconds toUtc(Seconds clock) const;
+    [[nodiscard]] Seconds toClock(Seconds utc) const { return utc + offsetAt(utc); }
+    // The instant in the system's zone of that meaning; where the file's rules differ from the system's, in a zone of
+    // fixed offset, so that the clock time is always the file's.
+    [[nodiscard]] QDateTime dateTime(Seconds utc) const;
+
+protected:
+    QTimeZone m_systemZone; // invalid: the system has none of that meaning
+};
+
+// Zones that live as long as the process, save the local one, which follows the system's.
+[[nodiscard]] std::shared_ptr<const Zone> utcZone();
+[[nodiscard]] std::shared_ptr<const Zone> localZone();
+
+// The system's zone that a TZID means: its own name, a Windows name, or either behind a prefix such as
+// "/freeassociation.sourceforge.net/". Invalid when it means none.
+[[nodiscard]] QTimeZone systemZoneForTzid(const QString &tzid);
+
+// A VTIMEZONE under that TZID with the system's rules since 1970. Null when the system has no such zone.
+[[nodiscard]] std::unique_ptr<Component> makeTimezoneComponent(const QString &tzid, const QByteArray &lineEnd);
+
+// The zones that one VCALENDAR can name.
+class ZoneTable {
+public:
+    explicit ZoneTable(Component &calendar);
+    // Never null: the VTIMEZONE of the file, else the system's zone, else local time (and the name is noted).
+    [[nodiscard]] std::shared_ptr<const Zone> zone(const QString &tzid);
+    [[nodiscard]] const QSet<QString> &unknownNames() const { return m_unknown; }
+    // Adds a VTIMEZONE to the calendar when it has none of that name and the system knows the zone.
+    void ensureComponent(const QString &tzid);
+    // The VTIMEZONE of the calendar, null when it has none.
+    [[nodiscard]] const Component *component(const QString &tzid) const { return m_components.value(tzid); }
+
+private:
+    Component &m_calendar;
+    QHash<QString, const Component *> m_components;
+    QHash<QString, std::shared_ptr<const Zone>> m_zones;
+    QSet<QString> m_unknown;
+};
+
+} // namespace mailhost

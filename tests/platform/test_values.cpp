@@ -1,0 +1,132 @@
+#include "platform/runtime/Runtime.h"
+#include "platform/runtime/Value.h"
+
+#include <QLabel>
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace {
+
+constexpr qint64 lowest = std::numeric_limits<qint64>::min();
+constexpr qint64 highest = std::numeric_limits<qint64>::max();
+
+struct Reading {
+    const char *name;
+    rt::Value value;
+    bool truth;
+    qint64 integer;
+};
+
+TEST(Values, TruthAndIntegerFollowOneTable) {
+    const Reading readings[] = {
+        {"no value", {}, false, 0},
+        {"null marker", rt::nullMarker(), false, 0},
+        {"true", true, true, 1},
+        {"false", false, false, 0},
+        {"int", -3, true, -3},
+        {"byte", QVariant::fromValue<quint8>(7), true, 7},
+        {"wide", highest, true, highest},
+        {"fraction", 0.5, true, 0},
+        {"negative fraction", -2.9, true, -2},
+        {"not a number", std::numeric_limits<double>::quiet_NaN(), false, 0},
+        {"infinity", std::numeric_limits<double>::infinity(), true, highest},
+        {"huge", -1e300, true, lowest},
+        {"null text", QString(), false, 0},
+        {"empty text", u""_qs, false, 0},
+        {"YES", u"YES"_qs, true, 0},
+        {"yes", u"yes"_qs, true, 0},
+        {"True", u"True"_qs, true, 0},
+        {"NO", u"NO"_qs, false, 0},
+        {"1", u"1"_qs, true, 1},
+        {"0", u"0"_qs, false, 0},
+        {"leading integer", u" -12abc3"_qs, true, -12},
+        {"plus", u"+5"_qs, true, 5},
+        {"sign alone", u"-"_qs, false, 0},
+        {"words", u"abc1"_qs, false, 0},
+        {"too long", u"99999999999999999999"_qs, true, highest},
+        {"too low", u"-99999999999999999999"_qs, true, lowest},
+        {"list", QVariantList{1}, false, 0},
+        {"dictionary", QVariantMap{{u"a"_qs, 1}}, false, 0},
+        {"bytes", QByteArray("1"), false, 0},
+    };
+    for (const Reading &reading : readings) {
+        EXPECT_EQ(rt::boolValue(reading.value), reading.truth) << reading.name;
+        EXPECT_EQ(rt::integerValue(reading.value), reading.integer) << reading.name;
+    }
+}
+
+TEST(Values, FourKindsOfNothingAreToldApart) {
+    EXPECT_FALSE(rt::isPresent({}));
+    EXPECT_FALSE(rt::isPresent(rt::nullMarker()));
+    EXPECT_FALSE(rt::isPresent(QString()));
+    EXPECT_FALSE(rt::isPresent(QVariant::fromValue<QWidget *>(nullptr)));
+    EXPECT_FALSE(rt::isPresent(QVariant::fromValue<rt::Object *>(nullptr)));
+    EXPECT_TRUE(rt::isPresent(u""_qs));
+    EXPECT_TRUE(rt::isPresent(false));
+    EXPECT_TRUE(rt::isPresent(QVariantMap()));
+    EXPECT_TRUE(rt::isNullMarker(rt::nullMarker()));
+    EXPECT_FALSE(rt::isNullMarker({}));
+    EXPECT_FALSE(rt::isNullMarker(QString()));
+}
+
+TEST(Values, OnlyATextIsReadAsText) {
+    EXPECT_EQ(rt::textValue(u"a"_qs), u"a"_qs);
+    EXPECT_TRUE(rt::textValue(5).isNull());
+    EXPECT_TRUE(rt::textValue(QByteArray("a")).isNull());
+    EXPECT_TRUE(rt::textValue({}).isNull());
+    EXPECT_FALSE(rt::textValue(u""_qs).isNull());
+}
+
+TEST(Values, NumbersComeFromTextsAndNeverAsNotANumber) {
+    EXPECT_DOUBLE_EQ(rt::doubleValue(u" 2.5 "_qs), 2.5);
+    EXPECT_DOUBLE_EQ(rt::doubleValue(u"nan"_qs), 0.0);
+    EXPECT_DOUBLE_EQ(rt::doubleValue(std::numeric_limits<double>::quiet_NaN()), 0.0);
+    EXPECT_DOUBLE_EQ(rt::doubleValue(true), 1.0);
+    EXPECT_DOUBLE_EQ(rt::doubleValue(QVariantList()), 0.0);
+}
+
+TEST(Values, AnotherKindOfValueIsAnEmptyCollection) {
+    EXPECT_EQ(rt::mapValue(QVariantMap{{u"a"_qs, 1}}).size(), 1);
+    EXPECT_TRUE(rt::mapValue(u"a"_qs).isEmpty());
+    EXPECT_EQ(rt::listValue(QVariantList{1, 2}).size(), 2);
+    EXPECT_TRUE(rt::listValue(u"ab"_qs).isEmpty());
+    EXPECT_TRUE(rt::listValue({}).isEmpty());
+}
+
+class ViewObject : public QLabel, public rt::Object {
+public:
+    ViewObject()
+        : rt::Object(rt::defineClass(u"ValuesTestView"_qs)) {}
+};
+
+TEST(Values, AViewThatIsAnObjectIsReadAsBoth) {
+    ViewObject view;
+    const rt::Value asObject = rt::fromObject(&view);
+    const rt::Value asWidget = rt::fromWidget(&view);
+    for (const rt::Value &value : {asObject, asWidget, rt::Value::fromValue<QLabel *>(&view)}) {
+        EXPECT_EQ(rt::objectValue(value), static_cast<rt::Object *>(&view));
+        EXPECT_EQ(rt::widgetValue(value), static_cast<QWidget *>(&view));
+    }
+    QLabel label;
+    EXPECT_EQ(rt::objectValue(rt::fromWidget(&label)), nullptr);
+    rt::Object object(rt::defineClass(u"ValuesTestObject"_qs));
+    EXPECT_EQ(rt::widgetValue(rt::fromObject(&object)), nullptr);
+}
+
+TEST(Values, NeitherObjectNorViewIsFoundInOtherValues) {
+    for (const rt::Value &value : {rt::Value(), rt::nullMarker(), rt::Value(u"1f"_qs), rt::Value(5)}) {
+        EXPECT_EQ(rt::objectValue(value), nullptr);
+        EXPECT_EQ(rt::widgetValue(value), nullptr);
+    }
+    EXPECT_FALSE(rt::fromObject(nullptr).isValid());
+    EXPECT_FALSE(rt::fromWidget(nullptr).isValid());
+}
+
+TEST(Values, AnIdentifierIsTheLowHalfOfTheAddressInLowerCaseHexadecimal) {
+    const auto *widget = reinterpret_cast<const QWidget *>(quintptr(0x1'0000'0ABC));
+    EXPECT_EQ(rt::identifier(widget), u"abc"_qs);
+    EXPECT_TRUE(rt::identifier(static_cast<const QWidget *>(nullptr)).isNull());
+    EXPECT_TRUE(rt::identifier(static_cast<const rt::Object *>(nullptr)).isNull());
+}
+
+} // namespace

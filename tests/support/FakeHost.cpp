@@ -1,0 +1,190 @@
+#include "tests/support/FakeHost.h"
+
+#include "platform/runtime/Runtime.h"
+#include "platform/toolkit/Windows.h"
+
+#include <QLineEdit>
+
+namespace {
+
+// "setLocation:" sets "location".
+QString memberOfSetter(const QString &setter) {
+    return setter.at(3).toLower() + setter.mid(4).chopped(1);
+}
+
+rt::Value answer(rt::Object *self, rt::Selector command, rt::Args) {
+    return static_cast<FakeObject *>(self)->values.value(command.name());
+}
+
+rt::Value set(rt::Object *self, rt::Selector command, rt::Args arguments) {
+    static_cast<FakeObject *>(self)->values.insert(memberOfSetter(command.name()), arguments[0]);
+    return {};
+}
+
+rt::Value note(rt::Object *self, rt::Selector command, rt::Args arguments) {
+    auto *object = static_cast<FakeObject *>(self);
+    object->called.append(command.name());
+    object->arguments.clear();
+    for (int i = 0; i < arguments.count(); ++i)
+        object->arguments.append(arguments[i]);
+    return {};
+}
+
+rt::Value showBody(rt::Object *self, rt::Selector, rt::Args arguments) {
+    rt::Object *content = rt::objectValue(static_cast<FakeObject *>(self)->values.value("editorContent"));
+    static_cast<FakeObject *>(content)->values.insert("bodyContent", arguments[0]);
+    return {};
+}
+
+rt::Value dateUTC(rt::Object *self, rt::Selector, rt::Args) {
+    return static_cast<FakeDate *>(self)->instant;
+}
+
+rt::Value describe(rt::Object *self, rt::Selector, rt::Args arguments) {
+    return static_cast<FakeDate *>(self)
+        ->instant.toTimeZone(arguments[1].value<QTimeZone>())
+        .toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+}
+
+rt::Value secondsSince(rt::Object *self, rt::Selector, rt::Args arguments) {
+    const auto *other = static_cast<FakeDate *>(rt::objectValue(arguments[0]));
+    return double(other->instant.msecsTo(static_cast<FakeDate *>(self)->instant)) / 1000.0;
+}
+
+rt::Value later(rt::Object *self, rt::Selector, rt::Args arguments) {
+    const auto *date = static_cast<FakeDate *>(self);
+    return rt::fromObject(rt::temporary(std::make_unique<FakeDate>(
+        date->instant.addMSecs(qint64(rt::doubleValue(arguments[0]) * 1000)),
+        date->values.value("timeZone").value<QTimeZone>())));
+}
+
+rt::Class *define(const char *name, std::initializer_list<const char *> members,
+                  std::initializer_list<const char *> operations = {}) {
+    rt::Class *cls = rt::defineClass(QString::fromLatin1(name));
+    for (const char *member : members)
+        rt::addMethod(cls, member, QByteArrayView(member).startsWith("set") ? &set : &answer, "");
+    for (const char *operation : operations)
+        rt::addMethod(cls, operation, &note, "");
+    return cls;
+}
+
+void defineDates() {
+    rt::Class *cls = define("OLCalendarDate", {"timeZone"});
+    rt::addMethod(cls, "dateUTC", &dateUTC, "");
+    rt::addMethod(cls, "descriptionWithCalendarFormat:timeZone:locale:", &describe, "");
+    rt::addMethod(cls, "timeIntervalSinceDate:", &secondsSince, "");
+    rt::addMethod(cls, "dateByAddingTimeInterval:", &later, "");
+}
+
+void defineEditor() {
+    define("ERCalendarEventEditorViewController",
+           {"content", "uncommittedChanges", "isDelegating", "isCancelMode", "isOccurrenceOrException", "isDirty",
+            "setIsDirty:", "olmUCCapabilities", "setOlmUCCapabilities:", "locationTextField", "view", "attendeeList"},
+           {"vl_ERCalendarEventEditorViewController_saveArg:",
+            "vl_ERCalendarEventEditorViewController_saveAndCloseWindow:",
+            "vl_ERCalendarEventEditorViewController_saveAndCloseWindowAndReturnError:andReturnError:",
+            "vl_ERCalendarEventEditorViewController_sendMeetingPostValidate"});
+    define("ERCalendarEventEditorWindowController", {"editorViewController"}, {"close"});
+    define("OLWordMailEditorContent", {"bodyContent"});
+    rt::addMethod(define("OLWordMailEditor", {"editorContent"}), "displayHTMLContent:readOnly:", &showBody, "");
+}
+
+void defineHost() {
+    static bool defined = false;
+    if (std::exchange(defined, true))
+        return;
+    define("ECCalendarEvent",
+           {"summary", "setSummary:", "location", "setLocation:", "startTime", "endTime", "recurrence", "body",
+            "attendeeList", "isOccurrence", "isModifiedException", "isOwner", "account", "olmUCCapabilities",
+            "setOlmUCCapabilities:"});
+    define("ECMutableCalendarEvent", {"summary", "setSummary:", "location", "setLocation:", "body", "setBody:",
+                                      "olmUCCapabilities", "setOlmUCCapabilities:"});
+    define("ECCalendarEventAttendee", {"name", "emailAddress", "attendeeType"});
+    define("CCGridViewController", {"view", "selectedEvent"});
+    define("OLCalendarGridViewWrapper", {"gridViewController", "gridViewControllers"});
+    define("ERageMainWindowController", {});
+    defineDates();
+    defineEditor();
+}
+
+} // namespace
+
+FakeObject::FakeObject(const QString &className, const QVariantMap &values)
+    : rt::Object((defineHost(), rt::classNamed(className)))
+    , values(values) {}
+
+FakeDate::FakeDate(const QDateTime &instant, const QTimeZone &zone)
+    : FakeObject("OLCalendarDate", {{"timeZone", QVariant::fromValue(zone)}})
+    , instant(instant) {}
+
+QDateTime FakeAppointment::usualStart() {
+    return QDateTime(QDate(2026, 11, 24), QTime(9, 0), Qt::UTC);
+}
+
+FakeAppointment::FakeAppointment(const QDateTime &start, int minutes)
+    : FakeObject("ECCalendarEvent", {{"summary", "Review"}, {"isOwner", true}})
+    , m_start(start)
+    , m_end(start.addSecs(minutes * 60)) {
+    values.insert("startTime", rt::fromObject(&m_start));
+    values.insert("endTime", rt::fromObject(&m_end));
+}
+
+void FakeAppointment::invites(const QString &name, int type) {
+    const QVariantMap attendee{{"name", name}, {"emailAddress", name + "@example.org"}, {"attendeeType", type}};
+    m_attendees.push_back(std::make_unique<FakeObject>("ECCalendarEventAttendee", attendee));
+    QVariantList list = values.value("attendeeList").toList();
+    list.append(rt::fromObject(m_attendees.back().get()));
+    values.insert("attendeeList", list);
+}
+
+void FakeAppointment::carriesTheMeeting(const QString &key, const QString &joinUrl) {
+    values.insert("olmUCCapabilities",
+                  QStringLiteral("{\"meetingKey\":\"%1\",\"joinUrl\":\"%2\"}").arg(key, joinUrl));
+}
+
+FakeEditor::FakeEditor(FakeAppointment &appointment)
+    : FakeObject("ERCalendarEventEditorViewController")
+    , m_view(new QWidget(&m_window))
+    , m_locationField(new QLineEdit(m_view))
+    , m_windowController("ERCalendarEventEditorWindowController")
+    , m_bodyContent("OLWordMailEditorContent", {{"bodyContent", "<html><body>Agenda</body></html>"}})
+    , m_bodyEditor("OLWordMailEditor", {{"editorContent", rt::fromObject(&m_bodyContent)}}) {
+    m_locationField->setText(appointment.location());
+    values = {{"content", rt::fromObject(&appointment)},
+              {"attendeeList", appointment.values.value("attendeeList")},
+              {"locationTextField", rt::fromWidget(m_locationField)},
+              {"view", rt::fromWidget(m_view)}};
+    m_windowController.values.insert("editorViewController", rt::fromObject(this));
+    platform::registerWindow(&m_window, &m_windowController);
+}
+
+FakeEditor::~FakeEditor() {
+    platform::unregisterWindow(&m_window);
+}
+
+QString FakeEditor::body() const {
+    return m_bodyContent.values.value("bodyContent").toString();
+}
+
+QString FakeEditor::record() const {
+    return rt::textValue(values.value("olmUCCapabilities"));
+}
+
+void FakeEditor::pends(const QString &member, const QVariant &value) {
+    QVariantMap changes = values.value("uncommittedChanges").toMap();
+    changes.insert("content." + member, value);
+    values.insert("uncommittedChanges", changes);
+}
+
+FakeGrid::FakeGrid(FakeAppointment &selected)
+    : m_controller("CCGridViewController",
+                   {{"view", rt::fromWidget(&m_window)}, {"selectedEvent", rt::fromObject(&selected)}})
+    , m_wrapper("OLCalendarGridViewWrapper", {{"gridViewController", rt::fromObject(&m_controller)}}) {}
+
+FakeMainWindow::FakeMainWindow() : m_controller("ERageMainWindowController") {
+    platform::registerWindow(this, &m_controller);
+}
+
+FakeMainWindow::~FakeMainWindow() {
+    platform::unregisterWindow(this);
+}

@@ -1,0 +1,93 @@
+// A small host: its classes known by name, its objects answering what a test puts into them.
+#pragma once
+
+#include "platform/runtime/Object.h"
+#include "platform/runtime/Value.h"
+
+#include <QDateTime>
+#include <QStringList>
+#include <QTimeZone>
+#include <QVariantMap>
+#include <QWidget>
+#include <memory>
+#include <vector>
+
+class QLineEdit;
+
+// Answers its members from `values`, which its setters change. Whatever else is called on it is kept, in order.
+class FakeObject : public rt::Object {
+public:
+    explicit FakeObject(const QString &className, const QVariantMap &values = {});
+    QVariantMap values;
+    QStringList called; // selectors that are neither a member nor a setter
+    QVariantList arguments; // of the last of them
+};
+
+class FakeDate : public FakeObject {
+public:
+    explicit FakeDate(const QDateTime &instant, const QTimeZone &zone = QTimeZone::utc());
+    QDateTime instant;
+};
+
+// An appointment of the user's: "Review" for one hour, without attendees, place and meeting.
+class FakeAppointment : public FakeObject {
+public:
+    static QDateTime usualStart(); // 2026-11-24 09:00:00 UTC
+    explicit FakeAppointment(const QDateTime &start = usualStart(), int minutes = 60);
+
+    void invites(const QString &name, int type = 0); // type 2: a room
+    void carriesTheMeeting(const QString &key, const QString &joinUrl = {});
+    [[nodiscard]] QString location() const { return values.value(QStringLiteral("location")).toString(); }
+    [[nodiscard]] QString subject() const { return values.value(QStringLiteral("summary")).toString(); }
+
+private:
+    FakeDate m_start, m_end;
+    std::vector<std::unique_ptr<FakeObject>> m_attendees;
+};
+
+// An editor with its window, its window controller, its location field and a Word-style body editor. `called` holds the
+// host operations that were run on it.
+class FakeEditor : public FakeObject {
+public:
+    explicit FakeEditor(FakeAppointment &appointment);
+    ~FakeEditor() override;
+
+    [[nodiscard]] QWidget *window() { return &m_window; }
+    [[nodiscard]] QLineEdit *locationField() { return m_locationField; }
+    [[nodiscard]] FakeObject *windowController() { return &m_windowController; }
+    [[nodiscard]] FakeObject *bodyEditor() { return &m_bodyEditor; }
+    [[nodiscard]] QString body() const; // as the body editor shows it
+    [[nodiscard]] QString record() const; // the stored plug-in data; null when none was written
+    void pends(const QString &member, const QVariant &value); // an edit that is not saved yet
+
+private:
+    QWidget m_window;
+    QWidget *m_view;
+    QLineEdit *m_locationField;
+    FakeObject m_windowController;
+    FakeObject m_bodyContent;
+    FakeObject m_bodyEditor;
+};
+
+// The calendar grid in its window, with an appointment selected.
+class FakeGrid {
+public:
+    explicit FakeGrid(FakeAppointment &selected);
+    [[nodiscard]] QWidget *window() { return &m_window; }
+    [[nodiscard]] rt::Object *wrapper() { return &m_wrapper; }
+
+private:
+    QWidget m_window;
+    FakeObject m_controller;
+    FakeObject m_wrapper;
+};
+
+// The main window, registered as such for as long as it lives.
+class FakeMainWindow : public QWidget {
+public:
+    FakeMainWindow();
+    ~FakeMainWindow() override;
+
+private:
+    FakeObject m_controller;
+};

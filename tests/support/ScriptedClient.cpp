@@ -1,0 +1,162 @@
+#include "tests/support/ScriptedClient.h"
+
+#include "meeting.pb.h"
+#include "plugin/link/clientCodes.h"
+#include "plugin/link/meetingKeys.h"
+#include "plugin/link/vlAppHelper.h"
+#include "plugin/link/vlIPCChannel.h"
+#include "plugin/util/EncodeUtils.h"
+#include "plugin/util/vlOLUtils.h"
+
+#include <QDir>
+
+namespace {
+
+namespace wire = com::brindle::webapp::proto;
+using Asked = ScriptedClient::Asked;
+
+const QString clientPath = QStringLiteral("/Applications/Parlo Meetings.app");
+const QString supportedVersion = QStringLiteral("3.6.40487");
+constexpr qsizetype meetingField = 13;
+
+ClientAnswer answerIdOf(Asked what) {
+    switch (what) {
+    case Asked::Schedule:
+        return ClientAnswer::Schedule;
+    case Asked::Delete:
+        return ClientAnswer::Delete;
+    case Asked::GetMeeting:
+        return ClientAnswer::GetMeeting;
+    case Asked::Profile:
+        return ClientAnswer::GetUserProfile;
+    case Asked::Accounts:
+        return ClientAnswer::GetPAC;
+    case Asked::Update:
+    case Asked::Start:
+        break;
+    }
+    return ClientAnswer::Update;
+}
+
+ScriptedClient::Request meetingRequest(const QString &content) {
+    const auto command = MeetingSubCommand(content.section(u';', 0, 0).toInt());
+    if (command == MeetingSubCommand::Delete || command == MeetingSubCommand::Get)
+        return {command == MeetingSubCommand::Get ? Asked::GetMeeting : Asked::Delete, content.section(u';', 1), {}};
+    const QVariantMap json = rt::mapValue(vlOLUtils::toArrayOrNSDictionary(content.mid(content.indexOf(u'{'))));
+    return {command == MeetingSubCommand::Update ? Asked::Update : Asked::Schedule, {}, json};
+}
+
+ScriptedClient::Request requestIn(const platform::TextMap &envelope) {
+    const QString content = envelope.value(VL_IPC_CONTENT);
+    switch (ClientAction(envelope.value(VL_IPC_ACTION_ID).toInt())) {
+    case ClientAction::Meeting:
+        return meetingRequest(content);
+    case ClientAction::GetUserProfile:
+        return {Asked::Profile, {}, {}};
+    case ClientAction::GetPAC:
+        return {Asked::Accounts, {}, {}};
+    case ClientAction::StartMeeting:
+        break;
+    }
+    return {Asked::Start, {}, rt::mapValue(vlOLUtils::toArrayOrNSDictionary(content))};
+}
+
+} // namespace
+
+ScriptedClient::ScriptedClient(const platform::TestDesktop &desktop) : m_desktop(desktop) {
+    m_desktop.workspace->root = m_root.path();
+    m_desktop.workspace->documents = m_root.filePath(QStringLiteral("Documents"));
+    m_desktop.workspace->bundles.append({kVelausIdentify, clientPath, QStringLiteral("/bin/run")});
+    m_desktop.workspace->running.append(kVelausIdentify);
+    const QString contents = m_desktop.workspace->resolve(clientPath) + QStringLiteral("/Contents");
+    QDir().mkpath(contents);
+    platform::services().propertyLists->write(contents + QStringLiteral("/Info.plist"),
+                                              QVariantMap{{QStringLiteral("CFBundleVersion"), supportedVersion}});
+    m_observer = m_desktop.bus->addObserver(
+        kIPCNotifyOutlookPluginToVelaClient,
+        [this](const QString &, const platform::TextMap &envelope) { hear(envelope); });
+}
+
+ScriptedClient::~ScriptedClient() {
+    m_desktop.bus->removeObserver(m_observer);
+}
+
+void ScriptedClient::hear(const platform::TextMap &envelope) {
+    m_requests.append(requestIn(envelope));
+    const auto answer = m_answers.constFind(m_requests.last().what);
+    if (answer != m_answers.constEnd())
+        sendsNow(m_requests.last().what, *answer);
+}
+
+void ScriptedClient::sendsNow(Asked what, const QString &content) {
+    m_desktop.bus->post(kIPCNotifyVelaClientToOutlookPlugin, QString(),
+                        {{VL_IPC_ACTION_ID, QString::number(qint32(answerIdOf(what)))}, {VL_IPC_CONTENT, content}},
+                        true);
+}
+
+void ScriptedClient::knowsTheUser(const QVariantMap &profile) {
+    answers(Asked::Profile, profileAnswer(profile));
+}
+
+void ScriptedClient::holdsTheMeeting(const QVariantMap &meeting) {
+    answers(Asked::GetMeeting, meetingAnswer(meeting));
+}
+
+void ScriptedClient::schedulesAs(const QString &key, const QString &invitation) {
+    answers(Asked::Schedule, key + u';' + invitation);
+    answers(Asked::Update, key + u';' + invitation);
+}
+
+void ScriptedClient::deletes() {
+    answers(Asked::Delete, QStringLiteral("done"));
+}
+
+void ScriptedClient::hasAccounts(const QList<Account> &accounts) {
+    answers(Asked::Accounts, accountsAnswer(accounts));
+}
+
+void ScriptedClient::answers(Asked what, const QString &content) {
+    m_answers.insert(what, content);
+}
+
+void ScriptedClient::keepsSilentOn(Asked what) {
+    m_answers.remove(what);
+}
+
+void ScriptedClient::quits() {
+    m_desktop.workspace->running.removeAll(kVelausIdentify);
+}
+
+QString ScriptedClient::meetingAnswer(const QVariantMap &meeting) {
+    const QByteArray json = vlOLUtils::toJSONData(meeting);
+    return QString(meetingField, u';') + EncodeUtils::base64Encode(json);
+}
+
+QString ScriptedClient::profileAnswer(const QVariantMap &profile) {
+    return vlOLUtils::toJSONString(profile);
+}
+
+QString ScriptedClient::accountsAnswer(const QList<Account> &accounts) {
+    wire::Response response;
+    response.mutable_pac_info();
+    for (const Account &account : accounts) {
+        wire::PACMeeting *meeting = response.mutable_pac_info()->add_meetings();
+        meeting->set_meeting_number(account.meetingID);
+        meeting->set_invitation_email(account.invitation.toStdString());
+        wire::CountryCodeProto *number = meeting->add_toll_free_numbers();
+        number->set_number(account.number.toStdString());
+        number->set_country("US");
+    }
+    return EncodeUtils::base64Encode(QByteArray::fromStdString(response.SerializePartialAsString()));
+}
+
+QList<Asked> ScriptedClient::asked() const {
+    QList<Asked> kinds;
+    for (const Request &request : m_requests)
+        kinds.append(request.what);
+    return kinds;
+}
+
+ScriptedClient::Request ScriptedClient::last() const {
+    return m_requests.isEmpty() ? Request{Asked::Start, {}, {}} : m_requests.last();
+}

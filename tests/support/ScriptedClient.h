@@ -1,0 +1,63 @@
+// A meeting client on the in-memory bus that answers as a test has told it.
+#pragma once
+
+#include "platform/services/TestServices.h"
+
+#include <QHash>
+#include <QString>
+#include <QTemporaryDir>
+#include <QVariantMap>
+
+// Installed and running from its construction on; silent until it is given something to say. Answers go out when the
+// request arrives and reach the plug-in on the same turn of the virtual run loop. The desktop must outlive it.
+class ScriptedClient {
+public:
+    enum class Asked { Start, Schedule, Update, Delete, GetMeeting, Profile, Accounts };
+    struct Request {
+        Asked what;
+        QString key; // of GetMeeting and Delete
+        QVariantMap json; // of Start, Schedule and Update
+    };
+    struct Account {
+        QString number; // toll-free, in the US
+        qint64 meetingID;
+        QString invitation;
+    };
+
+    explicit ScriptedClient(const platform::TestDesktop &desktop);
+    ~ScriptedClient();
+    ScriptedClient(const ScriptedClient &) = delete;
+    ScriptedClient &operator=(const ScriptedClient &) = delete;
+
+    // What it answers from now on, to every request of the kind.
+    void knowsTheUser(const QVariantMap &profile);
+    void holdsTheMeeting(const QVariantMap &meeting); // members as the client sends them, "startTime" in seconds
+    void schedulesAs(const QString &key, const QString &invitation); // schedules and updates
+    void deletes();
+    void hasAccounts(const QList<Account> &accounts);
+    void answers(Asked what, const QString &content); // as it is, an error for example
+    void keepsSilentOn(Asked what);
+    void quits(); // no longer runs
+    // Sends its answer to a request that it has kept silent on, or that nobody made.
+    void sendsNow(Asked what, const QString &content);
+    // The answers that the words above make, for sendsNow().
+    [[nodiscard]] static QString meetingAnswer(const QVariantMap &meeting);
+    [[nodiscard]] static QString profileAnswer(const QVariantMap &profile);
+    [[nodiscard]] static QString accountsAnswer(const QList<Account> &accounts);
+
+    // What it was asked, in order; since the last call of forget().
+    [[nodiscard]] const QList<Request> &requests() const { return m_requests; }
+    [[nodiscard]] QList<Asked> asked() const;
+    [[nodiscard]] int timesAsked(Asked what) const { return int(asked().count(what)); }
+    [[nodiscard]] Request last() const; // a Start without members when there is none
+    void forget() { m_requests.clear(); }
+
+private:
+    void hear(const platform::TextMap &envelope);
+
+    platform::TestDesktop m_desktop;
+    QTemporaryDir m_root;
+    platform::ObserverId m_observer = 0;
+    QHash<Asked, QString> m_answers;
+    QList<Request> m_requests;
+};
