@@ -120,13 +120,23 @@ bool beginsTag(std::string_view html, std::size_t at) {
     return letter < html.size() && isLetter(html[letter]);
 }
 
+// Behind the comment whose "<!--" ends at `at`.
+std::size_t skipComment(std::string_view html, std::size_t at) {
+    // From its last two characters on: "<!-->" is a whole comment.
+    for (at = html.find("--", at - 2); at != std::string_view::npos; at = html.find("--", at + 1)) {
+        const std::string_view rest = html.substr(at + 2);
+        if (rest.starts_with('>'))
+            return at + 3;
+        if (rest.starts_with("!>"))
+            return at + 4;
+    }
+    return html.size();
+}
+
 // Behind a comment, a declaration, or a '<' that is only text.
 std::size_t skipOtherMarkup(std::string_view html, std::size_t at) {
-    if (html.compare(at, 4, "<!--") == 0) {
-        // "<!-->" is a whole comment.
-        const std::size_t end = std::min(html.find("-->", at + 2), html.find("--!>", at + 4));
-        return end == std::string_view::npos ? html.size() : html.find('>', end) + 1;
-    }
+    if (html.substr(at).starts_with("<!--"))
+        return skipComment(html, at + 4);
     const char next = at + 1 < html.size() ? html[at + 1] : ' ';
     if (next != '!' && next != '?' && next != '/')
         return at + 1;

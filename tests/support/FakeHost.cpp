@@ -53,9 +53,9 @@ rt::Value secondsSince(rt::Object *self, rt::Selector, rt::Args arguments) {
 
 rt::Value later(rt::Object *self, rt::Selector, rt::Args arguments) {
     const auto *date = static_cast<FakeDate *>(self);
-    return rt::fromObject(rt::temporary(std::make_unique<FakeDate>(
-        date->instant.addMSecs(qint64(rt::doubleValue(arguments[0]) * 1000)),
-        date->values.value("timeZone").value<QTimeZone>())));
+    return rt::fromObject(rt::temporary(
+        std::make_unique<FakeDate>(date->instant.addMSecs(qint64(rt::doubleValue(arguments[0]) * 1000)),
+                                   date->values.value("timeZone").value<QTimeZone>())));
 }
 
 rt::Class *define(const char *name, std::initializer_list<const char *> members,
@@ -78,27 +78,28 @@ void defineDates() {
 
 void defineEditor() {
     define("ERCalendarEventEditorViewController",
-           {"content", "uncommittedChanges", "isDelegating", "isCancelMode", "isOccurrenceOrException", "isDirty",
-            "setIsDirty:", "olmUCCapabilities", "setOlmUCCapabilities:", "locationTextField", "view", "attendeeList"},
+           {"content", "uncommittedChanges", "isDelegating", "isCancelMode", "isOccurrenceOrException",
+            "isDirty", "setIsDirty:", "olmUCCapabilities", "setOlmUCCapabilities:", "locationTextField",
+            "view", "attendeeList"},
            {"vl_ERCalendarEventEditorViewController_saveArg:",
             "vl_ERCalendarEventEditorViewController_saveAndCloseWindow:",
             "vl_ERCalendarEventEditorViewController_saveAndCloseWindowAndReturnError:andReturnError:",
             "vl_ERCalendarEventEditorViewController_sendMeetingPostValidate"});
     define("ERCalendarEventEditorWindowController", {"editorViewController"}, {"close"});
     define("OLWordMailEditorContent", {"bodyContent"});
-    rt::addMethod(define("OLWordMailEditor", {"editorContent"}), "displayHTMLContent:readOnly:", &showBody, "");
+    rt::addMethod(define("OLWordMailEditor", {"editorContent"}), "displayHTMLContent:readOnly:", &showBody,
+                  "");
 }
 
 void defineHost() {
     static bool defined = false;
     if (std::exchange(defined, true))
         return;
-    define("ECCalendarEvent",
-           {"summary", "setSummary:", "location", "setLocation:", "startTime", "endTime", "recurrence", "body",
-            "attendeeList", "isOccurrence", "isModifiedException", "isOwner", "account", "olmUCCapabilities",
-            "setOlmUCCapabilities:"});
-    define("ECMutableCalendarEvent", {"summary", "setSummary:", "location", "setLocation:", "body", "setBody:",
-                                      "olmUCCapabilities", "setOlmUCCapabilities:"});
+    define("ECCalendarEvent", {"summary", "setSummary:", "location", "setLocation:", "startTime", "endTime",
+                               "recurrence", "body", "attendeeList", "isOccurrence", "isModifiedException",
+                               "isOwner", "account", "olmUCCapabilities", "setOlmUCCapabilities:"});
+    define("ECMutableCalendarEvent", {"summary", "setSummary:", "location", "setLocation:", "body",
+                                      "setBody:", "olmUCCapabilities", "setOlmUCCapabilities:"});
     define("ECCalendarEventAttendee", {"name", "emailAddress", "attendeeType"});
     define("CCGridViewController", {"view", "selectedEvent"});
     define("OLCalendarGridViewWrapper", {"gridViewController", "gridViewControllers"});
@@ -130,7 +131,8 @@ FakeAppointment::FakeAppointment(const QDateTime &start, int minutes)
 }
 
 void FakeAppointment::invites(const QString &name, int type) {
-    const QVariantMap attendee{{"name", name}, {"emailAddress", name + "@example.org"}, {"attendeeType", type}};
+    const QVariantMap attendee{
+        {"name", name}, {"emailAddress", name + "@example.org"}, {"attendeeType", type}};
     m_attendees.push_back(std::make_unique<FakeObject>("ECCalendarEventAttendee", attendee));
     QVariantList list = values.value("attendeeList").toList();
     list.append(rt::fromObject(m_attendees.back().get()));
@@ -181,7 +183,8 @@ FakeGrid::FakeGrid(FakeAppointment &selected)
                    {{"view", rt::fromWidget(&m_window)}, {"selectedEvent", rt::fromObject(&selected)}})
     , m_wrapper("OLCalendarGridViewWrapper", {{"gridViewController", rt::fromObject(&m_controller)}}) {}
 
-FakeMainWindow::FakeMainWindow() : m_controller("ERageMainWindowController") {
+FakeMainWindow::FakeMainWindow()
+    : m_controller("ERageMainWindowController") {
     platform::registerWindow(this, &m_controller);
 }
 

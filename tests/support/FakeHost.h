@@ -14,12 +14,13 @@
 
 class QLineEdit;
 
-// Answers its members from `values`, which its setters change. Whatever else is called on it is kept, in order.
+// Answers its members from `values`, which its setters change. Whatever else is called on it is kept, in
+// order.
 class FakeObject : public rt::Object {
 public:
     explicit FakeObject(const QString &className, const QVariantMap &values = {});
     QVariantMap values;
-    QStringList called; // selectors that are neither a member nor a setter
+    QStringList called;     // selectors that are neither a member nor a setter
     QVariantList arguments; // of the last of them
 };
 
@@ -45,8 +46,8 @@ private:
     std::vector<std::unique_ptr<FakeObject>> m_attendees;
 };
 
-// An editor with its window, its window controller, its location field and a Word-style body editor. `called` holds the
-// host operations that were run on it.
+// An editor with its window, its window controller, its location field and a Word-style body editor. `called`
+// holds the host operations that were run on it.
 class FakeEditor : public FakeObject {
 public:
     explicit FakeEditor(FakeAppointment &appointment);
@@ -56,7 +57,7 @@ public:
     [[nodiscard]] QLineEdit *locationField() { return m_locationField; }
     [[nodiscard]] FakeObject *windowController() { return &m_windowController; }
     [[nodiscard]] FakeObject *bodyEditor() { return &m_bodyEditor; }
-    [[nodiscard]] QString body() const; // as the body editor shows it
+    [[nodiscard]] QString body() const;   // as the body editor shows it
     [[nodiscard]] QString record() const; // the stored plug-in data; null when none was written
     void pends(const QString &member, const QVariant &value); // an edit that is not saved yet
 

@@ -41,8 +41,11 @@ ClientAnswer answerIdOf(Asked what) {
 ScriptedClient::Request meetingRequest(const QString &content) {
     const auto command = MeetingSubCommand(content.section(u';', 0, 0).toInt());
     if (command == MeetingSubCommand::Delete || command == MeetingSubCommand::Get)
-        return {command == MeetingSubCommand::Get ? Asked::GetMeeting : Asked::Delete, content.section(u';', 1), {}};
-    const QVariantMap json = rt::mapValue(vlOLUtils::toArrayOrNSDictionary(content.mid(content.indexOf(u'{'))));
+        return {command == MeetingSubCommand::Get ? Asked::GetMeeting : Asked::Delete,
+                content.section(u';', 1),
+                {}};
+    const QVariantMap json =
+        rt::mapValue(vlOLUtils::toArrayOrNSDictionary(content.mid(content.indexOf(u'{'))));
     return {command == MeetingSubCommand::Update ? Asked::Update : Asked::Schedule, {}, json};
 }
 
@@ -63,15 +66,17 @@ ScriptedClient::Request requestIn(const platform::TextMap &envelope) {
 
 } // namespace
 
-ScriptedClient::ScriptedClient(const platform::TestDesktop &desktop) : m_desktop(desktop) {
+ScriptedClient::ScriptedClient(const platform::TestDesktop &desktop)
+    : m_desktop(desktop) {
     m_desktop.workspace->root = m_root.path();
     m_desktop.workspace->documents = m_root.filePath(QStringLiteral("Documents"));
     m_desktop.workspace->bundles.append({kVelausIdentify, clientPath, QStringLiteral("/bin/run")});
     m_desktop.workspace->running.append(kVelausIdentify);
     const QString contents = m_desktop.workspace->resolve(clientPath) + QStringLiteral("/Contents");
     QDir().mkpath(contents);
-    platform::services().propertyLists->write(contents + QStringLiteral("/Info.plist"),
-                                              QVariantMap{{QStringLiteral("CFBundleVersion"), supportedVersion}});
+    platform::services().propertyLists->write(
+        contents + QStringLiteral("/Info.plist"),
+        QVariantMap{{QStringLiteral("CFBundleVersion"), supportedVersion}});
     m_observer = m_desktop.bus->addObserver(
         kIPCNotifyOutlookPluginToVelaClient,
         [this](const QString &, const platform::TextMap &envelope) { hear(envelope); });
@@ -89,9 +94,9 @@ void ScriptedClient::hear(const platform::TextMap &envelope) {
 }
 
 void ScriptedClient::sendsNow(Asked what, const QString &content) {
-    m_desktop.bus->post(kIPCNotifyVelaClientToOutlookPlugin, QString(),
-                        {{VL_IPC_ACTION_ID, QString::number(qint32(answerIdOf(what)))}, {VL_IPC_CONTENT, content}},
-                        true);
+    m_desktop.bus->post(
+        kIPCNotifyVelaClientToOutlookPlugin, QString(),
+        {{VL_IPC_ACTION_ID, QString::number(qint32(answerIdOf(what)))}, {VL_IPC_CONTENT, content}}, true);
 }
 
 void ScriptedClient::knowsTheUser(const QVariantMap &profile) {

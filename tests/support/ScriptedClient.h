@@ -8,14 +8,15 @@
 #include <QTemporaryDir>
 #include <QVariantMap>
 
-// Installed and running from its construction on; silent until it is given something to say. Answers go out when the
-// request arrives and reach the plug-in on the same turn of the virtual run loop. The desktop must outlive it.
+// Installed and running from its construction on; silent until it is given something to say. Answers go out
+// when the request arrives and reach the plug-in on the same turn of the virtual run loop. The desktop must
+// outlive it.
 class ScriptedClient {
 public:
     enum class Asked { Start, Schedule, Update, Delete, GetMeeting, Profile, Accounts };
     struct Request {
         Asked what;
-        QString key; // of GetMeeting and Delete
+        QString key;      // of GetMeeting and Delete
         QVariantMap json; // of Start, Schedule and Update
     };
     struct Account {
@@ -31,7 +32,8 @@ public:
 
     // What it answers from now on, to every request of the kind.
     void knowsTheUser(const QVariantMap &profile);
-    void holdsTheMeeting(const QVariantMap &meeting); // members as the client sends them, "startTime" in seconds
+    void
+    holdsTheMeeting(const QVariantMap &meeting); // members as the client sends them, "startTime" in seconds
     void schedulesAs(const QString &key, const QString &invitation); // schedules and updates
     void deletes();
     void hasAccounts(const QList<Account> &accounts);

@@ -5,7 +5,8 @@
 namespace mailhost {
 
 EmailAddress::EmailAddress(Mailbox mailbox)
-    : rt::Object(rt::classNamed(u"ECEmailAddress"_qs)), m_mailbox(std::move(mailbox)) {}
+    : rt::Object(rt::classNamed(u"ECEmailAddress"_qs))
+    , m_mailbox(std::move(mailbox)) {}
 
 EmailAccount::EmailAccount(Mailbox mailbox, bool isDefault, bool delegating)
     : rt::Object(rt::classNamed(u"ECEmailAccount"_qs))
@@ -20,7 +21,8 @@ Accounts::Accounts(const QList<Mailbox> &own, const QList<Mailbox> &delegating) 
     for (const Mailbox &mailbox : delegating)
         m_all.push_back(std::make_unique<EmailAccount>(mailbox, false, true));
     if (m_all.empty())
-        m_all.push_back(std::make_unique<EmailAccount>(Mailbox{u"Ada Example"_qs, u"ada@parlo.example"_qs}, true, false));
+        m_all.push_back(
+            std::make_unique<EmailAccount>(Mailbox{u"Ada Example"_qs, u"ada@parlo.example"_qs}, true, false));
 }
 
 EmailAccount *Accounts::find(const QString &email) const {

@@ -6,7 +6,9 @@ namespace mailhost {
 
 namespace {
 
-bool isRoom(const Attendee &attendee) { return attendee.type == AttendeeType::Resource; }
+bool isRoom(const Attendee &attendee) {
+    return attendee.type == AttendeeType::Resource;
+}
 
 // Separators inside quotes and angle brackets do not count.
 QStringList entriesOf(const QString &text) {
@@ -53,7 +55,9 @@ QString addressText(const QList<Attendee> &attendees, bool rooms) {
         if (name.contains(u',') || name.contains(u';'))
             name = u'"' + name + u'"';
         const bool bare = name.isEmpty() || name == attendee.email;
-        entries.append(attendee.email.isEmpty() ? name : bare ? attendee.email : name + u" <" + attendee.email + u'>');
+        entries.append(attendee.email.isEmpty() ? name
+                       : bare                   ? attendee.email
+                                                : name + u" <"_qs + attendee.email + u'>');
     }
     return entries.join(u", "_qs);
 }

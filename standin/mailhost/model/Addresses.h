@@ -7,8 +7,9 @@ namespace mailhost {
 
 // "Name <address>, other@address; ..." as one text; separators are ", ".
 [[nodiscard]] QString addressText(const QList<Attendee> &attendees, bool rooms);
-// The people (or rooms) in the text. An entry without an address keeps its text as its name and has no address. Who was
-// in `before` with the same address keeps the type, unless that would move between people and rooms.
+// The people (or rooms) in the text. An entry without an address keeps its text as its name and has no
+// address. Who was in `before` with the same address keeps the type, unless that would move between people
+// and rooms.
 [[nodiscard]] QList<Attendee> parseAddresses(const QString &text, bool rooms, const QList<Attendee> &before);
 // The entries without a usable address, as typed.
 [[nodiscard]] QStringList incompleteAddresses(const QList<Attendee> &attendees);

@@ -7,17 +7,24 @@ namespace mailhost {
 
 namespace {
 
-QString htmlOf(const BodyReference &body) { return body.get() ? body.get()->bodyHtml() : QString(); }
+QString htmlOf(const BodyReference &body) {
+    return body.get() ? body.get()->bodyHtml() : QString();
+}
 
 } // namespace
 
 WordMailEditorContent::WordMailEditorContent(BodyReference body)
-    : rt::Object(rt::classNamed(u"OLWordMailEditorContent"_qs)), m_body(std::move(body)) {}
+    : rt::Object(rt::classNamed(u"OLWordMailEditorContent"_qs))
+    , m_body(std::move(body)) {}
 
-QString WordMailEditorContent::bodyContent() const { return htmlOf(m_body); }
+QString WordMailEditorContent::bodyContent() const {
+    return htmlOf(m_body);
+}
 
 WordMailEditor::WordMailEditor(BodyReference body)
-    : rt::Object(rt::classNamed(u"OLWordMailEditor"_qs)), m_body(body), m_content(body) {}
+    : rt::Object(rt::classNamed(u"OLWordMailEditor"_qs))
+    , m_body(body)
+    , m_content(body) {}
 
 void WordMailEditor::displayHTMLContent(const QString &html, bool readOnly) {
     BodyAccess *body = m_body.get();
@@ -38,13 +45,17 @@ void WordMailEditor::displayHTMLContentAndActivate(const QString &html, bool rea
 }
 
 DomElement::DomElement(BodyReference body, QString tagName)
-    : rt::Object(rt::classNamed(u"DOMElement"_qs)), m_body(std::move(body)), m_tagName(std::move(tagName)) {}
+    : rt::Object(rt::classNamed(u"DOMElement"_qs))
+    , m_body(std::move(body))
+    , m_tagName(std::move(tagName)) {}
 
 QString DomElement::outerHTML() const {
     return platform::WebDocument(htmlOf(m_body)).documentElementOuterHtml();
 }
 
-QString DomElement::innerHTML() const { return platform::WebDocument(htmlOf(m_body)).innerHtml(m_tagName); }
+QString DomElement::innerHTML() const {
+    return platform::WebDocument(htmlOf(m_body)).innerHtml(m_tagName);
+}
 
 void DomElement::setInnerHTML(const QString &html) {
     platform::WebDocument document(htmlOf(m_body));
@@ -53,7 +64,8 @@ void DomElement::setInnerHTML(const QString &html) {
 }
 
 DomDocument::DomDocument(BodyReference body)
-    : rt::Object(rt::classNamed(u"DOMDocument"_qs)), m_body(std::move(body)) {}
+    : rt::Object(rt::classNamed(u"DOMDocument"_qs))
+    , m_body(std::move(body)) {}
 
 rt::Object *DomDocument::documentElement() {
     return rt::temporary(std::make_unique<DomElement>(m_body, u"html"_qs));
@@ -66,7 +78,8 @@ QVariantList DomDocument::getElementsByTagName(const QString &tagName) {
 }
 
 WebFrame::WebFrame(BodyReference body)
-    : rt::Object(rt::classNamed(u"WebFrame"_qs)), m_document(std::move(body)) {}
+    : rt::Object(rt::classNamed(u"WebFrame"_qs))
+    , m_document(std::move(body)) {}
 
 void defineBodyClasses() {
     addMethods(rt::defineClass(u"OLWordMailEditorContent"_qs),

@@ -21,7 +21,9 @@ public:
 // A reference to a body widget that turns to none with it.
 class BodyReference {
 public:
-    BodyReference(QWidget *widget, BodyAccess *access) : m_widget(widget), m_access(access) {}
+    BodyReference(QWidget *widget, BodyAccess *access)
+        : m_widget(widget)
+        , m_access(access) {}
     [[nodiscard]] BodyAccess *get() const { return m_widget ? m_access : nullptr; }
     [[nodiscard]] QWidget *widget() const { return m_widget; }
 
@@ -48,7 +50,8 @@ public:
     [[nodiscard]] QWidget *editorHost() const { return m_body.widget(); }
     void displayHTMLContent(const QString &html, bool readOnly);
     void displayHTMLContentWithSignature(const QString &html, bool readOnly, bool signatureEditor);
-    void displayHTMLContentAndActivate(const QString &html, bool readOnly, bool signatureEditor, bool activate);
+    void displayHTMLContentAndActivate(const QString &html, bool readOnly, bool signatureEditor,
+                                       bool activate);
 
 private:
     BodyReference m_body;

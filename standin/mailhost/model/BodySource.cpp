@@ -8,9 +8,10 @@ namespace mailhost {
 namespace {
 
 const QSet<QString> &blockTags() {
-    static const QSet<QString> tags{
-        u"p"_qs,  u"div"_qs, u"li"_qs, u"ul"_qs,    u"ol"_qs, u"h1"_qs, u"h2"_qs,         u"h3"_qs,  u"h4"_qs, u"h5"_qs,
-        u"h6"_qs, u"hr"_qs,  u"td"_qs, u"table"_qs, u"tr"_qs, u"th"_qs, u"blockquote"_qs, u"pre"_qs, u"dl"_qs, u"dd"_qs};
+    static const QSet<QString> tags{u"p"_qs,  u"div"_qs,        u"li"_qs,  u"ul"_qs,    u"ol"_qs,
+                                    u"h1"_qs, u"h2"_qs,         u"h3"_qs,  u"h4"_qs,    u"h5"_qs,
+                                    u"h6"_qs, u"hr"_qs,         u"td"_qs,  u"table"_qs, u"tr"_qs,
+                                    u"th"_qs, u"blockquote"_qs, u"pre"_qs, u"dl"_qs,    u"dd"_qs};
     return tags;
 }
 
@@ -22,7 +23,8 @@ bool isSplittable(const QString &tag) {
 }
 
 bool isVoidTag(const QString &tag) {
-    static const QSet<QString> tags{u"br"_qs, u"img"_qs, u"hr"_qs, u"meta"_qs, u"link"_qs, u"input"_qs, u"col"_qs, u"base"_qs};
+    static const QSet<QString> tags{u"br"_qs,   u"img"_qs,   u"hr"_qs,  u"meta"_qs,
+                                    u"link"_qs, u"input"_qs, u"col"_qs, u"base"_qs};
     return tags.contains(tag);
 }
 
@@ -39,9 +41,13 @@ bool isLeftOutOfDisplay(const BodyPiece &piece) {
 
 } // namespace
 
-bool isBlockTag(const QString &tag) { return blockTags().contains(tag); }
+bool isBlockTag(const QString &tag) {
+    return blockTags().contains(tag);
+}
 
-bool isHtmlSpace(QChar c) { return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r' || c == u'\f'; }
+bool isHtmlSpace(QChar c) {
+    return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r' || c == u'\f';
+}
 
 QString asHtmlDocument(const QString &html) {
     if (html.contains(u"</body>", Qt::CaseInsensitive))
@@ -49,11 +55,12 @@ QString asHtmlDocument(const QString &html) {
     return u"<html><body>"_qs + html + u"</body></html>"_qs;
 }
 
-BodySource::BodySource(const QString &html) : m_html(html) {
+BodySource::BodySource(const QString &html)
+    : m_html(html) {
     qsizetype position = 0;
     while (position < m_html.size()) {
-        const bool tag = m_html[position] == u'<' && position + 1 < m_html.size()
-            && (m_html[position + 1].isLetter() || u"/!?"_qs.contains(m_html[position + 1]));
+        const bool tag = m_html[position] == u'<' && position + 1 < m_html.size() &&
+                         (m_html[position + 1].isLetter() || u"/!?"_qs.contains(m_html[position + 1]));
         if (tag)
             readTag(position);
         else
@@ -77,7 +84,8 @@ qsizetype BodySource::tagEnd(qsizetype position) const {
     return m_html.size();
 }
 
-void BodySource::addSolid(qsizetype begin, qsizetype end, QChar character, const QString &tag, bool bookmark) {
+void BodySource::addSolid(qsizetype begin, qsizetype end, QChar character, const QString &tag,
+                          bool bookmark) {
     BodyPiece piece{BodyPiece::Kind::Solid, bookmark, false, character, begin, end, tag};
     m_pieces.append(piece);
     m_solids.append(piece);
@@ -108,7 +116,8 @@ void BodySource::readTag(qsizetype &position) {
         const QRegularExpressionMatch match = empty.match(m_html, begin);
         if (match.hasMatch() && !match.captured().contains(u"href", Qt::CaseInsensitive)) {
             position = match.capturedEnd();
-            return addSolid(begin, position, QChar(char16_t(firstBookmarkCharacter + m_bookmarks++)), tag, true);
+            return addSolid(begin, position, QChar(char16_t(firstBookmarkCharacter + m_bookmarks++)), tag,
+                            true);
         }
     }
     if (isRawElement(tag) && !closing) {
@@ -119,7 +128,8 @@ void BodySource::readTag(qsizetype &position) {
 }
 
 void BodySource::addEntity(qsizetype &position) {
-    static const QRegularExpression entity(u"\\G&(#[0-9]{1,7}|#[xX][0-9a-fA-F]{1,6}|[A-Za-z][A-Za-z0-9]{1,31});"_qs);
+    static const QRegularExpression entity(
+        u"\\G&(#[0-9]{1,7}|#[xX][0-9a-fA-F]{1,6}|[A-Za-z][A-Za-z0-9]{1,31});"_qs);
     const QRegularExpressionMatch match = entity.match(m_html, position);
     const qsizetype begin = position;
     position = match.hasMatch() ? match.capturedEnd() : position + 1;
@@ -127,8 +137,9 @@ void BodySource::addEntity(qsizetype &position) {
         return addSolid(begin, position, u'&');
     const QString name = match.captured(1);
     if (!name.startsWith(u'#')) {
-        static const QHash<QString, QChar> known{{u"amp"_qs, u'&'},  {u"lt"_qs, u'<'},   {u"gt"_qs, u'>'},
-                                                 {u"quot"_qs, u'"'}, {u"apos"_qs, u'\''}, {u"nbsp"_qs, QChar::Nbsp}};
+        static const QHash<QString, QChar> known{{u"amp"_qs, u'&'},   {u"lt"_qs, u'<'},
+                                                 {u"gt"_qs, u'>'},    {u"quot"_qs, u'"'},
+                                                 {u"apos"_qs, u'\''}, {u"nbsp"_qs, QChar::Nbsp}};
         return addSolid(begin, position, known.value(name));
     }
     const bool hex = name[1] == u'x' || name[1] == u'X';
@@ -172,7 +183,7 @@ bool BodySource::blockBoundaryAfter(qsizetype pieceIndex) const {
 
 QString BodySource::displayHtml() const {
     QString shown;
-    QString waiting;              // bookmarks that go before the next character
+    QString waiting;                 // bookmarks that go before the next character
     qsizetype lastCharacterEnd = -1; // in `shown`
     for (qsizetype i = 0; i < m_pieces.size(); ++i) {
         const BodyPiece &piece = m_pieces[i];
@@ -182,9 +193,10 @@ QString BodySource::displayHtml() const {
             if (!isLeftOutOfDisplay(piece))
                 shown += textOf(piece);
         } else if (piece.bookmark && blockBoundaryBefore(i) && blockBoundaryAfter(i)) {
-            // Between two paragraphs it would show as an empty line: it goes to the end of what it ends, or to the
-            // beginning of what it begins.
-            const bool ends = textOf(piece).contains(QRegularExpression(u"end[\"']?\\s*>"_qs, QRegularExpression::CaseInsensitiveOption));
+            // Between two paragraphs it would show as an empty line: it goes to the end of what it ends, or
+            // to the beginning of what it begins.
+            const bool ends = textOf(piece).contains(
+                QRegularExpression(u"end[\"']?\\s*>"_qs, QRegularExpression::CaseInsensitiveOption));
             if (ends && waiting.isEmpty() && lastCharacterEnd >= 0) {
                 shown.insert(lastCharacterEnd, piece.character);
                 ++lastCharacterEnd;
@@ -211,7 +223,8 @@ QString BodySource::paragraphBreakAt(qsizetype position) const {
     for (const BodyPiece &piece : m_pieces) {
         if (piece.end > position)
             break;
-        if (piece.kind != BodyPiece::Kind::Markup || piece.tag.isEmpty() || isVoidTag(piece.tag) || isRawElement(piece.tag))
+        if (piece.kind != BodyPiece::Kind::Markup || piece.tag.isEmpty() || isVoidTag(piece.tag) ||
+            isRawElement(piece.tag))
             continue;
         if (!piece.closing) {
             open.append(piece);

@@ -9,9 +9,9 @@ namespace mailhost {
 // A piece of HTML text from `begin` up to, not including, `end` (UTF-16 units).
 struct BodyPiece {
     enum class Kind {
-        Solid,  // one character that a reader sees, a line break, an image, or a bookmark
-        Space,  // white space between
-        Markup  // a tag, a comment, or an element that shows nothing
+        Solid, // one character that a reader sees, a line break, an image, or a bookmark
+        Space, // white space between
+        Markup // a tag, a comment, or an element that shows nothing
     };
     Kind kind = Kind::Markup;
     bool bookmark = false;
@@ -22,8 +22,8 @@ struct BodyPiece {
     QString tag; // lower-case name; empty for comments and text
 };
 
-// Bookmarks are empty named anchors. QTextDocument has no place for them, so that they are carried through it as these
-// characters, one for each, and turned back.
+// Bookmarks are empty named anchors. QTextDocument has no place for them, so that they are carried through it
+// as these characters, one for each, and turned back.
 constexpr char16_t firstBookmarkCharacter = u'\uE000';
 constexpr int maximumBookmarks = 4096;
 
@@ -36,10 +36,13 @@ public:
     [[nodiscard]] const QList<BodyPiece> &pieces() const { return m_pieces; }
     // The pieces of kind Solid, in order.
     [[nodiscard]] const QList<BodyPiece> &solids() const { return m_solids; }
-    [[nodiscard]] QString textOf(const BodyPiece &piece) const { return m_html.mid(piece.begin, piece.end - piece.begin); }
+    [[nodiscard]] QString textOf(const BodyPiece &piece) const {
+        return m_html.mid(piece.begin, piece.end - piece.begin);
+    }
     // HTML for QTextDocument: the same solids in the same order, bookmarks as their characters.
     [[nodiscard]] QString displayHtml() const;
-    // What begins a new paragraph at that place: the tags that close and open the paragraph again, or a line break.
+    // What begins a new paragraph at that place: the tags that close and open the paragraph again, or a line
+    // break.
     [[nodiscard]] QString paragraphBreakAt(qsizetype position) const;
     // Where text goes into a body that shows nothing.
     [[nodiscard]] qsizetype emptyInsertPosition() const;
@@ -47,7 +50,8 @@ public:
 private:
     void readTag(qsizetype &position);
     void readText(qsizetype &position);
-    void addSolid(qsizetype begin, qsizetype end, QChar character, const QString &tag = {}, bool bookmark = false);
+    void addSolid(qsizetype begin, qsizetype end, QChar character, const QString &tag = {},
+                  bool bookmark = false);
     void addEntity(qsizetype &position);
     [[nodiscard]] qsizetype tagEnd(qsizetype position) const;
     [[nodiscard]] bool blockBoundaryBefore(qsizetype pieceIndex) const;

@@ -37,7 +37,8 @@ QTextCharFormat formatAt(QTextDocument *document, int position) {
     return cursor.charFormat();
 }
 
-void replaceCharacter(QTextDocument *document, int position, const QString &text, const QTextCharFormat &format) {
+void replaceCharacter(QTextDocument *document, int position, const QString &text,
+                      const QTextCharFormat &format) {
     QTextCursor cursor(document);
     cursor.setPosition(position);
     cursor.setPosition(position + 1, QTextCursor::KeepAnchor);
@@ -46,13 +47,16 @@ void replaceCharacter(QTextDocument *document, int position, const QString &text
 
 } // namespace
 
-BodyText::BodyText(QTextDocument *document, QObject *parent) : QObject(parent), m_document(document) {
+BodyText::BodyText(QTextDocument *document, QObject *parent)
+    : QObject(parent)
+    , m_document(document) {
     document->documentLayout()->registerHandler(bookmarkObject, new BookmarkObject(this));
     connect(document, &QTextDocument::contentsChange, this, &BodyText::followChange);
 }
 
 BodyText::Style BodyText::styleOf(const QTextCharFormat &format) {
-    return {format.fontWeight() >= QFont::DemiBold, format.fontItalic(), format.fontUnderline() && !format.isAnchor(),
+    return {format.fontWeight() >= QFont::DemiBold, format.fontItalic(),
+            format.fontUnderline() && !format.isAnchor(),
             format.isAnchor() ? format.anchorHref() : QString()};
 }
 
@@ -87,7 +91,8 @@ void BodyText::placeBookmarks() {
         QTextCharFormat format;
         format.setObjectType(bookmarkObject);
         format.setProperty(bookmarkHtml, m_source.textOf(piece));
-        replaceCharacter(m_document, int(position), QString(QChar(QChar::ObjectReplacementCharacter)), format);
+        replaceCharacter(m_document, int(position), QString(QChar(QChar::ObjectReplacementCharacter)),
+                         format);
     }
 }
 
@@ -153,8 +158,8 @@ bool BodyText::isUntouched() const {
 }
 
 QString BodyText::bookmarkAt(int position) const {
-    if (!m_document || position < 0 || position >= m_document->characterCount() - 1
-        || m_document->characterAt(position) != QChar::ObjectReplacementCharacter)
+    if (!m_document || position < 0 || position >= m_document->characterCount() - 1 ||
+        m_document->characterAt(position) != QChar::ObjectReplacementCharacter)
         return {};
     return formatAt(m_document, position).property(bookmarkHtml).toString();
 }
@@ -181,7 +186,8 @@ QString BodyText::rewrittenHtml() const {
         const QTextCharFormat format = formatAt(copy.get(), i);
         if (format.objectType() != bookmarkObject)
             continue;
-        replaceCharacter(copy.get(), i, QString(QChar(char16_t(firstBookmarkCharacter + bookmarks.size()))), {});
+        replaceCharacter(copy.get(), i, QString(QChar(char16_t(firstBookmarkCharacter + bookmarks.size()))),
+                         {});
         bookmarks.append(format.property(bookmarkHtml).toString());
     }
     QString html = copy->toHtml();

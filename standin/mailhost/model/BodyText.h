@@ -11,10 +11,10 @@
 
 namespace mailhost {
 
-// Shows HTML in a QTextDocument and gives it back. QTextDocument's own HTML rewrites everything and drops bookmarks;
-// here only what the person changed is written anew, into the HTML as it came. What cannot be put into it that way (a
-// paragraph taken out of a list, HTML whose text QTextDocument does not show as expected) is written by QTextDocument,
-// bookmarks kept.
+// Shows HTML in a QTextDocument and gives it back. QTextDocument's own HTML rewrites everything and drops
+// bookmarks; here only what the person changed is written anew, into the HTML as it came. What cannot be put
+// into it that way (a paragraph taken out of a list, HTML whose text QTextDocument does not show as expected)
+// is written by QTextDocument, bookmarks kept.
 class BodyText : public QObject {
     Q_OBJECT
 public:
@@ -26,7 +26,8 @@ public:
     // The HTML: the very text given to setHtml() while nothing is changed (or everything is undone).
     [[nodiscard]] QString html() const;
     [[nodiscard]] bool isUntouched() const;
-    // The HTML of the bookmark at that place of the document, which has no width; a null text when there is none.
+    // The HTML of the bookmark at that place of the document, which has no width; a null text when there is
+    // none.
     [[nodiscard]] QString bookmarkAt(int position) const;
 
 Q_SIGNALS:
@@ -51,13 +52,13 @@ private:
 
     QPointer<QTextDocument> m_document;
     BodySource m_source;
-    QString m_baseline;               // the document's raw text as loaded
-    std::vector<Style> m_baseStyles;  // of each character of m_baseline
-    std::vector<bool> m_baseLists;    // of each block of m_baseline
-    std::vector<int> m_solidAt;       // for each character of m_baseline its solid piece, or -1
+    QString m_baseline;              // the document's raw text as loaded
+    std::vector<Style> m_baseStyles; // of each character of m_baseline
+    std::vector<bool> m_baseLists;   // of each block of m_baseline
+    std::vector<int> m_solidAt;      // for each character of m_baseline its solid piece, or -1
     bool m_aligned = false;
-    QString m_current;                // the document's raw text now
-    std::vector<int> m_origin;        // for each character of m_current its place in m_baseline, or -1
+    QString m_current;         // the document's raw text now
+    std::vector<int> m_origin; // for each character of m_current its place in m_baseline, or -1
     bool m_loading = false;
     mutable QString m_cache;
     mutable bool m_cacheValid = false;

@@ -6,7 +6,9 @@ namespace mailhost {
 
 namespace {
 
-bool isBlockEnd(QChar c) { return c == QChar::ParagraphSeparator || c == QChar(0xfdd0) || c == QChar(0xfdd1); }
+bool isBlockEnd(QChar c) {
+    return c == QChar::ParagraphSeparator || c == QChar(0xfdd0) || c == QChar(0xfdd1);
+}
 
 std::vector<int> blocksOf(const QString &text) {
     std::vector<int> blocks;
@@ -163,8 +165,8 @@ bool BodyWriter::baselineHasBoundary(const Kept &from, const Kept &to) const {
     return false;
 }
 
-// Where a paragraph still ends between the two: -1 when it does not. A paragraph end that the person typed over one
-// that was there stands for it.
+// Where a paragraph still ends between the two: -1 when it does not. A paragraph end that the person typed
+// over one that was there stands for it.
 int BodyWriter::boundaryIn(const Kept &from, const Kept &to) const {
     int typed = -1;
     for (int i = from.at + 1; i < to.at; ++i) {
@@ -180,13 +182,13 @@ int BodyWriter::boundaryIn(const Kept &from, const Kept &to) const {
 
 bool BodyWriter::hasBlockMarkup(const Kept &from, const Kept &to) const {
     return std::ranges::any_of(m_text.m_source.pieces(), [&](const BodyPiece &piece) {
-        return piece.kind == BodyPiece::Kind::Markup && piece.begin >= endOf(from) && piece.end <= beginOf(to)
-            && isBlockTag(piece.tag);
+        return piece.kind == BodyPiece::Kind::Markup && piece.begin >= endOf(from) &&
+               piece.end <= beginOf(to) && isBlockTag(piece.tag);
     });
 }
 
-// The tags between two characters. Where two paragraphs were joined, those that ended the one and began the other go;
-// none when they do not match.
+// The tags between two characters. Where two paragraphs were joined, those that ended the one and began the
+// other go; none when they do not match.
 std::optional<QString> BodyWriter::markupBetween(const Kept &from, const Kept &to, int boundary) const {
     const bool outer = from.solid < 0 || to.solid == m_text.m_source.solids().size();
     const bool joined = boundary < 0 && !outer && baselineHasBoundary(from, to);
@@ -231,12 +233,14 @@ bool BodyWriter::writeGap(const Kept &from, const Kept &to) {
     if (!markup)
         return false;
     // A bookmark that is shown at the beginning of what follows it belongs before what is typed behind it.
-    const bool shownAhead = isBookmark(from) && hasBlockMarkup(from, to) && to.solid < int(m_positionOfSolid.size());
+    const bool shownAhead =
+        isBookmark(from) && hasBlockMarkup(from, to) && to.solid < int(m_positionOfSolid.size());
     const bool allRight = boundary < 0 && (from.solid < 0 || shownAhead);
     const int split = boundary >= 0 ? boundary : allRight ? from.at : to.at;
     writeNew(from.at + 1, split, baseStyle(from), endOf(from));
     const bool last = to.at == m_text.m_current.size();
-    if (last || boundary >= 0 || m_blockAt[std::size_t(std::max(from.at, 0))] != m_blockAt[std::size_t(to.at)])
+    if (last || boundary >= 0 ||
+        m_blockAt[std::size_t(std::max(from.at, 0))] != m_blockAt[std::size_t(to.at)])
         leaveBlock();
     m_out += *markup;
     writeNew(split + 1, to.at, baseStyle(to), beginOf(to));
@@ -269,9 +273,11 @@ void BodyWriter::writeNew(int from, int to, const Style &around, qsizetype sourc
         enterBlock(i);
         Tags tags;
         if (style.bold != around.bold)
-            style.bold ? tags.add(u"<b>"_qs, u"</b>"_qs) : tags.add(u"<span style=\"font-weight:normal\">"_qs, u"</span>"_qs);
+            style.bold ? tags.add(u"<b>"_qs, u"</b>"_qs)
+                       : tags.add(u"<span style=\"font-weight:normal\">"_qs, u"</span>"_qs);
         if (style.italic != around.italic)
-            style.italic ? tags.add(u"<i>"_qs, u"</i>"_qs) : tags.add(u"<span style=\"font-style:normal\">"_qs, u"</span>"_qs);
+            style.italic ? tags.add(u"<i>"_qs, u"</i>"_qs)
+                         : tags.add(u"<span style=\"font-style:normal\">"_qs, u"</span>"_qs);
         if (style.underline && !around.underline)
             tags.add(u"<u>"_qs, u"</u>"_qs);
         m_out += tags.open;

@@ -16,7 +16,7 @@ public:
 
 private:
     using Style = BodyText::Style;
-    struct Kept { // a character that is still there
+    struct Kept {  // a character that is still there
         int at;    // in the text now; -1 before the first, the size after the last
         int solid; // -1 before the first, the count after the last
     };
@@ -44,10 +44,10 @@ private:
 
     const BodyText &m_text;
     std::vector<Style> m_styles;
-    std::vector<int> m_blockAt;          // the block of each place, the end included
-    std::vector<int> m_baseBlockAt;      // likewise of the baseline
-    std::vector<bool> m_newList;         // of each block now: made a list item by the person
-    std::vector<int> m_positionOfSolid;  // in the baseline
+    std::vector<int> m_blockAt;         // the block of each place, the end included
+    std::vector<int> m_baseBlockAt;     // likewise of the baseline
+    std::vector<bool> m_newList;        // of each block now: made a list item by the person
+    std::vector<int> m_positionOfSolid; // in the baseline
     QString m_out;
     bool m_listOpen = false;
     qsizetype m_listClosedAt = -1;

@@ -9,14 +9,18 @@ namespace mailhost {
 QTimeZone zoneOf(const CalendarTime &time) {
     if (time.kind == CalendarTime::Kind::Utc)
         return QTimeZone::utc();
-    return time.kind == CalendarTime::Kind::Zoned && time.value.timeZone().isValid() ? time.value.timeZone()
-                                                                                      : QTimeZone::systemTimeZone();
+    return time.kind == CalendarTime::Kind::Zoned && time.value.timeZone().isValid()
+               ? time.value.timeZone()
+               : QTimeZone::systemTimeZone();
 }
 
 CalendarDate::CalendarDate(const QDateTime &instant, const QTimeZone &zone)
-    : rt::Object(rt::classNamed(u"OLCalendarDate"_qs)), m_utc(instant.toUTC()), m_zone(zone) {}
+    : rt::Object(rt::classNamed(u"OLCalendarDate"_qs))
+    , m_utc(instant.toUTC())
+    , m_zone(zone) {}
 
-CalendarDate::CalendarDate(const CalendarTime &time) : CalendarDate(time.value, zoneOf(time)) {}
+CalendarDate::CalendarDate(const CalendarTime &time)
+    : CalendarDate(time.value, zoneOf(time)) {}
 
 rt::Object *CalendarDate::dateByAddingTimeInterval(double seconds) {
     return rt::temporary(std::make_unique<CalendarDate>(m_utc.addMSecs(qint64(seconds * 1000)), m_zone));
@@ -35,9 +39,10 @@ rt::Object *CalendarDate::dateInDifferentTimeZone(const rt::Value &zone) {
 QString CalendarDate::description(const QString &format, const rt::Value &zone, const rt::Value &) const {
     const auto wanted = zone.value<QTimeZone>();
     const QDateTime time = m_utc.toTimeZone(wanted.isValid() ? wanted : m_zone);
-    static const QHash<QChar, QString> fields{{u'Y', u"yyyy"_qs}, {u'm', u"MM"_qs},   {u'd', u"dd"_qs},  {u'H', u"HH"_qs},
-                                              {u'M', u"mm"_qs},   {u'S', u"ss"_qs},   {u'y', u"yy"_qs},  {u'B', u"MMMM"_qs},
-                                              {u'b', u"MMM"_qs},  {u'A', u"dddd"_qs}, {u'a', u"ddd"_qs}, {u'Z', u"t"_qs}};
+    static const QHash<QChar, QString> fields{{u'Y', u"yyyy"_qs}, {u'm', u"MM"_qs},   {u'd', u"dd"_qs},
+                                              {u'H', u"HH"_qs},   {u'M', u"mm"_qs},   {u'S', u"ss"_qs},
+                                              {u'y', u"yy"_qs},   {u'B', u"MMMM"_qs}, {u'b', u"MMM"_qs},
+                                              {u'A', u"dddd"_qs}, {u'a', u"ddd"_qs},  {u'Z', u"t"_qs}};
     QString text;
     for (qsizetype i = 0; i < format.size(); ++i) {
         if (format[i] != u'%' || i + 1 == format.size()) {
@@ -54,24 +59,26 @@ QString CalendarDate::description(const QString &format, const rt::Value &zone, 
 }
 
 rt::Value dateValue(const CalendarTime &time) {
-    return time.value.isValid() ? rt::fromObject(rt::temporary(std::make_unique<CalendarDate>(time))) : rt::Value();
+    return time.value.isValid() ? rt::fromObject(rt::temporary(std::make_unique<CalendarDate>(time)))
+                                : rt::Value();
 }
 
 void defineDateClass() {
-    addMethods(rt::defineClass(u"OLCalendarDate"_qs),
-               {{"dateUTC", bind<&CalendarDate::dateUTC>, "@@:"},
-                {"timeZone", bind<&CalendarDate::timeZone>, "@@:"},
-                {"minuteOfHour", bind<&CalendarDate::minuteOfHour>, "i@:"},
-                {"hourOfDay", bind<&CalendarDate::hourOfDay>, "i@:"},
-                {"weekday", bind<&CalendarDate::weekday>, "i@:"},
-                {"dayOfMonth", bind<&CalendarDate::dayOfMonth>, "i@:"},
-                {"monthOfYear", bind<&CalendarDate::monthOfYear>, "i@:"},
-                {"yearOfCommonEra", bind<&CalendarDate::yearOfCommonEra>, "i@:"},
-                {"dateByAddingTimeInterval:", bind<&CalendarDate::dateByAddingTimeInterval>, "@@:d"},
-                {"addTimeInterval:", bind<&CalendarDate::dateByAddingTimeInterval>, "@@:d"},
-                {"timeIntervalSinceDate:", bind<&CalendarDate::timeIntervalSinceDate>, "d@:@"},
-                {"dateInDifferentTimeZone:", bind<&CalendarDate::dateInDifferentTimeZone>, "@@:@"},
-                {"descriptionWithCalendarFormat:timeZone:locale:", bind<&CalendarDate::description>, "@@:@@@"}});
+    addMethods(
+        rt::defineClass(u"OLCalendarDate"_qs),
+        {{"dateUTC", bind<&CalendarDate::dateUTC>, "@@:"},
+         {"timeZone", bind<&CalendarDate::timeZone>, "@@:"},
+         {"minuteOfHour", bind<&CalendarDate::minuteOfHour>, "i@:"},
+         {"hourOfDay", bind<&CalendarDate::hourOfDay>, "i@:"},
+         {"weekday", bind<&CalendarDate::weekday>, "i@:"},
+         {"dayOfMonth", bind<&CalendarDate::dayOfMonth>, "i@:"},
+         {"monthOfYear", bind<&CalendarDate::monthOfYear>, "i@:"},
+         {"yearOfCommonEra", bind<&CalendarDate::yearOfCommonEra>, "i@:"},
+         {"dateByAddingTimeInterval:", bind<&CalendarDate::dateByAddingTimeInterval>, "@@:d"},
+         {"addTimeInterval:", bind<&CalendarDate::dateByAddingTimeInterval>, "@@:d"},
+         {"timeIntervalSinceDate:", bind<&CalendarDate::timeIntervalSinceDate>, "d@:@"},
+         {"dateInDifferentTimeZone:", bind<&CalendarDate::dateInDifferentTimeZone>, "@@:@"},
+         {"descriptionWithCalendarFormat:timeZone:locale:", bind<&CalendarDate::description>, "@@:@@@"}});
 }
 
 } // namespace mailhost

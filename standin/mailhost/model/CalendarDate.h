@@ -27,7 +27,8 @@ public:
     [[nodiscard]] double timeIntervalSinceDate(rt::Object *other) const; // seconds; 0 without another date
     [[nodiscard]] rt::Object *dateInDifferentTimeZone(const rt::Value &zone);
     // %Y %m %d %H %M %S %y %B %b %A %a %Z %%; anything else stays as it is.
-    [[nodiscard]] QString description(const QString &format, const rt::Value &zone, const rt::Value &locale) const;
+    [[nodiscard]] QString description(const QString &format, const rt::Value &zone,
+                                      const rt::Value &locale) const;
 
     [[nodiscard]] QDateTime local() const { return m_utc.toTimeZone(m_zone); }
 

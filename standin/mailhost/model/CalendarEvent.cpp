@@ -11,9 +11,12 @@ ErrorPresenter &errorPresenter() {
 }
 
 EventAttendee::EventAttendee(Attendee attendee)
-    : rt::Object(rt::classNamed(u"ECCalendarEventAttendee"_qs)), m_attendee(std::move(attendee)) {}
+    : rt::Object(rt::classNamed(u"ECCalendarEventAttendee"_qs))
+    , m_attendee(std::move(attendee)) {}
 
-Recurrence::Recurrence(QString rule) : rt::Object(rt::classNamed(u"ECRecurrence"_qs)), m_rule(std::move(rule)) {}
+Recurrence::Recurrence(QString rule)
+    : rt::Object(rt::classNamed(u"ECRecurrence"_qs))
+    , m_rule(std::move(rule)) {}
 
 rt::Value attendeeValues(const QList<Attendee> &attendees) {
     QVariantList list;
@@ -26,7 +29,8 @@ rt::Value recurrenceValue(const QString &rule) {
     return rule.isEmpty() ? rt::Value() : rt::fromObject(rt::temporary(std::make_unique<Recurrence>(rule)));
 }
 
-CalendarEvent::CalendarEvent(CalendarSession *session, const QString &uid, const QString &recurrenceId, bool isOccurrence)
+CalendarEvent::CalendarEvent(CalendarSession *session, const QString &uid, const QString &recurrenceId,
+                             bool isOccurrence)
     : rt::Object(rt::classNamed(u"ECCalendarEvent"_qs))
     , m_session(session)
     , m_uid(uid)
@@ -46,12 +50,24 @@ CalendarEvent::CalendarEvent(rt::Class *isa, CalendarSession *session, Appointme
     , m_uid(m_draft.uid)
     , m_recurrenceId(m_draft.recurrenceId) {}
 
-bool CalendarEvent::isStored() const { return m_session && m_session->file().find(m_uid, m_recurrenceId); }
+bool CalendarEvent::isStored() const {
+    return m_session && m_session->file().find(m_uid, m_recurrenceId);
+}
 
 Appointment CalendarEvent::stored() const {
     if (!m_session)
         return m_draft;
-    return m_session->file().find(m_uid, m_recurrenceId).value_or(m_draft);
+    Appointment found = m_session->file().find(m_uid, m_recurrenceId).value_or(m_draft);
+    if (m_isOccurrence && m_occurrenceStart.isValid()) {
+        found.start.value = m_occurrenceStart.toTimeZone(zoneOf(found.start));
+        found.end.value = m_occurrenceEnd.toTimeZone(zoneOf(found.end));
+    }
+    return found;
+}
+
+void CalendarEvent::setOccurrenceTimes(const QDateTime &start, const QDateTime &end) {
+    m_occurrenceStart = start;
+    m_occurrenceEnd = end;
 }
 
 Appointment CalendarEvent::appointment() const {
@@ -91,12 +107,24 @@ void CalendarEvent::setOlmUCCapabilities(const QString &text) {
     wasSet();
 }
 
-rt::Value CalendarEvent::startTime() const { return dateValue(appointment().start); }
-rt::Value CalendarEvent::endTime() const { return dateValue(appointment().end); }
-rt::Value CalendarEvent::recurrence() const { return recurrenceValue(appointment().recurrenceRule); }
-rt::Value CalendarEvent::attendeeList() const { return attendeeValues(appointment().attendees); }
-bool CalendarEvent::isOwner() const { return m_session && m_session->isOwner(appointment()); }
-QTimeZone CalendarEvent::timeZone() const { return zoneOf(appointment().start); }
+rt::Value CalendarEvent::startTime() const {
+    return dateValue(appointment().start);
+}
+rt::Value CalendarEvent::endTime() const {
+    return dateValue(appointment().end);
+}
+rt::Value CalendarEvent::recurrence() const {
+    return recurrenceValue(appointment().recurrenceRule);
+}
+rt::Value CalendarEvent::attendeeList() const {
+    return attendeeValues(appointment().attendees);
+}
+bool CalendarEvent::isOwner() const {
+    return m_session && m_session->isOwner(appointment());
+}
+QTimeZone CalendarEvent::timeZone() const {
+    return zoneOf(appointment().start);
+}
 
 EmailAccount *CalendarEvent::account() const {
     if (!m_session)
@@ -123,7 +151,8 @@ rt::Value CalendarEvent::organizer() const {
     const Appointment a = appointment();
     if (a.organizerEmail.isEmpty())
         return {};
-    return rt::fromObject(rt::temporary(std::make_unique<EmailAddress>(Mailbox{a.organizerName, a.organizerEmail})));
+    return rt::fromObject(
+        rt::temporary(std::make_unique<EmailAddress>(Mailbox{a.organizerName, a.organizerEmail})));
 }
 
 rt::Object *CalendarEvent::seriesMasterRecord() const {
@@ -133,7 +162,8 @@ rt::Object *CalendarEvent::seriesMasterRecord() const {
 }
 
 QString CalendarEvent::exportAsICS() const {
-    return m_session ? QString::fromUtf8(m_session->file().itipMessage(m_uid, m_recurrenceId, false)) : QString();
+    return m_session ? QString::fromUtf8(m_session->file().itipMessage(m_uid, m_recurrenceId, false))
+                     : QString();
 }
 
 bool CalendarEvent::deleteEventNow() {
@@ -153,9 +183,10 @@ void CalendarEvent::cancelMeetingInWindow(QWidget *window) {
     Appointment cancelled = appointment();
     cancelled.sequence += 1;
     cancelled.status = u"CANCELLED"_qs;
-    // Only a message that was written is a reason to delete: otherwise the attendees would go on expecting the meeting.
-    const bool told = m_session->store(cancelled) && m_session->sendMessage(cancelled, true)
-        && m_session->remove(m_uid, m_recurrenceId);
+    // Only a message that was written is a reason to delete: otherwise the attendees would go on expecting
+    // the meeting.
+    const bool told = m_session->store(cancelled) && m_session->sendMessage(cancelled, true) &&
+                      m_session->remove(m_uid, m_recurrenceId);
     if (!told && errorPresenter())
         errorPresenter()(window, m_session->lastError());
 }
@@ -163,41 +194,44 @@ void CalendarEvent::cancelMeetingInWindow(QWidget *window) {
 MutableCalendarEvent::MutableCalendarEvent(CalendarSession *session, Appointment appointment)
     : CalendarEvent(rt::classNamed(u"ECMutableCalendarEvent"_qs), session, std::move(appointment)) {}
 
-qint64 MutableCalendarEvent::saveRecord() { return session() && session()->store(m_draft) ? 0 : 1; }
+qint64 MutableCalendarEvent::saveRecord() {
+    return session() && session()->store(m_draft) ? 0 : 1;
+}
 
 namespace {
 
 void defineCalendarEvent(rt::Class *cls) {
-    addMethods(cls, {{"summary", bind<&CalendarEvent::summary>, "@@:"},
-                     {"location", bind<&CalendarEvent::location>, "@@:"},
-                     {"startTime", bind<&CalendarEvent::startTime>, "@@:"},
-                     {"endTime", bind<&CalendarEvent::endTime>, "@@:"},
-                     {"recurrence", bind<&CalendarEvent::recurrence>, "@@:"},
-                     {"body", bind<&CalendarEvent::body>, "@@:"},
-                     {"displayReadyBody", bind<&CalendarEvent::body>, "@@:"},
-                     {"attendeeList", bind<&CalendarEvent::attendeeList>, "@@:"},
-                     {"isOccurrence", bind<&CalendarEvent::isOccurrence>, "B@:"},
-                     {"isModifiedException", bind<&CalendarEvent::isModifiedException>, "B@:"},
-                     {"isOwner", bind<&CalendarEvent::isOwner>, "B@:"},
-                     {"isOrganizer", bind<&CalendarEvent::isOwner>, "B@:"},
-                     {"account", bind<&CalendarEvent::account>, "@@:"},
-                     {"UUID", bind<&CalendarEvent::UUID>, "@@:"},
-                     {"isRecurring", bind<&CalendarEvent::isRecurring>, "B@:"},
-                     {"duration", bind<&CalendarEvent::duration>, "d@:"},
-                     {"recurrenceType", bind<&CalendarEvent::recurrenceType>, "i@:"},
-                     {"timeZone", bind<&CalendarEvent::timeZone>, "@@:"},
-                     {"isMeeting", bind<&CalendarEvent::isMeeting>, "B@:"},
-                     {"organizer", bind<&CalendarEvent::organizer>, "@@:"},
-                     {"seriesMasterRecord", bind<&CalendarEvent::seriesMasterRecord>, "@@:"},
-                     {"exchangeID", bind<&CalendarEvent::exchangeID>, "@@:"},
-                     {"exportAsICS", bind<&CalendarEvent::exportAsICS>, "@@:"},
-                     {"olmOnlineMeetingInternalLink", bind<&CalendarEvent::olmOnlineMeetingInternalLink>, "@@:"},
-                     {"olmUCCapabilities", bind<&CalendarEvent::olmUCCapabilities>, "@@:"},
-                     {"setSummary:", bind<&CalendarEvent::setSummary>, "v@:@"},
-                     {"setLocation:", bind<&CalendarEvent::setLocation>, "v@:@"},
-                     {"setOlmUCCapabilities:", bind<&CalendarEvent::setOlmUCCapabilities>, "v@:@"},
-                     {"deleteEventNow", bind<&CalendarEvent::deleteEventNow>, "B@:"},
-                     {"cancelMeetingInWindow:", bind<&CalendarEvent::cancelMeetingInWindow>, "v@:@"}});
+    addMethods(cls,
+               {{"summary", bind<&CalendarEvent::summary>, "@@:"},
+                {"location", bind<&CalendarEvent::location>, "@@:"},
+                {"startTime", bind<&CalendarEvent::startTime>, "@@:"},
+                {"endTime", bind<&CalendarEvent::endTime>, "@@:"},
+                {"recurrence", bind<&CalendarEvent::recurrence>, "@@:"},
+                {"body", bind<&CalendarEvent::body>, "@@:"},
+                {"displayReadyBody", bind<&CalendarEvent::body>, "@@:"},
+                {"attendeeList", bind<&CalendarEvent::attendeeList>, "@@:"},
+                {"isOccurrence", bind<&CalendarEvent::isOccurrence>, "B@:"},
+                {"isModifiedException", bind<&CalendarEvent::isModifiedException>, "B@:"},
+                {"isOwner", bind<&CalendarEvent::isOwner>, "B@:"},
+                {"isOrganizer", bind<&CalendarEvent::isOwner>, "B@:"},
+                {"account", bind<&CalendarEvent::account>, "@@:"},
+                {"UUID", bind<&CalendarEvent::UUID>, "@@:"},
+                {"isRecurring", bind<&CalendarEvent::isRecurring>, "B@:"},
+                {"duration", bind<&CalendarEvent::duration>, "d@:"},
+                {"recurrenceType", bind<&CalendarEvent::recurrenceType>, "i@:"},
+                {"timeZone", bind<&CalendarEvent::timeZone>, "@@:"},
+                {"isMeeting", bind<&CalendarEvent::isMeeting>, "B@:"},
+                {"organizer", bind<&CalendarEvent::organizer>, "@@:"},
+                {"seriesMasterRecord", bind<&CalendarEvent::seriesMasterRecord>, "@@:"},
+                {"exchangeID", bind<&CalendarEvent::exchangeID>, "@@:"},
+                {"exportAsICS", bind<&CalendarEvent::exportAsICS>, "@@:"},
+                {"olmOnlineMeetingInternalLink", bind<&CalendarEvent::olmOnlineMeetingInternalLink>, "@@:"},
+                {"olmUCCapabilities", bind<&CalendarEvent::olmUCCapabilities>, "@@:"},
+                {"setSummary:", bind<&CalendarEvent::setSummary>, "v@:@"},
+                {"setLocation:", bind<&CalendarEvent::setLocation>, "v@:@"},
+                {"setOlmUCCapabilities:", bind<&CalendarEvent::setOlmUCCapabilities>, "v@:@"},
+                {"deleteEventNow", bind<&CalendarEvent::deleteEventNow>, "B@:"},
+                {"cancelMeetingInWindow:", bind<&CalendarEvent::cancelMeetingInWindow>, "v@:@"}});
 }
 
 } // namespace

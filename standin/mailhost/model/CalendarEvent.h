@@ -39,14 +39,15 @@ private:
 [[nodiscard]] rt::Value attendeeValues(const QList<Attendee> &attendees);
 [[nodiscard]] rt::Value recurrenceValue(const QString &rule); // no value when it does not recur
 
-// A live view on one appointment of the calendar, or on one that is not stored yet. What is set on it is seen through
-// this object at once and stored with the next save of the editor that shows it.
+// A live view on one appointment of the calendar, or on one that is not stored yet. What is set on it is seen
+// through this object at once and stored with the next save of the editor that shows it.
 class CalendarEvent : public rt::Object {
 public:
     // Told of what is set from outside, so that an editor can show it.
     using SetHandler = std::function<void()>;
 
-    CalendarEvent(CalendarSession *session, const QString &uid, const QString &recurrenceId, bool isOccurrence);
+    CalendarEvent(CalendarSession *session, const QString &uid, const QString &recurrenceId,
+                  bool isOccurrence);
     CalendarEvent(CalendarSession *session, Appointment draft);
 
     // The appointment as stored (the draft when it is not), with what was set on this object.
@@ -54,6 +55,8 @@ public:
     [[nodiscard]] Appointment stored() const;
     [[nodiscard]] bool isStored() const;
     [[nodiscard]] CalendarSession *session() const { return m_session; }
+    // When this day of a series is; the series has its own times.
+    void setOccurrenceTimes(const QDateTime &start, const QDateTime &end);
     void setHandler(SetHandler handler) { m_handler = std::move(handler); }
     // Forgets what was set: it has been stored.
     void clearSet();
@@ -72,7 +75,7 @@ public:
     [[nodiscard]] EmailAccount *account() const;
     [[nodiscard]] QString UUID() const { return m_uid; }
     [[nodiscard]] bool isRecurring() const { return !appointment().recurrenceRule.isEmpty(); }
-    [[nodiscard]] double duration() const; // seconds
+    [[nodiscard]] double duration() const;    // seconds
     [[nodiscard]] int recurrenceType() const; // 0 none, 1 daily, 2 weekly, 3 monthly, 4 yearly
     [[nodiscard]] QTimeZone timeZone() const;
     [[nodiscard]] bool isMeeting() const { return !appointment().attendees.isEmpty(); }
@@ -100,6 +103,8 @@ private:
     QString m_uid;
     QString m_recurrenceId;
     bool m_isOccurrence = false;
+    QDateTime m_occurrenceStart;
+    QDateTime m_occurrenceEnd;
     std::optional<QString> m_summary;
     std::optional<QString> m_location;
     std::optional<QString> m_capabilities;

@@ -51,7 +51,8 @@ Mailbox calendarOwner(const QList<Appointment> &appointments) {
     return best.mailbox;
 }
 
-CalendarSession::CalendarSession(std::unique_ptr<CalendarFile> file, const HostOptions &options, QString outbox)
+CalendarSession::CalendarSession(std::unique_ptr<CalendarFile> file, const HostOptions &options,
+                                 QString outbox)
     : m_file(std::move(file))
     , m_options(options)
     , m_outbox(std::move(outbox))

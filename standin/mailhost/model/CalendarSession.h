@@ -8,8 +8,8 @@
 
 namespace mailhost {
 
-// Every change is written to the file at once. When that fails the file is read again, so that the program shows what is
-// on disk, also what another program has written there meanwhile. Main thread only.
+// Every change is written to the file at once. When that fails the file is read again, so that the program
+// shows what is on disk, also what another program has written there meanwhile. Main thread only.
 class CalendarSession : public QObject {
     Q_OBJECT
 public:
@@ -22,10 +22,12 @@ public:
     // Whether the person may change the appointment: it has no organizer, or one of the accounts is.
     [[nodiscard]] bool isOwner(const Appointment &appointment) const;
 
-    // Adds it, or changes the one with the same identifiers. False with a sentence for the user in lastError().
+    // Adds it, or changes the one with the same identifiers. False with a sentence for the user in
+    // lastError().
     bool store(const Appointment &appointment);
     bool remove(const QString &uid, const QString &recurrenceId);
-    // Writes the message to the attendees (a cancellation: that the meeting does not take place) into the outbox.
+    // Writes the message to the attendees (a cancellation: that the meeting does not take place) into the
+    // outbox.
     bool sendMessage(const Appointment &appointment, bool cancellation);
     [[nodiscard]] const QString &lastError() const { return m_lastError; }
     // The path of the last message written.
@@ -45,8 +47,8 @@ private:
     QString m_lastMessage;
 };
 
-// Whose calendar it is: the address that takes part in most of its meetings, as organizer when there is a tie.
-// Without meetings the example person.
+// Whose calendar it is: the address that takes part in most of its meetings, as organizer when there is a
+// tie. Without meetings the example person.
 [[nodiscard]] Mailbox calendarOwner(const QList<Appointment> &appointments);
 
 } // namespace mailhost

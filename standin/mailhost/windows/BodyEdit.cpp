@@ -21,7 +21,8 @@ public:
 protected:
     // A bookmark has no width: erasing goes past it to the character that the person sees.
     void keyPressEvent(QKeyEvent *event) override {
-        const bool back = event->matches(QKeySequence::DeleteStartOfWord) || event->key() == Qt::Key_Backspace;
+        const bool back =
+            event->matches(QKeySequence::DeleteStartOfWord) || event->key() == Qt::Key_Backspace;
         const bool forward = event->key() == Qt::Key_Delete;
         if ((back || forward) && body && !isReadOnly() && !textCursor().hasSelection()) {
             QTextCursor cursor = textCursor();
@@ -41,7 +42,9 @@ protected:
 
 } // namespace
 
-BodyEdit::BodyEdit(BookmarkMangling mangling, QWidget *parent) : QWidget(parent), m_mangling(mangling) {
+BodyEdit::BodyEdit(BookmarkMangling mangling, QWidget *parent)
+    : QWidget(parent)
+    , m_mangling(mangling) {
     auto *edit = new BodyTextEdit;
     m_edit = edit;
     m_edit->setObjectName(controls::bodyEditor);
@@ -65,14 +68,15 @@ BodyEdit::BodyEdit(BookmarkMangling mangling, QWidget *parent) : QWidget(parent)
     setFocusProxy(m_edit);
 }
 
-QToolButton *BodyEdit::addButton(const QString &name, const QString &text, const QString &what, const QKeySequence &keys) {
+QToolButton *BodyEdit::addButton(const QString &name, const QString &text, const QString &what,
+                                 const QKeySequence &keys) {
     auto *button = new QToolButton(m_bar);
     button->setObjectName(name);
     button->setText(text);
     button->setCheckable(true);
     button->setAutoRaise(true);
     button->setAccessibleName(what);
-    button->setToolTip(keys.isEmpty() ? what : what + u" (" + keys.toString(QKeySequence::NativeText) + u')');
+    button->setToolTip(keys.isEmpty() ? what : what + u" ("_qs + keys.toString(QKeySequence::NativeText) + u')');
     button->setShortcut(keys);
     button->setFocusPolicy(Qt::TabFocus);
     button->setFixedSize(28, 26);
@@ -145,21 +149,31 @@ void BodyEdit::showStyle() {
     m_list->setChecked(m_edit->textCursor().currentList() != nullptr);
 }
 
-QString BodyEdit::bodyHtml() const { return m_text->html(); }
+QString BodyEdit::bodyHtml() const {
+    return m_text->html();
+}
 
-void BodyEdit::showBodyHtml(const QString &html) { m_text->setHtml(asHtmlDocument(mangled(html, m_mangling))); }
+void BodyEdit::showBodyHtml(const QString &html) {
+    m_text->setHtml(asHtmlDocument(mangled(html, m_mangling)));
+}
 
-void BodyEdit::load(const QString &html) { m_text->setHtml(asHtmlDocument(html)); }
+void BodyEdit::load(const QString &html) {
+    m_text->setHtml(asHtmlDocument(html));
+}
 
 void BodyEdit::setBodyReadOnly(bool readOnly) {
     m_edit->setReadOnly(readOnly);
     m_bar->setEnabled(!readOnly);
 }
 
-void BodyEdit::focusBody() { m_edit->setFocus(); }
+void BodyEdit::focusBody() {
+    m_edit->setFocus();
+}
 
 ComposeView::ComposeView(BookmarkMangling mangling, QWidget *parent)
-    : BodyEdit(mangling, parent), rt::Object(rt::classNamed(u"ComposeView"_qs)), m_frame(BodyReference(this, this)) {}
+    : BodyEdit(mangling, parent)
+    , rt::Object(rt::classNamed(u"ComposeView"_qs))
+    , m_frame(BodyReference(this, this)) {}
 
 void defineComposeViewClass() {
     addMethods(rt::defineClass(u"ComposeView"_qs, rt::defineClass(u"NSView"_qs)),

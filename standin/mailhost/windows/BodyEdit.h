@@ -19,7 +19,8 @@ public:
 
     // The body as a whole HTML document.
     [[nodiscard]] QString bodyHtml() const override;
-    // As another program's text that replaces the body: counts as a change, and may have its bookmarks mangled.
+    // As another program's text that replaces the body: counts as a change, and may have its bookmarks
+    // mangled.
     void showBodyHtml(const QString &html) override;
     void setBodyReadOnly(bool readOnly) override;
     void focusBody() override;
@@ -32,7 +33,8 @@ Q_SIGNALS:
     void edited();
 
 private:
-    QToolButton *addButton(const QString &name, const QString &text, const QString &what, const QKeySequence &keys);
+    QToolButton *addButton(const QString &name, const QString &text, const QString &what,
+                           const QKeySequence &keys);
     void buildButtons();
     void mergeFormat(const QTextCharFormat &format);
     void toggleList();

@@ -14,7 +14,8 @@ inline const QString todayButton = QStringLiteral("todayButton");
 inline const QString previousWeekButton = QStringLiteral("previousWeekButton");
 inline const QString nextWeekButton = QStringLiteral("nextWeekButton");
 inline const QString weekTitle = QStringLiteral("weekTitle"); // label
-inline const QString weekList = QStringLiteral("weekList"); // tree: a row for each day, the appointments below it
+inline const QString weekList =
+    QStringLiteral("weekList"); // tree: a row for each day, the appointments below it
 
 // Menu actions of the main window (QAction).
 inline const QString openAction = QStringLiteral("openAction");
@@ -47,16 +48,16 @@ inline const QString boldButton = QStringLiteral("boldButton");
 inline const QString italicButton = QStringLiteral("italicButton");
 inline const QString underlineButton = QStringLiteral("underlineButton");
 inline const QString listButton = QStringLiteral("listButton");
-inline const QString sendButton = QStringLiteral("sendButton"); // shown with attendees
+inline const QString sendButton = QStringLiteral("sendButton");                 // shown with attendees
 inline const QString saveAndCloseButton = QStringLiteral("saveAndCloseButton"); // shown without
 inline const QString deleteButton = QStringLiteral("deleteButton");
 inline const QString repeatButton = QStringLiteral("repeatButton");
 inline const QString timeZoneButton = QStringLiteral("timeZoneButton"); // shows and hides the time-zone row
 inline const QString openSeriesButton = QStringLiteral("openSeriesButton"); // shown for one day of a series
-inline const QString noticeBar = QStringLiteral("noticeBar"); // why nothing can be changed
+inline const QString noticeBar = QStringLiteral("noticeBar");               // why nothing can be changed
 
 // Menu actions of the editor (QAction).
-inline const QString saveAction = QStringLiteral("saveAction"); // Ctrl+S
+inline const QString saveAction = QStringLiteral("saveAction");   // Ctrl+S
 inline const QString closeAction = QStringLiteral("closeAction"); // Ctrl+W
 
 // Recurrence sheet.

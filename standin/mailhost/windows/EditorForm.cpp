@@ -89,7 +89,8 @@ void EditorForm::buildTimes() {
     auto *filler = new QWidget;
     filler->setFixedWidth(78);
     m_header->addNarrowRow(labelFor(m_endDate, tr("&Ends:")), {m_endDate, m_endTime, filler});
-    // The row of this label is what tells whether the time zone is showing: its text is known to other programs.
+    // The row of this label is what tells whether the time zone is showing: its text is known to other
+    // programs.
     m_zoneRow = m_header->addNarrowRow(labelFor(m_zone, u"Time zone:"_qs), {m_zone});
     m_zoneRow->setObjectName(controls::timeZoneRow);
     m_zoneRow->hide();
@@ -116,12 +117,13 @@ void EditorForm::show(const Appointment &appointment) {
     m_from->clear();
     for (const auto &account : m_session.accounts().all()) {
         const Mailbox &mailbox = account->mailbox();
-        const QString who = mailbox.name + u" <" + mailbox.email + u'>';
+        const QString who = mailbox.name + u" <"_qs + mailbox.email + u'>';
         m_from->addItem(account->isDelegating() ? tr("%1, on behalf of").arg(who) : who, mailbox.email);
     }
     const EmailAccount *organizer = m_session.accounts().find(appointment.organizerEmail);
     if (!organizer && !appointment.organizerEmail.isEmpty())
-        m_from->addItem(appointment.organizerName + u" <" + appointment.organizerEmail + u'>', appointment.organizerEmail);
+        m_from->addItem(appointment.organizerName + u" <"_qs + appointment.organizerEmail + u'>',
+                        appointment.organizerEmail);
     const QString email = organizer ? organizer->emailAddress() : appointment.organizerEmail;
     m_from->setCurrentIndex(email.isEmpty() ? 0 : std::max(0, m_from->findData(email)));
     m_subject->setText(appointment.summary);
@@ -154,9 +156,10 @@ void EditorForm::showZones() {
         break;
     }
     m_zone->addItem(system, QVariant::fromValue(QTimeZone::systemTimeZone()));
-    for (const char *id : {"America/Los_Angeles", "America/New_York", "America/Sao_Paulo", "Europe/London", "Europe/Berlin",
-                           "Europe/Helsinki", "Africa/Johannesburg", "Asia/Dubai", "Asia/Kolkata", "Asia/Shanghai",
-                           "Asia/Tokyo", "Australia/Sydney", "Pacific/Auckland"}) {
+    for (const char *id :
+         {"America/Los_Angeles", "America/New_York", "America/Sao_Paulo", "Europe/London", "Europe/Berlin",
+          "Europe/Helsinki", "Africa/Johannesburg", "Asia/Dubai", "Asia/Kolkata", "Asia/Shanghai",
+          "Asia/Tokyo", "Australia/Sydney", "Pacific/Auckland"}) {
         const QTimeZone zone{QByteArray(id)};
         if (zone.isValid() && m_zone->findText(QString::fromLatin1(id)) < 0)
             m_zone->addItem(QString::fromLatin1(id), QVariant::fromValue(zone));
@@ -181,10 +184,13 @@ void EditorForm::showTimes() {
     m_lastStart = enteredStart();
 }
 
-QTimeZone EditorForm::chosenZone() const { return m_zone->currentData().value<QTimeZone>(); }
+QTimeZone EditorForm::chosenZone() const {
+    return m_zone->currentData().value<QTimeZone>();
+}
 
 QDateTime EditorForm::enteredStart() const {
-    return localDateTime(m_startDate->date(), m_allDay->isChecked() ? QTime(0, 0) : m_startTime->time(), chosenZone());
+    return localDateTime(m_startDate->date(), m_allDay->isChecked() ? QTime(0, 0) : m_startTime->time(),
+                         chosenZone());
 }
 
 QDateTime EditorForm::enteredEnd() const {
@@ -215,16 +221,16 @@ CalendarTime EditorForm::timeFor(const QDateTime &entered, const CalendarTime &b
     }
     const bool sameZone = m_zone->currentIndex() == 0;
     // To the minute: seconds are not shown and stay while the minute does.
-    if (sameZone && before.kind != CalendarTime::Kind::Date
-        && before.value.toUTC().addSecs(-before.value.time().second()) == entered.toUTC())
+    if (sameZone && before.kind != CalendarTime::Kind::Date &&
+        before.value.toUTC().addSecs(-before.value.time().second()) == entered.toUTC())
         return before;
     if (sameZone && m_shown.start.kind == CalendarTime::Kind::Utc)
         return {CalendarTime::Kind::Utc, entered.toUTC(), {}};
     if (sameZone && m_shown.start.kind == CalendarTime::Kind::Floating)
         return {CalendarTime::Kind::Floating, QDateTime(entered.date(), entered.time()), {}};
     const QString zone = sameZone && m_shown.start.kind == CalendarTime::Kind::Zoned
-        ? m_shown.start.zoneId
-        : QString::fromUtf8(chosenZone().id());
+                             ? m_shown.start.zoneId
+                             : QString::fromUtf8(chosenZone().id());
     return {CalendarTime::Kind::Zoned, entered, zone};
 }
 
@@ -237,13 +243,14 @@ Appointment EditorForm::values() const {
     values.recurrenceRule = m_rule;
     values.start = timeFor(enteredStart(), m_shown.start);
     values.end = timeFor(enteredEnd(), m_shown.end);
-    const bool samePeople = m_attendees->text() == addressText(m_shown.attendees, false)
-        && m_rooms->text() == addressText(m_shown.attendees, true);
+    const bool samePeople = m_attendees->text() == addressText(m_shown.attendees, false) &&
+                            m_rooms->text() == addressText(m_shown.attendees, true);
     if (!samePeople)
-        values.attendees = parseAddresses(m_attendees->text(), false, m_shown.attendees)
-            + parseAddresses(m_rooms->text(), true, m_shown.attendees);
+        values.attendees = parseAddresses(m_attendees->text(), false, m_shown.attendees) +
+                           parseAddresses(m_rooms->text(), true, m_shown.attendees);
     const EmailAccount *account = currentAccount();
-    const bool chosen = account && account->emailAddress().compare(m_shown.organizerEmail, Qt::CaseInsensitive) != 0;
+    const bool chosen =
+        account && account->emailAddress().compare(m_shown.organizerEmail, Qt::CaseInsensitive) != 0;
     if (chosen && !values.attendees.isEmpty()) {
         values.organizerName = account->mailbox().name;
         values.organizerEmail = account->mailbox().email;
@@ -258,11 +265,17 @@ void EditorForm::setRecurrenceRule(const QString &rule) {
     Q_EMIT edited();
 }
 
-void EditorForm::setSummary(const QString &summary) { m_subject->setText(summary); }
+void EditorForm::setSummary(const QString &summary) {
+    m_subject->setText(summary);
+}
 
-void EditorForm::setLocation(const QString &location) { m_location->setText(location); }
+void EditorForm::setLocation(const QString &location) {
+    m_location->setText(location);
+}
 
-EmailAccount *EditorForm::currentAccount() const { return m_session.accounts().find(m_from->currentData().toString()); }
+EmailAccount *EditorForm::currentAccount() const {
+    return m_session.accounts().find(m_from->currentData().toString());
+}
 
 void EditorForm::setEditable(bool editable) {
     for (QLineEdit *field : {m_subject, m_location, m_attendees, m_rooms})
@@ -275,8 +288,12 @@ void EditorForm::setEditable(bool editable) {
     m_endTime->setEnabled(editable && !m_allDay->isChecked());
 }
 
-void EditorForm::setTimeZoneShown(bool shown) { m_zoneRow->setVisible(shown); }
+void EditorForm::setTimeZoneShown(bool shown) {
+    m_zoneRow->setVisible(shown);
+}
 
-bool EditorForm::isTimeZoneShown() const { return !m_zoneRow->isHidden(); }
+bool EditorForm::isTimeZoneShown() const {
+    return !m_zoneRow->isHidden();
+}
 
 } // namespace mailhost

@@ -23,8 +23,8 @@ public:
 
     // Shows the appointment. What is not touched afterwards comes back from values() as it was.
     void show(const Appointment &appointment);
-    // The shown appointment with what the person has entered. Nothing but summary, location, times, people, recurrence
-    // and organizer differs.
+    // The shown appointment with what the person has entered. Nothing but summary, location, times, people,
+    // recurrence and organizer differs.
     [[nodiscard]] Appointment values() const;
     void setRecurrenceRule(const QString &rule);
     void setSummary(const QString &summary);

@@ -19,13 +19,14 @@ const QString &keyPrefix() {
 
 void noteText(QVariantMap &changes, const char *name, const QString &now, const QString &before) {
     if (now != before)
-        changes.insert(keyPrefix() + QString::fromLatin1(name), now.isEmpty() ? rt::nullMarker() : rt::Value(now));
+        changes.insert(keyPrefix() + QString::fromLatin1(name),
+                       now.isEmpty() ? rt::nullMarker() : rt::Value(now));
 }
 
 } // namespace
 
-EditorViewController::EditorViewController(std::unique_ptr<CalendarEvent> event, QWidget *view, EditorForm *form,
-                                           BodyEdit *body, EditorFrame *frame)
+EditorViewController::EditorViewController(std::unique_ptr<CalendarEvent> event, QWidget *view,
+                                           EditorForm *form, BodyEdit *body, EditorFrame *frame)
     : rt::Object(rt::classNamed(u"ERCalendarEventEditorViewController"_qs))
     , m_event(std::move(event))
     , m_view(view)
@@ -36,13 +37,14 @@ EditorViewController::EditorViewController(std::unique_ptr<CalendarEvent> event,
         m_wordEditor = std::make_unique<WordMailEditor>(BodyReference(body, body));
     connect(form, &EditorForm::edited, this, [this] { m_frame->showState(); });
     connect(body, &BodyEdit::edited, this, [this] { m_frame->showState(); });
-    connect(form, &EditorForm::fromChosen, this, [this](QWidget *chooser) {
-        rt::send(this, "fromFieldModified:", rt::fromWidget(chooser));
-    });
+    connect(form, &EditorForm::fromChosen, this,
+            [this](QWidget *chooser) { rt::send(this, "fromFieldModified:", rt::fromWidget(chooser)); });
     showEvent();
 }
 
-EditorViewController::~EditorViewController() { delete m_sheet; }
+EditorViewController::~EditorViewController() {
+    delete m_sheet;
+}
 
 void EditorViewController::showEvent() {
     m_event->setHandler([this] { eventWasSet(); });
@@ -53,7 +55,9 @@ void EditorViewController::showEvent() {
     m_body->setBodyReadOnly(!canEdit());
 }
 
-bool EditorViewController::canEdit() const { return m_event->isOwner() && !m_event->isOccurrence(); }
+bool EditorViewController::canEdit() const {
+    return m_event->isOwner() && !m_event->isOccurrence();
+}
 
 // What is set on the event from outside shows in the fields.
 void EditorViewController::eventWasSet() {
@@ -73,32 +77,36 @@ QVariantMap EditorViewController::uncommittedChanges() const {
     noteText(changes, "summary", now.summary, before.summary);
     noteText(changes, "location", now.location, before.location);
     if (now.start != before.start)
-        changes.insert(keyPrefix() + u"startTime", dateValue(now.start));
+        changes.insert(keyPrefix() + u"startTime"_qs, dateValue(now.start));
     if (now.end != before.end)
-        changes.insert(keyPrefix() + u"endTime", dateValue(now.end));
+        changes.insert(keyPrefix() + u"endTime"_qs, dateValue(now.end));
     if (now.recurrenceRule != before.recurrenceRule)
-        changes.insert(keyPrefix() + u"recurrence",
+        changes.insert(keyPrefix() + u"recurrence"_qs,
                        now.recurrenceRule.isEmpty() ? rt::nullMarker() : recurrenceValue(now.recurrenceRule));
     if (now.attendees != before.attendees)
-        changes.insert(keyPrefix() + u"attendeeList",
+        changes.insert(keyPrefix() + u"attendeeList"_qs,
                        now.attendees.isEmpty() ? rt::nullMarker() : attendeeValues(now.attendees));
     if (!before.organizerEmail.isEmpty() && now.organizerEmail != before.organizerEmail)
-        changes.insert(keyPrefix() + u"organizer", now.organizerEmail);
+        changes.insert(keyPrefix() + u"organizer"_qs, now.organizerEmail);
     if (const QString html = m_body->bodyHtml(); html != asHtmlDocument(before.bodyHtml))
-        changes.insert(keyPrefix() + u"body", html);
+        changes.insert(keyPrefix() + u"body"_qs, html);
     if (m_event->hasSetCapabilities())
         noteText(changes, "olmUCCapabilities", m_event->olmUCCapabilities(), before.ucCapabilities);
     return changes;
 }
 
-bool EditorViewController::isDirty() const { return m_forcedDirty || !uncommittedChanges().isEmpty(); }
+bool EditorViewController::isDirty() const {
+    return m_forcedDirty || !uncommittedChanges().isEmpty();
+}
 
 void EditorViewController::setIsDirty(bool dirty) {
     m_forcedDirty = dirty;
     m_frame->showState();
 }
 
-bool EditorViewController::hasMultipleAccounts() const { return m_event->session()->accounts().all().size() > 1; }
+bool EditorViewController::hasMultipleAccounts() const {
+    return m_event->session()->accounts().all().size() > 1;
+}
 
 bool EditorViewController::isDelegating() const {
     const EmailAccount *account = m_form->currentAccount();
@@ -115,11 +123,17 @@ bool EditorViewController::isOccurrenceOrException() const {
     return m_event->isOccurrence() || m_event->isModifiedException();
 }
 
-QWidget *EditorViewController::locationTextField() const { return m_form->locationField(); }
+QWidget *EditorViewController::locationTextField() const {
+    return m_form->locationField();
+}
 
-void EditorViewController::reloadComposeView() { m_body->load(m_event->stored().bodyHtml); }
+void EditorViewController::reloadComposeView() {
+    m_body->load(m_event->stored().bodyHtml);
+}
 
-void EditorViewController::contentDidChange() { m_frame->showState(); }
+void EditorViewController::contentDidChange() {
+    m_frame->showState();
+}
 
 bool EditorViewController::store(int sequenceStep, const QString &status) {
     Appointment appointment = m_form->values();
@@ -148,11 +162,17 @@ bool EditorViewController::store(int sequenceStep, const QString &status) {
     return true;
 }
 
-bool EditorViewController::save() { return canEdit() && store(0, {}); }
+bool EditorViewController::save() {
+    return canEdit() && store(0, {});
+}
 
-void EditorViewController::saveFrom(rt::Object *) { rt::send(this, "save"); }
+void EditorViewController::saveFrom(rt::Object *) {
+    rt::send(this, "save");
+}
 
-void EditorViewController::saveAndClose(rt::Object *) { rt::send(this, "saveAndCloseWindow:", true); }
+void EditorViewController::saveAndClose(rt::Object *) {
+    rt::send(this, "saveAndCloseWindow:", true);
+}
 
 int EditorViewController::saveAndCloseWindow(bool close) {
     if (!save())
@@ -186,30 +206,39 @@ void EditorViewController::sendCancellation() {
     m_frame->closeFrameLater();
 }
 
-void EditorViewController::fromFieldModified(const rt::Value &) { m_frame->showState(); }
+void EditorViewController::fromFieldModified(const rt::Value &) {
+    m_frame->showState();
+}
 
-void EditorViewController::hostWordMailEditor(rt::Object *editor) { m_attachedWordEditor = rt::Weak<>(editor); }
+void EditorViewController::hostWordMailEditor(rt::Object *editor) {
+    m_attachedWordEditor = rt::Weak<>(editor);
+}
 
 void EditorViewController::attachBodyEditor() {
     if (m_wordEditor)
         rt::send(this, "hostWordMailEditor:", rt::fromObject(m_wordEditor.get()));
 }
 
-void EditorViewController::requestSave() { rt::send(this, "save:", rt::Value()); }
+void EditorViewController::requestSave() {
+    rt::send(this, "save:", rt::Value());
+}
 
-void EditorViewController::requestSaveAndClose() { rt::send(this, "saveAndClose:", rt::Value()); }
+void EditorViewController::requestSaveAndClose() {
+    rt::send(this, "saveAndClose:", rt::Value());
+}
 
 void EditorViewController::requestSend() {
     const Appointment appointment = m_form->values();
     QStringList problems;
     const QStringList incomplete = incompleteAddresses(appointment.attendees);
     if (!incomplete.isEmpty())
-        return m_frame->showError(
-            tr("There is no mail address for %1. Enter it as Name <name@example.com>.").arg(incomplete.join(u", "_qs)));
+        return m_frame->showError(tr("There is no mail address for %1. Enter it as Name <name@example.com>.")
+                                      .arg(incomplete.join(u", "_qs)));
     if (appointment.attendees.isEmpty())
         return m_frame->showError(tr("Nobody is invited yet. Enter who should come, then send."));
     if (appointment.end.value < appointment.start.value)
-        return m_frame->showError(tr("The meeting ends before it starts. Change one of the times, then send."));
+        return m_frame->showError(
+            tr("The meeting ends before it starts. Change one of the times, then send."));
     if (appointment.summary.trimmed().isEmpty())
         problems.append(tr("The meeting has no subject."));
     if (problems.isEmpty() || m_cancelMode) {
@@ -226,21 +255,24 @@ void EditorViewController::openRecurrenceSheet() {
     if (m_sheet || !canEdit())
         return;
     const Appointment appointment = m_form->values();
-    m_sheet = new RecurrenceSheet(appointment.recurrenceRule, appointment.start.value, m_frame->frameWindow());
-    platform::beginSheet(m_sheet, m_frame->frameWindow(), [weak = rt::Weak<EditorViewController>(this)](int result) {
-        EditorViewController *self = weak.get();
-        if (!self || !self->m_sheet)
-            return;
-        rt::send(self, "switchToRecurrenceDidEnd:returnCode:contextInfo:", rt::fromWidget(self->m_sheet), result,
-                 rt::Value());
-        if (weak && self->m_sheet)
-            self->m_sheet->deleteLater();
-        if (weak)
-            self->m_sheet.clear();
-    });
+    m_sheet =
+        new RecurrenceSheet(appointment.recurrenceRule, appointment.start.value, m_frame->frameWindow());
+    platform::beginSheet(
+        m_sheet, m_frame->frameWindow(), [weak = rt::Weak<EditorViewController>(this)](int result) {
+            EditorViewController *self = weak.get();
+            if (!self || !self->m_sheet)
+                return;
+            rt::send(self, "switchToRecurrenceDidEnd:returnCode:contextInfo:", rt::fromWidget(self->m_sheet),
+                     result, rt::Value());
+            if (weak && self->m_sheet)
+                self->m_sheet->deleteLater();
+            if (weak)
+                self->m_sheet.clear();
+        });
 }
 
-void EditorViewController::switchToRecurrenceDidEnd(const rt::Value &sheet, int returnCode, const rt::Value &) {
+void EditorViewController::switchToRecurrenceDidEnd(const rt::Value &sheet, int returnCode,
+                                                    const rt::Value &) {
     const auto *dialog = qobject_cast<RecurrenceSheet *>(rt::widgetValue(sheet));
     if (dialog && returnCode == QDialog::Accepted)
         m_form->setRecurrenceRule(dialog->rule());
@@ -259,35 +291,36 @@ void EditorViewController::switchToSeries() {
 
 void defineEditorViewControllerClass() {
     using C = EditorViewController;
-    addMethods(rt::defineClass(u"ERCalendarEventEditorViewController"_qs),
-               {{"content", bind<&C::content>, "@@:"},
-                {"uncommittedChanges", bind<&C::uncommittedChanges>, "@@:"},
-                {"currentEmailAccount", bind<&C::currentEmailAccount>, "@@:"},
-                {"attendeeList", bind<&C::attendeeList>, "@@:"},
-                {"meetingOrganizer", bind<&C::meetingOrganizer>, "@@:"},
-                {"hasMultipleAccounts", bind<&C::hasMultipleAccounts>, "B@:"},
-                {"isDelegating", bind<&C::isDelegating>, "B@:"},
-                {"isCancelMode", bind<&C::isCancelMode>, "B@:"},
-                {"setIsCancelMode:", bind<&C::setIsCancelMode>, "v@:B"},
-                {"isOccurrenceOrException", bind<&C::isOccurrenceOrException>, "B@:"},
-                {"isDirty", bind<&C::isDirty>, "B@:"},
-                {"setIsDirty:", bind<&C::setIsDirty>, "v@:B"},
-                {"olmUCCapabilities", bind<&C::olmUCCapabilities>, "@@:"},
-                {"setOlmUCCapabilities:", bind<&C::setOlmUCCapabilities>, "v@:@"},
-                {"locationTextField", bind<&C::locationTextField>, "@@:"},
-                {"reloadComposeView", bind<&C::reloadComposeView>, "v@:"},
-                {"contentDidChange", bind<&C::contentDidChange>, "v@:"},
-                {"focusOnBody", bind<&C::focusOnBody>, "v@:"},
-                {"view", bind<&C::view>, "@@:"},
-                {"saveAndClose:", bind<&C::saveAndClose>, "v@:@"},
-                {"saveAndCloseWindow:", bind<&C::saveAndCloseWindow>, "i@:B"},
-                {"save", bind<&C::save>, "B@:"},
-                {"save:", bind<&C::saveFrom>, "v@:@"},
-                {"sendMeetingPostValidate", bind<&C::sendMeetingPostValidate>, "v@:"},
-                {"fromFieldModified:", bind<&C::fromFieldModified>, "v@:@"},
-                {"switchToRecurrenceDidEnd:returnCode:contextInfo:", bind<&C::switchToRecurrenceDidEnd>, "v@:@i^v"},
-                {"saveAndCloseWindow:andReturnError:", bind<&C::saveAndCloseWindowAndReturnError>, "i@:B@"},
-                {"hostWordMailEditor:", bind<&C::hostWordMailEditor>, "v@:@"}});
+    addMethods(
+        rt::defineClass(u"ERCalendarEventEditorViewController"_qs),
+        {{"content", bind<&C::content>, "@@:"},
+         {"uncommittedChanges", bind<&C::uncommittedChanges>, "@@:"},
+         {"currentEmailAccount", bind<&C::currentEmailAccount>, "@@:"},
+         {"attendeeList", bind<&C::attendeeList>, "@@:"},
+         {"meetingOrganizer", bind<&C::meetingOrganizer>, "@@:"},
+         {"hasMultipleAccounts", bind<&C::hasMultipleAccounts>, "B@:"},
+         {"isDelegating", bind<&C::isDelegating>, "B@:"},
+         {"isCancelMode", bind<&C::isCancelMode>, "B@:"},
+         {"setIsCancelMode:", bind<&C::setIsCancelMode>, "v@:B"},
+         {"isOccurrenceOrException", bind<&C::isOccurrenceOrException>, "B@:"},
+         {"isDirty", bind<&C::isDirty>, "B@:"},
+         {"setIsDirty:", bind<&C::setIsDirty>, "v@:B"},
+         {"olmUCCapabilities", bind<&C::olmUCCapabilities>, "@@:"},
+         {"setOlmUCCapabilities:", bind<&C::setOlmUCCapabilities>, "v@:@"},
+         {"locationTextField", bind<&C::locationTextField>, "@@:"},
+         {"reloadComposeView", bind<&C::reloadComposeView>, "v@:"},
+         {"contentDidChange", bind<&C::contentDidChange>, "v@:"},
+         {"focusOnBody", bind<&C::focusOnBody>, "v@:"},
+         {"view", bind<&C::view>, "@@:"},
+         {"saveAndClose:", bind<&C::saveAndClose>, "v@:@"},
+         {"saveAndCloseWindow:", bind<&C::saveAndCloseWindow>, "i@:B"},
+         {"save", bind<&C::save>, "B@:"},
+         {"save:", bind<&C::saveFrom>, "v@:@"},
+         {"sendMeetingPostValidate", bind<&C::sendMeetingPostValidate>, "v@:"},
+         {"fromFieldModified:", bind<&C::fromFieldModified>, "v@:@"},
+         {"switchToRecurrenceDidEnd:returnCode:contextInfo:", bind<&C::switchToRecurrenceDidEnd>, "v@:@i^v"},
+         {"saveAndCloseWindow:andReturnError:", bind<&C::saveAndCloseWindowAndReturnError>, "i@:B@"},
+         {"hostWordMailEditor:", bind<&C::hostWordMailEditor>, "v@:@"}});
 }
 
 } // namespace mailhost

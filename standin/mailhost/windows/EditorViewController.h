@@ -28,8 +28,8 @@ class EditorViewController : public QObject, public rt::Object {
     Q_OBJECT
 public:
     // Takes the event over. The view, the form in it and the body are the window's.
-    EditorViewController(std::unique_ptr<CalendarEvent> event, QWidget *view, EditorForm *form, BodyEdit *body,
-                         EditorFrame *frame);
+    EditorViewController(std::unique_ptr<CalendarEvent> event, QWidget *view, EditorForm *form,
+                         BodyEdit *body, EditorFrame *frame);
     ~EditorViewController() override;
 
     [[nodiscard]] CalendarEvent *content() const { return m_event.get(); }
@@ -83,7 +83,8 @@ private:
     void sendCancellation();
 
     std::unique_ptr<CalendarEvent> m_event;
-    std::vector<std::unique_ptr<CalendarEvent>> m_formerEvents; // still known to others while the window is open
+    std::vector<std::unique_ptr<CalendarEvent>>
+        m_formerEvents; // still known to others while the window is open
     QWidget *m_view;
     EditorForm *m_form;
     BodyEdit *m_body;

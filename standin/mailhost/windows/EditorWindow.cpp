@@ -24,7 +24,8 @@ EditorWindow::EditorWindow(EditorWindowController *controller, std::unique_ptr<C
     const CalendarSession &session = *event->session();
     const bool newer = isNewerGeneration(session.options().hostVersion);
     build(session, newer);
-    m_controller = std::make_unique<EditorViewController>(std::move(event), centralWidget(), m_form, m_body, this);
+    m_controller =
+        std::make_unique<EditorViewController>(std::move(event), centralWidget(), m_form, m_body, this);
     m_seriesResponder = makeSeriesResponder(m_controller.get());
     buildMenu();
     showState();
@@ -110,7 +111,8 @@ void EditorWindow::showState() {
     const bool meeting = m_controller->isMeeting();
     const bool cancelling = m_controller->isCancelMode();
     const Appointment appointment = m_form->values();
-    const QString subject = appointment.summary.trimmed().isEmpty() ? tr("Untitled") : appointment.summary.trimmed();
+    const QString subject =
+        appointment.summary.trimmed().isEmpty() ? tr("Untitled") : appointment.summary.trimmed();
     setWindowTitle(subject + (meeting ? tr(" — Meeting[*]") : tr(" — Appointment[*]")));
     setWindowModified(m_controller->isDirty());
     m_send->setVisible(editable && (meeting || cancelling));
@@ -150,7 +152,8 @@ void EditorWindow::showError(const QString &message) {
 }
 
 void EditorWindow::askBeforeSending(const QStringList &problems, std::function<void()> send) {
-    QMessageBox *box = newMessage(controls::sendQuestion, tr("Send the meeting as it is?"), problems.join(u' '));
+    QMessageBox *box =
+        newMessage(controls::sendQuestion, tr("Send the meeting as it is?"), problems.join(u' '));
     QPushButton *sendAnyway = box->addButton(tr("&Send anyway"), QMessageBox::AcceptRole);
     sendAnyway->setObjectName(controls::sendAnywayButton);
     box->addButton(tr("&Keep editing"), QMessageBox::RejectRole);

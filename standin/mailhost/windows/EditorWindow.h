@@ -65,7 +65,8 @@ private:
 class EditorWindowController : public QObject, public rt::Object {
     Q_OBJECT
 public:
-    // Takes the event over and shows the window. An appointment that is open already gets its window shown instead.
+    // Takes the event over and shows the window. An appointment that is open already gets its window shown
+    // instead.
     static EditorWindowController *showFor(rt::Object *event, bool cancelMode);
     // The open editors, in order of opening.
     static QList<EditorWindowController *> open();

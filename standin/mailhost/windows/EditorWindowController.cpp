@@ -43,13 +43,19 @@ rt::Value showNew(rt::Object *self, const char *selector) {
     return event ? rt::send(self, selector, rt::fromObject(event.release())) : rt::Value();
 }
 
-rt::Value showNewMeeting(rt::Object *self, rt::Selector, rt::Args) { return showNew(self, "showWindowForMeeting:"); }
+rt::Value showNewMeeting(rt::Object *self, rt::Selector, rt::Args) {
+    return showNew(self, "showWindowForMeeting:");
+}
 
-rt::Value showNewEvent(rt::Object *self, rt::Selector, rt::Args) { return showNew(self, "showWindowForEvent:"); }
+rt::Value showNewEvent(rt::Object *self, rt::Selector, rt::Args) {
+    return showNew(self, "showWindowForEvent:");
+}
 
 } // namespace
 
-QList<EditorWindowController *> EditorWindowController::open() { return openControllers(); }
+QList<EditorWindowController *> EditorWindowController::open() {
+    return openControllers();
+}
 
 EditorWindowController *EditorWindowController::showFor(rt::Object *object, bool cancelMode) {
     auto *event = dynamic_cast<CalendarEvent *>(object);
@@ -59,8 +65,8 @@ EditorWindowController *EditorWindowController::showFor(rt::Object *object, bool
     for (EditorWindowController *controller : std::as_const(openControllers())) {
         EditorWindow *window = controller->m_window;
         const CalendarEvent *shown = window ? window->viewController()->content() : nullptr;
-        if (!shown || shown->UUID() != event->UUID() || shown->isOccurrence() != event->isOccurrence()
-            || shown->stored().recurrenceId != event->stored().recurrenceId)
+        if (!shown || shown->UUID() != event->UUID() || shown->isOccurrence() != event->isOccurrence() ||
+            shown->stored().recurrenceId != event->stored().recurrenceId)
             continue;
         controller->m_otherEvents.push_back(std::move(owned));
         window->show();
@@ -93,7 +99,9 @@ rt::Object *EditorWindowController::editorViewController() const {
     return m_window ? m_window->viewController() : nullptr;
 }
 
-QWidget *EditorWindowController::window() const { return m_window; }
+QWidget *EditorWindowController::window() const {
+    return m_window;
+}
 
 void EditorWindowController::close() {
     if (m_window)

@@ -7,7 +7,8 @@
 namespace mailhost {
 
 GridViewController::GridViewController(WeekList *list)
-    : rt::Object(rt::classNamed(u"CCGridViewController"_qs)), m_list(list) {}
+    : rt::Object(rt::classNamed(u"CCGridViewController"_qs))
+    , m_list(list) {}
 
 void GridViewController::setSession(CalendarSession *session) {
     m_session = session;
@@ -18,15 +19,19 @@ std::unique_ptr<CalendarEvent> GridViewController::newEventForSelection() const 
     const std::optional<Occurrence> occurrence = m_list ? m_list->selected() : std::nullopt;
     if (!occurrence || !m_session)
         return nullptr;
-    return std::make_unique<CalendarEvent>(m_session.data(), occurrence->uid, occurrence->recurrenceId,
-                                           occurrence->isOccurrence && !occurrence->isException);
+    const bool oneDay = occurrence->isOccurrence && !occurrence->isException;
+    auto event =
+        std::make_unique<CalendarEvent>(m_session.data(), occurrence->uid, occurrence->recurrenceId, oneDay);
+    if (oneDay)
+        event->setOccurrenceTimes(occurrence->start, occurrence->end);
+    return event;
 }
 
 rt::Object *GridViewController::selectedEvent() {
     std::unique_ptr<CalendarEvent> event = newEventForSelection();
-    const bool same = event && m_event && event->UUID() == m_event->UUID()
-        && event->isOccurrence() == m_event->isOccurrence()
-        && event->stored().recurrenceId == m_event->stored().recurrenceId;
+    const bool same = event && m_event && event->UUID() == m_event->UUID() &&
+                      event->isOccurrence() == m_event->isOccurrence() &&
+                      event->stored().recurrenceId == m_event->stored().recurrenceId;
     if (same)
         return m_event.get();
     if (m_event)
@@ -36,7 +41,8 @@ rt::Object *GridViewController::selectedEvent() {
 }
 
 GridViewWrapper::GridViewWrapper(WeekList *list)
-    : rt::Object(rt::classNamed(u"OLCalendarGridViewWrapper"_qs)), m_controller(list) {}
+    : rt::Object(rt::classNamed(u"OLCalendarGridViewWrapper"_qs))
+    , m_controller(list) {}
 
 bool GridViewWrapper::mayChange(const CalendarEvent *event) const {
     if (!event || !event->session())
@@ -76,8 +82,8 @@ CalendarTime movedTo(const CalendarTime &time, const QDateTime &instant) {
 
 } // namespace
 
-bool GridViewWrapper::dragResizedEvent(rt::Object *object, const rt::Value &, rt::Object *startDate, double seconds,
-                                       const rt::Value &, bool, bool) {
+bool GridViewWrapper::dragResizedEvent(rt::Object *object, const rt::Value &, rt::Object *startDate,
+                                       double seconds, const rt::Value &, bool, bool) {
     auto *event = dynamic_cast<CalendarEvent *>(object);
     const auto *start = dynamic_cast<CalendarDate *>(startDate);
     if (!start || seconds < 0 || !mayChange(event))
@@ -109,9 +115,11 @@ bool GridViewWrapper::subjectChanged(const QString &subject, rt::Object *object,
     return store(event, appointment);
 }
 
-EventTileView::EventTileView() : rt::Object(rt::classNamed(u"CCEventTileView"_qs)) {}
+EventTileView::EventTileView()
+    : rt::Object(rt::classNamed(u"CCEventTileView"_qs)) {}
 
-rt::Object *EventTileView::initWithFrame(const QRectF &frame, rt::Object *, const rt::Value &fillColor, bool isGhost) {
+rt::Object *EventTileView::initWithFrame(const QRectF &frame, rt::Object *, const rt::Value &fillColor,
+                                         bool isGhost) {
     setGeometry(frame.toAlignedRect());
     m_fill = fillColor.value<QColor>();
     m_ghost = isGhost;
@@ -137,7 +145,8 @@ void defineGridClasses() {
                 {"performDragFrom:to:forDate:inProgress:", bind<&GridViewWrapper::performDrag>, "B@:@@@^c"},
                 {"subjectChanged:forEvent:andTileView:", bind<&GridViewWrapper::subjectChanged>, "B@:@@@"}});
     addMethods(rt::defineClass(u"CCEventTileView"_qs, view),
-               {{"initWithFrame:andController:andFillColor:isGhost:", bind<&EventTileView::initWithFrame>, "@@:ffff@@B"}});
+               {{"initWithFrame:andController:andFillColor:isGhost:", bind<&EventTileView::initWithFrame>,
+                 "@@:ffff@@B"}});
 }
 
 } // namespace mailhost

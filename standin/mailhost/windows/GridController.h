@@ -30,11 +30,12 @@ public:
     [[nodiscard]] rt::Object *gridViewController() { return &m_controller; }
     [[nodiscard]] QVariantList gridViewControllers() { return {rt::fromObject(&m_controller)}; }
 
-    // Each changes the stored appointment. False when it may not be changed (another's, or one day of a series) or
-    // cannot be written; the person has been told why.
+    // Each changes the stored appointment. False when it may not be changed (another's, or one day of a
+    // series) or cannot be written; the person has been told why.
     bool dragResizedEvent(rt::Object *event, const rt::Value &tile, rt::Object *startDate, double seconds,
                           const rt::Value &inProgress, bool partialStart, bool partialEnd);
-    bool performDrag(const rt::Value &from, const rt::Value &to, rt::Object *date, const rt::Value &inProgress);
+    bool performDrag(const rt::Value &from, const rt::Value &to, rt::Object *date,
+                     const rt::Value &inProgress);
     bool subjectChanged(const QString &subject, rt::Object *event, const rt::Value &tile);
 
 private:
@@ -48,8 +49,8 @@ class EventTileView : public QWidget, public rt::Object {
     Q_OBJECT
 public:
     EventTileView();
-    [[nodiscard]] rt::Object *initWithFrame(const QRectF &frame, rt::Object *controller, const rt::Value &fillColor,
-                                            bool isGhost);
+    [[nodiscard]] rt::Object *initWithFrame(const QRectF &frame, rt::Object *controller,
+                                            const rt::Value &fillColor, bool isGhost);
 
 protected:
     void paintEvent(QPaintEvent *event) override;

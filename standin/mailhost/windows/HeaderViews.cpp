@@ -18,14 +18,17 @@ constexpr int rowHeight = 30;
 } // namespace
 
 HeaderView::HeaderView(rt::Class *isa, bool newerGeneration)
-    : rt::Object(isa), m_newerGeneration(newerGeneration), m_layout(new QVBoxLayout(this)) {
+    : rt::Object(isa)
+    , m_newerGeneration(newerGeneration)
+    , m_layout(new QVBoxLayout(this)) {
     setObjectName(controls::editorHeader);
     m_layout->setContentsMargins(12, 10, 12, 10);
     m_layout->setSpacing(4);
 }
 
 HeaderView *HeaderView::make(bool newerGeneration, const QRectF &frame) {
-    const QString name = newerGeneration ? u"OLAutoLayoutAttachmentsAcceptingView"_qs : u"OLCalendarHeaderContainerView"_qs;
+    const QString name =
+        newerGeneration ? u"OLAutoLayoutAttachmentsAcceptingView"_qs : u"OLCalendarHeaderContainerView"_qs;
     auto *header = new HeaderView(rt::classNamed(name), newerGeneration);
     rt::send(header, "initWithFrame:", frame);
     return header;
@@ -91,7 +94,8 @@ void HeaderView::paintEvent(QPaintEvent *event) {
 }
 
 AutoLayoutView::AutoLayoutView(QWidget *parent)
-    : QWidget(parent), rt::Object(rt::classNamed(u"OLAutoLayoutView"_qs)) {}
+    : QWidget(parent)
+    , rt::Object(rt::classNamed(u"OLAutoLayoutView"_qs)) {}
 
 // Only an ornament: another program may take this drawing over.
 bool AutoLayoutView::drawRect(const QRectF &) {
@@ -121,7 +125,8 @@ void defineHeaderClasses() {
     addMethods(rt::defineClass(u"OLAutoLayoutAttachmentsAcceptingView"_qs, view),
                {{"initWithFrame:", bind<&HeaderView::initWithFrame>, "@@:ffff"},
                 {"drawRect:", bind<&HeaderView::drawRect>, "B@:ffff"}});
-    addMethods(rt::defineClass(u"OLAutoLayoutView"_qs, view), {{"drawRect:", bind<&AutoLayoutView::drawRect>, "B@:ffff"}});
+    addMethods(rt::defineClass(u"OLAutoLayoutView"_qs, view),
+               {{"drawRect:", bind<&AutoLayoutView::drawRect>, "B@:ffff"}});
 }
 
 } // namespace mailhost

@@ -11,8 +11,9 @@ class QLabel;
 
 namespace mailhost {
 
-// Holds the rows of fields. Each drawing goes through the runtime's "drawRect:". Views that others add are not part of
-// its layout: they find room at the bottom right, where the rows added with addNarrowRow() do not reach.
+// Holds the rows of fields. Each drawing goes through the runtime's "drawRect:". Views that others add are
+// not part of its layout: they find room at the bottom right, where the rows added with addNarrowRow() do not
+// reach.
 class HeaderView : public QWidget, public rt::Object {
     Q_OBJECT
 public:

@@ -14,7 +14,8 @@ namespace {
 class EventViewResponder : public rt::Object {
 public:
     explicit EventViewResponder(EditorViewController *controller)
-        : rt::Object(rt::classNamed(u"OLCalendarEventViewResponder"_qs)), m_controller(controller) {}
+        : rt::Object(rt::classNamed(u"OLCalendarEventViewResponder"_qs))
+        , m_controller(controller) {}
     void switchToRecurringSeries(const rt::Value &) {
         if (m_controller)
             m_controller.get()->switchToSeries();
@@ -37,7 +38,8 @@ QMessageBox *makeMessage(QWidget *parent, const QString &name, const QString &te
 }
 
 void showErrorMessage(QWidget *parent, const QString &message) {
-    QMessageBox *box = makeMessage(parent, controls::errorMessage, QObject::tr("That did not work."), message);
+    QMessageBox *box =
+        makeMessage(parent, controls::errorMessage, QObject::tr("That did not work."), message);
     box->setIcon(QMessageBox::Warning);
     box->addButton(QObject::tr("OK"), QMessageBox::AcceptRole);
     platform::beginSheet(box, parent, [box](int) { box->deleteLater(); });

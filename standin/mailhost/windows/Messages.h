@@ -11,7 +11,8 @@ namespace mailhost {
 class EditorViewController;
 
 // A message box with the parent as its owner, without buttons.
-[[nodiscard]] QMessageBox *makeMessage(QWidget *parent, const QString &name, const QString &text, const QString &detail);
+[[nodiscard]] QMessageBox *makeMessage(QWidget *parent, const QString &name, const QString &text,
+                                       const QString &detail);
 // Shows a message that can only be confirmed; modal for the parent, which may be nullptr, without blocking.
 void showErrorMessage(QWidget *parent, const QString &message);
 

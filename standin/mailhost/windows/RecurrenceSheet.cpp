@@ -122,7 +122,8 @@ void RecurrenceSheet::build() {
 }
 
 void RecurrenceSheet::read() {
-    m_kind->setCurrentIndex(std::max<int>(0, int(frequencies().indexOf(partOf(m_before, u"FREQ"_qs).toUpper()))));
+    m_kind->setCurrentIndex(
+        std::max<int>(0, int(frequencies().indexOf(partOf(m_before, u"FREQ"_qs).toUpper()))));
     m_interval->setValue(std::max(1, partOf(m_before, u"INTERVAL"_qs).toInt()));
     const QDate until = untilDate(partOf(m_before, u"UNTIL"_qs));
     m_count->setValue(partOf(m_before, u"COUNT"_qs).isEmpty() ? 10 : partOf(m_before, u"COUNT"_qs).toInt());

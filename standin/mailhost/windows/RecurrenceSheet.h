@@ -15,8 +15,8 @@ namespace mailhost {
 class RecurrenceSheet : public QDialog {
     Q_OBJECT
 public:
-    // `rule` is an RRULE value, or empty. Parts that the sheet does not show (BYDAY and others) stay in the rule while
-    // the kind of recurrence does.
+    // `rule` is an RRULE value, or empty. Parts that the sheet does not show (BYDAY and others) stay in the
+    // rule while the kind of recurrence does.
     RecurrenceSheet(const QString &rule, const QDateTime &start, QWidget *parent);
     [[nodiscard]] QString rule() const;
 

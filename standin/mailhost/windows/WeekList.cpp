@@ -24,7 +24,8 @@ const QColor &accent() {
 class OccurrenceItem : public QTreeWidgetItem {
 public:
     OccurrenceItem(QTreeWidgetItem *day, Occurrence occurrence)
-        : QTreeWidgetItem(day), m_occurrence(std::move(occurrence)) {}
+        : QTreeWidgetItem(day)
+        , m_occurrence(std::move(occurrence)) {}
     [[nodiscard]] const Occurrence &occurrence() const { return m_occurrence; }
 
 private:
@@ -34,8 +35,9 @@ private:
 QString timeText(const Occurrence &occurrence) {
     if (occurrence.allDay)
         return QObject::tr("All day");
-    const QString end = occurrence.end.date() == occurrence.start.date() ? occurrence.end.toString(u"HH:mm"_qs)
-                                                                         : occurrence.end.toString(u"ddd HH:mm"_qs);
+    const QString end = occurrence.end.date() == occurrence.start.date()
+                            ? occurrence.end.toString(u"HH:mm"_qs)
+                            : occurrence.end.toString(u"ddd HH:mm"_qs);
     return occurrence.start.toString(u"HH:mm"_qs) + u" – "_qs + end;
 }
 
@@ -48,7 +50,8 @@ public:
         return {option.rect.width(), index.parent().isValid() ? 46 : 38};
     }
 
-    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override {
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override {
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         if (index.parent().isValid())
@@ -71,14 +74,16 @@ private:
         painter->drawLine(line.left(), option.rect.bottom(), line.right(), option.rect.bottom());
     }
 
-    static void paintAppointment(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) {
+    static void paintAppointment(QPainter *painter, const QStyleOptionViewItem &option,
+                                 const QModelIndex &index) {
         const auto *item = static_cast<const QTreeWidget *>(option.widget)->itemFromIndex(index);
         const Occurrence &occurrence = static_cast<const OccurrenceItem *>(item)->occurrence();
         const bool selected = option.state.testFlag(QStyle::State_Selected);
         const QRect card = option.rect.adjusted(14, 3, -14, -2);
         QColor fill = accent();
         fill.setAlpha(selected ? 70 : 22);
-        painter->setPen(selected && option.state.testFlag(QStyle::State_HasFocus) ? QPen(accent(), 1.2) : Qt::NoPen);
+        painter->setPen(selected && option.state.testFlag(QStyle::State_HasFocus) ? QPen(accent(), 1.2)
+                                                                                  : Qt::NoPen);
         painter->setBrush(fill);
         painter->drawRoundedRect(card, 5, 5);
         painter->setPen(Qt::NoPen);
@@ -88,11 +93,13 @@ private:
         QColor faint = text;
         faint.setAlpha(160);
         painter->setPen(faint);
-        painter->drawText(QRect(card.left() + 16, card.top(), 118, card.height()), Qt::AlignVCenter, timeText(occurrence));
+        painter->drawText(QRect(card.left() + 16, card.top(), 118, card.height()), Qt::AlignVCenter,
+                          timeText(occurrence));
         const QRect right = card.adjusted(142, 3, -12, -3);
         QFont bold = option.font;
         bold.setWeight(QFont::DemiBold);
-        const QString subject = occurrence.summary.trimmed().isEmpty() ? QObject::tr("Untitled") : occurrence.summary;
+        const QString subject =
+            occurrence.summary.trimmed().isEmpty() ? QObject::tr("Untitled") : occurrence.summary;
         QString location = occurrence.location.simplified();
         QStringList notes;
         if (occurrence.isOccurrence)
@@ -104,8 +111,11 @@ private:
         const QRect words = right.adjusted(0, 0, notes.isEmpty() ? 0 : -210, 0);
         painter->setPen(text);
         painter->setFont(bold);
-        const auto elided = [&](const QString &t) { return painter->fontMetrics().elidedText(t, Qt::ElideRight, words.width()); };
-        painter->drawText(words, Qt::AlignLeft | (location.isEmpty() ? Qt::AlignVCenter : Qt::AlignTop), elided(subject));
+        const auto elided = [&](const QString &t) {
+            return painter->fontMetrics().elidedText(t, Qt::ElideRight, words.width());
+        };
+        painter->drawText(words, Qt::AlignLeft | (location.isEmpty() ? Qt::AlignVCenter : Qt::AlignTop),
+                          elided(subject));
         painter->setFont(option.font);
         painter->setPen(faint);
         painter->drawText(words, Qt::AlignLeft | Qt::AlignBottom, elided(location));
@@ -114,9 +124,12 @@ private:
 
 } // namespace
 
-QDate mondayOf(const QDate &day) { return day.addDays(1 - day.dayOfWeek()); }
+QDate mondayOf(const QDate &day) {
+    return day.addDays(1 - day.dayOfWeek());
+}
 
-WeekList::WeekList(QWidget *parent) : QTreeWidget(parent) {
+WeekList::WeekList(QWidget *parent)
+    : QTreeWidget(parent) {
     setObjectName(controls::weekList);
     setAccessibleName(tr("Appointments of the week"));
     setColumnCount(1);
@@ -153,7 +166,8 @@ void WeekList::addRow(QTreeWidgetItem *day, const Occurrence &occurrence) {
     auto *item = new OccurrenceItem(day, occurrence);
     item->setData(0, dayRole, day->data(0, dayRole));
     // What a screen reader says; the delegate draws the parts.
-    item->setData(0, Qt::AccessibleTextRole, timeText(occurrence) + u", " + occurrence.summary + u", " + occurrence.location);
+    item->setData(0, Qt::AccessibleTextRole,
+                  timeText(occurrence) + u", "_qs + occurrence.summary + u", "_qs + occurrence.location);
     item->setToolTip(0, occurrence.location);
 }
 
@@ -161,13 +175,15 @@ void WeekList::show(const CalendarSession &session, const QDate &day, const QDat
     const std::optional<Occurrence> before = selected();
     clear();
     const QDate monday = mondayOf(day);
-    const QList<Occurrence> all = session.file().occurrences(monday.startOfDay(), monday.addDays(7).startOfDay());
+    const QList<Occurrence> all =
+        session.file().occurrences(monday.startOfDay(), monday.addDays(7).startOfDay());
     for (int i = 0; i < 7; ++i) {
         const QDate date = monday.addDays(i);
         QList<Occurrence> rows;
         for (const Occurrence &occurrence : all) {
             const QDate first = std::max(occurrence.start.date(), monday);
-            const bool lasts = occurrence.start < date.addDays(1).startOfDay() && occurrence.end > date.startOfDay();
+            const bool lasts =
+                occurrence.start < date.addDays(1).startOfDay() && occurrence.end > date.startOfDay();
             if (occurrence.allDay ? lasts : first == date)
                 rows.append(occurrence);
         }
@@ -200,7 +216,9 @@ bool WeekList::select(const QString &uid) {
     return false;
 }
 
-QDate WeekList::selectedDay() const { return currentItem() ? currentItem()->data(0, dayRole).toDate() : QDate(); }
+QDate WeekList::selectedDay() const {
+    return currentItem() ? currentItem()->data(0, dayRole).toDate() : QDate();
+}
 
 void WeekList::keyPressEvent(QKeyEvent *event) {
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && selected())

@@ -1,0 +1,211 @@
+#include "standin/mailhost/windows/HostApplication.h"
+
+#include "platform/runtime/Loading.h"
+#include "platform/services/Services.h"
+#include "platform/toolkit/Windows.h"
+#include "standin/mailhost/model/Bind.h"
+#include "standin/mailhost/model/HostContext.h"
+#include "standin/mailhost/store/SampleCalendar.h"
+#include "standin/mailhost/windows/Messages.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+namespace mailhost {
+
+namespace {
+
+bool writeFile(const QString &path, const QByteArray &bytes, QString *error) {
+    QDir().mkpath(QFileInfo(path).path());
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+        return true;
+    *error = QObject::tr("%1 cannot be written: %2").arg(path, file.errorString());
+    return false;
+}
+
+QByteArray bundleInformation(const QString &version) {
+    return QStringLiteral(R"(<?xml version="1.0" encoding="UTF-8"?>
+<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
+<plist version="1.0">
+<dict>
+	<key>CFBundleIdentifier</key>
+	<string>com.microsoft.Outlook</string>
+	<key>CFBundleExecutable</key>
+	<string>parlo-host</string>
+	<key>CFBundleShortVersionString</key>
+	<string>%1</string>
+	<key>CFBundleVersion</key>
+	<string>%1</string>
+</dict>
+</plist>
+)")
+        .arg(version.toHtmlEscaped())
+        .toUtf8();
+}
+
+} // namespace
+
+HostApplication::HostApplication(HostOptions options)
+    : m_options(std::move(options)) {
+    if (!m_options.today.isValid())
+        m_options.today = QDate::currentDate();
+}
+
+HostApplication::~HostApplication() {
+    for (EditorWindowController *controller : EditorWindowController::open())
+        delete controller;
+    HostContext::instance() = {};
+    platform::setApplicationDelegate(nullptr);
+}
+
+void HostApplication::defineClasses() {
+    defineDateClass();
+    defineAccountClasses();
+    defineEventClasses();
+    defineBodyClasses();
+    defineComposeViewClass();
+    defineHeaderClasses();
+    defineEditorViewControllerClass();
+    defineEditorWindowClasses();
+    defineResponderClass();
+    defineGridClasses();
+    defineMainWindowClasses();
+}
+
+bool HostApplication::installBundle(QString *error) const {
+    const QString root = qEnvironmentVariable("PARLO_ROOT");
+    if (root.isEmpty())
+        return true;
+    const QString path = root + u"/Applications/Parlo Host.app/Contents/Info.plist"_qs;
+    const QByteArray information = bundleInformation(m_options.hostVersion);
+    QFile existing(path);
+    if (existing.open(QIODevice::ReadOnly) && existing.readAll() == information)
+        return true;
+    return writeFile(path, information, error);
+}
+
+void HostApplication::installDesktopServices() const {
+    platform::DesktopOptions desktop;
+    desktop.bundleIdentifier = u"com.microsoft.Outlook"_qs;
+    desktop.documentsFolder = m_options.documentsFolder;
+    desktop.defaultsFolder = m_options.defaultsFolder;
+    platform::setServices(platform::makeDesktopServices(desktop));
+}
+
+void HostApplication::start() {
+    defineClasses();
+    m_delegate = std::make_unique<AppDelegate>();
+    platform::setApplicationDelegate(m_delegate.get());
+    m_mainWindow = std::make_unique<MainWindowController>(m_options.today);
+    HostContext::instance().startOfNew = [this] { return m_mainWindow->startOfNew(); };
+}
+
+QString HostApplication::dataFolder() const {
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+}
+
+QString HostApplication::sampleFile(QString *error) const {
+    const QString path = dataFolder() + u"/Sample calendar.ics"_qs;
+    if (QFile::exists(path) || writeFile(path, sampleCalendar(m_options.today), error))
+        return path;
+    return {};
+}
+
+bool HostApplication::openCalendar(QString *error) {
+    const QString path = m_options.calendarPath.isEmpty() ? sampleFile(error) : m_options.calendarPath;
+    if (path.isEmpty())
+        return false;
+    std::unique_ptr<CalendarFile> file = CalendarFile::open(path, error);
+    if (!file)
+        return false;
+    const QString outbox = m_options.outbox.isEmpty() ? dataFolder() + u"/Outbox"_qs : m_options.outbox;
+    auto session = std::make_unique<CalendarSession>(std::move(file), m_options, outbox);
+    m_mainWindow->setSession(session.get());
+    m_session = std::move(session);
+    HostContext::instance().session = m_session.get();
+    return true;
+}
+
+void HostApplication::show() {
+    m_mainWindow->window()->show();
+    m_mainWindow->window()->activateWindow();
+}
+
+bool HostApplication::loadPlugin(QString *error) const {
+    if (m_options.noPlugin)
+        return true;
+    if (!m_options.pluginPath.isEmpty())
+        return rt::loadImage(m_options.pluginPath, error);
+    const QString file = u"ParloMeetings.so"_qs;
+    const QStringList places{QCoreApplication::applicationDirPath() + u"/../lib/"_qs,
+                             qEnvironmentVariable("PARLO_ROOT") +
+                                 u"/Users/Shared/ParloMeetingsOutlookPlugin/"_qs};
+    for (const QString &place : places)
+        if (QFile::exists(place + file))
+            return rt::loadImage(place + file, error);
+    *error = QObject::tr("The plug-in is not installed. Name it with --plugin, or start with --no-plugin.");
+    return false;
+}
+
+EditorWindowController *HostApplication::openEditorFor(const QString &uid, const QString &recurrenceId) {
+    return dynamic_cast<EditorWindowController *>(m_mainWindow->openAppointment(uid, recurrenceId));
+}
+
+EditorWindowController *HostApplication::openNewMeeting() {
+    m_mainWindow->newMeeting();
+    return EditorWindowController::open().isEmpty() ? nullptr : EditorWindowController::open().last();
+}
+
+EditorWindowController *HostApplication::openNewAppointment() {
+    m_mainWindow->newAppointment();
+    return EditorWindowController::open().isEmpty() ? nullptr : EditorWindowController::open().last();
+}
+
+std::optional<HostOptions> parseArguments(const QStringList &arguments, QString *error, QString *help) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QObject::tr("A mail and calendar program."));
+    const QCommandLineOption version(u"host-version"_qs, QObject::tr("Generation: 14.1.4, 15.8, 15.9 or 16."),
+                                     u"version"_qs, u"16"_qs);
+    const QCommandLineOption noPlugin(u"no-plugin"_qs, QObject::tr("Start without the plug-in."));
+    const QCommandLineOption plugin(u"plugin"_qs, QObject::tr("The plug-in's library."), u"path"_qs);
+    const QCommandLineOption documents(u"documents"_qs, QObject::tr("Folder that serves as Documents."),
+                                       u"folder"_qs);
+    const QCommandLineOption defaults(u"defaults"_qs, QObject::tr("Folder of the stored defaults."),
+                                      u"folder"_qs);
+    const QCommandLineOption outbox(u"outbox"_qs, QObject::tr("Folder that messages are written to."),
+                                    u"folder"_qs);
+    parser.addOptions({version, noPlugin, plugin, documents, defaults, outbox});
+    const QCommandLineOption helpOption = parser.addHelpOption();
+    parser.addPositionalArgument(u"calendar.ics"_qs, QObject::tr("The calendar to open."),
+                                 u"[calendar.ics]"_qs);
+    if (!parser.parse(arguments)) {
+        *error = parser.errorText();
+        return std::nullopt;
+    }
+    if (parser.isSet(helpOption))
+        *help = parser.helpText();
+    static const QStringList versions{u"14.1.4"_qs, u"15.8"_qs, u"15.9"_qs, u"16"_qs};
+    HostOptions options;
+    options.hostVersion = parser.value(version);
+    if (!versions.contains(options.hostVersion)) {
+        *error = QObject::tr("There is no generation %1. Choose one of %2.")
+                     .arg(options.hostVersion, versions.join(u", "_qs));
+        return std::nullopt;
+    }
+    if (parser.positionalArguments().size() > 1) {
+        *error = QObject::tr("Only one calendar can be opened.");
+        return std::nullopt;
+    }
+    options.noPlugin = parser.isSet(noPlugin);
+    options.pluginPath = parser.value(plugin);
+    options.documentsFolder = parser.value(documents);
+    options.defaultsFolder = parser.value(defaults);
+    options.outbox = parser.value(outbox);
+    options.calendarPath = parser.positionalArguments().value(0);
+    return options;
+}
+
+} // namespace mailhost

@@ -1,0 +1,59 @@
+// The whole program, as an object that main() or a test drives.
+#pragma once
+
+#include "standin/mailhost/model/HostOptions.h"
+#include "standin/mailhost/windows/EditorWindow.h"
+#include "standin/mailhost/windows/MainWindow.h"
+
+namespace mailhost {
+
+// Needs a QApplication and filled services (installDesktopServices() or a test's own) before start(). One at
+// a time. Closing and deleting it closes its windows.
+class HostApplication {
+public:
+    explicit HostApplication(HostOptions options);
+    ~HostApplication();
+    HostApplication(const HostApplication &) = delete;
+    HostApplication &operator=(const HostApplication &) = delete;
+
+    // Defines the classes of the host's object model; once is enough, again does nothing.
+    static void defineClasses();
+    // Below the root folder ($PARLO_ROOT) there is then this program's bundle with the chosen version. False
+    // with a sentence in `error` when it cannot be written. Without a root folder nothing is written.
+    bool installBundle(QString *error) const;
+    // Fills the platform's services with the desktop's.
+    void installDesktopServices() const;
+
+    // Makes the main window (not shown) and the application delegate.
+    void start();
+    // Opens the calendar of the options, or the sample calendar from the program's data folder. False with a
+    // sentence in `error`; what was open stays open.
+    bool openCalendar(QString *error);
+    void show();
+    // Opens the plug-in library. True when there is none to load. After start().
+    bool loadPlugin(QString *error) const;
+
+    [[nodiscard]] const HostOptions &options() const { return m_options; }
+    [[nodiscard]] CalendarSession *session() const { return m_session.get(); }
+    [[nodiscard]] MainWindowController *mainWindowController() const { return m_mainWindow.get(); }
+    // The editor of the appointment, opened as the person opens it; nullptr when there is no such
+    // appointment.
+    EditorWindowController *openEditorFor(const QString &uid, const QString &recurrenceId = QString());
+    EditorWindowController *openNewMeeting();
+    EditorWindowController *openNewAppointment();
+
+private:
+    QString dataFolder() const;
+    QString sampleFile(QString *error) const;
+
+    HostOptions m_options;
+    std::unique_ptr<AppDelegate> m_delegate;
+    std::unique_ptr<CalendarSession> m_session;
+    std::unique_ptr<MainWindowController> m_mainWindow;
+};
+
+// The options of a command line. On a mistake a null optional, with a sentence in `error`; `help` gets the
+// usage text when that is asked for.
+std::optional<HostOptions> parseArguments(const QStringList &arguments, QString *error, QString *help);
+
+} // namespace mailhost

@@ -1,0 +1,205 @@
+#include "standin/mailhost/store/TextValue.h"
+#include "tests/mailhoststore/StoreFixture.h"
+
+#include <functional>
+
+using namespace mailhost;
+
+namespace {
+
+const QString numbersUid = QStringLiteral("numbers@example");
+
+struct FieldChange {
+    const char *what;
+    std::function<void(Appointment &)> change;
+    QStringList lines; // without DTSTAMP and LAST-MODIFIED
+};
+
+QStringList both(const char *name) {
+    return {u'+' + QString::fromLatin1(name), u'-' + QString::fromLatin1(name)};
+}
+
+class ChangesTest : public StoreTest {
+protected:
+    Appointment appointment(const QString &uid) {
+        auto file = CalendarFile::open(path(), nullptr);
+        return file->find(uid).value_or(Appointment());
+    }
+};
+
+} // namespace
+
+TEST_F(ChangesTest, EachFieldChangesItsOwnLinesOnlyAndIsReadBack) {
+    const QList<FieldChange> changes = {
+        {"summary", [](Appointment &a) { a.summary = QStringLiteral("x"); }, both("SUMMARY")},
+        {"no summary", [](Appointment &a) { a.summary = QString(); }, {QStringLiteral("-SUMMARY")}},
+        {"empty location", [](Appointment &a) { a.location = QStringLiteral(""); }, both("LOCATION")},
+        {"start", [](Appointment &a) { a.start.value = a.start.value.addSecs(-1800); }, both("DTSTART")},
+        {"end", [](Appointment &a) { a.end.value = a.end.value.addSecs(1800); }, both("DTEND")},
+        {"rule", [](Appointment &a) { a.recurrenceRule = QStringLiteral("FREQ=DAILY;COUNT=3"); },
+         {QStringLiteral("+RRULE")}},
+        {"organizer", [](Appointment &a) { a.organizerName = QStringLiteral("Ada \"E\" Example"); }, both("ORGANIZER")},
+        {"no organizer", [](Appointment &a) { a.organizerName = a.organizerEmail = QString(); },
+         {QStringLiteral("-ORGANIZER")}},
+        {"attendee gone", [](Appointment &a) { a.attendees.removeAt(1); }, {QStringLiteral("-ATTENDEE")}},
+        {"attendee new",
+         [](Appointment &a) { a.attendees.insert(1, {QStringLiteral("Mei, V."), QStringLiteral("mei@x.example"), {}}); },
+         {QStringLiteral("+ATTENDEE")}},
+        {"attendee optional", [](Appointment &a) { a.attendees[0].type = AttendeeType::Optional; }, both("ATTENDEE")},
+        {"record", [](Appointment &a) { a.ucCapabilities = QStringLiteral("{\"a\": \" \r\n\\n,;  \"}\n"); },
+         {QStringLiteral("+X-PARLO-UC-CAPABILITIES")}},
+        {"empty record", [](Appointment &a) { a.ucCapabilities = QStringLiteral(""); },
+         {QStringLiteral("+X-PARLO-UC-CAPABILITIES")}},
+        {"status", [](Appointment &a) { a.status = QStringLiteral("TENTATIVE"); }, {QStringLiteral("+STATUS")}},
+        {"sequence", [](Appointment &a) { a.sequence = 4; }, both("SEQUENCE")},
+        {"body", [](Appointment &a) { a.bodyHtml = QStringLiteral("<p>a  b</p>\r\n<p>c,d;\\n</p> "); },
+         QStringList{QStringLiteral("+STYLED-DESCRIPTION")} + both("X-ALT-DESC") + both("DESCRIPTION")},
+        {"no body", [](Appointment &a) { a.bodyHtml = QString(); },
+         {QStringLiteral("-X-ALT-DESC"), QStringLiteral("-DESCRIPTION")}},
+    };
+    const QByteArray before = fixture(QStringLiteral("windows_zones.ics"));
+    for (const FieldChange &change : changes) {
+        SCOPED_TRACE(change.what);
+        auto file = opened(before);
+        Appointment wanted = *file->find(numbersUid);
+        change.change(wanted);
+        ASSERT_TRUE(file->update(wanted));
+        QStringList expected = change.lines + both("DTSTAMP") + both("LAST-MODIFIED");
+        expected.sort();
+        EXPECT_EQ(changedNames(before, saved(*file)), expected);
+
+        const Appointment read = appointment(numbersUid);
+        EXPECT_TRUE(sameText(read.summary, wanted.summary));
+        EXPECT_TRUE(sameText(read.location, wanted.location));
+        EXPECT_TRUE(sameText(read.bodyHtml, wanted.bodyHtml)) << qPrintable(read.bodyHtml);
+        EXPECT_TRUE(sameText(read.ucCapabilities, wanted.ucCapabilities));
+        EXPECT_EQ(read.start, wanted.start);
+        EXPECT_EQ(read.end, wanted.end);
+        EXPECT_EQ(read.recurrenceRule, wanted.recurrenceRule);
+        EXPECT_EQ(read.organizerName, wanted.organizerName);
+        EXPECT_EQ(read.attendees, wanted.attendees);
+        EXPECT_EQ(read.status, wanted.status);
+        EXPECT_EQ(read.sequence, wanted.sequence);
+    }
+}
+
+TEST_F(ChangesTest, AttendeesAreReadWithTheirKindAndKeepUnknownParameters) {
+    auto file = opened(fixture(QStringLiteral("windows_zones.ics")));
+    Appointment changed = *file->find(numbersUid);
+    const QList<Attendee> expected = {
+        {QStringLiteral("Sample, Grace"), QStringLiteral("grace@parlo.example"), AttendeeType::Required},
+        {QStringLiteral("Tomás Muster"), QStringLiteral("tomas@parlo.example"), AttendeeType::Optional},
+        {QStringLiteral("Room 'Süd'"), QStringLiteral("room.sued@parlo.example"), AttendeeType::Resource}};
+    EXPECT_EQ(changed.attendees, expected);
+    changed.attendees[0].name = QStringLiteral("Grace");
+    ASSERT_TRUE(file->update(changed));
+    EXPECT_TRUE(saved(*file).contains("ATTENDEE;CN=Grace;RSVP=TRUE;X-EXAMPLE-ROW=\"7:a;b\":mailto:grace@parlo.example"));
+}
+
+TEST_F(ChangesTest, TheBodyIsTakenFromTheBestOfItsForms) {
+    auto file = opened(fixture(QStringLiteral("styled.ics")));
+    const auto body = [&](const char *uid) { return file->find(QString::fromLatin1(uid))->bodyHtml; };
+    EXPECT_EQ(body("styled"), QStringLiteral("<p>Styled</p>"));
+    EXPECT_EQ(body("alternative"), QStringLiteral("<p>Only   the\nalternative</p>"));
+    EXPECT_EQ(body("data-address"), QStringLiteral("<p>In the address</p>"));
+    EXPECT_EQ(body("plain"), QStringLiteral("<html><body>1 &lt; 2 &amp; more<br>&nbsp;&nbsp;two blanks</body></html>"));
+    EXPECT_TRUE(body("nothing").isNull());
+}
+
+TEST_F(ChangesTest, AWrittenBodyReplacesAllItsFormsAndNoOther) {
+    auto file = opened(fixture(QStringLiteral("styled.ics")));
+    for (const char *uid : {"styled", "data-address", "nothing"}) {
+        Appointment changed = *file->find(QString::fromLatin1(uid));
+        changed.bodyHtml = QStringLiteral("<p>New &amp; short</p>");
+        ASSERT_TRUE(file->update(changed));
+    }
+    QByteArray text = saved(*file);
+    text.replace("\r\n ", "");
+    EXPECT_EQ(text.count("STYLED-DESCRIPTION;VALUE=URI:https://parlo.example/agenda\r\n"), 1);
+    EXPECT_EQ(text.count("FMTTYPE=text/markdown:*Styled*\r\n"), 1);
+    EXPECT_EQ(text.count(":<p>New &amp\\; short</p>\r\n"), 6);
+    EXPECT_EQ(text.count(":New & short\r\n"), 3);
+    EXPECT_FALSE(text.contains("Older twin"));
+    EXPECT_TRUE(text.contains("data:text/html,%3Cp%3ENew%20%26amp%3B%20short%3C%2Fp%3E"));
+    EXPECT_EQ(appointment(QStringLiteral("data-address")).bodyHtml, QStringLiteral("<p>New &amp; short</p>"));
+}
+
+TEST_F(ChangesTest, TheRecordComesBackToTheLetter) {
+    const QList<QString> records = {
+        QStringLiteral("{\"meetingKey\":\"1\",\"joinUrl\":\"https://parlo.example/j?a=1,2;b\"}"),
+        QStringLiteral(" \t leading and trailing \r\n "),
+        QString::fromUtf16(u"\0nul\0", 5),
+        QString::fromUcs4(U"\u20AC \U0001F600 \u2028"),
+        QStringLiteral("lone ") + QChar(0xD800) + QStringLiteral(" surrogate"),
+        QStringLiteral("x").repeated(5000)};
+    for (const QString &record : records) {
+        auto file = openedEvent("DTSTART:20250312T100000Z");
+        Appointment changed = *file->find(QStringLiteral("one"));
+        changed.ucCapabilities = record;
+        ASSERT_TRUE(file->update(changed));
+        (void)saved(*file);
+        EXPECT_EQ(appointment(QStringLiteral("one")).ucCapabilities, record);
+    }
+}
+
+TEST_F(ChangesTest, ARecordThatAnotherProgramWroteAsTextIsRead) {
+    auto file = opened(fixture(QStringLiteral("styled.ics")));
+    EXPECT_EQ(file->find(QStringLiteral("plain"))->ucCapabilities,
+              QStringLiteral("{\"meetingKey\":\"7\",\"encodeMailBody\":\"x\\ny\","
+                             "\"joinUrl\":\"https:\\/\\/parlo.example\\/j?a=1;b\"}"));
+    EXPECT_EQ(file->find(QStringLiteral("nothing"))->ucCapabilities,
+              QStringLiteral("{\"meetingKey\":\"8\",\"joinUrl\":\"https://parlo.example\"}"));
+    EXPECT_TRUE(file->find(QStringLiteral("styled"))->ucCapabilities.isNull());
+}
+
+TEST_F(ChangesTest, TextsKeepTheirLineEndsAndBlanks) {
+    for (const char *text : {"a\r\nb\r\n", "a\nb\n", "\r", "a\rb\nc\r\n\r\n", "  both ends  ", "\\n \\, \\; \\\\", "tab\there"}) {
+        auto file = openedEvent("DTSTART:20250312T100000Z");
+        Appointment changed = *file->find(QStringLiteral("one"));
+        changed.location = changed.bodyHtml = QString::fromLatin1(text);
+        ASSERT_TRUE(file->update(changed));
+        (void)saved(*file);
+        EXPECT_EQ(appointment(QStringLiteral("one")).location, changed.location);
+        EXPECT_EQ(appointment(QStringLiteral("one")).bodyHtml, changed.bodyHtml);
+    }
+}
+
+TEST_F(ChangesTest, NoTextOfAnAppointmentCanAddALineToTheFile) {
+    const QString evil = QStringLiteral("x\r\nATTACH:evil\nEND:VEVENT\r:\";,");
+    auto file = openedEvent("DTSTART:20250312T100000Z");
+    Appointment changed = *file->find(QStringLiteral("one"));
+    changed.summary = changed.location = changed.organizerName = changed.organizerEmail = evil;
+    changed.recurrenceRule = changed.status = changed.start.zoneId = evil;
+    changed.attendees = {{evil, evil, AttendeeType::Required}};
+    ASSERT_TRUE(file->update(changed));
+    const QByteArray text = saved(*file);
+    EXPECT_FALSE(text.contains("\nATTACH"));
+    EXPECT_EQ(text.count("\nEND:VEVENT"), 1);
+    ASSERT_TRUE(CalendarFile::open(path(), nullptr));
+    EXPECT_EQ(appointment(QStringLiteral("one")).summary, evil);
+}
+
+TEST_F(ChangesTest, AddedAndRemovedAppointmentsLeaveTheOthersAlone) {
+    const QByteArray before = fixture(QStringLiteral("series.ics"));
+    auto file = opened(before);
+    Appointment added;
+    added.summary = QStringLiteral("New");
+    const QString uid = file->add(added);
+    EXPECT_FALSE(uid.isEmpty());
+    EXPECT_EQ(file->find(uid)->summary, added.summary);
+    EXPECT_TRUE(file->find(uid)->location.isNull());
+    ASSERT_TRUE(file->remove(uid));
+    EXPECT_EQ(saved(*file), before);
+    EXPECT_FALSE(file->remove(uid));
+    EXPECT_FALSE(file->update(added));
+}
+
+TEST_F(ChangesTest, ARemovedSeriesTakesItsChangedDaysAlongAndARemovedDayStaysAway) {
+    auto file = opened(fixture(QStringLiteral("series.ics")));
+    const QDateTime day(QDate(2025, 4, 2), QTime(0, 0));
+    ASSERT_EQ(file->occurrences(day, day.addDays(1)).size(), 1);
+    ASSERT_TRUE(file->remove(QStringLiteral("weekly"), QStringLiteral("20250402T070000Z")));
+    EXPECT_TRUE(file->occurrences(day, day.addDays(1)).isEmpty());
+    ASSERT_TRUE(file->remove(QStringLiteral("weekly")));
+    EXPECT_EQ(file->appointments().size(), 1);
+}

@@ -1,0 +1,218 @@
+#include "plugin/ui/controls/vlKeyUpTextField.h"
+#include "plugin/ui/controls/vlPopupButton.h"
+#include "plugin/ui/controls/vlPopupToolbarView.h"
+#include "plugin/ui/controls/vlSettingsButton.h"
+#include "tests/ui/UiFixture.h"
+
+#include <QAccessible>
+#include <QMenu>
+#include <QtTest/QTest>
+
+namespace {
+
+constexpr int buttonWidth = 168;
+constexpr int buttonHeight = 60;
+constexpr int imageSide = 16; // of the doubles' images
+constexpr QRect imageArea((buttonWidth - imageSide) / 2, 10, imageSide, imageSide);
+
+QImage picture(QWidget &widget) {
+    QImage image(widget.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    widget.render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
+    return image;
+}
+
+// The smallest rectangle that holds every pixel that is not white.
+QRect inkOf(const QImage &image, const QRect &within) {
+    QRect ink;
+    for (int y = within.top(); y <= within.bottom(); ++y)
+        for (int x = within.left(); x <= within.right(); ++x)
+            if (image.pixel(x, y) != qRgb(255, 255, 255))
+                ink |= QRect(x, y, 1, 1);
+    return ink;
+}
+
+void pointerOver(QWidget &widget) {
+    QEnterEvent enter(QPointF(1, 1), QPointF(1, 1), QPointF(1, 1));
+    QApplication::sendEvent(&widget, &enter);
+}
+
+void pointerAway(QWidget &widget) {
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(&widget, &leave);
+}
+
+} // namespace
+
+class Controls : public UiTest {
+protected:
+    template<typename Button>
+    void prepare(Button &button) {
+        button.resize(buttonWidth, buttonHeight);
+        button.setImage(BundleImage(QStringLiteral("some image")));
+        button.setTitle(QStringLiteral("Add a meeting"));
+    }
+    static constexpr QRect titleArea{0, 30, buttonWidth, 30};
+};
+
+TEST_F(Controls, DrawNothingWithoutImageOrTitle) {
+    desktop.bundle->missingImages.insert(QStringLiteral("absent"));
+    const auto check = [](auto &button) {
+        button.resize(buttonWidth, buttonHeight);
+        button.setTitle(QStringLiteral("Title"));
+        button.setImage(BundleImage(QStringLiteral("absent")));
+        EXPECT_TRUE(inkOf(picture(button), button.rect()).isNull());
+        button.setTitle(QString());
+        button.setImage(BundleImage(QStringLiteral("there")));
+        EXPECT_TRUE(inkOf(picture(button), button.rect()).isNull());
+        button.setTitle(QStringLiteral("Title"));
+        EXPECT_FALSE(inkOf(picture(button), button.rect()).isNull());
+    };
+    vlSettingsButton settings;
+    check(settings);
+    vlPopupButton popup;
+    check(popup);
+}
+
+TEST_F(Controls, PutTheImageTenPointsBelowTheTopAndTheTitleAtTheBottom) {
+    vlSettingsButton button;
+    prepare(button);
+    const QImage drawn = picture(button);
+    EXPECT_EQ(inkOf(drawn, QRect(0, 0, buttonWidth, 30)), imageArea);
+    const QRect title = inkOf(drawn, titleArea);
+    EXPECT_GE(title.top(), 45);
+    EXPECT_LE(title.bottom(), buttonHeight - 3);
+    button.setTitle(QStringLiteral("12345678901234567890"));
+    EXPECT_DOUBLE_EQ(button.titleX(), 26);
+}
+
+TEST_F(Controls, MoveTheTitleUpByOnePointWhilePressed) {
+    vlSettingsButton button;
+    prepare(button);
+    const QRect before = inkOf(picture(button), titleArea);
+    button.setDown(true);
+    EXPECT_EQ(inkOf(picture(button), titleArea), before.translated(0, -1));
+}
+
+TEST_F(Controls, OfThePopUpKindMeasureFromTheBottomAndMoveTheTitleDown) {
+    vlPopupButton button;
+    prepare(button);
+    const QImage drawn = picture(button);
+    const QRect image((buttonWidth - imageSide) / 2, buttonHeight - imageSide - 20, imageSide, imageSide);
+    EXPECT_EQ(inkOf(drawn, QRect(0, 0, buttonWidth, 41)), image);
+    EXPECT_EQ(button.iconRect(), QRectF(image.x() - 3, image.y() + imageSide + 6, imageSide, imageSide));
+    const QRect before = inkOf(drawn, QRect(0, 42, buttonWidth, 18));
+    button.setDown(true);
+    EXPECT_EQ(inkOf(picture(button), QRect(0, 42, buttonWidth, 18)).top(), before.top() + 1);
+}
+
+TEST_F(Controls, ShowTheHighlightWhileThePointerIsOver) {
+    vlSettingsButton button;
+    prepare(button);
+    button.show();
+    pointerOver(button);
+    const QRect top(0, 0, buttonWidth, 40);
+    EXPECT_EQ(inkOf(picture(button), top), imageArea.adjusted(-3, -3, 3, 3));
+    button.setEnabled(false);
+    EXPECT_EQ(inkOf(picture(button), top), imageArea) << "disabled under the pointer";
+    button.setEnabled(true);
+    pointerAway(button);
+    EXPECT_EQ(inkOf(picture(button), top), imageArea);
+    button.setEnabled(false);
+    pointerOver(button);
+    EXPECT_FALSE(button.isEntered());
+}
+
+TEST_F(Controls, DrawTheirTitleInGrayWhenDisabled) {
+    const auto darkest = [](const QImage &image) {
+        int gray = 255;
+        for (int y = titleArea.top(); y <= titleArea.bottom(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                gray = std::min(gray, qGray(image.pixel(x, y)));
+        return gray;
+    };
+    vlSettingsButton button;
+    prepare(button);
+    EXPECT_LT(darkest(picture(button)), 90);
+    button.setEnabled(false);
+    EXPECT_GT(darkest(picture(button)), 120);
+}
+
+TEST_F(Controls, StayLegibleOnADarkPalette) {
+    QPalette dark;
+    dark.setColor(QPalette::Window, QColor(30, 30, 30));
+    dark.setColor(QPalette::WindowText, QColor(240, 240, 240));
+    dark.setColor(QPalette::Disabled, QPalette::WindowText, QColor(130, 130, 130));
+    vlSettingsButton button;
+    button.setPalette(dark);
+    EXPECT_EQ(textColor(button, true), QColor(240, 240, 240));
+    EXPECT_EQ(textColor(button, false), QColor(130, 130, 130));
+}
+
+TEST_F(Controls, OpenTheMenuOnlyForAPointerThatIsInside) {
+    QMenu menu;
+    menu.addAction(QStringLiteral("Item"));
+    vlPopupButton button;
+    prepare(button);
+    button.setMenu(&menu);
+    int actions = 0;
+    QObject::connect(&button, &QAbstractButton::clicked, [&actions] { ++actions; });
+    button.show();
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(5, 5), button.mapToGlobal(QPointF(5, 5)),
+                      Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&button, &press);
+    EXPECT_FALSE(menu.isVisible());
+    pointerOver(button);
+    QApplication::sendEvent(&button, &press);
+    EXPECT_TRUE(menu.isVisible());
+    EXPECT_EQ(menu.pos(), button.mapToGlobal(button.iconRect().topLeft().toPoint()));
+    menu.close();
+    EXPECT_EQ(actions, 0) << "the button's own action is not for a press";
+}
+
+TEST_F(Controls, OfTheToolBarOpenTheirMenuByPointerAndByKey) {
+    auto menu = std::make_shared<QMenu>();
+    menu->addAction(QStringLiteral("Item"));
+    vlPopupToolbarView view;
+    view.resize(32, 32);
+    view.setImage(BundleImage(QStringLiteral("some image")));
+    QTest::mouseClick(&view, Qt::LeftButton); // without a menu nothing happens
+    view.setMenu(menu);
+    EXPECT_EQ(inkOf(picture(view), view.rect()), view.rect()) << "the image fills the view";
+    view.show();
+    QTest::mousePress(&view, Qt::LeftButton);
+    EXPECT_TRUE(menu->isVisible());
+    EXPECT_EQ(menu->pos(), view.mapToGlobal(QPoint(0, 32)));
+    menu->close();
+    QTest::keyClick(&view, Qt::Key_Space);
+    EXPECT_TRUE(menu->isVisible());
+    menu->close();
+}
+
+TEST_F(Controls, OfTheTextKindTellTheirTargetsUntilTheseAreGone) {
+    QStringList told;
+    vlKeyUpTextField field;
+    auto target = std::make_unique<QObject>();
+    field.setKeyup(target.get(), [&told](vlKeyUpTextField *sender) { told.append("key " + sender->text()); });
+    field.setTextChange(target.get(),
+                        [&told](vlKeyUpTextField *sender) { told.append("text " + sender->text()); });
+    QTest::keyClick(&field, Qt::Key_A);
+    EXPECT_EQ(told, QStringList({"text a", "key a"}));
+    field.setText(QStringLiteral("by program"));
+    EXPECT_EQ(told.size(), 2);
+    target.reset();
+    QTest::keyClick(&field, Qt::Key_B);
+    EXPECT_EQ(told.size(), 2);
+}
+
+TEST_F(Controls, MarkTheMnemonicAndLeaveItOutOfTheName) {
+    vlSettingsButton button;
+    button.setTitle(QStringLiteral("Save && &close"));
+    EXPECT_EQ(button.title(), QStringLiteral("Save & close"));
+    EXPECT_EQ(button.accessibleName(), QStringLiteral("Save & close"));
+    EXPECT_EQ(button.shortcut(), QKeySequence(Qt::ALT | Qt::Key_C));
+    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(&button);
+    ASSERT_TRUE(accessible);
+    EXPECT_EQ(accessible->role(), QAccessible::Button);
+    EXPECT_EQ(accessible->text(QAccessible::Name), QStringLiteral("Save & close"));
+}

@@ -1,0 +1,177 @@
+#include "plugin/link/vlAppHelper.h"
+#include "plugin/link/vlIPCChannel.h"
+#include "plugin/ui/dialogs/dialogPorts.h"
+#include "plugin/ui/dialogs/vlProgressUIMgr.h"
+#include "plugin/workflow/vlMeetingDataMgr.h"
+#include "plugin/workflow/vlMeetingMgr.h"
+#include "tests/ui/UiFixture.h"
+
+#include <QLabel>
+#include <QMessageBox>
+#include <QtTest/QTest>
+
+namespace {
+
+const QString launchKey = QStringLiteral("Button_LaunchClient");
+const QString cancelKey = QStringLiteral("Button_Cancel");
+const QString removeKey = QStringLiteral("Button_OKGot");
+const QString clientExecutable = QStringLiteral("/client");
+
+void press(QDialog *alert, const QString &text) {
+    for (QAbstractButton *button : alert->findChildren<QAbstractButton *>())
+        if (button->text() == text)
+            return button->click();
+    FAIL() << "no button " << qPrintable(text);
+}
+
+} // namespace
+
+class Dialogs : public UiTest {
+protected:
+    // The host's version is in its own property list.
+    void installHost(const QString &version) {
+        const QString host = documents.filePath(QStringLiteral("host"));
+        QDir().mkpath(host + QStringLiteral("/Contents"));
+        platform::services().propertyLists->write(host + QStringLiteral("/Contents/Info.plist"),
+                                                  QVariantMap{{"CFBundleShortVersionString", version}});
+        desktop.workspace->bundles = {
+            {keyOutlookIdentifier, host, QString()},
+            {kVelausIdentify, QStringLiteral("/Applications/Parlo Meetings.app"), clientExecutable}};
+    }
+    QMessageBox *alert() {
+        const QList<QDialog *> shown = dialogs();
+        return shown.isEmpty() ? nullptr : qobject_cast<QMessageBox *>(shown.last());
+    }
+    QWidget window;
+    DialogRequestFeedback feedback;
+    DialogWorkflowAlerts alerts;
+};
+
+TEST_F(Dialogs, ShowTheMessageToTheLetter) {
+    const QString message = QStringLiteral("%d of %s <b>bold</b> 100%\n&amp;");
+    window.show();
+    feedback.showAlertMessage(&window, message);
+    ASSERT_TRUE(alert());
+    auto *label = alert()->findChild<QLabel *>(QStringLiteral("qt_msgbox_informativelabel"));
+    ASSERT_TRUE(label);
+    EXPECT_EQ(label->text(), message);
+    EXPECT_EQ(label->textFormat(), Qt::PlainText);
+    EXPECT_TRUE(alert()->text().isEmpty());
+    EXPECT_FALSE(alert()->iconPixmap().isNull());
+    EXPECT_EQ(alert()->windowModality(), Qt::WindowModal);
+    EXPECT_EQ(alert()->buttons().size(), 1);
+    press(alert(), QStringLiteral("OK"));
+    EXPECT_FALSE(alert());
+}
+
+TEST_F(Dialogs, StandAloneWithoutAWindow) {
+    alerts.showAlertMessage(nullptr, QStringLiteral("Hello"));
+    ASSERT_TRUE(alert());
+    EXPECT_EQ(alert()->windowModality(), Qt::NonModal);
+    QTest::keyClick(alert(), Qt::Key_Escape);
+    EXPECT_FALSE(alert());
+}
+
+TEST_F(Dialogs, GoWhenTheirWindowDies) {
+    auto parent = std::make_unique<QWidget>();
+    parent->show();
+    feedback.showClientError(parent.get(), QStringLiteral("Not running"));
+    ASSERT_TRUE(alert());
+    parent.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(alert());
+}
+
+TEST_F(Dialogs, LaunchTheClientThroughTheAgentOnlyOnNewerHosts) {
+    const struct {
+        const char *host;
+        QString button; // null: Escape
+        int agentMessages;
+        int processes;
+    } cases[] = {
+        {"15.9", launchKey, 1, 0}, {"16.0", launchKey, 1, 0}, {"15.8", launchKey, 0, 1},
+        {"15.9", cancelKey, 0, 0}, {"15.8", cancelKey, 0, 0}, {"15.9", QString(), 0, 0},
+    };
+    window.show();
+    for (const auto &row : cases) {
+        installHost(QString::fromUtf8(row.host));
+        desktop.bus->clearPosted();
+        desktop.workspace->started.clear();
+        feedback.showClientError(&window, QStringLiteral("Not running"));
+        ASSERT_TRUE(alert());
+        EXPECT_EQ(alert()->defaultButton()->text(), echo(launchKey));
+        if (row.button.isNull())
+            QTest::keyClick(alert(), Qt::Key_Escape);
+        else
+            press(alert(), echo(row.button));
+        ASSERT_EQ(desktop.bus->posted().size(), row.agentMessages) << row.host;
+        if (row.agentMessages > 0) {
+            const auto &posted = desktop.bus->posted().first();
+            EXPECT_EQ(posted.name, VL_IPC_OUTLOOKPLUGIN_TO_PLUGINAGENT);
+            EXPECT_EQ(posted.userInfo, (platform::TextMap{{"actionId", "2"}}));
+        }
+        EXPECT_EQ(desktop.workspace->started.size(), row.processes) << row.host;
+    }
+}
+
+TEST_F(Dialogs, RemoveTheMeetingOfTheEditorTheyAreAbout) {
+    const auto lastCommand = [] { return vlMeetingMgr::sharedInstance().getMeetingAction(); };
+    HostEditorWindow first;
+    HostEditorWindow second;
+    for (HostEditorWindow *editor : {&first, &second}) {
+        editor->window->show();
+        editor->open();
+        editor->strip().attachOutlookERCalendarEventEditorWindowController(editor);
+    }
+    vlMeetingDataMgr::sharedInstance().setMeetingKey(QStringLiteral("key"));
+    first.strip().onUIChanged(StripState::MeetingAttached);
+
+    alerts.showRemoveMeetingWarning(&first.editor, first.window);
+    press(alert(), echo(cancelKey));
+    EXPECT_EQ(lastCommand(), MeetingCommand::CmdNone);
+
+    alerts.showRemoveMeetingWarning(&first.editor, first.window);
+    QMessageBox *aboutFirst = alert();
+    alerts.showRemoveMeetingWarning(&second.editor, second.window); // shows no meeting: nothing to remove
+    press(aboutFirst, echo(removeKey));
+    EXPECT_NE(lastCommand(), MeetingCommand::CmdNone);
+}
+
+TEST_F(Dialogs, RemoveNothingWhenTheEditorIsGone) {
+    QWidget parent;
+    parent.show();
+    {
+        HostEditorWindow editor;
+        alerts.showRemoveMeetingWarning(&editor.editor, &parent);
+    }
+    press(alert(), echo(removeKey));
+    EXPECT_EQ(vlMeetingMgr::sharedInstance().getMeetingAction(), MeetingCommand::CmdNone);
+}
+
+TEST_F(Dialogs, ShowProgressOnceAndCloseItOnce) {
+    vlProgressUIMgr progress;
+    progress.closeCommunication();
+    EXPECT_FALSE(progress.progressWindowController().window());
+    progress.showCommunication(nullptr);
+    QWidget *shown = progress.progressWindowController().window();
+    ASSERT_TRUE(shown);
+    EXPECT_TRUE(shown->isVisible());
+    EXPECT_EQ(shown->windowModality(), Qt::ApplicationModal);
+    EXPECT_EQ(shown->findChild<QLabel *>(QStringLiteral("text_communicationMsg"))->text(),
+              echo(QStringLiteral("CommunicationProgressTitle")));
+    progress.showCommunication(nullptr);
+    shown->close();
+    EXPECT_TRUE(shown->isVisible()) << "only the answer or the time-out ends it";
+
+    vlProgressUIMgr other; // another request's
+    other.showCommunication(nullptr);
+    EXPECT_FALSE(other.progressWindowController().window()->isVisible());
+    other.closeCommunication();
+    EXPECT_TRUE(shown->isVisible());
+
+    progress.closeCommunication();
+    progress.closeCommunication();
+    EXPECT_FALSE(shown->isVisible());
+    other.showCommunication(nullptr);
+    EXPECT_TRUE(other.progressWindowController().window()->isVisible());
+}

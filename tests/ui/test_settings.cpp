@@ -1,0 +1,307 @@
+#include "platform/toolkit/Windows.h"
+#include "plugin/link/meetingKeys.h"
+#include "plugin/link/vlCommon.h"
+#include "plugin/link/vlUserProfileHelper.h"
+#include "plugin/ui/settings/ButtonGroupViewController.h"
+#include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
+#include "plugin/ui/settings/VlSettingViewController.h"
+#include "plugin/util/vlFileUtils.h"
+#include "plugin/util/vlOLUtils.h"
+#include "plugin/util/vlPluginBuildMgr.h"
+#include "tests/ui/UiFixture.h"
+
+#include <QAccessible>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QDialog>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QtTest/QTest>
+
+class SettingsSheet : public UiTest {
+protected:
+    SettingsSheet() {
+        signIn(QStringLiteral("user"));
+        m_observer = platform::services().notifications->addObserver(
+            notify_SettingCommit,
+            [this](const QString &, const QVariantMap &userInfo) { commits.append(userInfo); });
+        editor.window->move(200, 200);
+        editor.window->show();
+        editor.open();
+    }
+    ~SettingsSheet() override { platform::services().notifications->removeObserver(m_observer); }
+
+    void allowThirdPartyAudio() {
+        vlUserProfileHelper::sharedInstance().setUserProfile(
+            QVariantMap{{"userId", "user"}, {"enableThirdPartyAudio", true}, {"thirdPartyAudio", "Dial 5"}});
+    }
+    VlSettingWindowController *show() {
+        sheets.addSchSettingWindowToArray(editor.id(), {}, editor.window);
+        sheets.showSchSettingWindow(editor.id());
+        return sheets.getSchSettingWindowInArray(editor.id());
+    }
+    QDialog *sheet() {
+        VlSettingWindowController *controller = sheets.getSchSettingWindowInArray(editor.id());
+        return controller ? controller->settingWindow() : nullptr;
+    }
+    template<typename Control>
+    Control *find(const char *name) {
+        auto *control = sheet()->findChild<Control *>(QString::fromUtf8(name));
+        EXPECT_TRUE(control) << name;
+        return control;
+    }
+    void click(const char *name) { find<QAbstractButton>(name)->click(); }
+    QString profileFile() { return vlCommon::getVlUserProfilePath(QStringLiteral("user")); }
+
+    HostEditorWindow editor;
+    SchSettingWndCtrlMgr sheets;
+    vlSettingData model;
+    QList<QVariantMap> commits;
+
+private:
+    platform::ObserverId m_observer;
+};
+
+TEST_F(SettingsSheet, IsNotMadeWithoutAParentOrAnIdentifier) {
+    sheets.addSchSettingWindowToArray(QStringLiteral("1"), {}, nullptr);
+    sheets.addSchSettingWindowToArray(QString(), {}, editor.window);
+    sheets.showSchSettingWindow(QStringLiteral("1"));
+    sheets.showSchSettingWindow(QString());
+    EXPECT_FALSE(sheets.hasSchSettingWindow(QStringLiteral("1")));
+    EXPECT_TRUE(dialogs().isEmpty());
+}
+
+TEST_F(SettingsSheet, WritesEachChoiceIntoTheModelAtOnce) {
+    show();
+    click("videoHostMatrixOn");
+    EXPECT_TRUE(model.hostvideoOn());
+    click("videoHostMatrixOff");
+    EXPECT_FALSE(model.hostvideoOn());
+    click("videoParticipantMatrixOn");
+    EXPECT_TRUE(model.paticipantvideoOn());
+    EXPECT_FALSE(find<QRadioButton>("videoHostMatrixOn")->isChecked()) << "the two rows are apart";
+    click("enableJBHButton");
+    EXPECT_TRUE(model.enableJoinBeforeHost());
+    click("notShowMeAgain");
+    EXPECT_TRUE(model.notShowMeAgain());
+    const struct {
+        const char *button;
+        int type;
+    } audio[] = {{"telephonyButton", 0}, {"voipButton", 1}, {"bothButton", 2}};
+    for (const auto &[button, type] : audio) {
+        click(button);
+        EXPECT_EQ(model.audioType(), type);
+        EXPECT_TRUE(find<QRadioButton>(button)->isChecked());
+    }
+}
+
+TEST_F(SettingsSheet, GrowsAndShrinksDownwardsWithTheThirdPartyText) {
+    allowThirdPartyAudio();
+    show();
+    auto *text = find<QPlainTextEdit>("thirdPartyAudioTextField");
+    const int textHeight = text->minimumHeight();
+    const QRect small = sheet()->geometry();
+    EXPECT_TRUE(text->isHidden());
+    EXPECT_EQ(find<QWidget>("mainSettingBox")->height(), 412 - textHeight);
+    EXPECT_EQ(find<QWidget>("audioOptionsBox")->height(), 152 - textHeight);
+    for (int again = 0; again < 2; ++again) {
+        click("thirdPartyAudioButton");
+        EXPECT_EQ(model.audioType(), 3);
+        EXPECT_FALSE(text->isHidden());
+        EXPECT_EQ(text->toPlainText(), QStringLiteral("Dial 5"));
+        EXPECT_EQ(sheet()->geometry(), small.adjusted(0, 0, 0, textHeight));
+        EXPECT_EQ(find<QWidget>("mainSettingBox")->minimumHeight(), 412);
+        EXPECT_EQ(find<QWidget>("audioOptionsBox")->minimumHeight(), 152);
+    }
+    click("voipButton");
+    EXPECT_TRUE(text->isHidden());
+    EXPECT_EQ(sheet()->geometry(), small);
+}
+
+TEST_F(SettingsSheet, OffersTheThirdPartyOnlyToThoseWhoHaveOne) {
+    show();
+    EXPECT_TRUE(find<QRadioButton>("thirdPartyAudioButton")->isHidden());
+}
+
+TEST_F(SettingsSheet, ShowsAnUnknownAudioTypeAsNoChoice) {
+    show();
+    model.setAudioType(100);
+    sheets.getSchSettingWindowInArray(editor.id())->settingViewController()->initializeItems();
+    for (const char *name : {"telephonyButton", "voipButton", "bothButton", "thirdPartyAudioButton"})
+        EXPECT_FALSE(find<QRadioButton>(name)->isChecked()) << name;
+}
+
+TEST_F(SettingsSheet, AsksForAPasswordOnlyWhenOneIsRequired) {
+    show();
+    auto *password = find<QLineEdit>("passwordTextField");
+    EXPECT_TRUE(password->isHidden());
+    click("requiredMeetingPswButton");
+    EXPECT_TRUE(model.requiredMeetingPassword());
+    EXPECT_TRUE(!password->isHidden() && password->isEnabled());
+    EXPECT_NE(sheet()->focusWidget(), password);
+    desktop.runLoop->advance(0);
+    EXPECT_EQ(sheet()->focusWidget(), password);
+    click("requiredMeetingPswButton");
+    EXPECT_TRUE(password->isHidden());
+    EXPECT_FALSE(model.requiredMeetingPassword());
+}
+
+TEST_F(SettingsSheet, RefusesAPasswordThatIsTooLong) {
+    show();
+    click("requiredMeetingPswButton");
+    auto *password = find<QLineEdit>("passwordTextField");
+    QApplication::clipboard()->setText(QStringLiteral("12345678901"));
+    password->paste();
+    EXPECT_EQ(password->text(), QString());
+    QApplication::clipboard()->setText(QStringLiteral("1234567890"));
+    password->paste();
+    EXPECT_EQ(password->text(), QStringLiteral("1234567890"));
+    EXPECT_EQ(model.meetingPassword(), QStringLiteral("1234567890"));
+    QTest::keyClick(password, Qt::Key_A);
+    EXPECT_EQ(password->text(), QStringLiteral("1234567890"));
+}
+
+TEST_F(SettingsSheet, TellsTheWorkflowAndKeepsTheSettingsAfterContinue) {
+    show();
+    click("requiredMeetingPswButton");
+    find<QLineEdit>("passwordTextField")->setText(QStringLiteral("abc")); // not by the user: no action yet
+    click("buttonContinue");
+    EXPECT_FALSE(sheet()->isVisible());
+    ASSERT_EQ(commits.size(), 1);
+    EXPECT_EQ(commits.first(), (QVariantMap{{"VlUserOperator", "SettingCommit"},
+                                            {"IsClickOkButton", true},
+                                            {"keyApptWindowID", editor.id()}}));
+    const QVariantMap saved =
+        rt::mapValue(vlOLUtils::toArrayOrNSDictionary(vlOLUtils::readStrFromFile(profileFile())));
+    EXPECT_EQ(saved.value(vl_Setting_MeetingPassword), QStringLiteral("abc"));
+    EXPECT_TRUE(rt::boolValue(saved.value(vl_Setting_RequiredMPW)));
+}
+
+TEST_F(SettingsSheet, KeepsNothingAfterCancelAndEscape) {
+    const std::function<void()> ways[] = {[this] { click("buttonCancel"); },
+                                          [this] { QTest::keyClick(sheet(), Qt::Key_Escape); },
+                                          [this] { sheet()->close(); }};
+    for (const auto &leave : ways) {
+        commits.clear();
+        show();
+        leave();
+        EXPECT_FALSE(sheet()->isVisible());
+        ASSERT_EQ(commits.size(), 1);
+        EXPECT_EQ(commits.first().value(keyButtonClickIsOK), QVariant(false));
+        EXPECT_FALSE(vlIsFileExist(profileFile()));
+    }
+}
+
+TEST_F(SettingsSheet, IsReusedForTheSameWindowWithTheLastEdits) {
+    VlSettingWindowController *first = show();
+    click("enableJBHButton");
+    click("buttonCancel");
+    EXPECT_EQ(show(), first);
+    EXPECT_TRUE(find<QCheckBox>("enableJBHButton")->isChecked());
+    EXPECT_TRUE(rt::boolValue(sheets.getVlSettingsData(editor.id()).value(vl_Setting_EnableJBH)));
+}
+
+TEST_F(SettingsSheet, ShowsThePersonalMeetingInGroupsEveryTime) {
+    show();
+    const QString expected = echo(QStringLiteral("UsePersonalMeetingID")) + QStringLiteral("123-456-7890");
+    EXPECT_EQ(find<QCheckBox>("usePMI")->text(), expected);
+    sheets.refreshSettingWindow(editor.id());
+    show();
+    EXPECT_EQ(find<QCheckBox>("usePMI")->text(), expected);
+    click("usePMI");
+    EXPECT_TRUE(model.usePMI());
+    sheets.refreshSettingWindow(editor.id());
+    EXPECT_TRUE(model.usePMI());
+}
+
+TEST_F(SettingsSheet, IsGoneWithItsWindowAndTellsNobody) {
+    const QString id = editor.id();
+    show();
+    editor.close();
+    EXPECT_FALSE(sheets.hasSchSettingWindow(id));
+    EXPECT_TRUE(dialogs().isEmpty());
+    EXPECT_TRUE(commits.isEmpty());
+    sheets.showSchSettingWindow(id);
+    EXPECT_TRUE(dialogs().isEmpty());
+}
+
+TEST_F(SettingsSheet, OfAnIdentifierThatComesAgainIsMadeAnew) {
+    VlSettingWindowController *first = show();
+    const QString id = editor.id();
+    QWidget another;
+    another.show();
+    sheets.addSchSettingWindowToArray(id, {}, &another);
+    EXPECT_NE(sheets.getSchSettingWindowInArray(id), first);
+    EXPECT_EQ(sheets.getSchSettingWindowInArray(id)->parentWindow(), &another);
+    delete editor.window;
+    EXPECT_TRUE(sheets.hasSchSettingWindow(id));
+}
+
+TEST_F(SettingsSheet, MayCloseItsOwnEditorByContinuing) {
+    const platform::ObserverId closer = platform::services().notifications->addObserver(
+        notify_SettingCommit, [this](const QString &, const QVariantMap &) {
+            platform::windowWillClose(editor.window);
+            editor.window->hide();
+        });
+    show();
+    click("buttonContinue");
+    platform::services().notifications->removeObserver(closer);
+    EXPECT_TRUE(vlIsFileExist(profileFile())) << "the rest of the commit was lost";
+    EXPECT_FALSE(sheets.hasSchSettingWindow(editor.id()));
+}
+
+TEST_F(SettingsSheet, ShowsForWhomItSchedules) {
+    if (!vlPluginBuildMgr::supportScheduleFor())
+        GTEST_SKIP() << "this edition does not schedule for others";
+    show();
+    EXPECT_TRUE(find<QWidget>("onbehalfView")->isHidden());
+}
+
+TEST_F(SettingsSheet, IsModalForItsWindowAndStartsWithNoControlFocused) {
+    show();
+    EXPECT_EQ(sheet()->windowModality(), Qt::WindowModal);
+    EXPECT_EQ(sheet()->focusWidget(), nullptr);
+    EXPECT_TRUE(find<QPushButton>("buttonContinue")->isDefault());
+}
+
+TEST_F(SettingsSheet, NamesEveryControlForAScreenReader) {
+    allowThirdPartyAudio();
+    show();
+    click("requiredMeetingPswButton");
+    click("thirdPartyAudioButton");
+    int named = 0;
+    for (QWidget *widget : sheet()->findChildren<QWidget *>()) {
+        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(widget);
+        if (!accessible || widget->focusPolicy() == Qt::NoFocus || widget->isHidden() ||
+            widget->objectName().startsWith(QLatin1String("qt_")))
+            continue;
+        EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty()) << qPrintable(widget->objectName());
+        ++named;
+    }
+    EXPECT_GE(named, 16);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(sheet())->role(), QAccessible::Dialog);
+}
+
+TEST_F(SettingsSheet, IsNotShownWithoutItsInterfaceDescription) {
+    desktop.bundle->interfaceFolder.clear();
+    show();
+    EXPECT_TRUE(dialogs().isEmpty());
+    EXPECT_TRUE(sheets.getVlSettingsData(editor.id()).isEmpty());
+}
+
+TEST(MaxLengthFormatter, CountsUnitsAndRefusesWhatIsLonger) {
+    vlMaxLengthFormatter formatter;
+    EXPECT_EQ(formatter.maxLength(), 50);
+    EXPECT_TRUE(formatter.isPartialStringValid(QString(50, u'x')));
+    EXPECT_FALSE(formatter.isPartialStringValid(QString(51, u'x')));
+    formatter.setMaxLength(2);
+    EXPECT_TRUE(formatter.isPartialStringValid(QStringLiteral("\U0001F600"))); // two units
+    EXPECT_FALSE(formatter.isPartialStringValid(QStringLiteral("\U0001F600a")));
+    EXPECT_TRUE(formatter.isPartialStringValid(QString()));
+    formatter.setMaxLength(-1);
+    EXPECT_FALSE(formatter.isPartialStringValid(QString()));
+}

@@ -1,0 +1,129 @@
+#include "tests/workflow/WorkflowFixture.h"
+
+#include "platform/runtime/Runtime.h"
+#include "platform/services/Services.h"
+#include "plugin/link/linkSession.h"
+#include "plugin/link/vlAPIMgr.h"
+#include "plugin/link/vlCommon.h"
+#include "plugin/link/vlGetMeetingHelper.h"
+#include "plugin/link/vlGetPACHelper.h"
+#include "plugin/link/vlUserProfileHelper.h"
+#include "plugin/util/vlOLUtils.h"
+#include "plugin/workflow/workflowSession.h"
+
+#include <QLineEdit>
+
+const QString WorkflowTest::key = QStringLiteral("key-1");
+const QString WorkflowTest::joinUrl = QStringLiteral("https://meet.example/j/1");
+const QString WorkflowTest::invitation =
+    QStringLiteral("You are invited. Join at https://meet.example/j/1 today.");
+const QString WorkflowTest::roomNumber = QStringLiteral("5551234567");
+
+WorkflowTest::WorkflowTest()
+    : desktop(platform::installTestServices())
+    , client(desktop) {
+    startLinkAfresh();
+    startWorkflowAfresh();
+    WorkflowPorts::instance() = {&strips, &sheets, &alerts};
+    LinkPorts::instance() = {&alerts, &manager()};
+    BodyPorts::instance().holder = &manager();
+    vlAPIMgr::sharedInstance(); // listens from now on
+    client.knowsTheUser(theUser());
+    client.hasAccounts({});
+}
+
+WorkflowTest::~WorkflowTest() {
+    WorkflowPorts::instance() = {};
+    LinkPorts::instance() = {};
+    startWorkflowAfresh();
+    startLinkAfresh();
+    rt::drainTemporaries();
+}
+
+QVariantMap WorkflowTest::theMeeting(const QVariantMap &changes) {
+    QVariantMap meeting{{"subject", "Review"},
+                        {"duration", "60"},
+                        {"recurrence", false},
+                        {"startTime", FakeAppointment::usualStart().toSecsSinceEpoch()},
+                        {"audioOption", 2},
+                        {"enableHostVideo", true},
+                        {"usePMI", 0},
+                        {"meetingPassword", ""},
+                        {"meetingKey", key},
+                        {"originalMeetingNumber", "0"},
+                        {"invitationEmail", invitation},
+                        {"joinUrl", joinUrl}};
+    meeting.insert(changes);
+    return meeting;
+}
+
+QVariantMap WorkflowTest::theUser(const QVariantMap &more) {
+    QVariantMap profile{{"userId", "user-1"}, {"roomMeetingId", roomNumber}};
+    profile.insert(more);
+    return profile;
+}
+
+void WorkflowTest::givenAnAppointment() {
+    editor = std::make_unique<FakeEditor>(*appointment);
+    strip = std::make_unique<RecordingStrip>(*editor);
+    strips.live = {strip.get()};
+    manager().setOLWordMailEditor(editor->bodyEditor());
+}
+
+void WorkflowTest::givenAnAppointmentWithAMeeting() {
+    appointment->carriesTheMeeting(key, joinUrl);
+    givenAnAppointment();
+    store().setMeetingKey(key);
+    client.holdsTheMeeting(theMeeting());
+}
+
+void WorkflowTest::givenTheMeetingIsLoaded(const QVariantMap &changes) {
+    vlGetMeetingHelper::sharedInstance().setMeetingData(theMeeting(changes), false);
+}
+
+void WorkflowTest::givenTheProfileIsLoaded(const QVariantMap &more) {
+    vlUserProfileHelper::sharedInstance().setUserProfile(theUser(more));
+}
+
+void WorkflowTest::givenTheAccountsAreLoaded(const QList<ScriptedClient::Account> &accounts) {
+    vlGetPACHelper::sharedInstance().setPACInfo(ScriptedClient::accountsAnswer(accounts));
+}
+
+void WorkflowTest::givenSavedSettings(const QVariantMap &settings) {
+    vlCommon::createDocumentOutlookPluginRootPath();
+    vlOLUtils::saveStrToFile(vlOLUtils::toJSONString(settings),
+                             vlCommon::getVlUserProfilePath(theUser().value("userId").toString()));
+}
+
+void WorkflowTest::theEditorCloses() {
+    strips.live.clear();
+    strip.reset();
+    editor.reset();
+}
+
+void WorkflowTest::theSheetIsLeft(bool withOK) {
+    platform::services().notifications->post(notify_SettingCommit, {{keyVLUserOperator, keyVLSettingCommit},
+                                                                    {keyButtonClickIsOK, withOK},
+                                                                    {keyApptWindowID, windowID()}});
+    turn();
+}
+
+void WorkflowTest::answer(MeetingCommand command, const QVariantMap &response) {
+    QVariantMap data{{keyVlAPIResponse, response}};
+    if (strip)
+        data.insert(keyApptWindowID, windowID());
+    manager().onExcuteCommandFinished(int(command), data);
+}
+
+QStringList WorkflowTest::hostOperations() const {
+    QStringList operations = editor->called;
+    return operations.replaceInStrings("vl_ERCalendarEventEditorViewController_", "");
+}
+
+void PrintTo(MeetingCommand command, std::ostream *out) {
+    *out << "command " << int(command);
+}
+
+void PrintTo(WorkflowState state, std::ostream *out) {
+    *out << "state " << qint64(state);
+}

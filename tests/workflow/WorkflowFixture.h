@@ -1,0 +1,62 @@
+// The meeting workflow between a host, a client and a user interface that a test plays.
+#pragma once
+
+#include "plugin/link/meetingKeys.h"
+#include "plugin/workflow/vlMeetingDataMgr.h"
+#include "plugin/workflow/vlMeetingMgr.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/ScriptedClient.h"
+#include "tests/workflow/RecordingPorts.h"
+
+#include <gtest/gtest.h>
+
+class WorkflowTest : public testing::Test {
+protected:
+    using Asked = ScriptedClient::Asked;
+    using enum MeetingCommand;
+    using enum WorkflowState;
+
+    static const QString key;        // of the meeting that the client holds
+    static const QString joinUrl;    // likewise
+    static const QString invitation; // likewise
+    static const QString roomNumber; // of the user's personal meeting
+
+    WorkflowTest();
+    ~WorkflowTest() override;
+
+    // The meeting of the usual appointment, as the client sends it.
+    [[nodiscard]] static QVariantMap theMeeting(const QVariantMap &changes = {});
+    [[nodiscard]] static QVariantMap theUser(const QVariantMap &more = {});
+
+    void givenAnAppointment();             // in an open editor, without a meeting
+    void givenAnAppointmentWithAMeeting(); // that the client holds
+    void givenTheMeetingIsLoaded(const QVariantMap &changes = {});
+    void givenTheProfileIsLoaded(const QVariantMap &more = {});
+    void givenTheAccountsAreLoaded(const QList<ScriptedClient::Account> &accounts = {
+                                       {"800", 123, "Dial 800"}});
+    void givenSavedSettings(const QVariantMap &settings); // in the profile file of theUser()
+
+    void theEditorCloses(); // with its strip, before anything is told of it
+    void theSheetIsLeft(bool withOK);
+    void turn() { desktop.runLoop->advance(0); }
+    void answer(MeetingCommand command, const QVariantMap &response = {});
+
+    [[nodiscard]] QString windowID() const { return strip->getAppointmentWindowID(); }
+    [[nodiscard]] QStringList hostOperations() const; // without the prefix of the plug-in's selectors
+    [[nodiscard]] static vlMeetingMgr &manager() { return vlMeetingMgr::sharedInstance(); }
+    [[nodiscard]] static vlMeetingDataMgr &store() { return vlMeetingDataMgr::sharedInstance(); }
+
+    platform::TestDesktop desktop;
+    ScriptedClient client;
+    RecordingStrips strips;
+    RecordingSheets sheets;
+    RecordingAlerts alerts;
+    FakeMainWindow mainWindow;
+    std::unique_ptr<FakeAppointment> appointment = std::make_unique<FakeAppointment>();
+    std::unique_ptr<FakeEditor> editor;
+    std::unique_ptr<RecordingStrip> strip;
+};
+
+// What a failed comparison shows.
+void PrintTo(MeetingCommand command, std::ostream *out);
+void PrintTo(WorkflowState state, std::ostream *out);

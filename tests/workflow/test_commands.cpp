@@ -1,0 +1,204 @@
+#include "tests/workflow/WorkflowFixture.h"
+
+#include "plugin/link/vlAPIMgr.h"
+
+namespace {
+
+class Commands : public WorkflowTest {
+protected:
+    // The calendar's request about the appointment, which no editor need show.
+    [[nodiscard]] QVariantMap calendarRequest(QWidget *window, const QString &record) const {
+        return {{vl_Outlook_ApptInfo,
+                 QVariantMap{{vl_ApptInfo_Subject, "Review"}, {vl_ApptInfo_VlOIProperty, record}}},
+                {keyEventOwnerWindow, rt::fromWidget(window)},
+                {keyApptWindowID, rt::identifier(window)},
+                {keyDragAndMoveOnCalendar, true}};
+    }
+    [[nodiscard]] QString record() const { return QStringLiteral("{\"meetingKey\":\"%1\"}").arg(key); }
+};
+
+} // namespace
+
+TEST_F(Commands, EachSetsItsStateAndAsksForWhatItNeeds) {
+    givenAnAppointmentWithAMeeting();
+    struct Case {
+        MeetingCommand command;
+        WorkflowState state;
+        Asked asked;
+    };
+    constexpr auto kept = StateSettingsPMI; // what the state was before
+    const Case cases[] = {{CmdAddMeeting, StateAdd, Asked::Profile},
+                          {CmdChangeSettings, StateChangeSettings, Asked::Profile},
+                          {CmdCancelMeeting, kept, Asked::Delete},
+                          {CmdScheduleMeeting, StateCommit, Asked::Schedule},
+                          {CmdUpdateMeeting, StateCommit, Asked::GetMeeting},
+                          {CmdDeleteMeeting, kept, Asked::Delete},
+                          {CmdStartInstantVideo, kept, Asked::Start},
+                          {CmdStartInstantShare, kept, Asked::Start},
+                          {CmdAddAudioConference1, StateAudioConference, Asked::Profile},
+                          {CmdAddAudioConference2, StateAudioConference, Asked::Profile}};
+    for (const Asked what : {Asked::Profile, Asked::GetMeeting})
+        client.keepsSilentOn(what);
+    for (const Case &c : cases) {
+        SCOPED_TRACE(int(c.command));
+        manager().setState(kept);
+        client.forget();
+        EXPECT_EQ(manager().sendVlMeetingCommand(c.command, strip.get()), 0);
+        turn();
+        EXPECT_EQ(manager().state(), c.state);
+        EXPECT_EQ(client.asked(), QList<Asked>{c.asked});
+    }
+    EXPECT_EQ(store().pacAccountNo(), 2);
+}
+
+TEST_F(Commands, NumbersThatAreNoCommandAreOnlyRemembered) {
+    givenAnAppointmentWithAMeeting();
+    manager().setState(StateAdd);
+    for (const int code : {0, 7, 8, 13, 14, -1}) {
+        EXPECT_EQ(manager().sendVlMeetingCommand(MeetingCommand(code), editor.get()), 0);
+        EXPECT_EQ(int(manager().getMeetingAction()), code);
+    }
+    turn();
+    EXPECT_EQ(manager().state(), StateAdd);
+    EXPECT_TRUE(client.requests().isEmpty());
+}
+
+TEST_F(Commands, AnInstantMeetingStartsWithOrWithoutVideo) {
+    manager().sendVlMeetingCommand(CmdStartInstantVideo);
+    turn();
+    EXPECT_EQ(client.last().json.value("launchtype"), "groupVideo");
+    manager().sendVlMeetingCommand(CmdStartInstantShare);
+    turn();
+    EXPECT_EQ(client.last().json.value("launchtype"), "groupShare");
+}
+
+TEST_F(Commands, ARequestTellsOfTheAppointmentItsSettingsItsKeyAndItsWindow) {
+    givenAnAppointmentWithAMeeting();
+    editor->pends("summary", "Review, second part");
+    const QVariantMap request = manager().getVelaMeetingData(editor.get());
+    EXPECT_EQ(request.value(vl_Outlook_ApptInfo).toMap().value(vl_ApptInfo_Subject), "Review, second part");
+    EXPECT_TRUE(request.contains(vl_Setting));
+    EXPECT_EQ(request.value(vl_MeetingKey), key);
+    EXPECT_EQ(request.value(keyApptWindowID), windowID());
+    EXPECT_EQ(rt::widgetValue(request.value(keyEventOwnerWindow)), editor->window());
+
+    const QVariantMap ofNothing = manager().getVelaMeetingData(nullptr);
+    EXPECT_EQ(ofNothing.keys(), (QStringList{vl_MeetingKey, vl_Setting}));
+}
+
+TEST_F(Commands, AnAddWaitsForTheProfileBeforeItDecidesAboutTheSheet) {
+    givenAnAppointment();
+    givenSavedSettings({{vl_Setting_NotShowMeAgain, true}});
+    EXPECT_FALSE(manager().notShowSetting()); // whose file it is is not known yet
+    manager().sendVlMeetingCommand(CmdAddMeeting, strip.get());
+    turn();
+    EXPECT_TRUE(manager().notShowSetting());
+    EXPECT_TRUE(sheets.shown.isEmpty());
+    EXPECT_EQ(client.timesAsked(Asked::Schedule), 1);
+}
+
+TEST_F(Commands, AnAddShowsTheSheetOnTheEditor) {
+    givenAnAppointment();
+    givenTheProfileIsLoaded();
+    manager().sendVlMeetingCommand(CmdAddMeeting, strip.get());
+    EXPECT_EQ(sheets.shown, QStringList{windowID()});
+    EXPECT_EQ(sheets.parent, editor->window());
+    turn();
+    EXPECT_TRUE(client.requests().isEmpty());
+}
+
+TEST_F(Commands, AChangeOfSettingsReadsTheMeetingUnlessItIsLoaded) {
+    givenAnAppointmentWithAMeeting();
+    givenTheProfileIsLoaded();
+    manager().sendVlMeetingCommand(CmdChangeSettings, strip.get());
+    EXPECT_TRUE(sheets.shown.isEmpty());
+    EXPECT_EQ(alerts.progressOn, QList<QWidget *>{editor->window()});
+    turn();
+    EXPECT_EQ(client.last().key, key);
+    EXPECT_EQ(sheets.shown.size(), 1);
+    manager().sendVlMeetingCommand(CmdChangeSettings, strip.get()); // it is loaded by now
+    EXPECT_EQ(sheets.shown.size(), 2);
+    EXPECT_EQ(client.timesAsked(Asked::GetMeeting), 1);
+}
+
+TEST_F(Commands, WhereTheStripBlocksADeleteNothingIsSent) {
+    givenAnAppointmentWithAMeeting();
+    strip->blocked = true;
+    EXPECT_EQ(manager().sendVlMeetingCommand(CmdDeleteMeeting, editor.get()), 0);
+    turn();
+    EXPECT_TRUE(client.requests().isEmpty());
+}
+
+TEST_F(Commands, WithoutAnAppointmentNothingIsScheduledOrDeleted) {
+    for (const MeetingCommand command : {CmdScheduleMeeting, CmdUpdateMeeting, CmdDeleteMeeting})
+        EXPECT_EQ(manager().sendVlMeetingCommand(command, static_cast<rt::Object *>(nullptr)), 0);
+    turn();
+    EXPECT_TRUE(client.requests().isEmpty());
+}
+
+TEST_F(Commands, OnlySomeTellThatTheClientIsNotThere) {
+    givenAnAppointmentWithAMeeting();
+    client.quits();
+    constexpr int notRunning = 5;
+    EXPECT_EQ(manager().sendVlMeetingCommand(CmdScheduleMeeting, editor.get()), 0);
+    EXPECT_EQ(manager().sendVlMeetingCommand(CmdUpdateMeeting, editor.get()), 0);
+    EXPECT_EQ(manager().sendVlMeetingCommand(CmdAddMeeting, strip.get()), 0);
+    EXPECT_EQ(manager().sendVlMeetingCommand(CmdDeleteMeeting, editor.get()), notRunning);
+    EXPECT_EQ(manager().sendVlMeetingCommand(CmdStartInstantVideo), notRunning);
+    const QVariantMap request = calendarRequest(&mainWindow, record());
+    EXPECT_EQ(manager().sendVlMeetingCommand(CmdUpdateMeeting, request), 1);
+    EXPECT_EQ(manager().sendVlMeetingCommand(CmdDeleteMeeting, request), 1);
+}
+
+TEST_F(Commands, ThePersonalMeetingIsReadOnlyForAKnownUser) {
+    givenAnAppointment();
+    EXPECT_EQ(manager().getPMIMeetingInfo(strip.get(), StateSettingsPMI), 0);
+    EXPECT_EQ(manager().state(), StateIdle);
+    givenTheProfileIsLoaded();
+    EXPECT_EQ(manager().getPMIMeetingInfo(strip.get(), StateSettingsPMI), 0);
+    turn();
+    EXPECT_EQ(manager().state(), StateSettingsPMI);
+    ASSERT_EQ(client.asked(), QList<Asked>{Asked::GetMeeting});
+    EXPECT_EQ(client.last().key, roomNumber);
+    EXPECT_TRUE(alerts.progressOn.isEmpty());
+}
+
+TEST_F(Commands, TheCalendarUpdatesByTheKeyInTheStoredRecord) {
+    QWidget grid;
+    EXPECT_EQ(manager().sendVlMeetingCommand(CmdUpdateMeeting, calendarRequest(&grid, record())), 0);
+    turn();
+    EXPECT_EQ(manager().state(), StateCommit);
+    ASSERT_EQ(client.asked(), QList<Asked>{Asked::GetMeeting});
+    EXPECT_EQ(client.last().key, key);
+    EXPECT_EQ(store().meetingKey(), key);
+    EXPECT_EQ(store().getSavedApptInfo().value(vl_ApptInfo_Subject), "Review");
+    EXPECT_EQ(manager().getMeetingAction(), CmdNone);
+}
+
+TEST_F(Commands, WithoutAKeyInTheRecordTheCalendarAsksForTheEmptyKey) {
+    store().setMeetingKey("another");
+    for (const char *record : {"", "no JSON", "{\"joinUrl\":\"x\"}"}) {
+        client.forget();
+        EXPECT_EQ(manager().sendVlMeetingCommand(CmdUpdateMeeting, calendarRequest(nullptr, record)), 0);
+        turn();
+        ASSERT_EQ(client.asked(), QList<Asked>{Asked::GetMeeting}) << record;
+        EXPECT_EQ(client.last().key, "") << record;
+        EXPECT_EQ(store().meetingKey(), "another") << record;
+    }
+}
+
+TEST_F(Commands, AnEditorThatIsOpenLearnsOfTheDragAndTheDeleteStaysWithTheCalendarsWindow) {
+    givenAnAppointmentWithAMeeting();
+    QVariantMap request = calendarRequest(&mainWindow, record());
+    request.insert(keyApptWindowID, windowID());
+    manager().setState(StateAdd);
+    EXPECT_EQ(manager().sendVlMeetingCommand(CmdDeleteMeeting, request), 0);
+    EXPECT_EQ(strip->action, HostAction::CalendarDrag);
+    EXPECT_EQ(manager().state(), StateAdd);
+    EXPECT_EQ(alerts.progressOn, QList<QWidget *>{&mainWindow});
+    turn();
+    EXPECT_EQ(client.last().what, Asked::Delete);
+    EXPECT_EQ(client.last().key, key);
+    EXPECT_EQ(manager().sendVlMeetingCommand(CmdAddMeeting, request), 0); // not one of the calendar's
+    EXPECT_EQ(manager().state(), StateAdd);
+}
