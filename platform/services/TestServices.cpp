@@ -1,5 +1,6 @@
 #include "platform/services/TestServices.h"
 
+#include "platform/services/DefaultsRules.h"
 #include "platform/services/InterfaceLoader.h"
 #include "platform/services/NotificationLimits.h"
 #include "platform/services/RootFolder.h"
@@ -148,10 +149,7 @@ rt::Value MemoryUserDefaults::value(const QString &key) const {
 }
 
 void MemoryUserDefaults::setValue(const QString &key, const rt::Value &value) {
-    if (value.isValid())
-        values.insert(key, value);
-    else
-        values.remove(key);
+    changeDefault(&values, key, value);
 }
 
 bool MemoryUserDefaults::synchronize() {

@@ -31,7 +31,11 @@ public:
     virtual bool launchApplication(const QString &identifier) = 0;
     // Starts a process of the (resolved) executable, detached; whether it started.
     virtual bool startProcess(const QString &executable, const QStringList &arguments) = 0;
-    // Packed decimal: 0x1068 is 10.6.8. 0 when it cannot be read.
+    // Packed decimal: 0x1068 is 10.6.8. 0 when it cannot be read. A Linux desktop has no version in this
+    // numbering: kernel and distribution count differently, and some distributions not at all. Those who ask
+    // want to know whether the services that came with that version are there; here this library brings them,
+    // so the desktop answers the version to which its services correspond, 0x1068, on every system that it
+    // runs on.
     [[nodiscard]] virtual int systemVersion() const = 0;
     // The user's home and Documents folders (plain paths, existing or not).
     [[nodiscard]] virtual QString homeFolder() const = 0;

@@ -2,6 +2,7 @@
 
 #include "platform/services/Services.h"
 #include "standin/mailhost/store/CalendarFile.h"
+#include "standin/mailhost/store/SampleCalendar.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/EditorWindow.h"
 #include "standin/mailhost/windows/HostApplication.h"
@@ -12,11 +13,11 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QHeaderView>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTextEdit>
 #include <QTimeEdit>
+#include <algorithm>
 
 namespace walkthrough {
 
@@ -31,7 +32,7 @@ const QString deletePrefix = QStringLiteral("3;");
 const QString ownWords = QStringLiteral("Bring the figures.");
 
 // The plug-in's words, as its English table has them.
-const QString addButton = QStringLiteral("Add meeting");
+const QString addButton = QStringLiteral("Add video meeting");
 const QString removeButton = QStringLiteral("Remove meeting");
 const QString settingsButton = QStringLiteral("Change settings");
 
@@ -59,6 +60,7 @@ public:
     }
 
 private:
+    [[nodiscard]] bool copyCalendar() const;
     bool start();
     bool open(const QString &uid);
     bool addThroughTheSheet();
@@ -97,19 +99,31 @@ private:
     QString m_key;
 };
 
+bool Road::copyCalendar() const {
+    if (!m_source.isEmpty())
+        return QFile::copy(m_source, m_calendarPath);
+    const QByteArray sample = mailhost::sampleCalendar(QDate::currentDate());
+    QFile file(m_calendarPath);
+    return file.open(QIODevice::WriteOnly) && file.write(sample) == sample.size();
+}
+
 bool Road::start() {
     QDir().mkpath(m_out);
     QFile::remove(m_calendarPath);
-    if (!m_source.isEmpty() && !QFile::copy(m_source, m_calendarPath)) {
+    if (!copyCalendar()) {
         std::fprintf(stderr, "The calendar %s cannot be copied to %s.\n", qPrintable(m_source),
                      qPrintable(m_calendarPath));
         return false;
     }
     m_host = std::make_unique<mailhost::HostApplication>(m_options);
     QString error;
-    const bool opened = m_host->start(&error);
+    const bool installed = m_host->installBundle(&error);
+    m_host->installDesktopServices();
     m_walk = std::make_unique<Walk>(m_out);
-    if (!m_walk->step(opened, QStringLiteral("the host opens the calendar %1").arg(error)))
+    m_host->start();
+    const bool opened = installed && m_host->openCalendar(&error);
+    m_host->show();
+    if (!m_walk->step(opened, QStringLiteral("the host opens the calendar ") + error))
         return false;
     m_client = std::make_unique<ClientProcess>(m_folders.filePath(QStringLiteral("client/meetings.json")));
     if (!m_walk->step(m_client->start(), QStringLiteral("the meeting client runs in a process of its own")))
@@ -123,24 +137,24 @@ bool Road::start() {
     return pickAppointments();
 }
 
-// One appointment of one's own without attendees, and a meeting of one's own with some: not part of a series.
+// One appointment of one's own without attendees, and a meeting of one's own with some, those nearest to
+// today; neither part of a series.
 bool Road::pickAppointments() {
-    QString error;
-    const auto file = mailhost::CalendarFile::open(m_calendarPath, &error);
-    if (!file)
-        return m_walk->step(false, error);
-    const QDate day =
-        shown(controls::mainWindow)->findChild<mailhost::WeekList *>(controls::weekList)->shownMonday();
-    for (const mailhost::Occurrence &row : file->occurrences(day.startOfDay(), day.addDays(7).startOfDay())) {
-        const auto appointment = file->find(row.uid, row.recurrenceId);
-        if (!appointment || row.isOccurrence || row.isException || row.allDay || row.hasMeetingRecord)
+    const QDateTime now = QDateTime::currentDateTime();
+    QList<mailhost::Appointment> all = m_host->session()->file().appointments();
+    std::sort(all.begin(), all.end(), [&now](const mailhost::Appointment &a, const mailhost::Appointment &b) {
+        return std::abs(a.start.value.secsTo(now)) < std::abs(b.start.value.secsTo(now));
+    });
+    for (const mailhost::Appointment &appointment : all) {
+        if (!appointment.recurrenceRule.isEmpty() || !appointment.recurrenceId.isEmpty() ||
+            appointment.start.kind == mailhost::CalendarTime::Kind::Date ||
+            !appointment.ucCapabilities.isEmpty() || !m_host->session()->isOwner(appointment))
             continue;
-        if (appointment->attendees.isEmpty() && m_uid.isEmpty())
-            m_uid = row.uid;
-        if (!appointment->attendees.isEmpty() && m_meetingUid.isEmpty() && m_host->isOwner(*appointment))
-            m_meetingUid = row.uid;
+        QString &uid = appointment.attendees.isEmpty() ? m_uid : m_meetingUid;
+        if (uid.isEmpty())
+            uid = appointment.uid;
     }
-    return m_walk->step(!m_uid.isEmpty(), QStringLiteral("the week has an appointment to walk with"));
+    return m_walk->step(!m_uid.isEmpty(), QStringLiteral("the calendar has an appointment to walk with"));
 }
 
 mailhost::Appointment Road::inFile(const QString &uid) const {
@@ -171,6 +185,7 @@ QWidget *Road::stripButton(const QString &text) const {
 
 bool Road::open(const QString &uid) {
     QWidget *window = shown(controls::mainWindow);
+    m_host->mainWindowController()->showWeek(inFile(uid).start.value.date());
     auto *list = window ? window->findChild<mailhost::WeekList *>(controls::weekList) : nullptr;
     if (!list || !list->select(uid))
         return false;
@@ -248,7 +263,7 @@ bool Road::reopen() {
     if (!m_walk->step(closeEditor(), QStringLiteral("the editor closes without a question")))
         return false;
     QString error;
-    const bool again = m_host->openCalendar(m_calendarPath, &error);
+    const bool again = m_host->openCalendar(&error);
     const bool opened = again && open(m_uid);
     m_walk->picture(editor(), QStringLiteral("editor-reopened"));
     return m_walk->step(opened && stripButton(removeButton),

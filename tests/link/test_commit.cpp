@@ -28,7 +28,10 @@ QVariantMap aSetting() {
 
 class Commit : public LinkTest {
 protected:
-    void SetUp() override { givenTheClient(); }
+    void SetUp() override {
+        givenTheClient();
+        vlAPIMgr::sharedInstance(); // listens from now on
+    }
     QVariantMap sent(const QVariantMap &record) {
         desktop.bus->clearPosted();
         vlAPIMgr::sharedInstance().scheduleMeeting(window.get(), record);

@@ -111,7 +111,7 @@ TEST_F(Lifecycle, TheClientsStatusStopsARequestBeforeItIsSent) {
         for (const Kind &kind : kinds) {
             SCOPED_TRACE(std::string(kind.name) + ' ' + c.message);
             feedback.alerts.clear();
-            if (kind.answer == ClientAnswer::GetPAC && c.error == ClientError::NotSupported)
+            if (kind.answer == ClientAnswer::GetPAC && c.error != ClientError::NotRunning)
                 continue; // says nothing at all, see the accounts' own tests
             EXPECT_EQ(send(kind), qint32(c.error));
             ASSERT_EQ(feedback.alerts.size(), 1);

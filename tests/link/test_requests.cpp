@@ -90,8 +90,9 @@ TEST_F(Requests, AMeetingIsTakenFromFieldThirteenAndFourteen) {
         EXPECT_EQ(receiver.finished.size(), c.handedBack ? 1 : 0);
         EXPECT_EQ(meeting.hasMeetingInfo(), c.handedBack);
         EXPECT_EQ(meeting.hasPBMeetingData(), c.binary);
-        if (c.handedBack)
+        if (c.handedBack) {
             EXPECT_EQ(receiver.finished[0].response(), (QVariantMap{{"meetingKey", "77"}}));
+        }
     }
     clientAnswers(ClientAnswer::GetMeeting, fields(14, "{}"));
     EXPECT_TRUE(meeting.hasPBMeetingData()); // the earlier one stays

@@ -24,15 +24,20 @@ protected:
         ASSERT_TRUE(m_folder.isValid());
     }
 
-    [[nodiscard]] QString path(const QString &name = QStringLiteral("my.ics")) const { return m_folder.filePath(name); }
+    [[nodiscard]] QString path(const QString &name = QStringLiteral("my.ics")) const {
+        return m_folder.filePath(name);
+    }
     static QByteArray octets(const QString &path) {
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
         return file.readAll();
     }
-    static QByteArray fixture(const QString &name) { return octets(QStringLiteral(PARLO_FIXTURES "/") + name); }
+    static QByteArray fixture(const QString &name) {
+        return octets(QStringLiteral(PARLO_FIXTURES "/") + name);
+    }
     static QStringList fixtures() {
-        return QDir(QStringLiteral(PARLO_FIXTURES)).entryList({QStringLiteral("*.ics")}, QDir::Files, QDir::Name);
+        return QDir(QStringLiteral(PARLO_FIXTURES))
+            .entryList({QStringLiteral("*.ics")}, QDir::Files, QDir::Name);
     }
     void write(const QByteArray &text, const QString &name = QStringLiteral("my.ics")) const {
         QFile file(path(name));
@@ -56,7 +61,8 @@ protected:
         EXPECT_TRUE(file.save(&error)) << qPrintable(error);
         return octets(file.path());
     }
-    // Lines of `after` that `before` has not ("+") and the other way round ("-"), by the name of their property, sorted.
+    // Lines of `after` that `before` has not ("+") and the other way round ("-"), by the name of their
+    // property, sorted.
     static QStringList changedNames(const QByteArray &before, const QByteArray &after);
 
 private:

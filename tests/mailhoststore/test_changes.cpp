@@ -36,25 +36,36 @@ TEST_F(ChangesTest, EachFieldChangesItsOwnLinesOnlyAndIsReadBack) {
         {"empty location", [](Appointment &a) { a.location = QStringLiteral(""); }, both("LOCATION")},
         {"start", [](Appointment &a) { a.start.value = a.start.value.addSecs(-1800); }, both("DTSTART")},
         {"end", [](Appointment &a) { a.end.value = a.end.value.addSecs(1800); }, both("DTEND")},
-        {"rule", [](Appointment &a) { a.recurrenceRule = QStringLiteral("FREQ=DAILY;COUNT=3"); },
+        {"rule",
+         [](Appointment &a) { a.recurrenceRule = QStringLiteral("FREQ=DAILY;COUNT=3"); },
          {QStringLiteral("+RRULE")}},
-        {"organizer", [](Appointment &a) { a.organizerName = QStringLiteral("Ada \"E\" Example"); }, both("ORGANIZER")},
-        {"no organizer", [](Appointment &a) { a.organizerName = a.organizerEmail = QString(); },
+        {"organizer", [](Appointment &a) { a.organizerName = QStringLiteral("Ada \"E\" Example"); },
+         both("ORGANIZER")},
+        {"no organizer",
+         [](Appointment &a) { a.organizerName = a.organizerEmail = QString(); },
          {QStringLiteral("-ORGANIZER")}},
         {"attendee gone", [](Appointment &a) { a.attendees.removeAt(1); }, {QStringLiteral("-ATTENDEE")}},
         {"attendee new",
-         [](Appointment &a) { a.attendees.insert(1, {QStringLiteral("Mei, V."), QStringLiteral("mei@x.example"), {}}); },
+         [](Appointment &a) {
+             a.attendees.insert(1, {QStringLiteral("Mei, V."), QStringLiteral("mei@x.example"), {}});
+         },
          {QStringLiteral("+ATTENDEE")}},
-        {"attendee optional", [](Appointment &a) { a.attendees[0].type = AttendeeType::Optional; }, both("ATTENDEE")},
-        {"record", [](Appointment &a) { a.ucCapabilities = QStringLiteral("{\"a\": \" \r\n\\n,;  \"}\n"); },
+        {"attendee optional", [](Appointment &a) { a.attendees[0].type = AttendeeType::Optional; },
+         both("ATTENDEE")},
+        {"record",
+         [](Appointment &a) { a.ucCapabilities = QStringLiteral("{\"a\": \" \r\n\\n,;  \"}\n"); },
          {QStringLiteral("+X-PARLO-UC-CAPABILITIES")}},
-        {"empty record", [](Appointment &a) { a.ucCapabilities = QStringLiteral(""); },
+        {"empty record",
+         [](Appointment &a) { a.ucCapabilities = QStringLiteral(""); },
          {QStringLiteral("+X-PARLO-UC-CAPABILITIES")}},
-        {"status", [](Appointment &a) { a.status = QStringLiteral("TENTATIVE"); }, {QStringLiteral("+STATUS")}},
+        {"status",
+         [](Appointment &a) { a.status = QStringLiteral("TENTATIVE"); },
+         {QStringLiteral("+STATUS")}},
         {"sequence", [](Appointment &a) { a.sequence = 4; }, both("SEQUENCE")},
         {"body", [](Appointment &a) { a.bodyHtml = QStringLiteral("<p>a  b</p>\r\n<p>c,d;\\n</p> "); },
          QStringList{QStringLiteral("+STYLED-DESCRIPTION")} + both("X-ALT-DESC") + both("DESCRIPTION")},
-        {"no body", [](Appointment &a) { a.bodyHtml = QString(); },
+        {"no body",
+         [](Appointment &a) { a.bodyHtml = QString(); },
          {QStringLiteral("-X-ALT-DESC"), QStringLiteral("-DESCRIPTION")}},
     };
     const QByteArray before = fixture(QStringLiteral("windows_zones.ics"));
@@ -93,7 +104,10 @@ TEST_F(ChangesTest, AttendeesAreReadWithTheirKindAndKeepUnknownParameters) {
     EXPECT_EQ(changed.attendees, expected);
     changed.attendees[0].name = QStringLiteral("Grace");
     ASSERT_TRUE(file->update(changed));
-    EXPECT_TRUE(saved(*file).contains("ATTENDEE;CN=Grace;RSVP=TRUE;X-EXAMPLE-ROW=\"7:a;b\":mailto:grace@parlo.example"));
+    EXPECT_TRUE(
+        QByteArray(saved(*file))
+            .replace("\r\n ", "")
+            .contains("ATTENDEE;CN=Grace;RSVP=TRUE;X-EXAMPLE-ROW=\"7:a;b\":mailto:grace@parlo.example"));
 }
 
 TEST_F(ChangesTest, TheBodyIsTakenFromTheBestOfItsForms) {
@@ -102,7 +116,8 @@ TEST_F(ChangesTest, TheBodyIsTakenFromTheBestOfItsForms) {
     EXPECT_EQ(body("styled"), QStringLiteral("<p>Styled</p>"));
     EXPECT_EQ(body("alternative"), QStringLiteral("<p>Only   the\nalternative</p>"));
     EXPECT_EQ(body("data-address"), QStringLiteral("<p>In the address</p>"));
-    EXPECT_EQ(body("plain"), QStringLiteral("<html><body>1 &lt; 2 &amp; more<br>&nbsp;&nbsp;two blanks</body></html>"));
+    EXPECT_EQ(body("plain"),
+              QStringLiteral("<html><body>1 &lt; 2 &amp; more<br>&nbsp;&nbsp;two blanks</body></html>"));
     EXPECT_TRUE(body("nothing").isNull());
 }
 
@@ -153,7 +168,8 @@ TEST_F(ChangesTest, ARecordThatAnotherProgramWroteAsTextIsRead) {
 }
 
 TEST_F(ChangesTest, TextsKeepTheirLineEndsAndBlanks) {
-    for (const char *text : {"a\r\nb\r\n", "a\nb\n", "\r", "a\rb\nc\r\n\r\n", "  both ends  ", "\\n \\, \\; \\\\", "tab\there"}) {
+    for (const char *text : {"a\r\nb\r\n", "a\nb\n", "\r", "a\rb\nc\r\n\r\n", "  both ends  ",
+                             "\\n \\, \\; \\\\", "tab\there"}) {
         auto file = openedEvent("DTSTART:20250312T100000Z");
         Appointment changed = *file->find(QStringLiteral("one"));
         changed.location = changed.bodyHtml = QString::fromLatin1(text);

@@ -97,7 +97,8 @@ TEST_F(DiskTest, PermissionsAndLinksSurviveASave) {
     ASSERT_TRUE(QFile::setPermissions(path(), permissions));
     ASSERT_TRUE(QFile::link(path(), path(QStringLiteral("link.ics"))));
     (void)saved(*file);
-    EXPECT_EQ(QFile::permissions(path()) & QFileDevice::Permissions(0x7077), permissions & QFileDevice::Permissions(0x7077));
+    EXPECT_EQ(QFile::permissions(path()) & QFileDevice::Permissions(0x7077),
+              permissions & QFileDevice::Permissions(0x7077));
     auto linked = CalendarFile::open(path(QStringLiteral("link.ics")), nullptr);
     Appointment changed = linked->appointments().first();
     changed.summary = QStringLiteral("Through the link");

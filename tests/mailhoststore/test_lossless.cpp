@@ -12,15 +12,16 @@ class LosslessTest : public StoreTest {};
 
 // What another program would notice if one appointment's subject changes: nothing but these lines.
 const QSet<QString> linesOfAChangedSubject = {
-    QStringLiteral("+SUMMARY"),       QStringLiteral("-SUMMARY"),       QStringLiteral("+DTSTAMP"),
-    QStringLiteral("-DTSTAMP"),       QStringLiteral("+LAST-MODIFIED"), QStringLiteral("-LAST-MODIFIED"),
+    QStringLiteral("+SUMMARY"), QStringLiteral("-SUMMARY"),       QStringLiteral("+DTSTAMP"),
+    QStringLiteral("-DTSTAMP"), QStringLiteral("+LAST-MODIFIED"), QStringLiteral("-LAST-MODIFIED"),
     QStringLiteral("+UID") /* for the appointment that had none */};
 
 } // namespace
 
 TEST_F(LosslessTest, EveryDialectIsWrittenAsItWasRead) {
-    QList<QByteArray> texts = {sampleCalendar(QDate(2025, 3, 12)), QByteArray("BEGIN:VCALENDAR\rX:1\r 2\rEND:VCALENDAR\r"),
-                               "junk\r\n\r\n \r\nBEGIN:VCALENDAR\nX" + QByteArray(1, '\0') + "Y:1\n\n\nEND:VCALENDAR"};
+    QList<QByteArray> texts = {
+        sampleCalendar(QDate(2025, 3, 12)), QByteArray("BEGIN:VCALENDAR\rX:1\r 2\rEND:VCALENDAR\r"),
+        "junk\r\n\r\n \r\nBEGIN:VCALENDAR\nX" + QByteArray(1, '\0') + "Y:1\n\n\nEND:VCALENDAR"};
     for (const QString &name : fixtures())
         texts.append(fixture(name));
     ASSERT_GE(texts.size(), 8);
@@ -37,7 +38,8 @@ TEST_F(LosslessTest, AChangedSubjectLeavesAllOtherLinesOfEveryDialectAlone) {
         auto file = opened(before);
         for (const Appointment &original : file->appointments()) {
             Appointment changed = original;
-            changed.summary = QStringLiteral("Changed; a, b\\ and a text that is long enough to be folded: äöüäöüäöüäöü");
+            changed.summary =
+                QStringLiteral("Changed; a, b\\ and a text that is long enough to be folded: äöüäöüäöüäöü");
             ASSERT_TRUE(file->update(changed));
             const QByteArray after = saved(*file);
             for (const QString &line : changedNames(before, after))
@@ -46,7 +48,8 @@ TEST_F(LosslessTest, AChangedSubjectLeavesAllOtherLinesOfEveryDialectAlone) {
             ASSERT_TRUE(again);
             EXPECT_EQ(again->find(changed.uid, changed.recurrenceId)->summary, changed.summary);
             EXPECT_EQ(after.contains("\r\n"), before.contains("\r\n"));
-            EXPECT_EQ(QByteArray(after).replace("\r\n", "").contains('\n'), QByteArray(before).replace("\r\n", "").contains('\n'));
+            EXPECT_EQ(QByteArray(after).replace("\r\n", "").contains('\n'),
+                      QByteArray(before).replace("\r\n", "").contains('\n'));
             file = opened(before);
         }
     }
@@ -85,7 +88,8 @@ TEST_F(LosslessTest, AnAppointmentWithoutIdentifierKeepsTheOneItIsGiven) {
 TEST_F(LosslessTest, FoldingNeverCutsACharacterAndKeepsLinesShort) {
     auto file = CalendarFile::create(path());
     Appointment appointment;
-    appointment.summary = QStringLiteral("a") + QString(40, QChar(0x20AC)) + QString::fromUcs4(U"\U0001F600").repeated(40);
+    appointment.summary =
+        QStringLiteral("a") + QString(40, QChar(0x20AC)) + QString::fromUcs4(U"\U0001F600").repeated(40);
     const QString uid = file->add(appointment);
     const auto lines = saved(*file).split('\n');
     for (const QByteArray &line : lines) {

@@ -22,17 +22,20 @@ TEST_F(MessagesTest, AnItipMessageIsACalendarOfItsOwn) {
     changed.ucCapabilities = QStringLiteral("{}");
     ASSERT_TRUE(file->update(changed));
     const QByteArray request = file->itipMessage(m_uid, {}, false);
-    for (const char *has : {"\r\nMETHOD:REQUEST\r\n", "\r\nSEQUENCE:4\r\n", "\r\nTZID:W. Europe Standard Time\r\n",
-                            "\r\nX-EXAMPLE-BUSYSTATUS:BUSY\r\n", "\r\nORGANIZER;CN=\"Example, Ada\":mailto:ada@parlo.example\r\n"})
+    for (const char *has : {"\r\nMETHOD:REQUEST\r\n", "\r\nSEQUENCE:4\r\n",
+                            "\r\nTZID:W. Europe Standard Time\r\n", "\r\nX-EXAMPLE-BUSYSTATUS:BUSY\r\n",
+                            "\r\nORGANIZER;CN=\"Example, Ada\":mailto:ada@parlo.example\r\n"})
         EXPECT_TRUE(request.contains(has)) << has;
-    for (const char *hasNot : {"VALARM", "X-PARLO-UC-CAPABILITIES", "Customized Time Zone", "STATUS:CANCELLED"})
+    for (const char *hasNot :
+         {"VALARM", "X-PARLO-UC-CAPABILITIES", "Customized Time Zone", "STATUS:CANCELLED"})
         EXPECT_FALSE(request.contains(hasNot)) << hasNot;
     EXPECT_EQ(request.count("BEGIN:VEVENT"), 1);
     const QByteArray cancel = file->itipMessage(m_uid, {}, true);
     EXPECT_TRUE(cancel.contains("METHOD:CANCEL\r\n") && cancel.contains("\r\nSTATUS:CANCELLED\r\n"));
     EXPECT_TRUE(file->itipMessage(QStringLiteral("unknown"), {}, false).isEmpty());
     // A zone that the file does not explain is explained to the receivers.
-    EXPECT_TRUE(file->itipMessage(QStringLiteral("no-zone-component"), {}, false).contains("TZID:Tokyo Standard Time\r\n"));
+    EXPECT_TRUE(file->itipMessage(QStringLiteral("no-zone-component"), {}, false)
+                    .contains("TZID:Tokyo Standard Time\r\n"));
 
     write(request, QStringLiteral("received.ics"));
     auto received = CalendarFile::open(path(QStringLiteral("received.ics")), nullptr);
@@ -47,7 +50,8 @@ TEST_F(MessagesTest, AMailMessageIsWrittenForMailPrograms) {
     appointment.summary = QStringLiteral("Zahlen für März\r\nBcc: everybody@x.example");
     appointment.attendees[1].name = QStringLiteral("Tomás \"T\" Muster");
     QString error;
-    const QString written = writeImipMessage(path(QStringLiteral("outbox")), *file, appointment, false, &error);
+    const QString written =
+        writeImipMessage(path(QStringLiteral("outbox")), *file, appointment, false, &error);
     ASSERT_FALSE(written.isNull()) << qPrintable(error);
     const QByteArray mail = octets(written);
     EXPECT_EQ(mail.count('\n'), mail.count("\r\n"));
@@ -61,8 +65,8 @@ TEST_F(MessagesTest, AMailMessageIsWrittenForMailPrograms) {
     EXPECT_TRUE(head.contains("Subject: =?UTF-8?B?"));
     EXPECT_TRUE(QString::fromLatin1(head).contains(
         QRegularExpression(QStringLiteral("\\r\\nMessage-ID: <[^@>]+@parlo\\.example>\\r\\n"))));
-    EXPECT_TRUE(QString::fromLatin1(head).contains(QRegularExpression(
-        QStringLiteral("\\r\\nDate: [A-Z][a-z]{2}, \\d+ [A-Z][a-z]{2} \\d{4} \\d{2}:\\d{2}:\\d{2} [+-]\\d{4}\\r\\n"))));
+    EXPECT_TRUE(QString::fromLatin1(head).contains(QRegularExpression(QStringLiteral(
+        "\\r\\nDate: [A-Z][a-z]{2}, \\d+ [A-Z][a-z]{2} \\d{4} \\d{2}:\\d{2}:\\d{2} [+-]\\d{4}\\r\\n"))));
     EXPECT_TRUE(mail.contains("Content-Type: text/calendar; method=REQUEST; charset=UTF-8;"));
     EXPECT_TRUE(mail.contains("Content-Type: text/plain; charset=UTF-8\r\n"));
     EXPECT_TRUE(mail.contains(file->itipMessage(m_uid, {}, false).left(100)));
@@ -75,7 +79,8 @@ TEST_F(MessagesTest, WhatCannotBeSentIsExplained) {
     Appointment appointment = *file->find(m_uid);
     QString error;
     write("x", QStringLiteral("blocked"));
-    EXPECT_TRUE(writeImipMessage(path(QStringLiteral("blocked")), *file, appointment, false, &error).isNull());
+    EXPECT_TRUE(
+        writeImipMessage(path(QStringLiteral("blocked")), *file, appointment, false, &error).isNull());
     EXPECT_TRUE(error.contains(QStringLiteral("cannot be written")));
     appointment.attendees.clear();
     EXPECT_TRUE(writeImipMessage(path(QStringLiteral("outbox")), *file, appointment, false, &error).isNull());
@@ -87,7 +92,8 @@ TEST_F(MessagesTest, EncodedWordsAreWholeAndDecodeToTheText) {
     const QString text = QString::fromUcs4(U"\u20AC\U0001F600").repeated(40);
     const QByteArray header = textHeader("Subject", text);
     QByteArray decoded;
-    auto words = QRegularExpression(QStringLiteral("=\\?UTF-8\\?B\\?([^?]*)\\?=")).globalMatch(QString::fromLatin1(header));
+    auto words = QRegularExpression(QStringLiteral("=\\?UTF-8\\?B\\?([^?]*)\\?="))
+                     .globalMatch(QString::fromLatin1(header));
     while (words.hasNext()) {
         const auto word = words.next();
         EXPECT_LE(word.capturedLength(), 75);

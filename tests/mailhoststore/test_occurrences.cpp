@@ -38,16 +38,19 @@ TEST_F(OccurrencesTest, RulesGiveTheirDays) {
          "03-28 09:00, 03-29 09:00, 03-30 09:00"},
         {"DTSTART;TZID=America/New_York:20250307T090000\r\nRRULE:FREQ=DAILY;COUNT=4",
          "03-07 15:00, 03-08 15:00, 03-09 14:00, 03-10 14:00"},
-        {"DTSTART;TZID=Europe/Berlin:20250328T090000\r\nRRULE:FREQ=DAILY;UNTIL=20250329", "03-28 09:00, 03-29 09:00"},
+        {"DTSTART;TZID=Europe/Berlin:20250328T090000\r\nRRULE:FREQ=DAILY;UNTIL=20250329",
+         "03-28 09:00, 03-29 09:00"},
         {"DTSTART;TZID=Europe/Berlin:20250310T090000\r\nRRULE:FREQ=DAILY;COUNT=4\r\n"
          "EXDATE;TZID=Europe/Berlin:20250311T090000\r\nEXDATE;VALUE=DATE:20250312\r\nEXDATE:20250313T080000Z",
          "03-10 09:00"},
         {"DTSTART:20250310T080000Z\r\nRDATE:20250312T080000Z,20250314T090000Z\r\nEXDATE:20250310T080000Z",
          "03-12 09:00, 03-14 10:00"},
         {"DTSTART:20250310T080000Z\r\nRDATE;VALUE=PERIOD:20250312T080000Z/PT3H", "03-10 09:00, 03-12 09:00"},
-        {"DTSTART;VALUE=DATE:20250310\r\nRRULE:FREQ=DAILY;COUNT=2\r\nEXDATE;VALUE=DATE:20250310", "03-11 00:00"},
+        {"DTSTART;VALUE=DATE:20250310\r\nRRULE:FREQ=DAILY;COUNT=2\r\nEXDATE;VALUE=DATE:20250310",
+         "03-11 00:00"},
         // Its first day counts although the rule does not name it.
-        {"DTSTART:20250311T080000Z\r\nRRULE:FREQ=WEEKLY;BYDAY=MO;UNTIL=20250320T000000Z", "03-11 09:00, 03-17 09:00"},
+        {"DTSTART:20250311T080000Z\r\nRRULE:FREQ=WEEKLY;BYDAY=MO;UNTIL=20250320T000000Z",
+         "03-11 09:00, 03-17 09:00"},
         // Reaches into the month.
         {"DTSTART:20250228T200000Z\r\nDTEND:20250301T200000Z\r\nRRULE:FREQ=YEARLY", "02-28 21:00"},
         {"DTSTART:20250228T200000Z\r\nDTEND:20250228T230000Z", ""},
@@ -62,9 +65,10 @@ TEST_F(OccurrencesTest, RulesGiveTheirDays) {
 
 TEST_F(OccurrencesTest, ALaterWeekIsListedAsIfTheSeriesHadBeenFollowedFromItsStart) {
     for (const char *rule :
-         {"FREQ=WEEKLY;INTERVAL=3;BYDAY=TU,SU;WKST=SU", "FREQ=WEEKLY;INTERVAL=2;BYDAY=MO,SU", "FREQ=DAILY;INTERVAL=17",
-          "FREQ=MONTHLY;INTERVAL=5;BYMONTHDAY=31", "FREQ=MONTHLY;BYDAY=MO,TU,WE,TH,FR;BYSETPOS=2,-2",
-          "FREQ=YEARLY;INTERVAL=3;BYMONTH=2,11;BYDAY=1SU", "FREQ=DAILY;BYMONTH=1,6;INTERVAL=4", "FREQ=HOURLY;INTERVAL=35"}) {
+         {"FREQ=WEEKLY;INTERVAL=3;BYDAY=TU,SU;WKST=SU", "FREQ=WEEKLY;INTERVAL=2;BYDAY=MO,SU",
+          "FREQ=DAILY;INTERVAL=17", "FREQ=MONTHLY;INTERVAL=5;BYMONTHDAY=31",
+          "FREQ=MONTHLY;BYDAY=MO,TU,WE,TH,FR;BYSETPOS=2,-2", "FREQ=YEARLY;INTERVAL=3;BYMONTH=2,11;BYDAY=1SU",
+          "FREQ=DAILY;BYMONTH=1,6;INTERVAL=4", "FREQ=HOURLY;INTERVAL=35"}) {
         SCOPED_TRACE(rule);
         const QByteArray lines = "DTSTART;TZID=Europe/Berlin:20190102T083000\r\nRRULE:" + QByteArray(rule);
         // A count makes it start from the beginning.
@@ -72,7 +76,7 @@ TEST_F(OccurrencesTest, ALaterWeekIsListedAsIfTheSeriesHadBeenFollowedFromItsSta
         auto open = openedEvent(lines);
         for (int year = 2019; year < 2032; year += 3) {
             const QDate from(year, 5, 14);
-            EXPECT_EQ(starts(*open, from, 400), starts(*counted, from, 400)) << year;
+            EXPECT_EQ(starts(*open, from, 400).toStdString(), starts(*counted, from, 400).toStdString());
         }
     }
 }
@@ -136,10 +140,13 @@ TEST_F(OccurrencesTest, TheSampleWeekIsAWeekOfWork) {
 TEST_F(OccurrencesTest, TenThousandAppointmentsOpenAndListQuickly) {
     QByteArray text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n";
     for (int i = 0; i < 10000; ++i) {
-        const QByteArray date = QDate(2020, 1, 1).addDays(i / 5).toString(QStringLiteral("yyyyMMdd")).toLatin1();
+        const QByteArray date =
+            QDate(2020, 1, 1).addDays(i / 5).toString(QStringLiteral("yyyyMMdd")).toLatin1();
         text += "BEGIN:VEVENT\r\nUID:" + QByteArray::number(i) + "\r\nDTSTAMP:20250101T000000Z\r\n";
-        text += "DTSTART;TZID=Europe/Berlin:" + date + "T100000\r\nDTEND;TZID=Europe/Berlin:" + date + "T110000\r\n";
-        text += "SUMMARY:Appointment\r\nDESCRIPTION:Some words about it\r\nATTENDEE;CN=G:mailto:g@parlo.example\r\n";
+        text += "DTSTART;TZID=Europe/Berlin:" + date + "T100000\r\nDTEND;TZID=Europe/Berlin:" + date +
+                "T110000\r\n";
+        text += "SUMMARY:Appointment\r\nDESCRIPTION:Some words about "
+                "it\r\nATTENDEE;CN=G:mailto:g@parlo.example\r\n";
         text += i % 10 == 0 ? "RRULE:FREQ=WEEKLY\r\nEND:VEVENT\r\n" : "END:VEVENT\r\n";
     }
     text += "END:VCALENDAR\r\n";

@@ -26,17 +26,20 @@ class TimesTest : public StoreTest {};
 
 TEST_F(TimesTest, TimesAreReadAsTheFormatSays) {
     const TimeCase cases[] = {
-        {"DTSTART:20250312T100000Z\r\nDTEND:20250312T110000Z", Kind::Utc, "2025-03-12 10:00", "2025-03-12 11:00"},
+        {"DTSTART:20250312T100000Z\r\nDTEND:20250312T110000Z", Kind::Utc, "2025-03-12 10:00",
+         "2025-03-12 11:00"},
         {"DTSTART;TZID=Europe/Berlin:20250312T100000\r\nDURATION:PT90M", Kind::Zoned, "2025-03-12 09:00",
          "2025-03-12 10:30"},
         {"DTSTART;TZID=Europe/Berlin:20250712T100000", Kind::Zoned, "2025-07-12 08:00", "2025-07-12 08:00"},
-        {"DTSTART;TZID=\"Tokyo Standard Time\":20250312T100000", Kind::Zoned, "2025-03-12 01:00", "2025-03-12 01:00"},
+        {"DTSTART;TZID=\"Tokyo Standard Time\":20250312T100000", Kind::Zoned, "2025-03-12 01:00",
+         "2025-03-12 01:00"},
         {"DTSTART;TZID=/freeassociation.sourceforge.net/America/New_York:20250312T100000", Kind::Zoned,
          "2025-03-12 14:00", "2025-03-12 14:00"},
-        {"DTSTART;TZID=/a.b/c/America/Argentina/Buenos_Aires:20250312T100000", Kind::Zoned, "2025-03-12 13:00",
-         "2025-03-12 13:00"},
+        {"DTSTART;TZID=/a.b/c/America/Argentina/Buenos_Aires:20250312T100000", Kind::Zoned,
+         "2025-03-12 13:00", "2025-03-12 13:00"},
         {"DTSTART;TZID=Nowhere:20250312T100000", Kind::Zoned, "2025-03-12 09:00", "2025-03-12 09:00", 1},
-        {"DTSTART:20250312T100000\r\nDTEND:20250312T110000", Kind::Floating, "2025-03-12 10:00", "2025-03-12 11:00"},
+        {"DTSTART:20250312T100000\r\nDTEND:20250312T110000", Kind::Floating, "2025-03-12 10:00",
+         "2025-03-12 11:00"},
         {"DTSTART;VALUE=DATE:20250312", Kind::Date, "2025-03-12 00:00", "2025-03-13 00:00"},
         {"DTSTART;VALUE=DATE:20250312\r\nDURATION:P1W", Kind::Date, "2025-03-12 00:00", "2025-03-19 00:00"},
         {"DTSTART:20250312\r\nDTEND:20250314", Kind::Date, "2025-03-12 00:00", "2025-03-14 00:00"},
@@ -48,7 +51,8 @@ TEST_F(TimesTest, TimesAreReadAsTheFormatSays) {
         // Skipped by the clock, and shown twice by it.
         {"DTSTART;TZID=Europe/Berlin:20250330T023000", Kind::Zoned, "2025-03-30 01:30", "2025-03-30 01:30"},
         {"DTSTART;TZID=Europe/Berlin:20251026T023000", Kind::Zoned, "2025-10-26 00:30", "2025-10-26 00:30"},
-        {"DTSTART:20250312T100000Z\r\nDTEND:20250312T090000Z", Kind::Utc, "2025-03-12 10:00", "2025-03-12 10:00"},
+        {"DTSTART:20250312T100000Z\r\nDTEND:20250312T090000Z", Kind::Utc, "2025-03-12 10:00",
+         "2025-03-12 10:00"},
         {"DTSTART:20250312T100000Z\r\nDURATION:-PT1H", Kind::Utc, "2025-03-12 10:00", "2025-03-12 10:00"},
     };
     for (const TimeCase &test : cases) {
@@ -80,8 +84,7 @@ TEST_F(TimesTest, AMovedAppointmentStaysInItsZone) {
         const char *uid;
         const char *line;
     } cases[] = {
-        {"windows_zones.ics", "numbers@example",
-         "DTSTART;TZID=\"W. Europe Standard Time\":20250403T090000"},
+        {"windows_zones.ics", "numbers@example", "DTSTART;TZID=\"W. Europe Standard Time\":20250403T090000"},
         {"windows_zones.ics", "custom-zone", "DTSTART;TZID=Customized Time Zone:20250406T100000"},
         {"prefixed_zones.ics", "prefixed@example",
          "dtstart;tzid=/freeassociation.sourceforge.net/America/New_York:20250410T093000"},
@@ -94,7 +97,8 @@ TEST_F(TimesTest, AMovedAppointmentStaysInItsZone) {
         auto file = opened(fixture(QString::fromLatin1(test.fixture)));
         Appointment moved = *file->find(QString::fromLatin1(test.uid));
         // The same instant of day in UTC, a month and perhaps an hour later.
-        const bool zoneOfBerlin = moved.start.value.timeZone().id() == "Europe/Berlin" || moved.start.kind == Kind::Date ||
+        const bool zoneOfBerlin = moved.start.value.timeZone().id() == "Europe/Berlin" ||
+                                  moved.start.kind == Kind::Date ||
                                   moved.start.value.timeSpec() == Qt::LocalTime;
         const auto move = [&](const QDateTime &time) {
             return zoneOfBerlin ? time.addDays(31) : time.addDays(31).addSecs(3600);
@@ -138,7 +142,8 @@ TEST_F(TimesTest, ANewZoneBringsItsRulesIntoTheFileOnce) {
     for (const char *lineEnd : {"\n", "\r\n"}) {
         QByteArray text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nEND:VCALENDAR\r\n";
         auto file = opened(text.replace("\r\n", lineEnd));
-        for (const char *zone : {"America/New_York", "America/New_York", "Asia/Kolkata", "Tokyo Standard Time"}) {
+        for (const char *zone :
+             {"America/New_York", "America/New_York", "Asia/Kolkata", "Tokyo Standard Time"}) {
             Appointment added;
             added.start.zoneId = added.end.zoneId = QString::fromLatin1(zone);
             added.start.value = QDateTime(QDate(2025, 7, 1), QTime(13, 0), Qt::UTC);
@@ -154,16 +159,18 @@ TEST_F(TimesTest, ANewZoneBringsItsRulesIntoTheFileOnce) {
         EXPECT_EQ(written.contains('\r'), qstrlen(lineEnd) == 2);
         EXPECT_FALSE(written.contains("-0456")) << "rules of the nineteenth century";
         for (const Appointment &read : CalendarFile::open(path(), nullptr)->appointments())
-            EXPECT_EQ(read.start.value, QDateTime(QDate(2025, 7, 1), QTime(13, 0), Qt::UTC));
+            EXPECT_EQ(read.start.value, QDateTime(QDate(2025, 7, 1), QTime(13, 0), Qt::UTC))
+                << qPrintable(read.start.zoneId);
     }
 }
 
 TEST_F(TimesTest, WrittenZoneRulesAgreeWithTheSystem) {
-    for (const char *zone : {"America/New_York", "Europe/London", "Australia/Lord_Howe", "Africa/Casablanca", "Asia/Kolkata",
-                             "America/Sao_Paulo", "Europe/Moscow"}) {
+    for (const char *zone : {"America/New_York", "Europe/London", "Australia/Lord_Howe", "Africa/Casablanca",
+                             "Asia/Kolkata", "America/Sao_Paulo", "Europe/Moscow"}) {
         auto file = CalendarFile::create(path(QString::fromLatin1(zone).replace(u'/', u'_')));
         QList<QDateTime> instants;
-        for (QDateTime t(QDate(1990, 1, 5), QTime(12, 0), Qt::UTC); t.date().year() < 2035; t = t.addDays(71)) {
+        for (QDateTime t(QDate(1990, 1, 5), QTime(12, 0), Qt::UTC); t.date().year() < 2035;
+             t = t.addDays(71)) {
             Appointment added;
             added.start.zoneId = added.end.zoneId = QString::fromLatin1(zone);
             added.start.value = added.end.value = t;
@@ -173,12 +180,13 @@ TEST_F(TimesTest, WrittenZoneRulesAgreeWithTheSystem) {
         (void)saved(*file);
         const auto read = CalendarFile::open(file->path(), nullptr)->appointments();
         for (qsizetype i = 0; i < read.size(); ++i)
-            ASSERT_EQ(read[i].start.value, instants[i]) << zone;
+            ASSERT_EQ(read[i].start.value, instants[i]) << zone << ' ' << qPrintable(instants[i].toString());
     }
 }
 
 TEST_F(TimesTest, AnAppointmentCanBecomeAWholeDayAndBack) {
-    auto file = openedEvent("DTSTART;TZID=Europe/Berlin:20250312T100000\r\nDTEND;TZID=Europe/Berlin:20250312T110000");
+    auto file =
+        openedEvent("DTSTART;TZID=Europe/Berlin:20250312T100000\r\nDTEND;TZID=Europe/Berlin:20250312T110000");
     Appointment changed = *file->find(QStringLiteral("one"));
     const Appointment original = changed;
     changed.start = {Kind::Date, QDate(2025, 3, 12).startOfDay(), {}};

@@ -148,6 +148,8 @@ QString ScriptedClient::accountsAnswer(const QList<Account> &accounts) {
         wire::PACMeeting *meeting = response.mutable_pac_info()->add_meetings();
         meeting->set_meeting_number(account.meetingID);
         meeting->set_invitation_email(account.invitation.toStdString());
+        if (account.number.isEmpty())
+            continue;
         wire::CountryCodeProto *number = meeting->add_toll_free_numbers();
         number->set_number(account.number.toStdString());
         number->set_country("US");

@@ -20,7 +20,7 @@ public:
         QVariantMap json; // of Start, Schedule and Update
     };
     struct Account {
-        QString number; // toll-free, in the US
+        QString number; // toll-free, in the US; empty: the account has none
         qint64 meetingID;
         QString invitation;
     };

@@ -36,6 +36,15 @@ rt::Class *eventClass() {
     return cls;
 }
 
+rt::Class *accountClass() {
+    static rt::Class *cls = [] {
+        rt::Class *made = rt::defineClass(QStringLiteral("ECEmailAccount"));
+        rt::addMethod(made, "emailAddress", read<HostAccount, &HostAccount::address>, "@@:");
+        return made;
+    }();
+    return cls;
+}
+
 rt::Class *editorClass() {
     static rt::Class *cls = [] {
         rt::Class *made = rt::defineClass(QStringLiteral("ERCalendarEventEditorViewController"));
@@ -49,6 +58,12 @@ rt::Class *editorClass() {
             made, "view",
             [](rt::Object *self, rt::Selector, rt::Args) {
                 return rt::fromWidget(static_cast<HostEditor *>(self)->view);
+            },
+            "@@:");
+        rt::addMethod(
+            made, "currentEmailAccount",
+            [](rt::Object *self, rt::Selector, rt::Args) {
+                return rt::fromObject(&static_cast<HostEditor *>(self)->account);
             },
             "@@:");
         rt::addMethod(made, "uncommittedChanges", read<HostEditor, &HostEditor::uncommitted>, "@@:");
@@ -103,6 +118,9 @@ rt::Class *windowControllerClass() {
 
 HostEvent::HostEvent()
     : Object(eventClass()) {}
+
+HostAccount::HostAccount()
+    : Object(accountClass()) {}
 
 HostEditor::HostEditor()
     : Object(editorClass()) {}

@@ -18,9 +18,15 @@ struct HostEvent : rt::Object {
     QString stored;
 };
 
+struct HostAccount : rt::Object {
+    HostAccount();
+    QString address;
+};
+
 struct HostEditor : rt::Object {
     HostEditor();
     HostEvent event;
+    HostAccount account;
     QWidget *view = nullptr;
     QVariantMap uncommitted;
     bool cancelMode = false;

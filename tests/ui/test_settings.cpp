@@ -2,20 +2,16 @@
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/vlCommon.h"
 #include "plugin/link/vlUserProfileHelper.h"
-#include "plugin/ui/settings/ButtonGroupViewController.h"
 #include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
 #include "plugin/ui/settings/VlSettingViewController.h"
 #include "plugin/util/vlFileUtils.h"
 #include "plugin/util/vlOLUtils.h"
-#include "plugin/util/vlPluginBuildMgr.h"
 #include "tests/ui/UiFixture.h"
 
 #include <QAccessible>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QDialog>
-#include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -252,13 +248,6 @@ TEST_F(SettingsSheet, MayCloseItsOwnEditorByContinuing) {
     platform::services().notifications->removeObserver(closer);
     EXPECT_TRUE(vlIsFileExist(profileFile())) << "the rest of the commit was lost";
     EXPECT_FALSE(sheets.hasSchSettingWindow(editor.id()));
-}
-
-TEST_F(SettingsSheet, ShowsForWhomItSchedules) {
-    if (!vlPluginBuildMgr::supportScheduleFor())
-        GTEST_SKIP() << "this edition does not schedule for others";
-    show();
-    EXPECT_TRUE(find<QWidget>("onbehalfView")->isHidden());
 }
 
 TEST_F(SettingsSheet, IsModalForItsWindowAndStartsWithNoControlFocused) {

@@ -4,6 +4,7 @@
 #include "platform/services/Services.h"
 #include "plugin/link/linkSession.h"
 #include "plugin/link/vlAPIMgr.h"
+#include "plugin/link/vlAppHelper.h"
 #include "plugin/link/vlCommon.h"
 #include "plugin/link/vlGetMeetingHelper.h"
 #include "plugin/link/vlGetPACHelper.h"
@@ -11,7 +12,7 @@
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/workflowSession.h"
 
-#include <QLineEdit>
+#include <QDir>
 
 const QString WorkflowTest::key = QStringLiteral("key-1");
 const QString WorkflowTest::joinUrl = QStringLiteral("https://meet.example/j/1");
@@ -93,6 +94,15 @@ void WorkflowTest::givenSavedSettings(const QVariantMap &settings) {
     vlCommon::createDocumentOutlookPluginRootPath();
     vlOLUtils::saveStrToFile(vlOLUtils::toJSONString(settings),
                              vlCommon::getVlUserProfilePath(theUser().value("userId").toString()));
+}
+
+void WorkflowTest::givenTheHostIs(const QString &version) {
+    const QString path = QStringLiteral("/Applications/Host.app");
+    desktop.workspace->bundles.append({keyOutlookIdentifier, path, {}});
+    const QString contents = desktop.workspace->resolve(path) + "/Contents";
+    QDir().mkpath(contents);
+    platform::services().propertyLists->write(contents + "/Info.plist",
+                                              QVariantMap{{"CFBundleShortVersionString", version}});
 }
 
 void WorkflowTest::theEditorCloses() {

@@ -116,13 +116,14 @@ void BodyText::align() {
     m_aligned = next == solids.size();
 }
 
-void BodyText::followChange() {
+void BodyText::followChange(int position) {
     if (m_loading || !m_document)
         return;
     const QString now = m_document->toRawText();
     m_cacheValid = false;
     const auto mismatch = std::mismatch(now.begin(), now.end(), m_current.begin(), m_current.end());
-    const qsizetype prefix = mismatch.first - now.begin();
+    // Two equal characters side by side: the place of the change tells which of them is new.
+    const qsizetype prefix = std::min<qsizetype>(mismatch.first - now.begin(), position);
     const qsizetype most = std::min(now.size(), m_current.size()) - prefix;
     qsizetype suffix = 0;
     while (suffix < most && now[now.size() - 1 - suffix] == m_current[m_current.size() - 1 - suffix])

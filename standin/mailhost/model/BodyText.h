@@ -43,7 +43,7 @@ private:
         friend bool operator==(const Style &, const Style &) = default;
     };
     static Style styleOf(const QTextCharFormat &format);
-    void followChange();
+    void followChange(int position);
     void placeBookmarks();
     void align();
     [[nodiscard]] std::vector<Style> styles() const;

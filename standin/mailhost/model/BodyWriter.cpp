@@ -251,8 +251,21 @@ void BodyWriter::writeBreak(int position, qsizetype sourcePosition) {
     const bool wasOpen = m_listOpen;
     leaveBlock();
     const int next = m_blockAt[std::size_t(position)] + 1;
-    if (!wasOpen && !m_newList[std::size_t(next)])
-        m_out += m_text.m_source.paragraphBreakAt(sourcePosition);
+    if (wasOpen || m_newList[std::size_t(next)])
+        return;
+    const QString tags = m_text.m_source.paragraphBreakAt(sourcePosition);
+    const QString &text = m_text.m_current;
+    const bool emptyBefore = position == 0 || isBlockEnd(text[position - 1]);
+    const bool emptyAfter = position + 1 == text.size() || isBlockEnd(text[position + 1]);
+    const bool typedAfter =
+        !emptyAfter || position + 1 == text.size() || m_text.m_origin[std::size_t(position) + 1] < 0;
+    // A paragraph with nothing in it would not be shown.
+    const bool paragraphs = tags != u"<br>";
+    if (paragraphs && emptyBefore)
+        m_out += u"&nbsp;"_qs;
+    m_out += tags;
+    if (paragraphs && emptyAfter && (!typedAfter || position + 1 == text.size()))
+        m_out += u"&nbsp;"_qs;
 }
 
 void BodyWriter::writeNew(int from, int to, const Style &around, qsizetype sourcePosition) {

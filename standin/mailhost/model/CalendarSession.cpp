@@ -29,7 +29,7 @@ Mailbox calendarOwner(const QList<Appointment> &appointments) {
         count.meetings += 1;
         count.organized += organizer ? 1 : 0;
         if (count.mailbox.email.isEmpty() || (count.mailbox.name.isEmpty() && !name.isEmpty()))
-            count.mailbox = {name.isEmpty() ? email.section(u'@', 0, 0) : name, email};
+            count.mailbox = {name, email};
     };
     for (const Appointment &appointment : appointments) {
         if (appointment.organizerEmail.isEmpty())
@@ -48,6 +48,8 @@ Mailbox calendarOwner(const QList<Appointment> &appointments) {
     for (const Count &count : std::as_const(counts))
         if (std::pair(count.meetings, count.organized) > std::pair(best.meetings, best.organized))
             best = count;
+    if (best.mailbox.name.isEmpty())
+        best.mailbox.name = best.mailbox.email.section(u'@', 0, 0);
     return best.mailbox;
 }
 

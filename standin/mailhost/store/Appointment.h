@@ -18,8 +18,9 @@ struct CalendarTime {
         Date      // a whole day
     };
     Kind kind = Kind::Zoned;
-    QDateTime value;   // zoned and UTC: the instant in its zone; floating and date: local clock time of the system's zone
-    QString zoneId;    // the TZID as written in the file (may be a Windows name or unknown); empty unless Zoned
+    QDateTime value; // zoned and UTC: the instant in its zone; floating and date: local clock time of the
+                     // system's zone
+    QString zoneId;  // the TZID as written in the file (may be a Windows name or unknown); empty unless Zoned
     friend bool operator==(const CalendarTime &a, const CalendarTime &b) = default;
 };
 
@@ -33,31 +34,32 @@ struct Attendee {
 };
 
 struct Appointment {
-    QString uid;                // never empty for one that is in a file
-    QString recurrenceId;       // RECURRENCE-ID as written; empty for a single appointment or the series itself
-    QString summary;            // null when the file has none
-    QString location;           // null when the file has none
+    QString uid;          // never empty for one that is in a file
+    QString recurrenceId; // RECURRENCE-ID as written; empty for a single appointment or the series itself
+    QString summary;      // null when the file has none
+    QString location;     // null when the file has none
     CalendarTime start;
-    CalendarTime end;           // computed from DURATION where the file has that
-    QString recurrenceRule;     // RRULE as written; empty when it does not recur
+    CalendarTime
+        end; // computed from DURATION where the file has that; of whole days the day behind the last one
+    QString recurrenceRule; // RRULE as written; empty when it does not recur
     QString organizerName;
-    QString organizerEmail;     // empty: an appointment without meeting
-    QList<Attendee> attendees;  // in the file's order
-    QString bodyHtml;           // STYLED-DESCRIPTION or X-ALT-DESC; made from DESCRIPTION when there is only that
-    QString ucCapabilities;     // the private field, to the letter; null when the file has none
-    QString status;             // STATUS, upper case; empty when the file has none
+    QString organizerEmail;    // empty: an appointment without meeting
+    QList<Attendee> attendees; // in the file's order
+    QString bodyHtml;       // STYLED-DESCRIPTION or X-ALT-DESC; made from DESCRIPTION when there is only that
+    QString ucCapabilities; // the private field, to the letter; null when the file has none
+    QString status;         // STATUS, upper case; empty when the file has none
     int sequence = 0;
 };
 
 // One row of a week: an appointment, or one occurrence of a series.
 struct Occurrence {
     QString uid;
-    QString recurrenceId;       // of an exception; empty otherwise
-    QDateTime start;            // in the system's zone
+    QString recurrenceId; // of an exception; empty otherwise
+    QDateTime start;      // in the system's zone
     QDateTime end;
     bool allDay = false;
-    bool isOccurrence = false;  // stands for one day of a series, not for the series
-    bool isException = false;   // an occurrence that the file changes
+    bool isOccurrence = false; // stands for one day of a series, not for the series
+    bool isException = false;  // an occurrence that the file changes
     QString summary;
     QString location;
     bool hasMeetingRecord = false; // ucCapabilities is not empty

@@ -18,7 +18,8 @@ void setText(Component &component, const QByteArray &name, const QString &text) 
 
 QByteArray addressOf(const QString &email) {
     const bool isAddress = email.startsWith(QStringLiteral("urn:")) || email.contains(QStringLiteral(":/"));
-    // Everything that mail addresses consist of stays readable; the rest could end the line or mean something else.
+    // Everything that mail addresses consist of stays readable; the rest could end the line or mean something
+    // else.
     return (isAddress ? "" : "mailto:") + email.toUtf8().toPercentEncoding("@!$&'()*+,;=:/#[]{}|~^`");
 }
 
@@ -39,8 +40,8 @@ void writeMoment(Component &component, const QByteArray &name, const Moment &mom
         zones.ensureComponent(moment.zoneId); // last: it moves nothing of the component, but costs
 }
 
-// An instant in the hour that a clock shows twice can only be told in UTC; a series keeps its zone all the same, as its
-// other days need it.
+// An instant in the hour that a clock shows twice can only be told in UTC; a series keeps its zone all the
+// same, as its other days need it.
 Moment writableMoment(const CalendarTime &time, bool recurs, ZoneTable &zones) {
     Moment moment = momentOf(time, zones);
     const Seconds utc = time.value.toSecsSinceEpoch();
@@ -59,14 +60,15 @@ void writeEnd(Component &component, const Appointment &appointment, ZoneTable &z
         return;
     }
     const bool days = start->kind == Kind::Date;
-    duration->setValue(durationText(days ? Span{(end.clock - start->clock) / 86400, 0}
-                                         : Span{0, end.utc() - start->utc()}));
+    duration->setValue(
+        durationText(days ? Span{(end.clock - start->clock) / 86400, 0} : Span{0, end.utc() - start->utc()}));
 }
 
 bool writeTimes(Component &component, const Appointment &was, const Appointment &is, ZoneTable &zones) {
     const bool startDiffers = !sameTime(was.start, is.start) && is.start.value.isValid();
     if (startDiffers)
-        writeMoment(component, "DTSTART", writableMoment(is.start, !is.recurrenceRule.isEmpty(), zones), zones);
+        writeMoment(component, "DTSTART", writableMoment(is.start, !is.recurrenceRule.isEmpty(), zones),
+                    zones);
     // A length that is written as such moves along with the start.
     const auto now = readTimes(component, zones);
     const CalendarTime implied = now ? now->end.calendarTime() : CalendarTime();
@@ -186,7 +188,8 @@ QString plainTwin(const QString &html) {
     return text;
 }
 
-void writeHtmlLine(Component &component, const ContentLine *existing, const QByteArray &name, const QString &html) {
+void writeHtmlLine(Component &component, const ContentLine *existing, const QByteArray &name,
+                   const QString &html) {
     ContentLine &line = existing ? const_cast<ContentLine &>(*existing)
                                  : component.append(ContentLine::make(name, {}, component.lineEnd()));
     if (!existing && name == "STYLED-DESCRIPTION")
@@ -225,7 +228,6 @@ void writeRule(Component &component, const QString &rule) {
         component.removeLines(name);
 }
 
-
 } // namespace
 
 bool writeAppointment(Component &component, const Appointment &is, ZoneTable &zones) {
@@ -249,9 +251,8 @@ bool writeAppointment(Component &component, const Appointment &is, ZoneTable &zo
         else
             writeRecord(component.lineOrNew(ucCapabilitiesProperty), is.ucCapabilities);
     });
-    when(was.status != is.status, [&] {
-        setText(component, "STATUS", is.status.isEmpty() ? QString() : is.status);
-    });
+    when(was.status != is.status,
+         [&] { setText(component, "STATUS", is.status.isEmpty() ? QString() : is.status); });
     when(was.sequence != is.sequence, [&] { setText(component, "SEQUENCE", QString::number(is.sequence)); });
     return changed;
 }

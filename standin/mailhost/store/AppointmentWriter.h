@@ -5,9 +5,9 @@
 
 namespace mailhost {
 
-// Writes what differs from what the component says now; all else keeps its text. `zones` belongs to the VCALENDAR
-// around the component and gives it the VTIMEZONEs that the new times name. False when nothing differed. Does not touch UID,
-// RECURRENCE-ID, DTSTAMP and LAST-MODIFIED.
+// Writes what differs from what the component says now; all else keeps its text. `zones` belongs to the
+// VCALENDAR around the component and gives it the VTIMEZONEs that the new times name. False when nothing
+// differed. Does not touch UID, RECURRENCE-ID, DTSTAMP and LAST-MODIFIED.
 bool writeAppointment(Component &component, const Appointment &appointment, ZoneTable &zones);
 
 // Sets LAST-MODIFIED and DTSTAMP, which are the same thing in a calendar that is not a message, to now.

@@ -52,11 +52,13 @@ std::optional<QByteArray> readCalendarText(const QString &path, QString *error) 
         return std::nullopt;
     }
     if (text.startsWith("\xFF\xFE") || text.startsWith("\xFE\xFF")) {
-        *error = QStringLiteral("“%1” is written in UTF-16. Save it as UTF-8 and open it again.").arg(shownName(path));
+        *error = QStringLiteral("“%1” is written in UTF-16. Save it as UTF-8 and open it again.")
+                     .arg(shownName(path));
         return std::nullopt;
     }
     if (text.trimmed().isEmpty()) {
-        *error = QStringLiteral("“%1” is empty. Choose another file, or start a new calendar.").arg(shownName(path));
+        *error = QStringLiteral("“%1” is empty. Choose another file, or start a new calendar.")
+                     .arg(shownName(path));
         return std::nullopt;
     }
     return text;
@@ -68,32 +70,40 @@ QString parseFailureText(const QString &path, const ParseResult &result) {
     case ParseFailure::None:
         break;
     case ParseFailure::NotACalendar:
-        return QStringLiteral("“%1” is not a calendar file. Choose a file in the iCalendar format (.ics).").arg(name);
+        return QStringLiteral("“%1” is not a calendar file. Choose a file in the iCalendar format (.ics).")
+            .arg(name);
     case ParseFailure::Truncated:
         return QStringLiteral("“%1” ends in the middle of an entry. Get a complete copy of it.").arg(name);
     case ParseFailure::Mismatched:
-        return QStringLiteral("“%1” is damaged at line %2. Get another copy of it.").arg(name).arg(result.line);
+        return QStringLiteral("“%1” is damaged at line %2. Get another copy of it.")
+            .arg(name)
+            .arg(result.line);
     case ParseFailure::TooDeep:
-        return QStringLiteral("“%1” is damaged at line %2: its entries are nested too deeply. Get another copy of it.")
+        return QStringLiteral(
+                   "“%1” is damaged at line %2: its entries are nested too deeply. Get another copy of it.")
             .arg(name)
             .arg(result.line);
     }
     return {};
 }
 
-bool replaceCalendarText(const QString &path, const QByteArray &text, const QByteArray &expected, QString *error) {
+bool replaceCalendarText(const QString &path, const QByteArray &text, const QByteArray &expected,
+                         QString *error) {
     const QString name = shownName(path);
     const QFileInfo info(path);
     if (info.exists()) {
         QFile current(path);
         if (info.isDir() || !current.open(QIODevice::ReadOnly)) {
-            *error = QStringLiteral("“%1” cannot be read any more, so it was not saved. Save under another name.").arg(name);
+            *error =
+                QStringLiteral("“%1” cannot be read any more, so it was not saved. Save under another name.")
+                    .arg(name);
             return false;
         }
         if (digestOf(current.readAll()) != expected) {
-            *error = QStringLiteral("Another program has changed “%1” since it was opened, so it was not saved. "
-                                    "Open it again and repeat your change.")
-                         .arg(name);
+            *error =
+                QStringLiteral("Another program has changed “%1” since it was opened, so it was not saved. "
+                               "Open it again and repeat your change.")
+                    .arg(name);
             return false;
         }
     }

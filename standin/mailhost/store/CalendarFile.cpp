@@ -19,7 +19,8 @@ const QUuid madeUidNamespace(QStringLiteral("{5d2f2a55-6a0e-4a39-9a0b-5a3b0e7a9c
 QString madeUid(const Component &component, qsizetype position) {
     QByteArray text;
     component.appendText(text);
-    return QUuid::createUuidV5(madeUidNamespace, text + QByteArray::number(position)).toString(QUuid::WithoutBraces);
+    return QUuid::createUuidV5(madeUidNamespace, text + QByteArray::number(position))
+        .toString(QUuid::WithoutBraces);
 }
 
 // The older format has the same shape, but other rules for folding and encoding: rewriting would damage it.
@@ -75,7 +76,8 @@ void CalendarFile::Private::index() {
         QStringList unknown(table->unknownNames().begin(), table->unknownNames().end());
         unknown.sort();
         for (const QString &name : std::as_const(unknown))
-            warn(QStringLiteral("The time zone “%1” is not known; its times are shown as local time.").arg(name.left(100)));
+            warn(QStringLiteral("The time zone “%1” is not known; its times are shown as local time.")
+                     .arg(name.left(100)));
         zones.emplace(calendar, std::move(table));
     }
 }
@@ -108,7 +110,8 @@ void CalendarFile::Private::erase(CalendarEntry &entry) {
 
 // ---- reading
 
-CalendarFile::CalendarFile() : d(std::make_unique<Private>()) {}
+CalendarFile::CalendarFile()
+    : d(std::make_unique<Private>()) {}
 CalendarFile::~CalendarFile() = default;
 
 std::unique_ptr<CalendarFile> CalendarFile::open(const QString &path, QString *error) {
@@ -124,7 +127,8 @@ std::unique_ptr<CalendarFile> CalendarFile::open(const QString &path, QString *e
         return nullptr;
     }
     if (isOldFormat(file->d->document)) {
-        *sentence = QStringLiteral("“%1” is in the old vCalendar 1.0 format. Export it as iCalendar 2.0 and open that.")
+        *sentence = QStringLiteral(
+                        "“%1” is in the old vCalendar 1.0 format. Export it as iCalendar 2.0 and open that.")
                         .arg(QFileInfo(path).fileName());
         return nullptr;
     }

@@ -57,9 +57,10 @@ struct CalendarFile::Private {
 
 // Reads a whole file. Nothing, with a sentence for the user, when that is not possible.
 [[nodiscard]] std::optional<QByteArray> readCalendarText(const QString &path, QString *error);
-// Moves a complete new file into place. `expected` is the digest of what must be there now, empty for nothing.
-[[nodiscard]] bool replaceCalendarText(const QString &path, const QByteArray &text, const QByteArray &expected,
-                                       QString *error);
+// Moves a complete new file into place. `expected` is the digest of what must be there now, empty for
+// nothing.
+[[nodiscard]] bool replaceCalendarText(const QString &path, const QByteArray &text,
+                                       const QByteArray &expected, QString *error);
 [[nodiscard]] QByteArray digestOf(const QByteArray &text);
 // A sentence for the user.
 [[nodiscard]] QString parseFailureText(const QString &path, const ParseResult &result);

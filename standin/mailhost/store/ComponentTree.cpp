@@ -4,14 +4,17 @@ namespace mailhost {
 
 namespace {
 
-// Real files have three levels (calendar, appointment, alarm). Without a limit a hostile one exhausts the stack.
+// Real files have three levels (calendar, appointment, alarm). Without a limit a hostile one exhausts the
+// stack.
 constexpr size_t deepestNesting = 64;
 
 // Cuts the text into content lines with their folds and line ends.
 class LineReader {
 public:
     LineReader(const QByteArray &text, qsizetype position)
-        : m_text(text), m_position(position), m_separator(text.contains('\n') ? '\n' : '\r') {}
+        : m_text(text)
+        , m_position(position)
+        , m_separator(text.contains('\n') ? '\n' : '\r') {}
 
     [[nodiscard]] bool atEnd() const { return m_position >= m_text.size(); }
     [[nodiscard]] int number() const { return m_number; }

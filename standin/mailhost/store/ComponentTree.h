@@ -30,7 +30,8 @@ struct Component {
 
     // The first line of that name, made with an empty value behind the other lines when there is none.
     ContentLine &lineOrNew(const QByteArray &name);
-    // Puts the line behind the other lines and before the inner components, where the grammar wants properties.
+    // Puts the line behind the other lines and before the inner components, where the grammar wants
+    // properties.
     ContentLine &append(ContentLine line);
     void removeLines(const QByteArray &name);
     void appendText(QByteArray &out) const;

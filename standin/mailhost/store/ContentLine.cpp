@@ -15,8 +15,8 @@ qsizetype contentLength(const QByteArray &source) {
     return length;
 }
 
-// The end of the name and parameters: the first colon outside quotes. A quote that is never closed counts as a plain
-// character, as some programs write names with a single quotation mark in them.
+// The end of the name and parameters: the first colon outside quotes. A quote that is never closed counts as
+// a plain character, as some programs write names with a single quotation mark in them.
 qsizetype headEnd(const QByteArray &line) {
     bool quoted = false;
     for (qsizetype i = 0; i < line.size(); ++i) {
@@ -102,7 +102,8 @@ QString decodeOctets(const QByteArray &octets) {
     return decoder.hasError() ? QString::fromLatin1(octets) : text;
 }
 
-ContentLine::ContentLine(QByteArray source) : m_source(std::move(source)) {
+ContentLine::ContentLine(QByteArray source)
+    : m_source(std::move(source)) {
     qsizetype end = 0;
     const qsizetype length = m_source.size();
     while (end < length && m_source[end] != ':' && m_source[end] != ';' && m_source[end] != '\n')
@@ -127,7 +128,9 @@ QByteArray ContentLine::lineEnd() const {
 QByteArray ContentLine::unfolded() const {
     const qsizetype length = contentLength(m_source);
     const bool oldMacLines = !m_source.contains('\n'); // a file whose lines end in CR alone
-    const auto blankAt = [&](qsizetype i) { return i < length && (m_source[i] == ' ' || m_source[i] == '\t'); };
+    const auto blankAt = [&](qsizetype i) {
+        return i < length && (m_source[i] == ' ' || m_source[i] == '\t');
+    };
     QByteArray out;
     out.reserve(length);
     for (qsizetype i = 0; i < length; ++i) {

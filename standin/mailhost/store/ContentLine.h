@@ -1,4 +1,5 @@
-// One content line of an iCalendar file (RFC 5545, section 3.1), kept with the very text that it has in the file.
+// One content line of an iCalendar file (RFC 5545, section 3.1), kept with the very text that it has in the
+// file.
 #pragma once
 
 #include <QByteArray>
@@ -8,8 +9,9 @@
 
 namespace mailhost {
 
-// A line is changed only through the setters, which write it anew (folded at 75 octets, with the line end that it had);
-// parameters that a setter does not name keep their text even then. All texts are octets as in the file.
+// A line is changed only through the setters, which write it anew (folded at 75 octets, with the line end
+// that it had); parameters that a setter does not name keep their text even then. All texts are octets as in
+// the file.
 class ContentLine {
 public:
     ContentLine() = default;
@@ -23,8 +25,8 @@ public:
     // Unfolded, still escaped; empty for a line without a colon.
     [[nodiscard]] QByteArray value() const;
     [[nodiscard]] QByteArray lineEnd() const;
-    // Without quotes, caret escapes (RFC 6868) decoded; several values are joined by commas, as in the file. The name is
-    // upper case.
+    // Without quotes, caret escapes (RFC 6868) decoded; several values are joined by commas, as in the file.
+    // The name is upper case.
     [[nodiscard]] std::optional<QString> parameter(const QByteArray &name) const;
 
     void setValue(const QByteArray &value);

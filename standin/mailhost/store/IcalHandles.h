@@ -12,12 +12,10 @@ struct IcalDeleter {
     void operator()(icalcomponent *component) const { icalcomponent_free(component); }
     void operator()(icaltimezone *zone) const { icaltimezone_free(zone, 1); }
     void operator()(icalrecur_iterator *iterator) const { icalrecur_iterator_free(iterator); }
-    void operator()(char *text) const { icalmemory_free_buffer(text); }
 };
 using IcalComponent = std::unique_ptr<icalcomponent, IcalDeleter>;
 using IcalTimezone = std::unique_ptr<icaltimezone, IcalDeleter>;
 using IcalIterator = std::unique_ptr<icalrecur_iterator, IcalDeleter>;
-using IcalText = std::unique_ptr<char, IcalDeleter>;
 
 // Before the first use: errors in the data are values, not the end of the process.
 inline void prepareIcal() {

@@ -7,7 +7,7 @@ namespace mailhost {
 
 namespace {
 
-constexpr qsizetype encodedWordOctets = 42; // 56 characters of base64, 68 with the frame: below the limit of 75
+constexpr qsizetype encodedWordOctets = 39; // 64 characters with the frame: fits behind the name of a header
 constexpr qsizetype longestHeaderLine = 76;
 
 QString oneLine(const QString &text) {
@@ -35,7 +35,8 @@ QList<QByteArray> encodedWords(const QString &text) {
     return words;
 }
 
-// A plain text that looks like an encoded word would be read as one; words longer than a line cannot be folded.
+// A plain text that looks like an encoded word would be read as one; words longer than a line cannot be
+// folded.
 bool mustEncode(const QString &text) {
     if (!isAscii(text) || text.contains(QStringLiteral("=?")))
         return true;
@@ -106,7 +107,8 @@ QByteArray dateHeader(const QDateTime &time) {
 QByteArray messageIdHeader(const QString &senderEmail) {
     const QByteArray address = bareAddress(senderEmail);
     const qsizetype at = address.lastIndexOf('@');
-    const QByteArray domain = at < 0 || at + 1 == address.size() ? QByteArray("localhost") : address.mid(at + 1);
+    const QByteArray domain =
+        at < 0 || at + 1 == address.size() ? QByteArray("localhost") : address.mid(at + 1);
     return "Message-ID: <" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces) + '@' + domain + ">\r\n";
 }
 
@@ -119,7 +121,8 @@ QByteArray quotedPrintable(const QString &text) {
             const uchar c = uchar(line[i]);
             const bool lastBlank = (c == ' ' || c == '\t') && i + 1 == line.size();
             const bool plain = ((c >= ' ' && c < 0x7F && c != '=') || c == '\t') && !lastBlank;
-            const QByteArray piece = plain ? QByteArray(1, char(c)) : '=' + QByteArray(1, char(c)).toHex().toUpper();
+            const QByteArray piece =
+                plain ? QByteArray(1, char(c)) : '=' + QByteArray(1, char(c)).toHex().toUpper();
             if (column + piece.size() > 75) {
                 out += "=\r\n";
                 column = 0;

@@ -13,8 +13,8 @@ struct MailAddress {
     QString email;
 };
 
-// Each answers whole header lines, folded, with their line end. Line breaks and other control characters in what is given
-// never get into them.
+// Each answers whole header lines, folded, with their line end. Line breaks and other control characters in
+// what is given never get into them.
 [[nodiscard]] QByteArray textHeader(const QByteArray &name, const QString &text);
 [[nodiscard]] QByteArray addressHeader(const QByteArray &name, const QList<MailAddress> &addresses);
 [[nodiscard]] QByteArray dateHeader(const QDateTime &time);

@@ -65,7 +65,8 @@ QString shownTime(const CalendarTime &time) {
         return {};
     if (time.kind == CalendarTime::Kind::Date)
         return time.value.toString(QStringLiteral("dddd d MMMM yyyy"));
-    const QString zone = time.kind == CalendarTime::Kind::Floating ? QString() : u' ' + time.value.timeZoneAbbreviation();
+    const QString zone =
+        time.kind == CalendarTime::Kind::Floating ? QString() : u' ' + time.value.timeZoneAbbreviation();
     return time.value.toString(QStringLiteral("dddd d MMMM yyyy HH:mm")) + zone;
 }
 
@@ -103,7 +104,8 @@ QByteArray mailMessage(const Appointment &appointment, const QByteArray &calenda
     mail += "--" + boundary + crlf + "Content-Type: text/plain; charset=UTF-8" + crlf;
     mail += "Content-Transfer-Encoding: quoted-printable" + crlf + crlf;
     mail += quotedPrintable(messageText(appointment, calendarText, cancel)) + crlf;
-    mail += "--" + boundary + crlf + "Content-Type: text/calendar; method=" + method + "; charset=UTF-8;" + crlf;
+    mail +=
+        "--" + boundary + crlf + "Content-Type: text/calendar; method=" + method + "; charset=UTF-8;" + crlf;
     mail += " component=VEVENT" + crlf + "Content-Transfer-Encoding: 8bit" + crlf + crlf;
     return mail + calendarText + crlf + "--" + boundary + "--" + crlf;
 }
@@ -114,7 +116,8 @@ QByteArray CalendarFile::itipMessage(const QString &uid, const QString &recurren
     const CalendarEntry *entry = d->entry(uid, recurrenceId);
     if (!entry)
         return {};
-    QByteArray out = "BEGIN:VCALENDAR" + crlf + "VERSION:2.0" + crlf + "PRODID:-//Parlo//Stand-in calendar//EN" + crlf;
+    QByteArray out =
+        "BEGIN:VCALENDAR" + crlf + "VERSION:2.0" + crlf + "PRODID:-//Parlo//Stand-in calendar//EN" + crlf;
     out += QByteArray("METHOD:") + (cancel ? "CANCEL" : "REQUEST") + crlf;
     const QStringList names = zoneNames(*entry->component);
     for (const QString &name : names) {
@@ -136,22 +139,26 @@ QString writeImipMessage(const QString &outbox, const CalendarFile &calendar, co
     QString unheard;
     QString &sentence = error ? *error : unheard;
     if (appointment.organizerEmail.isEmpty() || appointment.attendees.isEmpty()) {
-        sentence = QStringLiteral("“%1” has nobody to send it to. Add attendees first.").arg(appointment.summary);
+        sentence =
+            QStringLiteral("“%1” has nobody to send it to. Add attendees first.").arg(appointment.summary);
         return {};
     }
     const QByteArray text = calendar.itipMessage(appointment.uid, appointment.recurrenceId, cancel);
     if (text.isEmpty()) {
-        sentence = QStringLiteral("“%1” is not in the calendar. Save it before you send it.").arg(appointment.summary);
+        sentence = QStringLiteral("“%1” is not in the calendar. Save it before you send it.")
+                       .arg(appointment.summary);
         return {};
     }
-    const QString name = QStringLiteral("%1-%2-%3.eml")
-                             .arg(QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd'T'HHmmss'.'zzz")),
-                                  cancel ? QStringLiteral("cancel") : QStringLiteral("request"),
-                                  QUuid::createUuid().toString(QUuid::Id128).left(8));
+    const QString name =
+        QStringLiteral("%1-%2-%3.eml")
+            .arg(QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd'T'HHmmss'.'zzz")),
+                 cancel ? QStringLiteral("cancel") : QStringLiteral("request"),
+                 QUuid::createUuid().toString(QUuid::Id128).left(8));
     const QString path = QDir(outbox).filePath(name);
     const QByteArray mail = mailMessage(appointment, text, cancel);
     QSaveFile file(path);
-    if (QDir().mkpath(outbox) && file.open(QIODevice::WriteOnly) && file.write(mail) == mail.size() && file.commit())
+    if (QDir().mkpath(outbox) && file.open(QIODevice::WriteOnly) && file.write(mail) == mail.size() &&
+        file.commit())
         return path;
     sentence = QStringLiteral("The message cannot be written to “%1”: %2.").arg(outbox, file.errorString());
     return {};

@@ -8,7 +8,8 @@ namespace mailhost {
 
 namespace {
 
-// A week of an honest calendar takes a few milliseconds. Series that were made to take long are left out at some time.
+// A week of an honest calendar takes a few milliseconds. Series that were made to take long are left out at
+// some time.
 constexpr qint64 longestListing = 3000; // milliseconds
 
 QDateTime localTime(Seconds utc) {
@@ -40,7 +41,8 @@ const EntrySummary &CalendarFile::Private::summaryOf(CalendarEntry &entry) {
         for (const QString &problem : std::as_const(problems))
             warn(problem);
     } else {
-        warn(QStringLiteral("“%1” has no start that can be read, so no day shows it.").arg(summary->summary.left(100)));
+        warn(QStringLiteral("“%1” has no start that can be read, so no day shows it.")
+                 .arg(summary->summary.left(100)));
     }
     entry.summary = std::move(summary);
     return *entry.summary;
@@ -59,7 +61,8 @@ void CalendarFile::Private::readExceptions() {
     exceptionsRead = true;
 }
 
-void CalendarFile::Private::appendOccurrences(CalendarEntry &entry, Seconds from, Seconds to, QList<Occurrence> *out) {
+void CalendarFile::Private::appendOccurrences(CalendarEntry &entry, Seconds from, Seconds to,
+                                              QList<Occurrence> *out) {
     const EntrySummary &summary = summaryOf(entry);
     if (!summary.times)
         return;

@@ -1,7 +1,6 @@
 #include "standin/mailhost/store/Recurrence.h"
 
 #include "standin/mailhost/store/IcalHandles.h"
-#include "standin/mailhost/store/TextValue.h"
 
 namespace mailhost {
 
@@ -10,7 +9,7 @@ namespace {
 using Kind = CalendarTime::Kind;
 constexpr Seconds day = 86400;
 constexpr Seconds cachedAround = 56 * day;
-constexpr int mostSteps = 100000;    // of one rule for one question: a rule with COUNT is run from its beginning
+constexpr int mostSteps = 100000; // of one rule for one question: a rule with COUNT is run from its beginning
 constexpr int mostInstances = 11000; // of one series in one answer: every minute of a week
 constexpr qsizetype longestRule = 1000;
 
@@ -40,6 +39,7 @@ std::optional<Series::Rule> Series::parseRule(const QByteArray &value) {
         return std::nullopt;
     Rule rule;
     bool frequencySeen = false;
+    int interval = 1;
     const auto parts = text.split(';');
     for (const QByteArray &part : parts) {
         const qsizetype equals = part.indexOf('=');
@@ -55,24 +55,28 @@ std::optional<Series::Rule> Series::parseRule(const QByteArray &value) {
         }
         if (name == "COUNT")
             rule.counted = argument.toInt() > 0;
-        if (name == "INTERVAL" && (argument.toInt() < 1 || argument.toInt() > 32000))
+        if (name == "INTERVAL")
+            interval = argument.toInt();
+        if (interval < 1 || interval > 32000)
             return std::nullopt;
         if (name == "FREQ") {
             frequencySeen = true;
-            rule.frequent = argument == "HOURLY" || argument == "MINUTELY";
+            rule.step = argument == "HOURLY" ? 3600 : argument == "MINUTELY" ? 60 : 0;
             if (argument == "SECONDLY")
-                return std::nullopt; // no appointment; a rule that never matches would take very long to find out
+                return std::nullopt; // no appointment; a rule that never matches would take very long to find
+                                     // out
         }
         rule.text += (rule.text.isEmpty() ? "" : ";") + part;
     }
+    rule.step *= interval;
     prepareIcal();
     if (!frequencySeen || icalrecurrencetype_from_string(rule.text.constData()).freq == ICAL_NO_RECURRENCE)
         return std::nullopt;
     return rule;
 }
 
-std::unique_ptr<Series> Series::read(const Component &component, const TimesOfComponent &times, ZoneTable &zones,
-                                     QStringList *warnings) {
+std::unique_ptr<Series> Series::read(const Component &component, const TimesOfComponent &times,
+                                     ZoneTable &zones, QStringList *warnings) {
     const bool recurs = component.line("RRULE") || component.line("RDATE");
     if (!recurs || component.line("RECURRENCE-ID"))
         return nullptr;
@@ -135,8 +139,8 @@ bool Series::isPast(const Rule &rule, Seconds clock) const {
     return clock > rule.until->clock;
 }
 
-// Clock times of the rule from `from` to `to`. libical runs on plain clock times: a series keeps its clock time over a
-// change to daylight saving.
+// Clock times of the rule from `from` to `to`. libical runs on plain clock times: a series keeps its clock
+// time over a change to daylight saving.
 void Series::expand(const Rule &rule, Seconds from, Seconds to, QSet<Seconds> *clocks) const {
     icalrecurrencetype parsed = icalrecurrencetype_from_string(rule.text.constData());
     const Seconds start = m_times.start.clock;
@@ -144,10 +148,13 @@ void Series::expand(const Rule &rule, Seconds from, Seconds to, QSet<Seconds> *c
         return;
     if (!rule.counted)
         parsed.until = icalTime(to); // also keeps rules that match nothing from running on for ever
-    const IcalIterator iterator(icalrecur_iterator_new(parsed, icalTime(start)));
+    const bool skips = !rule.counted && from > start;
+    // libical's own skipping loses the phase of rules by hours and minutes.
+    const Seconds begin = skips && rule.step > 0 ? start + (from - start) / rule.step * rule.step : start;
+    const IcalIterator iterator(icalrecur_iterator_new(parsed, icalTime(begin)));
     if (!iterator)
         return;
-    if (!rule.counted && from > start)
+    if (skips && rule.step == 0)
         icalrecur_iterator_set_start(iterator.get(), icalTime(from));
     for (int step = 0; step < mostSteps && clocks->size() < mostInstances; ++step) {
         const icaltimetype next = icalrecur_iterator_next(iterator.get());
@@ -162,7 +169,8 @@ void Series::expand(const Rule &rule, Seconds from, Seconds to, QSet<Seconds> *c
 }
 
 void Series::fillCache(Seconds fromUtc, Seconds toUtc) const {
-    const bool frequent = std::any_of(m_rules.begin(), m_rules.end(), [](const Rule &r) { return r.frequent; });
+    const bool frequent =
+        std::any_of(m_rules.begin(), m_rules.end(), [](const Rule &r) { return r.step > 0; });
     const Seconds around = frequent ? 0 : cachedAround;
     m_cacheFrom = fromUtc - around;
     m_cacheTo = toUtc + around;

@@ -26,12 +26,13 @@ public:
         Moment end;
     };
 
-    // Null for an appointment that does not recur. What is wrong with its rules is added to `warnings`; of a rule that
-    // cannot be used only the first day is given.
-    static std::unique_ptr<Series> read(const Component &component, const TimesOfComponent &times, ZoneTable &zones,
-                                        QStringList *warnings);
+    // Null for an appointment that does not recur. What is wrong with its rules is added to `warnings`; of a
+    // rule that cannot be used only the first day is given.
+    static std::unique_ptr<Series> read(const Component &component, const TimesOfComponent &times,
+                                        ZoneTable &zones, QStringList *warnings);
 
-    // What overlaps [from, to), in no certain order, at most a few thousand: RRULE and RDATE without EXRULE and EXDATE.
+    // What overlaps [from, to), in no certain order, at most a few thousand: RRULE and RDATE without EXRULE
+    // and EXDATE.
     [[nodiscard]] std::vector<Instance> between(Seconds fromUtc, Seconds toUtc) const;
 
 private:
@@ -39,7 +40,7 @@ private:
         QByteArray text; // without UNTIL
         std::optional<ClockTime> until;
         bool counted = false;
-        bool frequent = false; // more than once a day
+        Seconds step = 0; // of a rule by hours or minutes: the length of its interval; else none
     };
     static std::optional<Rule> parseRule(const QByteArray &value);
     void readDates(const Component &component, ZoneTable &zones);

@@ -14,9 +14,12 @@ struct SampleAttendee {
     const char *parameters;
 };
 
-constexpr SampleAttendee grace = {"Grace Sample", "grace@parlo.example", "ROLE=REQ-PARTICIPANT;PARTSTAT=ACCEPTED"};
-constexpr SampleAttendee tomas = {"Tomás Muster", "tomas@parlo.example", "ROLE=REQ-PARTICIPANT;PARTSTAT=TENTATIVE"};
-constexpr SampleAttendee mei = {"Mei Vorbild", "mei@partner.example", "ROLE=OPT-PARTICIPANT;PARTSTAT=NEEDS-ACTION"};
+constexpr SampleAttendee grace = {"Grace Sample", "grace@parlo.example",
+                                  "ROLE=REQ-PARTICIPANT;PARTSTAT=ACCEPTED"};
+constexpr SampleAttendee tomas = {"Tomás Muster", "tomas@parlo.example",
+                                  "ROLE=REQ-PARTICIPANT;PARTSTAT=TENTATIVE"};
+constexpr SampleAttendee mei = {"Mei Vorbild", "mei@partner.example",
+                                "ROLE=OPT-PARTICIPANT;PARTSTAT=NEEDS-ACTION"};
 constexpr SampleAttendee atrium = {"Room Atrium", "room.atrium@parlo.example",
                                    "CUTYPE=ROOM;ROLE=NON-PARTICIPANT;PARTSTAT=ACCEPTED"};
 constexpr SampleAttendee garden = {"Room Garden", "room.garden@parlo.example",
@@ -26,7 +29,9 @@ constexpr SampleAttendee ada = {"Ada Example", "ada@parlo.example", "ROLE=REQ-PA
 // Writes the appointments of one week. Days count from its Monday.
 class SampleWriter {
 public:
-    explicit SampleWriter(const QDate &monday) : m_monday(monday), m_zone(localZoneName()) {
+    explicit SampleWriter(const QDate &monday)
+        : m_monday(monday)
+        , m_zone(localZoneName()) {
         m_out = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Parlo//Sample week//EN\r\nCALSCALE:GREGORIAN\r\n"
                 "X-WR-CALNAME:Ada Example\r\n";
         addZone(m_zone);
@@ -36,7 +41,8 @@ public:
 
     SampleWriter &begin(const QByteArray &uid, const QString &summary) {
         m_out += "BEGIN:VEVENT\r\nUID:" + uid + "@sample.parlo.example\r\n";
-        m_out += "DTSTAMP:" + m_monday.addDays(-7).toString(QStringLiteral("yyyyMMdd")).toLatin1() + "T080000Z\r\n";
+        m_out += "DTSTAMP:" + m_monday.addDays(-7).toString(QStringLiteral("yyyyMMdd")).toLatin1() +
+                 "T080000Z\r\n";
         return text("SUMMARY", summary);
     }
     SampleWriter &end() {
@@ -100,22 +106,32 @@ private:
 };
 
 void writeSeries(SampleWriter &out) {
-    out.begin("standup", QStringLiteral("Morning round")).timed("DTSTART", -21, "0915").timed("DTEND", -21, "0930");
+    out.begin("standup", QStringLiteral("Morning round"))
+        .timed("DTSTART", -21, "0915")
+        .timed("DTEND", -21, "0930");
     out.raw("RRULE:FREQ=WEEKLY;BYDAY=MO,TU,WE,TH,FR").timed("EXDATE", 4, "0915");
     out.organizer(ada).invites({grace, tomas}).text("LOCATION", QStringLiteral("Room Garden")).end();
     out.begin("standup", QStringLiteral("Morning round, with the new colleagues"));
-    out.timed("RECURRENCE-ID", 2, "0915").at(2, "1000", "1030").organizer(ada).invites({grace, tomas, mei}).end();
+    out.timed("RECURRENCE-ID", 2, "0915")
+        .at(2, "1000", "1030")
+        .organizer(ada)
+        .invites({grace, tomas, mei})
+        .end();
 
-    out.begin("review", QStringLiteral("Design review")).at(1, "1400", "1530").raw("RRULE:FREQ=WEEKLY;INTERVAL=2;COUNT=10");
+    out.begin("review", QStringLiteral("Design review"))
+        .at(1, "1400", "1530")
+        .raw("RRULE:FREQ=WEEKLY;INTERVAL=2;COUNT=10");
     out.organizer(ada).invites({grace, mei, atrium}).text("LOCATION", QStringLiteral("Room Atrium"));
-    out.text("DESCRIPTION", QStringLiteral("Please bring:\n- the drawings, printed\n- your open questions")).end();
+    out.text("DESCRIPTION", QStringLiteral("Please bring:\n- the drawings, printed\n- your open questions"))
+        .end();
 }
 
 void writeMeetings(SampleWriter &out) {
     out.begin("planning", QStringLiteral("Planning the spring release")).at(0, "1000", "1130");
     out.organizer(ada).invites({grace, tomas, atrium}).text("LOCATION", QStringLiteral("Room Atrium"));
-    const QString agenda = QStringLiteral("<html><body><p><b>Agenda</b></p><ul><li>Where we are</li>"
-                                          "<li>What is left; who does it</li></ul><p>See you on Monday.</p></body></html>");
+    const QString agenda =
+        QStringLiteral("<html><body><p><b>Agenda</b></p><ul><li>Where we are</li>"
+                       "<li>What is left; who does it</li></ul><p>See you on Monday.</p></body></html>");
     out.raw("DESCRIPTION:Agenda\\n• Where we are\\n• What is left\\; who does it\\nSee you on Monday.");
     ContentLine styled = ContentLine::make("STYLED-DESCRIPTION", {}, "\n");
     styled.setParameter("VALUE", QStringLiteral("TEXT"));
@@ -123,12 +139,19 @@ void writeMeetings(SampleWriter &out) {
     writeText(styled, agenda);
     out.line(styled).end();
 
-    out.begin("budget", QStringLiteral("Budget, first draft")).at(0, "1100", "1200").organizer(ada).invites({tomas}).end();
+    out.begin("budget", QStringLiteral("Budget, first draft"))
+        .at(0, "1100", "1200")
+        .organizer(ada)
+        .invites({tomas})
+        .end();
     out.begin("interview", QStringLiteral("Interview: second candidate")).at(3, "1330", "1430");
     out.organizer(ada).invites({grace, garden}).text("LOCATION", QStringLiteral("Room Garden")).end();
     out.begin("partner", QStringLiteral("Call with the New York office"));
     out.at(3, "0930", "1030", QStringLiteral("America/New_York")).organizer(ada).invites({mei}).end();
-    out.begin("townhall", QStringLiteral("Town hall")).at(4, "1500", "1600").organizer(grace).invites({ada, tomas});
+    out.begin("townhall", QStringLiteral("Town hall"))
+        .at(4, "1500", "1600")
+        .organizer(grace)
+        .invites({ada, tomas});
     out.text("LOCATION", QStringLiteral("Canteen")).raw("SEQUENCE:2").end();
 }
 

@@ -108,12 +108,23 @@ std::optional<Span> parseDuration(const QByteArray &untrimmed) {
         if (value < 0)
             return std::nullopt;
         switch (c) {
-        case 'W': span.days += value * 7; break;
-        case 'D': span.days += value; break;
-        case 'H': span.seconds += value * 3600; break;
-        case 'M': span.seconds += value * 60; break;
-        case 'S': span.seconds += value; break;
-        default: return std::nullopt;
+        case 'W':
+            span.days += value * 7;
+            break;
+        case 'D':
+            span.days += value;
+            break;
+        case 'H':
+            span.seconds += value * 3600;
+            break;
+        case 'M':
+            span.seconds += value * 60;
+            break;
+        case 'S':
+            span.seconds += value;
+            break;
+        default:
+            return std::nullopt;
         }
         value = -1;
     }

@@ -37,7 +37,8 @@ struct Span {
 [[nodiscard]] QByteArray durationText(const Span &span);
 
 // The line's value (or one of its values) told in the zone that the line names.
-[[nodiscard]] std::optional<Moment> readMoment(const ContentLine &line, const QByteArray &value, ZoneTable &zones);
+[[nodiscard]] std::optional<Moment> readMoment(const ContentLine &line, const QByteArray &value,
+                                               ZoneTable &zones);
 [[nodiscard]] std::optional<Moment> readMoment(const ContentLine *line, ZoneTable &zones);
 // A zoned time without a zone name takes that of its value's zone; one of a nameless zone becomes UTC.
 [[nodiscard]] Moment momentOf(const CalendarTime &time, ZoneTable &zones);

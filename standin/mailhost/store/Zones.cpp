@@ -12,9 +12,10 @@ namespace mailhost {
 namespace {
 
 constexpr Seconds day = 86400;
-// libical lists a zone's changes one by one up to the year that is asked for: keep hostile dates from making it long.
+// libical lists a zone's changes one by one up to the year that is asked for: keep hostile dates from making
+// it long.
 constexpr Seconds earliestChange = -11644473600; // 1601
-constexpr Seconds latestChange = 7258118400; // 2200
+constexpr Seconds latestChange = 7258118400;     // 2200
 constexpr int mostObservances = 400;
 
 class SystemZone : public Zone {
@@ -27,7 +28,10 @@ public:
 
 class FileZone : public Zone {
 public:
-    FileZone(IcalTimezone zone, const QTimeZone &systemZone) : m_zone(std::move(zone)) { m_systemZone = systemZone; }
+    FileZone(IcalTimezone zone, const QTimeZone &systemZone)
+        : m_zone(std::move(zone)) {
+        m_systemZone = systemZone;
+    }
     int offsetAt(Seconds utc) const override {
         icaltimetype time = icalTime(qBound(earliestChange, utc, latestChange));
         int daylight = 0;
@@ -38,12 +42,12 @@ private:
     IcalTimezone m_zone;
 };
 
-// One STANDARD or DAYLIGHT, reduced to what libical may see: nothing that could make it run long or fail. Empty when it
-// is not usable.
+// One STANDARD or DAYLIGHT, reduced to what libical may see: nothing that could make it run long or fail.
+// Empty when it is not usable.
 QByteArray cleanObservance(const Component &observance) {
     static const QRegularExpression offset(QStringLiteral("^[+-]\\d{4}(\\d{2})?$"));
-    static const QRegularExpression yearly(
-        QStringLiteral("^(?=.*FREQ=YEARLY)(FREQ|UNTIL|BYDAY|BYMONTH|BYMONTHDAY|WKST|INTERVAL|[=;,A-Z0-9+-])*$"));
+    static const QRegularExpression yearly(QStringLiteral(
+        "^(?=.*FREQ=YEARLY)(FREQ|UNTIL|BYDAY|BYMONTH|BYMONTHDAY|WKST|INTERVAL|[=;,A-Z0-9+-])*$"));
     QByteArray out = "BEGIN:" + observance.name + "\r\n";
     for (const char *name : {"TZOFFSETFROM", "TZOFFSETTO"}) {
         const ContentLine *line = observance.line(name);
@@ -77,7 +81,8 @@ std::shared_ptr<const Zone> readTimezone(const Component &component, const QStri
     QByteArray text = "BEGIN:VTIMEZONE\r\nTZID:file\r\n";
     int observances = 0;
     for (const Component *observance : component.components()) {
-        if ((observance->name != "STANDARD" && observance->name != "DAYLIGHT") || observances >= mostObservances)
+        if ((observance->name != "STANDARD" && observance->name != "DAYLIGHT") ||
+            observances >= mostObservances)
             continue;
         const QByteArray clean = cleanObservance(*observance);
         text += clean;
@@ -104,42 +109,6 @@ QTimeZone namedZone(const QString &name) {
         return QTimeZone(id);
     const QByteArray ofWindows = QTimeZone::windowsIdToDefaultIanaId(id);
     return ofWindows.isEmpty() ? QTimeZone() : QTimeZone(ofWindows);
-}
-
-// The last year in which the observance begins; 9999 for a rule without end.
-int lastYear(icalcomponent *observance) {
-    int year = 0;
-    for (icalproperty *p = icalcomponent_get_first_property(observance, ICAL_ANY_PROPERTY); p;
-         p = icalcomponent_get_next_property(observance, ICAL_ANY_PROPERTY)) {
-        if (icalproperty_isa(p) == ICAL_RRULE_PROPERTY) {
-            const icalrecurrencetype rule = icalproperty_get_rrule(p);
-            year = qMax(year, icaltime_is_null_time(rule.until) && rule.count == 0 ? 9999 : rule.until.year);
-        } else if (icalproperty_isa(p) == ICAL_DTSTART_PROPERTY) {
-            year = qMax(year, icalproperty_get_dtstart(p).year);
-        } else if (icalproperty_isa(p) == ICAL_RDATE_PROPERTY) {
-            year = qMax(year, icalproperty_get_rdate(p).time.year);
-        }
-    }
-    return year;
-}
-
-// Leaves out what ended before 1970, with offsets to the second that some programs cannot read; at least the last
-// observance stays.
-void dropHistory(icalcomponent *timezone) {
-    QList<icalcomponent *> past;
-    QList<icalcomponent *> all;
-    for (icalcomponent *c = icalcomponent_get_first_component(timezone, ICAL_ANY_COMPONENT); c;
-         c = icalcomponent_get_next_component(timezone, ICAL_ANY_COMPONENT)) {
-        all.append(c);
-        if (lastYear(c) < 1970)
-            past.append(c);
-    }
-    if (!past.isEmpty() && past.size() == all.size())
-        past.removeLast();
-    for (icalcomponent *c : std::as_const(past)) {
-        icalcomponent_remove_component(timezone, c);
-        icalcomponent_free(c);
-    }
 }
 
 } // namespace
@@ -188,35 +157,8 @@ QTimeZone systemZoneForTzid(const QString &tzid) {
     }
 }
 
-std::unique_ptr<Component> makeTimezoneComponent(const QString &tzid, const QByteArray &lineEnd) {
-    prepareIcal();
-    const QTimeZone zone = systemZoneForTzid(tzid);
-    icaltimezone *builtin = zone.isValid() ? icaltimezone_get_builtin_timezone(zone.id().constData()) : nullptr;
-    icalcomponent *rules = builtin ? icaltimezone_get_component(builtin) : nullptr;
-    if (!rules)
-        return nullptr;
-    IcalComponent copy(icalcomponent_new_clone(rules));
-    dropHistory(copy.get());
-    const IcalText text(icalcomponent_as_ical_string_r(copy.get()));
-    Document document;
-    const QByteArray wrapped = "BEGIN:VCALENDAR\r\n" + QByteArray(text.get()) + "END:VCALENDAR\r\n";
-    if (parseDocument(wrapped, &document).failure != ParseFailure::None)
-        return nullptr;
-    Component *parsed = document.calendars().front();
-    ContentLine *name = parsed->components().front()->line("TZID");
-    if (!name)
-        return nullptr;
-    name->setValue(escapeText(tzid));
-    QByteArray final;
-    parsed->components().front()->appendText(final);
-    final.replace("\r\n", lineEnd);
-    Document own;
-    (void)parseDocument("BEGIN:VCALENDAR" + lineEnd + final + "END:VCALENDAR" + lineEnd, &own);
-    auto &items = std::get<std::unique_ptr<Component>>(own.items.front())->items;
-    return std::move(std::get<std::unique_ptr<Component>>(items.front()));
-}
-
-ZoneTable::ZoneTable(Component &calendar) : m_calendar(calendar) {
+ZoneTable::ZoneTable(Component &calendar)
+    : m_calendar(calendar) {
     for (const Component *component : calendar.components()) {
         const ContentLine *tzid = component->name == "VTIMEZONE" ? component->line("TZID") : nullptr;
         if (tzid && !m_components.contains(readText(*tzid)))

@@ -18,12 +18,12 @@ public:
     virtual ~Zone() = default;
     // Seconds east of UTC at that instant.
     [[nodiscard]] virtual int offsetAt(Seconds utc) const = 0;
-    // The instant at which the clock shows that time: the first of two; one that the clock skips is read as if the
-    // clock had not been changed yet.
+    // The instant at which the clock shows that time: the first of two; one that the clock skips is read as
+    // if the clock had not been changed yet.
     [[nodiscard]] Seconds toUtc(Seconds clock) const;
     [[nodiscard]] Seconds toClock(Seconds utc) const { return utc + offsetAt(utc); }
-    // The instant in the system's zone of that meaning; where the file's rules differ from the system's, in a zone of
-    // fixed offset, so that the clock time is always the file's.
+    // The instant in the system's zone of that meaning; where the file's rules differ from the system's, in a
+    // zone of fixed offset, so that the clock time is always the file's.
     [[nodiscard]] QDateTime dateTime(Seconds utc) const;
 
 protected:
@@ -39,7 +39,9 @@ protected:
 [[nodiscard]] QTimeZone systemZoneForTzid(const QString &tzid);
 
 // A VTIMEZONE under that TZID with the system's rules since 1970. Null when the system has no such zone.
-[[nodiscard]] std::unique_ptr<Component> makeTimezoneComponent(const QString &tzid, const QByteArray &lineEnd);
+// (TimezoneComponent.cpp)
+[[nodiscard]] std::unique_ptr<Component> makeTimezoneComponent(const QString &tzid,
+                                                               const QByteArray &lineEnd);
 
 // The zones that one VCALENDAR can name.
 class ZoneTable {

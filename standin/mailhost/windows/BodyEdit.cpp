@@ -76,7 +76,8 @@ QToolButton *BodyEdit::addButton(const QString &name, const QString &text, const
     button->setCheckable(true);
     button->setAutoRaise(true);
     button->setAccessibleName(what);
-    button->setToolTip(keys.isEmpty() ? what : what + u" ("_qs + keys.toString(QKeySequence::NativeText) + u')');
+    button->setToolTip(keys.isEmpty() ? what
+                                      : what + u" ("_qs + keys.toString(QKeySequence::NativeText) + u')');
     button->setShortcut(keys);
     button->setFocusPolicy(Qt::TabFocus);
     button->setFixedSize(28, 26);
@@ -155,10 +156,12 @@ QString BodyEdit::bodyHtml() const {
 
 void BodyEdit::showBodyHtml(const QString &html) {
     m_text->setHtml(asHtmlDocument(mangled(html, m_mangling)));
+    m_edit->moveCursor(QTextCursor::Start);
 }
 
 void BodyEdit::load(const QString &html) {
     m_text->setHtml(asHtmlDocument(html));
+    m_edit->moveCursor(QTextCursor::Start);
 }
 
 void BodyEdit::setBodyReadOnly(bool readOnly) {

@@ -1,5 +1,6 @@
 #include "standin/mailhost/windows/EditorWindow.h"
 
+#include "platform/runtime/Runtime.h"
 #include "platform/toolkit/Windows.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/Messages.h"
@@ -144,11 +145,20 @@ QMessageBox *EditorWindow::newMessage(const QString &name, const QString &text, 
     return m_message;
 }
 
+void EditorWindow::showMessage(std::function<void(QAbstractButton *clicked)> answered) {
+    QMessageBox *box = m_message;
+    platform::beginSheet(box, this, [box, answered = std::move(answered)](int) {
+        box->deleteLater();
+        if (answered)
+            answered(box->clickedButton());
+    });
+}
+
 void EditorWindow::showError(const QString &message) {
     QMessageBox *box = newMessage(controls::errorMessage, tr("That did not work."), message);
     box->setIcon(QMessageBox::Warning);
     box->addButton(tr("OK"), QMessageBox::AcceptRole);
-    platform::beginSheet(box, this, [](int) {});
+    showMessage({});
 }
 
 void EditorWindow::askBeforeSending(const QStringList &problems, std::function<void()> send) {
@@ -157,8 +167,8 @@ void EditorWindow::askBeforeSending(const QStringList &problems, std::function<v
     QPushButton *sendAnyway = box->addButton(tr("&Send anyway"), QMessageBox::AcceptRole);
     sendAnyway->setObjectName(controls::sendAnywayButton);
     box->addButton(tr("&Keep editing"), QMessageBox::RejectRole);
-    platform::beginSheet(box, this, [box, sendAnyway, send = std::move(send)](int) {
-        if (box->clickedButton() == sendAnyway)
+    showMessage([sendAnyway, send = std::move(send)](QAbstractButton *clicked) {
+        if (clicked == sendAnyway)
             send();
     });
 }
@@ -170,8 +180,8 @@ void EditorWindow::deleteAppointment() {
     QPushButton *confirm = box->addButton(tr("&Delete"), QMessageBox::DestructiveRole);
     confirm->setObjectName(controls::deleteConfirmButton);
     box->addButton(tr("&Keep"), QMessageBox::RejectRole);
-    platform::beginSheet(box, this, [this, box, confirm](int) {
-        if (box->clickedButton() != confirm)
+    showMessage([this, confirm](QAbstractButton *clicked) {
+        if (clicked != confirm)
             return;
         if (rt::boolValue(rt::send(m_controller->content(), "deleteEventNow")))
             closeFrameLater();
@@ -191,10 +201,10 @@ void EditorWindow::askToSave() {
     keep->setObjectName(controls::keepEditingButton);
     box->setDefaultButton(save);
     box->setEscapeButton(keep);
-    platform::beginSheet(box, this, [this, box, save, discard](int) {
-        if (box->clickedButton() == save)
+    showMessage([this, save, discard](QAbstractButton *clicked) {
+        if (clicked == save)
             rt::send(m_controller.get(), "saveAndCloseWindow:", true);
-        else if (box->clickedButton() == discard)
+        else if (clicked == discard)
             closeFrameLater();
     });
 }

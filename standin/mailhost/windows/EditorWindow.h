@@ -5,6 +5,7 @@
 
 #include <QMainWindow>
 
+class QAbstractButton;
 class QAction;
 class QLabel;
 class QMessageBox;
@@ -42,6 +43,7 @@ private:
     void deleteAppointment();
     QPushButton *addButton(const QString &name, const QString &text);
     QMessageBox *newMessage(const QString &name, const QString &text, const QString &detail);
+    void showMessage(std::function<void(QAbstractButton *clicked)> answered);
 
     EditorWindowController *m_windowController;
     EditorForm *m_form = nullptr;

@@ -70,7 +70,6 @@ EditorWindowController *EditorWindowController::showFor(rt::Object *object, bool
             continue;
         controller->m_otherEvents.push_back(std::move(owned));
         window->show();
-        window->raise();
         window->activateWindow();
         return controller;
     }

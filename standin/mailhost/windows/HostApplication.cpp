@@ -1,7 +1,6 @@
 #include "standin/mailhost/windows/HostApplication.h"
 
 #include "platform/runtime/Loading.h"
-#include "platform/services/Services.h"
 #include "platform/toolkit/Windows.h"
 #include "standin/mailhost/model/Bind.h"
 #include "standin/mailhost/model/HostContext.h"
@@ -85,14 +84,6 @@ bool HostApplication::installBundle(QString *error) const {
     if (existing.open(QIODevice::ReadOnly) && existing.readAll() == information)
         return true;
     return writeFile(path, information, error);
-}
-
-void HostApplication::installDesktopServices() const {
-    platform::DesktopOptions desktop;
-    desktop.bundleIdentifier = u"com.microsoft.Outlook"_qs;
-    desktop.documentsFolder = m_options.documentsFolder;
-    desktop.defaultsFolder = m_options.defaultsFolder;
-    platform::setServices(platform::makeDesktopServices(desktop));
 }
 
 void HostApplication::start() {

@@ -1,5 +1,6 @@
 #include "standin/mailhost/windows/MainWindow.h"
 
+#include "platform/runtime/Runtime.h"
 #include "platform/toolkit/Windows.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/Messages.h"

@@ -1,0 +1,228 @@
+#include "standin/mailhost/model/BodyText.h"
+
+#include "tests/mailhost/PrintText.h"
+
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextList>
+#include <gtest/gtest.h>
+
+namespace mailhost {
+
+namespace {
+
+const QString begin = u"<a name=\"MarkBegin\"></a>"_qs;
+const QString end = u"<a name=\"MarkEnd\"></a>"_qs;
+
+class BodyTextTest : public testing::Test {
+protected:
+    void load(const QString &html) { body.setHtml(html); }
+    QTextCursor before(const QString &text) {
+        QTextCursor cursor = document.find(text);
+        EXPECT_FALSE(cursor.isNull()) << qPrintable(text);
+        cursor.setPosition(cursor.selectionStart());
+        return cursor;
+    }
+    QTextCursor after(const QString &text) {
+        QTextCursor cursor = document.find(text);
+        EXPECT_FALSE(cursor.isNull()) << qPrintable(text);
+        cursor.setPosition(cursor.selectionEnd());
+        return cursor;
+    }
+    QTextCursor endOfDocument() {
+        QTextCursor cursor(&document);
+        cursor.movePosition(QTextCursor::End);
+        return cursor;
+    }
+    QTextDocument document;
+    BodyText body{&document};
+};
+
+TEST_F(BodyTextTest, WhatIsNotTouchedComesBackToTheLetter) {
+    for (
+        const QString &html :
+        {u"<html><head><style>p{margin:0}</style></head><body bgcolor=white><P>a &amp; b<o:p></o:p></P>\r\n<p>1 < 2</p></body></html>"_qs,
+         u"<html><body></body></html>"_qs, u"plain &eacute; text"_qs,
+         u"<table><tr><td>x</td></tr></table>"_qs, QString(u""_qs)}) {
+        load(html);
+        EXPECT_EQ(body.html(), html);
+        endOfDocument().insertText(u"x"_qs);
+        EXPECT_NE(body.html(), html);
+        document.undo();
+        EXPECT_EQ(body.html(), html);
+    }
+}
+
+TEST_F(BodyTextTest, TypedTextGoesInAndNothingElseMoves) {
+    load(
+        u"<html><body lang=EN><p class='x'>Hello <b>big</b> world</p>\r\n<p>Second&nbsp;one</p></body></html>"_qs);
+    after(u"Hello"_qs).insertText(u" <there>"_qs);
+    after(u"Second"_qs).deleteChar();
+    EXPECT_EQ(body.html(), u"<html><body lang=EN><p class='x'>Hello &lt;there&gt; <b>big</b> world</p>\r\n"
+                           "<p>Secondone</p></body></html>"_qs);
+}
+
+struct Place {
+    const char *name;
+    QString html;
+};
+
+class BlockTest : public BodyTextTest, public testing::WithParamInterface<int> {
+protected:
+    // Forms in which a block stands in a body.
+    static QList<QString> forms() {
+        return {u"<html><body><p>Mine</p>"_qs + begin +
+                    u"<div>Join <a href=\"https://x.example/j\">here</a></div>"_qs + end +
+                    u"<p>After</p></body></html>"_qs,
+                u"<html><body>Mine<br><br>"_qs + begin + u"Join<br>here"_qs + end +
+                    u"<br><br>After</body></html>"_qs,
+                u"<html><body><p>Mine</p><p>"_qs + begin + u"Join here"_qs + end +
+                    u"</p><p>After</p></body></html>"_qs};
+    }
+    static QString blockIn(const QString &html) {
+        return html.mid(html.indexOf(begin), html.indexOf(end) + end.size() - html.indexOf(begin));
+    }
+};
+
+TEST_P(BlockTest, TypingAroundTheBlockStaysOutsideOfIt) {
+    const QString html = forms()[GetParam()];
+    load(html);
+    after(u"Mine"_qs).insertText(u" own words"_qs);
+    before(u"After"_qs).insertText(u"And "_qs);
+    EXPECT_EQ(body.html(),
+              QString(html).replace(u"Mine"_qs, u"Mine own words"_qs).replace(u"After"_qs, u"And After"_qs));
+}
+
+TEST_P(BlockTest, TypingAtTheEndsOfTheBlocksLinesStaysOutside) {
+    load(forms()[GetParam()]);
+    QTextCursor cursor = before(u"Join"_qs);
+    cursor.movePosition(QTextCursor::StartOfLine);
+    cursor.setPosition(cursor.position() -
+                       (cursor.position() > 0 && document.characterAt(cursor.position() - 1) ==
+                                                     QChar::ObjectReplacementCharacter
+                            ? 1
+                            : 0));
+    cursor.insertText(u"FIRST"_qs);
+    cursor = after(u"here"_qs);
+    while (!body.bookmarkAt(cursor.position()).isNull())
+        cursor.movePosition(QTextCursor::NextCharacter);
+    cursor.insertText(u"LAST"_qs);
+    const QString now = body.html();
+    EXPECT_EQ(blockIn(now), blockIn(forms()[GetParam()]));
+    EXPECT_TRUE(now.contains(u"FIRST"_qs) && now.contains(u"LAST"_qs)) << qPrintable(now);
+}
+
+TEST_P(BlockTest, TypingInsideTheBlockKeepsItsBookmarks) {
+    const QString html = forms()[GetParam()];
+    load(html);
+    after(u"Jo"_qs).insertText(u"X"_qs);
+    EXPECT_EQ(body.html(), QString(html).replace(u"Join"_qs, u"JoXin"_qs));
+}
+
+TEST_P(BlockTest, AnotherProgramThatReadsTheResultSeesTheSameText) {
+    load(forms()[GetParam()]);
+    QTextCursor cursor = after(u"Mine"_qs);
+    cursor.insertBlock();
+    cursor.insertText(u"a new line"_qs);
+    const QString text = document.toPlainText();
+    QTextDocument other;
+    BodyText again(&other);
+    again.setHtml(body.html());
+    EXPECT_EQ(other.toPlainText().replace(u'\n', u' ').simplified(),
+              QString(text).replace(u'\n', u' ').simplified());
+    EXPECT_TRUE(other.toPlainText().contains(u"Mine\na new line"_qs)) << qPrintable(body.html());
+}
+
+INSTANTIATE_TEST_SUITE_P(Forms, BlockTest, testing::Range(0, 3));
+
+TEST_F(BodyTextTest, TheReturnKeyMakesAParagraphOfTheSameKind) {
+    load(u"<p style=\"margin:0\">one two</p><ul><li>item</li></ul>bare"_qs);
+    QTextCursor cursor = after(u"one"_qs);
+    cursor.insertBlock();
+    cursor = after(u"item"_qs);
+    cursor.insertBlock();
+    cursor.insertText(u"next"_qs);
+    EXPECT_EQ(body.html(), u"<p style=\"margin:0\">one</p><p style=\"margin:0\"> two</p>"
+                           "<ul><li>item</li><li>next</li></ul>bare"_qs);
+}
+
+TEST_F(BodyTextTest, JoinedParagraphsLoseTheTagsBetweenThem) {
+    load(u"<div><p>one</p>\n<p>two</p></div>"_qs);
+    before(u"two"_qs).deletePreviousChar();
+    EXPECT_EQ(body.html(), u"<div><p>onetwo</p></div>"_qs);
+}
+
+TEST_F(BodyTextTest, StyleIsPutAroundTheWordsThatHaveIt) {
+    load(u"<p>one two <i>three</i></p>"_qs);
+    QTextCursor cursor = document.find(u"two three"_qs);
+    QTextCharFormat bold;
+    bold.setFontWeight(QFont::Bold);
+    cursor.mergeCharFormat(bold);
+    EXPECT_EQ(body.html(), u"<p>one <b>two</b> <i><b>three</b></i></p>"_qs);
+}
+
+TEST_F(BodyTextTest, AParagraphMadeAListItemIsOneInTheHtml) {
+    load(u"<p>before</p>"_qs + begin + u"<p>block</p>"_qs + end);
+    QTextCursor cursor = before(u"before"_qs);
+    cursor.createList(QTextListFormat::ListDisc);
+    EXPECT_EQ(body.html(), u"<p><ul><li>before</li></ul></p>"_qs + begin + u"<p>block</p>"_qs + end);
+}
+
+TEST_F(BodyTextTest, WhatHasNoPlaceInTheHtmlIsRewrittenWithItsBookmarks) {
+    load(u"<ul><li>item</li></ul>"_qs + begin + u"<p>block</p>"_qs + end);
+    QTextCursor cursor = before(u"item"_qs);
+    cursor.currentList()->remove(cursor.block());
+    const QString html = body.html();
+    EXPECT_FALSE(html.contains(u"<li"_qs));
+    EXPECT_LT(html.indexOf(u"item"_qs), html.indexOf(begin));
+    EXPECT_LT(html.indexOf(begin), html.indexOf(u"block"_qs));
+    EXPECT_LT(html.indexOf(u"block"_qs), html.indexOf(end));
+}
+
+TEST_F(BodyTextTest, EverythingReplacedLeavesOnlyTheNewText) {
+    load(u"<html><head><style>p{}</style></head><body><p>old</p>"_qs + begin + u"<p>x</p>"_qs + end +
+         u"</body></html>"_qs);
+    QTextCursor cursor(&document);
+    cursor.select(QTextCursor::Document);
+    cursor.insertText(u"new"_qs);
+    const QString html = body.html();
+    EXPECT_TRUE(html.contains(u">new<"_qs)) << qPrintable(html);
+    EXPECT_FALSE(html.contains(u"old"_qs) || html.contains(begin) || html.contains(end)) << qPrintable(html);
+    EXPECT_TRUE(html.contains(u"</body></html>"_qs)) << qPrintable(html);
+}
+
+// Whatever is edited, the text that is shown is the text that is saved.
+TEST_F(BodyTextTest, AnyEditReadsBackAsShown) {
+    const QString html =
+        u"<html><body><p>alpha <b>beta</b> gamma</p><div>delta<br>epsilon&nbsp;zeta</div>"_qs + begin +
+        u"<ul><li>eta</li><li>theta</li></ul>"_qs + end + u"<p>iota &amp; kappa</p></body></html>"_qs;
+    std::srand(7);
+    for (int round = 0; round < 300; ++round) {
+        load(html);
+        for (int edit = 0; edit < 1 + round % 4; ++edit) {
+            QTextCursor cursor(&document);
+            cursor.setPosition(std::rand() % document.characterCount());
+            switch (std::rand() % 4) {
+            case 0:
+                cursor.insertText(u"W&"_qs);
+                break;
+            case 1:
+                cursor.insertBlock();
+                break;
+            default:
+                cursor.deleteChar();
+            }
+        }
+        QTextDocument other;
+        BodyText again(&other);
+        again.setHtml(body.html());
+        const auto words = [](QString text) {
+            return text.remove(QRegularExpression(u"[\\s\u2028\ufffc\u00a0]"_qs));
+        };
+        ASSERT_EQ(words(other.toRawText()), words(document.toRawText()))
+            << round << ' ' << qPrintable(body.html());
+    }
+}
+
+} // namespace
+} // namespace mailhost

@@ -1,0 +1,51 @@
+#include "tests/platform/PrivateBus.h"
+
+#include <QTest>
+
+namespace {
+
+constexpr int generousMilliseconds = 20'000;
+constexpr const char *addressVariable = "DBUS_SESSION_BUS_ADDRESS";
+
+} // namespace
+
+PrivateBus::PrivateBus()
+    : m_formerAddress(qgetenv(addressVariable)) {
+    qputenv(addressVariable, "unix:path=" + m_folder.filePath(QStringLiteral("bus")).toLocal8Bit());
+    m_daemon.setStandardErrorFile(QProcess::nullDevice());
+}
+
+PrivateBus::~PrivateBus() {
+    kill();
+    qputenv(addressVariable, m_formerAddress);
+}
+
+bool PrivateBus::start() {
+    m_daemon.start(QStringLiteral("dbus-daemon"),
+                   {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
+                    QStringLiteral("--print-address"),
+                    QStringLiteral("--address=") + qEnvironmentVariable(addressVariable)});
+    while (m_daemon.state() != QProcess::NotRunning && !m_daemon.canReadLine()) {
+        if (!m_daemon.waitForReadyRead(generousMilliseconds))
+            return false;
+    }
+    return m_daemon.canReadLine();
+}
+
+void PrivateBus::kill() {
+    m_daemon.kill();
+    m_daemon.waitForFinished(generousMilliseconds);
+}
+
+bool PrivateBus::sendSignal(const QString &member, const QStringList &arguments) {
+    QProcess sender;
+    sender.start(QStringLiteral("dbus-send"),
+                 QStringList{QStringLiteral("--session"), QStringLiteral("--type=signal"),
+                             QStringLiteral("/com/parlo/DistributedNotifications"), member} +
+                     arguments);
+    return sender.waitForFinished(generousMilliseconds) && sender.exitCode() == 0;
+}
+
+bool waitFor(const std::function<bool()> &condition) {
+    return QTest::qWaitFor(condition, generousMilliseconds);
+}

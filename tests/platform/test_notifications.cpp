@@ -1,0 +1,188 @@
+// The same claims about the bus double and about the session bus, and about notifications inside the process.
+#include "platform/services/Services.h"
+#include "platform/services/TestServices.h"
+#include "tests/platform/PrivateBus.h"
+#include "tests/support/Warnings.h"
+
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+namespace {
+
+using platform::DistributedNotificationCenter;
+using platform::MemoryNotificationBus;
+using platform::NotificationCenter;
+using platform::ObserverId;
+using platform::TextMap;
+using platform::VirtualRunLoop;
+
+const QString channel = QStringLiteral("channel");
+const QString endMark = QStringLiteral("end");
+
+class DistributedContract : public testing::TestWithParam<bool> {
+protected:
+    void SetUp() override {
+        if (!GetParam()) {
+            center = std::make_unique<MemoryNotificationBus>(runLoop);
+            return;
+        }
+        bus = std::make_unique<PrivateBus>();
+        ASSERT_TRUE(bus->start());
+        center = std::move(platform::makeDesktopServices({}).distributedNotifications);
+    }
+
+    DistributedNotificationCenter::Handler note() {
+        return [this](const QString &name, const TextMap &userInfo) { heard.append({name, userInfo}); };
+    }
+
+    // Everything posted before has arrived when this comes back.
+    void deliver() {
+        bool isOver = false;
+        const ObserverId observer =
+            center->addObserver(endMark, [&isOver](const QString &, const TextMap &) { isOver = true; });
+        center->post(endMark, {}, {}, true);
+        runLoop.advance(0);
+        ASSERT_TRUE(waitFor([&isOver] { return isOver; }));
+        center->removeObserver(observer);
+    }
+
+    VirtualRunLoop runLoop;
+    std::unique_ptr<PrivateBus> bus;
+    std::unique_ptr<DistributedNotificationCenter> center;
+    QList<QPair<QString, TextMap>> heard;
+};
+
+INSTANTIATE_TEST_SUITE_P(Double, DistributedContract, testing::Values(false));
+INSTANTIATE_TEST_SUITE_P(Desktop, DistributedContract, testing::Values(true));
+
+TEST_P(DistributedContract, APosterThatObservesHearsItselfAfterItHasPosted) {
+    const TextMap userInfo{
+        {u"text"_qs, u"Grüße, 会議 😀\n"_qs}, {u""_qs, u"no key"_qs}, {u"empty"_qs, u""_qs}};
+    std::ignore = center->addObserver(channel, note());
+    center->post(channel, QString(), userInfo, true);
+    center->post(u"another"_qs, u"somebody"_qs, {}, true);
+    center->post(channel, u"somebody"_qs, {{u"null"_qs, QString()}}, false);
+    EXPECT_TRUE(heard.isEmpty()) << "delivered from inside post()";
+    deliver();
+    ASSERT_EQ(heard.size(), 2);
+    EXPECT_EQ(heard[0], qMakePair(channel, userInfo));
+    EXPECT_FALSE(heard[1].second.value(u"null"_qs).isNull()) << "a null text cannot cross a wire";
+}
+
+TEST_P(DistributedContract, TheOrderOfOneSenderIsKept) {
+    constexpr int count = 500;
+    std::ignore = center->addObserver(channel, note());
+    for (int i = 0; i < count; ++i)
+        center->post(channel, {}, {{u"i"_qs, QString::number(i)}}, true);
+    deliver();
+    ASSERT_EQ(heard.size(), count);
+    for (int i = 0; i < count; ++i)
+        EXPECT_EQ(heard[i].second.value(u"i"_qs).toInt(), i);
+}
+
+TEST_P(DistributedContract, NamesThatQuotingCouldBreakStillArrive) {
+    const QStringList names{u"it's"_qs, u"back\\slash"_qs, u"a,b='c'"_qs, u"Größe"_qs, u" "_qs, u""_qs};
+    for (const QString &name : names)
+        std::ignore = center->addObserver(name, note());
+    std::ignore = center->addObserver(channel, note()); // its match and theirs must not double it
+    for (const QString &name : names + QStringList{channel})
+        center->post(name, {}, {}, true);
+    deliver();
+    QStringList heardNames;
+    for (const auto &[name, userInfo] : std::as_const(heard))
+        heardNames.append(name);
+    EXPECT_EQ(heardNames, names + QStringList{channel});
+}
+
+TEST_P(DistributedContract, WhoIsRemovedHearsNoMoreAndTheOthersStillDo) {
+    ObserverId second = 0;
+    ObserverId first = center->addObserver(channel, [&](const QString &name, const TextMap &userInfo) {
+        note()(name, userInfo);
+        center->removeObserver(first);
+        center->removeObserver(second);
+    });
+    second = center->addObserver(channel, note());
+    std::ignore = center->addObserver(channel, note());
+    center->removeObserver(0);
+    center->removeObserver(999);
+    center->post(channel, {}, {}, true);
+    deliver();
+    EXPECT_EQ(heard.size(), 2) << "the first and the third";
+    center->post(channel, {}, {}, true);
+    deliver();
+    EXPECT_EQ(heard.size(), 3) << "the third";
+}
+
+TEST_P(DistributedContract, WhatAnObserverThrowsDoesNotReachTheOthers) {
+    expectWarning(u"a callback failed: on purpose"_qs);
+    std::ignore = center->addObserver(
+        channel, [](const QString &, const TextMap &) { throw std::runtime_error("on purpose"); });
+    std::ignore = center->addObserver(channel, note());
+    center->post(channel, {}, {}, true);
+    deliver();
+    EXPECT_EQ(heard.size(), 1);
+}
+
+TEST_P(DistributedContract, WhatCannotBeSentIsDroppedAndTheNextOneArrives) {
+    expectWarning(u"\"channel\" dropped: it contains a NUL"_qs);
+    expectWarning(u"\"channel\" dropped: it is too large"_qs);
+    std::ignore = center->addObserver(channel, note());
+    const QString nul(QChar(u'\0'));
+    center->post(channel, nul, {}, true);
+    center->post(channel, {}, {{nul, u"value"_qs}}, true);
+    center->post(channel, {}, {{u"key"_qs, nul}}, true);
+    const QString half(DistributedNotificationCenter::maximumSize / 4 + 1, u'ä'); // two bytes each
+    center->post(channel, {}, {{u"a"_qs, half}, {u"b"_qs, half}}, true);
+    const QString large(DistributedNotificationCenter::maximumSize - channel.size() - 1, u'x');
+    center->post(channel, {}, {{u"k"_qs, large}}, true);
+    deliver();
+    ASSERT_EQ(heard.size(), 1);
+    EXPECT_EQ(heard[0].second.value(u"k"_qs), large);
+}
+
+TEST_P(DistributedContract, AnObserverMayDestroyTheCentre) {
+    bool isOver = false;
+    std::ignore = center->addObserver(channel, [&](const QString &, const TextMap &) {
+        center.reset();
+        isOver = true;
+    });
+    std::ignore = center->addObserver(channel, [](const QString &, const TextMap &) {
+        ADD_FAILURE() << "called by a centre that is gone";
+    });
+    center->post(channel, {}, {}, true);
+    center->post(channel, {}, {}, true);
+    runLoop.advance(0);
+    ASSERT_TRUE(waitFor([&isOver] { return isOver; }));
+    QCoreApplication::processEvents();
+}
+
+TEST(NotificationCenter, WhoCameDuringADeliveryWaitsForTheNext) {
+    NotificationCenter center;
+    QStringList heard;
+    std::ignore = center.addObserver(channel, [&](const QString &, const QVariantMap &userInfo) {
+        heard.append(u"first "_qs + userInfo.value(u"n"_qs).toString());
+        std::ignore = center.addObserver(
+            channel, [&](const QString &, const QVariantMap &) { heard.append(u"late"_qs); });
+    });
+    std::ignore = center.addObserver(
+        u"another"_qs, [&](const QString &, const QVariantMap &) { heard.append(u"another"_qs); });
+    center.post(channel, {{u"n"_qs, 1}});
+    EXPECT_EQ(heard, QStringList{u"first 1"_qs});
+    center.post(channel, {{u"n"_qs, 2}});
+    EXPECT_EQ(heard, (QStringList{u"first 1"_qs, u"first 2"_qs, u"late"_qs}));
+}
+
+TEST(NotificationCenter, APostInsideADeliveryIsDeliveredAtOnce) {
+    NotificationCenter center;
+    QStringList heard;
+    std::ignore = center.addObserver(u"outer"_qs, [&](const QString &, const QVariantMap &) {
+        center.post(u"inner"_qs, {});
+        heard.append(u"outer"_qs);
+    });
+    std::ignore = center.addObserver(
+        u"inner"_qs, [&](const QString &, const QVariantMap &) { heard.append(u"inner"_qs); });
+    center.post(u"outer"_qs, {});
+    EXPECT_EQ(heard, (QStringList{u"inner"_qs, u"outer"_qs}));
+}
+
+} // namespace

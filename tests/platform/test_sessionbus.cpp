@@ -1,0 +1,145 @@
+// What only a real bus can do to the desktop's services.
+#include "platform/services/Services.h"
+#include "tests/platform/PrivateBus.h"
+#include "tests/support/Warnings.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using platform::Services;
+using platform::TextMap;
+
+const QString channel = QStringLiteral("channel");
+const QString posted = QStringLiteral("com.parlo.DistributedNotifications.Posted");
+const QString thisProgram = QStringLiteral("com.parlo.test");
+const QString otherProgram = QStringLiteral("com.parlo.test.other");
+
+class SessionBusTest : public testing::Test {
+protected:
+    Services desktopOf(const QString &identifier) {
+        platform::DesktopOptions options;
+        options.bundleIdentifier = identifier;
+        options.rootFolder = folder.path();
+        options.defaultsFolder = folder.path();
+        return platform::makeDesktopServices(options);
+    }
+
+    void observe(Services &desktop) {
+        std::ignore = desktop.distributedNotifications->addObserver(
+            channel,
+            [this](const QString &, const TextMap &userInfo) { heard.append(userInfo.value(u"n"_qs)); });
+    }
+
+    static void post(Services &desktop, const QString &n) {
+        desktop.distributedNotifications->post(channel, {}, {{u"n"_qs, n}}, true);
+    }
+
+    QTemporaryDir folder;
+    PrivateBus bus;
+    QStringList heard;
+};
+
+TEST_F(SessionBusTest, ProgramsHearEachOtherAndSeeEachOtherRunning) {
+    ASSERT_TRUE(bus.start());
+    Services one = desktopOf(thisProgram);
+    observe(one);
+    EXPECT_EQ(one.workspace->runningApplications(), QStringList{thisProgram});
+    {
+        Services two = desktopOf(otherProgram);
+        EXPECT_TRUE(one.workspace->runningApplications().contains(otherProgram));
+        post(two, u"1"_qs);
+        post(two, u"2"_qs);
+    }
+    ASSERT_TRUE(waitFor([this] { return heard.size() == 2; })) << "a poster that ends at once must be heard";
+    EXPECT_EQ(heard, (QStringList{u"1"_qs, u"2"_qs}));
+    EXPECT_TRUE(waitFor([&one] { return one.workspace->runningApplications() == QStringList{thisProgram}; }));
+}
+
+TEST_F(SessionBusTest, ANameThatAnotherProcessHoldsIsLeftToIt) {
+    ASSERT_TRUE(bus.start());
+    Services two = desktopOf({});
+    {
+        Services holder = desktopOf(thisProgram);
+        Services late = desktopOf(thisProgram);
+        EXPECT_EQ(two.workspace->runningApplications(), QStringList{thisProgram});
+        holder = {};
+        EXPECT_TRUE(waitFor([&two] { return two.workspace->runningApplications().isEmpty(); }));
+    }
+}
+
+TEST_F(SessionBusTest, ABusThatGoesAwayAndComesBackIsUsedAgain) {
+    ASSERT_TRUE(bus.start());
+    Services desktop = desktopOf(thisProgram);
+    observe(desktop);
+    for (int round = 0; round < 2; ++round) {
+        expectWarning(u"the session bus went away"_qs);
+        bus.kill();
+        ASSERT_TRUE(waitFor([&desktop] { return desktop.workspace->runningApplications().isEmpty(); }));
+        expectWarning(u"\"channel\" dropped: there is no session bus"_qs);
+        post(desktop, u"lost"_qs);
+        ASSERT_TRUE(bus.start());
+        ASSERT_TRUE(waitFor([&desktop] {
+            return desktop.workspace->runningApplications().contains(thisProgram);
+        })) << "the name is claimed again";
+        post(desktop, QString::number(round));
+        ASSERT_TRUE(waitFor([this, round] { return heard.size() == round + 1; }));
+    }
+    EXPECT_EQ(heard, (QStringList{u"0"_qs, u"1"_qs}));
+}
+
+TEST_F(SessionBusTest, WithNoBusEverythingElseWorksUntilThereIsOne) {
+    expectWarning(u"there is no session bus"_qs);
+    Services desktop = desktopOf(thisProgram);
+    observe(desktop);
+    post(desktop, u"lost"_qs);
+    EXPECT_TRUE(desktop.workspace->runningApplications().isEmpty());
+    EXPECT_TRUE(desktop.workspace->pathForBundleIdentifier(otherProgram).isNull());
+    ASSERT_TRUE(bus.start());
+    ASSERT_TRUE(waitFor([&desktop] { return !desktop.workspace->runningApplications().isEmpty(); }));
+    post(desktop, u"heard"_qs);
+    ASSERT_TRUE(waitFor([this] { return !heard.isEmpty(); }));
+    EXPECT_EQ(heard, QStringList{u"heard"_qs});
+}
+
+TEST_F(SessionBusTest, SignalsOfAnotherFormAreIgnored) {
+    ASSERT_TRUE(bus.start());
+    Services desktop = desktopOf(thisProgram);
+    observe(desktop);
+    const QString name = u"string:"_qs + channel;
+    const QString sender = u"string:"_qs;
+    EXPECT_TRUE(bus.sendSignal(posted, {name}));
+    EXPECT_TRUE(bus.sendSignal(posted, {name, u"int32:7"_qs, u"dict:string:string:n,wrong"_qs}));
+    EXPECT_TRUE(bus.sendSignal(posted, {name, sender, u"dict:string:int32:n,7"_qs}));
+    EXPECT_TRUE(bus.sendSignal(posted, {name, sender, u"dict:string:string:n,wrong"_qs, u"byte:1"_qs}));
+    EXPECT_TRUE(bus.sendSignal(u"com.parlo.DistributedNotifications.Other"_qs,
+                               {name, sender, u"dict:string:string:n,wrong"_qs}));
+    EXPECT_TRUE(bus.sendSignal(posted, {name, sender, u"dict:string:string:n,right"_qs}));
+    ASSERT_TRUE(waitFor([this] { return !heard.isEmpty(); }));
+    EXPECT_EQ(heard, QStringList{u"right"_qs});
+}
+
+TEST_F(SessionBusTest, AnObserverThatRunsAnEventLoopStillHearsTheRest) {
+    ASSERT_TRUE(bus.start());
+    Services desktop = desktopOf(thisProgram);
+    bool isInside = false;
+    std::ignore =
+        desktop.distributedNotifications->addObserver(channel, [&](const QString &, const TextMap &info) {
+            heard.append(info.value(u"n"_qs));
+            if (isInside)
+                return;
+            isInside = true;
+            // As a dialog would; and asks the bus something, which must neither block nor lose what comes
+            // meanwhile.
+            EXPECT_TRUE(desktop.workspace->runningApplications().contains(thisProgram));
+            post(desktop, u"3"_qs);
+            EXPECT_TRUE(waitFor([this] { return heard.size() == 3; }));
+            heard.append(u"closed"_qs);
+        });
+    post(desktop, u"1"_qs);
+    post(desktop, u"2"_qs);
+    ASSERT_TRUE(waitFor([this] { return heard.contains(u"closed"_qs); }));
+    EXPECT_EQ(heard, (QStringList{u"1"_qs, u"2"_qs, u"3"_qs, u"closed"_qs}));
+}
+
+} // namespace

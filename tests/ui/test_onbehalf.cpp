@@ -1,0 +1,91 @@
+#include "plugin/link/meetingKeys.h"
+#include "plugin/link/vlUserProfileHelper.h"
+#include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
+#include "plugin/workflow/vlMeetingMgr.h"
+#include "tests/ui/UiFixture.h"
+
+#include <QCheckBox>
+#include <QDialog>
+#include <QLabel>
+
+namespace {
+
+const QString address = QStringLiteral("Boss@example.com");
+const QString name = QStringLiteral("Bo %@ <b>");
+
+} // namespace
+
+class OnBehalf : public UiTest {
+protected:
+    OnBehalf() {
+        vlUserProfileHelper::sharedInstance().setUserProfile(QVariantMap{
+            {"userId", "user"},
+            {"bosses", QVariantList{QVariantMap{{"displayName", name}, {"email", address.toLower()}}}}});
+        editor.editor.account.address = address;
+        editor.window->show();
+        editor.open();
+        editor.strip().attachOutlookERCalendarEventEditorWindowController(&editor);
+    }
+    void showSheet() {
+        sheets.addSchSettingWindowToArray(editor.id(), {}, editor.window);
+        sheets.showSchSettingWindow(editor.id());
+    }
+    QDialog *sheet() { return sheets.getSchSettingWindowInArray(editor.id())->settingWindow(); }
+    QWidget *banner() { return sheet()->findChild<QWidget *>(QStringLiteral("onbehalfView")); }
+    bool offersPersonalMeeting() {
+        return !sheet()->findChild<QCheckBox *>(QStringLiteral("usePMI"))->isHidden();
+    }
+    QVariant scheduledFor() { return sheets.getVlSettingsData(editor.id()).value(vl_Setting_ScheduleFor); }
+
+    HostEditorWindow editor;
+    SchSettingWndCtrlMgr sheets;
+};
+
+TEST_F(OnBehalf, TheSheetGrowsDownwardsByABannerWithTheName) {
+    showSheet();
+    EXPECT_TRUE(banner()->isHidden());
+    EXPECT_TRUE(offersPersonalMeeting());
+    EXPECT_EQ(scheduledFor(), QStringLiteral(""));
+    const QRect small = sheet()->geometry();
+
+    editor.editor.delegating = true;
+    showSheet();
+    EXPECT_FALSE(banner()->isHidden());
+    EXPECT_FALSE(offersPersonalMeeting());
+    EXPECT_EQ(scheduledFor(), address);
+    EXPECT_EQ(sheet()->geometry(), small.adjusted(0, 0, 0, banner()->minimumHeight()));
+    showSheet();
+    EXPECT_EQ(sheet()->height(), small.height() + banner()->minimumHeight());
+
+    editor.editor.delegating = false;
+    showSheet();
+    EXPECT_TRUE(banner()->isHidden());
+    EXPECT_EQ(sheet()->geometry(), small);
+    EXPECT_EQ(scheduledFor(), QStringLiteral(""));
+}
+
+TEST_F(OnBehalf, TheBannerShowsTheNameToTheLetter) {
+    platform::services().pluginBundle = platform::makeFolderBundle(QStringLiteral(PLUGIN_RESOURCES));
+    editor.editor.delegating = true;
+    showSheet();
+    auto *label = sheet()->findChild<QLabel *>(QStringLiteral("textOnbehalfInfo"));
+    EXPECT_TRUE(label->text().contains(name)) << qPrintable(label->text());
+    EXPECT_EQ(label->textFormat(), Qt::PlainText);
+    EXPECT_EQ(banner()->palette().color(QPalette::Window), QColor(99, 192, 64));
+}
+
+TEST_F(OnBehalf, OfSomeoneForWhomTheUserMayNotScheduleTheSheetSaysNothing) {
+    editor.editor.account.address = QStringLiteral("stranger@example.com");
+    editor.editor.delegating = true;
+    showSheet();
+    EXPECT_TRUE(banner()->isHidden());
+    EXPECT_EQ(scheduledFor(), QStringLiteral(""));
+}
+
+TEST_F(OnBehalf, AnAudioConferenceIsRefusedWithAWord) {
+    editor.editor.delegating = true;
+    editor.strip().onClickAddPACAccount1();
+    EXPECT_EQ(vlMeetingMgr::sharedInstance().getMeetingAction(), MeetingCommand::CmdNone);
+    EXPECT_EQ(dialogs().size(), 1);
+    EXPECT_EQ(editor.strip().uiStatus(), StripState::NoMeeting);
+}

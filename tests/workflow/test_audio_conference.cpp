@@ -1,0 +1,111 @@
+#include "tests/workflow/WorkflowFixture.h"
+
+#include "plugin/link/vlUserProfileHelper.h"
+#include "plugin/workflow/recordWriteBack.h"
+#include "plugin/workflow/vlPACMeetingMgr.h"
+
+#include <QLineEdit>
+
+namespace {
+
+const QList<ScriptedClient::Account> twoAccounts{{"800-1", 111, "Dial 800-1"}, {"800-2", 222, "Dial 800-2"}};
+
+class AudioConference : public WorkflowTest {
+protected:
+    static vlPACMeetingMgr &conferences() { return vlPACMeetingMgr::sharedInstance(); }
+};
+
+} // namespace
+
+TEST_F(AudioConference, IsWrittenIntoBodyAndLocationAfterUserAndAccountsAreRead) {
+    appointment->values.insert("location", "Room R");
+    givenAnAppointment();
+    client.hasAccounts(twoAccounts);
+    manager().sendVlMeetingCommand(CmdAddAudioConference1, strip.get());
+    turn();
+    EXPECT_EQ(client.asked(), (QList<Asked>{Asked::Profile, Asked::Accounts}));
+    EXPECT_EQ(alerts.progressOn, QList<QWidget *>{editor->window()}); // for the accounts
+    EXPECT_EQ(appointment->location(), "Room R 800-1 (US Toll Free), 111");
+    EXPECT_EQ(editor->locationField()->text(), appointment->location());
+    EXPECT_TRUE(editor->body().contains("Dial 800-1"));
+    EXPECT_EQ(manager().state(), StateAudioConference);
+
+    manager().sendVlMeetingCommand(CmdAddAudioConference2, strip.get()); // all is known now
+    turn();
+    EXPECT_EQ(client.requests().size(), 2);
+    EXPECT_EQ(appointment->location(), "Room R 800-2 (US Toll Free), 222");
+}
+
+TEST_F(AudioConference, AccountsOfAnotherUserAreReadAgain) {
+    givenAnAppointment();
+    givenTheAccountsAreLoaded(twoAccounts);
+    givenTheProfileIsLoaded();
+    givenTheProfileIsLoaded({{"userId", "user-2"}});
+    client.hasAccounts({{"900", 9, "Dial 900"}});
+    manager().sendVlMeetingCommand(CmdAddAudioConference1, strip.get());
+    turn();
+    EXPECT_EQ(client.asked(), QList<Asked>{Asked::Accounts});
+    EXPECT_EQ(appointment->location(), "900 (US Toll Free), 9");
+    EXPECT_FALSE(vlUserProfileHelper::sharedInstance().isAccountChanged());
+}
+
+TEST_F(AudioConference, TheProfilesAnswerIsEnoughWhenTheAccountsAreThere) {
+    givenAnAppointment();
+    givenTheAccountsAreLoaded(twoAccounts);
+    manager().sendVlMeetingCommand(CmdAddAudioConference2, strip.get());
+    turn();
+    EXPECT_EQ(client.asked(), QList<Asked>{Asked::Profile});
+    EXPECT_EQ(appointment->location(), "800-2 (US Toll Free), 222");
+}
+
+TEST_F(AudioConference, AnAccountWithoutInvitationGivesAnAlertAndNoMeeting) {
+    appointment->values.insert("location", "Room R");
+    givenAnAppointment();
+    givenTheProfileIsLoaded();
+    givenTheAccountsAreLoaded({{"800-1", 111, ""}});
+    manager().sendVlMeetingCommand(CmdAddAudioConference1, strip.get());
+    ASSERT_EQ(alerts.messages.size(), 1);
+    EXPECT_EQ(alerts.messages.first().first, editor->window());
+    EXPECT_EQ(alerts.messages.first().second, "[WarnMsg_PACIsDisabled]");
+    EXPECT_EQ(strip->shown, QList<StripState>{StripState::NoMeeting});
+    EXPECT_EQ(appointment->location(), "Room R");
+}
+
+TEST_F(AudioConference, TheUsersOwnTextIsWhatNoAccountPutThere) {
+    EXPECT_EQ(conferences().getOLUserInputString("A, B"), "A, B"); // no accounts are known
+    givenTheAccountsAreLoaded(twoAccounts);
+    const std::pair<const char *, const char *> cases[] = {
+        {"Room R 800-1 (US Toll Free), 111", "Room R"},
+        {"Room R 800-1 (US Toll Free), 111 800-2 (US Toll Free), 222", "Room R"},
+        {"111,222, Room R", "Room R"},
+        {"800-1 (US Toll Free), 111", ""},
+        {"A, B", "A, B"}};
+    for (const auto &[location, own] : cases)
+        EXPECT_EQ(conferences().getOLUserInputString(location), own) << location;
+    EXPECT_TRUE(conferences().getOLUserInputString("").isNull());
+    EXPECT_TRUE(conferences().getOLUserInputString({}).isNull());
+}
+
+TEST_F(AudioConference, AnAccountWithoutNumbersLeavesCommasBehindThatAreTakenAway) {
+    givenTheAccountsAreLoaded({{{}, 555, "Dial"}});
+    store().setPACAccountNo(1);
+    EXPECT_EQ(conferences().getNewLocationForPAC("Room R"), "Room R , 555");
+    EXPECT_EQ(conferences().getOLUserInputString("Room R , 555"), "Room R");
+}
+
+TEST_F(AudioConference, ALocationIsMadeOfWhateverThereIs) {
+    store().setPACAccountNo(1);
+    EXPECT_TRUE(conferences().getNewLocationForPAC({}).isNull());
+    EXPECT_EQ(conferences().getNewLocationForPAC("Room R"), "Room R");
+    givenTheAccountsAreLoaded(twoAccounts);
+    EXPECT_EQ(conferences().getNewLocationForPAC({}), "800-1 (US Toll Free), 111");
+    EXPECT_EQ(conferences().getNewLocationForPAC("222"), " 800-1 (US Toll Free), 111"); // present, but empty
+}
+
+TEST_F(AudioConference, TheStoredRecordGetsItToo) {
+    givenTheAccountsAreLoaded(twoAccounts);
+    store().setPACAccountNo(2);
+    FakeObject record("ECMutableCalendarEvent", {{"location", "Room R 800-1 (US Toll Free), 111"}});
+    updateVlKeyInfoToAppointmentForPAC(&record);
+    EXPECT_EQ(record.values.value("location"), "Room R 800-2 (US Toll Free), 222");
+}

@@ -1,0 +1,124 @@
+#include "tests/workflow/WorkflowFixture.h"
+
+#include "platform/toolkit/Windows.h"
+#include "plugin/workflow/vlCalendarActionMgr.h"
+#include "plugin/workflow/vlMeetingWindows.h"
+
+namespace {
+
+class Calendar : public WorkflowTest {
+protected:
+    Calendar() { appointment->carriesTheMeeting(key, joinUrl); }
+    static vlCalendarActionMgr &calendar() { return vlCalendarActionMgr::sharedInstance(); }
+    // What is known of the appointment once the grid's change is on its way.
+    static QVariant known(const QString &member) { return store().getSavedApptInfo().value(member); }
+    static QString utc(const QString &member) {
+        return known(member).toMap().value(vl_ApptInfo_CalDate_UTCTime).toString();
+    }
+    FakeGrid grid{*appointment};
+    FakeDate noon{QDateTime(QDate(2026, 11, 24), QTime(12, 0), Qt::UTC)};
+};
+
+} // namespace
+
+TEST_F(Calendar, AResizeSetsStartEndAndWholeMinutes) {
+    struct Case {
+        double seconds;
+        const char *duration, *end;
+    };
+    const Case cases[] = {{5400, "90", "2026-11-24 13:30:00"},
+                          {59.9, "0", "2026-11-24 12:00:59"},
+                          {119.9, "1", "2026-11-24 12:01:59"},
+                          {-90, "-1", "2026-11-24 11:58:30"}};
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.seconds);
+        EXPECT_EQ(calendar().updateDuration(grid.wrapper(), &noon, c.seconds), 0);
+        EXPECT_EQ(known(vl_ApptInfo_Duration), c.duration);
+        EXPECT_EQ(utc(vl_ApptInfo_StartTime), "2026-11-24 12:00:00");
+        EXPECT_EQ(utc(vl_ApptInfo_EndTime), c.end);
+    }
+    calendar().updateDuration(grid.wrapper(), &noon, 1e300);
+    EXPECT_EQ(known(vl_ApptInfo_Duration), "35791394"); // as far as 32 bits go
+}
+
+TEST_F(Calendar, AMoveKeepsTheLength) {
+    EXPECT_EQ(calendar().updateStartTime(grid.wrapper(), &noon), 0);
+    EXPECT_EQ(known(vl_ApptInfo_Duration), "60");
+    EXPECT_EQ(utc(vl_ApptInfo_EndTime), "2026-11-24 13:00:00");
+    EXPECT_EQ(known(vl_ApptInfo_Subject), "Review");
+    turn();
+    EXPECT_EQ(client.last().key, key);
+}
+
+TEST_F(Calendar, ARenameLeavesTheDatesAsTheyAre) {
+    for (const QString &subject : {QString("New name"), QString("")}) {
+        EXPECT_EQ(calendar().updateSubject(grid.wrapper(), subject), 0);
+        EXPECT_EQ(known(vl_ApptInfo_Subject), subject);
+        EXPECT_EQ(utc(vl_ApptInfo_StartTime), "2026-11-24 09:00:00");
+    }
+    EXPECT_EQ(appointment->subject(), "Review"); // changing it is left to the host
+}
+
+TEST_F(Calendar, WhatCannotHaveAMeetingSendsNothing) {
+    for (const char *obstacle : {"isOccurrence", "isModifiedException"}) {
+        appointment->values.insert(obstacle, true);
+        EXPECT_EQ(calendar().deleteMeeting(appointment.get()), 0);
+        EXPECT_EQ(calendar().updateStartTime(grid.wrapper(), &noon), 0);
+        appointment->values.remove(obstacle);
+    }
+    appointment->values.insert("isOwner", false);
+    EXPECT_EQ(calendar().deleteMeeting(appointment.get()), 0);
+    EXPECT_EQ(calendar().deleteMeeting(nullptr), 0);
+    EXPECT_EQ(calendar().updateStartTime(nullptr, &noon), 0);
+    turn();
+    EXPECT_TRUE(client.requests().isEmpty());
+}
+
+TEST_F(Calendar, ADeleteAnswersBeforeItsOwnResultIsKnown) {
+    client.deletes();
+    EXPECT_EQ(calendar().deleteMeeting(appointment.get()), 0);
+    EXPECT_FALSE(calendar().getActionResult());
+    EXPECT_EQ(alerts.progressOn, QList<QWidget *>{&mainWindow});
+    turn();
+    EXPECT_EQ(client.last().key, key);
+    EXPECT_TRUE(calendar().getActionResult());
+    calendar().setActionResultData({});
+    EXPECT_FALSE(calendar().getActionResult());
+    client.quits();
+    EXPECT_EQ(calendar().deleteMeeting(appointment.get()), 1);
+}
+
+TEST_F(Calendar, AMeetingIsToldByTheKeyInItsRecord) {
+    FakeObject record("ECMutableCalendarEvent");
+    const std::pair<QVariant, bool> cases[] = {{{}, false},
+                                               {"", false},
+                                               {"{\"meetingKey\":", false},
+                                               {"[\"meetingKey\"]", false},
+                                               {"{\"meetingKey\":\"\"}", false},
+                                               {"{\"meetingKey\":\"k\"}", true}};
+    for (const auto &[text, isMeeting] : cases) {
+        record.values.insert("olmUCCapabilities", text);
+        EXPECT_EQ(calendar().isCurVelaMeeting(&record), isMeeting) << qPrintable(text.toString());
+    }
+    EXPECT_TRUE(calendar().isCurVelaMeeting(appointment.get()));
+    EXPECT_FALSE(calendar().isCurVelaMeeting(nullptr));
+}
+
+TEST_F(Calendar, WithoutAStripEverythingBelongsToTheMainWindow) {
+    QWidget another;
+    FakeObject controller("ERCalendarEventEditorWindowController");
+    platform::registerWindow(&another, &controller);
+    EXPECT_EQ(calendar().mainWindow(), &mainWindow);
+    EXPECT_EQ(vlMeetingWindows::getPluginParentWindow(nullptr), &mainWindow);
+    platform::unregisterWindow(&mainWindow);
+    EXPECT_EQ(calendar().mainWindow(), nullptr);
+    platform::unregisterWindow(&another);
+}
+
+TEST_F(Calendar, TheLinkFindsTheEditorOfAWindow) {
+    givenAnAppointment();
+    const FinishReceiver &receiver = manager();
+    EXPECT_EQ(receiver.getApptWindowIDByWindow(editor->window()), windowID());
+    EXPECT_TRUE(receiver.getApptWindowIDByWindow(&mainWindow).isNull());
+    EXPECT_TRUE(receiver.getApptWindowIDByWindow(nullptr).isNull());
+}

@@ -1,0 +1,148 @@
+#include "tests/workflow/WorkflowFixture.h"
+
+#include "plugin/workflow/vlSettingData.h"
+
+#include <QRegularExpression>
+#include <QSet>
+
+namespace {
+
+class Settings : public WorkflowTest {
+protected:
+    vlSettingData settings;
+};
+
+const QRegularExpression sixSmallDigits("\\A[0-8]{6}\\z");
+
+} // namespace
+
+TEST_F(Settings, LiveInTheUsersDefaultsAndAreWrittenAtOnce) {
+    EXPECT_EQ(settings.audioType(), 0);
+    EXPECT_EQ(settings.meetingPassword(), "");
+    EXPECT_FALSE(settings.meetingPassword().isNull());
+    settings.setUsePMI(true);
+    settings.setAudioType(100);
+    EXPECT_EQ(desktop.userDefaults->synchronizations, 2);
+    EXPECT_EQ(desktop.userDefaults->values.value("audioOption"), 100);
+    EXPECT_TRUE(vlSettingData().usePMI()); // another sheet's
+    settings.setRoomMeetingId("123");
+    settings.setRoomMeetingId({});
+    EXPECT_FALSE(desktop.userDefaults->values.contains("roomMeetingId"));
+}
+
+TEST_F(Settings, WithoutAUserTheDefaultsAreTheFixedOnes) {
+    settings.setHostvideoOn(true);
+    settings.setRequiredMeetingPassword(true);
+    settings.setMeetingPassword("left over");
+    settings.setScheduleForEmail("a@example.org");
+    settings.initSettingData();
+    EXPECT_EQ(settings.getSettingsData(), (QVariantMap{{"enableHostVideo", false},
+                                                       {"enableParticipantsVideo", false},
+                                                       {"audioOption", 2},
+                                                       {"enableThirdPartyAudio", false},
+                                                       {"thirdPartyAudio", ""},
+                                                       {"requiredMeetingPassword", false},
+                                                       {"enableJBH", false},
+                                                       {"usePMI", false},
+                                                       {"notShowMeAgain", false},
+                                                       {"scheduleFor", ""}}));
+    EXPECT_EQ(settings.meetingPassword(), "");
+}
+
+TEST_F(Settings, TheProfileAndTheSiteComeBeforeTheFixedOnes) {
+    givenTheProfileIsLoaded({{"enableThirdPartyAudio", true},
+                             {"thirdPartyAudio", "Call 1"},
+                             {"use3rdPartyAsDefaultAudio", true},
+                             {"useRandomPasswordByDefault", true},
+                             {"userOption", -1}});
+    settings.initSettingData();
+    EXPECT_EQ(settings.audioType(), 3);
+    EXPECT_EQ(settings.thirdPartyAudio(), "Call 1");
+    EXPECT_EQ(settings.roomMeetingId(), roomNumber);
+    EXPECT_TRUE(settings.requiredMeetingPassword());
+    EXPECT_TRUE(sixSmallDigits.match(settings.meetingPassword()).hasMatch());
+    EXPECT_FALSE(settings.hostvideoOn()); // no site option turns it on
+    EXPECT_EQ(settings.getSettingsData().value("meetingPassword"), settings.meetingPassword());
+
+    givenTheProfileIsLoaded({{"thirdPartyAudio", "Call 1"}, {"use3rdPartyAsDefaultAudio", true}});
+    settings.initSettingData();
+    EXPECT_EQ(settings.audioType(), 2); // it is not enabled
+    EXPECT_EQ(settings.thirdPartyAudio(), "");
+}
+
+TEST_F(Settings, WhatTheUserSavedCountsAsFarAsTheSheetIsNotWanted) {
+    struct Case {
+        bool random, notShow, pmi;
+        bool takesVideo, takesPassword;
+    };
+    const Case cases[] = {{false, false, false, false, false}, {false, false, true, false, false},
+                          {false, true, false, true, true},    {true, true, false, true, false},
+                          {true, true, true, true, true},      {true, false, false, false, false}};
+    for (const Case &c : cases) {
+        SCOPED_TRACE(testing::Message() << c.random << c.notShow << c.pmi);
+        givenTheProfileIsLoaded({{"useRandomPasswordByDefault", c.random}});
+        givenSavedSettings({{vl_Setting_NotShowMeAgain, c.notShow},
+                            {vl_Setting_IsPMI, c.pmi},
+                            {vl_Setting_EnableHostVideo, true},
+                            {vl_Setting_EnableParticipantsVideo, true},
+                            {vl_Setting_EnableJBH, true},
+                            {vl_Setting_AudioOption, 1},
+                            {vl_Setting_MeetingPassword, "saved 9"}});
+        settings.initSettingData();
+        EXPECT_EQ(settings.usePMI(), c.pmi);
+        EXPECT_EQ(settings.notShowMeAgain(), c.notShow);
+        EXPECT_EQ(settings.hostvideoOn(), c.takesVideo);
+        EXPECT_EQ(settings.paticipantvideoOn(), c.takesVideo);
+        EXPECT_EQ(settings.enableJoinBeforeHost(), c.takesVideo);
+        EXPECT_EQ(settings.audioType(), c.takesVideo ? 1 : 2);
+        EXPECT_EQ(settings.meetingPassword() == "saved 9", c.takesPassword);
+        EXPECT_EQ(settings.requiredMeetingPassword(), c.takesPassword || c.random);
+    }
+}
+
+TEST_F(Settings, ALoadedMeetingTakesThePlaceOfTheDefaults) {
+    settings.setThirdPartyAudio("kept");
+    settings.setMeetingPassword("old");
+    settings.initWithSiteMeetingInfo();
+    EXPECT_EQ(settings.meetingPassword(), "old"); // none is loaded
+    givenTheMeetingIsLoaded(
+        {{"meetingPassword", "secret"}, {"usePMI", 1}, {"enableJBH", true}, {"audioOption", 1}});
+    settings.initWithSiteMeetingInfo();
+    EXPECT_TRUE(settings.requiredMeetingPassword() && settings.usePMI() && settings.enableJoinBeforeHost());
+    EXPECT_TRUE(settings.hostvideoOn());
+    EXPECT_EQ(settings.meetingPassword(), "secret");
+    EXPECT_EQ(settings.audioType(), 1);
+    EXPECT_EQ(settings.thirdPartyAudio(), "kept");
+    givenTheMeetingIsLoaded({{"enable3rdPartyAudio", true}, {"thirdPartyAudio", "Call 2"}});
+    settings.initWithSiteMeetingInfo();
+    EXPECT_FALSE(settings.requiredMeetingPassword());
+    EXPECT_EQ(settings.meetingPassword(), "");
+    EXPECT_EQ(settings.thirdPartyAudio(), "Call 2");
+}
+
+TEST_F(Settings, ARandomPasswordHasSixDigitsAndNoNine) {
+    QSet<QChar> seen;
+    for (int i = 0; i < 200; ++i) {
+        settings.setMeetingPasswordWithRadomDigit();
+        const QString password = settings.meetingPassword();
+        ASSERT_TRUE(sixSmallDigits.match(password).hasMatch()) << qPrintable(password);
+        for (const QChar digit : password)
+            seen.insert(digit);
+    }
+    EXPECT_EQ(seen.size(), 9); // misses one of 1,200 digits about once in 10^60 runs
+}
+
+TEST_F(Settings, APersonalMeetingNumberIsShownInGroups) {
+    const QPair<const char *, const char *> cases[] = {{"12", "12"},
+                                                       {"123", "123-"},
+                                                       {"12345", "123-45"},
+                                                       {"123456", "123-456-"},
+                                                       {"123456789", "123-456-789"},
+                                                       {"1234567890", "123-456-7890"},
+                                                       {"12345678901", "123-4567-8901"},
+                                                       {"123456789012", "123-4567-89012"}};
+    for (const auto &[number, shown] : cases)
+        EXPECT_EQ(vlSettingData::getFormatRoomMeetingId(number), shown);
+    EXPECT_TRUE(vlSettingData::getFormatRoomMeetingId({}).isNull());
+    EXPECT_TRUE(vlSettingData::getFormatRoomMeetingId("").isNull());
+}

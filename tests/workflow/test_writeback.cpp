@@ -1,0 +1,198 @@
+#include "tests/workflow/WorkflowFixture.h"
+
+#include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
+#include "plugin/link/vlGetMeetingHelper.h"
+#include "plugin/link/vlMd5Utils.h"
+#include "plugin/workflow/recordWriteBack.h"
+
+#include <QLineEdit>
+
+namespace {
+
+class WriteBack : public WorkflowTest {
+protected:
+    // As an update does: with the loaded meeting's information, and without the record.
+    void meetingIsWritten(const QString &url) {
+        manager().updateVlKeyInfoToAppointment(editor.get(), {{vl_Meeting_JoinUrl, url}}, false);
+    }
+    void givenTheOldURLInTheRecord(const QString &url) {
+        store().setSavedApptInfo(
+            {{vl_ApptInfo_VlOIProperty, QStringLiteral("{\"joinUrl\":\"%1\"}").arg(url)}});
+    }
+};
+
+} // namespace
+
+TEST_F(WriteBack, TheLocationKeepsWhatTheUserWroteAndNothingElse) {
+    struct Case {
+        const char *field, *oldURL, *newURL, *location;
+    };
+    const Case cases[] = {
+        {"", "", "u/new", "u/new"},
+        {"Room R", "", "u/new", "Room R u/new"},
+        {"  Room R\t", "", "u/new", "Room R u/new"},
+        {"Room R u/old;", "u/old", "u/new", "Room R u/new"},
+        {"u/old; Room R u/old", "u/old", "u/new", "Room R u/new"},
+        {"Room R u/old?a=1", "u/old", "u/old?a=1", "Room R u/old?a=1"}, // the new one begins with the old
+        {"Room R u/old?a=1", "u/old?a=1", "u/old", "Room R u/old"},     // and the other way round
+        {"u/new", "u/old", "u/new", "u/new"},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.field);
+        givenAnAppointment();
+        givenTheOldURLInTheRecord(c.oldURL);
+        editor->locationField()->setText(c.field);
+        meetingIsWritten(c.newURL);
+        EXPECT_EQ(editor->locationField()->text(), c.location);
+        EXPECT_EQ(appointment->location(), c.location);
+        EXPECT_EQ(manager().getOLNewLocation(), c.location);
+        EXPECT_EQ(manager().getVlLocation(), c.newURL);
+        manager().cleanVlInfoForUpdApptInfo();
+        theEditorCloses();
+    }
+}
+
+TEST_F(WriteBack, RoomsBelongToTheMeetingsPart) {
+    appointment->invites("Ann");
+    appointment->invites("Blue", 2);
+    appointment->invites("Green", 2);
+    givenAnAppointment();
+    const QVariantMap formerRoom{{vl_ApptInfo_AttendeeName, "Red"}, {vl_ApptInfo_AttendeeType, "2"}};
+    store().setSavedApptInfo({{vl_ApptInfo_Attendees, QVariantList{formerRoom}}});
+    editor->locationField()->setText("By the lift, Ann; Blue;Green Red;");
+    meetingIsWritten("u/1");
+    EXPECT_EQ(appointment->location(), "By the lift, Ann; u/1 Blue; Green");
+    EXPECT_EQ(manager().getVlLocation(), "u/1 Blue; Green");
+    meetingIsWritten("u/2"); // again, after what was written itself
+    EXPECT_EQ(appointment->location(), "By the lift, Ann; u/2 Blue; Green");
+}
+
+TEST_F(WriteBack, TheFieldGoesByWhatWasWrittenLastTheHostsLocationByTheRecord) {
+    givenAnAppointment();
+    givenTheOldURLInTheRecord("u/record");
+    manager().setJoinURL("u/written");
+    editor->locationField()->setText("R u/written");
+    meetingIsWritten("u/new");
+    EXPECT_EQ(appointment->location(), "R u/new");
+    EXPECT_EQ(manager().getJoinURLFromProperty(), "u/record");
+
+    manager().setJoinURL("u/written");
+    editor->values.remove("locationTextField");
+    appointment->values.insert("location", "R u/record");
+    meetingIsWritten("u/new");
+    EXPECT_EQ(appointment->location(), "R u/new");
+}
+
+TEST_F(WriteBack, AMeetingWithoutAJoinURLLeavesTheLocationAlone) {
+    appointment->invites("Blue", 2);
+    givenAnAppointment();
+    editor->locationField()->setText("Room R");
+    manager().updateVlKeyInfoToAppointment(editor.get(), {}, false);
+    EXPECT_EQ(editor->locationField()->text(), "Room R");
+    EXPECT_TRUE(manager().getOLNewLocation().isNull());
+    const vlERCalendarEventEditorViewController adapter(editor.get());
+    EXPECT_TRUE(manager().getOLUserInputLocation(adapter, {}, {}).isNull());
+}
+
+TEST_F(WriteBack, ASubjectOfBlanksGivesWayToTheMeetings) {
+    givenAnAppointment();
+    const QVariantMap info{{vl_Outlook_ApptInfo, QVariantMap{{vl_ApptInfo_Subject, "Parlo meeting"}}}};
+    for (const char *subject : {" \t", "", "Mine"}) {
+        appointment->values.insert("summary", subject);
+        manager().updateVlKeyInfoToAppointment(editor.get(), info, false);
+        EXPECT_EQ(appointment->subject(), qstrcmp(subject, "Mine") ? "Parlo meeting" : "Mine");
+    }
+    appointment->values.insert("summary", "");
+    manager().updateVlKeyInfoToAppointment(editor.get(), {}, false);
+    EXPECT_EQ(appointment->subject(), "");
+}
+
+TEST_F(WriteBack, TheRecordIsWrittenOnlyWithACommitAndItsDigestIsKept) {
+    givenAnAppointment();
+    givenTheMeetingIsLoaded();
+    const QVariantMap info = vlGetMeetingHelper::sharedInstance().getMeetingInfo();
+    manager().updateVlKeyInfoToAppointment(editor.get(), info, false);
+    EXPECT_TRUE(editor->record().isNull());
+    EXPECT_TRUE(store().encodeMailBody().isNull());
+    manager().updateVlKeyInfoToAppointment(editor.get(), info, true);
+    EXPECT_EQ(editor->record(), store().getVlDataForOLProperty(info));
+    EXPECT_EQ(store().encodeMailBody(), vlMd5Utils::vlMD5Hex(invitation));
+    EXPECT_TRUE(editor->record().contains(store().encodeMailBody()));
+}
+
+TEST_F(WriteBack, WhatIsNoEditorIsLeftAlone) {
+    FakeObject noEditor("ECMutableCalendarEvent");
+    for (rt::Object *object : {static_cast<rt::Object *>(&noEditor), static_cast<rt::Object *>(nullptr)}) {
+        manager().updateVlKeyInfoToAppointment(object, {{vl_Meeting_JoinUrl, "u"}}, true);
+        manager().updateVlMeetingInfoToAppointmentForDelete(object, {});
+    }
+    EXPECT_TRUE(manager().getJoinURL().isNull());
+    EXPECT_FALSE(manager().needClearLocation());
+}
+
+TEST_F(WriteBack, ADeleteEmptiesRecordLocationAndBlock) {
+    givenAnAppointmentWithAMeeting();
+    givenTheMeetingIsLoaded();
+    manager().updateMailBodyForSchedule(editor.get());
+    ASSERT_TRUE(editor->body().contains("You are invited"));
+    appointment->values.insert("location", joinUrl);
+    manager().updateVlMeetingInfoToAppointmentForDelete(editor.get(), {{vl_API_Para_InvitationEmail, ""}});
+    EXPECT_FALSE(editor->body().contains("You are invited"));
+    EXPECT_TRUE(editor->body().contains("Agenda"));
+    EXPECT_EQ(editor->record(), "");
+    EXPECT_EQ(appointment->location(), "");
+    EXPECT_EQ(editor->locationField()->text(), "");
+    EXPECT_TRUE(manager().needClearLocation());
+}
+
+TEST_F(WriteBack, TheStoredRecordGetsTheLocationThatItLacks) {
+    struct Case {
+        QVariant location;                                // of the record
+        const char *composed, *meetingPart, *urlInRecord; // nullptr: none
+        bool needed;
+    };
+    const Case cases[] = {{{}, "R u", "u", nullptr, true},     {{}, nullptr, nullptr, nullptr, true},
+                          {"R", nullptr, "u", nullptr, false}, {"R u", "R u", "u", "old", false},
+                          {"R", "R u", "u", nullptr, true},    {"S u", "R u", "u", nullptr, false},
+                          {"R", "R u", "u", "u", false},       {"S u", "R u", "u", "old", true}};
+    const auto text = [](const char *given) { return given ? QString::fromLatin1(given) : QString(); };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(qPrintable(c.location.toString()));
+        FakeObject record("ECMutableCalendarEvent", {{"location", c.location}, {"summary", "Mine"}});
+        manager().setOLNewLocation(text(c.composed));
+        manager().setVlLocation(text(c.meetingPart));
+        manager().setJoinURLFromProperty(text(c.urlInRecord));
+        EXPECT_EQ(needUpdateLocation(&record), c.needed);
+        updateVlKeyInfoToAppointment(&record);
+        const bool isWritten = c.needed && c.composed;
+        EXPECT_EQ(record.values.value("location"), isWritten ? QVariant(text(c.composed)) : c.location);
+        EXPECT_TRUE(manager().getOLNewLocation().isNull()); // used up
+    }
+}
+
+TEST_F(WriteBack, AStoredRecordWithoutSubjectGetsTheLoadedMeetings) {
+    FakeObject record("ECMutableCalendarEvent", {{"summary", " "}});
+    updateVlKeyInfoToAppointment(&record);
+    EXPECT_EQ(record.values.value("summary"), " "); // no meeting is loaded
+    givenTheMeetingIsLoaded();
+    updateVlKeyInfoToAppointment(&record);
+    EXPECT_EQ(record.values.value("summary"), "Review");
+}
+
+TEST_F(WriteBack, AfterADeleteTheNextRecordLosesItsLocationOnce) {
+    givenAnAppointmentWithAMeeting();
+    manager().updateVlMeetingInfoToAppointmentForDelete(editor.get(), {});
+    FakeObject record("ECMutableCalendarEvent", {{"location", joinUrl}});
+    cleanVlKeyInfoFromAppointment(&record);
+    EXPECT_EQ(record.values.value("location"), "");
+    record.values.insert("location", "Room R");
+    cleanVlKeyInfoFromAppointment(&record);
+    EXPECT_EQ(record.values.value("location"), "Room R");
+}
+
+TEST_F(WriteBack, AScheduleTakesBackWhatADeleteWanted) {
+    givenAnAppointmentWithAMeeting();
+    manager().updateVlMeetingInfoToAppointmentForDelete(editor.get(), {});
+    answer(CmdScheduleMeeting, {{vl_MeetingKey, key}});
+    EXPECT_FALSE(manager().needClearLocation());
+}
