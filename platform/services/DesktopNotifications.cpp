@@ -10,6 +10,11 @@ DesktopNotificationCenter::DesktopNotificationCenter(std::shared_ptr<SessionBus>
     : m_bus(std::move(bus))
     , m_observers(std::move(observers)) {}
 
+// A delivery that is under way has its own hold on the list.
+DesktopNotificationCenter::~DesktopNotificationCenter() {
+    m_observers->clear();
+}
+
 void DesktopNotificationCenter::post(const QString &name, const QString &sender, const TextMap &userInfo,
                                      bool /*deliverImmediately: the bus never holds anything back*/) {
     QString refusal = refusalOf(name, sender, userInfo);

@@ -15,6 +15,7 @@ class DesktopNotificationCenter : public DistributedNotificationCenter {
 public:
     DesktopNotificationCenter(std::shared_ptr<SessionBus> bus,
                               std::shared_ptr<ObserverList<TextMap>> observers);
+    ~DesktopNotificationCenter() override;
     void post(const QString &name, const QString &sender, const TextMap &userInfo,
               bool deliverImmediately) override;
     [[nodiscard]] ObserverId addObserver(const QString &name, Handler handler) override;

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace platform {
 
@@ -23,7 +24,7 @@ public:
     using Handler = std::function<void(const QString &name, const UserInfo &userInfo)>;
 
     ObserverList() = default;
-    ~ObserverList() { m_state->registrations.clear(); }
+    ~ObserverList() { clear(); }
     Q_DISABLE_COPY_MOVE(ObserverList)
 
     ObserverId add(const QString &name, Handler handler) {
@@ -44,6 +45,11 @@ public:
             *found; // its handler may own what calls back into this list when it dies
         registrations.erase(found);
         return removed.name;
+    }
+
+    void clear() {
+        // Taken out first: what the handlers own may call back into this list when it dies.
+        const QList<Registration> removed = std::exchange(m_state->registrations, {});
     }
 
     [[nodiscard]] bool observes(const QString &name) const {

@@ -217,10 +217,14 @@ void SessionBus::watchDescriptor(int descriptor, int events) {
 // Notifications
 
 QString SessionBus::send(const QString &name, const QString &sender, const TextMap &userInfo) {
-    if (!m_bus)
-        return QStringLiteral("there is no session bus");
-    const int sent = trySend(name, sender, userInfo);
+    int sent = m_bus ? trySend(name, sender, userInfo) : -ENOTCONN;
+    if (m_bus && sd_bus_is_open(m_bus.get()) <= 0) { // gone, and noticed only now
+        sent = -ENOTCONN;
+        lost(sent);
+    }
     watch();
+    if (sent == -ENOTCONN)
+        return QStringLiteral("there is no session bus");
     return sent < 0 ? QString::fromLocal8Bit(std::strerror(-sent)) : QString();
 }
 

@@ -247,6 +247,13 @@ TEST_F(Lifecycle, EmptyPortsAreSafeAndFilledOnesCountFromThenOn) {
     EXPECT_EQ(feedback.shown, 1);
     clientAnswers(ClientAnswer::Schedule, "77;text");
     EXPECT_EQ(receiver.finished.size(), 1);
+    NotingFeedback other;
+    LinkPorts::instance().feedback = &other;
+    manager.scheduleMeeting(window.get(), {});
+    EXPECT_EQ(other.shown, 1);
+    EXPECT_EQ(feedback.shownEver, 1);
+    clientAnswers(ClientAnswer::Schedule, "77;text");
+    EXPECT_EQ(other.shown, 0);
 }
 
 TEST_F(Lifecycle, AManagerMayGoWhileItsRequestsWait) {

@@ -154,7 +154,8 @@ TEST(CalendarOwner, IsWhoTakesPartInMostMeetings) {
     b.attendees = {{u"Me"_qs, u"ME@x.example"_qs, {}}};
     c.organizerEmail = u"c@x.example"_qs;
     c.attendees = {{u"Me"_qs, u"me@x.example"_qs, {}}};
-    EXPECT_EQ(calendarOwner({a, b, c}), (Mailbox{u"Me"_qs, u"me@x.example"_qs}));
+    EXPECT_EQ(calendarOwner({a, b, c}), (Mailbox{u"Me"_qs, u"me@x.example"_qs}))
+        << qPrintable(calendarOwner({a, b, c}).email);
     EXPECT_EQ(calendarOwner({}).email, u"ada@parlo.example"_qs);
 }
 

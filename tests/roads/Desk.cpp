@@ -130,11 +130,10 @@ void Desk::installServices(const QString &hostVersion) {
     platform::TableWorkspace &workspace = *m_desktop.workspace;
     workspace.root = m_folder.filePath(QStringLiteral("root"));
     workspace.documents = m_folder.filePath(QStringLiteral("Documents"));
-    workspace.bundles = {{clientIdentifier, clientBundle, QStringLiteral("/bin/client")},
-                         {QStringLiteral("com.microsoft.Outlook"), hostBundle, QStringLiteral("/bin/host")}};
+    workspace.bundles = {{QStringLiteral("com.microsoft.Outlook"), hostBundle, QStringLiteral("/bin/host")}};
     workspace.running = {clientIdentifier};
     writeInfo(hostBundle, {{QStringLiteral("CFBundleShortVersionString"), hostVersion}});
-    clientHasVersion(QStringLiteral("3.6.40500"));
+    clientIsInstalled(QStringLiteral("3.6.40500"));
 }
 
 void Desk::writeInfo(const QString &bundle, const QVariantMap &values) {
@@ -247,16 +246,17 @@ QString Desk::alertText() {
     return alert->informativeText().isEmpty() ? alert->text() : alert->informativeText();
 }
 
-void Desk::dismissAlert(int button) {
+void Desk::answerAlert() {
     auto *alert = shownWidget<QMessageBox>();
     ASSERT_NE(alert, nullptr) << "no alert is up";
-    ASSERT_LT(button, alert->buttons().size());
-    QAbstractButton *first = alert->defaultButton();
-    QAbstractButton *wanted = first;
-    for (QAbstractButton *candidate : alert->buttons())
-        if (button > 0 && candidate != first)
-            wanted = candidate;
-    QTest::mouseClick(wanted, Qt::LeftButton);
+    QTest::mouseClick(alert->defaultButton(), Qt::LeftButton);
+    settle();
+}
+
+void Desk::dismissAlert() {
+    auto *alert = shownWidget<QMessageBox>();
+    ASSERT_NE(alert, nullptr) << "no alert is up";
+    QTest::keyClick(alert, Qt::Key_Escape);
     settle();
 }
 
@@ -315,7 +315,12 @@ void Desk::clientIsUninstalled() {
     QDir(m_desktop.workspace->resolve(clientBundle)).removeRecursively();
 }
 
-void Desk::clientHasVersion(const QString &version) {
+void Desk::clientIsInstalled(const QString &version) {
+    QList<platform::TableWorkspace::BundleEntry> &bundles = m_desktop.workspace->bundles;
+    bundles.removeIf([](const platform::TableWorkspace::BundleEntry &entry) {
+        return entry.identifier == clientIdentifier;
+    });
+    bundles.append({clientIdentifier, clientBundle, QStringLiteral("/bin/client")});
     writeInfo(clientBundle, {{QStringLiteral("CFBundleVersion"), version},
                              {QStringLiteral("CFBundleIdentifier"), clientIdentifier}});
 }

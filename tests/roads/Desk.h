@@ -49,10 +49,9 @@ public:
 
     [[nodiscard]] static bool sheetIsUp();
     [[nodiscard]] static bool progressIsUp();
-    // The text of the alert that is up; null when none is. dismissAlert() presses its first button, or
-    // another one.
-    [[nodiscard]] static QString alertText();
-    void dismissAlert(int button = 0);
+    [[nodiscard]] static QString alertText(); // of the alert that is up; null when none is
+    void answerAlert();                       // presses its default button
+    void dismissAlert();                      // presses Escape
 
     // From the file on disk.
     [[nodiscard]] mailhost::Appointment inFile(const QString &uid) const;
@@ -67,7 +66,7 @@ public:
     void clientQuits();
     void clientRuns();
     void clientIsUninstalled();
-    void clientHasVersion(const QString &version);
+    void clientIsInstalled(const QString &version);
     void signedOut();
     void hostQuits() { m_host.reset(); }
 

@@ -2,6 +2,7 @@
 #include "standin/mailhost/windows/ControlNames.h"
 #include "tests/roads/Desk.h"
 
+#include <QJsonObject>
 #include <QTest>
 #include <QTextEdit>
 #include <gtest/gtest.h>
@@ -46,12 +47,16 @@ TEST_P(Bodies, WhateverTheEditorDoesToTheBookmarksTheWordsAroundTheBlockSurviveU
     body->moveCursor(QTextCursor::Start);
     QTest::keyClicks(body, QStringLiteral("Before. "));
     desk.pressSave(editor);
-    // Another password gives another invitation.
+    QJsonObject profile = desk.client().profile();
+    profile[QStringLiteral("accountName")] = QStringLiteral("Countess Ada");
+    desk.client().setProfile(profile);
     desk.typeSubject(editor, QStringLiteral("Changed"));
     desk.pressSave(editor);
     QString text = plainText(desk.inFile(Desk::plain).bodyHtml);
     EXPECT_TRUE(text.startsWith(QStringLiteral("Before. Agenda first."))) << qPrintable(text);
     EXPECT_EQ(text.count(QStringLiteral("Meeting ID")), 1) << qPrintable(text);
+    EXPECT_EQ(text.count(QStringLiteral("Countess Ada")), 1)
+        << "the client's new invitation has taken the old one's place";
     desk.clickRemove(editor);
     desk.pressSave(editor);
     text = plainText(desk.inFile(Desk::plain).bodyHtml);

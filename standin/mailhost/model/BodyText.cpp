@@ -121,13 +121,19 @@ void BodyText::followChange(int position) {
         return;
     const QString now = m_document->toRawText();
     m_cacheValid = false;
-    const auto mismatch = std::mismatch(now.begin(), now.end(), m_current.begin(), m_current.end());
-    // Two equal characters side by side: the place of the change tells which of them is new.
-    const qsizetype prefix = std::min<qsizetype>(mismatch.first - now.begin(), position);
-    const qsizetype most = std::min(now.size(), m_current.size()) - prefix;
-    qsizetype suffix = 0;
-    while (suffix < most && now[now.size() - 1 - suffix] == m_current[m_current.size() - 1 - suffix])
-        ++suffix;
+    const qsizetype shorter = std::min(now.size(), m_current.size());
+    qsizetype longestPrefix = 0;
+    while (longestPrefix < shorter && now[longestPrefix] == m_current[longestPrefix])
+        ++longestPrefix;
+    qsizetype longestSuffix = 0;
+    while (longestSuffix < shorter &&
+           now[now.size() - 1 - longestSuffix] == m_current[m_current.size() - 1 - longestSuffix])
+        ++longestSuffix;
+    // Among equal characters side by side the place of the change tells which one is new. It may also lie far
+    // ahead of the change, since the document counts the formats that it touches.
+    const qsizetype earliest = std::min(longestPrefix, shorter - longestSuffix);
+    const qsizetype prefix = std::clamp<qsizetype>(position, earliest, longestPrefix);
+    const qsizetype suffix = std::min(longestSuffix, shorter - prefix);
     const auto begin = m_origin.begin() + prefix;
     m_origin.erase(begin, m_origin.end() - suffix);
     m_origin.insert(m_origin.begin() + prefix, std::size_t(now.size() - prefix - suffix), -1);

@@ -29,7 +29,7 @@ Mailbox calendarOwner(const QList<Appointment> &appointments) {
         count.meetings += 1;
         count.organized += organizer ? 1 : 0;
         if (count.mailbox.email.isEmpty() || (count.mailbox.name.isEmpty() && !name.isEmpty()))
-            count.mailbox = {name, email};
+            count.mailbox = {name, count.mailbox.email.isEmpty() ? email : count.mailbox.email};
     };
     for (const Appointment &appointment : appointments) {
         if (appointment.organizerEmail.isEmpty())

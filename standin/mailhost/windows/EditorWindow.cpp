@@ -121,7 +121,10 @@ void EditorWindow::showState() {
     m_saveAndClose->setVisible(editable && !meeting && !cancelling);
     m_delete->setVisible(editable && !cancelling && m_controller->content()->isStored());
     m_repeat->setVisible(editable && !cancelling);
-    m_repeat->setToolTip(recurrenceText(appointment.recurrenceRule));
+    m_repeat->setText(appointment.recurrenceRule.isEmpty()
+                          ? tr("Re&peat…")
+                          : tr("Re&peat: %1…").arg(recurrenceText(appointment.recurrenceRule)));
+    m_repeat->setAccessibleName(m_repeat->text().remove(u'&'));
     m_openSeries->setVisible(m_controller->content()->isOccurrence());
     if (m_save)
         m_save->setEnabled(editable && !cancelling);
@@ -132,8 +135,6 @@ void EditorWindow::showState() {
         notices.append(tr("This is one day of a series. Open the series to change it."));
     if (cancelling)
         notices.append(tr("The attendees will be told that the meeting does not take place."));
-    if (!appointment.recurrenceRule.isEmpty())
-        notices.append(recurrenceText(appointment.recurrenceRule));
     m_notice->setText(notices.join(u"   ·   "_qs));
     m_notice->setVisible(!notices.isEmpty());
 }

@@ -105,7 +105,9 @@ void RecurrenceSheet::build() {
     auto *form = new QFormLayout(this);
     form->setContentsMargins(20, 18, 20, 16);
     form->addRow(tr("&Repeats:"), m_kind);
-    form->addRow(tr("&Every:"), every);
+    auto *everyLabel = new QLabel(tr("&Every:"));
+    everyLabel->setBuddy(m_interval); // a row with a layout in it has none of its own
+    form->addRow(everyLabel, every);
     form->addRow(QString(), m_forever);
     form->addRow(m_byCount, m_count);
     form->addRow(m_byDate, m_until);
