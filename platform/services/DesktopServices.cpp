@@ -16,8 +16,10 @@ const QString installedResources =
     QStringLiteral("/Users/Shared/ParloMeetingsOutlookPlugin/ParloMeetings.bundle/Contents/Resources");
 
 QString rootOf(const DesktopOptions &options) {
-    return options.rootFolder.isEmpty() ? qEnvironmentVariable("PARLO_ROOT", installedRoot)
-                                        : options.rootFolder;
+    if (!options.rootFolder.isEmpty())
+        return options.rootFolder;
+    const QString fromEnvironment = qEnvironmentVariable("PARLO_ROOT");
+    return fromEnvironment.isEmpty() ? installedRoot : fromEnvironment;
 }
 
 QString defaultsFolderOf(const DesktopOptions &options) {

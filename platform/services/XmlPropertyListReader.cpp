@@ -1,5 +1,5 @@
-// Qt's strict reader rather than libplist's: that one takes a key without a value, a second root, a bad
-// integer and bytes that are not UTF-8 without a word, and deep nesting ends the process.
+// Strict where common readers are lenient: a key without a value, a second root, a bad integer or bytes that
+// are not UTF-8 make the whole unreadable, since what would be read from it is somebody's guess.
 
 #include "platform/services/Storage.h"
 #include "platform/services/XmlPropertyList.h"

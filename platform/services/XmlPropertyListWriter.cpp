@@ -1,5 +1,5 @@
-// An emitter of our own: libplist's writes control characters raw and ends a text at a NUL, and neither can
-// be read back by a strict reader.
+// An emitter of our own: common ones write control characters raw and end a text at a NUL, and a strict
+// reader can read neither.
 
 #include "platform/services/Storage.h"
 #include "platform/services/XmlPropertyList.h"

@@ -186,7 +186,7 @@ void vlMeetingMgr::meetingForChangeSettings(const Work &work) {
 }
 
 void vlMeetingMgr::meetingForCommit(const Work &work) {
-    if (true)
+    if (isAppointmentKnown(work))
         commitUpdateMeeting(work.strip, requestOf(work));
 }
 

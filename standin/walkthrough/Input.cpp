@@ -25,6 +25,17 @@ QPoint inWindow(const QWidget *control, const QPoint &at) {
     return control->mapTo(control->window(), at);
 }
 
+// There is no window manager that gives the focus back when a sheet has closed.
+bool activate(QWidget *window) {
+    if (!window || !window->isVisible() || !window->windowHandle())
+        return false;
+    if (!window->isActiveWindow()) {
+        window->activateWindow();
+        return QTest::qWaitForWindowActive(window);
+    }
+    return true;
+}
+
 QString plain(QString text) {
     text.remove(u'&');
     return text;
@@ -51,14 +62,14 @@ bool doubleClick(QWidget *control, const QPoint &at) {
 }
 
 bool press(QWidget *window, Qt::Key key, Qt::KeyboardModifiers modifiers) {
-    if (!window || !window->isVisible() || !window->windowHandle())
+    if (!activate(window))
         return false;
     QTest::keyClick(window->windowHandle(), key, modifiers);
     return true;
 }
 
 bool type(QWidget *window, const QString &text) {
-    if (!window || !window->isVisible() || !window->windowHandle())
+    if (!activate(window))
         return false;
     for (const QChar character : text)
         QTest::keyClick(window->windowHandle(), character.toLatin1());

@@ -26,6 +26,8 @@ namespace {
 namespace controls = mailhost::controls;
 
 constexpr quint32 meetingAction = 3;
+constexpr quint32 updateAnswer = 2;
+constexpr quint32 readAnswer = 4;
 const QString schedulePrefix = QStringLiteral("1;");
 const QString updatePrefix = QStringLiteral("2;");
 const QString deletePrefix = QStringLiteral("3;");
@@ -278,8 +280,10 @@ bool Road::changeASetting() {
     click(shown(QStringLiteral("enableJBHButton")));
     m_walk->picture(QApplication::activeModalWidget(), QStringLiteral("settings-changed"));
     click(shownButton(QStringLiteral("Continue")));
-    const bool updated =
-        Walk::waitFor([this] { return m_walk->sentSinceMark(meetingAction, updatePrefix) > 0; });
+    // Written back: the meeting has been read again after the update.
+    const bool updated = Walk::waitFor([this] { return m_walk->answeredSinceMark(updateAnswer) == 1; }) &&
+                         Walk::waitFor([this] { return m_walk->answeredSinceMark(readAnswer) == 2; });
+    Walk::settle();
     press(editor(), Qt::Key_S, Qt::ControlModifier);
     const bool kept = Walk::waitFor([this] { return saved(); });
     const QJsonObject meeting = QJsonDocument::fromJson(m_client->data())

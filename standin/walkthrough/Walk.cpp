@@ -99,4 +99,11 @@ int Walk::sentSinceMark(quint32 actionId, const QString &prefix) const {
     return count;
 }
 
+int Walk::answeredSinceMark(quint32 actionId) const {
+    int count = 0;
+    for (const Message &message : sinceMark())
+        count += !message.sent && message.actionId == actionId;
+    return count;
+}
+
 } // namespace walkthrough

@@ -42,6 +42,7 @@ public:
     // How many requests of one kind the plug-in sent since the mark: the action id and how the content
     // begins.
     [[nodiscard]] int sentSinceMark(quint32 actionId, const QString &prefix = QString()) const;
+    [[nodiscard]] int answeredSinceMark(quint32 actionId) const;
 
     [[nodiscard]] const QString &folder() const { return m_folder; }
     [[nodiscard]] bool failed() const { return m_failed; }

@@ -17,7 +17,10 @@ PrivateBus::PrivateBus()
 
 PrivateBus::~PrivateBus() {
     kill();
-    qputenv(addressVariable, m_formerAddress);
+    if (m_formerAddress.isNull())
+        qunsetenv(addressVariable);
+    else
+        qputenv(addressVariable, m_formerAddress);
 }
 
 bool PrivateBus::start() {

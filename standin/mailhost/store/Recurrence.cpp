@@ -53,6 +53,13 @@ std::optional<Series::Rule> Series::parseRule(const QByteArray &value) {
                 return std::nullopt;
             continue;
         }
+        // Rules of other calendars than the Gregorian are not for us; libical would also leak the calendar's
+        // name.
+        if (name == "RSCALE" || name == "SKIP") {
+            if (argument != "GREGORIAN" && argument != "OMIT")
+                return std::nullopt;
+            continue;
+        }
         if (name == "COUNT")
             rule.counted = argument.toInt() > 0;
         if (name == "INTERVAL")

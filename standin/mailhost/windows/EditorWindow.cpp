@@ -102,6 +102,7 @@ void EditorWindow::buildMenu() {
     m_save = menu->addAction(tr("&Save"), QKeySequence::Save, this, [this] { m_controller->requestSave(); });
     m_save->setObjectName(controls::saveAction);
     QAction *close = menu->addAction(tr("&Close"), QKeySequence::Close, this, [this] { this->close(); });
+    close->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_W), QKeySequence(Qt::CTRL | Qt::Key_F4)});
     close->setObjectName(controls::closeAction);
 }
 
