@@ -60,7 +60,7 @@ int vlApptUIActionMgr::handleVLMeeting(rt::Object *editor, const QVariantMap &ac
     if (error)
         return error;
     if (EditorStrip *stillThere = vlMeetingWindows::stripOfEditor(editor))
-        stillThere->refreshUI();
+        stillThere->setActionToSuccess();
     return heldBack;
 }
 

@@ -284,6 +284,7 @@ TEST_F(Answers, ASheetLeftAfterItsEditorHasClosedSchedulesNothing) {
                                                                     {keyButtonClickIsOK, true},
                                                                     {keyApptWindowID, closedWindow}});
     turn();
+    EXPECT_EQ(manager().state(), StateAdd);
     EXPECT_TRUE(client.requests().isEmpty());
 }
 

@@ -64,6 +64,11 @@ TEST_F(Settings, TheProfileAndTheSiteComeBeforeTheFixedOnes) {
     EXPECT_FALSE(settings.hostvideoOn()); // no site option turns it on
     EXPECT_EQ(settings.getSettingsData().value("meetingPassword"), settings.meetingPassword());
 
+    settings.setUsePMI(true);
+    settings.setMeetingPassword("the personal meeting's");
+    settings.updateWithSiteDefault();
+    EXPECT_EQ(settings.meetingPassword(), "the personal meeting's");
+
     givenTheProfileIsLoaded({{"thirdPartyAudio", "Call 1"}, {"use3rdPartyAsDefaultAudio", true}});
     settings.initSettingData();
     EXPECT_EQ(settings.audioType(), 2); // it is not enabled

@@ -99,7 +99,9 @@ QString HostApplication::dataFolder() const {
 }
 
 QString HostApplication::sampleFile(QString *error) const {
-    const QString path = dataFolder() + u"/Sample calendar.ics"_qs;
+    // One for each week: last week's sample would show an empty week today. Changes made to it stay.
+    const QString monday = mondayOf(m_options.today).toString(Qt::ISODate);
+    const QString path = dataFolder() + u"/Sample week %1.ics"_qs.arg(monday);
     if (QFile::exists(path) || writeFile(path, sampleCalendar(m_options.today), error))
         return path;
     return {};

@@ -1,0 +1,79 @@
+// What the plug-in itself costs: from the click on its button to the saved appointment, and for each drawing of the header.
+//
+// The client answers inside the process, so no bus is in these times: they are what stands above the round trips. They hold
+// the client's own work, the host's windows and its writing of the file too, so that the plug-in's own share is smaller.
+#include "plugin/hooks/hookTable.h"
+#include "standin/mailhost/windows/HeaderViews.h"
+#include "tests/roads/Desk.h"
+
+#include <QApplication>
+#include <benchmark/benchmark.h>
+#include <chrono>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double secondsSince(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
+
+void addAndSave(benchmark::State &state) {
+    const QString version = QString::number(state.range(0));
+    for (auto _ : state) {
+        roads::Desk desk(version);
+        mailhost::EditorWindow *editor = desk.open(roads::Desk::plain);
+        const Clock::time_point start = Clock::now();
+        desk.clickAdd(editor);
+        desk.confirmSheet();
+        desk.pressSave(editor);
+        state.SetIterationTime(secondsSince(start));
+        if (desk.meetingKey(roads::Desk::plain).isEmpty()) {
+            state.SkipWithError("the appointment has no meeting");
+            return;
+        }
+    }
+}
+
+// The same clicks on an appointment that gets no meeting: what the host alone does for a save.
+void hostSavesAlone(benchmark::State &state) {
+    const QString version = QString::number(state.range(0));
+    for (auto _ : state) {
+        roads::Desk desk(version);
+        mailhost::EditorWindow *editor = desk.open(roads::Desk::other);
+        desk.typeSubject(editor, QStringLiteral("Renamed"));
+        const Clock::time_point start = Clock::now();
+        desk.pressSave(editor);
+        state.SetIterationTime(secondsSince(start));
+    }
+}
+
+// Sends the selector that draws the header: the hooked one, or the one under which the host's own drawing is reached. The
+// view is not being painted, so the host's drawing itself costs nothing and the difference is the hook.
+void headerDrawing(benchmark::State &state, bool hooked) {
+    const bool newer = state.range(0) == 16;
+    roads::Desk desk(QString::number(state.range(0)));
+    mailhost::EditorWindow *editor = desk.open(roads::Desk::plain);
+    auto *header = editor->findChild<mailhost::HeaderView *>();
+    const HookRow &row = hookTable()[newer ? 2 : 0];
+    const rt::Selector selector(hooked ? row.hostSelector : row.replacementSelector);
+    const QRectF rect(header->rect());
+    for (auto _ : state)
+        benchmark::DoNotOptimize(rt::send(header, selector, rect));
+}
+
+void headerHooked(benchmark::State &state) { headerDrawing(state, true); }
+void headerHostAlone(benchmark::State &state) { headerDrawing(state, false); }
+
+BENCHMARK(addAndSave)->Arg(15)->Arg(16)->UseManualTime()->Iterations(30)->Unit(benchmark::kMillisecond);
+BENCHMARK(hostSavesAlone)->Arg(15)->Arg(16)->UseManualTime()->Iterations(30)->Unit(benchmark::kMillisecond);
+BENCHMARK(headerHooked)->Arg(15)->Arg(16)->Unit(benchmark::kMicrosecond);
+BENCHMARK(headerHostAlone)->Arg(15)->Arg(16)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+int main(int argc, char **argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
