@@ -34,12 +34,13 @@ bool isCurrentVelaMeeting(rt::Object *gridWrapper) {
 // Hands a change on the grid to the workflow first; the host applies it only when it was accepted.
 template<typename Update>
 rt::Value changeOnGrid(int row, rt::Object *self, rt::Args arguments, Update update) {
+    const rt::Weak<> grid(self);
     const int result = guarded("changing a meeting on the calendar", refused, [self, &update] {
         return isCurrentVelaMeeting(self) ? int(update(vlCalendarActionMgr::sharedInstance())) : accepted;
     });
     if (result != accepted)
         return true; // dealt with: the tile goes back to where it was
-    return callHost(row, self, arguments);
+    return callHost(row, grid.get(), arguments);
 }
 
 struct Deletion {
@@ -79,33 +80,34 @@ rt::Value gridRename(rt::Object *self, rt::Selector, rt::Args arguments) {
 }
 
 rt::Value eventDelete(rt::Object *self, rt::Selector, rt::Args arguments) {
+    const rt::Weak<> event(self);
     const Deletion deletion = deleteMeetingOf(self);
     if (deletion.isMeeting && (deletion.result != accepted || !deletion.actionResult))
         return false;
-    return callHost(rowDelete, self, arguments);
+    return callHost(rowDelete, event.get(), arguments);
 }
 
 // Unlike a delete, a cancellation goes by the action result alone.
 rt::Value eventCancel(rt::Object *self, rt::Selector, rt::Args arguments) {
+    const rt::Weak<> event(self);
     const Deletion deletion = deleteMeetingOf(self);
     if (deletion.isMeeting && !deletion.actionResult)
         return {};
-    return callHost(rowCancel, self, arguments);
+    return callHost(rowCancel, event.get(), arguments);
 }
 
 rt::Value switchToSeries(rt::Object *self, rt::Selector, rt::Args arguments) {
     const rt::Value result = callHost(rowSwitchToSeries, self, arguments);
     guarded("following the switch to the series", [] {
-        vlActionAdditionView *strip =
+        const QPointer<vlActionAdditionView> strip =
             vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(
                 QApplication::activeWindow());
         if (!strip)
             return;
-        const QPointer<vlActionAdditionView> alive(strip);
         strip->attachOutlookERCalendarEventEditorWindowController(strip->editorWindowController());
         callHost(rowEditorSave, strip->editorViewController(), {});
-        if (alive && !alive->isApptDirty())
-            alive->refreshUI();
+        if (strip && !strip->isApptDirty()) // a save runs host code, which may close the window
+            strip->refreshUI();
     });
     return result;
 }

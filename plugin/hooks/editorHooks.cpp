@@ -33,36 +33,46 @@ struct Decision {
 
 // Asks the workflow what the operation needs. When that itself goes wrong, the operation is held back: the
 // editor stays open with its changes.
-Decision decide(rt::Object *editor, HostAction action) {
-    return guarded("saving an appointment with a meeting", Decision{false, false}, [editor, action] {
+Decision decide(const rt::Weak<> &editor, HostAction action) {
+    return guarded("saving an appointment with a meeting", Decision{false, false}, [&editor, action] {
         vlApptUIActionMgr &manager = vlApptUIActionMgr::sharedInstance();
-        const int result = manager.handleVLMeeting(editor, {{keyApptViewActionID, quint32(action)}});
-        return Decision{result == hostMayProceed, manager.getActionResultWithCalEventEditorViewCtrl(editor)};
+        const int result = manager.handleVLMeeting(editor.get(), {{keyApptViewActionID, quint32(action)}});
+        return Decision{result == hostMayProceed,
+                        manager.getActionResultWithCalEventEditorViewCtrl(editor.get())};
     });
 }
 
-EditorStrip *stripOf(rt::Object *editor) {
+// The editor may go away while the workflow is asked; then nothing is left to save.
+rt::Value saveAndClose(int row, HostAction action, rt::Object *self, rt::Args arguments) {
+    const rt::Weak<> editor(self);
+    if (decide(editor, action).proceed)
+        return callHost(row, editor.get(), arguments);
+    return heldBackResult;
+}
+
+rt::Value saveOrSend(int row, HostAction action, rt::Object *self, rt::Args arguments) {
+    const rt::Weak<> editor(self);
+    const Decision decision = decide(editor, action);
+    return decision.proceed ? callHost(row, editor.get(), arguments) : rt::Value(decision.actionResult);
+}
+
+EditorStrip *stripOf(const rt::Weak<> &editor) {
     const EditorStrips *strips = WorkflowPorts::instance().strips;
-    return strips ? strips->getVlActionAdditionViewByEditorViewCtrl(editor) : nullptr;
+    return strips && editor ? strips->getVlActionAdditionViewByEditorViewCtrl(editor.get()) : nullptr;
 }
 
 } // namespace
 
 rt::Value editorSaveAndCloseWindow(rt::Object *self, rt::Selector, rt::Args arguments) {
-    if (decide(self, HostAction::SaveAndClose).proceed)
-        return callHost(rowSaveAndCloseWindow, self, arguments);
-    return heldBackResult;
+    return saveAndClose(rowSaveAndCloseWindow, HostAction::SaveAndClose, self, arguments);
 }
 
 rt::Value editorSave(rt::Object *self, rt::Selector, rt::Args arguments) {
-    const Decision decision = decide(self, HostAction::Save);
-    return decision.proceed ? callHost(rowSave, self, arguments) : rt::Value(decision.actionResult);
+    return saveOrSend(rowSave, HostAction::Save, self, arguments);
 }
 
 rt::Value editorSaveAndCloseWithError(rt::Object *self, rt::Selector, rt::Args arguments) {
-    if (decide(self, HostAction::SaveAndCloseWithError).proceed)
-        return callHost(rowSaveAndCloseWithError, self, arguments);
-    return heldBackResult;
+    return saveAndClose(rowSaveAndCloseWithError, HostAction::SaveAndCloseWithError, self, arguments);
 }
 
 rt::Value editorSend(rt::Object *self, rt::Selector, rt::Args arguments) {
@@ -75,20 +85,20 @@ rt::Value editorSend(rt::Object *self, rt::Selector, rt::Args arguments) {
     });
     if (!matched)
         return {};
-    const Decision decision = decide(self, HostAction::Send);
-    return decision.proceed ? callHost(rowSend, self, arguments) : rt::Value(decision.actionResult);
+    return saveOrSend(rowSend, HostAction::Send, self, arguments);
 }
 
 rt::Value editorFromFieldModified(rt::Object *self, rt::Selector, rt::Args arguments) {
     const rt::Weak<> editor(self);
     const rt::Value result = callHost(rowFromFieldModified, self, arguments);
     guarded("following the From field", [&editor] {
-        EditorStrip *strip = editor ? stripOf(editor.get()) : nullptr;
+        EditorStrip *strip = stripOf(editor);
         if (!strip)
             return;
         strip->refreshUI();
-        strip->enableChangeSettingButton(
-            vlMeetingMgr::sharedInstance().checkScheduleOwnerMatched(editor.get()));
+        const bool matched = vlMeetingMgr::sharedInstance().checkScheduleOwnerMatched(editor.get());
+        if (EditorStrip *stillThere = stripOf(editor))
+            stillThere->enableChangeSettingButton(matched);
     });
     return result;
 }
@@ -98,9 +108,9 @@ rt::Value editorRecurrenceEnded(rt::Object *self, rt::Selector, rt::Args argumen
     const auto returnCode = quint32(rt::integerValue(arguments[1]));
     const rt::Value result = callHost(rowRecurrenceEnded, self, arguments);
     guarded("following the recurrence", [&editor, returnCode] {
-        if (returnCode > lastRefreshingReturnCode || !editor)
+        if (returnCode > lastRefreshingReturnCode)
             return;
-        if (EditorStrip *strip = stripOf(editor.get()))
+        if (EditorStrip *strip = stripOf(editor))
             strip->refreshUI();
     });
     return result;
@@ -114,6 +124,7 @@ rt::Value editorHostWordMailEditor(rt::Object *self, rt::Selector, rt::Args argu
 }
 
 rt::Value recordSave(rt::Object *self, rt::Selector, rt::Args arguments) {
+    const rt::Weak<> record(self);
     guarded("bringing the stored meeting up to date", [self] {
         if (vlCalendarActionMgr::sharedInstance().isCurVelaMeeting(self))
             updateVlKeyInfoToAppointment(self);
@@ -122,7 +133,7 @@ rt::Value recordSave(rt::Object *self, rt::Selector, rt::Args arguments) {
         else
             cleanVlKeyInfoFromAppointment(self);
     });
-    return callHost(rowSaveRecord, self, arguments);
+    return callHost(rowSaveRecord, record.get(), arguments);
 }
 
 } // namespace hooks

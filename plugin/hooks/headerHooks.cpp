@@ -7,6 +7,7 @@
 #include "plugin/ui/strip/vlActionAdditionView.h"
 #include "plugin/workflow/vlApptUIActionMgr.h"
 
+#include <QVarLengthArray>
 #include <QWidget>
 
 namespace hooks {
@@ -21,23 +22,25 @@ constexpr int rowOlderInit = 13;
 constexpr double yWithTimeZoneRow = 13.0;
 constexpr double yWithoutTimeZoneRow = -10.0;
 
-const QString olderHeaderClass = QStringLiteral("OLCalendarHeaderContainerView");
-const QString newerHeaderClass = QStringLiteral("OLAutoLayoutAttachmentsAcceptingView");
-const QString autoLayoutClass = QStringLiteral("OLAutoLayoutView");
-const QString viewClass = QStringLiteral("NSView");
-const QString textFieldClass = QStringLiteral("NSTextField");
-const QString stripClass = QStringLiteral("vlActionAdditionView");
 const QString timeZoneLabel = QStringLiteral("Time zone:");
 const QString keySubview = QStringLiteral("subview");
 
-// The very class, not a subclass of it.
-bool isExactly(const rt::Object *object, const QString &className) {
-    const rt::Class *cls = rt::classNamed(className);
-    return object && cls && object->isa() == cls;
+// A header is drawn often: its classes are looked up once. A class that exists stays.
+template<const char *Name>
+const rt::Class *hostClass() {
+    static const rt::Class *cls = nullptr;
+    if (!cls)
+        cls = rt::classNamed(QString::fromLatin1(Name));
+    return cls;
 }
 
-QList<QWidget *> directSubviews(const QWidget *view) {
-    return view->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+constexpr char olderHeaderName[] = "OLCalendarHeaderContainerView";
+constexpr char newerHeaderName[] = "OLAutoLayoutAttachmentsAcceptingView";
+constexpr char autoLayoutName[] = "OLAutoLayoutView";
+
+// The very class, not a subclass of it.
+bool isExactly(const rt::Object *object, const rt::Class *cls) {
+    return object && cls && object->isa() == cls;
 }
 
 bool isShown(const QWidget *view) {
@@ -47,17 +50,46 @@ bool isShown(const QWidget *view) {
     return true;
 }
 
-// Whether the header shows its time-zone row: decided by the first label with that text, two levels down.
-bool hasTimeZoneRow(const QWidget *header, const QString &rowClass) {
-    for (const QWidget *row : directSubviews(header)) {
-        if (!platform::isViewOfKind(row, rowClass))
-            continue;
-        for (const QWidget *field : directSubviews(row))
-            if (platform::isViewOfKind(field, textFieldClass) &&
-                platform::textFieldValue(field) == timeZoneLabel)
-                return isShown(field);
-    }
-    return false;
+bool isAnyView(const QWidget *) {
+    return true;
+}
+
+bool isAutoLayoutView(const QWidget *view) {
+    return rt::isKindOf(dynamic_cast<const rt::Object *>(view), hostClass<autoLayoutName>());
+}
+
+// What is no text field has a null text, which is not the label's.
+bool isTimeZoneLabel(const QWidget *view) {
+    return platform::textFieldValue(view) == timeZoneLabel;
+}
+
+// Direct subviews are walked in place, without a list of them.
+template<typename Accept>
+const QWidget *firstSubview(const QWidget *view, Accept accept) {
+    for (const QObject *child : view->children())
+        if (child->isWidgetType())
+            if (const auto *subview = static_cast<const QWidget *>(child); accept(subview))
+                return subview;
+    return nullptr;
+}
+
+// Whether the first label with that text, two levels down in a row of the given kind, is to be seen.
+template<typename IsRow>
+bool hasTimeZoneRow(const QWidget *header, IsRow isRow) {
+    const QWidget *label = nullptr;
+    firstSubview(header, [&label, isRow](const QWidget *row) {
+        label = isRow(row) ? firstSubview(row, isTimeZoneLabel) : nullptr;
+        return label != nullptr;
+    });
+    return label && isShown(label);
+}
+
+bool vlHasTimezoneForHeaderContainer(const QWidget *header) {
+    return hasTimeZoneRow(header, isAnyView);
+}
+
+bool vlHasTimezone(const QWidget *header) {
+    return hasTimeZoneRow(header, isAutoLayoutView);
 }
 
 void placeStrip(QWidget *strip, double y) {
@@ -73,18 +105,38 @@ void placeStrip(QWidget *strip, double y) {
     platform::setBottomLeftFrame(strip, QRectF(x, y, width, strip->height()));
 }
 
-void placeStrips(const QList<QWidget *> &candidates, bool timeZoneRow) {
-    for (QWidget *candidate : candidates)
-        if (platform::isViewOfKind(candidate, stripClass))
-            placeStrip(candidate, timeZoneRow ? yWithTimeZoneRow : yWithoutTimeZoneRow);
+// Taken out of the lists that they are found in before the first is moved: moving a view runs foreign code.
+using Strips = QVarLengthArray<vlActionAdditionView *, 2>;
+
+void placeStrips(const Strips &strips, bool timeZoneRow) {
+    for (vlActionAdditionView *strip : strips)
+        placeStrip(strip, timeZoneRow ? yWithTimeZoneRow : yWithoutTimeZoneRow);
 }
 
-rt::Value makeHeader(int row, const QString &className, rt::Object *self, rt::Args arguments) {
+Strips managedStrips(rt::Object *header) {
+    static const rt::Selector managedSubviewsData("managedSubviewsData");
+    Strips strips;
+    for (const rt::Value &entry : rt::listValue(rt::send(header, managedSubviewsData)))
+        if (auto *strip =
+                qobject_cast<vlActionAdditionView *>(rt::widgetValue(rt::mapValue(entry).value(keySubview))))
+            strips.append(strip);
+    return strips;
+}
+
+Strips directStrips(const QWidget *header) {
+    Strips strips;
+    for (QObject *child : header->children())
+        if (auto *strip = qobject_cast<vlActionAdditionView *>(child))
+            strips.append(strip);
+    return strips;
+}
+
+rt::Value makeHeader(int row, const rt::Class *headerClass, rt::Object *self, rt::Args arguments) {
     const rt::Value made = callHost(row, self, arguments);
-    guarded("making the meeting buttons", [&made, &className] {
+    guarded("making the meeting buttons", [&made, headerClass] {
         rt::Object *object = rt::objectValue(made);
         QWidget *header = rt::widgetValue(made);
-        if (header && isExactly(object, className))
+        if (header && isExactly(object, headerClass))
             vlApptUIActionMgr::sharedInstance().createVlAdditionViewOnCalHeaderContainerView(header);
     });
     return made;
@@ -93,34 +145,37 @@ rt::Value makeHeader(int row, const QString &className, rt::Object *self, rt::Ar
 } // namespace
 
 rt::Value olderHeaderInit(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return makeHeader(rowOlderInit, olderHeaderClass, self, arguments);
+    return makeHeader(rowOlderInit, hostClass<olderHeaderName>(), self, arguments);
 }
 
 rt::Value newerHeaderInit(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return makeHeader(rowNewerInit, newerHeaderClass, self, arguments);
+    return makeHeader(rowNewerInit, hostClass<newerHeaderName>(), self, arguments);
 }
 
 rt::Value olderHeaderDrawRect(rt::Object *self, rt::Selector, rt::Args arguments) {
+    const rt::Weak<> view(self);
     const rt::Value drawn = callHost(rowOlderDraw, self, arguments);
-    guarded("placing the meeting buttons", [self] {
-        const auto *header = dynamic_cast<QWidget *>(self);
-        if (!header || !isExactly(self, olderHeaderClass))
+    guarded("placing the meeting buttons", [&view] {
+        if (!isExactly(view.get(), hostClass<olderHeaderName>()))
             return;
-        QList<QWidget *> candidates;
-        for (const rt::Value &entry : rt::listValue(rt::send(self, "managedSubviewsData")))
-            if (QWidget *view = rt::widgetValue(rt::mapValue(entry).value(keySubview)))
-                candidates.append(view);
-        placeStrips(candidates, hasTimeZoneRow(header, viewClass));
+        const Strips strips = managedStrips(view.get());
+        const auto *header = dynamic_cast<QWidget *>(view.get());
+        if (header && !strips.isEmpty())
+            placeStrips(strips, vlHasTimezoneForHeaderContainer(header));
     });
     return drawn;
 }
 
 rt::Value newerHeaderDrawRect(rt::Object *self, rt::Selector, rt::Args arguments) {
+    const rt::Weak<> view(self);
     const rt::Value drawn = callHost(rowNewerDraw, self, arguments);
-    guarded("placing the meeting buttons", [self] {
-        const auto *header = dynamic_cast<QWidget *>(self);
-        if (header && isExactly(self, newerHeaderClass))
-            placeStrips(directSubviews(header), hasTimeZoneRow(header, autoLayoutClass));
+    guarded("placing the meeting buttons", [&view] {
+        if (!isExactly(view.get(), hostClass<newerHeaderName>()))
+            return;
+        const auto *header = dynamic_cast<QWidget *>(view.get());
+        const Strips strips = header ? directStrips(header) : Strips();
+        if (!strips.isEmpty())
+            placeStrips(strips, vlHasTimezone(header));
     });
     return drawn;
 }
@@ -131,10 +186,11 @@ rt::Value headerRowDrawRect(rt::Object *, rt::Selector, rt::Args) {
 }
 
 rt::Value editorShownRow(int row, rt::Object *self, rt::Args arguments) {
+    // The appointment may go away while the host opens its window, and the window may be closed again before
+    // the next turn of the loop.
+    const rt::Weak<> event(rt::objectValue(arguments[0]));
     const rt::Value shown = callHost(row, self, arguments);
-    guarded("telling the meeting buttons about their editor", [&shown, &arguments] {
-        // The window may be closed again before the next turn of the loop.
-        const rt::Weak<> event(rt::objectValue(arguments[0]));
+    guarded("telling the meeting buttons about their editor", [&shown, &event] {
         const rt::Weak<> controller(rt::objectValue(shown));
         platform::services().runLoop->callAfter(0, [event, controller] {
             QVariantMap notice;

@@ -82,19 +82,19 @@ void vlAPIBase::startTimer() {
         if (const auto request = self.lock())
             (*request)->onTimeOut();
     });
-    m_timer = id;
+    myTimer = id;
 }
 
 void vlAPIBase::releaseTimer() {
-    m_timer.reset();
+    myTimer.reset();
 }
 
 void vlAPIBase::invalidateTimer() {
     // Expired: it has come, or the run loop that held it is gone and another one counts its timers from the
     // start.
-    if (const auto id = m_timer.lock())
+    if (const auto id = myTimer.lock())
         platform::services().runLoop->cancel(*id);
-    m_timer.reset();
+    myTimer.reset();
 }
 
 void vlAPIBase::onTimeOut() {
@@ -104,16 +104,16 @@ void vlAPIBase::onTimeOut() {
 void vlAPIBase::showProgress(QWidget *window) {
     RequestFeedback *feedback = LinkPorts::instance().feedback;
     if (feedback != m_progressMaker) {
-        m_progress = feedback ? feedback->makeProgress() : nullptr;
+        myProgressUI = feedback ? feedback->makeProgress() : nullptr;
         m_progressMaker = feedback;
     }
-    if (m_progress)
-        m_progress->showCommunication(window);
+    if (myProgressUI)
+        myProgressUI->showCommunication(window);
 }
 
 void vlAPIBase::closeProgress() {
-    if (m_progress)
-        m_progress->closeCommunication();
+    if (myProgressUI)
+        myProgressUI->closeCommunication();
 }
 
 ClientError vlAPIBase::checkVelaAppError() {

@@ -56,9 +56,9 @@ private:
     ClientError m_error = ClientError::None;
     bool m_showCommunicationDlg = true;
     std::shared_ptr<vlAPIBase *> m_self; // lets timers know that the object is gone
-    std::weak_ptr<quint64>
-        m_timer; // the id of the time-out that is held; expires when it has come or its loop is gone
-    std::unique_ptr<RequestProgress>
-        m_progress; // made when first shown, and again when the port is filled anew
+    // The id of the time-out that is held; expires when it has come or its loop is gone.
+    std::weak_ptr<quint64> myTimer;
+    // Made when first shown, and again when the port is filled anew.
+    std::unique_ptr<RequestProgress> myProgressUI;
     RequestFeedback *m_progressMaker = nullptr;
 };

@@ -1,5 +1,6 @@
 #include "plugin/load/pluginLoad.h"
 
+#include "plugin/hooks/hookGuard.h"
 #include "plugin/hooks/loadSteps.h"
 #include "plugin/host/body/bodyPorts.h"
 #include "plugin/link/linkPorts.h"
@@ -25,6 +26,8 @@ void loadPlugin() {
     if (loaded)
         return;
     loaded = true;
-    fillPluginPorts();
-    runLoadSteps();
+    hooks::guarded("loading the plug-in", [] {
+        fillPluginPorts();
+        runLoadSteps();
+    });
 }

@@ -54,7 +54,7 @@ bool vlCreateDirection(const QString &path) {
 }
 
 bool vlMoveFile(const QString &from, const QString &to) {
-    if (to.isEmpty() || !vlIsFileExist(from) || isSameOrInside(from, to))
+    if (to.isEmpty() || !vlIsFileExist(from) || isSameOrInside(from, to) || isSameOrInside(to, from))
         return false;
     if (vlIsFileExist(to))
         vlDeleteFile(to);

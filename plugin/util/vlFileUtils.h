@@ -17,7 +17,7 @@ bool vlDeleteFile(const QString &path);
 // Makes the folder and its missing parents. False when anything is there already.
 bool vlCreateDirection(const QString &path);
 // Moves the item; an existing target is deleted first. False, and nothing deleted, when the source is
-// missing, or when the target is the source or a folder that holds it.
+// missing, or when one of the two is the other or lies in it.
 bool vlMoveFile(const QString &from, const QString &to);
 // "CFBundleVersion" of the bundle folder (an absolute path of the system or of this machine); "" when it has
 // none.

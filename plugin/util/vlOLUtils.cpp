@@ -69,7 +69,7 @@ void vlOLUtils::GetSubViewOfKind(const QWidget *view, const QString &className, 
         return;
     for (QObject *child : view->children()) {
         auto *subview = qobject_cast<QWidget *>(child);
-        if (!subview)
+        if (!subview || subview->isWindow()) // a sheet or dialog of the view is no part of it
             continue;
         if (kindofClass(subview, className))
             result.append(subview);

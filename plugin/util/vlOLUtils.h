@@ -24,7 +24,8 @@ public:
     [[nodiscard]] static bool kindofClass(const rt::Value &value, const QString &className);
 
     // Appends the subviews of that class, depth first in the order of the children. What lies inside a match
-    // is not searched. Nothing for no view. The views are not owned.
+    // is not searched, and neither are windows that belong to a view. Nothing for no view. The views are not
+    // owned.
     static void GetSubViewOfKind(const QWidget *view, const QString &className, QList<QWidget *> &result);
 
     // Pretty-printed JSON in UTF-8 of a dictionary or an array; null for anything else and when a member is

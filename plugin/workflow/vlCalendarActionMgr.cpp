@@ -91,7 +91,7 @@ int vlCalendarActionMgr::updateAppointmentOnCalendar(const QVariantMap &snapshot
                                                      bool isSupportVela, MeetingCommand command) {
     if (!isSupportVela)
         return 0;
-    QVariantMap request{{vl_Outlook_ApptInfo, snapshot}};
+    QVariantMap request{{vl_Outlook_ApptInfo, snapshot}, {keyDragAndMoveOnCalendar, true}};
     if (ownWindow) {
         request.insert(keyEventOwnerWindow, rt::fromWidget(ownWindow));
         request.insert(keyApptWindowID, rt::identifier(ownWindow));

@@ -83,6 +83,10 @@ void ClientLink::send(const Answer &answer) {
 void ClientLink::onControl(const platform::TextMap &userInfo) {
     QString error;
     const QString line = userInfo.value(controlRuleKey);
+    if (line == controlExit) {
+        Q_EMIT quitRequested();
+        return;
+    }
     if (m_rules.add(line, &error))
         Q_EMIT logged(QStringLiteral("rule: %1").arg(line));
     else

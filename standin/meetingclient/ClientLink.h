@@ -12,6 +12,8 @@ namespace meetingclient {
 // On the name below, the user info {"rule": line} adds a rule of AnswerRules to a running client.
 inline const QString controlNotification = QStringLiteral("ParloMeetingsClientControl");
 inline const QString controlRuleKey = QStringLiteral("rule");
+// In place of a rule: the client ends itself.
+inline const QString controlExit = QStringLiteral("exit");
 // Brings the client to the front, with its start URL.
 inline const QString activationNotification = QStringLiteral("Noti_ActivateVelaApplicationExternally");
 inline const QString activationUrlKey = QStringLiteral("Param_ActivateVelaApplicationExternally");

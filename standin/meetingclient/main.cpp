@@ -24,7 +24,7 @@ int wakeRunningClient(const QString &url) {
 int tell(const QString &rule) {
     QString error;
     meetingclient::AnswerRules check;
-    if (!check.add(rule, &error)) {
+    if (rule != meetingclient::controlExit && !check.add(rule, &error)) {
         std::fprintf(stderr, "%s\n", qPrintable(error));
         return 2;
     }
@@ -46,9 +46,10 @@ void describe(QCommandLineParser &parser) {
              "\"reorder profile\", \"corrupt get flip\", \"error any 0;Error 3001\", \"quit "
              "schedule\"; may be given several times, \"once\" before it for one time."),
          QStringLiteral("rule")});
-    parser.addOption({QStringLiteral("tell"),
-                      QStringLiteral("Give a rule to the client that is running, and end."),
-                      QStringLiteral("rule")});
+    parser.addOption(
+        {QStringLiteral("tell"),
+         QStringLiteral("Give a rule to the client that is running (or \"exit\", which ends it), and end."),
+         QStringLiteral("rule")});
     parser.addOption({QStringLiteral("background"), QStringLiteral("Show no window until asked to.")});
     parser.addPositionalArgument(QStringLiteral("url"),
                                  QStringLiteral("The start URL, as a launcher gives it."),

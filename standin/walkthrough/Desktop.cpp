@@ -1,9 +1,11 @@
 #include "standin/walkthrough/Desktop.h"
 
 #include "platform/services/Services.h"
+#include "standin/meetingclient/ClientLink.h"
 #include "standin/walkthrough/Walk.h"
 
 #include <QFile>
+#include <QJsonDocument>
 
 namespace walkthrough {
 
@@ -11,8 +13,10 @@ namespace {
 const QString clientIdentifier = QStringLiteral("com.parlo.meetings");
 constexpr int startMilliseconds = 20000;
 
-bool onTheBus() {
-    return platform::services().workspace->runningApplications().contains(clientIdentifier);
+const QString agentIdentifier = QStringLiteral("com.parlo.vOutlookPluginAgent");
+
+bool onTheBus(const QString &identifier) {
+    return platform::services().workspace->runningApplications().contains(identifier);
 }
 } // namespace
 
@@ -36,39 +40,42 @@ PrivateBus::~PrivateBus() {
     m_daemon.waitForFinished(startMilliseconds);
 }
 
-ClientProcess::ClientProcess(QString dataFile)
-    : m_dataFile(std::move(dataFile)) {}
-
-ClientProcess::~ClientProcess() {
-    kill();
-}
-
-bool ClientProcess::start(const QStringList &rules) {
-    const platform::Workspace &workspace = *platform::services().workspace;
-    const QString bundle = workspace.pathForBundleIdentifier(clientIdentifier);
-    QStringList arguments{QStringLiteral("--background"), QStringLiteral("--data"), m_dataFile};
-    for (const QString &rule : rules)
-        arguments << QStringLiteral("--rule") << rule;
-    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_process.start(workspace.executablePath(bundle), arguments);
-    return m_process.waitForStarted(startMilliseconds) && Walk::waitFor(onTheBus, startMilliseconds);
-}
-
-void ClientProcess::kill() {
-    if (m_process.state() == QProcess::NotRunning)
-        return;
+AgentProcess::~AgentProcess() {
     m_process.kill();
     m_process.waitForFinished(startMilliseconds);
-    Walk::waitFor([] { return !onTheBus(); });
 }
 
-bool ClientProcess::isRunning() const {
-    return m_process.state() == QProcess::Running && onTheBus();
+bool AgentProcess::start() {
+    const platform::Workspace &workspace = *platform::services().workspace;
+    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_process.start(workspace.executablePath(workspace.pathForBundleIdentifier(agentIdentifier)),
+                    QStringList());
+    return m_process.waitForStarted(startMilliseconds) &&
+           Walk::waitFor([] { return onTheBus(agentIdentifier); }, startMilliseconds);
 }
 
-QByteArray ClientProcess::data() const {
+RunningClient::RunningClient(QString dataFile)
+    : m_dataFile(std::move(dataFile)) {
+    qputenv("PARLO_CLIENT_DATA", m_dataFile.toUtf8());
+}
+
+RunningClient::~RunningClient() {
+    platform::services().distributedNotifications->post(
+        meetingclient::controlNotification, QString(),
+        {{meetingclient::controlRuleKey, meetingclient::controlExit}}, true);
+    Walk::waitFor([] { return !isRunning(); });
+}
+
+bool RunningClient::isRunning() {
+    return onTheBus(clientIdentifier);
+}
+
+QJsonObject RunningClient::meeting(const QString &key) const {
     QFile file(m_dataFile);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QJsonObject root = QJsonDocument::fromJson(file.readAll()).object();
+    return root.value(QStringLiteral("meetings")).toObject().value(key).toObject();
 }
 
 } // namespace walkthrough

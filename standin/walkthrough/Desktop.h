@@ -2,6 +2,7 @@
 // the road.
 #pragma once
 
+#include <QJsonObject>
 #include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
@@ -25,21 +26,30 @@ private:
     QString m_error;
 };
 
-// The meeting client, started from its bundle with its data in a folder of its own.
-class ClientProcess {
+// The plug-in agent, as it runs from a log-in on. Ends with the object.
+class AgentProcess {
 public:
-    explicit ClientProcess(QString dataFile);
-    ~ClientProcess();
-    // Starts it and waits until it is on the bus. False when that fails.
-    bool start(const QStringList &rules = {});
-    void kill();
-    [[nodiscard]] bool isRunning() const;
-    // Its meetings file as it is now.
-    [[nodiscard]] QByteArray data() const;
+    ~AgentProcess();
+    // Starts it from its bundle and waits until it is on the bus. False when that fails.
+    bool start();
+
+private:
+    QProcess m_process;
+};
+
+// The meeting client that somebody has launched: it keeps its meetings in a file of the walk.
+class RunningClient {
+public:
+    // Clients that are launched from now on keep their meetings in that file.
+    explicit RunningClient(QString dataFile);
+    // Tells the client to end.
+    ~RunningClient();
+    [[nodiscard]] static bool isRunning();
+    // What its file says of a meeting; empty when there is no such meeting.
+    [[nodiscard]] QJsonObject meeting(const QString &key) const;
 
 private:
     QString m_dataFile;
-    QProcess m_process;
 };
 
 } // namespace walkthrough

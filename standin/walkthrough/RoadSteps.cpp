@@ -25,6 +25,7 @@ namespace {
 
 namespace controls = mailhost::controls;
 
+constexpr int launchMilliseconds = 30000;
 constexpr quint32 meetingAction = 3;
 constexpr quint32 updateAnswer = 2;
 constexpr quint32 readAnswer = 4;
@@ -36,6 +37,7 @@ const QString ownWords = QStringLiteral("Bring the figures.");
 // The plug-in's words, as its English table has them.
 const QString addButton = QStringLiteral("Add video meeting");
 const QString removeButton = QStringLiteral("Remove meeting");
+const QString launchButton = QStringLiteral("Launch Parlo Meetings");
 const QString settingsButton = QStringLiteral("Change settings");
 
 class Road {
@@ -54,8 +56,9 @@ public:
     int walk() {
         if (!start())
             return 1;
-        const bool done = addThroughTheSheet() && save() && reopen() && changeASetting() && moveAndSave() &&
-                          saveUnchanged() && removeTheMeeting() && send();
+        const bool done = launchTheClient() && addThroughTheSheet() && save() && reopen() &&
+                          changeASetting() && moveAndSave() && saveUnchanged() && removeTheMeeting() &&
+                          send();
         if (!done)
             m_walk->comment(QStringLiteral("the steps after this one were not walked"));
         return done && !m_walk->failed() ? 0 : 1;
@@ -65,6 +68,7 @@ private:
     [[nodiscard]] bool copyCalendar() const;
     bool start();
     bool open(const QString &uid);
+    bool launchTheClient();
     bool addThroughTheSheet();
     bool save();
     bool reopen();
@@ -94,7 +98,8 @@ private:
     mailhost::HostOptions m_options;
     std::unique_ptr<mailhost::HostApplication> m_host;
     std::unique_ptr<Walk> m_walk;
-    std::unique_ptr<ClientProcess> m_client;
+    std::unique_ptr<RunningClient> m_client;
+    AgentProcess m_agent;
     QString m_uid;        // of the appointment that the road is walked with
     QString m_meetingUid; // of one with attendees
     mailhost::Appointment m_before;
@@ -127,8 +132,8 @@ bool Road::start() {
     m_host->show();
     if (!m_walk->step(opened, QStringLiteral("the host opens the calendar ") + error))
         return false;
-    m_client = std::make_unique<ClientProcess>(m_folders.filePath(QStringLiteral("client/meetings.json")));
-    if (!m_walk->step(m_client->start(), QStringLiteral("the meeting client runs in a process of its own")))
+    m_client = std::make_unique<RunningClient>(m_folders.filePath(QStringLiteral("client/meetings.json")));
+    if (!m_walk->step(m_agent.start(), QStringLiteral("the plug-in agent runs in a process of its own")))
         return false;
     QString pluginError;
     if (!m_walk->step(m_host->loadPlugin(&pluginError),
@@ -219,10 +224,22 @@ bool Road::addMeeting() {
     return true;
 }
 
-bool Road::addThroughTheSheet() {
+// Nobody has started the client yet. The newer host asks the agent to do it, the older one starts it itself.
+bool Road::launchTheClient() {
     m_before = inFile(m_uid);
     if (!m_walk->step(open(m_uid), QStringLiteral("a double click opens \"%1\"").arg(m_before.summary)))
         return false;
+    click(stripButton(addButton));
+    if (!m_walk->step(Walk::waitFor([] { return shownButton(launchButton) != nullptr; }),
+                      QStringLiteral("the client is not running: it is said, and launching it is offered")))
+        return false;
+    m_walk->picture(QApplication::activeModalWidget(), QStringLiteral("client-not-running"));
+    click(shownButton(launchButton));
+    return m_walk->step(Walk::waitFor([] { return RunningClient::isRunning(); }, launchMilliseconds),
+                        QStringLiteral("\"%1\" starts it in a process of its own").arg(launchButton));
+}
+
+bool Road::addThroughTheSheet() {
     auto *body = control<QTextEdit>(controls::bodyEditor);
     if (!click(body->viewport()))
         return m_walk->step(false, QStringLiteral("the body can be clicked"));
@@ -286,12 +303,7 @@ bool Road::changeASetting() {
     Walk::settle();
     press(editor(), Qt::Key_S, Qt::ControlModifier);
     const bool kept = Walk::waitFor([this] { return saved(); });
-    const QJsonObject meeting = QJsonDocument::fromJson(m_client->data())
-                                    .object()
-                                    .value(QStringLiteral("meetings"))
-                                    .toObject()
-                                    .value(m_key)
-                                    .toObject();
+    const QJsonObject meeting = m_client->meeting(m_key);
     return m_walk->step(updated && kept && m_walk->sentSinceMark(meetingAction, updatePrefix) == 1 &&
                             !meeting.value(QStringLiteral("enableJBH")).toBool(),
                         QStringLiteral("a changed setting reaches the client with one update"));
@@ -305,14 +317,7 @@ bool Road::moveAndSave() {
     const bool moved = Walk::waitFor([this] { return !saved(); });
     press(editor(), Qt::Key_S, Qt::ControlModifier);
     const bool kept = Walk::waitFor([this] { return saved() && inFile(m_uid).start != m_before.start; });
-    const qint64 start = QJsonDocument::fromJson(m_client->data())
-                             .object()
-                             .value(QStringLiteral("meetings"))
-                             .toObject()
-                             .value(m_key)
-                             .toObject()
-                             .value(QStringLiteral("startTime"))
-                             .toInteger();
+    const qint64 start = m_client->meeting(m_key).value(QStringLiteral("startTime")).toInteger();
     return m_walk->step(moved && kept && m_walk->sentSinceMark(meetingAction, updatePrefix) == 1 &&
                             start == inFile(m_uid).start.value.toSecsSinceEpoch(),
                         QStringLiteral("moved and saved, the client gets one update with the new time"));
@@ -339,7 +344,7 @@ bool Road::removeTheMeeting() {
     const mailhost::Appointment now = inFile(m_uid);
     m_walk->step(gone && kept && m_walk->sentSinceMark(meetingAction, deletePrefix) == 1 &&
                      !now.bodyHtml.contains(QStringLiteral("MacVlBookmark")) && now.location.isEmpty() &&
-                     now.bodyHtml.contains(ownWords) && !m_client->data().contains(m_key.toUtf8()),
+                     now.bodyHtml.contains(ownWords) && m_client->meeting(m_key).isEmpty(),
                  QStringLiteral(
                      "removed and saved, client and file have no meeting, what was written is still there"));
     return closeEditor();

@@ -14,6 +14,11 @@ QHash<QString, rt::Value> &answers() {
     return map;
 }
 
+std::function<void()> &during() {
+    static std::function<void()> work;
+    return work;
+}
+
 namespace {
 
 rt::Value note(rt::Object *self, rt::Selector selector, rt::Args arguments) {
@@ -22,9 +27,17 @@ rt::Value note(rt::Object *self, rt::Selector selector, rt::Args arguments) {
     // under another selector, which is what is noted then.
     const QString name = (cls ? cls->name() : self->isa()->name()) + u' ' + selector.name();
     calls().append(QStringLiteral("%1(%2)").arg(name).arg(arguments.count()));
-    if (selector.name().contains(QStringLiteral("initWithFrame:")) && !cls)
-        return rt::fromObject(self);
-    return answers().value(name);
+    const rt::Value answer = selector.name().contains(QStringLiteral("initWithFrame:")) && !cls
+                                 ? rt::fromObject(self)
+                                 : answers().value(name);
+    if (during())
+        during()();
+    return answer;
+}
+
+// A member that is only read.
+rt::Value member(rt::Object *self, rt::Selector selector, rt::Args) {
+    return answers().value(self->isa()->name() + u' ' + selector.name());
 }
 
 rt::Value capabilities(rt::Object *self, rt::Selector, rt::Args) {
@@ -52,6 +65,12 @@ void define() {
     }
     for (const char *name : {"ECCalendarEvent", "ECMutableCalendarEvent"})
         rt::addMethod(rt::classNamed(QString::fromLatin1(name)), "olmUCCapabilities", capabilities, "@@:");
+    rt::addMethod(rt::classNamed(QStringLiteral("ECMutableCalendarEvent")), "setLocation:", note, "v@:@");
+    rt::addMethod(rt::classNamed(QStringLiteral("ECCalendarEvent")), "isOwner", member, "B@:");
+    rt::addMethod(rt::classNamed(QStringLiteral("OLCalendarGridViewWrapper")), "gridViewController", member,
+                  "@@:");
+    rt::addMethod(rt::defineClass(QStringLiteral("CCGridViewController")), "selectedEvent", member, "@@:");
+    rt::defineClass(QStringLiteral("OLWordMailEditor"));
     rt::addMethod(rt::classNamed(QStringLiteral("OLCalendarHeaderContainerView")), "managedSubviewsData",
                   managedSubviews, "@@:");
 }

@@ -5,6 +5,7 @@
 
 #include <QStringList>
 #include <QWidget>
+#include <functional>
 
 namespace hookedhost {
 
@@ -12,6 +13,9 @@ namespace hookedhost {
 QStringList &calls();
 // What the host's own implementations answer, by "<class> <selector>"; no value when not set.
 QHash<QString, rt::Value> &answers();
+
+// Runs inside the host's own implementations, after the call was noted. Empty by default.
+std::function<void()> &during();
 
 // Defines all classes. Once per process.
 void define();

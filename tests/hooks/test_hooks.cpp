@@ -2,13 +2,17 @@
 #include "platform/toolkit/Frames.h"
 #include "plugin/hooks/hookTable.h"
 #include "plugin/hooks/loadSteps.h"
+#include "plugin/host/adapters/vlOLWordMailEditor.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
+#include "plugin/workflow/vlCalendarActionMgr.h"
+#include "plugin/workflow/vlMeetingMgr.h"
 #include "plugin/workflow/workflowPorts.h"
 #include "tests/hooks/HookedHost.h"
 
 #include <QDir>
 #include <QLabel>
 #include <QTemporaryDir>
+#include <functional>
 #include <gtest/gtest.h>
 
 using namespace hookedhost;
@@ -17,12 +21,14 @@ namespace {
 
 const QString olderHeader = QStringLiteral("OLCalendarHeaderContainerView");
 const QString newerHeader = QStringLiteral("OLAutoLayoutAttachmentsAcceptingView");
+const QString meeting = QStringLiteral("{\"meetingKey\": \"840000017\"}");
 
 // One strip for one editor; notes what the hooks ask of it.
 class FakeStrip : public EditorStrip {
 public:
     DataStatus status = DataStatus::NothingToDo;
     QStringList asked;
+    std::function<void()> whenAsked;
     [[nodiscard]] QString getAppointmentWindowID() const override { return QStringLiteral("w"); }
     [[nodiscard]] rt::Object *editorWindowController() const override { return nullptr; }
     [[nodiscard]] rt::Object *editorViewController() const override { return nullptr; }
@@ -31,6 +37,8 @@ public:
     [[nodiscard]] bool isApptDirty() const override { return false; }
     void setOLUIAction(HostAction action) override {
         asked << QStringLiteral("action %1").arg(quint32(action));
+        if (whenAsked)
+            whenAsked();
     }
     [[nodiscard]] HostAction getOLUIAction() const override { return HostAction::None; }
     [[nodiscard]] DataStatus getVlDataStatus() override { return status; }
@@ -92,6 +100,7 @@ protected:
         WorkflowPorts::instance().strips = &strips;
         calls().clear();
         answers().clear();
+        during() = nullptr;
     }
     void TearDown() override { WorkflowPorts::instance() = {}; }
 
@@ -145,19 +154,18 @@ TEST_F(HooksTest, OnlyTheVeryHeaderClassGetsAStrip) {
 
 TEST_F(HooksTest, TheStripIsPlacedByTheHeadersRightEdgeAndItsTimeZoneRow) {
     const struct {
-        double width;
+        int x, width;
         bool timeZone;
         QRectF expected;
     } cases[] = {
-        {800, false, {460, -10, 330, 70}},
-        {900, true, {490, 13, 400, 70}},
-        {1000, true, {590, 13, 400, 70}},
-        {1000, false, {590, -10, 400, 70}},
+        {0, 800, false, {460, -10, 330, 70}},   {0, 900, true, {490, 13, 400, 70}},
+        {0, 1000, true, {590, 13, 400, 70}},    {0, 1000, false, {590, -10, 400, 70}},
+        {100, 800, false, {490, -10, 400, 70}},
     };
     for (const QString &name : {olderHeader, newerHeader}) {
         for (const auto &one : cases) {
             View header(name);
-            header.resize(int(one.width), 120);
+            header.setGeometry(one.x, 0, one.width, 120);
             View row(QStringLiteral("OLAutoLayoutView"), &header);
             QLabel label(QStringLiteral("Time zone:"), &row);
             row.setVisible(one.timeZone);
@@ -168,6 +176,45 @@ TEST_F(HooksTest, TheStripIsPlacedByTheHeadersRightEdgeAndItsTimeZoneRow) {
             EXPECT_EQ(calls().size(), 1) << "the host draws first";
         }
     }
+}
+
+TEST_F(HooksTest, TheFirstTimeZoneLabelOfARowDecidesAndNoOtherText) {
+    const struct {
+        const char *first, *second;
+        bool firstShown, secondShown;
+        double y;
+    } cases[] = {
+        {"Time zone:", "Time zone:", false, true, -10},
+        {"Time zone:", "Time zone:", true, false, 13},
+        {"Ends:", "Time zone:", true, true, 13},
+        {"time zone:", "Time zone", true, true, -10},
+    };
+    for (const QString &name : {olderHeader, newerHeader}) {
+        for (const auto &one : cases) {
+            View header(name);
+            header.setGeometry(0, 0, 1000, 120);
+            vlActionAdditionView placed(g_vlAdditionViewFrame, &header);
+            QLabel outside(QStringLiteral("Time zone:"), &header); // not in a row
+            View row(QStringLiteral("OLAutoLayoutView"), &header);
+            QLabel first(one.first, &row), second(one.second, &row);
+            outside.show();
+            row.show();
+            first.setVisible(one.firstShown);
+            second.setVisible(one.secondShown);
+            rt::send(&header, "drawRect:", QRectF(header.rect()));
+            EXPECT_EQ(platform::bottomLeftFrame(&placed).y(), one.y) << qPrintable(name) << one.first;
+        }
+    }
+}
+
+TEST_F(HooksTest, ASubclassOfTheHeaderKeepsItsStripWhereItIs) {
+    View subclass(rt::defineClass(QStringLiteral("AnotherSubclass"), rt::classNamed(olderHeader))->name());
+    subclass.setGeometry(0, 0, 1000, 120);
+    vlActionAdditionView strip(g_vlAdditionViewFrame, &subclass);
+    const QRect before = strip.geometry();
+    rt::send(&subclass, "drawRect:", QRectF(subclass.rect()));
+    EXPECT_EQ(strip.geometry(), before);
+    EXPECT_EQ(calls().size(), 1);
 }
 
 TEST_F(HooksTest, TheRowsOfTheNewerHeaderDoNotPaintThemselves) {
@@ -229,9 +276,89 @@ TEST_F(HooksTest, ChangesOfAnAppointmentWithoutAMeetingAreTheHostsAlone) {
     EXPECT_TRUE(desktop.bus->posted().isEmpty());
 }
 
-TEST_F(HooksTest, DeletingAMeetingWithoutAClientKeepsTheAppointment) {
-    Thing event("ECCalendarEvent");
-    event.capabilities = QStringLiteral("{\"meetingKey\": \"840000017\"}");
-    EXPECT_EQ(rt::send(&event, "deleteEventNow"), rt::Value(false));
-    EXPECT_TRUE(calls().isEmpty());
+// The events of a user are asked for at the client, which is not there; those of others need no asking.
+TEST_F(HooksTest, AMeetingGoesFromTheCalendarOnlyByTheAnswersThatTheHostWaitsFor) {
+    const struct {
+        bool isOwner, actionResult, deletes, cancels;
+    } cases[] = {{false, false, false, false},
+                 {false, true, true, true},
+                 {true, false, false, false},
+                 {true, true, false, true}};
+    for (const auto &one : cases) {
+        Thing event("ECCalendarEvent");
+        event.capabilities = meeting;
+        answers().insert(QStringLiteral("ECCalendarEvent isOwner"), one.isOwner);
+        answers().insert(QStringLiteral("ECCalendarEvent vl_ECCalendarEvent_deleteEventNow"), true);
+        vlCalendarActionMgr::sharedInstance().setActionResult(one.actionResult);
+        calls().clear();
+        EXPECT_EQ(rt::send(&event, "deleteEventNow"), rt::Value(one.deletes));
+        EXPECT_EQ(calls().size(), one.deletes);
+        calls().clear();
+        rt::send(&event, "cancelMeetingInWindow:", rt::Value());
+        EXPECT_EQ(calls().size(), one.cancels);
+    }
+}
+
+TEST_F(HooksTest, AChangeOnTheGridIsTheHostsOnlyWhenTheClientCouldBeAsked) {
+    Thing event("ECCalendarEvent"), controller("CCGridViewController"), grid("OLCalendarGridViewWrapper");
+    event.capabilities = meeting;
+    answers().insert(QStringLiteral("OLCalendarGridViewWrapper gridViewController"),
+                     rt::fromObject(&controller));
+    answers().insert(QStringLiteral("CCGridViewController selectedEvent"), rt::fromObject(&event));
+    for (const int row : {9, 10, 11}) {
+        const HookRow &hook = hookTable()[std::size_t(row) - 1];
+        for (const bool asks : {false, true}) {
+            answers().insert(QStringLiteral("ECCalendarEvent isOwner"), asks);
+            answers().insert(QStringLiteral("OLCalendarGridViewWrapper ") + hook.replacementSelector,
+                             QStringLiteral("the host's"));
+            calls().clear();
+            const rt::Value answer = rt::sendArgs(&grid, rt::Selector(hook.hostSelector), argumentsFor(hook));
+            EXPECT_EQ(answer, asks ? rt::Value(true) : rt::Value(QStringLiteral("the host's"))) << row;
+            EXPECT_EQ(calls().size(), asks ? 0 : 1) << row;
+        }
+    }
+}
+
+TEST_F(HooksTest, ARecordIsBroughtUpToDateBeforeTheHostStoresIt) {
+    vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
+    const QString stored = QStringLiteral("ECMutableCalendarEvent vl_ECMutableCalendarEvent_saveRecord(0)");
+    Thing record("ECMutableCalendarEvent");
+    for (const auto &[capabilities, expected] :
+         {std::pair{meeting, QStringList{"ECMutableCalendarEvent setLocation:(1)", stored}},
+          {QString(), QStringList{stored}}}) {
+        record.capabilities = capabilities;
+        manager.setOLNewLocation(QStringLiteral("Room https://join"));
+        calls().clear();
+        rt::send(&record, "saveRecord");
+        EXPECT_EQ(calls(), expected);
+        EXPECT_TRUE(manager.getOLNewLocation().isNull()); // either way the write-back has ended
+    }
+}
+
+TEST_F(HooksTest, TheBodyEditorIsKnownBeforeTheHostAttachesIt) {
+    Thing body("OLWordMailEditor");
+    rt::Object *known = nullptr;
+    during() = [&known] {
+        if (const vlOLWordMailEditor *adapter = vlMeetingMgr::sharedInstance().olWordMailEditor())
+            known = adapter->delegate();
+    };
+    rt::send(&editor, "hostWordMailEditor:", rt::fromObject(&body));
+    EXPECT_EQ(known, &body);
+}
+
+TEST_F(HooksTest, WhatDiesInTheMiddleOfAHookIsNotTouchedAgain) {
+    strips.strip = &strip;
+    for (const char *selector : {"save:", "saveAndCloseWindow:"}) {
+        auto dying = std::make_unique<Thing>("ERCalendarEventEditorViewController");
+        strip.whenAsked = [&dying] { dying.reset(); };
+        EXPECT_FALSE(rt::send(dying.get(), selector, true).isValid());
+        EXPECT_TRUE(calls().isEmpty()) << selector;
+    }
+    auto event = std::make_unique<Thing>("ECCalendarEvent");
+    during() = [&event] { event.reset(); };
+    rt::send(rt::classNamed(QStringLiteral("ERCalendarEventEditorWindowController")),
+             "showWindowForEvent:", rt::fromObject(event.get()));
+    EXPECT_EQ(event, nullptr);
+    desktop.runLoop->advance(0);
+    EXPECT_EQ(desktop.runLoop->pendingCount(), 0);
 }

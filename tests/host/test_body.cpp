@@ -100,6 +100,7 @@ TEST(Body, AFontTagBeforeTheBookmarkBeginsTheBlockWhenItsHeadIsNotFound) {
         {"Hi" + B + "old" + E + "Bye", "Hi" + indented + "Bye"},                           // no font tag
         {"Hi" + B + "old" + E + "<font size=2>Bye", "Hi" + indented + "<font size=2>Bye"}, // only behind it
         {"<font size=2><p class=x></p>\r\n<BR>" + B + "old" + E, indented},
+        {"Hi<font size=2>&nbsp; <b>&nbsp;" + B + "old" + E, "Hi" + indented}, // its blanks as entities
         // The font of something else.
         {"<font size=2>Mine</font><br>" + B + "old" + E, "<font size=2>Mine</font><br>" + indented},
         {"<font size=2><img src=x>" + B + "old" + E, "<font size=2><img src=x>" + indented},

@@ -105,6 +105,15 @@ TEST(Snapshot, DurationIsInWholeMinutesTowardZero) {
     }
 }
 
+TEST(Snapshot, DurationFromWhatIsNoDateIsNone) {
+    HostDate end("2026-11-24 09:00:00", QTimeZone::utc());
+    HostObject stranger("ECEmailAccount");
+    const QVariantMap snapshot =
+        snapshotOf({{"endTime", rt::fromObject(&end)}}, {{"content.startTime", rt::fromObject(&stranger)}});
+    EXPECT_EQ(snapshot.value(vl_ApptInfo_Duration), "0");
+    EXPECT_EQ(snapshot.value(vl_ApptInfo_StartTime), QVariantMap());
+}
+
 TEST(Snapshot, APendingEndCountsBeforeItIsSaved) {
     HostDate start("2026-11-24 09:00:00", QTimeZone::utc()), end("2026-11-24 09:30:00", QTimeZone::utc());
     HostDate moved("2026-11-24 10:30:00", QTimeZone::utc());

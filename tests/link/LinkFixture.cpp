@@ -97,10 +97,10 @@ void LinkTest::givenTheHost(const QString &version) {
 }
 
 void LinkTest::clientAnswers(const QString &actionId, const QString &content) {
-    platform::TextMap envelope{{VL_IPC_ACTION_ID, actionId}};
+    platform::TextMap envelope{{"actionId", actionId}};
     if (!content.isNull())
-        envelope.insert(VL_IPC_CONTENT, content);
-    desktop.bus->post(kIPCNotifyVelaClientToOutlookPlugin, QString(), envelope, true);
+        envelope.insert("content", content);
+    desktop.bus->post(clientsChannel, QString(), envelope, true);
     desktop.runLoop->advance(0);
 }
 
@@ -109,7 +109,7 @@ void LinkTest::clientAnswers(ClientAnswer answer, const QString &content) {
 }
 
 void LinkTest::agentAnswers(const platform::TextMap &envelope) {
-    desktop.bus->post(VL_IPC_PLUGINAGENT_TO_OUTLOOKPLUGIN, QString(), envelope, true);
+    desktop.bus->post("vOutlookPluginAgentToVOutlookPlugin", QString(), envelope, true);
     desktop.runLoop->advance(0);
 }
 

@@ -49,6 +49,7 @@ public:
 class LinkTest : public testing::Test {
 protected:
     static constexpr auto supportedVersion = "3.6.40487";
+    static constexpr auto clientsChannel = "VelaVideoClientToVelaOutlookPlugin_PRL";
 
     LinkTest();
     ~LinkTest() override;

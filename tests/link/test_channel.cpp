@@ -21,8 +21,7 @@ TEST_F(Channel, AnAnswerThatIsForNoRequestChangesNothing) {
     for (const char *actionId :
          {"5", "7", "8", "0", "-1", "10", "abc", "3x", "", "4294967297", "1e300", "nan", "inf"})
         clientAnswers(actionId, "12345;invitation");
-    desktop.bus->post(kIPCNotifyVelaClientToOutlookPlugin, QString(), {{"content", "12345;invitation"}},
-                      true);
+    desktop.bus->post(clientsChannel, QString(), {{"content", "12345;invitation"}}, true);
     desktop.runLoop->advance(0);
     EXPECT_TRUE(receiver.finished.isEmpty());
     EXPECT_TRUE(feedback.alerts.isEmpty());
@@ -51,8 +50,8 @@ TEST_F(Channel, ListenersGoWithTheirManagerAndMayOutliveTheBus) {
     int heard = 0;
     constexpr int others = 5; // among them one whose registration has the old one's number
     for (int i = 0; i < others; ++i) {
-        const auto observer = desktop.bus->addObserver(kIPCNotifyVelaClientToOutlookPlugin,
-                                                       [&heard](const QString &, const auto &) { ++heard; });
+        const auto observer =
+            desktop.bus->addObserver(clientsChannel, [&heard](const QString &, const auto &) { ++heard; });
         EXPECT_NE(observer, 0U);
     }
     second.reset();

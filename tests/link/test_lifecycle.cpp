@@ -217,7 +217,7 @@ TEST_F(Lifecycle, ReadsShowProgressOnlyWhenAskedTo) {
     manager.getMeeting(window.get(), {{vl_MeetingKey, "77"}});
     EXPECT_EQ(feedback.shownEver, 0);
     EXPECT_EQ(posted(kIPCNotifyOutlookPluginToVelaClient).size(), 3);
-    manager.getUserProfile(window.get(), {{vl_API_Call_Para_ShowCommunicationDlg, qint64(1)}});
+    manager.getUserProfile(window.get(), {{"showCommunicationDlg", qint64(1)}});
     EXPECT_EQ(feedback.shownEver, 1);
     manager.getUserProfile(window.get());
     EXPECT_EQ(feedback.shownEver, 1);

@@ -77,6 +77,23 @@ TEST_F(Accounts, DialInTextsHaveTheExactFormThatIsLookedForLater) {
     }
 }
 
+// As the client puts them on the wire, byte by byte: the numbers of the fields are its, not ours.
+TEST_F(Accounts, AreFoundUnderTheClientsFieldNumbers) {
+    const QByteArray tollNumber = QByteArray::fromHex("12 09 0a025553 2203323132");     // "US", "212"
+    const QByteArray tollFreeNumber = QByteArray::fromHex("1a 09 0a024445 2203383030"); // "DE", "800"
+    const QByteArray account = QByteArray::fromHex("08 4d") + tollNumber + tollFreeNumber +
+                               QByteArray::fromHex("22 02 4869"); // 77, "Hi"
+    const QByteArray accounts = '\x0a' + QByteArray(1, char(account.size())) + account;
+    // No required field 1; before it a text (field 2), behind it a phone number record (field 36).
+    const QByteArray answer = QByteArray::fromHex("12 01 78 8a02") + QByteArray(1, char(accounts.size())) +
+                              accounts + QByteArray::fromHex("a202 02 0801");
+    helper.setPACInfo(EncodeUtils::base64Encode(answer));
+    EXPECT_EQ(helper.pacCount(), 1);
+    EXPECT_EQ(helper.pacMeetingID(1), "77");
+    EXPECT_EQ(helper.pacDialInNumber(1), "800 (DE Toll Free)\r\n212 (US Toll)\r\n");
+    EXPECT_EQ(helper.invitationMail(1), "Hi");
+}
+
 TEST_F(Accounts, AreCountedFromOneAndUnknownOnesAreEmpty) {
     helper.setPACInfo(twoAccounts());
     EXPECT_EQ(helper.pacCount(), 2);

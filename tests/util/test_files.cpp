@@ -78,6 +78,7 @@ TEST_F(Files, AMoveReplacesItsTargetAndLosesNothingElse) {
     EXPECT_FALSE(vlMoveFile(at("a"), at("b")));
     EXPECT_FALSE(vlMoveFile(at("b"), at("b")));
     EXPECT_FALSE(vlMoveFile(at("b"), folder.path()));
+    EXPECT_FALSE(vlMoveFile(folder.path(), at("b")));
     EXPECT_EQ(contents(at("b")), "new");
 }
 

@@ -47,6 +47,8 @@ TEST_F(Views, TheSearchGoesDepthFirstAndNotIntoWhatItFound) {
     auto *outer = new HostView("TestCell", &window);
     new HostView("TestCell", outer);
     new HostView("TestRoot", &window);
+    auto *sheet = new QWidget(&window, Qt::Dialog);
+    new HostView("TestCell", sheet);
     auto *last = new HostView("TestCell", &window);
     QList<QWidget *> found;
     vlOLUtils::GetSubViewOfKind(&window, "TestCell", found);

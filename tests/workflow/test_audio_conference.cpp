@@ -28,7 +28,8 @@ TEST_F(AudioConference, IsWrittenIntoBodyAndLocationAfterUserAndAccountsAreRead)
     EXPECT_EQ(appointment->location(), "Room R 800-1 (US Toll Free), 111");
     EXPECT_EQ(editor->locationField()->text(), appointment->location());
     EXPECT_TRUE(editor->body().contains("Dial 800-1"));
-    EXPECT_TRUE(alerts.messages.isEmpty() && strip->shown.isEmpty()); // nothing was tried before they were there
+    EXPECT_TRUE(alerts.messages.isEmpty() &&
+                strip->shown.isEmpty()); // nothing was tried before they were there
     EXPECT_EQ(manager().state(), StateAudioConference);
 
     manager().sendVlMeetingCommand(CmdAddAudioConference2, strip.get()); // all is known now

@@ -50,6 +50,13 @@ TEST_F(Calendar, AMoveKeepsTheLength) {
     EXPECT_EQ(client.last().key, key);
 }
 
+TEST_F(Calendar, AnEditorInTheGridsOwnWindowLearnsOfTheDrag) {
+    givenAnAppointment();
+    strip->window = grid.window();
+    calendar().updateStartTime(grid.wrapper(), &noon);
+    EXPECT_EQ(strip->action, HostAction::CalendarDrag);
+}
+
 TEST_F(Calendar, ARenameLeavesTheDatesAsTheyAre) {
     for (const QString &subject : {QString("New name"), QString("")}) {
         EXPECT_EQ(calendar().updateSubject(grid.wrapper(), subject), 0);

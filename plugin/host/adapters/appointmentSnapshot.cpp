@@ -48,9 +48,10 @@ QVariantMap vlECCalendarEvent::dateRecord(const QString &key) const {
 }
 
 QString vlECCalendarEvent::getVlDuration() const {
-    rt::Object *start = rt::objectValue(getOneMergedItem(olItem_startTime));
+    const vlOLCalendarDate start(rt::objectValue(getOneMergedItem(olItem_startTime)));
     const vlOLCalendarDate end(rt::objectValue(getOneMergedItem(olItem_endTime)));
-    return QString::number(wholeMinutes(end.timeIntervalSinceDate(start)));
+    // Only a date goes to the host, which does not test what it is given.
+    return QString::number(wholeMinutes(end.timeIntervalSinceDate(start.delegate())));
 }
 
 QVariantList vlECCalendarEvent::getVlAttendeesData() const {

@@ -21,13 +21,18 @@ qsizetype lastIndexIn(QStringView text, const QString &part) {
     return text.lastIndexOf(part, -1, Qt::CaseInsensitive);
 }
 
-// Whether nothing that a person could have put there is in the HTML: blanks and tags that only format.
+// Whether nothing that a person could have put there is in the HTML: blanks, which the host may have written
+// as entities, and tags that only format.
 bool isOnlyFormatting(QStringView html) {
     static const QStringList formatting = {"b", "br", "div", "font", "i", "p", "span", "u"};
     qsizetype at = 0;
     while (at < html.size()) {
         if (html[at].isSpace()) {
             ++at;
+            continue;
+        }
+        if (html.sliced(at).startsWith(HTML_NBSP_TAG)) {
+            at += HTML_NBSP_TAG.size();
             continue;
         }
         const qsizetype close = html.indexOf(u'>', at);
