@@ -80,6 +80,7 @@ private:
 
     bool pickAppointments();
     bool addMeeting();
+    [[nodiscard]] bool isAttached() const;
     [[nodiscard]] mailhost::Appointment inFile(const QString &uid) const;
     [[nodiscard]] QJsonObject record(const QString &uid) const;
     [[nodiscard]] QWidget *editor() const;
@@ -239,6 +240,15 @@ bool Road::launchTheClient() {
                         QStringLiteral("\"%1\" starts it in a process of its own").arg(launchButton));
 }
 
+// Shown by the strip and written into the appointment.
+bool Road::isAttached() const {
+    return Walk::waitFor([this] { return stripButton(removeButton) != nullptr; }) && Walk::waitFor([this] {
+               return control<QLineEdit>(controls::locationField)
+                   ->text()
+                   .contains(QStringLiteral("https://"));
+           });
+}
+
 bool Road::addThroughTheSheet() {
     auto *body = control<QTextEdit>(controls::bodyEditor);
     if (!click(body->viewport()))
@@ -252,10 +262,7 @@ bool Road::addThroughTheSheet() {
     m_walk->picture(QApplication::activeModalWidget(), QStringLiteral("settings-sheet"));
     click(shown(QStringLiteral("enableJBHButton")));
     click(shownButton(QStringLiteral("Continue")));
-    const bool attached =
-        Walk::waitFor([this] { return stripButton(removeButton) != nullptr; }) && Walk::waitFor([this] {
-            return control<QLineEdit>(controls::locationField)->text().contains(QStringLiteral("https://"));
-        });
+    const bool attached = isAttached();
     m_walk->picture(editor(), QStringLiteral("editor-with-meeting"));
     m_walk->step(attached && m_walk->sentSinceMark(meetingAction, schedulePrefix) == 1,
                  QStringLiteral("confirmed, the meeting is scheduled once and is in the appointment"));
@@ -359,7 +366,7 @@ bool Road::send() {
     if (!m_walk->step(open(m_meetingUid), QStringLiteral("a meeting with attendees opens")) || !addMeeting())
         return false;
     click(shownButton(QStringLiteral("Continue")));
-    if (!Walk::waitFor([this] { return stripButton(removeButton) != nullptr; }))
+    if (!isAttached())
         return m_walk->step(false, QStringLiteral("the meeting is added"));
     Walk::settle();
     m_walk->picture(editor(), QStringLiteral("meeting-with-attendees"));
