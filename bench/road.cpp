@@ -1,7 +1,9 @@
-// What the plug-in itself costs: from the click on its button to the saved appointment, and for each drawing of the header.
+// What the plug-in itself costs: from the click on its button to the saved appointment, and for each drawing
+// of the header.
 //
-// The client answers inside the process, so no bus is in these times: they are what stands above the round trips. They hold
-// the client's own work, the host's windows and its writing of the file too, so that the plug-in's own share is smaller.
+// The client answers inside the process, so no bus is in these times: they are what stands above the round
+// trips. They hold the client's own work, the host's windows and its writing of the file too, so that the
+// plug-in's own share is smaller.
 #include "plugin/hooks/hookTable.h"
 #include "standin/mailhost/windows/HeaderViews.h"
 #include "tests/roads/Desk.h"
@@ -14,7 +16,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-double secondsSince(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
+double secondsSince(Clock::time_point start) {
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
 
 void addAndSave(benchmark::State &state) {
     const QString version = QString::number(state.range(0));
@@ -46,8 +50,9 @@ void hostSavesAlone(benchmark::State &state) {
     }
 }
 
-// Sends the selector that draws the header: the hooked one, or the one under which the host's own drawing is reached. The
-// view is not being painted, so the host's drawing itself costs nothing and the difference is the hook.
+// Sends the selector that draws the header: the hooked one, or the one under which the host's own drawing is
+// reached. The view is not being painted, so the host's drawing itself costs nothing and the difference is
+// the hook.
 void headerDrawing(benchmark::State &state, bool hooked) {
     const bool newer = state.range(0) == 16;
     roads::Desk desk(QString::number(state.range(0)));
@@ -60,8 +65,12 @@ void headerDrawing(benchmark::State &state, bool hooked) {
         benchmark::DoNotOptimize(rt::send(header, selector, rect));
 }
 
-void headerHooked(benchmark::State &state) { headerDrawing(state, true); }
-void headerHostAlone(benchmark::State &state) { headerDrawing(state, false); }
+void headerHooked(benchmark::State &state) {
+    headerDrawing(state, true);
+}
+void headerHostAlone(benchmark::State &state) {
+    headerDrawing(state, false);
+}
 
 BENCHMARK(addAndSave)->Arg(15)->Arg(16)->UseManualTime()->Iterations(30)->Unit(benchmark::kMillisecond);
 BENCHMARK(hostSavesAlone)->Arg(15)->Arg(16)->UseManualTime()->Iterations(30)->Unit(benchmark::kMillisecond);

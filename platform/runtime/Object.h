@@ -18,8 +18,12 @@ class Class;
 class Args {
 public:
     constexpr Args() = default;
-    Args(const Value *data, int count) : m_data(data), m_count(count) {}
-    Args(const std::vector<Value> &values) : m_data(values.data()), m_count(int(values.size())) {}
+    Args(const Value *data, int count)
+        : m_data(data)
+        , m_count(count) {}
+    Args(const std::vector<Value> &values)
+        : m_data(values.data())
+        , m_count(int(values.size())) {}
     [[nodiscard]] int count() const { return m_count; }
     [[nodiscard]] const Value &operator[](int index) const;
     [[nodiscard]] const Value *data() const { return m_data; }
@@ -39,11 +43,13 @@ struct Method {
     QByteArray signature; // the platform's type encoding, kept as given
 };
 
-// The base of every object that can be reached by name. An object has one class for its whole life. Destroying it
-// turns every Weak reference to it to none. An Object may at the same time be a QWidget (multiple inheritance).
+// The base of every object that can be reached by name. An object has one class for its whole life.
+// Destroying it turns every Weak reference to it to none. An Object may at the same time be a QWidget
+// (multiple inheritance).
 class Object {
 public:
-    explicit Object(Class *isa) : m_isa(isa) {}
+    explicit Object(Class *isa)
+        : m_isa(isa) {}
     virtual ~Object();
     Object(const Object &) = delete;
     Object &operator=(const Object &) = delete;
@@ -71,7 +77,9 @@ template<typename T = Object>
 class Weak : WeakBase {
 public:
     Weak() = default;
-    Weak(T *object) : WeakBase(object), m_object(object) {}
+    Weak(T *object)
+        : WeakBase(object)
+        , m_object(object) {}
     [[nodiscard]] T *get() const { return alive() ? m_object : nullptr; }
     explicit operator bool() const { return get() != nullptr; }
 
@@ -79,8 +87,8 @@ private:
     T *m_object = nullptr;
 };
 
-// A class: a name, a superclass, a table of instance methods, and a metaclass whose table holds the class methods.
-// Classes are objects; they live as long as the process.
+// A class: a name, a superclass, a table of instance methods, and a metaclass whose table holds the class
+// methods. Classes are objects; they live as long as the process.
 class Class final : public Object {
 public:
     [[nodiscard]] const QString &name() const { return m_name; }

@@ -8,16 +8,16 @@
 
 namespace rt {
 
-// Makes a class. The superclass may be nullptr (a root). Answers the existing class when the name is taken and has the
-// same superclass, nullptr when it is taken with another one or the name is empty.
+// Makes a class. The superclass may be nullptr (a root). Answers the existing class when the name is taken
+// and has the same superclass, nullptr when it is taken with another one or the name is empty.
 Class *defineClass(const QString &name, Class *superclass = nullptr);
 // The class of that name; nullptr when there is none.
 [[nodiscard]] Class *classNamed(const QString &name);
 // Its metaclass, in whose table the class methods are; nullptr when there is none.
 [[nodiscard]] Class *metaclassNamed(const QString &name);
 
-// Adds a method to the class itself. False, and nothing changed, when this very class already has one under that
-// selector, or an argument is missing. Add class methods to the metaclass.
+// Adds a method to the class itself. False, and nothing changed, when this very class already has one under
+// that selector, or an argument is missing. Add class methods to the metaclass.
 bool addMethod(Class *cls, Selector selector, Implementation implementation, const char *signature);
 bool addMethod(Class *cls, const char *selector, Implementation implementation, const char *signature);
 
@@ -25,15 +25,15 @@ bool addMethod(Class *cls, const char *selector, Implementation implementation, 
 [[nodiscard]] Method *instanceMethod(Class *cls, Selector selector);
 [[nodiscard]] Method *classMethod(Class *cls, Selector selector);
 
-// Swaps the implementations of two method entries. What inherits an entry sees the exchange. False, and nothing
-// changed, when either is missing.
+// Swaps the implementations of two method entries. What inherits an entry sees the exchange. False, and
+// nothing changed, when either is missing.
 bool exchangeImplementations(Method *a, Method *b);
 
 [[nodiscard]] bool isKindOf(const Object *object, const Class *cls);
 [[nodiscard]] bool respondsTo(Object *object, Selector selector);
 
-// Calls the method that the object's class has under the selector. No value when the object is nullptr, has no such
-// method, or the number of arguments is not the selector's.
+// Calls the method that the object's class has under the selector. No value when the object is nullptr, has
+// no such method, or the number of arguments is not the selector's.
 Value sendArgs(Object *object, Selector selector, Args arguments);
 // The same, starting the lookup at `start`, for a method that calls what its superclass does.
 Value sendSuper(Object *object, Class *start, Selector selector, Args arguments);
@@ -52,8 +52,9 @@ Value send(Object *object, const char *selector, A &&...arguments) {
     return send(object, Selector(selector), std::forward<A>(arguments)...);
 }
 
-// Keeps a temporary object alive until the current turn of the main event loop has ended (or, in a test without one,
-// until drainTemporaries()). For results that a method hands out and that nobody owns. Answers the object.
+// Keeps a temporary object alive until the current turn of the main event loop has ended (or, in a test
+// without one, until drainTemporaries()). For results that a method hands out and that nobody owns. Answers
+// the object.
 Object *temporary(std::unique_ptr<Object> object);
 template<typename T>
 T *temporary(std::unique_ptr<T> object) {

@@ -1,6 +1,7 @@
 // Interned selectors: the names by which methods are found.
 #pragma once
 
+#include <QHashFunctions>
 #include <QString>
 #include <cstdint>
 
@@ -9,7 +10,7 @@ namespace rt {
 namespace detail {
 struct SelectorEntry {
     QString name;
-    int argumentCount; // number of ':' in the name
+    int argumentCount;  // number of ':' in the name
     std::uint32_t hash; // spread over the bits that a class's cache uses
 };
 } // namespace detail

@@ -13,8 +13,9 @@ namespace rt {
 class Object;
 
 // No value: the invalid QVariant. The null marker: nullMarker(). Text: QString (a null QString is no text,
-// an empty one is ""). Dictionaries: QVariantMap. Arrays: QVariantList. Bytes: QByteArray. Instants: QDateTime.
-// Time zones: QTimeZone. Host objects: rt::Object *. Windows and views: QWidget *. Rectangles: QRectF.
+// an empty one is ""). Dictionaries: QVariantMap. Arrays: QVariantList. Bytes: QByteArray. Instants:
+// QDateTime. Time zones: QTimeZone. Host objects: rt::Object *. Windows and views: QWidget *. Rectangles:
+// QRectF.
 using Value = QVariant;
 
 // The marker that stands in a dictionary for "set to nothing", which is not the same as not being there.
@@ -23,11 +24,12 @@ using Value = QVariant;
 // Neither no value, nor the null marker, nor a null text, nor a null pointer.
 [[nodiscard]] bool isPresent(const Value &value);
 
-// "Reads as true": a boolean by itself, a number when not 0, a text when it is "YES", "true" (any case) or begins
-// with an integer other than 0. Everything else, no value and the null marker included, reads as false.
+// "Reads as true": a boolean by itself, a number when not 0, a text when it is "YES", "true" (any case) or
+// begins with an integer other than 0. Everything else, no value and the null marker included, reads as
+// false.
 [[nodiscard]] bool boolValue(const Value &value);
-// The integer of a value: numbers truncated toward zero, booleans 1 or 0, a text its leading integer (blanks before
-// it are skipped, out of range gives the nearest limit), everything else 0.
+// The integer of a value: numbers truncated toward zero, booleans 1 or 0, a text its leading integer (blanks
+// before it are skipped, out of range gives the nearest limit), everything else 0.
 [[nodiscard]] qint64 integerValue(const Value &value);
 // Likewise as a floating-point number; not-a-number never comes out (0 instead).
 [[nodiscard]] double doubleValue(const Value &value);
@@ -37,11 +39,12 @@ using Value = QVariant;
 [[nodiscard]] QVariantMap mapValue(const Value &value);
 [[nodiscard]] QVariantList listValue(const Value &value);
 
-// The host object in a value: an Object *, or a widget that is one. nullptr otherwise. Not owned; may die at any time.
+// The host object in a value: an Object *, or a widget that is one. nullptr otherwise. Not owned; may die at
+// any time.
 [[nodiscard]] Object *objectValue(const Value &value);
 // The widget in a value: a QWidget *, or an object that is one. nullptr otherwise. Not owned.
 [[nodiscard]] QWidget *widgetValue(const Value &value);
-[[nodiscard]] Value fromObject(Object *object); // no value for nullptr
+[[nodiscard]] Value fromObject(Object *object);  // no value for nullptr
 [[nodiscard]] Value fromWidget(QWidget *widget); // no value for nullptr
 
 // The identifier of an object: "%x" of the low 32 bits of its address; a null text for nullptr.

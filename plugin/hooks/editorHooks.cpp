@@ -117,8 +117,8 @@ rt::Value editorRecurrenceEnded(rt::Object *self, rt::Selector, rt::Args argumen
 }
 
 rt::Value editorHostWordMailEditor(rt::Object *self, rt::Selector, rt::Args arguments) {
-    guarded("taking the body editor", [&arguments] {
-        vlMeetingMgr::sharedInstance().setOLWordMailEditor(rt::objectValue(arguments[0]));
+    guarded("taking the body editor", [&arguments, self] {
+        vlMeetingMgr::sharedInstance().setOLWordMailEditor(rt::objectValue(arguments[0]), self);
     });
     return callHost(rowHostWordMailEditor, self, arguments);
 }

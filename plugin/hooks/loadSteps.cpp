@@ -6,6 +6,7 @@
 #include "plugin/link/vlAppHelper.h"
 #include "plugin/link/vlGetClientVersionHelper.h"
 #include "plugin/ui/dialogs/vlAlertHelper.h"
+#include "plugin/ui/toolbar/vlCommandItemMgr.h"
 
 namespace {
 
@@ -29,6 +30,10 @@ bool askForClientVersion() {
     return hostIsSupported();
 }
 
+void takeTheApplication() {
+    vlCommandItemMgr::sharedInstance().initPluginInstance();
+}
+
 const LoadStep steps[] = {
     {"vlHookOLCalendarHeaderContainerView", 1, 1, hostIsSupportedElseTell, nullptr},
     {"vlHookOLAutoLayoutAttachmentsAcceptingView", 2, 3, nullptr, nullptr},
@@ -39,7 +44,7 @@ const LoadStep steps[] = {
     {"vlHookECCalendarEvent", 14, 15, nullptr, nullptr},
     {"vlHookOLAutoLayoutView", 16, 16, nullptr, nullptr},
     {"vlHookOLCalendarEventViewResponder", 17, 17, nullptr, nullptr},
-    {"vlHookERageMainWindowController", 18, 20, askForClientVersion, nullptr},
+    {"vlHookERageMainWindowController", 18, 20, askForClientVersion, takeTheApplication},
     {"vlHookERCalendarEventEditorViewController", 21, 30, nullptr, nullptr},
     {"vlHookECMutableCalendarEvent", 31, 32, nullptr, nullptr},
 };

@@ -3,5 +3,7 @@
 #include "plugin/load/pluginLoad.h"
 
 namespace {
-__attribute__((constructor)) void onLibraryOpened() { rt::addLoadMethod(loadPlugin); }
+__attribute__((constructor)) void onLibraryOpened() {
+    rt::addLoadMethod(loadPlugin);
+}
 } // namespace

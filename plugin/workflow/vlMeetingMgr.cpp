@@ -99,12 +99,22 @@ void vlMeetingMgr::setScheduleForEmail(const QString &email) {
     vlMeetingDataMgr::sharedInstance().setScheduleForEmail(email);
 }
 
-void vlMeetingMgr::setOLWordMailEditor(rt::Object *bodyEditor) {
+void vlMeetingMgr::setOLWordMailEditor(rt::Object *bodyEditor, rt::Object *editor) {
     m_olWordMailEditor = std::make_unique<vlOLWordMailEditor>(bodyEditor);
+    m_bodyEditorHasOwner = editor != nullptr;
+    std::erase_if(m_knownBodyEditors, [editor](const KnownBodyEditor &known) {
+        return !known.editor || !known.bodyEditor || known.editor.get() == editor;
+    });
+    if (editor && bodyEditor)
+        m_knownBodyEditors.push_back(
+            {rt::Weak<>(editor), rt::Weak<>(bodyEditor), std::make_unique<vlOLWordMailEditor>(bodyEditor)});
 }
 
-vlOLWordMailEditor *vlMeetingMgr::olWordMailEditor() const {
-    return m_olWordMailEditor.get();
+vlOLWordMailEditor *vlMeetingMgr::bodyEditorOf(const rt::Object *editor) const {
+    for (const KnownBodyEditor &known : m_knownBodyEditors)
+        if (editor && known.editor.get() == editor)
+            return known.adapter.get();
+    return m_bodyEditorHasOwner ? nullptr : m_olWordMailEditor.get();
 }
 
 QString vlMeetingMgr::getMailBodyWithVelaContentFor1520(const QString &body, const QString &emailBody,

@@ -11,6 +11,7 @@
 #include <QVariantMap>
 #include <memory>
 #include <span>
+#include <vector>
 
 class EditorStrip;
 class vlECCalendarEvent;
@@ -120,8 +121,12 @@ public:
     void setOLNewBody(const QString &html) override { m_olNewBody = html; }
 
     // For the body's editing.
-    void setOLWordMailEditor(rt::Object *bodyEditor); // makes the adapter; it may outlive the body editor
-    [[nodiscard]] vlOLWordMailEditor *olWordMailEditor() const override;
+    // Makes the adapter on the body editor that is in use from now on. With the appointment editor that it
+    // belongs to, it is also remembered for that one: with several editors open, an answer for one that is
+    // not in front must not be written into another's body. Neither is kept alive.
+    void setOLWordMailEditor(rt::Object *bodyEditor, rt::Object *editor = nullptr);
+    [[nodiscard]] vlOLWordMailEditor *olWordMailEditor() const { return m_olWordMailEditor.get(); }
+    [[nodiscard]] vlOLWordMailEditor *bodyEditorOf(const rt::Object *editor) const override;
     [[nodiscard]] QString getMailBodyWithVelaContentFor1520(const QString &body, const QString &emailBody,
                                                             bool isHTMLBody) const override;
     [[nodiscard]] QString encodeMailBody() const override;
@@ -172,7 +177,14 @@ private:
     QString m_joinURL;
     QString m_olNewLocation;
     QString m_vlLocation; // the meeting's part of m_olNewLocation
+    struct KnownBodyEditor {
+        rt::Weak<> editor;
+        rt::Weak<> bodyEditor;
+        std::unique_ptr<vlOLWordMailEditor> adapter;
+    };
     std::unique_ptr<vlOLWordMailEditor> m_olWordMailEditor;
+    bool m_bodyEditorHasOwner = false; // of m_olWordMailEditor
+    std::vector<KnownBodyEditor> m_knownBodyEditors;
     QString m_olNewBody;
     QString m_joinURLFromProperty; // of the stored record before this write-back
 

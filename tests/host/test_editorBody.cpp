@@ -15,7 +15,7 @@ namespace {
 // Stands for the workflow.
 class Holder : public BodyEditorHolder {
 public:
-    vlOLWordMailEditor *olWordMailEditor() const override { return editor.get(); }
+    vlOLWordMailEditor *bodyEditorOf(const rt::Object *) const override { return editor.get(); }
     void setOLNewBody(const QString &html) override { written = html; }
     QString getMailBodyWithVelaContentFor1520(const QString &body, const QString &invitation,
                                               bool isHTML) const override {

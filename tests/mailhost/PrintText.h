@@ -4,4 +4,6 @@
 #include <QString>
 #include <ostream>
 
-inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << qPrintable(text) << '"'; }
+inline void PrintTo(const QString &text, std::ostream *out) {
+    *out << '"' << qPrintable(text) << '"';
+}

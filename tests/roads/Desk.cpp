@@ -6,6 +6,7 @@
 #include "plugin/load/pluginLoad.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
 #include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
+#include "plugin/ui/toolbar/vlCommandItemMgr.h"
 #include "plugin/workflow/workflowSession.h"
 #include "standin/mailhost/windows/ControlNames.h"
 
@@ -103,6 +104,7 @@ Desk::Desk(const QString &hostVersion, mailhost::BookmarkMangling mangling) {
     m_host->start();
     loadPlugin();
     fillPluginPorts();
+    vlCommandItemMgr::sharedInstance().initPluginInstance(); // the host of this desk, not of an earlier one
     QString error;
     EXPECT_TRUE(m_host->openCalendar(&error)) << qPrintable(error);
     m_host->show();

@@ -1,4 +1,5 @@
 #include "plugin/ui/strip/vlActionAdditionView.h"
+#include "plugin/ui/toolbar/vlCommandItemMgr.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "tests/roads/Desk.h"
 
@@ -142,11 +143,54 @@ TEST_P(MainRoad, TwoEditorsKeepTheirOwnStripsAndMeetings) {
     EXPECT_NE(Desk::stripOf(first), Desk::stripOf(second));
 }
 
+TEST_P(MainRoad, AnAnswerForTheEditorBehindIsNotWrittenIntoTheBodyInFront) {
+    mailhost::EditorWindow *behind = desk.open(Desk::plain);
+    mailhost::EditorWindow *front = desk.open(Desk::other);
+    desk.addMeeting(behind);
+    front->activateWindow();
+    front->viewController()->attachBodyEditor();
+    desk.settle();
+    desk.pressSave(behind);
+    EXPECT_TRUE(desk.inFile(Desk::plain).bodyHtml.contains(QStringLiteral("MacVlBookmarkBegin")));
+    EXPECT_FALSE(front->viewController()->uncommittedChanges().contains(QStringLiteral("content.body")));
+    EXPECT_FALSE(front->viewController()->isDirty());
+}
+
 TEST_P(MainRoad, AnAppointmentWithoutAMeetingSavesAsWithoutThePlugin) {
     mailhost::EditorWindow *editor = desk.open(Desk::other);
     desk.forget();
     desk.typeSubject(editor, QStringLiteral("Renamed"));
     desk.pressSave(editor);
     EXPECT_EQ(desk.inFile(Desk::other).summary, QStringLiteral("Renamed"));
+    EXPECT_TRUE(desk.desktop().bus->posted().isEmpty());
+}
+
+TEST_P(MainRoad, ANewMeetingOpenedForItAddsTheMeetingByItself) {
+    vlCommandItemMgr::sharedInstance().SendToolbarItemCommand(qint32(ToolbarCommand::ScheduleNewMeeting));
+    desk.settle();
+    const auto open = mailhost::EditorWindowController::open();
+    ASSERT_EQ(open.size(), 1);
+    ASSERT_TRUE(Desk::sheetIsUp());
+    desk.confirmSheet();
+    EXPECT_EQ(Desk::stripOf(open.first()->editorWindow())->uiStatus(), StripState::MeetingAttached);
+    EXPECT_TRUE(platform::services().mainThreadDictionary.isEmpty());
+}
+
+TEST_P(MainRoad, AnInstantMeetingAndTheLogFolderNeedNoEditor) {
+    vlCommandItemMgr &commands = vlCommandItemMgr::sharedInstance();
+    for (const auto &[video, type] : {std::pair{"1", "groupVideo"}, {"0", "groupShare"}}) {
+        desk.forget();
+        commands.SendToolbarItemCommand(qint32(ToolbarCommand::StartInstantMeeting),
+                                        {{keyStartWithVideo, QString::fromLatin1(video)}});
+        ASSERT_EQ(desk.desktop().bus->posted().size(), 1);
+        const platform::TextMap sent = desk.desktop().bus->posted().first().userInfo;
+        EXPECT_EQ(sent.value(QStringLiteral("actionId")), QStringLiteral("2"));
+        EXPECT_TRUE(sent.value(QStringLiteral("content")).contains(QString::fromLatin1(type)));
+    }
+    commands.SendToolbarItemCommand(qint32(ToolbarCommand::OpenLogFolder));
+    EXPECT_EQ(desk.desktop().workspace->opened, QStringList{desk.desktop().workspace->documents +
+                                                            QStringLiteral("/ParloMeetingsOutlookPlugin")});
+    desk.forget();
+    EXPECT_EQ(commands.SendToolbarItemCommand(5), 0);
     EXPECT_TRUE(desk.desktop().bus->posted().isEmpty());
 }

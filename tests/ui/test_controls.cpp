@@ -87,6 +87,31 @@ TEST_F(Controls, PutTheImageTenPointsBelowTheTopAndTheTitleAtTheBottom) {
     EXPECT_DOUBLE_EQ(button.titleX(), 26);
 }
 
+TEST_F(Controls, KeepTheFocusMarkOffTheTitle) {
+    const auto check = [](auto &button, int imageBottom) {
+        QWidget window;
+        button.setParent(&window);
+        window.show();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        button.show();
+        button.clearFocus();
+        const QImage plain = picture(button);
+        button.setFocus(Qt::TabFocusReason);
+        const QImage marked = picture(button);
+        EXPECT_NE(marked, plain);
+        const QRect below(0, imageBottom + 4, buttonWidth, buttonHeight - imageBottom - 4);
+        EXPECT_EQ(marked.copy(below), plain.copy(below));
+        button.setParent(nullptr);
+    };
+    vlSettingsButton settings;
+    prepare(settings);
+    check(settings, 10 + imageSide);
+    vlPopupButton popup;
+    prepare(popup);
+    check(popup, buttonHeight - 20);
+}
+
 TEST_F(Controls, MoveTheTitleUpByOnePointWhilePressed) {
     vlSettingsButton button;
     prepare(button);
@@ -137,6 +162,7 @@ TEST_F(Controls, DrawTheirTitleInGrayWhenDisabled) {
     EXPECT_LT(darkest(picture(button)), 90);
     button.setEnabled(false);
     EXPECT_GT(darkest(picture(button)), 120);
+    EXPECT_LT(darkest(picture(button)), 150) << "too pale to be read";
 }
 
 TEST_F(Controls, StayLegibleOnADarkPalette) {

@@ -64,6 +64,16 @@ TEST_F(Dialogs, ShowTheMessageToTheLetter) {
     EXPECT_FALSE(alert());
 }
 
+TEST_F(Dialogs, PutAShortMessageBesideTheImage) {
+    alerts.showAlertMessage(nullptr, QStringLiteral("Hello"));
+    ASSERT_TRUE(alert());
+    const auto *icon = alert()->findChild<QLabel *>(QStringLiteral("qt_msgboxex_icon_label"));
+    const auto *message = alert()->findChild<QLabel *>(QStringLiteral("qt_msgbox_informativelabel"));
+    ASSERT_TRUE(icon && message);
+    EXPECT_NEAR(icon->geometry().center().y(), message->geometry().center().y(), 6);
+    EXPECT_TRUE(message->alignment() & Qt::AlignVCenter);
+}
+
 TEST_F(Dialogs, StandAloneWithoutAWindow) {
     alerts.showAlertMessage(nullptr, QStringLiteral("Hello"));
     ASSERT_TRUE(alert());

@@ -68,10 +68,25 @@ TEST_F(OnBehalf, TheBannerShowsTheNameToTheLetter) {
     platform::services().pluginBundle = platform::makeFolderBundle(QStringLiteral(PLUGIN_RESOURCES));
     editor.editor.delegating = true;
     showSheet();
-    auto *label = sheet()->findChild<QLabel *>(QStringLiteral("textOnbehalfInfo"));
+    auto *label = sheet()->findChild<QLabel *>(QStringLiteral("_textOnbehalfInfo"));
     EXPECT_TRUE(label->text().contains(name)) << qPrintable(label->text());
     EXPECT_EQ(label->textFormat(), Qt::PlainText);
     EXPECT_EQ(banner()->palette().color(QPalette::Window), QColor(99, 192, 64));
+}
+
+TEST_F(OnBehalf, TheBannerCutsALongNameVisiblyAndKeepsItInTheToolTip) {
+    platform::services().pluginBundle = platform::makeFolderBundle(QStringLiteral(PLUGIN_RESOURCES));
+    const QString longName = QStringLiteral("Bo <i> ").repeated(40);
+    vlUserProfileHelper::sharedInstance().setUserProfile(QVariantMap{
+        {"userId", "user"},
+        {"bosses", QVariantList{QVariantMap{{"displayName", longName}, {"email", address.toLower()}}}}});
+    editor.editor.delegating = true;
+    showSheet();
+    auto *label = sheet()->findChild<QLabel *>(QStringLiteral("_textOnbehalfInfo"));
+    EXPECT_TRUE(label->text().endsWith(QChar(0x2026))) << qPrintable(label->text());
+    EXPECT_LE(label->fontMetrics().horizontalAdvance(label->text()), label->width());
+    EXPECT_TRUE(label->accessibleName().contains(longName));
+    EXPECT_TRUE(label->toolTip().contains(longName.toHtmlEscaped()));
 }
 
 TEST_F(OnBehalf, OfSomeoneForWhomTheUserMayNotScheduleTheSheetSaysNothing) {

@@ -106,6 +106,7 @@ TEST_F(SettingsSheet, GrowsAndShrinksDownwardsWithTheThirdPartyText) {
     EXPECT_EQ(find<QWidget>("audioOptionsBox")->height(), 152 - textHeight);
     for (int again = 0; again < 2; ++again) {
         click("thirdPartyAudioButton");
+        QApplication::processEvents(); // the layouts come to rest
         EXPECT_EQ(model.audioType(), 3);
         EXPECT_FALSE(text->isHidden());
         EXPECT_EQ(text->toPlainText(), QStringLiteral("Dial 5"));
@@ -212,6 +213,17 @@ TEST_F(SettingsSheet, ShowsThePersonalMeetingInGroupsEveryTime) {
     EXPECT_TRUE(model.usePMI());
     sheets.refreshSettingWindow(editor.id());
     EXPECT_TRUE(model.usePMI());
+}
+
+TEST_F(SettingsSheet, CutsAPersonalMeetingThatDoesNotFitVisibly) {
+    VlSettingWindowController *controller = show();
+    controller->settingViewController()->settingData().setRoomMeetingId(QString(60, u'9'));
+    controller->initFields(false);
+    QApplication::processEvents();
+    const auto *choice = find<QCheckBox>("usePMI");
+    EXPECT_TRUE(choice->text().endsWith(QChar(0x2026)));
+    EXPECT_LE(choice->sizeHint().width(), choice->width());
+    EXPECT_EQ(choice->toolTip().count(u'9'), 60);
 }
 
 TEST_F(SettingsSheet, IsGoneWithItsWindowAndTellsNobody) {

@@ -1,6 +1,8 @@
 // What editing the body needs from the floor above it.
 #pragma once
 
+#include "platform/runtime/Object.h"
+
 #include <QString>
 
 class vlOLWordMailEditor;
@@ -10,9 +12,10 @@ class vlOLWordMailEditor;
 class BodyEditorHolder {
 public:
     virtual ~BodyEditorHolder() = default;
-    // The adapter on the open editor's body editor; nullptr when there is none. Not owned; replaced when an
-    // editor opens.
-    [[nodiscard]] virtual vlOLWordMailEditor *olWordMailEditor() const = 0;
+    // The adapter on the body editor that belongs to the appointment editor; when it is not known to whom the
+    // one in use belongs, that one. nullptr when there is none: another appointment's body is never handed
+    // out. Not owned, valid until an editor opens or closes.
+    [[nodiscard]] virtual vlOLWordMailEditor *bodyEditorOf(const rt::Object *editor) const = 0;
     virtual void setOLNewBody(const QString &html) = 0;
     // The body with the invitation written into it, or removed when the invitation is empty; null when it
     // stays.

@@ -106,13 +106,13 @@ void vlERCalendarEventEditorViewController::updateEmailBody(const QString &html)
 void vlERCalendarEventEditorViewController::displayEmailContent(const QString &html) const {
     constexpr bool readOnly = false;
     const BodyEditorHolder *holder = BodyPorts::instance().holder;
-    if (const vlOLWordMailEditor *editor = holder ? holder->olWordMailEditor() : nullptr)
+    if (const vlOLWordMailEditor *editor = holder ? holder->bodyEditorOf(delegate()) : nullptr)
         editor->displayHTMLContent(html, readOnly);
 }
 
 QString vlERCalendarEventEditorViewController::bodyContent() const {
     const BodyEditorHolder *holder = BodyPorts::instance().holder;
-    const vlOLWordMailEditor *editor = holder ? holder->olWordMailEditor() : nullptr;
+    const vlOLWordMailEditor *editor = holder ? holder->bodyEditorOf(delegate()) : nullptr;
     return editor ? vlOLWordMailEditorContent(editor->editorContent()).bodyContent() : QString();
 }
 

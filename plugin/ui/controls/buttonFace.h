@@ -7,12 +7,12 @@
 
 // A button's face in Qt's coordinates: y grows downwards, the rectangles are inside the button's own.
 struct ButtonFace {
-    BundleImage image;
-    QString title;     // without the mark of its mnemonic
+    BundleImage mImage;
+    QString mLable;    // the title, without the mark of its mnemonic
     int mnemonic = -1; // position of the underlined character; -1: none
 
     // Nothing is drawn while either is missing.
-    [[nodiscard]] bool isComplete() const { return !image.isNull() && !title.isEmpty(); }
+    [[nodiscard]] bool isComplete() const { return !mImage.isNull() && !mLable.isEmpty(); }
     void setTitle(const QString &text); // "&" marks the mnemonic, "&&" stands for "&"
 
     // Where the title begins on a button of that width: a fixed width for each UTF-16 unit, not measured.
@@ -25,9 +25,9 @@ struct HoverHighlight {
     HoverHighlight();
     void draw(QPainter &painter, const QRectF &imageRectangle) const;
 
-    BundleImage left;
-    BundleImage center;
-    BundleImage right;
+    BundleImage mLeftBGImage;
+    BundleImage mCenterBGImage;
+    BundleImage mRightBGImage;
 };
 
 enum class TitleAnchor { Top, Bottom }; // which edge of the line of text `y` names

@@ -4,7 +4,7 @@
 
 vlKeyUpTextField::vlKeyUpTextField(QWidget *parent)
     : QLineEdit(parent) {
-    connect(this, &QLineEdit::textEdited, this, [this] { send(m_textChange); });
+    connect(this, &QLineEdit::textEdited, this, [this] { send(textChangeTarget, textChangeAction); });
 }
 
 vlKeyUpTextField::~vlKeyUpTextField() {
@@ -12,25 +12,27 @@ vlKeyUpTextField::~vlKeyUpTextField() {
 }
 
 void vlKeyUpTextField::setKeyup(QObject *target, Action action) {
-    m_keyup = {target, std::move(action)};
+    keyupTarget = target;
+    keyupAction = std::move(action);
 }
 
 void vlKeyUpTextField::setTextChange(QObject *target, Action action) {
-    m_textChange = {target, std::move(action)};
+    textChangeTarget = target;
+    textChangeAction = std::move(action);
 }
 
 void vlKeyUpTextField::cleanUp() {
-    m_keyup = {};
-    m_textChange = {};
+    setKeyup(nullptr, nullptr);
+    setTextChange(nullptr, nullptr);
 }
 
 void vlKeyUpTextField::keyReleaseEvent(QKeyEvent *event) {
     QLineEdit::keyReleaseEvent(event);
-    send(m_keyup);
+    send(keyupTarget, keyupAction);
 }
 
-void vlKeyUpTextField::send(const TargetAction &pair) {
-    const TargetAction copy = pair; // the action may set another one
-    if (copy.target && copy.action)
-        copy.action(this);
+// The action is a copy: it may set another one.
+void vlKeyUpTextField::send(const QPointer<QObject> &target, Action action) {
+    if (target && action)
+        action(this);
 }

@@ -22,12 +22,10 @@ protected:
     void keyReleaseEvent(QKeyEvent *event) override;
 
 private:
-    struct TargetAction {
-        QPointer<QObject> target;
-        Action action;
-    };
-    void send(const TargetAction &pair);
+    void send(const QPointer<QObject> &target, Action action);
 
-    TargetAction m_keyup;
-    TargetAction m_textChange;
+    QPointer<QObject> keyupTarget;
+    Action keyupAction;
+    QPointer<QObject> textChangeTarget;
+    Action textChangeAction;
 };

@@ -28,19 +28,19 @@ vlPopupButton::vlPopupButton(QWidget *parent)
 }
 
 void vlPopupButton::setImage(const BundleImage &image) {
-    m_face.image = image;
+    m_face.mImage = image;
     update();
 }
 
 void vlPopupButton::setTitle(const QString &title) {
     m_face.setTitle(title);
     setText(title); // the mnemonic's shortcut
-    setAccessibleName(m_face.title);
+    setAccessibleName(m_face.mLable);
     update();
 }
 
 QRectF vlPopupButton::imageRectangle() const {
-    const QSizeF size = m_face.image.size();
+    const QSizeF size = m_face.mImage.size();
     return {QPointF((width() - size.width()) / 2, height() - size.height() - imageBottom), size};
 }
 
@@ -57,7 +57,7 @@ void vlPopupButton::paintEvent(QPaintEvent *) {
     m_iconRect = anchorOf(imageArea);
     if (m_bEntered)
         m_highlight.draw(painter, imageArea);
-    m_face.image.draw(painter, imageArea);
+    m_face.mImage.draw(painter, imageArea);
     const double top = imageArea.bottom() + titleGap + (isDown() ? pressedOffset : 0);
     drawTitle(painter, *this, m_face, top, TitleAnchor::Top);
     drawFocusMark(painter, *this, imageArea);

@@ -15,7 +15,7 @@ public:
     void setImage(const BundleImage &image);
     // Also its accessible name; "&" marks its mnemonic.
     void setTitle(const QString &title);
-    [[nodiscard]] const QString &title() const { return m_face.title; }
+    [[nodiscard]] const QString &title() const { return m_face.mLable; }
     [[nodiscard]] bool isEntered() const { return m_bEntered; }
     // The menu opens at its top left corner; in the button's coordinates, y downwards.
     [[nodiscard]] const QRectF &iconRect() const { return m_iconRect; }

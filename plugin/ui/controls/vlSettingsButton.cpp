@@ -18,19 +18,19 @@ vlSettingsButton::vlSettingsButton(QWidget *parent)
 }
 
 void vlSettingsButton::setImage(const BundleImage &image) {
-    m_face.image = image;
+    m_face.mImage = image;
     update();
 }
 
 void vlSettingsButton::setTitle(const QString &title) {
     m_face.setTitle(title);
     setText(title); // the mnemonic's shortcut
-    setAccessibleName(m_face.title);
+    setAccessibleName(m_face.mLable);
     update();
 }
 
 QRectF vlSettingsButton::imageRectangle() const {
-    const QSizeF size = m_face.image.size();
+    const QSizeF size = m_face.mImage.size();
     return {QPointF((width() - size.width()) / 2, imageTop), size};
 }
 
@@ -41,7 +41,7 @@ void vlSettingsButton::paintEvent(QPaintEvent *) {
     const QRectF imageArea = imageRectangle();
     if (m_bEntered && isEnabled())
         m_highlight.draw(painter, imageArea);
-    m_face.image.draw(painter, imageArea);
+    m_face.mImage.draw(painter, imageArea);
     const double bottom = height() - titleBottom - (isDown() ? pressedOffset : 0);
     drawTitle(painter, *this, m_face, bottom, TitleAnchor::Bottom);
     drawFocusMark(painter, *this, imageArea);

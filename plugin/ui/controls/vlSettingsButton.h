@@ -14,7 +14,7 @@ public:
     void setImage(const BundleImage &image);
     // Also its accessible name; "&" marks its mnemonic.
     void setTitle(const QString &title);
-    [[nodiscard]] const QString &title() const { return m_face.title; }
+    [[nodiscard]] const QString &title() const { return m_face.mLable; }
     [[nodiscard]] bool isEntered() const { return m_bEntered; }
     [[nodiscard]] double titleX() const { return m_face.titleX(width()); }
 

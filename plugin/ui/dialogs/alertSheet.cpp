@@ -3,6 +3,7 @@
 #include "platform/services/Services.h"
 #include "platform/toolkit/Windows.h"
 
+#include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
@@ -42,6 +43,19 @@ void addButtons(QMessageBox *alert, const QStringList &buttons) {
     }
 }
 
+// The hidden title keeps its row above the message: without this a short message sinks below the image.
+void alignWithImage(QMessageBox *alert) {
+    auto *label = alert->findChild<QLabel *>(outletMessage);
+    auto *grid = qobject_cast<QGridLayout *>(alert->layout());
+    if (!label || !grid)
+        return;
+    int row = 0, column = 0, rows = 0, columns = 0;
+    grid->getItemPosition(grid->indexOf(label), &row, &column, &rows, &columns);
+    grid->setRowStretch(row, 1);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    label->setContentsMargins(0, 0, 0, 0);
+}
+
 } // namespace
 
 void showAlertSheet(QWidget *window, const QString &message, const QStringList &buttons,
@@ -51,6 +65,7 @@ void showAlertSheet(QWidget *window, const QString &message, const QStringList &
     alert->setIconPixmap(warningIcon(window ? window->devicePixelRatioF() : alert->devicePixelRatioF()));
     showPlainly(alert, message);
     addButtons(alert, buttons);
+    alignWithImage(alert);
     if (window)
         QObject::connect(window->window(), &QObject::destroyed, alert, &QObject::deleteLater);
     platform::beginSheet(alert, window, [alert, handler = std::move(ended)](int) {

@@ -36,6 +36,10 @@ void vlProgressWindowController::loadWindow() {
     m_window->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
     m_window->setAttribute(Qt::WA_QuitOnClose, false);
     m_window->installEventFilter(this);
+    awakeFromNib();
+}
+
+void vlProgressWindowController::awakeFromNib() {
     initItemsWithLocalizedString();
 }
 

@@ -23,6 +23,7 @@ protected:
 
 private:
     void loadWindow();
+    void awakeFromNib();
     void initItemsWithLocalizedString();
 
     std::unique_ptr<QWidget> m_window;

@@ -21,6 +21,7 @@ namespace {
 constexpr qint32 maxPasswordLength = 10;
 constexpr int settingsAreaHeight = 412;    // with the third-party text
 constexpr int audioBoxHeight = 152;        // with the third-party text
+constexpr int besidePersonalMeeting = 100; // points: margins and check mark to the sides of its text
 constexpr const char *propertyTag = "tag"; // a radio button's audio type
 
 int tagOf(const QRadioButton *button) {
@@ -37,7 +38,7 @@ void setOn(QRadioButton *button, bool on) {
 } // namespace
 
 void VlSettingViewController::initFields() {
-    m_passwordFormatter->setMaxLength(maxPasswordLength);
+    passwordFormatter->setMaxLength(maxPasswordLength);
     initWithLocalString();
     m_settingData.initSettingData();
     m_settingData.initWithSiteMeetingInfo();
@@ -100,8 +101,11 @@ void VlSettingViewController::showPassword() {
 // In a meeting for someone else the user's own personal meeting has no place; the model keeps the choice.
 void VlSettingViewController::showPersonalMeeting() {
     const QString number = vlSettingData::getFormatRoomMeetingId(m_settingData.roomMeetingId());
-    if (!number.isNull())
-        usePMI->setText(usePMI->text() + number);
+    const QString full = usePMI->text() + number;
+    const int room = m_sheet->width() - besidePersonalMeeting;
+    const QString shown = usePMI->fontMetrics().elidedText(full, Qt::ElideRight, room, Qt::TextShowMnemonic);
+    usePMI->setText(shown);
+    usePMI->setToolTip(shown == full ? QString() : number); // half a number would be a wrong one
     const bool forOther =
         vlOnbehalfData::sharedInstance().isCurrentScheduleVelaForOther(m_windowController->apptWindowID());
     usePMI->setVisible(!forOther);
@@ -189,11 +193,11 @@ void VlSettingViewController::onClickNotShowMeAgain() {
 }
 
 void VlSettingViewController::updateCtrlPos() {
-    const int textHeight = thirdPartyAudioTextField->minimumHeight();
+    const int textHeight = thirdPartyAudioConstrainHeight.constant();
     const bool wanted = m_settingData.audioType() == int(vlSettingData::AudioType::ThirdParty);
     if (wanted == !thirdPartyAudioTextField->isHidden())
         return;
-    audioOptionsBox->setFixedHeight(wanted ? audioBoxHeight : audioBoxHeight - textHeight);
+    audioOptionBoxConstrainHeight.setConstant(wanted ? audioBoxHeight : audioBoxHeight - textHeight);
     thirdPartyAudioTextField->setVisible(wanted);
     if (wanted) {
         thirdPartyAudioTextField->verticalScrollBar()->setValue(0);
@@ -214,7 +218,10 @@ void VlSettingViewController::reduceSettingWindowPos(int points) {
 // The top edge stays where it is.
 void VlSettingViewController::changeSheetHeight(int settingsArea, int change) {
     const int height = m_sheet->height() + change;
-    mainSettingBox->setFixedHeight(settingsArea);
-    m_sheet->layout()->activate(); // the smallest size that the layout allows has changed
+    settingBoxConstraintHeight.setConstant(settingsArea);
+    // The smallest size that the layouts allow has changed: it goes from the inner to the outer ones only.
+    for (QWidget *view = mainSettingBox->parentWidget(); view != m_sheet; view = view->parentWidget())
+        view->layout()->activate();
+    m_sheet->layout()->activate();
     m_sheet->resize(m_sheet->width(), height);
 }

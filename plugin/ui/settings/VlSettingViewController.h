@@ -1,6 +1,7 @@
 // The options of the settings sheet.
 #pragma once
 
+#include "plugin/ui/settings/heightConstraint.h"
 #include "plugin/ui/settings/vlMaxLengthFormatter.h"
 #include "plugin/workflow/vlSettingData.h"
 
@@ -63,7 +64,7 @@ private:
     VlSettingWindowController *m_windowController; // owns this
     QWidget *m_sheet;
     vlSettingData m_settingData;
-    vlMaxLengthFormatter *m_passwordFormatter;
+    vlMaxLengthFormatter *passwordFormatter;
     bool m_connected = true;
 
     QGroupBox *videoOptionsBox = nullptr;
@@ -86,4 +87,7 @@ private:
     QCheckBox *usePMI = nullptr;
     QCheckBox *notShowMeAgain = nullptr;
     QWidget *mainSettingBox = nullptr;
+    HeightConstraint settingBoxConstraintHeight; // of the whole settings area
+    HeightConstraint audioOptionBoxConstrainHeight;
+    HeightConstraint thirdPartyAudioConstrainHeight;
 };

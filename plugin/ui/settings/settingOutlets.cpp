@@ -18,6 +18,11 @@ bool find(QWidget *sheet, const QString &name, Control *&outlet) {
     return outlet != nullptr;
 }
 
+bool find(const QWidget *sheet, const char *name, HeightConstraint &outlet) {
+    outlet = HeightConstraint(sheet, name);
+    return outlet.isConnected();
+}
+
 // What goes wrong in an action stays in it.
 template<typename Sender, typename Signal, typename Action>
 void onAction(Sender *sender, Signal signal, QObject *owner, Action action) {
@@ -29,7 +34,7 @@ void onAction(Sender *sender, Signal signal, QObject *owner, Action action) {
 VlSettingViewController::VlSettingViewController(VlSettingWindowController *windowController, QWidget *sheet)
     : m_windowController(windowController)
     , m_sheet(sheet)
-    , m_passwordFormatter(new vlMaxLengthFormatter(this)) {
+    , passwordFormatter(new vlMaxLengthFormatter(this)) {
     findOutlets();
     if (m_connected)
         connectActions();
@@ -59,6 +64,9 @@ void VlSettingViewController::findOutlets() {
         find(m_sheet, QStringLiteral("usePMI"), usePMI),
         find(m_sheet, QStringLiteral("notShowMeAgain"), notShowMeAgain),
         find(m_sheet, QStringLiteral("mainSettingBox"), mainSettingBox),
+        find(m_sheet, "settingBoxConstraintHeight", settingBoxConstraintHeight),
+        find(m_sheet, "audioOptionBoxConstrainHeight", audioOptionBoxConstrainHeight),
+        find(m_sheet, "thirdPartyAudioConstrainHeight", thirdPartyAudioConstrainHeight),
     };
     m_connected = std::all_of(std::begin(found), std::end(found), [](bool isFound) { return isFound; });
 }
@@ -68,7 +76,7 @@ QList<QRadioButton *> VlSettingViewController::audioButtons() const {
 }
 
 void VlSettingViewController::connectActions() {
-    passwordTextField->setValidator(m_passwordFormatter);
+    passwordTextField->setValidator(passwordFormatter);
     for (QRadioButton *button : {m_host.on, m_host.off})
         onAction(button, &QAbstractButton::clicked, this, [this] { onClickvideoHostMatrix(); });
     for (QRadioButton *button : {m_participants.on, m_participants.off})

@@ -37,9 +37,10 @@ vlOnbehalfViewController::vlOnbehalfViewController(VlSettingWindowController *wi
     : m_windowController(windowController)
     , settingWindow(sheet) {
     m_view = sheet->findChild<QWidget *>(QStringLiteral("onbehalfView"));
-    m_textOnbehalfInfo = sheet->findChild<QLabel *>(QStringLiteral("textOnbehalfInfo"));
+    _textOnbehalfInfo = sheet->findChild<QLabel *>(QStringLiteral("_textOnbehalfInfo"));
+    selfConstraintHeight = HeightConstraint(sheet, "selfConstraintHeight");
     if (isConnected())
-        paintBanner(m_view, m_textOnbehalfInfo);
+        paintBanner(m_view, _textOnbehalfInfo);
 }
 
 bool vlOnbehalfViewController::needDisplayOnbehalfView() const {
@@ -50,9 +51,20 @@ void vlOnbehalfViewController::initFields() {
     if (needDisplayOnbehalfView()) {
         const QString name = vlOnbehalfData::sharedInstance().getDisplayNameWithOnbehalfEmail(
             m_windowController->onbehalfEmail());
-        m_textOnbehalfInfo->setText(filledIn(vlLocalizedString(uiKeys::onBehalfInfo), name));
+        showText(filledIn(vlLocalizedString(uiKeys::onBehalfInfo), name));
     }
     updateCtrlPos();
+}
+
+// A name may be longer than the banner: what is cut off is in the tool tip.
+void vlOnbehalfViewController::showText(const QString &text) {
+    const QMargins margins = m_view->layout()->contentsMargins();
+    const int room = settingWindow->width() - margins.left() - margins.right();
+    const QString shown = _textOnbehalfInfo->fontMetrics().elidedText(text, Qt::ElideRight, room);
+    _textOnbehalfInfo->setText(shown);
+    _textOnbehalfInfo->setAccessibleName(text);
+    _textOnbehalfInfo->setToolTip(shown == text ? QString()
+                                                : QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped()));
 }
 
 void vlOnbehalfViewController::updateCtrlPos() {
@@ -60,8 +72,8 @@ void vlOnbehalfViewController::updateCtrlPos() {
     if (needed != m_view->isHidden())
         return;
     settingWindow->layout()->activate();
-    const int height =
-        settingWindow->height() + (needed ? m_view->minimumHeight() : -m_view->minimumHeight());
+    const int change = needed ? selfConstraintHeight.constant() : -selfConstraintHeight.constant();
+    const int height = settingWindow->height() + change;
     m_view->setVisible(needed);
     settingWindow->layout()->activate();
     settingWindow->resize(settingWindow->width(), height);

@@ -1,6 +1,8 @@
 // The banner that tells for whom the meeting is scheduled.
 #pragma once
 
+#include "plugin/ui/settings/heightConstraint.h"
+
 #include <QObject>
 
 class QLabel;
@@ -11,7 +13,9 @@ class vlOnbehalfViewController : public QObject {
     Q_OBJECT
 public:
     vlOnbehalfViewController(VlSettingWindowController *windowController, QWidget *sheet);
-    [[nodiscard]] bool isConnected() const { return m_view && m_textOnbehalfInfo; }
+    [[nodiscard]] bool isConnected() const {
+        return m_view && _textOnbehalfInfo && selfConstraintHeight.isConnected();
+    }
 
     [[nodiscard]] bool needDisplayOnbehalfView() const;
     // Fills the banner and shows or hides it; the sheet grows and shrinks downwards with it.
@@ -19,8 +23,11 @@ public:
     void updateCtrlPos();
 
 private:
+    void showText(const QString &text);
+
     VlSettingWindowController *m_windowController; // owns this
     QWidget *settingWindow;
-    QWidget *m_view = nullptr; // its fixed height is the banner's
-    QLabel *m_textOnbehalfInfo = nullptr;
+    QWidget *m_view = nullptr;
+    QLabel *_textOnbehalfInfo = nullptr;
+    HeightConstraint selfConstraintHeight;
 };

@@ -1,0 +1,36 @@
+// Carries out what the tool-bar of the main window asks for.
+#pragma once
+
+#include "plugin/host/adapters/vlErageAppDelegate.h"
+
+#include <QString>
+#include <QVariantMap>
+#include <memory>
+
+enum class ToolbarCommand : qint32 {
+    StartInstantMeeting = 1,   // {"startWithVideo": reads as true or not}
+    ScheduleNewMeeting = 2,    // no data
+    ScheduleNewPACMeeting = 3, // {"pacAccountNo": 1 or 2}
+    OpenLogFolder = 4          // no data
+};
+
+inline const QString keyStartWithVideo = QStringLiteral("startWithVideo");
+inline const QString keyPACAccountNo = QStringLiteral("pacAccountNo");
+
+class vlCommandItemMgr {
+public:
+    static vlCommandItemMgr &sharedInstance();
+
+    // Takes the host application's delegate. Without it the commands that open an editor do nothing.
+    void initPluginInstance();
+    // Any other number does nothing. Always 0.
+    int SendToolbarItemCommand(qint32 command, const QVariantMap &data = {});
+
+    void startInstantMeeting(const QVariantMap &data);
+    void scheduleNewMeeting(const QVariantMap &data);
+    void scheduleNewPACMeeting(const QVariantMap &data);
+    void openLogFolder(const QVariantMap &data);
+
+private:
+    std::unique_ptr<vlErageAppDelegate> m_appDelegate;
+};
