@@ -12,6 +12,7 @@ namespace {
 const QString placeholder = QStringLiteral("%@");
 const QString infoPlistOfBundle = QStringLiteral("%@/Contents/Info.plist");
 const QString keyShortVersion = QStringLiteral("CFBundleShortVersionString");
+const QString homePrefix = QStringLiteral("~/");
 const QString keyInstallPath = QStringLiteral("installPath");
 
 constexpr int lastUnsupportedSystem = 0x1060; // 10.6.0
@@ -110,10 +111,15 @@ QString vlAppHelper::getVelaClientInstallPath() const {
     return IsAppExist(getVelausAppPath()) ? getVelausAppPath() : kVelausUserAppLaunchPath;
 }
 
+QString vlAppHelper::getVelaClientBundlePath() const {
+    const QString path = getVelaClientInstallPath();
+    return path.startsWith(homePrefix) ? workspace().homeFolder() + path.mid(homePrefix.size() - 1) : path;
+}
+
 QString vlAppHelper::getVelausLaunchPath(bool &exists) const {
-    const QString installPath = getVelaClientInstallPath();
-    exists = IsAppExist(installPath);
-    return workspace().executablePath(installPath);
+    const QString bundle = getVelaClientBundlePath();
+    exists = IsAppExist(bundle);
+    return workspace().executablePath(bundle);
 }
 
 bool vlAppHelper::isVelausInstalled() const {

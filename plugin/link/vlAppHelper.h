@@ -45,6 +45,9 @@ public:
     // The client's bundle: where its own defaults say it is, else the usual folder, else the per-user path as
     // it is written (its "~" is not expanded, so nothing is ever found there).
     [[nodiscard]] QString getVelaClientInstallPath() const;
+    // The same where it lies: with the user's home folder in place of a leading "~", so that a client that
+    // one user has installed for himself is found.
+    [[nodiscard]] QString getVelaClientBundlePath() const;
     // The client's executable, null when it has none; tells whether its bundle exists.
     [[nodiscard]] QString getVelausLaunchPath(bool &exists) const;
     [[nodiscard]] bool isVelausInstalled() const;

@@ -36,7 +36,7 @@ void vlGetClientVersionHelper::saveClientVersionToLocal(const QString &version) 
 }
 
 QString vlGetClientVersionHelper::getVelaClientVersion() {
-    const QString version = vlGetFileVersion(vlAppHelper::sharedInstance().getVelaClientInstallPath());
+    const QString version = vlGetFileVersion(vlAppHelper::sharedInstance().getVelaClientBundlePath());
     if (!version.isEmpty() || siteConfiguration::text().isEmpty())
         return version;
     return rt::textValue(siteConfiguration::member(vl_LocalProfile_VelaClientVersion));

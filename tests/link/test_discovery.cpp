@@ -75,6 +75,11 @@ TEST_F(Discovery, TheClientIsLookedForInOrder) {
     EXPECT_EQ(helper.getVelaClientInstallPath(),
               "~/Library/Application Support/Parlo Meetings/Parlo Meetings.app");
     EXPECT_FALSE(helper.isVelausInstalled());
+    const QString perUser =
+        desktop.workspace->home + "/Library/Application Support/Parlo Meetings/Parlo Meetings.app";
+    EXPECT_EQ(helper.getVelaClientBundlePath(), perUser);
+    givenABundle("per user", perUser, {});
+    EXPECT_TRUE(helper.isVelausInstalled()); // one user's own installation counts
     givenABundle(kVelausIdentify, usualPath, {});
     EXPECT_EQ(helper.getVelaClientInstallPath(), usualPath);
     desktop.userDefaults->domains[kVelausIdentify] = {{"installPath", ownPath}};
