@@ -18,8 +18,6 @@ class Writer {
 public:
     QByteArray document(const rt::Value &value) {
         m_out = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
-                "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
                 "<plist version=\"1.0\">\n";
         if (!rt::isPresent(value) || !write(value, 1))
             return {};

@@ -118,6 +118,7 @@ bool Road::copyCalendar() const {
 bool Road::start() {
     QDir().mkpath(m_out);
     QFile::remove(m_calendarPath);
+    QDir(m_options.outbox).removeRecursively(); // of an earlier walk
     if (!copyCalendar()) {
         std::fprintf(stderr, "The calendar %s cannot be copied to %s.\n", qPrintable(m_source),
                      qPrintable(m_calendarPath));

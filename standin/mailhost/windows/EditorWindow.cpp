@@ -77,7 +77,7 @@ QWidget *EditorWindow::buildToolBar() {
     auto *row = new QHBoxLayout(m_toolBar);
     row->setContentsMargins(12, 8, 12, 8);
     row->setSpacing(8);
-    m_send = addButton(controls::sendButton, tr("Sen&d"));
+    m_send = addButton(controls::sendButton, tr("Se&nd"));
     m_saveAndClose = addButton(controls::saveAndCloseButton, tr("Sa&ve && Close"));
     m_saveAndClose->setAccessibleName(tr("Save and close"));
     m_delete = addButton(controls::deleteButton, tr("Delete"));
@@ -98,7 +98,7 @@ QWidget *EditorWindow::buildToolBar() {
 }
 
 void EditorWindow::buildMenu() {
-    QMenu *menu = menuBar()->addMenu(tr("&Appointment"));
+    QMenu *menu = menuBar()->addMenu(tr("App&ointment"));
     m_save = menu->addAction(tr("&Save"), QKeySequence::Save, this, [this] { m_controller->requestSave(); });
     m_save->setObjectName(controls::saveAction);
     QAction *close = menu->addAction(tr("&Close"), QKeySequence::Close, this, [this] { this->close(); });
@@ -118,7 +118,7 @@ void EditorWindow::showState() {
     setWindowTitle(subject + (meeting ? tr(" — Meeting[*]") : tr(" — Appointment[*]")));
     setWindowModified(m_controller->isDirty());
     m_send->setVisible(editable && (meeting || cancelling));
-    m_send->setText(cancelling ? tr("Sen&d cancellation") : tr("Sen&d"));
+    m_send->setText(cancelling ? tr("Sen&d cancellation") : tr("Se&nd"));
     m_saveAndClose->setVisible(editable && !meeting && !cancelling);
     m_delete->setVisible(editable && !cancelling && m_controller->content()->isStored());
     m_repeat->setVisible(editable && !cancelling);

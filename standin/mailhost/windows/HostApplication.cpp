@@ -27,7 +27,6 @@ bool writeFile(const QString &path, const QByteArray &bytes, QString *error) {
 
 QByteArray bundleInformation(const QString &version) {
     return QStringLiteral(R"(<?xml version="1.0" encoding="UTF-8"?>
-<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
 <plist version="1.0">
 <dict>
 	<key>CFBundleIdentifier</key>
