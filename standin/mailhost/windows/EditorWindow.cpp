@@ -118,7 +118,7 @@ void EditorWindow::showState() {
     setWindowTitle(subject + (meeting ? tr(" — Meeting[*]") : tr(" — Appointment[*]")));
     setWindowModified(m_controller->isDirty());
     m_send->setVisible(editable && (meeting || cancelling));
-    m_send->setText(cancelling ? tr("Sen&d cancellation") : tr("Se&nd"));
+    m_send->setText(cancelling ? tr("Se&nd cancellation") : tr("Se&nd"));
     m_saveAndClose->setVisible(editable && !meeting && !cancelling);
     m_delete->setVisible(editable && !cancelling && m_controller->content()->isStored());
     m_repeat->setVisible(editable && !cancelling);
