@@ -201,6 +201,19 @@ TEST_F(EditorTest, NewMeetingsAreOpenedThroughTheMethodThatTakesAnEvent) {
     EXPECT_EQ(fresh->organizerEmail, u"ada@parlo.example"_qs);
 }
 
+TEST_F(EditorTest, WhatIsTypedIntoANewAppointmentIsItsSubjectOnTheSelectedDay) {
+    EditorWindowController *controller = host->openNewAppointment();
+    ASSERT_NE(controller, nullptr);
+    EditorWindow *window = controller->editorWindow();
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    for (const char key : std::string("two words"))
+        QTest::keyClick(window->windowHandle(), key); // to wherever the focus is
+    const Appointment entered = window->viewController()->content()->appointment();
+    EXPECT_EQ(window->findChild<QLineEdit *>(controls::subjectField)->text(), QStringLiteral("two words"));
+    EXPECT_EQ(entered.start.value.date(), host->options().today);
+}
+
 TEST_F(EditorTest, WhatIsSetOnTheContentShowsInTheFieldsAndIsSaved) {
     open(u"review@example.com"_qs);
     rt::Object *event = rt::objectValue(rt::send(static_cast<rt::Object *>(editor), "content"));

@@ -30,6 +30,8 @@ EditorWindow::EditorWindow(EditorWindowController *controller, std::unique_ptr<C
     m_seriesResponder = makeSeriesResponder(m_controller.get());
     buildMenu();
     showState();
+    // Not on the first button: what is typed then would press it.
+    m_form->subjectField()->setFocus();
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
         if (now && now->window() == this && !m_closed)
             m_controller->attachBodyEditor();

@@ -192,8 +192,11 @@ void WeekList::show(const CalendarSession &session, const QDate &day, const QDat
             addRow(heading, occurrence);
     }
     expandAll();
-    if (before)
-        select(before->uid);
+    if (before && select(before->uid))
+        return;
+    // A new appointment begins on the day that is selected: today's, where the week has it.
+    const bool hasToday = monday <= today && today < monday.addDays(7);
+    setCurrentItem(topLevelItem(hasToday ? int(monday.daysTo(today)) : 0));
 }
 
 std::optional<Occurrence> WeekList::selected() const {
