@@ -47,6 +47,15 @@ bool truth(const QJsonValue &value) {
     return value.toVariant().toBool();
 }
 
+// The request counts its seconds as if the appointment's clock stood in this computer's zone, and names the
+// zone that it stands in. A zone that is not known here is taken for the computer's.
+qint64 startInstant(const QJsonObject &appointment) {
+    const qint64 seconds = appointment.value(QLatin1String("startTime")).toString().toLongLong();
+    const QTimeZone zone(appointment.value(QLatin1String("timezone")).toString().toUtf8());
+    const QDateTime clock = QDateTime::fromSecsSinceEpoch(seconds);
+    return zone.isValid() ? QDateTime(clock.date(), clock.time(), zone).toSecsSinceEpoch() : seconds;
+}
+
 void addNumbers(const QJsonArray &numbers,
                 google::protobuf::RepeatedPtrField<wire::CountryCodeProto> *field) {
     for (const QJsonValue &entry : numbers) {
@@ -139,8 +148,7 @@ void MeetingService::applyRequest(const QJsonObject &request, QJsonObject &meeti
     copyKey(appointment, meeting, "location");
     copyKey(appointment, meeting, "timezone");
     meeting.insert(QLatin1String("recurrence"), truth(appointment.value(QLatin1String("recurrence"))));
-    meeting.insert(QLatin1String("startTime"),
-                   appointment.value(QLatin1String("startTime")).toString().toLongLong());
+    meeting.insert(QLatin1String("startTime"), startInstant(appointment));
     for (const char *key : {"enableHostVideo", "enableParticipantsVideo", "enableJBH", "usePMI"})
         meeting.insert(QLatin1String(key), truth(setting.value(QLatin1String(key))));
     copyKey(setting, meeting, "audioOption");

@@ -25,6 +25,7 @@ namespace {
 
 namespace controls = mailhost::controls;
 
+constexpr double closingSeconds = 0.1; // the plug-in forgets a closed editor a hundredth of a second later
 constexpr int launchMilliseconds = 30000;
 constexpr quint32 meetingAction = 3;
 constexpr quint32 updateAnswer = 2;
@@ -79,6 +80,7 @@ private:
     bool send();
 
     bool pickAppointments();
+    QString makeAppointment();
     bool addMeeting();
     [[nodiscard]] bool isAttached() const;
     [[nodiscard]] mailhost::Appointment inFile(const QString &uid) const;
@@ -163,7 +165,22 @@ bool Road::pickAppointments() {
         if (uid.isEmpty())
             uid = appointment.uid;
     }
+    if (m_uid.isEmpty())
+        m_uid = makeAppointment();
     return m_walk->step(!m_uid.isEmpty(), QStringLiteral("the calendar has an appointment to walk with"));
+}
+
+// For a calendar that has none of one's own.
+QString Road::makeAppointment() {
+    click(shown(controls::newAppointmentButton));
+    if (!Walk::waitFor([this] { return editor() != nullptr; }))
+        return {};
+    type(editor(), QStringLiteral("Walk through"));
+    press(editor(), Qt::Key_S, Qt::ControlModifier);
+    Walk::waitFor([this] { return saved(); });
+    const mailhost::EditorWindow *window = mailhost::EditorWindowController::open().last()->editorWindow();
+    const QString uid = window->viewController()->content()->UUID();
+    return closeEditor() ? uid : QString();
 }
 
 mailhost::Appointment Road::inFile(const QString &uid) const {
@@ -207,7 +224,9 @@ bool Road::open(const QString &uid) {
 
 bool Road::closeEditor() const {
     press(editor(), Qt::Key_W, Qt::ControlModifier);
-    return Walk::waitFor([this] { return !editor(); });
+    const bool closed = Walk::waitFor([this] { return !editor(); });
+    Walk::settle(closingSeconds);
+    return closed;
 }
 
 bool Road::saved() const {

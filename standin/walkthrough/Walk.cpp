@@ -85,10 +85,10 @@ bool Walk::waitFor(const std::function<bool()> &condition, int milliseconds) {
     return true;
 }
 
-void Walk::settle() {
-    // A zero timer fires after everything that was due before it.
+void Walk::settle(double seconds) {
+    // It comes after everything that was due before it.
     bool due = false;
-    platform::services().runLoop->callAfter(0, [&due] { due = true; });
+    platform::services().runLoop->callAfter(seconds, [&due] { due = true; });
     waitFor([&due] { return due; });
 }
 

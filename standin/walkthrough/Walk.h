@@ -33,8 +33,8 @@ public:
 
     // Lets events happen until the condition holds; false when it does not within the time. No fixed waiting.
     static bool waitFor(const std::function<bool()> &condition, int milliseconds = 10000);
-    // Lets everything that is already due happen.
-    static void settle();
+    // Lets everything happen that falls due within the seconds (0: that is due already).
+    static void settle(double seconds = 0);
 
     // The messages since the last mark, in order.
     void mark() { m_marked = m_messages.size(); }

@@ -1,7 +1,9 @@
 #include "meeting.pb.h"
 #include "standin/meetingclient/MeetingService.h"
 
+#include <QDateTime>
 #include <QJsonDocument>
+#include <QTimeZone>
 #include <gtest/gtest.h>
 
 using namespace meetingclient;
@@ -67,6 +69,22 @@ TEST_F(ServiceTest, AnUpdateKeepsTheKeyAndChangesTheMeeting) {
     EXPECT_EQ(answer->actionId(), 2U);
     EXPECT_EQ(answer->content.section(u';', 0, 0), key);
     EXPECT_EQ(readBack(key)["subject"].toString(), QStringLiteral("Retro"));
+}
+
+TEST_F(ServiceTest, AMeetingInAnotherZoneStartsAtTheClockTimeThere) {
+    const QDate day(2026, 11, 24);
+    const QTime nine(9, 0);
+    QJsonObject request = aRequest();
+    QJsonObject appointment = request["apptInfo"].toObject();
+    appointment["startTime"] = QString::number(QDateTime(day, nine).toSecsSinceEpoch());
+    for (const char *zone : {"Asia/Tokyo", "America/New_York"}) {
+        appointment["timezone"] = QString::fromLatin1(zone);
+        request["apptInfo"] = appointment;
+        const QString key = answerTo(3, commit(1, request)).section(u';', 0, 0);
+        EXPECT_EQ(readBack(key)["startTime"].toInteger(),
+                  QDateTime(day, nine, QTimeZone(zone)).toSecsSinceEpoch())
+            << zone;
+    }
 }
 
 TEST_F(ServiceTest, WhatIsNotThereIsAnsweredAsNotFound) {
