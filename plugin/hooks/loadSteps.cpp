@@ -2,6 +2,7 @@
 
 #include "plugin/hooks/hookGuard.h"
 #include "plugin/hooks/hookTable.h"
+#include "plugin/hooks/vlHookERageMainWindowController.h"
 #include "plugin/link/localizedString.h"
 #include "plugin/link/vlAppHelper.h"
 #include "plugin/link/vlGetClientVersionHelper.h"
@@ -30,7 +31,10 @@ bool askForClientVersion() {
     return hostIsSupported();
 }
 
-void takeTheApplication() {
+void addToTheMainWindows() {
+    vlHookERageMainWindowController &hook = vlHookERageMainWindowController::sharedInstance();
+    hook.addUIToMainWindow(vlScheduleToolbarItemIdentifier);
+    hook.addUIToMainWindow(vlStartToolbarItemIdentifier);
     vlCommandItemMgr::sharedInstance().initPluginInstance();
 }
 
@@ -44,7 +48,7 @@ const LoadStep steps[] = {
     {"vlHookECCalendarEvent", 14, 15, nullptr, nullptr},
     {"vlHookOLAutoLayoutView", 16, 16, nullptr, nullptr},
     {"vlHookOLCalendarEventViewResponder", 17, 17, nullptr, nullptr},
-    {"vlHookERageMainWindowController", 18, 20, askForClientVersion, takeTheApplication},
+    {"vlHookERageMainWindowController", 18, 20, askForClientVersion, addToTheMainWindows},
     {"vlHookERCalendarEventEditorViewController", 21, 30, nullptr, nullptr},
     {"vlHookECMutableCalendarEvent", 31, 32, nullptr, nullptr},
 };
