@@ -1,4 +1,5 @@
 // Writing the meeting into the appointment: body, stored record, subject and location.
+#include "plugin/host/adapters/hostNames.h"
 #include "plugin/host/adapters/vlECCalendarEvent.h"
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/host/body/vlBodyHelper.h"
@@ -22,7 +23,10 @@ vlECCalendarEvent *eventOf(const vlERCalendarEventEditorViewController &editor) 
 }
 
 void fillEmptySubject(const vlECCalendarEvent &event, const QVariantMap &info) {
-    if (!vlOLUtils::trimAllSpace(event.summary()).isEmpty())
+    // With what is typed and not saved yet: a subject of the person's own is never touched, the client's is
+    // cut short.
+    const QString own = rt::textValue(event.getOneMergedItem(olItem_summary));
+    if (!vlOLUtils::trimAllSpace(own).isEmpty())
         return;
     const QVariantMap apptInfo = rt::mapValue(info.value(vl_Outlook_ApptInfo));
     const QString subject = rt::textValue(apptInfo.value(vl_ApptInfo_Subject));

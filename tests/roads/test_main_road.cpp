@@ -165,6 +165,18 @@ TEST_P(MainRoad, AnAppointmentWithoutAMeetingSavesAsWithoutThePlugin) {
     EXPECT_TRUE(desk.desktop().bus->posted().isEmpty());
 }
 
+TEST_P(MainRoad, ALongSubjectIsCutForTheClientAndNotForThePerson) {
+    mailhost::EditorWindow *editor = desk.host().openNewAppointment()->editorWindow();
+    desk.settle();
+    const QString subject = QString(100, u'a') + QString(100, u'b');
+    desk.typeSubject(editor, subject);
+    desk.addMeeting(editor);
+    desk.pressSave(editor);
+    const QString uid = editor->viewController()->content()->UUID();
+    EXPECT_EQ(desk.inFile(uid).summary, subject);
+    EXPECT_EQ(meeting(uid)["subject"].toString(), subject.left(128));
+}
+
 TEST_P(MainRoad, ANewMeetingOpenedForItAddsTheMeetingByItself) {
     vlCommandItemMgr::sharedInstance().SendToolbarItemCommand(qint32(ToolbarCommand::ScheduleNewMeeting));
     desk.settle();
