@@ -216,9 +216,11 @@ void vlMeetingMgr::meetingForUpdatePMI(const Work &work) {
                                                  requestOf(work));
 }
 
-// Neither an editor nor a kept snapshot: the editor has closed meanwhile. An update would empty the meeting.
+// Whether there is an appointment behind the work: the strip's editor, or without a strip the kept snapshot.
+// Without one the editor has closed meanwhile, and an update would empty the meeting.
 bool vlMeetingMgr::isAppointmentKnown(const Work &work) const {
-    return work.editor || !vlMeetingDataMgr::sharedInstance().getSavedApptInfo().isEmpty();
+    return work.strip ? work.editor != nullptr
+                      : !vlMeetingDataMgr::sharedInstance().getSavedApptInfo().isEmpty();
 }
 
 void vlMeetingMgr::commitUpdateMeeting(EditorStrip *strip, const QVariantMap &request) {

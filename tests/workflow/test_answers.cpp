@@ -274,6 +274,22 @@ TEST_F(Answers, AfterTheEditorHasClosedNothingIsWrittenSentOrShown) {
     }
 }
 
+TEST_F(Answers, AStripThatOutlivesItsEditorDoesNotEmptyTheMeeting) {
+    for (const WorkflowState state : {StateCommit, StateUpdatePMI}) {
+        givenAnAppointmentWithAMeeting();
+        givenTheMeetingIsLoaded();
+        store().setSavedApptInfo({{vl_ApptInfo_Subject, "Review"}}); // as an editor's opening does
+        QWidget window;
+        strip->window = &window;
+        editor.reset();
+        manager().setState(state);
+        answer(CmdGetMeetingDone);
+        turn();
+        EXPECT_TRUE(client.requests().isEmpty()) << int(state);
+        theEditorCloses();
+    }
+}
+
 TEST_F(Answers, ASheetLeftAfterItsEditorHasClosedSchedulesNothing) {
     givenAnAppointment();
     givenTheProfileIsLoaded();
