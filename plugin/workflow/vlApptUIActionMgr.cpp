@@ -11,9 +11,6 @@
 
 namespace {
 
-// Where a new strip lies until its header is drawn for the first time; origin bottom left, in points.
-constexpr QRectF g_vlAdditionViewFrame(870, 60, 400, 70);
-constexpr QRectF g_vlAdditionViewFrame_OL2016(870, 13, 400, 70);
 constexpr qint64 secondAccount = 2;
 
 HostAction hostActionOf(const QVariantMap &action) {

@@ -29,6 +29,11 @@ enum class HostAction : quint32 {
     CalendarDrag = 5
 };
 
+// Where a new strip lies until its header is drawn for the first time: points, origin at the bottom left of
+// the header; in the older hosts and in those from 15.9 on.
+inline constexpr QRectF g_vlAdditionViewFrame{870, 60, 400, 70};
+inline constexpr QRectF g_vlAdditionViewFrame_OL2016{870, 13, 400, 70};
+
 // The strip of buttons of one appointment editor, as the workflow sees it.
 class EditorStrip {
 public:

@@ -14,8 +14,6 @@ class vlPopupButton;
 class vlSettingsButton;
 
 // Frames: x, y, width, height in points, origin at the bottom left of the parent view.
-inline constexpr QRectF g_vlAdditionViewFrame{870, 60, 400, 70};
-inline constexpr QRectF g_vlAdditionViewFrame_OL2016{870, 13, 400, 70};
 inline constexpr double g_vlActionAddtionView_NormalWidth = 400.0;
 inline constexpr double g_vlActionAdditionView_RightMargin = 10.0;
 inline constexpr double g_vlActionAdditionView_MinX = 460.0;
