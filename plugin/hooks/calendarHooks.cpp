@@ -97,11 +97,13 @@ rt::Value eventCancel(rt::Object *self, rt::Selector, rt::Args arguments) {
 }
 
 rt::Value switchToSeries(rt::Object *self, rt::Selector, rt::Args arguments) {
+    // The window in which the user asked for it: once the host has switched, another may be active, or this
+    // one closed.
+    const QPointer<QWidget> window = QApplication::activeWindow();
     const rt::Value result = callHost(rowSwitchToSeries, self, arguments);
-    guarded("following the switch to the series", [] {
+    guarded("following the switch to the series", [&window] {
         const QPointer<vlActionAdditionView> strip =
-            vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(
-                QApplication::activeWindow());
+            vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(window);
         if (!strip)
             return;
         strip->attachOutlookERCalendarEventEditorWindowController(strip->editorWindowController());

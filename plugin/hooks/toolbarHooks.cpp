@@ -1,5 +1,7 @@
+#include "plugin/hooks/hookGuard.h"
 #include "plugin/hooks/hookReplacements.h"
 #include "plugin/hooks/hookTable.h"
+#include "plugin/ui/toolbar/vlToolbarItemMgr.h"
 
 namespace hooks {
 
@@ -7,9 +9,12 @@ namespace {
 constexpr int rowItemForIdentifier = 18;
 } // namespace
 
-// The plug-in has no items of its own in the main window's tool-bar yet: every identifier is the host's.
 rt::Value toolbarItem(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return callHost(rowItemForIdentifier, self, arguments);
+    rt::Object *own =
+        guarded("toolbarItem", static_cast<rt::Object *>(nullptr), [&arguments]() -> rt::Object * {
+            return vlToolbarItemMgr::sharedInstance().itemFor(rt::textValue(arguments[1]));
+        });
+    return own ? rt::fromObject(own) : callHost(rowItemForIdentifier, self, arguments);
 }
 
 } // namespace hooks

@@ -1,11 +1,29 @@
 #include "plugin/hooks/vlHookERageMainWindowController.h"
 
+#include "platform/toolkit/Toolbar.h"
 #include "platform/toolkit/Windows.h"
 #include "plugin/util/vlOLUtils.h"
 
 namespace {
+
 const QString mainWindowControllerClass = QStringLiteral("ERageMainWindowController");
+
+void addUsualItems(QWidget *window) {
+    vlHookERageMainWindowController &hook = vlHookERageMainWindowController::sharedInstance();
+    hook.addVelaButtonToToolbar(window, vlScheduleToolbarItemIdentifier);
+    hook.addVelaButtonToToolbar(window, vlStartToolbarItemIdentifier);
 }
+
+// The host's own list of allowed items stays as it is, so a person finds these only when the tool-bar is
+// told.
+void offerAllItems() {
+    platform::Toolbar::offerItems(mainWindowControllerClass,
+                                  {vlStartToolbarItemIdentifier, vlScheduleToolbarItemIdentifier,
+                                   vlSchedulePACToolbarItemIdentifier, vlOpenLogFolderIdentifier},
+                                  addUsualItems);
+}
+
+} // namespace
 
 vlHookERageMainWindowController &vlHookERageMainWindowController::sharedInstance() {
     static auto *hook = new vlHookERageMainWindowController;
@@ -13,11 +31,28 @@ vlHookERageMainWindowController &vlHookERageMainWindowController::sharedInstance
 }
 
 void vlHookERageMainWindowController::addUIToMainWindow(const QString &identifier) {
+    offerAllItems();
     const QList<QWidget *> windows = platform::orderedWindows();
     for (QWidget *window : windows)
         if (vlOLUtils::kindofClass(platform::windowController(window), mainWindowControllerClass))
             addVelaButtonToToolbar(window, identifier);
 }
 
-// The toolkit has no tool-bar yet that asks for items by identifier: there is nothing to insert into.
-void vlHookERageMainWindowController::addVelaButtonToToolbar(QWidget *, const QString &) {}
+void vlHookERageMainWindowController::addVelaButtonToToolbar(QWidget *window,
+                                                             const QString &toobarIdentifier) {
+    platform::Toolbar *toolbar = platform::windowToolbar(window);
+    if (!toolbar || !toolbar->isToolbarVisible())
+        return;
+    const QList<platform::ToolbarItem *> items = toolbar->visibleItems();
+    int index = 0;
+    for (int i = 0; i < int(items.size()); ++i) {
+        if (items[i]->itemIdentifier() == toobarIdentifier)
+            return;
+        if (items[i]->itemIdentifier() == platform::toolbarFlexibleSpaceIdentifier)
+            index = i;
+    }
+    const bool needsSeparator =
+        index != 0 && items[index - 1]->itemIdentifier() != platform::toolbarSeparatorIdentifier;
+    if (toolbar->insertItem(toobarIdentifier, index) && needsSeparator)
+        toolbar->insertItem(platform::toolbarSeparatorIdentifier, index);
+}

@@ -1,20 +1,21 @@
 // Brings the plug-in's items into the tool-bars of the host's main windows.
 #pragma once
 
+#include "plugin/ui/toolbar/vlToolbarItemMgr.h"
+
 #include <QString>
 
 class QWidget;
-
-inline const QString vlScheduleToolbarItemIdentifier = QStringLiteral("VLScheduleToolbarItem");
-inline const QString vlStartToolbarItemIdentifier = QStringLiteral("VLStartToolbarItem");
 
 class vlHookERageMainWindowController {
 public:
     static vlHookERageMainWindowController &sharedInstance();
 
-    // Adds the item to every main window that is open, in the application's order of windows.
+    // Adds the item to every main window that is open, in the application's order of windows. From then on
+    // all items of the plug-in can be chosen where a tool-bar is customized.
     void addUIToMainWindow(const QString &identifier);
-    // Nothing for a window whose tool-bar is not visible or cannot take items from outside, which is every
-    // one so far.
-    void addVelaButtonToToolbar(QWidget *window, const QString &identifier);
+    // Puts the item before the last flexible space, with a separator before it unless one stands there
+    // already; first of all, and without a separator, where there is no flexible space. Nothing for a
+    // tool-bar that is not visible or has the item.
+    void addVelaButtonToToolbar(QWidget *window, const QString &toobarIdentifier);
 };

@@ -36,6 +36,19 @@ inline const QString buttonContinue = QStringLiteral("Button_Continue");
 inline const QString buttonCancel = QStringLiteral("Button_Cancel");
 inline const QString onBehalfInfo = QStringLiteral("OnBehalfInfo"); // one "%@": a person's name
 
+// The tool-bar of the main window.
+inline const QString palletLabel = QStringLiteral("VlPalletLabel");
+inline const QString instantMeetingLabel = QStringLiteral("InstantMeetingLabel");
+inline const QString instantMeetingTooltip = QStringLiteral("InstantMeetingTooltip");
+inline const QString startWithVideo = QStringLiteral("StartWithVideo");
+inline const QString startWithoutVideo = QStringLiteral("StartWithoutVideo");
+inline const QString scheduleMeetingLabel = QStringLiteral("ScheduleMeetingLabel");
+inline const QString scheduleMeetingTooltip = QStringLiteral("ScheduleMeetingTooltip");
+inline const QString schedulePACMeetingLabel = QStringLiteral("SchedulePACMeetingLabel");
+inline const QString schedulePACMeetingTooltip = QStringLiteral("SchedulePACMeetingTooltip");
+inline const QString openLogFolderLabel = QStringLiteral("OpenLogFolderLabel");
+inline const QString openLogFolderTooltip = QStringLiteral("OpenLogFolderTooltip");
+
 // Dialogs.
 inline const QString buttonLaunchClient = QStringLiteral("Button_LaunchClient");
 inline const QString buttonOKGot = QStringLiteral("Button_OKGot");

@@ -30,7 +30,7 @@ const QString clientBundle = QStringLiteral("/Applications/Parlo Meetings.app");
 const QString hostBundle = QStringLiteral("/Applications/Host.app");
 constexpr int turns = 4; // of the two loops, each of which may wake the other
 
-const char calendar[] =
+const char usualCalendar[] =
     "BEGIN:VCALENDAR\r\n"
     "VERSION:2.0\r\n"
     "PRODID:-//Somebody//Else//EN\r\n"
@@ -85,11 +85,14 @@ QAbstractButton *stripButton(mailhost::EditorWindow *window, const QString &key)
 
 } // namespace
 
-Desk::Desk(const QString &hostVersion, mailhost::BookmarkMangling mangling) {
+Desk::Desk(const QString &hostVersion, mailhost::BookmarkMangling mangling)
+    : Desk(hostVersion, OpenedCalendar{usualCalendar}, mangling) {}
+
+Desk::Desk(const QString &hostVersion, const OpenedCalendar &calendar, mailhost::BookmarkMangling mangling) {
     installServices(hostVersion);
     QFile file(calendarPath());
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(calendar);
+    file.write(calendar.text);
     file.close();
     m_client = std::make_unique<meetingclient::ClientLink>(m_service, m_rules);
 
@@ -98,8 +101,8 @@ Desk::Desk(const QString &hostVersion, mailhost::BookmarkMangling mangling) {
     options.calendarPath = calendarPath();
     options.outbox = m_folder.filePath(QStringLiteral("outbox"));
     options.bookmarkMangling = mangling;
-    options.today = QDate(2026, 11, 24);
-    options.accounts = {{QStringLiteral("Ada Example"), QStringLiteral("ada@parlo.example")}};
+    options.today = calendar.today;
+    options.accounts = calendar.accounts;
     m_host = std::make_unique<mailhost::HostApplication>(options);
     m_host->start();
     loadPlugin();
@@ -285,12 +288,19 @@ QString Desk::meetingKey(const QString &uid) const {
 }
 
 int Desk::sent(const QString &subCommand) const {
-    int count = 0;
-    for (const auto &posted : m_desktop.bus->posted())
-        count += posted.name == requestChannel &&
-                 posted.userInfo.value(QStringLiteral("actionId")) == QStringLiteral("3") &&
-                 posted.userInfo.value(QStringLiteral("content")).startsWith(subCommand + u';');
-    return count;
+    return int(sentContents(subCommand).size());
+}
+
+QStringList Desk::sentContents(const QString &subCommand) const {
+    QStringList contents;
+    for (const auto &posted : m_desktop.bus->posted()) {
+        const QString content = posted.userInfo.value(QStringLiteral("content"));
+        if (posted.name == requestChannel &&
+            posted.userInfo.value(QStringLiteral("actionId")) == QStringLiteral("3") &&
+            content.startsWith(subCommand + u';'))
+            contents.append(content);
+    }
+    return contents;
 }
 
 void Desk::given(const char *rule) {

@@ -15,12 +15,23 @@ class vlActionAdditionView;
 
 namespace roads {
 
+// What the host of a desk opens.
+struct OpenedCalendar {
+    QByteArray text;
+    QDate today{2026, 11, 24};
+    // Of the user; without any the host finds out whose calendar it is.
+    QList<mailhost::Mailbox> accounts{{QStringLiteral("Ada Example"), QStringLiteral("ada@parlo.example")}};
+};
+
 class Desk {
 public:
     // The host of that version, an installed and running client, and an open calendar with the appointments
     // below.
     explicit Desk(const QString &hostVersion,
                   mailhost::BookmarkMangling mangling = mailhost::BookmarkMangling::None);
+    // The same with another calendar.
+    Desk(const QString &hostVersion, const OpenedCalendar &calendar,
+         mailhost::BookmarkMangling mangling = mailhost::BookmarkMangling::None);
     ~Desk();
 
     // Appointments of the calendar, by UID.
@@ -60,6 +71,8 @@ public:
     // What the plug-in has sent to the client under action 3 that begins with the sub-command, since the last
     // forget().
     [[nodiscard]] int sent(const QString &subCommand) const;
+    // The contents of those, as they went over the bus.
+    [[nodiscard]] QStringList sentContents(const QString &subCommand) const;
     void forget() { m_desktop.bus->clearPosted(); }
 
     void given(const char *rule); // what the client does with its answers

@@ -1,28 +1,8 @@
 #include "plugin/util/TimeUtils.h"
+#include "tests/support/ProcessZone.h"
 
 #include <gtest/gtest.h>
 #include <limits>
-
-namespace {
-
-// The process's time zone for the length of a test.
-class ProcessZone {
-public:
-    explicit ProcessZone(const char *name)
-        : m_before(qgetenv("TZ")) {
-        set(name);
-    }
-    ~ProcessZone() { set(m_before); }
-
-private:
-    static void set(const QByteArray &name) {
-        name.isEmpty() ? qunsetenv("TZ") : qputenv("TZ", name);
-        ::tzset();
-    }
-    QByteArray m_before;
-};
-
-} // namespace
 
 TEST(Time, ATimestampIsTheInstantOfTheTextInTheProcessesZone) {
     struct Case {

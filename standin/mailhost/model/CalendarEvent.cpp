@@ -65,9 +65,40 @@ Appointment CalendarEvent::stored() const {
     return found;
 }
 
-void CalendarEvent::setOccurrenceTimes(const QDateTime &start, const QDateTime &end) {
-    m_occurrenceStart = start;
-    m_occurrenceEnd = end;
+void CalendarEvent::setOccurrence(const Occurrence &occurrence) {
+    m_instanceId = occurrence.instanceId;
+    m_occurrenceStart = occurrence.start;
+    m_occurrenceEnd = occurrence.end;
+}
+
+bool CalendarEvent::isSame(const CalendarEvent &other) const {
+    return m_session == other.m_session && m_uid == other.m_uid && m_recurrenceId == other.m_recurrenceId &&
+           m_isOccurrence == other.m_isOccurrence && m_instanceId == other.m_instanceId;
+}
+
+std::unique_ptr<CalendarEvent> CalendarEvent::copy() const {
+    auto other = std::make_unique<CalendarEvent>(m_session.data(), m_uid, m_recurrenceId, m_isOccurrence);
+    other->m_draft = m_draft;
+    other->m_instanceId = m_instanceId;
+    other->m_occurrenceStart = m_occurrenceStart;
+    other->m_occurrenceEnd = m_occurrenceEnd;
+    return other;
+}
+
+Appointment CalendarEvent::changeable() const {
+    Appointment changed = appointment();
+    if (m_isOccurrence) {
+        changed.recurrenceId = m_instanceId;
+        changed.recurrenceRule.clear();
+    }
+    return changed;
+}
+
+void CalendarEvent::followStored() {
+    if (!m_isOccurrence || !m_session || !m_session->file().find(m_uid, m_instanceId))
+        return;
+    m_isOccurrence = false;
+    m_recurrenceId = m_instanceId;
 }
 
 Appointment CalendarEvent::appointment() const {
@@ -167,10 +198,10 @@ QString CalendarEvent::exportAsICS() const {
 }
 
 bool CalendarEvent::deleteEventNow() {
-    // One day of a series has no component of its own: deleting "it" would take the whole series away.
-    if (!m_session || m_isOccurrence)
+    // One day of a series without a name of its own cannot be told from the whole series.
+    if (!m_session || (m_isOccurrence && m_instanceId.isEmpty()))
         return false;
-    if (m_session->remove(m_uid, m_recurrenceId))
+    if (m_session->remove(m_uid, instanceId()))
         return true;
     if (errorPresenter())
         errorPresenter()(nullptr, m_session->lastError());
@@ -178,16 +209,9 @@ bool CalendarEvent::deleteEventNow() {
 }
 
 void CalendarEvent::cancelMeetingInWindow(QWidget *window) {
-    if (!m_session || m_isOccurrence)
+    if (!m_session || (m_isOccurrence && m_instanceId.isEmpty()))
         return;
-    Appointment cancelled = appointment();
-    cancelled.sequence += 1;
-    cancelled.status = u"CANCELLED"_qs;
-    // Only a message that was written is a reason to delete: otherwise the attendees would go on expecting
-    // the meeting.
-    const bool told = m_session->store(cancelled) && m_session->sendMessage(cancelled, true) &&
-                      m_session->remove(m_uid, m_recurrenceId);
-    if (!told && errorPresenter())
+    if (!m_session->cancel(changeable()) && errorPresenter())
         errorPresenter()(window, m_session->lastError());
 }
 

@@ -55,8 +55,18 @@ public:
     [[nodiscard]] Appointment stored() const;
     [[nodiscard]] bool isStored() const;
     [[nodiscard]] CalendarSession *session() const { return m_session; }
-    // When this day of a series is; the series has its own times.
-    void setOccurrenceTimes(const QDateTime &start, const QDateTime &end);
+    // For one day of a series: which one, and when it is; the series has its own times.
+    void setOccurrence(const Occurrence &occurrence);
+    // The day of the series that this stands for; empty for what takes place once and for a series.
+    [[nodiscard]] QString instanceId() const { return m_isOccurrence ? m_instanceId : m_recurrenceId; }
+    // Both stand for the same appointment, or the same day of the same series.
+    [[nodiscard]] bool isSame(const CalendarEvent &other) const;
+    // Another object for the same, without what was set on this one.
+    [[nodiscard]] std::unique_ptr<CalendarEvent> copy() const;
+    // What is to be stored when it is changed: of one day of a series an exception.
+    [[nodiscard]] Appointment changeable() const;
+    // After an exception was stored for the day: from now on it stands for that.
+    void followStored();
     void setHandler(SetHandler handler) { m_handler = std::move(handler); }
     // Forgets what was set: it has been stored.
     void clearSet();
@@ -103,6 +113,7 @@ private:
     QString m_uid;
     QString m_recurrenceId;
     bool m_isOccurrence = false;
+    QString m_instanceId;
     QDateTime m_occurrenceStart;
     QDateTime m_occurrenceEnd;
     std::optional<QString> m_summary;

@@ -15,6 +15,23 @@ QList<Mailbox> ownMailboxes(const HostOptions &options, const CalendarFile &file
     return {owner, {owner.name, u"private."_qs + owner.email}};
 }
 
+constexpr std::size_t longestUndo = 100; // steps; each holds an appointment twice
+
+QString shownSubject(const QString &summary) {
+    return summary.trimmed().isEmpty() ? QObject::tr("Untitled") : summary.trimmed();
+}
+
+QString describeChange(const std::optional<Appointment> &before, const Appointment &after) {
+    const QString subject = shownSubject(after.summary);
+    if (!before && after.recurrenceId.isEmpty())
+        return QObject::tr("new appointment “%1”").arg(subject);
+    if (before && before->summary != after.summary)
+        return QObject::tr("change of “%1”").arg(shownSubject(before->summary));
+    if (!before || before->start != after.start || before->end != after.end)
+        return QObject::tr("move of “%1”").arg(subject);
+    return QObject::tr("change of “%1”").arg(subject);
+}
+
 } // namespace
 
 Mailbox calendarOwner(const QList<Appointment> &appointments) {
@@ -78,17 +95,32 @@ bool CalendarSession::writeOrGoBack() {
 }
 
 bool CalendarSession::store(const Appointment &appointment) {
+    const std::optional<Appointment> former = m_file->find(appointment.uid, appointment.recurrenceId);
+    UndoStep step{appointment.uid, m_file->componentsOf(appointment.uid), {}, {}};
     if (!m_file->update(appointment))
         m_file->add(appointment);
-    return writeOrGoBack();
+    if (!writeOrGoBack())
+        return false;
+    step.what = describeChange(former, appointment);
+    const bool hasRecord =
+        !appointment.ucCapabilities.isEmpty() || (former && !former->ucCapabilities.isEmpty());
+    remember(std::move(step), hasRecord && appointment.recurrenceId.isEmpty());
+    return true;
 }
 
 bool CalendarSession::remove(const QString &uid, const QString &recurrenceId) {
+    const std::optional<Appointment> former = m_file->find(uid, recurrenceId);
+    const std::optional<Appointment> named = former ? former : m_file->find(uid);
+    UndoStep step{uid, m_file->componentsOf(uid), {}, {}};
     if (!m_file->remove(uid, recurrenceId)) {
         m_lastError = tr("The appointment is no longer in the calendar.");
         return false;
     }
-    return writeOrGoBack();
+    if (!writeOrGoBack())
+        return false;
+    step.what = tr("deletion of “%1”").arg(shownSubject(named ? named->summary : QString()));
+    remember(std::move(step), recurrenceId.isEmpty() && former && !former->ucCapabilities.isEmpty());
+    return true;
 }
 
 bool CalendarSession::sendMessage(const Appointment &appointment, bool cancellation) {
@@ -97,7 +129,73 @@ bool CalendarSession::sendMessage(const Appointment &appointment, bool cancellat
     if (path.isNull())
         return false;
     m_lastMessage = path;
+    forgetSteps(appointment.uid);
     return true;
+}
+
+bool CalendarSession::cancel(Appointment appointment) {
+    appointment.sequence += 1;
+    appointment.status = u"CANCELLED"_qs;
+    const bool told = store(appointment) && sendMessage(appointment, true) &&
+                      remove(appointment.uid, appointment.recurrenceId);
+    if (told)
+        forgetSteps(appointment.uid);
+    return told;
+}
+
+// A new change makes what was taken back before unreachable.
+void CalendarSession::remember(UndoStep step, bool hasRecord) {
+    step.after = m_file->componentsOf(step.uid);
+    if (step.after == step.before)
+        return;
+    m_redo.clear();
+    if (hasRecord)
+        return forgetSteps(step.uid);
+    m_undo.push_back(std::move(step));
+    if (m_undo.size() > longestUndo)
+        m_undo.erase(m_undo.begin());
+}
+
+void CalendarSession::forgetSteps(const QString &uid) {
+    const auto ofIt = [&uid](const UndoStep &step) { return step.uid == uid; };
+    std::erase_if(m_undo, ofIt);
+    std::erase_if(m_redo, ofIt);
+}
+
+// The last step whose appointment is still as the step left it; others can never be taken any more.
+QString CalendarSession::nextOf(std::vector<UndoStep> &steps, QByteArray UndoStep::*expected) const {
+    while (!steps.empty() && m_file->componentsOf(steps.back().uid) != steps.back().*expected)
+        steps.pop_back();
+    return steps.empty() ? QString() : steps.back().what;
+}
+
+QString CalendarSession::undoText() {
+    return nextOf(m_undo, &UndoStep::after);
+}
+
+QString CalendarSession::redoText() {
+    return nextOf(m_redo, &UndoStep::before);
+}
+
+bool CalendarSession::takeBack(std::vector<UndoStep> &from, std::vector<UndoStep> &to, bool forward) {
+    UndoStep step = std::move(from.back());
+    from.pop_back();
+    if (!m_file->restore(step.uid, forward ? step.after : step.before)) {
+        m_lastError = tr("The appointment cannot be put back as it was.");
+        return false;
+    }
+    if (!writeOrGoBack())
+        return false;
+    to.push_back(std::move(step));
+    return true;
+}
+
+bool CalendarSession::undo() {
+    return !undoText().isNull() && takeBack(m_undo, m_redo, false);
+}
+
+bool CalendarSession::redo() {
+    return !redoText().isNull() && takeBack(m_redo, m_undo, true);
 }
 
 } // namespace mailhost

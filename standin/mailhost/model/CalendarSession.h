@@ -5,8 +5,17 @@
 #include "standin/mailhost/store/CalendarFile.h"
 
 #include <QObject>
+#include <vector>
 
 namespace mailhost {
+
+// A change that can be taken back.
+struct UndoStep {
+    QString uid;
+    QByteArray before; // the components of the appointment; empty: there was none
+    QByteArray after;
+    QString what; // "Move of “Design review”"
+};
 
 // Every change is written to the file at once. When that fails the file is read again, so that the program
 // shows what is on disk, also what another program has written there meanwhile. Main thread only.
@@ -27,8 +36,19 @@ public:
     bool store(const Appointment &appointment);
     bool remove(const QString &uid, const QString &recurrenceId);
     // Writes the message to the attendees (a cancellation: that the meeting does not take place) into the
-    // outbox.
+    // outbox. What was sent cannot be taken back.
     bool sendMessage(const Appointment &appointment, bool cancellation);
+    // Tells the attendees that it does not take place, and removes it. Removed is only what they were told
+    // of: otherwise they would go on expecting the meeting.
+    bool cancel(Appointment appointment);
+
+    // What undo() and redo() would do next, for the person to read; a null text when there is nothing. Only
+    // changes that nobody else has followed can be taken back: not those of an appointment with a meeting
+    // record, and not when the appointment has been changed otherwise since.
+    [[nodiscard]] QString undoText();
+    [[nodiscard]] QString redoText();
+    bool undo();
+    bool redo();
     [[nodiscard]] const QString &lastError() const { return m_lastError; }
     // The path of the last message written.
     [[nodiscard]] const QString &lastMessage() const { return m_lastMessage; }
@@ -38,7 +58,13 @@ Q_SIGNALS:
 
 private:
     bool writeOrGoBack();
+    void remember(UndoStep step, bool hasRecord);
+    void forgetSteps(const QString &uid);
+    QString nextOf(std::vector<UndoStep> &steps, QByteArray UndoStep::*expected) const;
+    bool takeBack(std::vector<UndoStep> &from, std::vector<UndoStep> &to, bool forward);
 
+    std::vector<UndoStep> m_undo;
+    std::vector<UndoStep> m_redo;
     std::unique_ptr<CalendarFile> m_file;
     HostOptions m_options;
     QString m_outbox;

@@ -9,10 +9,16 @@
 
 namespace mailhost {
 
+// Where a new appointment is put.
+struct NewPlace {
+    QDateTime start; // midnight for a whole day
+    bool allDay = false;
+};
+
 // Filled by the application object; with an empty one nothing new can be made.
 struct HostContext {
     QPointer<CalendarSession> session;
-    std::function<QDateTime()> startOfNew; // where a new appointment begins
+    std::function<NewPlace()> placeOfNew;
     static HostContext &instance() {
         static auto *context = new HostContext;
         return *context;

@@ -55,7 +55,10 @@ struct Appointment {
 struct Occurrence {
     QString uid;
     QString recurrenceId; // of an exception; empty otherwise
-    QDateTime start;      // in the system's zone
+    // Names this day of its series: the RECURRENCE-ID that the file has, or would be given, for it. Empty for
+    // what takes place once.
+    QString instanceId;
+    QDateTime start; // in the system's zone
     QDateTime end;
     bool allDay = false;
     bool isOccurrence = false; // stands for one day of a series, not for the series

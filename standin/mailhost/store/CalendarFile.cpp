@@ -185,27 +185,51 @@ QString CalendarFile::newUid() {
     return QUuid::createUuid().toString(QUuid::WithoutBraces);
 }
 
+namespace {
+
+// The line that says which day of the series it is about, in the form of the series' own start.
+ContentLine dayLine(const Component &series, const QByteArray &name, const QString &instanceId) {
+    ContentLine line = ContentLine::make(name, instanceId.toUtf8(), series.lineEnd());
+    const ContentLine *start = series.line("DTSTART");
+    for (const char *parameter : {"VALUE", "TZID"}) {
+        const auto value = start ? start->parameter(parameter) : std::nullopt;
+        if (value && !instanceId.endsWith(u'Z'))
+            line.setParameter(parameter, *value);
+    }
+    return line;
+}
+
+// Without what says when the series takes place.
+std::unique_ptr<Component> copyOfSeries(const Component &series) {
+    QByteArray text;
+    series.appendText(text);
+    std::vector<std::unique_ptr<Component>> copies = parseComponents(text);
+    if (copies.size() != 1)
+        return nullptr;
+    for (const char *name : {"RRULE", "RDATE", "EXRULE", "EXDATE", "CREATED"})
+        copies.front()->removeLines(name);
+    return std::move(copies.front());
+}
+
+} // namespace
+
 QString CalendarFile::add(const Appointment &appointment) {
     Appointment named = appointment;
     if (named.uid.isEmpty())
         named.uid = newUid();
     const CalendarEntry *series = d->entry(named.uid, {});
     Component *calendar = series ? series->calendar : d->document.calendars().front();
-    auto component = Component::make("VEVENT", calendar->lineEnd());
+    const bool isException = series && !named.recurrenceId.isEmpty();
+    auto component = isException ? copyOfSeries(*series->component) : nullptr;
+    if (!component)
+        component = Component::make("VEVENT", calendar->lineEnd());
     writeText(component->lineOrNew("UID"), named.uid);
     const QByteArray now = clockText(QDateTime::currentSecsSinceEpoch(), CalendarTime::Kind::Utc);
     component->lineOrNew("DTSTAMP").setValue(now);
     component->lineOrNew("CREATED").setValue(now);
-    if (!named.recurrenceId.isEmpty()) {
-        ContentLine &line = component->lineOrNew("RECURRENCE-ID");
-        const ContentLine *start = series ? series->component->line("DTSTART") : nullptr;
-        for (const char *parameter : {"VALUE", "TZID"}) {
-            const auto value = start ? start->parameter(parameter) : std::nullopt;
-            if (value && !named.recurrenceId.endsWith(u'Z'))
-                line.setParameter(parameter, *value);
-        }
-        line.setValue(named.recurrenceId.toUtf8());
-    }
+    if (!named.recurrenceId.isEmpty())
+        component->append(
+            dayLine(series ? *series->component : *component, "RECURRENCE-ID", named.recurrenceId));
     writeAppointment(*component, named, d->zonesOf(calendar));
     Component *added = component.get();
     calendar->items.emplace_back(std::move(component));
@@ -223,11 +247,28 @@ bool CalendarFile::update(const Appointment &appointment) {
     return true;
 }
 
+bool CalendarFile::Private::excludeDay(CalendarEntry &series, const QString &instanceId) {
+    const EntrySummary &summary = summaryOf(series);
+    const auto day = readMoment(dayLine(*series.component, "EXDATE", instanceId), instanceId.toUtf8(),
+                                zonesOf(series.calendar));
+    if (!summary.series || !day)
+        return false;
+    const std::vector<Series::Instance> days = summary.series->between(day->utc(), day->utc() + 1);
+    const bool takesPlace = std::any_of(days.begin(), days.end(), [&](const Series::Instance &instance) {
+        return instance.start.utc() == day->utc();
+    });
+    if (!takesPlace)
+        return false;
+    series.component->append(dayLine(*series.component, "EXDATE", instanceId));
+    changed(series);
+    return true;
+}
+
 bool CalendarFile::remove(const QString &uid, const QString &recurrenceId) {
     CalendarEntry *entry = d->entry(uid, recurrenceId);
-    if (!entry)
-        return false;
     CalendarEntry *series = recurrenceId.isEmpty() ? nullptr : d->entry(uid, {});
+    if (!entry)
+        return series && d->excludeDay(*series, recurrenceId);
     const ContentLine *changedDay = entry->component->line("RECURRENCE-ID");
     if (series && changedDay) {
         // Else the occurrence as the series has it would come back.
@@ -240,16 +281,66 @@ bool CalendarFile::remove(const QString &uid, const QString &recurrenceId) {
         d->changed(*series);
     }
     d->erase(*entry);
-    if (!recurrenceId.isEmpty())
-        return true;
-    std::vector<CalendarEntry *> exceptions;
-    for (const auto &other : d->entries) {
-        if (other->uid == uid)
-            exceptions.push_back(other.get());
-    }
-    for (CalendarEntry *exception : exceptions)
-        d->erase(*exception);
+    if (recurrenceId.isEmpty())
+        d->eraseAll(uid);
     return true;
+}
+
+void CalendarFile::Private::eraseAll(const QString &uid) {
+    for (CalendarEntry *held : entriesOf(uid))
+        erase(*held);
+}
+
+std::vector<CalendarEntry *> CalendarFile::Private::entriesOf(const QString &uid) const {
+    std::vector<CalendarEntry *> found;
+    for (const auto &held : entries) {
+        if (held->uid == uid)
+            found.push_back(held.get());
+    }
+    return found;
+}
+
+QByteArray CalendarFile::componentsOf(const QString &uid) const {
+    QByteArray text;
+    for (const CalendarEntry *entry : d->entriesOf(uid))
+        entry->component->appendText(text);
+    return text;
+}
+
+bool CalendarFile::restore(const QString &uid, const QByteArray &text) {
+    std::vector<std::unique_ptr<Component>> components = parseComponents(text);
+    if (components.empty() && !text.isEmpty())
+        return false;
+    for (const auto &component : components) {
+        const ContentLine *name = component->line("UID");
+        if (component->name != "VEVENT" || (name && readText(*name) != uid))
+            return false;
+    }
+    const std::vector<CalendarEntry *> former = d->entriesOf(uid);
+    Component *calendar = former.empty() ? d->document.calendars().front() : former.front()->calendar;
+    auto place = std::ptrdiff_t(calendar->items.size());
+    if (!former.empty())
+        place = d->placeOf(*former.front());
+    d->eraseAll(uid);
+    for (auto &component : components) {
+        if (!component->line("UID")) // it was made for one that had none
+            writeText(component->lineOrNew("UID"), uid);
+        Component *restored = component.get();
+        calendar->items.insert(calendar->items.begin() + place++, std::move(component));
+        d->addEntry(calendar, restored);
+    }
+    d->exceptionsRead = false;
+    d->dirty = true;
+    return true;
+}
+
+std::ptrdiff_t CalendarFile::Private::placeOf(const CalendarEntry &entry) {
+    const std::vector<ComponentItem> &items = entry.calendar->items;
+    const auto it = std::find_if(items.begin(), items.end(), [&](const ComponentItem &item) {
+        const auto *component = std::get_if<std::unique_ptr<Component>>(&item);
+        return component && component->get() == entry.component;
+    });
+    return it - items.begin();
 }
 
 bool CalendarFile::save(QString *error) {

@@ -34,7 +34,8 @@ public:
 
     static QString newUid();
     // Fills an empty uid with a new one and answers the uid. With a recurrenceId it becomes an exception of
-    // that series.
+    // that series, and begins as a copy of the series' component, with all that this program does not know,
+    // but for what says when the series takes place.
     QString add(const Appointment &appointment);
     // Writes the values that differ into the component; every property, parameter and component that
     // Appointment does not carry stays as it is, and so does the text of one whose value did not change. A
@@ -43,9 +44,16 @@ public:
     // VTIMEZONE where the file lacks one. The body is written as STYLED-DESCRIPTION and X-ALT-DESC with its
     // plain twin in DESCRIPTION. False when there is no such one.
     bool update(const Appointment &appointment);
-    // A series goes with its exceptions; the day of a removed exception is taken out of its series. False
-    // when there is no such one.
+    // A series goes with its exceptions. With a recurrenceId (or the instanceId of a day that has no exception)
+    // that day is taken out of its series. False when there is no such one.
     bool remove(const QString &uid, const QString &recurrenceId = QString());
+
+    // All components of that appointment (a series with its exceptions) as text, to be put back by restore().
+    // Empty when there is none.
+    [[nodiscard]] QByteArray componentsOf(const QString &uid) const;
+    // Puts them back, to the letter, in place of what the appointment is now (nothing, when it was removed);
+    // with an empty text it is removed. False, and nothing is changed, when the text is no such components.
+    bool restore(const QString &uid, const QByteArray &components);
 
     // Writes atomically (a temporary file beside it, then moved over it; the permissions are kept). False
     // with a sentence for the user when it cannot be written, or when another program has changed the file

@@ -48,6 +48,12 @@ struct CalendarFile::Private {
     [[nodiscard]] ZoneTable &zonesOf(const Component *calendar) { return *zones.at(calendar); }
     void changed(CalendarEntry &entry);
     void erase(CalendarEntry &entry);
+    void eraseAll(const QString &uid);
+    // In the file's order; a series with its exceptions.
+    [[nodiscard]] std::vector<CalendarEntry *> entriesOf(const QString &uid) const;
+    static std::ptrdiff_t placeOf(const CalendarEntry &entry); // among the items of its calendar
+    // False when the series does not take place on that day.
+    bool excludeDay(CalendarEntry &series, const QString &instanceId);
     void warn(const QString &text);
 
     const EntrySummary &summaryOf(CalendarEntry &entry);

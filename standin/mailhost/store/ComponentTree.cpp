@@ -165,4 +165,21 @@ ParseResult parseDocument(const QByteArray &text, Document *document) {
     return {open.empty() ? ParseFailure::None : ParseFailure::Truncated, reader.number()};
 }
 
+std::vector<std::unique_ptr<Component>> parseComponents(const QByteArray &text) {
+    std::vector<std::unique_ptr<Component>> found;
+    Document document;
+    const bool good =
+        parseDocument("BEGIN:VCALENDAR\r\n" + text + "END:VCALENDAR\r\n", &document).failure ==
+        ParseFailure::None;
+    if (!good || document.calendars().size() != 1)
+        return found;
+    for (ComponentItem &item : document.calendars().front()->items) {
+        auto *component = std::get_if<std::unique_ptr<Component>>(&item);
+        if (!component)
+            return {};
+        found.push_back(std::move(*component));
+    }
+    return found;
+}
+
 } // namespace mailhost

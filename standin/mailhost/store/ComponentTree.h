@@ -60,4 +60,8 @@ struct ParseResult {
 // Linear in the text. `document` is complete only without a failure.
 [[nodiscard]] ParseResult parseDocument(const QByteArray &text, Document *document);
 
+// The components that a text consists of, for example one VEVENT after another; none when it is anything
+// else.
+[[nodiscard]] std::vector<std::unique_ptr<Component>> parseComponents(const QByteArray &text);
+
 } // namespace mailhost

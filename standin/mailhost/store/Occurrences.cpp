@@ -69,6 +69,7 @@ void CalendarFile::Private::appendOccurrences(CalendarEntry &entry, Seconds from
     Occurrence occurrence;
     occurrence.uid = entry.uid;
     occurrence.recurrenceId = entry.recurrenceId;
+    occurrence.instanceId = entry.recurrenceId;
     occurrence.allDay = summary.times->start.kind == CalendarTime::Kind::Date;
     occurrence.isException = !entry.recurrenceId.isEmpty();
     occurrence.isOccurrence = summary.series != nullptr;
@@ -88,6 +89,7 @@ void CalendarFile::Private::appendOccurrences(CalendarEntry &entry, Seconds from
     for (const Series::Instance &instance : summary.series->between(from, to)) {
         if (changedDays != exceptions.constEnd() && changedDays->contains(instance.start))
             continue;
+        occurrence.instanceId = QString::fromLatin1(clockText(instance.start.clock, instance.start.kind));
         occurrence.start = localTime(instance.start.utc());
         occurrence.end = localTime(instance.end.utc());
         out->append(occurrence);

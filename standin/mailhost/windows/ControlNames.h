@@ -14,8 +14,8 @@ inline const QString todayButton = QStringLiteral("todayButton");
 inline const QString previousWeekButton = QStringLiteral("previousWeekButton");
 inline const QString nextWeekButton = QStringLiteral("nextWeekButton");
 inline const QString weekTitle = QStringLiteral("weekTitle"); // label
-inline const QString weekList =
-    QStringLiteral("weekList"); // tree: a row for each day, the appointments below it
+inline const QString calendarGrid = QStringLiteral("calendarGrid"); // CalendarGrid
+inline const QString weekList = QStringLiteral("weekList");
 
 // Menu actions of the main window (QAction).
 inline const QString openAction = QStringLiteral("openAction");
@@ -26,6 +26,23 @@ inline const QString earlierAction = QStringLiteral("earlierAction");
 inline const QString laterAction = QStringLiteral("laterAction");
 inline const QString longerAction = QStringLiteral("longerAction");
 inline const QString shorterAction = QStringLiteral("shorterAction");
+inline const QString startEarlierAction = QStringLiteral("startEarlierAction");
+inline const QString startLaterAction = QStringLiteral("startLaterAction");
+inline const QString dayEarlierAction = QStringLiteral("dayEarlierAction");
+inline const QString dayLaterAction = QStringLiteral("dayLaterAction");
+inline const QString openSeriesAction = QStringLiteral("openSeriesAction");
+inline const QString undoAction = QStringLiteral("undoAction");
+inline const QString redoAction = QStringLiteral("redoAction");
+inline const QString newWindowAction = QStringLiteral("newWindowAction");
+inline const QString closeWindowAction = QStringLiteral("closeWindowAction");
+inline const QString newAppointmentAction = QStringLiteral("newAppointmentAction");
+inline const QString newMeetingAction = QStringLiteral("newMeetingAction");
+inline const QString todayAction = QStringLiteral("todayAction");
+inline const QString previousAction = QStringLiteral("previousAction");
+inline const QString nextAction = QStringLiteral("nextAction");
+inline const QString dayViewAction = QStringLiteral("dayViewAction");
+inline const QString weekViewAction = QStringLiteral("weekViewAction");
+inline const QString customizeToolBarAction = QStringLiteral("customizeToolBarAction");
 inline const QString quitAction = QStringLiteral("quitAction");
 
 // Editor.
@@ -81,6 +98,8 @@ inline const QString sendQuestion = QStringLiteral("sendQuestion");
 inline const QString sendAnywayButton = QStringLiteral("sendAnywayButton");
 inline const QString deleteQuestion = QStringLiteral("deleteQuestion");
 inline const QString deleteConfirmButton = QStringLiteral("deleteConfirmButton");
+inline const QString deleteSeriesButton = QStringLiteral("deleteSeriesButton");
+inline const QString cancelWithMessageButton = QStringLiteral("cancelWithMessageButton");
 inline const QString errorMessage = QStringLiteral("errorMessage");
 
 } // namespace mailhost::controls

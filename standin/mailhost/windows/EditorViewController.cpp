@@ -7,6 +7,8 @@
 #include "standin/mailhost/windows/RecurrenceSheet.h"
 
 #include <QLineEdit>
+#include <QScopedValueRollback>
+#include <utility>
 
 namespace mailhost {
 
@@ -37,6 +39,7 @@ EditorViewController::EditorViewController(std::unique_ptr<CalendarEvent> event,
         m_wordEditor = std::make_unique<WordMailEditor>(BodyReference(body, body));
     connect(form, &EditorForm::edited, this, [this] { m_frame->showState(); });
     connect(body, &BodyEdit::edited, this, [this] { m_frame->showState(); });
+    connect(m_event->session(), &CalendarSession::changed, this, &EditorViewController::followCalendar);
     connect(form, &EditorForm::fromChosen, this,
             [this](QWidget *chooser) { rt::send(this, "fromFieldModified:", rt::fromWidget(chooser)); });
     showEvent();
@@ -48,15 +51,43 @@ EditorViewController::~EditorViewController() {
 
 void EditorViewController::showEvent() {
     m_event->setHandler([this] { eventWasSet(); });
-    const Appointment appointment = m_event->stored();
-    m_form->show(appointment);
+    m_shown = m_event->stored();
+    m_form->show(m_shown);
     m_form->setEditable(canEdit() && !m_cancelMode);
-    m_body->load(appointment.bodyHtml);
+    m_body->load(m_shown.bodyHtml);
     m_body->setBodyReadOnly(!canEdit());
 }
 
+// The appointment may be moved on the calendar, or changed by another program, while it is open here. What
+// the person has not touched in this editor follows; what they have typed stays.
+void EditorViewController::followCalendar() {
+    const Appointment now = m_event->stored();
+    if (m_storing || !m_event->isStored())
+        return;
+    const Appointment entered = m_form->values();
+    const Appointment shown = std::exchange(m_shown, now);
+    const bool bodyUntouched = m_body->bodyHtml() == asHtmlDocument(shown.bodyHtml);
+    Appointment merged = now;
+    const auto keep = [&](auto Appointment::*field) {
+        if (entered.*field != shown.*field)
+            merged.*field = entered.*field;
+    };
+    keep(&Appointment::summary);
+    keep(&Appointment::location);
+    keep(&Appointment::start);
+    keep(&Appointment::end);
+    keep(&Appointment::attendees);
+    keep(&Appointment::recurrenceRule);
+    keep(&Appointment::organizerEmail);
+    keep(&Appointment::organizerName);
+    m_form->show(merged);
+    if (bodyUntouched && now.bodyHtml != shown.bodyHtml)
+        m_body->load(now.bodyHtml);
+    m_frame->showState();
+}
+
 bool EditorViewController::canEdit() const {
-    return m_event->isOwner() && !m_event->isOccurrence();
+    return m_event->isOwner();
 }
 
 // What is set on the event from outside shows in the fields.
@@ -137,10 +168,12 @@ void EditorViewController::contentDidChange() {
 
 bool EditorViewController::store(int sequenceStep, const QString &status) {
     Appointment appointment = m_form->values();
-    const Appointment set = m_event->appointment();
+    const Appointment set = m_event->changeable();
     appointment.ucCapabilities = set.ucCapabilities;
     appointment.uid = set.uid;
     appointment.recurrenceId = set.recurrenceId;
+    if (isOccurrenceOrException())
+        appointment.recurrenceRule.clear();
     const QString html = m_body->bodyHtml();
     const bool bodyChanged = html != asHtmlDocument(set.bodyHtml);
     appointment.bodyHtml = bodyChanged ? html : set.bodyHtml;
@@ -148,21 +181,25 @@ bool EditorViewController::store(int sequenceStep, const QString &status) {
     if (!status.isNull())
         appointment.status = status;
     MutableCalendarEvent record(m_event->session(), appointment);
+    const QScopedValueRollback storing(m_storing, true);
     if (rt::integerValue(rt::send(&record, "saveRecord")) != 0) {
         m_frame->showError(m_event->session()->lastError());
         return false;
     }
     m_event->clearSet();
+    m_event->followStored();
     m_forcedDirty = false;
-    const Appointment stored = m_event->stored();
-    m_form->show(stored);
-    if (m_body->bodyHtml() != asHtmlDocument(stored.bodyHtml))
-        m_body->load(stored.bodyHtml);
+    m_shown = m_event->stored();
+    m_form->show(m_shown);
+    if (m_body->bodyHtml() != asHtmlDocument(m_shown.bodyHtml))
+        m_body->load(m_shown.bodyHtml);
     m_frame->showState();
     return true;
 }
 
 bool EditorViewController::save() {
+    if (canEdit() && m_event->isOccurrence() && !isDirty())
+        return true; // a day that nothing was changed of is still that of its series
     return canEdit() && store(0, {});
 }
 
@@ -252,7 +289,7 @@ void EditorViewController::requestSend() {
 }
 
 void EditorViewController::openRecurrenceSheet() {
-    if (m_sheet || !canEdit())
+    if (m_sheet || !canEdit() || isOccurrenceOrException())
         return;
     const Appointment appointment = m_form->values();
     m_sheet =
@@ -279,7 +316,7 @@ void EditorViewController::switchToRecurrenceDidEnd(const rt::Value &sheet, int 
 }
 
 void EditorViewController::switchToSeries() {
-    if (!m_event->isOccurrence())
+    if (!isOccurrenceOrException())
         return;
     m_formerEvents.push_back(std::move(m_event));
     CalendarEvent *former = m_formerEvents.back().get();

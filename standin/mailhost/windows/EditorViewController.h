@@ -78,6 +78,7 @@ public:
 
 private:
     void showEvent();
+    void followCalendar();
     void eventWasSet();
     bool store(int sequenceStep, const QString &status);
     void sendCancellation();
@@ -92,6 +93,8 @@ private:
     std::unique_ptr<WordMailEditor> m_wordEditor;
     rt::Weak<> m_attachedWordEditor;
     QPointer<QDialog> m_sheet;
+    Appointment m_shown; // as the form and the body were filled last
+    bool m_storing = false;
     bool m_forcedDirty = false;
     bool m_cancelMode = false;
 };

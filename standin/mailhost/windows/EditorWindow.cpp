@@ -93,9 +93,7 @@ QWidget *EditorWindow::buildToolBar() {
     connect(m_delete, &QPushButton::clicked, this, &EditorWindow::deleteAppointment);
     connect(m_repeat, &QPushButton::clicked, this, [this] { m_controller->openRecurrenceSheet(); });
     connect(m_timeZone, &QPushButton::toggled, this, [this](bool shown) { m_form->setTimeZoneShown(shown); });
-    connect(m_openSeries, &QPushButton::clicked, this, [this] {
-        rt::send(m_seriesResponder.get(), "switchToRecurringSeries:", rt::fromWidget(m_openSeries));
-    });
+    connect(m_openSeries, &QPushButton::clicked, this, &EditorWindow::openSeries);
     return m_toolBar;
 }
 
@@ -123,19 +121,20 @@ void EditorWindow::showState() {
     m_send->setText(cancelling ? tr("Se&nd cancellation") : tr("Se&nd"));
     m_saveAndClose->setVisible(editable && !meeting && !cancelling);
     m_delete->setVisible(editable && !cancelling && m_controller->content()->isStored());
-    m_repeat->setVisible(editable && !cancelling);
+    const bool oneDay = m_controller->isOccurrenceOrException();
+    m_repeat->setVisible(editable && !cancelling && !oneDay);
     m_repeat->setText(appointment.recurrenceRule.isEmpty()
                           ? tr("Re&peat…")
                           : tr("Re&peat: %1…").arg(recurrenceText(appointment.recurrenceRule)));
     m_repeat->setAccessibleName(m_repeat->text().remove(u'&'));
-    m_openSeries->setVisible(m_controller->content()->isOccurrence());
+    m_openSeries->setVisible(oneDay && !cancelling);
     if (m_save)
         m_save->setEnabled(editable && !cancelling);
     QStringList notices;
     if (!m_controller->content()->isOwner())
         notices.append(tr("Only the organizer, %1, can change this meeting.").arg(appointment.organizerName));
-    else if (m_controller->content()->isOccurrence())
-        notices.append(tr("This is one day of a series. Open the series to change it."));
+    else if (oneDay && !cancelling)
+        notices.append(tr("This is one day of a series. What you change here holds for this day only."));
     if (cancelling)
         notices.append(tr("The attendees will be told that the meeting does not take place."));
     m_notice->setText(notices.join(u"   ·   "_qs));
@@ -192,11 +191,23 @@ void EditorWindow::deleteAppointment() {
     });
 }
 
-void EditorWindow::askToSave() {
+void EditorWindow::openSeries() {
+    const auto open = [this] {
+        rt::send(m_seriesResponder.get(), "switchToRecurringSeries:", rt::fromWidget(m_openSeries));
+    };
+    if (!m_controller->isDirty())
+        return open();
+    askToSave(tr("Save the changes to this day?"), [this, open](bool save) {
+        if (!save || rt::boolValue(rt::send(m_controller.get(), "save")))
+            open();
+    });
+}
+
+void EditorWindow::askToSave(const QString &question, std::function<void(bool save)> answered) {
     if (m_message && m_message->isVisible())
         return;
-    QMessageBox *box = newMessage(controls::closeQuestion, tr("Save the changes to this appointment?"),
-                                  tr("They are lost if you do not save them."));
+    QMessageBox *box =
+        newMessage(controls::closeQuestion, question, tr("They are lost if you do not save them."));
     QPushButton *save = box->addButton(tr("&Save"), QMessageBox::AcceptRole);
     save->setObjectName(controls::saveChangesButton);
     QPushButton *discard = box->addButton(tr("&Don't save"), QMessageBox::DestructiveRole);
@@ -205,11 +216,9 @@ void EditorWindow::askToSave() {
     keep->setObjectName(controls::keepEditingButton);
     box->setDefaultButton(save);
     box->setEscapeButton(keep);
-    showMessage([this, save, discard](QAbstractButton *clicked) {
-        if (clicked == save)
-            rt::send(m_controller.get(), "saveAndCloseWindow:", true);
-        else if (clicked == discard)
-            closeFrameLater();
+    showMessage([save, discard, answered = std::move(answered)](QAbstractButton *clicked) {
+        if (clicked == save || clicked == discard)
+            answered(clicked == save);
     });
 }
 
@@ -233,10 +242,14 @@ void EditorWindow::closeEvent(QCloseEvent *event) {
         return;
     }
     event->ignore();
-    if (m_controller->isDirty() && (m_controller->canEdit()))
-        askToSave();
-    else
-        closeNow();
+    if (!m_controller->isDirty() || !m_controller->canEdit())
+        return closeNow();
+    askToSave(tr("Save the changes to this appointment?"), [this](bool save) {
+        if (save)
+            rt::send(m_controller.get(), "saveAndCloseWindow:", true);
+        else
+            closeFrameLater();
+    });
 }
 
 void EditorWindow::changeEvent(QEvent *event) {

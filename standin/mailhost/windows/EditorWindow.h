@@ -39,7 +39,9 @@ private:
     void build(const CalendarSession &session, bool newerGeneration);
     QWidget *buildToolBar();
     void buildMenu();
-    void askToSave();
+    void openSeries();
+    // `answered` is not called when the person goes on editing.
+    void askToSave(const QString &question, std::function<void(bool save)> answered);
     void deleteAppointment();
     QPushButton *addButton(const QString &name, const QString &text);
     QMessageBox *newMessage(const QString &name, const QString &text, const QString &detail);
@@ -89,5 +91,9 @@ private:
 };
 
 void defineEditorWindowClasses();
+[[nodiscard]] rt::Class *editorWindowClass();
+// Opens the editor as a person does, through the class's own methods. Answers its controller; nullptr when
+// there is none.
+rt::Object *showEditorFor(std::unique_ptr<CalendarEvent> event);
 
 } // namespace mailhost

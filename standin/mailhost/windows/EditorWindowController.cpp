@@ -14,18 +14,25 @@ QList<EditorWindowController *> &openControllers() {
     return *controllers;
 }
 
-// A new appointment of half an hour, or nullptr without a calendar.
+// A new appointment of half an hour or of one day, or nullptr without a calendar.
 std::unique_ptr<CalendarEvent> newEvent() {
     const HostContext &context = HostContext::instance();
     if (!context.session)
         return nullptr;
     Appointment draft;
     draft.uid = CalendarFile::newUid();
-    const QDateTime start = context.startOfNew ? context.startOfNew() : QDateTime::currentDateTime();
-    const QDateTime zoned = start.toTimeZone(QTimeZone::systemTimeZone());
+    const NewPlace place =
+        context.placeOfNew ? context.placeOfNew() : NewPlace{QDateTime::currentDateTime(), false};
+    const QDateTime zoned = place.start.toTimeZone(QTimeZone::systemTimeZone());
     const QString zone = QString::fromUtf8(QTimeZone::systemTimeZoneId());
-    draft.start = {CalendarTime::Kind::Zoned, zoned, zone};
-    draft.end = {CalendarTime::Kind::Zoned, zoned.addSecs(30 * 60), zone};
+    if (place.allDay) {
+        const QDate day = place.start.date();
+        draft.start = {CalendarTime::Kind::Date, day.startOfDay(), {}};
+        draft.end = {CalendarTime::Kind::Date, day.addDays(1).startOfDay(), {}};
+    } else {
+        draft.start = {CalendarTime::Kind::Zoned, zoned, zone};
+        draft.end = {CalendarTime::Kind::Zoned, zoned.addSecs(30 * 60), zone};
+    }
     return std::make_unique<CalendarEvent>(context.session.data(), draft);
 }
 
@@ -65,8 +72,7 @@ EditorWindowController *EditorWindowController::showFor(rt::Object *object, bool
     for (EditorWindowController *controller : std::as_const(openControllers())) {
         EditorWindow *window = controller->m_window;
         const CalendarEvent *shown = window ? window->viewController()->content() : nullptr;
-        if (!shown || shown->UUID() != event->UUID() || shown->isOccurrence() != event->isOccurrence() ||
-            shown->stored().recurrenceId != event->stored().recurrenceId)
+        if (!shown || !shown->isSame(*event))
             continue;
         controller->m_otherEvents.push_back(std::move(owned));
         window->show();
@@ -111,6 +117,15 @@ void EditorWindowController::windowClosed() {
     openControllers().removeAll(this);
     platform::unregisterWindow(m_window);
     deleteLater(); // with the window and everything in it, after what is at work now
+}
+
+rt::Class *editorWindowClass() {
+    return rt::classNamed(u"ERCalendarEventEditorWindowController"_qs);
+}
+
+rt::Object *showEditorFor(std::unique_ptr<CalendarEvent> event) {
+    const char *selector = event->isMeeting() ? "showWindowForMeeting:" : "showWindowForEvent:";
+    return rt::objectValue(rt::send(editorWindowClass(), selector, rt::fromObject(event.release())));
 }
 
 void defineEditorWindowClasses() {

@@ -23,17 +23,16 @@ std::unique_ptr<CalendarEvent> GridViewController::newEventForSelection() const 
     auto event =
         std::make_unique<CalendarEvent>(m_session.data(), occurrence->uid, occurrence->recurrenceId, oneDay);
     if (oneDay)
-        event->setOccurrenceTimes(occurrence->start, occurrence->end);
+        event->setOccurrence(*occurrence);
     return event;
 }
 
 rt::Object *GridViewController::selectedEvent() {
     std::unique_ptr<CalendarEvent> event = newEventForSelection();
-    const bool same = event && m_event && event->UUID() == m_event->UUID() &&
-                      event->isOccurrence() == m_event->isOccurrence() &&
-                      event->stored().recurrenceId == m_event->stored().recurrenceId;
-    if (same)
+    if (event && m_event && event->isSame(*m_event)) {
+        m_event->setOccurrence(*m_list->selected()); // its series may have been moved
         return m_event.get();
+    }
     if (m_event)
         rt::temporary(std::move(m_event)); // whoever was just given it may still use it
     m_event = std::move(event);
@@ -47,14 +46,12 @@ GridViewWrapper::GridViewWrapper(WeekList *list)
 bool GridViewWrapper::mayChange(const CalendarEvent *event) const {
     if (!event || !event->session())
         return false;
-    QString reason;
-    if (!event->isOwner())
-        reason = QObject::tr("Only the organizer can change this meeting.");
-    else if (event->isOccurrence())
-        reason = QObject::tr("This is one day of a series. Open the series to change it.");
-    if (!reason.isNull() && errorPresenter())
-        errorPresenter()(m_controller.view()->window(), reason);
-    return reason.isNull();
+    if (event->isOwner())
+        return true;
+    if (errorPresenter())
+        errorPresenter()(m_controller.view()->window(),
+                         QObject::tr("Only the organizer can change this meeting."));
+    return false;
 }
 
 bool GridViewWrapper::store(CalendarEvent *event, const Appointment &appointment) {
@@ -68,16 +65,22 @@ bool GridViewWrapper::store(CalendarEvent *event, const Appointment &appointment
 
 namespace {
 
+constexpr double secondsPerDay = 24 * 60 * 60;
+
 // The same kind of time, moved to another instant.
 CalendarTime movedTo(const CalendarTime &time, const QDateTime &instant) {
     CalendarTime moved = time;
-    if (time.kind == CalendarTime::Kind::Date)
-        moved.value = QDateTime(instant.toLocalTime().date(), QTime(0, 0));
-    else
-        moved.value = instant.toTimeZone(zoneOf(time));
+    moved.value = instant.toTimeZone(zoneOf(time));
     if (time.kind == CalendarTime::Kind::Floating)
         moved.value = QDateTime(moved.value.date(), moved.value.time());
     return moved;
+}
+
+// Whole days are counted on the calendar: around a change of the clocks they have 23 or 25 hours.
+void moveWholeDays(Appointment &appointment, const QDateTime &start, qint64 days) {
+    const QDate first = start.toLocalTime().date();
+    appointment.start.value = first.startOfDay();
+    appointment.end.value = first.addDays(std::max<qint64>(1, days)).startOfDay();
 }
 
 } // namespace
@@ -86,11 +89,15 @@ bool GridViewWrapper::dragResizedEvent(rt::Object *object, const rt::Value &, rt
                                        double seconds, const rt::Value &, bool, bool) {
     auto *event = dynamic_cast<CalendarEvent *>(object);
     const auto *start = dynamic_cast<CalendarDate *>(startDate);
-    if (!start || seconds < 0 || !mayChange(event))
+    if (!start || !(seconds >= 0) || !mayChange(event))
         return false;
-    Appointment appointment = event->appointment();
-    appointment.start = movedTo(appointment.start, start->dateUTC());
-    appointment.end = movedTo(appointment.end, start->dateUTC().addMSecs(qint64(seconds * 1000)));
+    Appointment appointment = event->changeable();
+    if (appointment.start.kind == CalendarTime::Kind::Date) {
+        moveWholeDays(appointment, start->dateUTC(), qRound64(seconds / secondsPerDay));
+    } else {
+        appointment.start = movedTo(appointment.start, start->dateUTC());
+        appointment.end = movedTo(appointment.end, start->dateUTC().addMSecs(qint64(seconds * 1000)));
+    }
     return store(event, appointment);
 }
 
@@ -99,10 +106,15 @@ bool GridViewWrapper::performDrag(const rt::Value &, const rt::Value &, rt::Obje
     const auto *start = dynamic_cast<CalendarDate *>(date);
     if (!start || !mayChange(event))
         return false;
-    Appointment appointment = event->appointment();
-    const qint64 length = appointment.start.value.msecsTo(appointment.end.value);
-    appointment.start = movedTo(appointment.start, start->dateUTC());
-    appointment.end = movedTo(appointment.end, start->dateUTC().addMSecs(length));
+    Appointment appointment = event->changeable();
+    const QDateTime former = appointment.start.value;
+    const QDateTime formerEnd = appointment.end.value;
+    if (appointment.start.kind == CalendarTime::Kind::Date) {
+        moveWholeDays(appointment, start->dateUTC(), former.date().daysTo(formerEnd.date()));
+    } else {
+        appointment.start = movedTo(appointment.start, start->dateUTC());
+        appointment.end = movedTo(appointment.end, start->dateUTC().addMSecs(former.msecsTo(formerEnd)));
+    }
     return store(event, appointment);
 }
 
@@ -110,7 +122,7 @@ bool GridViewWrapper::subjectChanged(const QString &subject, rt::Object *object,
     auto *event = dynamic_cast<CalendarEvent *>(object);
     if (!mayChange(event))
         return false;
-    Appointment appointment = event->appointment();
+    Appointment appointment = event->changeable();
     appointment.summary = subject;
     return store(event, appointment);
 }

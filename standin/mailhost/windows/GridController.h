@@ -30,8 +30,8 @@ public:
     [[nodiscard]] rt::Object *gridViewController() { return &m_controller; }
     [[nodiscard]] QVariantList gridViewControllers() { return {rt::fromObject(&m_controller)}; }
 
-    // Each changes the stored appointment. False when it may not be changed (another's, or one day of a
-    // series) or cannot be written; the person has been told why.
+    // Each changes the stored appointment; one day of a series becomes an exception. False when it may not be
+    // changed (it is another's) or cannot be written; the person has been told why.
     bool dragResizedEvent(rt::Object *event, const rt::Value &tile, rt::Object *startDate, double seconds,
                           const rt::Value &inProgress, bool partialStart, bool partialEnd);
     bool performDrag(const rt::Value &from, const rt::Value &to, rt::Object *date,

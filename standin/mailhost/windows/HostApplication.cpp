@@ -90,7 +90,7 @@ void HostApplication::start() {
     m_delegate = std::make_unique<AppDelegate>();
     platform::setApplicationDelegate(m_delegate.get());
     m_mainWindow = std::make_unique<MainWindowController>(m_options.today);
-    HostContext::instance().startOfNew = [this] { return m_mainWindow->startOfNew(); };
+    HostContext::instance().placeOfNew = [this] { return NewPlace{m_mainWindow->startOfNew(), false}; };
 }
 
 QString HostApplication::dataFolder() const {

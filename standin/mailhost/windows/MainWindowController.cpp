@@ -14,10 +14,6 @@ namespace mailhost {
 
 namespace {
 
-rt::Class *editorWindowClass() {
-    return rt::classNamed(u"ERCalendarEventEditorWindowController"_qs);
-}
-
 QStringList textsOf(const rt::Value &list) {
     QStringList texts;
     for (const rt::Value &value : rt::listValue(list))

@@ -1,0 +1,265 @@
+#include "platform/toolkit/Toolbar.h"
+
+#include "platform/runtime/Runtime.h"
+#include "platform/toolkit/ToolbarCustomization.h"
+#include "platform/toolkit/ToolbarRow.h"
+#include "platform/toolkit/ToolbarValidator.h"
+#include "platform/toolkit/Windows.h"
+
+#include <QActionGroup>
+#include <QContextMenuEvent>
+#include <algorithm>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+struct Offer {
+    QStringList identifiers;
+    std::function<void(QWidget *)> restored;
+};
+
+QHash<QString, Offer> &offers() {
+    static auto *all = new QHash<QString, Offer>;
+    return *all;
+}
+
+QList<Offer> offersFor(const rt::Object *delegate) {
+    QList<Offer> matching;
+    for (const rt::Class *c = delegate ? delegate->isa() : nullptr; c; c = c->superclass())
+        if (offers().contains(c->name()))
+            matching.append(offers().value(c->name()));
+    return matching;
+}
+
+QString standardLabel(const QString &identifier) {
+    if (identifier == toolbarSeparatorIdentifier)
+        return Toolbar::tr("Separator");
+    return identifier == toolbarFixedSpaceIdentifier ? Toolbar::tr("Space") : Toolbar::tr("Flexible space");
+}
+
+// One for each kind is enough: nothing tells two separators apart.
+ToolbarItem *standardItem(const QString &identifier) {
+    static auto *items = new QHash<QString, ToolbarItem *>;
+    ToolbarItem *&item = (*items)[identifier];
+    if (!item) {
+        item = new ToolbarItem(identifier);
+        item->setLabel(standardLabel(identifier));
+    }
+    return item;
+}
+
+} // namespace
+
+Toolbar::Toolbar(const QString &identifier, QWidget *parent)
+    : QToolBar(parent)
+    , m_identifier(identifier)
+    , m_arrangement(ToolbarArrangement::shared(identifier))
+    , m_row(new ToolbarRow) {
+    setMovable(false);
+    addWidget(m_row);
+    connect(m_arrangement.get(), &ToolbarArrangement::changed, this, &Toolbar::rebuild);
+    ToolbarValidator::sharedInstance().add(this);
+}
+
+Toolbar::~Toolbar() {
+    delete m_sheet;
+}
+
+void Toolbar::setDelegate(rt::Object *delegate) {
+    m_delegate = rt::Weak<>(delegate);
+    m_items.clear();
+    rebuild();
+}
+
+bool Toolbar::isToolbarVisible() const {
+    return !(isHidden() && testAttribute(Qt::WA_WState_ExplicitShowHide));
+}
+
+QStringList Toolbar::askForList(const char *selector) {
+    return ToolbarArrangement::cleaned(
+        rt::listValue(rt::send(m_delegate.get(), selector, rt::fromWidget(this))));
+}
+
+QStringList Toolbar::identifiers() {
+    if (m_arrangement->identifiers())
+        return *m_arrangement->identifiers();
+    return askForList("toolbarDefaultItemIdentifiers:");
+}
+
+ToolbarItem *Toolbar::itemFor(const QString &identifier, bool willBeInserted) {
+    if (isStandardToolbarIdentifier(identifier))
+        return standardItem(identifier);
+    if (ToolbarItem *known = m_items.value(identifier))
+        return known;
+    const rt::Value answer = rt::send(
+        m_delegate.get(), "toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:", rt::fromWidget(this),
+        identifier, willBeInserted);
+    auto *item = dynamic_cast<ToolbarItem *>(rt::objectValue(answer));
+    if (!item || item->itemIdentifier() != identifier)
+        return nullptr;
+    m_items.insert(identifier, item);
+    // Queued: a dying item is no item any more when it tells of it.
+    connect(item, &QObject::destroyed, this, &Toolbar::rebuild,
+            Qt::ConnectionType(Qt::QueuedConnection | Qt::UniqueConnection));
+    return item;
+}
+
+// A separator directly before an item that is not there would stand for nothing: it is left out with it.
+QList<Toolbar::Place> Toolbar::places(const QStringList &identifiers) {
+    QList<Place> result;
+    for (int i = 0; i < int(identifiers.size()); ++i) {
+        if (ToolbarItem *item = itemFor(identifiers[i], true)) {
+            result.append({i, item});
+            continue;
+        }
+        if (i > 0 && !result.isEmpty() && result.last().position == i - 1 &&
+            identifiers[i - 1] == toolbarSeparatorIdentifier)
+            result.removeLast();
+    }
+    return result;
+}
+
+QList<ToolbarItem *> Toolbar::visibleItems() {
+    QList<ToolbarItem *> items;
+    for (const Place &place : places(identifiers()))
+        if (place.item)
+            items.append(place.item);
+    return items;
+}
+
+bool Toolbar::insertItem(const QString &identifier, int index) {
+    QStringList list = identifiers();
+    if (identifier.isEmpty() || identifier.size() > ToolbarArrangement::maximumIdentifierLength ||
+        list.size() >= ToolbarArrangement::maximumItems)
+        return false;
+    if (!isStandardToolbarIdentifier(identifier) && list.contains(identifier))
+        return false;
+    if (!itemFor(identifier, true))
+        return false;
+    const QList<Place> shown = places(list);
+    const bool atEnd = index >= int(shown.size());
+    list.insert(atEnd ? int(list.size()) : shown[std::max(0, index)].position, identifier);
+    m_arrangement->setIdentifiers(list);
+    return true;
+}
+
+void Toolbar::removeItem(int index) {
+    QStringList list = identifiers();
+    const QList<Place> shown = places(list);
+    if (index < 0 || index >= int(shown.size()))
+        return;
+    list.removeAt(shown[index].position);
+    m_arrangement->setIdentifiers(list);
+}
+
+void Toolbar::moveItem(int from, int to) {
+    QStringList list = identifiers();
+    const QList<Place> shown = places(list);
+    if (from < 0 || from >= int(shown.size()))
+        return;
+    const int target = std::clamp(to, 0, int(shown.size()) - 1);
+    list.move(shown[from].position, shown[target].position);
+    m_arrangement->setIdentifiers(list);
+}
+
+QList<ToolbarItem *> Toolbar::paletteItems() {
+    QStringList candidates = askForList("toolbarAllowedItemIdentifiers:");
+    for (const Offer &offer : offersFor(m_delegate.get()))
+        candidates += offer.identifiers;
+    candidates.removeIf(isStandardToolbarIdentifier); // they come last
+    candidates << toolbarSeparatorIdentifier << toolbarFixedSpaceIdentifier << toolbarFlexibleSpaceIdentifier;
+    candidates.removeDuplicates();
+    const QStringList present = identifiers();
+    QList<ToolbarItem *> items;
+    for (const QString &identifier : std::as_const(candidates)) {
+        if (present.contains(identifier) && !isStandardToolbarIdentifier(identifier))
+            continue;
+        if (ToolbarItem *item = itemFor(identifier, false))
+            items.append(item);
+    }
+    return items;
+}
+
+QWidget *Toolbar::controlFor(const QString &identifier) const {
+    return m_row->controlFor(identifier);
+}
+
+void Toolbar::restoreDefault() {
+    m_arrangement->forget();
+    const QPointer<Toolbar> alive = this;
+    for (const Offer &offer : offersFor(m_delegate.get()))
+        if (alive && offer.restored)
+            offer.restored(window());
+}
+
+void Toolbar::revalidate() {
+    const QPointer<Toolbar> alive = this;
+    QList<QPointer<ToolbarItem>> items;
+    for (const Place &place : places(identifiers()))
+        items.append(place.item);
+    for (const QPointer<ToolbarItem> &item : std::as_const(items))
+        if (item)
+            item->validate();
+    if (alive)
+        m_row->show(items, displayMode());
+}
+
+void Toolbar::rebuild() {
+    QList<QPointer<ToolbarItem>> items;
+    for (const Place &place : places(identifiers()))
+        items.append(place.item);
+    m_row->show(items, displayMode());
+    if (m_sheet)
+        m_sheet->refresh();
+}
+
+void Toolbar::customize() {
+    if (!m_sheet) {
+        m_sheet = new ToolbarCustomization(this);
+        m_sheet->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    beginSheet(m_sheet, window(), nullptr);
+}
+
+QWidget *Toolbar::customizationSheet() const {
+    return m_sheet;
+}
+
+void Toolbar::offerItems(const QString &delegateClass, const QStringList &identifiers,
+                         std::function<void(QWidget *window)> restored) {
+    offers().insert(delegateClass, {identifiers, std::move(restored)});
+}
+
+void Toolbar::addDisplayModes(QMenu *menu) {
+    auto *group = new QActionGroup(menu);
+    const std::pair<ToolbarDisplayMode, QString> modes[] = {
+        {ToolbarDisplayMode::IconAndText, tr("Icon &and text")},
+        {ToolbarDisplayMode::IconOnly, tr("&Icon only")},
+        {ToolbarDisplayMode::TextOnly, tr("&Text only")}};
+    for (const auto &[mode, text] : modes) {
+        QAction *action = menu->addAction(text);
+        action->setCheckable(true);
+        action->setChecked(mode == displayMode());
+        group->addAction(action);
+        connect(action, &QAction::triggered, this, [this, mode = mode] { setDisplayMode(mode); });
+    }
+}
+
+void Toolbar::contextMenuEvent(QContextMenuEvent *event) {
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    addDisplayModes(menu);
+    menu->addSeparator();
+    QAction *action = menu->addAction(tr("&Customize tool-bar…"));
+    connect(action, &QAction::triggered, this, &Toolbar::customize, Qt::QueuedConnection);
+    menu->popup(event->globalPos());
+    event->accept();
+}
+
+Toolbar *windowToolbar(const QWidget *window) {
+    return window ? window->findChild<Toolbar *>() : nullptr;
+}
+
+} // namespace platform

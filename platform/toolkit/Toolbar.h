@@ -1,0 +1,90 @@
+// A tool-bar that asks its delegate for its items by identifier and that its user can rearrange.
+#pragma once
+
+#include "platform/toolkit/ToolbarArrangement.h"
+#include "platform/toolkit/ToolbarItem.h"
+
+#include <QHash>
+#include <QToolBar>
+
+namespace platform {
+
+class ToolbarRow;
+class ToolbarCustomization;
+
+// The delegate answers "toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:" (the tool-bar as a widget,
+// a text, a flag) with a ToolbarItem that it keeps alive, "toolbarDefaultItemIdentifiers:" and
+// "toolbarAllowedItemIdentifiers:" with lists of texts.
+//
+// An identifier that the delegate cannot supply, because a plug-in is not loaded yet or has gone, keeps its
+// place in the arrangement unseen, together with a separator directly before it, and is asked for again
+// whenever the items are listed or revalidated. Main thread only.
+class Toolbar : public QToolBar {
+    Q_OBJECT
+public:
+    // Tool-bars of one identifier share one remembered arrangement.
+    explicit Toolbar(const QString &identifier, QWidget *parent = nullptr);
+    ~Toolbar() override;
+
+    [[nodiscard]] const QString &toolbarIdentifier() const { return m_identifier; }
+    void setDelegate(rt::Object *delegate); // not owned, may die; asked for the items at once
+
+    // Whether the user has not hidden it; true before its window is first shown.
+    [[nodiscard]] bool isToolbarVisible() const;
+    // In order, with spaces and separators, and with those for which the window is too narrow at present.
+    [[nodiscard]] QList<ToolbarItem *> visibleItems();
+    // Indexes are those of visibleItems(); one beyond either end counts as that end. False, and nothing
+    // changed, for an item that stands in the tool-bar already or that the delegate does not supply.
+    bool insertItem(const QString &identifier, int index);
+    void removeItem(int index);
+    void moveItem(int from, int to);
+    // The items that can be added: allowed ones, offered ones (below) and spaces, without those in the
+    // tool-bar unless they may come more than once.
+    [[nodiscard]] QList<ToolbarItem *> paletteItems();
+    // The control by which this tool-bar shows an item; nullptr while it does not.
+    [[nodiscard]] QWidget *controlFor(const QString &identifier) const;
+
+    [[nodiscard]] ToolbarDisplayMode displayMode() const { return m_arrangement->displayMode(); }
+    void setDisplayMode(ToolbarDisplayMode mode) { m_arrangement->setDisplayMode(mode); }
+    // As the delegate has it, with what the offering parts of the program put into a fresh tool-bar.
+    void restoreDefault();
+    // Lets every item validate itself and asks for missing ones. It also happens by itself: when the window
+    // is activated, and once shortly after keys and clicks.
+    void revalidate();
+    // Opens the sheet in which the user adds, moves and removes items.
+    void customize();
+    [[nodiscard]] QWidget *customizationSheet() const;
+
+    // For a part of the program that supplies items beyond the delegate's lists: every tool-bar with a
+    // delegate of the class offers them where it is customized. `restored` puts those that belong there by
+    // themselves into a tool-bar that was set back to its default. Replaces an earlier offer for the class.
+    static void offerItems(const QString &delegateClass, const QStringList &identifiers,
+                           std::function<void(QWidget *window)> restored);
+
+protected:
+    void contextMenuEvent(QContextMenuEvent *event) override;
+
+private:
+    struct Place {
+        int position; // in the arrangement
+        QPointer<ToolbarItem> item;
+    };
+    [[nodiscard]] QStringList identifiers();
+    [[nodiscard]] QStringList askForList(const char *selector);
+    [[nodiscard]] ToolbarItem *itemFor(const QString &identifier, bool willBeInserted);
+    [[nodiscard]] QList<Place> places(const QStringList &identifiers);
+    void rebuild();
+    void addDisplayModes(QMenu *menu);
+
+    QString m_identifier;
+    std::shared_ptr<ToolbarArrangement> m_arrangement;
+    rt::Weak<> m_delegate;
+    QHash<QString, QPointer<ToolbarItem>> m_items;
+    ToolbarRow *m_row;
+    QPointer<ToolbarCustomization> m_sheet;
+};
+
+// The tool-bar of a window; nullptr when it has none.
+[[nodiscard]] Toolbar *windowToolbar(const QWidget *window);
+
+} // namespace platform

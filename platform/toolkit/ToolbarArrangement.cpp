@@ -1,0 +1,112 @@
+#include "platform/toolkit/ToolbarArrangement.h"
+
+#include "platform/services/Services.h"
+#include "platform/toolkit/ToolbarItem.h"
+
+#include <QHash>
+#include <QSet>
+
+namespace platform {
+
+namespace {
+
+const QString keyItems = QStringLiteral("items");
+const QString keyDisplayMode = QStringLiteral("displayMode");
+
+QString nameOf(ToolbarDisplayMode mode) {
+    switch (mode) {
+    case ToolbarDisplayMode::IconOnly:
+        return QStringLiteral("icon");
+    case ToolbarDisplayMode::TextOnly:
+        return QStringLiteral("text");
+    case ToolbarDisplayMode::IconAndText:
+        break;
+    }
+    return QStringLiteral("iconAndText");
+}
+
+ToolbarDisplayMode modeNamed(const QString &name) {
+    for (const ToolbarDisplayMode mode : {ToolbarDisplayMode::IconOnly, ToolbarDisplayMode::TextOnly})
+        if (name == nameOf(mode))
+            return mode;
+    return ToolbarDisplayMode::IconAndText;
+}
+
+} // namespace
+
+std::shared_ptr<ToolbarArrangement> ToolbarArrangement::shared(const QString &identifier) {
+    static auto *arrangements = new QHash<QString, std::weak_ptr<ToolbarArrangement>>;
+    std::shared_ptr<ToolbarArrangement> arrangement = arrangements->value(identifier).lock();
+    if (!arrangement) {
+        arrangement = std::make_shared<ToolbarArrangement>(identifier);
+        arrangements->insert(identifier, arrangement);
+    }
+    return arrangement;
+}
+
+ToolbarArrangement::ToolbarArrangement(const QString &identifier)
+    : m_identifier(identifier) {
+    read();
+}
+
+QStringList ToolbarArrangement::cleaned(const QVariantList &list) {
+    QStringList identifiers;
+    QSet<QString> known;
+    for (const QVariant &entry : list) {
+        const QString identifier = rt::textValue(entry);
+        if (identifier.isEmpty() || identifier.size() > maximumIdentifierLength)
+            continue;
+        if (!isStandardToolbarIdentifier(identifier) && known.contains(identifier))
+            continue;
+        known.insert(identifier);
+        identifiers.append(identifier);
+        if (identifiers.size() == maximumItems)
+            break;
+    }
+    return identifiers;
+}
+
+void ToolbarArrangement::setIdentifiers(const QStringList &identifiers) {
+    if (m_identifiers == identifiers)
+        return;
+    m_identifiers = identifiers;
+    write();
+}
+
+void ToolbarArrangement::setDisplayMode(ToolbarDisplayMode mode) {
+    if (m_displayMode == mode)
+        return;
+    m_displayMode = mode;
+    write();
+}
+
+void ToolbarArrangement::forget() {
+    m_identifiers.reset();
+    m_displayMode = ToolbarDisplayMode::IconAndText;
+    write();
+}
+
+QString ToolbarArrangement::key() const {
+    return QStringLiteral("Toolbar ") + m_identifier;
+}
+
+void ToolbarArrangement::read() {
+    const QVariantMap stored = rt::mapValue(services().userDefaults->value(key()));
+    const QVariant items = stored.value(keyItems);
+    if (items.typeId() == QMetaType::QVariantList || items.typeId() == QMetaType::QStringList)
+        m_identifiers = cleaned(items.toList());
+    m_displayMode = modeNamed(rt::textValue(stored.value(keyDisplayMode)));
+}
+
+void ToolbarArrangement::write() {
+    QVariantMap stored;
+    if (m_identifiers)
+        stored.insert(keyItems, QVariantList(m_identifiers->cbegin(), m_identifiers->cend()));
+    if (m_displayMode != ToolbarDisplayMode::IconAndText)
+        stored.insert(keyDisplayMode, nameOf(m_displayMode));
+    services().userDefaults->setValue(key(), stored.isEmpty() ? rt::Value() : rt::Value(stored));
+    services().userDefaults->synchronize();
+    Q_EMIT changed();
+}
+
+} // namespace platform

@@ -1,0 +1,50 @@
+// Which items stand in the tool-bars of one kind, in which order, and how they are shown.
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+#include <memory>
+#include <optional>
+
+namespace platform {
+
+enum class ToolbarDisplayMode { IconAndText, IconOnly, TextOnly };
+
+// Shared by all tool-bars of an identifier and kept in the user's defaults, as a dictionary under "Toolbar
+// <identifier>": "items" (texts) and "displayMode" ("iconAndText", "icon", "text"). Written at once, and
+// only when something changed. What is found there is not trusted: anything that is no identifier, comes
+// twice, or stands beyond the limit is left out.
+class ToolbarArrangement : public QObject {
+    Q_OBJECT
+public:
+    static constexpr int maximumItems = 200;
+    static constexpr int maximumIdentifierLength = 200; // UTF-16 units
+
+    // The arrangement of that identifier, read anew when no tool-bar holds it.
+    static std::shared_ptr<ToolbarArrangement> shared(const QString &identifier);
+    explicit ToolbarArrangement(const QString &identifier);
+
+    // None: nothing is remembered, the delegate's default applies.
+    [[nodiscard]] const std::optional<QStringList> &identifiers() const { return m_identifiers; }
+    void setIdentifiers(const QStringList &identifiers);
+    [[nodiscard]] ToolbarDisplayMode displayMode() const { return m_displayMode; }
+    void setDisplayMode(ToolbarDisplayMode mode);
+    void forget(); // items and display mode
+
+    // What of a list of identifiers can stand in a tool-bar.
+    [[nodiscard]] static QStringList cleaned(const QVariantList &list);
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    void read();
+    void write();
+    [[nodiscard]] QString key() const;
+
+    QString m_identifier;
+    std::optional<QStringList> m_identifiers;
+    ToolbarDisplayMode m_displayMode = ToolbarDisplayMode::IconAndText;
+};
+
+} // namespace platform

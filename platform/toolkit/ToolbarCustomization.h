@@ -1,0 +1,83 @@
+// The sheet in which a user rearranges a tool-bar. Each change shows at once in every tool-bar of its kind.
+#pragma once
+
+#include "platform/toolkit/Toolbar.h"
+
+#include <QDialog>
+#include <QListWidget>
+
+class QComboBox;
+class QPushButton;
+
+namespace platform {
+
+// The object names of its controls.
+namespace customization {
+inline const QString sheet = QStringLiteral("toolbarCustomizationSheet");
+inline const QString palette = QStringLiteral("toolbarPalette");
+inline const QString arrangement = QStringLiteral("toolbarArrangement");
+inline const QString addButton = QStringLiteral("toolbarAddButton");
+inline const QString removeButton = QStringLiteral("toolbarRemoveButton");
+inline const QString earlierButton = QStringLiteral("toolbarEarlierButton");
+inline const QString laterButton = QStringLiteral("toolbarLaterButton");
+inline const QString displayMode = QStringLiteral("toolbarDisplayMode");
+inline const QString restoreButton = QStringLiteral("toolbarRestoreButton");
+inline const QString doneButton = QStringLiteral("toolbarDoneButton");
+} // namespace customization
+
+inline const QString toolbarItemMimeType = QStringLiteral("application/x-parlo-toolbar-item");
+
+// A list whose rows can be dragged to the other list or, in the arrangement, to another place.
+class ToolbarItemList : public QListWidget {
+    Q_OBJECT
+public:
+    explicit ToolbarItemList(QWidget *parent = nullptr);
+    void fill(const QList<ToolbarItem *> &items);
+
+Q_SIGNALS:
+    // `from` is the row in `source`; `to` the row before which it was dropped here.
+    void rowDropped(platform::ToolbarItemList *source, int from, int to);
+
+protected:
+    [[nodiscard]] QStringList mimeTypes() const override;
+    [[nodiscard]] QMimeData *mimeData(const QList<QListWidgetItem *> &items) const override;
+    void startDrag(Qt::DropActions actions) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+    [[nodiscard]] Qt::DropActions supportedDropActions() const override { return Qt::MoveAction; }
+
+private:
+    [[nodiscard]] int rowBefore(const QPoint &position) const;
+};
+
+class ToolbarCustomization : public QDialog {
+    Q_OBJECT
+public:
+    explicit ToolbarCustomization(Toolbar *toolbar);
+    void refresh();
+
+private:
+    void build();
+    void connectControls();
+    QPushButton *button(const QString &name, const QString &text, void (ToolbarCustomization::*operation)());
+    void add();
+    void remove();
+    void moveEarlier();
+    void moveLater();
+    void restore();
+    void dropped(ToolbarItemList *target, ToolbarItemList *source, int from, int to);
+    void insert(int paletteRow, int index);
+    void move(int from, int to);
+    void updateButtons();
+
+    QPointer<Toolbar> m_toolbar;
+    ToolbarItemList *m_palette;
+    ToolbarItemList *m_arrangement;
+    QComboBox *m_displayMode;
+    QPushButton *m_add;
+    QPushButton *m_remove;
+    QPushButton *m_earlier;
+    QPushButton *m_later;
+};
+
+} // namespace platform

@@ -1,0 +1,95 @@
+// One item of a tool-bar: what it is called, what it looks like, what a click does.
+#pragma once
+
+#include "platform/runtime/Object.h"
+
+#include <QIcon>
+#include <QMenu>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <functional>
+#include <memory>
+
+namespace platform {
+
+// Items that every tool-bar has by itself. They are never asked of the delegate and may stand in a tool-bar
+// more than once.
+inline const QString toolbarFlexibleSpaceIdentifier = QStringLiteral("NSToolbarFlexibleSpaceItem");
+inline const QString toolbarFixedSpaceIdentifier = QStringLiteral("NSToolbarSpaceItem");
+inline const QString toolbarSeparatorIdentifier = QStringLiteral("NSToolbarSeparatorItem");
+[[nodiscard]] bool isStandardToolbarIdentifier(const QString &identifier);
+
+// One item may stand in many tool-bars at once: each shows it by a control of its own, and what is changed
+// here shows in all of them. Not owned by a tool-bar; a dead item leaves every one it stands in.
+class ToolbarItem : public QObject, public rt::Object {
+    Q_OBJECT
+public:
+    // `sender` is the control that was used: this item's button or view in one tool-bar. Both may die in it.
+    using Action = std::function<void(ToolbarItem &item, QWidget *sender)>;
+    // Makes the item's own control for one tool-bar (which then owns it).
+    using ViewMaker = std::function<QWidget *()>;
+    // Puts image, label and tool tip of the item into such a control: once after it was made, then whenever
+    // the item changes.
+    using ViewFiller = std::function<void(QWidget *view, const ToolbarItem &item)>;
+
+    // Of the runtime's class "ToolbarItem" unless another is given.
+    explicit ToolbarItem(const QString &identifier, rt::Class *isa = nullptr);
+    ~ToolbarItem() override;
+
+    [[nodiscard]] const QString &itemIdentifier() const { return m_identifier; }
+
+    // Shown below the image; "&" marks a mnemonic.
+    [[nodiscard]] const QString &label() const { return m_label; }
+    void setLabel(const QString &label);
+    // Shown where the tool-bar is customized; the label without its mnemonic when empty.
+    [[nodiscard]] QString paletteLabel() const;
+    void setPaletteLabel(const QString &label);
+    [[nodiscard]] const QString &toolTip() const { return m_toolTip; }
+    void setToolTip(const QString &toolTip);
+    [[nodiscard]] const QIcon &image() const { return m_image; } // shown at 32 points
+    void setImage(const QIcon &image);
+    [[nodiscard]] bool isEnabled() const { return m_enabled; }
+    void setEnabled(bool enabled);
+    // The object name of the item's control in each tool-bar; the identifier unless set.
+    [[nodiscard]] QString controlName() const;
+    void setControlName(const QString &name);
+
+    void setAction(Action action); // none: a click does nothing
+    void perform(QWidget *sender); // runs the action when the item is enabled
+    // A control of the item's own in place of a button. While only text is shown there is a button all the
+    // same.
+    void setView(ViewMaker make, ViewFiller fill);
+    [[nodiscard]] QWidget *makeView() const; // nullptr: the item has none
+    void fillView(QWidget *view) const;
+    // What the item opens; where there is no room for its control it is a submenu. Not owned.
+    void setMenu(QMenu *menu);
+    [[nodiscard]] QMenu *menu() const { return m_menu; }
+
+    // Called now and then, when the state of the program may have changed: enable or disable the item here.
+    virtual void validate() {}
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    template<typename T>
+    void set(T &field, const T &value);
+
+    QString m_identifier;
+    QString m_label;
+    QString m_paletteLabel;
+    QString m_toolTip;
+    QString m_controlName;
+    QIcon m_image;
+    bool m_enabled = true;
+    Action m_action;
+    ViewMaker m_makeView;
+    ViewFiller m_fillView;
+    QPointer<QMenu> m_menu;
+};
+
+// "New &meeting" without its mark: "New meeting".
+[[nodiscard]] QString withoutMnemonic(const QString &text);
+
+} // namespace platform

@@ -1,0 +1,75 @@
+// The plug-in's four items in the tool-bars of the main windows, with their menus.
+#pragma once
+
+#include "plugin/ui/toolbar/VlToolbarItem.h"
+#include "plugin/ui/toolbar/vlCommandItemMgr.h"
+
+#include <QMenu>
+#include <memory>
+
+inline const QString vlStartToolbarItemIdentifier = QStringLiteral("VLStartToolbarItem");
+inline const QString vlScheduleToolbarItemIdentifier = QStringLiteral("VLScheduleToolbarItem");
+inline const QString vlSchedulePACToolbarItemIdentifier = QStringLiteral("VLSchedulePACToolbarItem");
+inline const QString vlOpenLogFolderIdentifier = QStringLiteral("VLOpenLogFolder");
+
+class QAction;
+
+class vlToolbarItemMgr {
+public:
+    static vlToolbarItemMgr &sharedInstance();
+    // The singleton is for a process; a test makes managers of its own.
+    vlToolbarItemMgr();
+    ~vlToolbarItemMgr();
+    vlToolbarItemMgr(const vlToolbarItemMgr &) = delete;
+    vlToolbarItemMgr &operator=(const vlToolbarItemMgr &) = delete;
+
+    // Each is made when it is first asked for and serves every tool-bar from then on. Owned by the manager.
+    [[nodiscard]] VlToolbarItem *VLStartToolbarItem();
+    [[nodiscard]] VlToolbarItem *VLScheduleToolbarItem();
+    [[nodiscard]] VlToolbarItem *vlSchedulePACToolbarItem();
+    [[nodiscard]] VlToolbarItem *VLOpenLogFolderToolbarItem();
+    // The item of that identifier; nullptr when it is not one of the four.
+    [[nodiscard]] VlToolbarItem *itemFor(const QString &identifier);
+    [[nodiscard]] bool supportStartWithoutVideo() const;
+
+    // `view` is the control in the tool-bar that was used; the menu opens at its lower left corner.
+    void popupStartContextMenu(QWidget *view);
+    void popupSchedulePACContextMenu(QWidget *view);
+    // What the menus' choices do, by their tags; other tags nothing. The command runs on the run loop's next
+    // turn, when the menu has closed.
+    void onContextMenuAction_Start(const QAction *choice);
+    void onContextMenuAction_SchedulePAC(const QAction *choice);
+    void onClickStartMeetingWithVideo();
+    void onClickStartMeetingWithoutVideo();
+    void onClickScheduleVelaMeeting();
+    void onClickSchedulePersonalAudioMeeting(const QVariantMap &account);
+    void onClickOpenLogFolder();
+
+private:
+    using Opener = void (vlToolbarItemMgr::*)(QWidget *);
+    using Chosen = void (vlToolbarItemMgr::*)(const QAction *);
+    struct Description {
+        QString identifier;
+        QString labelKey;
+        QString toolTipKey;
+    };
+    using Menu = std::shared_ptr<QMenu>;
+
+    [[nodiscard]] std::unique_ptr<VlToolbarItem> makeItem(const Description &description) const;
+    void setMenuView(VlToolbarItem &item, const Menu &menu, Opener open);
+    void setImage(VlToolbarItem &item, const QString &imageName) const;
+    // Null when the resource is not there.
+    [[nodiscard]] Menu loadMenu(const QString &resource);
+    void loadStartMenu();
+    void loadSchedulePACMenu();
+    void connectChoice(QAction *choice, Chosen chosen);
+    static void popUp(const Menu &menu, QWidget *view);
+    void refreshStartMenu();
+
+    Menu m_StartMenu;
+    Menu m_SchedulePACMenu;
+    std::unique_ptr<VlToolbarItem> m_StartToolbarItem;
+    std::unique_ptr<VlToolbarItem> m_ScheduleToolbarItem;
+    std::unique_ptr<VlToolbarItem> m_SchedulePACToolbarItem;
+    std::unique_ptr<VlToolbarItem> m_OpenLogFolderToolbarItem;
+};

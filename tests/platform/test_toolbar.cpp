@@ -1,0 +1,427 @@
+#include "platform/toolkit/Toolbar.h"
+
+#include "platform/runtime/Runtime.h"
+#include "platform/services/TestServices.h"
+#include "platform/toolkit/ToolbarCustomization.h"
+#include "platform/toolkit/ToolbarRow.h"
+#include "platform/toolkit/ToolbarValidator.h"
+#include "tests/support/Warnings.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMimeData>
+#include <QPushButton>
+#include <QTest>
+#include <QToolButton>
+#include <gtest/gtest.h>
+#include <map>
+
+namespace {
+
+using platform::Toolbar;
+using platform::ToolbarItem;
+
+const QString flexible = platform::toolbarFlexibleSpaceIdentifier;
+const QString separator = platform::toolbarSeparatorIdentifier;
+const QString key = QStringLiteral("Toolbar Main");
+
+class CountingItem : public ToolbarItem {
+public:
+    using ToolbarItem::ToolbarItem;
+    int validations = 0;
+    void validate() override { ++validations; }
+};
+
+// Supplies what is in `supply`; the items live as long as it.
+class Delegate : public rt::Object {
+public:
+    Delegate();
+    QStringList supply{"New", "Back", "Today", "Plug", "Spare"};
+    QStringList defaults{"New", "Back", flexible, "Today"};
+    std::map<QString, std::unique_ptr<CountingItem>> items;
+
+    CountingItem *item(const QString &identifier) {
+        if (!supply.contains(identifier))
+            return nullptr;
+        std::unique_ptr<CountingItem> &item = items[identifier];
+        if (!item) {
+            item = std::make_unique<CountingItem>(identifier);
+            item->setLabel(identifier);
+        }
+        return item.get();
+    }
+};
+
+QVariantList listOf(const QStringList &texts) {
+    return {texts.cbegin(), texts.cend()};
+}
+
+rt::Class *delegateClass() {
+    static rt::Class *cls = [] {
+        rt::Class *made = rt::defineClass(QStringLiteral("ToolbarTestDelegate"));
+        rt::addMethod(
+            made, "toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:",
+            [](rt::Object *self, rt::Selector, rt::Args arguments) {
+                return rt::fromObject(static_cast<Delegate *>(self)->item(rt::textValue(arguments[1])));
+            },
+            "@@:@@B");
+        rt::addMethod(
+            made, "toolbarDefaultItemIdentifiers:",
+            [](rt::Object *self, rt::Selector, rt::Args) {
+                return rt::Value(listOf(static_cast<Delegate *>(self)->defaults));
+            },
+            "@@:@");
+        rt::addMethod(
+            made, "toolbarAllowedItemIdentifiers:",
+            [](rt::Object *, rt::Selector, rt::Args) {
+                return rt::Value(listOf({"New", "Back", "Today", "Spare"}));
+            },
+            "@@:@");
+        return made;
+    }();
+    return cls;
+}
+
+Delegate::Delegate()
+    : rt::Object(delegateClass()) {}
+
+// A window with the tool-bar "Main".
+struct Window {
+    explicit Window(Delegate &delegate) {
+        window.addToolBar(toolbar);
+        window.resize(700, 200);
+        toolbar->setDelegate(&delegate);
+    }
+    [[nodiscard]] QStringList shown() const {
+        QStringList identifiers;
+        for (const ToolbarItem *item : toolbar->visibleItems())
+            identifiers.append(item->itemIdentifier());
+        return identifiers;
+    }
+    QMainWindow window;
+    Toolbar *toolbar = new Toolbar(QStringLiteral("Main"));
+};
+
+class ToolbarTest : public testing::Test {
+protected:
+    void remembers(const QVariant &items) {
+        desktop.userDefaults->values.insert(key, QVariantMap{{"items", items}});
+    }
+    [[nodiscard]] QStringList remembered() const {
+        return desktop.userDefaults->values.value(key).toMap().value("items").toStringList();
+    }
+    static void settle() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+
+    platform::TestDesktop desktop = platform::installTestServices();
+    Delegate delegate;
+};
+
+TEST_F(ToolbarTest, ShowsTheDefaultAndRemembersNothingUntilItIsChanged) {
+    Window one(delegate);
+    EXPECT_EQ(one.shown(), delegate.defaults);
+    one.window.show();
+    one.toolbar->revalidate();
+    EXPECT_TRUE(desktop.userDefaults->values.isEmpty());
+    EXPECT_TRUE(one.toolbar->insertItem("Spare", 1));
+    EXPECT_EQ(remembered(), (QStringList{"New", "Spare", "Back", flexible, "Today"}));
+    const int writes = desktop.userDefaults->synchronizations;
+    EXPECT_FALSE(one.toolbar->insertItem("Spare", 0)) << "it stands there already";
+    EXPECT_FALSE(one.toolbar->insertItem("Nobody", 0));
+    one.toolbar->moveItem(1, 1);
+    one.toolbar->removeItem(99);
+    EXPECT_EQ(desktop.userDefaults->synchronizations, writes);
+}
+
+TEST_F(ToolbarTest, TakesIndexesBeyondItsEndsAsTheEnds) {
+    Window one(delegate);
+    one.toolbar->insertItem(separator, 99);
+    one.toolbar->insertItem(separator, -5);
+    EXPECT_EQ(one.shown(), (QStringList{separator, "New", "Back", flexible, "Today", separator}));
+    one.toolbar->moveItem(1, 99);
+    EXPECT_EQ(one.shown().last(), QStringLiteral("New"));
+}
+
+TEST_F(ToolbarTest, KeepsThePlaceOfAnItemThatNobodySuppliesYet) {
+    remembers(listOf({"New", separator, "Plug", flexible, "Today"}));
+    delegate.supply.removeAll("Plug");
+    {
+        Window one(delegate);
+        EXPECT_EQ(one.shown(), (QStringList{"New", flexible, "Today"})) << "nor its separator";
+        EXPECT_TRUE(one.toolbar->insertItem("Back", 1));
+        one.toolbar->moveItem(2, 0);
+        EXPECT_EQ(one.shown(), (QStringList{flexible, "New", "Back", "Today"}));
+    }
+    delegate.supply.append("Plug"); // another start of the program
+    Window next(delegate);
+    EXPECT_TRUE(next.shown().contains("Plug"));
+    EXPECT_FALSE(next.toolbar->insertItem("Plug", 0));
+    EXPECT_EQ(remembered().count("Plug"), 1);
+}
+
+TEST_F(ToolbarTest, ShowsAnItemAsSoonAsItIsSupplied) {
+    remembers(listOf({"New", "Plug", "Today"}));
+    delegate.supply.removeAll("Plug");
+    Window one(delegate);
+    one.window.show();
+    EXPECT_EQ(one.toolbar->controlFor("Plug"), nullptr);
+    delegate.supply.append("Plug");
+    one.toolbar->revalidate();
+    ASSERT_NE(one.toolbar->controlFor("Plug"), nullptr);
+    EXPECT_LT(one.toolbar->controlFor("Plug")->x(), one.toolbar->controlFor("Today")->x());
+}
+
+TEST_F(ToolbarTest, OfTwoWindowsKeepInStepEachWithItsOwnControls) {
+    Window one(delegate);
+    auto two = std::make_unique<Window>(delegate);
+    one.toolbar->insertItem("Plug", 1);
+    EXPECT_EQ(two->shown(), one.shown());
+    QWidget *first = one.toolbar->controlFor("Plug");
+    ASSERT_NE(first, nullptr);
+    EXPECT_NE(first, two->toolbar->controlFor("Plug"));
+    two->toolbar->setDisplayMode(platform::ToolbarDisplayMode::TextOnly);
+    EXPECT_EQ(one.toolbar->displayMode(), platform::ToolbarDisplayMode::TextOnly);
+    two.reset();
+    one.toolbar->removeItem(0);
+    EXPECT_EQ(one.shown(), (QStringList{"Plug", "Back", flexible, "Today"}));
+}
+
+TEST_F(ToolbarTest, IsNotMisledByWhatStandsInTheDefaults) {
+    QVariantList many;
+    for (int i = 0; i < 10000; ++i)
+        many.append(i % 2 ? separator : QStringLiteral("Unknown%1").arg(i));
+    const struct {
+        QVariant stored;
+        QStringList shown;
+    } cases[] = {
+        {QStringLiteral("New"), delegate.defaults},
+        {42, delegate.defaults},
+        {QVariantList{}, {}},
+        {QVariantList{1, QVariantMap{}, "", QString(1000, u'x'), "New", "New", QByteArray("Back"), flexible,
+                      flexible},
+         {"New", flexible, flexible}},
+    };
+    for (const auto &one : cases) {
+        remembers(one.stored);
+        EXPECT_EQ(Window(delegate).shown(), one.shown);
+    }
+    desktop.userDefaults->values.insert(key, 7);
+    EXPECT_EQ(Window(delegate).shown(), delegate.defaults);
+    remembers(many);
+    Window full(delegate);
+    EXPECT_LE(full.shown().size(), platform::ToolbarArrangement::maximumItems);
+    EXPECT_FALSE(full.toolbar->insertItem(separator, 0));
+}
+
+TEST_F(ToolbarTest, ShowsInEveryWindowWhatIsChangedAtAnItem) {
+    CountingItem *item = delegate.item("New");
+    int made = 0;
+    item->setView(
+        [&made] {
+            ++made;
+            return new QLabel;
+        },
+        [](QWidget *view, const ToolbarItem &shown) { static_cast<QLabel *>(view)->setText(shown.label()); });
+    Window one(delegate), two(delegate);
+    EXPECT_EQ(made, 2);
+    item->setLabel("Other");
+    delegate.item("Back")->setEnabled(false);
+    for (const Window *window : {&one, &two}) {
+        EXPECT_EQ(qobject_cast<QLabel *>(window->toolbar->controlFor("New"))->text(), "Other");
+        EXPECT_FALSE(window->toolbar->controlFor("Back")->isEnabled());
+    }
+    one.toolbar->insertItem("Spare", 0);
+    EXPECT_EQ(made, 2) << "a control stays when another item comes";
+}
+
+TEST_F(ToolbarTest, LivesOnWhenItsDelegateOrAnItemDies) {
+    auto dying = std::make_unique<Delegate>();
+    Window one(*dying);
+    one.window.show();
+    dying->items.erase("Back");
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(one.shown().contains("Back")) << "made anew by the delegate";
+    dying.reset();
+    QCoreApplication::processEvents();
+    one.toolbar->revalidate();
+    EXPECT_TRUE(one.toolbar->paletteItems().size() >= 3);
+    EXPECT_EQ(one.toolbar->controlFor("Back"), nullptr);
+}
+
+TEST_F(ToolbarTest, SurvivesAClickThatEndsItsWindowOrItsItem) {
+    auto window = std::make_unique<Window>(delegate);
+    delegate.item("New")->setAction([&window](ToolbarItem &, QWidget *) { window.reset(); });
+    delegate.item("Back")->setAction([this](ToolbarItem &, QWidget *) { delegate.items.erase("Back"); });
+    delegate.item("Today")->setAction(
+        [&window](ToolbarItem &, QWidget *) { window->toolbar->removeItem(2); });
+    window->window.show();
+    static_cast<QToolButton *>(window->toolbar->controlFor("Back"))->click();
+    EXPECT_EQ(delegate.items.count("Back"), 0u);
+    static_cast<QToolButton *>(window->toolbar->controlFor("Today"))->click();
+    delegate.item("New")->perform(nullptr);
+    EXPECT_EQ(window, nullptr);
+}
+
+TEST_F(ToolbarTest, ValidatesOnceAfterManyKeysAndNeverForDrawing) {
+    Window one(delegate);
+    one.window.show();
+    QTest::qWait(2 * platform::ToolbarValidator::delay); // what showing it began
+    CountingItem *item = delegate.item("New");
+    item->validations = 0;
+    one.toolbar->repaint();
+    QTest::qWait(2 * platform::ToolbarValidator::delay);
+    EXPECT_EQ(item->validations, 0);
+    for (int i = 0; i < 20; ++i)
+        QTest::keyClick(&one.window, Qt::Key_A);
+    EXPECT_TRUE(QTest::qWaitFor([item] { return item->validations > 0; }, 2000));
+    EXPECT_EQ(item->validations, 1);
+}
+
+TEST_F(ToolbarTest, ReachesEveryItemInANarrowWindow) {
+    expectWarning(QStringLiteral("This plugin does not support")); // menus, without a real display
+    QStringList used;
+    for (const char *name : {"New", "Back", "Today"})
+        delegate.item(name)->setAction(
+            [&used](ToolbarItem &item, QWidget *) { used.append(item.itemIdentifier()); });
+    QMenu menu;
+    bool chosen = false;
+    QObject::connect(menu.addAction("Choice"), &QAction::triggered, [&chosen] { chosen = true; });
+    delegate.item("Plug")->setMenu(&menu);
+    Window one(delegate);
+    one.toolbar->insertItem("Plug", 99);
+    one.window.show();
+    auto *more = one.window.findChild<QToolButton *>(platform::toolbarOverflowButtonName);
+    EXPECT_FALSE(more->isVisible());
+    one.window.resize(90, 200);
+    QCoreApplication::processEvents();
+    ASSERT_TRUE(more->isVisible());
+    more->menu()->popup(QPoint());
+    QList<QAction *> actions = more->menu()->actions();
+    ASSERT_FALSE(actions.isEmpty());
+    for (QAction *action : actions)
+        if (!action->menu())
+            action->trigger();
+    QStringList hidden;
+    for (const char *name : {"New", "Back", "Today"})
+        if (!one.toolbar->controlFor(name)->isVisible())
+            hidden.append(name);
+    EXPECT_EQ(used, hidden);
+    ASSERT_NE(actions.last()->menu(), nullptr);
+    actions.last()->menu()->actions().first()->trigger();
+    EXPECT_TRUE(chosen);
+    more->menu()->close();
+}
+
+TEST_F(ToolbarTest, IsWalkedThroughByTabInItsOrder) {
+    Window one(delegate);
+    one.toolbar->insertItem("Spare", 0);
+    one.window.show();
+    one.window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&one.window));
+    one.toolbar->controlFor("Spare")->setFocus(Qt::TabFocusReason);
+    for (const char *name : {"New", "Back", "Today"}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(QApplication::focusWidget(), one.toolbar->controlFor(name)) << name;
+    }
+}
+
+// The sheet in which the user arranges the tool-bar.
+class CustomizationTest : public ToolbarTest {
+protected:
+    void SetUp() override {
+        one.window.show();
+        one.toolbar->customize();
+        ASSERT_TRUE(one.toolbar->customizationSheet() != nullptr);
+    }
+    template<typename T>
+    T *control(const QString &name) const {
+        return one.toolbar->customizationSheet()->findChild<T *>(name);
+    }
+    void press(const QString &name) const { QTest::keyClick(control<QPushButton>(name), Qt::Key_Space); }
+    void select(const QString &listName, const QString &identifier) const {
+        auto *list = control<platform::ToolbarItemList>(listName);
+        for (int row = 0; row < list->count(); ++row)
+            if (list->item(row)->data(Qt::UserRole).toString() == identifier)
+                return list->setCurrentRow(row);
+        ADD_FAILURE() << qPrintable(identifier) << " is not in " << qPrintable(listName);
+    }
+    // As the mouse ends it; the way there belongs to the desktop.
+    void drop(const QString &from, int row, const QString &to, int beforeRow) const {
+        auto *target = control<platform::ToolbarItemList>(to);
+        QMimeData data;
+        data.setData(platform::toolbarItemMimeType, from.toUtf8() + ':' + QByteArray::number(row));
+        const QRect place = target->visualItemRect(target->item(beforeRow));
+        const QPoint at =
+            place.isNull() ? QPoint(20, target->viewport()->height() - 2) : QPoint(20, place.top() + 2);
+        QDragEnterEvent enter(at, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(target->viewport(), &enter);
+        QDropEvent event(at, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(target->viewport(), &event);
+        QCoreApplication::processEvents();
+    }
+    Window one{delegate};
+};
+
+TEST_F(CustomizationTest, WorksByKeyboard) {
+    using namespace platform::customization;
+    select(arrangement, "New");
+    select(palette, "Spare");
+    press(addButton);
+    EXPECT_EQ(one.shown(), (QStringList{"New", "Spare", "Back", flexible, "Today"}));
+    press(laterButton);
+    press(laterButton);
+    EXPECT_EQ(one.shown(), (QStringList{"New", "Back", flexible, "Spare", "Today"}));
+    press(earlierButton);
+    press(removeButton);
+    EXPECT_EQ(one.shown(), (QStringList{"New", "Back", flexible, "Today"}));
+    select(palette, "Spare"); // what was removed can be had again
+    select(arrangement, "Today");
+    EXPECT_FALSE(control<QPushButton>(laterButton)->isEnabled());
+    QTest::keyClick(control<QComboBox>(displayMode), Qt::Key_Down);
+    EXPECT_EQ(one.toolbar->displayMode(), platform::ToolbarDisplayMode::IconOnly);
+    one.toolbar->removeItem(0);
+    press(restoreButton);
+    EXPECT_EQ(one.shown(), delegate.defaults);
+    EXPECT_EQ(one.toolbar->displayMode(), platform::ToolbarDisplayMode::IconAndText);
+    press(doneButton);
+    settle();
+    EXPECT_EQ(one.toolbar->customizationSheet(), nullptr);
+}
+
+TEST_F(CustomizationTest, WorksByDragging) {
+    using namespace platform::customization;
+    drop(palette, 0, arrangement, 1); // the palette's first is the spare one
+    EXPECT_EQ(one.shown(), (QStringList{"New", "Spare", "Back", flexible, "Today"}));
+    drop(arrangement, 0, arrangement, 3);
+    EXPECT_EQ(one.shown(), (QStringList{"Spare", "Back", "New", flexible, "Today"}));
+    drop(arrangement, 4, arrangement, 0);
+    EXPECT_EQ(one.shown(), (QStringList{"Today", "Spare", "Back", "New", flexible}));
+    drop(arrangement, 1, palette, 0);
+    EXPECT_EQ(one.shown(), (QStringList{"Today", "Back", "New", flexible}));
+    drop(QStringLiteral("nobody"), 1, arrangement, 0);
+    drop(arrangement, 99, palette, 0);
+    EXPECT_EQ(one.shown(), (QStringList{"Today", "Back", "New", flexible}));
+}
+
+TEST_F(CustomizationTest, OffersWhatAnotherPartOfTheProgramSupplies) {
+    QWidget *restored = nullptr;
+    Toolbar::offerItems(QStringLiteral("ToolbarTestDelegate"), {"Plug", "NotThere"},
+                        [&restored](QWidget *window) { restored = window; });
+    QStringList offered;
+    for (const ToolbarItem *item : one.toolbar->paletteItems())
+        offered.append(item->itemIdentifier());
+    EXPECT_EQ(offered.mid(0, 2), (QStringList{"Spare", "Plug"}));
+    one.toolbar->restoreDefault();
+    EXPECT_EQ(restored, &one.window);
+    Toolbar::offerItems(QStringLiteral("ToolbarTestDelegate"), {}, nullptr);
+}
+
+TEST_F(CustomizationTest, EndsWithItsTool) {
+    delete one.toolbar;
+    EXPECT_TRUE(one.window.findChildren<platform::ToolbarCustomization *>().isEmpty());
+}
+
+} // namespace

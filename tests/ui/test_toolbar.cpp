@@ -1,0 +1,141 @@
+#include "platform/toolkit/Toolbar.h"
+#include "plugin/host/adapters/vlErageAppDelegate.h"
+#include "plugin/link/vlCommon.h"
+#include "plugin/ui/controls/vlPopupToolbarView.h"
+#include "plugin/ui/toolbar/vlToolbarItemMgr.h"
+#include "tests/support/Warnings.h"
+#include "tests/ui/UiFixture.h"
+
+#include <QDir>
+
+namespace {
+
+class ToolbarItems : public UiTest {
+protected:
+    void hostHasVersion(const QString &version) {
+        write(QStringLiteral("com.microsoft.Outlook"), QStringLiteral("/Applications/Host.app"),
+              QStringLiteral("CFBundleShortVersionString"), version);
+    }
+    void clientHasVersion(const QString &version) {
+        write(QStringLiteral("com.parlo.meetings"), QStringLiteral("/Applications/Parlo Meetings.app"),
+              QStringLiteral("CFBundleVersion"), version);
+    }
+    static QAction *choice(const VlToolbarItem *item, int tag) {
+        for (QAction *action : item->menu()->actions())
+            if (action->property("tag") == tag)
+                return action;
+        return nullptr;
+    }
+    vlToolbarItemMgr manager;
+
+private:
+    void write(const QString &identifier, const QString &path, const QString &key, const QString &version) {
+        desktop.workspace->root = documents.path();
+        desktop.workspace->bundles.append({identifier, path, QStringLiteral("/bin/true")});
+        const QString contents = documents.path() + path + QStringLiteral("/Contents");
+        QDir().mkpath(contents);
+        platform::services().propertyLists->write(contents + QStringLiteral("/Info.plist"),
+                                                  QVariantMap{{key, version}});
+    }
+};
+
+} // namespace
+
+TEST_F(ToolbarItems, AreMadeOnceWithTheirTextsAndNoOtherIdentifierHasOne) {
+    const struct {
+        QString identifier;
+        const char *label, *toolTip;
+        bool opensMenu;
+    } cases[] = {
+        {"VLStartToolbarItem", "InstantMeetingLabel", "InstantMeetingTooltip", true},
+        {"VLScheduleToolbarItem", "ScheduleMeetingLabel", "ScheduleMeetingTooltip", false},
+        {"VLSchedulePACToolbarItem", "SchedulePACMeetingLabel", "SchedulePACMeetingTooltip", true},
+        {"VLOpenLogFolder", "OpenLogFolderLabel", "OpenLogFolderTooltip", false},
+    };
+    for (const auto &one : cases) {
+        VlToolbarItem *item = manager.itemFor(one.identifier);
+        ASSERT_NE(item, nullptr);
+        EXPECT_EQ(item, manager.itemFor(one.identifier));
+        EXPECT_EQ(item->itemIdentifier(), one.identifier);
+        EXPECT_EQ(item->label(), echo(one.label));
+        EXPECT_EQ(item->toolTip(), echo(one.toolTip));
+        EXPECT_EQ(item->paletteLabel(), echo("VlPalletLabel"));
+        EXPECT_EQ(item->menu() != nullptr, one.opensMenu);
+        EXPECT_FALSE(item->image().isNull());
+    }
+    EXPECT_EQ(manager.itemFor(QStringLiteral("NewMeeting")), nullptr);
+    EXPECT_EQ(manager.itemFor(QString()), nullptr);
+}
+
+TEST_F(ToolbarItems, SayThatTheSystemIsTooOldAndWorkOn) {
+    desktop.workspace->version = 0x1060;
+    VlToolbarItem *item = manager.VLOpenLogFolderToolbarItem();
+    EXPECT_EQ(item->toolTip(),
+              "Your version of OS is not supported. Please upgrade your OS version to 10.6 later.");
+    item->perform(nullptr);
+    EXPECT_EQ(desktop.workspace->opened, QStringList{vlCommon::getDocumentOutlookPluginRootPath()});
+}
+
+TEST_F(ToolbarItems, AreUsableWhileTheHostIsSupported) {
+    VlToolbarItem *item = manager.VLScheduleToolbarItem();
+    item->validate();
+    EXPECT_FALSE(item->isEnabled());
+    hostHasVersion(QStringLiteral("14.1.4"));
+    item->validate();
+    EXPECT_TRUE(item->isEnabled());
+}
+
+TEST_F(ToolbarItems, OfferTheStartWithoutVideoOnlyOfAClientThatCan) {
+    VlToolbarItem *item = manager.VLStartToolbarItem();
+    EXPECT_EQ(choice(item, 0)->text(), echo("StartWithVideo"));
+    EXPECT_EQ(choice(item, 1)->text(), echo("StartWithoutVideo"));
+    EXPECT_TRUE(choice(item, 0)->isEnabled());
+    EXPECT_FALSE(choice(item, 1)->isEnabled());
+    clientHasVersion(QStringLiteral("3.6.40487"));
+    vlToolbarItemMgr another;
+    EXPECT_TRUE(choice(another.VLStartToolbarItem(), 1)->isEnabled());
+}
+
+TEST_F(ToolbarItems, ScheduleTheAudioConferenceOfTheChosenAccountOnTheNextTurn) {
+    rt::Object application(rt::defineClass(QStringLiteral("ErageAppDelegate")));
+    vlCommandItemMgr::sharedInstance().initPluginInstance();
+    QVariantMap &left = platform::services().mainThreadDictionary;
+    VlToolbarItem *item = manager.vlSchedulePACToolbarItem();
+    for (const int tag : {0, 1}) {
+        EXPECT_FALSE(choice(item, tag)->text().isEmpty());
+        left.clear();
+        choice(item, tag)->trigger();
+        EXPECT_TRUE(left.isEmpty());
+        desktop.runLoop->advance(0);
+        EXPECT_EQ(left.value(keyFlagVlMeetingArgument).toMap().value("pacAccountNo"), tag + 1);
+        EXPECT_TRUE(left.contains(keyFlagAutoAddToPACMeeting));
+    }
+    left.clear();
+    QAction untagged;
+    manager.onContextMenuAction_SchedulePAC(&untagged);
+    manager.onContextMenuAction_Start(&untagged);
+    manager.onContextMenuAction_Start(nullptr);
+    EXPECT_EQ(desktop.runLoop->pendingCount(), 0);
+    manager.VLScheduleToolbarItem()->perform(nullptr);
+    EXPECT_TRUE(left.contains(keyFlagAutoAddToVlMeeting));
+    EXPECT_FALSE(left.contains(keyFlagVlMeetingArgument));
+    EXPECT_EQ(vlCommandItemMgr::sharedInstance().SendToolbarItemCommand(5), 0);
+}
+
+TEST_F(ToolbarItems, HaveAViewOfTheirOwnInEachToolbarAllOpeningOneMenu) {
+    expectWarning(QStringLiteral("This plugin does not support")); // menus, without a real display
+    VlToolbarItem *item = manager.VLStartToolbarItem();
+    std::unique_ptr<QWidget> first(item->makeView()), second(item->makeView());
+    EXPECT_NE(first, second);
+    auto *view = qobject_cast<vlPopupToolbarView *>(first.get());
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(view->sizeHint(), QSize(32, 32));
+    EXPECT_EQ(view->menu(), item->menu());
+    item->fillView(view);
+    EXPECT_EQ(view->accessibleName(), echo("InstantMeetingLabel"));
+    first.reset();
+    second->show();
+    item->perform(second.get());
+    EXPECT_TRUE(item->menu()->isVisible());
+    item->menu()->close();
+}
