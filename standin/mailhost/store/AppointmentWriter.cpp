@@ -1,6 +1,7 @@
 #include "standin/mailhost/store/AppointmentWriter.h"
 
 #include "platform/services/Services.h"
+#include "standin/mailhost/store/ConferenceLink.h"
 #include "standin/mailhost/store/TextValue.h"
 
 namespace mailhost {
@@ -251,6 +252,8 @@ bool writeAppointment(Component &component, const Appointment &is, ZoneTable &zo
         else
             writeRecord(component.lineOrNew(ucCapabilitiesProperty), is.ucCapabilities);
     });
+    if (!sameText(was.location, is.location) || !sameText(was.ucCapabilities, is.ucCapabilities))
+        writeConferenceLink(component, joinLink(is.location, is.ucCapabilities));
     when(was.status != is.status,
          [&] { setText(component, "STATUS", is.status.isEmpty() ? QString() : is.status); });
     when(was.sequence != is.sequence, [&] { setText(component, "SEQUENCE", QString::number(is.sequence)); });

@@ -3,6 +3,7 @@
 #include "standin/mailhost/store/AppointmentReader.h"
 #include "standin/mailhost/store/AppointmentWriter.h"
 #include "standin/mailhost/store/CalendarFilePrivate.h"
+#include "standin/mailhost/store/SeriesMove.h"
 #include "standin/mailhost/store/TextValue.h"
 
 #include <QFileInfo>
@@ -242,9 +243,36 @@ bool CalendarFile::update(const Appointment &appointment) {
     CalendarEntry *entry = d->entry(appointment.uid, appointment.recurrenceId);
     if (!entry)
         return false;
-    if (writeAppointment(*entry->component, appointment, d->zonesOf(entry->calendar)))
-        d->changed(*entry);
+    ZoneTable &zones = d->zonesOf(entry->calendar);
+    const auto before = readTimes(*entry->component, zones);
+    const ContentLine *rule = entry->component->line("RRULE");
+    const QByteArray ruleBefore = rule ? rule->value() : QByteArray();
+    if (!writeAppointment(*entry->component, appointment, zones))
+        return true;
+    const auto after = readTimes(*entry->component, zones);
+    const ContentLine *ruleNow = entry->component->line("RRULE");
+    const bool sameRule = ruleNow && ruleNow->value() == ruleBefore;
+    if (before && after && appointment.recurrenceId.isEmpty() && (sameRule || !ruleNow))
+        d->moveDays(*entry, before->start, after->start);
+    d->changed(*entry);
     return true;
+}
+
+void CalendarFile::Private::moveDays(CalendarEntry &series, const Moment &before, const Moment &after) {
+    const std::optional<SeriesMove> move = SeriesMove::between(before, after);
+    if (!move)
+        return;
+    move->apply(*series.component);
+    for (CalendarEntry *exception : entriesOf(series.uid)) {
+        ContentLine *day = exception->component->line("RECURRENCE-ID");
+        if (!day || exception == &series)
+            continue;
+        day->setValue(move->moved(day->value()));
+        byName.remove({exception->uid, exception->recurrenceId});
+        exception->recurrenceId = QString::fromUtf8(day->value());
+        byName.insert({exception->uid, exception->recurrenceId}, exception);
+        changed(*exception);
+    }
 }
 
 bool CalendarFile::Private::excludeDay(CalendarEntry &series, const QString &instanceId) {

@@ -42,10 +42,11 @@ public:
     // change is dated (LAST-MODIFIED, DTSTAMP); SEQUENCE is only what the appointment says: whoever sends it
     // raises it. A time is written in the zone that its zoneId names, or else in that of its value, with a
     // VTIMEZONE where the file lacks one. The body is written as STYLED-DESCRIPTION and X-ALT-DESC with its
-    // plain twin in DESCRIPTION. False when there is no such one.
+    // plain twin in DESCRIPTION. A join link in the location is also written as CONFERENCE
+    // (ConferenceLink.h). False when there is no such one.
     bool update(const Appointment &appointment);
-    // A series goes with its exceptions. With a recurrenceId (or the instanceId of a day that has no exception)
-    // that day is taken out of its series. False when there is no such one.
+    // A series goes with its exceptions. With a recurrenceId (or the instanceId of a day that has no
+    // exception) that day is taken out of its series. False when there is no such one.
     bool remove(const QString &uid, const QString &recurrenceId = QString());
 
     // All components of that appointment (a series with its exceptions) as text, to be put back by restore().

@@ -49,6 +49,8 @@ struct CalendarFile::Private {
     void changed(CalendarEntry &entry);
     void erase(CalendarEntry &entry);
     void eraseAll(const QString &uid);
+    // What names single days of the series, whose start was moved.
+    void moveDays(CalendarEntry &series, const Moment &before, const Moment &after);
     // In the file's order; a series with its exceptions.
     [[nodiscard]] std::vector<CalendarEntry *> entriesOf(const QString &uid) const;
     static std::ptrdiff_t placeOf(const CalendarEntry &entry); // among the items of its calendar

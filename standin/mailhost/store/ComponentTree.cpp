@@ -168,9 +168,8 @@ ParseResult parseDocument(const QByteArray &text, Document *document) {
 std::vector<std::unique_ptr<Component>> parseComponents(const QByteArray &text) {
     std::vector<std::unique_ptr<Component>> found;
     Document document;
-    const bool good =
-        parseDocument("BEGIN:VCALENDAR\r\n" + text + "END:VCALENDAR\r\n", &document).failure ==
-        ParseFailure::None;
+    const bool good = parseDocument("BEGIN:VCALENDAR\r\n" + text + "END:VCALENDAR\r\n", &document).failure ==
+                      ParseFailure::None;
     if (!good || document.calendars().size() != 1)
         return found;
     for (ComponentItem &item : document.calendars().front()->items) {
