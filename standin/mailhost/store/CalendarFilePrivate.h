@@ -20,6 +20,11 @@ struct EntrySummary {
     std::unique_ptr<Series> series; // null: takes place once
 };
 
+struct TimedOccurrence {
+    Seconds startUtc;
+    Occurrence occurrence;
+};
+
 struct CalendarEntry {
     Component *component = nullptr; // owned by the document
     Component *calendar = nullptr;  // the VCALENDAR around it
@@ -60,7 +65,7 @@ struct CalendarFile::Private {
 
     const EntrySummary &summaryOf(CalendarEntry &entry);
     void readExceptions();
-    void appendOccurrences(CalendarEntry &entry, Seconds from, Seconds to, QList<Occurrence> *out);
+    void appendOccurrences(CalendarEntry &entry, Seconds from, Seconds to, std::vector<TimedOccurrence> *out);
 };
 
 // Reads a whole file. Nothing, with a sentence for the user, when that is not possible.

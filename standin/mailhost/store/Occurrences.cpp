@@ -62,7 +62,7 @@ void CalendarFile::Private::readExceptions() {
 }
 
 void CalendarFile::Private::appendOccurrences(CalendarEntry &entry, Seconds from, Seconds to,
-                                              QList<Occurrence> *out) {
+                                              std::vector<TimedOccurrence> *out) {
     const EntrySummary &summary = summaryOf(entry);
     if (!summary.times)
         return;
@@ -82,7 +82,7 @@ void CalendarFile::Private::appendOccurrences(CalendarEntry &entry, Seconds from
             return; // a cancelled day of a series is a day without it
         occurrence.start = localTime(summary.startUtc);
         occurrence.end = localTime(summary.endUtc);
-        out->append(occurrence);
+        out->push_back({summary.startUtc, occurrence});
         return;
     }
     const auto changedDays = exceptions.constFind(entry.uid);
@@ -90,29 +90,37 @@ void CalendarFile::Private::appendOccurrences(CalendarEntry &entry, Seconds from
         if (changedDays != exceptions.constEnd() && changedDays->contains(instance.start))
             continue;
         occurrence.instanceId = QString::fromLatin1(clockText(instance.start.clock, instance.start.kind));
-        occurrence.start = localTime(instance.start.utc());
-        occurrence.end = localTime(instance.end.utc());
-        out->append(occurrence);
+        occurrence.start = localTime(instance.startUtc);
+        occurrence.end = localTime(instance.endUtc);
+        out->push_back({instance.startUtc, occurrence});
     }
 }
 
 QList<Occurrence> CalendarFile::occurrences(const QDateTime &from, const QDateTime &to) const {
-    QList<Occurrence> found;
+    QList<Occurrence> sorted;
     if (!from.isValid() || !to.isValid() || from >= to)
-        return found;
+        return sorted;
     d->readExceptions();
+    std::vector<TimedOccurrence> found;
     QElapsedTimer timer;
     timer.start();
+    const Seconds fromUtc = from.toSecsSinceEpoch();
+    const Seconds toUtc = to.toSecsSinceEpoch();
     for (const auto &entry : d->entries) {
         if (timer.elapsed() > longestListing) {
             d->warn(QStringLiteral("This calendar repeats so often that not everything can be shown."));
             break;
         }
-        d->appendOccurrences(*entry, from.toSecsSinceEpoch(), to.toSecsSinceEpoch(), &found);
+        d->appendOccurrences(*entry, fromUtc, toUtc, &found);
     }
-    std::stable_sort(found.begin(), found.end(),
-                     [](const Occurrence &a, const Occurrence &b) { return a.start < b.start; });
-    return found;
+    // By the seconds: comparing local times asks the system for its time zone again and again.
+    std::stable_sort(found.begin(), found.end(), [](const TimedOccurrence &a, const TimedOccurrence &b) {
+        return a.startUtc < b.startUtc;
+    });
+    sorted.reserve(qsizetype(found.size()));
+    for (TimedOccurrence &timed : found)
+        sorted.append(std::move(timed.occurrence));
+    return sorted;
 }
 
 } // namespace mailhost

@@ -2,6 +2,8 @@
 
 #include "standin/mailhost/store/IcalHandles.h"
 
+#include <limits>
+
 namespace mailhost {
 
 namespace {
@@ -12,6 +14,7 @@ constexpr Seconds cachedAround = 56 * day;
 constexpr int mostSteps = 100000; // of one rule for one question: a rule with COUNT is run from its beginning
 constexpr int mostInstances = 11000; // of one series in one answer: every minute of a week
 constexpr qsizetype longestRule = 1000;
+constexpr Seconds latestClock = 7258118400; // 2200
 
 Seconds midnightOf(Seconds clock) {
     const Seconds rest = clock % day;
@@ -118,7 +121,7 @@ void Series::readDates(const Component &component, ZoneTable &zones) {
                 end = span->after(*start);
             else if (const auto until = readMoment(*line, rest, zones))
                 end = *until;
-            m_additional.push_back({*start, end});
+            m_additional.push_back(instance(*start, end));
         }
     }
     for (const ContentLine *line : component.lines("EXDATE")) {
@@ -196,13 +199,13 @@ void Series::fillCache(Seconds fromUtc, Seconds toUtc) const {
     for (const Seconds clock : std::as_const(clocks)) {
         const Moment start = at(clock);
         if (!excluded.contains(clock) && !m_excluded.contains(start))
-            m_cache.push_back({start, m_times.span.after(start)});
+            m_cache.push_back(instance(start, m_times.span.after(start)));
     }
     QSet<Seconds> known;
     for (const Instance &instance : m_cache)
-        known.insert(instance.start.utc());
+        known.insert(instance.startUtc);
     for (const Instance &instance : m_additional) {
-        const Seconds utc = instance.start.utc();
+        const Seconds utc = instance.startUtc;
         if (utc < m_cacheTo && !known.contains(utc) && !m_excluded.contains(instance.start)) {
             known.insert(utc);
             m_cache.push_back(instance);
@@ -210,13 +213,45 @@ void Series::fillCache(Seconds fromUtc, Seconds toUtc) const {
     }
 }
 
+Series::Instance Series::instance(const Moment &start, const Moment &end) {
+    return {start, end, start.utc(), end.utc()};
+}
+
+// Most series of an old calendar are over: they need not be looked at again.
+Seconds Series::lastEnd() const {
+    constexpr Seconds never = std::numeric_limits<Seconds>::max();
+    if (m_lastEnd)
+        return *m_lastEnd;
+    const Seconds length = (m_times.span.days + 1) * day + m_times.span.seconds;
+    Seconds last = m_times.start.clock;
+    for (const Rule &rule : m_rules) {
+        if (rule.until) {
+            last = std::max(last, rule.until->clock + day);
+            continue;
+        }
+        if (!rule.counted)
+            return *(m_lastEnd = never);
+        QSet<Seconds> clocks;
+        expand(rule, m_times.start.clock, latestClock, &clocks);
+        if (clocks.size() >= mostInstances)
+            return *(m_lastEnd = never);
+        for (const Seconds clock : std::as_const(clocks))
+            last = std::max(last, clock);
+    }
+    last += length + day; // zones are at most a day away from UTC
+    for (const Instance &additional : m_additional)
+        last = std::max(last, additional.endUtc);
+    return *(m_lastEnd = last);
+}
+
 std::vector<Series::Instance> Series::between(Seconds fromUtc, Seconds toUtc) const {
+    if (fromUtc > lastEnd())
+        return {};
     if (m_cacheFrom >= m_cacheTo || fromUtc < m_cacheFrom || toUtc > m_cacheTo)
         fillCache(fromUtc, toUtc);
     std::vector<Instance> found;
     for (const Instance &instance : m_cache) {
-        const Seconds start = instance.start.utc();
-        if (start < toUtc && (start >= fromUtc || instance.end.utc() > fromUtc))
+        if (instance.startUtc < toUtc && (instance.startUtc >= fromUtc || instance.endUtc > fromUtc))
             found.push_back(instance);
     }
     return found;

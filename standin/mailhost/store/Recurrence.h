@@ -24,6 +24,8 @@ public:
     struct Instance {
         Moment start;
         Moment end;
+        Seconds startUtc = 0;
+        Seconds endUtc = 0;
     };
 
     // Null for an appointment that does not recur. What is wrong with its rules is added to `warnings`; of a
@@ -44,6 +46,8 @@ private:
     };
     static std::optional<Rule> parseRule(const QByteArray &value);
     void readDates(const Component &component, ZoneTable &zones);
+    [[nodiscard]] static Instance instance(const Moment &start, const Moment &end);
+    [[nodiscard]] Seconds lastEnd() const;
     void fillCache(Seconds fromUtc, Seconds toUtc) const;
     void expand(const Rule &rule, Seconds from, Seconds to, QSet<Seconds> *clocks) const;
     [[nodiscard]] bool isPast(const Rule &rule, Seconds clock) const;
@@ -58,6 +62,8 @@ private:
     mutable std::vector<Instance> m_cache;
     mutable Seconds m_cacheFrom = 0;
     mutable Seconds m_cacheTo = 0;
+    // Nothing of it is later; found out when first asked for.
+    mutable std::optional<Seconds> m_lastEnd;
 };
 
 } // namespace mailhost

@@ -1,0 +1,110 @@
+// Ten thousand appointments: opening the calendar, turning its pages, and storing one change.
+#include "bench/ManyAppointments.h"
+#include "platform/services/TestServices.h"
+#include "standin/mailhost/store/CalendarFile.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <vector>
+
+namespace {
+
+constexpr int appointments = 10000;
+const QDate today(2026, 11, 24);
+
+class Calendar {
+public:
+    Calendar() {
+        QFile file(path());
+        if (!file.open(QIODevice::WriteOnly))
+            qFatal("the calendar cannot be written");
+        file.write(bench::manyAppointments(appointments, today));
+    }
+    [[nodiscard]] QString path() const { return m_folder.filePath(QStringLiteral("many.ics")); }
+    [[nodiscard]] std::unique_ptr<mailhost::CalendarFile> open() const {
+        QString error;
+        auto file = mailhost::CalendarFile::open(path(), &error);
+        if (!file)
+            qFatal("%s", qPrintable(error));
+        return file;
+    }
+    static qsizetype week(const mailhost::CalendarFile &file, const QDate &monday) {
+        return file.occurrences(monday.startOfDay(), monday.addDays(7).startOfDay()).size();
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+const Calendar &calendar() {
+    static const auto *calendar = new Calendar;
+    return *calendar;
+}
+
+// Until the first week can be shown.
+void openAndListAWeek(benchmark::State &state) {
+    (void)calendar();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Calendar::week(*calendar().open(), today));
+}
+
+void listTheNextWeek(benchmark::State &state) {
+    const auto file = calendar().open();
+    QDate monday = today.addDays(-700);
+    (void)Calendar::week(*file, monday);
+    qsizetype shown = 0;
+    std::vector<double> times;
+    for (auto _ : state) {
+        monday = monday.addDays(7) > today ? today.addDays(-700) : monday.addDays(7);
+        QElapsedTimer timer;
+        timer.start();
+        shown = Calendar::week(*file, monday);
+        times.push_back(double(timer.nsecsElapsed()) / 1e6);
+    }
+    std::sort(times.begin(), times.end());
+    state.counters["shown"] = double(shown);
+    state.counters["median_ms"] = times[times.size() / 2];
+    state.counters["worst_ms"] = times.back(); // every eighth week the series are expanded further
+}
+
+void listAfterAChange(benchmark::State &state) {
+    const auto file = calendar().open();
+    const QDate monday = today.addDays(-1);
+    (void)Calendar::week(*file, monday);
+    mailhost::Appointment changed = file->appointments().last();
+    for (auto _ : state) {
+        changed.start.value = changed.start.value.addSecs(60);
+        file->update(changed);
+        benchmark::DoNotOptimize(Calendar::week(*file, monday));
+    }
+}
+
+void storeOneChange(benchmark::State &state) {
+    const auto file = calendar().open();
+    mailhost::Appointment changed = file->appointments().last();
+    for (auto _ : state) {
+        changed.start.value = changed.start.value.addSecs(60);
+        file->update(changed);
+        if (!file->save(nullptr))
+            state.SkipWithError("not saved");
+    }
+}
+
+BENCHMARK(openAndListAWeek)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(listTheNextWeek)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(listAfterAChange)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(storeOneChange)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+} // namespace
+
+int main(int argc, char **argv) {
+    QCoreApplication application(argc, argv);
+    platform::installTestServices();
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
