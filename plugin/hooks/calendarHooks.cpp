@@ -35,8 +35,10 @@ bool isCurrentVelaMeeting(rt::Object *gridWrapper) {
 template<typename Update>
 rt::Value changeOnGrid(int row, rt::Object *self, rt::Args arguments, Update update) {
     const rt::Weak<> grid(self);
-    const int result = guarded("changing a meeting on the calendar", refused, [self, &update] {
-        return isCurrentVelaMeeting(self) ? int(update(vlCalendarActionMgr::sharedInstance())) : accepted;
+    const int result = guarded("changing a meeting on the calendar", refused, [&grid, &update] {
+        if (!isCurrentVelaMeeting(grid.get()))
+            return accepted;
+        return int(update(vlCalendarActionMgr::sharedInstance(), grid.get()));
     });
     if (result != accepted)
         return true; // dealt with: the tile goes back to where it was
@@ -49,12 +51,12 @@ struct Deletion {
     bool actionResult;
 };
 
-Deletion deleteMeetingOf(rt::Object *event) {
-    return guarded("deleting a meeting on the calendar", Deletion{true, refused, false}, [event] {
+Deletion deleteMeetingOf(const rt::Weak<> &event) {
+    return guarded("deleting a meeting on the calendar", Deletion{true, refused, false}, [&event] {
         vlCalendarActionMgr &manager = vlCalendarActionMgr::sharedInstance();
-        if (!manager.isCurVelaMeeting(event))
+        if (!manager.isCurVelaMeeting(event.get()))
             return Deletion{false, accepted, true};
-        const int result = int(manager.deleteMeeting(event));
+        const int result = int(manager.deleteMeeting(event.get()));
         return Deletion{true, result, manager.getActionResult()};
     });
 }
@@ -62,26 +64,29 @@ Deletion deleteMeetingOf(rt::Object *event) {
 } // namespace
 
 rt::Value gridResize(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return changeOnGrid(rowResize, self, arguments, [self, &arguments](vlCalendarActionMgr &manager) {
-        return manager.updateDuration(self, rt::objectValue(arguments[2]), rt::doubleValue(arguments[3]));
-    });
+    return changeOnGrid(
+        rowResize, self, arguments, [&arguments](vlCalendarActionMgr &manager, rt::Object *grid) {
+            return manager.updateDuration(grid, rt::objectValue(arguments[2]), rt::doubleValue(arguments[3]));
+        });
 }
 
 rt::Value gridMove(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return changeOnGrid(rowMove, self, arguments, [self, &arguments](vlCalendarActionMgr &manager) {
-        return manager.updateStartTime(self, rt::objectValue(arguments[2]));
-    });
+    return changeOnGrid(rowMove, self, arguments,
+                        [&arguments](vlCalendarActionMgr &manager, rt::Object *grid) {
+                            return manager.updateStartTime(grid, rt::objectValue(arguments[2]));
+                        });
 }
 
 rt::Value gridRename(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return changeOnGrid(rowRename, self, arguments, [self, &arguments](vlCalendarActionMgr &manager) {
-        return manager.updateSubject(self, rt::textValue(arguments[0]));
-    });
+    return changeOnGrid(rowRename, self, arguments,
+                        [&arguments](vlCalendarActionMgr &manager, rt::Object *grid) {
+                            return manager.updateSubject(grid, rt::textValue(arguments[0]));
+                        });
 }
 
 rt::Value eventDelete(rt::Object *self, rt::Selector, rt::Args arguments) {
     const rt::Weak<> event(self);
-    const Deletion deletion = deleteMeetingOf(self);
+    const Deletion deletion = deleteMeetingOf(event);
     if (deletion.isMeeting && (deletion.result != accepted || !deletion.actionResult))
         return false;
     return callHost(rowDelete, event.get(), arguments);
@@ -90,7 +95,7 @@ rt::Value eventDelete(rt::Object *self, rt::Selector, rt::Args arguments) {
 // Unlike a delete, a cancellation goes by the action result alone.
 rt::Value eventCancel(rt::Object *self, rt::Selector, rt::Args arguments) {
     const rt::Weak<> event(self);
-    const Deletion deletion = deleteMeetingOf(self);
+    const Deletion deletion = deleteMeetingOf(event);
     if (deletion.isMeeting && !deletion.actionResult)
         return {};
     return callHost(rowCancel, event.get(), arguments);

@@ -28,10 +28,9 @@ QString minutesText(double seconds) {
     return QString::number(whole / qint32(secondsPerMinute));
 }
 
-void moveSnapshot(QVariantMap &snapshot, rt::Object *startDate, std::optional<double> duration) {
+void moveSnapshot(QVariantMap &snapshot, const vlOLCalendarDate &start, std::optional<double> duration) {
     const double seconds =
         duration ? *duration : rt::doubleValue(snapshot.value(vl_ApptInfo_Duration)) * secondsPerMinute;
-    const vlOLCalendarDate start(startDate);
     const vlOLCalendarDate end(start.dateByAddingTimeInterval(seconds));
     snapshot.insert(vl_ApptInfo_StartTime, start.getVlMeetingData());
     snapshot.insert(vl_ApptInfo_EndTime, end.getVlMeetingData());
@@ -70,13 +69,14 @@ int vlCalendarActionMgr::updateStartTime(rt::Object *grid, rt::Object *startDate
 
 int vlCalendarActionMgr::updateMeeting(rt::Object *grid, const QString &newSubject, rt::Object *newStartDate,
                                        std::optional<double> newDuration) {
+    const vlOLCalendarDate start(newStartDate); // while it is there: what follows runs host code
     const vlOLCalendarGridViewWrapper wrapper(grid);
     const vlCCGridViewController controller(wrapper.gridViewController());
     const QVariantMap pending = pendingSubject(newSubject);
     const vlECCalendarEvent event(controller.ecCalendarEvent(), pending);
     QVariantMap snapshot = event.getVlMeetingData();
     if (newStartDate)
-        moveSnapshot(snapshot, newStartDate, newDuration);
+        moveSnapshot(snapshot, start, newDuration);
     return updateAppointmentOnCalendar(snapshot, controller.gridWindow(), event.isSupportVela(),
                                        MeetingCommand::CmdUpdateMeeting);
 }

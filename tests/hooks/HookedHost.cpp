@@ -37,7 +37,10 @@ rt::Value note(rt::Object *self, rt::Selector selector, rt::Args arguments) {
 
 // A member that is only read.
 rt::Value member(rt::Object *self, rt::Selector selector, rt::Args) {
-    return answers().value(self->isa()->name() + u' ' + selector.name());
+    const rt::Value answer = answers().value(self->isa()->name() + u' ' + selector.name());
+    if (during())
+        during()();
+    return answer;
 }
 
 rt::Value capabilities(rt::Object *self, rt::Selector, rt::Args) {
@@ -70,6 +73,8 @@ void define() {
     rt::addMethod(rt::classNamed(QStringLiteral("OLCalendarGridViewWrapper")), "gridViewController", member,
                   "@@:");
     rt::addMethod(rt::defineClass(QStringLiteral("CCGridViewController")), "selectedEvent", member, "@@:");
+    rt::addMethod(rt::classNamed(QStringLiteral("ERCalendarEventEditorWindowController")),
+                  "editorViewController", member, "@@:");
     rt::defineClass(QStringLiteral("OLWordMailEditor"));
     rt::addMethod(rt::classNamed(QStringLiteral("OLCalendarHeaderContainerView")), "managedSubviewsData",
                   managedSubviews, "@@:");

@@ -14,7 +14,8 @@ QStringList &calls();
 // What the host's own implementations answer, by "<class> <selector>"; no value when not set.
 QHash<QString, rt::Value> &answers();
 
-// Runs inside the host's own implementations, after the call was noted. Empty by default.
+// Runs inside the host's own implementations, after the call was noted, and whenever a member is read. Empty
+// by default.
 std::function<void()> &during();
 
 // Defines all classes. Once per process.

@@ -12,6 +12,7 @@
 #include "plugin/workflow/workflowPorts.h"
 #include "tests/hooks/HookedHost.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QLabel>
 #include <QMainWindow>
@@ -323,6 +324,42 @@ TEST_F(HooksTest, AChangeOnTheGridIsTheHostsOnlyWhenTheClientCouldBeAsked) {
     }
 }
 
+// The host may open or close windows while it switches.
+TEST_F(HooksTest, TheSwitchToTheSeriesIsFollowedInTheWindowInWhichItWasAskedFor) {
+    Thing responder("OLCalendarEventViewResponder"), controller("ERCalendarEventEditorWindowController");
+    answers().insert(QStringLiteral("ERCalendarEventEditorWindowController editorViewController"),
+                     rt::fromObject(&editor));
+    auto window = std::make_unique<QWidget>();
+    QWidget another;
+    platform::registerWindow(window.get(), &controller);
+    new vlActionAdditionView(g_vlAdditionViewFrame, window.get());
+    window->show();
+    another.show();
+    const QString saved = QStringLiteral("ERCalendarEventEditorViewController "
+                                         "vl_ERCalendarEventEditorViewController_save(0)");
+    const struct {
+        const char *what;
+        std::function<void()> whileTheHostSwitches;
+        QWidget *askedIn;
+        bool saves;
+    } cases[] = {
+        {"in place", [] {}, window.get(), true},
+        {"into another window", [&another] { QApplication::setActiveWindow(&another); }, window.get(), true},
+        {"from a window without buttons", [&] { QApplication::setActiveWindow(window.get()); }, &another,
+         false},
+        {"closing the window", [&window] { window.reset(); }, window.get(), false},
+    };
+    for (const auto &one : cases) {
+        QApplication::setActiveWindow(one.askedIn);
+        calls().clear();
+        during() = one.whileTheHostSwitches;
+        rt::send(&responder, "switchToRecurringSeries:", rt::Value());
+        during() = nullptr;
+        EXPECT_EQ(calls().size(), one.saves ? 2 : 1) << one.what;
+        EXPECT_EQ(calls().last() == saved, one.saves) << one.what << qPrintable(calls().last());
+    }
+}
+
 TEST_F(HooksTest, ARecordIsBroughtUpToDateBeforeTheHostStoresIt) {
     vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
     const QString stored = QStringLiteral("ECMutableCalendarEvent vl_ECMutableCalendarEvent_saveRecord(0)");
@@ -469,6 +506,17 @@ TEST_F(HooksTest, WhatDiesInTheMiddleOfAHookIsNotTouchedAgain) {
         EXPECT_FALSE(rt::send(dying.get(), selector, true).isValid());
         EXPECT_TRUE(calls().isEmpty()) << selector;
     }
+    Thing meetingEvent("ECCalendarEvent"), controller("CCGridViewController");
+    meetingEvent.capabilities = meeting;
+    answers().insert(QStringLiteral("OLCalendarGridViewWrapper gridViewController"),
+                     rt::fromObject(&controller));
+    answers().insert(QStringLiteral("CCGridViewController selectedEvent"), rt::fromObject(&meetingEvent));
+    auto grid = std::make_unique<Thing>("OLCalendarGridViewWrapper");
+    during() = [&grid] { grid.reset(); };
+    EXPECT_FALSE(rt::send(grid.get(), "subjectChanged:forEvent:andTileView:", QStringLiteral("New"),
+                          rt::Value(), rt::Value())
+                     .isValid());
+    EXPECT_TRUE(calls().isEmpty());
     auto event = std::make_unique<Thing>("ECCalendarEvent");
     during() = [&event] { event.reset(); };
     rt::send(rt::classNamed(QStringLiteral("ERCalendarEventEditorWindowController")),

@@ -14,35 +14,68 @@ class MainWindowTest : public HostFixture {
 protected:
     MainWindow *main() const { return host->mainWindowController()->mainWindow(); }
     void trigger(const QString &action) const {
-        auto *found = main()->findChild<QAction *>(action);
+        QAction *found = main()->command(action);
         ASSERT_NE(found, nullptr);
+        EXPECT_TRUE(found->isEnabled()) << qPrintable(action);
         found->trigger();
         QTest::qWait(1);
     }
-    void confirm() const {
-        auto *button = main()->findChild<QPushButton *>(controls::deleteConfirmButton);
+    void confirm(const QString &name = controls::deleteConfirmButton) const {
+        auto *button = main()->findChild<QPushButton *>(name);
         ASSERT_NE(button, nullptr);
         QTest::mouseClick(button, Qt::LeftButton);
         QTest::qWait(1);
     }
-    void select(const QString &uid) const { ASSERT_TRUE(main()->list()->select(uid)); }
+    void select(const QString &uid, const QString &day = {}) const {
+        ASSERT_TRUE(main()->calendar()->select(uid, day)) << qPrintable(uid);
+    }
+    [[nodiscard]] Appointment onDisk(const QString &uid, const QString &day = {}) const {
+        QString error;
+        const auto file = CalendarFile::open(path(), &error);
+        return file ? file->find(uid, day).value_or(Appointment()) : Appointment();
+    }
 };
 
-TEST_F(MainWindowTest, TheWeekIsListedByDayAndCanBeLeft) {
-    EXPECT_EQ(main()->list()->topLevelItemCount(), 7);
-    EXPECT_TRUE(main()->list()->select(u"review@example.com"_qs));
-    QTest::mouseClick(main()->findChild<QToolButton *>(controls::nextWeekButton), Qt::LeftButton);
-    EXPECT_FALSE(main()->list()->select(u"review@example.com"_qs));
-    QTest::mouseClick(main()->findChild<QToolButton *>(controls::todayButton), Qt::LeftButton);
-    EXPECT_TRUE(main()->list()->select(u"review@example.com"_qs));
+TEST_F(MainWindowTest, TheWeekCanBeLeftAndOneDayShown) {
+    CalendarGrid *calendar = main()->calendar();
+    EXPECT_EQ(calendar->firstDay(), QDate(2026, 3, 9));
+    EXPECT_TRUE(calendar->select(u"review@example.com"_qs));
+    trigger(controls::nextAction);
+    EXPECT_EQ(calendar->firstDay(), QDate(2026, 3, 16));
+    EXPECT_FALSE(calendar->select(u"review@example.com"_qs));
+    trigger(controls::todayAction);
+    EXPECT_TRUE(calendar->select(u"plan@example.com"_qs));
+    trigger(controls::dayViewAction);
+    EXPECT_EQ(calendar->firstDay(), QDate(2026, 3, 11)) << "the day of what was selected";
+    EXPECT_FALSE(calendar->select(u"review@example.com"_qs));
+    trigger(controls::previousAction);
+    EXPECT_EQ(calendar->firstDay(), QDate(2026, 3, 10));
+    EXPECT_TRUE(calendar->select(u"review@example.com"_qs));
+    trigger(controls::weekViewAction);
+    EXPECT_EQ(calendar->firstDay(), QDate(2026, 3, 9));
 }
 
 TEST_F(MainWindowTest, EnterOpensAndASecondTimeShowsTheSameEditor) {
     select(u"review@example.com"_qs);
-    QTest::keyClick(main()->list(), Qt::Key_Return);
+    main()->calendar()->setFocus();
+    QTest::keyClick(main()->windowHandle(), Qt::Key_Return);
     ASSERT_EQ(EditorWindowController::open().size(), 1);
-    QTest::keyClick(main()->list(), Qt::Key_Return);
+    main()->activateWindow();
+    main()->calendar()->setFocus();
+    QTest::keyClick(main()->windowHandle(), Qt::Key_Return);
     EXPECT_EQ(EditorWindowController::open().size(), 1);
+}
+
+TEST_F(MainWindowTest, ANewAppointmentBeginsWhereThePersonPoints) {
+    Q_EMIT main()->calendar()->newRequested(QDateTime({2026, 3, 13}, {14, 0}), false);
+    Q_EMIT main()->calendar()->newRequested(QDateTime({2026, 3, 12}, {0, 0}), true);
+    const auto open = EditorWindowController::open();
+    ASSERT_EQ(open.size(), 2);
+    const Appointment timed = open[0]->editorWindow()->viewController()->content()->appointment();
+    EXPECT_EQ(timed.start.value.toLocalTime(), QDateTime({2026, 3, 13}, {14, 0}));
+    const Appointment allDay = open[1]->editorWindow()->viewController()->content()->appointment();
+    EXPECT_EQ(allDay.start.kind, CalendarTime::Kind::Date);
+    EXPECT_EQ(allDay.end.value.date(), QDate(2026, 3, 13));
 }
 
 TEST_F(MainWindowTest, DeleteAsksAndGoesThroughTheEvent) {
@@ -52,6 +85,26 @@ TEST_F(MainWindowTest, DeleteAsksAndGoesThroughTheEvent) {
     confirm();
     EXPECT_FALSE(fileText().contains("review@example.com"));
     EXPECT_TRUE(fileText().contains("plan@example.com"));
+    trigger(controls::undoAction);
+    EXPECT_TRUE(fileText().contains("X-PLANNER-COLOUR;X-SHADE=dark:teal"));
+    trigger(controls::redoAction);
+    EXPECT_FALSE(fileText().contains("review@example.com"));
+}
+
+TEST_F(MainWindowTest, WhatAnotherProgramChangedSinceIsNotUndone) {
+    select(u"review@example.com"_qs);
+    trigger(controls::laterAction);
+    QFile file(path());
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    const QByteArray other = file.readAll().replace("Design review", "Theirs");
+    file.resize(0);
+    file.write(other);
+    file.close();
+    select(u"plan@example.com"_qs);
+    trigger(controls::laterAction); // is refused, and the file is read again
+    delete main()->findChild<QMessageBox *>(controls::errorMessage);
+    EXPECT_FALSE(main()->command(controls::undoAction)->isEnabled());
+    EXPECT_TRUE(fileText().contains("Theirs"));
 }
 
 TEST_F(MainWindowTest, CancellingTellsTheAttendeesAndDeletes) {
@@ -81,23 +134,94 @@ TEST_F(MainWindowTest, ChangesInPlaceAreStored) {
     EXPECT_EQ(onDisk(u"review@example.com"_qs).summary, u"Renamed"_qs);
 }
 
-TEST_F(MainWindowTest, OneDayOfASeriesIsNotChangedInPlaceButOpensItsSeries) {
-    select(u"daily@example.com"_qs);
-    const QByteArray before = fileText();
+TEST_F(MainWindowTest, OneDayOfASeriesIsChangedAloneOrAsItsSeries) {
+    const QString uid = u"daily@example.com"_qs;
+    const QString day = u"20260311T070000Z"_qs;
+    select(uid, day);
     trigger(controls::laterAction);
-    EXPECT_EQ(fileText(), before);
-    EXPECT_TRUE(main()->findChild<QMessageBox *>(controls::errorMessage));
+    EXPECT_EQ(onDisk(uid, day).start.value.toUTC().time(), QTime(7, 30));
+    EXPECT_EQ(onDisk(uid).start.value.toUTC(), QDateTime({2026, 3, 9}, {7, 0}, Qt::UTC));
+    EXPECT_EQ(main()->calendar()->selected()->instanceId, day) << "still selected where it went";
+    trigger(controls::laterAction);
+    EXPECT_EQ(onDisk(uid, day).start.value.toUTC().time(), QTime(8, 0));
+
+    const QString next = u"20260312T070000Z"_qs;
+    select(uid, next);
+    trigger(controls::deleteAction);
+    confirm();
+    EXPECT_FALSE(main()->calendar()->select(uid, next));
+    EXPECT_TRUE(main()->calendar()->select(uid, day));
+    trigger(controls::deleteAction);
+    confirm(controls::deleteSeriesButton);
+    EXPECT_FALSE(fileText().contains(uid.toUtf8()));
+    for (int i = 0; i < 4; ++i)
+        trigger(controls::undoAction);
+    EXPECT_FALSE(fileText().contains("RECURRENCE-ID"));
+    EXPECT_FALSE(fileText().contains("EXDATE"));
+    EXPECT_TRUE(main()->calendar()->select(uid, next));
+}
+
+TEST_F(MainWindowTest, ADayIsEditedAsAnExceptionAndItsSeriesCanBeOpenedFromIt) {
+    const QString uid = u"daily@example.com"_qs;
+    const QString day = u"20260311T070000Z"_qs;
+    select(uid, day);
     trigger(controls::openAction);
     ASSERT_EQ(EditorWindowController::open().size(), 1);
     controller = EditorWindowController::open().first();
     window = controller->editorWindow();
     editor = window->viewController();
+    saveByMenu();
+    EXPECT_FALSE(fileText().contains("RECURRENCE-ID")) << "an unchanged day is still the series'";
     EXPECT_TRUE(editor->isOccurrenceOrException());
-    EXPECT_TRUE(field(controls::subjectField)->isReadOnly());
+    type(controls::subjectField, u"Long stand-up"_qs);
     click(controls::openSeriesButton);
+    answer(controls::saveChangesButton);
+    EXPECT_EQ(onDisk(uid, day).summary, u"Long stand-up"_qs);
+    EXPECT_EQ(onDisk(uid).summary, u"Stand-up"_qs);
     EXPECT_FALSE(editor->isOccurrenceOrException());
-    EXPECT_FALSE(field(controls::subjectField)->isReadOnly());
+    EXPECT_EQ(field(controls::subjectField)->text(), u"Stand-up"_qs);
     EXPECT_FALSE(editor->isDirty());
+}
+
+TEST_F(MainWindowTest, AnOpenEditorFollowsTheCalendarAndKeepsWhatWasTyped) {
+    open(u"review@example.com"_qs);
+    type(controls::locationField, u"Room 9"_qs);
+    select(u"review@example.com"_qs);
+    trigger(controls::laterAction);
+    host->mainWindowController()->commands()->renameTo(u"Renamed"_qs);
+    EXPECT_EQ(field(controls::subjectField)->text(), u"Renamed"_qs);
+    EXPECT_EQ(field(controls::locationField)->text(), u"Room 9"_qs);
+    EXPECT_EQ(pending().keys(), QStringList{u"content.location"_qs});
+    saveByMenu();
+    EXPECT_EQ(onDisk(u"review@example.com"_qs).start.value.toUTC().time(), QTime(9, 30));
+    EXPECT_EQ(onDisk(u"review@example.com"_qs).summary, u"Renamed"_qs);
+    EXPECT_EQ(onDisk(u"review@example.com"_qs).location, u"Room 9"_qs);
+}
+
+TEST_F(MainWindowTest, AnotherPersonsMeetingIsNotChangedInPlace) {
+    const QByteArray before = fileText();
+    select(u"foreign@example.com"_qs);
+    trigger(controls::laterAction);
+    EXPECT_EQ(fileText(), before);
+    EXPECT_TRUE(main()->findChild<QMessageBox *>(controls::errorMessage));
+}
+
+TEST_F(MainWindowTest, AClosedMainWindowLeavesTheEditorsAndComesBackWithTheCalendar) {
+    open(u"review@example.com"_qs);
+    const QPointer<MainWindow> former = main();
+    former->close();
+    QTest::qWait(1);
+    EXPECT_FALSE(former);
+    EXPECT_EQ(host->mainWindowController(), nullptr);
+    EXPECT_TRUE(isOpen());
+    type(controls::subjectField, u"Alone"_qs);
+    saveByMenu();
+    host->addMainWindow()->window()->show();
+    ASSERT_TRUE(main()->calendar()->select(u"review@example.com"_qs));
+    EXPECT_EQ(main()->calendar()->selected()->summary, u"Alone"_qs);
+    type(controls::subjectField, u"Unsaved"_qs);
+    EXPECT_FALSE(host->closeAll()) << "an editor with changes asks first";
+    EXPECT_NE(host->mainWindowController(), nullptr);
 }
 
 TEST_F(MainWindowTest, AnUnreadableFileIsRefusedAndLeftAlone) {

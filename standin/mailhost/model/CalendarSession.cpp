@@ -99,13 +99,11 @@ bool CalendarSession::store(const Appointment &appointment) {
     UndoStep step{appointment.uid, m_file->componentsOf(appointment.uid), {}, {}};
     if (!m_file->update(appointment))
         m_file->add(appointment);
-    if (!writeOrGoBack())
-        return false;
     step.what = describeChange(former, appointment);
     const bool hasRecord =
         !appointment.ucCapabilities.isEmpty() || (former && !former->ucCapabilities.isEmpty());
     remember(std::move(step), hasRecord && appointment.recurrenceId.isEmpty());
-    return true;
+    return writeOrGoBack();
 }
 
 bool CalendarSession::remove(const QString &uid, const QString &recurrenceId) {
@@ -116,11 +114,9 @@ bool CalendarSession::remove(const QString &uid, const QString &recurrenceId) {
         m_lastError = tr("The appointment is no longer in the calendar.");
         return false;
     }
-    if (!writeOrGoBack())
-        return false;
     step.what = tr("deletion of “%1”").arg(shownSubject(named ? named->summary : QString()));
     remember(std::move(step), recurrenceId.isEmpty() && former && !former->ucCapabilities.isEmpty());
-    return true;
+    return writeOrGoBack();
 }
 
 bool CalendarSession::sendMessage(const Appointment &appointment, bool cancellation) {
@@ -143,7 +139,9 @@ bool CalendarSession::cancel(Appointment appointment) {
     return told;
 }
 
-// A new change makes what was taken back before unreachable.
+// Before it is written: writing tells everyone, who then ask what can be taken back. A step that could not be
+// written goes by itself, since the file has something else then. A new change makes what was taken back
+// before unreachable.
 void CalendarSession::remember(UndoStep step, bool hasRecord) {
     step.after = m_file->componentsOf(step.uid);
     if (step.after == step.before)
@@ -184,10 +182,8 @@ bool CalendarSession::takeBack(std::vector<UndoStep> &from, std::vector<UndoStep
         m_lastError = tr("The appointment cannot be put back as it was.");
         return false;
     }
-    if (!writeOrGoBack())
-        return false;
     to.push_back(std::move(step));
-    return true;
+    return writeOrGoBack();
 }
 
 bool CalendarSession::undo() {

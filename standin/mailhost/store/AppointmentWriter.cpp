@@ -70,11 +70,16 @@ bool writeTimes(Component &component, const Appointment &was, const Appointment 
     if (startDiffers)
         writeMoment(component, "DTSTART", writableMoment(is.start, !is.recurrenceRule.isEmpty(), zones),
                     zones);
-    // A length that is written as such moves along with the start.
+    if (!is.end.value.isValid() || (!startDiffers && sameTime(was.end, is.end)))
+        return startDiffers;
+    // A length that is written as such moves along with the start; an end that now lies before the start does
+    // not show in what is read.
+    const auto written = readMoment(component.line("DTEND"), zones);
     const auto now = readTimes(component, zones);
-    const CalendarTime implied = now ? now->end.calendarTime() : CalendarTime();
-    const bool bothAsBefore = component.line("DTEND") && sameTime(was.end, is.end);
-    if (!is.end.value.isValid() || bothAsBefore || sameTime(implied, is.end))
+    const CalendarTime implied = written ? written->calendarTime()
+                                 : now   ? now->end.calendarTime()
+                                         : CalendarTime();
+    if (sameTime(implied, is.end))
         return startDiffers;
     writeEnd(component, is, zones);
     return true;

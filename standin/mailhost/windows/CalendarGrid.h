@@ -5,12 +5,33 @@
 
 #include "standin/mailhost/store/Appointment.h"
 
+#include "standin/mailhost/windows/GridDrag.h"
+#include "standin/mailhost/windows/GridWalk.h"
+
+#include <QBasicTimer>
+#include <QPointer>
 #include <QWidget>
+#include <functional>
+#include <memory>
 #include <optional>
+
+class QScrollArea;
+
+namespace rt {
+class Object;
+}
 
 namespace mailhost {
 
+class AllDayRow;
+class DayColumns;
 class EventTileView;
+class GridGestures;
+class GridHeader;
+class GridSurface;
+class TileRename;
+struct GridContents;
+struct GridStyle;
 
 class CalendarGrid : public QWidget {
     Q_OBJECT
@@ -18,6 +39,12 @@ public:
     enum class Extent { Day = 1, Week = 7 };
 
     explicit CalendarGrid(QWidget *parent = nullptr);
+    ~CalendarGrid() override;
+
+    // What tiles are told as their controller; held weakly, may be nullptr.
+    void setController(rt::Object *controller);
+    // Where the time of the line on today comes from; the desktop's, until it is set.
+    void setClock(std::function<QDateTime()> now);
 
     // Shows the days from `first` on; `occurrences` is sorted by start and holds whatever overlaps them. What
     // was selected stays selected where it is still shown (the same day of a series, wherever it has moved
@@ -55,6 +82,65 @@ Q_SIGNALS:
     void menuRequested(const QPoint &globalPosition);
     // The person turns pages with the keyboard past the edge, by that many days.
     void pageRequested(int days);
+
+protected:
+    bool event(QEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    void connectGestures();
+    void takeStyle();
+    void arrange();
+    void moveLine(); // of the current time
+    [[nodiscard]] std::optional<WalkPlace> placeAfterChange(const std::optional<Occurrence> &before,
+                                                            const QDate &formerFirst) const;
+    [[nodiscard]] int indexOf(const QString &uid, const QString &instanceId) const; // -1: not shown
+    void keepRename(const std::optional<Occurrence> &before);
+    void placeRename();
+    void finishRename(const QString &subject);
+    void setPlace(const std::optional<WalkPlace> &place, bool reveal);
+    void showPlace();
+    void reveal();
+    [[nodiscard]] GridSurface *surfaceOf(int occurrence) const;
+    [[nodiscard]] std::optional<Occurrence> occurrenceAt(const std::optional<WalkPlace> &place) const;
+    [[nodiscard]] std::optional<WalkPlace> placeOf(int occurrence) const;
+    [[nodiscard]] QDateTime momentOf(const WalkPlace &place) const;
+    [[nodiscard]] WalkPlace firstPlace() const;
+    void pointAt(GridSurface *surface, EventTileView *tile, const ClockPlace &place);
+    void finishDrag(const Occurrence &occurrence, Grip grip, const TimeSpan &span);
+    void showFolded(const QList<int> &occurrences, const QPoint &globalPosition);
+    void walk(WalkStep step);
+    void turnPage(const WalkPlace &from, int days);
+    void scrollPage(int direction);
+    void activate(); // Return
+    void askForMenuByKey();
+
+    std::shared_ptr<const GridStyle> m_style;
+    std::shared_ptr<const GridContents> m_contents;
+    GridHeader *m_header;
+    QWidget *m_rule; // below the all-day row
+    QScrollArea *m_allDayArea;
+    AllDayRow *m_allDay;
+    QScrollArea *m_scroll;
+    DayColumns *m_columns;
+    GridGestures *m_gestures;
+    QPointer<TileRename> m_rename;
+    GridWalk m_walk;
+    std::optional<WalkPlace> m_place;
+    std::optional<ClockPlace> m_arrival; // where the keyboard goes with the next page
+    bool m_arrivesAllDay = false;
+    bool m_scrolled = false;      // put to the working hours
+    bool m_menuByContext = false; // the key that follows has had its menu
+    std::function<QDateTime()> m_now;
+    QBasicTimer m_minute;
 };
 
 } // namespace mailhost

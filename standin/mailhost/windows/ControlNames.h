@@ -13,9 +13,11 @@ inline const QString newMeetingButton = QStringLiteral("newMeetingButton");
 inline const QString todayButton = QStringLiteral("todayButton");
 inline const QString previousWeekButton = QStringLiteral("previousWeekButton");
 inline const QString nextWeekButton = QStringLiteral("nextWeekButton");
-inline const QString weekTitle = QStringLiteral("weekTitle"); // label
+inline const QString dayViewButton = QStringLiteral("dayViewButton");
+inline const QString weekViewButton = QStringLiteral("weekViewButton");
+inline const QString deleteToolBarButton = QStringLiteral("deleteToolBarButton");
+inline const QString weekTitle = QStringLiteral("weekTitle");       // label
 inline const QString calendarGrid = QStringLiteral("calendarGrid"); // CalendarGrid
-inline const QString weekList = QStringLiteral("weekList");
 
 // Menu actions of the main window (QAction).
 inline const QString openAction = QStringLiteral("openAction");
@@ -96,6 +98,7 @@ inline const QString discardChangesButton = QStringLiteral("discardChangesButton
 inline const QString keepEditingButton = QStringLiteral("keepEditingButton");
 inline const QString sendQuestion = QStringLiteral("sendQuestion");
 inline const QString sendAnywayButton = QStringLiteral("sendAnywayButton");
+inline const QString calendarMenu = QStringLiteral("calendarMenu"); // context menu
 inline const QString deleteQuestion = QStringLiteral("deleteQuestion");
 inline const QString deleteConfirmButton = QStringLiteral("deleteConfirmButton");
 inline const QString deleteSeriesButton = QStringLiteral("deleteSeriesButton");

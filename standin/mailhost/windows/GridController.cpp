@@ -1,14 +1,13 @@
 #include "standin/mailhost/windows/GridController.h"
 
 #include "standin/mailhost/model/Bind.h"
-
-#include <QPainter>
+#include "standin/mailhost/windows/EventTileView.h"
 
 namespace mailhost {
 
-GridViewController::GridViewController(WeekList *list)
+GridViewController::GridViewController(CalendarGrid *calendar)
     : rt::Object(rt::classNamed(u"CCGridViewController"_qs))
-    , m_list(list) {}
+    , m_calendar(calendar) {}
 
 void GridViewController::setSession(CalendarSession *session) {
     m_session = session;
@@ -16,7 +15,7 @@ void GridViewController::setSession(CalendarSession *session) {
 }
 
 std::unique_ptr<CalendarEvent> GridViewController::newEventForSelection() const {
-    const std::optional<Occurrence> occurrence = m_list ? m_list->selected() : std::nullopt;
+    const std::optional<Occurrence> occurrence = m_calendar ? m_calendar->selected() : std::nullopt;
     if (!occurrence || !m_session)
         return nullptr;
     const bool oneDay = occurrence->isOccurrence && !occurrence->isException;
@@ -30,7 +29,7 @@ std::unique_ptr<CalendarEvent> GridViewController::newEventForSelection() const 
 rt::Object *GridViewController::selectedEvent() {
     std::unique_ptr<CalendarEvent> event = newEventForSelection();
     if (event && m_event && event->isSame(*m_event)) {
-        m_event->setOccurrence(*m_list->selected()); // its series may have been moved
+        m_event->setOccurrence(*m_calendar->selected()); // its series may have been moved
         return m_event.get();
     }
     if (m_event)
@@ -39,9 +38,9 @@ rt::Object *GridViewController::selectedEvent() {
     return m_event.get();
 }
 
-GridViewWrapper::GridViewWrapper(WeekList *list)
+GridViewWrapper::GridViewWrapper(CalendarGrid *calendar)
     : rt::Object(rt::classNamed(u"OLCalendarGridViewWrapper"_qs))
-    , m_controller(list) {}
+    , m_controller(calendar) {}
 
 bool GridViewWrapper::mayChange(const CalendarEvent *event) const {
     if (!event || !event->session())
@@ -127,25 +126,7 @@ bool GridViewWrapper::subjectChanged(const QString &subject, rt::Object *object,
     return store(event, appointment);
 }
 
-EventTileView::EventTileView()
-    : rt::Object(rt::classNamed(u"CCEventTileView"_qs)) {}
-
-rt::Object *EventTileView::initWithFrame(const QRectF &frame, rt::Object *, const rt::Value &fillColor,
-                                         bool isGhost) {
-    setGeometry(frame.toAlignedRect());
-    m_fill = fillColor.value<QColor>();
-    m_ghost = isGhost;
-    return this;
-}
-
-void EventTileView::paintEvent(QPaintEvent *) {
-    QPainter painter(this);
-    painter.setOpacity(m_ghost ? 0.5 : 1.0);
-    painter.fillRect(rect(), m_fill.isValid() ? m_fill : palette().color(QPalette::Highlight));
-}
-
 void defineGridClasses() {
-    rt::Class *view = rt::defineClass(u"NSView"_qs);
     addMethods(rt::defineClass(u"CCGridViewController"_qs),
                {{"view", bind<&GridViewController::view>, "@@:"},
                 {"selectedEvent", bind<&GridViewController::selectedEvent>, "@@:"}});
@@ -156,9 +137,7 @@ void defineGridClasses() {
                  bind<&GridViewWrapper::dragResizedEvent>, "B@:@@@d^cBB"},
                 {"performDragFrom:to:forDate:inProgress:", bind<&GridViewWrapper::performDrag>, "B@:@@@^c"},
                 {"subjectChanged:forEvent:andTileView:", bind<&GridViewWrapper::subjectChanged>, "B@:@@@"}});
-    addMethods(rt::defineClass(u"CCEventTileView"_qs, view),
-               {{"initWithFrame:andController:andFillColor:isGhost:", bind<&EventTileView::initWithFrame>,
-                 "@@:ffff@@B"}});
+    defineTileClass();
 }
 
 } // namespace mailhost

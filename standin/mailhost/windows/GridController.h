@@ -3,29 +3,29 @@
 
 #include "standin/mailhost/model/CalendarDate.h"
 #include "standin/mailhost/model/CalendarEvent.h"
-#include "standin/mailhost/windows/WeekList.h"
+#include "standin/mailhost/windows/CalendarGrid.h"
 
 namespace mailhost {
 
 class GridViewController : public rt::Object {
 public:
-    explicit GridViewController(WeekList *list);
+    explicit GridViewController(CalendarGrid *calendar);
     void setSession(CalendarSession *session);
-    [[nodiscard]] QWidget *view() const { return m_list; }
+    [[nodiscard]] QWidget *view() const { return m_calendar; }
     // The event of the selected row; nullptr when none is. Lives until another is selected.
     [[nodiscard]] rt::Object *selectedEvent();
     // A new event object for the selected row, which the caller takes.
     [[nodiscard]] std::unique_ptr<CalendarEvent> newEventForSelection() const;
 
 private:
-    QPointer<WeekList> m_list;
+    QPointer<CalendarGrid> m_calendar;
     QPointer<CalendarSession> m_session;
     std::unique_ptr<CalendarEvent> m_event;
 };
 
 class GridViewWrapper : public rt::Object {
 public:
-    explicit GridViewWrapper(WeekList *list);
+    explicit GridViewWrapper(CalendarGrid *calendar);
     [[nodiscard]] GridViewController *controller() { return &m_controller; }
     [[nodiscard]] rt::Object *gridViewController() { return &m_controller; }
     [[nodiscard]] QVariantList gridViewControllers() { return {rt::fromObject(&m_controller)}; }
@@ -42,22 +42,6 @@ private:
     bool store(CalendarEvent *event, const Appointment &appointment);
     [[nodiscard]] bool mayChange(const CalendarEvent *event) const;
     GridViewController m_controller;
-};
-
-// A tile of an event in a grid.
-class EventTileView : public QWidget, public rt::Object {
-    Q_OBJECT
-public:
-    EventTileView();
-    [[nodiscard]] rt::Object *initWithFrame(const QRectF &frame, rt::Object *controller,
-                                            const rt::Value &fillColor, bool isGhost);
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
-
-private:
-    QColor m_fill;
-    bool m_ghost = false;
 };
 
 void defineGridClasses();

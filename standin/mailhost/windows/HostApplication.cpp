@@ -47,16 +47,19 @@ QByteArray bundleInformation(const QString &version) {
 } // namespace
 
 HostApplication::HostApplication(HostOptions options)
-    : m_options(std::move(options)) {
-    if (!m_options.today.isValid())
-        m_options.today = QDate::currentDate();
-}
+    : m_options(std::move(options)) {}
 
 HostApplication::~HostApplication() {
     for (EditorWindowController *controller : EditorWindowController::open())
         delete controller;
     HostContext::instance() = {};
+    errorPresenter() = nullptr;
     platform::setApplicationDelegate(nullptr);
+}
+
+// A program may run over midnight.
+QDate HostApplication::today() const {
+    return m_options.today.isValid() ? m_options.today : QDate::currentDate();
 }
 
 void HostApplication::defineClasses() {
@@ -89,8 +92,67 @@ void HostApplication::start() {
     defineClasses();
     m_delegate = std::make_unique<AppDelegate>();
     platform::setApplicationDelegate(m_delegate.get());
-    m_mainWindow = std::make_unique<MainWindowController>(m_options.today);
-    HostContext::instance().placeOfNew = [this] { return NewPlace{m_mainWindow->startOfNew(), false}; };
+    errorPresenter() = [this](QWidget *parent, const QString &message) {
+        const MainWindowController *main = mainWindowController();
+        showErrorMessage(parent || !main ? parent : main->window(), message);
+    };
+    HostContext::instance().placeOfNew = [this] { return placeOfNew(); };
+    addMainWindow();
+}
+
+MainWindowController *HostApplication::mainWindowController() const {
+    return m_mainWindows.empty() ? nullptr : m_mainWindows.front().get();
+}
+
+QList<MainWindowController *> HostApplication::mainWindowControllers() const {
+    QList<MainWindowController *> all;
+    for (const auto &controller : m_mainWindows)
+        all.append(controller.get());
+    return all;
+}
+
+MainWindowController *HostApplication::addMainWindow() {
+    m_mainWindows.push_back(std::make_unique<MainWindowController>([this] { return today(); }));
+    MainWindowController *controller = m_mainWindows.back().get();
+    controller->setSession(m_session.get());
+    QObject::connect(controller->mainWindow(), &MainWindow::closed, controller,
+                     [this, controller] { windowClosed(controller); });
+    QObject::connect(controller, &MainWindowController::anotherWindowWanted, controller,
+                     [this] { addMainWindow()->window()->show(); });
+    QObject::connect(controller, &MainWindowController::quitWanted, controller, [this] { closeAll(); });
+    return controller;
+}
+
+// Editors go on; the program ends with its last window.
+void HostApplication::windowClosed(MainWindowController *controller) {
+    for (auto it = m_mainWindows.begin(); it != m_mainWindows.end(); ++it) {
+        if (it->get() != controller)
+            continue;
+        platform::unregisterWindow(controller->window());
+        it->release()->deleteLater(); // what closes it is still at work in it
+        m_mainWindows.erase(it);
+        return;
+    }
+}
+
+bool HostApplication::closeAll() {
+    for (EditorWindowController *controller : EditorWindowController::open())
+        if (controller->editorWindow() && !controller->editorWindow()->close() &&
+            controller->editorWindow()->isVisible())
+            return false;
+    for (MainWindowController *controller : mainWindowControllers())
+        controller->window()->close();
+    return true;
+}
+
+// In the window that the person is at, else in the first one.
+NewPlace HostApplication::placeOfNew() const {
+    for (const auto &controller : m_mainWindows)
+        if (controller->window()->isActiveWindow())
+            return controller->placeOfNew();
+    if (!m_mainWindows.empty())
+        return m_mainWindows.front()->placeOfNew();
+    return {QDateTime(today(), QTime(9, 0)), false};
 }
 
 QString HostApplication::dataFolder() const {
@@ -99,9 +161,9 @@ QString HostApplication::dataFolder() const {
 
 QString HostApplication::sampleFile(QString *error) const {
     // One for each week: last week's sample would show an empty week today. Changes made to it stay.
-    const QString monday = mondayOf(m_options.today).toString(Qt::ISODate);
+    const QString monday = mondayOf(today()).toString(Qt::ISODate);
     const QString path = dataFolder() + u"/Sample week %1.ics"_qs.arg(monday);
-    if (QFile::exists(path) || writeFile(path, sampleCalendar(m_options.today), error))
+    if (QFile::exists(path) || writeFile(path, sampleCalendar(today()), error))
         return path;
     return {};
 }
@@ -115,15 +177,18 @@ bool HostApplication::openCalendar(QString *error) {
         return false;
     const QString outbox = m_options.outbox.isEmpty() ? dataFolder() + u"/Outbox"_qs : m_options.outbox;
     auto session = std::make_unique<CalendarSession>(std::move(file), m_options, outbox);
-    m_mainWindow->setSession(session.get());
+    for (const auto &controller : m_mainWindows)
+        controller->setSession(session.get());
     m_session = std::move(session);
     HostContext::instance().session = m_session.get();
     return true;
 }
 
 void HostApplication::show() {
-    m_mainWindow->window()->show();
-    m_mainWindow->window()->activateWindow();
+    for (const auto &controller : m_mainWindows)
+        controller->window()->show();
+    if (const MainWindowController *first = mainWindowController())
+        first->window()->activateWindow();
 }
 
 bool HostApplication::loadPlugin(QString *error) const {
@@ -143,16 +208,19 @@ bool HostApplication::loadPlugin(QString *error) const {
 }
 
 EditorWindowController *HostApplication::openEditorFor(const QString &uid, const QString &recurrenceId) {
-    return dynamic_cast<EditorWindowController *>(m_mainWindow->openAppointment(uid, recurrenceId));
+    if (!m_session || !m_session->file().find(uid, recurrenceId))
+        return nullptr;
+    return dynamic_cast<EditorWindowController *>(
+        showEditorFor(std::make_unique<CalendarEvent>(m_session.get(), uid, recurrenceId, false)));
 }
 
 EditorWindowController *HostApplication::openNewMeeting() {
-    m_mainWindow->newMeeting();
+    rt::send(m_delegate.get(), "newCalendarMeeting:", rt::Value());
     return EditorWindowController::open().isEmpty() ? nullptr : EditorWindowController::open().last();
 }
 
 EditorWindowController *HostApplication::openNewAppointment() {
-    m_mainWindow->newAppointment();
+    rt::send(editorWindowClass(), "showWindowForNewEvent");
     return EditorWindowController::open().isEmpty() ? nullptr : EditorWindowController::open().last();
 }
 

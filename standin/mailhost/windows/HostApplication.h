@@ -3,7 +3,7 @@
 
 #include "standin/mailhost/model/HostOptions.h"
 #include "standin/mailhost/windows/EditorWindow.h"
-#include "standin/mailhost/windows/MainWindow.h"
+#include "standin/mailhost/windows/MainWindowController.h"
 
 namespace mailhost {
 
@@ -24,7 +24,7 @@ public:
     // Fills the platform's services with the desktop's.
     void installDesktopServices() const;
 
-    // Makes the main window (not shown) and the application delegate.
+    // Makes the first main window (not shown) and the application delegate.
     void start();
     // Opens the calendar of the options, or the sample calendar from the program's data folder. False with a
     // sentence in `error`; what was open stays open.
@@ -35,7 +35,13 @@ public:
 
     [[nodiscard]] const HostOptions &options() const { return m_options; }
     [[nodiscard]] CalendarSession *session() const { return m_session.get(); }
-    [[nodiscard]] MainWindowController *mainWindowController() const { return m_mainWindow.get(); }
+    // The first main window that is open; nullptr when there is none.
+    [[nodiscard]] MainWindowController *mainWindowController() const;
+    [[nodiscard]] QList<MainWindowController *> mainWindowControllers() const;
+    // One more main window on the same calendar (not shown).
+    MainWindowController *addMainWindow();
+    // Closes the editors and then the main windows. False when an editor with changes stays open.
+    bool closeAll();
     // The editor of the appointment, opened as the person opens it; nullptr when there is no such
     // appointment.
     EditorWindowController *openEditorFor(const QString &uid, const QString &recurrenceId = QString());
@@ -45,11 +51,14 @@ public:
 private:
     QString dataFolder() const;
     QString sampleFile(QString *error) const;
+    [[nodiscard]] QDate today() const;
+    [[nodiscard]] NewPlace placeOfNew() const;
+    void windowClosed(MainWindowController *controller);
 
     HostOptions m_options;
     std::unique_ptr<AppDelegate> m_delegate;
     std::unique_ptr<CalendarSession> m_session;
-    std::unique_ptr<MainWindowController> m_mainWindow;
+    std::vector<std::unique_ptr<MainWindowController>> m_mainWindows; // in order of opening
 };
 
 // The options of a command line. On a mistake a null optional, with a sentence in `error`; `help` gets the

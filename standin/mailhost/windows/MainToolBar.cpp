@@ -36,9 +36,9 @@ const QList<Description> &descriptions() {
         {u"Today"_qs, controls::todayButton, tr("&Today"), tr("Go to today (Ctrl+T)"), I::Today, &A::today},
         {u"NextWeek"_qs, controls::nextWeekButton, tr("Forward"), tr("Go forward (Ctrl+Right)"), I::Next,
          &A::next},
-        {u"Day"_qs, u"dayViewButton"_qs, tr("Day"), tr("Show one day (Ctrl+1)"), I::Day, &A::showDay},
-        {u"Week"_qs, u"weekViewButton"_qs, tr("Week"), tr("Show a week (Ctrl+2)"), I::Week, &A::showWeek},
-        {u"Delete"_qs, u"deleteToolBarButton"_qs, tr("Delete"),
+        {u"Day"_qs, controls::dayViewButton, tr("Day"), tr("Show one day (Ctrl+1)"), I::Day, &A::showDay},
+        {u"Week"_qs, controls::weekViewButton, tr("Week"), tr("Show a week (Ctrl+2)"), I::Week, &A::showWeek},
+        {u"Delete"_qs, controls::deleteToolBarButton, tr("Delete"),
          tr("Delete the selected appointment (Delete)"), I::Delete, &A::deleteSelected}};
     return *all;
 }

@@ -1,6 +1,5 @@
 #include "standin/mailhost/windows/MainWindow.h"
 
-#include "platform/runtime/Runtime.h"
 #include "platform/toolkit/Windows.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/Messages.h"
@@ -8,59 +7,27 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QHBoxLayout>
 #include <QLabel>
-#include <QMenuBar>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QToolBar>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace mailhost {
 
-namespace {
-
-struct ToolItem {
-    QString identifier;
-    QString name;
-    QString text;
-    QString tip;
-    void (MainWindowController::*operation)();
-};
-
-const QList<ToolItem> &toolItems() {
-    using C = MainWindowController;
-    static const QList<ToolItem> items{
-        {u"NewAppointment"_qs, controls::newAppointmentButton, QObject::tr("New &appointment"),
-         QObject::tr("New appointment (Ctrl+N)"), &C::newAppointment},
-        {u"NewMeeting"_qs, controls::newMeetingButton, QObject::tr("New &meeting"),
-         QObject::tr("New meeting (Ctrl+Shift+N)"), &C::newMeeting},
-        {u"PreviousWeek"_qs, controls::previousWeekButton, QObject::tr("‹"),
-         QObject::tr("Previous week (Ctrl+Left)"), &C::previousWeek},
-        {u"Today"_qs, controls::todayButton, QObject::tr("&Today"), QObject::tr("Today (Ctrl+T)"),
-         &C::goToToday},
-        {u"NextWeek"_qs, controls::nextWeekButton, QObject::tr("›"), QObject::tr("Next week (Ctrl+Right)"),
-         &C::nextWeek}};
-    return items;
-}
-
-} // namespace
-
-MainWindow::MainWindow(MainWindowController *controller)
-    : m_controller(controller)
-    , m_toolBar(addToolBar(tr("Tool-bar")))
+MainWindow::MainWindow()
+    : m_toolBar(makeMainToolBar(this))
     , m_title(new QLabel)
-    , m_list(new WeekList) {
+    , m_calendar(new CalendarGrid) {
     setObjectName(controls::mainWindow);
-    resize(960, 760);
-    m_toolBar->setObjectName(controls::mainToolBar);
-    m_toolBar->setMovable(false);
+    resize(1080, 780);
+    addToolBar(m_toolBar);
     m_title->setObjectName(controls::weekTitle);
     QFont font = m_title->font();
     font.setPointSizeF(font.pointSizeF() * 1.6);
     m_title->setFont(font);
-    m_title->setContentsMargins(14, 10, 14, 4);
+    m_title->setContentsMargins(14, 10, 14, 6);
+    m_calendar->setObjectName(controls::calendarGrid);
     auto *centre = new QWidget;
     centre->setAutoFillBackground(true);
     centre->setBackgroundRole(QPalette::Base);
@@ -68,119 +35,60 @@ MainWindow::MainWindow(MainWindowController *controller)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_title);
-    layout->addWidget(m_list, 1);
+    layout->addWidget(m_calendar, 1);
     setCentralWidget(centre);
-    buildMenus();
-    connect(m_list, &WeekList::opened, this, [this] { m_controller->openSelected(); });
-    m_list->setFocus();
+    m_calendar->setFocus();
 }
 
-QWidget *MainWindow::toolBarItem(const QString &identifier) {
-    for (const ToolItem &item : toolItems()) {
-        if (item.identifier != identifier)
-            continue;
-        if (auto *existing = findChild<QWidget *>(item.name))
-            return existing;
-        auto *button = new QToolButton(this);
-        button->setObjectName(item.name);
-        button->setText(item.text);
-        button->setToolTip(item.tip);
-        button->setAccessibleName(item.tip.section(u" ("_qs, 0, 0));
-        button->setFocusPolicy(Qt::TabFocus);
-        button->setAutoRaise(true);
-        connect(button, &QToolButton::clicked, m_controller, item.operation);
-        return button;
-    }
-    return nullptr;
-}
-
-void MainWindow::fillToolBar(const QStringList &identifiers) {
-    for (const QString &identifier : identifiers) {
-        if (identifier == u"NSToolbarFlexibleSpaceItem") {
-            auto *space = new QWidget;
-            space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-            m_toolBar->addWidget(space);
-            continue;
-        }
-        const rt::Value item =
-            rt::send(m_controller,
-                     "toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:", rt::fromWidget(m_toolBar),
-                     identifier, true);
-        if (QWidget *widget = rt::widgetValue(item))
-            m_toolBar->addWidget(widget);
-    }
-}
-
-QAction *MainWindow::addAction(QMenu *menu, const QString &name, const QString &text,
-                               const QKeySequence &keys, void (MainWindowController::*operation)()) {
+QAction *MainWindow::addCommand(QMenu *menu, const QString &name, const QString &text,
+                                const QKeySequence &keys, std::function<void()> operation) {
     QAction *action = menu->addAction(text);
     action->setObjectName(name);
     action->setShortcut(keys);
-    connect(action, &QAction::triggered, m_controller, operation);
+    connect(action, &QAction::triggered, this, std::move(operation));
     return action;
 }
 
-void MainWindow::buildMenus() {
-    using C = MainWindowController;
-    QMenu *file = menuBar()->addMenu(tr("&File"));
-    addAction(file, u"newAppointmentAction"_qs, tr("New &appointment"), QKeySequence::New,
-              &C::newAppointment);
-    addAction(file, u"newMeetingAction"_qs, tr("New &meeting"), QKeySequence(tr("Ctrl+Shift+N")),
-              &C::newMeeting);
-    file->addSeparator();
-    QAction *quit = file->addAction(tr("&Quit"), QKeySequence(tr("Ctrl+Q")), this, [this] { close(); });
-    quit->setObjectName(controls::quitAction);
-    QMenu *edit = menuBar()->addMenu(tr("&Edit"));
-    addAction(edit, controls::openAction, tr("&Open"), QKeySequence(tr("Ctrl+O")), &C::openSelected);
-    addAction(edit, controls::renameAction, tr("&Rename…"), QKeySequence(tr("F2")), &C::renameSelected);
-    addAction(edit, controls::earlierAction, tr("Move &earlier"), QKeySequence(tr("Ctrl+Up")),
-              &C::moveEarlier);
-    addAction(edit, controls::laterAction, tr("Move &later"), QKeySequence(tr("Ctrl+Down")), &C::moveLater);
-    addAction(edit, controls::longerAction, tr("Make lon&ger"), QKeySequence(tr("Ctrl+Shift+Down")),
-              &C::makeLonger);
-    addAction(edit, controls::shorterAction, tr("Make &shorter"), QKeySequence(tr("Ctrl+Shift+Up")),
-              &C::makeShorter);
-    edit->addSeparator();
-    addAction(edit, controls::cancelMeetingAction, tr("&Cancel meeting…"),
-              QKeySequence(tr("Ctrl+Shift+Delete")), &C::cancelSelected);
-    addAction(edit, controls::deleteAction, tr("&Delete…"), QKeySequence::Delete, &C::deleteSelected);
-    QMenu *view = menuBar()->addMenu(tr("&View"));
-    addAction(view, u"todayAction"_qs, tr("&Today"), QKeySequence(tr("Ctrl+T")), &C::goToToday);
-    addAction(view, u"previousWeekAction"_qs, tr("&Previous week"), QKeySequence(tr("Ctrl+Left")),
-              &C::previousWeek);
-    addAction(view, u"nextWeekAction"_qs, tr("&Next week"), QKeySequence(tr("Ctrl+Right")), &C::nextWeek);
+QAction *MainWindow::command(const QString &name) const {
+    return findChild<QAction *>(name);
 }
 
-void MainWindow::showTitle(const QString &week, const QString &file) {
-    m_title->setText(week);
+void MainWindow::showTitle(const QString &days, const QString &file) {
+    m_title->setText(days);
     setWindowTitle(file.isEmpty() ? QApplication::applicationDisplayName()
                                   : file + u" — "_qs + QApplication::applicationDisplayName());
 }
 
-void MainWindow::ask(const QString &question, const QString &detail, const QString &verb,
-                     std::function<void()> yes) {
+void MainWindow::ask(const QString &question, const QString &detail, const QList<Choice> &choices) {
     if (m_question)
         m_question->deleteLater();
     m_question = makeMessage(this, controls::deleteQuestion, question, detail);
     QMessageBox *box = m_question;
-    QPushButton *confirm = box->addButton(verb, QMessageBox::DestructiveRole);
-    confirm->setObjectName(controls::deleteConfirmButton);
+    QList<std::pair<QAbstractButton *, std::function<void()>>> answers;
+    for (const Choice &choice : choices) {
+        QPushButton *button = box->addButton(choice.text, QMessageBox::DestructiveRole);
+        button->setObjectName(choice.name);
+        answers.append({button, choice.chosen});
+    }
     QPushButton *keep = box->addButton(tr("&Keep"), QMessageBox::RejectRole);
     box->setEscapeButton(keep);
-    platform::beginSheet(box, this, [box, confirm, yes = std::move(yes)](int) {
-        if (box->clickedButton() == confirm)
-            yes();
+    box->setDefaultButton(keep);
+    platform::beginSheet(box, this, [box, answers](int) {
+        const QAbstractButton *clicked = box->clickedButton();
         box->deleteLater();
+        for (const auto &[button, chosen] : answers)
+            if (button == clicked && chosen)
+                chosen();
     });
 }
 
 void MainWindow::closeEvent(QCloseEvent *event) {
-    if (!m_controller->closeEditors()) {
-        event->ignore();
-        return;
-    }
-    platform::windowWillClose(this);
     event->accept();
+    if (m_closed)
+        return;
+    m_closed = true;
+    platform::windowWillClose(this);
+    Q_EMIT closed();
 }
 
 } // namespace mailhost
