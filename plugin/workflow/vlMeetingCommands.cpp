@@ -100,8 +100,11 @@ int vlMeetingMgr::sendVlMeetingCommand(MeetingCommand command, const QVariantMap
     if (strip && rt::boolValue(data.value(keyDragAndMoveOnCalendar)))
         strip->setOLUIAction(HostAction::CalendarDrag);
 
+    vlMeetingDataMgr &store = vlMeetingDataMgr::sharedInstance();
+    const QString formerKey = store.meetingKey();
+    const QVariantMap formerInfo = store.getSavedApptInfo();
     const QVariantMap snapshot = rt::mapValue(data.value(vl_Outlook_ApptInfo));
-    vlMeetingDataMgr::sharedInstance().setSavedApptInfo(snapshot);
+    store.setSavedApptInfo(snapshot);
     const QString key = takeKeyFromSnapshot(snapshot);
 
     vlAPIMgr &client = vlAPIMgr::sharedInstance();
@@ -115,7 +118,13 @@ int vlMeetingMgr::sendVlMeetingCommand(MeetingCommand command, const QVariantMap
         request.remove(keyEventOwnerWindow); // the request stays with the client link, the window need not
         error = client.getMeeting(parent, request);
     }
-    return error ? clientNotReached : nothingStarted;
+    if (!error)
+        return nothingStarted;
+    // Nothing will be answered: an editor that is open, or opened next, is not to take this meeting for its
+    // own.
+    store.setMeetingKey(formerKey.isNull() ? QStringLiteral("") : formerKey);
+    store.setSavedApptInfo(formerInfo);
+    return clientNotReached;
 }
 
 QString vlMeetingMgr::takeKeyFromSnapshot(const QVariantMap &snapshot) const {

@@ -60,9 +60,16 @@ RunningClient::RunningClient(QString dataFile)
 }
 
 RunningClient::~RunningClient() {
-    platform::services().distributedNotifications->post(
-        meetingclient::controlNotification, QString(),
-        {{meetingclient::controlRuleKey, meetingclient::controlExit}}, true);
+    quit();
+}
+
+void RunningClient::tell(const QString &rule) {
+    platform::services().distributedNotifications->post(meetingclient::controlNotification, QString(),
+                                                        {{meetingclient::controlRuleKey, rule}}, true);
+}
+
+void RunningClient::quit() {
+    tell(meetingclient::controlExit);
     Walk::waitFor([] { return !isRunning(); });
 }
 

@@ -45,6 +45,10 @@ public:
     // Tells the client to end.
     ~RunningClient();
     [[nodiscard]] static bool isRunning();
+    // What it is to do with its answers from now on.
+    static void tell(const QString &rule);
+    // Tells it to end and waits until it has.
+    static void quit();
     // What its file says of a meeting; empty when there is no such meeting.
     [[nodiscard]] QJsonObject meeting(const QString &key) const;
 

@@ -10,6 +10,8 @@ namespace walkthrough {
 
 namespace {
 
+constexpr int dragSteps = 8;
+
 bool canTake(QWidget *control) {
     if (!control || !control->isVisible() || !control->isEnabled())
         return false;
@@ -44,11 +46,29 @@ QString plain(QString text) {
 } // namespace
 
 bool click(QWidget *control) {
+    return control && clickAt(control, control->rect().center());
+}
+
+bool clickAt(QWidget *control, const QPoint &point) {
     if (!canTake(control) || !windowOf(control))
         return false;
-    const QPoint at = inWindow(control, control->rect().center());
+    const QPoint at = inWindow(control, point);
     QTest::mouseMove(windowOf(control), at);
     QTest::mouseClick(windowOf(control), Qt::LeftButton, Qt::NoModifier, at);
+    return true;
+}
+
+bool drag(QWidget *control, const QPoint &from, const QPoint &distance) {
+    if (!canTake(control) || !windowOf(control))
+        return false;
+    // The control may go away when the gesture ends.
+    QWindow *window = windowOf(control);
+    const QPoint begin = inWindow(control, from);
+    QTest::mouseMove(window, begin);
+    QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, begin);
+    for (int i = 1; i <= dragSteps; ++i)
+        QTest::mouseMove(window, begin + distance * i / dragSteps);
+    QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, begin + distance);
     return true;
 }
 

@@ -12,7 +12,10 @@ namespace walkthrough {
 // A click in the middle of the control, or at a point of it. False when the control is missing, hidden or
 // disabled, or another window is modal for it: then nothing is sent.
 bool click(QWidget *control);
+bool clickAt(QWidget *control, const QPoint &at);
 bool doubleClick(QWidget *control, const QPoint &at);
+// Pressed at one point, moved in steps by the distance, and let go.
+bool drag(QWidget *control, const QPoint &from, const QPoint &distance);
 // Keys go to the window that is active, as they would.
 bool press(QWidget *window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 bool type(QWidget *window, const QString &text);

@@ -5,12 +5,14 @@
 #include "standin/mailhost/windows/ControlNames.h"
 #include "tests/roads/Desk.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QDir>
 #include <QJsonObject>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 using namespace roads;
@@ -173,6 +175,20 @@ TEST_P(OnTheCalendar, WithoutAClientEveryChangeOfAMeetingVisiblyStaysUndone) {
     EXPECT_EQ(desk.sent("2") + desk.sent("3"), 0);
 }
 
+TEST_P(OnTheCalendar, ARefusedChangeIsNotTakenForTheMeetingOfTheEditorThatOpensNext) {
+    giveMeeting(Desk::plain);
+    desk.clientQuits();
+    select(Desk::plain);
+    command(controls::laterAction);
+    desk.dismissAlert();
+    desk.clientRuns();
+    mailhost::EditorWindow *editor = desk.open(Desk::other);
+    EXPECT_EQ(Desk::stripOf(editor)->uiStatus(), StripState::NoMeeting);
+    desk.addMeeting(editor);
+    desk.pressSave(editor);
+    EXPECT_NE(desk.meetingKey(Desk::other), desk.meetingKey(Desk::plain));
+}
+
 TEST_P(OnTheCalendar, AnErrorThatTheClientAnswersIsSaidAndTheHostsChangeStands) {
     giveMeeting(Desk::plain);
     const qint64 start = startInFile(Desk::plain);
@@ -215,10 +231,14 @@ TEST_P(OnTheCalendar, TheFirstDeleteOfASessionKeepsTheAppointmentAndTheSecondTak
 TEST_P(OnTheCalendar, AFailedActionKeepsWhatIsDeletedNext) {
     giveMeeting(Desk::plain);
     giveMeeting(Desk::invited);
-    desk.given("once error update 0;Error 3001");
+    desk.given("once delay delete 1000");
     select(Desk::plain);
-    command(controls::laterAction);
-    desk.dismissAlert();
+    deleteSelected();
+    desk.clientIsInstalled("3.6.40486"); // too old a one takes its place before the answer arrives
+    desk.wait(2);
+    if (!Desk::alertText().isNull())
+        desk.dismissAlert();
+    desk.clientIsInstalled("3.6.40500");
     select(Desk::invited);
     cancelSelected();
     EXPECT_TRUE(isInFile(Desk::invited));
@@ -283,27 +303,39 @@ TEST_P(OnTheCalendar, OneDayOfASeriesChangesTheFileAloneAndNotTheMeeting) {
 
 TEST_P(OnTheCalendar, ADayOpensAsADayOrAsItsSeries) {
     giveMeeting(seriesUid);
-    for (const QString &day : {QStringLiteral("20261124T080000Z"), changedDay}) {
+    const auto openedEditor = [] {
+        const auto open = mailhost::EditorWindowController::open();
+        return open.size() == 1 ? open.first()->editorWindow() : nullptr;
+    };
+    const auto offersMeeting = [](mailhost::EditorWindow *editor) {
+        const auto buttons = Desk::stripOf(editor)->findChildren<QAbstractButton *>();
+        return std::any_of(buttons.begin(), buttons.end(),
+                           [](const QAbstractButton *button) { return button->isVisible(); });
+    };
+    for (const QString &day : {changedDay, QStringLiteral("20261124T080000Z")}) {
         select(seriesUid, day);
         command(controls::openAction);
-        ASSERT_EQ(mailhost::EditorWindowController::open().size(), 1);
-        QPointer<mailhost::EditorWindow> editor =
-            mailhost::EditorWindowController::open().first()->editorWindow();
-        EXPECT_TRUE(editor->viewController()->isOccurrenceOrException());
-        EXPECT_EQ(Desk::stripOf(editor)->uiStatus(), StripState::Hidden);
-        QTest::mouseClick(editor->findChild<QPushButton *>(controls::openSeriesButton), Qt::LeftButton);
-        desk.settle();
-        EXPECT_FALSE(editor->viewController()->isOccurrenceOrException());
-        EXPECT_EQ(Desk::stripOf(editor)->uiStatus(), StripState::MeetingAttached);
-        editor->closeNow();
-        desk.settle();
-        desk.wait(1);
+        ASSERT_NE(openedEditor(), nullptr);
+        EXPECT_TRUE(openedEditor()->viewController()->isOccurrenceOrException());
+        EXPECT_FALSE(offersMeeting(openedEditor())) << "the meeting is the series'";
+        if (day == changedDay) {
+            openedEditor()->closeNow();
+            desk.settle();
+            desk.wait(1);
+        }
     }
+    QTest::mouseClick(openedEditor()->findChild<QPushButton *>(controls::openSeriesButton), Qt::LeftButton);
+    desk.settle();
+    EXPECT_FALSE(openedEditor()->viewController()->isOccurrenceOrException());
+    EXPECT_TRUE(offersMeeting(openedEditor()));
+    EXPECT_EQ(Desk::stripOf(openedEditor())->uiStatus(), StripState::MeetingAttached);
+    openedEditor()->closeNow();
+    desk.settle();
+    desk.wait(1);
     select(seriesUid, changedDay);
     command(controls::openSeriesAction);
-    ASSERT_EQ(mailhost::EditorWindowController::open().size(), 1);
-    mailhost::EditorWindow *editor = mailhost::EditorWindowController::open().first()->editorWindow();
-    EXPECT_EQ(Desk::stripOf(editor)->uiStatus(), StripState::MeetingAttached);
+    ASSERT_NE(openedEditor(), nullptr);
+    EXPECT_EQ(Desk::stripOf(openedEditor())->uiStatus(), StripState::MeetingAttached);
 }
 
 TEST_P(OnTheCalendar, ALateAnswerDoesNotTouchTheEditorThatWasOpenedMeanwhile) {
@@ -318,8 +350,7 @@ TEST_P(OnTheCalendar, ALateAnswerDoesNotTouchTheEditorThatWasOpenedMeanwhile) {
     EXPECT_EQ(meetingOf(Desk::plain)["startTime"].toInteger(), start + 1800);
     EXPECT_EQ(startInFile(Desk::plain), start + 1800);
     EXPECT_TRUE(editor->isVisible());
-    EXPECT_EQ(Desk::stripOf(editor)->uiStatus(), StripState::NoMeeting);
-    EXPECT_TRUE(editor->viewController()->isDirty());
+    EXPECT_EQ(editor->viewController()->uncommittedChanges().keys(), QStringList{"content.summary"});
     EXPECT_TRUE(desk.inFile(Desk::other).ucCapabilities.isEmpty());
     desk.pressSave(editor);
     EXPECT_EQ(desk.inFile(Desk::other).summary, "Being typed");
@@ -363,7 +394,6 @@ TEST_P(OnTheCalendar, AnOpenEditorFollowsAMoveOnTheCalendar) {
     EXPECT_EQ(startInFile(Desk::plain), start) << "saving what was typed does not move it back";
     EXPECT_EQ(desk.inFile(Desk::plain).summary, "Typed meanwhile");
     EXPECT_EQ(meetingOf(Desk::plain)["startTime"].toInteger(), start);
-    EXPECT_EQ(meetingOf(Desk::plain)["subject"].toString(), "Typed meanwhile");
 }
 
 TEST_P(OnTheCalendar, WhatTheHostAloneChangedIsUndoneAndWhatTheClientFollowedIsNot) {

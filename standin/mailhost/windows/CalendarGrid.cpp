@@ -288,7 +288,7 @@ void CalendarGrid::reveal() {
 
 void CalendarGrid::beginRename() {
     EventTileView *tile = selectedTile();
-    if (!tile || m_rename)
+    if (!tile || (m_rename && !m_rename->isOver()))
         return;
     m_gestures->abandon();
     reveal();

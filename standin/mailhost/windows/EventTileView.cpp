@@ -109,8 +109,13 @@ void EventTileView::resizeEvent(QResizeEvent *) {
     m_texts.reset();
 }
 
+// Drawn in the full colour.
+bool EventTileView::isFull() const {
+    return m_ghost || (m_state.selected && !m_state.dimmed);
+}
+
 void EventTileView::drawBody(QPainter &painter) const {
-    const bool full = m_state.selected || m_ghost;
+    const bool full = isFull();
     const double share = (m_style->dark ? softDark : softLight) + (m_state.hovered ? hoverMore : 0);
     const QColor fill = full ? m_fill : GridStyle::mixed(m_fill, m_style->base, share);
     const QPainterPath shape = outline(rect(), m_ends);
@@ -122,7 +127,7 @@ void EventTileView::drawBody(QPainter &painter) const {
         painter.fillPath(shape, m_fill);
         painter.restore();
     }
-    if (m_state.focused && !m_ghost) {
+    if (m_state.focused && full && !m_ghost) {
         painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(m_style->accentText, 1));
         painter.drawRoundedRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), radius - 1, radius - 1);
@@ -136,7 +141,7 @@ void EventTileView::paintEvent(QPaintEvent *) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(m_state.dimmed ? dimmedOpacity : m_ghost ? ghostOpacity : 1.0);
     drawBody(painter);
-    const bool full = m_state.selected || m_ghost;
+    const bool full = isFull();
     const QColor text = full ? m_style->accentText : m_style->text;
     const QColor faint = full ? GridStyle::mixed(m_style->accentText, m_fill, 0.9)
                               : GridStyle::mixed(m_style->text, m_fill, m_style->dark ? 0.78 : 0.72);

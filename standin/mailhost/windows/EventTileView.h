@@ -51,6 +51,7 @@ protected:
 private:
     explicit EventTileView(QWidget *surface);
     [[nodiscard]] const TileTexts &texts() const;
+    [[nodiscard]] bool isFull() const;
     void drawBody(QPainter &painter) const;
 
     Occurrence m_occurrence;

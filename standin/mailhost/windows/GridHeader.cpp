@@ -26,6 +26,7 @@ void GridHeader::setStyle(std::shared_ptr<const GridStyle> style) {
     if (m_dateFont.pointSizeF() > 0)
         m_dateFont.setPointSizeF(m_dateFont.pointSizeF() * dateScale);
     setFixedHeight(QFontMetrics(m_dateFont).height() + 2 * padding + 2);
+    chooseNames();
     update();
 }
 
@@ -39,7 +40,19 @@ void GridHeader::setEdges(const DayEdges &edges) {
     if (m_edges == edges)
         return;
     m_edges = edges;
+    chooseNames();
     update();
+}
+
+// The short names for all of them, where one does not fit.
+void GridHeader::chooseNames() {
+    const QFontMetrics words(m_style->subject); // today's is bold
+    const int date = QFontMetrics(m_dateFont).horizontalAdvance(u"00"_qs) + 10;
+    const int room = m_edges.left(1) - m_edges.left(0) - date - between - 2 * padding;
+    m_names = QLocale::LongFormat;
+    for (int day = Qt::Monday; day <= Qt::Sunday; ++day)
+        if (words.horizontalAdvance(QLocale().standaloneDayName(day, QLocale::LongFormat)) > room)
+            m_names = QLocale::ShortFormat;
 }
 
 void GridHeader::paintEvent(QPaintEvent *) {
@@ -62,11 +75,9 @@ void GridHeader::paintDay(QPainter &painter, const QRect &column, const QDate &d
     const QFontMetrics words(m_style->detail);
     const int pill = std::max(numbers.horizontalAdvance(number) + 10, numbers.height() + 2);
     const int room = column.width() - pill - between - 2 * padding;
-    QString name = alone ? locale.toString(date, u"dddd, MMMM yyyy"_qs)
-                         : locale.standaloneDayName(date.dayOfWeek(), QLocale::LongFormat);
-    if (words.horizontalAdvance(name) > room)
-        name = words.elidedText(locale.standaloneDayName(date.dayOfWeek(), QLocale::ShortFormat),
-                                Qt::ElideRight, std::max(0, room));
+    const QString full = alone ? locale.toString(date, u"dddd, MMMM yyyy"_qs)
+                               : locale.standaloneDayName(date.dayOfWeek(), m_names);
+    const QString name = words.elidedText(full, Qt::ElideRight, std::max(0, room));
     const QRectF mark(column.left() + padding, (column.height() - numbers.height() - 2) / 2, pill,
                       numbers.height() + 2);
     if (today) {

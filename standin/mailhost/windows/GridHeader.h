@@ -17,12 +17,14 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void chooseNames();
     void paintDay(QPainter &painter, const QRect &column, const QDate &date) const;
     std::shared_ptr<const GridStyle> m_style;
     DayEdges m_edges;
     QDate m_first;
     QDate m_today;
     QFont m_dateFont;
+    QLocale::FormatType m_names = QLocale::LongFormat;
 };
 
 } // namespace mailhost

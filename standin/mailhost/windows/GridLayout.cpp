@@ -27,6 +27,16 @@ QTime timeOf(int minute) {
     return QTime(minute / minutesPerHour, minute % minutesPerHour);
 }
 
+// Where the clocks were put back shortly before, they showed the same time once already.
+QDateTime firstOfTwo(const QDateTime &moment) {
+    constexpr qint64 longBefore = 6 * 3600;
+    const int putBack = moment.addSecs(-longBefore).offsetFromUtc() - moment.offsetFromUtc();
+    if (putBack <= 0)
+        return moment;
+    const QDateTime earlier = moment.addSecs(-putBack);
+    return isShownAs(earlier, moment.date(), moment.time()) ? earlier : moment;
+}
+
 int minuteOf(const QTime &time) {
     return time.hour() * minutesPerHour + time.minute();
 }
@@ -147,7 +157,7 @@ QDateTime momentAt(const ClockPlace &wanted) {
     const ClockPlace place = withinItsDay(wanted);
     const QDateTime moment(place.date, timeOf(place.minute));
     if (isShownAs(moment, place.date, timeOf(place.minute)))
-        return moment;
+        return firstOfTwo(moment);
     // Skipped: the last quarter of an hour that was shown, and on from there on the real clock.
     for (int back = quarterHour; back < minutesPerDay; back += quarterHour) {
         const ClockPlace before = withinItsDay({place.date, place.minute - back});

@@ -68,10 +68,10 @@ GridStyle::GridStyle(const QWidget *widget)
     gutter = std::max(widest, metrics.horizontalAdvance(QObject::tr("all day"))) + 2 * gutterPadding;
 }
 
-// A quarter of an hour is one line of text and a pixel around it.
+// A quarter of an hour is one line of text and what stands around it.
 int GridStyle::heightOfFourLines(int lineHeight) {
     constexpr int quarters = 4;
-    return quarters * (lineHeight + 1);
+    return quarters * (lineHeight + 2);
 }
 
 void GridStyle::takeColours(const QPalette &palette) {

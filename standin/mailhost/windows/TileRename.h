@@ -15,6 +15,7 @@ public:
     // Ends it: nothing is reported any more.
     void abandon();
     void commit();
+    [[nodiscard]] bool isOver() const { return m_over; }
 
 Q_SIGNALS:
     void committed(const QString &subject);

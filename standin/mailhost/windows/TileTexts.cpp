@@ -56,6 +56,16 @@ void drawOnline(QPainter &painter, const QRectF &rect) {
     painter.restore();
 }
 
+// From and to where that fits, else the begin alone, else nothing: half a time says the wrong one.
+QString timesFor(const Occurrence &occurrence, int width, const GridStyle &style) {
+    const QFontMetrics metrics(style.detail);
+    for (const QString &text :
+         {style.times(occurrence.start, occurrence.end), style.time(occurrence.start.toLocalTime().time())})
+        if (metrics.horizontalAdvance(text) <= width)
+            return text;
+    return {};
+}
+
 } // namespace
 
 QString TileTexts::subjectOf(const Occurrence &occurrence) {
@@ -66,7 +76,7 @@ QString TileTexts::subjectOf(const Occurrence &occurrence) {
 TileTexts::TileTexts(const Occurrence &occurrence, const TileEnds &ends, const QSize &size,
                      const GridStyle &style, bool timesFirst) {
     const int left = barWidth + (size.width() < narrow ? 2 : padding);
-    const int lines = std::max(1, (size.height() - 2) / style.lineHeight);
+    const int lines = std::max(1, (size.height() - 1) / style.lineHeight);
     const int top = lines == 1 || ends.allDay
                         ? (size.height() - style.lineHeight) / 2
                         : std::min(padding, (size.height() - lines * style.lineHeight) / 2);
@@ -76,7 +86,7 @@ TileTexts::TileTexts(const Occurrence &occurrence, const TileEnds &ends, const Q
     placeMarks(occurrence, style);
     QStringList texts{subjectOf(occurrence)};
     const QString location = occurrence.location.simplified();
-    const QString times = ends.allDay ? QString() : style.times(occurrence.start, occurrence.end);
+    const QString times = ends.allDay ? QString() : timesFor(occurrence, m_area.width(), style);
     if (timesFirst && !times.isEmpty())
         texts = QStringList{times, texts.first()};
     else

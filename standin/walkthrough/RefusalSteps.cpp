@@ -1,0 +1,158 @@
+// The same changes when the client refuses them, and when its answer comes late.
+#include "standin/mailhost/windows/ControlNames.h"
+#include "standin/mailhost/windows/EventTileView.h"
+#include "standin/walkthrough/Input.h"
+#include "standin/walkthrough/Road.h"
+
+#include <QApplication>
+#include <QJsonObject>
+#include <functional>
+
+namespace walkthrough {
+
+namespace controls = mailhost::controls;
+
+namespace {
+
+constexpr int launchMilliseconds = 30000;
+constexpr int halfHour = 1800; // seconds
+const QString lateRule = QStringLiteral("once delay update 1500");
+const QString failingRule = QStringLiteral("once error update 0;Error 3001");
+
+// The change is asked for while no client runs: it is said, and nothing is changed that anyone could see.
+bool staysUndone(Road &road, const QString &what, const std::function<void()> &change) {
+    const QString &uid = road.plainUid();
+    const mailhost::Appointment before = road.inFile(uid);
+    if (!road.reveal(uid))
+        return road.walk().step(false, QStringLiteral("the grid shows the appointment"));
+    change();
+    const bool said = Walk::waitFor([] { return shownButton(launchButton) != nullptr; });
+    road.walk().picture(road.mainWindow(), QStringLiteral("refused-") + what.section(u' ', 0, 0));
+    press(QApplication::activeModalWidget(), Qt::Key_Escape);
+    Walk::waitFor([] { return shownButton(launchButton) == nullptr; });
+    const mailhost::Appointment now = road.inFile(uid);
+    return road.walk().step(said && now.start == before.start && now.end == before.end &&
+                                now.summary == before.summary && !now.uid.isEmpty() && road.shows(uid),
+                            what + QStringLiteral(" without a client: it is said, and it stays as it was"));
+}
+
+void dragTile(Road &road, bool byItsEdge) {
+    const mailhost::CalendarGrid *grid = road.host().mainWindowController()->mainWindow()->calendar();
+    mailhost::EventTileView *tile = grid->selectedTile();
+    const QPoint hold = byItsEdge ? QPoint(tile->width() / 2, tile->height() - 2) : tile->rect().center();
+    drag(tile, hold, {0, tile->height()});
+}
+
+bool refuseWithoutClient(Road &road) {
+    road.client().quit();
+    return staysUndone(road, QStringLiteral("dragged"), [&] { dragTile(road, false); }) &&
+           staysUndone(road, QStringLiteral("resized"), [&] { dragTile(road, true); }) &&
+           staysUndone(road, QStringLiteral("renamed"),
+                       [&] {
+                           road.pressInMain(Qt::Key_F2);
+                           type(road.mainWindow(), QStringLiteral("Something else"));
+                           road.pressInMain(Qt::Key_Return);
+                       }) &&
+           staysUndone(road, QStringLiteral("deleted"), [&] {
+               road.pressInMain(Qt::Key_Delete);
+               click(shown(controls::deleteConfirmButton));
+           });
+}
+
+// The last alert offers to launch it.
+bool launchAgain(Road &road) {
+    road.reveal(road.plainUid());
+    road.pressInMain(Qt::Key_Down, Qt::ControlModifier);
+    Walk::waitFor([] { return shownButton(launchButton) != nullptr; });
+    click(shownButton(launchButton));
+    return road.walk().step(Walk::waitFor([] { return RunningClient::isRunning(); }, launchMilliseconds),
+                            QStringLiteral("the client is launched again from the alert"));
+}
+
+// An answer with an error is said; the host had made its change by then.
+bool refuseByAnswer(Road &road) {
+    const QDateTime before = road.inFile(road.plainUid()).start.value;
+    RunningClient::tell(failingRule);
+    Walk::settle(0.1);
+    road.reveal(road.plainUid());
+    road.pressInMain(Qt::Key_Down, Qt::ControlModifier);
+    const bool said = Walk::waitFor([] { return QApplication::activeModalWidget() != nullptr; });
+    road.walk().picture(QApplication::activeModalWidget(), QStringLiteral("client-refused"));
+    press(QApplication::activeModalWidget(), Qt::Key_Escape);
+    Walk::waitFor([] { return QApplication::activeModalWidget() == nullptr; });
+    return road.walk().step(said && road.inFile(road.plainUid()).start.value == before.addSecs(halfHour) &&
+                                road.shows(road.plainUid()),
+                            QStringLiteral("a client that answers with an error: it is said, and what the "
+                                           "host has done by then stands"));
+}
+
+// Moves the appointment; the client's answer is a second and a half away.
+qint64 moveWithLateAnswer(Road &road) {
+    RunningClient::tell(lateRule);
+    Walk::settle(0.1);
+    road.walk().mark();
+    const QDateTime before = road.inFile(road.plainUid()).start.value;
+    road.reveal(road.plainUid());
+    road.pressInMain(Qt::Key_Up, Qt::ControlModifier);
+    Walk::waitFor([&] { return road.walk().sentSinceMark(meetingAction, updatePrefix) == 1; });
+    return before.addSecs(-halfHour).toSecsSinceEpoch();
+}
+
+bool arrivesLate(Road &road, qint64 expected) {
+    return Walk::waitFor([&] { return road.walk().answeredSinceMark(updateAnswer) == 1; }) &&
+           Walk::waitFor([&] {
+               return road.meetingOf(road.plainUid()).value(QStringLiteral("startTime")).toInteger() ==
+                      expected;
+           }) &&
+           road.inFile(road.plainUid()).start.value.toSecsSinceEpoch() == expected;
+}
+
+} // namespace
+
+// A meeting of an earlier day, before anything has succeeded in this session.
+bool walkTheFirstCancellation(Road &road) {
+    const QString uid = road.otherMeetingUid();
+    if (uid.isEmpty()) {
+        road.walk().comment(QStringLiteral("no second meeting with attendees: no cancellation is refused"));
+        return true;
+    }
+    mailhost::Appointment earlier = road.inFile(uid);
+    earlier.ucCapabilities = QStringLiteral("{\"meetingKey\":\"of-an-earlier-day\"}");
+    road.host().session()->store(earlier);
+    road.reveal(uid);
+    road.pressInMain(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
+    click(shown(controls::deleteConfirmButton));
+    const bool said = Walk::waitFor([] { return shownButton(launchButton) != nullptr; });
+    press(QApplication::activeModalWidget(), Qt::Key_Escape);
+    Walk::waitFor([] { return shownButton(launchButton) == nullptr; });
+    return road.walk().step(said && road.isInFile(uid) && road.shows(uid) && road.sentMessages().isEmpty(),
+                            QStringLiteral("cancelled without a client: it is said, the meeting stays and "
+                                           "nobody is told"));
+}
+
+bool walkTheRefusals(Road &road) {
+    return refuseWithoutClient(road) && launchAgain(road) && refuseByAnswer(road);
+}
+
+bool walkTheLateAnswers(Road &road) {
+    const qint64 first = moveWithLateAnswer(road);
+    click(shown(controls::newAppointmentButton));
+    const bool opened = Walk::waitFor([&] { return road.editor() != nullptr; });
+    const bool notYet = road.walk().answeredSinceMark(updateAnswer) == 0;
+    if (!road.walk().step(opened && notYet && arrivesLate(road, first) && !road.editorController()->isDirty(),
+                          QStringLiteral("an answer that comes after another editor was opened changes "
+                                         "nothing in it")))
+        return false;
+    const qint64 second = moveWithLateAnswer(road);
+    road.mainWindow()->close();
+    const bool closed = Walk::waitFor([&] { return !road.mainWindow(); });
+    const bool late = road.walk().answeredSinceMark(updateAnswer) == 0;
+    const bool good = closed && late && arrivesLate(road, second);
+    road.host().addMainWindow()->window()->show();
+    return road.walk().step(
+        good && road.shows(road.plainUid()) && road.closeEditor(),
+        QStringLiteral("an answer that comes after the main window was closed is heard; a "
+                       "new window shows what the file has"));
+}
+
+} // namespace walkthrough

@@ -1,0 +1,110 @@
+// What every part of the walk shares: the programs, the calendar, and how a person gets at the controls.
+#pragma once
+
+#include "standin/mailhost/windows/EditorWindow.h"
+#include "standin/mailhost/windows/HostApplication.h"
+#include "standin/walkthrough/Desktop.h"
+#include "standin/walkthrough/Walk.h"
+
+#include <QTemporaryDir>
+#include <memory>
+
+namespace walkthrough {
+
+// What the plug-in sends and what the client answers with.
+inline constexpr quint32 startAction = 2;
+inline constexpr quint32 meetingAction = 3;
+inline constexpr quint32 updateAnswer = 2;
+inline constexpr quint32 deleteAnswer = 3;
+inline constexpr quint32 readAnswer = 4;
+inline const QString schedulePrefix = QStringLiteral("1;");
+inline const QString updatePrefix = QStringLiteral("2;");
+inline const QString deletePrefix = QStringLiteral("3;");
+inline const QString ownWords = QStringLiteral("Bring the figures.");
+
+// The plug-in's words, as its English table has them.
+inline const QString addButton = QStringLiteral("Add video meeting");
+inline const QString removeButton = QStringLiteral("Remove meeting");
+inline const QString launchButton = QStringLiteral("Launch Parlo Meetings");
+inline const QString settingsButton = QStringLiteral("Change settings");
+inline const QString continueButton = QStringLiteral("Continue");
+
+class Road {
+public:
+    Road(const QString &version, const QString &out, const QString &calendar);
+
+    // Copies the calendar, starts host, agent and plug-in, and picks the appointments to walk with.
+    bool start();
+
+    [[nodiscard]] Walk &walk() const { return *m_walk; }
+    [[nodiscard]] mailhost::HostApplication &host() const { return *m_host; }
+    [[nodiscard]] RunningClient &client() const { return *m_client; }
+    [[nodiscard]] const QString &plainUid() const { return m_uid; } // nobody is invited
+    // Two meetings with attendees; empty where the calendar has none.
+    [[nodiscard]] const QString &meetingUid() const { return m_meetingUid; }
+    [[nodiscard]] const QString &otherMeetingUid() const { return m_otherMeetingUid; }
+
+    // From the file on disk.
+    [[nodiscard]] mailhost::Appointment inFile(const QString &uid, const QString &recurrenceId = {}) const;
+    [[nodiscard]] bool isInFile(const QString &uid) const { return !inFile(uid).uid.isEmpty(); }
+    [[nodiscard]] QJsonObject record(const QString &uid) const;
+    [[nodiscard]] QString meetingKey(const QString &uid) const;
+    [[nodiscard]] QStringList sentMessages() const; // files in the outbox
+    // As the client has it; empty when it has none.
+    [[nodiscard]] QJsonObject meetingOf(const QString &uid) const;
+
+    [[nodiscard]] QWidget *mainWindow() const;
+    // The grid with that day in it and the appointment selected; nullptr when it is not shown.
+    mailhost::CalendarGrid *reveal(const QString &uid, const QString &instanceId = {}) const;
+    [[nodiscard]] QWidget *editor() const; // the last one opened
+    [[nodiscard]] mailhost::EditorViewController *editorController() const;
+    template<typename T>
+    [[nodiscard]] T *control(const QString &name) const {
+        return editor() ? editor()->findChild<T *>(name) : nullptr;
+    }
+    [[nodiscard]] QWidget *stripButton(const QString &text) const;
+
+    bool open(const QString &uid);
+    [[nodiscard]] bool closeEditor() const;
+    [[nodiscard]] bool saved() const;
+    // From the click on the strip's button to the settings sheet.
+    bool askForMeeting();
+    // Shown by the strip and written into the appointment.
+    [[nodiscard]] bool isAttached() const;
+    // The whole way: opened, added, saved (or sent, when people are invited), closed.
+    bool giveMeeting(const QString &uid);
+    // The same in the editor that is open.
+    bool giveMeetingToOpen(const QString &uid);
+    // Presses the keys in the main window.
+    bool pressInMain(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const;
+    [[nodiscard]] bool shows(const QString &uid) const; // the grid, what the file has of it
+
+private:
+    [[nodiscard]] bool copyCalendar() const;
+    bool pickAppointments();
+    QString makeAppointment();
+
+    QTemporaryDir m_folders;
+    QString m_out;
+    QString m_calendarPath;
+    QString m_source;
+    mailhost::HostOptions m_options;
+    std::unique_ptr<mailhost::HostApplication> m_host;
+    std::unique_ptr<Walk> m_walk;
+    std::unique_ptr<RunningClient> m_client;
+    AgentProcess m_agent;
+    QString m_uid;
+    QString m_meetingUid;
+    QString m_otherMeetingUid;
+};
+
+// The parts of the walk, in their order. Each answers whether the next one can be walked.
+bool walkTheFirstCancellation(Road &road);
+bool walkTheEditor(Road &road);
+bool walkTheCalendar(Road &road);
+bool walkTheRefusals(Road &road);
+bool walkTheLateAnswers(Road &road);
+bool walkTheDeletions(Road &road);
+bool walkTheToolBar(Road &road);
+
+} // namespace walkthrough
