@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QJsonObject>
+#include <QMessageBox>
 #include <functional>
 
 namespace walkthrough {
@@ -65,8 +66,9 @@ bool launchAgain(Road &road) {
     road.pressInMain(Qt::Key_Down, Qt::ControlModifier);
     Walk::waitFor([] { return shownButton(launchButton) != nullptr; });
     click(shownButton(launchButton));
-    return road.walk().step(Walk::waitFor([] { return RunningClient::isRunning(); }, launchMilliseconds),
-                            QStringLiteral("the client is launched again from the alert"));
+    const bool runs = Walk::waitFor([] { return RunningClient::isRunning(); }, launchMilliseconds);
+    Walk::settle(1); // it is on the bus before it listens
+    return road.walk().step(runs, QStringLiteral("the client is launched again from the alert"));
 }
 
 // An answer with an error is said; the host had made its change by then.
@@ -76,7 +78,9 @@ bool refuseByAnswer(Road &road) {
     Walk::settle(0.1);
     road.reveal(road.plainUid());
     road.pressInMain(Qt::Key_Down, Qt::ControlModifier);
-    const bool said = Walk::waitFor([] { return QApplication::activeModalWidget() != nullptr; });
+    // Before it the progress window may be up, which closes by itself.
+    const bool said = Walk::waitFor(
+        [] { return qobject_cast<QMessageBox *>(QApplication::activeModalWidget()) != nullptr; });
     road.walk().picture(QApplication::activeModalWidget(), QStringLiteral("client-refused"));
     press(QApplication::activeModalWidget(), Qt::Key_Escape);
     Walk::waitFor([] { return QApplication::activeModalWidget() == nullptr; });
@@ -135,13 +139,20 @@ bool walkTheRefusals(Road &road) {
 }
 
 bool walkTheLateAnswers(Road &road) {
-    const qint64 first = moveWithLateAnswer(road);
+    // While the client is waited for, its progress window takes all input: the editor is opened before.
     click(shown(controls::newAppointmentButton));
-    const bool opened = Walk::waitFor([&] { return road.editor() != nullptr; });
+    Walk::waitFor([&] { return road.stripButton(addButton) != nullptr; });
+    type(road.editor(), QStringLiteral("Being written"));
+    const qint64 first = moveWithLateAnswer(road);
     const bool notYet = road.walk().answeredSinceMark(updateAnswer) == 0;
-    if (!road.walk().step(opened && notYet && arrivesLate(road, first) && !road.editorController()->isDirty(),
-                          QStringLiteral("an answer that comes after another editor was opened changes "
-                                         "nothing in it")))
+    const bool arrived = arrivesLate(road, first);
+    Walk::settle(0.5);
+    const QStringList entered = road.editorController()
+                                    ? QStringList(road.editorController()->uncommittedChanges().keys())
+                                    : QStringList();
+    if (!road.walk().step(notYet && arrived && entered == QStringList{QStringLiteral("content.summary")},
+                          QStringLiteral("an answer that comes while another editor is open changes nothing "
+                                         "in it")))
         return false;
     const qint64 second = moveWithLateAnswer(road);
     road.mainWindow()->close();

@@ -180,6 +180,16 @@ bool Road::closeEditor() const {
     return closed;
 }
 
+bool Road::discardEditor() const {
+    press(editor(), Qt::Key_W, Qt::ControlModifier);
+    Walk::waitFor([this] { return !editor() || shown(controls::discardChangesButton); });
+    if (QWidget *discard = shown(controls::discardChangesButton))
+        click(discard);
+    const bool closed = Walk::waitFor([this] { return !editor(); });
+    Walk::settle(closingSeconds);
+    return closed;
+}
+
 bool Road::saved() const {
     return editorController() && !editorController()->isDirty();
 }

@@ -66,6 +66,7 @@ public:
 
     bool open(const QString &uid);
     [[nodiscard]] bool closeEditor() const;
+    [[nodiscard]] bool discardEditor() const; // with what was typed
     [[nodiscard]] bool saved() const;
     // From the click on the strip's button to the settings sheet.
     bool askForMeeting();

@@ -81,10 +81,7 @@ bool ToolBarWalk::editorAsksByItself(const QString &picture) {
     m_walk.picture(m_road.editor(), picture);
     press(QApplication::activeModalWidget(), Qt::Key_Escape);
     Walk::waitFor([] { return !shownButton(continueButton); });
-    if (!m_road.editor())
-        return false;
-    m_road.editorController()->setIsDirty(false);
-    return m_road.closeEditor() && asked;
+    return m_road.discardEditor() && asked;
 }
 
 bool ToolBarWalk::schedule() {
@@ -161,12 +158,7 @@ bool ToolBarWalk::scheduleAudio() {
     if (QWidget *modal = QApplication::activeModalWidget())
         press(modal, Qt::Key_Escape);
     Walk::settle();
-    if (m_road.editorController())
-        m_road.editorController()->setIsDirty(false);
-    press(m_road.editor(), Qt::Key_W, Qt::ControlModifier);
-    Walk::waitFor([] { return shown(controls::closeQuestion) != nullptr; }, 500);
-    click(shown(controls::discardChangesButton));
-    const bool closed = Walk::waitFor([this] { return !m_road.editor(); });
+    const bool closed = m_road.discardEditor();
     return m_walk.step(chosen && opened && asked && closed,
                        QStringLiteral("the first audio-conference account is asked for in a new editor"));
 }

@@ -59,13 +59,10 @@ void AllDayRow::paintEvent(QPaintEvent *event) {
     for (int day = 0; day < contents().days; ++day) {
         const int left = edges().left(day);
         const QRect column(left, 0, edges().left(day + 1) - left, height());
-        QColor tint = style().accent;
-        tint.setAlphaF(style().dark ? 0.1F : 0.045F);
         if (contents().first.addDays(day) == contents().today)
-            painter.fillRect(column, tint);
-        tint.setAlphaF(0.14F);
+            painter.fillRect(column, style().today);
         if (cursorPlace().date.isValid() && day == cursor)
-            painter.fillRect(column.adjusted(gap, 1, -1, -1), tint);
+            painter.fillRect(column.adjusted(gap, 1, -1, -1), style().cursor);
         painter.fillRect(left, 0, 1, height(), style().hourLine);
     }
 }

@@ -154,13 +154,12 @@ void DayColumns::paintDays(QPainter &painter) const {
         const bool isWorking = working.contains(Qt::DayOfWeek(date.dayOfWeek()));
         const int from = isWorking ? yOf(GridStyle::firstWorkingHour * minutesPerHour) : bottom;
         const int to = isWorking ? yOf(GridStyle::lastWorkingHour * minutesPerHour) : bottom;
-        painter.fillRect(left, 0, width, from, style().offHours);
-        painter.fillRect(left, to, width, bottom - to, style().offHours);
-        if (date == contents().today) {
-            QColor tint = style().accent;
-            tint.setAlphaF(style().dark ? 0.1F : 0.045F);
-            painter.fillRect(left, 0, width, bottom, tint);
-        }
+        const bool today = date == contents().today;
+        const QColor &off = today ? style().todayOffHours : style().offHours;
+        painter.fillRect(left, 0, width, from, off);
+        painter.fillRect(left, to, width, bottom - to, off);
+        if (today)
+            painter.fillRect(left, from, width, to - from, style().today);
     }
 }
 
@@ -192,9 +191,7 @@ void DayColumns::paintCursor(QPainter &painter) const {
                      yOf(cursorMinutes) - 1);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    QColor tint = style().accent;
-    tint.setAlphaF(0.14F);
-    painter.setBrush(tint);
+    painter.setBrush(style().cursor);
     painter.setPen(QPen(style().accent, 1));
     painter.drawRoundedRect(QRectF(slot).adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
     painter.restore();

@@ -62,6 +62,11 @@ GridStyle::GridStyle(const QWidget *widget)
     m_timeFormat = withoutSeconds(m_locale.timeFormat(QLocale::ShortFormat));
     const bool twelve = m_timeFormat.contains(u'a', Qt::CaseInsensitive);
     m_hourFormat = twelve ? QStringLiteral("h AP") : m_timeFormat;
+    for (const int hour : {10, 20, 22}) { // of two digits on every clock
+        const QDateTime wide(QDate(2000, 1, 1), QTime(hour, 58));
+        timeWidth = std::max(timeWidth, metrics.horizontalAdvance(time(wide.time())));
+        timesWidth = std::max(timesWidth, metrics.horizontalAdvance(times(wide, wide)));
+    }
     int widest = 0;
     for (int hour = 0; hour < 24; ++hour)
         widest = std::max(widest, metrics.horizontalAdvance(hourLabel(hour)));
@@ -85,6 +90,10 @@ void GridStyle::takeColours(const QPalette &palette) {
     accent = legibleUnder(colour(QPalette::Highlight), accentText);
     faint = mixed(text, base, dark ? 0.68 : 0.64);
     offHours = mixed(text, base, dark ? 0.05 : 0.035);
+    // Solid: what shines through is drawn several times as slowly.
+    today = mixed(accent, base, dark ? 0.1 : 0.045);
+    todayOffHours = mixed(accent, offHours, dark ? 0.1 : 0.045);
+    cursor = mixed(accent, base, dark ? 0.24 : 0.15);
     hourLine = mixed(text, base, dark ? 0.2 : 0.14);
     halfHourLine = mixed(text, base, dark ? 0.1 : 0.07);
     now = dark ? QColor(0xff, 0x6b, 0x5e) : QColor(0xd9, 0x2d, 0x20);

@@ -19,6 +19,9 @@ struct GridStyle {
     bool dark = false;
     QColor base;
     QColor offHours; // behind the hours and days without work
+    QColor today;    // behind today
+    QColor todayOffHours;
+    QColor cursor; // behind the place that the keyboard is at
     QColor hourLine;
     QColor halfHourLine;
     QColor text;
@@ -32,7 +35,9 @@ struct GridStyle {
     int lineHeight = 0; // of the tile's texts
     int hourHeight = 0; // a tile of a quarter of an hour holds a line of text
     int gutter = 0;     // what the hour labels take at the left
-    int barHeight = 0;  // one line of the all-day row
+    int timeWidth = 0;  // of the widest time, and of the widest from - to
+    int timesWidth = 0;
+    int barHeight = 0; // one line of the all-day row
 
     static constexpr int firstWorkingHour = 8;
     static constexpr int lastWorkingHour = 18; // up to it

@@ -58,11 +58,10 @@ void drawOnline(QPainter &painter, const QRectF &rect) {
 
 // From and to where that fits, else the begin alone, else nothing: half a time says the wrong one.
 QString timesFor(const Occurrence &occurrence, int width, const GridStyle &style) {
-    const QFontMetrics metrics(style.detail);
-    for (const QString &text :
-         {style.times(occurrence.start, occurrence.end), style.time(occurrence.start.toLocalTime().time())})
-        if (metrics.horizontalAdvance(text) <= width)
-            return text;
+    if (style.timesWidth <= width)
+        return style.times(occurrence.start, occurrence.end);
+    if (style.timeWidth <= width)
+        return style.time(occurrence.start.toLocalTime().time());
     return {};
 }
 
@@ -125,19 +124,28 @@ void TileTexts::placeMarks(const Occurrence &occurrence, const GridStyle &style)
         m_area.setBottom(lineTop - 1);
 }
 
-void TileTexts::add(const QString &text, const QRect &rect, bool strong, const GridStyle &style) {
-    const QFont &font = strong ? style.subject : style.detail;
-    const QFontMetrics metrics(font);
-    QString shown = text;
-    if (metrics.horizontalAdvance(text) > rect.width()) {
-        shown = metrics.elidedText(text, Qt::ElideRight, rect.width());
-        m_shortened = true;
-    }
-    Line line{QStaticText(shown), rect.topLeft(), strong};
+// Shaping a text is what costs: one that fits is shaped once.
+bool TileTexts::addIfItFits(const QString &text, const QRect &rect, bool strong, const GridStyle &style) {
+    Line line{QStaticText(text), rect.topLeft(), strong};
     line.text.setTextFormat(Qt::PlainText);
     line.text.setPerformanceHint(QStaticText::AggressiveCaching);
-    line.text.prepare(QTransform(), font);
+    line.text.prepare(QTransform(), strong ? style.subject : style.detail);
+    if (qRound(line.text.size().width()) > rect.width())
+        return false;
     m_lines.append(line);
+    return true;
+}
+
+// Answers the width that it takes.
+int TileTexts::add(const QString &text, const QRect &rect, bool strong, const GridStyle &style) {
+    if (!addIfItFits(text, rect, strong, style)) {
+        m_shortened = true;
+        const QFontMetrics metrics(strong ? style.subject : style.detail);
+        // A pixel less, since the two ways to measure round differently.
+        if (!addIfItFits(metrics.elidedText(text, Qt::ElideRight, rect.width() - 1), rect, strong, style))
+            return 0;
+    }
+    return qRound(m_lines.last().text.size().width());
 }
 
 void TileTexts::writeOnOneLine(const QStringList &texts, const GridStyle &style) {
@@ -149,13 +157,12 @@ void TileTexts::writeOnOneLine(const QStringList &texts, const GridStyle &style)
             m_shortened = true;
             return;
         }
-        const int wanted = QFontMetrics(strong ? style.subject : style.detail).horizontalAdvance(text);
-        const QRect rect(left, m_area.top(), std::min(room, wanted), style.lineHeight);
-        add(text, rect, strong, style);
+        const QRect rect(left, m_area.top(), room, style.lineHeight);
+        const int width = add(text, rect, strong, style);
         if (strong)
-            m_subjectRect = rect;
+            m_subjectRect = QRect(rect.topLeft(), QSize(width, style.lineHeight));
         strong = false;
-        left += wanted + between;
+        left += width + between;
     }
 }
 
@@ -178,10 +185,10 @@ void TileTexts::writeBelowEachOther(const QStringList &texts, const GridStyle &s
 // Over at most that many lines, the last of them shortened; answers how many it took.
 int TileTexts::wrap(const QString &text, int lines, const GridStyle &style, int top) {
     const QRect first(m_area.left(), top, m_firstLineEnd + 1 - m_area.left(), style.lineHeight);
-    if (lines == 1 || QFontMetrics(style.subject).horizontalAdvance(text) <= first.width()) {
+    if (lines == 1)
         add(text, first, true, style);
+    if (lines == 1 || addIfItFits(text, first, true, style))
         return 1;
-    }
     QTextLayout layout(text, style.subject);
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);

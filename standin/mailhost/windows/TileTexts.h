@@ -45,7 +45,8 @@ private:
     void writeOnOneLine(const QStringList &texts, const GridStyle &style);
     void writeBelowEachOther(const QStringList &texts, const GridStyle &style);
     int wrap(const QString &text, int lines, const GridStyle &style, int top);
-    void add(const QString &text, const QRect &rect, bool strong, const GridStyle &style);
+    int add(const QString &text, const QRect &rect, bool strong, const GridStyle &style);
+    bool addIfItFits(const QString &text, const QRect &rect, bool strong, const GridStyle &style);
 
     QRect m_area;
     int m_firstLineEnd = 0; // the right edge of what the marks leave of the first line
