@@ -1,11 +1,14 @@
-// Ten thousand appointments: opening the calendar, turning its pages, and storing one change.
+// Ten thousand appointments: opening the calendar, turning its pages, and storing one change; in the store
+// alone and through the host's window.
 #include "bench/ManyAppointments.h"
 #include "platform/services/TestServices.h"
 #include "standin/mailhost/store/CalendarFile.h"
+#include "standin/mailhost/windows/HostApplication.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QImage>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <benchmark/benchmark.h>
@@ -94,15 +97,72 @@ void storeOneChange(benchmark::State &state) {
     }
 }
 
+class Host {
+public:
+    Host() {
+        mailhost::HostOptions options;
+        options.calendarPath = calendar().path();
+        options.today = today;
+        m_host = std::make_unique<mailhost::HostApplication>(options);
+        m_host->start();
+        QString error;
+        if (!m_host->openCalendar(&error))
+            qFatal("%s", qPrintable(error));
+        m_host->show();
+        draw();
+    }
+    void draw() {
+        QApplication::processEvents();
+        QWidget *window = m_host->mainWindowController()->window();
+        if (m_image.size() != window->size())
+            m_image = QImage(window->size(), QImage::Format_ARGB32_Premultiplied);
+        window->render(&m_image);
+    }
+    mailhost::MainWindowController *window() { return m_host->mainWindowController(); }
+
+private:
+    std::unique_ptr<mailhost::HostApplication> m_host;
+    QImage m_image;
+};
+
+// Until the week is on the screen.
+void openTheHost(benchmark::State &state) {
+    (void)calendar();
+    for (auto _ : state)
+        const Host host;
+}
+
+void turnThePage(benchmark::State &state) {
+    Host host;
+    host.window()->showDay(today.addDays(-700));
+    host.draw();
+    std::vector<double> times;
+    for (auto _ : state) {
+        QElapsedTimer timer;
+        timer.start();
+        host.window()->nextPage();
+        host.draw();
+        times.push_back(double(timer.nsecsElapsed()) / 1e6);
+    }
+    std::sort(times.begin(), times.end());
+    state.counters["tiles"] = double(host.window()->mainWindow()->calendar()->tiles().size());
+    state.counters["median_ms"] = times[times.size() / 2];
+    state.counters["worst_ms"] = times.back();
+}
+
 BENCHMARK(openAndListAWeek)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(listTheNextWeek)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(listAfterAChange)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(storeOneChange)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+BENCHMARK(openTheHost)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(turnThePage)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(90);
+
 } // namespace
 
 int main(int argc, char **argv) {
-    QCoreApplication application(argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
     platform::installTestServices();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

@@ -154,15 +154,15 @@ bool CalendarWalk::changeDays(const QString &uid, const QString &day, const QStr
     m_road.reveal(uid, day);
     m_road.pressInMain(Qt::Key_Down, Qt::ControlModifier);
     const bool movedDay = Walk::waitFor([&] { return !m_road.inFile(uid, day).recurrenceId.isEmpty(); });
-    m_road.reveal(uid, otherDay);
+    const bool found = m_road.reveal(uid, otherDay);
     m_road.pressInMain(Qt::Key_Delete);
     click(shown(controls::deleteConfirmButton));
     const bool deleted = Walk::waitFor([&] { return m_road.reveal(uid, otherDay) == nullptr; });
     Walk::settle();
     m_road.reveal(uid, day);
     m_walk.picture(m_road.mainWindow(), QStringLiteral("calendar-series"));
-    return m_walk.step(movedException && movedDay && deleted && m_walk.sentSinceMark(meetingAction) == 0 &&
-                           m_road.meetingOf(uid) == meeting,
+    return m_walk.step(movedException && movedDay && found && deleted &&
+                           m_walk.sentSinceMark(meetingAction) == 0 && m_road.meetingOf(uid) == meeting,
                        QStringLiteral("a day moved, the changed day moved and a day deleted: the file has "
                                       "it, the client is told nothing"));
 }

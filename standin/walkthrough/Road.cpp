@@ -134,12 +134,23 @@ QWidget *Road::mainWindow() const {
     return controller ? controller->window() : nullptr;
 }
 
+// A day of a series that is not changed is where its name says.
+QDate Road::dayOf(const QString &uid, const QString &instanceId) const {
+    const mailhost::Appointment stored = inFile(uid, instanceId);
+    if (!stored.uid.isEmpty())
+        return stored.start.value.toLocalTime().date();
+    const QString format = QStringLiteral("yyyyMMdd'T'HHmmss");
+    QDateTime named = QDateTime::fromString(instanceId.left(15), format);
+    if (instanceId.endsWith(u'Z'))
+        named.setTimeSpec(Qt::UTC);
+    return named.toLocalTime().date();
+}
+
 mailhost::CalendarGrid *Road::reveal(const QString &uid, const QString &instanceId) const {
     mailhost::MainWindowController *controller = m_host->mainWindowController();
     if (!controller)
         return nullptr;
-    const mailhost::Appointment changed = inFile(uid, instanceId);
-    controller->showDay((changed.uid.isEmpty() ? inFile(uid) : changed).start.value.toLocalTime().date());
+    controller->showDay(dayOf(uid, instanceId));
     mailhost::CalendarGrid *grid = controller->mainWindow()->calendar();
     Walk::settle();
     return grid->select(uid, instanceId) ? grid : nullptr;

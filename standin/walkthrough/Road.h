@@ -82,6 +82,7 @@ public:
 
 private:
     [[nodiscard]] bool copyCalendar() const;
+    [[nodiscard]] QDate dayOf(const QString &uid, const QString &instanceId) const;
     bool pickAppointments();
     QString makeAppointment();
 
