@@ -141,7 +141,8 @@ bool walkTheRefusals(Road &road) {
 bool walkTheLateAnswers(Road &road) {
     // While the client is waited for, its progress window takes all input: the editor is opened before.
     click(shown(controls::newAppointmentButton));
-    Walk::waitFor([&] { return road.stripButton(addButton) != nullptr; });
+    Walk::waitFor([&] { return road.editor() != nullptr; });
+    Walk::settle();
     type(road.editor(), QStringLiteral("Being written"));
     const qint64 first = moveWithLateAnswer(road);
     const bool notYet = road.walk().answeredSinceMark(updateAnswer) == 0;
@@ -158,10 +159,12 @@ bool walkTheLateAnswers(Road &road) {
     road.mainWindow()->close();
     const bool closed = Walk::waitFor([&] { return !road.mainWindow(); });
     const bool late = road.walk().answeredSinceMark(updateAnswer) == 0;
-    const bool good = closed && late && arrivesLate(road, second);
+    const bool heard = arrivesLate(road, second);
     road.host().addMainWindow()->window()->show();
+    const bool isShown = road.shows(road.plainUid());
+    const bool discarded = road.discardEditor();
     return road.walk().step(
-        good && road.shows(road.plainUid()) && road.closeEditor(),
+        closed && late && heard && isShown && discarded,
         QStringLiteral("an answer that comes after the main window was closed is heard; a "
                        "new window shows what the file has"));
 }

@@ -1,4 +1,5 @@
 // What a person does to appointments on the calendar itself, with no editor open.
+#include "plugin/hooks/vlHookERageMainWindowController.h"
 #include "plugin/load/pluginLoad.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
 #include "plugin/workflow/workflowSession.h"
@@ -438,4 +439,40 @@ TEST_P(OnTheCalendar, ASecondMainWindowShowsAndChangesTheSameCalendar) {
     select(Desk::plain);
     command(controls::laterAction);
     EXPECT_EQ(startInFile(Desk::plain), start + 3600);
+}
+
+TEST_P(OnTheCalendar, EveryMainWindowHasThePluginsItemsAndKeepsThePersonsArrangement) {
+    vlHookERageMainWindowController &hook = vlHookERageMainWindowController::sharedInstance();
+    hook.addUIToMainWindow(vlScheduleToolbarItemIdentifier); // as loading does, once for a process
+    hook.addUIToMainWindow(vlStartToolbarItemIdentifier);
+    platform::Toolbar *first = main()->mainWindow()->toolBar();
+    const auto identifiers = [](platform::Toolbar *toolbar) {
+        QStringList found;
+        for (const platform::ToolbarItem *item : toolbar->visibleItems())
+            found.append(item->itemIdentifier());
+        return found;
+    };
+    const QStringList usual = identifiers(first);
+    EXPECT_EQ(usual.indexOf(vlStartToolbarItemIdentifier), usual.indexOf(vlScheduleToolbarItemIdentifier) + 2)
+        << qPrintable(usual.join(u' '));
+    const auto at = int(usual.indexOf(vlScheduleToolbarItemIdentifier));
+    first->moveItem(at, 0);
+    command(controls::newWindowAction);
+    platform::Toolbar *second = desk.host().mainWindowControllers().last()->mainWindow()->toolBar();
+    EXPECT_EQ(identifiers(second), identifiers(first));
+    EXPECT_EQ(identifiers(second).first(), vlScheduleToolbarItemIdentifier);
+    hook.addUIToMainWindow(vlScheduleToolbarItemIdentifier);
+    EXPECT_EQ(identifiers(second).count(vlScheduleToolbarItemIdentifier), 1);
+
+    main()->window()->close();
+    desk.settle();
+    QWidget *control = second->controlFor(vlScheduleToolbarItemIdentifier);
+    ASSERT_NE(control, nullptr);
+    QTest::mouseClick(control, Qt::LeftButton);
+    desk.settle();
+    ASSERT_EQ(mailhost::EditorWindowController::open().size(), 1);
+    ASSERT_TRUE(Desk::sheetIsUp());
+    desk.confirmSheet();
+    EXPECT_EQ(Desk::stripOf(mailhost::EditorWindowController::open().first()->editorWindow())->uiStatus(),
+              StripState::MeetingAttached);
 }
