@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QDir>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 using namespace roads;
@@ -59,8 +60,12 @@ void expectSameButForTheMeeting(const EventText &before, const EventText &after)
     QHash<QByteArray, QList<TextLine>> changeable, changeableAfter;
     for (const TextLine &line : before.lines)
         mayChange(line) ? changeable[line.name].append(line) : kept.append(line.octets);
+    // Who sends a meeting that names nobody becomes its organizer.
+    const auto organizes = [](const TextLine &line) { return line.depth == 0 && line.name == "ORGANIZER"; };
+    const bool hadOrganizer = std::any_of(before.lines.begin(), before.lines.end(), organizes);
     for (const TextLine &line : after.lines)
-        mayChange(line) ? changeableAfter[line.name].append(line) : keptAfter.append(line.octets);
+        if (hadOrganizer || !organizes(line))
+            mayChange(line) ? changeableAfter[line.name].append(line) : keptAfter.append(line.octets);
     EXPECT_EQ(kept.join().toStdString(), keptAfter.join().toStdString());
     for (auto it = changeable.cbegin(); it != changeable.cend(); ++it) {
         SCOPED_TRACE(it.key().constData());
@@ -127,7 +132,7 @@ protected:
         const mailhost::Appointment saved = desk.inFile(candidate.appointment.uid);
         const auto meeting = desk.client().meeting(desk.meetingKey(candidate.appointment.uid));
         ASSERT_TRUE(meeting);
-        EXPECT_TRUE(saved.location.startsWith(candidate.appointment.location)) << qPrintable(saved.location);
+        EXPECT_TRUE(saved.location.contains(candidate.appointment.location)) << qPrintable(saved.location);
         EXPECT_TRUE(saved.location.contains((*meeting)["joinUrl"].toString()));
         EXPECT_TRUE(plainText(saved.bodyHtml).startsWith(plainText(candidate.appointment.bodyHtml)))
             << qPrintable(saved.bodyHtml);

@@ -50,8 +50,12 @@ bool isHtmlSpace(QChar c) {
 }
 
 QString asHtmlDocument(const QString &html) {
-    if (html.contains(u"</body>", Qt::CaseInsensitive))
+    const QString bodyEnd = u"</body>"_qs;
+    if (html.contains(bodyEnd))
         return html;
+    const qsizetype end = html.lastIndexOf(bodyEnd, -1, Qt::CaseInsensitive);
+    if (end >= 0) // as body editors write it, and as those who read from them look for it
+        return html.left(end) + bodyEnd + html.mid(end + bodyEnd.size());
     return u"<html><body>"_qs + html + u"</body></html>"_qs;
 }
 

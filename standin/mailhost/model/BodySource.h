@@ -66,7 +66,8 @@ private:
 [[nodiscard]] bool isBlockTag(const QString &tag);
 // White space that HTML collapses.
 [[nodiscard]] bool isHtmlSpace(QChar c);
-// The HTML as a whole document: with html and body tags around it when it has no "</body>".
+// The HTML as a whole document: with html and body tags around it when it has no "</body>"; one in other
+// letters becomes that.
 [[nodiscard]] QString asHtmlDocument(const QString &html);
 
 } // namespace mailhost
