@@ -23,6 +23,8 @@ QByteArray ruleOf(int i, const QDate &day) {
         return "RRULE:FREQ=DAILY;COUNT=10\r\n";
     case 5:
         return "RRULE:FREQ=MONTHLY;BYDAY=2TU;COUNT=24\r\n";
+    case 6:
+        return "RRULE:FREQ=WEEKLY;INTERVAL=2;BYDAY=TU,TH;UNTIL=" + until + "\r\n";
     default:
         return {};
     }

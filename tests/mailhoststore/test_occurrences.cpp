@@ -1,3 +1,4 @@
+#include "bench/ManyAppointments.h"
 #include "standin/mailhost/store/SampleCalendar.h"
 #include "tests/mailhoststore/StoreFixture.h"
 
@@ -139,29 +140,66 @@ TEST_F(OccurrencesTest, TheSampleWeekIsAWeekOfWork) {
     EXPECT_GE(rooms, 3);
 }
 
-TEST_F(OccurrencesTest, TenThousandAppointmentsOpenAndListQuickly) {
-    QByteArray text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n";
-    for (int i = 0; i < 10000; ++i) {
-        const QByteArray date =
-            QDate(2020, 1, 1).addDays(i / 5).toString(QStringLiteral("yyyyMMdd")).toLatin1();
-        text += "BEGIN:VEVENT\r\nUID:" + QByteArray::number(i) + "\r\nDTSTAMP:20250101T000000Z\r\n";
-        text += "DTSTART;TZID=Europe/Berlin:" + date + "T100000\r\nDTEND;TZID=Europe/Berlin:" + date +
-                "T110000\r\n";
-        text += "SUMMARY:Appointment\r\nDESCRIPTION:Some words about "
-                "it\r\nATTENDEE;CN=G:mailto:g@parlo.example\r\n";
-        text += i % 10 == 0 ? "RRULE:FREQ=WEEKLY\r\nEND:VEVENT\r\n" : "END:VEVENT\r\n";
-    }
-    text += "END:VCALENDAR\r\n";
+TEST_F(OccurrencesTest, TenThousandAppointmentsOpenAndListQuicklyAlsoAfterAChange) {
+    const QDate monday(2026, 11, 23);
+    const QByteArray text = bench::manyAppointments(10000, monday);
+    const auto week = [](const CalendarFile &file, const QDate &from) {
+        return file.occurrences(from.startOfDay(), from.addDays(7).startOfDay());
+    };
     QElapsedTimer timer;
     timer.start();
     auto file = opened(text);
-    const auto first = file->occurrences(QDate(2023, 5, 1).startOfDay(), QDate(2023, 5, 8).startOfDay());
+    const auto first = week(*file, monday);
     const qint64 opening = timer.restart();
-    const auto second = file->occurrences(QDate(2023, 5, 8).startOfDay(), QDate(2023, 5, 15).startOfDay());
-    const qint64 listing = timer.elapsed();
-    std::printf("opened in %lld ms, next week listed in %lld ms\n", (long long)opening, (long long)listing);
-    EXPECT_GT(first.size(), 100);
-    EXPECT_GT(second.size(), first.size());
-    EXPECT_LT(opening, 6000); // loose: this also runs under sanitizers on a busy machine
-    EXPECT_LT(listing, 1000);
+    const auto second = week(*file, monday.addDays(7));
+    const qint64 listing = timer.restart();
+    Appointment changed = *file->find(first[0].uid, first[0].recurrenceId);
+    changed.summary = QStringLiteral("Changed");
+    ASSERT_TRUE(file->update(changed));
+    const auto third = week(*file, monday);
+    const qint64 again = timer.elapsed();
+    std::printf("opened in %lld ms, next week listed in %lld ms, after a change in %lld ms\n",
+                (long long)opening, (long long)listing, (long long)again);
+    EXPECT_GT(first.size(), 35);
+    EXPECT_GT(second.size(), 35);
+    ASSERT_EQ(third.size(), first.size());
+    EXPECT_EQ(third[0].summary, changed.summary);
+    EXPECT_LT(opening, 9000); // loose: this also runs under sanitizers on a busy machine
+    EXPECT_LT(listing, 300);
+    EXPECT_LT(again, 300); // reading everything again takes longer
+}
+
+TEST_F(OccurrencesTest, AListIsTheSameHoweverItsCalendarCameToBe) {
+    const QDate monday(2026, 11, 23);
+    auto file = opened(bench::manyAppointments(600, monday));
+    const auto day = [&](const CalendarFile &of, int number) {
+        QStringList rows;
+        for (const Occurrence &o :
+             of.occurrences(monday.addDays(number).startOfDay(), monday.addDays(number + 1).startOfDay()))
+            rows.append(o.start.toString(Qt::ISODate) + o.end.toString(Qt::ISODate) + o.uid + o.instanceId);
+        return rows;
+    };
+    const auto appointments = file->appointments();
+    for (int i = 0; i < appointments.size(); i += 7) {
+        Appointment changed = appointments[i];
+        (void)day(*file, 1);
+        changed.start.value = changed.start.value.addDays(i % 20 - 10);
+        changed.end.value = changed.end.value.addDays(i % 3 == 0 ? 5 : i % 20 - 10);
+        if (i % 2 == 0)
+            ASSERT_TRUE(file->update(changed));
+        else
+            (void)file->remove(changed.uid, changed.recurrenceId);
+    }
+    const auto again = opened(saved(*file));
+    const auto all = file->occurrences(monday.addDays(-30).startOfDay(), monday.addDays(200).startOfDay());
+    EXPECT_GT(all.size(), 500);
+    for (int number = -20; number < 190; ++number) {
+        const QStringList shown = day(*file, number);
+        EXPECT_EQ(shown, day(*again, number)) << number;
+        const qsizetype overlapping = std::count_if(all.begin(), all.end(), [&](const Occurrence &o) {
+            return o.start < monday.addDays(number + 1).startOfDay() &&
+                   o.end > monday.addDays(number).startOfDay();
+        });
+        EXPECT_EQ(shown.size(), overlapping) << number;
+    }
 }

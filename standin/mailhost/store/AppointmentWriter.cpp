@@ -42,11 +42,13 @@ void writeMoment(Component &component, const QByteArray &name, const Moment &mom
 }
 
 // An instant in the hour that a clock shows twice can only be told in UTC; a series keeps its zone all the
-// same, as its other days need it.
+// same, as its other days need it, and so does a zone that only its author knows: which hour is told twice
+// there is not known here.
 Moment writableMoment(const CalendarTime &time, bool recurs, ZoneTable &zones) {
     Moment moment = momentOf(time, zones);
     const Seconds utc = time.value.toSecsSinceEpoch();
-    if (moment.kind == Kind::Zoned && moment.utc() != utc && !recurs)
+    const bool known = !zones.unknownNames().contains(moment.zoneId);
+    if (moment.kind == Kind::Zoned && moment.utc() != utc && !recurs && known)
         return {Kind::Utc, utc, {}, utcZone()};
     return moment;
 }

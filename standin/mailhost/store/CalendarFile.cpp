@@ -3,7 +3,6 @@
 #include "standin/mailhost/store/AppointmentReader.h"
 #include "standin/mailhost/store/AppointmentWriter.h"
 #include "standin/mailhost/store/CalendarFilePrivate.h"
-#include "standin/mailhost/store/SeriesMove.h"
 #include "standin/mailhost/store/TextValue.h"
 
 #include <QFileInfo>
@@ -42,22 +41,39 @@ void CalendarFile::Private::warn(const QString &text) {
         warnings.append(text);
 }
 
-void CalendarFile::Private::addEntry(Component *calendar, Component *component) {
+CalendarEntry &CalendarFile::Private::addEntry(Component *calendar, Component *component,
+                                               const QString &uidOfNameless) {
     auto entry = std::make_unique<CalendarEntry>();
-    entry->component = component;
-    entry->calendar = calendar;
+    CalendarEntry *added = entry.get();
+    added->component = component;
+    added->calendar = calendar;
+    added->order = entries.empty() ? 0 : entries.back()->order + 1;
     if (const ContentLine *line = component->line("UID"))
-        entry->uid = readText(*line).trimmed();
+        added->uid = readText(*line).trimmed();
     if (const ContentLine *line = component->line("RECURRENCE-ID"))
-        entry->recurrenceId = decodeOctets(line->value()).trimmed();
-    if (entry->uid.isEmpty()) {
-        entry->uid = madeUid(*component, qsizetype(entries.size()));
-        entry->uidIsMade = true;
+        added->recurrenceId = decodeOctets(line->value()).trimmed();
+    if (added->uid.isEmpty()) {
+        added->uid = uidOfNameless.isEmpty() ? madeUid(*component, qsizetype(entries.size())) : uidOfNameless;
+        added->uidIsMade = true;
     }
-    const auto name = std::make_pair(entry->uid, entry->recurrenceId);
-    if (!byName.contains(name))
-        byName.insert(name, entry.get());
+    byUid[added->uid].append(added);
     entries.push_back(std::move(entry));
+    unread.push_back(added);
+    return *added;
+}
+
+void CalendarFile::Private::sortEntries() {
+    QHash<const Component *, qint64> places;
+    for (const Component *calendar : document.calendars()) {
+        for (const Component *component : calendar->components())
+            places.insert(component, places.size());
+    }
+    const auto before = [](const auto &a, const auto &b) { return a->order < b->order; };
+    for (const auto &entry : entries)
+        entry->order = places.value(entry->component);
+    std::sort(entries.begin(), entries.end(), before);
+    for (QList<CalendarEntry *> &ofOne : byUid)
+        std::sort(ofOne.begin(), ofOne.end(), before);
 }
 
 void CalendarFile::Private::index() {
@@ -84,7 +100,23 @@ void CalendarFile::Private::index() {
 }
 
 CalendarEntry *CalendarFile::Private::entry(const QString &uid, const QString &recurrenceId) const {
-    return byName.value({uid, recurrenceId});
+    const auto ofOne = byUid.constFind(uid);
+    if (ofOne == byUid.constEnd())
+        return nullptr;
+    const auto found = std::find_if(ofOne->begin(), ofOne->end(), [&](const CalendarEntry *entry) {
+        return entry->recurrenceId == recurrenceId;
+    });
+    return found == ofOne->end() ? nullptr : *found;
+}
+
+void CalendarFile::Private::forget(CalendarEntry &entry) {
+    single.remove(&entry);
+    std::erase(series, &entry);
+    std::erase(unread, &entry);
+    unread.push_back(&entry);
+    entry.summary.reset();
+    for (CalendarEntry *ofSame : byUid.value(entry.uid))
+        ofSame->changes.reset();
 }
 
 void CalendarFile::Private::changed(CalendarEntry &entry) {
@@ -93,20 +125,38 @@ void CalendarFile::Private::changed(CalendarEntry &entry) {
         entry.uidIsMade = false;
     }
     touch(*entry.component);
-    entry.summary.reset();
-    exceptionsRead = false;
+    forget(entry);
     dirty = true;
 }
 
-void CalendarFile::Private::erase(CalendarEntry &entry) {
-    std::erase_if(entry.calendar->items, [&](const ComponentItem &item) {
+std::ptrdiff_t CalendarFile::Private::placeOf(const CalendarEntry &entry) {
+    const std::vector<ComponentItem> &items = entry.calendar->items;
+    const auto it = std::find_if(items.begin(), items.end(), [&](const ComponentItem &item) {
         const auto *component = std::get_if<std::unique_ptr<Component>>(&item);
         return component && component->get() == entry.component;
     });
-    byName.remove({entry.uid, entry.recurrenceId});
-    exceptionsRead = false;
+    return it - items.begin();
+}
+
+void CalendarFile::Private::erase(CalendarEntry &entry) {
+    const std::ptrdiff_t place = placeOf(entry);
+    formerPlaces.insert({entry.uid, entry.recurrenceId}, {entry.calendar, place});
+    forget(entry);
+    std::erase(unread, &entry);
+    entry.calendar->items.erase(entry.calendar->items.begin() + place);
+    QList<CalendarEntry *> &ofOne = byUid[entry.uid];
+    ofOne.removeOne(&entry);
+    if (ofOne.isEmpty())
+        byUid.remove(QString(entry.uid));
     dirty = true;
     std::erase_if(entries, [&](const auto &held) { return held.get() == &entry; });
+}
+
+void CalendarFile::Private::eraseAll(const QString &uid) {
+    // The last first: each then remembers the place that it had among all of them.
+    const QList<CalendarEntry *> all = entriesOf(uid);
+    for (auto held = all.rbegin(); held != all.rend(); ++held)
+        erase(**held);
 }
 
 // ---- reading
@@ -186,44 +236,21 @@ QString CalendarFile::newUid() {
     return QUuid::createUuid().toString(QUuid::WithoutBraces);
 }
 
-namespace {
-
-// The line that says which day of the series it is about, in the form of the series' own start.
-ContentLine dayLine(const Component &series, const QByteArray &name, const QString &instanceId) {
-    ContentLine line = ContentLine::make(name, instanceId.toUtf8(), series.lineEnd());
-    const ContentLine *start = series.line("DTSTART");
-    for (const char *parameter : {"VALUE", "TZID"}) {
-        const auto value = start ? start->parameter(parameter) : std::nullopt;
-        if (value && !instanceId.endsWith(u'Z'))
-            line.setParameter(parameter, *value);
-    }
-    return line;
-}
-
-// Without what says when the series takes place.
-std::unique_ptr<Component> copyOfSeries(const Component &series) {
-    QByteArray text;
-    series.appendText(text);
-    std::vector<std::unique_ptr<Component>> copies = parseComponents(text);
-    if (copies.size() != 1)
-        return nullptr;
-    for (const char *name : {"RRULE", "RDATE", "EXRULE", "EXDATE", "CREATED"})
-        copies.front()->removeLines(name);
-    return std::move(copies.front());
-}
-
-} // namespace
-
 QString CalendarFile::add(const Appointment &appointment) {
     Appointment named = appointment;
     if (named.uid.isEmpty())
         named.uid = newUid();
-    const CalendarEntry *series = d->entry(named.uid, {});
-    Component *calendar = series ? series->calendar : d->document.calendars().front();
+    CalendarEntry *series = d->entry(named.uid, {});
     const bool isException = series && !named.recurrenceId.isEmpty();
-    auto component = isException ? copyOfSeries(*series->component) : nullptr;
+    if (d->entry(named.uid, named.recurrenceId) ||
+        (isException && d->exceptionOn(*series, named.recurrenceId)))
+        return {};
+    Component *calendar = series ? series->calendar : d->document.calendars().front();
+    auto component = isException ? d->newException(*series, named.recurrenceId) : nullptr;
     if (!component)
         component = Component::make("VEVENT", calendar->lineEnd());
+    if (series && series->uidIsMade)
+        d->changed(*series); // the two belong together by a name that the file must have
     writeText(component->lineOrNew("UID"), named.uid);
     const QByteArray now = clockText(QDateTime::currentSecsSinceEpoch(), CalendarTime::Kind::Utc);
     component->lineOrNew("DTSTAMP").setValue(now);
@@ -234,8 +261,9 @@ QString CalendarFile::add(const Appointment &appointment) {
     writeAppointment(*component, named, d->zonesOf(calendar));
     Component *added = component.get();
     calendar->items.emplace_back(std::move(component));
-    d->addEntry(calendar, added);
-    d->changed(*d->entries.back());
+    d->changed(d->addEntry(calendar, added));
+    if (d->document.calendars().back() != calendar)
+        d->sortEntries();
     return named.uid;
 }
 
@@ -244,131 +272,37 @@ bool CalendarFile::update(const Appointment &appointment) {
     if (!entry)
         return false;
     ZoneTable &zones = d->zonesOf(entry->calendar);
-    const auto before = readTimes(*entry->component, zones);
-    const ContentLine *rule = entry->component->line("RRULE");
-    const QByteArray ruleBefore = rule ? rule->value() : QByteArray();
+    const bool isSeries = d->summaryOf(*entry).series != nullptr;
+    const auto before = isSeries ? entry->component->copy() : nullptr;
     if (!writeAppointment(*entry->component, appointment, zones))
         return true;
-    const auto after = readTimes(*entry->component, zones);
-    const ContentLine *ruleNow = entry->component->line("RRULE");
-    const bool sameRule = ruleNow && ruleNow->value() == ruleBefore;
-    if (before && after && appointment.recurrenceId.isEmpty() && (sameRule || !ruleNow))
-        d->moveDays(*entry, before->start, after->start);
+    if (before)
+        d->moveDays(*entry, *before);
     d->changed(*entry);
-    return true;
-}
-
-void CalendarFile::Private::moveDays(CalendarEntry &series, const Moment &before, const Moment &after) {
-    const std::optional<SeriesMove> move = SeriesMove::between(before, after);
-    if (!move)
-        return;
-    move->apply(*series.component);
-    for (CalendarEntry *exception : entriesOf(series.uid)) {
-        ContentLine *day = exception->component->line("RECURRENCE-ID");
-        if (!day || exception == &series)
-            continue;
-        day->setValue(move->moved(day->value()));
-        byName.remove({exception->uid, exception->recurrenceId});
-        exception->recurrenceId = QString::fromUtf8(day->value());
-        byName.insert({exception->uid, exception->recurrenceId}, exception);
-        changed(*exception);
-    }
-}
-
-bool CalendarFile::Private::excludeDay(CalendarEntry &series, const QString &instanceId) {
-    const EntrySummary &summary = summaryOf(series);
-    const auto day = readMoment(dayLine(*series.component, "EXDATE", instanceId), instanceId.toUtf8(),
-                                zonesOf(series.calendar));
-    if (!summary.series || !day)
-        return false;
-    const std::vector<Series::Instance> days = summary.series->between(day->utc(), day->utc() + 1);
-    const bool takesPlace = std::any_of(days.begin(), days.end(), [&](const Series::Instance &instance) {
-        return instance.start.utc() == day->utc();
-    });
-    if (!takesPlace)
-        return false;
-    series.component->append(dayLine(*series.component, "EXDATE", instanceId));
-    changed(series);
     return true;
 }
 
 bool CalendarFile::remove(const QString &uid, const QString &recurrenceId) {
     CalendarEntry *entry = d->entry(uid, recurrenceId);
-    CalendarEntry *series = recurrenceId.isEmpty() ? nullptr : d->entry(uid, {});
-    if (!entry)
-        return series && d->excludeDay(*series, recurrenceId);
-    const ContentLine *changedDay = entry->component->line("RECURRENCE-ID");
-    if (series && changedDay) {
-        // Else the occurrence as the series has it would come back.
-        ContentLine excluded = ContentLine::make("EXDATE", changedDay->value(), series->component->lineEnd());
-        for (const char *parameter : {"VALUE", "TZID"}) {
-            if (const auto value = changedDay->parameter(parameter))
-                excluded.setParameter(parameter, *value);
-        }
-        series->component->append(excluded);
-        d->changed(*series);
-    }
-    d->erase(*entry);
-    if (recurrenceId.isEmpty())
+    if (recurrenceId.isEmpty()) {
         d->eraseAll(uid);
+        return entry;
+    }
+    CalendarEntry *series = d->entry(uid, {});
+    if (series && !entry)
+        entry = d->exceptionOn(*series, recurrenceId);
+    if (!series) {
+        if (entry)
+            d->erase(*entry);
+        return entry;
+    }
+    // The day is excluded even when its exception goes: else it would come back as the series has it.
+    const bool excluded = d->excludeDay(*series, entry ? d->dayOf(*series, *entry) : recurrenceId);
+    if (!entry)
+        return excluded;
+    if (!d->handOn(*series, *entry))
+        d->erase(*entry);
     return true;
-}
-
-void CalendarFile::Private::eraseAll(const QString &uid) {
-    for (CalendarEntry *held : entriesOf(uid))
-        erase(*held);
-}
-
-std::vector<CalendarEntry *> CalendarFile::Private::entriesOf(const QString &uid) const {
-    std::vector<CalendarEntry *> found;
-    for (const auto &held : entries) {
-        if (held->uid == uid)
-            found.push_back(held.get());
-    }
-    return found;
-}
-
-QByteArray CalendarFile::componentsOf(const QString &uid) const {
-    QByteArray text;
-    for (const CalendarEntry *entry : d->entriesOf(uid))
-        entry->component->appendText(text);
-    return text;
-}
-
-bool CalendarFile::restore(const QString &uid, const QByteArray &text) {
-    std::vector<std::unique_ptr<Component>> components = parseComponents(text);
-    if (components.empty() && !text.isEmpty())
-        return false;
-    for (const auto &component : components) {
-        const ContentLine *name = component->line("UID");
-        if (component->name != "VEVENT" || (name && readText(*name) != uid))
-            return false;
-    }
-    const std::vector<CalendarEntry *> former = d->entriesOf(uid);
-    Component *calendar = former.empty() ? d->document.calendars().front() : former.front()->calendar;
-    auto place = std::ptrdiff_t(calendar->items.size());
-    if (!former.empty())
-        place = d->placeOf(*former.front());
-    d->eraseAll(uid);
-    for (auto &component : components) {
-        if (!component->line("UID")) // it was made for one that had none
-            writeText(component->lineOrNew("UID"), uid);
-        Component *restored = component.get();
-        calendar->items.insert(calendar->items.begin() + place++, std::move(component));
-        d->addEntry(calendar, restored);
-    }
-    d->exceptionsRead = false;
-    d->dirty = true;
-    return true;
-}
-
-std::ptrdiff_t CalendarFile::Private::placeOf(const CalendarEntry &entry) {
-    const std::vector<ComponentItem> &items = entry.calendar->items;
-    const auto it = std::find_if(items.begin(), items.end(), [&](const ComponentItem &item) {
-        const auto *component = std::get_if<std::unique_ptr<Component>>(&item);
-        return component && component->get() == entry.component;
-    });
-    return it - items.begin();
 }
 
 bool CalendarFile::save(QString *error) {

@@ -29,31 +29,37 @@ public:
                                                   const QString &recurrenceId = QString()) const;
     // What happens from `from` up to, not including, `to`, sorted by start; series are expanded (RRULE,
     // RDATE, EXDATE, and RECURRENCE-ID exceptions in place of the occurrence they change, none in place of a
-    // cancelled one). Linear in the number of appointments.
+    // cancelled one; the days behind an exception with RANGE=THISANDFUTURE follow it). The first
+    // listing reads all appointments; later ones what has changed.
     [[nodiscard]] QList<Occurrence> occurrences(const QDateTime &from, const QDateTime &to) const;
 
     static QString newUid();
-    // Fills an empty uid with a new one and answers the uid. With a recurrenceId it becomes an exception of
-    // that series, and begins as a copy of the series' component, with all that this program does not know,
-    // but for what says when the series takes place.
+    // Fills an empty uid with a new one and answers the uid. With a recurrenceId (an instanceId) it becomes
+    // an exception of that series, and begins as a copy of the series' component, with all that this program
+    // does not know, but for what says when the series takes place. A null text, and nothing is added, when
+    // there is such an appointment, or an exception for that day, already.
     QString add(const Appointment &appointment);
     // Writes the values that differ into the component; every property, parameter and component that
     // Appointment does not carry stays as it is, and so does the text of one whose value did not change. A
     // change is dated (LAST-MODIFIED, DTSTAMP); SEQUENCE is only what the appointment says: whoever sends it
     // raises it. A time is written in the zone that its zoneId names, or else in that of its value, with a
-    // VTIMEZONE where the file lacks one. The body is written as STYLED-DESCRIPTION and X-ALT-DESC with its
+    // VTIMEZONE where the file lacks one. When the start of a series is moved, its deleted and changed days
+    // follow, the UNTIL of its rule, and the day in a rule that names only the one on which it began; changed
+    // days take place when they did. The body is written as STYLED-DESCRIPTION and X-ALT-DESC with its
     // plain twin in DESCRIPTION. A join link in the location is also written as CONFERENCE
     // (ConferenceLink.h). False when there is no such one.
     bool update(const Appointment &appointment);
     // A series goes with its exceptions. With a recurrenceId (or the instanceId of a day that has no
-    // exception) that day is taken out of its series. False when there is no such one.
+    // exception) that day is taken out of its series: it becomes an EXDATE. Days that followed it
+    // (RANGE=THISANDFUTURE) do so further. False when there is no such one.
     bool remove(const QString &uid, const QString &recurrenceId = QString());
 
     // All components of that appointment (a series with its exceptions) as text, to be put back by restore().
     // Empty when there is none.
     [[nodiscard]] QByteArray componentsOf(const QString &uid) const;
-    // Puts them back, to the letter, in place of what the appointment is now (nothing, when it was removed);
-    // with an empty text it is removed. False, and nothing is changed, when the text is no such components.
+    // Puts them back, to the letter, in place of what the appointment is now, or where it was when it was
+    // removed; else at the end of the first VCALENDAR. With an empty text it is removed. False, and nothing
+    // is changed, when the text is no such components.
     bool restore(const QString &uid, const QByteArray &components);
 
     // Writes atomically (a temporary file beside it, then moved over it; the permissions are kept). False

@@ -58,6 +58,21 @@ std::unique_ptr<Component> Component::make(const QByteArray &name, const QByteAr
     return component;
 }
 
+std::unique_ptr<Component> Component::copy() const {
+    auto copy = std::make_unique<Component>();
+    copy->name = name;
+    copy->begin = begin;
+    copy->end = end;
+    copy->items.reserve(items.size());
+    for (const ComponentItem &item : items) {
+        if (const auto *line = std::get_if<ContentLine>(&item))
+            copy->items.emplace_back(*line);
+        else
+            copy->items.emplace_back(std::get<std::unique_ptr<Component>>(item)->copy());
+    }
+    return copy;
+}
+
 const ContentLine *Component::line(const QByteArray &name) const {
     for (const ComponentItem &item : items) {
         const auto *line = std::get_if<ContentLine>(&item);
@@ -168,8 +183,9 @@ ParseResult parseDocument(const QByteArray &text, Document *document) {
 std::vector<std::unique_ptr<Component>> parseComponents(const QByteArray &text) {
     std::vector<std::unique_ptr<Component>> found;
     Document document;
-    const bool good = parseDocument("BEGIN:VCALENDAR\r\n" + text + "END:VCALENDAR\r\n", &document).failure ==
-                      ParseFailure::None;
+    const QByteArray lineEnd = text.contains('\n') ? "\r\n" : "\r"; // must not hide the ends of its lines
+    const QByteArray whole = "BEGIN:VCALENDAR" + lineEnd + text + "END:VCALENDAR" + lineEnd;
+    const bool good = parseDocument(whole, &document).failure == ParseFailure::None;
     if (!good || document.calendars().size() != 1)
         return found;
     for (ComponentItem &item : document.calendars().front()->items) {

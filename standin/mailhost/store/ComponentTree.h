@@ -20,6 +20,7 @@ struct Component {
 
     // An empty one, with BEGIN and END.
     static std::unique_ptr<Component> make(const QByteArray &name, const QByteArray &lineEnd);
+    [[nodiscard]] std::unique_ptr<Component> copy() const;
 
     // The first line of that name (upper case), null when there is none. Valid until the component changes.
     [[nodiscard]] const ContentLine *line(const QByteArray &name) const;

@@ -14,10 +14,13 @@ const QString fromLocation = QStringLiteral("LOCATION");
 const QString scheme = QStringLiteral("https://");
 constexpr qsizetype longestLink = 2000; // characters; longer ones are no links that anyone would open
 
-// Punctuation that ends a sentence or a list is not the link's.
+// Punctuation that ends a sentence or a list is not the link's; nor is a bracket that was opened before it.
 QString withoutTrailingMarks(QString link) {
-    while (!link.isEmpty() && QStringLiteral(".,;:!?)]}>\"'").contains(link.back()))
+    while (!link.isEmpty() && QStringLiteral(".,;:!?)]}>\"'").contains(link.back())) {
+        if (link.endsWith(u')') && link.count(u'(') >= link.count(u')'))
+            break;
         link.chop(1);
+    }
     return link;
 }
 
@@ -55,9 +58,22 @@ void removeOwnLine(Component &component) {
     });
 }
 
+// The value is a URI and not a text: what a URI may not hold is percent-encoded, so that it cannot end the
+// line either.
+QByteArray uriOf(const QString &link) {
+    return QUrl(link, QUrl::TolerantMode).toEncoded();
+}
+
+ContentLine newLine(const QByteArray &uri, const QByteArray &lineEnd) {
+    const QByteArray text = property + ";VALUE=URI;FEATURE=AUDIO,VIDEO;LABEL=\"Join the meeting\";" +
+                            ownMark + '=' + fromLocation.toLatin1() + ':' + uri;
+    return ContentLine(text).refolded(lineEnd);
+}
+
 bool othersHave(const Component &component, const QByteArray &uri) {
     for (const ContentLine *line : component.lines(property)) {
-        if (!isOwn(*line) && line->value().trimmed() == uri)
+        const QByteArray theirs = line->value().trimmed();
+        if (!isOwn(*line) && (theirs == uri || uriOf(decodeOctets(theirs)) == uri))
             return true;
     }
     return false;
@@ -68,16 +84,15 @@ bool othersHave(const Component &component, const QByteArray &uri) {
 QString joinLink(const QString &location, const QString &record) {
     const QString known =
         QJsonDocument::fromJson(record.toUtf8()).object().value(QStringLiteral("joinUrl")).toString();
-    const bool usable = known.size() <= longestLink && !QUrl(known, QUrl::StrictMode).scheme().isEmpty();
+    const QUrl url(known, QUrl::StrictMode);
+    const bool usable = known.size() <= longestLink && !url.scheme().isEmpty() && !url.host().isEmpty();
     if (usable && location.contains(known))
         return known;
     return firstLink(location);
 }
 
 void writeConferenceLink(Component &component, const QString &link) {
-    // The value is a URI and not a text: what a URI may not hold is percent-encoded, so that it cannot end
-    // the line either.
-    const QByteArray uri = QUrl(link, QUrl::TolerantMode).toEncoded();
+    const QByteArray uri = uriOf(link);
     if (link.isEmpty() || uri.isEmpty() || othersHave(component, uri))
         return removeOwnLine(component);
     if (ContentLine *existing = ownLine(component)) {
@@ -85,12 +100,7 @@ void writeConferenceLink(Component &component, const QString &link) {
             existing->setValue(uri);
         return;
     }
-    ContentLine line = ContentLine::make(property, uri, component.lineEnd());
-    line.setParameter("VALUE", QStringLiteral("URI"));
-    line.setParameter("FEATURE", QStringLiteral("VIDEO"));
-    line.setParameter("LABEL", QStringLiteral("Join the meeting"));
-    line.setParameter(ownMark, fromLocation);
-    component.append(line);
+    component.append(newLine(uri, component.lineEnd()));
 }
 
 } // namespace mailhost

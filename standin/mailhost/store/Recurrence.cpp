@@ -244,6 +244,18 @@ Seconds Series::lastEnd() const {
     return *(m_lastEnd = last);
 }
 
+std::vector<Seconds> Series::ruleDays(Bounds bounds) const {
+    QSet<Seconds> clocks = {m_times.start.clock};
+    for (Rule rule : m_rules) {
+        if (bounds == Bounds::None)
+            rule.until.reset();
+        expand(rule, m_times.start.clock, latestClock, &clocks);
+    }
+    std::vector<Seconds> days(clocks.begin(), clocks.end());
+    std::sort(days.begin(), days.end());
+    return days;
+}
+
 std::vector<Series::Instance> Series::between(Seconds fromUtc, Seconds toUtc) const {
     if (fromUtc > lastEnd())
         return {};

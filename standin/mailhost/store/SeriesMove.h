@@ -8,24 +8,43 @@ namespace mailhost {
 
 class SeriesMove {
 public:
-    // Null when the days cannot be told by the same distance (the kind of time or the zone is another one),
-    // or nothing is moved.
-    static std::optional<SeriesMove> between(const Moment &before, const Moment &after);
+    // Null when the start is not moved. `after` has the new start and else what it had; its rules are left
+    // alone when they were changed together with the start.
+    static std::optional<SeriesMove> between(const Component &before, const Component &after,
+                                             ZoneTable &zones);
 
-    // A single date or date-time of such a line. Answers the text as it was when it is none.
-    [[nodiscard]] QByteArray moved(const QByteArray &value) const;
-    // EXDATE and RDATE of the series, the UNTIL of its rules, and the weekday of a weekly rule that names
-    // only the one on which it began.
+    // EXDATE, RDATE and rules of the series. A rule that names exactly the day (weekday, day of the month) or
+    // the time of day on which it began names the new one then; one that names several keeps them. Its UNTIL
+    // is moved such that no day is lost or gained.
     void apply(Component &series) const;
+    // A line of such days (EXDATE, RDATE, RECURRENCE-ID). What cannot be read stays.
+    void moveDays(ContentLine &line) const;
 
 private:
-    SeriesMove(Seconds distance, Seconds days, QByteArray formerWeekday, QByteArray weekday);
-    [[nodiscard]] QByteArray movedRule(const QByteArray &rule) const;
+    SeriesMove(TimesOfComponent before, TimesOfComponent after, ZoneTable &zones);
+    void compare(const Component &before, const Component &after);
+    [[nodiscard]] bool isRigid() const;
+    [[nodiscard]] Seconds plainlyMoved(Seconds clock) const;
+    [[nodiscard]] Seconds movedClock(Seconds clock) const;
+    [[nodiscard]] Moment movedDay(const Moment &day) const;
+    [[nodiscard]] QByteArray movedValue(const QByteArray &value, const Moment &day,
+                                        const Moment &moved) const;
+    [[nodiscard]] QByteArray movedUntil(const QByteArray &until, bool mayCount) const;
+    [[nodiscard]] Seconds clockOfUntil(const ClockTime &until) const;
+    void moveRule(ContentLine &rule, bool mayCount) const;
 
-    Seconds m_distance; // on the series' own clock
-    Seconds m_days;     // of it, in whole days of the calendar
-    QByteArray m_formerWeekday;
-    QByteArray m_weekday;
+    TimesOfComponent m_before;
+    TimesOfComponent m_after;
+    ZoneTable *m_zones;
+    bool m_sameRules = true;
+    bool m_rigid = true;   // every day is the former one and the distance
+    bool m_pinned = false; // the rule names its days, and goes on naming them: only the time of day is moved
+    bool m_otherDay = false;           // the rule named the day on which it began, and names another one now
+    Seconds m_distance;                // on the series' own clock
+    Seconds m_days;                    // of it, in whole days of the calendar
+    std::vector<Seconds> m_formerDays; // of the rules, whatever their UNTIL, sorted
+    std::vector<Seconds> m_newDays;
+    size_t m_formerCount = 0; // of the former days, up to their UNTIL
 };
 
 } // namespace mailhost

@@ -1,5 +1,8 @@
 #include "standin/mailhost/store/Times.h"
 
+#include <array>
+#include <cstdio>
+
 namespace mailhost {
 
 namespace {
@@ -58,10 +61,15 @@ std::optional<ClockTime> parseClock(const QByteArray &untrimmed) {
 
 QByteArray clockText(Seconds clock, Kind kind) {
     const QDateTime value = clockDateTime(clock);
-    if (kind == Kind::Date)
-        return value.toString(QStringLiteral("yyyyMMdd")).toLatin1();
-    const QByteArray text = value.toString(QStringLiteral("yyyyMMdd'T'HHmmss")).toLatin1();
-    return kind == Kind::Utc ? text + 'Z' : text;
+    const QDate date = value.date();
+    const QTime time = value.time();
+    const int year = qBound(1, date.year(), 9999);
+    // Faster than a format of QDateTime: a week of a full calendar writes hundreds of them.
+    std::array<char, 32> text = {};
+    std::snprintf(text.data(), text.size(),
+                  kind == Kind::Date ? "%04d%02d%02d" : "%04d%02d%02dT%02d%02d%02d%s", year, date.month(),
+                  date.day(), time.hour(), time.minute(), time.second(), kind == Kind::Utc ? "Z" : "");
+    return text.data();
 }
 
 CalendarTime Moment::calendarTime() const {
