@@ -15,7 +15,6 @@ namespace walkthrough {
 inline constexpr quint32 startAction = 2;
 inline constexpr quint32 meetingAction = 3;
 inline constexpr quint32 updateAnswer = 2;
-inline constexpr quint32 deleteAnswer = 3;
 inline constexpr quint32 readAnswer = 4;
 inline const QString schedulePrefix = QStringLiteral("1;");
 inline const QString updatePrefix = QStringLiteral("2;");

@@ -97,8 +97,11 @@ bool CalendarSession::writeOrGoBack() {
 bool CalendarSession::store(const Appointment &appointment) {
     const std::optional<Appointment> former = m_file->find(appointment.uid, appointment.recurrenceId);
     UndoStep step{appointment.uid, m_file->componentsOf(appointment.uid), {}, {}};
-    if (!m_file->update(appointment))
-        m_file->add(appointment);
+    if (!m_file->update(appointment) && m_file->add(appointment).isNull()) {
+        m_lastError =
+            tr("This day of the series was changed meanwhile. Open it again and repeat the change.");
+        return false;
+    }
     step.what = describeChange(former, appointment);
     const bool hasRecord =
         !appointment.ucCapabilities.isEmpty() || (former && !former->ucCapabilities.isEmpty());

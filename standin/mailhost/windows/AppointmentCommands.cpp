@@ -60,7 +60,6 @@ void AppointmentCommands::renameTo(const QString &subject) {
     if (CalendarEvent *selected = event())
         rt::send(m_grid, "subjectChanged:forEvent:andTileView:", subject, rt::fromObject(selected),
                  rt::fromObject(m_window->calendar()->selectedTile()));
-    Q_EMIT done();
 }
 
 void AppointmentCommands::moveTo(const QDateTime &start) {
@@ -69,7 +68,6 @@ void AppointmentCommands::moveTo(const QDateTime &start) {
         rt::send(m_grid, "performDragFrom:to:forDate:inProgress:",
                  rt::fromObject(m_window->calendar()->selectedTile()), rt::fromObject(m_grid->controller()),
                  dateFor(*selected, start), false);
-    Q_EMIT done();
 }
 
 void AppointmentCommands::resizeTo(const QDateTime &start, qint64 seconds) {
@@ -79,7 +77,6 @@ void AppointmentCommands::resizeTo(const QDateTime &start, qint64 seconds) {
                  "dragResizedEvent:withTileView:withStartDate:duration:inProgress:partialStart:partialEnd:",
                  rt::fromObject(selected), rt::fromObject(m_window->calendar()->selectedTile()),
                  dateFor(*selected, start), double(seconds), false, false, false);
-    Q_EMIT done();
 }
 
 void AppointmentCommands::moveBy(int seconds) {
@@ -127,9 +124,8 @@ void AppointmentCommands::deleteSelected() {
     const QString detail = tr("It is taken out of the calendar.");
     // What is deleted is what was asked about, whatever is selected by then.
     const std::shared_ptr<CalendarEvent> day = m_grid->controller()->newEventForSelection();
-    const auto remove = [this](const std::shared_ptr<CalendarEvent> &deleted) {
+    const auto remove = [](const std::shared_ptr<CalendarEvent> &deleted) {
         rt::send(deleted.get(), "deleteEventNow");
-        Q_EMIT done();
     };
     if (day->instanceId().isEmpty())
         return m_window->ask(
@@ -144,7 +140,6 @@ void AppointmentCommands::deleteSelected() {
 
 void AppointmentCommands::cancelNow(const std::shared_ptr<CalendarEvent> &cancelled) {
     rt::send(cancelled.get(), "cancelMeetingInWindow:", rt::fromWidget(window()));
-    Q_EMIT done();
 }
 
 void AppointmentCommands::cancelSelected() {
@@ -171,13 +166,11 @@ void AppointmentCommands::tellFailure() {
 void AppointmentCommands::undo() {
     if (m_session && !m_session->undoText().isNull() && !m_session->undo())
         tellFailure();
-    Q_EMIT done();
 }
 
 void AppointmentCommands::redo() {
     if (m_session && !m_session->redoText().isNull() && !m_session->redo())
         tellFailure();
-    Q_EMIT done();
 }
 
 } // namespace mailhost

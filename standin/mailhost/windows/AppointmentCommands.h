@@ -32,10 +32,6 @@ public:
     void resizeTo(const QDateTime &start, qint64 seconds);
     void renameTo(const QString &subject);
 
-Q_SIGNALS:
-    // A gesture or command has ended; what is shown may have to go back to what the calendar has.
-    void done();
-
 private:
     [[nodiscard]] CalendarEvent *event() const;
     [[nodiscard]] QWidget *window() const { return m_window; }

@@ -76,8 +76,6 @@ void MainWindowController::connectCalendar() {
     connect(calendar, &CalendarGrid::newRequested, this, &MainWindowController::newAt);
     connect(calendar, &CalendarGrid::menuRequested, this, &MainWindowController::showMenu);
     connect(calendar, &CalendarGrid::pageRequested, this, [this](int days) { showDay(m_day.addDays(days)); });
-    // Whether it was accepted or not: what is shown is what the calendar has.
-    connect(commands, &AppointmentCommands::done, this, &MainWindowController::refresh);
 }
 
 void MainWindowController::setSession(CalendarSession *session) {
@@ -91,9 +89,18 @@ void MainWindowController::setSession(CalendarSession *session) {
     refresh();
 }
 
+QDate MainWindowController::firstShown() const {
+    return m_extent == CalendarGrid::Extent::Week ? mondayOf(m_day) : m_day;
+}
+
+bool MainWindowController::isShown(const QDate &day) const {
+    const qint64 days = firstShown().daysTo(day);
+    return day.isValid() && days >= 0 && days < int(m_extent);
+}
+
 void MainWindowController::refresh() {
     const int days = int(m_extent);
-    const QDate first = m_extent == CalendarGrid::Extent::Week ? mondayOf(m_day) : m_day;
+    const QDate first = firstShown();
     QList<Occurrence> shown;
     if (m_session)
         shown = m_session->file().occurrences(first.startOfDay(), first.addDays(days).startOfDay());
@@ -112,7 +119,7 @@ void MainWindowController::showDay(const QDate &day) {
 
 void MainWindowController::showExtent(CalendarGrid::Extent extent) {
     const QDate pointed = m_window->calendar()->selectedMoment().date();
-    if (extent == CalendarGrid::Extent::Day && pointed.isValid() && mondayOf(pointed) == mondayOf(m_day))
+    if (extent == CalendarGrid::Extent::Day && isShown(pointed))
         m_day = pointed;
     m_extent = extent;
     refresh();
@@ -131,14 +138,10 @@ NewPlace MainWindowController::placeOfNew() const {
         return *m_askedPlace;
     const QDate today = m_today();
     const QDateTime pointed = m_window->calendar()->selectedMoment();
-    const bool isShown = pointed.isValid() &&
-                         (m_extent == CalendarGrid::Extent::Week ? mondayOf(pointed.date()) == mondayOf(m_day)
-                                                                 : pointed.date() == m_day);
-    if (isShown && pointed.time() != QTime(0, 0))
+    const bool pointedHere = isShown(pointed.date());
+    if (pointedHere && pointed.time() != QTime(0, 0))
         return {pointed, false};
-    const bool thisWeek = m_extent == CalendarGrid::Extent::Week && mondayOf(m_day) == mondayOf(today);
-    const QDate first = m_extent == CalendarGrid::Extent::Week ? mondayOf(m_day) : m_day;
-    const QDate day = isShown ? pointed.date() : thisWeek ? today : first;
+    const QDate day = pointedHere ? pointed.date() : isShown(today) ? today : firstShown();
     const QTime now = QTime::currentTime();
     const int halfHours = std::min(45, now.hour() * 2 + now.minute() / 30 + 1);
     return {day == today ? QDateTime(day, QTime(halfHours / 2, halfHours % 2 * 30))
@@ -158,12 +161,6 @@ void MainWindowController::newAppointment() {
 
 void MainWindowController::newMeeting() {
     rt::send(platform::applicationDelegate(), "newCalendarMeeting:", rt::fromObject(this));
-}
-
-rt::Object *MainWindowController::openAppointment(const QString &uid, const QString &recurrenceId) {
-    if (!m_session || !m_session->file().find(uid, recurrenceId))
-        return nullptr;
-    return showEditorFor(std::make_unique<CalendarEvent>(m_session.data(), uid, recurrenceId, false));
 }
 
 void MainWindowController::buildMenus() {

@@ -29,8 +29,6 @@ public:
     // Where an appointment made now begins: where the person pointed last, else on the shown day at the next
     // half hour.
     [[nodiscard]] NewPlace placeOfNew() const;
-    // Opens the editor of the appointment; nullptr when there is none.
-    rt::Object *openAppointment(const QString &uid, const QString &recurrenceId = QString());
 
     void newAppointment();
     void newMeeting();
@@ -56,6 +54,8 @@ private:
     void refresh();
     void showState(); // of the menus
     void turnPages(int pages);
+    [[nodiscard]] QDate firstShown() const;
+    [[nodiscard]] bool isShown(const QDate &day) const; // false for no date
     void newAt(const QDateTime &start, bool allDay);
     void showMenu(const QPoint &position);
 
