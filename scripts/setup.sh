@@ -30,13 +30,15 @@ refuse() {
     exit 3
 }
 
-# build PRESET TARGET...: the second call finds everything done.
+# build PRESET TARGET...: the second call finds everything done. PARLO_EDITION chooses the brand edition (PRL,
+# or Vela, which schedules for others); another one than before rebuilds little more than the programs.
 build() {
-    local preset=$1
+    local preset=$1 edition=${PARLO_EDITION:-PRL}
     shift
     install_packages
-    if [ ! -f "$root/build/$preset/build.ninja" ]; then
-        (cd "$root" && cmake --preset "$preset" >&2)
+    if [ ! -f "$root/build/$preset/build.ninja" ] ||
+       ! grep -q "^PARLO_EDITION:STRING=$edition\$" "$root/build/$preset/CMakeCache.txt"; then
+        (cd "$root" && cmake --preset "$preset" -DPARLO_EDITION="$edition" >&2)
     fi
     cmake --build "$root/build/$preset" --target "$@" >&2
 }

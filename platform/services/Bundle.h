@@ -11,8 +11,8 @@ namespace platform {
 
 // A folder of resources: `<language>.lproj/<table>.strings` (UTF-8, lines of `"key" = "text";`), images as
 // PNG or SVG files by name (with or without extension; a "name@2x" file serves sharper displays), interface
-// descriptions as
-// `<name>.ui` files. Loaded once per name. Main thread only.
+// descriptions as `<name>.ui` files, for one language in its `.lproj` folder. Loaded once per name. Main
+// thread only.
 class Bundle {
 public:
     virtual ~Bundle() = default;
@@ -30,7 +30,9 @@ public:
     [[nodiscard]] virtual std::unique_ptr<QWidget> loadInterface(const QString &name) const = 0;
 };
 
-// A bundle in a folder on disk.
-[[nodiscard]] std::unique_ptr<Bundle> makeFolderBundle(const QString &folder);
+// A bundle in a folder on disk. Its language is the first of the preferred ones (as "de-AT", "zh-CN") that it
+// has, English if none; without any they are those of the desktop's locale.
+[[nodiscard]] std::unique_ptr<Bundle> makeFolderBundle(const QString &folder,
+                                                       const QStringList &preferredLanguages = {});
 
 } // namespace platform

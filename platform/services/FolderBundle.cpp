@@ -14,11 +14,20 @@ namespace {
 
 const QString baseLanguage = QStringLiteral("en");
 
+// What serves a language, best first: "de-AT" is also served by "de". The script is spelt out, because a
+// place alone may say it ("zh-CN" is "zh-Hans", "zh-TW" is not).
+QStringList candidatesFor(const QString &language) {
+    const QLocale locale(language);
+    const QString code = QLocale::languageToCode(locale.language());
+    const QString script = QLocale::scriptToCode(locale.script());
+    return {language, code + QLatin1Char('-') + script, code};
+}
+
 class FolderBundle : public Bundle {
 public:
-    explicit FolderBundle(const QString &folder)
+    FolderBundle(const QString &folder, const QStringList &preferredLanguages)
         : m_folder(folder)
-        , m_language(chooseLanguage())
+        , m_language(chooseLanguage(preferredLanguages))
         , m_images(folder)
         , m_interfaces(folder) {}
 
@@ -40,8 +49,12 @@ public:
         return QFileInfo(path).isFile() ? path : QString();
     }
 
+    // One with words of its own may be there once more for a language.
     std::unique_ptr<QWidget> loadInterface(const QString &name) const override {
-        const QString path = pathForResource(name + QLatin1String(".ui"));
+        const QString file = name + QLatin1String(".ui");
+        QString path = pathForResource(m_language + QLatin1String(".lproj/") + file);
+        if (path.isNull())
+            path = pathForResource(file);
         return path.isNull() ? nullptr : m_interfaces.load(path);
     }
 
@@ -50,11 +63,9 @@ private:
         return m_folder + QLatin1Char('/') + language + QLatin1String(".lproj");
     }
 
-    // The first language that the person prefers and the bundle has: "de-AT" is also served by "de".
-    [[nodiscard]] QString chooseLanguage() const {
-        const QStringList preferred = QLocale::system().uiLanguages();
+    [[nodiscard]] QString chooseLanguage(const QStringList &preferred) const {
         for (const QString &language : preferred) {
-            for (const QString &candidate : {language, language.section(QLatin1Char('-'), 0, 0)}) {
+            for (const QString &candidate : candidatesFor(language)) {
                 if (QFileInfo(folderOf(candidate)).isDir())
                     return candidate;
             }
@@ -89,8 +100,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<Bundle> makeFolderBundle(const QString &folder) {
-    return std::make_unique<FolderBundle>(folder);
+std::unique_ptr<Bundle> makeFolderBundle(const QString &folder, const QStringList &preferredLanguages) {
+    return std::make_unique<FolderBundle>(
+        folder, preferredLanguages.isEmpty() ? QLocale::system().uiLanguages() : preferredLanguages);
 }
 
 } // namespace platform

@@ -1,6 +1,7 @@
 #include "standin/meetingclient/ClientLink.h"
 
 #include "platform/services/Services.h"
+#include "standin/meetingclient/People.h"
 
 namespace meetingclient {
 
@@ -20,8 +21,9 @@ QString shortened(QString text) {
 
 } // namespace
 
-ClientLink::ClientLink(MeetingService &service, AnswerRules &rules, QObject *parent)
+ClientLink::ClientLink(MeetingStore &store, MeetingService &service, AnswerRules &rules, QObject *parent)
     : QObject(parent)
+    , m_store(store)
     , m_service(service)
     , m_rules(rules) {
     platform::DistributedNotificationCenter &bus = *platform::services().distributedNotifications;
@@ -87,10 +89,9 @@ void ClientLink::onControl(const platform::TextMap &userInfo) {
         Q_EMIT quitRequested();
         return;
     }
-    if (m_rules.add(line, &error))
-        Q_EMIT logged(QStringLiteral("rule: %1").arg(line));
-    else
-        Q_EMIT logged(error);
+    const bool done = isOrder(line) ? obey(m_store, line, &error) : m_rules.add(line, &error);
+    Q_EMIT logged(done ? QStringLiteral("told: %1").arg(line) : error);
+    Q_EMIT meetingsChanged();
 }
 
 } // namespace meetingclient

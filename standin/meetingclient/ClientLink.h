@@ -9,7 +9,8 @@
 
 namespace meetingclient {
 
-// On the name below, the user info {"rule": line} adds a rule of AnswerRules to a running client.
+// On the name below, the user info {"rule": line} adds a rule of AnswerRules to a running client, or is an order
+// of People.h.
 inline const QString controlNotification = QStringLiteral("ParloMeetingsClientControl");
 inline const QString controlRuleKey = QStringLiteral("rule");
 // In place of a rule: the client ends itself.
@@ -21,14 +22,14 @@ inline const QString activationUrlKey = QStringLiteral("Param_ActivateVelaApplic
 class ClientLink : public QObject {
     Q_OBJECT
 public:
-    // The services and both references must outlive the link.
-    ClientLink(MeetingService &service, AnswerRules &rules, QObject *parent = nullptr);
+    // The services and the references must outlive the link.
+    ClientLink(MeetingStore &store, MeetingService &service, AnswerRules &rules, QObject *parent = nullptr);
     ~ClientLink() override;
 
 Q_SIGNALS:
     // One line for the log on the client's window.
     void logged(const QString &line);
-    void meetingsChanged();
+    void meetingsChanged(); // or the user, or what the user has
     void activated(const QString &url);
     void instantMeetingStarted(bool withVideo, const QString &joinUrl);
     // A rule said that the client is to end itself.
@@ -38,6 +39,7 @@ private:
     void onRequest(const platform::TextMap &userInfo);
     void onControl(const platform::TextMap &userInfo);
     void send(const Answer &answer);
+    MeetingStore &m_store;
     MeetingService &m_service;
     AnswerRules &m_rules;
     QList<platform::ObserverId> m_observers;

@@ -1,10 +1,15 @@
 #include "standin/meetingclient/ClientWindow.h"
 
+#include "standin/meetingclient/People.h"
+
+#include <QActionGroup>
 #include <QCheckBox>
 #include <QDateTime>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QLocale>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -56,7 +61,69 @@ ClientWindow::ClientWindow(MeetingStore &store, AnswerRules &rules)
     m_log->setPlaceholderText(tr("Requests and answers appear here."));
     layout->addWidget(m_log, 2);
     setCentralWidget(central);
+    makeMenus();
     refreshMeetings();
+}
+
+// Whatever is chosen here can also be told to the running program: both go the same way.
+void ClientWindow::makeMenus() {
+    QMenu *users = menuBar()->addMenu(tr("&User"));
+    auto *oneUser = new QActionGroup(this);
+    for (const Person &person : people())
+        m_users.insert(person.userId,
+                       addChoice(users, oneUser, person.name, QStringLiteral("user ") + person.userId));
+    QMenu *accounts = menuBar()->addMenu(tr("Audio &conferences"));
+    auto *oneChoice = new QActionGroup(this);
+    const QStringList texts = {tr("&None"), tr("&One account"), tr("&Two accounts"),
+                               tr("Two, the second &switched off"), tr("Two with &gaps in their numbers")};
+    for (qsizetype i = 0; i < texts.size(); ++i) {
+        const QString choice = accountChoices()[i];
+        m_accounts.insert(choice,
+                          addChoice(accounts, oneChoice, texts[i], QStringLiteral("accounts ") + choice));
+    }
+    QMenu *bosses = menuBar()->addMenu(tr("Schedules &for"));
+    for (const Person &person : principals()) {
+        QAction *action = bosses->addAction(person.name);
+        action->setCheckable(true);
+        m_bosses.insert(person.email, action);
+        connect(action, &QAction::triggered, this, [this] {
+            QStringList granted;
+            for (auto it = m_bosses.cbegin(); it != m_bosses.cend(); ++it)
+                if (it.value()->isChecked())
+                    granted.append(it.key());
+            granted.sort();
+            give(QStringLiteral("bosses ") + (granted.isEmpty() ? QStringLiteral("none") : granted.join(u' ')));
+        });
+    }
+}
+
+QAction *ClientWindow::addChoice(QMenu *menu, QActionGroup *group, const QString &text,
+                                 const QString &order) {
+    QAction *action = group->addAction(menu->addAction(text));
+    action->setCheckable(true);
+    connect(action, &QAction::triggered, this, [this, order] { give(order); });
+    return action;
+}
+
+void ClientWindow::give(const QString &order) {
+    QString error;
+    if (!obey(m_store, order, &error))
+        statusBar()->showMessage(error);
+    refreshMeetings();
+}
+
+void ClientWindow::showChoices() {
+    const QJsonObject profile = m_store.profile();
+    const QString userId = profile.value(QLatin1String("userId")).toString();
+    for (auto it = m_users.cbegin(); it != m_users.cend(); ++it)
+        it.value()->setChecked(it.key() == userId);
+    for (auto it = m_accounts.cbegin(); it != m_accounts.cend(); ++it)
+        it.value()->setChecked(m_store.accounts() == accountsNamed(it.key()));
+    QStringList granted;
+    for (const QJsonValue &boss : profile.value(QLatin1String("bosses")).toArray())
+        granted.append(boss.toObject().value(QLatin1String("email")).toString().toLower());
+    for (auto it = m_bosses.cbegin(); it != m_bosses.cend(); ++it)
+        it.value()->setChecked(granted.contains(it.key()));
 }
 
 QWidget *ClientWindow::makeRulesRow() {
@@ -103,6 +170,7 @@ void ClientWindow::appendLog(const QString &line) {
 }
 
 void ClientWindow::refreshMeetings() {
+    showChoices();
     m_user->setText(m_store.profile().value(QLatin1String("accountName")).toString());
     const QJsonObject meetings = m_store.meetings();
     m_table->setRowCount(int(meetings.size()));

@@ -7,9 +7,11 @@
 
 #include <QMainWindow>
 
+class QActionGroup;
 class QCheckBox;
 class QLabel;
 class QLineEdit;
+class QMenu;
 class QPlainTextEdit;
 class QTableWidget;
 
@@ -29,11 +31,18 @@ public:
 
 private:
     QWidget *makeRulesRow();
+    void makeMenus();
+    QAction *addChoice(QMenu *menu, QActionGroup *group, const QString &text, const QString &order);
+    void showChoices();
+    void give(const QString &order);
     void addRule();
     MeetingStore &m_store;
     AnswerRules &m_rules;
     QLabel *m_user;
     QCheckBox *m_signedIn;
+    QHash<QString, QAction *> m_users;    // by user id
+    QHash<QString, QAction *> m_accounts; // by the name of the choice
+    QHash<QString, QAction *> m_bosses;   // by address
     QTableWidget *m_table;
     QPlainTextEdit *m_log;
     QLineEdit *m_rule;

@@ -2,6 +2,7 @@
 #include "platform/services/Services.h"
 #include "standin/meetingclient/ClientLink.h"
 #include "standin/meetingclient/ClientWindow.h"
+#include "standin/meetingclient/People.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -20,11 +21,15 @@ int wakeRunningClient(const QString &url) {
     return 0;
 }
 
-// Gives a rule to the client that is already running, and ends.
+// Gives a rule or an order to the client that is already running, and ends.
 int tell(const QString &rule) {
     QString error;
     meetingclient::AnswerRules check;
-    if (rule != meetingclient::controlExit && !check.add(rule, &error)) {
+    meetingclient::MeetingStore tried{QString()};
+    const bool known = rule == meetingclient::controlExit ||
+                       (meetingclient::isOrder(rule) ? meetingclient::obey(tried, rule, &error)
+                                                     : check.add(rule, &error));
+    if (!known) {
         std::fprintf(stderr, "%s\n", qPrintable(error));
         return 2;
     }
@@ -48,7 +53,8 @@ void describe(QCommandLineParser &parser) {
          QStringLiteral("rule")});
     parser.addOption(
         {QStringLiteral("tell"),
-         QStringLiteral("Give a rule to the client that is running (or \"exit\", which ends it), and end."),
+         QStringLiteral("Give a rule to the client that is running, and end. Or an order: \"accounts two\", "
+                        "\"user u-1002\", \"bosses kim@parlo.example\", \"exit\", which ends it."),
          QStringLiteral("rule")});
     parser.addOption({QStringLiteral("background"), QStringLiteral("Show no window until asked to.")});
     parser.addPositionalArgument(QStringLiteral("url"),
@@ -93,7 +99,7 @@ int main(int argc, char **argv) {
             return 2;
         }
     }
-    meetingclient::ClientLink link(service, rules);
+    meetingclient::ClientLink link(store, service, rules);
     meetingclient::ClientWindow window(store, rules);
     using Link = meetingclient::ClientLink;
     QObject::connect(&link, &Link::logged, &window,

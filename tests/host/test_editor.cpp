@@ -1,6 +1,7 @@
 #include "platform/services/TestServices.h"
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/link/meetingKeys.h"
+#include "plugin/util/vlPluginBuildMgr.h"
 #include "tests/host/HostObjects.h"
 
 #include <QLineEdit>
@@ -81,16 +82,17 @@ TEST(Editor, TellsWhenTheMeetingButtonsHaveNoPlace) {
     }
 }
 
-TEST(Editor, DoesNotScheduleForOthersInThisEdition) {
+TEST(Editor, ActsForOthersOnlyInTheEditionForIt) {
+    const bool edition = vlPluginBuildMgr::supportScheduleFor();
     OpenEditor open;
     HostObject account("ECEmailAccount", {{"emailAddress", "boss@x"}});
     open.editor.values.insert("isDelegating", true);
     open.editor.values.insert("currentEmailAccount", rt::fromObject(&account));
     const vlERCalendarEventEditorViewController adapter(&open.editor);
     EXPECT_EQ(adapter.currentEmailAddress(), "boss@x");
-    EXPECT_FALSE(adapter.isOnBehalf());
-    EXPECT_TRUE(adapter.onbehalfEmailAddress().isNull());
-    EXPECT_FALSE(adapter.getVlMeetingData().contains(vl_ApptInfo_OnbehalfEmailAddress));
+    EXPECT_EQ(adapter.isOnBehalf(), edition);
+    EXPECT_EQ(adapter.onbehalfEmailAddress(), edition ? QString("boss@x") : QString());
+    EXPECT_EQ(adapter.getVlMeetingData().contains(vl_ApptInfo_OnbehalfEmailAddress), edition);
 }
 
 TEST(Editor, ChangesThatAMeetingDependsOnAreNoticed) {

@@ -94,7 +94,7 @@ Desk::Desk(const QString &hostVersion, const OpenedCalendar &calendar, mailhost:
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(calendar.text);
     file.close();
-    m_client = std::make_unique<meetingclient::ClientLink>(m_service, m_rules);
+    m_client = std::make_unique<meetingclient::ClientLink>(m_store, m_service, m_rules);
 
     mailhost::HostOptions options;
     options.hostVersion = hostVersion;
@@ -316,7 +316,7 @@ void Desk::clientQuits() {
 void Desk::clientRuns() {
     m_desktop.workspace->running = {clientIdentifier};
     if (!m_client)
-        m_client = std::make_unique<meetingclient::ClientLink>(m_service, m_rules);
+        m_client = std::make_unique<meetingclient::ClientLink>(m_store, m_service, m_rules);
 }
 
 void Desk::clientIsUninstalled() {

@@ -6,7 +6,9 @@
 #include "tests/ui/UiFixture.h"
 
 #include <QAccessible>
+#include <QFontMetricsF>
 #include <QMenu>
+#include <QPainter>
 #include <QtTest/QTest>
 
 namespace {
@@ -16,8 +18,9 @@ constexpr int buttonHeight = 60;
 constexpr int imageSide = 16; // of the doubles' images
 constexpr QRect imageArea((buttonWidth - imageSide) / 2, 10, imageSide, imageSide);
 
-QImage picture(QWidget &widget) {
-    QImage image(widget.size(), QImage::Format_ARGB32_Premultiplied);
+QImage picture(QWidget &widget, int ratio = 1) {
+    QImage image(widget.size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(ratio);
     image.fill(Qt::white);
     widget.render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
     return image;
@@ -85,6 +88,50 @@ TEST_F(Controls, PutTheImageTenPointsBelowTheTopAndTheTitleAtTheBottom) {
     EXPECT_LE(title.bottom(), buttonHeight - 3);
     button.setTitle(QStringLiteral("12345678901234567890"));
     EXPECT_DOUBLE_EQ(button.titleX(), 26);
+}
+
+// Of the plug-in's own pictures, at every pixel: a drawing that was made for the other ratio has soft edges.
+TEST_F(Controls, AreCrispAtEveryRatio) {
+    platform::services().pluginBundle = platform::makeFolderBundle(QStringLiteral(PLUGIN_RESOURCES));
+    constexpr QRect area((buttonWidth - 32) / 2, 10, 32, 32); // points
+    for (const int ratio : {1, 2}) {
+        vlSettingsButton settings;
+        prepare(settings);
+        settings.setImage(BundleImage(QStringLiteral("Schedule_Meeting_normal")));
+        const QImage drawn = picture(settings, ratio);
+        const QRect pixels(area.topLeft() * ratio, area.size() * ratio);
+        QImage expected(pixels.size(), QImage::Format_ARGB32_Premultiplied);
+        expected.fill(Qt::white);
+        QPainter painter(&expected);
+        painter.drawImage(expected.rect(), platform::services().pluginBundle->image(
+                                               QStringLiteral("Schedule_Meeting_normal"), ratio));
+        painter.end();
+        EXPECT_EQ(drawn.copy(pixels), expected) << ratio;
+        pointerOver(settings);
+        const QImage hovered = picture(settings, ratio);
+        const QRect ring = pixels.adjusted(-3 * ratio, -3 * ratio, 3 * ratio, 3 * ratio);
+        EXPECT_EQ(inkOf(hovered, QRect(0, 0, buttonWidth * ratio, 45 * ratio)), ring) << ratio;
+    }
+}
+
+TEST_F(Controls, CutATitleThatDoesNotFitWithAnEllipsis) {
+    vlSettingsButton button;
+    prepare(button);
+    const auto shown = [&button](const QString &title, int width) {
+        ButtonFace face;
+        face.setTitle(title);
+        return face.titleLine(width);
+    };
+    const QString title = QStringLiteral("Add a meeting to this appointment");
+    EXPECT_EQ(shown(title, 400).text, title);
+    const TitleLine cut = shown(title, 60);
+    EXPECT_TRUE(cut.text.endsWith(QChar(0x2026))) << qPrintable(cut.text);
+    EXPECT_LE(cut.x + QFontMetricsF(cut.font).horizontalAdvance(cut.text), 60);
+    EXPECT_EQ(cut.x, 0) << "its beginning is not cut";
+    // A wide font is drawn narrower, so that the title ends where its place ends.
+    const TitleLine whole = shown(title, 400);
+    EXPECT_LE(QFontMetricsF(whole.font).horizontalAdvance(title), 5.8 * title.size() + 1);
+    EXPECT_EQ(shown(QStringLiteral("&Add"), 60).underlineX, shown(QStringLiteral("&Add"), 60).x);
 }
 
 TEST_F(Controls, KeepTheFocusMarkOffTheTitle) {

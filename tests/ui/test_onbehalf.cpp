@@ -1,6 +1,7 @@
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/vlUserProfileHelper.h"
 #include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
+#include "plugin/util/vlPluginBuildMgr.h"
 #include "plugin/workflow/vlMeetingMgr.h"
 #include "tests/ui/UiFixture.h"
 
@@ -17,6 +18,10 @@ const QString name = QStringLiteral("Bo %@ <b>");
 
 class OnBehalf : public UiTest {
 protected:
+    void SetUp() override {
+        if (!vlPluginBuildMgr::supportScheduleFor())
+            GTEST_SKIP() << "This edition schedules for nobody else.";
+    }
     OnBehalf() {
         vlUserProfileHelper::sharedInstance().setUserProfile(QVariantMap{
             {"userId", "user"},

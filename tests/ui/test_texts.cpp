@@ -79,35 +79,6 @@ TEST_F(Resources, HaveATextForEveryKindOfFailure) {
         EXPECT_NE(text(QString::fromUtf8(key)), QStringLiteral("(missing)")) << key;
 }
 
-// In the host's editor the letters of its own fields and buttons are taken: From, Attendees, Rooms, Subject,
-// Location, Starts, Ends, All day, Send, Save and close, Repeat, Time zone, Open series.
-TEST_F(Resources, GiveEachLetterToOneControlOfAWindowOnly) {
-    const struct {
-        QStringList keys;
-        QString taken;
-    } windows[] = {
-        {{"Audio_Telephony", "Audio_Voip", "Audio_Both", "Audio_ThirdParty", "RequirdMeetingPassword",
-          "EnableJoinBeforeHost", "UsePersonalMeetingID", "SaveDataTitle", "Button_Continue",
-          "Button_Cancel"},
-         {}},
-        {{"AddVelaButton", "AddPACButton", "CancelVelaButton", "ChangeSettingButton"}, "farultedvpzo"},
-        {{"Button_LaunchClient", "Button_Cancel"}, {}},
-        {{"Button_OKGot", "Button_Cancel"}, {}},
-        {{"Account1", "Account2"}, {}},
-    };
-    for (const auto &[keys, taken] : windows) {
-        QString letters = taken;
-        for (const QString &key : keys) {
-            const QString shown = text(key);
-            const qsizetype mark = shown.indexOf(u'&');
-            ASSERT_GE(mark, 0) << qPrintable(key) << " has no letter";
-            const QChar letter = shown[mark + 1].toLower();
-            EXPECT_FALSE(letters.contains(letter)) << qPrintable(key);
-            letters += letter;
-        }
-    }
-}
-
 TEST_F(Resources, HaveEveryPictureInItsSizeAtEveryRatio) {
     const struct {
         const char *name;

@@ -1,5 +1,6 @@
 #include "tests/workflow/WorkflowFixture.h"
 
+#include "plugin/util/vlPluginBuildMgr.h"
 #include "plugin/workflow/scheduleOwner.h"
 #include "plugin/workflow/vlOnbehalfData.h"
 
@@ -29,17 +30,31 @@ TEST_F(Owner, AMeetingGoesOutForThePersonForWhomItWasMade) {
         EXPECT_EQ(isScheduleOwnerMatched(c.owner), c.matched) << c.what;
 }
 
-TEST_F(Owner, ThisEditionSchedulesForNobodyElse) {
+// The editor acts for the boss; the meeting in it is not stored yet.
+TEST_F(Owner, OnlyTheEditionForItSchedulesForOthers) {
+    const bool edition = vlPluginBuildMgr::supportScheduleFor();
     givenAnAppointmentWithAMeeting();
     appointment->values.remove("olmUCCapabilities");
+    FakeObject account("ECEmailAccount", {{"emailAddress", "Boss@example.org"}});
     editor->values.insert("isDelegating", true);
-    store().setScheduleForEmail("boss@example.org");
-    EXPECT_TRUE(manager().checkScheduleOwnerMatched(editor.get()));
-    EXPECT_TRUE(manager().checkScheduleOwnerMatched(nullptr));
+    editor->values.insert("currentEmailAccount", rt::fromObject(&account));
     const vlOnbehalfData &onbehalf = vlOnbehalfData::sharedInstance();
-    EXPECT_FALSE(onbehalf.isOnbehalf(windowID()));
-    EXPECT_FALSE(onbehalf.isCurrentScheduleVelaForOther(windowID()));
-    EXPECT_EQ(onbehalf.onbehalfEmail(windowID()), "");
+    EXPECT_EQ(onbehalf.isOnbehalf(windowID()), edition);
+    EXPECT_EQ(onbehalf.onbehalfEmail(windowID()), edition ? "Boss@example.org" : "");
+    EXPECT_FALSE(onbehalf.isCurrentScheduleVelaForOther(windowID())) << "nobody has granted it yet";
+    EXPECT_TRUE(manager().checkScheduleOwnerMatched(editor.get())) << "not checked for somebody who has not granted";
+    givenTheProfileIsLoaded(
+        {{"bosses", QVariantList{QVariantMap{{"displayName", "B"}, {"email", "boss@example.org"}}}}});
+    EXPECT_EQ(onbehalf.isCurrentScheduleVelaForOther(windowID()), edition);
+    store().setScheduleForEmail("");
+    EXPECT_EQ(manager().checkScheduleOwnerMatched(editor.get()), !edition) << "made for the user";
+    store().setScheduleForEmail("BOSS@example.org");
+    EXPECT_TRUE(manager().checkScheduleOwnerMatched(editor.get())) << "made for the boss";
+    editor->values.insert("isDelegating", false);
+    EXPECT_EQ(manager().checkScheduleOwnerMatched(editor.get()), !edition) << "now sent by the user";
+    appointment->values.insert("olmUCCapabilities", "{\"meetingKey\":\"k\"}");
+    EXPECT_TRUE(manager().checkScheduleOwnerMatched(editor.get())) << "stored already";
+    EXPECT_TRUE(manager().checkScheduleOwnerMatched(nullptr));
     EXPECT_EQ(onbehalf.onbehalfEmail("no such window"), "");
 }
 

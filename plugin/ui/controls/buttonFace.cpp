@@ -4,6 +4,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QStyle>
+#include <algorithm>
 
 namespace {
 
@@ -12,6 +13,9 @@ constexpr int titleSize = 11;          // points of a frame, which are Qt's devi
 constexpr double highlightMargin = 3;
 constexpr double focusRadius = 4;
 constexpr int darkBelow = 128; // lightness of a window
+// A font is drawn this much narrower, at most, to fit the width that is assumed: percent. Wide characters
+// take about twice that width and stay as they are.
+constexpr int narrowestStretch = 80;
 
 const QString titleFamily = QStringLiteral("Lucida Grande");
 const QString imageHighlightLeft = QStringLiteral("settingbg_left");
@@ -27,6 +31,7 @@ bool isDark(const QWidget &widget) {
 void ButtonFace::setTitle(const QString &text) {
     mLable = QLatin1String("");
     mnemonic = -1;
+    m_lineWidth = -1;
     for (qsizetype at = 0; at < text.size(); ++at) {
         const bool isMark = text[at] == u'&' && at + 1 < text.size();
         if (isMark && text[++at] != u'&' && mnemonic < 0)
@@ -39,11 +44,36 @@ double ButtonFace::titleX(double width) const {
     return (width - characterWidth * double(mLable.size())) / 2;
 }
 
-QFont ButtonFace::titleFont() {
-    QFont font;
-    font.setFamilies({titleFamily, QApplication::font().family()});
-    font.setPixelSize(titleSize);
-    return font;
+const TitleLine &ButtonFace::titleLine(double width) const {
+    const QString family = QApplication::font().family();
+    if (m_lineWidth == width && m_lineFamily == family)
+        return m_line;
+    m_line = measured(width);
+    m_lineWidth = width;
+    m_lineFamily = family;
+    return m_line;
+}
+
+// Only a title that was made for another button begins left of it: there it is drawn from the edge on.
+TitleLine ButtonFace::measured(double width) const {
+    TitleLine line;
+    line.font.setFamilies({titleFamily, QApplication::font().family()});
+    line.font.setPixelSize(titleSize);
+    const double assumed = characterWidth * double(mLable.size());
+    const int stretch = int(100 * assumed / QFontMetricsF(line.font).horizontalAdvance(mLable));
+    if (stretch >= narrowestStretch && stretch < 100)
+        line.font.setStretch(stretch);
+    const QFontMetricsF metrics(line.font);
+    line.x = std::max(0.0, titleX(width));
+    line.text = metrics.elidedText(mLable, Qt::ElideRight, width - line.x);
+    line.ascent = metrics.ascent();
+    line.descent = metrics.descent();
+    line.underlineY = metrics.underlinePos();
+    if (mnemonic >= 0 && line.text.left(mnemonic + 1) == mLable.left(mnemonic + 1)) {
+        line.underlineX = line.x + metrics.horizontalAdvance(mLable.left(mnemonic));
+        line.underlineWidth = metrics.horizontalAdvance(mLable[mnemonic]);
+    }
+    return line;
 }
 
 HoverHighlight::HoverHighlight()
@@ -67,19 +97,17 @@ QColor textColor(const QWidget &widget, bool enabled) {
 
 void drawTitle(QPainter &painter, const QAbstractButton &button, const ButtonFace &face, double y,
                TitleAnchor anchor) {
-    const QFont font = ButtonFace::titleFont();
-    const QFontMetricsF metrics(font, painter.device());
-    const double baseline = anchor == TitleAnchor::Top ? y + metrics.ascent() : y - metrics.descent();
-    const QPointF start(face.titleX(button.width()), baseline);
-    painter.setFont(font);
+    const TitleLine &line = face.titleLine(button.width());
+    const double baseline = anchor == TitleAnchor::Top ? y + line.ascent : y - line.descent;
+    painter.setFont(line.font);
     painter.setPen(textColor(button, button.isEnabled()));
-    painter.drawText(start, face.mLable);
-    if (face.mnemonic < 0 || !button.style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, &button))
+    painter.drawText(QPointF(line.x, baseline), line.text);
+    if (line.underlineWidth == 0 ||
+        !button.style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, &button))
         return;
-    const double left = start.x() + metrics.horizontalAdvance(face.mLable.left(face.mnemonic));
-    const double width = metrics.horizontalAdvance(face.mLable[face.mnemonic]);
-    const double line = baseline + metrics.underlinePos();
-    painter.drawLine(QPointF(left, line), QPointF(left + width, line));
+    const double underline = baseline + line.underlineY;
+    painter.drawLine(QPointF(line.underlineX, underline),
+                     QPointF(line.underlineX + line.underlineWidth, underline));
 }
 
 void drawFocusMark(QPainter &painter, const QAbstractButton &button, const QRectF &imageRectangle) {

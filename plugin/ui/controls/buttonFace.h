@@ -4,6 +4,19 @@
 #include "plugin/ui/controls/bundleImage.h"
 
 #include <QAbstractButton>
+#include <QFont>
+
+// A title as it is drawn on a button of one width.
+struct TitleLine {
+    QFont font;
+    QString text; // ends in an ellipsis when the title does not fit
+    double x = 0;
+    double ascent = 0;
+    double descent = 0;
+    double underlineX = 0;
+    double underlineWidth = 0; // 0: no mnemonic, or it does not show
+    double underlineY = 0;     // below the baseline
+};
 
 // A button's face in Qt's coordinates: y grows downwards, the rectangles are inside the button's own.
 struct ButtonFace {
@@ -17,7 +30,14 @@ struct ButtonFace {
 
     // Where the title begins on a button of that width: a fixed width for each UTF-16 unit, not measured.
     [[nodiscard]] double titleX(double width) const;
-    [[nodiscard]] static QFont titleFont();
+    // Measured once, until the title, the width or the desktop's font changes.
+    [[nodiscard]] const TitleLine &titleLine(double width) const;
+
+private:
+    [[nodiscard]] TitleLine measured(double width) const;
+    mutable TitleLine m_line;
+    mutable double m_lineWidth = -1;
+    mutable QString m_lineFamily;
 };
 
 // The highlight behind the image while the pointer is over the button.

@@ -34,8 +34,8 @@ void vlPopupButton::setImage(const BundleImage &image) {
 
 void vlPopupButton::setTitle(const QString &title) {
     m_face.setTitle(title);
-    setText(title); // the mnemonic's shortcut
-    setAccessibleName(m_face.mLable);
+    setText(title);                             // the mnemonic's shortcut
+    setAccessibleName(m_face.mLable.trimmed()); // some tables end a title in blanks, for its place
     update();
 }
 

@@ -24,8 +24,8 @@ void vlSettingsButton::setImage(const BundleImage &image) {
 
 void vlSettingsButton::setTitle(const QString &title) {
     m_face.setTitle(title);
-    setText(title); // the mnemonic's shortcut
-    setAccessibleName(m_face.mLable);
+    setText(title);                             // the mnemonic's shortcut
+    setAccessibleName(m_face.mLable.trimmed()); // some tables end a title in blanks, for its place
     update();
 }
 

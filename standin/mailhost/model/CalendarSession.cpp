@@ -75,7 +75,7 @@ CalendarSession::CalendarSession(std::unique_ptr<CalendarFile> file, const HostO
     : m_file(std::move(file))
     , m_options(options)
     , m_outbox(std::move(outbox))
-    , m_accounts(ownMailboxes(options, *m_file), {{u"Kim Principal"_qs, u"kim@parlo.example"_qs}}) {}
+    , m_accounts(ownMailboxes(options, *m_file), options.delegating) {}
 
 bool CalendarSession::isOwner(const Appointment &appointment) const {
     return appointment.organizerEmail.isEmpty() || m_accounts.find(appointment.organizerEmail);

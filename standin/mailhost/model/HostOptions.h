@@ -25,6 +25,9 @@ struct HostOptions {
     QString outbox;          // empty: "Outbox" in the program's data folder
     QString calendarPath;    // empty: the sample calendar
     QList<Mailbox> accounts; // empty: found out from the calendar
+    // Other people whose calendars this one manages: From offers them too.
+    QList<Mailbox> delegating{{QStringLiteral("Kim Principal"), QStringLiteral("kim@parlo.example")},
+                              {QStringLiteral("Robin Director"), QStringLiteral("robin@parlo.example")}};
     BookmarkMangling bookmarkMangling = BookmarkMangling::None;
     QDate today; // invalid: the system's date
 };

@@ -1,0 +1,169 @@
+#include "standin/meetingclient/People.h"
+
+#include <algorithm>
+
+namespace meetingclient {
+
+namespace {
+
+const QString orderAccounts = QStringLiteral("accounts");
+const QString orderUser = QStringLiteral("user");
+const QString orderBosses = QStringLiteral("bosses");
+const QString nobody = QStringLiteral("none");
+const QString keyBosses = QStringLiteral("bosses");
+
+const QStringList choices = {QStringLiteral("none"), QStringLiteral("one"), QStringLiteral("two"),
+                             QStringLiteral("disabled"), QStringLiteral("odd")};
+
+QJsonObject number(const QString &country, const QString &digits) {
+    QJsonObject entry;
+    if (!country.isEmpty())
+        entry.insert(QStringLiteral("country"), country);
+    if (!digits.isEmpty())
+        entry.insert(QStringLiteral("number"), digits);
+    return entry;
+}
+
+QString dialIn(const QString &numbers, const QString &id) {
+    return QStringLiteral("Join by phone.\n\nDial: %1\nConference ID: %2\n\n"
+                          "Help with dialling in: https://meetings.parlo.example/phone \n")
+        .arg(numbers, id);
+}
+
+QJsonObject account(qint64 id, const QJsonArray &tollFree, const QJsonArray &toll,
+                    const QString &invitation) {
+    return {{"meetingNumber", id},
+            {"tollFreeNumbers", tollFree},
+            {"tollNumbers", toll},
+            {"invitation", invitation}};
+}
+
+QJsonObject firstAccount() {
+    return account(7301112222, {number("US", "+1 800 555 0111")},
+                   {number("US", "+1 415 555 0142"), number("DE", "+49 30 5550142")},
+                   dialIn("+1 800 555 0111", "730 111 2222"));
+}
+
+QJsonObject secondAccount() {
+    return account(7303334444, {number("FR", "+33 800 555 018")}, {number("JP", "+81 3 5550 0199")},
+                   dialIn("+33 800 555 018", "730 333 4444"));
+}
+
+QJsonObject disabledAccount() {
+    QJsonObject disabled = secondAccount();
+    disabled.insert(QStringLiteral("invitation"), QString());
+    return disabled;
+}
+
+QJsonArray oddAccounts() {
+    return {account(7305556666, {number({}, "+1 800 555 0122"), number("US", {})},
+                    {number({}, "+1 415 555 0177")}, dialIn("+1 800 555 0122", "730 555 6666")),
+            account(7307778888, {}, {number("JP", "+81 3 5550 0111"), number("JP", "+81 6 5550 0112")},
+                    dialIn("+81 3 5550 0111", "730 777 8888"))};
+}
+
+const Person *personCalled(const QString &userId) {
+    const auto found = std::find_if(people().begin(), people().end(),
+                                    [&userId](const Person &person) { return person.userId == userId; });
+    return found == people().end() ? nullptr : &*found;
+}
+
+// The personal meeting goes by the number of its room.
+void signIn(MeetingStore &store, const Person &person) {
+    QJsonObject profile = store.profile();
+    const QString formerRoom = profile.value(QStringLiteral("roomMeetingId")).toString();
+    if (const auto personal = store.meeting(formerRoom)) {
+        QJsonObject own = *personal;
+        own.insert(QStringLiteral("subject"), person.name + QStringLiteral("'s personal meeting"));
+        own.insert(QStringLiteral("meetingKey"), person.room);
+        own.insert(QStringLiteral("originalMeetingNumber"), person.room);
+        store.replaceMeeting(person.room, own);
+    }
+    profile.insert(QStringLiteral("userId"), person.userId);
+    profile.insert(QStringLiteral("accountName"), person.name);
+    profile.insert(QStringLiteral("email"), person.email);
+    profile.insert(QStringLiteral("roomMeetingId"), person.room);
+    store.setProfile(profile);
+}
+
+QString nameOf(const QString &email) {
+    for (const Person &person : principals())
+        if (person.email.compare(email, Qt::CaseInsensitive) == 0)
+            return person.name;
+    return email.section(u'@', 0, 0);
+}
+
+void letScheduleFor(MeetingStore &store, const QStringList &emails) {
+    QJsonArray bosses;
+    for (const QString &email : emails)
+        bosses.append(QJsonObject{{"displayName", nameOf(email)}, {"email", email}});
+    QJsonObject profile = store.profile();
+    profile.insert(keyBosses, bosses);
+    store.setProfile(profile);
+}
+
+} // namespace
+
+QStringList accountChoices() {
+    return choices;
+}
+
+QJsonArray accountsNamed(const QString &choice) {
+    switch (choices.indexOf(choice)) {
+    case 1:
+        return {firstAccount()};
+    case 2:
+        return {firstAccount(), secondAccount()};
+    case 3:
+        return {firstAccount(), disabledAccount()};
+    case 4:
+        return oddAccounts();
+    default:
+        return {};
+    }
+}
+
+const QList<Person> &people() {
+    static const QList<Person> all{
+        {QStringLiteral("u-1001"), QStringLiteral("Ada Example"), QStringLiteral("ada@parlo.example"),
+         QStringLiteral("4155550142")},
+        {QStringLiteral("u-1002"), QStringLiteral("Grace Example"), QStringLiteral("grace@parlo.example"),
+         QStringLiteral("4155550143")}};
+    return all;
+}
+
+const QList<Person> &principals() {
+    static const QList<Person> all{{QStringLiteral("u-2001"), QStringLiteral("Kim Principal"),
+                                    QStringLiteral("kim@parlo.example"), QStringLiteral("4155550151")},
+                                   {QStringLiteral("u-2002"), QStringLiteral("Robin Director"),
+                                    QStringLiteral("robin@parlo.example"), QStringLiteral("4155550152")}};
+    return all;
+}
+
+bool isOrder(const QString &line) {
+    const QString word = line.trimmed().section(u' ', 0, 0);
+    return word == orderAccounts || word == orderUser || word == orderBosses;
+}
+
+bool obey(MeetingStore &store, const QString &line, QString *error) {
+    const QStringList words = line.split(u' ', Qt::SkipEmptyParts);
+    const QString order = words.value(0), what = words.value(1);
+    if (order == orderAccounts && choices.contains(what)) {
+        store.setAccounts(accountsNamed(what));
+    } else if (order == orderUser && personCalled(what)) {
+        signIn(store, *personCalled(what));
+    } else if (order == orderBosses && !what.isEmpty()) {
+        letScheduleFor(store, what == nobody ? QStringList() : words.mid(1));
+    } else {
+        QStringList userIds;
+        for (const Person &person : people())
+            userIds.append(person.userId);
+        *error = QStringLiteral("\"%1\" is not an order. Orders: accounts %2; user %3; bosses none or "
+                                "e-mail addresses.")
+                     .arg(line, choices.join(u'|'), userIds.join(u'|'));
+        return false;
+    }
+    return true;
+}
+
+} // namespace meetingclient

@@ -1,0 +1,193 @@
+// The tables of every language: the same keys, the same marks, room for every text.
+#include "platform/services/StringsTable.h"
+#include "plugin/link/meetingKeys.h"
+#include "plugin/ui/controls/buttonFace.h"
+#include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
+#include "plugin/ui/settings/VlSettingViewController.h"
+#include "tests/ui/UiFixture.h"
+
+#include <QAction>
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QDialog>
+#include <QFile>
+#include <QFontMetricsF>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenu>
+#include <QRadioButton>
+#include <QRegularExpression>
+
+namespace {
+
+using Table = QHash<QString, QString>;
+
+const QStringList languages = {QStringLiteral("en"), QStringLiteral("de"), QStringLiteral("fr"),
+                               QStringLiteral("es"), QStringLiteral("ja"), QStringLiteral("zh-Hans")};
+// What a title on the strip may take, in points: its button's width, the part of it where no other button
+// lies.
+constexpr double characterWidth = 5.8;
+constexpr double gap = 6; // between the titles of two buttons
+
+Table tableOf(const QString &language) {
+    QFile file(QStringLiteral(PLUGIN_RESOURCES "/%1.lproj/%2.strings").arg(language, vl_LocalizableTable));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(file.fileName());
+    bool isWhole = false;
+    const Table table = platform::parseStringsTable(file.readAll(), &isWhole);
+    EXPECT_TRUE(isWhole) << qPrintable(language);
+    return table;
+}
+
+// What a translator has to keep: how many texts are put in, and whether a number follows directly.
+QString marksOf(const QString &text) {
+    static const QRegularExpression mark(QStringLiteral("%[@\\d]"));
+    QStringList marks;
+    for (auto found = mark.globalMatch(text); found.hasNext();)
+        marks.append(found.next().captured());
+    if (text.endsWith(u' '))
+        marks.append(QStringLiteral("blank"));
+    return marks.join(u' ');
+}
+
+QString titleOf(const QString &text) {
+    ButtonFace face;
+    face.setTitle(text);
+    return face.mLable;
+}
+
+bool isWide(QChar character) {
+    return character.unicode() >= 0x2e80; // ideographs, kana and their punctuation
+}
+
+class Languages : public UiTest {};
+
+} // namespace
+
+TEST_F(Languages, HaveTheSameKeysAndPlaceTheSameTexts) {
+    const Table english = tableOf(languages.first());
+    EXPECT_GT(english.size(), 50);
+    const QStringList strip = {"AddVelaButton", "AddPACButton", "CancelVelaButton", "ChangeSettingButton"};
+    for (const QString &language : languages) {
+        const Table table = tableOf(language);
+        for (auto it = english.cbegin(); it != english.cend(); ++it) {
+            ASSERT_TRUE(table.contains(it.key())) << qPrintable(language + u' ' + it.key());
+            if (!strip.contains(it.key())) { // their blanks are for their place
+                EXPECT_EQ(marksOf(table[it.key()]), marksOf(*it)) << qPrintable(language + u' ' + it.key());
+            }
+            EXPECT_EQ(table[it.key()].contains(u'&'), it->contains(u'&'))
+                << qPrintable(language + u' ' + it.key());
+        }
+        for (auto it = table.cbegin(); it != table.cend(); ++it)
+            EXPECT_TRUE(english.contains(it.key())) << qPrintable(language + u' ' + it.key());
+    }
+}
+
+// In the host's editor the letters of its own fields and buttons are taken: From, Attendees, Rooms, Subject,
+// Location, Starts, Ends, All day, Send, Save and close, Repeat, Time zone, Open series.
+TEST_F(Languages, GiveEachLetterToOneControlOfAWindowOnly) {
+    const struct {
+        QStringList keys;
+        QString taken;
+    } windows[] = {
+        {{"Audio_Telephony", "Audio_Voip", "Audio_Both", "Audio_ThirdParty", "RequirdMeetingPassword",
+          "EnableJoinBeforeHost", "UsePersonalMeetingID", "SaveDataTitle", "Button_Continue",
+          "Button_Cancel"},
+         {}},
+        {{"AddVelaButton", "AddPACButton", "CancelVelaButton", "ChangeSettingButton"}, "farultedvpzo"},
+        {{"Button_LaunchClient", "Button_Cancel"}, {}},
+        {{"Button_OKGot", "Button_Cancel"}, {}},
+        {{"Account1", "Account2"}, {}},
+        {{"StartWithVideo", "StartWithoutVideo"}, {}},
+    };
+    for (const QString &language : languages) {
+        const Table table = tableOf(language);
+        for (const auto &[keys, taken] : windows) {
+            QString letters = taken;
+            for (const QString &key : keys) {
+                const qsizetype mark = table[key].indexOf(u'&');
+                ASSERT_GE(mark, 0) << qPrintable(language + u' ' + key) << " has no letter";
+                const QChar letter = table[key][mark + 1].toLower();
+                EXPECT_FALSE(letters.contains(letter)) << qPrintable(language + u' ' + key);
+                EXPECT_LT(letter.unicode(), 0x80) << qPrintable(language + u' ' + key) << ": no key has it";
+                letters += letter;
+            }
+        }
+    }
+}
+
+// The frames of two buttons that are shown together overlap, their titles do not.
+TEST_F(Languages, LeaveTheTitlesOnTheStripApartAndInTheirButtons) {
+    const std::pair<const char *, QRectF> buttons[] = {{"AddVelaButton", gAddButtonFrame},
+                                                       {"AddPACButton", gAddPACButtonFrame},
+                                                       {"ChangeSettingButton", gChangeSettingButtonFrame},
+                                                       {"CancelVelaButton", gCancelButtonFrame}};
+    for (const QString &language : languages) {
+        const Table table = tableOf(language);
+        QList<std::pair<double, double>> places; // left and right edge
+        for (const auto &[key, frame] : buttons) {
+            const QString title = titleOf(table[QString::fromLatin1(key)]);
+            const double assumed = characterWidth * double(title.size());
+            EXPECT_LE(assumed, frame.width()) << qPrintable(language) << ' ' << key;
+            const double left = frame.x() + (frame.width() - assumed) / 2;
+            double ink = 0; // as a font has it that is as wide as it may be
+            for (const QChar character : title.trimmed())
+                ink += isWide(character) ? 11 : characterWidth;
+            EXPECT_LE(left + ink, frame.right()) << qPrintable(language) << ' ' << key;
+            EXPECT_NEAR(left + ink / 2, frame.center().x(), 8) << qPrintable(language) << ' ' << key;
+            places.append({left, left + ink});
+        }
+        EXPECT_GE(places[1].first - places[0].second, gap) << qPrintable(language);
+        EXPECT_GE(places[3].first - places[2].second, gap) << qPrintable(language);
+    }
+}
+
+// The second language of this desktop is Swiss German.
+TEST_F(Languages, FollowTheDesktop) {
+    const std::pair<QString, QString> cases[] = {
+        {"de-AT", "de"},      {"fr-CA", "fr"},      {"es-MX", "es"}, {"ja-JP", "ja"}, {"zh-CN", "zh-Hans"},
+        {"zh-SG", "zh-Hans"}, {"zh", "zh-Hans"},    {"zh-TW", "de"}, {"pt-BR", "de"}, {"xx", "de"},
+        {"en-GB", "en"},      {"de-Latn-AT", "de"}, {"C", "de"}};
+    for (const auto &[desktop, language] : cases) {
+        const auto bundle = platform::makeFolderBundle(QStringLiteral(PLUGIN_RESOURCES), {desktop, "de-CH"});
+        EXPECT_EQ(bundle->localizedString("SettingWindowTitle", QString(), vl_LocalizableTable),
+                  tableOf(language)["SettingWindowTitle"])
+            << qPrintable(desktop);
+        const std::unique_ptr<QWidget> menu = bundle->loadInterface("vlSchedulePACMeetingMenu");
+        ASSERT_TRUE(menu) << qPrintable(desktop);
+        QStringList texts;
+        for (const QAction *action : menu->actions()) {
+            EXPECT_EQ(action->property("tag").toInt(), texts.size()) << qPrintable(desktop);
+            texts.append(action->text());
+        }
+        EXPECT_EQ(texts, QStringList({tableOf(language)["Account1"], tableOf(language)["Account2"]}))
+            << qPrintable(desktop);
+    }
+}
+
+TEST_F(Languages, FindRoomForEveryTextOnTheSettingsSheet) {
+    signIn("user");
+    for (const QString &language : languages) {
+        platform::services().pluginBundle =
+            platform::makeFolderBundle(QStringLiteral(PLUGIN_RESOURCES), {language});
+        HostEditorWindow editor;
+        editor.window->show();
+        editor.open();
+        SchSettingWndCtrlMgr sheets;
+        sheets.addSchSettingWindowToArray(editor.id(), {}, editor.window);
+        sheets.showSchSettingWindow(editor.id());
+        QDialog *sheet = sheets.getSchSettingWindowInArray(editor.id())->settingWindow();
+        ASSERT_TRUE(sheet);
+        int looked = 0;
+        for (QWidget *widget : sheet->findChildren<QWidget *>()) {
+            const bool hasText = qobject_cast<QAbstractButton *>(widget) || qobject_cast<QLabel *>(widget);
+            if (!hasText || !widget->isVisible())
+                continue;
+            ++looked;
+            EXPECT_LE(widget->sizeHint().width(), widget->width())
+                << qPrintable(language + u' ' + widget->objectName());
+            EXPECT_LE(widget->geometry().right(), widget->parentWidget()->width())
+                << qPrintable(language + u' ' + widget->objectName());
+        }
+        EXPECT_GT(looked, 12) << qPrintable(language);
+    }
+}
