@@ -9,8 +9,8 @@
 
 namespace meetingclient {
 
-// On the name below, the user info {"rule": line} adds a rule of AnswerRules to a running client, or is an order
-// of People.h.
+// On the name below, the user info {"rule": line} adds a rule of AnswerRules to a running client, or is an
+// order of People.h.
 inline const QString controlNotification = QStringLiteral("ParloMeetingsClientControl");
 inline const QString controlRuleKey = QStringLiteral("rule");
 // In place of a rule: the client ends itself.

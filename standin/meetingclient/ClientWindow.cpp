@@ -8,9 +8,9 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QMenu>
 #include <QMenuBar>
-#include <QLocale>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStatusBar>
@@ -92,7 +92,8 @@ void ClientWindow::makeMenus() {
                 if (it.value()->isChecked())
                     granted.append(it.key());
             granted.sort();
-            give(QStringLiteral("bosses ") + (granted.isEmpty() ? QStringLiteral("none") : granted.join(u' ')));
+            give(QStringLiteral("bosses ") +
+                 (granted.isEmpty() ? QStringLiteral("none") : granted.join(u' ')));
         });
     }
 }

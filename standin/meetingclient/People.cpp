@@ -124,11 +124,10 @@ QJsonArray accountsNamed(const QString &choice) {
 }
 
 const QList<Person> &people() {
-    static const QList<Person> all{
-        {QStringLiteral("u-1001"), QStringLiteral("Ada Example"), QStringLiteral("ada@parlo.example"),
-         QStringLiteral("4155550142")},
-        {QStringLiteral("u-1002"), QStringLiteral("Grace Example"), QStringLiteral("grace@parlo.example"),
-         QStringLiteral("4155550143")}};
+    static const QList<Person> all{{QStringLiteral("u-1001"), QStringLiteral("Ada Example"),
+                                    QStringLiteral("ada@parlo.example"), QStringLiteral("4155550142")},
+                                   {QStringLiteral("u-1002"), QStringLiteral("Grace Example"),
+                                    QStringLiteral("grace@parlo.example"), QStringLiteral("4155550143")}};
     return all;
 }
 

@@ -26,9 +26,9 @@ int tell(const QString &rule) {
     QString error;
     meetingclient::AnswerRules check;
     meetingclient::MeetingStore tried{QString()};
-    const bool known = rule == meetingclient::controlExit ||
-                       (meetingclient::isOrder(rule) ? meetingclient::obey(tried, rule, &error)
-                                                     : check.add(rule, &error));
+    const bool known =
+        rule == meetingclient::controlExit ||
+        (meetingclient::isOrder(rule) ? meetingclient::obey(tried, rule, &error) : check.add(rule, &error));
     if (!known) {
         std::fprintf(stderr, "%s\n", qPrintable(error));
         return 2;

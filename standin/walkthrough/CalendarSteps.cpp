@@ -140,7 +140,7 @@ bool CalendarWalk::changeDays(const QString &uid, const QString &day, const QStr
     if (!m_road.reveal(uid, exception))
         return m_walk.step(false, QStringLiteral("the grid shows the changed day of a series"));
     m_road.pressInMain(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
-    const bool opened = Walk::waitFor([this] { return m_road.stripButton(addButton) != nullptr; });
+    const bool opened = Walk::waitFor([this] { return m_road.stripButton(addButton()) != nullptr; });
     if (!m_walk.step(opened && m_road.giveMeetingToOpen(uid),
                      QStringLiteral("opened as a series, it gets a meeting")))
         return false;

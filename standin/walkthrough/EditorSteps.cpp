@@ -56,14 +56,14 @@ bool EditorWalk::launchTheClient() {
     if (!m_walk->step(m_road.open(m_uid),
                       QStringLiteral("a double click opens \"%1\"").arg(m_before.summary)))
         return false;
-    click(m_road.stripButton(addButton));
-    if (!m_walk->step(Walk::waitFor([] { return shownButton(launchButton) != nullptr; }),
+    click(m_road.stripButton(addButton()));
+    if (!m_walk->step(Walk::waitFor([] { return shownButton(launchButton()) != nullptr; }),
                       QStringLiteral("the client is not running: it is said, and launching it is offered")))
         return false;
     m_walk->picture(QApplication::activeModalWidget(), QStringLiteral("client-not-running"));
-    click(shownButton(launchButton));
+    click(shownButton(launchButton()));
     return m_walk->step(Walk::waitFor([] { return RunningClient::isRunning(); }, launchMilliseconds),
-                        QStringLiteral("\"%1\" starts it in a process of its own").arg(launchButton));
+                        QStringLiteral("\"%1\" starts it in a process of its own").arg(launchButton()));
 }
 
 bool EditorWalk::addThroughTheSheet() {
@@ -78,7 +78,7 @@ bool EditorWalk::addThroughTheSheet() {
     m_walk->picture(m_road.editor(), QStringLiteral("editor-behind-sheet"));
     m_walk->picture(QApplication::activeModalWidget(), QStringLiteral("settings-sheet"));
     click(shown(QStringLiteral("enableJBHButton")));
-    click(shownButton(continueButton));
+    click(shownButton(continueButton()));
     const bool attached = m_road.isAttached();
     m_walk->picture(m_road.editor(), QStringLiteral("editor-with-meeting"));
     m_walk->step(attached && m_walk->sentSinceMark(meetingAction, schedulePrefix) == 1,
@@ -110,18 +110,18 @@ bool EditorWalk::reopen() {
     const bool again = m_road.host().openCalendar(&error);
     const bool opened = again && m_road.open(m_uid);
     m_walk->picture(m_road.editor(), QStringLiteral("editor-reopened"));
-    return m_walk->step(opened && m_road.stripButton(removeButton),
+    return m_walk->step(opened && m_road.stripButton(removeButton()),
                         QStringLiteral("reopened from the file, the appointment shows its meeting"));
 }
 
 bool EditorWalk::changeASetting() {
     m_walk->mark();
-    if (!click(m_road.stripButton(settingsButton)) ||
-        !Walk::waitFor([] { return shownButton(continueButton) != nullptr; }))
-        return m_walk->step(false, QStringLiteral("\"%1\" opens the sheet").arg(settingsButton));
+    if (!click(m_road.stripButton(settingsButton())) ||
+        !Walk::waitFor([] { return shownButton(continueButton()) != nullptr; }))
+        return m_walk->step(false, QStringLiteral("\"%1\" opens the sheet").arg(settingsButton()));
     click(shown(QStringLiteral("enableJBHButton")));
     m_walk->picture(QApplication::activeModalWidget(), QStringLiteral("settings-changed"));
-    click(shownButton(continueButton));
+    click(shownButton(continueButton()));
     // Written back: the meeting has been read again after the update.
     const bool updated = Walk::waitFor([this] { return m_walk->answeredSinceMark(updateAnswer) == 1; }) &&
                          Walk::waitFor([this] { return m_walk->answeredSinceMark(readAnswer) == 2; });
@@ -160,9 +160,9 @@ bool EditorWalk::saveUnchanged() {
 
 bool EditorWalk::removeTheMeeting() {
     m_walk->mark();
-    if (!click(m_road.stripButton(removeButton)))
-        return m_walk->step(false, QStringLiteral("\"%1\" can be clicked").arg(removeButton));
-    const bool gone = Walk::waitFor([this] { return m_road.stripButton(addButton) != nullptr; });
+    if (!click(m_road.stripButton(removeButton())))
+        return m_walk->step(false, QStringLiteral("\"%1\" can be clicked").arg(removeButton()));
+    const bool gone = Walk::waitFor([this] { return m_road.stripButton(addButton()) != nullptr; });
     Walk::settle();
     press(m_road.editor(), Qt::Key_S, Qt::ControlModifier);
     const bool kept =
@@ -186,7 +186,7 @@ bool EditorWalk::send() {
     if (!m_walk->step(m_road.open(m_meetingUid), QStringLiteral("a meeting with attendees opens")) ||
         !m_road.askForMeeting())
         return false;
-    click(shownButton(continueButton));
+    click(shownButton(continueButton()));
     if (!m_road.isAttached())
         return m_walk->step(false, QStringLiteral("the meeting is added"));
     Walk::settle();

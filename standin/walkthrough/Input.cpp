@@ -53,6 +53,8 @@ bool clickAt(QWidget *control, const QPoint &point) {
     if (!canTake(control) || !windowOf(control))
         return false;
     const QPoint at = inWindow(control, point);
+    // From outside, as a hand comes: the toolkit takes a move to where the pointer was last for none.
+    QTest::mouseMove(windowOf(control), QPoint(1, 1));
     QTest::mouseMove(windowOf(control), at);
     QTest::mouseClick(windowOf(control), Qt::LeftButton, Qt::NoModifier, at);
     return true;

@@ -27,10 +27,10 @@ bool staysUndone(Road &road, const QString &what, const std::function<void()> &c
     if (!road.reveal(uid))
         return road.walk().step(false, QStringLiteral("the grid shows the appointment"));
     change();
-    const bool said = Walk::waitFor([] { return shownButton(launchButton) != nullptr; });
+    const bool said = Walk::waitFor([] { return shownButton(launchButton()) != nullptr; });
     road.walk().picture(road.mainWindow(), QStringLiteral("refused-") + what.section(u' ', 0, 0));
     press(QApplication::activeModalWidget(), Qt::Key_Escape);
-    Walk::waitFor([] { return shownButton(launchButton) == nullptr; });
+    Walk::waitFor([] { return shownButton(launchButton()) == nullptr; });
     const mailhost::Appointment now = road.inFile(uid);
     return road.walk().step(said && now.start == before.start && now.end == before.end &&
                                 now.summary == before.summary && !now.uid.isEmpty() && road.shows(uid),
@@ -64,8 +64,8 @@ bool refuseWithoutClient(Road &road) {
 bool launchAgain(Road &road) {
     road.reveal(road.plainUid());
     road.pressInMain(Qt::Key_Down, Qt::ControlModifier);
-    Walk::waitFor([] { return shownButton(launchButton) != nullptr; });
-    click(shownButton(launchButton));
+    Walk::waitFor([] { return shownButton(launchButton()) != nullptr; });
+    click(shownButton(launchButton()));
     const bool runs = Walk::waitFor([] { return RunningClient::isRunning(); }, launchMilliseconds);
     Walk::settle(1); // it is on the bus before it listens
     return road.walk().step(runs, QStringLiteral("the client is launched again from the alert"));
@@ -126,9 +126,9 @@ bool walkTheFirstCancellation(Road &road) {
     road.reveal(uid);
     road.pressInMain(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
     click(shown(controls::deleteConfirmButton));
-    const bool said = Walk::waitFor([] { return shownButton(launchButton) != nullptr; });
+    const bool said = Walk::waitFor([] { return shownButton(launchButton()) != nullptr; });
     press(QApplication::activeModalWidget(), Qt::Key_Escape);
-    Walk::waitFor([] { return shownButton(launchButton) == nullptr; });
+    Walk::waitFor([] { return shownButton(launchButton()) == nullptr; });
     return road.walk().step(said && road.isInFile(uid) && road.shows(uid) && road.sentMessages().isEmpty(),
                             QStringLiteral("cancelled without a client: it is said, the meeting stays and "
                                            "nobody is told"));

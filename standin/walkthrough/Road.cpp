@@ -1,5 +1,6 @@
 #include "standin/walkthrough/Road.h"
 
+#include "platform/services/Services.h"
 #include "standin/mailhost/store/SampleCalendar.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/EventTileView.h"
@@ -19,6 +20,34 @@ namespace controls = mailhost::controls;
 namespace {
 constexpr double closingSeconds = 0.1; // the plug-in forgets a closed editor a hundredth of a second later
 } // namespace
+
+QString words(const QString &key) {
+    QString text =
+        platform::services().pluginBundle->localizedString(key, key, QStringLiteral("Localizable_prl"));
+    return text.remove(u'&').trimmed();
+}
+
+QString addButton() {
+    return words(QStringLiteral("AddVelaButton"));
+}
+QString audioButton() {
+    return words(QStringLiteral("AddPACButton"));
+}
+QString removeButton() {
+    return words(QStringLiteral("CancelVelaButton"));
+}
+QString launchButton() {
+    return words(QStringLiteral("Button_LaunchClient"));
+}
+QString settingsButton() {
+    return words(QStringLiteral("ChangeSettingButton"));
+}
+QString continueButton() {
+    return words(QStringLiteral("Button_Continue"));
+}
+QString removeInAlertButton() {
+    return words(QStringLiteral("Button_OKGot"));
+}
 
 Road::Road(const QString &version, const QString &out, const QString &calendar)
     : m_out(out)
@@ -181,7 +210,28 @@ bool Road::open(const QString &uid) {
     mailhost::EventTileView *tile = grid ? grid->selectedTile() : nullptr;
     return tile && doubleClick(tile, tile->rect().center()) &&
            Walk::waitFor([this] { return editor() != nullptr; }) &&
-           Walk::waitFor([this] { return stripButton(addButton) || stripButton(removeButton); });
+           Walk::waitFor([this] { return stripButton(addButton()) || stripButton(removeButton()); });
+}
+
+bool Road::openNew(const QString &subject, const QString &attendee) const {
+    click(shown(controls::newAppointmentButton));
+    if (!Walk::waitFor([this] { return editor() != nullptr; }) ||
+        !Walk::waitFor([this] { return stripButton(addButton()) != nullptr; }))
+        return false;
+    // What a new appointment offers is written by then, so that nothing is lost.
+    control<QLineEdit>(controls::subjectField)->setFocus();
+    type(editor(), subject);
+    if (attendee.isEmpty())
+        return true;
+    control<QLineEdit>(controls::attendeesField)->setFocus();
+    return type(editor(), attendee);
+}
+
+QWidget *Road::strip() const {
+    const QWidget *button = stripButton(addButton());
+    if (!button)
+        button = stripButton(removeButton());
+    return button ? button->parentWidget() : nullptr;
 }
 
 bool Road::closeEditor() const {
@@ -207,16 +257,16 @@ bool Road::saved() const {
 
 bool Road::askForMeeting() {
     m_walk->mark();
-    if (!click(stripButton(addButton)))
-        return m_walk->step(false, QStringLiteral("the button \"%1\" can be clicked").arg(addButton));
-    if (!Walk::waitFor([] { return shownButton(continueButton) != nullptr; }))
+    if (!click(stripButton(addButton())))
+        return m_walk->step(false, QStringLiteral("the button \"%1\" can be clicked").arg(addButton()));
+    if (!Walk::waitFor([] { return shownButton(continueButton()) != nullptr; }))
         return m_walk->step(false, QStringLiteral("the settings sheet opens"));
-    m_walk->step(true, QStringLiteral("a click on \"%1\" opens the settings sheet").arg(addButton));
+    m_walk->step(true, QStringLiteral("a click on \"%1\" opens the settings sheet").arg(addButton()));
     return true;
 }
 
 bool Road::isAttached() const {
-    return Walk::waitFor([this] { return stripButton(removeButton) != nullptr; }) && Walk::waitFor([this] {
+    return Walk::waitFor([this] { return stripButton(removeButton()) != nullptr; }) && Walk::waitFor([this] {
                return control<QLineEdit>(controls::locationField)
                    ->text()
                    .contains(QStringLiteral("https://"));
@@ -228,10 +278,10 @@ bool Road::giveMeeting(const QString &uid) {
 }
 
 bool Road::giveMeetingToOpen(const QString &uid) {
-    if (!click(stripButton(addButton)) ||
-        !Walk::waitFor([] { return shownButton(continueButton) != nullptr; }))
+    if (!click(stripButton(addButton())) ||
+        !Walk::waitFor([] { return shownButton(continueButton()) != nullptr; }))
         return false;
-    click(shownButton(continueButton));
+    click(shownButton(continueButton()));
     if (!isAttached())
         return false;
     Walk::settle();

@@ -21,12 +21,15 @@ inline const QString updatePrefix = QStringLiteral("2;");
 inline const QString deletePrefix = QStringLiteral("3;");
 inline const QString ownWords = QStringLiteral("Bring the figures.");
 
-// The plug-in's words, as its English table has them.
-inline const QString addButton = QStringLiteral("Add video meeting");
-inline const QString removeButton = QStringLiteral("Remove meeting");
-inline const QString launchButton = QStringLiteral("Launch Parlo Meetings");
-inline const QString settingsButton = QStringLiteral("Change settings");
-inline const QString continueButton = QStringLiteral("Continue");
+// A text of the plug-in in the language of the walk, without the mark of its mnemonic.
+[[nodiscard]] QString words(const QString &key);
+[[nodiscard]] QString addButton();
+[[nodiscard]] QString audioButton();
+[[nodiscard]] QString removeButton();
+[[nodiscard]] QString launchButton();
+[[nodiscard]] QString settingsButton();
+[[nodiscard]] QString continueButton();
+[[nodiscard]] QString removeInAlertButton();
 
 class Road {
 public:
@@ -64,6 +67,10 @@ public:
     [[nodiscard]] QWidget *stripButton(const QString &text) const;
 
     bool open(const QString &uid);
+    // A new appointment with that subject, and with somebody invited when an address is given.
+    bool openNew(const QString &subject, const QString &attendee = {}) const;
+    // The strip alone, as it shows now.
+    [[nodiscard]] QWidget *strip() const;
     [[nodiscard]] bool closeEditor() const;
     [[nodiscard]] bool discardEditor() const; // with what was typed
     [[nodiscard]] bool saved() const;
@@ -107,5 +114,7 @@ bool walkTheRefusals(Road &road);
 bool walkTheLateAnswers(Road &road);
 bool walkTheDeletions(Road &road);
 bool walkTheToolBar(Road &road);
+bool walkTheAudioConferences(Road &road);
+bool walkOnBehalf(Road &road);
 
 } // namespace walkthrough

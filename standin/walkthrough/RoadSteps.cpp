@@ -12,7 +12,7 @@ int walkTheRoad(const QString &hostVersion, const QString &out, const QString &c
         return 1;
     const bool done = walkTheFirstCancellation(road) && walkTheEditor(road) && walkTheCalendar(road) &&
                       walkTheRefusals(road) && walkTheLateAnswers(road) && walkTheDeletions(road) &&
-                      walkTheToolBar(road);
+                      walkTheToolBar(road) && walkTheAudioConferences(road) && walkOnBehalf(road);
     if (!done)
         road.walk().comment(QStringLiteral("the steps after this one were not walked"));
     return done && !road.walk().failed() ? 0 : 1;

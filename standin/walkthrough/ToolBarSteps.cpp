@@ -77,10 +77,10 @@ bool ToolBarWalk::isThere() {
 }
 
 bool ToolBarWalk::editorAsksByItself(const QString &picture) {
-    const bool asked = Walk::waitFor([this] { return m_road.editor() && shownButton(continueButton); });
+    const bool asked = Walk::waitFor([this] { return m_road.editor() && shownButton(continueButton()); });
     m_walk.picture(m_road.editor(), picture);
     press(QApplication::activeModalWidget(), Qt::Key_Escape);
-    Walk::waitFor([] { return !shownButton(continueButton); });
+    Walk::waitFor([] { return !shownButton(continueButton()); });
     return m_road.discardEditor() && asked;
 }
 
