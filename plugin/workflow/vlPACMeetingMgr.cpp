@@ -19,6 +19,7 @@ namespace {
 
 const QString keyAccountNotUsable = QStringLiteral("WarnMsg_PACIsDisabled");
 constexpr QChar numberSeparator = u',';
+constexpr qint64 noAccount = 0;
 
 qint64 chosenAccount() {
     return vlMeetingDataMgr::sharedInstance().pacAccountNo();
@@ -83,6 +84,8 @@ int vlPACMeetingMgr::schedulePACMeeting(EditorStrip *strip) {
         updateLocation(editor.get());
         return 0;
     }
+    // Nothing was put in: the next save is not to write this account's numbers into the location.
+    vlMeetingDataMgr::sharedInstance().setPACAccountNo(noAccount);
     if (WorkflowAlerts *alerts = WorkflowPorts::instance().alerts)
         alerts->showAlertMessage(vlMeetingWindows::getPluginParentWindow(strip),
                                  vlLocalizedString(keyAccountNotUsable));

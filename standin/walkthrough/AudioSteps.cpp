@@ -72,7 +72,8 @@ bool AudioWalk::saves() const {
 bool AudioWalk::firstFromTheToolBar() {
     RunningClient::tell(QStringLiteral("user u-1002"));
     RunningClient::tell(QStringLiteral("accounts two"));
-    const bool opened = m_road.openNew(QStringLiteral("Plain")) && !m_road.stripButton(audioButton());
+    const bool opened =
+        m_road.openNew(QStringLiteral("Plain")) && !(m_road.isFresh() && m_road.stripButton(audioButton()));
     m_walk.picture(m_road.strip(), QStringLiteral("strip-video-only"));
     const bool closed = m_road.discardEditor();
     m_walk.mark();

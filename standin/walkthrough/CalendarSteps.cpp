@@ -52,16 +52,22 @@ private:
     QString m_uid;
 };
 
+// And nothing is on its way any more: the next change would meet this one's answer.
 bool CalendarWalk::agree() const {
-    return Walk::waitFor([this] {
-        const QJsonObject meeting = m_road.meetingOf(m_uid);
-        const mailhost::Appointment stored = m_road.inFile(m_uid);
-        return meeting.value(QStringLiteral("startTime")).toInteger() ==
-                   stored.start.value.toSecsSinceEpoch() &&
-               meeting.value(QStringLiteral("duration")).toString().toInt() * 60 ==
-                   stored.start.value.secsTo(stored.end.value) &&
-               meeting.value(QStringLiteral("subject")).toString() == stored.summary;
+    const bool answered = Walk::waitFor([this] {
+        return m_walk.sentSinceMark(meetingAction, updatePrefix) > 0 &&
+               m_walk.answeredSinceMark(updateAnswer) > 0;
     });
+    Walk::settle();
+    return answered && Walk::waitFor([this] {
+               const QJsonObject meeting = m_road.meetingOf(m_uid);
+               const mailhost::Appointment stored = m_road.inFile(m_uid);
+               return meeting.value(QStringLiteral("startTime")).toInteger() ==
+                          stored.start.value.toSecsSinceEpoch() &&
+                      meeting.value(QStringLiteral("duration")).toString().toInt() * 60 ==
+                          stored.start.value.secsTo(stored.end.value) &&
+                      meeting.value(QStringLiteral("subject")).toString() == stored.summary;
+           });
 }
 
 bool CalendarWalk::giveMeeting() {

@@ -77,10 +77,17 @@ bool EditorWalk::addThroughTheSheet() {
         return false;
     m_walk->picture(m_road.editor(), QStringLiteral("editor-behind-sheet"));
     m_walk->picture(QApplication::activeModalWidget(), QStringLiteral("settings-sheet"));
+    click(shown(QStringLiteral("thirdPartyAudioButton")));
+    click(shown(QStringLiteral("requiredMeetingPswButton")));
+    Walk::settle();
+    m_walk->picture(QApplication::activeModalWidget(), QStringLiteral("settings-sheet-longer"));
+    click(shown(QStringLiteral("requiredMeetingPswButton")));
+    click(shown(QStringLiteral("bothButton")));
     click(shown(QStringLiteral("enableJBHButton")));
     click(shownButton(continueButton()));
     const bool attached = m_road.isAttached();
     m_walk->picture(m_road.editor(), QStringLiteral("editor-with-meeting"));
+    m_walk->picture(m_road.strip(), QStringLiteral("strip-with-meeting"));
     m_walk->step(attached && m_walk->sentSinceMark(meetingAction, schedulePrefix) == 1,
                  QStringLiteral("confirmed, the meeting is scheduled once and is in the appointment"));
     return attached;

@@ -7,6 +7,8 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLabel>
 #include <QMessageBox>
 
@@ -40,11 +42,21 @@ private:
     [[nodiscard]] QMessageBox *alert() const {
         return qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
     }
+    // The strip has a button of that name too.
+    [[nodiscard]] QAbstractButton *removeInAlert() const;
     [[nodiscard]] QString scheduledFor(const QString &prefix) const;
 
     Road &m_road;
     Walk &m_walk;
 };
+
+QAbstractButton *OnBehalfWalk::removeInAlert() const {
+    if (alert())
+        for (QAbstractButton *button : alert()->findChildren<QAbstractButton *>())
+            if (button->text().remove(u'&') == removeInAlertButton())
+                return button;
+    return nullptr;
+}
 
 bool OnBehalfWalk::choosesFrom(const QString &email) const {
     auto *from = m_road.control<QComboBox>(controls::fromChooser);
@@ -60,14 +72,15 @@ bool OnBehalfWalk::choosesFrom(const QString &email) const {
     return from->currentIndex() == index;
 }
 
-// The member of the last request that begins with the sub-command.
+// Of the first request that begins with the sub-command.
 QString OnBehalfWalk::scheduledFor(const QString &prefix) const {
     for (const Message &message : m_walk.sinceMark()) {
         if (!message.sent || message.actionId != meetingAction || !message.content.startsWith(prefix))
             continue;
-        const QString key = QStringLiteral("\"scheduleFor\":\"");
-        const qsizetype at = message.content.indexOf(key);
-        return at < 0 ? QString() : message.content.mid(at + key.size()).section(u'"', 0, 0);
+        const QByteArray json = message.content.mid(message.content.indexOf(u'{')).toUtf8();
+        const QJsonObject setting =
+            QJsonDocument::fromJson(json).object().value(QStringLiteral("setting")).toObject();
+        return setting.value(QStringLiteral("scheduleFor")).toString();
     }
     return {};
 }
@@ -119,15 +132,14 @@ bool OnBehalfWalk::sendIsRefused() {
     click(shown(controls::sendButton));
     const bool said = Walk::waitFor([this] { return alert() != nullptr; });
     m_walk.picture(alert(), QStringLiteral("alert-other-organizer"));
-    return m_walk.step(said && shownButton(removeInAlertButton()) && m_road.sentMessages().size() == sent &&
-                           m_road.editor(),
+    return m_walk.step(said && removeInAlert() && m_road.sentMessages().size() == sent && m_road.editor(),
                        QStringLiteral("the send is refused: the meeting was made for another organizer"));
 }
 
 bool OnBehalfWalk::removedFromTheAlert() {
     m_walk.mark();
     const qsizetype sent = m_road.sentMessages().size();
-    click(shownButton(removeInAlertButton()));
+    click(removeInAlert());
     const bool removed = Walk::waitFor([this] { return m_road.stripButton(addButton()) != nullptr; });
     Walk::settle();
     click(shown(controls::sendButton));

@@ -146,6 +146,8 @@ bool walkTheLateAnswers(Road &road) {
     type(road.editor(), QStringLiteral("Being written"));
     const qint64 first = moveWithLateAnswer(road);
     const bool notYet = road.walk().answeredSinceMark(updateAnswer) == 0;
+    if (QWidget *progress = QApplication::activeModalWidget())
+        road.walk().picture(progress, QStringLiteral("progress"));
     const bool arrived = arrivesLate(road, first);
     Walk::settle(0.5);
     const QStringList entered = road.editorController()

@@ -49,15 +49,20 @@ QString removeInAlertButton() {
     return words(QStringLiteral("Button_OKGot"));
 }
 
-Road::Road(const QString &version, const QString &out, const QString &calendar)
-    : m_out(out)
-    , m_calendarPath(QDir(out).filePath(QStringLiteral("calendar.ics")))
-    , m_source(calendar) {
-    m_options.hostVersion = version;
-    m_options.documentsFolder = m_folders.filePath(QStringLiteral("Documents"));
-    m_options.defaultsFolder = m_folders.filePath(QStringLiteral("defaults"));
-    m_options.outbox = QDir(out).filePath(QStringLiteral("outbox"));
+Road::Road(const RoadOptions &options)
+    : m_road(options)
+    , m_out(QDir(options.out).filePath(QStringLiteral("host-") + options.hostVersion))
+    , m_calendarPath(QDir(m_out).filePath(QStringLiteral("calendar.ics")))
+    , m_source(options.calendar) {
+    m_options.hostVersion = options.hostVersion;
+    m_options.documentsFolder = stateFolder(QStringLiteral("Documents"));
+    m_options.defaultsFolder = stateFolder(QStringLiteral("defaults"));
+    m_options.outbox = QDir(m_out).filePath(QStringLiteral("outbox"));
     m_options.calendarPath = m_calendarPath;
+}
+
+QString Road::stateFolder(const QString &name) const {
+    return QDir(m_road.state.isEmpty() ? m_folders.path() : m_road.state).filePath(name);
 }
 
 bool Road::copyCalendar() const {
@@ -82,12 +87,14 @@ bool Road::start() {
     const bool installed = m_host->installBundle(&error);
     m_host->installDesktopServices();
     m_walk = std::make_unique<Walk>(m_out);
+    if (m_road.mishap)
+        m_walk->expect(*m_road.mishap);
     m_host->start();
     const bool opened = installed && m_host->openCalendar(&error);
     m_host->show();
     if (!m_walk->step(opened, QStringLiteral("the host opens the calendar ") + error))
         return false;
-    m_client = std::make_unique<RunningClient>(m_folders.filePath(QStringLiteral("client/meetings.json")));
+    m_client = std::make_unique<RunningClient>(stateFolder(QStringLiteral("client/meetings.json")));
     if (!m_walk->step(m_agent.start(), QStringLiteral("the plug-in agent runs in a process of its own")))
         return false;
     QString pluginError;

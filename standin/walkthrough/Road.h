@@ -4,6 +4,7 @@
 #include "standin/mailhost/windows/EditorWindow.h"
 #include "standin/mailhost/windows/HostApplication.h"
 #include "standin/walkthrough/Desktop.h"
+#include "standin/walkthrough/RoadSteps.h"
 #include "standin/walkthrough/Walk.h"
 
 #include <QTemporaryDir>
@@ -33,7 +34,7 @@ inline const QString ownWords = QStringLiteral("Bring the figures.");
 
 class Road {
 public:
-    Road(const QString &version, const QString &out, const QString &calendar);
+    explicit Road(const RoadOptions &options);
 
     // Copies the calendar, starts host, agent and plug-in, and picks the appointments to walk with.
     bool start();
@@ -41,6 +42,8 @@ public:
     [[nodiscard]] Walk &walk() const { return *m_walk; }
     [[nodiscard]] mailhost::HostApplication &host() const { return *m_host; }
     [[nodiscard]] RunningClient &client() const { return *m_client; }
+    // Nobody has used these programs before.
+    [[nodiscard]] bool isFresh() const { return m_road.state.isEmpty(); }
     [[nodiscard]] const QString &plainUid() const { return m_uid; } // nobody is invited
     // Two meetings with attendees; empty where the calendar has none.
     [[nodiscard]] const QString &meetingUid() const { return m_meetingUid; }
@@ -92,6 +95,9 @@ private:
     bool pickAppointments();
     QString makeAppointment();
 
+    [[nodiscard]] QString stateFolder(const QString &name) const;
+
+    RoadOptions m_road;
     QTemporaryDir m_folders;
     QString m_out;
     QString m_calendarPath;

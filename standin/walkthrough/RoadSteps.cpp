@@ -2,12 +2,10 @@
 
 #include "standin/walkthrough/Road.h"
 
-#include <QDir>
-
 namespace walkthrough {
 
-int walkTheRoad(const QString &hostVersion, const QString &out, const QString &calendar) {
-    Road road(hostVersion, QDir(out).filePath(QStringLiteral("host-") + hostVersion), calendar);
+int walkTheRoad(const RoadOptions &options) {
+    Road road(options);
     if (!road.start())
         return 1;
     const bool done = walkTheFirstCancellation(road) && walkTheEditor(road) && walkTheCalendar(road) &&

@@ -1,13 +1,24 @@
 // The road: add a meeting through the sheet, save, reopen, change, move, send, remove.
 #pragma once
 
+#include "standin/walkthrough/Mishap.h"
+
 #include <QString>
 
 namespace walkthrough {
 
-// Walks it in this process, with the host of that generation and the client in a process of its own.
-// Pictures, the calendar file and the outbox go below `out`. `calendar` is copied first; empty: the sample
-// calendar. Answers the exit code: 0 when every step did what it says.
-int walkTheRoad(const QString &hostVersion, const QString &out, const QString &calendar);
+struct RoadOptions {
+    QString hostVersion;
+    // Pictures, the calendar file and the outbox go below it.
+    QString out;
+    QString calendar; // is copied first; empty: the sample calendar
+    // Where the programs keep what they keep for their user; empty: in a folder that is thrown away.
+    QString state;
+    std::optional<Mishap> mishap;
+};
+
+// Walks it in this process, with the host of that generation and the client in a process of its own. Answers
+// the exit code: 0 when every step did what it says.
+int walkTheRoad(const RoadOptions &options);
 
 } // namespace walkthrough

@@ -132,7 +132,8 @@ bool ToolBarWalk::putTheOthersThere() {
     if (!Walk::waitFor([] { return shown(customization::sheet) != nullptr; }))
         return m_walk.step(false, QStringLiteral("the tool-bar can be customised"));
     auto *palette = qobject_cast<QListWidget *>(shown(customization::palette));
-    for (const QString &item : {QStringLiteral("audio"), QStringLiteral("log folder")}) {
+    for (const QString &item :
+         {words(QStringLiteral("SchedulePACMeetingLabel")), words(QStringLiteral("OpenLogFolderLabel"))}) {
         const auto rows = palette->findItems(item, Qt::MatchContains);
         if (rows.isEmpty())
             continue; // the step fails below

@@ -7,7 +7,9 @@
 #include <QEventLoop>
 #include <QPixmap>
 #include <QWidget>
+#include <algorithm>
 #include <cstdio>
+#include <limits>
 
 namespace walkthrough {
 
@@ -16,6 +18,7 @@ namespace {
 const QString requestChannel = QStringLiteral("VelaOutlookPluginToVelaVideoClient_PRL");
 const QString answerChannel = QStringLiteral("VelaVideoClientToVelaOutlookPlugin_PRL");
 constexpr int shownCharacters = 140;
+constexpr int shortPatience = 3000;
 constexpr int slice = 20; // milliseconds for which the event loop runs between two looks at a condition
 
 QString oneLine(QString text) {
@@ -30,6 +33,13 @@ void printLine(const QString &line) {
 }
 
 } // namespace
+
+int Walk::s_longestPatience = std::numeric_limits<int>::max();
+
+void Walk::expect(const Mishap &mishap) {
+    m_mishap = mishap;
+    s_longestPatience = shortPatience;
+}
 
 Walk::Walk(QString folder)
     : m_folder(std::move(folder)) {
@@ -48,6 +58,8 @@ Walk::~Walk() {
 void Walk::record(bool sent, const platform::TextMap &userInfo) {
     m_messages.append({sent, userInfo.value(QStringLiteral("actionId")).toUInt(),
                        userInfo.value(QStringLiteral("content"))});
+    if (m_mishap && m_messages.size() == m_mishap->atMessage)
+        m_mishap->happen();
 }
 
 bool Walk::step(bool ok, const QString &what) {
@@ -75,7 +87,7 @@ void Walk::picture(QWidget *widget, const QString &name) {
 }
 
 bool Walk::waitFor(const std::function<bool()> &condition, int milliseconds) {
-    const QDeadlineTimer deadline(milliseconds);
+    const QDeadlineTimer deadline(std::min(milliseconds, s_longestPatience));
     while (!condition()) {
         if (deadline.hasExpired())
             return false;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/services/Notifications.h"
+#include "standin/walkthrough/Mishap.h"
 
 #include <QList>
 #include <QString>
@@ -32,7 +33,9 @@ public:
     void picture(QWidget *widget, const QString &name);
 
     // Lets events happen until the condition holds; false when it does not within the time. No fixed waiting.
-    static bool waitFor(const std::function<bool()> &condition, int milliseconds = 10000);
+    static bool waitFor(const std::function<bool()> &condition, int milliseconds = usualPatience);
+    // Something will go wrong. Nothing is waited for as long as usual then: it may never come.
+    void expect(const Mishap &mishap);
     // Lets everything happen that falls due within the seconds (0: that is due already).
     static void settle(double seconds = 0);
 
@@ -48,6 +51,9 @@ public:
     [[nodiscard]] bool failed() const { return m_failed; }
 
 private:
+    static constexpr int usualPatience = 10000;
+    static int s_longestPatience;
+    std::optional<Mishap> m_mishap;
     void record(bool sent, const platform::TextMap &userInfo);
     QString m_folder;
     QList<Message> m_messages;

@@ -13,6 +13,13 @@ namespace {
 
 const QString versionOption = QStringLiteral("host-version");
 const QString innerOption = QStringLiteral("one-generation");
+const QString languageOption = QStringLiteral("language");
+const QString scaleOption = QStringLiteral("scale");
+const QString stateOption = QStringLiteral("state");
+const QString mishapOption = QStringLiteral("mishap");
+const QString darkOption = QStringLiteral("dark");
+constexpr int exitStepFailed = 1;
+constexpr int exitCrashed = 4;
 const QStringList generations = {QStringLiteral("15.8"), QStringLiteral("16")};
 
 // Numbers the lines of one generation's report on from `count`. False when one of them is a failure.
@@ -36,7 +43,7 @@ bool relay(QProcess &process, int &count, const QString &version) {
     return good;
 }
 
-bool walkOneGeneration(const QString &version, const QStringList &arguments, int &count) {
+bool walkOneGeneration(const QString &version, const QStringList &arguments, int &count, bool &crashed) {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(
@@ -46,16 +53,20 @@ bool walkOneGeneration(const QString &version, const QStringList &arguments, int
     const bool good = relay(process, count, version);
     if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0)
         return good;
-    std::fprintf(stdout, "not ok %d - host %s: the walk came to its end (exit code %d)\n", ++count,
-                 qPrintable(version), process.exitCode());
+    crashed = crashed || process.exitStatus() == QProcess::CrashExit;
+    std::fprintf(stdout, "not ok %d - host %s: the walk came to its end (%s %d)\n", ++count,
+                 qPrintable(version), crashed ? "killed by signal" : "exit code", process.exitCode());
     return false;
 }
 
 // A walk does not depend on the display, the language or the folders of the person who starts it.
-void prepareEnvironment(const walkthrough::PrivateBus &bus, const QTemporaryDir &home) {
+void prepareEnvironment(const walkthrough::PrivateBus &bus, const QTemporaryDir &home,
+                        const QCommandLineParser &parser) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
     qputenv("LC_ALL", "C.UTF-8");
+    qputenv("LANGUAGE", parser.value(languageOption).toUtf8());
+    qputenv("QT_SCALE_FACTOR", parser.value(scaleOption).toUtf8());
     for (const char *name :
          {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"}) {
         const QString folder = home.filePath(QString::fromLatin1(name));
@@ -69,20 +80,46 @@ void prepareEnvironment(const walkthrough::PrivateBus &bus, const QTemporaryDir 
                                   .toUtf8());
 }
 
-int walkAllGenerations(const QStringList &versions, const QStringList &arguments) {
+int walkAllGenerations(const QCommandLineParser &parser) {
+    const QStringList versions =
+        parser.isSet(versionOption) ? QStringList{parser.value(versionOption)} : generations;
+    QStringList arguments = parser.positionalArguments();
+    for (const QString &option : {stateOption, mishapOption})
+        if (parser.isSet(option))
+            arguments = QStringList{QStringLiteral("--") + option, parser.value(option)} + arguments;
+    if (parser.isSet(darkOption))
+        arguments.prepend(QStringLiteral("--") + darkOption);
     const walkthrough::PrivateBus bus;
     const QTemporaryDir home;
     if (bus.address().isEmpty()) {
         std::fprintf(stderr, "%s\n", qPrintable(bus.error()));
         return 3;
     }
-    prepareEnvironment(bus, home);
+    prepareEnvironment(bus, home, parser);
     int count = 0;
     bool good = true;
+    bool crashed = false;
     for (const QString &version : versions)
-        good = walkOneGeneration(version, arguments, count) && good;
+        good = walkOneGeneration(version, arguments, count, crashed) && good;
     std::fprintf(stdout, "1..%d\n", count);
-    return good ? 0 : 1;
+    return crashed ? exitCrashed : good ? 0 : exitStepFailed;
+}
+
+// As desktops have them; the style is told by nothing else.
+void useDarkPalette() {
+    const QColor back(0x2b, 0x2b, 0x2b), field(0x1e, 0x1e, 0x1e), text(0xea, 0xea, 0xea),
+        pale(0x8a, 0x8a, 0x8a);
+    QPalette palette(back);
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(role, text);
+        palette.setColor(QPalette::Disabled, role, pale);
+    }
+    palette.setColor(QPalette::Base, field);
+    palette.setColor(QPalette::AlternateBase, back);
+    palette.setColor(QPalette::PlaceholderText, pale);
+    palette.setColor(QPalette::Link, QColor(0x6c, 0xb0, 0xff));
+    palette.setColor(QPalette::Highlight, QColor(0x2f, 0x6f, 0xc4));
+    QApplication::setPalette(palette);
 }
 
 } // namespace
@@ -101,6 +138,20 @@ int main(int argc, char **argv) {
     parser.addHelpOption();
     parser.addOption({versionOption, QStringLiteral("Walk in this generation of the host alone."),
                       QStringLiteral("version")});
+    parser.addOption({languageOption, QStringLiteral("The desktop's language, as \"de\"."),
+                      QStringLiteral("language"), QStringLiteral("en")});
+    parser.addOption({scaleOption, QStringLiteral("Pixels for each point, in each direction."),
+                      QStringLiteral("ratio"), QStringLiteral("1")});
+    parser.addOption({darkOption, QStringLiteral("In a dark palette.")});
+    parser.addOption(
+        {stateOption,
+         QStringLiteral("Keep what the programs keep for their user, and begin with what is there."),
+         QStringLiteral("folder")});
+    parser.addOption(
+        {mishapOption,
+         QStringLiteral("Kill host, client, agent or bus when so many messages have gone over the "
+                        "bus, as in \"client:7\"; then the walk is not expected to be finished."),
+         QStringLiteral("whom:message")});
     QCommandLineOption inner(innerOption);
     inner.setFlags(QCommandLineOption::HiddenFromHelp);
     parser.addOption(inner);
@@ -114,9 +165,13 @@ int main(int argc, char **argv) {
     if (arguments.isEmpty())
         parser.showHelp(2);
 
+    if (parser.isSet(darkOption) && parser.isSet(innerOption))
+        useDarkPalette();
     if (parser.isSet(innerOption))
-        return walkthrough::walkTheRoad(parser.value(versionOption), arguments.value(0), arguments.value(1));
-    const QStringList versions =
-        parser.isSet(versionOption) ? QStringList{parser.value(versionOption)} : generations;
-    return walkAllGenerations(versions, arguments);
+        return walkthrough::walkTheRoad({.hostVersion = parser.value(versionOption),
+                                         .out = arguments.value(0),
+                                         .calendar = arguments.value(1),
+                                         .state = parser.value(stateOption),
+                                         .mishap = walkthrough::Mishap::parse(parser.value(mishapOption))});
+    return walkAllGenerations(parser);
 }

@@ -80,7 +80,7 @@ void defineEditor() {
     define("ERCalendarEventEditorViewController",
            {"content", "uncommittedChanges", "isDelegating", "isCancelMode", "isOccurrenceOrException",
             "isDirty", "setIsDirty:", "olmUCCapabilities", "setOlmUCCapabilities:", "locationTextField",
-            "view", "attendeeList"},
+            "view", "attendeeList", "currentEmailAccount"},
            {"vl_ERCalendarEventEditorViewController_saveArg:",
             "vl_ERCalendarEventEditorViewController_saveAndCloseWindow:",
             "vl_ERCalendarEventEditorViewController_saveAndCloseWindowAndReturnError:andReturnError:",
@@ -101,6 +101,7 @@ void defineHost() {
     define("ECMutableCalendarEvent", {"summary", "setSummary:", "location", "setLocation:", "body",
                                       "setBody:", "olmUCCapabilities", "setOlmUCCapabilities:"});
     define("ECCalendarEventAttendee", {"name", "emailAddress", "attendeeType"});
+    define("ECEmailAccount", {"emailAddress"});
     define("CCGridViewController", {"view", "selectedEvent"});
     define("OLCalendarGridViewWrapper", {"gridViewController", "gridViewControllers"});
     define("ERageMainWindowController", {});

@@ -89,11 +89,11 @@ TEST_F(Languages, GiveEachLetterToOneControlOfAWindowOnly) {
         QStringList keys;
         QString taken;
     } windows[] = {
-        {{"Audio_Telephony", "Audio_Voip", "Audio_Both", "Audio_ThirdParty", "RequirdMeetingPassword",
-          "EnableJoinBeforeHost", "UsePersonalMeetingID", "SaveDataTitle", "Button_Continue",
-          "Button_Cancel"},
+        {{"Video_Host", "Video_Paticipant", "Audio_Telephony", "Audio_Voip", "Audio_Both", "Audio_ThirdParty",
+          "RequirdMeetingPassword", "EnableJoinBeforeHost", "UsePersonalMeetingID", "SaveDataTitle",
+          "Button_Continue", "Button_Cancel"},
          {}},
-        {{"AddVelaButton", "AddPACButton", "CancelVelaButton", "ChangeSettingButton"}, "farultedvpzo"},
+        {{"AddVelaButton", "AddPACButton", "CancelVelaButton", "ChangeSettingButton"}, "farultednvpzo"},
         {{"Button_LaunchClient", "Button_Cancel"}, {}},
         {{"Button_OKGot", "Button_Cancel"}, {}},
         {{"Account1", "Account2"}, {}},

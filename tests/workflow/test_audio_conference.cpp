@@ -71,6 +71,7 @@ TEST_F(AudioConference, AnAccountWithoutInvitationGivesAnAlertAndNoMeeting) {
     EXPECT_EQ(alerts.messages.first().second, "[WarnMsg_PACIsDisabled]");
     EXPECT_EQ(strip->shown, QList<StripState>{StripState::NoMeeting});
     EXPECT_EQ(appointment->location(), "Room R");
+    EXPECT_FALSE(store().isPACMeeting()) << "a save would write its numbers";
 }
 
 TEST_F(AudioConference, TheUsersOwnTextIsWhatNoAccountPutThere) {

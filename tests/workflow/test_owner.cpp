@@ -42,7 +42,8 @@ TEST_F(Owner, OnlyTheEditionForItSchedulesForOthers) {
     EXPECT_EQ(onbehalf.isOnbehalf(windowID()), edition);
     EXPECT_EQ(onbehalf.onbehalfEmail(windowID()), edition ? "Boss@example.org" : "");
     EXPECT_FALSE(onbehalf.isCurrentScheduleVelaForOther(windowID())) << "nobody has granted it yet";
-    EXPECT_TRUE(manager().checkScheduleOwnerMatched(editor.get())) << "not checked for somebody who has not granted";
+    EXPECT_TRUE(manager().checkScheduleOwnerMatched(editor.get()))
+        << "not checked for somebody who has not granted";
     givenTheProfileIsLoaded(
         {{"bosses", QVariantList{QVariantMap{{"displayName", "B"}, {"email", "boss@example.org"}}}}});
     EXPECT_EQ(onbehalf.isCurrentScheduleVelaForOther(windowID()), edition);

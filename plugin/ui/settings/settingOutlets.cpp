@@ -93,13 +93,13 @@ void VlSettingViewController::connectActions() {
 
 // "On" and "Off" alone say nothing to someone who does not see the row; nor does a field without a label.
 void VlSettingViewController::nameForAccessibility() {
-    videoHostMatrix->setAccessibleName(textVideoHost->text());
-    videoParticipantMatrix->setAccessibleName(textVideoPaticipant->text());
+    const auto plain = [](const auto *labelled) { return labelled->text().remove(u'&'); };
+    videoHostMatrix->setAccessibleName(plain(textVideoHost));
+    videoParticipantMatrix->setAccessibleName(plain(textVideoPaticipant));
     for (QRadioButton *button : {m_host.on, m_host.off})
-        button->setAccessibleDescription(textVideoHost->text());
+        button->setAccessibleDescription(plain(textVideoHost));
     for (QRadioButton *button : {m_participants.on, m_participants.off})
-        button->setAccessibleDescription(textVideoPaticipant->text());
-    const auto plain = [](const QAbstractButton *button) { return button->text().remove(u'&'); };
+        button->setAccessibleDescription(plain(textVideoPaticipant));
     passwordTextField->setAccessibleName(plain(requiredMeetingPswButton));
     thirdPartyAudioTextField->setAccessibleName(plain(thirdPartyAudioButton));
 }

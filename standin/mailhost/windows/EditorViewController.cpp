@@ -121,8 +121,8 @@ QVariantMap EditorViewController::uncommittedChanges() const {
         changes.insert(keyPrefix() + u"organizer"_qs, now.organizerEmail);
     if (const QString html = m_body->bodyHtml(); html != asHtmlDocument(before.bodyHtml))
         changes.insert(keyPrefix() + u"body"_qs, html);
-    if (m_event->hasSetCapabilities())
-        noteText(changes, "olmUCCapabilities", m_event->olmUCCapabilities(), before.ucCapabilities);
+    if (m_capabilities || m_event->hasSetCapabilities())
+        noteText(changes, "olmUCCapabilities", olmUCCapabilities(), before.ucCapabilities);
     return changes;
 }
 
@@ -158,6 +158,11 @@ QWidget *EditorViewController::locationTextField() const {
     return m_form->locationField();
 }
 
+void EditorViewController::setOlmUCCapabilities(const QString &text) {
+    m_capabilities = text;
+    contentDidChange();
+}
+
 void EditorViewController::reloadComposeView() {
     m_body->load(m_event->stored().bodyHtml);
 }
@@ -169,7 +174,7 @@ void EditorViewController::contentDidChange() {
 bool EditorViewController::store(int sequenceStep, const QString &status) {
     Appointment appointment = m_form->values();
     const Appointment set = m_event->changeable();
-    appointment.ucCapabilities = set.ucCapabilities;
+    appointment.ucCapabilities = m_capabilities ? *m_capabilities : set.ucCapabilities;
     appointment.uid = set.uid;
     appointment.recurrenceId = set.recurrenceId;
     if (isOccurrenceOrException())
@@ -187,6 +192,7 @@ bool EditorViewController::store(int sequenceStep, const QString &status) {
         return false;
     }
     m_event->clearSet();
+    m_capabilities.reset();
     m_event->followStored();
     m_forcedDirty = false;
     m_shown = m_event->stored();

@@ -44,8 +44,11 @@ public:
     [[nodiscard]] bool isCancelMode() const { return m_cancelMode; }
     void setIsCancelMode(bool cancelMode);
     [[nodiscard]] bool isOccurrenceOrException() const;
-    [[nodiscard]] QString olmUCCapabilities() const { return m_event->olmUCCapabilities(); }
-    void setOlmUCCapabilities(const QString &text) { m_event->setOlmUCCapabilities(text); }
+    // What was set here is a change like what is typed: the event itself has it from the next save on.
+    [[nodiscard]] QString olmUCCapabilities() const {
+        return m_capabilities ? *m_capabilities : m_event->olmUCCapabilities();
+    }
+    void setOlmUCCapabilities(const QString &text);
     [[nodiscard]] QWidget *locationTextField() const;
     void reloadComposeView();
     void contentDidChange();
@@ -95,6 +98,7 @@ private:
     QPointer<QDialog> m_sheet;
     Appointment m_shown; // as the form and the body were filled last
     bool m_storing = false;
+    std::optional<QString> m_capabilities;
     bool m_forcedDirty = false;
     bool m_cancelMode = false;
 };

@@ -82,7 +82,9 @@ QWidget *EditorWindow::buildToolBar() {
     m_send = addButton(controls::sendButton, tr("Se&nd"));
     m_saveAndClose = addButton(controls::saveAndCloseButton, tr("Sa&ve && Close"));
     m_saveAndClose->setAccessibleName(tr("Save and close"));
-    m_delete = addButton(controls::deleteButton, tr("Delete"));
+    m_delete = addButton(controls::deleteButton, tr("Delete")); // its letters are those of the fields
+    m_delete->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_D));
+    m_delete->setToolTip(tr("Delete (%1)").arg(m_delete->shortcut().toString(QKeySequence::NativeText)));
     m_repeat = addButton(controls::repeatButton, tr("Re&peat…"));
     m_timeZone = addButton(controls::timeZoneButton, tr("Time &zone"));
     m_timeZone->setCheckable(true);
