@@ -1,10 +1,10 @@
 #include "platform/services/BinaryPropertyList.h"
 #include "platform/services/Storage.h"
+#include "platform/services/WholeFile.h"
 #include "platform/services/XmlPropertyList.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace platform {
 
@@ -31,8 +31,7 @@ public:
         const QByteArray xml = toXml(value);
         if (xml.isEmpty() || xml.size() > maximumSize)
             return false;
-        QSaveFile file(path);
-        return file.open(QIODevice::WriteOnly) && file.write(xml) == xml.size() && file.commit();
+        return writeWholeFile(path, xml);
     }
 };
 

@@ -1,10 +1,11 @@
 #include "standin/meetingclient/MeetingStore.h"
 
+#include "platform/services/WholeFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
-#include <QSaveFile>
 
 namespace meetingclient {
 
@@ -102,13 +103,11 @@ void MeetingStore::save() {
     if (m_path.isEmpty())
         return;
     QDir().mkpath(QFileInfo(m_path).path());
-    QSaveFile file(m_path);
-    const QByteArray bytes = QJsonDocument(m_root).toJson();
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+    QString reason;
+    if (platform::writeWholeFile(m_path, QJsonDocument(m_root).toJson(), &reason))
         m_lastError.clear();
     else
-        m_lastError =
-            QStringLiteral("The meetings file %1 cannot be written: %2").arg(m_path, file.errorString());
+        m_lastError = QStringLiteral("The meetings file %1 cannot be written: %2").arg(m_path, reason);
 }
 
 bool MeetingStore::signedIn() const {

@@ -1,7 +1,10 @@
 #include "standin/walkthrough/Input.h"
 
+#include "standin/walkthrough/Walk.h"
+
 #include <QAbstractButton>
 #include <QApplication>
+#include <QPointer>
 #include <QTest>
 #include <QWidget>
 #include <QWindow>
@@ -11,6 +14,7 @@ namespace walkthrough {
 namespace {
 
 constexpr int dragSteps = 8;
+constexpr int patience = 3000; // milliseconds
 
 bool canTake(QWidget *control) {
     if (!control || !control->isVisible() || !control->isEnabled())
@@ -49,8 +53,11 @@ bool click(QWidget *control) {
     return control && clickAt(control, control->rect().center());
 }
 
+// A person waits until a window that is in the way has closed.
 bool clickAt(QWidget *control, const QPoint &point) {
-    if (!canTake(control) || !windowOf(control))
+    const QPointer<QWidget> wanted(control);
+    if (!control || !Walk::waitFor([&wanted] { return !wanted || canTake(wanted); }, patience) || !wanted ||
+        !windowOf(control))
         return false;
     const QPoint at = inWindow(control, point);
     // From outside, as a hand comes: the toolkit takes a move to where the pointer was last for none.

@@ -1,6 +1,7 @@
 // Walks the whole road on the real windows without a person: parlo-walkthrough [--host-version V] OUT
 // [my.ics]
 #include "standin/walkthrough/Desktop.h"
+#include "standin/walkthrough/Noise.h"
 #include "standin/walkthrough/RoadSteps.h"
 
 #include <QApplication>
@@ -17,6 +18,7 @@ const QString languageOption = QStringLiteral("language");
 const QString scaleOption = QStringLiteral("scale");
 const QString stateOption = QStringLiteral("state");
 const QString mishapOption = QStringLiteral("mishap");
+const QString noiseOption = QStringLiteral("noise");
 const QString darkOption = QStringLiteral("dark");
 constexpr int exitStepFailed = 1;
 constexpr int exitCrashed = 4;
@@ -91,17 +93,26 @@ int walkAllGenerations(const QCommandLineParser &parser) {
         arguments.prepend(QStringLiteral("--") + darkOption);
     const walkthrough::PrivateBus bus;
     const QTemporaryDir home;
+    QProcess noise;
     if (bus.address().isEmpty()) {
         std::fprintf(stderr, "%s\n", qPrintable(bus.error()));
         return 3;
     }
     prepareEnvironment(bus, home, parser);
+    if (parser.isSet(noiseOption))
+        noise.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--make-noise")});
     int count = 0;
     bool good = true;
     bool crashed = false;
     for (const QString &version : versions)
         good = walkOneGeneration(version, arguments, count, crashed) && good;
     std::fprintf(stdout, "1..%d\n", count);
+    if (parser.isSet(noiseOption) && noise.state() != QProcess::Running) {
+        std::fprintf(stdout, "not ok - the noise came to its end before the walk\n");
+        good = false;
+    }
+    noise.kill();
+    noise.waitForFinished();
     return crashed ? exitCrashed : good ? 0 : exitStepFailed;
 }
 
@@ -152,6 +163,10 @@ int main(int argc, char **argv) {
          QStringLiteral("Kill host, client, agent or bus when so many messages have gone over the "
                         "bus, as in \"client:7\"; then the walk is not expected to be finished."),
          QStringLiteral("whom:message")});
+    parser.addOption({noiseOption, QStringLiteral("Flood the bus with what is neither request nor answer.")});
+    QCommandLineOption makeNoise(QStringLiteral("make-noise"));
+    makeNoise.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.addOption(makeNoise);
     QCommandLineOption inner(innerOption);
     inner.setFlags(QCommandLineOption::HiddenFromHelp);
     parser.addOption(inner);
@@ -161,6 +176,8 @@ int main(int argc, char **argv) {
                                  QStringLiteral("Walk on a copy of this calendar."),
                                  QStringLiteral("[my.ics]"));
     parser.process(application);
+    if (parser.isSet(makeNoise))
+        return walkthrough::makeNoise();
     const QStringList arguments = parser.positionalArguments();
     if (arguments.isEmpty())
         parser.showHelp(2);

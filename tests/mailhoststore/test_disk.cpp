@@ -1,5 +1,6 @@
 #include "standin/mailhost/store/SampleCalendar.h"
 #include "tests/mailhoststore/StoreFixture.h"
+#include "tests/support/FullDisk.h"
 
 #include <unistd.h>
 
@@ -118,4 +119,19 @@ TEST_F(DiskTest, AFailedSaveSaysSoAndCanBeRepeated) {
     EXPECT_TRUE(file->save(&error));
     const QByteArray text = octets(file->path());
     EXPECT_TRUE(text.contains("PRODID:") && text.contains("VERSION:2.0\r\n"));
+}
+
+TEST_F(DiskTest, AFullDiskIsSaidAndCostsNothing) {
+    const auto file = changedSample();
+    const QByteArray before = octets(path());
+    QString error;
+    {
+        const FullDisk full;
+        EXPECT_FALSE(file->save(&error));
+    }
+    EXPECT_TRUE(error.contains(QStringLiteral("cannot be saved"))) << qPrintable(error);
+    EXPECT_EQ(octets(path()), before);
+    EXPECT_EQ(QDir(QFileInfo(path()).path()).entryList(QDir::Files).size(), 1) << "nothing temporary is left";
+    EXPECT_TRUE(file->save(&error)) << "once there is room again: " << qPrintable(error);
+    EXPECT_TRUE(octets(path()).contains("Changed here"));
 }

@@ -1,4 +1,6 @@
 #include "standin/meetingclient/MeetingStore.h"
+#include "standin/meetingclient/People.h"
+#include "tests/support/FullDisk.h"
 
 #include <QDir>
 #include <QFile>
@@ -53,4 +55,48 @@ TEST_F(StoreTest, ADamagedFileIsKeptAsideAndNotOverwritten) {
     QFile aside(path + QStringLiteral(".broken-1"));
     ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
     EXPECT_EQ(aside.readAll(), damaged);
+}
+
+TEST_F(StoreTest, AFullDiskIsSaidAndTheFileStaysWhole) {
+    MeetingStore store(path);
+    const QString key = store.addMeeting({{"subject", "Before"}});
+    {
+        const FullDisk full;
+        store.addMeeting({{"subject", "No room"}});
+        EXPECT_FALSE(store.lastError().isEmpty());
+        EXPECT_TRUE(MeetingStore(path).meeting(key));
+    }
+    const QString later = store.addMeeting({{"subject", "Room again"}});
+    EXPECT_TRUE(store.lastError().isEmpty());
+    EXPECT_EQ(MeetingStore(path).meetings().size(), store.meetings().size())
+        << "what had no room is kept now";
+    EXPECT_TRUE(MeetingStore(path).meeting(later));
+}
+
+TEST_F(StoreTest, OrdersChangeTheUserTheAccountsAndForWhomIsScheduled) {
+    MeetingStore store{QString()};
+    QString error;
+    const QString room = store.profile().value("roomMeetingId").toString();
+    EXPECT_TRUE(obey(store, "accounts two", &error));
+    EXPECT_EQ(store.accounts().size(), 2);
+    EXPECT_TRUE(obey(store, "accounts disabled", &error));
+    EXPECT_TRUE(store.accounts()[1].toObject().value("invitation").toString().isEmpty());
+    EXPECT_TRUE(obey(store, "user u-1002", &error));
+    EXPECT_EQ(store.profile().value("userId").toString(), "u-1002");
+    const QString newRoom = store.profile().value("roomMeetingId").toString();
+    EXPECT_NE(newRoom, room);
+    EXPECT_EQ(store.meeting(newRoom)->value("meetingKey").toString(), newRoom);
+    EXPECT_TRUE(store.meeting(room)) << "meetings of others stay";
+    EXPECT_TRUE(obey(store, "bosses kim@parlo.example", &error));
+    EXPECT_EQ(store.profile().value("bosses").toArray()[0].toObject().value("displayName").toString(),
+              "Kim Principal");
+    EXPECT_TRUE(obey(store, "bosses none", &error));
+    EXPECT_TRUE(store.profile().value("bosses").toArray().isEmpty());
+    EXPECT_TRUE(error.isEmpty());
+    for (const char *wrong : {"accounts seven", "user u-9", "bosses", "accounts"}) {
+        EXPECT_TRUE(isOrder(wrong));
+        EXPECT_FALSE(obey(store, wrong, &error)) << wrong;
+        EXPECT_FALSE(error.isEmpty());
+    }
+    EXPECT_FALSE(isOrder("delay schedule 5"));
 }

@@ -1,9 +1,10 @@
 #include "standin/mailhost/store/CalendarFilePrivate.h"
 
+#include "platform/services/WholeFile.h"
+
 #include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace mailhost {
 
@@ -107,10 +108,10 @@ bool replaceCalendarText(const QString &path, const QByteArray &text, const QByt
             return false;
         }
     }
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit())
+    QString reason;
+    if (platform::writeWholeFile(path, text, &reason))
         return true;
-    *error = QStringLiteral("“%1” cannot be saved: %2. The file is as it was.").arg(name, file.errorString());
+    *error = QStringLiteral("“%1” cannot be saved: %2. The file is as it was.").arg(name, reason);
     return false;
 }
 

@@ -1,11 +1,12 @@
 // Messages about an appointment: iTIP (RFC 5546), and its mail form iMIP (RFC 6047).
 #include "standin/mailhost/store/AppointmentReader.h"
+
+#include "platform/services/WholeFile.h"
 #include "standin/mailhost/store/CalendarFilePrivate.h"
 #include "standin/mailhost/store/MailText.h"
 #include "standin/mailhost/store/TextValue.h"
 
 #include <QDir>
-#include <QSaveFile>
 #include <QUuid>
 
 namespace mailhost {
@@ -156,11 +157,10 @@ QString writeImipMessage(const QString &outbox, const CalendarFile &calendar, co
                  QUuid::createUuid().toString(QUuid::Id128).left(8));
     const QString path = QDir(outbox).filePath(name);
     const QByteArray mail = mailMessage(appointment, text, cancel);
-    QSaveFile file(path);
-    if (QDir().mkpath(outbox) && file.open(QIODevice::WriteOnly) && file.write(mail) == mail.size() &&
-        file.commit())
+    QString reason = QStringLiteral("the folder cannot be made");
+    if (QDir().mkpath(outbox) && platform::writeWholeFile(path, mail, &reason))
         return path;
-    sentence = QStringLiteral("The message cannot be written to “%1”: %2.").arg(outbox, file.errorString());
+    sentence = QStringLiteral("The message cannot be written to “%1”: %2.").arg(outbox, reason);
     return {};
 }
 

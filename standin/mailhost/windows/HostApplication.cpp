@@ -1,6 +1,7 @@
 #include "standin/mailhost/windows/HostApplication.h"
 
 #include "platform/runtime/Loading.h"
+#include "platform/services/WholeFile.h"
 #include "platform/toolkit/Windows.h"
 #include "standin/mailhost/model/Bind.h"
 #include "standin/mailhost/model/HostContext.h"
@@ -9,7 +10,6 @@
 
 #include <QCommandLineParser>
 #include <QDir>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 namespace mailhost {
@@ -18,10 +18,10 @@ namespace {
 
 bool writeFile(const QString &path, const QByteArray &bytes, QString *error) {
     QDir().mkpath(QFileInfo(path).path());
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+    QString reason;
+    if (platform::writeWholeFile(path, bytes, &reason))
         return true;
-    *error = QObject::tr("%1 cannot be written: %2").arg(path, file.errorString());
+    *error = QObject::tr("%1 cannot be written: %2").arg(path, reason);
     return false;
 }
 

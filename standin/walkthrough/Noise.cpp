@@ -1,0 +1,68 @@
+#include "standin/walkthrough/Noise.h"
+
+#include "platform/services/Services.h"
+
+#include <QCoreApplication>
+#include <QRandomGenerator>
+#include <QTimer>
+#include <csignal>
+#include <sys/prctl.h>
+
+namespace walkthrough {
+
+namespace {
+
+constexpr int pause = 2; // milliseconds between two bursts
+constexpr int burst = 4;
+constexpr int hugeText = 1'000'000;
+constexpr quint32 seed = 20261124; // the same noise every time
+
+const QString channels[] = {QStringLiteral("VelaVideoClientToVelaOutlookPlugin_PRL"),
+                            QStringLiteral("VelaOutlookPluginToVelaVideoClient_PRL"),
+                            QStringLiteral("VelaOutlookPluginToVelaVideoClient")};
+// None of them is a request or an answer, whatever the number before it.
+const QString texts[] = {
+    QStringLiteral("{\"unclosed\": ["), QStringLiteral(";;;;;;;;;;;;;;;"),   QString(),
+    QStringLiteral("%%%not base64%%%"), QStringLiteral("9;no such command"), QString(QChar(0xd800))};
+
+platform::TextMap somethingElse(QRandomGenerator &random) {
+    // Numbers that stand for nothing: 0, and from 200 on.
+    const quint32 action = random.bounded(2) ? 0 : 200 + random.bounded(100000u);
+    platform::TextMap info{{QStringLiteral("actionId"), QString::number(action)},
+                           {QStringLiteral("content"), texts[random.bounded(int(std::size(texts)))]}};
+    switch (random.bounded(40)) {
+    case 0:
+        info.insert(QStringLiteral("content"), QString(hugeText, u'x'));
+        break;
+    case 1:
+        info.insert(QStringLiteral("actionId"), QStringLiteral("not a number"));
+        break;
+    case 2:
+        info.clear();
+        break;
+    case 3:
+        info.remove(QStringLiteral("content"));
+        break;
+    default:
+        break;
+    }
+    return info;
+}
+
+} // namespace
+
+int makeNoise() {
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    platform::setServices(platform::makeDesktopServices({}));
+    QRandomGenerator random(seed);
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&random] {
+        for (int i = 0; i < burst; ++i)
+            platform::services().distributedNotifications->post(channels[random.bounded(int(std::size(channels)))],
+                                                                QString(), somethingElse(random), true);
+    });
+    timer.start(pause);
+    return QCoreApplication::exec();
+}
+
+} // namespace walkthrough
