@@ -135,7 +135,8 @@ bool CalendarWalk::followSeries() {
             days[occurrence.uid].append(occurrence.instanceId);
     }
     for (auto it = exceptions.cbegin(); it != exceptions.cend(); ++it)
-        if (days.value(it.key()).size() > 1 && session.isOwner(m_road.inFile(it.key())))
+        if (days.value(it.key()).size() > 1 && session.isOwner(m_road.inFile(it.key())) &&
+            m_road.meetingKey(it.key()).isEmpty())
             return changeDays(it.key(), days[it.key()].first(), days[it.key()].last(), it.value());
     m_walk.comment(QStringLiteral("no series of one's own with a changed day: none is walked with"));
     return true;

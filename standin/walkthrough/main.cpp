@@ -99,15 +99,17 @@ int walkAllGenerations(const QCommandLineParser &parser) {
         return 3;
     }
     prepareEnvironment(bus, home, parser);
-    if (parser.isSet(noiseOption))
+    if (parser.isSet(noiseOption)) {
         noise.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--make-noise")});
+        noise.waitForStarted();
+    }
     int count = 0;
     bool good = true;
     bool crashed = false;
     for (const QString &version : versions)
         good = walkOneGeneration(version, arguments, count, crashed) && good;
     std::fprintf(stdout, "1..%d\n", count);
-    if (parser.isSet(noiseOption) && noise.state() != QProcess::Running) {
+    if (parser.isSet(noiseOption) && (noise.waitForFinished(0) || noise.state() != QProcess::Running)) {
         std::fprintf(stdout, "not ok - the noise came to its end before the walk\n");
         good = false;
     }
