@@ -14,6 +14,10 @@ namespace rt {
 
 class Class;
 
+namespace detail {
+inline const Value noValue;
+}
+
 // The arguments of one call. Reading beyond the last one gives no value, never another caller's memory.
 class Args {
 public:
@@ -25,7 +29,9 @@ public:
         : m_data(values.data())
         , m_count(int(values.size())) {}
     [[nodiscard]] int count() const { return m_count; }
-    [[nodiscard]] const Value &operator[](int index) const;
+    [[nodiscard]] const Value &operator[](int index) const {
+        return index >= 0 && index < m_count ? m_data[index] : detail::noValue;
+    }
     [[nodiscard]] const Value *data() const { return m_data; }
 
 private:
@@ -97,12 +103,19 @@ public:
     [[nodiscard]] Class *metaclass() const { return m_metaclass; }
     [[nodiscard]] bool isSubclassOf(const Class *other) const; // also true for itself
     // The nearest method up the class chain, or nullptr. Cached; nullptr for the null selector.
-    [[nodiscard]] Method *lookup(Selector selector);
+    [[nodiscard]] Method *lookup(Selector selector) {
+        const CacheSlot &slot = m_cache[selector.hash() >> cacheShift];
+        // The null selector, which is what an empty slot holds, has no method.
+        return slot.selector == selector ? slot.method : lookupAndKeep(selector);
+    }
 
 private:
     friend class Registry;
     Class(QString name, Class *superclass, Class *metaclass);
+    Method *lookupAndKeep(Selector selector);
     Method *lookupUncached(Selector selector) const;
+    static constexpr int cacheBits = 6;
+    static constexpr int cacheShift = 32 - cacheBits; // the upper bits of a selector's hash
     struct CacheSlot {
         Selector selector;
         Method *method = nullptr;
@@ -111,7 +124,7 @@ private:
     Class *m_superclass;
     Class *m_metaclass;
     QHash<Selector, Method *> m_methods;
-    std::array<CacheSlot, 64> m_cache{};
+    std::array<CacheSlot, 1U << cacheBits> m_cache{};
 };
 
 } // namespace rt

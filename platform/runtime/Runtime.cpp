@@ -22,11 +22,6 @@ const detail::SelectorEntry *intern(const QString &name) {
     return entry;
 }
 
-const Value &noValue() {
-    static const Value *value = new Value;
-    return *value;
-}
-
 } // namespace
 
 Selector::Selector(const QString &name)
@@ -36,10 +31,6 @@ Selector::Selector(const char *name)
 
 QString Selector::name() const {
     return m_entry ? m_entry->name : QString();
-}
-
-const Value &Args::operator[](int index) const {
-    return index >= 0 && index < m_count ? m_data[index] : noValue();
 }
 
 Object::~Object() {
@@ -76,16 +67,13 @@ Method *Class::lookupUncached(Selector selector) const {
     return nullptr;
 }
 
-Method *Class::lookup(Selector selector) {
+Method *Class::lookupAndKeep(Selector selector) {
     if (selector.isNull())
         return nullptr;
-    CacheSlot &slot = m_cache[selector.hash() >> 26];
-    if (slot.selector == selector)
-        return slot.method;
     Method *method = lookupUncached(selector);
     // A miss is not kept: the method may be added later to this class or to one above it.
     if (method)
-        slot = {selector, method};
+        m_cache[selector.hash() >> cacheShift] = {selector, method};
     return method;
 }
 
@@ -167,17 +155,6 @@ bool isKindOf(const Object *object, const Class *cls) {
 
 bool respondsTo(Object *object, Selector selector) {
     return object && object->isa() && object->isa()->lookup(selector) != nullptr;
-}
-
-Value sendArgs(Object *object, Selector selector, Args arguments) {
-    return object ? sendSuper(object, object->isa(), selector, arguments) : Value();
-}
-
-Value sendSuper(Object *object, Class *start, Selector selector, Args arguments) {
-    if (!object || !start || arguments.count() != selector.argumentCount())
-        return {};
-    Method *method = start->lookup(selector);
-    return method ? method->implementation(object, selector, arguments) : Value();
 }
 
 namespace {

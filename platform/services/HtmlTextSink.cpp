@@ -4,49 +4,9 @@
 #include <array>
 #include <charconv>
 #include <strings.h>
-#include <unordered_map>
 #include <utility>
 
 namespace platform {
-
-struct HtmlTagTable {
-    using Table = std::unordered_map<std::string_view, unsigned>;
-
-    static const Table &table() {
-        static const auto *made = new Table(make());
-        return *made;
-    }
-
-private:
-    static Table make() {
-        Table table;
-        for (const char *name :
-             {"address", "article", "aside",      "blockquote", "center",   "dd",       "details", "dialog",
-              "dir",     "div",     "dl",         "dt",         "fieldset", "figure",   "footer",  "form",
-              "header",  "legend",  "main",       "menu",       "nav",      "optgroup", "section", "summary",
-              "hgroup",  "caption", "figcaption", "td",         "th"})
-            table[name] = HtmlTag::Block;
-        for (const char *name : {"p", "h1", "h2", "h3", "h4", "h5", "h6"})
-            table[name] = HtmlTag::Block | HtmlTag::Paragraph;
-        // Table structure ends a line and has none of its own: the lines are those of the cells.
-        for (const char *name : {"table", "thead", "tbody", "tfoot", "tr"})
-            table[name] = HtmlTag::Table;
-        for (const char *name :
-             {"script", "style", "head", "title", "template", "iframe", "noframes", "noembed"})
-            table[name] = HtmlTag::Hidden;
-        for (const char *name : {"pre", "listing", "xmp", "plaintext"})
-            table[name] = HtmlTag::Block | HtmlTag::Preformatted;
-        for (const char *name : {"input", "meta", "link", "base", "area", "col", "param", "wbr", "frame"})
-            table[name] = HtmlTag::Void;
-        table["hr"] = HtmlTag::Block | HtmlTag::Void;
-        table["li"] = HtmlTag::Block | HtmlTag::Paragraph | HtmlTag::ListItem;
-        table["ul"] = HtmlTag::Block | HtmlTag::BulletList;
-        table["ol"] = HtmlTag::Block | HtmlTag::NumberedList;
-        table["br"] = HtmlTag::LineBreak;
-        table["img"] = HtmlTag::Image;
-        return table;
-    }
-};
 
 namespace {
 
@@ -105,13 +65,6 @@ constexpr std::array<std::string_view, 32> windows1252 = {
     "\xC5\xB8",
 };
 
-const char *attribute(HtmlTextSink::Attributes attributes, const char *name) {
-    for (; attributes && *attributes; attributes += 2)
-        if (strcasecmp(attributes[0], name) == 0)
-            return attributes[1] ? attributes[1] : "";
-    return nullptr;
-}
-
 std::string_view trimmed(std::string_view text) {
     while (!text.empty() && classOf(text.front()) == Space)
         text.remove_prefix(1);
@@ -133,10 +86,7 @@ bool isDisplayNone(std::string_view declaration) {
 }
 
 bool isNotDisplayed(HtmlTextSink::Attributes attributes) {
-    const char *style = attribute(attributes, "style");
-    if (!style)
-        return false;
-    std::string_view rest = style;
+    std::string_view rest = attributes.style;
     while (!rest.empty()) {
         const std::size_t end = rest.find(';');
         if (isDisplayNone(rest.substr(0, end)))
@@ -146,10 +96,7 @@ bool isNotDisplayed(HtmlTextSink::Attributes attributes) {
     return false;
 }
 
-long numberAttribute(HtmlTextSink::Attributes attributes, const char *name, long fallback) {
-    const char *value = attribute(attributes, name);
-    if (!value)
-        return fallback;
+long numberIn(std::string_view value, long fallback) {
     const std::string_view digits = trimmed(value);
     long number = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
@@ -158,12 +105,6 @@ long numberAttribute(HtmlTextSink::Attributes attributes, const char *name, long
 }
 
 } // namespace
-
-HtmlTag HtmlTag::named(std::string_view lowerCaseName) {
-    const auto &table = HtmlTagTable::table();
-    const auto found = table.find(lowerCaseName);
-    return HtmlTag(found == table.end() ? 0U : found->second);
-}
 
 bool HtmlTextSink::atLineStart() const {
     return m_text.empty() || m_text.back() == '\n' || m_text.size() == m_afterMarker;
@@ -195,19 +136,19 @@ void HtmlTextSink::startItem(Attributes attributes) {
         m_text += bullet;
     } else {
         List &list = m_lists.back();
-        const long number = numberAttribute(attributes, "value", list.next);
+        const long number = numberIn(attributes.value, list.next);
         list.next = number + 1;
         m_text += '\t' + std::to_string(number) + ".\t";
     }
     m_afterMarker = m_text.size();
 }
 
-void HtmlTextSink::startBlock(HtmlTag tag, Attributes attributes) {
+void HtmlTextSink::startBlock(HtmlElement tag, Attributes attributes) {
     breakBeforeBlock(tag.isListItem());
     m_breakIsSeparator = tag.isParagraph();
     m_frames.back().start = m_text.size();
     if (tag.isList())
-        m_lists.push_back({tag.isNumberedList(), numberAttribute(attributes, "start", 1)});
+        m_lists.push_back({tag.isNumberedList(), numberIn(attributes.start, 1)});
     if (tag.isListItem())
         startItem(attributes);
     if (tag.isPreformatted()) {
@@ -229,7 +170,7 @@ void HtmlTextSink::addLineBreak() {
     }
 }
 
-void HtmlTextSink::open(HtmlTag tag, Attributes attributes) {
+void HtmlTextSink::open(HtmlElement tag, Attributes attributes) {
     m_frames.push_back({tag, m_text.size(), m_breakIsSeparator, m_preformatted, false});
     if (tag.isHidden() || (m_hiddenDepth == 0 && isNotDisplayed(attributes))) {
         m_frames.back().hidden = true;
@@ -248,7 +189,7 @@ void HtmlTextSink::open(HtmlTag tag, Attributes attributes) {
     }
 }
 
-void HtmlTextSink::openFlattened(HtmlTag tag) {
+void HtmlTextSink::openFlattened(HtmlElement tag) {
     if (m_hiddenDepth == 0 && (tag.isBlock() || tag.isTable()))
         breakBeforeBlock(false);
 }

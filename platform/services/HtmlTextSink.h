@@ -1,6 +1,8 @@
 // Turns a stream of HTML tags and characters into plain text. Everything in it is UTF-8.
 #pragma once
 
+#include "platform/services/HtmlElement.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -8,57 +10,21 @@
 
 namespace platform {
 
-// What a tag does to the text around it.
-class HtmlTag {
-public:
-    [[nodiscard]] static HtmlTag named(std::string_view lowerCaseName);
-
-    [[nodiscard]] bool isBlock() const { return has(Block); }
-    [[nodiscard]] bool isTable() const { return has(Table); }
-    [[nodiscard]] bool isHidden() const { return has(Hidden); }
-    [[nodiscard]] bool isPreformatted() const { return has(Preformatted); }
-    [[nodiscard]] bool isListItem() const { return has(ListItem); }
-    [[nodiscard]] bool isList() const { return has(BulletList | NumberedList); }
-    [[nodiscard]] bool isNumberedList() const { return has(NumberedList); }
-    [[nodiscard]] bool isLineBreak() const { return has(LineBreak); }
-    [[nodiscard]] bool isImage() const { return has(Image); }
-    // A <br> directly in it separates lines of one paragraph.
-    [[nodiscard]] bool isParagraph() const { return has(Paragraph); }
-    // Whether losing track of where it ends changes no more than where an outer element ends.
-    [[nodiscard]] bool canBeFlattened() const {
-        return !has(Hidden | Preformatted | LineBreak | Image | Void);
-    }
-
-private:
-    friend struct HtmlTagTable;
-    enum Trait : unsigned {
-        Block = 1,
-        Table = 2,
-        Hidden = 4,
-        Preformatted = 8,
-        ListItem = 16,
-        BulletList = 32,
-        NumberedList = 64,
-        LineBreak = 128,
-        Image = 256,
-        Paragraph = 512,
-        Void = 1024,
-    };
-    constexpr explicit HtmlTag(unsigned traits)
-        : m_traits(traits) {}
-    [[nodiscard]] bool has(unsigned traits) const { return (m_traits & traits) != 0; }
-    unsigned m_traits;
+// Those that matter, as they stand in the tag. One that is not there has no data.
+struct HtmlAttributes {
+    std::string_view style;
+    std::string_view start;
+    std::string_view value;
 };
 
 class HtmlTextSink {
 public:
-    // Name, value, name, value, ..., nullptr. A value may be nullptr. Only borrowed for one call.
-    using Attributes = const char *const *;
+    using Attributes = const HtmlAttributes &;
 
     void reserve(std::size_t bytes) { m_text.reserve(bytes); }
-    void open(HtmlTag tag, Attributes attributes);
+    void open(HtmlElement tag, Attributes attributes);
     // A tag whose end will not be told.
-    void openFlattened(HtmlTag tag);
+    void openFlattened(HtmlElement tag);
     // Ends the tag that was opened last. Nothing when none is open.
     void close();
     void text(std::string_view characters);
@@ -71,7 +37,7 @@ private:
         long next;
     };
     struct Frame {
-        HtmlTag tag;
+        HtmlElement tag;
         std::size_t start;     // length of the text where its content begins
         bool breakIsSeparator; // of what surrounds it
         bool preformatted;     // of what surrounds it
@@ -80,7 +46,7 @@ private:
     // The last character, where white space that follows it, or the end of its block, depends on it.
     enum class Tail { Firm, SoftSpace, SoftSeparator };
 
-    void startBlock(HtmlTag tag, Attributes attributes);
+    void startBlock(HtmlElement tag, Attributes attributes);
     void startItem(Attributes attributes);
     void breakLine(bool evenWhenEmpty);
     void breakBeforeBlock(bool item);

@@ -1,5 +1,8 @@
 #include "platform/services/NotificationSignal.h"
 
+#include "platform/services/NotificationLimits.h"
+
+#include <QStringDecoder>
 #include <algorithm>
 #include <cstring>
 
@@ -13,7 +16,7 @@ constexpr const char *memberName = "Posted";
 constexpr const char *signature = "ssa{ss}";
 
 int appendText(sd_bus_message *message, const QString &text) {
-    return sd_bus_message_append_basic(message, 's', text.toUtf8().constData());
+    return sd_bus_message_append_basic(message, 's', carriedText(text).toUtf8().constData());
 }
 
 int appendEntry(sd_bus_message *message, const QString &key, const QString &value) {
@@ -36,7 +39,10 @@ bool readText(sd_bus_message *message, QString *text) {
     const char *bytes = nullptr;
     if (sd_bus_message_read_basic(message, 's', &bytes) <= 0 || !bytes)
         return false;
-    *text = QString::fromUtf8(bytes);
+    // A byte order mark at its beginning is a character like any other.
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+    *text = decoder(QByteArrayView(bytes, qsizetype(std::strlen(bytes))));
     return true;
 }
 

@@ -2,6 +2,9 @@
 
 #include "platform/services/NotificationLimits.h"
 
+#include <algorithm>
+#include <functional>
+
 namespace platform {
 
 void NotificationCenter::post(const QString &name, const QVariantMap &userInfo) {
@@ -32,11 +35,23 @@ qint64 utf8Size(QStringView text) {
     return size;
 }
 
+bool isCarried(char32_t code) {
+    return !QChar::isSurrogate(code) && (code < 0xFDD0 || code > 0xFDEF) && (code & 0xFFFE) != 0xFFFE;
+}
+
 bool hasNul(const QString &text) {
     return text.contains(QChar(u'\0'));
 }
 
 } // namespace
+
+QString carriedText(const QString &text) {
+    QList<uint> codes = text.toUcs4();
+    if (std::all_of(codes.cbegin(), codes.cend(), isCarried))
+        return text;
+    std::replace_if(codes.begin(), codes.end(), std::not_fn(isCarried), uint(QChar::ReplacementCharacter));
+    return QString::fromUcs4(reinterpret_cast<const char32_t *>(codes.constData()), codes.size());
+}
 
 QString refusalOf(const QString &name, const QString &sender, const TextMap &userInfo) {
     bool nul = hasNul(name) || hasNul(sender);

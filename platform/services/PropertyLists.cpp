@@ -5,6 +5,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 
 namespace platform {
 
@@ -16,7 +17,9 @@ public:
         QFile file(path);
         if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
             return {};
-        return parse(file.read(maximumSize + 1)); // one more than is parsed: the file may be growing
+        // One more than is parsed: the file may be growing. Not simply that much: the memory is taken
+        // beforehand.
+        return parse(file.read(std::min(file.size(), maximumSize) + 1));
     }
 
     rt::Value parse(const QByteArray &bytes) const override {

@@ -59,8 +59,7 @@ void MemoryNotificationBus::post(const QString &name, const QString &sender, con
     m_posted.append({name, sender, userInfo, deliverImmediately});
     TextMap arriving = userInfo;
     for (QString &value : arriving) {
-        if (value.isNull())
-            value = QLatin1String(""); // a wire knows no null text
+        value = value.isNull() ? QStringLiteral("") : carriedText(value); // a wire knows no null text
     }
     m_runLoop.callAfter(0, [this, alive = std::weak_ptr<bool>(m_alive), name, arriving] {
         if (!alive.expired())

@@ -7,6 +7,7 @@
 // Accounts are numbered from 1; for any other number a text is "" and the meeting number 0.
 class CVlGetPACProtoParse {
 public:
+    CVlGetPACProtoParse() = default; // reads the last good message
     CVlGetPACProtoParse(const void *bytes, int size);
 
     [[nodiscard]] int GetPACCount() const;

@@ -9,5 +9,5 @@ template<typename Message>
 void replaceWhenParsed(Message &kept, const void *bytes, int size) {
     Message fresh;
     if (vlProtoBufConvert::ProtoFromByteStream(&fresh, bytes, size))
-        kept = fresh;
+        kept.Swap(&fresh);
 }

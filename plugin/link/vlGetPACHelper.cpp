@@ -18,6 +18,9 @@ void vlGetPACHelper::setPACInfo(const QString &base64) {
     if (base64.isNull())
         return;
     m_dataPACInfo = base64;
+    // Parsed here, once. What does not parse leaves the last good message in place, for all that is asked.
+    if (hasPACInfo())
+        static_cast<void>(readerOver<Accounts>(m_dataPACInfo));
     savePACConfigToLocal();
 }
 
@@ -26,29 +29,27 @@ void vlGetPACHelper::savePACConfigToLocal() const {
 }
 
 int vlGetPACHelper::pacCount() const {
-    return hasPACInfo() ? readerOver<Accounts>(m_dataPACInfo).GetPACCount() : 0;
+    return hasPACInfo() ? Accounts().GetPACCount() : 0;
 }
 
 QString vlGetPACHelper::pacDialInNumber(int account) const {
-    return hasPACInfo() ? readerOver<Accounts>(m_dataPACInfo).GetPACDialInNumber(account) : QString();
+    return hasPACInfo() ? Accounts().GetPACDialInNumber(account) : QString();
 }
 
 QString vlGetPACHelper::pacDialInNumberWithCommaSeparator(int account) const {
-    return hasPACInfo() ? readerOver<Accounts>(m_dataPACInfo).GetPACDialInNumberWithCommaSeparator(account)
-                        : QString();
+    return hasPACInfo() ? Accounts().GetPACDialInNumberWithCommaSeparator(account) : QString();
 }
 
 QString vlGetPACHelper::pacMeetingID(int account) const {
-    return hasPACInfo() ? QString::number(readerOver<Accounts>(m_dataPACInfo).GetPACMeetingNumber(account))
-                        : QString();
+    return hasPACInfo() ? QString::number(Accounts().GetPACMeetingNumber(account)) : QString();
 }
 
 QString vlGetPACHelper::invitationMail(int account) const {
-    return hasPACInfo() ? readerOver<Accounts>(m_dataPACInfo).GetInvitationEmail(account) : QString();
+    return hasPACInfo() ? Accounts().GetInvitationEmail(account) : QString();
 }
 
 QString vlGetPACHelper::htmlInvitationMail(int account) const {
-    return hasPACInfo() ? readerOver<Accounts>(m_dataPACInfo).GetHtmlInvitationEmail(account) : QString();
+    return hasPACInfo() ? Accounts().GetHtmlInvitationEmail(account) : QString();
 }
 
 bool vlGetPACHelper::supportHtmlInvitationMail(int account) const {

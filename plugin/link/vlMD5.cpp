@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <bit>
 #include <limits>
+#include <utility>
 
 namespace Quarvo {
 
@@ -30,22 +31,39 @@ constexpr std::array<std::uint32_t, stepsPerBlock> sines{
     0xf4292244U, 0x432aff97U, 0xab9423a7U, 0xfc93a039U, 0x655b59c3U, 0x8f0ccc92U, 0xffeff47dU, 0x85845dd1U,
     0x6fa87e4fU, 0xfe2ce6e0U, 0xa3014314U, 0x4e0811a1U, 0xf7537e82U, 0xbd3af235U, 0x2ad7d2bbU, 0xeb86d391U};
 
-struct Step {
-    std::uint32_t mixed;
-    int word; // which of the block's 16
-};
+// Which of the block's words a step takes.
+constexpr int wordOf(int step) {
+    constexpr int factors[] = {1, 5, 3, 7};
+    constexpr int offsets[] = {0, 1, 5, 0};
+    return (factors[step / roundSteps] * step + offsets[step / roundSteps]) % roundSteps;
+}
 
-Step stepAt(int step, std::uint32_t b, std::uint32_t c, std::uint32_t d) {
-    switch (step / roundSteps) {
-    case 0:
-        return {(b & c) | (~b & d), step};
-    case 1:
-        return {(b & d) | (c & ~d), (5 * step + 1) % roundSteps};
-    case 2:
-        return {b ^ c ^ d, (3 * step + 5) % roundSteps};
-    default:
-        return {c ^ (b | ~d), (7 * step) % roundSteps};
+// One step, `a` becoming what the next one takes for its `b`. All steps of a block wait for that one value,
+// so that what does not need `b` is added up beforehand, and `b` goes through as few operations as can be.
+template<int Step>
+inline void step(std::uint32_t &a, std::uint32_t b, std::uint32_t c, std::uint32_t d,
+                 const unsigned char *block) {
+    constexpr int round = Step / roundSteps;
+    std::uint32_t sum = a + qFromLittleEndian<std::uint32_t>(block + wordOf(Step) * wordSize) + sines[Step];
+    if constexpr (round == 0) {
+        sum += d ^ (b & (c ^ d));
+    } else if constexpr (round == 1) {
+        sum += c & ~d;
+        sum += b & d; // no bit is in both
+    } else if constexpr (round == 2) {
+        sum += b ^ (c ^ d);
+    } else {
+        sum += c ^ (b | ~d);
     }
+    a = b + std::rotl(sum, rotation[round][Step % 4]);
+}
+
+template<int... Fours>
+inline void allSteps(std::uint32_t &a, std::uint32_t &b, std::uint32_t &c, std::uint32_t &d,
+                     const unsigned char *block, std::integer_sequence<int, Fours...>) {
+    ((step<4 * Fours>(a, b, c, d, block), step<4 * Fours + 1>(d, a, b, c, block),
+      step<4 * Fours + 2>(c, d, a, b, block), step<4 * Fours + 3>(b, c, d, a, block)),
+     ...);
 }
 
 } // namespace
@@ -75,6 +93,13 @@ void MD5::feed(const void *bytes, int length) {
     int filled = int(m_bitCount[0] / 8 % blockSize);
     addToCount(std::uint32_t(length));
     while (length > 0) {
+        // A whole block need not be gathered.
+        if (filled == 0 && length >= blockSize) {
+            transform(input);
+            input += blockSize;
+            length -= blockSize;
+            continue;
+        }
         const int taken = std::min(length, blockSize - filled);
         std::copy_n(input, taken, m_buffer.data() + filled);
         input += taken;
@@ -120,15 +145,7 @@ QString MD5::hex() {
 
 void MD5::transform(const unsigned char *block) {
     auto [a, b, c, d] = m_state;
-    for (int step = 0; step < stepsPerBlock; ++step) {
-        const Step current = stepAt(step, b, c, d);
-        const auto word = qFromLittleEndian<std::uint32_t>(block + current.word * wordSize);
-        const std::uint32_t sum = a + current.mixed + word + sines[std::size_t(step)];
-        a = d;
-        d = c;
-        c = b;
-        b += std::rotl(sum, rotation[step / roundSteps][step % 4]);
-    }
+    allSteps(a, b, c, d, block, std::make_integer_sequence<int, stepsPerBlock / 4>());
     m_state[0] += a;
     m_state[1] += b;
     m_state[2] += c;

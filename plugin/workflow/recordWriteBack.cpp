@@ -35,6 +35,8 @@ bool needUpdateLocation(rt::Object *record) {
 
 void updateVlKeyInfoToAppointment(rt::Object *record) {
     vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
+    if (!manager.isWriteBackFor(record))
+        return;
     const vlECMutableCalendarEvent adapter(record);
     if (!manager.getOLNewLocation().isNull() && needUpdateLocation(record))
         adapter.setLocation(manager.getOLNewLocation());
@@ -43,6 +45,8 @@ void updateVlKeyInfoToAppointment(rt::Object *record) {
 }
 
 void updateVlKeyInfoToAppointmentForPAC(rt::Object *record) {
+    if (!vlPACMeetingMgr::sharedInstance().isFor(record))
+        return cleanVlKeyInfoFromAppointment(record);
     const vlECMutableCalendarEvent adapter(record);
     const QString location = adapter.location();
     const QString newLocation = vlPACMeetingMgr::sharedInstance().getNewLocationForPAC(location);
@@ -53,6 +57,8 @@ void updateVlKeyInfoToAppointmentForPAC(rt::Object *record) {
 
 void cleanVlKeyInfoFromAppointment(rt::Object *record) {
     vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
+    if (!manager.isWriteBackFor(record))
+        return;
     if (manager.needClearLocation())
         vlECMutableCalendarEvent(record).setLocation(QStringLiteral(""));
     manager.cleanVlInfoForUpdApptInfo();

@@ -157,6 +157,7 @@ void vlMeetingMgr::showSettingsWindow(EditorStrip *strip, const QVariantMap &dat
     if (!sheets || !strip)
         return;
     const QString apptWindowID = vlMeetingWindows::getOLAppointmentWindowID(strip);
+    m_sheetCommands.insert(apptWindowID, state() == StateChangeSettings ? CmdChangeSettings : CmdAddMeeting);
     sheets->addSchSettingWindowToArray(apptWindowID, data, vlMeetingWindows::getPluginParentWindow(strip));
     sheets->showSchSettingWindow(apptWindowID);
 }

@@ -71,7 +71,11 @@ bool vlMeetingMgr::isSettingCommitOK(const QVariantMap &data) const {
 }
 
 void vlMeetingMgr::onInvokeSettingCommit(const QVariantMap &userInfo) {
-    onExcuteCommandFinished(m_vlMeetingAction, userInfo);
+    // Not the last command: with several editors open that may be another editor's.
+    const QString apptWindowID = rt::textValue(userInfo.value(keyApptWindowID));
+    const MeetingCommand command = m_sheetCommands.value(apptWindowID, m_vlMeetingAction);
+    m_sheetCommands.remove(apptWindowID);
+    onExcuteCommandFinished(command, userInfo);
 }
 
 void vlMeetingMgr::clearAllSavedData(bool dropEditor) {

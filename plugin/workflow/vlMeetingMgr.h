@@ -7,6 +7,7 @@
 #include "plugin/link/linkPorts.h"
 #include "plugin/workflow/vlMeetingState.h"
 
+#include <QHash>
 #include <QString>
 #include <QVariantMap>
 #include <memory>
@@ -106,8 +107,11 @@ public:
     // valid event or a join URL.
     [[nodiscard]] QString getVlLocation(const vlECCalendarEvent &event) const;
 
-    // What the next store of an appointment record by the host brings into it. Null: not set.
+    // What the next store of the appointment's record by the host brings into it. Null: not set.
     void cleanVlInfoForUpdApptInfo();
+    // Whether that is meant for this record: with several editors open, or a change on the calendar, another
+    // appointment may be stored first. A record that does not say which it is counts as meant.
+    [[nodiscard]] bool isWriteBackFor(rt::Object *record) const;
     [[nodiscard]] bool needClearLocation() const { return m_bNeedClearLocation; }
     [[nodiscard]] const QString &getJoinURL() const { return m_joinURL; }
     void setJoinURL(const QString &url) { m_joinURL = url; }
@@ -173,6 +177,8 @@ private:
     void writeLocation(const vlERCalendarEventEditorViewController &editor, const QString &joinURL);
 
     MeetingCommand m_vlMeetingAction = MeetingCommand::CmdNone;
+    QHash<QString, MeetingCommand> m_sheetCommands; // by appointment window identifier: what opened its sheet
+    QString m_writtenAppointment;                   // identifier; the fields below are for it. Null: for any
     bool m_bNeedClearLocation = false;
     QString m_joinURL;
     QString m_olNewLocation;

@@ -1,4 +1,5 @@
 // Writing the meeting into the appointment: body, stored record, subject and location.
+#include "platform/runtime/Runtime.h"
 #include "plugin/host/adapters/hostNames.h"
 #include "plugin/host/adapters/vlECCalendarEvent.h"
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
@@ -86,6 +87,7 @@ void vlMeetingMgr::writeLocation(const vlERCalendarEventEditorViewController &ed
                                  const QString &joinURL) {
     const QString userText = getOLUserInputLocation(editor, oldJoinURL(editor), joinURL);
     m_joinURL = joinURL;
+    m_writtenAppointment = rt::textValue(editor.ecCalendarEvent()->UUID());
     const QString meetingPart = getVlLocation(*editor.ecCalendarEvent());
     if (meetingPart.isNull())
         return;
@@ -134,11 +136,18 @@ void vlMeetingMgr::updateVlMeetingInfoToAppointmentForDelete(rt::Object *editor,
     vlEmailBodyMgr::sharedInstance().updateMailBody(
         editor, rt::textValue(answer.value(vl_API_Para_InvitationEmail)), isDelete, isHTML);
     adapter.saveVlDataToOLProperty(QStringLiteral(""));
+    m_writtenAppointment = rt::textValue(adapter.ecCalendarEvent()->UUID());
     m_bNeedClearLocation = true;
     setLocationEverywhere(adapter, QStringLiteral(""));
 }
 
+bool vlMeetingMgr::isWriteBackFor(rt::Object *record) const {
+    const QString appointment = rt::textValue(rt::send(record, rt::Selector(olItem_UUID)));
+    return m_writtenAppointment.isEmpty() || appointment.isEmpty() || appointment == m_writtenAppointment;
+}
+
 void vlMeetingMgr::cleanVlInfoForUpdApptInfo() {
+    m_writtenAppointment = QString();
     m_bNeedClearLocation = false;
     m_joinURL = QString();
     m_olNewLocation = QString();

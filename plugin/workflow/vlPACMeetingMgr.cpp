@@ -1,5 +1,7 @@
 #include "plugin/workflow/vlPACMeetingMgr.h"
 
+#include "platform/runtime/Runtime.h"
+#include "plugin/host/adapters/hostNames.h"
 #include "plugin/host/adapters/vlECCalendarEvent.h"
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/host/body/vlEmailBodyMgr.h"
@@ -28,6 +30,8 @@ qint64 chosenAccount() {
 // Unlike a room's name, an empty part takes every separator with it: that is what accounts without numbers
 // leave behind in a location.
 void removePart(QString &text, const QString &part) {
+    if (!text.contains(part))
+        return;
     text.remove(part + numberSeparator);
     if (!part.isEmpty())
         text.remove(part);
@@ -121,11 +125,17 @@ void vlPACMeetingMgr::updateLocation(rt::Object *editor) {
     const vlECCalendarEvent *event = adapter.ecCalendarEvent();
     if (!event || !event->isValidConnection())
         return;
+    m_appointment = rt::textValue(event->UUID());
     const QString location = getNewLocationForPAC(event->location());
     if (location.isNull())
         return;
     event->setLocation(location);
     adapter.updateLocationFieldFromUI(location);
+}
+
+bool vlPACMeetingMgr::isFor(rt::Object *record) const {
+    const QString appointment = rt::textValue(rt::send(record, rt::Selector(olItem_UUID)));
+    return m_appointment.isEmpty() || appointment.isEmpty() || appointment == m_appointment;
 }
 
 QString vlPACMeetingMgr::getOLUserInputString(const QString &location) const {

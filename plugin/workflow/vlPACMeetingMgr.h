@@ -31,4 +31,10 @@ public:
     void updateLocation(rt::Object *editor);
     // The location without the numbers and ids of all accounts; null for a null or empty one.
     [[nodiscard]] QString getOLUserInputString(const QString &location) const;
+    // Whether the record is that of the appointment which the account was written into last, or does not say
+    // which it is.
+    [[nodiscard]] bool isFor(rt::Object *record) const;
+
+private:
+    QString m_appointment; // identifier; null before anything was written
 };

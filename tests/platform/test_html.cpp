@@ -44,6 +44,9 @@ const Case blocks[] = {
     {"AParagraphIsEndedByABlock", u"<p>a<div>b</div>c"_qs, u"a\nb\nc"_qs},
     {"ARuleIsAnEmptyBlock", u"a<hr>b"_qs, u"a\n\nb"_qs},
     {"AStrayEndIsIgnored", u"</div>x</b>"_qs, u"x"_qs},
+    {"AParagraphIsEndedByABlockAlsoFromInside", u"<p>a<b><br>b<div>c</div>"_qs, u"a\u2028b\nc\n"_qs},
+    {"TheEndOfAFormatEndsNoParagraph", u"<span><p>a</span>b</p>"_qs, u"ab\n"_qs},
+    {"TextEndsTheHead", u"<head><title>t</title> a<p>b"_qs, u"a\nb\n"_qs},
 };
 INSTANTIATE_TEST_SUITE_P(Blocks, PlainText, testing::ValuesIn(blocks), caseName);
 
@@ -70,6 +73,8 @@ const Case structures[] = {
     {"AListInAnItem", u"<ol><li>a<ul><li>b</li></ul></li><li>c</li></ol>"_qs,
      u"\t1.\ta\n\t•\tb\n\t2.\tc\n"_qs},
     {"AnEmptyItem", u"<ul><li></li></ul>"_qs, u"\t•\t\n"_qs},
+    {"ATableInACellKeepsItsRows", u"<table><tr><td><table><tr><td>a<tr><td>b</table><td>c</table>d"_qs,
+     u"a\nb\nc\nd"_qs},
     {"EachCellIsALine", u"x<table> <tr> <td>a</td> <td></td> </tr> <tr> <th> c </th> </tr> </table>y"_qs,
      u"x\na\n\nc\ny"_qs},
     {"AnImageIsACharacter", u"a<img src='cid:1' alt='p'>b"_qs, u"a\ufffcb"_qs},
@@ -89,6 +94,8 @@ INSTANTIATE_TEST_SUITE_P(Unseen, PlainText, testing::ValuesIn(unseen), caseName)
 const Case characters[] = {
     {"LessThanIsText", u"<p>1 < 2 & 3<"_qs, u"1 < 2 & 3<\n"_qs},
     {"Entities", u"&lt;&amp;&eacute;&#8364;&#x1F600;"_qs, u"<&é€😀"_qs},
+    {"ReferencesToNoCharacter", u"&#0;&#xd800;&#x110000;&#99999999999;&#;&#x;&nosuch;&amp"_qs,
+     u"\ufffd\ufffd\ufffd\ufffd&#;&#x;&nosuch;&amp"_qs},
     {"WindowsCharacters", u"&#150;\u0093a\u0094&#128;"_qs, u"–“a”€"_qs},
     {"OtherTwoByteCharacters", u"\u00a9\u00ab\u00bf\u0081"_qs, u"\u00a9\u00ab\u00bf\u0081"_qs},
     {"ALoneSurrogateSpoilsNothing", u"é"_qs + QChar(0xd83d) + u"ü"_qs, u"é\ufffdü"_qs},

@@ -17,8 +17,36 @@ struct Edge {
     qsizetype bookmark; // where what tells of it lies
 };
 
-qsizetype lastIndexIn(QStringView text, const QString &part) {
-    return text.lastIndexOf(part, -1, Qt::CaseInsensitive);
+// A character that no other one is equal to, whatever the case.
+bool isCaseless(QChar c) {
+    return c.unicode() < 0x80 && !c.isLetter();
+}
+
+// Where the part lies last, in whatever case. The toolkit folds each character of a body for that; here only
+// the places are looked at where two characters of the part stand that have no case, a few at a time.
+qsizetype lastIndexIn(QStringView text, QStringView part) {
+    const auto first = std::find_if(part.begin(), part.end(), isCaseless) - part.begin();
+    const auto last =
+        part.size() - 1 - (std::find_if(part.rbegin(), part.rend(), isCaseless) - part.rbegin());
+    if (first >= last || text.size() < part.size())
+        return text.lastIndexOf(part, -1, Qt::CaseInsensitive);
+    const char16_t *const firsts = text.utf16() + first;
+    const char16_t *const lasts = text.utf16() + last;
+    const char16_t wantedFirst = part[first].unicode();
+    const char16_t wantedLast = part[last].unicode();
+    constexpr qsizetype stride = 64;
+    for (qsizetype end = text.size() - part.size() + 1; end > 0;) {
+        const qsizetype start = std::max<qsizetype>(end - stride, 0);
+        unsigned candidates = 0;
+        for (qsizetype at = start; at < end; ++at)
+            candidates |= unsigned((firsts[at] == wantedFirst) & (lasts[at] == wantedLast));
+        for (qsizetype at = end - 1; candidates && at >= start; --at)
+            if (firsts[at] == wantedFirst && lasts[at] == wantedLast &&
+                text.sliced(at, part.size()).compare(part, Qt::CaseInsensitive) == 0)
+                return at;
+        end = start;
+    }
+    return -1;
 }
 
 // Whether nothing that a person could have put there is in the HTML: blanks, which the host may have written

@@ -12,6 +12,7 @@
 #include "plugin/util/vlOLUtils.h"
 
 #include <QWidget>
+#include <utility>
 
 namespace {
 
@@ -64,10 +65,11 @@ void vlERCalendarEventEditorViewController::updateEmailBodyWithVelaContent(const
         return;
     if (rt::Object *document = webDocument()) {
         const vlBodyHelper &helper = vlBodyHelper::sharedInstance();
-        const QString old = outerHtml(document);
-        const QString html = invitation.isEmpty() ? helper.removeVlBodyForDelete(old)
-                                                  : helper.updateVlBodyWithSrcBody(old, invitation, isHTML,
-                                                                                   olmUCCapabilities());
+        QString old = outerHtml(document);
+        const QString html =
+            invitation.isEmpty()
+                ? helper.removeVlBodyForDelete(std::move(old))
+                : helper.updateVlBodyWithSrcBody(std::move(old), invitation, isHTML, olmUCCapabilities());
         if (!html.isNull())
             updateEmailBody(html);
         return;
@@ -86,8 +88,8 @@ void vlERCalendarEventEditorViewController::updateEmailBodyForPAC(const QString 
     if (!isValidConnection() || text.isEmpty())
         return;
     rt::Object *document = webDocument();
-    const QString old = document ? outerHtml(document) : bodyContent();
-    const QString html = vlBodyHelper::sharedInstance().updateBodyForPAC(old, text, isHTML);
+    QString old = document ? outerHtml(document) : bodyContent();
+    const QString html = vlBodyHelper::sharedInstance().updateBodyForPAC(std::move(old), text, isHTML);
     if (html.isNull())
         return;
     if (document) {

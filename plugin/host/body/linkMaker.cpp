@@ -120,6 +120,7 @@ bool endsTurn(const Addresses &addresses, QStringView text, QStringView address,
 QString withLinks(QStringView text) {
     Addresses addresses(text);
     QString result = QStringLiteral("");
+    result.reserve(text.size() + text.size() / 2); // each link has its address twice
     qsizetype copied = 0;
     qsizetype start = nextAddressStart(text, 0);
     while (start < text.size()) {

@@ -8,6 +8,7 @@
 // of the text for every batch of occurrences, which takes minutes on the largest bodies.
 [[nodiscard]] inline QString replacedAll(QStringView text, QStringView before, QStringView after) {
     QString result = QStringLiteral("");
+    result.reserve(text.size() + text.size() / 8); // else a long text is moved again and again
     qsizetype copied = 0;
     for (qsizetype at = text.indexOf(before); at >= 0; at = text.indexOf(before, copied)) {
         result += text.sliced(copied, at - copied);

@@ -6,6 +6,8 @@
 #include "plugin/host/body/textReplace.h"
 #include "plugin/util/vlOLUtils.h"
 
+#include <utility>
+
 namespace {
 
 const QString bodyEndTag = QStringLiteral("</body>");
@@ -34,14 +36,10 @@ QString without(const QString &text, QStringView part) {
     return replacedAll(text, part, QStringView());
 }
 
-QString replacedRange(const QString &body, const BodyRange &range, const QString &block) {
-    const QStringView view(body);
-    QString result = QStringLiteral("");
-    result.reserve(body.size() - range.length + block.size());
-    result += view.first(range.start);
-    result += block;
-    result += view.sliced(range.start + range.length);
-    return result;
+// In place when nobody else holds the body: the largest ones are tens of megabytes.
+QString replacedRange(QString body, const BodyRange &range, const QString &block) {
+    body.replace(range.start, range.length, block);
+    return body;
 }
 
 QString wrapped(const QString &html) {
@@ -62,22 +60,30 @@ QString bookmarkedPlainText(const QString &invitation) {
 
 // For bookmarks in the wrong order. What lies between them is the user's: a proper pair gives way to the
 // block, and without one the block goes to the end, as into a body that never had any.
-QString updatedDespiteOrder(const vlBodyHelper &helper, const QString &body, const BookmarkTexts &texts,
-                            const QString &block) {
+QString updatedDespiteOrder(QString body, const BookmarkTexts &texts, const QString &block) {
     if (const std::optional<BodyRange> pair = lastProperPair(body, texts))
-        return replacedRange(body, *pair, block);
-    const QString extended = helper.newVlBodyToEnd(body, block);
-    return extended.isNull() ? body + block : extended;
+        return replacedRange(std::move(body), *pair, block);
+    const qsizetype found = body.lastIndexOf(bodyEndTag);
+    const qsizetype end = found < 0 ? body.size() : found;
+    return replacedRange(std::move(body), {end, 0}, block);
 }
 
-QString updatedFreshBlock(const QString &body, const QString &block) {
+// The invitation of a body that was made with one in it.
+std::optional<BodyRange> freshBlock(const QString &body) {
     const qsizetype begin = body.indexOf(kvl_InitBeginBookMark);
     if (begin < 0)
         return {};
     const qsizetype end = body.indexOf(kvl_InitEndBookMark, begin + kvl_InitBeginBookMark.size());
     if (end < 0)
         return {};
-    return replacedRange(body, {begin, end + kvl_InitEndBookMark.size() - begin}, block);
+    return BodyRange{begin, end + kvl_InitEndBookMark.size() - begin};
+}
+
+QString updatedBetween(const BookmarkTexts &texts, QString body, const QString &block) {
+    const BlockSearch search = findBlock(body, texts, texts.begin, texts.end);
+    if (search.range)
+        return replacedRange(std::move(body), *search.range, block);
+    return search.found ? updatedDespiteOrder(std::move(body), texts, block) : body;
 }
 
 } // namespace
@@ -112,12 +118,12 @@ QString vlBodyHelper::insertVlBodyBookMark(const QString &invitation, bool isHTM
     return wrapped(convertPlainTextToHTML(bookmarkedPlainText(invitation)));
 }
 
-QString vlBodyHelper::newVlBodyToEnd(const QString &body, const QString &block) const {
+QString vlBodyHelper::newVlBodyToEnd(QString body, const QString &block) const {
     const qsizetype end = body.lastIndexOf(bodyEndTag);
-    return end < 0 ? QString() : replacedRange(body, {end, 0}, block);
+    return end < 0 ? QString() : replacedRange(std::move(body), {end, 0}, block);
 }
 
-QString vlBodyHelper::updateVlBodyWithVlBookmark(const QString &body, const QString &block) const {
+QString vlBodyHelper::updateVlBodyWithVlBookmark(QString body, const QString &block) const {
     const qsizetype begin = block.indexOf(kvl_BeginBookmark);
     const qsizetype end = block.indexOf(kvl_EndBookmark);
     if (begin < 0 || end < 0)
@@ -127,45 +133,42 @@ QString vlBodyHelper::updateVlBodyWithVlBookmark(const QString &body, const QStr
     const BookmarkTexts texts{kvl_BeginBookmark, kvl_EndBookmark};
     const BlockSearch search = findBlock(body, texts, headMarker, vlOLUtils::trimRLSpace(tail));
     if (search.range)
-        return replacedRange(body, *search.range, block);
-    return search.found ? updatedDespiteOrder(*this, body, texts, block)
-                        : updateVlBodyWithVlBookmarkEx(body, block);
+        return replacedRange(std::move(body), *search.range, block);
+    return search.found ? updatedDespiteOrder(std::move(body), texts, block)
+                        : updateVlBodyWithVlBookmarkEx(std::move(body), block);
 }
 
-QString vlBodyHelper::updateVlBodyWithVlBookmarkEx(const QString &body, const QString &block) const {
+QString vlBodyHelper::updateVlBodyWithVlBookmarkEx(QString body, const QString &block) const {
     const std::optional<BookmarkTexts> texts = bookmarksIn(body);
-    if (!texts)
-        return {};
-    const BlockSearch search = findBlock(body, *texts, texts->begin, texts->end);
-    if (search.range)
-        return replacedRange(body, *search.range, block);
-    return search.found ? updatedDespiteOrder(*this, body, *texts, block) : body;
+    return texts ? updatedBetween(*texts, std::move(body), block) : QString();
 }
 
-QString vlBodyHelper::updateVlBodyWithSrcBody(const QString &body, const QString &invitation, bool isHTML,
+QString vlBodyHelper::updateVlBodyWithSrcBody(QString body, const QString &invitation, bool isHTML,
                                               const QString &) const {
     if (body.isNull())
         return {};
     const QString block = insertVlBodyBookMark(invitation, isHTML);
-    const QString refreshed = updatedFreshBlock(body, block);
-    if (!refreshed.isNull())
-        return refreshed;
-    if (body.contains(kvl_BeginBookmark) && body.contains(kvl_EndBookmark))
-        return updateVlBodyWithVlBookmark(body, block);
-    if (body.contains(kvl_BeginBookmarkEx) && body.contains(kvl_EndBookmarkEx))
-        return updateVlBodyWithVlBookmarkEx(body, block);
-    const QString extended = newVlBodyToEnd(body, block);
+    // Each search is one pass over the body: a fresh block holds the quoted bookmarks too.
+    const std::optional<BookmarkTexts> texts = bookmarksIn(body);
+    const bool isQuoted = texts && texts->begin == kvl_BeginBookmark;
+    if (const std::optional<BodyRange> fresh = isQuoted ? freshBlock(body) : std::nullopt)
+        return replacedRange(std::move(body), *fresh, block);
+    if (isQuoted)
+        return updateVlBodyWithVlBookmark(std::move(body), block);
+    if (texts)
+        return updatedBetween(*texts, std::move(body), block);
+    const QString extended = newVlBodyToEnd(std::move(body), block);
     return extended.isEmpty() ? block : extended;
 }
 
-QString vlBodyHelper::removeVlBodyForDelete(const QString &body) const {
+QString vlBodyHelper::removeVlBodyForDelete(QString body) const {
     const std::optional<BookmarkTexts> texts = bookmarksIn(body);
     const std::optional<BodyRange> range = texts ? firstPair(body, *texts) : std::nullopt;
-    return range ? replacedRange(body, *range, QStringLiteral("")) : QString();
+    return range ? replacedRange(std::move(body), *range, QStringLiteral("")) : QString();
 }
 
-QString vlBodyHelper::updateBodyForPAC(const QString &body, const QString &text, bool isHTML) const {
+QString vlBodyHelper::updateBodyForPAC(QString body, const QString &text, bool isHTML) const {
     if (text.isNull())
         return {};
-    return newVlBodyToEnd(body, isHTML ? text : wrapped(convertPlainTextToHTML(text)));
+    return newVlBodyToEnd(std::move(body), isHTML ? text : wrapped(convertPlainTextToHTML(text)));
 }

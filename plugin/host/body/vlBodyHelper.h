@@ -16,7 +16,7 @@ inline const QString HTTP_TAG = QStringLiteral("http://");
 inline const QString HTTPS_TAG = QStringLiteral("https://");
 
 // Keeps no state. Bodies and blocks are HTML. A null result: there is none, leave the body as it is.
-// Everything is linear in the length of its texts.
+// Everything is linear in the length of its texts. A body that is moved in is changed in place.
 class vlBodyHelper {
 public:
     static vlBodyHelper &sharedInstance();
@@ -32,19 +32,19 @@ public:
     // The invitation between bookmarks, as HTML: the block; "" for a null or empty invitation.
     [[nodiscard]] QString insertVlBodyBookMark(const QString &invitation, bool isHTML) const;
     // The body with the block before its last "</body>"; null when it has none.
-    [[nodiscard]] QString newVlBodyToEnd(const QString &body, const QString &block) const;
+    [[nodiscard]] QString newVlBodyToEnd(QString body, const QString &block) const;
     // The body with the block in place of the one it holds; null when the bookmarks (of body or block) are
     // missing. Bookmarks in the wrong order enclose nothing: then a proper pair is replaced, or the block
     // added at the end.
-    [[nodiscard]] QString updateVlBodyWithVlBookmark(const QString &body, const QString &block) const;
-    [[nodiscard]] QString updateVlBodyWithVlBookmarkEx(const QString &body, const QString &block) const;
+    [[nodiscard]] QString updateVlBodyWithVlBookmark(QString body, const QString &block) const;
+    [[nodiscard]] QString updateVlBodyWithVlBookmarkEx(QString body, const QString &block) const;
     // The body with the invitation in it; null for a null body. The stored data is not used.
-    [[nodiscard]] QString updateVlBodyWithSrcBody(const QString &body, const QString &invitation, bool isHTML,
+    [[nodiscard]] QString updateVlBodyWithSrcBody(QString body, const QString &invitation, bool isHTML,
                                                   const QString &storedData) const;
     // The body without its block; null when it has none.
-    [[nodiscard]] QString removeVlBodyForDelete(const QString &body) const;
+    [[nodiscard]] QString removeVlBodyForDelete(QString body) const;
     // The body with the text of an audio conference before its last "</body>"; null when it has none.
-    [[nodiscard]] QString updateBodyForPAC(const QString &body, const QString &text, bool isHTML) const;
+    [[nodiscard]] QString updateBodyForPAC(QString body, const QString &text, bool isHTML) const;
 
 private:
     vlBodyHelper() = default;

@@ -45,6 +45,22 @@ void replaceCharacter(QTextDocument *document, int position, const QString &text
     cursor.insertText(text, format);
 }
 
+// The toolkit writes a rule without what was typed into its line: that line becomes one of its own, above the
+// rule.
+void parkTextOfRules(QTextDocument *document) {
+    for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
+        const QTextBlockFormat rule = block.blockFormat();
+        if (!rule.hasProperty(QTextFormat::BlockTrailingHorizontalRulerWidth) || block.length() <= 1)
+            continue;
+        QTextBlockFormat plain = rule;
+        plain.clearProperty(QTextFormat::BlockTrailingHorizontalRulerWidth);
+        QTextCursor cursor(block);
+        cursor.setBlockFormat(plain);
+        cursor.movePosition(QTextCursor::EndOfBlock);
+        cursor.insertBlock(rule);
+    }
+}
+
 } // namespace
 
 BodyText::BodyText(QTextDocument *document, QObject *parent)
@@ -186,6 +202,7 @@ QString BodyText::html() const {
 
 QString BodyText::rewrittenHtml() const {
     const std::unique_ptr<QTextDocument> copy(m_document->clone());
+    parkTextOfRules(copy.get());
     QStringList bookmarks;
     for (int i = 0; i < copy->characterCount() - 1; ++i) {
         if (copy->characterAt(i) != QChar::ObjectReplacementCharacter)

@@ -118,24 +118,24 @@ void CalendarEvent::clearSet() {
     m_capabilities.reset();
 }
 
-void CalendarEvent::wasSet() {
+void CalendarEvent::wasSet(SetItem item) {
     if (m_handler)
-        m_handler();
+        m_handler(item);
 }
 
 void CalendarEvent::setSummary(const QString &summary) {
     m_summary = summary;
-    wasSet();
+    wasSet(SetItem::Summary);
 }
 
 void CalendarEvent::setLocation(const QString &location) {
     m_location = location;
-    wasSet();
+    wasSet(SetItem::Location);
 }
 
 void CalendarEvent::setOlmUCCapabilities(const QString &text) {
     m_capabilities = text;
-    wasSet();
+    wasSet(SetItem::Capabilities);
 }
 
 rt::Value CalendarEvent::startTime() const {

@@ -44,7 +44,8 @@ private:
 class CalendarEvent : public rt::Object {
 public:
     // Told of what is set from outside, so that an editor can show it.
-    using SetHandler = std::function<void()>;
+    enum class SetItem { Summary, Location, Capabilities };
+    using SetHandler = std::function<void(SetItem item)>;
 
     CalendarEvent(CalendarSession *session, const QString &uid, const QString &recurrenceId,
                   bool isOccurrence);
@@ -108,7 +109,7 @@ protected:
     Appointment m_draft;
 
 private:
-    void wasSet();
+    void wasSet(SetItem item);
     QPointer<CalendarSession> m_session;
     QString m_uid;
     QString m_recurrenceId;

@@ -5,6 +5,7 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 
 namespace mailhost {
 
@@ -47,7 +48,8 @@ std::optional<QByteArray> readCalendarText(const QString &path, QString *error) 
         *error = QStringLiteral("“%1” cannot be read: %2.").arg(shownName(path), file.errorString());
         return std::nullopt;
     }
-    QByteArray text = file.read(largestFile + 1);
+    // Room for a little more: the file may be growing. Not for the largest: the memory is taken beforehand.
+    QByteArray text = file.read(std::min(file.size(), largestFile) + 1);
     if (file.error() != QFileDevice::NoError) {
         *error = QStringLiteral("“%1” cannot be read: %2.").arg(shownName(path), file.errorString());
         return std::nullopt;

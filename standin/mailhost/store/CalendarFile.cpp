@@ -140,7 +140,7 @@ std::ptrdiff_t CalendarFile::Private::placeOf(const CalendarEntry &entry) {
 
 void CalendarFile::Private::erase(CalendarEntry &entry) {
     const std::ptrdiff_t place = placeOf(entry);
-    formerPlaces.insert({entry.uid, entry.recurrenceId}, {entry.calendar, place});
+    formerPlaces[{entry.uid, entry.recurrenceId}].prepend({entry.calendar, place});
     forget(entry);
     std::erase(unread, &entry);
     entry.calendar->items.erase(entry.calendar->items.begin() + place);
@@ -155,6 +155,8 @@ void CalendarFile::Private::erase(CalendarEntry &entry) {
 void CalendarFile::Private::eraseAll(const QString &uid) {
     // The last first: each then remembers the place that it had among all of them.
     const QList<CalendarEntry *> all = entriesOf(uid);
+    for (const CalendarEntry *held : all)
+        formerPlaces.remove({uid, held->recurrenceId});
     for (auto held = all.rbegin(); held != all.rend(); ++held)
         erase(**held);
 }
@@ -285,8 +287,9 @@ bool CalendarFile::update(const Appointment &appointment) {
 bool CalendarFile::remove(const QString &uid, const QString &recurrenceId) {
     CalendarEntry *entry = d->entry(uid, recurrenceId);
     if (recurrenceId.isEmpty()) {
+        const bool isThere = !d->entriesOf(uid).isEmpty(); // an exception may be there without its series
         d->eraseAll(uid);
-        return entry;
+        return isThere;
     }
     CalendarEntry *series = d->entry(uid, {});
     if (series && !entry)

@@ -67,12 +67,13 @@ struct CalendarFile::Private {
     std::vector<CalendarEntry *> unread;
     std::vector<CalendarEntry *> series;
     TimeIndex single;
-    // Where components stood that were removed, for restore(): their VCALENDAR and place in it.
+    // Where components stood that were removed, for restore(): their VCALENDAR and place in it. A damaged
+    // file has several of one name: then in the file's order.
     struct Place {
         Component *calendar;
         std::ptrdiff_t index;
     };
-    QHash<std::pair<QString, QString>, Place> formerPlaces;
+    QHash<std::pair<QString, QString>, QList<Place>> formerPlaces;
 
     void index();
     // `uidOfNameless` is for a component without UID; else one is made from its text.

@@ -97,7 +97,9 @@ QByteArray encodedParameter(const QByteArray &name, const QString &value) {
 } // namespace
 
 QString decodeOctets(const QByteArray &octets) {
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    // A byte order mark is a character like any other here: only a file begins with one.
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
     const QString text = decoder(octets);
     return decoder.hasError() ? QString::fromLatin1(octets) : text;
 }
@@ -205,6 +207,10 @@ void ContentLine::setValue(const QByteArray &value) {
 void ContentLine::setParameter(const QByteArray &name, const QString &value) {
     Parts all = parts();
     const QByteArray text = encodedParameter(name, value);
+    for (Parameter &parameter : all.parameters) {
+        if (parameter.text.count('"') % 2) // the quote would end inside the new parameter
+            parameter.text += '"';
+    }
     qsizetype index = 0;
     while (index < all.parameters.size() && all.parameters[index].name != name)
         ++index;

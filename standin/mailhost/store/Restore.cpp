@@ -41,7 +41,8 @@ void CalendarFile::Private::replace(CalendarEntry &entry, std::unique_ptr<Compon
 
 void CalendarFile::Private::insertAtFormerPlace(const QString &uid, std::unique_ptr<Component> component) {
     const Place atEnd{document.calendars().front(), std::numeric_limits<std::ptrdiff_t>::max()};
-    const Place place = formerPlaces.value({uid, recurrenceIdOf(*component)}, atEnd);
+    QList<Place> &places = formerPlaces[{uid, recurrenceIdOf(*component)}];
+    const Place place = places.isEmpty() ? atEnd : places.takeFirst();
     auto &items = place.calendar->items;
     Component *inserted = component.get();
     items.insert(items.begin() + std::min(place.index, std::ptrdiff_t(items.size())), std::move(component));

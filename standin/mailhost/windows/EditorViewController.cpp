@@ -50,7 +50,7 @@ EditorViewController::~EditorViewController() {
 }
 
 void EditorViewController::showEvent() {
-    m_event->setHandler([this] { eventWasSet(); });
+    m_event->setHandler([this](CalendarEvent::SetItem item) { eventWasSet(item); });
     m_shown = m_event->stored();
     m_form->show(m_shown);
     m_form->setEditable(canEdit() && !m_cancelMode);
@@ -90,14 +90,13 @@ bool EditorViewController::canEdit() const {
     return m_event->isOwner();
 }
 
-// What is set on the event from outside shows in the fields.
-void EditorViewController::eventWasSet() {
-    const Appointment stored = m_event->stored();
-    const Appointment set = m_event->appointment();
-    if (set.summary != stored.summary)
-        m_form->setSummary(set.summary);
-    if (set.location != stored.location)
-        m_form->setLocation(set.location);
+// What is set on the event from outside shows in its field. The others keep what the person has typed since
+// something was set on them.
+void EditorViewController::eventWasSet(CalendarEvent::SetItem item) {
+    if (item == CalendarEvent::SetItem::Summary)
+        m_form->setSummary(m_event->summary());
+    if (item == CalendarEvent::SetItem::Location)
+        m_form->setLocation(m_event->location());
     m_frame->showState();
 }
 

@@ -82,7 +82,7 @@ public:
 private:
     void showEvent();
     void followCalendar();
-    void eventWasSet();
+    void eventWasSet(CalendarEvent::SetItem item);
     bool store(int sequenceStep, const QString &status);
     void sendCancellation();
 

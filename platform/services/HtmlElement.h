@@ -1,0 +1,72 @@
+// The elements of HTML: what each does to the text around it, and which of them end which.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace platform {
+
+class HtmlElement {
+public:
+    enum Trait : std::uint32_t {
+        // For the text.
+        Block = 1U << 0,
+        Table = 1U << 1, // ends a line and has none of its own: the lines are those of the cells
+        Hidden = 1U << 2,
+        Preformatted = 1U << 3,
+        ListItem = 1U << 4,
+        BulletList = 1U << 5,
+        NumberedList = 1U << 6,
+        LineBreak = 1U << 7,
+        Image = 1U << 8,
+        Paragraph = 1U << 9, // a <br> directly in it separates lines of one paragraph
+        // For what ends what.
+        Void = 1U << 10, // has no content and no end tag
+        EndsParagraph = 1U << 11,
+        PlainParagraph = 1U << 12, // <p>
+        Term = 1U << 13,           // <dt>, <dd>
+        ListScope = 1U << 14,
+        TableScope = 1U << 15,
+        RowGroup = 1U << 16,
+        Row = 1U << 17,
+        Cell = 1U << 18,
+        Head = 1U << 19,
+        Document = 1U << 20, // html, body
+        RawText = 1U << 21,
+    };
+
+    // Of the name in any case. A name that is not known is that of an element without traits.
+    struct Named;
+    [[nodiscard]] static Named named(std::string_view name);
+
+    constexpr HtmlElement() = default;
+    constexpr explicit HtmlElement(std::uint32_t traits)
+        : m_traits(traits) {}
+    [[nodiscard]] constexpr bool isAny(std::uint32_t traits) const { return (m_traits & traits) != 0; }
+    [[nodiscard]] bool isBlock() const { return isAny(Block); }
+    [[nodiscard]] bool isTable() const { return isAny(Table); }
+    [[nodiscard]] bool isHidden() const { return isAny(Hidden); }
+    [[nodiscard]] bool isPreformatted() const { return isAny(Preformatted); }
+    [[nodiscard]] bool isListItem() const { return isAny(ListItem); }
+    [[nodiscard]] bool isList() const { return isAny(BulletList | NumberedList); }
+    [[nodiscard]] bool isNumberedList() const { return isAny(NumberedList); }
+    [[nodiscard]] bool isLineBreak() const { return isAny(LineBreak); }
+    [[nodiscard]] bool isImage() const { return isAny(Image); }
+    [[nodiscard]] bool isParagraph() const { return isAny(Paragraph); }
+    // Whether losing track of where it ends changes no more than where an outer element ends.
+    [[nodiscard]] bool canBeFlattened() const {
+        return !isAny(Hidden | Preformatted | LineBreak | Image | Void);
+    }
+    // An end tag ends no element of greater weight than its own.
+    [[nodiscard]] int weight() const;
+
+private:
+    std::uint32_t m_traits = 0;
+};
+
+struct HtmlElement::Named {
+    std::uint64_t key; // the same for the same name
+    HtmlElement element;
+};
+
+} // namespace platform
