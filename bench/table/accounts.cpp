@@ -1,0 +1,146 @@
+// Audio-conference accounts with many numbers, and appointments with many attendees.
+#include "bench/table/Rows.h"
+#include "bench/table/Sections.h"
+#include "bench/table/SideBySide.h"
+#include "meeting.pb.h"
+#include "platform/runtime/Runtime.h"
+#include "platform/services/TestServices.h"
+#include "plugin/host/adapters/vlECCalendarEvent.h"
+#include "plugin/link/vlGetPACHelper.h"
+#include "plugin/proto/vlProtoBufConvert.h"
+#include "plugin/workflow/vlMeetingDataMgr.h"
+#include "plugin/workflow/vlPACMeetingMgr.h"
+
+#include <QTemporaryDir>
+
+namespace bench {
+
+namespace {
+
+using com::brindle::webapp::proto::PACMeeting;
+using com::brindle::webapp::proto::Response;
+
+// Two accounts of so many numbers each.
+QByteArray twoAccounts(int numbers) {
+    Response response;
+    response.set_unread_1(0);
+    for (int account = 1; account <= 2; ++account) {
+        PACMeeting *meeting = response.mutable_pac_info()->add_meetings();
+        meeting->set_meeting_number(1'000'000'000LL * account);
+        meeting->set_invitation_email("Dial in, then enter the number of the conference.");
+        for (int i = 0; i < numbers; ++i) {
+            auto *number = i % 2 ? meeting->add_toll_numbers() : meeting->add_toll_free_numbers();
+            number->set_country("Country " + std::to_string(i));
+            number->set_number("+1 555 " + std::to_string(1'000'000 * account + i));
+        }
+    }
+    return QByteArray::fromStdString(response.SerializeAsString());
+}
+
+void parseOnce(const QByteArray &bytes) {
+    Response response;
+    if (!vlProtoBufConvert::ProtoFromByteStream(&response, bytes.constData(), int(bytes.size())))
+        qFatal("the accounts do not parse");
+    keep(response.pac_info().meetings_size());
+}
+
+void compareAccounts(int numbers) {
+    const QByteArray bytes = twoAccounts(numbers);
+    const vlGetPACHelper &helper = vlGetPACHelper::sharedInstance();
+    const vlPACMeetingMgr &manager = vlPACMeetingMgr::sharedInstance();
+    vlGetPACHelper::sharedInstance().setPACInfo(QString::fromLatin1(bytes.toBase64()));
+    vlMeetingDataMgr::sharedInstance().setPACAccountNo(2);
+    const QString written = QStringLiteral("Room 7 ") + manager.getLocationWithPACAccountNo(1);
+    const QString user = QStringLiteral("Room 7");
+    const Comparison times =
+        sideBySide({repeating([&] { keep(helper.pacMeetingID(2)); }), repeating([&] { parseOnce(bytes); })});
+    addRow(QStringLiteral("an account's number, 2 accounts of %1 numbers").arg(numbers),
+           timeText(times.seconds[0]), QStringLiteral("one parse: ") + timeText(times.seconds[1]),
+           ratioText(times.ratios[1]), QStringLiteral("no parse"),
+           times.ratios[1] < 0.5 ? Reached::Yes : Reached::No);
+    for (const auto &[what, location] :
+         {std::pair(QStringLiteral("location, 2 accounts of %1 numbers"), user),
+          std::pair(QStringLiteral("the same, location with account 1"), written)}) {
+        const Comparison both = sideBySide({repeating([&] { keep(manager.getNewLocationForPAC(location)); }),
+                                            repeating([&] { parseOnce(bytes); })});
+        addRow(what.contains(u'%') ? what.arg(numbers) : what, timeText(both.seconds[0]),
+               QStringLiteral("one parse: ") + timeText(both.seconds[1]), ratioText(both.ratios[1]),
+               QString(), Reached::NoAim);
+    }
+}
+
+// An appointment of a host that answers at once, so that the plug-in's own work is measured.
+class Guest final : public rt::Object {
+public:
+    Guest(rt::Class *cls, int number)
+        : rt::Object(cls)
+        , m_name(QStringLiteral("Guest %1").arg(number))
+        , m_address(QStringLiteral("guest%1@parlo.example").arg(number)) {}
+    static rt::Value name(rt::Object *self, rt::Selector, rt::Args) {
+        return static_cast<Guest *>(self)->m_name;
+    }
+    static rt::Value address(rt::Object *self, rt::Selector, rt::Args) {
+        return static_cast<Guest *>(self)->m_address;
+    }
+    static rt::Value type(rt::Object *, rt::Selector, rt::Args) { return 0; }
+
+private:
+    QString m_name, m_address;
+};
+class Appointment final : public rt::Object {
+public:
+    Appointment(rt::Class *cls, rt::Class *guests, int count)
+        : rt::Object(cls) {
+        for (int i = 0; i < count; ++i) {
+            m_guests.push_back(std::make_unique<Guest>(guests, i));
+            m_list.append(rt::fromObject(m_guests.back().get()));
+        }
+    }
+    static rt::Value list(rt::Object *self, rt::Selector, rt::Args) {
+        return static_cast<Appointment *>(self)->m_list;
+    }
+
+private:
+    std::vector<std::unique_ptr<Guest>> m_guests;
+    QVariantList m_list;
+};
+
+} // namespace
+
+void accounts() {
+    const QTemporaryDir folder;
+    platform::installTestServices().workspace->documents = folder.path();
+    for (const int numbers : {1, 100, 5000})
+        compareAccounts(numbers);
+}
+
+void snapshots() {
+    platform::installTestServices();
+    rt::Class *events = rt::defineClass(QStringLiteral("ECCalendarEvent"));
+    rt::Class *guests = rt::defineClass(QStringLiteral("ECCalendarEventAttendee"));
+    rt::addMethod(events, "attendeeList", Appointment::list, "@@:");
+    rt::addMethod(guests, "name", Guest::name, "@@:");
+    rt::addMethod(guests, "emailAddress", Guest::address, "@@:");
+    rt::addMethod(guests, "attendeeType", Guest::type, "i@:");
+    const auto snapshotOf = [](Appointment &appointment) {
+        return repeating([&appointment] { keep(vlECCalendarEvent(&appointment).getVlMeetingData()); });
+    };
+    Appointment alone(events, guests, 0);
+    double each = 0;
+    for (const int count : {1, 100, 2000}) {
+        Appointment appointment(events, guests, count);
+        const Comparison times = sideBySide({snapshotOf(appointment), snapshotOf(alone)}, {.seconds = 1.5});
+        const double now = qMax(times.seconds[0] - times.seconds[1], 0.0) / count;
+        constexpr double limit = 1e-6;
+        addRow(QStringLiteral("snapshot with %1 attendees, each of them").arg(count), timeText(now),
+               QStringLiteral("nobody: ") + timeText(times.seconds[1]), QString(),
+               QStringLiteral("under 1 us"), now < limit ? Reached::Yes : Reached::No);
+        if (count == 2000)
+            addRow(QStringLiteral("the same, linear"), timeText(now),
+                   QStringLiteral("of 100: ") + timeText(each), ratioText(now / each),
+                   QStringLiteral("at most 1.3"), now <= 1.3 * each ? Reached::Yes : Reached::No);
+        each = now;
+    }
+}
+
+} // namespace bench

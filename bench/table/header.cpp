@@ -1,0 +1,33 @@
+// What the plug-in adds to each drawing of an editor's header.
+#include "bench/table/Rows.h"
+#include "bench/table/Sections.h"
+#include "bench/table/SideBySide.h"
+#include "plugin/hooks/hookTable.h"
+#include "standin/mailhost/windows/HeaderViews.h"
+#include "tests/roads/Desk.h"
+
+namespace bench {
+
+void header() {
+    for (const char *version : {"15.8", "16"}) {
+        roads::Desk desk(QString::fromLatin1(version));
+        const mailhost::EditorWindow *editor = desk.open(roads::Desk::plain);
+        auto *view = editor->findChild<mailhost::HeaderView *>();
+        const HookRow &row = hookTable()[mailhost::isNewerGeneration(QString::fromLatin1(version)) ? 2 : 0];
+        // The view is not being painted: the host's own drawing does nothing, and the difference is the hook.
+        const rt::Selector hooked(row.hostSelector);
+        const rt::Selector host(row.replacementSelector);
+        const QRectF rect(view->rect());
+        const Comparison times = sideBySide({repeating([&] { keep(rt::send(view, hooked, rect)); }),
+                                             repeating([&] { keep(rt::send(view, host, rect)); })},
+                                            {.seconds = 2});
+        constexpr double limit = 3e-6;
+        const double added = times.seconds[0] - times.seconds[1];
+        addRow(QStringLiteral("drawing the header of host ") + QString::fromLatin1(version),
+               timeText(times.seconds[0]), QStringLiteral("the host alone: ") + timeText(times.seconds[1]),
+               QStringLiteral("+ ") + timeText(added), QStringLiteral("at most + 3 us"),
+               added <= limit ? Reached::Yes : Reached::No);
+    }
+}
+
+} // namespace bench

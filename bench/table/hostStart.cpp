@@ -1,0 +1,56 @@
+// The host program as it starts, and how long it takes until its window is there, with or without the
+// plug-in: bench_host [--no-plugin] calendar.ics. Prints seconds and kilobytes: until the window, of the
+// loading, in memory then, in memory with an editor open.
+#include "standin/mailhost/windows/HostApplication.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <cstdio>
+#include <unistd.h>
+
+namespace {
+
+long residentKilobytes() {
+    QFile file(QStringLiteral("/proc/self/statm"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    return file.readAll().split(' ').value(1).toLong() * (sysconf(_SC_PAGESIZE) / 1024);
+}
+
+void letEverythingHappen() {
+    constexpr int turns = 4;
+    for (int i = 0; i < turns; ++i)
+        QCoreApplication::processEvents();
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    QElapsedTimer timer;
+    timer.start();
+    const QApplication application(argc, argv);
+    QString error, help;
+    const auto options = mailhost::parseArguments(QApplication::arguments(), &error, &help);
+    if (!options)
+        qFatal("%s", qPrintable(error));
+    mailhost::HostApplication host(*options);
+    host.installDesktopServices();
+    host.start();
+    if (!host.openCalendar(&error))
+        qFatal("%s", qPrintable(error));
+    host.show();
+    QElapsedTimer loading;
+    loading.start();
+    if (!host.loadPlugin(&error))
+        qFatal("%s", qPrintable(error));
+    const double loaded = double(loading.nsecsElapsed()) * 1e-9;
+    letEverythingHappen();
+    const double started = double(timer.nsecsElapsed()) * 1e-9;
+    const long memory = residentKilobytes();
+    host.openEditorFor(QStringLiteral("one@bench"));
+    letEverythingHappen();
+    std::printf("%.9f %.9f %ld %ld\n", started, loaded, memory, residentKilobytes());
+    std::fflush(stdout);
+    std::_Exit(0);
+}

@@ -1,0 +1,77 @@
+// The host program with and without the plug-in, in processes of their own.
+#include "bench/table/Processes.h"
+#include "bench/table/Rows.h"
+#include "bench/table/Sections.h"
+#include "bench/table/SideBySide.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <array>
+
+namespace bench {
+
+namespace {
+
+constexpr int rounds = 25;
+constexpr double allowedSeconds = 0.015;
+constexpr double allowedKilobytes = 4000;
+enum Figure { Started, Loaded, Memory, MemoryWithEditor, FigureCount };
+using Figures = std::array<std::vector<double>, FigureCount>;
+
+void start(const QStringList &arguments, Figures &figures) {
+    QProcess host;
+    host.start(QCoreApplication::applicationDirPath() + QStringLiteral("/bench_host"), arguments);
+    host.waitForFinished();
+    const QByteArrayList words = host.readAllStandardOutput().simplified().split(' ');
+    if (words.size() != FigureCount)
+        qFatal("the host does not start: %s", host.readAllStandardError().constData());
+    for (std::size_t i = 0; i < FigureCount; ++i)
+        figures[i].push_back(words[qsizetype(i)].toDouble());
+}
+
+QString kilobytesText(double kilobytes) {
+    return sizeText(kilobytes * 1024);
+}
+
+void addMemoryRow(const QString &what, double with, double without, bool hasAim) {
+    addRow(what, kilobytesText(with), QStringLiteral("the host alone: ") + kilobytesText(without),
+           QStringLiteral("+ ") + kilobytesText(with - without),
+           hasAim ? QStringLiteral("at most + 4 MB") : QString(),
+           !hasAim                                              ? Reached::NoAim
+           : (with - without) * 1024 <= allowedKilobytes * 1000 ? Reached::Yes
+                                                                : Reached::No);
+}
+
+} // namespace
+
+void loading() {
+    const PrivateDesktop desktop;
+    const QString calendar = desktop.path(QStringLiteral("my.ics"));
+    QFile file(calendar);
+    if (!file.open(QIODevice::WriteOnly))
+        qFatal("the calendar cannot be written");
+    file.write("BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Somebody//Else//EN\r\nBEGIN:VEVENT\r\n"
+               "UID:one@bench\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261124T090000Z\r\n"
+               "DTEND:20261124T093000Z\r\nSUMMARY:Review\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n");
+    file.close();
+    Figures with, without, untimed;
+    start({calendar}, untimed);
+    for (int round = 0; round < rounds; ++round) {
+        start({calendar}, with);
+        start({QStringLiteral("--no-plugin"), calendar}, without);
+    }
+    const double loaded = median(with[Loaded]);
+    addRow(QStringLiteral("loading the plug-in"), timeText(loaded), QString(), QString(),
+           QStringLiteral("at most 15 ms"), loaded <= allowedSeconds ? Reached::Yes : Reached::No);
+    const double added = median(with[Started]) - median(without[Started]);
+    addRow(QStringLiteral("the host until its window is drawn"), timeText(median(with[Started])),
+           QStringLiteral("without the plug-in: ") + timeText(median(without[Started])),
+           QStringLiteral("+ ") + timeText(qMax(added, 0.0)), QStringLiteral("at most + 15 ms"),
+           added <= allowedSeconds ? Reached::Yes : Reached::No);
+    addMemoryRow(QStringLiteral("resident memory of the host"), median(with[Memory]), median(without[Memory]),
+                 true);
+    addMemoryRow(QStringLiteral("the same with an editor open"), median(with[MemoryWithEditor]),
+                 median(without[MemoryWithEditor]), false);
+}
+
+} // namespace bench

@@ -1,0 +1,282 @@
+// The whole road on a real bus: from the click on the plug-in's button to the saved appointment, with the
+// meeting client in a process of its own.
+#include "bench/table/Processes.h"
+#include "bench/table/Rows.h"
+#include "bench/table/Sections.h"
+#include "bench/table/SideBySide.h"
+#include "platform/services/Services.h"
+#include "plugin/link/localizedString.h"
+#include "plugin/load/pluginLoad.h"
+#include "plugin/ui/strip/vlActionAdditionView.h"
+#include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
+#include "standin/mailhost/windows/ControlNames.h"
+#include "standin/mailhost/windows/HostApplication.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+namespace bench {
+
+namespace {
+
+constexpr int rounds = 21;
+constexpr int appointments = 4 * rounds;
+constexpr int patience = 20'000; // milliseconds
+constexpr double allowance = 0.010;
+const QDate today(2026, 11, 24);
+
+struct Cost {
+    double wall = 0;
+    double processor = 0;
+    // Of the processor time.
+    double untilSheet = 0;
+    double untilMeeting = 0; // from the sheet's confirmation on
+};
+
+double processorSeconds() {
+    return secondsNow(Clock::Processor);
+}
+
+// Without sleeping in between.
+template<typename Condition>
+void waitFor(const char *what, Condition condition) {
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition()) {
+        if (timer.elapsed() > patience)
+            qFatal("in vain waited for %s", what);
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
+        if (!condition())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
+    }
+}
+
+QByteArray calendarText() {
+    QByteArray text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Somebody//Else//EN\r\n";
+    for (int i = 0; i < appointments; ++i)
+        text += "BEGIN:VEVENT\r\nUID:" + QByteArray::number(i) +
+                "@road\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261124T090000Z\r\nDTEND:20261124T093000Z\r\n"
+                "SUMMARY:Quarterly review\r\nLOCATION:Room 7\r\nDESCRIPTION:Agenda first.\r\n"
+                "X-ALT-DESC;FMTTYPE=text/html:<html><body><p>Agenda <b>first</b>.</p></body></html>\r\n"
+                "END:VEVENT\r\n";
+    return text + "END:VCALENDAR\r\n";
+}
+
+class Program {
+public:
+    Program(const QString &name, const QString &identifier, const QStringList &arguments) {
+        m_process.setStandardErrorFile(QProcess::nullDevice());
+        m_process.start(QCoreApplication::applicationDirPath() + u'/' + name, arguments);
+        waitFor("a program", [&identifier] {
+            return platform::services().workspace->runningApplications().contains(identifier);
+        });
+    }
+    ~Program() {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+
+private:
+    QProcess m_process;
+};
+
+// Counts what goes over the bus in the meantime: questions to it, and notifications, of which one there and
+// one back are a round trip.
+class Traffic {
+public:
+    Traffic() {
+        m_monitor.setStandardErrorFile(QProcess::nullDevice());
+        m_monitor.start(QStringLiteral("dbus-monitor"),
+                        {QStringLiteral("--session"), QStringLiteral("--profile")});
+        m_monitor.waitForReadyRead(patience);
+        QTest::qWait(200);
+        m_monitor.readAll();
+    }
+    [[nodiscard]] int roundTrips() {
+        QTest::qWait(200);
+        int questions = 0;
+        int notifications = 0;
+        for (const QByteArray &line : m_monitor.readAllStandardOutput().split('\n')) {
+            notifications += line.startsWith("sig") && line.endsWith("Posted");
+            questions += line.startsWith("mc") && !line.contains("AddMatch");
+        }
+        return questions + (notifications + 1) / 2;
+    }
+    ~Traffic() {
+        m_monitor.kill();
+        m_monitor.waitForFinished();
+    }
+
+private:
+    QProcess m_monitor;
+};
+
+class Host {
+public:
+    explicit Host(const PrivateDesktop &desktop)
+        : m_host(options(desktop)) {
+        QFile file(desktop.path(QStringLiteral("my.ics")));
+        if (!file.open(QIODevice::WriteOnly) || file.write(calendarText()) < 0)
+            qFatal("the calendar cannot be written");
+        file.close();
+        QString error;
+        if (!m_host.installBundle(&error))
+            qFatal("%s", qPrintable(error));
+        m_host.installDesktopServices();
+        m_host.start();
+        if (!m_host.openCalendar(&error))
+            qFatal("%s", qPrintable(error));
+        m_host.show();
+        loadPlugin();
+    }
+
+    Cost addAndSave() {
+        mailhost::EditorWindow *editor = openNext();
+        const auto *strip =
+            vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(editor);
+        waitFor("the buttons", [strip] { return strip->uiStatus() == StripState::NoMeeting; });
+        QString add = vlLocalizedString(QStringLiteral("AddVelaButton"));
+        add.remove(u'&');
+        double before = 0, sheet = 0, meeting = 0;
+        Cost cost = spent([&] {
+            before = processorSeconds();
+            for (auto *button : strip->findChildren<QAbstractButton *>())
+                if (button->isVisible() && button->accessibleName() == add)
+                    QTest::mouseClick(button, Qt::LeftButton);
+            QPushButton *confirm = nullptr;
+            waitFor("the sheet", [&confirm] { return (confirm = confirmButton()) != nullptr; });
+            sheet = processorSeconds();
+            QTest::mouseClick(confirm, Qt::LeftButton);
+            waitFor("the meeting", [strip] { return strip->uiStatus() == StripState::MeetingAttached; });
+            meeting = processorSeconds();
+            save(editor);
+        });
+        cost.untilSheet = sheet - before;
+        cost.untilMeeting = meeting - sheet;
+        close(editor);
+        return cost;
+    }
+
+    // The same without a meeting: what the host does for a change and a save.
+    Cost saveAlone() {
+        mailhost::EditorWindow *editor = openNext();
+        const Cost cost = spent([&] {
+            editor->findChild<QLineEdit *>(mailhost::controls::subjectField)
+                ->setText(QStringLiteral("Renamed"));
+            editor->viewController()->setIsDirty(true);
+            save(editor);
+        });
+        close(editor);
+        return cost;
+    }
+
+private:
+    static mailhost::HostOptions options(const PrivateDesktop &desktop) {
+        mailhost::HostOptions options;
+        options.calendarPath = desktop.path(QStringLiteral("my.ics"));
+        options.documentsFolder = desktop.path(QStringLiteral("Documents"));
+        options.defaultsFolder = desktop.path(QStringLiteral("defaults"));
+        options.outbox = desktop.path(QStringLiteral("outbox"));
+        options.accounts = {{QStringLiteral("Ada Example"), QStringLiteral("ada@parlo.example")}};
+        options.today = today;
+        return options;
+    }
+    template<typename Action>
+    static Cost spent(Action action) {
+        const double before = processorSeconds();
+        QElapsedTimer timer;
+        timer.start();
+        action();
+        return {double(timer.nsecsElapsed()) * 1e-9, processorSeconds() - before, 0, 0};
+    }
+    static QPushButton *confirmButton() {
+        for (QWidget *window : QApplication::topLevelWidgets())
+            if (auto *button = window->findChild<QPushButton *>(QStringLiteral("buttonContinue"));
+                button && button->isVisible())
+                return button;
+        return nullptr;
+    }
+    static void save(mailhost::EditorWindow *editor) {
+        editor->viewController()->requestSave();
+        waitFor("the save", [editor] { return !editor->viewController()->isDirty(); });
+    }
+    mailhost::EditorWindow *openNext() {
+        mailhost::EditorWindow *editor =
+            m_host.openEditorFor(QStringLiteral("%1@road").arg(m_next++))->editorWindow();
+        QTest::qWait(20); // all that follows an opening is not measured
+        return editor;
+    }
+    static void close(mailhost::EditorWindow *editor) {
+        editor->close();
+        QTest::qWait(50);
+    }
+
+    mailhost::HostApplication m_host;
+    int m_next = 0;
+};
+
+void addCostRow(const QString &what, double ours, int trips, double echo) {
+    const double others = trips * echo;
+    addRow(what, timeText(ours), QStringLiteral("%1 bare echoes: ").arg(trips) + timeText(others),
+           QStringLiteral("+ ") + timeText(qMax(ours - others, 0.0)), QStringLiteral("at most + 10 ms"),
+           ours - others <= allowance ? Reached::Yes : Reached::No);
+}
+
+void walk(const QString &files) {
+    const PrivateDesktop desktop;
+    Host host(desktop);
+    const Program client(QStringLiteral("parlo-client"), QStringLiteral("com.parlo.meetings"),
+                         {QStringLiteral("--background"), QStringLiteral("--data"),
+                          desktop.path(QStringLiteral("meetings.json"))});
+    BareEcho echo;
+    host.addAndSave(); // the first one of a program loads and asks what later ones know
+    int trips = 0;
+    {
+        Traffic traffic;
+        host.addAndSave();
+        trips = traffic.roundTrips();
+    }
+    const QByteArray content(200, 'x');
+    std::vector<double> walls, processors, sheets, meetings, alone, echoes;
+    for (int round = 0; round < rounds; ++round) {
+        const Cost added = host.addAndSave();
+        walls.push_back(added.wall);
+        processors.push_back(added.processor);
+        sheets.push_back(added.untilSheet);
+        meetings.push_back(added.untilMeeting);
+        alone.push_back(host.saveAlone().processor);
+        for (int i = 0; i < 20; ++i) {
+            QElapsedTimer timer;
+            timer.start();
+            echo.roundTrip(content);
+            echoes.push_back(double(timer.nsecsElapsed()) * 1e-9);
+        }
+    }
+    addCostRow(QStringLiteral("add a meeting and save: processor time of the host") + files,
+               median(processors), trips, median(echoes));
+    addCostRow(QStringLiteral("add a meeting and save: from click to saved") + files, median(walls), trips,
+               median(echoes));
+    const auto addPart = [](const char *what, double seconds) {
+        addRow(QString::fromLatin1(what), timeText(seconds), QString(), QString(), QString(), Reached::NoAim);
+    };
+    addPart("of the processor time: until the sheet is shown", median(sheets));
+    addPart("of the processor time: until the meeting is attached", median(meetings));
+    addPart("for comparison: the host saves a change without a meeting", median(alone));
+}
+
+} // namespace
+
+void road() {
+    walk(QString());
+}
+
+// Without the disk, which the host, the client and the settings wait for with each file that they write.
+void roadInMemory() {
+    qputenv("TMPDIR", "/dev/shm");
+    walk(QStringLiteral(", files in memory"));
+}
+
+} // namespace bench

@@ -1,0 +1,95 @@
+// Plain text to HTML, and the fingerprint of a text.
+#include "bench/table/Rows.h"
+#include "bench/table/Sections.h"
+#include "bench/table/SideBySide.h"
+#include "plugin/host/body/vlBodyHelper.h"
+#include "plugin/link/vlMD5.h"
+
+#if PARLO_BENCH_OPENSSL
+#include <openssl/evp.h>
+#endif
+
+namespace bench {
+
+namespace {
+
+enum class Urls { Different, Alike, Chained };
+
+QString textWith(int count, Urls kind) {
+    QString text;
+    for (int i = 0; i < count; ++i) {
+        const QString name = kind == Urls::Alike ? QStringLiteral("the-same") : QString::number(i);
+        text +=
+            QStringLiteral("Item %1 of the agenda, with what was said of it the last time, is found under "
+                           "https://meetings.parlo.example/%2/%3")
+                .arg(QString::number(i), name, QString(i % 40, u'x'));
+        // One address begins inside another, and the line has not ended yet.
+        text += kind == Urls::Chained ? QStringLiteral("?from=http://other.example/%1").arg(i) : QString();
+        text += QStringLiteral(" or in the room.\r\n");
+    }
+    return text;
+}
+
+Work convert(const QString &text) {
+    return repeating([text] { keep(vlBodyHelper::sharedInstance().convertPlainTextToHTML(text)); });
+}
+
+void compareLinks(const QString &what, Urls kind) {
+    constexpr int fewer = 100;
+    const QString few = textWith(fewer, kind);
+    const QString one = textWith(1, kind);
+    addRow(QStringLiteral("text with 1 URL (%1), all of it").arg(what),
+           timeText(sideBySide({convert(one)}).seconds[0]), QString(), QString(), QString(), Reached::NoAim);
+    for (const int count : {1000, 10'000}) {
+        const QString text = textWith(count, kind);
+        const Comparison times = sideBySide({convert(text), convert(few)}, {.seconds = 1});
+        const double each = times.seconds[0] * 1e3 / double(text.size());
+        const double eachOfFew = times.seconds[1] * 1e3 / double(few.size());
+        addLinear(QStringLiteral("text with %1 URLs (%2), each KB").arg(QString::number(count), what), each,
+                  QStringLiteral("with 100"), eachOfFew,
+                  times.ratios[1] * double(few.size()) / double(text.size()));
+    }
+}
+
+#if PARLO_BENCH_OPENSSL
+QByteArray withOpenssl(const QByteArray &bytes) {
+    QByteArray digest(EVP_MAX_MD_SIZE, Qt::Uninitialized);
+    unsigned size = 0;
+    EVP_Digest(bytes.constData(), std::size_t(bytes.size()), reinterpret_cast<unsigned char *>(digest.data()),
+               &size, EVP_md5(), nullptr);
+    digest.resize(int(size));
+    return digest;
+}
+#endif
+
+QByteArray withOurs(const QByteArray &bytes) {
+    Quarvo::MD5 digest;
+    digest.feed(bytes);
+    return digest.binary();
+}
+
+} // namespace
+
+void links() {
+    compareLinks(QStringLiteral("different"), Urls::Different);
+    compareLinks(QStringLiteral("all alike"), Urls::Alike);
+    compareLinks(QStringLiteral("one in another"), Urls::Chained);
+}
+
+void digests() {
+#if PARLO_BENCH_OPENSSL
+    const QByteArray bytes(1'000'000, 'x');
+    if (withOurs(bytes) != withOpenssl(bytes))
+        qFatal("the digests differ");
+    const Comparison times =
+        sideBySide({repeating([&] { keep(withOurs(bytes)); }), repeating([&] { keep(withOpenssl(bytes)); })},
+                   {.seconds = 2});
+    addRatio(QStringLiteral("MD5 of 1 MB"), times.seconds[0], QStringLiteral("OpenSSL"), times.seconds[1],
+             times.ratios[1], 1.15);
+#else
+    addNote(QStringLiteral("OpenSSL's library is not installed and is left out."));
+    (void)withOurs({});
+#endif
+}
+
+} // namespace bench

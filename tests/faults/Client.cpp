@@ -1,0 +1,78 @@
+// What the meeting client does, and whoever else speaks on its channel.
+#include "standin/meetingclient/MeetingService.h"
+#include "tests/faults/Desktop.h"
+
+#include <QJsonObject>
+
+namespace faults {
+
+namespace {
+
+const QString usualVersion = QStringLiteral("3.6.40500");
+const QString oldVersion = QStringLiteral("3.6.40486"); // the newest one that is too old
+constexpr quint32 meetingAction = 3;
+
+} // namespace
+
+QList<Desktop::Verb> Desktop::clientsVerbs() {
+    return {{"rule", 1, &Desktop::rule},
+            {"client", 1, &Desktop::clientRuns},
+            {"signed", 1, &Desktop::clientSignsIn},
+            {"forget", 1, &Desktop::clientForgets},
+            {"forge", 1, &Desktop::forge},
+            {"forge-meeting", 1, &Desktop::forgeMeeting}};
+}
+
+bool Desktop::rule(const Words &words) {
+    m_desk.given(words.join(u' ').toUtf8().constData());
+    return true;
+}
+
+// "runs", "quits" (with all that it has not answered yet), "restarts", "uninstalled", "installed", "old".
+bool Desktop::clientRuns(const Words &words) {
+    if (words[0] == u"uninstalled")
+        m_desk.clientIsUninstalled();
+    else if (words[0] == u"installed" || words[0] == u"old")
+        m_desk.clientIsInstalled(words[0] == u"old" ? oldVersion : usualVersion);
+    else
+        m_desk.clientQuits();
+    if (words[0] != u"uninstalled" && words[0] != u"quits")
+        m_desk.clientRuns();
+    return true;
+}
+
+bool Desktop::clientSignsIn(const Words &words) {
+    m_desk.client().setSignedIn(words[0] == u"in");
+    return true;
+}
+
+// The meeting was deleted somewhere else.
+bool Desktop::clientForgets(const Words &words) {
+    const bool stored = m_onDisk && m_onDisk->contains(words[0]);
+    return stored && m_desk.client().removeMeeting(m_desk.meetingKey(uidOf(words[0])));
+}
+
+void Desktop::post(const QString &actionId, const QString &content) {
+    m_desk.desktop().bus->post(QStringLiteral("VelaVideoClientToVelaOutlookPlugin_PRL"), QString(),
+                               {{QStringLiteral("actionId"), actionId}, {QStringLiteral("content"), content}},
+                               true);
+}
+
+// An answer that nobody asked for, to the letter: an action id and the content.
+bool Desktop::forge(const Words &words) {
+    post(words[0], words.mid(1).join(u' '));
+    return true;
+}
+
+// The client's true answer to a question about the meeting of an appointment that nobody has asked.
+bool Desktop::forgeMeeting(const Words &words) {
+    if (!m_onDisk || !m_onDisk->contains(words[0]))
+        return false;
+    meetingclient::MeetingService service(m_desk.client());
+    const auto answer =
+        service.handle(meetingAction, QStringLiteral("4;") + m_desk.meetingKey(uidOf(words[0])));
+    post(QStringLiteral("4"), answer->content);
+    return true;
+}
+
+} // namespace faults

@@ -1,0 +1,29 @@
+// Which of the host's own operations ran, whoever asked for them: the person, or the plug-in that had held
+// them back.
+#pragma once
+
+#include <QList>
+#include <QString>
+
+namespace mailhost {
+class EditorWindow;
+}
+
+namespace faults {
+
+enum class HostOperation { Save, SaveAndClose, Send, SaveRecord, Delete };
+
+struct HostRun {
+    HostOperation operation;
+    QString appointment; // UID
+    mailhost::EditorWindow *editor =
+        nullptr; // of Save, SaveAndClose and Send; may have gone since, only to be compared
+};
+
+// Looks over the shoulder of the host's implementations behind the plug-in's hooks. The plug-in must be
+// loaded; once for a process is enough, again does nothing.
+void watchHost();
+// What ran since the last call, in order.
+[[nodiscard]] QList<HostRun> takeHostRuns();
+
+} // namespace faults

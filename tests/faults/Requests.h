@@ -1,0 +1,18 @@
+// Whether what was sent to the client follows from what was done and answered.
+#pragma once
+
+#include "tests/faults/Desktop.h"
+
+namespace faults {
+
+enum class Request { Start, Schedule, Update, Delete, GetMeeting, Profile, Accounts };
+
+// Which one it is; none for what is not a request of the plug-in's at all.
+[[nodiscard]] std::optional<Request> requestOf(const platform::TextMap &envelope);
+// How many of them were sent in the step.
+[[nodiscard]] int timesSent(const Happened &step, Request request);
+// A sentence when more was sent in the step than the person's action and the answers that came can have led
+// to; else a null text.
+[[nodiscard]] QString unaskedRequest(const Happened &step);
+
+} // namespace faults

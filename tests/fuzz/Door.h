@@ -1,0 +1,52 @@
+// A door: one way by which bytes that somebody else made come in. The fuzzer and the test of the corpora open
+// the same doors.
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+#include <functional>
+#include <vector>
+
+namespace fuzz {
+
+struct Door {
+    const char *name; // of its corpus' folder as well
+    std::function<void(const QByteArray &bytes)> open;
+};
+
+// All doors that are linked into the program.
+[[nodiscard]] std::vector<Door> &doors();
+
+// A static one of these in a file adds its door.
+struct AddDoor {
+    AddDoor(const char *name, void (*open)(const QByteArray &bytes)) { doors().push_back({name, open}); }
+};
+
+// What must hold for every input. A claim that does not ends the fuzzer, and fails the test with an
+// exception, which must not pass through other people's frames.
+void claim(bool holds, const char *what);
+// The same for two texts, which are shown when they differ.
+void claimSame(const QString &actual, const QString &expected, const char *what);
+void claimSame(const QByteArray &actual, const QByteArray &expected, const char *what);
+
+// Input that is made of several texts: each call takes what stands before the next separator, a byte that no
+// UTF-8 has.
+class Pieces {
+public:
+    static constexpr char separator = '\xFF';
+
+    explicit Pieces(const QByteArray &bytes)
+        : m_rest(bytes) {}
+    [[nodiscard]] bool atEnd() const { return m_rest.isEmpty(); }
+    QByteArray next();
+    QString nextText() { return QString::fromUtf8(next()); }
+    // One byte, 0 when there is none.
+    quint8 nextByte();
+    [[nodiscard]] QByteArray rest() const { return m_rest.toByteArray(); }
+
+private:
+    QByteArrayView m_rest;
+};
+
+} // namespace fuzz

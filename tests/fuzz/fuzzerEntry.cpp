@@ -1,0 +1,37 @@
+// What libFuzzer calls. One door is linked into each fuzzer.
+#include "tests/fuzz/Door.h"
+
+#include <QApplication>
+#include <cstdlib>
+
+namespace {
+
+// What doors have to say about bad input is said thousands of times a second.
+void sayNothing(QtMsgType type, const QMessageLogContext &, const QString &text) {
+    if (type == QtFatalMsg)
+        std::fprintf(stderr, "%s\n", qPrintable(text));
+}
+
+} // namespace
+
+void fuzz::claim(bool holds, const char *what) {
+    if (holds)
+        return;
+    std::fprintf(stderr, "a claim does not hold: %s\n", what);
+    std::abort();
+}
+
+extern "C" int LLVMFuzzerInitialize(int *, char ***) {
+    static int argc = 1;
+    static char name[] = "fuzz";
+    static char *argv[] = {name, nullptr};
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    new QApplication(argc, argv);
+    qInstallMessageHandler(sayNothing);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+    fuzz::doors().front().open(QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)));
+    return 0;
+}

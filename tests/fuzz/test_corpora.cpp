@@ -1,0 +1,62 @@
+// Opens every door with everything in its corpus, so that what a fuzzer once found stays mended.
+#include "tests/fuzz/Door.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+namespace {
+
+struct BrokenClaim {
+    const char *what;
+};
+
+} // namespace
+
+void fuzz::claim(bool holds, const char *what) {
+    if (!holds)
+        throw BrokenClaim{what};
+}
+
+namespace fuzz {
+
+static void PrintTo(const Door &door, std::ostream *out) {
+    *out << door.name;
+}
+
+} // namespace fuzz
+
+namespace {
+
+class Corpus : public testing::TestWithParam<fuzz::Door> {
+protected:
+    // A door may say in the log what is wrong with its input.
+    void SetUp() override {
+        m_before = qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    }
+    void TearDown() override { qInstallMessageHandler(m_before); }
+
+private:
+    QtMessageHandler m_before = nullptr;
+};
+
+TEST_P(Corpus, EveryInputIsSurvivedAndEveryClaimHolds) {
+    const QDir folder(QStringLiteral(PARLO_CORPORA "/") + QLatin1String(GetParam().name));
+    const QStringList names = folder.entryList(QDir::Files, QDir::Name);
+    ASSERT_FALSE(names.isEmpty());
+    for (const QString &name : names) {
+        SCOPED_TRACE(qPrintable(name));
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        try {
+            GetParam().open(file.readAll());
+        } catch (const BrokenClaim &claim) {
+            ADD_FAILURE() << "does not hold: " << claim.what;
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Door, Corpus, testing::ValuesIn(fuzz::doors()),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+} // namespace
