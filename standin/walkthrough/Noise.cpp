@@ -58,8 +58,8 @@ int makeNoise() {
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, [&random] {
         for (int i = 0; i < burst; ++i)
-            platform::services().distributedNotifications->post(channels[random.bounded(int(std::size(channels)))],
-                                                                QString(), somethingElse(random), true);
+            platform::services().distributedNotifications->post(
+                channels[random.bounded(int(std::size(channels)))], QString(), somethingElse(random), true);
     });
     timer.start(pause);
     return QCoreApplication::exec();

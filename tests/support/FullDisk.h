@@ -6,7 +6,7 @@
 
 class FullDisk {
 public:
-    explicit FullDisk(rlim_t largestFile = 64) { // octets
+    explicit FullDisk(rlim_t largestFile = 64) {        // octets
         m_formerSignal = std::signal(SIGXFSZ, SIG_IGN); // the write fails instead
         ::getrlimit(RLIMIT_FSIZE, &m_former);
         const rlimit full{largestFile, m_former.rlim_max};
