@@ -173,8 +173,11 @@ private:
     void meetingForAddPMI(const Work &work);
     void meetingForUpdatePMI(const Work &work);
 
-    [[nodiscard]] QString oldJoinURL(const vlERCalendarEventEditorViewController &editor) const;
-    void writeLocation(const vlERCalendarEventEditorViewController &editor, const QString &joinURL);
+    // `formerURL`: of the record before this write-back; null when there was none.
+    [[nodiscard]] QString oldJoinURL(const vlERCalendarEventEditorViewController &editor,
+                                     const QString &formerURL) const;
+    void writeLocation(const vlERCalendarEventEditorViewController &editor, const QString &formerURL,
+                       const QString &joinURL);
 
     MeetingCommand m_vlMeetingAction = MeetingCommand::CmdNone;
     QHash<QString, MeetingCommand> m_sheetCommands; // by appointment window identifier: what opened its sheet

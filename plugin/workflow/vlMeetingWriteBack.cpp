@@ -10,6 +10,7 @@
 #include "plugin/link/vlMd5Utils.h"
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/locationText.h"
+#include "plugin/workflow/storedRecord.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
 #include "plugin/workflow/vlMeetingMgr.h"
 
@@ -71,21 +72,23 @@ void vlMeetingMgr::updateVlKeyInfoToAppointment(rt::Object *editor, const QVaria
     if (!event)
         return;
     vlMeetingDataMgr &store = vlMeetingDataMgr::sharedInstance();
+    const QString formerURL =
+        rt::textValue(storedRecord(event->olmUCCapabilities()).value(vl_Meeting_JoinUrl));
     if (commit) {
         const QString record = store.getVlDataForOLProperty(info);
         store.setEncodeMailBody(getEncodeMail());
         adapter.saveVlDataToOLProperty(record);
     }
     fillEmptySubject(*event, info);
-    writeLocation(adapter, rt::textValue(info.value(vl_Meeting_JoinUrl)));
+    writeLocation(adapter, formerURL, rt::textValue(info.value(vl_Meeting_JoinUrl)));
     const QString urlInRecord = store.getOldJoinUrl();
     if (!urlInRecord.isNull())
         m_joinURLFromProperty = urlInRecord;
 }
 
 void vlMeetingMgr::writeLocation(const vlERCalendarEventEditorViewController &editor,
-                                 const QString &joinURL) {
-    const QString userText = getOLUserInputLocation(editor, oldJoinURL(editor), joinURL);
+                                 const QString &formerURL, const QString &joinURL) {
+    const QString userText = getOLUserInputLocation(editor, oldJoinURL(editor, formerURL), joinURL);
     m_joinURL = joinURL;
     m_writtenAppointment = rt::textValue(editor.ecCalendarEvent()->UUID());
     const QString meetingPart = getVlLocation(*editor.ecCalendarEvent());
@@ -96,12 +99,19 @@ void vlMeetingMgr::writeLocation(const vlERCalendarEventEditorViewController &ed
     setLocationEverywhere(editor, m_olNewLocation);
 }
 
-// The field shows what was written last, the host's own location what the record tells of.
-QString vlMeetingMgr::oldJoinURL(const vlERCalendarEventEditorViewController &editor) const {
+// The field shows what was written last, the host's own location what the record tells of. Either may be
+// forgotten once the appointment was stored, or be another's: then it is the one in the record that is about
+// to be replaced.
+QString vlMeetingMgr::oldJoinURL(const vlERCalendarEventEditorViewController &editor,
+                                 const QString &formerURL) const {
     const QString urlInRecord = vlMeetingDataMgr::sharedInstance().getOldJoinUrl();
     const bool hasField = !editor.getLocationFromUI().isNull();
     const QString &preferred = hasField ? m_joinURL : urlInRecord;
-    return preferred.isEmpty() ? (hasField ? urlInRecord : m_joinURL) : preferred;
+    const QString &known = preferred.isEmpty() ? (hasField ? urlInRecord : m_joinURL) : preferred;
+    const QString shown = hasField ? editor.getLocationFromUI() : editor.ecCalendarEvent()->location();
+    // One may be the beginning of the other: the longer one that is shown is the one to take out.
+    const qsizetype shownLength = shown.contains(known) ? known.size() : 0;
+    return shown.contains(formerURL) && formerURL.size() > shownLength ? formerURL : known;
 }
 
 QString vlMeetingMgr::getOLUserInputLocation(const vlERCalendarEventEditorViewController &editor,
