@@ -46,6 +46,10 @@ bool hasNul(const QString &text) {
 } // namespace
 
 QString carriedText(const QString &text) {
+    // Nearly every text: nothing of it lies where such code points do.
+    constexpr char16_t firstSuspect = 0xD800;
+    if (std::none_of(text.begin(), text.end(), [](QChar unit) { return unit.unicode() >= firstSuspect; }))
+        return text;
     QList<uint> codes = text.toUcs4();
     if (std::all_of(codes.cbegin(), codes.cend(), isCarried))
         return text;

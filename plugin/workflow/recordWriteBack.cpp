@@ -1,5 +1,7 @@
 #include "plugin/workflow/recordWriteBack.h"
 
+#include "platform/runtime/Runtime.h"
+#include "plugin/host/adapters/hostNames.h"
 #include "plugin/host/adapters/vlECMutableCalendarEvent.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/vlGetMeetingHelper.h"
@@ -19,6 +21,17 @@ void fillEmptySubject(const vlECMutableCalendarEvent &record) {
         record.setSummary(subject);
 }
 
+// With several editors open, or a change on the calendar, another appointment may be stored before the one
+// that something is meant for. What does not say which it is counts as meant.
+bool isMeantFor(const QString &appointment, rt::Object *record) {
+    const QString stored = rt::textValue(rt::send(record, rt::Selector(olItem_UUID)));
+    return appointment.isEmpty() || stored.isEmpty() || stored == appointment;
+}
+
+bool isWriteBackFor(rt::Object *record) {
+    return isMeantFor(vlMeetingMgr::sharedInstance().writtenAppointment(), record);
+}
+
 } // namespace
 
 bool needUpdateLocation(rt::Object *record) {
@@ -34,9 +47,9 @@ bool needUpdateLocation(rt::Object *record) {
 }
 
 void updateVlKeyInfoToAppointment(rt::Object *record) {
-    vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
-    if (!manager.isWriteBackFor(record))
+    if (!isWriteBackFor(record))
         return;
+    vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
     const vlECMutableCalendarEvent adapter(record);
     if (!manager.getOLNewLocation().isNull() && needUpdateLocation(record))
         adapter.setLocation(manager.getOLNewLocation());
@@ -45,20 +58,22 @@ void updateVlKeyInfoToAppointment(rt::Object *record) {
 }
 
 void updateVlKeyInfoToAppointmentForPAC(rt::Object *record) {
-    if (!vlPACMeetingMgr::sharedInstance().isFor(record))
+    const vlPACMeetingMgr &conferences = vlPACMeetingMgr::sharedInstance();
+    if (!isMeantFor(conferences.appointment(), record))
         return cleanVlKeyInfoFromAppointment(record);
     const vlECMutableCalendarEvent adapter(record);
     const QString location = adapter.location();
-    const QString newLocation = vlPACMeetingMgr::sharedInstance().getNewLocationForPAC(location);
+    const QString newLocation = conferences.getNewLocationForPAC(location);
     if (!newLocation.isNull() && newLocation != location)
         adapter.setLocation(newLocation);
-    vlMeetingMgr::sharedInstance().cleanVlInfoForUpdApptInfo();
+    if (isWriteBackFor(record))
+        vlMeetingMgr::sharedInstance().cleanVlInfoForUpdApptInfo();
 }
 
 void cleanVlKeyInfoFromAppointment(rt::Object *record) {
-    vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
-    if (!manager.isWriteBackFor(record))
+    if (!isWriteBackFor(record))
         return;
+    vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
     if (manager.needClearLocation())
         vlECMutableCalendarEvent(record).setLocation(QStringLiteral(""));
     manager.cleanVlInfoForUpdApptInfo();

@@ -4,7 +4,7 @@
 #include "platform/runtime/Object.h"
 
 // `record` is the host's editable record; anything else is left alone. The host calls one of the first three
-// for every record that it stores, and each of them ends the current write-back.
+// for every record that it stores; the one that the current write-back is meant for ends it.
 
 // For a record of a meeting.
 void updateVlKeyInfoToAppointment(rt::Object *record);

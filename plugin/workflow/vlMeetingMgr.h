@@ -109,9 +109,8 @@ public:
 
     // What the next store of the appointment's record by the host brings into it. Null: not set.
     void cleanVlInfoForUpdApptInfo();
-    // Whether that is meant for this record: with several editors open, or a change on the calendar, another
-    // appointment may be stored first. A record that does not say which it is counts as meant.
-    [[nodiscard]] bool isWriteBackFor(rt::Object *record) const;
+    // The identifier of that appointment; null for any.
+    [[nodiscard]] const QString &writtenAppointment() const { return m_writtenAppointment; }
     [[nodiscard]] bool needClearLocation() const { return m_bNeedClearLocation; }
     [[nodiscard]] const QString &getJoinURL() const { return m_joinURL; }
     void setJoinURL(const QString &url) { m_joinURL = url; }

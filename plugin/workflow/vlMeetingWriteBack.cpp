@@ -1,5 +1,4 @@
 // Writing the meeting into the appointment: body, stored record, subject and location.
-#include "platform/runtime/Runtime.h"
 #include "plugin/host/adapters/hostNames.h"
 #include "plugin/host/adapters/vlECCalendarEvent.h"
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
@@ -149,11 +148,6 @@ void vlMeetingMgr::updateVlMeetingInfoToAppointmentForDelete(rt::Object *editor,
     m_writtenAppointment = rt::textValue(adapter.ecCalendarEvent()->UUID());
     m_bNeedClearLocation = true;
     setLocationEverywhere(adapter, QStringLiteral(""));
-}
-
-bool vlMeetingMgr::isWriteBackFor(rt::Object *record) const {
-    const QString appointment = rt::textValue(rt::send(record, rt::Selector(olItem_UUID)));
-    return m_writtenAppointment.isEmpty() || appointment.isEmpty() || appointment == m_writtenAppointment;
 }
 
 void vlMeetingMgr::cleanVlInfoForUpdApptInfo() {

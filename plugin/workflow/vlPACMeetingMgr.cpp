@@ -1,7 +1,5 @@
 #include "plugin/workflow/vlPACMeetingMgr.h"
 
-#include "platform/runtime/Runtime.h"
-#include "plugin/host/adapters/hostNames.h"
 #include "plugin/host/adapters/vlECCalendarEvent.h"
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/host/body/vlEmailBodyMgr.h"
@@ -57,6 +55,9 @@ vlPACMeetingMgr &vlPACMeetingMgr::sharedInstance() {
 
 int vlPACMeetingMgr::addPACMeeting(EditorStrip *strip, qint64 account) {
     vlMeetingDataMgr::sharedInstance().setPACAccountNo(account);
+    // From now on: another appointment may be stored before the client has answered.
+    const vlERCalendarEventEditorViewController editor(vlMeetingWindows::editorOf(strip));
+    m_appointment = rt::textValue(editor.ecCalendarEvent()->UUID());
     if (vlUserProfileHelper::sharedInstance().hasUserProfile())
         executeGetPAC(strip);
     else
@@ -125,17 +126,11 @@ void vlPACMeetingMgr::updateLocation(rt::Object *editor) {
     const vlECCalendarEvent *event = adapter.ecCalendarEvent();
     if (!event || !event->isValidConnection())
         return;
-    m_appointment = rt::textValue(event->UUID());
     const QString location = getNewLocationForPAC(event->location());
     if (location.isNull())
         return;
     event->setLocation(location);
     adapter.updateLocationFieldFromUI(location);
-}
-
-bool vlPACMeetingMgr::isFor(rt::Object *record) const {
-    const QString appointment = rt::textValue(rt::send(record, rt::Selector(olItem_UUID)));
-    return m_appointment.isEmpty() || appointment.isEmpty() || appointment == m_appointment;
 }
 
 QString vlPACMeetingMgr::getOLUserInputString(const QString &location) const {

@@ -31,10 +31,9 @@ public:
     void updateLocation(rt::Object *editor);
     // The location without the numbers and ids of all accounts; null for a null or empty one.
     [[nodiscard]] QString getOLUserInputString(const QString &location) const;
-    // Whether the record is that of the appointment which the account was written into last, or does not say
-    // which it is.
-    [[nodiscard]] bool isFor(rt::Object *record) const;
+    // The identifier of the appointment that the chosen account is for; null for any.
+    [[nodiscard]] const QString &appointment() const { return m_appointment; }
 
 private:
-    QString m_appointment; // identifier; null before anything was written
+    QString m_appointment;
 };

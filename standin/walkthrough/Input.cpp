@@ -4,7 +4,9 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
 #include <QPointer>
+#include <QRadioButton>
 #include <QTest>
 #include <QWidget>
 #include <QWindow>
@@ -49,8 +51,13 @@ QString plain(QString text) {
 
 } // namespace
 
+// A choice is as wide as its row and takes clicks on its mark and its words alone, however short these are.
 bool click(QWidget *control) {
-    return control && clickAt(control, control->rect().center());
+    if (!control)
+        return false;
+    const bool isChoice = qobject_cast<QCheckBox *>(control) || qobject_cast<QRadioButton *>(control);
+    const QPoint middle = control->rect().center();
+    return clickAt(control, isChoice ? QPoint(middle.y(), middle.y()) : middle);
 }
 
 // A person waits until a window that is in the way has closed.

@@ -9,8 +9,9 @@ class QWidget;
 
 namespace walkthrough {
 
-// A click in the middle of the control, or at a point of it. False when the control is missing, or for some
-// seconds hidden, disabled or behind a modal window: then nothing is sent.
+// A click in the middle of the control (on the mark of a check box or radio button), or at a point of it.
+// False when the control is missing, or for some seconds hidden, disabled or behind a modal window: then
+// nothing is sent.
 bool click(QWidget *control);
 bool clickAt(QWidget *control, const QPoint &at);
 bool doubleClick(QWidget *control, const QPoint &at);

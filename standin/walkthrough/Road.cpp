@@ -27,28 +27,6 @@ QString words(const QString &key) {
     return text.remove(u'&').trimmed();
 }
 
-QString addButton() {
-    return words(QStringLiteral("AddVelaButton"));
-}
-QString audioButton() {
-    return words(QStringLiteral("AddPACButton"));
-}
-QString removeButton() {
-    return words(QStringLiteral("CancelVelaButton"));
-}
-QString launchButton() {
-    return words(QStringLiteral("Button_LaunchClient"));
-}
-QString settingsButton() {
-    return words(QStringLiteral("ChangeSettingButton"));
-}
-QString continueButton() {
-    return words(QStringLiteral("Button_Continue"));
-}
-QString removeInAlertButton() {
-    return words(QStringLiteral("Button_OKGot"));
-}
-
 Road::Road(const RoadOptions &options)
     : m_road(options)
     , m_out(QDir(options.out).filePath(QStringLiteral("host-") + options.hostVersion))

@@ -24,13 +24,27 @@ inline const QString ownWords = QStringLiteral("Bring the figures.");
 
 // A text of the plug-in in the language of the walk, without the mark of its mnemonic.
 [[nodiscard]] QString words(const QString &key);
-[[nodiscard]] QString addButton();
-[[nodiscard]] QString audioButton();
-[[nodiscard]] QString removeButton();
-[[nodiscard]] QString launchButton();
-[[nodiscard]] QString settingsButton();
-[[nodiscard]] QString continueButton();
-[[nodiscard]] QString removeInAlertButton();
+[[nodiscard]] inline QString addButton() {
+    return words(QStringLiteral("AddVelaButton"));
+}
+[[nodiscard]] inline QString audioButton() {
+    return words(QStringLiteral("AddPACButton"));
+}
+[[nodiscard]] inline QString removeButton() {
+    return words(QStringLiteral("CancelVelaButton"));
+}
+[[nodiscard]] inline QString launchButton() {
+    return words(QStringLiteral("Button_LaunchClient"));
+}
+[[nodiscard]] inline QString settingsButton() {
+    return words(QStringLiteral("ChangeSettingButton"));
+}
+[[nodiscard]] inline QString continueButton() {
+    return words(QStringLiteral("Button_Continue"));
+}
+[[nodiscard]] inline QString removeInAlertButton() {
+    return words(QStringLiteral("Button_OKGot"));
+}
 
 class Road {
 public:

@@ -16,12 +16,12 @@ class FoundFaults : public testing::TestWithParam<FoundFault> {};
 
 const FoundFault faultsFound[] = {
     {"WhatIsTypedIntoTheLocationSurvivesTheNextAnswer", "weather calm\n"
-                                                        "open other\n"
-                                                        "strip other add\n"
+                                                        "new plain\n"
+                                                        "strip new1 add\n"
                                                         "sheet ok\n"
-                                                        "place other here\n"
-                                                        "later other 30\n"
-                                                        "save other\n"},
+                                                        "place new1 here\n"
+                                                        "later new1 30\n"
+                                                        "save new1\n"},
     {"ARemovedMeetingTakesNoOtherAppointmentsLocation", "weather stormy\n"
                                                         "open plain\n"
                                                         "place plain here\n"

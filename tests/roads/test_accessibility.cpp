@@ -186,12 +186,15 @@ TEST_P(Accessibility, OfTheEditorTheStripTheSheetAndTheAlerts) {
     desk.settle();
     check(shownDialog(), QStringLiteral("client not running"));
     desk.dismissAlert();
-    desk.clientRuns();
+}
+
+TEST_P(Accessibility, OfTheAlertThatTheClientIsSignedOut) {
+    Desk desk(GetParam());
     desk.signedOut();
-    desk.clickAdd(editor);
+    desk.clickAdd(desk.open(Desk::plain));
     desk.settle();
-    if (QWidget *alert = shownDialog())
-        check(alert, QStringLiteral("signed out"));
+    ASSERT_FALSE(Desk::alertText().isEmpty());
+    check(shownDialog(), QStringLiteral("signed out"));
 }
 
 TEST_P(Accessibility, OfTheHostsOwnSheetsAndTheClient) {
