@@ -31,12 +31,23 @@ struct Decision {
     bool actionResult;
 };
 
+EditorStrip *stripOf(const rt::Weak<> &editor) {
+    const EditorStrips *strips = WorkflowPorts::instance().strips;
+    return strips && editor ? strips->getVlActionAdditionViewByEditorViewCtrl(editor.get()) : nullptr;
+}
+
 // Asks the workflow what the operation needs. When that itself goes wrong, the operation is held back: the
 // editor stays open with its changes.
 Decision decide(const rt::Weak<> &editor, HostAction action) {
     return guarded("saving an appointment with a meeting", Decision{false, false}, [&editor, action] {
         vlApptUIActionMgr &manager = vlApptUIActionMgr::sharedInstance();
         const int result = manager.handleVLMeeting(editor.get(), {{keyApptViewActionID, quint32(action)}});
+        // The host runs it now, so no answer that is still on its way may run it again. A save stays
+        // recorded: the editor stays open, and an add in it later ends with that save.
+        EditorStrip *strip =
+            result == hostMayProceed && action != HostAction::Save ? stripOf(editor) : nullptr;
+        if (strip)
+            strip->setOLUIAction(HostAction::None);
         return Decision{result == hostMayProceed,
                         manager.getActionResultWithCalEventEditorViewCtrl(editor.get())};
     });
@@ -54,11 +65,6 @@ rt::Value saveOrSend(int row, HostAction action, rt::Object *self, rt::Args argu
     const rt::Weak<> editor(self);
     const Decision decision = decide(editor, action);
     return decision.proceed ? callHost(row, editor.get(), arguments) : rt::Value(decision.actionResult);
-}
-
-EditorStrip *stripOf(const rt::Weak<> &editor) {
-    const EditorStrips *strips = WorkflowPorts::instance().strips;
-    return strips && editor ? strips->getVlActionAdditionViewByEditorViewCtrl(editor.get()) : nullptr;
 }
 
 } // namespace

@@ -49,6 +49,13 @@ const FoundFault faultsFound[] = {
                                                       "strip new2 settings\n"
                                                       "strip new1 remove\n"
                                                       "sheet ok\n"},
+    {"ALateAnswerRepeatsNoSaveAndCloseThatTheHostHasRun", "weather stormy\n"
+                                                          "rule once delay get 500\n"
+                                                          "open series\n"
+                                                          "strip series add\n"
+                                                          "sheet ok\n"
+                                                          "move other 30\n"
+                                                          "saveclose series\n"},
     {"OnlyTheNewJoinURLIsLeftInTheLocationWhenItChanges", "weather calm\n"
                                                           "open other\n"
                                                           "strip other add\n"
