@@ -31,7 +31,8 @@ bool isOfThisWalk(const QString &process) {
     return state.mid(state.lastIndexOf(')') + 2).split(' ').value(1).toInt() == getppid();
 }
 
-void killAll(const QString &program) {
+int killAll(const QString &program) {
+    int killed = 0;
     const QDir processes(QStringLiteral("/proc"));
     for (const QString &entry : processes.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         const int id = entry.toInt();
@@ -39,8 +40,9 @@ void killAll(const QString &program) {
         if (id > 0 &&
             QFileInfo(process + QStringLiteral("/exe")).symLinkTarget().section(u'/', -1) == program &&
             isOfThisWalk(process))
-            ::kill(id, SIGKILL);
+            killed += ::kill(id, SIGKILL) == 0;
     }
+    return killed;
 }
 
 } // namespace
@@ -53,11 +55,10 @@ std::optional<Mishap> Mishap::parse(const QString &text) {
     return Mishap{Whom(whom), at};
 }
 
-void Mishap::happen() const {
+int Mishap::happen() const {
     if (whom == Whom::Host)
         std::raise(SIGKILL);
-    else
-        killAll(programs[int(whom)]);
+    return killAll(programs[int(whom)]);
 }
 
 } // namespace walkthrough

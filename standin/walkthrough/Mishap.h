@@ -13,8 +13,8 @@ struct Mishap {
 
     // "client:7"; none when it is not of that form.
     [[nodiscard]] static std::optional<Mishap> parse(const QString &text);
-    // Kills it, as `kill -9` does. The host is this process.
-    void happen() const;
+    // Kills it, as `kill -9` does, and answers how many processes that were. The host is this process.
+    int happen() const;
 };
 
 } // namespace walkthrough

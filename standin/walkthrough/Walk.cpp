@@ -59,7 +59,9 @@ void Walk::record(bool sent, const platform::TextMap &userInfo) {
     m_messages.append({sent, userInfo.value(QStringLiteral("actionId")).toUInt(),
                        userInfo.value(QStringLiteral("content"))});
     if (m_mishap && m_messages.size() == m_mishap->atMessage)
-        m_mishap->happen();
+        comment(QStringLiteral("a mishap at message %1: %2 killed")
+                    .arg(m_messages.size())
+                    .arg(m_mishap->happen()));
 }
 
 bool Walk::step(bool ok, const QString &what) {

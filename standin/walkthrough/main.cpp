@@ -76,10 +76,10 @@ void prepareEnvironment(const walkthrough::PrivateBus &bus, const QTemporaryDir 
         QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         qputenv(name, folder.toUtf8());
     }
-    if (!qEnvironmentVariableIsSet("PARLO_ROOT"))
-        qputenv("PARLO_ROOT", QDir(QCoreApplication::applicationDirPath())
-                                  .absoluteFilePath(QStringLiteral("../root"))
-                                  .toUtf8());
+    const QString built = QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("../root"));
+    const QString root = home.filePath(QStringLiteral("root"));
+    walkthrough::makeRoot(root, qEnvironmentVariable("PARLO_ROOT", built));
+    qputenv("PARLO_ROOT", root.toUtf8());
 }
 
 int walkAllGenerations(const QCommandLineParser &parser) {

@@ -87,7 +87,7 @@ TEST_P(Mishap, LeavesWholeFilesAndARoadThatCanBeWalked) {
     const Kill kill = GetParam();
     const int code =
         walk({"--mishap", kill.whom + u':' + QString::number(kill.atMessage), folder.filePath("out")});
-    EXPECT_NE(code, 0) << "nothing was killed";
+    EXPECT_NE(code, 0) << "nothing was killed\n" << qPrintable(said);
     if (kill.whom != QLatin1String("host")) {
         EXPECT_NE(code, exitCrashed) << "the host went down with it\n" << qPrintable(said);
     }
