@@ -5,6 +5,7 @@
 #include "plugin/link/vlClientFeatureMgr.h"
 #include "plugin/link/vlGetPACHelper.h"
 #include "plugin/link/vlIPCChannel.h"
+#include "plugin/link/vlUserProfileHelper.h"
 
 ClientError vlAPIGetPAC::doAction(QWidget *window) {
     if (!vlClientFeatureMgr::sharedInstance().isVelaClientSupportPACAndNoVideo())
@@ -31,5 +32,7 @@ void vlAPIGetPAC::onVelaFeedback(const QString &content) {
         return;
     }
     vlGetPACHelper::sharedInstance().setPACInfo(content);
+    // Only now: after a request that failed, the accounts of the user before are still the ones in memory.
+    vlUserProfileHelper::sharedInstance().setAccountChangedFlag(false);
     handBackToMeetingMgr(m_parentWindow, MeetingCommand::CmdGetAudioConferenceDone, rt::Value());
 }

@@ -59,7 +59,7 @@ void updateVlKeyInfoToAppointment(rt::Object *record) {
 
 void updateVlKeyInfoToAppointmentForPAC(rt::Object *record) {
     const vlPACMeetingMgr &conferences = vlPACMeetingMgr::sharedInstance();
-    if (!isMeantFor(conferences.appointment(), record))
+    if (conferences.isAwaited() || !isMeantFor(conferences.appointment(), record))
         return cleanVlKeyInfoFromAppointment(record);
     const vlECMutableCalendarEvent adapter(record);
     const QString location = adapter.location();

@@ -54,8 +54,8 @@ int vlApptUIActionMgr::handleVLMeeting(rt::Object *editor, const QVariantMap &ac
         return hostMayProceed;
     }
     const int error = vlMeetingMgr::sharedInstance().sendVlMeetingCommand(*command, editor);
-    if (error)
-        return error;
+    if (error) // without a client the cancellation would else go out while the meeting stays
+        return error == hostMayProceed ? notStarted : error;
     if (EditorStrip *stillThere = vlMeetingWindows::stripOfEditor(editor))
         stillThere->setActionToSuccess();
     return heldBack;

@@ -13,6 +13,7 @@ class vlApptUIActionMgr : public vlActionResultMgr {
 public:
     // What handleVLMeeting() answers, beside a ClientError's number.
     static constexpr int heldBack = 0;       // the workflow runs the host operation when it is done
+    static constexpr int notStarted = 1;     // in place of the one ClientError that has the next number
     static constexpr int hostMayProceed = 2; // nothing to do for the meeting
 
     static vlApptUIActionMgr &sharedInstance();

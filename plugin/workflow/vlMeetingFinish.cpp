@@ -139,10 +139,9 @@ void vlMeetingMgr::onGetUserProfileActionFinished(const QVariantMap &data) {
 }
 
 bool vlMeetingMgr::requestAccountsIfNeeded(const Work &work) {
-    vlUserProfileHelper &profile = vlUserProfileHelper::sharedInstance();
-    if (vlGetPACHelper::sharedInstance().hasPACInfo() && !profile.isAccountChanged())
+    if (vlGetPACHelper::sharedInstance().hasPACInfo() &&
+        !vlUserProfileHelper::sharedInstance().isAccountChanged())
         return false;
-    profile.setAccountChangedFlag(false);
     const bool showProgress = state() == StateAudioConference;
     vlAPIMgr::sharedInstance().getPAC(vlMeetingWindows::getPluginParentWindow(work.strip),
                                       {{vl_API_Call_Para_ShowCommunicationDlg, showProgress}});

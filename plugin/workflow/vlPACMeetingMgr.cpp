@@ -58,6 +58,7 @@ int vlPACMeetingMgr::addPACMeeting(EditorStrip *strip, qint64 account) {
     // From now on: another appointment may be stored before the client has answered.
     const vlERCalendarEventEditorViewController editor(vlMeetingWindows::editorOf(strip));
     m_appointment = rt::textValue(editor.ecCalendarEvent()->UUID());
+    m_isAwaited = true;
     if (vlUserProfileHelper::sharedInstance().hasUserProfile())
         executeGetPAC(strip);
     else
@@ -66,12 +67,11 @@ int vlPACMeetingMgr::addPACMeeting(EditorStrip *strip, qint64 account) {
 }
 
 void vlPACMeetingMgr::executeGetPAC(EditorStrip *strip) {
-    vlUserProfileHelper &profile = vlUserProfileHelper::sharedInstance();
-    if (vlGetPACHelper::sharedInstance().hasPACInfo() && !profile.isAccountChanged()) {
+    if (vlGetPACHelper::sharedInstance().hasPACInfo() &&
+        !vlUserProfileHelper::sharedInstance().isAccountChanged()) {
         schedulePACMeeting(strip);
         return;
     }
-    profile.setAccountChangedFlag(false);
     vlAPIMgr::sharedInstance().getPAC(vlMeetingWindows::getPluginParentWindow(strip),
                                       {{vl_API_Call_Para_ShowCommunicationDlg, true}});
 }
@@ -81,10 +81,13 @@ int vlPACMeetingMgr::schedulePACMeeting(EditorStrip *strip) {
         return 0;
     const vlGetPACHelper &accounts = vlGetPACHelper::sharedInstance();
     const int account = int(chosenAccount());
+    if (account == noAccount) // forgotten while the client was asked: another editor was closed
+        return 0;
     const bool isHTML = accounts.supportHtmlInvitationMail(account);
     const QString text = isHTML ? accounts.htmlInvitationMail(account) : accounts.invitationMail(account);
     if (!text.isEmpty()) {
         const rt::Weak<> editor(strip->editorViewController());
+        m_isAwaited = false;
         vlEmailBodyMgr::sharedInstance().updateMailBodyForPAC(editor.get(), text, isHTML);
         updateLocation(editor.get());
         return 0;

@@ -33,7 +33,10 @@ public:
     [[nodiscard]] QString getOLUserInputString(const QString &location) const;
     // The identifier of the appointment that the chosen account is for; null for any.
     [[nodiscard]] const QString &appointment() const { return m_appointment; }
+    // Chosen, but not in body and location yet: profile or accounts are asked for, or could not be had.
+    [[nodiscard]] bool isAwaited() const { return m_isAwaited; }
 
 private:
     QString m_appointment;
+    bool m_isAwaited = false;
 };

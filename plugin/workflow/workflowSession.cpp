@@ -5,10 +5,12 @@
 #include "plugin/workflow/vlCalendarActionMgr.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
 #include "plugin/workflow/vlMeetingMgr.h"
+#include "plugin/workflow/vlPACMeetingMgr.h"
 
 void startWorkflowAfresh() {
     SharedObject<vlMeetingMgr>::renew();
     SharedObject<vlMeetingDataMgr>::renew();
+    SharedObject<vlPACMeetingMgr>::renew();
     SharedObject<vlApptUIActionMgr>::renew();
     SharedObject<vlCalendarActionMgr>::renew();
 }

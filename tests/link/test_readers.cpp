@@ -77,9 +77,10 @@ TEST_F(Meeting, APersonalOneGoesByItsNumber) {
         QVariant usePMI, number;
         const char *key;
     };
-    const Case cases[] = {
-        {1, "999", "999"}, {true, "999", "999"}, {"1", "999", "999"},       {1, "0", "77"},
-        {0, "999", "77"},  {2, "999", "77"},     {QVariant(), "999", "77"}, {1, QVariant(), "77"}};
+    const Case cases[] =
+        {{1, "999", "999"}, {true, "999", "999"}, {"1", "999", "999"},       {1, "0", "77"},
+         {0, "999", "77"},  {2, "999", "77"},     {QVariant(), "999", "77"}, {1, QVariant(), "77"},
+         {1, 999, "77"}}; // a number could not be stored as a key
     for (const Case &c : cases) {
         EXPECT_EQ(infoOf({{"usePMI", c.usePMI}, {"originalMeetingNumber", c.number}}).value("meetingKey"),
                   c.key)

@@ -133,6 +133,20 @@ TEST_P(AroundTheCalendar, AnOpenEditorFollowsAMoveOnTheCalendar) {
     EXPECT_EQ(meetingOf(Desk::plain)["startTime"].toInteger(), start);
 }
 
+TEST_P(AroundTheCalendar, AnEditorThatIsBroughtForwardAgainKeepsItsChangesForTheClient) {
+    giveMeeting(Desk::plain);
+    mailhost::EditorWindow *editor = desk.open(Desk::plain);
+    const qint64 before = startInFile(Desk::plain);
+    auto *time = editor->findChild<QTimeEdit *>(controls::startTimeField);
+    time->setTime(time->time().addSecs(3600));
+    desk.settle();
+    EXPECT_EQ(desk.open(Desk::plain), editor);
+    EXPECT_EQ(startInFile(Desk::plain), before) << "nobody has saved";
+    desk.pressSave(editor);
+    EXPECT_EQ(startInFile(Desk::plain), before + 3600);
+    EXPECT_EQ(meetingOf(Desk::plain)["startTime"].toInteger(), before + 3600);
+}
+
 TEST_P(AroundTheCalendar, WhatTheHostAloneChangedIsUndoneAndWhatTheClientFollowedIsNot) {
     const QByteArray before = desk.fileBytes();
     const auto undo = [this] { return main()->mainWindow()->command(controls::undoAction); };

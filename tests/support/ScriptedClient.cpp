@@ -132,6 +132,11 @@ void ScriptedClient::quits() {
     m_desktop.workspace->running.removeAll(kVelausIdentify);
 }
 
+void ScriptedClient::isUninstalled() {
+    quits();
+    m_desktop.workspace->bundles.clear();
+}
+
 QString ScriptedClient::meetingAnswer(const QVariantMap &meeting) {
     const QByteArray json = vlOLUtils::toJSONData(meeting);
     return QString(meetingField, u';') + EncodeUtils::base64Encode(json);

@@ -40,6 +40,7 @@ public:
     void answers(Asked what, const QString &content); // as it is, an error for example
     void keepsSilentOn(Asked what);
     void quits(); // no longer runs
+    void isUninstalled();
     // Sends its answer to a request that it has kept silent on, or that nobody made.
     void sendsNow(Asked what, const QString &content);
     // The answers that the words above make, for sendsNow().

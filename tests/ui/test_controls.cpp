@@ -71,6 +71,8 @@ TEST_F(Controls, DrawNothingWithoutImageOrTitle) {
         EXPECT_TRUE(inkOf(picture(button), button.rect()).isNull());
         button.setTitle(QStringLiteral("Title"));
         EXPECT_FALSE(inkOf(picture(button), button.rect()).isNull());
+        button.setTitle(QStringLiteral("")); // a table without the words is no reason to hide the picture
+        EXPECT_FALSE(inkOf(picture(button), button.rect()).isNull());
     };
     vlSettingsButton settings;
     check(settings);

@@ -162,6 +162,31 @@ TEST_F(SettingsSheet, RefusesAPasswordThatIsTooLong) {
     EXPECT_EQ(password->text(), QStringLiteral("1234567890"));
 }
 
+TEST_F(SettingsSheet, LetsALongPasswordOfTheClientShrinkAndNotGrow) {
+    show();
+    model.setRequiredMeetingPassword(true);
+    model.setMeetingPassword(QStringLiteral("123456789012"));
+    sheets.getSchSettingWindowInArray(editor.id())->settingViewController()->initializeItems();
+    auto *password = find<QLineEdit>("passwordTextField");
+    QTest::keyClick(password, Qt::Key_A);
+    EXPECT_EQ(password->text(), QStringLiteral("123456789012"));
+    QTest::keyClick(password, Qt::Key_Backspace);
+    EXPECT_EQ(model.meetingPassword(), QStringLiteral("12345678901"));
+    QTest::keyClick(password, Qt::Key_A);
+    EXPECT_EQ(password->text(), QStringLiteral("12345678901"));
+}
+
+TEST_F(SettingsSheet, HandsOnTheThirdPartyTextAsItCameUntilItIsEdited) {
+    const QString came = QStringLiteral("Call\u00a0+1\r\nCode 2468");
+    vlUserProfileHelper::sharedInstance().setUserProfile(
+        QVariantMap{{"userId", "user"}, {"enableThirdPartyAudio", true}, {"thirdPartyAudio", came}});
+    VlSettingViewController *options = show()->settingViewController();
+    EXPECT_EQ(options->getSettingsData().value(vl_Setting_ThirdPartyAudio), came);
+    find<QPlainTextEdit>("thirdPartyAudioTextField")->insertPlainText(QStringLiteral("Please "));
+    EXPECT_EQ(options->getSettingsData().value(vl_Setting_ThirdPartyAudio),
+              QStringLiteral("Please Call +1\nCode 2468"));
+}
+
 TEST_F(SettingsSheet, TellsTheWorkflowAndKeepsTheSettingsAfterContinue) {
     show();
     click("requiredMeetingPswButton");

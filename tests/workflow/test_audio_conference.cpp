@@ -51,6 +51,43 @@ TEST_F(AudioConference, AccountsOfAnotherUserAreReadAgain) {
     EXPECT_FALSE(vlUserProfileHelper::sharedInstance().isAccountChanged());
 }
 
+TEST_F(AudioConference, AfterAFailedRequestTheAccountsOfTheUserBeforeAreStillNotUsed) {
+    givenAnAppointment();
+    givenTheAccountsAreLoaded(twoAccounts);
+    givenTheProfileIsLoaded();
+    givenTheProfileIsLoaded({{"userId", "user-2"}});
+    client.keepsSilentOn(Asked::Accounts);
+    for (int i = 1; i <= 2; ++i) {
+        manager().sendVlMeetingCommand(CmdAddAudioConference1, strip.get());
+        turn();
+        EXPECT_EQ(client.timesAsked(Asked::Accounts), i);
+        EXPECT_EQ(appointment->location(), "");
+    }
+}
+
+TEST_F(AudioConference, WhatCouldNotBeHadIsNotStoredEither) {
+    appointment->values.insert("location", "Room R");
+    givenAnAppointment();
+    givenTheAccountsAreLoaded(twoAccounts);
+    client.quits();
+    manager().sendVlMeetingCommand(CmdAddAudioConference1, strip.get());
+    turn();
+    FakeObject record("ECMutableCalendarEvent", {{"location", "Room R"}});
+    updateVlKeyInfoToAppointmentForPAC(&record);
+    EXPECT_EQ(record.values.value("location"), "Room R");
+}
+
+TEST_F(AudioConference, AnAnswerForAnAccountThatWasForgottenMeanwhileSaysNothing) {
+    givenAnAppointment();
+    givenTheProfileIsLoaded();
+    client.hasAccounts(twoAccounts);
+    manager().sendVlMeetingCommand(CmdAddAudioConference1, strip.get());
+    manager().clearAllSavedData(true); // another editor is closed
+    turn();
+    EXPECT_EQ(client.asked(), QList<Asked>{Asked::Accounts});
+    EXPECT_TRUE(alerts.messages.isEmpty()) << "the account is not switched off";
+}
+
 TEST_F(AudioConference, TheProfilesAnswerIsEnoughWhenTheAccountsAreThere) {
     givenAnAppointment();
     givenTheAccountsAreLoaded(twoAccounts);

@@ -101,12 +101,17 @@ TEST_F(EditorEnd, SavingWithoutAStripIsTheHostsOwn) {
 
 TEST_F(EditorEnd, ADeleteThatTheClientCannotTakeHoldsTheSaveBackAsAFailure) {
     givenAnAppointmentWithAMeeting();
-    client.quits();
     strip->status = DataStatus::DeleteMeeting;
-    constexpr int notRunning = 5;
-    EXPECT_EQ(vlApptUIActionMgr::sharedInstance().handleVLMeeting(editor.get(), {}), notRunning);
-    EXPECT_FALSE(strip->succeeded);
-    EXPECT_EQ(strip->action, HostAction::None);
+    const std::pair<void (ScriptedClient::*)(), int> failures[] = {
+        {&ScriptedClient::quits, 5},
+        {&ScriptedClient::isUninstalled,
+         vlApptUIActionMgr::notStarted}}; // its own number would let the host go on
+    for (const auto &[fail, answered] : failures) {
+        (client.*fail)();
+        EXPECT_EQ(vlApptUIActionMgr::sharedInstance().handleVLMeeting(editor.get(), {}), answered);
+        EXPECT_FALSE(strip->succeeded);
+        EXPECT_EQ(strip->action, HostAction::None);
+    }
 }
 
 TEST_F(EditorEnd, TheStripsButtonsAreCommands) {

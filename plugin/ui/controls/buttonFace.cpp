@@ -29,7 +29,7 @@ bool isDark(const QWidget &widget) {
 } // namespace
 
 void ButtonFace::setTitle(const QString &text) {
-    mLable = QLatin1String("");
+    mLable = text.isNull() ? QString() : QStringLiteral("");
     mnemonic = -1;
     m_lineWidth = -1;
     for (qsizetype at = 0; at < text.size(); ++at) {
@@ -60,7 +60,8 @@ TitleLine ButtonFace::measured(double width) const {
     line.font.setFamilies({titleFamily, QApplication::font().family()});
     line.font.setPixelSize(titleSize);
     const double assumed = characterWidth * double(mLable.size());
-    const int stretch = int(100 * assumed / QFontMetricsF(line.font).horizontalAdvance(mLable));
+    const double natural = QFontMetricsF(line.font).horizontalAdvance(mLable);
+    const int stretch = natural > 0 ? int(100 * assumed / natural) : 100;
     if (stretch >= narrowestStretch && stretch < 100)
         line.font.setStretch(stretch);
     const QFontMetricsF metrics(line.font);

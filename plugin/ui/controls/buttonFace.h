@@ -21,11 +21,11 @@ struct TitleLine {
 // A button's face in Qt's coordinates: y grows downwards, the rectangles are inside the button's own.
 struct ButtonFace {
     BundleImage mImage;
-    QString mLable;    // the title, without the mark of its mnemonic
+    QString mLable;    // the title, without the mark of its mnemonic; null: missing
     int mnemonic = -1; // position of the underlined character; -1: none
 
     // Nothing is drawn while either is missing.
-    [[nodiscard]] bool isComplete() const { return !mImage.isNull() && !mLable.isEmpty(); }
+    [[nodiscard]] bool isComplete() const { return !mImage.isNull() && !mLable.isNull(); }
     void setTitle(const QString &text); // "&" marks the mnemonic, "&&" stands for "&"
 
     // Where the title begins on a button of that width: a fixed width for each UTF-16 unit, not measured.

@@ -78,7 +78,7 @@ void VlSettingViewController::initializeItems() {
     showAudioType(m_settingData.audioType());
     thirdPartyAudioButton->setVisible(m_settingData.enableThirdPartyAudio());
     if (m_settingData.enableThirdPartyAudio())
-        thirdPartyAudioTextField->setPlainText(m_settingData.thirdPartyAudio());
+        showThirdPartyAudio();
     showPassword();
     enableJBHButton->setChecked(m_settingData.enableJoinBeforeHost());
     showPersonalMeeting();
@@ -90,9 +90,15 @@ void VlSettingViewController::showAudioType(int type) {
         setOn(button, tagOf(button) == type);
 }
 
+void VlSettingViewController::showThirdPartyAudio() {
+    m_shownThirdPartyAudio = m_settingData.thirdPartyAudio();
+    thirdPartyAudioTextField->setPlainText(m_shownThirdPartyAudio);
+}
+
 void VlSettingViewController::showPassword() {
     const bool required = m_settingData.requiredMeetingPassword();
     requiredMeetingPswButton->setChecked(required);
+    passwordFormatter->setPresentText(m_settingData.meetingPassword());
     passwordTextField->setText(m_settingData.meetingPassword());
     passwordTextField->setVisible(required);
     passwordTextField->setEnabled(required);
@@ -115,6 +121,7 @@ void VlSettingViewController::showPersonalMeeting() {
 void VlSettingViewController::updateUIItems() {
     initWithLocalString();
     initializeItems();
+    updateCtrlPos(); // the model is shared: another editor's sheet may have changed it
 }
 
 void VlSettingViewController::refreshUI() {
@@ -130,7 +137,10 @@ void VlSettingViewController::refreshUI() {
 }
 
 QVariantMap VlSettingViewController::getSettingsData() {
-    m_settingData.setThirdPartyAudio(thirdPartyAudioTextField->toPlainText());
+    // The view has other line ends than the client's text, which then looks like a change.
+    const bool isEdited = thirdPartyAudioTextField->document()->isModified();
+    m_settingData.setThirdPartyAudio(isEdited ? thirdPartyAudioTextField->toPlainText()
+                                              : m_shownThirdPartyAudio);
     return m_settingData.getSettingsData();
 }
 
@@ -173,6 +183,7 @@ void VlSettingViewController::onClickRequiredMeetingPswButton() {
 }
 
 void VlSettingViewController::onInputPasswordTextField() {
+    passwordFormatter->setPresentText(passwordTextField->text());
     m_settingData.setMeetingPassword(passwordTextField->text());
 }
 

@@ -56,6 +56,7 @@ private:
     void connectActions();
     void nameForAccessibility();
     void showAudioType(int type);
+    void showThirdPartyAudio();
     void showPassword();
     void showPersonalMeeting();
     void changeSheetHeight(int settingsArea, int change);
@@ -64,6 +65,7 @@ private:
     VlSettingWindowController *m_windowController; // owns this
     QWidget *m_sheet;
     vlSettingData m_settingData;
+    QString m_shownThirdPartyAudio = QStringLiteral(""); // what the text view was filled with last
     vlMaxLengthFormatter *passwordFormatter;
     bool m_connected = true;
 

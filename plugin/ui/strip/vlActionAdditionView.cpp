@@ -50,7 +50,8 @@ void vlActionAdditionView::onChangeUINotification(const QVariantMap &notice) {
     const rt::Weak<> event(rt::objectValue(notice.value(keyECCalendarEvent)));
     const QPointer<vlActionAdditionView> strip =
         vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByEditorWinCtrl(controller);
-    if (!strip)
+    // Shown again, as by a second double click, and not opened: what the person has changed is not saved.
+    if (!strip || strip->m_ownWindow)
         return;
     strip->initMembers(controller, event.get());
     strip->initMeetingData(event.get());
