@@ -17,6 +17,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 namespace bench {
 
@@ -40,17 +41,17 @@ double processorSeconds() {
     return secondsNow(Clock::Processor);
 }
 
-// Without sleeping in between.
+// The process sleeps until something happens, and not longer: neither a loop nor a pause is measured.
 template<typename Condition>
 void waitFor(const char *what, Condition condition) {
-    QElapsedTimer timer;
-    timer.start();
+    QElapsedTimer elapsed;
+    elapsed.start();
+    QTimer alarm; // wakes the loop when nothing else does
+    alarm.start(patience);
     while (!condition()) {
-        if (timer.elapsed() > patience)
+        if (elapsed.elapsed() > patience)
             qFatal("in vain waited for %s", what);
-        QCoreApplication::processEvents(QEventLoop::AllEvents);
-        if (!condition())
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     }
 }
 

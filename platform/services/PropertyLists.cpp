@@ -11,16 +11,19 @@ namespace platform {
 
 namespace {
 
+// No more than a list may have: null for a longer file, and for one that cannot be read.
+QByteArray contentOf(const QString &path) {
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return {};
+    // One more than is parsed: the file may be growing. Not simply that much: the memory is taken beforehand.
+    const QByteArray content = file.read(std::min(file.size(), PropertyLists::maximumSize) + 1);
+    return content.size() > PropertyLists::maximumSize ? QByteArray() : content;
+}
+
 class FilePropertyLists : public PropertyLists {
 public:
-    rt::Value read(const QString &path) const override {
-        QFile file(path);
-        if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
-            return {};
-        // One more than is parsed: the file may be growing. Not simply that much: the memory is taken
-        // beforehand.
-        return parse(file.read(std::min(file.size(), maximumSize) + 1));
-    }
+    rt::Value read(const QString &path) const override { return parse(contentOf(path)); }
 
     rt::Value parse(const QByteArray &bytes) const override {
         if (bytes.size() > maximumSize)
@@ -34,7 +37,7 @@ public:
         const QByteArray xml = toXml(value);
         if (xml.isEmpty() || xml.size() > maximumSize)
             return false;
-        return writeWholeFile(path, xml);
+        return contentOf(path) == xml || writeWholeFile(path, xml);
     }
 };
 

@@ -27,7 +27,8 @@ public:
     // Entries without a value, null markers, null texts and characters that XML cannot carry are left out;
     // dates keep whole seconds. The same value always gives the same bytes.
     [[nodiscard]] virtual QByteArray toXml(const rt::Value &value) const = 0;
-    // Writes atomically: to a temporary file beside the target, then moved over it. Whether it was written.
+    // Writes atomically: to a temporary file beside the target, then moved over it. A file that has the same
+    // bytes already is left as it is. Whether the file is there and has them.
     virtual bool write(const QString &path, const rt::Value &value) const = 0;
 };
 

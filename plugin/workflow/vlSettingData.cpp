@@ -20,10 +20,25 @@ QString storedText(const QString &key) {
     return text.isNull() ? QStringLiteral("") : text;
 }
 
+// Everything that is set while one exists is written together, when the outermost one ends: a new sheet sets
+// most values twice, and each time the system would wait for the disk.
+class OneWrite {
+public:
+    OneWrite() { ++s_open; }
+    ~OneWrite() {
+        if (--s_open == 0)
+            platform::services().userDefaults->synchronize();
+    }
+    OneWrite(const OneWrite &) = delete;
+    OneWrite &operator=(const OneWrite &) = delete;
+
+private:
+    inline static int s_open = 0;
+};
+
 void store(const QString &key, const rt::Value &value) {
-    platform::UserDefaults &defaults = *platform::services().userDefaults;
-    defaults.setValue(key, value);
-    defaults.synchronize();
+    const OneWrite write;
+    platform::services().userDefaults->setValue(key, value);
 }
 
 void storeText(const QString &key, const QString &text) {
@@ -115,6 +130,7 @@ void vlSettingData::setScheduleForEmail(const QString &email) {
 }
 
 void vlSettingData::initSettingData() {
+    const OneWrite write;
     setFixedDefaults();
     initWithUserProfile();
     updateWithSiteDefault();
@@ -183,6 +199,7 @@ void vlSettingData::initWithSiteMeetingInfo() {
     const vlGetMeetingHelper &meeting = vlGetMeetingHelper::sharedInstance();
     if (!meeting.hasMeetingInfo())
         return;
+    const OneWrite write;
     const QVariantMap settings = rt::mapValue(meeting.getMeetingInfo().value(vl_Setting));
     setHostvideoOn(rt::boolValue(settings.value(vl_Setting_EnableHostVideo)));
     setPaticipantvideoOn(rt::boolValue(settings.value(vl_Setting_EnableParticipantsVideo)));

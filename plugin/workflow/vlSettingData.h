@@ -4,8 +4,9 @@
 #include <QString>
 #include <QVariantMap>
 
-// The values live in the user's defaults, written at every set: they outlive the process, and all objects of
-// this class share them. Without a value a getter answers false, 0 or "". Main thread only.
+// The values live in the user's defaults, written at every set (once when several are set together): they
+// outlive the process, and all objects of this class share them. Without a value a getter answers false, 0 or
+// "". Main thread only.
 class vlSettingData {
 public:
     // "audioOption".

@@ -210,6 +210,23 @@ TEST_F(ChangesTest, AddedAndRemovedAppointmentsLeaveTheOthersAlone) {
     EXPECT_FALSE(file->update(added));
 }
 
+TEST_F(ChangesTest, WhatWasReadOnceIsReadAnewAfterEachChange) {
+    auto file = opened(fixture(QStringLiteral("windows_zones.ics")));
+    const Appointment before = *file->find(numbersUid);
+    const QByteArray components = file->componentsOf(numbersUid);
+    Appointment changed = before;
+    changed.summary = QStringLiteral("Changed");
+    ASSERT_TRUE(file->update(changed));
+    EXPECT_EQ(file->find(numbersUid)->summary, changed.summary);
+    ASSERT_TRUE(file->restore(numbersUid, components));
+    EXPECT_EQ(file->find(numbersUid)->summary, before.summary);
+    ASSERT_TRUE(file->remove(numbersUid));
+    EXPECT_FALSE(file->find(numbersUid));
+    EXPECT_FALSE(file->contains(numbersUid, QString()));
+    ASSERT_TRUE(file->restore(numbersUid, components));
+    EXPECT_EQ(file->find(numbersUid)->summary, before.summary);
+}
+
 TEST_F(ChangesTest, ARemovedSeriesTakesItsChangedDaysAlongAndARemovedDayStaysAway) {
     auto file = opened(fixture(QStringLiteral("series.ics")));
     const QDateTime day(QDate(2025, 4, 2), QTime(0, 0));

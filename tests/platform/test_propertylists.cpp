@@ -7,6 +7,7 @@
 #include <QTimeZone>
 #include <gtest/gtest.h>
 #include <limits>
+#include <sys/stat.h>
 
 namespace {
 
@@ -227,6 +228,24 @@ TEST_F(PropertyListFiles, AWriteThatFailsLeavesTheOldFileAndNothingElse) {
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"a.plist"_qs});
     ASSERT_TRUE(lists->write(path, QVariantMap()));
     EXPECT_EQ(lists->read(path), QVariant(QVariantMap()));
+}
+
+// Whoever keeps the same again does not wait for the disk.
+TEST_F(PropertyListFiles, TheSameBytesAreNotWrittenAgainAndOthersAre) {
+    const auto file = [this] {
+        struct stat status {};
+        EXPECT_EQ(::stat(qPrintable(path), &status), 0);
+        return status.st_ino; // each write puts a new file in its place
+    };
+    ASSERT_TRUE(lists->write(path, QVariantMap{{u"n"_qs, 1}}));
+    QFile keptOpen(path); // so that no new file gets its number
+    ASSERT_TRUE(keptOpen.open(QIODevice::ReadOnly));
+    const auto first = file();
+    EXPECT_TRUE(lists->write(path, QVariantMap{{u"n"_qs, 1}}));
+    EXPECT_EQ(file(), first);
+    EXPECT_TRUE(lists->write(path, QVariantMap{{u"n"_qs, true}}));
+    EXPECT_NE(file(), first);
+    EXPECT_EQ(lists->read(path).toMap(), (QVariantMap{{u"n"_qs, true}}));
 }
 
 TEST_F(PropertyListFiles, WhatIsNoReadableFileHasNoValue) {

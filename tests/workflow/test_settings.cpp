@@ -27,6 +27,8 @@ TEST_F(Settings, LiveInTheUsersDefaultsAndAreWrittenAtOnce) {
     EXPECT_TRUE(vlSettingData().usePMI()); // another sheet's
     settings.setRoomMeetingId("123");
     settings.setRoomMeetingId({});
+    settings.initSettingData();
+    EXPECT_EQ(desktop.userDefaults->synchronizations, 5) << "what a sheet begins with is written once";
     EXPECT_FALSE(desktop.userDefaults->values.contains("roomMeetingId"));
 }
 

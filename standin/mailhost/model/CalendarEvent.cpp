@@ -51,7 +51,7 @@ CalendarEvent::CalendarEvent(rt::Class *isa, CalendarSession *session, Appointme
     , m_recurrenceId(m_draft.recurrenceId) {}
 
 bool CalendarEvent::isStored() const {
-    return m_session && m_session->file().find(m_uid, m_recurrenceId);
+    return m_session && m_session->file().contains(m_uid, m_recurrenceId);
 }
 
 Appointment CalendarEvent::stored() const {
@@ -95,7 +95,7 @@ Appointment CalendarEvent::changeable() const {
 }
 
 void CalendarEvent::followStored() {
-    if (!m_isOccurrence || !m_session || !m_session->file().find(m_uid, m_instanceId))
+    if (!m_isOccurrence || !m_session || !m_session->file().contains(m_uid, m_instanceId))
         return;
     m_isOccurrence = false;
     m_recurrenceId = m_instanceId;

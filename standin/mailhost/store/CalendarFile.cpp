@@ -110,6 +110,7 @@ CalendarEntry *CalendarFile::Private::entry(const QString &uid, const QString &r
 }
 
 void CalendarFile::Private::forget(CalendarEntry &entry) {
+    found = nullptr;
     single.remove(&entry);
     std::erase(series, &entry);
     std::erase(unread, &entry);
@@ -227,9 +228,16 @@ std::optional<Appointment> CalendarFile::find(const QString &uid, const QString 
     const CalendarEntry *entry = d->entry(uid, recurrenceId);
     if (!entry)
         return std::nullopt;
-    Appointment appointment = readAppointment(*entry->component, d->zonesOf(entry->calendar));
-    appointment.uid = entry->uid;
-    return appointment;
+    if (d->found != entry) {
+        d->foundAppointment = readAppointment(*entry->component, d->zonesOf(entry->calendar));
+        d->foundAppointment.uid = entry->uid;
+        d->found = entry;
+    }
+    return d->foundAppointment;
+}
+
+bool CalendarFile::contains(const QString &uid, const QString &recurrenceId) const {
+    return d->entry(uid, recurrenceId);
 }
 
 // ---- changing

@@ -27,6 +27,7 @@ public:
     [[nodiscard]] QList<Appointment> appointments() const;
     [[nodiscard]] std::optional<Appointment> find(const QString &uid,
                                                   const QString &recurrenceId = QString()) const;
+    [[nodiscard]] bool contains(const QString &uid, const QString &recurrenceId) const;
     // What happens from `from` up to, not including, `to`, sorted by start; series are expanded (RRULE,
     // RDATE, EXDATE, and RECURRENCE-ID exceptions in place of the occurrence they change, none in place of a
     // cancelled one; the days behind an exception with RANGE=THISANDFUTURE follow it). The first

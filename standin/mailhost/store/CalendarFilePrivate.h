@@ -74,6 +74,9 @@ struct CalendarFile::Private {
         std::ptrdiff_t index;
     };
     QHash<std::pair<QString, QString>, QList<Place>> formerPlaces;
+    // What find() read last: an editor asks for its appointment again and again. Null after any change.
+    const CalendarEntry *found = nullptr;
+    Appointment foundAppointment;
 
     void index();
     // `uidOfNameless` is for a component without UID; else one is made from its text.

@@ -208,7 +208,7 @@ bool HostApplication::loadPlugin(QString *error) const {
 }
 
 EditorWindowController *HostApplication::openEditorFor(const QString &uid, const QString &recurrenceId) {
-    if (!m_session || !m_session->file().find(uid, recurrenceId))
+    if (!m_session || !m_session->file().contains(uid, recurrenceId))
         return nullptr;
     return dynamic_cast<EditorWindowController *>(
         showEditorFor(std::make_unique<CalendarEvent>(m_session.get(), uid, recurrenceId, false)));
