@@ -124,15 +124,22 @@ qsizetype addressEnd(QStringView text, qsizetype at) {
     return at;
 }
 
-// Taking the links off again gives the text.
+// Taking links and line breaks off again gives the text.
 void claimLinks(const QString &text) {
     static const QString opening = QStringLiteral("<a href=\"");
+    static const QString lineBreak = QStringLiteral("<br>");
     if (text.contains(opening))
         return;
-    const QString linked = withLinks(text);
+    const QString linked = withLinksAndBreaks(text);
     qsizetype at = 0;
     qsizetype inText = 0;
     while (at < linked.size() && inText < text.size()) {
+        if (text[inText] == u'\n') {
+            claim(QStringView(linked).sliced(at).startsWith(lineBreak), "a line ends in a break");
+            at += lineBreak.size();
+            ++inText;
+            continue;
+        }
         if (!QStringView(linked).sliced(at).startsWith(opening)) {
             claim(linked[at++] == text[inText++], "nothing is changed but addresses");
             continue;

@@ -5,7 +5,9 @@
 #include <QHash>
 #include <QList>
 #include <QSet>
+#include <algorithm>
 #include <limits>
+#include <optional>
 
 namespace {
 
@@ -32,113 +34,187 @@ qsizetype endOfAddress(QStringView text, qsizetype from) {
     return text.size();
 }
 
-// What is to be linked, each address with its places in the list of all addresses collected. An address that
-// was collected earlier has precedence where two overlap.
+// A place where an address begins. Several may end at the same place, one inside another.
+struct Start {
+    qsizetype at;
+    qsizetype end;
+    bool isSecure;
+    qsizetype turn; // in which it was collected here; `never`: it was not
+};
+
+// All addresses of a text in its order, and when each is linked. Addresses are collected in turns, and one
+// that was collected earlier has precedence where two overlap; the same address has all its turns wherever it
+// stands.
 class Addresses {
 public:
     explicit Addresses(QStringView text)
         : m_text(text) {
-        collect(HTTP_TAG);
-        collect(HTTPS_TAG);
+        find();
+        collect(false);
+        collect(true);
     }
 
-    // When the part of the text is linked; `never` when it is not. The lower number goes first.
-    [[nodiscard]] qsizetype turnOf(QStringView address) const {
-        if (!m_lengths.contains(address.size()))
+    [[nodiscard]] qsizetype count() const { return m_starts.size(); }
+    [[nodiscard]] const Start &operator[](qsizetype index) const { return m_starts[index]; }
+    [[nodiscard]] QStringView textOf(const Start &start) const {
+        return m_text.sliced(start.at, start.end - start.at);
+    }
+    // Behind the last of those that end where this one does.
+    [[nodiscard]] qsizetype behind(qsizetype first) const {
+        const qsizetype end = m_starts[first].end;
+        while (first < m_starts.size() && m_starts[first].at < end)
+            ++first;
+        return first;
+    }
+
+    // Of those that end together the one that is linked; nothing when none is.
+    [[nodiscard]] std::optional<qsizetype> chosen(qsizetype first, qsizetype last) {
+        // Most stand alone, and nothing is said of their kind before some turn has ended.
+        if (last - first == 1 && !m_hasEnded && m_starts[first].turn != never)
+            return first;
+        std::optional<qsizetype> best;
+        qsizetype bestTurn = never;
+        for (qsizetype index = first; index < last; ++index) {
+            const qsizetype turn = turnOf(m_starts[index]);
+            if (turn < bestTurn) {
+                best = index;
+                bestTurn = turn;
+            }
+        }
+        return best;
+    }
+
+    // When the address is linked; `never` when it is not. The lower number goes first.
+    [[nodiscard]] qsizetype turnOf(const Start &start) {
+        learnTurns();
+        if (!m_lengths.contains(start.end - start.at))
             return never;
-        const auto found = m_turns.constFind(address);
-        return found == m_turns.constEnd() || found->isEmpty() ? never : found->first();
+        const auto found = m_turns.constFind(textOf(start));
+        return found == m_turns.constEnd() ? never : found->next;
     }
 
     // The address is from here on linked when it was collected for the next time, or not at all.
-    void endTurn(QStringView address) { m_turns[address].removeFirst(); }
+    void endTurn(const Start &start) {
+        learnTurns();
+        Turns &turns = m_turns[textOf(start)];
+        turns.next = m_following[turns.next];
+        m_hasEnded = true;
+    }
 
 private:
-    // Addresses with that prefix. One that follows another of them, or the text's beginning, with nothing but
-    // blanks between ends the collection.
-    void collect(const QString &prefix) {
-        qsizetype cursor = 0;
-        for (;;) {
-            cursor = afterBlanks(m_text, cursor);
-            const qsizetype start = m_text.indexOf(prefix, cursor);
-            if (start < 0 || start == cursor)
-                return;
-            cursor = endOfAddress(m_text, start);
-            const QStringView address = m_text.sliced(start, cursor - start);
-            m_turns[address].append(m_count++);
-            m_lengths.insert(address.size());
+    struct Turns {
+        qsizetype next;
+        qsizetype last;
+    };
+
+    void find() {
+        qsizetype end = 0;
+        for (qsizetype colon = m_text.indexOf(u':'); colon >= 0; colon = m_text.indexOf(u':', colon + 1)) {
+            const QStringView before = m_text.first(colon);
+            const bool isSecure = before.endsWith(QStringView(HTTPS_TAG).chopped(slashes.size()));
+            if (!m_text.sliced(colon).startsWith(slashes) ||
+                !(isSecure || before.endsWith(QStringView(HTTP_TAG).chopped(slashes.size()))))
+                continue;
+            const qsizetype at = colon + slashes.size() - (isSecure ? HTTPS_TAG : HTTP_TAG).size();
+            end = at < end ? end : endOfAddress(m_text, colon);
+            m_starts.append({at, end, isSecure, never});
         }
     }
+
+    // One that follows another of its kind, or the text's beginning, with nothing but blanks between ends the
+    // collection.
+    void collect(bool isSecure) {
+        qsizetype cursor = 0;
+        for (Start &start : m_starts) {
+            if (start.isSecure != isSecure || start.at < cursor)
+                continue;
+            if (start.at == afterBlanks(m_text, cursor))
+                return;
+            cursor = start.end;
+            start.turn = m_collected++;
+        }
+    }
+
+    void learnTurns() {
+        if (!m_turns.isEmpty() || m_collected == 0)
+            return;
+        m_turns.reserve(m_collected);
+        m_following.fill(never, m_collected);
+        for (const bool isSecure : {false, true})
+            for (const Start &start : std::as_const(m_starts))
+                if (start.turn != never && start.isSecure == isSecure)
+                    learn(start);
+    }
+
+    void learn(const Start &start) {
+        const QStringView address = textOf(start);
+        const auto known = m_turns.find(address);
+        if (known == m_turns.end()) {
+            m_turns.insert(address, {start.turn, start.turn});
+            m_lengths.insert(address.size());
+        } else {
+            m_following[known->last] = start.turn;
+            known->last = start.turn;
+        }
+    }
+
+    static constexpr QStringView slashes = u"://";
 
     QStringView m_text;
-    QHash<QStringView, QList<qsizetype>> m_turns;
-    QSet<qsizetype> m_lengths;
-    qsizetype m_count = 0;
+    QList<Start> m_starts;
+    qsizetype m_collected = 0;
+    bool m_hasEnded = false;
+    // Not filled before two addresses are to be compared: the ordinary text has no such ones.
+    QHash<QStringView, Turns> m_turns;
+    QList<qsizetype> m_following; // by turn: the next one of the same address, or `never`
+    QSet<qsizetype> m_lengths; // of what was collected: an address of another length need not be looked for
 };
-
-qsizetype nextAddressStart(QStringView text, qsizetype from) {
-    static const QString common = QStringLiteral("http");
-    for (qsizetype at = text.indexOf(common, from); at >= 0; at = text.indexOf(common, at + 1)) {
-        const QStringView rest = text.sliced(at);
-        if (rest.startsWith(HTTP_TAG) || rest.startsWith(HTTPS_TAG))
-            return at;
-    }
-    return text.size();
-}
-
-// Among the addresses that begin at or after `start` and reach up to `end`, the one that is linked first;
-// empty when none is.
-QStringView chosenAddress(const Addresses &addresses, QStringView text, qsizetype start, qsizetype end) {
-    QStringView chosen;
-    qsizetype chosenTurn = never;
-    for (; start < end; start = nextAddressStart(text.first(end), start + 1)) {
-        const QStringView candidate = text.sliced(start, end - start);
-        const qsizetype turn = addresses.turnOf(candidate);
-        if (turn < chosenTurn) {
-            chosen = candidate;
-            chosenTurn = turn;
-        }
-    }
-    return chosen;
-}
 
 // Where an address follows itself (or begins what follows it) with nothing but blanks between, the search for
 // it ends. It does not see what has been linked in an earlier turn.
-bool endsTurn(const Addresses &addresses, QStringView text, QStringView address, qsizetype end) {
-    const qsizetype next = afterBlanks(text, end);
-    if (!text.sliced(next).startsWith(address))
+bool endsTurn(Addresses &addresses, QStringView text, const Start &linked, qsizetype next) {
+    if (next == addresses.count() || addresses[next].at != afterBlanks(text, linked.end) ||
+        !addresses.textOf(addresses[next]).startsWith(addresses.textOf(linked)))
         return false;
-    const qsizetype nextEnd = endOfAddress(text, next);
-    const QStringView follower = chosenAddress(addresses, text, next, nextEnd);
-    const bool linkedBefore = follower.size() == nextEnd - next && !follower.isEmpty() &&
-                              addresses.turnOf(follower) < addresses.turnOf(address);
+    const std::optional<qsizetype> follower = addresses.chosen(next, addresses.behind(next));
+    const bool linkedBefore =
+        follower == next && addresses.turnOf(addresses[next]) < addresses.turnOf(linked);
     return !linkedBefore;
+}
+
+void appendWithBreaks(QString &result, QStringView text) {
+    for (qsizetype end = text.indexOf(u'\n'); end >= 0; end = text.indexOf(u'\n')) {
+        result += text.first(end);
+        result += u"<br>";
+        text = text.sliced(end + 1);
+    }
+    result += text;
 }
 
 } // namespace
 
-QString withLinks(QStringView text) {
+QString withLinksAndBreaks(QStringView text) {
     Addresses addresses(text);
     QString result = QStringLiteral("");
     result.reserve(text.size() + text.size() / 2); // each link has its address twice
     qsizetype copied = 0;
-    qsizetype start = nextAddressStart(text, 0);
-    while (start < text.size()) {
-        const qsizetype end = endOfAddress(text, start);
-        const QStringView address = chosenAddress(addresses, text, start, end);
-        if (!address.isEmpty()) {
-            result += text.sliced(copied, end - address.size() - copied);
+    for (qsizetype first = 0; first < addresses.count();) {
+        const qsizetype next = addresses.behind(first);
+        if (const std::optional<qsizetype> chosen = addresses.chosen(first, next)) {
+            const Start &linked = addresses[*chosen];
+            const QStringView address = addresses.textOf(linked);
+            appendWithBreaks(result, text.sliced(copied, linked.at - copied));
             result += u"<a href=\"";
             result += address;
             result += u"\">";
             result += address;
             result += u"</a>";
-            copied = end;
-            if (endsTurn(addresses, text, address, end))
-                addresses.endTurn(address);
+            copied = linked.end;
+            if (endsTurn(addresses, text, linked, next))
+                addresses.endTurn(linked);
         }
-        start = nextAddressStart(text, end);
+        first = next;
     }
-    result += text.sliced(copied);
+    appendWithBreaks(result, text.sliced(copied));
     return result;
 }

@@ -1,8 +1,9 @@
-// Finds the addresses in a plain text and makes links of them.
+// Makes HTML of a plain text: links of its addresses, and breaks of its line ends.
 #pragma once
 
 #include <QString>
 #include <QStringView>
 
-// The text with "<a href=..." around every address that qualifies. Nothing else is changed. Never null.
-[[nodiscard]] QString withLinks(QStringView text);
+// The text with "<a href=..." around every address that qualifies and "<br>" in place of every "\n". Nothing
+// else is changed. Never null. One pass: a link holds no line end.
+[[nodiscard]] QString withLinksAndBreaks(QStringView text);

@@ -107,7 +107,7 @@ QString vlBodyHelper::trimHTMLNBSPTags(const QString &text) const {
 QString vlBodyHelper::convertPlainTextToHTML(const QString &text) const {
     if (text.isNull())
         return {};
-    return replacedAll(withLinks(withoutOuterLineBreaks(text)), u"\n", lineBreakTag);
+    return withLinksAndBreaks(withoutOuterLineBreaks(text));
 }
 
 QString vlBodyHelper::insertVlBodyBookMark(const QString &invitation, bool isHTML) const {
