@@ -43,7 +43,8 @@ struct DesktopOptions {
     QString pluginResources; // folder of the plug-in's resources; empty: the installed one below the root
 };
 // The services of a real desktop. Needs an application object. Claims the bundle identifier on the session
-// bus, now or as soon as there is one; a name that another process holds is left to it.
+// bus when the event loop first runs, or as soon as there is a bus; a name that another process holds is left
+// to it.
 [[nodiscard]] Services makeDesktopServices(const DesktopOptions &options);
 
 } // namespace platform

@@ -56,6 +56,10 @@ SessionBus::SessionBus(const QString &ownName, Receiver receiver)
     QObject::connect(&m_timeout, &QTimer::timeout, &m_timeout, [this] { process(); });
     m_retry.setSingleShot(true);
     QObject::connect(&m_retry, &QTimer::timeout, &m_retry, [this] { open(); });
+    m_firstTurn.setSingleShot(true);
+    QObject::connect(&m_firstTurn, &QTimer::timeout, &m_firstTurn, [this] { startClaiming(); });
+    if (!m_ownName.isEmpty())
+        m_firstTurn.start(0);
     open();
     // A program that posts something and ends at once, without an event loop, must have been heard.
     waitUntilReady();
@@ -81,11 +85,19 @@ int SessionBus::prepare(sd_bus *bus) {
     const int filtered = sd_bus_add_filter(bus, nullptr, onMessage, this);
     if (filtered < 0)
         return filtered;
-    if (!m_ownName.isEmpty())
-        claimName();
     for (const QString &name : std::as_const(m_observed))
         addMatch(name);
+    if (m_claims)
+        claimName();
     return 0;
+}
+
+void SessionBus::startClaiming() {
+    m_claims = true;
+    if (!m_bus)
+        return;
+    claimName();
+    watch();
 }
 
 void SessionBus::claimName() {

@@ -24,8 +24,10 @@ public:
     using Receiver = std::function<void(const QString &name, const TextMap &userInfo)>;
     static constexpr std::chrono::milliseconds patience{500};
 
-    // Claims `ownName` unless it is empty; a name that another process holds is left to it. The receiver is
-    // called from the event loop only, may run an event loop of its own, and may destroy this object.
+    // Claims `ownName`, unless it is empty, when the event loop first runs: whoever sees the name may send
+    // something, and what the program observes is in place by then. A name that another process holds is left
+    // to it. The receiver is called from the event loop only, may run an event loop of its own, and may
+    // destroy this object.
     SessionBus(const QString &ownName, Receiver receiver);
     ~SessionBus();
     Q_DISABLE_COPY_MOVE(SessionBus)
@@ -73,6 +75,7 @@ private:
     void watch();
     void watchDescriptor(int descriptor, int events);
     void addMatch(const QString &name);
+    void startClaiming();
     void claimName();
     [[nodiscard]] int trySend(const QString &name, const QString &sender, const TextMap &userInfo);
     [[nodiscard]] Message call(const char *member, const QString *argument);
@@ -87,11 +90,13 @@ private:
     QStringList m_observed;
     QQueue<Received> m_received;
     bool m_isReady = false;
+    bool m_claims = false;
     bool m_lossWasLogged = false;
     Notifier m_readable;
     Notifier m_writable;
     QTimer m_timeout; // what the library wants to do by itself, or is left to do
     QTimer m_retry;
+    QTimer m_firstTurn;
     std::chrono::milliseconds m_retryDelay;
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };

@@ -67,7 +67,6 @@ bool launchAgain(Road &road) {
     Walk::waitFor([] { return shownButton(launchButton()) != nullptr; });
     click(shownButton(launchButton()));
     const bool runs = Walk::waitFor([] { return RunningClient::isRunning(); }, launchMilliseconds);
-    Walk::settle(1); // it is on the bus before it listens
     return road.walk().step(runs, QStringLiteral("the client is launched again from the alert"));
 }
 

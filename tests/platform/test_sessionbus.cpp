@@ -43,11 +43,12 @@ protected:
 TEST_F(SessionBusTest, ProgramsHearEachOtherAndSeeEachOtherRunning) {
     ASSERT_TRUE(bus.start());
     Services one = desktopOf(thisProgram);
+    EXPECT_TRUE(one.workspace->runningApplications().isEmpty()) << "it does not hear anything yet";
     observe(one);
-    EXPECT_EQ(one.workspace->runningApplications(), QStringList{thisProgram});
+    EXPECT_TRUE(waitFor([&one] { return one.workspace->runningApplications() == QStringList{thisProgram}; }));
     {
         Services two = desktopOf(otherProgram);
-        EXPECT_TRUE(one.workspace->runningApplications().contains(otherProgram));
+        EXPECT_TRUE(waitFor([&one] { return one.workspace->runningApplications().contains(otherProgram); }));
         post(two, u"1"_qs);
         post(two, u"2"_qs);
     }
@@ -62,7 +63,8 @@ TEST_F(SessionBusTest, ANameThatAnotherProcessHoldsIsLeftToIt) {
     {
         Services holder = desktopOf(thisProgram);
         Services late = desktopOf(thisProgram);
-        EXPECT_EQ(two.workspace->runningApplications(), QStringList{thisProgram});
+        EXPECT_TRUE(
+            waitFor([&two] { return two.workspace->runningApplications() == QStringList{thisProgram}; }));
         holder = {};
         EXPECT_TRUE(waitFor([&two] { return two.workspace->runningApplications().isEmpty(); }));
     }

@@ -15,7 +15,6 @@ namespace {
 
 constexpr int exitCrashed = 4; // of the walk-through, when its windows did not end by themselves
 constexpr int walkMilliseconds = 300'000;
-constexpr int lastMessage = 60; // about as many as go over the bus before the tool-bar is walked
 const QString version = QStringLiteral("16");
 
 struct Kill {
@@ -25,9 +24,15 @@ struct Kill {
 
 QList<Kill> kills() {
     const int each = std::max(1, qEnvironmentVariableIntValue("PARLO_MISHAPS"));
+    // About as many messages go over the bus before the tool-bar is walked; the agent has its last work
+    // before.
+    constexpr struct {
+        const char *whom;
+        int lastMessage;
+    } programs[] = {{"host", 60}, {"client", 60}, {"agent", 50}, {"bus", 60}};
     QList<Kill> all;
     int first = 7; // each program at another place of the road
-    for (const char *whom : {"host", "client", "agent", "bus"}) {
+    for (const auto &[whom, lastMessage] : programs) {
         for (int i = 0; i < each; ++i)
             all.append({QString::fromLatin1(whom), 1 + (first + i * lastMessage / each) % lastMessage});
         first += 13;

@@ -181,6 +181,8 @@ std::optional<QString> ContentLine::parameter(const QByteArray &name) const {
         QByteArray value = equals < 0 ? QByteArray() : parameter.text.mid(equals + 1).trimmed();
         if (value.count('"') % 2 == 0)
             value.replace('"', "");
+        value.replace('\r',
+                      ""); // stray ones do not survive writing: a zone's name would become another one then
         return decodeCarets(decodeOctets(value));
     }
     return std::nullopt;
