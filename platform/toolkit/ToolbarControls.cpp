@@ -67,6 +67,8 @@ void ToolbarViewCell::fill() {
         return;
     m_view->setObjectName(m_item->controlName());
     m_item->fillView(m_view);
+    if (auto *button = qobject_cast<QAbstractButton *>(m_view.data()))
+        button->setShortcut(QKeySequence::mnemonic(m_item->label()));
     setToolTip(m_item->toolTip());
     setEnabled(m_item->isEnabled());
     updateGeometry();
@@ -120,8 +122,10 @@ void ToolbarViewCell::paintEvent(QPaintEvent *) {
     if (m_mode != ToolbarDisplayMode::IconAndText)
         return;
     const QRect text(0, view.bottom() + 1 + labelGap, width(), height() - view.bottom() - 1 - labelGap);
-    style()->drawItemText(&painter, text, Qt::AlignHCenter | Qt::AlignTop, palette(), isEnabled(),
-                          withoutMnemonic(m_item->label()), foregroundRole());
+    const bool underlines = style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, this);
+    const int mnemonic = underlines ? Qt::TextShowMnemonic : Qt::TextHideMnemonic;
+    style()->drawItemText(&painter, text, Qt::AlignHCenter | Qt::AlignTop | mnemonic, palette(), isEnabled(),
+                          m_item->label(), foregroundRole());
 }
 
 void ToolbarViewCell::mousePressEvent(QMouseEvent *event) {

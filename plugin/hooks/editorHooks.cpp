@@ -23,7 +23,6 @@ constexpr int rowHostWordMailEditor = 30;
 constexpr int rowSaveRecord = 32;
 
 constexpr int heldBackResult = -1; // what the two save-and-close operations answer while they are held back
-constexpr int hostMayProceed = 2;
 constexpr quint32 lastRefreshingReturnCode = 1;
 
 struct Decision {
@@ -44,12 +43,11 @@ Decision decide(const rt::Weak<> &editor, HostAction action) {
         const int result = manager.handleVLMeeting(editor.get(), {{keyApptViewActionID, quint32(action)}});
         // The host runs it now, so no answer that is still on its way may run it again. A save stays
         // recorded: the editor stays open, and an add in it later ends with that save.
-        EditorStrip *strip =
-            result == hostMayProceed && action != HostAction::Save ? stripOf(editor) : nullptr;
+        const bool proceed = result == vlApptUIActionMgr::hostMayProceed;
+        EditorStrip *strip = proceed && action != HostAction::Save ? stripOf(editor) : nullptr;
         if (strip)
             strip->setOLUIAction(HostAction::None);
-        return Decision{result == hostMayProceed,
-                        manager.getActionResultWithCalEventEditorViewCtrl(editor.get())};
+        return Decision{proceed, manager.getActionResultWithCalEventEditorViewCtrl(editor.get())};
     });
 }
 

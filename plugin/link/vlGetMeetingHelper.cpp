@@ -58,10 +58,10 @@ bool isPersonal(const QVariantMap &meeting) {
 
 // A personal meeting goes by its number, which stays the same from meeting to meeting.
 rt::Value keyOf(const QVariantMap &meeting) {
-    const rt::Value number = meeting.value(keyOriginalMeetingNumber);
-    const QString text = rt::textValue(number); // null for what is no text: it could not be stored as a key
-    const bool hasNumber = !text.isNull() && text != noMeetingNumber;
-    return isPersonal(meeting) && hasNumber ? number : meeting.value(vl_MeetingKey);
+    // Null for what is no text: it could not be stored as a key.
+    const QString number = rt::textValue(meeting.value(keyOriginalMeetingNumber));
+    const bool hasNumber = !number.isNull() && number != noMeetingNumber;
+    return isPersonal(meeting) && hasNumber ? rt::Value(number) : meeting.value(vl_MeetingKey);
 }
 
 } // namespace

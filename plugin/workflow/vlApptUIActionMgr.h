@@ -21,8 +21,8 @@ public:
     // Puts a strip into the host's header view, which owns it.
     void createVlAdditionViewOnCalHeaderContainerView(QWidget *headerView);
     // The host is about to save or send: sends the command that this needs. `action` is
-    // {"keyApptViewActionID"}; when it is empty, the strip's host action stays. Any other answer than the two
-    // above: the command could not be started, and the host operation is held back too.
+    // {"keyApptViewActionID"}; when it is empty, the strip's host action stays. Any other answer than
+    // heldBack and hostMayProceed: the command could not be started, and the host operation is held back too.
     int handleVLMeeting(rt::Object *editor, const QVariantMap &action);
 
     // The strip's buttons. `meetingType` is not read.

@@ -139,8 +139,7 @@ void vlMeetingMgr::onGetUserProfileActionFinished(const QVariantMap &data) {
 }
 
 bool vlMeetingMgr::requestAccountsIfNeeded(const Work &work) {
-    if (vlGetPACHelper::sharedInstance().hasPACInfo() &&
-        !vlUserProfileHelper::sharedInstance().isAccountChanged())
+    if (vlPACMeetingMgr::knowsTheUsersAccounts())
         return false;
     const bool showProgress = state() == StateAudioConference;
     vlAPIMgr::sharedInstance().getPAC(vlMeetingWindows::getPluginParentWindow(work.strip),

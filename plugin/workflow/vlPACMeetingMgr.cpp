@@ -66,9 +66,13 @@ int vlPACMeetingMgr::addPACMeeting(EditorStrip *strip, qint64 account) {
     return 0;
 }
 
+bool vlPACMeetingMgr::knowsTheUsersAccounts() {
+    return vlGetPACHelper::sharedInstance().hasPACInfo() &&
+           !vlUserProfileHelper::sharedInstance().isAccountChanged();
+}
+
 void vlPACMeetingMgr::executeGetPAC(EditorStrip *strip) {
-    if (vlGetPACHelper::sharedInstance().hasPACInfo() &&
-        !vlUserProfileHelper::sharedInstance().isAccountChanged()) {
+    if (knowsTheUsersAccounts()) {
         schedulePACMeeting(strip);
         return;
     }
@@ -87,13 +91,16 @@ int vlPACMeetingMgr::schedulePACMeeting(EditorStrip *strip) {
     const QString text = isHTML ? accounts.htmlInvitationMail(account) : accounts.invitationMail(account);
     if (!text.isEmpty()) {
         const rt::Weak<> editor(strip->editorViewController());
-        m_isAwaited = false;
+        const vlERCalendarEventEditorViewController adapter(editor.get());
+        if (m_appointment == rt::textValue(adapter.ecCalendarEvent()->UUID()))
+            m_isAwaited = false;
         vlEmailBodyMgr::sharedInstance().updateMailBodyForPAC(editor.get(), text, isHTML);
         updateLocation(editor.get());
         return 0;
     }
     // Nothing was put in: the next save is not to write this account's numbers into the location.
     vlMeetingDataMgr::sharedInstance().setPACAccountNo(noAccount);
+    m_isAwaited = false;
     if (WorkflowAlerts *alerts = WorkflowPorts::instance().alerts)
         alerts->showAlertMessage(vlMeetingWindows::getPluginParentWindow(strip),
                                  vlLocalizedString(keyAccountNotUsable));

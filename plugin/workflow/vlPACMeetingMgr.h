@@ -18,7 +18,10 @@ public:
     // 0.
     int addPACMeeting(EditorStrip *strip, qint64 account);
     void executeGetPAC(EditorStrip *strip);
-    // Writes the chosen account into body and location; an alert when it has no invitation. Always 0.
+    // Whether the accounts in memory are those of the user who is signed in.
+    [[nodiscard]] static bool knowsTheUsersAccounts();
+    // Writes the chosen account into body and location; an alert when it has no invitation. Nothing when none
+    // is chosen any more. Always 0.
     int schedulePACMeeting(EditorStrip *strip);
     // The accounts were answered. Writes nothing unless an audio conference is being added.
     int onGetPACActionFinished(const QVariantMap &data);

@@ -20,24 +20,10 @@ QString storedText(const QString &key) {
     return text.isNull() ? QStringLiteral("") : text;
 }
 
-// Everything that is set while one exists is written together, when the outermost one ends: a new sheet sets
-// most values twice, and each time the system would wait for the disk.
-class OneWrite {
-public:
-    OneWrite() { ++s_open; }
-    ~OneWrite() {
-        if (--s_open == 0)
-            platform::services().userDefaults->synchronize();
-    }
-    OneWrite(const OneWrite &) = delete;
-    OneWrite &operator=(const OneWrite &) = delete;
-
-private:
-    inline static int s_open = 0;
-};
+int openWrites = 0;
 
 void store(const QString &key, const rt::Value &value) {
-    const OneWrite write;
+    const vlSettingData::OneWrite write;
     platform::services().userDefaults->setValue(key, value);
 }
 
@@ -55,6 +41,15 @@ bool usesRandomPassword() {
 }
 
 } // namespace
+
+vlSettingData::OneWrite::OneWrite() {
+    ++openWrites;
+}
+
+vlSettingData::OneWrite::~OneWrite() {
+    if (--openWrites == 0)
+        platform::services().userDefaults->synchronize();
+}
 
 bool vlSettingData::hostvideoOn() const {
     return rt::boolValue(stored(vl_Setting_EnableHostVideo));
@@ -161,6 +156,7 @@ void vlSettingData::initWithUserProfile() {
 }
 
 void vlSettingData::updateWithSiteDefault() {
+    const OneWrite write;
     const vlUserProfileHelper &profile = vlUserProfileHelper::sharedInstance();
     if (!profile.hasUserProfile())
         return;

@@ -13,6 +13,16 @@ public:
     enum class AudioType : int { Telephone = 0, Computer = 1, Both = 2, ThirdParty = 3, NoChoice = 100 };
     static constexpr int passwordDigits = 6;
 
+    // Everything that is set while one exists is written together, when the outermost one ends: a sheet that
+    // opens sets most values twice, and each time the system would wait for the disk.
+    class OneWrite {
+    public:
+        OneWrite();
+        ~OneWrite();
+        OneWrite(const OneWrite &) = delete;
+        OneWrite &operator=(const OneWrite &) = delete;
+    };
+
     [[nodiscard]] bool hostvideoOn() const;
     void setHostvideoOn(bool on);
     [[nodiscard]] bool paticipantvideoOn() const;

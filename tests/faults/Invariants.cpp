@@ -64,6 +64,13 @@ int endedWorkflows(const Happened &step) {
            }));
 }
 
+// Whether a meeting is to be read, changed or deleted: the operation that needs it is held.
+bool asksForTheMeeting(const Happened &step) {
+    return std::any_of(step.requests.begin(), step.requests.end(), [](const auto &request) {
+        return request.userInfo.value(QStringLiteral("actionId")) == u"3";
+    });
+}
+
 // A held operation is completed once, and only after an answer; one that was not held runs at once.
 QString heldOperations(Desktop &desktop, Weather weather) {
     const Happened &step = desktop.last();
@@ -76,9 +83,11 @@ QString heldOperations(Desktop &desktop, Weather weather) {
         };
         const auto pressed = std::count_if(step.presses.begin(), step.presses.end(), isSame);
         const auto ran = std::count_if(step.runs.begin(), step.runs.end(), isSame);
-        const qsizetype allowed = weather == Weather::Calm
-                                      ? std::max<qsizetype>(pressed, endedWorkflows(step) ? 1 : 0)
-                                      : pressed + endedWorkflows(step);
+        const int ended = endedWorkflows(step);
+        const bool isHeld = weather == Weather::Calm && asksForTheMeeting(step) && ended == 0;
+        const qsizetype allowed = isHeld                     ? 0
+                                  : weather == Weather::Calm ? std::max<qsizetype>(pressed, ended ? 1 : 0)
+                                                             : pressed + ended;
         if (ran > allowed)
             wrong = QStringLiteral("the host's %1 ran %2 times, %3 can follow from the step")
                         .arg(QLatin1String(nameOf(run.operation)))

@@ -70,7 +70,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_P(BadDisk, ANewMeetingIsKeptInTheEditorUntilItCanBeSaved) {
     mailhost::EditorWindow *editor = desk.open(Desk::plain);
     during([&] {
-        desk.addMeeting(editor); // the settings cannot be kept either
+        desk.addMeeting(editor);
         desk.pressSave(editor);
     });
     itIsSaidAndTheFileIsWhole();
@@ -83,6 +83,7 @@ TEST_P(BadDisk, ANewMeetingIsKeptInTheEditorUntilItCanBeSaved) {
     EXPECT_TRUE(saved.location.startsWith(QStringLiteral("Room 7 https://"))) << qPrintable(saved.location);
     EXPECT_EQ(saved.bodyHtml.count(QStringLiteral("MacVlBookmarkBegin")), 1);
     EXPECT_EQ(desk.sent("1"), 1) << "it was scheduled once";
+    EXPECT_EQ(desk.fileBytes().contains(theirProperty), before.contains(theirProperty));
 }
 
 TEST_P(BadDisk, AChangeThatTheClientHasIsStoredWithTheNextSave) {

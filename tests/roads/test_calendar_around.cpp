@@ -147,6 +147,18 @@ TEST_P(AroundTheCalendar, AnEditorThatIsBroughtForwardAgainKeepsItsChangesForThe
     EXPECT_EQ(meetingOf(Desk::plain)["startTime"].toInteger(), before + 3600);
 }
 
+TEST_P(AroundTheCalendar, AnEditorWhoseMeetingWasForgottenHasItAgainWhenItIsBroughtForward) {
+    giveMeeting(Desk::plain);
+    mailhost::EditorWindow *editor = desk.open(Desk::plain);
+    desk.open(Desk::other)->closeNow();
+    desk.settle();
+    desk.wait(1);
+    EXPECT_EQ(desk.open(Desk::plain), editor);
+    desk.typeSubject(editor, "Changed");
+    desk.pressSave(editor);
+    EXPECT_EQ(meetingOf(Desk::plain)["subject"], "Changed");
+}
+
 TEST_P(AroundTheCalendar, WhatTheHostAloneChangedIsUndoneAndWhatTheClientFollowedIsNot) {
     const QByteArray before = desk.fileBytes();
     const auto undo = [this] { return main()->mainWindow()->command(controls::undoAction); };

@@ -6,7 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-// The administrator may write everywhere: this thread's files are somebody else's in the meantime.
+// The administrator may write everywhere: to the disk this thread is somebody else in the meantime.
 class ReadOnlyFolder {
 public:
     explicit ReadOnlyFolder(const QString &path)

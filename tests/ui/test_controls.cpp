@@ -116,6 +116,47 @@ TEST_F(Controls, AreCrispAtEveryRatio) {
     }
 }
 
+// Each kind in each state, in points: what is drawn at the double ratio is the same, twice as large.
+TEST_F(Controls, DrawEachStateInItsPlaceAtEveryRatio) {
+    const auto check = [](auto &button, int imageTop, int titleTop, int pressedShift) {
+        const QRect image((buttonWidth - imageSide) / 2, imageTop, imageSide, imageSide);
+        button.show();
+        for (const int ratio : {1, 2}) {
+            SCOPED_TRACE(ratio);
+            const auto scaled = [ratio](const QRect &area) {
+                return QRect(area.topLeft() * ratio, area.size() * ratio);
+            };
+            const QRect aroundImage = scaled(QRect(0, 0, buttonWidth, titleTop));
+            const QRect title = scaled(QRect(0, titleTop, buttonWidth, buttonHeight - titleTop));
+            const QImage plain = picture(button, ratio);
+            EXPECT_EQ(inkOf(plain, aroundImage), scaled(image));
+            const QRect words = inkOf(plain, title);
+            EXPECT_NEAR(words.center().x(), button.width() * ratio / 2, 8 * ratio);
+            button.setDown(true);
+            const QImage pressed = picture(button, ratio);
+            button.setDown(false);
+            EXPECT_EQ(inkOf(pressed, aroundImage), scaled(image));
+            EXPECT_EQ(inkOf(pressed, title).top(), words.top() + pressedShift * ratio);
+            pointerOver(button);
+            EXPECT_EQ(inkOf(picture(button, ratio), aroundImage), scaled(image.adjusted(-3, -3, 3, 3)));
+            pointerAway(button);
+            button.setEnabled(false);
+            const QImage disabled = picture(button, ratio);
+            button.setEnabled(true);
+            EXPECT_EQ(inkOf(disabled, aroundImage), scaled(image));
+            EXPECT_EQ(inkOf(disabled, title), words);
+            EXPECT_NE(disabled.copy(title), plain.copy(title)) << "in gray";
+            EXPECT_EQ(picture(button, ratio), plain);
+        }
+    };
+    vlSettingsButton settings;
+    prepare(settings);
+    check(settings, 10, 40, -1);
+    vlPopupButton popup;
+    prepare(popup);
+    check(popup, buttonHeight - imageSide - 20, 43, 1);
+}
+
 TEST_F(Controls, CutATitleThatDoesNotFitWithAnEllipsis) {
     vlSettingsButton button;
     prepare(button);

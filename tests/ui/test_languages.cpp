@@ -98,6 +98,9 @@ TEST_F(Languages, GiveEachLetterToOneControlOfAWindowOnly) {
         {{"Button_OKGot", "Button_Cancel"}, {}},
         {{"Account1", "Account2"}, {}},
         {{"StartWithVideo", "StartWithoutVideo"}, {}},
+        // The main window has File, Edit, View, New appointment, New meeting and Today.
+        {{"InstantMeetingLabel", "ScheduleMeetingLabel", "SchedulePACMeetingLabel", "OpenLogFolderLabel"},
+         "fevamt"},
     };
     for (const QString &language : languages) {
         const Table table = tableOf(language);

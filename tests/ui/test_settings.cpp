@@ -162,7 +162,7 @@ TEST_F(SettingsSheet, RefusesAPasswordThatIsTooLong) {
     EXPECT_EQ(password->text(), QStringLiteral("1234567890"));
 }
 
-TEST_F(SettingsSheet, LetsALongPasswordOfTheClientShrinkAndNotGrow) {
+TEST_F(SettingsSheet, LetsALongPasswordOfTheClientShrinkAndNotGrowBeyondItself) {
     show();
     model.setRequiredMeetingPassword(true);
     model.setMeetingPassword(QStringLiteral("123456789012"));
@@ -172,8 +172,10 @@ TEST_F(SettingsSheet, LetsALongPasswordOfTheClientShrinkAndNotGrow) {
     EXPECT_EQ(password->text(), QStringLiteral("123456789012"));
     QTest::keyClick(password, Qt::Key_Backspace);
     EXPECT_EQ(model.meetingPassword(), QStringLiteral("12345678901"));
+    password->undo();
     QTest::keyClick(password, Qt::Key_A);
-    EXPECT_EQ(password->text(), QStringLiteral("12345678901"));
+    EXPECT_EQ(password->text(), QStringLiteral("123456789012"));
+    EXPECT_EQ(model.meetingPassword(), password->text());
 }
 
 TEST_F(SettingsSheet, HandsOnTheThirdPartyTextAsItCameUntilItIsEdited) {
@@ -185,6 +187,12 @@ TEST_F(SettingsSheet, HandsOnTheThirdPartyTextAsItCameUntilItIsEdited) {
     find<QPlainTextEdit>("thirdPartyAudioTextField")->insertPlainText(QStringLiteral("Please "));
     EXPECT_EQ(options->getSettingsData().value(vl_Setting_ThirdPartyAudio),
               QStringLiteral("Please Call +1\nCode 2468"));
+    vlUserProfileHelper::sharedInstance().setUserProfile(QVariantMap{{"userId", "user"}});
+    model.setEnableThirdPartyAudio(false);
+    model.setThirdPartyAudio(came);
+    find<QPlainTextEdit>("thirdPartyAudioTextField")->document()->setModified(false);
+    options->initializeItems();
+    EXPECT_EQ(options->getSettingsData().value(vl_Setting_ThirdPartyAudio), came) << "it is not even shown";
 }
 
 TEST_F(SettingsSheet, TellsTheWorkflowAndKeepsTheSettingsAfterContinue) {

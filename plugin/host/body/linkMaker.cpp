@@ -5,9 +5,9 @@
 #include <QHash>
 #include <QList>
 #include <QSet>
-#include <algorithm>
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -43,8 +43,7 @@ struct Start {
 };
 
 // All addresses of a text in its order, and when each is linked. Addresses are collected in turns, and one
-// that was collected earlier has precedence where two overlap; the same address has all its turns wherever it
-// stands.
+// that was collected earlier has precedence where two overlap. Turns belong to an address, not to a place.
 class Addresses {
 public:
     explicit Addresses(QStringView text)
@@ -69,7 +68,7 @@ public:
 
     // Of those that end together the one that is linked; nothing when none is.
     [[nodiscard]] std::optional<qsizetype> chosen(qsizetype first, qsizetype last) {
-        // Most stand alone, and nothing is said of their kind before some turn has ended.
+        // Most stand alone. Before any turn has ended, every address that was collected is linked.
         if (last - first == 1 && !m_hasEnded && m_starts[first].turn != never)
             return first;
         std::optional<qsizetype> best;
@@ -140,10 +139,9 @@ private:
             return;
         m_turns.reserve(m_collected);
         m_following.fill(never, m_collected);
-        for (const bool isSecure : {false, true})
-            for (const Start &start : std::as_const(m_starts))
-                if (start.turn != never && start.isSecure == isSecure)
-                    learn(start);
+        for (const Start &start : std::as_const(m_starts))
+            if (start.turn != never)
+                learn(start);
     }
 
     void learn(const Start &start) {

@@ -38,6 +38,7 @@ void setOn(QRadioButton *button, bool on) {
 } // namespace
 
 void VlSettingViewController::initFields() {
+    const vlSettingData::OneWrite write;
     passwordFormatter->setMaxLength(maxPasswordLength);
     initWithLocalString();
     m_settingData.initSettingData();
@@ -77,8 +78,7 @@ void VlSettingViewController::initializeItems() {
     setOn(m_participants.off, !m_settingData.paticipantvideoOn());
     showAudioType(m_settingData.audioType());
     thirdPartyAudioButton->setVisible(m_settingData.enableThirdPartyAudio());
-    if (m_settingData.enableThirdPartyAudio())
-        showThirdPartyAudio();
+    showThirdPartyAudio();
     showPassword();
     enableJBHButton->setChecked(m_settingData.enableJoinBeforeHost());
     showPersonalMeeting();
@@ -91,6 +91,9 @@ void VlSettingViewController::showAudioType(int type) {
 }
 
 void VlSettingViewController::showThirdPartyAudio() {
+    m_shownThirdPartyAudio = QString();
+    if (!m_settingData.enableThirdPartyAudio())
+        return;
     m_shownThirdPartyAudio = m_settingData.thirdPartyAudio();
     thirdPartyAudioTextField->setPlainText(m_shownThirdPartyAudio);
 }
@@ -98,7 +101,7 @@ void VlSettingViewController::showThirdPartyAudio() {
 void VlSettingViewController::showPassword() {
     const bool required = m_settingData.requiredMeetingPassword();
     requiredMeetingPswButton->setChecked(required);
-    passwordFormatter->setPresentText(m_settingData.meetingPassword());
+    passwordFormatter->setShownText(m_settingData.meetingPassword());
     passwordTextField->setText(m_settingData.meetingPassword());
     passwordTextField->setVisible(required);
     passwordTextField->setEnabled(required);
@@ -125,6 +128,7 @@ void VlSettingViewController::updateUIItems() {
 }
 
 void VlSettingViewController::refreshUI() {
+    const vlSettingData::OneWrite write;
     initWithLocalString();
     if (m_settingData.usePMI()) {
         m_settingData.initWithSiteMeetingInfo();
@@ -137,10 +141,11 @@ void VlSettingViewController::refreshUI() {
 }
 
 QVariantMap VlSettingViewController::getSettingsData() {
-    // The view has other line ends than the client's text, which then looks like a change.
-    const bool isEdited = thirdPartyAudioTextField->document()->isModified();
-    m_settingData.setThirdPartyAudio(isEdited ? thirdPartyAudioTextField->toPlainText()
-                                              : m_shownThirdPartyAudio);
+    // What is not shown, or shown and not edited, stays as the client has it: the view has other line ends.
+    if (thirdPartyAudioTextField->document()->isModified())
+        m_settingData.setThirdPartyAudio(thirdPartyAudioTextField->toPlainText());
+    else if (!m_shownThirdPartyAudio.isNull())
+        m_settingData.setThirdPartyAudio(m_shownThirdPartyAudio);
     return m_settingData.getSettingsData();
 }
 
@@ -183,7 +188,6 @@ void VlSettingViewController::onClickRequiredMeetingPswButton() {
 }
 
 void VlSettingViewController::onInputPasswordTextField() {
-    passwordFormatter->setPresentText(passwordTextField->text());
     m_settingData.setMeetingPassword(passwordTextField->text());
 }
 

@@ -65,7 +65,7 @@ private:
     VlSettingWindowController *m_windowController; // owns this
     QWidget *m_sheet;
     vlSettingData m_settingData;
-    QString m_shownThirdPartyAudio = QStringLiteral(""); // what the text view was filled with last
+    QString m_shownThirdPartyAudio; // what the text view was filled with last; null: it does not count
     vlMaxLengthFormatter *passwordFormatter;
     bool m_connected = true;
 

@@ -50,6 +50,7 @@ void VlSettingWindowController::awakeFromNib() {
 }
 
 void VlSettingWindowController::initFields(bool first) {
+    const vlSettingData::OneWrite write;
     if (m_settings && first)
         m_settings->initFields();
     else if (m_settings)

@@ -16,5 +16,5 @@ rt::Value vlMaxLengthFormatter::getObjectValue(const QString &text) const {
 }
 
 QValidator::State vlMaxLengthFormatter::validate(QString &input, int &) const {
-    return isPartialStringValid(input) || input.size() <= m_presentLength ? Acceptable : Invalid;
+    return isPartialStringValid(input) || input.size() <= m_shownLength ? Acceptable : Invalid;
 }

@@ -6,7 +6,7 @@
 #include <QValidator>
 
 // An edit that would make the text longer is refused as a whole; the field keeps what it had. A text that is
-// longer when it is shown may be edited as long as it does not grow.
+// longer when it is shown may be edited as long as it does not become longer than that.
 class vlMaxLengthFormatter : public QValidator {
     Q_OBJECT
 public:
@@ -17,8 +17,8 @@ public:
     [[nodiscard]] qint32 maxLength() const { return m_maxLength; } // UTF-16 units
     void setMaxLength(qint32 length) { m_maxLength = length; }
 
-    // What the field holds now; to be told of after each change.
-    void setPresentText(const QString &text) { m_presentLength = text.size(); }
+    // What the program is about to show in the field.
+    void setShownText(const QString &text) { m_shownLength = text.size(); }
 
     [[nodiscard]] bool isPartialStringValid(const QString &partialString) const;
     [[nodiscard]] QString stringForObjectValue(const rt::Value &value) const; // null when it is no text
@@ -27,5 +27,5 @@ public:
 
 private:
     qint32 m_maxLength = kvlMaxLength;
-    qsizetype m_presentLength = 0;
+    qsizetype m_shownLength = 0;
 };

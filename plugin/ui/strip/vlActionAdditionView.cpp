@@ -50,9 +50,10 @@ void vlActionAdditionView::onChangeUINotification(const QVariantMap &notice) {
     const rt::Weak<> event(rt::objectValue(notice.value(keyECCalendarEvent)));
     const QPointer<vlActionAdditionView> strip =
         vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByEditorWinCtrl(controller);
-    // Shown again, as by a second double click, and not opened: what the person has changed is not saved.
-    if (!strip || strip->m_ownWindow)
+    if (!strip)
         return;
+    if (strip->m_ownWindow)
+        return strip->isShownAgain(event.get());
     strip->initMembers(controller, event.get());
     strip->initMeetingData(event.get());
     if (strip->currentIsVelaMeeting() && strip->isSupportVela()) {
@@ -63,6 +64,13 @@ void vlActionAdditionView::onChangeUINotification(const QVariantMap &notice) {
         strip->onUIInitialize(event.get());
     if (strip)
         strip->autoAddToVlMeeting();
+}
+
+// As by a second double click. It is not opened anew: what the person has changed is not saved. But the
+// closing of another editor may have made the store forget this one's meeting.
+void vlActionAdditionView::isShownAgain(rt::Object *event) {
+    if (m_vlUIStatus == StripState::MeetingAttached && !currentIsVelaMeeting())
+        initMeetingData(event);
 }
 
 void vlActionAdditionView::initMembers(rt::Object *windowController, rt::Object *event) {

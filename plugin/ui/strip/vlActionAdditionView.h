@@ -36,7 +36,8 @@ public:
     explicit vlActionAdditionView(const QRectF &frame, QWidget *headerView = nullptr);
     ~vlActionAdditionView() override;
 
-    // Tells the strip of that window controller that its editor is open. Nothing when there is no such strip.
+    // Tells the strip of that window controller that its editor is open. Nothing when there is no such strip,
+    // next to nothing when it has been told before.
     static void onChangeUINotification(const QVariantMap &notice);
 
     void initMembers(rt::Object *windowController, rt::Object *event);
@@ -92,6 +93,7 @@ private:
     void createVLButton();
     void createAddPACButton();
     void setShown(bool add, bool audioConference, bool remove, bool settings);
+    void isShownAgain(rt::Object *event);
     void addPACMeeting(qint64 account);
 
     vlActionResultMgr m_vlActionResult;
@@ -105,7 +107,7 @@ private:
     vlSettingsButton *m_cancelButton = nullptr;
     vlSettingsButton *m_changeButton = nullptr;
     std::unique_ptr<QMenu> m_addPACButtonPopupMenu;
-    QPointer<QWidget> m_ownWindow;
+    QPointer<QWidget> m_ownWindow; // set when the strip is told its editor
     DataStatus m_vlMeetingDataStatus = DataStatus::None;
     bool m_bSupportVela = true;
 };
