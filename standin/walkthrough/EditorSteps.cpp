@@ -81,7 +81,7 @@ bool EditorWalk::addThroughTheSheet() {
     click(shown(QStringLiteral("requiredMeetingPswButton")));
     Walk::settle();
     m_walk->picture(QApplication::activeModalWidget(), QStringLiteral("settings-sheet-longer"));
-    click(shown(QStringLiteral("requiredMeetingPswButton")));
+    type(QApplication::activeModalWidget(), password);
     click(shown(QStringLiteral("bothButton")));
     click(shown(QStringLiteral("enableJBHButton")));
     click(shownButton(continueButton()));

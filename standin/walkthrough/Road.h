@@ -21,6 +21,7 @@ inline const QString schedulePrefix = QStringLiteral("1;");
 inline const QString updatePrefix = QStringLiteral("2;");
 inline const QString deletePrefix = QStringLiteral("3;");
 inline const QString ownWords = QStringLiteral("Bring the figures.");
+inline const QString password = QStringLiteral("Tulip7"); // of the first meeting
 
 // A text of the plug-in in the language of the walk, without the mark of its mnemonic.
 [[nodiscard]] QString words(const QString &key);

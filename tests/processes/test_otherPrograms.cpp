@@ -32,9 +32,11 @@ Walked walk(const QStringList &options) {
 TEST(OtherPrograms, CannotKeepTheRoadFromBeingWalkedAndTheLogHoldsNoSecrets) {
     const Walked walked = walk({"--noise"});
     EXPECT_EQ(walked.code, 0) << qPrintable(walked.steps + walked.logged);
-    EXPECT_TRUE(walked.steps.contains("is inviting you")) << "nothing of the kind went over the bus";
+    for (const char *known : {"is inviting you", "pwd=Tulip7"})
+        EXPECT_TRUE(walked.steps.contains(known)) << known << " went over the bus";
     EXPECT_GT(walked.steps.count("no such command"), 20) << "the noise was none";
-    for (const char *secret : {"is inviting you", "pwd=", "meetings.parlo.example/j/", "Bring the figures"})
+    for (const char *secret :
+         {"is inviting you", "pwd=", "Tulip7", "meetings.parlo.example/j/", "Bring the figures"})
         EXPECT_FALSE(walked.logged.contains(secret)) << secret << '\n' << qPrintable(walked.logged);
     EXPECT_LT(walked.logged.size(), 100'000) << "a flood on the bus becomes a flood in the log";
 }
