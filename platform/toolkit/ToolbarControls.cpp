@@ -10,6 +10,7 @@ namespace {
 
 constexpr int margin = 4;      // points around a cell's content
 constexpr int labelGap = 2;    // points between view and label
+constexpr int labelDrop = 1;   // points lower, so that labels stand in line with those of buttons
 constexpr int arrowSide = 7;   // points, of the mark of a menu
 constexpr int arrowSpace = 12; // points kept free for it on either side of the view
 
@@ -121,7 +122,8 @@ void ToolbarViewCell::paintEvent(QPaintEvent *) {
     }
     if (m_mode != ToolbarDisplayMode::IconAndText)
         return;
-    const QRect text(0, view.bottom() + 1 + labelGap, width(), height() - view.bottom() - 1 - labelGap);
+    const int top = view.bottom() + 1 + labelGap + labelDrop;
+    const QRect text(0, top, width(), height() - top);
     const bool underlines = style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, this);
     const int mnemonic = underlines ? Qt::TextShowMnemonic : Qt::TextHideMnemonic;
     style()->drawItemText(&painter, text, Qt::AlignHCenter | Qt::AlignTop | mnemonic, palette(), isEnabled(),

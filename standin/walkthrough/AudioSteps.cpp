@@ -129,6 +129,10 @@ bool AudioWalk::secondInTheSameAppointment() {
             QStringLiteral("opened again, the strip offers a video meeting and an audio conference")))
         return false;
     m_walk.picture(m_road.strip(), QStringLiteral("strip-video-and-audio"));
+    hover(m_road.stripButton(audioButton()));
+    m_walk.picture(m_road.strip(), QStringLiteral("strip-pointer-over"));
+    m_road.stripButton(addButton())->setFocus(Qt::TabFocusReason);
+    m_walk.picture(m_road.strip(), QStringLiteral("strip-focus"));
     m_road.control<QLineEdit>(controls::locationField)->setFocus();
     press(m_road.editor(), Qt::Key_Home);
     type(m_road.editor(), room + u' ');

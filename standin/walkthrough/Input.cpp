@@ -74,6 +74,13 @@ bool clickAt(QWidget *control, const QPoint &point) {
     return true;
 }
 
+void hover(QWidget *control) {
+    if (!control || !windowOf(control))
+        return;
+    QTest::mouseMove(windowOf(control), QPoint(1, 1)); // from outside
+    QTest::mouseMove(windowOf(control), inWindow(control, control->rect().center()));
+}
+
 bool drag(QWidget *control, const QPoint &from, const QPoint &distance) {
     if (!canTake(control) || !windowOf(control))
         return false;

@@ -15,6 +15,8 @@ namespace walkthrough {
 bool click(QWidget *control);
 bool clickAt(QWidget *control, const QPoint &at);
 bool doubleClick(QWidget *control, const QPoint &at);
+// The pointer comes to rest over the control.
+void hover(QWidget *control);
 // Pressed at one point, moved in steps by the distance, and let go.
 bool drag(QWidget *control, const QPoint &from, const QPoint &distance);
 // Keys go to the window that is active, as they would.

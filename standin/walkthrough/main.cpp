@@ -120,7 +120,7 @@ int walkAllGenerations(const QCommandLineParser &parser) {
 
 // As desktops have them; the style is told by nothing else.
 void useDarkPalette() {
-    const QColor back(0x2b, 0x2b, 0x2b), field(0x1e, 0x1e, 0x1e), text(0xea, 0xea, 0xea),
+    const QColor back(0x3a, 0x3a, 0x3a), field(0x1a, 0x1a, 0x1a), text(0xea, 0xea, 0xea),
         pale(0x8a, 0x8a, 0x8a);
     QPalette palette(back);
     for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
