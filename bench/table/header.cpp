@@ -3,15 +3,18 @@
 #include "bench/table/Sections.h"
 #include "bench/table/SideBySide.h"
 #include "plugin/hooks/hookTable.h"
+#include "plugin/ui/strip/vlActionAdditionView.h"
 #include "standin/mailhost/windows/HeaderViews.h"
 #include "tests/roads/Desk.h"
+
+#include <QImage>
 
 namespace bench {
 
 void header() {
     for (const char *version : {"15.8", "16"}) {
         roads::Desk desk(QString::fromLatin1(version));
-        const mailhost::EditorWindow *editor = desk.open(roads::Desk::plain);
+        mailhost::EditorWindow *editor = desk.open(roads::Desk::plain);
         auto *view = editor->findChild<mailhost::HeaderView *>();
         const HookRow &row = hookTable()[mailhost::isNewerGeneration(QString::fromLatin1(version)) ? 2 : 0];
         // The view is not being painted: the host's own drawing does nothing, and the difference is the hook.
@@ -27,6 +30,12 @@ void header() {
                timeText(times.seconds[0]), QStringLiteral("the host alone: ") + timeText(times.seconds[1]),
                QStringLiteral("+ ") + timeText(added), QStringLiteral("at most + 3 us"),
                added <= limit ? Reached::Yes : Reached::No);
+        // Drawn by the toolkit only when it was covered, or has changed.
+        auto *strip = roads::Desk::stripOf(editor);
+        QImage image(strip->size(), QImage::Format_ARGB32_Premultiplied);
+        const double drawn = sideBySide({repeating([&] { strip->render(&image); })}).seconds[0];
+        addRow(QStringLiteral("for comparison: the strip itself, its lines and buttons"), timeText(drawn),
+               QString(), QString(), QString(), Reached::NoAim);
     }
 }
 
