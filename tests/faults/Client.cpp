@@ -1,5 +1,6 @@
 // What the meeting client does, and whoever else speaks on its channel.
 #include "standin/meetingclient/MeetingService.h"
+#include "standin/meetingclient/People.h"
 #include "tests/faults/Desktop.h"
 
 #include <QJsonObject>
@@ -19,6 +20,7 @@ QList<Desktop::Verb> Desktop::clientsVerbs() {
             {"client", 1, &Desktop::clientRuns},
             {"signed", 1, &Desktop::clientSignsIn},
             {"forget", 1, &Desktop::clientForgets},
+            {"order", 2, &Desktop::clientObeys},
             {"forge", 1, &Desktop::forge},
             {"forge-meeting", 1, &Desktop::forgeMeeting}};
 }
@@ -56,6 +58,12 @@ void Desktop::post(const QString &actionId, const QString &content) {
     m_desk.desktop().bus->post(QStringLiteral("VelaVideoClientToVelaOutlookPlugin_PRL"), QString(),
                                {{QStringLiteral("actionId"), actionId}, {QStringLiteral("content"), content}},
                                true);
+}
+
+// As in the client's own window: another user, other accounts, other people who grant something.
+bool Desktop::clientObeys(const Words &words) {
+    QString error;
+    return meetingclient::obey(m_desk.client(), words.join(u' '), &error);
 }
 
 // An answer that nobody asked for, to the letter: an action id and the content.

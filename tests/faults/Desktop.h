@@ -125,6 +125,7 @@ private:
     bool clientRuns(const Words &words);
     bool clientSignsIn(const Words &words);
     bool clientForgets(const Words &words);
+    bool clientObeys(const Words &words);
     bool forge(const Words &words);
     bool forgeMeeting(const Words &words);
     void post(const QString &actionId, const QString &content);

@@ -4,6 +4,7 @@
 #include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
 #include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
 #include "standin/mailhost/windows/ControlNames.h"
+#include "standin/meetingclient/People.h"
 #include "tests/faults/Requests.h"
 
 #include <QApplication>
@@ -204,9 +205,13 @@ QString wordsInTheFile(Desktop &desktop, const Appointments &file) {
     return {};
 }
 
-// The personal meeting of the client's user is anybody's and follows nobody.
+// The personal meeting of a user is for any appointment and follows none.
 bool isOwnMeeting(Desktop &desktop, const QString &key) {
-    return !key.isEmpty() && key != desktop.desk().client().profile().value(u"roomMeetingId").toString();
+    const QList<meetingclient::Person> &people = meetingclient::people();
+    const bool isRoom =
+        std::any_of(people.begin(), people.end(), [&key](const auto &p) { return p.room == key; });
+    return !key.isEmpty() && !isRoom &&
+           key != desktop.desk().client().profile().value(u"roomMeetingId").toString();
 }
 
 QString oneMeetingForEach(Desktop &desktop, const Appointments &file) {

@@ -5,6 +5,7 @@
 
 #include <libical/ical.h>
 #include <memory>
+#include <optional>
 
 namespace mailhost {
 
@@ -41,9 +42,12 @@ inline void prepareIcal() {
     return time;
 }
 
-[[nodiscard]] inline Seconds secondsOf(const icaltimetype &time) {
-    return (QDate(time.year, time.month, time.day).toJulianDay() - 2440588) * 86400 + time.hour * 3600 +
-           time.minute * 60 + time.second;
+// Nothing for a day that does not exist: in damaged files a rule may step onto one.
+[[nodiscard]] inline std::optional<Seconds> secondsOf(const icaltimetype &time) {
+    const QDate date(time.year, time.month, time.day);
+    if (!date.isValid())
+        return std::nullopt;
+    return (date.toJulianDay() - 2440588) * 86400 + time.hour * 3600 + time.minute * 60 + time.second;
 }
 
 } // namespace mailhost

@@ -170,11 +170,13 @@ void Series::expand(const Rule &rule, Seconds from, Seconds to, QSet<Seconds> *c
         const icaltimetype next = icalrecur_iterator_next(iterator.get());
         if (icaltime_is_null_time(next))
             return;
-        const Seconds clock = secondsOf(next);
-        if (clock > to || isPast(rule, clock))
+        const std::optional<Seconds> clock = secondsOf(next);
+        if (!clock)
+            continue;
+        if (*clock > to || isPast(rule, *clock))
             return;
-        if (clock >= from)
-            clocks->insert(clock);
+        if (*clock >= from)
+            clocks->insert(*clock);
     }
 }
 
