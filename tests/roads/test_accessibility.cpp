@@ -168,6 +168,26 @@ void checkStripOrder(QWidget *editor, const QString &where) {
     EXPECT_EQ(buttons, 2) << qPrintable(where);
 }
 
+// By Tab, nothing is reached after what stands wholly below it. The strip has its place before the fields.
+void checkReadingOrder(QWidget *window, const QString &where) {
+    const QWidget *last = nullptr;
+    int stops = 0;
+    for (QWidget *next = window->nextInFocusChain(); next != window; next = next->nextInFocusChain()) {
+        if (!next->isVisible() || next->window() != window || !(next->focusPolicy() & Qt::TabFocus) ||
+            dynamic_cast<const vlActionAdditionView *>(next->parentWidget()))
+            continue;
+        const int top = next->mapTo(window, QPoint()).y();
+        if (last) {
+            EXPECT_GT(top + next->height(), last->mapTo(window, QPoint()).y())
+                << qPrintable(where) << ": " << qPrintable(next->objectName()) << " comes after "
+                << qPrintable(last->objectName());
+        }
+        last = next;
+        ++stops;
+    }
+    EXPECT_GT(stops, 5) << qPrintable(where);
+}
+
 QWidget *shownDialog() {
     for (QWidget *widget : QApplication::topLevelWidgets())
         if (qobject_cast<QDialog *>(widget) && widget->isVisible())
@@ -188,7 +208,11 @@ TEST_P(Accessibility, OfTheEditorTheStripTheSheetAndTheAlerts) {
     QTest::mouseClick(shownDialog()->findChild<QWidget *>(QStringLiteral("requiredMeetingPswButton")),
                       Qt::LeftButton, Qt::NoModifier, QPoint(8, 8));
     desk.settle();
-    check(shownDialog(), QStringLiteral("settings sheet with a password"));
+    shownDialog()->findChild<QAbstractButton *>(QStringLiteral("thirdPartyAudioButton"))->click();
+    desk.settle();
+    check(shownDialog(), QStringLiteral("settings sheet with a password and a text"));
+    checkReadingOrder(shownDialog(), QStringLiteral("settings sheet"));
+    shownDialog()->findChild<QAbstractButton *>(QStringLiteral("bothButton"))->click();
     QTest::mouseClick(shownDialog()->findChild<QWidget *>(QStringLiteral("requiredMeetingPswButton")),
                       Qt::LeftButton, Qt::NoModifier, QPoint(8, 8));
     desk.confirmSheet();
@@ -227,6 +251,12 @@ TEST_P(Accessibility, OfTheHostsOwnSheetsAndTheClient) {
     desk.settle();
     check(shownDialog(), QStringLiteral("tool-bar customisation"));
     QTest::keyClick(shownDialog(), Qt::Key_Escape);
+    checkReadingOrder(editor, QStringLiteral("editor"));
+    editor->findChild<QAbstractButton *>(controls::deleteButton)->click();
+    desk.settle();
+    check(shownDialog(), QStringLiteral("question about deleting"));
+    QTest::keyClick(shownDialog(), Qt::Key_Escape);
+    desk.settle();
     desk.typeSubject(editor, QStringLiteral("Changed"));
     editor->close();
     desk.settle();
