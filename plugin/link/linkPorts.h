@@ -34,6 +34,8 @@ public:
     // Finish code (1 to 13) and finish dictionary {"vlAPIResponse", "keyApptWindowID"}, either entry may be
     // missing.
     virtual void onExcuteCommandFinished(int command, const QVariantMap &data) = 0;
+    // The client has refused to read or change a meeting, and that was said. No finish code follows.
+    virtual void onRequestRefused() {}
     // The identifier of the appointment editor that the window belongs to; a null text when it belongs to
     // none.
     [[nodiscard]] virtual QString getApptWindowIDByWindow(QWidget *window) const = 0;

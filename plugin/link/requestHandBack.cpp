@@ -15,3 +15,8 @@ void handBackToMeetingMgr(QWidget *window, MeetingCommand command, const rt::Val
         answer.insert(keyApptWindowID, apptWindowID);
     receiver->onExcuteCommandFinished(qint32(command), answer);
 }
+
+void tellRefused() {
+    if (FinishReceiver *receiver = LinkPorts::instance().finishReceiver)
+        receiver->onRequestRefused();
+}

@@ -102,10 +102,12 @@ ClientError vlAPICommitMeeting::CheckFeedbackError(const QString &content) {
 void vlAPICommitMeeting::onVelaFeedback(qint32 actionId, const QString &content) {
     onfeedback(actionId, content);
     const ClientError error = CheckFeedbackError(content);
-    if (error == ClientError::None)
+    if (error == ClientError::None) {
         handleAnswer(actionId, content);
-    else
+    } else {
         popupErrorMsg(m_parentWindow, error);
+        tellRefused();
+    }
 }
 
 void vlAPICommitMeeting::handleAnswer(qint32 actionId, const QString &content) {
@@ -118,6 +120,7 @@ void vlAPICommitMeeting::handleAnswer(qint32 actionId, const QString &content) {
     if (rawKey.isEmpty() || rawKey == noMeetingKey) {
         // The client's own words of what went wrong.
         popupWarnWithErrorMsg(m_parentWindow, content);
+        tellRefused();
         return;
     }
     const bool isUpdate = actionId == qint32(ClientAnswer::Update);

@@ -37,10 +37,12 @@ ClientError vlAPIGetMeeting::CheckFeedbackError(const QString &content) {
 void vlAPIGetMeeting::onVelaFeedback(const QString &content) {
     onfeedback(qint32(ClientAnswer::GetMeeting), content);
     const ClientError error = CheckFeedbackError(content);
-    if (error == ClientError::None)
+    if (error == ClientError::None) {
         takeMeeting(content);
-    else
+    } else {
         popupErrorMsg(m_parentWindow, error);
+        tellRefused();
+    }
 }
 
 void vlAPIGetMeeting::takeMeeting(const QString &content) {

@@ -118,13 +118,25 @@ int vlMeetingMgr::sendVlMeetingCommand(MeetingCommand command, const QVariantMap
         request.remove(keyEventOwnerWindow); // the request stays with the client link, the window need not
         error = client.getMeeting(parent, request);
     }
+    m_beforeChange = StoreBefore{key, formerKey, formerInfo};
     if (!error)
         return nothingStarted;
-    // Nothing will be answered: an editor that is open, or opened next, is not to take this meeting for its
-    // own.
-    store.setMeetingKey(formerKey.isNull() ? QStringLiteral("") : formerKey);
-    store.setSavedApptInfo(formerInfo);
+    onRequestRefused(); // nothing will be answered
     return clientNotReached;
+}
+
+// An editor that is open, or opened next, is not to take the meeting of the calendar for its own. One that
+// has loaded its own meeting since keeps that.
+void vlMeetingMgr::onRequestRefused() {
+    if (!m_beforeChange)
+        return;
+    const StoreBefore before = *m_beforeChange;
+    m_beforeChange.reset();
+    vlMeetingDataMgr &store = vlMeetingDataMgr::sharedInstance();
+    if (store.meetingKey() != before.changedKey)
+        return;
+    store.setMeetingKey(before.meetingKey.isNull() ? QStringLiteral("") : before.meetingKey);
+    store.setSavedApptInfo(before.apptInfo);
 }
 
 QString vlMeetingMgr::takeKeyFromSnapshot(const QVariantMap &snapshot) const {

@@ -82,6 +82,7 @@ void vlMeetingMgr::clearAllSavedData(bool dropEditor) {
     if (dropEditor)
         m_olWordMailEditor.reset();
     vlMeetingDataMgr::sharedInstance().clearSavedMeetingData();
+    m_beforeChange.reset();
     constexpr bool forPMI = false;
     vlGetMeetingHelper::sharedInstance().setMeetingData({{vl_MeetingKey, QStringLiteral("")}}, forPMI);
     vlUserProfileHelper::sharedInstance().clearUserProfile();

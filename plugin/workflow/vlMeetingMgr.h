@@ -11,6 +11,7 @@
 #include <QString>
 #include <QVariantMap>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -69,6 +70,8 @@ public:
 
     // Finish handlers. A code outside the command codes is dropped.
     void onExcuteCommandFinished(int command, const QVariantMap &data) override;
+    // A change on the calendar that was refused leaves the store as it was before it.
+    void onRequestRefused() override;
     void onExcuteCommandFinished(MeetingCommand command, const QVariantMap &data);
     void onAddCancelVelaMeetingFinished(MeetingCommand command, const QVariantMap &data);
     void onChangeSettingFinished(const QVariantMap &data);
@@ -178,6 +181,12 @@ private:
     void writeLocation(const vlERCalendarEventEditorViewController &editor, const QString &formerURL,
                        const QString &joinURL);
 
+    struct StoreBefore {
+        QString changedKey; // that the change on the calendar has put into the store
+        QString meetingKey;
+        QVariantMap apptInfo;
+    };
+    std::optional<StoreBefore> m_beforeChange; // on the calendar, for as long as it may be refused
     MeetingCommand m_vlMeetingAction = MeetingCommand::CmdNone;
     QHash<QString, MeetingCommand> m_sheetCommands; // by appointment window identifier: what opened its sheet
     QString m_writtenAppointment;                   // identifier; the fields below are for it. Null: for any

@@ -5,6 +5,7 @@
 #include "standin/walkthrough/Road.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QJsonObject>
 #include <QMessageBox>
 #include <functional>
@@ -89,6 +90,40 @@ bool refuseByAnswer(Road &road) {
                                            "host has done by then stands"));
 }
 
+// Clicks "Add video meeting" in the open editor and looks at the alert that it leads to.
+bool isRefused(Road &road, const QString &picture) {
+    click(road.stripButton(addButton()));
+    const bool said = Walk::waitFor(
+        [] { return qobject_cast<QMessageBox *>(QApplication::activeModalWidget()) != nullptr; });
+    road.walk().picture(QApplication::activeModalWidget(), picture);
+    press(QApplication::activeModalWidget(), Qt::Key_Escape);
+    return said && Walk::waitFor([] { return QApplication::activeModalWidget() == nullptr; });
+}
+
+// Each has its own words.
+bool sayEachReason(Road &road) {
+    bool good = road.openNew(QStringLiteral("Not today"));
+    const std::pair<const char *, const char *> answers[] = {
+        {"once error profile 0;Error VelaClientNotSignIn", "alert-signed-out"},
+        {"once error profile 0;Error 5003", "alert-no-network"},
+        {"once corrupt profile empty", "alert-no-answer"}};
+    for (const auto &[rule, picture] : answers) {
+        RunningClient::tell(QString::fromLatin1(rule));
+        Walk::settle(0.1);
+        good = isRefused(road, QString::fromLatin1(picture)) && good;
+    }
+    const QString client =
+        qEnvironmentVariable("PARLO_ROOT") + QStringLiteral("/Applications/Parlo Meetings.app");
+    const QString aside = client + QStringLiteral(".aside");
+    good = QFile::rename(client, aside) && good;
+    good = isRefused(road, QStringLiteral("alert-not-installed")) && good;
+    good = QFile::rename(aside, client) && good;
+    return road.walk().step(
+        good && road.discardEditor(),
+        QStringLiteral("signed out, without a network, without an answer, not installed: each is "
+                       "said in its words"));
+}
+
 // Moves the appointment; the client's answer is a second and a half away.
 qint64 moveWithLateAnswer(Road &road) {
     RunningClient::tell(lateRule);
@@ -134,7 +169,7 @@ bool walkTheFirstCancellation(Road &road) {
 }
 
 bool walkTheRefusals(Road &road) {
-    return refuseWithoutClient(road) && launchAgain(road) && refuseByAnswer(road);
+    return refuseWithoutClient(road) && launchAgain(road) && refuseByAnswer(road) && sayEachReason(road);
 }
 
 bool walkTheLateAnswers(Road &road) {

@@ -78,6 +78,11 @@ TEST_P(OnTheCalendar, AnErrorThatTheClientAnswersIsSaidAndTheHostsChangeStands) 
     EXPECT_FALSE(Desk::alertText().isNull());
     desk.dismissAlert();
     EXPECT_EQ(startInFile(Desk::plain), start + 1800);
+    mailhost::EditorWindow *next = desk.open(Desk::other);
+    EXPECT_EQ(Desk::stripOf(next)->uiStatus(), StripState::NoMeeting)
+        << "the meeting is not the next editor's";
+    next->closeNow();
+    desk.wait(1);
     command(controls::laterAction);
     EXPECT_EQ(meetingOf(Desk::plain)["startTime"].toInteger(), start + 3600) << "the next change catches up";
 }
