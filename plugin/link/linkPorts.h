@@ -34,7 +34,8 @@ public:
     // Finish code (1 to 13) and finish dictionary {"vlAPIResponse", "keyApptWindowID"}, either entry may be
     // missing.
     virtual void onExcuteCommandFinished(int command, const QVariantMap &data) = 0;
-    // The client has refused to read or change a meeting, and that was said. No finish code follows.
+    // The client was asked to read or change a meeting, and what it has answered is an error (which was said)
+    // or no answer. No finish code follows.
     virtual void onRequestRefused() {}
     // The identifier of the appointment editor that the window belongs to; a null text when it belongs to
     // none.

@@ -10,5 +10,5 @@ class QWidget;
 // the window's editor}. No data leaves out the first entry; a window that is gone or belongs to no editor the
 // second.
 void handBackToMeetingMgr(QWidget *window, MeetingCommand command, const rt::Value &data);
-// Tells it that a request about a meeting was refused, after the alert.
+// Tells it that a request about a meeting has ended without data, after the alert if there is one.
 void tellRefused();

@@ -113,7 +113,7 @@ void vlAPICommitMeeting::onVelaFeedback(qint32 actionId, const QString &content)
 void vlAPICommitMeeting::handleAnswer(qint32 actionId, const QString &content) {
     const qsizetype separator = content.indexOf(fieldSeparator);
     if (separator < 0)
-        return;
+        return tellRefused();
     // The invitation is everything after the first separator, further separators included.
     const QString rawKey = content.left(separator);
     const QString invitation = content.mid(separator + 1);

@@ -48,7 +48,7 @@ void vlAPIGetMeeting::onVelaFeedback(const QString &content) {
 void vlAPIGetMeeting::takeMeeting(const QString &content) {
     const QList<QStringView> fields = QStringView(content).split(fieldSeparator);
     if (fields.size() <= meetingField)
-        return;
+        return tellRefused();
     const QString json = EncodeUtils::base64Decode(fields[meetingField].toString());
     const rt::Value parsed = vlOLUtils::toArrayOrNSDictionary(json);
     const bool isDictionary = parsed.typeId() == QMetaType::QVariantMap;

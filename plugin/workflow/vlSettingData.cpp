@@ -156,7 +156,6 @@ void vlSettingData::initWithUserProfile() {
 }
 
 void vlSettingData::updateWithSiteDefault() {
-    const OneWrite write;
     const vlUserProfileHelper &profile = vlUserProfileHelper::sharedInstance();
     if (!profile.hasUserProfile())
         return;
@@ -195,7 +194,6 @@ void vlSettingData::initWithSiteMeetingInfo() {
     const vlGetMeetingHelper &meeting = vlGetMeetingHelper::sharedInstance();
     if (!meeting.hasMeetingInfo())
         return;
-    const OneWrite write;
     const QVariantMap settings = rt::mapValue(meeting.getMeetingInfo().value(vl_Setting));
     setHostvideoOn(rt::boolValue(settings.value(vl_Setting_EnableHostVideo)));
     setPaticipantvideoOn(rt::boolValue(settings.value(vl_Setting_EnableParticipantsVideo)));

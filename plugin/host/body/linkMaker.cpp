@@ -183,7 +183,7 @@ bool endsTurn(Addresses &addresses, QStringView text, const Start &linked, qsize
 void appendWithBreaks(QString &result, QStringView text) {
     for (qsizetype end = text.indexOf(u'\n'); end >= 0; end = text.indexOf(u'\n')) {
         result += text.first(end);
-        result += u"<br>";
+        result += lineBreakTag;
         text = text.sliced(end + 1);
     }
     result += text;

@@ -4,7 +4,9 @@
 #include <QString>
 #include <QStringView>
 
-// The text with "<a href=..." around every address that qualifies and "<br>" in place of every "\n". Nothing
-// else is changed. Never null. Linear, but for addresses made of thousands of addresses (n times the root of
-// n).
+inline const QString lineBreakTag = QStringLiteral("<br>");
+
+// The text with "<a href=..." around every address that qualifies and lineBreakTag in place of every "\n".
+// Nothing else is changed. Never null. Linear, but for addresses made of thousands of addresses (n times the
+// root of n).
 [[nodiscard]] QString withLinksAndBreaks(QStringView text);

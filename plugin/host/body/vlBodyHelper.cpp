@@ -11,7 +11,6 @@
 namespace {
 
 const QString bodyEndTag = QStringLiteral("</body>");
-const QString lineBreakTag = QStringLiteral("<br>");
 const QString blockMargin = QStringLiteral("<br><br>");
 
 // How much of a plain invitation tells where it begins and ends in UTF-16 units, and how far behind its end

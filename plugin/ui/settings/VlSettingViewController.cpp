@@ -38,7 +38,6 @@ void setOn(QRadioButton *button, bool on) {
 } // namespace
 
 void VlSettingViewController::initFields() {
-    const vlSettingData::OneWrite write;
     passwordFormatter->setMaxLength(maxPasswordLength);
     initWithLocalString();
     m_settingData.initSettingData();
