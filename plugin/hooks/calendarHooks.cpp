@@ -6,6 +6,7 @@
 #include "plugin/ui/strip/vlActionAdditionView.h"
 #include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
 #include "plugin/workflow/vlCalendarActionMgr.h"
+#include "plugin/workflow/vlMeetingWindows.h"
 
 #include <QApplication>
 
@@ -111,6 +112,7 @@ rt::Value switchToSeries(rt::Object *self, rt::Selector, rt::Args arguments) {
             vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(window);
         if (!strip)
             return;
+        const ContextScope scope(strip);
         strip->attachOutlookERCalendarEventEditorWindowController(strip->editorWindowController());
         callHost(rowEditorSave, strip->editorViewController(), {});
         if (strip && !strip->isApptDirty()) // a save runs host code, which may close the window

@@ -7,6 +7,7 @@
 #include "plugin/workflow/vlCalendarActionMgr.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
 #include "plugin/workflow/vlMeetingMgr.h"
+#include "plugin/workflow/vlMeetingWindows.h"
 #include "plugin/workflow/workflowPorts.h"
 
 namespace hooks {
@@ -31,8 +32,8 @@ struct Decision {
 };
 
 EditorStrip *stripOf(const rt::Weak<> &editor) {
-    const EditorStrips *strips = WorkflowPorts::instance().strips;
-    return strips && editor ? strips->getVlActionAdditionViewByEditorViewCtrl(editor.get()) : nullptr;
+    return guarded("finding the meeting buttons", static_cast<EditorStrip *>(nullptr),
+                   [&editor] { return vlMeetingWindows::stripOfEditor(editor.get()); });
 }
 
 // Asks the workflow what the operation needs. When that itself goes wrong, the operation is held back: the
@@ -41,19 +42,15 @@ Decision decide(const rt::Weak<> &editor, HostAction action) {
     return guarded("saving an appointment with a meeting", Decision{false, false}, [&editor, action] {
         vlApptUIActionMgr &manager = vlApptUIActionMgr::sharedInstance();
         const int result = manager.handleVLMeeting(editor.get(), {{keyApptViewActionID, quint32(action)}});
-        // The host runs it now, so no answer that is still on its way may run it again. A save stays
-        // recorded: the editor stays open, and an add in it later ends with that save.
-        const bool proceed = result == vlApptUIActionMgr::hostMayProceed;
-        EditorStrip *strip = proceed && action != HostAction::Save ? stripOf(editor) : nullptr;
-        if (strip)
-            strip->setOLUIAction(HostAction::None);
-        return Decision{proceed, manager.getActionResultWithCalEventEditorViewCtrl(editor.get())};
+        return Decision{result == vlApptUIActionMgr::hostMayProceed,
+                        manager.getActionResultWithCalEventEditorViewCtrl(editor.get())};
     });
 }
 
 // The editor may go away while the workflow is asked; then nothing is left to save.
 rt::Value saveAndClose(int row, HostAction action, rt::Object *self, rt::Args arguments) {
     const rt::Weak<> editor(self);
+    const ContextScope scope(stripOf(editor));
     if (decide(editor, action).proceed)
         return callHost(row, editor.get(), arguments);
     return heldBackResult;
@@ -61,6 +58,7 @@ rt::Value saveAndClose(int row, HostAction action, rt::Object *self, rt::Args ar
 
 rt::Value saveOrSend(int row, HostAction action, rt::Object *self, rt::Args arguments) {
     const rt::Weak<> editor(self);
+    const ContextScope scope(stripOf(editor));
     const Decision decision = decide(editor, action);
     return decision.proceed ? callHost(row, editor.get(), arguments) : rt::Value(decision.actionResult);
 }
@@ -68,15 +66,15 @@ rt::Value saveOrSend(int row, HostAction action, rt::Object *self, rt::Args argu
 } // namespace
 
 rt::Value editorSaveAndCloseWindow(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return saveAndClose(rowSaveAndCloseWindow, HostAction::SaveAndClose, self, arguments);
+    return saveAndClose(rowSaveAndCloseWindow, HostAction::ActionSaveAndClose, self, arguments);
 }
 
 rt::Value editorSave(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return saveOrSend(rowSave, HostAction::Save, self, arguments);
+    return saveOrSend(rowSave, HostAction::ActionSave, self, arguments);
 }
 
 rt::Value editorSaveAndCloseWithError(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return saveAndClose(rowSaveAndCloseWithError, HostAction::SaveAndCloseWithError, self, arguments);
+    return saveAndClose(rowSaveAndCloseWithError, HostAction::ActionSaveAndCloseWithError, self, arguments);
 }
 
 rt::Value editorSend(rt::Object *self, rt::Selector, rt::Args arguments) {
@@ -89,7 +87,12 @@ rt::Value editorSend(rt::Object *self, rt::Selector, rt::Args arguments) {
     });
     if (!matched)
         return {};
-    return saveOrSend(rowSend, HostAction::Send, self, arguments);
+    return saveOrSend(rowSend, HostAction::ActionSend, self, arguments);
+}
+
+rt::Value editorPassThroughRow(int row, rt::Object *self, rt::Args arguments) {
+    const ContextScope scope(stripOf(rt::Weak<>(self)));
+    return callHost(row, self, arguments);
 }
 
 rt::Value editorFromFieldModified(rt::Object *self, rt::Selector, rt::Args arguments) {

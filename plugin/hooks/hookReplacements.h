@@ -19,6 +19,12 @@ rt::Value editorShown(rt::Object *self, rt::Selector, rt::Args arguments) {
 }
 
 // editorHooks.cpp: saving, sending, the From field, recurrence, the body editor, the stored record.
+// The host's own, with the appointment of the editor at hand: it may store its record.
+rt::Value editorPassThroughRow(int row, rt::Object *self, rt::Args arguments);
+template<int Row>
+rt::Value editorPassThrough(rt::Object *self, rt::Selector, rt::Args arguments) {
+    return editorPassThroughRow(Row, self, arguments);
+}
 rt::Value editorSaveAndCloseWindow(rt::Object *self, rt::Selector, rt::Args arguments);
 rt::Value editorSave(rt::Object *self, rt::Selector, rt::Args arguments);
 rt::Value editorSaveAndCloseWithError(rt::Object *self, rt::Selector, rt::Args arguments);

@@ -67,11 +67,11 @@ const HookRow table[] = {
               "vl_ERageMainWindowController_toolbarAllowedItemIdentifiers:", "@@:@", passThrough<20>},
     // Saving, sending and closing an editor.
     /* 21 */ {"ERCalendarEventEditorViewController", "saveAndClose:", instance,
-              "vl_ERCalendarEventEditorViewController_saveAndClose:", "v@:@", passThrough<21>},
+              "vl_ERCalendarEventEditorViewController_saveAndClose:", "v@:@", hooks::editorPassThrough<21>},
     /* 22 */ {"ERCalendarEventEditorViewController", "saveAndCloseWindow:", instance,
               "vl_ERCalendarEventEditorViewController_saveAndCloseWindow:", "i@:B", hooks::editorSaveAndCloseWindow},
     /* 23 */ {"ERCalendarEventEditorViewController", "save", instance,
-              "vl_ERCalendarEventEditorViewController_save", "B@:", passThrough<23>},
+              "vl_ERCalendarEventEditorViewController_save", "B@:", hooks::editorPassThrough<23>},
     /* 24 */ {"ERCalendarEventEditorViewController", "save:", instance,
               "vl_ERCalendarEventEditorViewController_saveArg:", "v@:@", hooks::editorSave},
     /* 25 */ {"ERCalendarEventEditorViewController", "setIsCancelMode:", instance,

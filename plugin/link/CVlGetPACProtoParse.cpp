@@ -63,9 +63,8 @@ QString notNull(const QString &text) {
 
 } // namespace
 
-CVlGetPACProtoParse::CVlGetPACProtoParse(const void *bytes, int size) {
-    replaceWhenParsed(lastResponse(), bytes, size);
-}
+CVlGetPACProtoParse::CVlGetPACProtoParse(const void *bytes, int size)
+    : m_bParsed(replaceWhenParsed(lastResponse(), bytes, size)) {}
 
 int CVlGetPACProtoParse::GetPACCount() const {
     return lastResponse().pac_info().meetings_size();

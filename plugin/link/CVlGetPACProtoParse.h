@@ -9,6 +9,7 @@ class CVlGetPACProtoParse {
 public:
     CVlGetPACProtoParse() = default; // reads the last good message
     CVlGetPACProtoParse(const void *bytes, int size);
+    [[nodiscard]] bool isParsed() const { return m_bParsed; } // whether the bytes given to it were read
 
     [[nodiscard]] int GetPACCount() const;
     // "number (country Toll Free)" and CRLF for each toll-free number, then each toll number likewise. A
@@ -19,4 +20,7 @@ public:
     [[nodiscard]] qint64 GetPACMeetingNumber(int account) const;
     [[nodiscard]] QString GetInvitationEmail(int account) const;
     [[nodiscard]] QString GetHtmlInvitationEmail(int account) const; // always ""
+
+private:
+    bool m_bParsed = false;
 };

@@ -1,4 +1,4 @@
-// What the client link needs from the floors above it.
+// What the client link needs from the layers above it.
 #pragma once
 
 #include <QString>
@@ -34,9 +34,9 @@ public:
     // Finish code (1 to 13) and finish dictionary {"vlAPIResponse", "keyApptWindowID"}, either entry may be
     // missing.
     virtual void onExcuteCommandFinished(int command, const QVariantMap &data) = 0;
-    // The client was asked to read or change a meeting, and what it has answered is an error (which was said)
-    // or no answer. No finish code follows.
-    virtual void onRequestRefused() {}
+    // What the owner at hand has asked about its meeting was refused, and the user was told. No finish code
+    // follows.
+    virtual void onRequestDenied() {}
     // The identifier of the appointment editor that the window belongs to; a null text when it belongs to
     // none.
     [[nodiscard]] virtual QString getApptWindowIDByWindow(QWidget *window) const = 0;

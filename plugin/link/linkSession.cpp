@@ -2,6 +2,7 @@
 
 #include "plugin/link/CVlGetMeetingProtoParse.h"
 #include "plugin/link/CVlGetPACProtoParse.h"
+#include "plugin/link/RequestOwner.h"
 #include "plugin/link/sharedObject.h"
 #include "plugin/link/vlAPIMgr.h"
 #include "plugin/link/vlAPIStartMeeting.h"
@@ -11,6 +12,7 @@
 #include "plugin/link/vlUserProfileHelper.h"
 
 void startLinkAfresh() {
+    RequestOwner::setNobody(std::make_shared<RequestOwner>());
     SharedObject<vlAPIMgr>::renew();
     SharedObject<vlAPIStartMeeting>::renew();
     SharedObject<vlGetClientVersionHelper>::renew();

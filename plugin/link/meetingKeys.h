@@ -12,6 +12,7 @@ inline const QString VL_IPC_CONTENT = QStringLiteral("content");
 inline const QString vl_Outlook_ApptInfo = QStringLiteral("apptInfo");
 inline const QString vl_Setting = QStringLiteral("setting");
 inline const QString vl_MeetingKey = QStringLiteral("meetingKey");
+inline const QString vl_Meeting_OriginalNumber = QStringLiteral("originalMeetingNumber"); // of a personal one
 inline const QString vl_Meeting_JoinUrl = QStringLiteral("joinUrl");
 inline const QString vl_API_Para_InviteHtmlEmail = QStringLiteral("invitehtmlemail");
 inline const QString vl_API_Para_InvitationEmail = QStringLiteral("invitationEmail");

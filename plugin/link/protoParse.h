@@ -4,10 +4,12 @@
 #include "plugin/proto/vlProtoBufConvert.h"
 
 // Puts the message that the bytes stand for in place of the kept one. Bytes that do not parse leave it as it
-// was.
+// was: false.
 template<typename Message>
-void replaceWhenParsed(Message &kept, const void *bytes, int size) {
+bool replaceWhenParsed(Message &kept, const void *bytes, int size) {
     Message fresh;
-    if (vlProtoBufConvert::ProtoFromByteStream(&fresh, bytes, size))
+    const bool isParsed = vlProtoBufConvert::ProtoFromByteStream(&fresh, bytes, size);
+    if (isParsed)
         kept.Swap(&fresh);
+    return isParsed;
 }

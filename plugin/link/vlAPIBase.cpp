@@ -6,6 +6,7 @@
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/vlAppHelper.h"
 #include "plugin/link/vlClientFeatureMgr.h"
+#include "plugin/link/vlIPCChannel.h"
 
 namespace {
 
@@ -50,24 +51,94 @@ QString textKeyOfError(ClientError error) {
 
 } // namespace
 
-vlAPIBase::vlAPIBase()
-    : m_self(std::make_shared<vlAPIBase *>(this)) {}
+vlAPIBase::vlAPIBase(const Kind &kind)
+    : m_kind(kind)
+    , m_self(std::make_shared<vlAPIBase *>(this)) {}
 
 vlAPIBase::~vlAPIBase() {
     invalidateTimer();
 }
 
+QString vlAPIBase::getAPIData() const {
+    return QString::number(quint32(m_kind.action));
+}
+
+ClientError vlAPIBase::doAction(QWidget *window) {
+    const ClientError error = action(window);
+    if (error == ClientError::None)
+        vlIPCChannel::sendIPCMessageToVelaClient(quint32(m_kind.action), getAPIData());
+    return error;
+}
+
 ClientError vlAPIBase::action(QWidget *window) {
+    m_parentWindow = window;
     const ClientError error = checkVelaAppError();
     if (error != ClientError::None) {
         popupErrorMsg(window, error);
+        deny();
         return error;
     }
     releaseTimer();
+    m_owner = RequestOwner::atHand();
     startTimer();
+    PendingRequest request;
+    request.owner = m_owner;
+    request.window = window;
+    request.showsProgress = m_showCommunicationDlg;
+    request.timer = myTimer;
+    describe(request);
+    m_pending.add(std::move(request));
     if (m_showCommunicationDlg)
         showProgress(window);
     return ClientError::None;
+}
+
+void vlAPIBase::onVelaFeedback(const QString &content) {
+    const bool isError = m_kind.errorIn(content) != ClientError::None;
+    const QStringList keys = isError ? QStringList() : meetingKeysIn(content);
+    if (PendingRequest *pending = m_pending.requestFor(keys))
+        take(*pending, content, keys);
+    else if (CheckFeedbackError(content) == ClientError::None)
+        handleUnasked(content);
+}
+
+// What the handling leads to may ask again: the pending request is not touched after it has begun.
+void vlAPIBase::take(PendingRequest &pending, const QString &content, const QStringList &keys) {
+    const PendingRequest request = pending;
+    pending.state = PendingRequest::State::Answered;
+    if (!keys.isEmpty())
+        pending.meetingKey = keys.first();
+    m_parentWindow = request.window;
+    m_owner = request.owner;
+    myTimer = request.timer;
+    const RequestOwner::Scope scope(request.owner.lock()); // nobody, when the owner is gone
+    onfeedback(qint32(m_kind.answer), content);
+    const ClientError error = CheckFeedbackError(content);
+    if (error == ClientError::None || !m_kind.endsWithError) {
+        handle(request, content);
+        if (request.owner.expired()) // what was read is for nobody
+            RequestOwner::nobody()->loadedMeeting = {};
+        return;
+    }
+    pending.state = PendingRequest::State::Refused;
+    popupErrorMsg(m_parentWindow, error);
+    deny();
+}
+
+void vlAPIBase::deny() const {
+    FinishReceiver *receiver = LinkPorts::instance().finishReceiver;
+    if (receiver && m_kind.isAwaited)
+        receiver->onRequestDenied();
+}
+
+ClientError vlAPIBase::CheckFeedbackError(const QString &content) {
+    const ClientError error = checkVelaAppError();
+    return error == ClientError::None ? m_kind.errorIn(content) : error;
+}
+
+void vlAPIBase::sendResponse(MeetingCommand command, const QVariant &data) const {
+    if (m_kind.sendResponse)
+        m_kind.sendResponse(m_parentWindow, command, data);
 }
 
 void vlAPIBase::onfeedback(qint32, const QString &) {
@@ -78,9 +149,14 @@ void vlAPIBase::onfeedback(qint32, const QString &) {
 void vlAPIBase::startTimer() {
     auto id = std::make_shared<quint64>(0);
     const std::weak_ptr<vlAPIBase *> self = m_self;
-    *id = platform::services().runLoop->callAfter(timeOutSeconds, [self, id] {
-        if (const auto request = self.lock())
-            (*request)->onTimeOut();
+    *id = platform::services().runLoop->callAfter(timeOutSeconds, [self, id, owner = m_owner] {
+        const auto object = self.lock();
+        if (!object)
+            return;
+        if (PendingRequest *request = (*object)->m_pending.requestWithTimer(id))
+            request->timedOut = true;
+        (*object)->m_owner = owner;
+        (*object)->onTimeOut();
     });
     myTimer = id;
 }
@@ -112,7 +188,7 @@ void vlAPIBase::showProgress(QWidget *window) {
 }
 
 void vlAPIBase::closeProgress() {
-    if (myProgressUI)
+    if (myProgressUI && !m_pending.othersShowProgress(m_owner.lock()))
         myProgressUI->closeCommunication();
 }
 

@@ -3,8 +3,6 @@
 #include "plugin/link/feedbackErrors.h"
 #include "plugin/link/linkPorts.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/requestHandBack.h"
-#include "plugin/link/vlIPCChannel.h"
 #include "plugin/util/TimeUtils.h"
 #include "plugin/util/vlOLUtils.h"
 
@@ -67,13 +65,20 @@ QVariantMap sentSetting(const QVariantMap &setting) {
 
 } // namespace
 
+vlAPICommitMeeting::vlAPICommitMeeting(ClientAnswer answer, decltype(Kind::sendResponse) sendResponse)
+    : vlAPIBase({ClientAction::Meeting, answer, meetingFeedbackError, true, true, sendResponse})
+    , m_command(answer == ClientAnswer::Update ? MeetingCommand::CmdUpdateMeeting
+                                               : MeetingCommand::CmdScheduleMeeting) {}
+
 ClientError vlAPICommitMeeting::doAction(QWidget *window) {
     if (!hasValidMeetingInfo())
         return ClientError::None;
-    m_parentWindow = window;
-    const ClientError error = action(window);
-    if (error == ClientError::None)
-        vlIPCChannel::sendIPCMessageToVelaClient(quint32(ClientAction::Meeting), getAPIData());
+    const ClientError error = vlAPIBase::doAction(window);
+    FinishReceiver *receiver = LinkPorts::instance().finishReceiver;
+    if (error == ClientError::None && receiver) {
+        const QVariantMap setting = rt::mapValue(m_dataMeetingInfo.value(vl_Setting));
+        receiver->setScheduleForEmail(rt::textValue(setting.value(vl_Setting_ScheduleFor)));
+    }
     return error;
 }
 
@@ -86,47 +91,36 @@ QString vlAPICommitMeeting::getAPIData() const {
     QVariantMap content{
         {vl_Outlook_ApptInfo, sentAppointment(rt::mapValue(m_dataMeetingInfo.value(vl_Outlook_ApptInfo)))},
         {vl_Setting, sentSetting(setting)}};
-    if (FinishReceiver *receiver = LinkPorts::instance().finishReceiver)
-        receiver->setScheduleForEmail(rt::textValue(setting.value(vl_Setting_ScheduleFor)));
     const QString meetingKey = rt::textValue(m_dataMeetingInfo.value(vl_MeetingKey));
     if (!meetingKey.isEmpty() && meetingKey != noMeetingKey)
         content.insert(vl_MeetingKey, meetingKey);
     return getContentIdentifierHead() + vlOLUtils::toJSONString(content);
 }
 
-ClientError vlAPICommitMeeting::CheckFeedbackError(const QString &content) {
-    const ClientError error = checkVelaAppError();
-    return error == ClientError::None ? meetingFeedbackError(content) : error;
+void vlAPICommitMeeting::describe(PendingRequest &request) const {
+    request.meetingKey = rt::textValue(m_dataMeetingInfo.value(vl_MeetingKey));
+    const QVariantMap setting = rt::mapValue(m_dataMeetingInfo.value(vl_Setting));
+    request.forPMI = rt::boolValue(setting.value(vl_Setting_IsPMI));
 }
 
-void vlAPICommitMeeting::onVelaFeedback(qint32 actionId, const QString &content) {
-    onfeedback(actionId, content);
-    const ClientError error = CheckFeedbackError(content);
-    if (error == ClientError::None) {
-        handleAnswer(actionId, content);
-    } else {
-        popupErrorMsg(m_parentWindow, error);
-        tellRefused();
-    }
+QStringList vlAPICommitMeeting::meetingKeysIn(const QString &content) const {
+    const QString key = vlOLUtils::trimAllSpace(content.section(fieldSeparator, 0, 0));
+    return key.isEmpty() || key == noMeetingKey ? QStringList() : QStringList{key};
 }
 
-void vlAPICommitMeeting::handleAnswer(qint32 actionId, const QString &content) {
+void vlAPICommitMeeting::handle(const PendingRequest &, const QString &content) {
     const qsizetype separator = content.indexOf(fieldSeparator);
     if (separator < 0)
-        return tellRefused();
+        return deny();
     // The invitation is everything after the first separator, further separators included.
     const QString rawKey = content.left(separator);
     const QString invitation = content.mid(separator + 1);
     if (rawKey.isEmpty() || rawKey == noMeetingKey) {
         // The client's own words of what went wrong.
-        popupWarnWithErrorMsg(m_parentWindow, content);
-        tellRefused();
-        return;
+        popupWarnWithErrorMsg(parentWindow(), content);
+        return deny();
     }
-    const bool isUpdate = actionId == qint32(ClientAnswer::Update);
-    handBackToMeetingMgr(m_parentWindow,
-                         isUpdate ? MeetingCommand::CmdUpdateMeeting : MeetingCommand::CmdScheduleMeeting,
-                         QVariantMap{{vl_MeetingKey, vlOLUtils::trimAllSpace(rawKey)},
-                                     {vl_API_Para_InvitationEmail, invitation},
-                                     {keyVLResult, getAPIResult()}});
+    sendResponse(m_command, QVariantMap{{vl_MeetingKey, vlOLUtils::trimAllSpace(rawKey)},
+                                        {vl_API_Para_InvitationEmail, invitation},
+                                        {keyVLResult, getAPIResult()}});
 }

@@ -3,35 +3,35 @@
 
 #include "plugin/link/vlAPIBase.h"
 
-#include <QPointer>
 #include <QVariantMap>
-#include <QWidget>
 
 class vlAPICommitMeeting : public vlAPIBase {
 public:
     // UTF-16 units of the subject that are sent.
     static constexpr qsizetype maximumSubjectLength = 128;
 
+    explicit vlAPICommitMeeting(ClientAnswer answer = ClientAnswer::Schedule,
+                                decltype(Kind::sendResponse) sendResponse = nullptr);
     // Replaces the meeting-info record {"apptInfo", "setting", "meetingKey"}.
     void setData(const QVariantMap &meetingInfo) { m_dataMeetingInfo = meetingInfo; }
     void setMsgParamAction(MeetingSubCommand subCommand) { m_msgParamActionId = subCommand; }
-    ClientError doAction(QWidget *window);
-    // `actionId` is ClientAnswer::Schedule or ClientAnswer::Update; any other counts as the former.
-    void onVelaFeedback(qint32 actionId, const QString &content);
+    // Also tells the receiver for whom the meeting is scheduled.
+    ClientError doAction(QWidget *window) override;
 
     [[nodiscard]] bool hasValidMeetingInfo() const { return true; }
-    // The content of the request. Also tells the receiver for whom it schedules.
-    [[nodiscard]] QString getAPIData() const;
+    [[nodiscard]] QString getAPIData() const override;
     [[nodiscard]] QString getContentIdentifierHead() const;
-    ClientError CheckFeedbackError(const QString &content);
     [[nodiscard]] bool isUpdateMeeting() const { return m_msgParamActionId == MeetingSubCommand::Update; }
     [[nodiscard]] const QVariantMap &meetingInfo() const { return m_dataMeetingInfo; }
     void setMeetingInfo(const QVariantMap &meetingInfo) { m_dataMeetingInfo = meetingInfo; }
 
-private:
-    void handleAnswer(qint32 actionId, const QString &content);
+protected:
+    void describe(PendingRequest &request) const override;
+    [[nodiscard]] QStringList meetingKeysIn(const QString &content) const override;
+    void handle(const PendingRequest &request, const QString &content) override;
 
+private:
     QVariantMap m_dataMeetingInfo;
-    QPointer<QWidget> m_parentWindow;
     MeetingSubCommand m_msgParamActionId = MeetingSubCommand::Schedule;
+    MeetingCommand m_command;
 };

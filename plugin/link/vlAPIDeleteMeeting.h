@@ -3,22 +3,21 @@
 
 #include "plugin/link/vlAPIBase.h"
 
-#include <QPointer>
-#include <QWidget>
-
+// Hands back whatever the client says and never shows an alert: the appointment goes either way.
 class vlAPIDeleteMeeting : public vlAPIBase {
 public:
+    explicit vlAPIDeleteMeeting(decltype(Kind::sendResponse) sendResponse = nullptr);
     void setData(const QString &meetingKey) { m_meetingKey = meetingKey; }
-    ClientError doAction(QWidget *window);
-    // Hands back whatever the client says and never shows an alert: the appointment goes either way.
-    void onVelaFeedback(const QString &content);
-    [[nodiscard]] QString getAPIData() const;
-    ClientError CheckFeedbackError(const QString &content);
+    [[nodiscard]] QString getAPIData() const override;
 
     [[nodiscard]] const QString &meetingKey() const { return m_meetingKey; }
     void setMeetingKey(const QString &meetingKey) { m_meetingKey = meetingKey; }
 
+protected:
+    void describe(PendingRequest &request) const override;
+    [[nodiscard]] QStringList meetingKeysIn(const QString &content) const override { return {content}; }
+    void handle(const PendingRequest &request, const QString &content) override;
+
 private:
-    QPointer<QWidget> m_parentWindow;
     QString m_meetingKey;
 };

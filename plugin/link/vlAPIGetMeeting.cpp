@@ -2,9 +2,8 @@
 
 #include "platform/runtime/Value.h"
 #include "plugin/link/feedbackErrors.h"
-#include "plugin/link/requestHandBack.h"
+#include "plugin/link/meetingKeys.h"
 #include "plugin/link/vlGetMeetingHelper.h"
-#include "plugin/link/vlIPCChannel.h"
 #include "plugin/util/EncodeUtils.h"
 #include "plugin/util/vlOLUtils.h"
 
@@ -15,47 +14,47 @@ constexpr QChar fieldSeparator = u';';
 constexpr qsizetype meetingField = 13;
 constexpr qsizetype binaryMeetingField = 14;
 
+// The meeting, or no value when it cannot be read.
+rt::Value meetingIn(const QList<QStringView> &fields) {
+    if (fields.size() <= meetingField)
+        return {};
+    return vlOLUtils::toArrayOrNSDictionary(EncodeUtils::base64Decode(fields[meetingField].toString()));
+}
+
 } // namespace
 
-ClientError vlAPIGetMeeting::doAction(QWidget *window) {
-    m_parentWindow = window;
-    const ClientError error = action(window);
-    if (error == ClientError::None)
-        vlIPCChannel::sendIPCMessageToVelaClient(quint32(ClientAction::Meeting), getAPIData());
-    return error;
-}
+vlAPIGetMeeting::vlAPIGetMeeting(decltype(Kind::sendResponse) sendResponse)
+    : vlAPIBase({ClientAction::Meeting, ClientAnswer::GetMeeting, meetingFeedbackError, true, true,
+                 sendResponse}) {}
 
 QString vlAPIGetMeeting::getAPIData() const {
     return QString::number(qint32(MeetingSubCommand::Get)) + fieldSeparator + m_meetingKey;
 }
 
-ClientError vlAPIGetMeeting::CheckFeedbackError(const QString &content) {
-    const ClientError error = checkVelaAppError();
-    return error == ClientError::None ? meetingFeedbackError(content) : error;
+void vlAPIGetMeeting::describe(PendingRequest &request) const {
+    request.meetingKey = m_meetingKey;
+    request.forPMI = m_isForPMI;
 }
 
-void vlAPIGetMeeting::onVelaFeedback(const QString &content) {
-    onfeedback(qint32(ClientAnswer::GetMeeting), content);
-    const ClientError error = CheckFeedbackError(content);
-    if (error == ClientError::None) {
-        takeMeeting(content);
-    } else {
-        popupErrorMsg(m_parentWindow, error);
-        tellRefused();
-    }
+// The personal meeting is asked for by its number.
+QStringList vlAPIGetMeeting::meetingKeysIn(const QString &content) const {
+    const QVariantMap meeting = rt::mapValue(meetingIn(QStringView(content).split(fieldSeparator)));
+    QStringList keys;
+    for (const QString &member : {vl_MeetingKey, vl_Meeting_OriginalNumber})
+        if (const QString key = meeting.value(member).toString(); !key.isEmpty())
+            keys.append(key);
+    return keys;
 }
 
-void vlAPIGetMeeting::takeMeeting(const QString &content) {
+void vlAPIGetMeeting::handle(const PendingRequest &request, const QString &content) {
     const QList<QStringView> fields = QStringView(content).split(fieldSeparator);
     if (fields.size() <= meetingField)
-        return tellRefused();
-    const QString json = EncodeUtils::base64Decode(fields[meetingField].toString());
-    const rt::Value parsed = vlOLUtils::toArrayOrNSDictionary(json);
+        return deny();
+    const rt::Value parsed = meetingIn(fields);
     const bool isDictionary = parsed.typeId() == QMetaType::QVariantMap;
     vlGetMeetingHelper &helper = vlGetMeetingHelper::sharedInstance();
-    helper.setMeetingData(rt::mapValue(parsed), m_isForPMI);
+    helper.setMeetingData(rt::mapValue(parsed), request.forPMI);
     if (fields.size() > binaryMeetingField)
         helper.setPBMeetingData(fields[binaryMeetingField].toString());
-    handBackToMeetingMgr(m_parentWindow, MeetingCommand::CmdGetMeetingDone,
-                         isDictionary ? parsed : rt::Value());
+    sendResponse(MeetingCommand::CmdGetMeetingDone, isDictionary ? parsed : rt::Value());
 }

@@ -3,18 +3,13 @@
 
 #include "plugin/link/vlAPIBase.h"
 
-#include <QPointer>
-#include <QWidget>
-
+// Keeps what the answer carries in vlGetMeetingHelper and hands it back. An answer with too few fields is
+// dropped.
 class vlAPIGetMeeting : public vlAPIBase {
 public:
+    explicit vlAPIGetMeeting(decltype(Kind::sendResponse) sendResponse = nullptr);
     void setData(const QString &meetingKey) { m_meetingKey = meetingKey; }
-    ClientError doAction(QWidget *window);
-    // Keeps what the answer carries in vlGetMeetingHelper and hands it back. An answer with too few fields is
-    // dropped.
-    void onVelaFeedback(const QString &content);
-    [[nodiscard]] QString getAPIData() const;
-    ClientError CheckFeedbackError(const QString &content);
+    [[nodiscard]] QString getAPIData() const override;
 
     [[nodiscard]] const QString &meetingKey() const { return m_meetingKey; }
     void setMeetingKey(const QString &meetingKey) { m_meetingKey = meetingKey; }
@@ -22,10 +17,12 @@ public:
     [[nodiscard]] bool forPMI() const { return m_isForPMI; }
     void setForPMI(bool forPMI) { m_isForPMI = forPMI; }
 
-private:
-    void takeMeeting(const QString &content);
+protected:
+    void describe(PendingRequest &request) const override;
+    [[nodiscard]] QStringList meetingKeysIn(const QString &content) const override;
+    void handle(const PendingRequest &request, const QString &content) override;
 
-    QPointer<QWidget> m_parentWindow;
+private:
     QString m_meetingKey;
     bool m_isForPMI = false;
 };

@@ -3,18 +3,14 @@
 
 #include "plugin/link/vlAPIBase.h"
 
-#include <QPointer>
-#include <QWidget>
-
+// Keeps the accounts in vlGetPACHelper and hands back without data. An error is said; then nothing changes.
 class vlAPIGetPAC : public vlAPIBase {
 public:
+    explicit vlAPIGetPAC(decltype(Kind::sendResponse) sendResponse = nullptr);
     // Does nothing, and no answer will come, when the client is too old for such accounts.
-    ClientError doAction(QWidget *window);
-    // Keeps the accounts in vlGetPACHelper, takes down the flag that the user is another, and hands back
-    // without data. An error is said; then nothing changes.
-    void onVelaFeedback(const QString &content);
-    ClientError CheckFeedbackError(const QString &content);
+    ClientError doAction(QWidget *window) override;
 
-private:
-    QPointer<QWidget> m_parentWindow;
+protected:
+    void handle(const PendingRequest &request, const QString &content) override;
+    void handleUnasked(const QString &content) override;
 };

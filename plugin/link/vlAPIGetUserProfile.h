@@ -3,17 +3,13 @@
 
 #include "plugin/link/vlAPIBase.h"
 
-#include <QPointer>
-#include <QWidget>
-
+// Keeps the profile in vlUserProfileHelper (an empty one when the answer is not a dictionary) and hands it
+// back.
 class vlAPIGetUserProfile : public vlAPIBase {
 public:
-    ClientError doAction(QWidget *window);
-    // Keeps the profile in vlUserProfileHelper (an empty one when the answer is not a dictionary) and hands
-    // it back.
-    void onVelaFeedback(const QString &content);
-    ClientError CheckFeedbackError(const QString &content);
+    explicit vlAPIGetUserProfile(decltype(Kind::sendResponse) sendResponse = nullptr);
 
-private:
-    QPointer<QWidget> m_parentWindow;
+protected:
+    void handle(const PendingRequest &request, const QString &content) override;
+    void handleUnasked(const QString &content) override;
 };

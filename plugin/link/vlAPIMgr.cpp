@@ -1,8 +1,8 @@
 #include "plugin/link/vlAPIMgr.h"
 
 #include "plugin/link/channelObserver.h"
+#include "plugin/link/linkPorts.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/requestHandBack.h"
 #include "plugin/link/sharedObject.h"
 #include "plugin/link/vlAPICommitMeeting.h"
 #include "plugin/link/vlAPIDeleteMeeting.h"
@@ -29,12 +29,13 @@ vlAPIMgr &vlAPIMgr::sharedInstance() {
 }
 
 vlAPIMgr::vlAPIMgr()
-    : m_apiGetUserProfile(std::make_unique<vlAPIGetUserProfile>())
-    , m_apiScheduleMeeting(std::make_unique<vlAPICommitMeeting>())
-    , m_apiUpdateMeeting(std::make_unique<vlAPICommitMeeting>())
-    , m_apiGetMeeting(std::make_unique<vlAPIGetMeeting>())
-    , m_apiDeleteMeeting(std::make_unique<vlAPIDeleteMeeting>())
-    , m_apiGetPAC(std::make_unique<vlAPIGetPAC>())
+    : m_apiGetUserProfile(std::make_unique<vlAPIGetUserProfile>(sendResponseToMeetingMgr))
+    , m_apiScheduleMeeting(
+          std::make_unique<vlAPICommitMeeting>(ClientAnswer::Schedule, sendResponseToMeetingMgr))
+    , m_apiUpdateMeeting(std::make_unique<vlAPICommitMeeting>(ClientAnswer::Update, sendResponseToMeetingMgr))
+    , m_apiGetMeeting(std::make_unique<vlAPIGetMeeting>(sendResponseToMeetingMgr))
+    , m_apiDeleteMeeting(std::make_unique<vlAPIDeleteMeeting>(sendResponseToMeetingMgr))
+    , m_apiGetPAC(std::make_unique<vlAPIGetPAC>(sendResponseToMeetingMgr))
     , m_answers(std::make_unique<ChannelObserver>(
           kIPCNotifyVelaClientToOutlookPlugin,
           [this](const platform::TextMap &userInfo) { onMessageResponse(userInfo); })) {}
@@ -84,9 +85,9 @@ void vlAPIMgr::onMessageResponse(const platform::TextMap &userInfo) {
     const QString content = envelopeContent(userInfo);
     switch (actionId) {
     case qint64(ClientAnswer::Schedule):
-        return m_apiScheduleMeeting->onVelaFeedback(qint32(actionId), content);
+        return m_apiScheduleMeeting->onVelaFeedback(content);
     case qint64(ClientAnswer::Update):
-        return m_apiUpdateMeeting->onVelaFeedback(qint32(actionId), content);
+        return m_apiUpdateMeeting->onVelaFeedback(content);
     case qint64(ClientAnswer::Delete):
         return m_apiDeleteMeeting->onVelaFeedback(content);
     case qint64(ClientAnswer::GetMeeting):
@@ -100,6 +101,20 @@ void vlAPIMgr::onMessageResponse(const platform::TextMap &userInfo) {
     }
 }
 
+void vlAPIMgr::exchangeOwners(const Requester &one, const Requester &other) {
+    m_apiScheduleMeeting->exchangeOwners(one, other);
+    m_apiGetMeeting->exchangeOwners(one, other);
+}
+
 void vlAPIMgr::sendResponseToMeetingMgr(QWidget *window, MeetingCommand command, const rt::Value &data) {
-    handBackToMeetingMgr(window, command, data);
+    FinishReceiver *receiver = LinkPorts::instance().finishReceiver;
+    if (!receiver)
+        return;
+    QVariantMap answer;
+    if (rt::isPresent(data))
+        answer.insert(keyVlAPIResponse, data);
+    const QString apptWindowID = window ? receiver->getApptWindowIDByWindow(window) : QString();
+    if (!apptWindowID.isNull())
+        answer.insert(keyApptWindowID, apptWindowID);
+    receiver->onExcuteCommandFinished(qint32(command), answer);
 }

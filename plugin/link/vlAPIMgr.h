@@ -10,6 +10,7 @@
 
 class ChannelObserver;
 class QWidget;
+struct Requester;
 class vlAPICommitMeeting;
 class vlAPIDeleteMeeting;
 class vlAPIGetMeeting;
@@ -41,7 +42,11 @@ public:
 
     // Takes one answer of the client to the request that it is for. Unknown action ids are dropped.
     void onMessageResponse(const platform::TextMap &userInfo);
-    // See handBackToMeetingMgr().
+    // Two appointments have got each other's answers: each takes the other's requests over.
+    void exchangeOwners(const Requester &one, const Requester &other);
+    // Gives the receiver the command with the dictionary {"vlAPIResponse": data, "keyApptWindowID":
+    // identifier of the window's editor}. No data leaves out the first entry; a window that is gone or
+    // belongs to no editor the second.
     static void sendResponseToMeetingMgr(QWidget *window, MeetingCommand command, const rt::Value &data);
 
 private:

@@ -6,6 +6,9 @@
 class vlAPIStartMeeting : public vlAPIBase {
 public:
     static vlAPIStartMeeting &sharedInstance();
+    vlAPIStartMeeting()
+        : vlAPIBase(Kind{}) {}
+    using vlAPIBase::doAction;
     // An error is shown without a window and returned.
     ClientError doAction(bool withVideo);
 };

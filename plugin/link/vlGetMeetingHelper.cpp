@@ -14,7 +14,6 @@ namespace {
 
 // What only the client's own meeting dictionary has.
 const QString keyEnable3rdPartyAudio = QStringLiteral("enable3rdPartyAudio");
-const QString keyOriginalMeetingNumber = QStringLiteral("originalMeetingNumber");
 const QString noMeetingNumber = QStringLiteral("0");
 
 constexpr qint64 personalMeeting = 1; // value of "usePMI"
@@ -59,7 +58,7 @@ bool isPersonal(const QVariantMap &meeting) {
 // A personal meeting goes by its number, which stays the same from meeting to meeting.
 rt::Value keyOf(const QVariantMap &meeting) {
     // Null for what is no text: it could not be stored as a key.
-    const QString number = rt::textValue(meeting.value(keyOriginalMeetingNumber));
+    const QString number = rt::textValue(meeting.value(vl_Meeting_OriginalNumber));
     const bool hasNumber = !number.isNull() && number != noMeetingNumber;
     return isPersonal(meeting) && hasNumber ? rt::Value(number) : meeting.value(vl_MeetingKey);
 }
@@ -71,27 +70,28 @@ vlGetMeetingHelper &vlGetMeetingHelper::sharedInstance() {
 }
 
 void vlGetMeetingHelper::setMeetingData(const QVariantMap &data, bool forPMI) {
-    const bool staysPersonal = forPMI && isPersonal(m_dataMeetingData);
-    const rt::Value remembered = m_dataMeetingData.value(vl_Setting_IsPMI);
-    m_dataMeetingData = data;
+    QVariantMap &held = RequestOwner::atHand()->loadedMeeting.data;
+    const bool staysPersonal = forPMI && isPersonal(held);
+    const rt::Value remembered = held.value(vl_Setting_IsPMI);
+    held = data;
     if (staysPersonal)
-        m_dataMeetingData.insert(vl_Setting_IsPMI, remembered);
+        held.insert(vl_Setting_IsPMI, remembered);
 }
 
 bool vlGetMeetingHelper::hasMeetingInfo() const {
-    return !rt::textValue(m_dataMeetingData.value(vl_MeetingKey)).isEmpty();
+    return !rt::textValue(meetingData().value(vl_MeetingKey)).isEmpty();
 }
 
 QVariantMap vlGetMeetingHelper::getMeetingInfo() const {
-    QVariantMap info{{vl_Outlook_ApptInfo, appointmentOf(m_dataMeetingData)},
-                     {vl_Setting, settingOf(m_dataMeetingData)}};
-    const rt::Value key = keyOf(m_dataMeetingData);
+    QVariantMap info{{vl_Outlook_ApptInfo, appointmentOf(meetingData())},
+                     {vl_Setting, settingOf(meetingData())}};
+    const rt::Value key = keyOf(meetingData());
     if (key.isValid())
         info.insert(vl_MeetingKey, key);
     const QString invitation = getInviteEmail();
     if (!invitation.isEmpty())
         info.insert(vl_ApptInfo_Body, invitation);
-    copyMember(m_dataMeetingData, info, vl_Meeting_JoinUrl);
+    copyMember(meetingData(), info, vl_Meeting_JoinUrl);
     const QString html = getInviteHtmlEmail();
     if (!html.isNull())
         info.insert(vl_API_Para_InviteHtmlEmail, html);
@@ -100,12 +100,12 @@ QVariantMap vlGetMeetingHelper::getMeetingInfo() const {
 
 void vlGetMeetingHelper::setPBMeetingData(const QString &base64) {
     if (!base64.isNull())
-        m_pbMeetingInfo = base64;
+        RequestOwner::atHand()->loadedMeeting.binary = base64;
 }
 
 QString vlGetMeetingHelper::getInviteHtmlEmail() const {
-    return hasPBMeetingData() ? readerOver<CVlGetMeetingProtoParse>(m_pbMeetingInfo).GetInviteHtmlEmail()
-                              : QString();
+    const QString &binary = RequestOwner::atHand()->loadedMeeting.binary;
+    return hasPBMeetingData() ? readerOver<CVlGetMeetingProtoParse>(binary).GetInviteHtmlEmail() : QString();
 }
 
 bool vlGetMeetingHelper::supportHtmlEmail() const {
@@ -113,5 +113,5 @@ bool vlGetMeetingHelper::supportHtmlEmail() const {
 }
 
 QString vlGetMeetingHelper::getInviteEmail() const {
-    return rt::textValue(m_dataMeetingData.value(vl_API_Para_InvitationEmail));
+    return rt::textValue(meetingData().value(vl_API_Para_InvitationEmail));
 }

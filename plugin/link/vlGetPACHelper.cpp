@@ -5,6 +5,7 @@
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/sharedObject.h"
 #include "plugin/link/siteConfiguration.h"
+#include "plugin/link/vlUserProfileHelper.h"
 
 namespace {
 using Accounts = CVlGetPACProtoParse;
@@ -19,13 +20,17 @@ void vlGetPACHelper::setPACInfo(const QString &base64) {
         return;
     m_dataPACInfo = base64;
     // Parsed here, once. What does not parse leaves the last good message in place, for all that is asked.
-    if (hasPACInfo())
-        static_cast<void>(readerOver<Accounts>(m_dataPACInfo));
+    if (hasPACInfo() && readerOver<Accounts>(m_dataPACInfo).isParsed())
+        m_userID = vlUserProfileHelper::sharedInstance().getUID();
     savePACConfigToLocal();
 }
 
 void vlGetPACHelper::savePACConfigToLocal() const {
     siteConfiguration::setMember(vl_LocalProfile_EnablePAC, pacCount() != 0);
+}
+
+bool vlGetPACHelper::isOfPresentUser() const {
+    return hasPACInfo() && (m_userID.isNull() || m_userID == vlUserProfileHelper::sharedInstance().getUID());
 }
 
 int vlGetPACHelper::pacCount() const {

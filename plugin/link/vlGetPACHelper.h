@@ -13,6 +13,9 @@ public:
     // there are accounts.
     void setPACInfo(const QString &base64);
     [[nodiscard]] bool hasPACInfo() const { return !m_dataPACInfo.isEmpty(); }
+    // Whether the accounts in memory are those of the user who is signed in: an answer that cannot be read
+    // leaves those of the user before.
+    [[nodiscard]] bool isOfPresentUser() const;
     [[nodiscard]] int pacCount() const;
     [[nodiscard]] QString pacDialInNumber(int account) const; // one line for each number
     [[nodiscard]] QString pacDialInNumberWithCommaSeparator(int account) const;
@@ -27,4 +30,5 @@ public:
 
 private:
     QString m_dataPACInfo;
+    QString m_userID; // for whom the accounts were read
 };

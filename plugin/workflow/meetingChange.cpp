@@ -35,12 +35,6 @@ struct Sides {
     }
 };
 
-bool isAppointmentChanged(const Sides &appointment) {
-    return appointment.textsDiffer(vl_ApptInfo_Subject) ||
-           appointment.inside(vl_ApptInfo_StartTime).textsDiffer(vl_ApptInfo_CalDate_UTCTime) ||
-           appointment.textsDiffer(vl_ApptInfo_Duration) || appointment.flagsDiffer(vl_ApptInfo_Recurrence);
-}
-
 bool isPasswordChanged(const Sides &settings) {
     if (rt::boolValue(settings.now.value(vl_Setting_RequiredMPW)))
         return settings.contentsDiffer(vl_Setting_MeetingPassword);
@@ -65,8 +59,16 @@ bool areSettingsChanged(const Sides &settings) {
 
 } // namespace
 
+bool isAppointmentChanged(const QVariantMap &apptInfo, const QVariantMap &loadedApptInfo) {
+    const Sides appointment{apptInfo, loadedApptInfo};
+    return appointment.textsDiffer(vl_ApptInfo_Subject) ||
+           appointment.inside(vl_ApptInfo_StartTime).textsDiffer(vl_ApptInfo_CalDate_UTCTime) ||
+           appointment.textsDiffer(vl_ApptInfo_Duration) || appointment.flagsDiffer(vl_ApptInfo_Recurrence);
+}
+
 bool vlMeetingDataMgr::isMeetingChanged(const QVariantMap &request, const QVariantMap &loadedMeeting) const {
     const Sides meeting{request, loadedMeeting};
-    return isAppointmentChanged(meeting.inside(vl_Outlook_ApptInfo)) ||
+    const Sides appointment = meeting.inside(vl_Outlook_ApptInfo);
+    return isAppointmentChanged(appointment.now, appointment.before) ||
            areSettingsChanged(meeting.inside(vl_Setting));
 }

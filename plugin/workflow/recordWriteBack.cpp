@@ -1,7 +1,5 @@
 #include "plugin/workflow/recordWriteBack.h"
 
-#include "platform/runtime/Runtime.h"
-#include "plugin/host/adapters/hostNames.h"
 #include "plugin/host/adapters/vlECMutableCalendarEvent.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/vlGetMeetingHelper.h"
@@ -21,17 +19,6 @@ void fillEmptySubject(const vlECMutableCalendarEvent &record) {
         record.setSummary(subject);
 }
 
-// With several editors open, or a change on the calendar, another appointment may be stored before the one
-// that something is meant for. What does not say which it is counts as meant.
-bool isMeantFor(const QString &appointment, rt::Object *record) {
-    const QString stored = rt::textValue(rt::send(record, rt::Selector(olItem_UUID)));
-    return appointment.isEmpty() || stored.isEmpty() || stored == appointment;
-}
-
-bool isWriteBackFor(rt::Object *record) {
-    return isMeantFor(vlMeetingMgr::sharedInstance().writtenAppointment(), record);
-}
-
 } // namespace
 
 bool needUpdateLocation(rt::Object *record) {
@@ -47,8 +34,6 @@ bool needUpdateLocation(rt::Object *record) {
 }
 
 void updateVlKeyInfoToAppointment(rt::Object *record) {
-    if (!isWriteBackFor(record))
-        return;
     vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
     const vlECMutableCalendarEvent adapter(record);
     if (!manager.getOLNewLocation().isNull() && needUpdateLocation(record))
@@ -59,20 +44,17 @@ void updateVlKeyInfoToAppointment(rt::Object *record) {
 
 void updateVlKeyInfoToAppointmentForPAC(rt::Object *record) {
     const vlPACMeetingMgr &conferences = vlPACMeetingMgr::sharedInstance();
-    if (conferences.isAwaited() || !isMeantFor(conferences.appointment(), record))
+    if (!MeetingContext::atHand().isPACApplied) // an alert has said so, or the client has not answered yet
         return cleanVlKeyInfoFromAppointment(record);
     const vlECMutableCalendarEvent adapter(record);
     const QString location = adapter.location();
     const QString newLocation = conferences.getNewLocationForPAC(location);
     if (!newLocation.isNull() && newLocation != location)
         adapter.setLocation(newLocation);
-    if (isWriteBackFor(record))
-        vlMeetingMgr::sharedInstance().cleanVlInfoForUpdApptInfo();
+    vlMeetingMgr::sharedInstance().cleanVlInfoForUpdApptInfo();
 }
 
 void cleanVlKeyInfoFromAppointment(rt::Object *record) {
-    if (!isWriteBackFor(record))
-        return;
     vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
     if (manager.needClearLocation())
         vlECMutableCalendarEvent(record).setLocation(QStringLiteral(""));

@@ -3,8 +3,9 @@
 
 #include "platform/runtime/Object.h"
 
-// `record` is the host's editable record; anything else is left alone. The host calls one of the first three
-// for every record that it stores; the one that the current write-back is meant for ends it.
+// `record` is the host's editable record; anything else is left alone. One of the first three is called for
+// every record that the host stores, with the context of its appointment at hand. It uses the pending
+// write-back up.
 
 // For a record of a meeting.
 void updateVlKeyInfoToAppointment(rt::Object *record);

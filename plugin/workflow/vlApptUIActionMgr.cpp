@@ -15,7 +15,7 @@ constexpr qint64 secondAccount = 2;
 
 HostAction hostActionOf(const QVariantMap &action) {
     const qint64 code = rt::integerValue(action.value(keyApptViewActionID));
-    const bool known = code >= qint64(HostAction::None) && code <= qint64(HostAction::CalendarDrag);
+    const bool known = code >= qint64(HostAction::None) && code <= qint64(HostAction::ActionCalendarDrag);
     return known ? HostAction(code) : HostAction::None;
 }
 
@@ -46,6 +46,7 @@ int vlApptUIActionMgr::handleVLMeeting(rt::Object *editor, const QVariantMap &ac
     EditorStrip *strip = vlMeetingWindows::stripOfEditor(editor);
     if (!strip)
         return hostMayProceed;
+    const ContextScope scope(strip);
     if (!action.isEmpty())
         strip->setOLUIAction(hostActionOf(action));
     const std::optional<MeetingCommand> command = commandFor(strip->getVlDataStatus());
@@ -53,6 +54,7 @@ int vlApptUIActionMgr::handleVLMeeting(rt::Object *editor, const QVariantMap &ac
         strip->setActionToSuccess();
         return hostMayProceed;
     }
+    MeetingContext::atHand().isOperationHeld = true; // until the work has ended, or was denied
     const int error = vlMeetingMgr::sharedInstance().sendVlMeetingCommand(*command, editor);
     if (error) // without a client the cancellation would else go out while the meeting stays
         return error == hostMayProceed ? notStarted : error;

@@ -1,7 +1,6 @@
 #include "plugin/workflow/vlCalendarActionMgr.h"
 
 #include "platform/runtime/Runtime.h"
-#include "platform/toolkit/Windows.h"
 #include "plugin/host/adapters/hostNames.h"
 #include "plugin/host/adapters/vlCCGridViewController.h"
 #include "plugin/host/adapters/vlECCalendarEvent.h"
@@ -10,15 +9,15 @@
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/sharedObject.h"
 #include "plugin/util/vlOLUtils.h"
+#include "plugin/workflow/CalendarChanges.h"
 #include "plugin/workflow/storedRecord.h"
-#include "plugin/workflow/vlMeetingMgr.h"
+#include "plugin/workflow/vlMeetingWindows.h"
 
 #include <algorithm>
 #include <limits>
 
 namespace {
 
-const QString mainWindowControllerClass = QStringLiteral("ERageMainWindowController");
 constexpr double secondsPerMinute = 60.0;
 
 // Whole minutes, both conversions toward zero; seconds beyond 32 bits count as the nearest limit.
@@ -96,13 +95,9 @@ int vlCalendarActionMgr::updateAppointmentOnCalendar(const QVariantMap &snapshot
         request.insert(keyEventOwnerWindow, rt::fromWidget(ownWindow));
         request.insert(keyApptWindowID, rt::identifier(ownWindow));
     }
-    return vlMeetingMgr::sharedInstance().sendVlMeetingCommand(command, request);
+    return CalendarChanges::sharedInstance().send(command, request);
 }
 
 QWidget *vlCalendarActionMgr::mainWindow() const {
-    const QList<QWidget *> windows = platform::orderedWindows();
-    const auto main = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) {
-        return vlOLUtils::kindofClass(platform::windowController(window), mainWindowControllerClass);
-    });
-    return main == windows.end() ? nullptr : *main;
+    return vlMeetingWindows::mainWindow();
 }

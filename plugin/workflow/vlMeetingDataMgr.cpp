@@ -42,23 +42,23 @@ vlMeetingDataMgr &vlMeetingDataMgr::sharedInstance() {
 }
 
 void vlMeetingDataMgr::setMeetingKey(const QString &key) {
-    replaceUnlessNull(m_meetingKey, key);
+    replaceUnlessNull(at().meetingKey, key);
 }
 
 void vlMeetingDataMgr::setEncodeMailBody(const QString &digest) {
-    replaceUnlessNull(m_encodeMailBody, digest);
+    replaceUnlessNull(at().encodeMailBody, digest);
 }
 
 void vlMeetingDataMgr::setScheduleForEmail(const QString &email) {
-    replaceUnlessNull(m_scheduleForEmail, email);
+    replaceUnlessNull(at().scheduleForEmail, email);
 }
 
 void vlMeetingDataMgr::clearSavedMeetingData() {
-    m_meetingKey = QStringLiteral("");
-    m_encodeMailBody = QStringLiteral("");
-    m_scheduleForEmail = QStringLiteral("");
-    m_pacAccountNo = noAccount;
-    m_savedApptInfo.clear();
+    at().meetingKey = QStringLiteral("");
+    at().encodeMailBody = QStringLiteral("");
+    at().scheduleForEmail = QStringLiteral("");
+    at().pacAccountNo = noAccount;
+    at().savedApptInfo.clear();
 }
 
 QVariantMap vlMeetingDataMgr::getVlSchMeetingData(rt::Object *editor) const {
@@ -69,7 +69,7 @@ QVariantMap vlMeetingDataMgr::getVlSchMeetingData(rt::Object *editor) const {
     const EditorStrip *strip = vlMeetingWindows::stripOfEditor(editor);
     request.insert(vl_Setting, getVlSettingsData(vlMeetingWindows::getOLAppointmentWindowID(strip)));
     if (isVelaMeeting())
-        request.insert(vl_MeetingKey, m_meetingKey);
+        request.insert(vl_MeetingKey, at().meetingKey);
     return request;
 }
 
@@ -107,6 +107,6 @@ QString vlMeetingDataMgr::getVlDataForOLProperty(const QVariantMap &info) const 
 }
 
 QString vlMeetingDataMgr::getOldJoinUrl() const {
-    const QString text = rt::textValue(m_savedApptInfo.value(vl_ApptInfo_VlOIProperty));
+    const QString text = rt::textValue(at().savedApptInfo.value(vl_ApptInfo_VlOIProperty));
     return rt::textValue(storedRecord(text).value(vl_Meeting_JoinUrl));
 }

@@ -2,36 +2,36 @@
 #pragma once
 
 #include "platform/runtime/Object.h"
+#include "plugin/workflow/MeetingContext.h"
 
 #include <QString>
 #include <QVariantMap>
 
-// One appointment at a time: an editor that opens or a change on the calendar takes the place of what was
-// there. Main thread only.
+// The operations on what the context at hand holds. Main thread only.
 class vlMeetingDataMgr {
 public:
-    static constexpr qint64 noAccount = 0;
+    static constexpr qint64 noAccount = MeetingContext::noAccount;
 
     static vlMeetingDataMgr &sharedInstance();
 
     // A null text leaves the old value in place; only clearSavedMeetingData() empties them.
     void setMeetingKey(const QString &key);
-    [[nodiscard]] const QString &meetingKey() const { return m_meetingKey; } // empty or null: no meeting
+    [[nodiscard]] const QString &meetingKey() const { return at().meetingKey; } // empty or null: no meeting
     // The digest of the invitation that was last written into the body.
     void setEncodeMailBody(const QString &digest);
-    [[nodiscard]] const QString &encodeMailBody() const { return m_encodeMailBody; }
+    [[nodiscard]] const QString &encodeMailBody() const { return at().encodeMailBody; }
     // Empty or null: the meeting is for the user.
     void setScheduleForEmail(const QString &email);
-    [[nodiscard]] const QString &scheduleForEmail() const { return m_scheduleForEmail; }
+    [[nodiscard]] const QString &scheduleForEmail() const { return at().scheduleForEmail; }
     // The appointment's snapshot as it was when the work began; an empty one empties it.
-    void setSavedApptInfo(const QVariantMap &snapshot) { m_savedApptInfo = snapshot; }
-    [[nodiscard]] const QVariantMap &getSavedApptInfo() const { return m_savedApptInfo; }
+    void setSavedApptInfo(const QVariantMap &snapshot) { at().savedApptInfo = snapshot; }
+    [[nodiscard]] const QVariantMap &getSavedApptInfo() const { return at().savedApptInfo; }
     // The chosen audio-conference account: 1 or 2, or noAccount.
-    void setPACAccountNo(qint64 account) { m_pacAccountNo = account; }
-    [[nodiscard]] qint64 pacAccountNo() const { return m_pacAccountNo; }
+    void setPACAccountNo(qint64 account) { at().pacAccountNo = account; }
+    [[nodiscard]] qint64 pacAccountNo() const { return at().pacAccountNo; }
 
-    [[nodiscard]] bool isVelaMeeting() const { return !m_meetingKey.isEmpty(); }
-    [[nodiscard]] bool isPACMeeting() const { return m_pacAccountNo != noAccount; }
+    [[nodiscard]] bool isVelaMeeting() const { return !at().meetingKey.isEmpty(); }
+    [[nodiscard]] bool isPACMeeting() const { return at().pacAccountNo != noAccount; }
     void clearSavedMeetingData();
 
     // The core of a meeting request: {"apptInfo", "setting", "meetingKey"}, the first and last where there is
@@ -50,9 +50,8 @@ public:
     [[nodiscard]] QString getOldJoinUrl() const;
 
 private:
-    QString m_meetingKey;
-    QVariantMap m_savedApptInfo;
-    QString m_encodeMailBody;
-    QString m_scheduleForEmail;
-    qint64 m_pacAccountNo = noAccount;
+    [[nodiscard]] static MeetingContext &at() { return MeetingContext::atHand(); }
 };
+
+// Whether an appointment differs from the client's in what makes an update necessary.
+[[nodiscard]] bool isAppointmentChanged(const QVariantMap &apptInfo, const QVariantMap &loadedApptInfo);

@@ -5,7 +5,7 @@
 
 #include <QtGlobal>
 
-// What an answer that arrives now leads to. One state serves all editors.
+// What the next answer for an appointment leads to.
 enum class WorkflowState : qint64 {
     StateIdle = 0,
     StateAdd = 1,             // a meeting is being added: profile, then settings sheet

@@ -1,13 +1,19 @@
 #include "plugin/workflow/vlMeetingWindows.h"
 
+#include "platform/toolkit/Windows.h"
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
-#include "plugin/workflow/vlCalendarActionMgr.h"
+#include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/workflowPorts.h"
 
 #include <QWidget>
+#include <algorithm>
+
+namespace {
+const QString mainWindowControllerClass = QStringLiteral("ERageMainWindowController");
+}
 
 QWidget *vlMeetingWindows::getPluginParentWindow(const EditorStrip *strip) {
-    return strip ? windowOfEditor(editorOf(strip)) : vlCalendarActionMgr::sharedInstance().mainWindow();
+    return strip ? windowOfEditor(editorOf(strip)) : mainWindow();
 }
 
 QString vlMeetingWindows::getOLAppointmentWindowID(const EditorStrip *strip) {
@@ -40,3 +46,14 @@ QWidget *vlMeetingWindows::windowOfEditor(rt::Object *editor) {
     const QWidget *view = vlERCalendarEventEditorViewController(editor).view();
     return view ? view->window() : nullptr;
 }
+
+QWidget *vlMeetingWindows::mainWindow() {
+    const QList<QWidget *> windows = platform::orderedWindows();
+    const auto main = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) {
+        return vlOLUtils::kindofClass(platform::windowController(window), mainWindowControllerClass);
+    });
+    return main == windows.end() ? nullptr : *main;
+}
+
+ContextScope::ContextScope(const EditorStrip *strip)
+    : m_scope(strip ? strip->context() : RequestOwner::atHand()) {}

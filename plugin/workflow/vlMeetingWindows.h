@@ -1,7 +1,8 @@
-// Which window, editor and strip belong together.
+// Which window, editor, strip and context belong together.
 #pragma once
 
 #include "platform/runtime/Object.h"
+#include "plugin/workflow/MeetingContext.h"
 
 #include <QString>
 
@@ -22,4 +23,18 @@ public:
     [[nodiscard]] static EditorStrip *stripOfWindowID(const QString &apptWindowID);
     [[nodiscard]] static rt::Object *editorOf(const EditorStrip *strip);
     [[nodiscard]] static QWidget *windowOfEditor(rt::Object *editor);
+    [[nodiscard]] static QWidget *mainWindow();
+};
+
+// Brings an editor's context to hand for as long as it lives. Without a strip, what is at hand stays there.
+class ContextScope {
+public:
+    explicit ContextScope(const EditorStrip *strip);
+    explicit ContextScope(rt::Object *editor)
+        : ContextScope(vlMeetingWindows::stripOfEditor(editor)) {}
+    explicit ContextScope(const QString &apptWindowID)
+        : ContextScope(vlMeetingWindows::stripOfWindowID(apptWindowID)) {}
+
+private:
+    RequestOwner::Scope m_scope;
 };

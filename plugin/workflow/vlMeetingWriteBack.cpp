@@ -24,7 +24,7 @@ vlECCalendarEvent *eventOf(const vlERCalendarEventEditorViewController &editor) 
 }
 
 void fillEmptySubject(const vlECCalendarEvent &event, const QVariantMap &info) {
-    // With what is typed and not saved yet: a subject of the person's own is never touched, the client's is
+    // With what is typed and not saved yet: a subject of the user's own is never touched, the client's is
     // cut short.
     const QString own = rt::textValue(event.getOneMergedItem(olItem_summary));
     if (!vlOLUtils::trimAllSpace(own).isEmpty())
@@ -40,6 +40,12 @@ void setLocationEverywhere(const vlERCalendarEventEditorViewController &editor, 
     editor.updateLocationFieldFromUI(location);
 }
 
+// Of the appointment at hand, begun where there is none.
+PendingWriteBack &writeBack() {
+    std::optional<PendingWriteBack> &pending = MeetingContext::atHand().pendingWriteBack;
+    return pending ? *pending : pending.emplace();
+}
+
 void removeJoinURLs(QString &text, const QString &oldURL, const QString &newURL) {
     // One may be the beginning of the other: the longer one goes first, so that no end of it stays.
     const bool oldFirst = oldURL.isEmpty() || oldURL.contains(newURL);
@@ -48,6 +54,14 @@ void removeJoinURLs(QString &text, const QString &oldURL, const QString &newURL)
 }
 
 } // namespace
+
+PendingWriteBack vlMeetingMgr::pending() {
+    return MeetingContext::atHand().pendingWriteBack.value_or(PendingWriteBack());
+}
+
+void vlMeetingMgr::setOLNewBody(const QString &html) {
+    writeBack().olNewBody = html;
+}
 
 QString vlMeetingMgr::getEncodeMail() const {
     const vlGetMeetingHelper &meeting = vlGetMeetingHelper::sharedInstance();
@@ -82,31 +96,31 @@ void vlMeetingMgr::updateVlKeyInfoToAppointment(rt::Object *editor, const QVaria
     writeLocation(adapter, formerURL, rt::textValue(info.value(vl_Meeting_JoinUrl)));
     const QString urlInRecord = store.getOldJoinUrl();
     if (!urlInRecord.isNull())
-        m_joinURLFromProperty = urlInRecord;
+        writeBack().joinURLFromProperty = urlInRecord;
 }
 
 void vlMeetingMgr::writeLocation(const vlERCalendarEventEditorViewController &editor,
                                  const QString &formerURL, const QString &joinURL) {
     const QString userText = getOLUserInputLocation(editor, oldJoinURL(editor, formerURL), joinURL);
-    m_joinURL = joinURL;
-    m_writtenAppointment = rt::textValue(editor.ecCalendarEvent()->UUID());
+    PendingWriteBack &pending = writeBack();
+    pending.joinURL = joinURL;
     const QString meetingPart = getVlLocation(*editor.ecCalendarEvent());
     if (meetingPart.isNull())
         return;
-    m_vlLocation = meetingPart;
-    m_olNewLocation = userText.isEmpty() ? meetingPart : userText + u' ' + meetingPart;
-    setLocationEverywhere(editor, m_olNewLocation);
+    pending.vlLocation = meetingPart;
+    pending.olNewLocation = userText.isEmpty() ? meetingPart : userText + u' ' + meetingPart;
+    setLocationEverywhere(editor, QString(pending.olNewLocation));
 }
 
 // The field shows what was written last, the host's own location what the record tells of. Either may be
-// forgotten once the appointment was stored, or be another's: then it is the one in the record that is about
-// to be replaced.
+// forgotten once the appointment was stored: then it is the one in the record that is about to be replaced.
 QString vlMeetingMgr::oldJoinURL(const vlERCalendarEventEditorViewController &editor,
                                  const QString &formerURL) const {
     const QString urlInRecord = vlMeetingDataMgr::sharedInstance().getOldJoinUrl();
     const bool hasField = !editor.getLocationFromUI().isNull();
-    const QString &preferred = hasField ? m_joinURL : urlInRecord;
-    const QString &known = preferred.isEmpty() ? (hasField ? urlInRecord : m_joinURL) : preferred;
+    const QString justWritten = getJoinURL();
+    const QString &preferred = hasField ? justWritten : urlInRecord;
+    const QString &known = preferred.isEmpty() ? (hasField ? urlInRecord : justWritten) : preferred;
     const QString shown = hasField ? editor.getLocationFromUI() : editor.ecCalendarEvent()->location();
     // One may be the beginning of the other: the longer one that is shown is the one to take out.
     const qsizetype shownLength = shown.contains(known) ? known.size() : 0;
@@ -130,10 +144,11 @@ QString vlMeetingMgr::getOLUserInputLocation(const vlERCalendarEventEditorViewCo
 }
 
 QString vlMeetingMgr::getVlLocation(const vlECCalendarEvent &event) const {
-    if (!event.isValidConnection() || m_joinURL.isNull())
+    const QString joinURL = getJoinURL();
+    if (!event.isValidConnection() || joinURL.isNull())
         return {};
     const QStringList rooms = roomNames(event.getVlMeetingData());
-    return rooms.isEmpty() ? m_joinURL : m_joinURL + u' ' + rooms.join(QStringLiteral("; "));
+    return rooms.isEmpty() ? joinURL : joinURL + u' ' + rooms.join(QStringLiteral("; "));
 }
 
 void vlMeetingMgr::updateVlMeetingInfoToAppointmentForDelete(rt::Object *editor, const QVariantMap &answer) {
@@ -145,17 +160,6 @@ void vlMeetingMgr::updateVlMeetingInfoToAppointmentForDelete(rt::Object *editor,
     vlEmailBodyMgr::sharedInstance().updateMailBody(
         editor, rt::textValue(answer.value(vl_API_Para_InvitationEmail)), isDelete, isHTML);
     adapter.saveVlDataToOLProperty(QStringLiteral(""));
-    m_writtenAppointment = rt::textValue(adapter.ecCalendarEvent()->UUID());
-    m_bNeedClearLocation = true;
+    writeBack().needClearLocation = true;
     setLocationEverywhere(adapter, QStringLiteral(""));
-}
-
-void vlMeetingMgr::cleanVlInfoForUpdApptInfo() {
-    m_writtenAppointment = QString();
-    m_bNeedClearLocation = false;
-    m_joinURL = QString();
-    m_olNewLocation = QString();
-    m_vlLocation = QString();
-    m_olNewBody = QString();
-    m_joinURLFromProperty = QString();
 }

@@ -11,15 +11,14 @@
 #include "plugin/link/vlUserProfileHelper.h"
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
-#include "plugin/workflow/vlMeetingMgr.h"
 #include "plugin/workflow/vlMeetingWindows.h"
 #include "plugin/workflow/workflowPorts.h"
 
 namespace {
 
+const QString keyUnreadableAnswer = QStringLiteral("SystemError");
 const QString keyAccountNotUsable = QStringLiteral("WarnMsg_PACIsDisabled");
 constexpr QChar numberSeparator = u',';
-constexpr qint64 noAccount = 0;
 
 qint64 chosenAccount() {
     return vlMeetingDataMgr::sharedInstance().pacAccountNo();
@@ -55,10 +54,8 @@ vlPACMeetingMgr &vlPACMeetingMgr::sharedInstance() {
 
 int vlPACMeetingMgr::addPACMeeting(EditorStrip *strip, qint64 account) {
     vlMeetingDataMgr::sharedInstance().setPACAccountNo(account);
-    // From now on: another appointment may be stored before the client has answered.
-    const vlERCalendarEventEditorViewController editor(vlMeetingWindows::editorOf(strip));
-    m_appointment = rt::textValue(editor.ecCalendarEvent()->UUID());
-    m_isAwaited = true;
+    MeetingContext::atHand().isPACApplied = false;
+    MeetingContext::atHand().usesProfile = true;
     if (vlUserProfileHelper::sharedInstance().hasUserProfile())
         executeGetPAC(strip);
     else
@@ -67,7 +64,7 @@ int vlPACMeetingMgr::addPACMeeting(EditorStrip *strip, qint64 account) {
 }
 
 bool vlPACMeetingMgr::knowsTheUsersAccounts() {
-    return vlGetPACHelper::sharedInstance().hasPACInfo() &&
+    return vlGetPACHelper::sharedInstance().isOfPresentUser() &&
            !vlUserProfileHelper::sharedInstance().isAccountChanged();
 }
 
@@ -76,6 +73,7 @@ void vlPACMeetingMgr::executeGetPAC(EditorStrip *strip) {
         schedulePACMeeting(strip);
         return;
     }
+    vlUserProfileHelper::sharedInstance().setAccountChangedFlag(false);
     vlAPIMgr::sharedInstance().getPAC(vlMeetingWindows::getPluginParentWindow(strip),
                                       {{vl_API_Call_Para_ShowCommunicationDlg, true}});
 }
@@ -85,22 +83,16 @@ int vlPACMeetingMgr::schedulePACMeeting(EditorStrip *strip) {
         return 0;
     const vlGetPACHelper &accounts = vlGetPACHelper::sharedInstance();
     const int account = int(chosenAccount());
-    if (account == noAccount) // forgotten while the client was asked: another editor was closed
-        return 0;
     const bool isHTML = accounts.supportHtmlInvitationMail(account);
     const QString text = isHTML ? accounts.htmlInvitationMail(account) : accounts.invitationMail(account);
     if (!text.isEmpty()) {
         const rt::Weak<> editor(strip->editorViewController());
-        const vlERCalendarEventEditorViewController adapter(editor.get());
-        if (m_appointment == rt::textValue(adapter.ecCalendarEvent()->UUID()))
-            m_isAwaited = false;
+        MeetingContext::atHand().isPACApplied = true;
         vlEmailBodyMgr::sharedInstance().updateMailBodyForPAC(editor.get(), text, isHTML);
         updateLocation(editor.get());
         return 0;
     }
-    // Nothing was put in: the next save is not to write this account's numbers into the location.
-    vlMeetingDataMgr::sharedInstance().setPACAccountNo(noAccount);
-    m_isAwaited = false;
+    // The account stays chosen but is not applied: no later save writes its numbers into the location.
     if (WorkflowAlerts *alerts = WorkflowPorts::instance().alerts)
         alerts->showAlertMessage(vlMeetingWindows::getPluginParentWindow(strip),
                                  vlLocalizedString(keyAccountNotUsable));
@@ -109,8 +101,15 @@ int vlPACMeetingMgr::schedulePACMeeting(EditorStrip *strip) {
 }
 
 int vlPACMeetingMgr::onGetPACActionFinished(const QVariantMap &data) {
-    if (vlMeetingMgr::sharedInstance().state() == WorkflowState::StateAudioConference)
-        schedulePACMeeting(vlMeetingWindows::stripOfWindowID(rt::textValue(data.value(keyApptWindowID))));
+    EditorStrip *strip = vlMeetingWindows::stripOfWindowID(rt::textValue(data.value(keyApptWindowID)));
+    if (MeetingContext::atHand().state() != WorkflowState::StateAudioConference)
+        return 0;
+    if (knowsTheUsersAccounts())
+        return schedulePACMeeting(strip);
+    // The answer could not be read: the accounts in memory are another user's, or none.
+    if (WorkflowAlerts *alerts = WorkflowPorts::instance().alerts)
+        alerts->showAlertMessage(vlMeetingWindows::getPluginParentWindow(strip),
+                                 vlLocalizedString(keyUnreadableAnswer));
     return 0;
 }
 

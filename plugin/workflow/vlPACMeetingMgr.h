@@ -8,8 +8,8 @@
 
 class EditorStrip;
 
-// Accounts are numbered from 1. The chosen one is kept with the meeting data until that is cleared. Main
-// thread only.
+// Accounts are numbered from 1. The chosen one is kept with the meeting data of its appointment until that is
+// cleared. Main thread only.
 class vlPACMeetingMgr {
 public:
     static vlPACMeetingMgr &sharedInstance();
@@ -20,8 +20,7 @@ public:
     void executeGetPAC(EditorStrip *strip);
     // Whether the accounts in memory are those of the user who is signed in.
     [[nodiscard]] static bool knowsTheUsersAccounts();
-    // Writes the chosen account into body and location; an alert when it has no invitation. Nothing when none
-    // is chosen any more. Always 0.
+    // Writes the chosen account into body and location; an alert when it has no invitation. Always 0.
     int schedulePACMeeting(EditorStrip *strip);
     // The accounts were answered. Writes nothing unless an audio conference is being added.
     int onGetPACActionFinished(const QVariantMap &data);
@@ -34,12 +33,4 @@ public:
     void updateLocation(rt::Object *editor);
     // The location without the numbers and ids of all accounts; null for a null or empty one.
     [[nodiscard]] QString getOLUserInputString(const QString &location) const;
-    // The identifier of the appointment that the chosen account is for; null for any.
-    [[nodiscard]] const QString &appointment() const { return m_appointment; }
-    // Chosen, but not in body and location yet: profile or accounts are asked for, or could not be had.
-    [[nodiscard]] bool isAwaited() const { return m_isAwaited; }
-
-private:
-    QString m_appointment;
-    bool m_isAwaited = false;
 };

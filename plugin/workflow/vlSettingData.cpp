@@ -11,25 +11,7 @@
 
 namespace {
 
-rt::Value stored(const QString &key) {
-    return platform::services().userDefaults->value(key);
-}
-
-QString storedText(const QString &key) {
-    const QString text = rt::textValue(stored(key));
-    return text.isNull() ? QStringLiteral("") : text;
-}
-
 int openWrites = 0;
-
-void store(const QString &key, const rt::Value &value) {
-    const vlSettingData::OneWrite write;
-    platform::services().userDefaults->setValue(key, value);
-}
-
-void storeText(const QString &key, const QString &text) {
-    store(key, text.isNull() ? rt::Value() : rt::Value(text));
-}
 
 int audioOptionOf(const QVariantMap &settings) {
     return int(rt::integerValue(settings.value(vl_Setting_AudioOption)));
@@ -49,6 +31,27 @@ vlSettingData::OneWrite::OneWrite() {
 vlSettingData::OneWrite::~OneWrite() {
     if (--openWrites == 0)
         platform::services().userDefaults->synchronize();
+}
+
+// A sheet shows its own values, also after another editor's sheet has written the defaults.
+rt::Value vlSettingData::stored(const QString &key) const {
+    const auto own = m_values.constFind(key);
+    return own == m_values.constEnd() ? platform::services().userDefaults->value(key) : *own;
+}
+
+QString vlSettingData::storedText(const QString &key) const {
+    const QString text = rt::textValue(stored(key));
+    return text.isNull() ? QStringLiteral("") : text;
+}
+
+void vlSettingData::store(const QString &key, const rt::Value &value) {
+    const OneWrite write;
+    m_values.insert(key, value);
+    platform::services().userDefaults->setValue(key, value);
+}
+
+void vlSettingData::storeText(const QString &key, const QString &text) {
+    store(key, text.isNull() ? rt::Value() : rt::Value(text));
 }
 
 bool vlSettingData::hostvideoOn() const {

@@ -4,9 +4,9 @@
 #include <QString>
 #include <QVariantMap>
 
-// The values live in the user's defaults, written at every set (once when several are set together): they
-// outlive the process, and all objects of this class share them. Without a value a getter answers false, 0 or
-// "". Main thread only.
+// The values are written into the user's defaults at every set (once when several are set together), so that
+// they outlive the process. An object answers what it has set, and for the rest what the defaults say;
+// without a value false, 0 or "". Main thread only.
 class vlSettingData {
 public:
     // "audioOption".
@@ -66,6 +66,12 @@ public:
     [[nodiscard]] static QString getFormatRoomMeetingId(const QString &number);
 
 private:
+    [[nodiscard]] QVariant stored(const QString &key) const;
+    [[nodiscard]] QString storedText(const QString &key) const;
+    void store(const QString &key, const QVariant &value);
+    void storeText(const QString &key, const QString &text);
     void setFixedDefaults();
     void takeSavedSettings(const QVariantMap &saved);
+
+    QVariantMap m_values; // what was set
 };

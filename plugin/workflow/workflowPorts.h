@@ -6,7 +6,9 @@
 #include <QRectF>
 #include <QString>
 #include <QVariantMap>
+#include <memory>
 
+struct MeetingContext;
 class QWidget;
 
 // What a strip shows. The numbers are part of the contract with the strip's table of states.
@@ -22,11 +24,11 @@ enum class DataStatus : qint32 {
 // The host operation that waits for the meeting work to end.
 enum class HostAction : quint32 {
     None = 0,
-    Save = 1,
-    SaveAndClose = 2,
-    Send = 3,
-    SaveAndCloseWithError = 4,
-    CalendarDrag = 5
+    ActionSave = 1,
+    ActionSaveAndClose = 2,
+    ActionSend = 3,
+    ActionSaveAndCloseWithError = 4,
+    ActionCalendarDrag = 5
 };
 
 // Where a new strip lies until its header is drawn for the first time: points, origin at the bottom left of
@@ -38,6 +40,8 @@ inline constexpr QRectF g_vlAdditionViewFrame_OL2016{870, 13, 400, 70};
 class EditorStrip {
 public:
     virtual ~EditorStrip() = default;
+    // What is known of the editor's appointment; never nullptr.
+    [[nodiscard]] virtual const std::shared_ptr<MeetingContext> &context() const = 0;
     // The identifier of the window that the strip is in; a null text when it is in none.
     [[nodiscard]] virtual QString getAppointmentWindowID() const = 0;
     // Host objects, not owned, nullptr when not known.

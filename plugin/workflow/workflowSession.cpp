@@ -1,6 +1,7 @@
 #include "plugin/workflow/workflowSession.h"
 
 #include "plugin/link/sharedObject.h"
+#include "plugin/workflow/CalendarChanges.h"
 #include "plugin/workflow/vlApptUIActionMgr.h"
 #include "plugin/workflow/vlCalendarActionMgr.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
@@ -8,6 +9,8 @@
 #include "plugin/workflow/vlPACMeetingMgr.h"
 
 void startWorkflowAfresh() {
+    RequestOwner::setNobody(MeetingContext::make());
+    SharedObject<CalendarChanges>::renew();
     SharedObject<vlMeetingMgr>::renew();
     SharedObject<vlMeetingDataMgr>::renew();
     SharedObject<vlPACMeetingMgr>::renew();

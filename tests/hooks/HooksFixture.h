@@ -4,6 +4,7 @@
 #include "platform/services/TestServices.h"
 #include "plugin/hooks/hookTable.h"
 #include "plugin/hooks/loadSteps.h"
+#include "plugin/workflow/MeetingContext.h"
 #include "plugin/workflow/workflowPorts.h"
 #include "tests/hooks/HookedHost.h"
 
@@ -24,6 +25,7 @@ public:
     DataStatus status = DataStatus::NothingToDo;
     QStringList asked;
     std::function<void()> whenAsked;
+    [[nodiscard]] const std::shared_ptr<MeetingContext> &context() const override { return m_context; }
     [[nodiscard]] QString getAppointmentWindowID() const override { return QStringLiteral("w"); }
     [[nodiscard]] rt::Object *editorWindowController() const override { return nullptr; }
     [[nodiscard]] rt::Object *editorViewController() const override { return nullptr; }
@@ -47,6 +49,9 @@ public:
     }
     void autoRemoveVelaMeeting() override {}
     bool result = false;
+
+private:
+    std::shared_ptr<MeetingContext> m_context = MeetingContext::make();
 };
 
 class FakeStrips : public EditorStrips {

@@ -257,7 +257,9 @@ TEST_F(HooksTest, ARecordIsBroughtUpToDateBeforeTheHostStoresIt) {
          {std::pair{meeting, QStringList{"ECMutableCalendarEvent setLocation:(1)", stored}},
           {QString(), QStringList{stored}}}) {
         record.capabilities = capabilities;
-        manager.setOLNewLocation(QStringLiteral("Room https://join"));
+        PendingWriteBack pending;
+        pending.olNewLocation = QStringLiteral("Room https://join");
+        MeetingContext::atHand().pendingWriteBack = pending;
         calls().clear();
         rt::send(&record, "saveRecord");
         EXPECT_EQ(calls(), expected);

@@ -15,12 +15,8 @@ namespace {
 // Stands for the workflow.
 class Holder : public BodyEditorHolder {
 public:
-    vlOLWordMailEditor *bodyEditorOf(const rt::Object *) const override { return editor.get(); }
+    vlOLWordMailEditor *bodyEditorOf(rt::Object *) const override { return editor.get(); }
     void setOLNewBody(const QString &html) override { written = html; }
-    QString getMailBodyWithVelaContentFor1520(const QString &body, const QString &invitation,
-                                              bool isHTML) const override {
-        return vlEmailBodyMgr::sharedInstance().getMailBodyContentWithVela(body, invitation, isHTML);
-    }
     QString encodeMailBody() const override { return digest; }
 
     std::unique_ptr<vlOLWordMailEditor> editor;

@@ -135,6 +135,7 @@ TEST_F(Commit, TheWorkflowLearnsForWhomItSchedulesEvenForNobody) {
 }
 
 TEST_F(Commit, AnAnswerIsAKeyAndAllThatFollowsTheFirstSemicolon) {
+    vlAPIMgr &manager = vlAPIMgr::sharedInstance();
     struct Case {
         const char *content, *key, *invitation;
     };
@@ -145,6 +146,8 @@ TEST_F(Commit, AnAnswerIsAKeyAndAllThatFollowsTheFirstSemicolon) {
         for (const ClientAnswer answer : {ClientAnswer::Schedule, ClientAnswer::Update}) {
             SCOPED_TRACE(c.content);
             receiver.finished.clear();
+            answer == ClientAnswer::Update ? manager.updateMeeting(window.get(), {})
+                                           : manager.scheduleMeeting(window.get(), {});
             clientAnswers(answer, c.content);
             ASSERT_EQ(receiver.finished.size(), 1);
             EXPECT_EQ(receiver.finished[0].command, answer == ClientAnswer::Update
@@ -158,15 +161,16 @@ TEST_F(Commit, AnAnswerIsAKeyAndAllThatFollowsTheFirstSemicolon) {
 }
 
 TEST_F(Commit, TheClientsOwnWordsOfAFailureAreShownWhole) {
-    vlAPIMgr::sharedInstance().scheduleMeeting(window.get(), {});
     for (const char *content : {"0;Error 42", "0;no luck;today", "0;", ";text", ";"}) {
         feedback.alerts.clear();
+        vlAPIMgr::sharedInstance().scheduleMeeting(window.get(), {});
         clientAnswers(ClientAnswer::Schedule, content);
         ASSERT_EQ(feedback.alerts.size(), 1) << content;
         EXPECT_EQ(feedback.alerts[0].message, content);
         EXPECT_EQ(feedback.alerts[0].window, window.get());
     }
     feedback.alerts.clear();
+    vlAPIMgr::sharedInstance().scheduleMeeting(window.get(), {});
     clientAnswers(ClientAnswer::Schedule, "no semicolon");
     EXPECT_TRUE(feedback.alerts.isEmpty());
     EXPECT_TRUE(receiver.finished.isEmpty());

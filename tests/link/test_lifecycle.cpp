@@ -202,6 +202,10 @@ TEST_F(Lifecycle, AWindowMayDieWhileItsRequestIsOut) {
         clientAnswers(kind.answer, kind.accepted);
         ASSERT_EQ(receiver.finished.size(), 1);
         EXPECT_FALSE(receiver.finished[0].data.contains("keyApptWindowID"));
+        EXPECT_TRUE(feedback.alerts.isEmpty());
+        dying = std::make_unique<QWidget>();
+        kind.send(manager, dying.get());
+        dying.reset();
         clientAnswers(kind.answer, "");
         if (kind.answer != ClientAnswer::Delete) {
             ASSERT_EQ(feedback.alerts.size(), 1);
@@ -240,6 +244,7 @@ TEST_F(Lifecycle, EmptyPortsAreSafeAndFilledOnesCountFromThenOn) {
     for (const Kind &kind : kinds) {
         EXPECT_EQ(send(kind), 0) << kind.name;
         clientAnswers(kind.answer, kind.accepted);
+        send(kind);
         clientAnswers(kind.answer, "");
     }
     LinkPorts::instance() = {&feedback, &receiver};

@@ -94,6 +94,7 @@ TEST_F(Requests, AMeetingIsTakenFromFieldThirteenAndFourteen) {
             EXPECT_EQ(receiver.finished[0].response(), (QVariantMap{{"meetingKey", "77"}}));
         }
     }
+    manager.getMeeting(window.get(), {{"meetingKey", "77"}});
     clientAnswers(ClientAnswer::GetMeeting, fields(14, "{}"));
     EXPECT_TRUE(meeting.hasPBMeetingData()); // the earlier one stays
 }
@@ -106,6 +107,7 @@ TEST_F(Requests, AMeetingThatCannotBeReadEmptiesWhatIsKept) {
         SCOPED_TRACE(qPrintable(content));
         meeting.setMeetingData({{"meetingKey", "77"}});
         receiver.finished.clear();
+        manager.getMeeting(window.get(), {{"meetingKey", "77"}});
         clientAnswers(ClientAnswer::GetMeeting, content);
         ASSERT_EQ(receiver.finished.size(), 1);
         EXPECT_EQ(receiver.finished[0].command, MeetingCommand::CmdGetMeetingDone);
@@ -151,6 +153,7 @@ TEST_F(Requests, AProfileIsKeptAndHandedBackWhole) {
     EXPECT_EQ(receiver.finished[0].response(), vlUserProfileHelper::sharedInstance().userProfile());
     EXPECT_EQ(vlUserProfileHelper::sharedInstance().userOption(), 9007199254740993);
 
+    manager.getUserProfile(window.get());
     clientAnswers(ClientAnswer::GetUserProfile,
                   "0;Error 3001"); // no error for a profile, and no profile either
     ASSERT_EQ(receiver.finished.size(), 2);

@@ -133,6 +133,8 @@ HostEditorWindow::HostEditorWindow()
     platform::registerWindow(window, this);
     vlActionAdditionViewMonitor::sharedInstance().createStrip(header, g_vlAdditionViewFrame);
     m_strip = header->findChild<vlActionAdditionView *>();
+    m_context = m_strip->context();
+    m_atHand = std::make_unique<RequestOwner::Scope>(m_context);
 }
 
 HostEditorWindow::~HostEditorWindow() {

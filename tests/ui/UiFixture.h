@@ -51,8 +51,13 @@ struct HostEditorWindow : rt::Object {
     QPointer<QWidget> header = new QWidget(window);
     HostEditor editor;
 
+    // That of the strip, at hand as long as the window lives.
+    [[nodiscard]] const std::shared_ptr<MeetingContext> &context() const { return m_context; }
+
 private:
     QPointer<vlActionAdditionView> m_strip;
+    std::shared_ptr<MeetingContext> m_context;
+    std::unique_ptr<RequestOwner::Scope> m_atHand;
 };
 
 // The text that the doubles' bundle gives for a key.

@@ -2,7 +2,6 @@
 #include "plugin/link/vlIPCChannel.h"
 #include "plugin/ui/dialogs/dialogPorts.h"
 #include "plugin/ui/dialogs/vlProgressUIMgr.h"
-#include "plugin/workflow/vlMeetingDataMgr.h"
 #include "plugin/workflow/vlMeetingMgr.h"
 #include "tests/ui/UiFixture.h"
 
@@ -125,15 +124,15 @@ TEST_F(Dialogs, LaunchTheClientThroughTheAgentOnlyOnNewerHosts) {
 }
 
 TEST_F(Dialogs, RemoveTheMeetingOfTheEditorTheyAreAbout) {
-    const auto lastCommand = [] { return vlMeetingMgr::sharedInstance().getMeetingAction(); };
     HostEditorWindow first;
     HostEditorWindow second;
+    const auto lastCommand = [&first] { return first.context()->meetingAction; };
     for (HostEditorWindow *editor : {&first, &second}) {
         editor->window->show();
         editor->open();
         editor->strip().attachOutlookERCalendarEventEditorWindowController(editor);
     }
-    vlMeetingDataMgr::sharedInstance().setMeetingKey(QStringLiteral("key"));
+    first.context()->meetingKey = QStringLiteral("key");
     first.strip().onUIChanged(StripState::MeetingAttached);
 
     alerts.showRemoveMeetingWarning(&first.editor, first.window);

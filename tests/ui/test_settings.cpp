@@ -40,6 +40,7 @@ protected:
         sheets.showSchSettingWindow(editor.id());
         return sheets.getSchSettingWindowInArray(editor.id());
     }
+    vlSettingData &shownModel() { return show()->settingViewController()->settingData(); }
     QDialog *sheet() {
         VlSettingWindowController *controller = sheets.getSchSettingWindowInArray(editor.id());
         return controller ? controller->settingWindow() : nullptr;
@@ -125,8 +126,7 @@ TEST_F(SettingsSheet, OffersTheThirdPartyOnlyToThoseWhoHaveOne) {
 }
 
 TEST_F(SettingsSheet, ShowsAnUnknownAudioTypeAsNoChoice) {
-    show();
-    model.setAudioType(100);
+    shownModel().setAudioType(100);
     sheets.getSchSettingWindowInArray(editor.id())->settingViewController()->initializeItems();
     for (const char *name : {"telephonyButton", "voipButton", "bothButton", "thirdPartyAudioButton"})
         EXPECT_FALSE(find<QRadioButton>(name)->isChecked()) << name;
@@ -163,7 +163,7 @@ TEST_F(SettingsSheet, RefusesAPasswordThatIsTooLong) {
 }
 
 TEST_F(SettingsSheet, LetsALongPasswordOfTheClientShrinkAndNotGrowBeyondItself) {
-    show();
+    vlSettingData &model = shownModel();
     model.setRequiredMeetingPassword(true);
     model.setMeetingPassword(QStringLiteral("123456789012"));
     sheets.getSchSettingWindowInArray(editor.id())->settingViewController()->initializeItems();
@@ -188,8 +188,8 @@ TEST_F(SettingsSheet, HandsOnTheThirdPartyTextAsItCameUntilItIsEdited) {
     EXPECT_EQ(options->getSettingsData().value(vl_Setting_ThirdPartyAudio),
               QStringLiteral("Please Call +1\nCode 2468"));
     vlUserProfileHelper::sharedInstance().setUserProfile(QVariantMap{{"userId", "user"}});
-    model.setEnableThirdPartyAudio(false);
-    model.setThirdPartyAudio(came);
+    options->settingData().setEnableThirdPartyAudio(false);
+    options->settingData().setThirdPartyAudio(came);
     find<QPlainTextEdit>("thirdPartyAudioTextField")->document()->setModified(false);
     options->initializeItems();
     EXPECT_EQ(options->getSettingsData().value(vl_Setting_ThirdPartyAudio), came) << "it is not even shown";

@@ -1,19 +1,20 @@
 #include "tests/workflow/RecordingPorts.h"
 
 #include "plugin/link/meetingKeys.h"
-#include "plugin/workflow/vlMeetingDataMgr.h"
 
 RecordingStrip::RecordingStrip(FakeEditor &editor)
     : window(editor.window())
     , m_editor(&editor)
-    , m_windowController(editor.windowController()) {}
+    , m_windowController(editor.windowController()) {
+    m_context->strip = this;
+}
 
 QString RecordingStrip::getAppointmentWindowID() const {
     return rt::identifier(window.data());
 }
 
 bool RecordingStrip::currentIsVelaMeeting() const {
-    return vlMeetingDataMgr::sharedInstance().isVelaMeeting();
+    return !m_context->meetingKey.isEmpty();
 }
 
 void RecordingStrip::setActionResultData(const QVariantMap &answer) {

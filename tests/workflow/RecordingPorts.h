@@ -2,6 +2,7 @@
 #pragma once
 
 #include "plugin/link/linkPorts.h"
+#include "plugin/workflow/MeetingContext.h"
 #include "plugin/workflow/workflowPorts.h"
 #include "tests/support/FakeHost.h"
 
@@ -11,7 +12,9 @@
 class RecordingStrip : public EditorStrip {
 public:
     explicit RecordingStrip(FakeEditor &editor);
+    ~RecordingStrip() override { m_context->strip = nullptr; }
 
+    [[nodiscard]] const std::shared_ptr<MeetingContext> &context() const override { return m_context; }
     [[nodiscard]] QString getAppointmentWindowID() const override;
     [[nodiscard]] rt::Object *editorWindowController() const override { return m_windowController.get(); }
     [[nodiscard]] rt::Object *editorViewController() const override { return m_editor.get(); }
@@ -37,6 +40,7 @@ public:
     QPointer<QWidget> window;
 
 private:
+    std::shared_ptr<MeetingContext> m_context = MeetingContext::make();
     rt::Weak<> m_editor;
     rt::Weak<> m_windowController;
 };

@@ -10,6 +10,7 @@
 #include "plugin/link/vlGetPACHelper.h"
 #include "plugin/link/vlUserProfileHelper.h"
 #include "plugin/util/vlOLUtils.h"
+#include "plugin/workflow/vlApptUIActionMgr.h"
 #include "plugin/workflow/workflowSession.h"
 
 #include <QDir>
@@ -34,6 +35,7 @@ WorkflowTest::WorkflowTest()
 }
 
 WorkflowTest::~WorkflowTest() {
+    atHand.reset();
     WorkflowPorts::instance() = {};
     LinkPorts::instance() = {};
     startWorkflowAfresh();
@@ -68,6 +70,8 @@ void WorkflowTest::givenAnAppointment() {
     editor = std::make_unique<FakeEditor>(*appointment);
     strip = std::make_unique<RecordingStrip>(*editor);
     strips.live = {strip.get()};
+    atHand.reset();
+    atHand = std::make_unique<RequestOwner::Scope>(strip->context());
     manager().setOLWordMailEditor(editor->bodyEditor());
 }
 
@@ -107,6 +111,7 @@ void WorkflowTest::givenTheHostIs(const QString &version) {
 
 void WorkflowTest::theEditorCloses() {
     strips.live.clear();
+    atHand.reset();
     strip.reset();
     editor.reset();
 }
@@ -116,6 +121,11 @@ void WorkflowTest::theSheetIsLeft(bool withOK) {
                                                                     {keyButtonClickIsOK, withOK},
                                                                     {keyApptWindowID, windowID()}});
     turn();
+}
+
+int WorkflowTest::presses(HostAction action) {
+    return vlApptUIActionMgr::sharedInstance().handleVLMeeting(editor.get(),
+                                                               {{keyApptViewActionID, quint32(action)}});
 }
 
 void WorkflowTest::answer(MeetingCommand command, const QVariantMap &response) {

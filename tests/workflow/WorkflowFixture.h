@@ -39,6 +39,7 @@ protected:
 
     void theEditorCloses(); // with its strip, before anything is told of it
     void theSheetIsLeft(bool withOK);
+    int presses(HostAction action); // what the hook of the host's operation is answered
     void turn() { desktop.runLoop->advance(0); }
     void answer(MeetingCommand command, const QVariantMap &response = {});
 
@@ -56,6 +57,7 @@ protected:
     std::unique_ptr<FakeAppointment> appointment = std::make_unique<FakeAppointment>();
     std::unique_ptr<FakeEditor> editor;
     std::unique_ptr<RecordingStrip> strip;
+    std::unique_ptr<RequestOwner::Scope> atHand; // the strip's context, while there is one
 };
 
 // What a failed comparison shows.

@@ -11,7 +11,9 @@ protected:
     Calendar() { appointment->carriesTheMeeting(key, joinUrl); }
     static vlCalendarActionMgr &calendar() { return vlCalendarActionMgr::sharedInstance(); }
     // What is known of the appointment once the grid's change is on its way.
-    static QVariant known(const QString &member) { return store().getSavedApptInfo().value(member); }
+    static QVariant known(const QString &member) {
+        return MeetingContext::all().back()->savedApptInfo.value(member);
+    }
     static QString utc(const QString &member) {
         return known(member).toMap().value(vl_ApptInfo_CalDate_UTCTime).toString();
     }
@@ -54,7 +56,7 @@ TEST_F(Calendar, AnEditorInTheGridsOwnWindowLearnsOfTheDrag) {
     givenAnAppointment();
     strip->window = grid.window();
     calendar().updateStartTime(grid.wrapper(), &noon);
-    EXPECT_EQ(strip->action, HostAction::CalendarDrag);
+    EXPECT_EQ(strip->action, HostAction::ActionCalendarDrag);
 }
 
 TEST_F(Calendar, ARenameLeavesTheDatesAsTheyAre) {

@@ -167,12 +167,13 @@ TEST_F(Commands, TheCalendarUpdatesByTheKeyInTheStoredRecord) {
     QWidget grid;
     EXPECT_EQ(manager().sendVlMeetingCommand(CmdUpdateMeeting, calendarRequest(&grid, record())), 0);
     turn();
-    EXPECT_EQ(manager().state(), StateCommit);
     ASSERT_EQ(client.asked(), QList<Asked>{Asked::GetMeeting});
     EXPECT_EQ(client.last().key, key);
-    EXPECT_EQ(store().meetingKey(), key);
-    EXPECT_EQ(store().getSavedApptInfo().value(vl_ApptInfo_Subject), "Review");
-    EXPECT_EQ(manager().getMeetingAction(), CmdNone);
+    const auto change = MeetingContext::all().back();
+    EXPECT_EQ(change->state(), StateCommit);
+    EXPECT_EQ(change->meetingKey, key);
+    EXPECT_EQ(change->savedApptInfo.value(vl_ApptInfo_Subject), "Review");
+    EXPECT_TRUE(store().meetingKey().isEmpty()); // nobody else's
 }
 
 TEST_F(Commands, WithoutAKeyInTheRecordTheCalendarAsksForTheEmptyKey) {
@@ -193,7 +194,7 @@ TEST_F(Commands, AnEditorThatIsOpenLearnsOfTheDragAndTheDeleteStaysWithTheCalend
     request.insert(keyApptWindowID, windowID());
     manager().setState(StateAdd);
     EXPECT_EQ(manager().sendVlMeetingCommand(CmdDeleteMeeting, request), 0);
-    EXPECT_EQ(strip->action, HostAction::CalendarDrag);
+    EXPECT_EQ(strip->action, HostAction::ActionCalendarDrag);
     EXPECT_EQ(manager().state(), StateAdd);
     EXPECT_EQ(alerts.progressOn, QList<QWidget *>{&mainWindow});
     turn();

@@ -18,17 +18,17 @@ TEST_F(EditorEnd, WhatIsRunDependsOnTheAttendeesAndOnWhatWasHeldBack) {
     };
     const QString saveWithError = "saveAndCloseWindowAndReturnError:andReturnError:";
     const Case cases[] = {{false, HostAction::None, {}, false, false},
-                          {false, HostAction::Save, {"saveArg:"}, false, false},
-                          {false, HostAction::SaveAndClose, {"saveAndCloseWindow:"}, true, true},
-                          {false, HostAction::Send, {}, false, false},
-                          {false, HostAction::SaveAndCloseWithError, {saveWithError}, true, true},
-                          {false, HostAction::CalendarDrag, {}, false, true},
+                          {false, HostAction::ActionSave, {"saveArg:"}, false, false},
+                          {false, HostAction::ActionSaveAndClose, {"saveAndCloseWindow:"}, true, true},
+                          {false, HostAction::ActionSend, {}, false, false},
+                          {false, HostAction::ActionSaveAndCloseWithError, {saveWithError}, true, true},
+                          {false, HostAction::ActionCalendarDrag, {}, false, true},
                           {true, HostAction::None, {}, false, false},
-                          {true, HostAction::Save, {}, false, false},
-                          {true, HostAction::SaveAndClose, {}, false, false},
-                          {true, HostAction::Send, {"sendMeetingPostValidate"}, false, true},
-                          {true, HostAction::SaveAndCloseWithError, {}, false, false},
-                          {true, HostAction::CalendarDrag, {}, false, false}};
+                          {true, HostAction::ActionSave, {}, false, false},
+                          {true, HostAction::ActionSaveAndClose, {}, false, false},
+                          {true, HostAction::ActionSend, {"sendMeetingPostValidate"}, false, false},
+                          {true, HostAction::ActionSaveAndCloseWithError, {}, false, false},
+                          {true, HostAction::ActionCalendarDrag, {}, false, false}};
     for (const Case &c : cases) {
         SCOPED_TRACE(testing::Message() << "action " << quint32(c.action) << " attendees " << c.attendees);
         appointment = std::make_unique<FakeAppointment>();
@@ -36,6 +36,7 @@ TEST_F(EditorEnd, WhatIsRunDependsOnTheAttendeesAndOnWhatWasHeldBack) {
             appointment->invites("Ann");
         givenAnAppointmentWithAMeeting();
         strip->action = c.action;
+        strip->context()->isOperationHeld = true;
         manager().closeOLAppointment(editor.get());
         EXPECT_EQ(hostOperations(), c.operations);
         EXPECT_EQ(editor->windowController()->called, c.closes ? QStringList{"close"} : QStringList());
@@ -47,10 +48,11 @@ TEST_F(EditorEnd, WhatIsRunDependsOnTheAttendeesAndOnWhatWasHeldBack) {
 
 TEST_F(EditorEnd, TheHostsOwnOperationsGetTheArgumentsThatTheyTake) {
     givenAnAppointment();
-    strip->action = HostAction::Save;
+    strip->action = HostAction::ActionSave;
     manager().closeOLAppointment(editor.get());
     EXPECT_EQ(editor->arguments, QVariantList{QVariant()});
-    strip->action = HostAction::SaveAndCloseWithError;
+    strip->action = HostAction::ActionSaveAndCloseWithError;
+    strip->context()->isOperationHeld = true;
     manager().closeOLAppointment(editor.get());
     EXPECT_EQ(editor->arguments, (QVariantList{true, QVariant()}));
 }
@@ -87,7 +89,7 @@ TEST_F(EditorEnd, SavingSendsTheCommandThatTheAppointmentNeeds) {
         EXPECT_EQ(saving.handleVLMeeting(editor.get(), {{keyApptViewActionID, 3u}}), c.answered);
         turn();
         EXPECT_EQ(client.asked(), c.asked);
-        EXPECT_EQ(strip->action, HostAction::Send);
+        EXPECT_EQ(strip->action, HostAction::ActionSend);
         EXPECT_TRUE(saving.getActionResultWithCalEventEditorViewCtrl(editor.get()));
     }
 }

@@ -1,7 +1,7 @@
 #include "tests/workflow/WorkflowFixture.h"
 
 #include "plugin/util/vlPluginBuildMgr.h"
-#include "plugin/workflow/scheduleOwner.h"
+#include "plugin/workflow/ScheduleOwner.h"
 #include "plugin/workflow/vlOnbehalfData.h"
 
 namespace {

@@ -15,6 +15,10 @@ protected:
     void meetingIsWritten(const QString &url) {
         manager().updateVlKeyInfoToAppointment(editor.get(), {{vl_Meeting_JoinUrl, url}}, false);
     }
+    static PendingWriteBack &pending() {
+        auto &pending = MeetingContext::atHand().pendingWriteBack;
+        return pending ? *pending : pending.emplace();
+    }
     void givenTheOldURLInTheRecord(const QString &url) {
         store().setSavedApptInfo(
             {{vl_ApptInfo_VlOIProperty, QStringLiteral("{\"joinUrl\":\"%1\"}").arg(url)}});
@@ -70,13 +74,13 @@ TEST_F(WriteBack, RoomsBelongToTheMeetingsPart) {
 TEST_F(WriteBack, TheFieldGoesByWhatWasWrittenLastTheHostsLocationByTheRecord) {
     givenAnAppointment();
     givenTheOldURLInTheRecord("u/record");
-    manager().setJoinURL("u/written");
+    pending().joinURL = "u/written";
     editor->locationField()->setText("R u/written");
     meetingIsWritten("u/new");
     EXPECT_EQ(appointment->location(), "R u/new");
     EXPECT_EQ(manager().getJoinURLFromProperty(), "u/record");
 
-    manager().setJoinURL("u/written");
+    pending().joinURL = "u/written";
     editor->values.remove("locationTextField");
     appointment->values.insert("location", "R u/record");
     meetingIsWritten("u/new");
@@ -159,9 +163,9 @@ TEST_F(WriteBack, TheStoredRecordGetsTheLocationThatItLacks) {
     for (const Case &c : cases) {
         SCOPED_TRACE(qPrintable(c.location.toString()));
         FakeObject record("ECMutableCalendarEvent", {{"location", c.location}, {"summary", "Mine"}});
-        manager().setOLNewLocation(text(c.composed));
-        manager().setVlLocation(text(c.meetingPart));
-        manager().setJoinURLFromProperty(text(c.urlInRecord));
+        pending().olNewLocation = text(c.composed);
+        pending().vlLocation = text(c.meetingPart);
+        pending().joinURLFromProperty = text(c.urlInRecord);
         EXPECT_EQ(needUpdateLocation(&record), c.needed);
         updateVlKeyInfoToAppointment(&record);
         const bool isWritten = c.needed && c.composed;

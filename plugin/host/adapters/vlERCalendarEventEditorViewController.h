@@ -76,6 +76,7 @@ public:
     void addVlReminderInEmailBody(const QString &html) const;
 
 private:
+    void writeNewBody(const QString &html) const;
     [[nodiscard]] rt::Object *content() const;
     [[nodiscard]] rt::Object *webDocument() const;
 

@@ -7,6 +7,7 @@
 #include "plugin/host/adapters/vlOLWordMailEditorContent.h"
 #include "plugin/host/body/bodyPorts.h"
 #include "plugin/host/body/vlBodyHelper.h"
+#include "plugin/host/body/vlEmailBodyMgr.h"
 #include "plugin/link/localizedString.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/util/vlOLUtils.h"
@@ -74,11 +75,13 @@ void vlERCalendarEventEditorViewController::updateEmailBodyWithVelaContent(const
             updateEmailBody(html);
         return;
     }
+    writeNewBody(
+        vlEmailBodyMgr::sharedInstance().getMailBodyContentWithVela(bodyContent(), invitation, isHTML));
+}
+
+void vlERCalendarEventEditorViewController::writeNewBody(const QString &html) const {
     BodyEditorHolder *holder = BodyPorts::instance().holder;
-    if (!holder)
-        return;
-    const QString html = holder->getMailBodyWithVelaContentFor1520(bodyContent(), invitation, isHTML);
-    if (html.isNull())
+    if (!holder || html.isNull())
         return;
     holder->setOLNewBody(html);
     displayEmailContent(html);
@@ -90,15 +93,10 @@ void vlERCalendarEventEditorViewController::updateEmailBodyForPAC(const QString 
     rt::Object *document = webDocument();
     QString old = document ? outerHtml(document) : bodyContent();
     const QString html = vlBodyHelper::sharedInstance().updateBodyForPAC(std::move(old), text, isHTML);
-    if (html.isNull())
-        return;
-    if (document) {
+    if (!document)
+        return writeNewBody(html);
+    if (!html.isNull())
         updateEmailBody(html);
-        return;
-    }
-    // There was a body, so there is a holder.
-    BodyPorts::instance().holder->setOLNewBody(html);
-    displayEmailContent(html);
 }
 
 void vlERCalendarEventEditorViewController::updateEmailBody(const QString &html) const {

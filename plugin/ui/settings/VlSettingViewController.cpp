@@ -5,6 +5,7 @@
 #include "plugin/ui/settings/VlSettingWindowController.h"
 #include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
 #include "plugin/workflow/vlMeetingMgr.h"
+#include "plugin/workflow/vlMeetingWindows.h"
 #include "plugin/workflow/vlOnbehalfData.h"
 
 #include <QCheckBox>
@@ -123,10 +124,11 @@ void VlSettingViewController::showPersonalMeeting() {
 void VlSettingViewController::updateUIItems() {
     initWithLocalString();
     initializeItems();
-    updateCtrlPos(); // the model is shared: another editor's sheet may have changed it
+    updateCtrlPos();
 }
 
 void VlSettingViewController::refreshUI() {
+    const ContextScope context(m_windowController->apptWindowID());
     const vlSettingData::OneWrite write;
     initWithLocalString();
     if (m_settingData.usePMI()) {

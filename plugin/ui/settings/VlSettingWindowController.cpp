@@ -8,6 +8,7 @@
 #include "plugin/ui/settings/VlSettingViewController.h"
 #include "plugin/ui/settings/vlOnbehalfViewController.h"
 #include "plugin/util/vlOLUtils.h"
+#include "plugin/workflow/vlMeetingWindows.h"
 #include "plugin/workflow/vlOnbehalfData.h"
 
 #include <QDebug>
@@ -50,6 +51,7 @@ void VlSettingWindowController::awakeFromNib() {
 }
 
 void VlSettingWindowController::initFields(bool first) {
+    const ContextScope context(m_apptWindowID);
     const vlSettingData::OneWrite write;
     if (m_settings && first)
         m_settings->initFields();
@@ -92,6 +94,7 @@ void VlSettingWindowController::makeFirstResponderWithObject(QWidget *control) {
 }
 
 void VlSettingWindowController::postSettingCommitCommand(const QVariantMap &command) {
+    const ContextScope context(m_apptWindowID);
     if (m_settings)
         m_settings->onSettingsCommit();
     QVariantMap commit = command;

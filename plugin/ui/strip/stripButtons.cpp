@@ -11,6 +11,7 @@
 #include "plugin/ui/localizationKeys.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
 #include "plugin/workflow/vlApptUIActionMgr.h"
+#include "plugin/workflow/vlMeetingWindows.h"
 #include "plugin/workflow/vlOnbehalfData.h"
 
 #include <QMenu>
@@ -34,7 +35,10 @@ template<typename Sender, typename Signal>
 void onClick(Sender *sender, Signal signal, vlActionAdditionView *strip,
              void (vlActionAdditionView::*action)()) {
     QObject::connect(sender, signal, strip, [strip, action] {
-        platform::contained("a meeting button", [strip, action] { (strip->*action)(); });
+        platform::contained("a meeting button", [strip, action] {
+            const ContextScope scope(strip);
+            (strip->*action)();
+        });
     });
 }
 

@@ -34,7 +34,9 @@ constexpr double dashOff = 2.1;
 } // namespace
 
 vlActionAdditionView::vlActionAdditionView(const QRectF &frame, QWidget *headerView)
-    : QWidget(headerView) {
+    : QWidget(headerView)
+    , m_context(MeetingContext::make()) {
+    m_context->strip = this;
     platform::setBottomLeftFrame(this, frame);
     createVLButton();
     platform::observeWindowWillClose(this, [this](QWidget *window) { onWindowWillClose(window); });
@@ -42,6 +44,7 @@ vlActionAdditionView::vlActionAdditionView(const QRectF &frame, QWidget *headerV
 }
 
 vlActionAdditionView::~vlActionAdditionView() {
+    m_context->strip = nullptr;
     vlActionAdditionViewMonitor::sharedInstance().removeVlActionAdditionViewInstance(this);
 }
 
@@ -50,10 +53,9 @@ void vlActionAdditionView::onChangeUINotification(const QVariantMap &notice) {
     const rt::Weak<> event(rt::objectValue(notice.value(keyECCalendarEvent)));
     const QPointer<vlActionAdditionView> strip =
         vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByEditorWinCtrl(controller);
-    if (!strip)
+    if (!strip || strip->m_ownWindow) // none, or shown again, as by a second double click
         return;
-    if (strip->m_ownWindow)
-        return strip->isShownAgain(event.get());
+    const RequestOwner::Scope scope(strip->m_context);
     strip->initMembers(controller, event.get());
     strip->initMeetingData(event.get());
     if (strip->currentIsVelaMeeting() && strip->isSupportVela()) {
@@ -64,13 +66,6 @@ void vlActionAdditionView::onChangeUINotification(const QVariantMap &notice) {
         strip->onUIInitialize(event.get());
     if (strip)
         strip->autoAddToVlMeeting();
-}
-
-// As by a second double click. It is not opened anew: what the person has changed is not saved. But the
-// closing of another editor may have made the store forget this one's meeting.
-void vlActionAdditionView::isShownAgain(rt::Object *event) {
-    if (m_vlUIStatus == StripState::MeetingAttached && !currentIsVelaMeeting())
-        initMeetingData(event);
 }
 
 void vlActionAdditionView::initMembers(rt::Object *windowController, rt::Object *event) {
@@ -161,7 +156,7 @@ DataStatus vlActionAdditionView::getVlDataStatus() {
 }
 
 bool vlActionAdditionView::currentIsVelaMeeting() const {
-    return vlMeetingDataMgr::sharedInstance().isVelaMeeting();
+    return !m_context->meetingKey.isEmpty();
 }
 
 bool vlActionAdditionView::isApptDirty() const {
@@ -191,9 +186,12 @@ void vlActionAdditionView::onWindowWillClose(QWidget *window) {
     hide();
     setParent(nullptr);
     m_ownWindow = nullptr;
+    m_context->strip = nullptr;
     const QString identifier = rt::identifier(window);
-    platform::services().runLoop->callAfter(closeReportDelay,
-                                            [identifier] { sendWindowCloseNotification(identifier); });
+    platform::services().runLoop->callAfter(closeReportDelay, [identifier, context = m_context] {
+        const RequestOwner::Scope scope(context);
+        sendWindowCloseNotification(identifier);
+    });
     deleteLater(); // one of its own buttons may be what closes the window
 }
 

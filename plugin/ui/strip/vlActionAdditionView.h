@@ -2,6 +2,7 @@
 #pragma once
 
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
+#include "plugin/workflow/MeetingContext.h"
 #include "plugin/workflow/vlActionResultMgr.h"
 #include "plugin/workflow/workflowPorts.h"
 
@@ -37,13 +38,13 @@ public:
     ~vlActionAdditionView() override;
 
     // Tells the strip of that window controller that its editor is open. Nothing when there is no such strip,
-    // next to nothing when it has been told before.
+    // or when it has been told before.
     static void onChangeUINotification(const QVariantMap &notice);
 
     void initMembers(rt::Object *windowController, rt::Object *event);
     // Makes the adapter of the editor, unless there is one or the controller is not an editor's.
     void attachOutlookERCalendarEventEditorWindowController(rt::Object *windowController);
-    // Takes the meeting stored in the event into the workflow's memory.
+    // Takes the meeting stored in the event into the strip's context.
     void initMeetingData(rt::Object *event);
     void loadOIProperty(rt::Object *event);
     void onUIInitialize(rt::Object *event);
@@ -86,6 +87,8 @@ public:
     void onWindowWillClose(QWidget *window);
     static void sendWindowCloseNotification(const QString &apptWindowID);
 
+    [[nodiscard]] const std::shared_ptr<MeetingContext> &context() const override { return m_context; }
+
 protected:
     void paintEvent(QPaintEvent *event) override;
 
@@ -93,9 +96,9 @@ private:
     void createVLButton();
     void createAddPACButton();
     void setShown(bool add, bool audioConference, bool remove, bool settings);
-    void isShownAgain(rt::Object *event);
     void addPACMeeting(qint64 account);
 
+    std::shared_ptr<MeetingContext> m_context;
     vlActionResultMgr m_vlActionResult;
     rt::Weak<> m_idERCalendarEventEditorWindowCtrl;
     rt::Weak<> m_idECCalendarEvent;

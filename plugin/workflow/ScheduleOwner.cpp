@@ -1,12 +1,11 @@
-// Whether the meeting in an editor was made for the organiser that the editor now has.
+#include "plugin/workflow/ScheduleOwner.h"
+
 #include "plugin/host/adapters/vlECCalendarEvent.h"
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/util/vlPluginBuildMgr.h"
-#include "plugin/workflow/scheduleOwner.h"
 #include "plugin/workflow/storedRecord.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
-#include "plugin/workflow/vlMeetingMgr.h"
 #include "plugin/workflow/vlMeetingWindows.h"
 #include "plugin/workflow/vlOnbehalfData.h"
 #include "plugin/workflow/workflowPorts.h"
@@ -19,11 +18,12 @@ bool isScheduleOwnerMatched(const ScheduleOwner &owner) {
     return owner.isOnBehalf && owner.currentEmail.compare(owner.scheduleForEmail, Qt::CaseInsensitive) == 0;
 }
 
-bool vlMeetingMgr::checkScheduleOwnerMatched(rt::Object *editor) const {
+bool isScheduleOwnerMatched(rt::Object *editor) {
     const EditorStrip *strip = vlMeetingWindows::stripOfEditor(editor);
+    const ContextScope scope(strip);
     if (!strip || !strip->currentIsVelaMeeting())
         return true;
-    if (!vlPluginBuildMgr::supportScheduleFor() || !needCheckOwnerMatched(editor))
+    if (!vlPluginBuildMgr::supportScheduleFor() || !isNewMeeting(editor))
         return true;
     const vlERCalendarEventEditorViewController adapter(editor);
     if (!adapter.isValidConnection())
@@ -37,13 +37,8 @@ bool vlMeetingMgr::checkScheduleOwnerMatched(rt::Object *editor) const {
          .scheduleForEmail = vlMeetingDataMgr::sharedInstance().scheduleForEmail()});
 }
 
-bool vlMeetingMgr::needCheckOwnerMatched(rt::Object *editor) const {
+bool isNewMeeting(rt::Object *editor) {
     const vlERCalendarEventEditorViewController adapter(editor);
     const QVariantMap record = storedRecord(adapter.ecCalendarEvent()->olmUCCapabilities());
     return !rt::isPresent(record.value(vl_OLProperty_MeetingKey));
-}
-
-void vlMeetingMgr::showWarningNotAllowScheduleForOthers(rt::Object *editor) {
-    if (WorkflowAlerts *alerts = WorkflowPorts::instance().alerts)
-        alerts->showRemoveMeetingWarning(editor, vlMeetingWindows::windowOfEditor(editor));
 }

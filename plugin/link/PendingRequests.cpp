@@ -1,0 +1,104 @@
+#include "plugin/link/PendingRequests.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+using State = PendingRequest::State;
+
+constexpr std::size_t remembered = 32; // requests that nobody waits for any more
+
+bool isWaiting(const PendingRequest &request) {
+    return request.state == State::Waiting;
+}
+
+} // namespace
+
+template<typename Matches>
+PendingRequest *PendingRequests::first(Matches matches) {
+    const auto found = std::find_if(m_requests.begin(), m_requests.end(), matches);
+    return found == m_requests.end() ? nullptr : &*found;
+}
+
+PendingRequest &PendingRequests::add(PendingRequest request) {
+    const auto owner = request.owner.lock();
+    const auto former = std::find_if(m_requests.begin(), m_requests.end(), [&](const PendingRequest &other) {
+        return other.owner.lock() == owner && other.meetingKey == request.meetingKey &&
+               other.state != State::Answered;
+    });
+    // One that still waits keeps its turn: the client answers it first.
+    if (former != m_requests.end() && isWaiting(*former) && !former->timedOut)
+        return *former = std::move(request);
+    if (former != m_requests.end())
+        m_requests.erase(former);
+    forgetOldOnes();
+    return m_requests.emplace_back(std::move(request));
+}
+
+PendingRequest *PendingRequests::requestFor(const QStringList &keys) {
+    for (const QString &key : keys)
+        if (PendingRequest *request = withKey(key))
+            return request;
+    PendingRequest *next = first([](const auto &r) { return isWaiting(r) && !r.timedOut; });
+    if (!next)
+        next = first(isWaiting);
+    const auto isRepeatedKey = [&](const QString &key) { return isRepeated(key, *next); };
+    return next && std::any_of(keys.begin(), keys.end(), isRepeatedKey) ? nullptr : next;
+}
+
+// One that was refused may still be answered, since a refusal tells no key. An owner that lives goes before
+// one that is gone.
+PendingRequest *PendingRequests::withKey(const QString &key) {
+    const auto fits = [&key](const PendingRequest &request) {
+        return request.state != State::Answered && !key.isEmpty() && request.meetingKey == key;
+    };
+    PendingRequest *alive =
+        first([&](const auto &r) { return fits(r) && isWaiting(r) && !r.owner.expired(); });
+    if (!alive)
+        alive = first([&](const auto &r) { return fits(r) && !r.owner.expired(); });
+    return alive ? alive : first(fits);
+}
+
+// Whether that key was in an earlier answer. A request that knows its key is not answered with another one. A
+// new meeting may well get the key of one that is gone, or share the personal meeting.
+bool PendingRequests::isRepeated(const QString &key, const PendingRequest &next) const {
+    return std::any_of(m_requests.begin(), m_requests.end(), [&](const PendingRequest &earlier) {
+        if (earlier.state != State::Answered || earlier.meetingKey != key)
+            return false;
+        const auto owner = earlier.owner.lock();
+        return !next.meetingKey.isEmpty() || (!next.forPMI && owner && owner->hasMeeting(key));
+    });
+}
+
+bool PendingRequests::othersShowProgress(const std::shared_ptr<RequestOwner> &owner) const {
+    return std::any_of(m_requests.begin(), m_requests.end(), [&owner](const auto &request) {
+        const auto other = request.owner.lock();
+        return isWaiting(request) && request.showsProgress && !request.timedOut && other && other != owner;
+    });
+}
+
+PendingRequest *PendingRequests::requestWithTimer(const std::shared_ptr<quint64> &timer) {
+    return first([&timer](const PendingRequest &request) { return request.timer.lock() == timer; });
+}
+
+void PendingRequests::exchangeOwners(const Requester &one, const Requester &other) {
+    for (PendingRequest &request : m_requests) {
+        const auto owner = request.owner.lock();
+        if (!owner || (owner != one.owner && owner != other.owner))
+            continue;
+        const Requester &next = owner == one.owner ? other : one;
+        request.owner = next.owner;
+        request.window = next.window;
+    }
+}
+
+void PendingRequests::forgetOldOnes() {
+    auto count = std::count_if(m_requests.begin(), m_requests.end(),
+                               [](const auto &r) { return !isWaiting(r) || r.owner.expired(); });
+    for (auto it = m_requests.begin(); it != m_requests.end() && std::size_t(count) > remembered;) {
+        const bool isOld = !isWaiting(*it) || it->owner.expired();
+        it = isOld ? m_requests.erase(it) : std::next(it);
+        count -= isOld ? 1 : 0;
+    }
+}
