@@ -136,8 +136,8 @@ public:
 
     Cost addAndSave() {
         mailhost::EditorWindow *editor = openNext();
-        const auto *strip =
-            vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(editor);
+        const auto *strip = dynamic_cast<vlActionAdditionView *>(
+            vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(editor));
         waitFor("the buttons", [strip] { return strip->uiStatus() == StripState::NoMeeting; });
         QString add = vlLocalizedString(QStringLiteral("AddVelaButton"));
         add.remove(u'&');

@@ -108,8 +108,8 @@ rt::Value switchToSeries(rt::Object *self, rt::Selector, rt::Args arguments) {
     const QPointer<QWidget> window = QApplication::activeWindow();
     const rt::Value result = callHost(rowSwitchToSeries, self, arguments);
     guarded("following the switch to the series", [&window] {
-        const QPointer<vlActionAdditionView> strip =
-            vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(window);
+        const QPointer<vlActionAdditionView> strip = dynamic_cast<vlActionAdditionView *>(
+            vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(window));
         if (!strip)
             return;
         const ContextScope scope(strip);

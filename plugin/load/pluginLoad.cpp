@@ -6,6 +6,7 @@
 #include "plugin/link/linkPorts.h"
 #include "plugin/ui/dialogs/dialogPorts.h"
 #include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
+#include "plugin/ui/strip/vlActionAdditionView.h"
 #include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
 #include "plugin/workflow/vlMeetingMgr.h"
 #include "plugin/workflow/workflowPorts.h"
@@ -15,6 +16,7 @@ void fillPluginPorts() {
     static auto *workflowAlerts = new DialogWorkflowAlerts;
     LinkPorts::instance().feedback = requestFeedback;
     WorkflowPorts::instance().strips = &vlActionAdditionViewMonitor::sharedInstance();
+    WorkflowPorts::instance().createStrip = vlActionAdditionView::create;
     WorkflowPorts::instance().sheets = &SchSettingWndCtrlMgr::sharedInstance();
     WorkflowPorts::instance().alerts = workflowAlerts;
     LinkPorts::instance().finishReceiver = &vlMeetingMgr::sharedInstance();

@@ -35,11 +35,11 @@ vlApptUIActionMgr &vlApptUIActionMgr::sharedInstance() {
 }
 
 void vlApptUIActionMgr::createVlAdditionViewOnCalHeaderContainerView(QWidget *headerView) {
-    EditorStrips *strips = WorkflowPorts::instance().strips;
-    if (!strips || !headerView)
+    const auto &createStrip = WorkflowPorts::instance().createStrip;
+    if (!createStrip || !headerView)
         return;
     const bool isNewerHost = vlAppHelper::sharedInstance().isOutlookVersionLargeThan2016();
-    strips->createStrip(headerView, isNewerHost ? g_vlAdditionViewFrame_OL2016 : g_vlAdditionViewFrame);
+    createStrip(headerView, isNewerHost ? g_vlAdditionViewFrame_OL2016 : g_vlAdditionViewFrame);
 }
 
 int vlApptUIActionMgr::handleVLMeeting(rt::Object *editor, const QVariantMap &action) {

@@ -6,6 +6,7 @@
 #include <QRectF>
 #include <QString>
 #include <QVariantMap>
+#include <functional>
 #include <memory>
 
 struct MeetingContext;
@@ -73,8 +74,6 @@ public:
     [[nodiscard]] virtual EditorStrip *
     getVlActionAdditionViewByApptWindowID(const QString &identifier) const = 0;
     [[nodiscard]] virtual EditorStrip *getVlActionAdditionViewByWindow(const QWidget *window) const = 0;
-    // Makes a strip with that frame (origin bottom left) in a host's header view, which owns it.
-    virtual void createStrip(QWidget *headerView, const QRectF &frame) = 0;
 };
 
 // The settings sheets, by appointment window identifier.
@@ -105,5 +104,7 @@ struct WorkflowPorts {
     EditorStrips *strips = nullptr;
     SettingsSheets *sheets = nullptr;
     WorkflowAlerts *alerts = nullptr;
+    // Makes a strip with that frame (origin bottom left) in a host's header view, which owns it.
+    std::function<void(QWidget *headerView, const QRectF &frame)> createStrip;
     static WorkflowPorts &instance();
 };

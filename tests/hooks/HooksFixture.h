@@ -70,7 +70,6 @@ public:
     [[nodiscard]] EditorStrip *getVlActionAdditionViewByWindow(const QWidget *) const override {
         return strip;
     }
-    void createStrip(QWidget *header, const QRectF &) override { headers.append(header); }
 };
 
 class HooksTest : public testing::Test {
@@ -98,6 +97,9 @@ protected:
     void SetUp() override {
         desktop = installServices();
         WorkflowPorts::instance().strips = &strips;
+        WorkflowPorts::instance().createStrip = [this](QWidget *header, const QRectF &) {
+            strips.headers.append(header);
+        };
         calls().clear();
         answers().clear();
         during() = nullptr;

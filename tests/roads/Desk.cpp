@@ -173,7 +173,8 @@ mailhost::EditorWindow *Desk::open(const QString &uid) {
 }
 
 vlActionAdditionView *Desk::stripOf(mailhost::EditorWindow *window) {
-    return vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(window);
+    return dynamic_cast<vlActionAdditionView *>(
+        vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(window));
 }
 
 void Desk::clickAdd(mailhost::EditorWindow *window) {

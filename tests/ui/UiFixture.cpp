@@ -131,7 +131,7 @@ HostEditorWindow::HostEditorWindow()
     header->setGeometry(0, 0, 1000, 150);
     editor.view = header;
     platform::registerWindow(window, this);
-    vlActionAdditionViewMonitor::sharedInstance().createStrip(header, g_vlAdditionViewFrame);
+    vlActionAdditionView::create(header, g_vlAdditionViewFrame);
     m_strip = header->findChild<vlActionAdditionView *>();
     m_context = m_strip->context();
     m_atHand = std::make_unique<RequestOwner::Scope>(m_context);

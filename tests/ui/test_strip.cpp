@@ -1,5 +1,6 @@
 #include "plugin/host/adapters/vlErageAppDelegate.h"
 #include "plugin/link/meetingKeys.h"
+#include "plugin/ui/strip/vlActionAdditionView.h"
 #include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
 #include "plugin/workflow/vlMeetingMgr.h"

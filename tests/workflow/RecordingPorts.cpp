@@ -60,10 +60,6 @@ EditorStrip *RecordingStrips::getVlActionAdditionViewByWindow(const QWidget *win
     return firstOf(live, [=](const auto &strip) { return strip.window == window; });
 }
 
-void RecordingStrips::createStrip(QWidget *headerView, const QRectF &frame) {
-    created.append({headerView, frame});
-}
-
 void RecordingSheets::addSchSettingWindowToArray(const QString &, const QVariantMap &newData,
                                                  QWidget *newParent) {
     data = newData;

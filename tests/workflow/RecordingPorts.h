@@ -52,7 +52,7 @@ public:
     [[nodiscard]] EditorStrip *
     getVlActionAdditionViewByApptWindowID(const QString &identifier) const override;
     [[nodiscard]] EditorStrip *getVlActionAdditionViewByWindow(const QWidget *window) const override;
-    void createStrip(QWidget *headerView, const QRectF &frame) override;
+    void createStrip(QWidget *headerView, const QRectF &frame) { created.append({headerView, frame}); }
 
     QList<RecordingStrip *> live;
     QList<std::pair<QWidget *, QRectF>> created;

@@ -26,7 +26,9 @@ WorkflowTest::WorkflowTest()
     , client(desktop) {
     startLinkAfresh();
     startWorkflowAfresh();
-    WorkflowPorts::instance() = {&strips, &sheets, &alerts};
+    WorkflowPorts::instance() = {&strips, &sheets, &alerts, [this](QWidget *header, const QRectF &frame) {
+                                     strips.createStrip(header, frame);
+                                 }};
     LinkPorts::instance() = {&alerts, &manager()};
     BodyPorts::instance().holder = &manager();
     vlAPIMgr::sharedInstance(); // listens from now on

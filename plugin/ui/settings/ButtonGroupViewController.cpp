@@ -4,13 +4,12 @@
 #include "plugin/link/localizedString.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/ui/localizationKeys.h"
-#include "plugin/ui/settings/VlSettingWindowController.h"
+#include "plugin/ui/settings/SheetOwner.h"
 
 #include <QDialog>
 #include <QPushButton>
 
-ButtonGroupViewController::ButtonGroupViewController(VlSettingWindowController *windowController,
-                                                     QDialog *sheet)
+ButtonGroupViewController::ButtonGroupViewController(SheetOwner *windowController, QDialog *sheet)
     : m_windowController(windowController)
     , settingWindow(sheet) {
     buttonContinue = sheet->findChild<QPushButton *>(QStringLiteral("buttonContinue"));

@@ -5,12 +5,12 @@
 
 class QDialog;
 class QPushButton;
-class VlSettingWindowController;
+class SheetOwner;
 
 class ButtonGroupViewController : public QObject {
     Q_OBJECT
 public:
-    ButtonGroupViewController(VlSettingWindowController *windowController, QDialog *sheet);
+    ButtonGroupViewController(SheetOwner *windowController, QDialog *sheet);
     [[nodiscard]] bool isConnected() const { return buttonContinue && buttonCancel; }
     void initWithLocalString();
 
@@ -24,7 +24,7 @@ public:
 private:
     void endSheet(bool isOk);
 
-    VlSettingWindowController *m_windowController; // owns this
+    SheetOwner *m_windowController; // owns this
     QDialog *settingWindow;
     QPushButton *buttonContinue = nullptr;
     QPushButton *buttonCancel = nullptr;

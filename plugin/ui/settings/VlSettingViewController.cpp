@@ -2,11 +2,7 @@
 
 #include "plugin/link/localizedString.h"
 #include "plugin/ui/localizationKeys.h"
-#include "plugin/ui/settings/VlSettingWindowController.h"
-#include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
-#include "plugin/workflow/vlMeetingMgr.h"
-#include "plugin/workflow/vlMeetingWindows.h"
-#include "plugin/workflow/vlOnbehalfData.h"
+#include "plugin/ui/settings/SheetOwner.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -41,8 +37,7 @@ void setOn(QRadioButton *button, bool on) {
 void VlSettingViewController::initFields() {
     passwordFormatter->setMaxLength(maxPasswordLength);
     initWithLocalString();
-    m_settingData.initSettingData();
-    m_settingData.initWithSiteMeetingInfo();
+    m_model.initFields();
     initializeItems();
     updateCtrlPos();
     if (m_settingData.usePMI())
@@ -91,11 +86,9 @@ void VlSettingViewController::showAudioType(int type) {
 }
 
 void VlSettingViewController::showThirdPartyAudio() {
-    m_shownThirdPartyAudio = QString();
-    if (!m_settingData.enableThirdPartyAudio())
-        return;
-    m_shownThirdPartyAudio = m_settingData.thirdPartyAudio();
-    thirdPartyAudioTextField->setPlainText(m_shownThirdPartyAudio);
+    const QString text = m_model.beginThirdPartyText();
+    if (!text.isNull())
+        thirdPartyAudioTextField->setPlainText(text);
 }
 
 void VlSettingViewController::showPassword() {
@@ -107,18 +100,15 @@ void VlSettingViewController::showPassword() {
     passwordTextField->setEnabled(required);
 }
 
-// In a meeting for someone else the user's own personal meeting has no place; the model keeps the choice.
 void VlSettingViewController::showPersonalMeeting() {
-    const QString number = vlSettingData::getFormatRoomMeetingId(m_settingData.roomMeetingId());
+    const QString number = m_model.personalMeetingNumber();
     const QString full = usePMI->text() + number;
     const int room = m_sheet->width() - besidePersonalMeeting;
     const QString shown = usePMI->fontMetrics().elidedText(full, Qt::ElideRight, room, Qt::TextShowMnemonic);
     usePMI->setText(shown);
     usePMI->setToolTip(shown == full ? QString() : number); // half a number would be a wrong one
-    const bool forOther =
-        vlOnbehalfData::sharedInstance().isCurrentScheduleVelaForOther(m_windowController->apptWindowID());
-    usePMI->setVisible(!forOther);
-    usePMI->setChecked(!forOther && m_settingData.usePMI());
+    usePMI->setVisible(!m_model.isForOther());
+    usePMI->setChecked(m_model.usesPersonalMeeting());
 }
 
 void VlSettingViewController::updateUIItems() {
@@ -128,26 +118,13 @@ void VlSettingViewController::updateUIItems() {
 }
 
 void VlSettingViewController::refreshUI() {
-    const ContextScope context(m_windowController->apptWindowID());
-    const vlSettingData::OneWrite write;
-    initWithLocalString();
-    if (m_settingData.usePMI()) {
-        m_settingData.initWithSiteMeetingInfo();
-        m_settingData.setUsePMI(true);
-    } else {
-        m_settingData.updateWithSiteDefault();
-    }
-    initializeItems();
-    updateCtrlPos();
+    m_model.refresh();
+    updateUIItems();
 }
 
 QVariantMap VlSettingViewController::getSettingsData() {
-    // What is not shown, or shown and not edited, stays as the client has it: the view has other line ends.
-    if (thirdPartyAudioTextField->document()->isModified())
-        m_settingData.setThirdPartyAudio(thirdPartyAudioTextField->toPlainText());
-    else if (!m_shownThirdPartyAudio.isNull())
-        m_settingData.setThirdPartyAudio(m_shownThirdPartyAudio);
-    return m_settingData.getSettingsData();
+    const bool isEdited = thirdPartyAudioTextField->document()->isModified();
+    return m_model.getSettingsData(isEdited ? thirdPartyAudioTextField->toPlainText() : QString());
 }
 
 void VlSettingViewController::onSettingsCommit() {
@@ -155,9 +132,7 @@ void VlSettingViewController::onSettingsCommit() {
 }
 
 void VlSettingViewController::getPMIMeetingInfo() {
-    EditorStrip *strip = vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByApptWindowID(
-        m_windowController->apptWindowID());
-    vlMeetingMgr::sharedInstance().getPMIMeetingInfo(strip, WorkflowState::StateSettingsPMI);
+    m_model.getPMIMeetingInfo();
 }
 
 void VlSettingViewController::onClickvideoHostMatrix() {
@@ -171,10 +146,10 @@ void VlSettingViewController::onClickvideoParticipantMatrix() {
 void VlSettingViewController::onClickAudioConfType(const QRadioButton *sender) {
     const int type = tagOf(sender);
     showAudioType(type);
-    const QList<QRadioButton *> buttons = audioButtons();
-    const bool isKnown = std::any_of(buttons.begin(), buttons.end(),
-                                     [type](const QRadioButton *button) { return tagOf(button) == type; });
-    m_settingData.setAudioType(isKnown ? type : int(vlSettingData::AudioType::NoChoice));
+    QList<int> offered;
+    for (const QRadioButton *button : audioButtons())
+        offered.append(tagOf(button));
+    m_model.chooseAudioType(type, offered);
     updateCtrlPos();
 }
 
@@ -197,11 +172,9 @@ void VlSettingViewController::onClickEnableJBHButton() {
 }
 
 void VlSettingViewController::onClickUsePMI() {
-    m_settingData.setUsePMI(usePMI->isChecked());
-    if (usePMI->isChecked())
-        getPMIMeetingInfo();
-    else
-        refreshUI();
+    m_model.setUsePMI(usePMI->isChecked());
+    if (!usePMI->isChecked())
+        updateUIItems();
 }
 
 void VlSettingViewController::onClickNotShowMeAgain() {
@@ -210,7 +183,7 @@ void VlSettingViewController::onClickNotShowMeAgain() {
 
 void VlSettingViewController::updateCtrlPos() {
     const int textHeight = thirdPartyAudioConstrainHeight.constant();
-    const bool wanted = m_settingData.audioType() == int(vlSettingData::AudioType::ThirdParty);
+    const bool wanted = m_model.showsThirdPartyText();
     if (wanted == !thirdPartyAudioTextField->isHidden())
         return;
     audioOptionBoxConstrainHeight.setConstant(wanted ? audioBoxHeight : audioBoxHeight - textHeight);

@@ -1,9 +1,9 @@
 // The options of the settings sheet.
 #pragma once
 
+#include "plugin/ui/settings/SettingsSheetModel.h"
 #include "plugin/ui/settings/heightConstraint.h"
 #include "plugin/ui/settings/vlMaxLengthFormatter.h"
-#include "plugin/workflow/vlSettingData.h"
 
 #include <QObject>
 
@@ -14,14 +14,14 @@ class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
 class QRadioButton;
-class VlSettingWindowController;
+class SheetOwner;
 
-// Every choice goes into the model at once.
+// Shows the sheet's model. Every choice goes into it at once.
 class VlSettingViewController : public QObject {
     Q_OBJECT
 public:
     // Finds its controls below the sheet; isConnected() is false when one is missing.
-    VlSettingViewController(VlSettingWindowController *windowController, QWidget *sheet);
+    VlSettingViewController(SheetOwner *windowController, SettingsSheetModel &model, QWidget *sheet);
     [[nodiscard]] bool isConnected() const { return m_connected; }
 
     void initFields();
@@ -32,7 +32,7 @@ public:
     [[nodiscard]] QVariantMap getSettingsData(); // takes the third-party text into the model first
     void onSettingsCommit();
     void getPMIMeetingInfo();
-    [[nodiscard]] vlSettingData &settingData() { return m_settingData; }
+    [[nodiscard]] vlSettingData &settingData() { return m_model.settings(); }
 
     void onClickvideoHostMatrix();
     void onClickvideoParticipantMatrix();
@@ -62,10 +62,10 @@ private:
     void changeSheetHeight(int settingsArea, int change);
     [[nodiscard]] QList<QRadioButton *> audioButtons() const;
 
-    VlSettingWindowController *m_windowController; // owns this
+    SheetOwner *m_windowController; // owns this and the model
+    SettingsSheetModel &m_model;
+    vlSettingData &m_settingData; // the model's
     QWidget *m_sheet;
-    vlSettingData m_settingData;
-    QString m_shownThirdPartyAudio; // what the text view was filled with last; null: it does not count
     vlMaxLengthFormatter *passwordFormatter;
     bool m_connected = true;
 

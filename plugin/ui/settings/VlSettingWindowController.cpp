@@ -8,7 +8,6 @@
 #include "plugin/ui/settings/VlSettingViewController.h"
 #include "plugin/ui/settings/vlOnbehalfViewController.h"
 #include "plugin/util/vlOLUtils.h"
-#include "plugin/workflow/vlMeetingWindows.h"
 #include "plugin/workflow/vlOnbehalfData.h"
 
 #include <QDebug>
@@ -20,7 +19,7 @@ const QString interfaceName = QStringLiteral("VlSettingWindowController");
 
 VlSettingWindowController::VlSettingWindowController(const QString &apptWindowID, const QVariantMap &,
                                                      QWidget *parentWindow)
-    : m_apptWindowID(apptWindowID)
+    : m_model(apptWindowID)
     , m_parentWindow(parentWindow) {}
 
 VlSettingWindowController::~VlSettingWindowController() = default;
@@ -30,9 +29,9 @@ void VlSettingWindowController::loadWindow() {
     auto *dialog = qobject_cast<QDialog *>(loaded.get());
     if (!dialog)
         return;
-    auto settings = std::make_unique<VlSettingViewController>(this, dialog);
+    auto settings = std::make_unique<VlSettingViewController>(this, m_model, dialog);
     auto buttons = std::make_unique<ButtonGroupViewController>(this, dialog);
-    auto banner = std::make_unique<vlOnbehalfViewController>(this, dialog);
+    auto banner = std::make_unique<vlOnbehalfViewController>(m_model, dialog);
     if (!settings->isConnected() || !buttons->isConnected() || !banner->isConnected()) {
         qWarning("The interface description of the meeting settings lacks some of their controls");
         return;
@@ -51,7 +50,6 @@ void VlSettingWindowController::awakeFromNib() {
 }
 
 void VlSettingWindowController::initFields(bool first) {
-    const ContextScope context(m_apptWindowID);
     const vlSettingData::OneWrite write;
     if (m_settings && first)
         m_settings->initFields();
@@ -62,8 +60,7 @@ void VlSettingWindowController::initFields(bool first) {
     if (!m_banner)
         return;
     m_banner->initFields();
-    const bool forOther = vlOnbehalfData::sharedInstance().isCurrentScheduleVelaForOther(m_apptWindowID);
-    m_settings->settingData().setScheduleForEmail(forOther ? onbehalfEmail() : QStringLiteral(""));
+    m_model.setScheduleFor();
 }
 
 void VlSettingWindowController::showWindowSheet() {
@@ -94,11 +91,10 @@ void VlSettingWindowController::makeFirstResponderWithObject(QWidget *control) {
 }
 
 void VlSettingWindowController::postSettingCommitCommand(const QVariantMap &command) {
-    const ContextScope context(m_apptWindowID);
     if (m_settings)
         m_settings->onSettingsCommit();
     QVariantMap commit = command;
-    commit.insert(keyApptWindowID, m_apptWindowID);
+    commit.insert(keyApptWindowID, apptWindowID());
     platform::services().notifications->post(notify_SettingCommit, commit);
     if (rt::boolValue(command.value(keyButtonClickIsOK)))
         saveSettingsToUserProfile();
@@ -115,9 +111,9 @@ void VlSettingWindowController::saveSettingsToUserProfile() const {
 }
 
 bool VlSettingWindowController::isOnbehalf() const {
-    return vlOnbehalfData::sharedInstance().isOnbehalf(m_apptWindowID);
+    return vlOnbehalfData::sharedInstance().isOnbehalf(apptWindowID());
 }
 
 QString VlSettingWindowController::onbehalfEmail() const {
-    return vlOnbehalfData::sharedInstance().onbehalfEmail(m_apptWindowID);
+    return vlOnbehalfData::sharedInstance().onbehalfEmail(apptWindowID());
 }

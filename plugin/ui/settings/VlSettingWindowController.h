@@ -1,6 +1,9 @@
 // The settings sheet of one appointment editor.
 #pragma once
 
+#include "plugin/ui/settings/SettingsSheetModel.h"
+#include "plugin/ui/settings/SheetOwner.h"
+
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -15,13 +18,13 @@ class vlOnbehalfViewController;
 
 // The sheet is made when it is first shown. The parent window is not owned and may die; nothing is shown
 // then.
-class VlSettingWindowController : public QObject {
+class VlSettingWindowController : public QObject, public SheetOwner {
     Q_OBJECT
 public:
     VlSettingWindowController(const QString &apptWindowID, const QVariantMap &data, QWidget *parentWindow);
     ~VlSettingWindowController() override;
 
-    [[nodiscard]] const QString &apptWindowID() const { return m_apptWindowID; }
+    [[nodiscard]] const QString &apptWindowID() const { return m_model.apptWindowID(); }
     [[nodiscard]] QWidget *parentWindow() const { return m_parentWindow; }
     [[nodiscard]] QDialog *settingWindow() const {
         return m_window.get();
@@ -31,10 +34,9 @@ public:
     [[nodiscard]] vlOnbehalfViewController *onbehalfViewController() const { return m_banner.get(); }
 
     void initFields(bool first);
-    void showWindowSheet();                              // a sheet that is up already stays as it is
-    void makeFirstResponderWithObject(QWidget *control); // on the next turn of the run loop
-    // Tells the workflow how the sheet was left, and keeps the settings as the user's defaults after OK.
-    void postSettingCommitCommand(const QVariantMap &command);
+    void showWindowSheet(); // a sheet that is up already stays as it is
+    void makeFirstResponderWithObject(QWidget *control) override;
+    void postSettingCommitCommand(const QVariantMap &command) override;
     [[nodiscard]] QVariantMap getVlSettingsData() const; // empty before the sheet is first shown
     void saveSettingsToUserProfile() const;
     [[nodiscard]] bool isOnbehalf() const;
@@ -45,7 +47,7 @@ private:
     void awakeFromNib();
     void endSheet();
 
-    QString m_apptWindowID;
+    SettingsSheetModel m_model;
     QPointer<QWidget> m_parentWindow;
     std::unique_ptr<QDialog> m_window;
     std::unique_ptr<VlSettingViewController> m_settings; // the three die before their window

@@ -31,8 +31,11 @@ void onAction(Sender *sender, Signal signal, QObject *owner, Action action) {
 
 } // namespace
 
-VlSettingViewController::VlSettingViewController(VlSettingWindowController *windowController, QWidget *sheet)
+VlSettingViewController::VlSettingViewController(SheetOwner *windowController, SettingsSheetModel &model,
+                                                 QWidget *sheet)
     : m_windowController(windowController)
+    , m_model(model)
+    , m_settingData(model.settings())
     , m_sheet(sheet)
     , passwordFormatter(new vlMaxLengthFormatter(this)) {
     findOutlets();

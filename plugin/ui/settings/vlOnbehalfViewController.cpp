@@ -2,7 +2,7 @@
 
 #include "plugin/link/localizedString.h"
 #include "plugin/ui/localizationKeys.h"
-#include "plugin/ui/settings/VlSettingWindowController.h"
+#include "plugin/ui/settings/SettingsSheetModel.h"
 #include "plugin/workflow/vlOnbehalfData.h"
 
 #include <QDialog>
@@ -32,9 +32,8 @@ void paintBanner(QWidget *view, QLabel *label) {
 
 } // namespace
 
-vlOnbehalfViewController::vlOnbehalfViewController(VlSettingWindowController *windowController,
-                                                   QWidget *sheet)
-    : m_windowController(windowController)
+vlOnbehalfViewController::vlOnbehalfViewController(const SettingsSheetModel &model, QWidget *sheet)
+    : m_model(model)
     , settingWindow(sheet) {
     m_view = sheet->findChild<QWidget *>(QStringLiteral("onbehalfView"));
     _textOnbehalfInfo = sheet->findChild<QLabel *>(QStringLiteral("_textOnbehalfInfo"));
@@ -44,13 +43,14 @@ vlOnbehalfViewController::vlOnbehalfViewController(VlSettingWindowController *wi
 }
 
 bool vlOnbehalfViewController::needDisplayOnbehalfView() const {
-    return vlOnbehalfData::sharedInstance().isCurrentScheduleVelaForOther(m_windowController->apptWindowID());
+    return m_model.isForOther();
 }
 
 void vlOnbehalfViewController::initFields() {
     if (needDisplayOnbehalfView()) {
-        const QString name = vlOnbehalfData::sharedInstance().getDisplayNameWithOnbehalfEmail(
-            m_windowController->onbehalfEmail());
+        const vlOnbehalfData &onbehalf = vlOnbehalfData::sharedInstance();
+        const QString name =
+            onbehalf.getDisplayNameWithOnbehalfEmail(onbehalf.onbehalfEmail(m_model.apptWindowID()));
         showText(filledIn(vlLocalizedString(uiKeys::onBehalfInfo), name));
     }
     updateCtrlPos();

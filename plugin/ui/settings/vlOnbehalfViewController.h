@@ -7,12 +7,12 @@
 
 class QLabel;
 class QWidget;
-class VlSettingWindowController;
+class SettingsSheetModel;
 
 class vlOnbehalfViewController : public QObject {
     Q_OBJECT
 public:
-    vlOnbehalfViewController(VlSettingWindowController *windowController, QWidget *sheet);
+    vlOnbehalfViewController(const SettingsSheetModel &model, QWidget *sheet);
     [[nodiscard]] bool isConnected() const {
         return m_view && _textOnbehalfInfo && selfConstraintHeight.isConnected();
     }
@@ -25,7 +25,7 @@ public:
 private:
     void showText(const QString &text);
 
-    VlSettingWindowController *m_windowController; // owns this
+    const SettingsSheetModel &m_model;
     QWidget *settingWindow;
     QWidget *m_view = nullptr;
     QLabel *_textOnbehalfInfo = nullptr;

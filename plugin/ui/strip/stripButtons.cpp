@@ -89,51 +89,37 @@ void vlActionAdditionView::createAddPACButton() {
     m_addPACButton->setMenu(m_addPACButtonPopupMenu.get());
 }
 
-//  state              add     audio conference     remove  settings
-//  Hidden             -       -                    -       -
-//  NoMeeting          shown   where there are any  -       -
-//  MeetingAttached    -       -                    shown   shown
-// An appointment that takes no meetings shows none of them, whatever its state.
 void vlActionAdditionView::onUIChanged(StripState state) {
-    m_vlUIStatus = state;
-    if (needHideVlView())
-        return hideAll();
-    switch (state) {
-    case StripState::Hidden:
-        return hideAll();
-    case StripState::NoMeeting:
-        platform::setBottomLeftFrame(m_changeButton, gChangeSettingButtonFrame);
-        return setShown(true, vlGetPACHelper::sharedInstance().isPACEnabled(), false, false);
-    case StripState::MeetingAttached:
-        platform::setBottomLeftFrame(m_changeButton, gChangeSettingButtonFrame);
-        return setShown(false, false, true, true);
-    }
+    m_model.setState(state);
+    platform::setBottomLeftFrame(m_changeButton, gChangeSettingButtonFrame);
+    const bool hasAudioConferences =
+        state == StripState::NoMeeting && vlGetPACHelper::sharedInstance().isPACEnabled(); // reads a file
+    setShown(m_model.shownButtons(needHideVlView(), hasAudioConferences));
 }
 
 void vlActionAdditionView::refreshUI() {
-    onUIChanged(m_vlUIStatus);
+    onUIChanged(m_model.state());
 }
 
 void vlActionAdditionView::hideAll() {
-    setShown(false, false, false, false);
-    update();
+    setShown({});
 }
 
-void vlActionAdditionView::setShown(bool add, bool audioConference, bool remove, bool settings) {
+void vlActionAdditionView::setShown(const ShownButtons &shown) {
     const bool hadFocus = focusWidget() && focusWidget()->hasFocus();
     // What is shown comes first: the keyboard's focus goes on to it when its own button goes away.
-    const std::pair<QWidget *, bool> buttons[] = {{m_addButton, add},
-                                                  {m_addPACButton, audioConference},
-                                                  {m_changeButton, settings},
-                                                  {m_cancelButton, remove}};
-    for (const auto &[button, shown] : buttons)
-        if (shown)
+    const std::pair<QWidget *, bool> buttons[] = {{m_addButton, shown.add},
+                                                  {m_addPACButton, shown.audioConference},
+                                                  {m_changeButton, shown.settings},
+                                                  {m_cancelButton, shown.remove}};
+    for (const auto &[button, isShown] : buttons)
+        if (isShown)
             button->show();
-    for (const auto &[button, shown] : buttons) {
-        if (shown)
+    for (const auto &[button, isShown] : buttons) {
+        if (isShown)
             continue;
         if (hadFocus && button->hasFocus())
-            (settings ? static_cast<QWidget *>(m_changeButton) : m_addButton)->setFocus();
+            (shown.settings ? static_cast<QWidget *>(m_changeButton) : m_addButton)->setFocus();
         button->hide();
     }
     update();
@@ -148,7 +134,7 @@ void vlActionAdditionView::enableChangeSettingButton(bool enabled) {
 
 void vlActionAdditionView::onClickAddVelaMeeting() {
     attachOutlookERCalendarEventEditorWindowController(editorWindowController());
-    if (m_vlUIStatus == StripState::NoMeeting)
+    if (m_model.state() == StripState::NoMeeting)
         vlApptUIActionMgr::sharedInstance().addVLMeeting(this);
 }
 
@@ -164,12 +150,12 @@ void vlActionAdditionView::addPACMeeting(qint64 account) {
     if (vlOnbehalfData::sharedInstance().isOnbehalf(getAppointmentWindowID()))
         return popupNotSupportPACWarningMsg();
     attachOutlookERCalendarEventEditorWindowController(editorWindowController());
-    if (m_vlUIStatus == StripState::NoMeeting)
+    if (m_model.state() == StripState::NoMeeting)
         vlApptUIActionMgr::sharedInstance().addPACMeeting(this, account);
 }
 
 void vlActionAdditionView::onClickCancelVelaMeeting() {
-    if (m_vlUIStatus != StripState::MeetingAttached)
+    if (m_model.state() != StripState::MeetingAttached)
         return;
     const QPointer<vlActionAdditionView> alive(this);
     vlApptUIActionMgr::sharedInstance().cancelVLMeeting(this, meetingType);

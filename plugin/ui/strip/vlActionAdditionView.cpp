@@ -48,11 +48,16 @@ vlActionAdditionView::~vlActionAdditionView() {
     vlActionAdditionViewMonitor::sharedInstance().removeVlActionAdditionViewInstance(this);
 }
 
+void vlActionAdditionView::create(QWidget *headerView, const QRectF &frame) {
+    if (headerView)
+        (new vlActionAdditionView(frame, headerView))->show();
+}
+
 void vlActionAdditionView::onChangeUINotification(const QVariantMap &notice) {
     rt::Object *controller = rt::objectValue(notice.value(keyERCalendarEventEditorWindowController));
     const rt::Weak<> event(rt::objectValue(notice.value(keyECCalendarEvent)));
-    const QPointer<vlActionAdditionView> strip =
-        vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByEditorWinCtrl(controller);
+    const QPointer<vlActionAdditionView> strip = dynamic_cast<vlActionAdditionView *>(
+        vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByEditorWinCtrl(controller));
     if (!strip || strip->m_ownWindow) // none, or shown again, as by a second double click
         return;
     const RequestOwner::Scope scope(strip->m_context);
@@ -75,7 +80,7 @@ void vlActionAdditionView::initMembers(rt::Object *windowController, rt::Object 
     }
     m_idECCalendarEvent = rt::Weak<>(event);
     if (!vlECCalendarEvent(event).isSupportVela())
-        m_bSupportVela = false;
+        m_model.setIsSupportVela(false);
 }
 
 void vlActionAdditionView::attachOutlookERCalendarEventEditorWindowController(rt::Object *windowController) {
@@ -122,37 +127,11 @@ QString vlActionAdditionView::getAppointmentWindowID() const {
 }
 
 bool vlActionAdditionView::needHideVlView() const {
-    if (m_pERCalendarEventEditorViewCtrl)
-        return m_pERCalendarEventEditorViewCtrl->needHideVlButton();
-    return !m_idECCalendarEvent || !m_bSupportVela;
+    return m_model.needHideVlView(m_pERCalendarEventEditorViewCtrl.get(), bool(m_idECCalendarEvent));
 }
 
-// What saving needs, by what the data store holds and what the strip shows:
-//   no adapter, or an appointment that takes no meetings    nothing to do (not remembered)
-//   no meeting, shown as none                               nothing to do
-//   no meeting, shown as attached                           nothing to send
-//   no meeting, anything else                               what was remembered last
-//   a meeting, shown as none or being cancelled             delete it
-//   a meeting, items changed                                update it
-//   a meeting, nothing changed                              nothing to do
 DataStatus vlActionAdditionView::getVlDataStatus() {
-    const auto *editor = m_pERCalendarEventEditorViewCtrl.get();
-    if (!editor || !editor->ecCalendarEvent()->isSupportVela())
-        return DataStatus::NothingToDo;
-    if (!currentIsVelaMeeting()) {
-        if (m_vlUIStatus == StripState::NoMeeting)
-            m_vlMeetingDataStatus = DataStatus::NothingToDo;
-        else if (m_vlUIStatus == StripState::MeetingAttached)
-            m_vlMeetingDataStatus = DataStatus::NothingToSend;
-        return m_vlMeetingDataStatus;
-    }
-    if (m_vlUIStatus == StripState::NoMeeting || editor->isCancelMode())
-        m_vlMeetingDataStatus = DataStatus::DeleteMeeting;
-    else if (editor->isVlMeetingItemsChanged())
-        m_vlMeetingDataStatus = DataStatus::UpdateMeeting;
-    else
-        m_vlMeetingDataStatus = DataStatus::NothingToDo;
-    return m_vlMeetingDataStatus;
+    return m_model.getVlDataStatus(m_pERCalendarEventEditorViewCtrl.get(), currentIsVelaMeeting());
 }
 
 bool vlActionAdditionView::currentIsVelaMeeting() const {

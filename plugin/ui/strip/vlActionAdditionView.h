@@ -2,6 +2,7 @@
 #pragma once
 
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
+#include "plugin/ui/strip/StripModel.h"
 #include "plugin/workflow/MeetingContext.h"
 #include "plugin/workflow/vlActionResultMgr.h"
 #include "plugin/workflow/workflowPorts.h"
@@ -36,6 +37,8 @@ class vlActionAdditionView : public QWidget, public EditorStrip {
 public:
     explicit vlActionAdditionView(const QRectF &frame, QWidget *headerView = nullptr);
     ~vlActionAdditionView() override;
+    // Makes a strip in a host's header view, which owns it. Nothing without one.
+    static void create(QWidget *headerView, const QRectF &frame);
 
     // Tells the strip of that window controller that its editor is open. Nothing when there is no such strip,
     // or when it has been told before.
@@ -60,14 +63,14 @@ public:
     void hideAll();
     [[nodiscard]] bool needHideVlView() const;
     void enableChangeSettingButton(bool enabled) override;
-    [[nodiscard]] StripState uiStatus() const { return m_vlUIStatus; }
+    [[nodiscard]] StripState uiStatus() const { return m_model.state(); }
 
     [[nodiscard]] DataStatus getVlDataStatus() override;
     [[nodiscard]] bool currentIsVelaMeeting() const override;
     [[nodiscard]] bool isApptDirty() const override;
     [[nodiscard]] bool blockDeleteVelaMeeting() const override;
-    void setIsSupportVela(bool supported) { m_bSupportVela = supported; }
-    [[nodiscard]] bool isSupportVela() const { return m_bSupportVela; }
+    void setIsSupportVela(bool supported) { m_model.setIsSupportVela(supported); }
+    [[nodiscard]] bool isSupportVela() const { return m_model.isSupportVela(); }
 
     [[nodiscard]] bool getActionResult() const override;
     void setActionResultData(const QVariantMap &answer) override;
@@ -95,7 +98,7 @@ protected:
 private:
     void createVLButton();
     void createAddPACButton();
-    void setShown(bool add, bool audioConference, bool remove, bool settings);
+    void setShown(const ShownButtons &shown);
     void addPACMeeting(qint64 account);
 
     std::shared_ptr<MeetingContext> m_context;
@@ -103,7 +106,7 @@ private:
     rt::Weak<> m_idERCalendarEventEditorWindowCtrl;
     rt::Weak<> m_idECCalendarEvent;
     std::unique_ptr<vlERCalendarEventEditorViewController> m_pERCalendarEventEditorViewCtrl;
-    StripState m_vlUIStatus = StripState::NoMeeting;
+    StripModel m_model;
     HostAction m_OLCalEventViewAction = HostAction::None;
     vlSettingsButton *m_addButton = nullptr; // the buttons are children
     vlPopupButton *m_addPACButton = nullptr;
@@ -111,6 +114,4 @@ private:
     vlSettingsButton *m_changeButton = nullptr;
     std::unique_ptr<QMenu> m_addPACButtonPopupMenu;
     QPointer<QWidget> m_ownWindow; // set when the strip is told its editor
-    DataStatus m_vlMeetingDataStatus = DataStatus::None;
-    bool m_bSupportVela = true;
 };

@@ -15,8 +15,12 @@ rt::Object *contentOf(rt::Object *editor) {
     return rt::objectValue(rt::send(editor, rt::Selector(olItem_content)));
 }
 
-QString windowIdentifier(const vlActionAdditionView &strip) {
+QString windowIdentifier(const QWidget &strip) {
     return strip.parentWidget() ? rt::identifier(strip.window()) : QString();
+}
+
+EditorStrip *asStrip(QWidget *widget) {
+    return dynamic_cast<EditorStrip *>(widget);
 }
 
 } // namespace
@@ -26,68 +30,56 @@ vlActionAdditionViewMonitor &vlActionAdditionViewMonitor::sharedInstance() {
 }
 
 void vlActionAdditionViewMonitor::addVlActionAdditionViewInstance(QWidget *strip) {
-    auto *added = qobject_cast<vlActionAdditionView *>(strip);
-    if (added && !m_strips.contains(added))
-        m_strips.append(added);
+    if (asStrip(strip) && !m_strips.contains(strip))
+        m_strips.append(strip);
 }
 
 void vlActionAdditionViewMonitor::removeVlActionAdditionViewInstance(QWidget *strip) {
-    m_strips.removeIf([strip](const QPointer<vlActionAdditionView> &entry) {
-        return entry.isNull() || static_cast<QWidget *>(entry) == strip;
-    });
+    m_strips.removeIf([strip](const auto &entry) { return entry.isNull() || entry == strip; });
 }
 
 // Over a copy: asking a host object may close a window.
 template<typename Matches>
-vlActionAdditionView *vlActionAdditionViewMonitor::first(Matches matches) const {
-    const QList<QPointer<vlActionAdditionView>> strips = m_strips;
-    for (const QPointer<vlActionAdditionView> &strip : strips)
+EditorStrip *vlActionAdditionViewMonitor::first(Matches matches) const {
+    const QList<QPointer<QWidget>> strips = m_strips;
+    for (const QPointer<QWidget> &strip : strips)
         if (strip && matches(*strip) && strip)
-            return strip;
+            return asStrip(strip);
     return nullptr;
 }
 
-vlActionAdditionView *
+EditorStrip *
 vlActionAdditionViewMonitor::getVlActionAdditionViewByEditorWinCtrl(const rt::Object *controller) const {
     const QString wanted = rt::identifier(controller);
-    return first([&wanted](const vlActionAdditionView &strip) {
-        return same(wanted, rt::identifier(strip.editorWindowController()));
+    return first([&wanted](QWidget &strip) {
+        return same(wanted, rt::identifier(asStrip(&strip)->editorWindowController()));
     });
 }
 
-vlActionAdditionView *
-vlActionAdditionViewMonitor::getVlActionAdditionViewByEditorViewCtrl(rt::Object *editor) const {
+EditorStrip *vlActionAdditionViewMonitor::getVlActionAdditionViewByEditorViewCtrl(rt::Object *editor) const {
     return getVlActionAdditionViewByECCalendarEvent(contentOf(editor));
 }
 
-vlActionAdditionView *
+EditorStrip *
 vlActionAdditionViewMonitor::getVlActionAdditionViewByECCalendarEvent(const rt::Object *event) const {
     const QString wanted = rt::identifier(event);
-    return first([&wanted](const vlActionAdditionView &strip) {
-        return same(wanted, rt::identifier(contentOf(strip.editorViewController())));
+    return first([&wanted](QWidget &strip) {
+        return same(wanted, rt::identifier(contentOf(asStrip(&strip)->editorViewController())));
     });
 }
 
-vlActionAdditionView *
+EditorStrip *
 vlActionAdditionViewMonitor::getVlActionAdditionViewByWindowIdentify(const QString &identifier) const {
-    return first([&identifier](const vlActionAdditionView &strip) {
-        return same(identifier, windowIdentifier(strip));
-    });
+    return first([&identifier](QWidget &strip) { return same(identifier, windowIdentifier(strip)); });
 }
 
-vlActionAdditionView *
-vlActionAdditionViewMonitor::getVlActionAdditionViewByWindow(const QWidget *window) const {
+EditorStrip *vlActionAdditionViewMonitor::getVlActionAdditionViewByWindow(const QWidget *window) const {
     return getVlActionAdditionViewByWindowIdentify(rt::identifier(window));
 }
 
-vlActionAdditionView *
+EditorStrip *
 vlActionAdditionViewMonitor::getVlActionAdditionViewByApptWindowID(const QString &identifier) const {
-    return first([&identifier](const vlActionAdditionView &strip) {
-        return same(identifier, strip.getAppointmentWindowID());
+    return first([&identifier](QWidget &strip) {
+        return same(identifier, asStrip(&strip)->getAppointmentWindowID());
     });
-}
-
-void vlActionAdditionViewMonitor::createStrip(QWidget *headerView, const QRectF &frame) {
-    if (headerView)
-        (new vlActionAdditionView(frame, headerView))->show();
 }

@@ -1,11 +1,11 @@
 // The live strips of all open appointment editors.
 #pragma once
 
-#include "plugin/ui/strip/vlActionAdditionView.h"
 #include "plugin/workflow/workflowPorts.h"
 
 #include <QList>
 #include <QPointer>
+#include <QWidget>
 
 // Objects and windows are matched by their identifiers. Strips are held weakly: one that dies is no longer
 // found. Lookups go in order of registration and answer nullptr when there is no match. Main thread only.
@@ -13,29 +13,24 @@ class vlActionAdditionViewMonitor : public EditorStrips {
 public:
     static vlActionAdditionViewMonitor &sharedInstance();
 
-    // Anything that is not a vlActionAdditionView is ignored; a strip that is there already stays once.
+    // A widget that is no strip is ignored; a strip that is there already stays once.
     void addVlActionAdditionViewInstance(QWidget *strip);
     void removeVlActionAdditionViewInstance(QWidget *strip);
 
-    [[nodiscard]] vlActionAdditionView *
+    [[nodiscard]] EditorStrip *
     getVlActionAdditionViewByEditorWinCtrl(const rt::Object *controller) const override;
-    [[nodiscard]] vlActionAdditionView *
-    getVlActionAdditionViewByEditorViewCtrl(rt::Object *editor) const override;
-    [[nodiscard]] vlActionAdditionView *
-    getVlActionAdditionViewByECCalendarEvent(const rt::Object *event) const;
+    [[nodiscard]] EditorStrip *getVlActionAdditionViewByEditorViewCtrl(rt::Object *editor) const override;
+    [[nodiscard]] EditorStrip *getVlActionAdditionViewByECCalendarEvent(const rt::Object *event) const;
     // By the window that the strip is in.
-    [[nodiscard]] vlActionAdditionView *
-    getVlActionAdditionViewByWindowIdentify(const QString &identifier) const;
-    [[nodiscard]] vlActionAdditionView *getVlActionAdditionViewByWindow(const QWidget *window) const override;
+    [[nodiscard]] EditorStrip *getVlActionAdditionViewByWindowIdentify(const QString &identifier) const;
+    [[nodiscard]] EditorStrip *getVlActionAdditionViewByWindow(const QWidget *window) const override;
     // By the window that the editor's window controller names.
-    [[nodiscard]] vlActionAdditionView *
+    [[nodiscard]] EditorStrip *
     getVlActionAdditionViewByApptWindowID(const QString &identifier) const override;
-
-    void createStrip(QWidget *headerView, const QRectF &frame) override;
 
 private:
     template<typename Matches>
-    [[nodiscard]] vlActionAdditionView *first(Matches matches) const;
+    [[nodiscard]] EditorStrip *first(Matches matches) const;
 
-    QList<QPointer<vlActionAdditionView>> m_strips;
+    QList<QPointer<QWidget>> m_strips; // each an EditorStrip
 };

@@ -1,0 +1,35 @@
+#include "plugin/ui/strip/StripModel.h"
+
+#include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
+
+bool StripModel::needHideVlView(const vlERCalendarEventEditorViewController *editor, bool hasEvent) const {
+    return editor ? editor->needHideVlButton() : !hasEvent || !m_bSupportVela;
+}
+
+ShownButtons StripModel::shownButtons(bool isHidden, bool hasAudioConferences) const {
+    if (isHidden || m_vlUIStatus == StripState::Hidden)
+        return {};
+    const bool hasMeeting = m_vlUIStatus == StripState::MeetingAttached;
+    return {.add = !hasMeeting,
+            .audioConference = !hasMeeting && hasAudioConferences,
+            .remove = hasMeeting,
+            .settings = hasMeeting};
+}
+
+DataStatus StripModel::getVlDataStatus(const vlERCalendarEventEditorViewController *editor, bool hasMeeting) {
+    if (!editor || !editor->ecCalendarEvent()->isSupportVela())
+        return DataStatus::NothingToDo; // not remembered
+    m_vlMeetingDataStatus = statusOf(*editor, hasMeeting);
+    return m_vlMeetingDataStatus;
+}
+
+DataStatus StripModel::statusOf(const vlERCalendarEventEditorViewController &editor, bool hasMeeting) const {
+    if (!hasMeeting && m_vlUIStatus == StripState::NoMeeting)
+        return DataStatus::NothingToDo;
+    if (!hasMeeting) // shown as attached, there is none any more: nothing to send
+        return m_vlUIStatus == StripState::MeetingAttached ? DataStatus::NothingToSend
+                                                           : m_vlMeetingDataStatus;
+    if (m_vlUIStatus == StripState::NoMeeting || editor.isCancelMode())
+        return DataStatus::DeleteMeeting;
+    return editor.isVlMeetingItemsChanged() ? DataStatus::UpdateMeeting : DataStatus::NothingToDo;
+}

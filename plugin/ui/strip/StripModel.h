@@ -1,0 +1,37 @@
+// What the strip of buttons decides, without a widget.
+#pragma once
+
+#include "plugin/workflow/workflowPorts.h"
+
+class vlERCalendarEventEditorViewController;
+
+struct ShownButtons {
+    bool add = false;
+    bool audioConference = false;
+    bool remove = false;
+    bool settings = false;
+};
+
+// Of one editor. `editor` is the adapter of the host's editor; nullptr before it is needed first.
+class StripModel {
+public:
+    [[nodiscard]] StripState state() const { return m_vlUIStatus; }
+    void setState(StripState state) { m_vlUIStatus = state; }
+    void setIsSupportVela(bool supported) { m_bSupportVela = supported; }
+    [[nodiscard]] bool isSupportVela() const { return m_bSupportVela; }
+
+    // Whether the appointment shows no button at all, whatever its state. `hasEvent`: its editor is known.
+    [[nodiscard]] bool needHideVlView(const vlERCalendarEventEditorViewController *editor,
+                                      bool hasEvent) const;
+    [[nodiscard]] ShownButtons shownButtons(bool isHidden, bool hasAudioConferences) const;
+    // What saving needs. A status is remembered for an appointment whose state tells none.
+    DataStatus getVlDataStatus(const vlERCalendarEventEditorViewController *editor, bool hasMeeting);
+
+private:
+    [[nodiscard]] DataStatus statusOf(const vlERCalendarEventEditorViewController &editor,
+                                      bool hasMeeting) const;
+
+    StripState m_vlUIStatus = StripState::NoMeeting;
+    DataStatus m_vlMeetingDataStatus = DataStatus::None;
+    bool m_bSupportVela = true;
+};
