@@ -74,7 +74,7 @@ void headerDrawing(benchmark::State &state, bool hooked) {
     roads::Desk desk(QString::number(state.range(0)));
     mailhost::EditorWindow *editor = desk.open(roads::Desk::plain);
     auto *header = editor->findChild<mailhost::HeaderView *>();
-    const HookRow &row = hookTable()[newer ? 2 : 0];
+    const HookRow &row = hookRow(newer ? HookRowName::NewerHeaderDraw : HookRowName::OlderHeaderDraw);
     const rt::Selector selector(hooked ? row.hostSelector : row.replacementSelector);
     const QRectF rect(header->rect());
     for (auto _ : state)

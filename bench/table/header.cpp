@@ -16,7 +16,9 @@ void header() {
         roads::Desk desk(QString::fromLatin1(version));
         mailhost::EditorWindow *editor = desk.open(roads::Desk::plain);
         auto *view = editor->findChild<mailhost::HeaderView *>();
-        const HookRow &row = hookTable()[mailhost::isNewerGeneration(QString::fromLatin1(version)) ? 2 : 0];
+        const HookRow &row =
+            hookRow(mailhost::isNewerGeneration(QString::fromLatin1(version)) ? HookRowName::NewerHeaderDraw
+                                                                              : HookRowName::OlderHeaderDraw);
         // The view is not being painted: the host's own drawing does nothing, and the difference is the hook.
         const rt::Selector hooked(row.hostSelector);
         const rt::Selector host(row.replacementSelector);

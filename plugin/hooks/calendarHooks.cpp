@@ -14,14 +14,6 @@ namespace hooks {
 
 namespace {
 
-constexpr int rowResize = 9;
-constexpr int rowMove = 10;
-constexpr int rowRename = 11;
-constexpr int rowDelete = 14;
-constexpr int rowCancel = 15;
-constexpr int rowSwitchToSeries = 17;
-constexpr int rowEditorSave = 23;
-
 constexpr int accepted = 0;
 constexpr int refused = 1;
 
@@ -34,7 +26,7 @@ bool isCurrentVelaMeeting(rt::Object *gridWrapper) {
 
 // Hands a change on the grid to the workflow first; the host applies it only when it was accepted.
 template<typename Update>
-rt::Value changeOnGrid(int row, rt::Object *self, rt::Args arguments, Update update) {
+rt::Value changeOnGrid(HookRowName row, rt::Object *self, rt::Args arguments, Update update) {
     const rt::Weak<> grid(self);
     const int result = guarded("changing a meeting on the calendar", refused, [&grid, &update] {
         if (!isCurrentVelaMeeting(grid.get()))
@@ -65,21 +57,22 @@ Deletion deleteMeetingOf(const rt::Weak<> &event) {
 } // namespace
 
 rt::Value gridResize(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return changeOnGrid(
-        rowResize, self, arguments, [&arguments](vlCalendarActionMgr &manager, rt::Object *grid) {
-            return manager.updateDuration(grid, rt::objectValue(arguments[2]), rt::doubleValue(arguments[3]));
-        });
+    return changeOnGrid(HookRowName::GridResize, self, arguments,
+                        [&arguments](vlCalendarActionMgr &manager, rt::Object *grid) {
+                            return manager.updateDuration(grid, rt::objectValue(arguments[2]),
+                                                          rt::doubleValue(arguments[3]));
+                        });
 }
 
 rt::Value gridMove(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return changeOnGrid(rowMove, self, arguments,
+    return changeOnGrid(HookRowName::GridMove, self, arguments,
                         [&arguments](vlCalendarActionMgr &manager, rt::Object *grid) {
                             return manager.updateStartTime(grid, rt::objectValue(arguments[2]));
                         });
 }
 
 rt::Value gridRename(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return changeOnGrid(rowRename, self, arguments,
+    return changeOnGrid(HookRowName::GridRename, self, arguments,
                         [&arguments](vlCalendarActionMgr &manager, rt::Object *grid) {
                             return manager.updateSubject(grid, rt::textValue(arguments[0]));
                         });
@@ -90,7 +83,7 @@ rt::Value eventDelete(rt::Object *self, rt::Selector, rt::Args arguments) {
     const Deletion deletion = deleteMeetingOf(event);
     if (deletion.isMeeting && (deletion.result != accepted || !deletion.actionResult))
         return false;
-    return callHost(rowDelete, event.get(), arguments);
+    return callHost(HookRowName::EventDelete, event.get(), arguments);
 }
 
 // Unlike a delete, a cancellation goes by the action result alone.
@@ -99,14 +92,14 @@ rt::Value eventCancel(rt::Object *self, rt::Selector, rt::Args arguments) {
     const Deletion deletion = deleteMeetingOf(event);
     if (deletion.isMeeting && !deletion.actionResult)
         return {};
-    return callHost(rowCancel, event.get(), arguments);
+    return callHost(HookRowName::EventCancel, event.get(), arguments);
 }
 
 rt::Value switchToSeries(rt::Object *self, rt::Selector, rt::Args arguments) {
     // The window in which the user asked for it: once the host has switched, another may be active, or this
     // one closed.
     const QPointer<QWidget> window = QApplication::activeWindow();
-    const rt::Value result = callHost(rowSwitchToSeries, self, arguments);
+    const rt::Value result = callHost(HookRowName::SwitchToSeries, self, arguments);
     guarded("following the switch to the series", [&window] {
         const QPointer<vlActionAdditionView> strip = dynamic_cast<vlActionAdditionView *>(
             vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(window));
@@ -114,7 +107,7 @@ rt::Value switchToSeries(rt::Object *self, rt::Selector, rt::Args arguments) {
             return;
         const ContextScope scope(strip);
         strip->attachOutlookERCalendarEventEditorWindowController(strip->editorWindowController());
-        callHost(rowEditorSave, strip->editorViewController(), {});
+        callHost(HookRowName::EditorSave, strip->editorViewController(), {});
         if (strip && !strip->isApptDirty()) // a save runs host code, which may close the window
             strip->refreshUI();
     });

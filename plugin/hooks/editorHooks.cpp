@@ -14,15 +14,6 @@ namespace hooks {
 
 namespace {
 
-constexpr int rowSaveAndCloseWindow = 22;
-constexpr int rowSave = 24;
-constexpr int rowSend = 26;
-constexpr int rowFromFieldModified = 27;
-constexpr int rowRecurrenceEnded = 28;
-constexpr int rowSaveAndCloseWithError = 29;
-constexpr int rowHostWordMailEditor = 30;
-constexpr int rowSaveRecord = 32;
-
 constexpr int heldBackResult = -1; // what the two save-and-close operations answer while they are held back
 constexpr quint32 lastRefreshingReturnCode = 1;
 
@@ -48,7 +39,7 @@ Decision decide(const rt::Weak<> &editor, HostAction action) {
 }
 
 // The editor may go away while the workflow is asked; then nothing is left to save.
-rt::Value saveAndClose(int row, HostAction action, rt::Object *self, rt::Args arguments) {
+rt::Value saveAndClose(HookRowName row, HostAction action, rt::Object *self, rt::Args arguments) {
     const rt::Weak<> editor(self);
     const ContextScope scope(stripOf(editor));
     if (decide(editor, action).proceed)
@@ -56,7 +47,7 @@ rt::Value saveAndClose(int row, HostAction action, rt::Object *self, rt::Args ar
     return heldBackResult;
 }
 
-rt::Value saveOrSend(int row, HostAction action, rt::Object *self, rt::Args arguments) {
+rt::Value saveOrSend(HookRowName row, HostAction action, rt::Object *self, rt::Args arguments) {
     const rt::Weak<> editor(self);
     const ContextScope scope(stripOf(editor));
     const Decision decision = decide(editor, action);
@@ -66,15 +57,16 @@ rt::Value saveOrSend(int row, HostAction action, rt::Object *self, rt::Args argu
 } // namespace
 
 rt::Value editorSaveAndCloseWindow(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return saveAndClose(rowSaveAndCloseWindow, HostAction::ActionSaveAndClose, self, arguments);
+    return saveAndClose(HookRowName::EditorSaveAndCloseWindow, HostAction::ActionSaveAndClose, self, arguments);
 }
 
 rt::Value editorSave(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return saveOrSend(rowSave, HostAction::ActionSave, self, arguments);
+    return saveOrSend(HookRowName::EditorSaveFromSender, HostAction::ActionSave, self, arguments);
 }
 
 rt::Value editorSaveAndCloseWithError(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return saveAndClose(rowSaveAndCloseWithError, HostAction::ActionSaveAndCloseWithError, self, arguments);
+    return saveAndClose(HookRowName::EditorSaveAndCloseWithError, HostAction::ActionSaveAndCloseWithError, self,
+                        arguments);
 }
 
 rt::Value editorSend(rt::Object *self, rt::Selector, rt::Args arguments) {
@@ -87,17 +79,17 @@ rt::Value editorSend(rt::Object *self, rt::Selector, rt::Args arguments) {
     });
     if (!matched)
         return {};
-    return saveOrSend(rowSend, HostAction::ActionSend, self, arguments);
+    return saveOrSend(HookRowName::EditorSend, HostAction::ActionSend, self, arguments);
 }
 
-rt::Value editorPassThroughRow(int row, rt::Object *self, rt::Args arguments) {
+rt::Value editorPassThroughRow(HookRowName row, rt::Object *self, rt::Args arguments) {
     const ContextScope scope(stripOf(rt::Weak<>(self)));
     return callHost(row, self, arguments);
 }
 
 rt::Value editorFromFieldModified(rt::Object *self, rt::Selector, rt::Args arguments) {
     const rt::Weak<> editor(self);
-    const rt::Value result = callHost(rowFromFieldModified, self, arguments);
+    const rt::Value result = callHost(HookRowName::EditorFromFieldModified, self, arguments);
     guarded("following the From field", [&editor] {
         EditorStrip *strip = stripOf(editor);
         if (!strip)
@@ -113,7 +105,7 @@ rt::Value editorFromFieldModified(rt::Object *self, rt::Selector, rt::Args argum
 rt::Value editorRecurrenceEnded(rt::Object *self, rt::Selector, rt::Args arguments) {
     const rt::Weak<> editor(self);
     const auto returnCode = quint32(rt::integerValue(arguments[1]));
-    const rt::Value result = callHost(rowRecurrenceEnded, self, arguments);
+    const rt::Value result = callHost(HookRowName::EditorRecurrenceEnded, self, arguments);
     guarded("following the recurrence", [&editor, returnCode] {
         if (returnCode > lastRefreshingReturnCode)
             return;
@@ -127,7 +119,7 @@ rt::Value editorHostWordMailEditor(rt::Object *self, rt::Selector, rt::Args argu
     guarded("taking the body editor", [&arguments, self] {
         vlMeetingMgr::sharedInstance().setOLWordMailEditor(rt::objectValue(arguments[0]), self);
     });
-    return callHost(rowHostWordMailEditor, self, arguments);
+    return callHost(HookRowName::EditorHostWordMailEditor, self, arguments);
 }
 
 rt::Value recordSave(rt::Object *self, rt::Selector, rt::Args arguments) {
@@ -140,7 +132,7 @@ rt::Value recordSave(rt::Object *self, rt::Selector, rt::Args arguments) {
         else
             cleanVlKeyInfoFromAppointment(self);
     });
-    return callHost(rowSaveRecord, record.get(), arguments);
+    return callHost(HookRowName::RecordSave, record.get(), arguments);
 }
 
 } // namespace hooks

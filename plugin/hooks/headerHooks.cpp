@@ -14,11 +14,6 @@ namespace hooks {
 
 namespace {
 
-constexpr int rowOlderDraw = 1;
-constexpr int rowNewerInit = 2;
-constexpr int rowNewerDraw = 3;
-constexpr int rowOlderInit = 13;
-
 constexpr double yWithTimeZoneRow = 13.0;
 constexpr double yWithoutTimeZoneRow = -10.0;
 
@@ -131,7 +126,7 @@ Strips directStrips(const QWidget *header) {
     return strips;
 }
 
-rt::Value makeHeader(int row, const rt::Class *headerClass, rt::Object *self, rt::Args arguments) {
+rt::Value makeHeader(HookRowName row, const rt::Class *headerClass, rt::Object *self, rt::Args arguments) {
     const rt::Value made = callHost(row, self, arguments);
     guarded("making the meeting buttons", [&made, headerClass] {
         rt::Object *object = rt::objectValue(made);
@@ -145,16 +140,16 @@ rt::Value makeHeader(int row, const rt::Class *headerClass, rt::Object *self, rt
 } // namespace
 
 rt::Value olderHeaderInit(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return makeHeader(rowOlderInit, hostClass<olderHeaderName>(), self, arguments);
+    return makeHeader(HookRowName::OlderHeaderInit, hostClass<olderHeaderName>(), self, arguments);
 }
 
 rt::Value newerHeaderInit(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return makeHeader(rowNewerInit, hostClass<newerHeaderName>(), self, arguments);
+    return makeHeader(HookRowName::NewerHeaderInit, hostClass<newerHeaderName>(), self, arguments);
 }
 
 rt::Value olderHeaderDrawRect(rt::Object *self, rt::Selector, rt::Args arguments) {
     const rt::Weak<> view(self);
-    const rt::Value drawn = callHost(rowOlderDraw, self, arguments);
+    const rt::Value drawn = callHost(HookRowName::OlderHeaderDraw, self, arguments);
     guarded("placing the meeting buttons", [&view] {
         if (!isExactly(view.get(), hostClass<olderHeaderName>()))
             return;
@@ -168,7 +163,7 @@ rt::Value olderHeaderDrawRect(rt::Object *self, rt::Selector, rt::Args arguments
 
 rt::Value newerHeaderDrawRect(rt::Object *self, rt::Selector, rt::Args arguments) {
     const rt::Weak<> view(self);
-    const rt::Value drawn = callHost(rowNewerDraw, self, arguments);
+    const rt::Value drawn = callHost(HookRowName::NewerHeaderDraw, self, arguments);
     guarded("placing the meeting buttons", [&view] {
         if (!isExactly(view.get(), hostClass<newerHeaderName>()))
             return;
@@ -185,7 +180,7 @@ rt::Value headerRowDrawRect(rt::Object *, rt::Selector, rt::Args) {
     return true;
 }
 
-rt::Value editorShownRow(int row, rt::Object *self, rt::Args arguments) {
+rt::Value editorShownRow(HookRowName row, rt::Object *self, rt::Args arguments) {
     // The appointment may go away while the host opens its window, and the window may be closed again before
     // the next turn of the loop.
     const rt::Weak<> event(rt::objectValue(arguments[0]));

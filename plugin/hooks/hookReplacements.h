@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/runtime/Runtime.h"
+#include "plugin/hooks/HookRowName.h"
 
 namespace hooks {
 
@@ -12,16 +13,16 @@ rt::Value newerHeaderInit(rt::Object *self, rt::Selector, rt::Args arguments);
 rt::Value olderHeaderDrawRect(rt::Object *self, rt::Selector, rt::Args arguments);
 rt::Value newerHeaderDrawRect(rt::Object *self, rt::Selector, rt::Args arguments);
 rt::Value headerRowDrawRect(rt::Object *self, rt::Selector, rt::Args arguments);
-rt::Value editorShownRow(int row, rt::Object *self, rt::Args arguments);
-template<int Row>
+rt::Value editorShownRow(HookRowName row, rt::Object *self, rt::Args arguments);
+template<HookRowName Row>
 rt::Value editorShown(rt::Object *self, rt::Selector, rt::Args arguments) {
     return editorShownRow(Row, self, arguments);
 }
 
 // editorHooks.cpp: saving, sending, the From field, recurrence, the body editor, the stored record.
 // The host's own, with the appointment of the editor at hand: it may store its record.
-rt::Value editorPassThroughRow(int row, rt::Object *self, rt::Args arguments);
-template<int Row>
+rt::Value editorPassThroughRow(HookRowName row, rt::Object *self, rt::Args arguments);
+template<HookRowName Row>
 rt::Value editorPassThrough(rt::Object *self, rt::Selector, rt::Args arguments) {
     return editorPassThroughRow(Row, self, arguments);
 }

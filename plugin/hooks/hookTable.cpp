@@ -9,90 +9,99 @@ namespace {
 
 constexpr HookKind instance = HookKind::Instance;
 constexpr HookKind classSide = HookKind::Class;
+using enum HookRowName;
 
 // A row that only gives the plug-in a way to the host's own implementation.
-template<int Row>
+template<HookRowName Row>
 rt::Value passThrough(rt::Object *self, rt::Selector, rt::Args arguments) {
     return callHost(Row, self, arguments);
 }
 
 // clang-format off
-const HookRow table[] = {
+constexpr HookRow table[] = {
     // The editor's header.
-    /*  1 */ {"OLCalendarHeaderContainerView", "drawRect:", instance,
-              "vl_OLCalendarHeaderContainerView_drawRect:", "B@:ffff", hooks::olderHeaderDrawRect},
-    /*  2 */ {"OLAutoLayoutAttachmentsAcceptingView", "initWithFrame:", instance,
-              "vlOLAutoLayoutAttachmentsAcceptingView_initWithFrame:", "@@:ffff", hooks::newerHeaderInit},
-    /*  3 */ {"OLAutoLayoutAttachmentsAcceptingView", "drawRect:", instance,
-              "vlOLAutoLayoutAttachmentsAcceptingView_drawRect:", "B@:ffff", hooks::newerHeaderDrawRect},
+    {OlderHeaderDraw, "OLCalendarHeaderContainerView", "drawRect:", instance,
+     "vl_OLCalendarHeaderContainerView_drawRect:", "B@:ffff", hooks::olderHeaderDrawRect},
+    {NewerHeaderInit, "OLAutoLayoutAttachmentsAcceptingView", "initWithFrame:", instance,
+     "vlOLAutoLayoutAttachmentsAcceptingView_initWithFrame:", "@@:ffff", hooks::newerHeaderInit},
+    {NewerHeaderDraw, "OLAutoLayoutAttachmentsAcceptingView", "drawRect:", instance,
+     "vlOLAutoLayoutAttachmentsAcceptingView_drawRect:", "B@:ffff", hooks::newerHeaderDrawRect},
     // Opening an editor's window.
-    /*  4 */ {"ERCalendarEventEditorWindowController", "showWindowForMeeting:", classSide,
-              "vl_ERCalendarEventEditorWindowController_showWindowForMeeting:", "@@:@", hooks::editorShown<4>},
-    /*  5 */ {"ERCalendarEventEditorWindowController", "showWindowForNewMeeting", classSide,
-              "vl_ERCalendarEventEditorWindowController_showWindowForNewMeeting", "@@:", passThrough<5>},
-    /*  6 */ {"ERCalendarEventEditorWindowController", "showWindowForEvent:", classSide,
-              "vl_ERCalendarEventEditorWindowController_showWindowForEvent:", "@@:@", hooks::editorShown<6>},
-    /*  7 */ {"ERCalendarEventEditorWindowController", "showWindowForNewEvent", classSide,
-              "vl_ERCalendarEventEditorWindowController_showWindowForNewEvent", "@@:@", passThrough<7>},
-    /*  8 */ {"ERCalendarEventEditorWindowController", "showCancellationWindowForMeeting:", classSide,
-              "vl_ERCalendarEventEditorWindowController_showCancellationWindowForMeeting:", "@@:@", hooks::editorShown<8>},
+    {ShowMeeting, "ERCalendarEventEditorWindowController", "showWindowForMeeting:", classSide,
+     "vl_ERCalendarEventEditorWindowController_showWindowForMeeting:", "@@:@", hooks::editorShown<ShowMeeting>},
+    {ShowNewMeeting, "ERCalendarEventEditorWindowController", "showWindowForNewMeeting", classSide,
+     "vl_ERCalendarEventEditorWindowController_showWindowForNewMeeting", "@@:", passThrough<ShowNewMeeting>},
+    {ShowEvent, "ERCalendarEventEditorWindowController", "showWindowForEvent:", classSide,
+     "vl_ERCalendarEventEditorWindowController_showWindowForEvent:", "@@:@", hooks::editorShown<ShowEvent>},
+    {ShowNewEvent, "ERCalendarEventEditorWindowController", "showWindowForNewEvent", classSide,
+     "vl_ERCalendarEventEditorWindowController_showWindowForNewEvent", "@@:@", passThrough<ShowNewEvent>},
+    {ShowCancellation, "ERCalendarEventEditorWindowController", "showCancellationWindowForMeeting:", classSide,
+     "vl_ERCalendarEventEditorWindowController_showCancellationWindowForMeeting:", "@@:@", hooks::editorShown<ShowCancellation>},
     // Changes on the calendar grid.
-    /*  9 */ {"OLCalendarGridViewWrapper", "dragResizedEvent:withTileView:withStartDate:duration:inProgress:partialStart:partialEnd:", instance,
-              "vl_OLCalendarGridViewWrapper_dragResizedEvent:withTileView:withStartDate:duration:inProgress:partialStart:partialEnd:",
-              "B@:@@@d^cBB", hooks::gridResize},
-    /* 10 */ {"OLCalendarGridViewWrapper", "performDragFrom:to:forDate:inProgress:", instance,
-              "vl_OLCalendarGridViewWrapper_performDragFrom:to:forDate:inProgress:", "B@:@@@^c", hooks::gridMove},
-    /* 11 */ {"OLCalendarGridViewWrapper", "subjectChanged:forEvent:andTileView:", instance,
-              "vl_OLCalendarGridViewWrapper_subjectChanged:forEvent:andTileView:", "B@:@@@", hooks::gridRename},
-    /* 12 */ {"CCEventTileView", "initWithFrame:andController:andFillColor:isGhost:", instance,
-              "vl_CCEventTileView_initWithFrame2:andController:andFillColor:isGhost:", "@@:ffff@@B", passThrough<12>},
+    {GridResize, "OLCalendarGridViewWrapper", "dragResizedEvent:withTileView:withStartDate:duration:inProgress:partialStart:partialEnd:", instance,
+     "vl_OLCalendarGridViewWrapper_dragResizedEvent:withTileView:withStartDate:duration:inProgress:partialStart:partialEnd:",
+     "B@:@@@d^cBB", hooks::gridResize},
+    {GridMove, "OLCalendarGridViewWrapper", "performDragFrom:to:forDate:inProgress:", instance,
+     "vl_OLCalendarGridViewWrapper_performDragFrom:to:forDate:inProgress:", "B@:@@@^c", hooks::gridMove},
+    {GridRename, "OLCalendarGridViewWrapper", "subjectChanged:forEvent:andTileView:", instance,
+     "vl_OLCalendarGridViewWrapper_subjectChanged:forEvent:andTileView:", "B@:@@@", hooks::gridRename},
+    {TileInit, "CCEventTileView", "initWithFrame:andController:andFillColor:isGhost:", instance,
+     "vl_CCEventTileView_initWithFrame2:andController:andFillColor:isGhost:", "@@:ffff@@B", passThrough<TileInit>},
     // The header of the older generation is made by its superclass.
-    /* 13 */ {"OLAttachmentsAcceptingView", "initWithFrame:", instance,
-              "vlOLAttachmentsAcceptingView_initWithFrame:", "@@:ffff", hooks::olderHeaderInit},
+    {OlderHeaderInit, "OLAttachmentsAcceptingView", "initWithFrame:", instance,
+     "vlOLAttachmentsAcceptingView_initWithFrame:", "@@:ffff", hooks::olderHeaderInit},
     // Deleting and cancelling without an editor.
-    /* 14 */ {"ECCalendarEvent", "deleteEventNow", instance,
-              "vl_ECCalendarEvent_deleteEventNow", "B@:", hooks::eventDelete},
-    /* 15 */ {"ECCalendarEvent", "cancelMeetingInWindow:", instance,
-              "vl_ECCalendarEvent_cancelMeetingInWindow:", "v@:@", hooks::eventCancel},
-    /* 16 */ {"OLAutoLayoutView", "drawRect:", instance,
-              "vl_OLAutoLayoutView_drawRect:", "B@:ffff", hooks::headerRowDrawRect},
-    /* 17 */ {"OLCalendarEventViewResponder", "switchToRecurringSeries:", instance,
-              "vl_OLCalendarEventViewResponder_switchToRecurringSeries:", "v@:@", hooks::switchToSeries},
+    {EventDelete, "ECCalendarEvent", "deleteEventNow", instance,
+     "vl_ECCalendarEvent_deleteEventNow", "B@:", hooks::eventDelete},
+    {EventCancel, "ECCalendarEvent", "cancelMeetingInWindow:", instance,
+     "vl_ECCalendarEvent_cancelMeetingInWindow:", "v@:@", hooks::eventCancel},
+    {HeaderRowDraw, "OLAutoLayoutView", "drawRect:", instance,
+     "vl_OLAutoLayoutView_drawRect:", "B@:ffff", hooks::headerRowDrawRect},
+    {SwitchToSeries, "OLCalendarEventViewResponder", "switchToRecurringSeries:", instance,
+     "vl_OLCalendarEventViewResponder_switchToRecurringSeries:", "v@:@", hooks::switchToSeries},
     // The main window's tool-bar.
-    /* 18 */ {"ERageMainWindowController", "toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:", instance,
-              "vl_ERageMainWindowController_toolbarItem:itemForItemIdentifier:willBeInsertedIntoToolbar:", "@@:@@B", hooks::toolbarItem},
-    /* 19 */ {"ERageMainWindowController", "toolbarDefaultItemIdentifiers:", instance,
-              "vl_ERageMainWindowController_toolbarDefaultItemIdentifiers:", "@@:@", passThrough<19>},
-    /* 20 */ {"ERageMainWindowController", "toolbarAllowedItemIdentifiers:", instance,
-              "vl_ERageMainWindowController_toolbarAllowedItemIdentifiers:", "@@:@", passThrough<20>},
+    {ToolbarItem, "ERageMainWindowController", "toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:", instance,
+     "vl_ERageMainWindowController_toolbarItem:itemForItemIdentifier:willBeInsertedIntoToolbar:", "@@:@@B", hooks::toolbarItem},
+    {ToolbarDefaultItems, "ERageMainWindowController", "toolbarDefaultItemIdentifiers:", instance,
+     "vl_ERageMainWindowController_toolbarDefaultItemIdentifiers:", "@@:@", passThrough<ToolbarDefaultItems>},
+    {ToolbarAllowedItems, "ERageMainWindowController", "toolbarAllowedItemIdentifiers:", instance,
+     "vl_ERageMainWindowController_toolbarAllowedItemIdentifiers:", "@@:@", passThrough<ToolbarAllowedItems>},
     // Saving, sending and closing an editor.
-    /* 21 */ {"ERCalendarEventEditorViewController", "saveAndClose:", instance,
-              "vl_ERCalendarEventEditorViewController_saveAndClose:", "v@:@", hooks::editorPassThrough<21>},
-    /* 22 */ {"ERCalendarEventEditorViewController", "saveAndCloseWindow:", instance,
-              "vl_ERCalendarEventEditorViewController_saveAndCloseWindow:", "i@:B", hooks::editorSaveAndCloseWindow},
-    /* 23 */ {"ERCalendarEventEditorViewController", "save", instance,
-              "vl_ERCalendarEventEditorViewController_save", "B@:", hooks::editorPassThrough<23>},
-    /* 24 */ {"ERCalendarEventEditorViewController", "save:", instance,
-              "vl_ERCalendarEventEditorViewController_saveArg:", "v@:@", hooks::editorSave},
-    /* 25 */ {"ERCalendarEventEditorViewController", "setIsCancelMode:", instance,
-              "vl_ERCalendarEventEditorViewController_setIsCancelMode:", "v@:B", passThrough<25>},
-    /* 26 */ {"ERCalendarEventEditorViewController", "sendMeetingPostValidate", instance,
-              "vl_ERCalendarEventEditorViewController_sendMeetingPostValidate", "v@:", hooks::editorSend},
-    /* 27 */ {"ERCalendarEventEditorViewController", "fromFieldModified:", instance,
-              "vl_ERCalendarEventEditorViewController_fromFieldModified:", "v@:@", hooks::editorFromFieldModified},
-    /* 28 */ {"ERCalendarEventEditorViewController", "switchToRecurrenceDidEnd:returnCode:contextInfo:", instance,
-              "vl_ERCalendarEventEditorViewController_switchToRecurrenceDidEnd:returnCode:contextInfo:", "v@:@i^v", hooks::editorRecurrenceEnded},
-    /* 29 */ {"ERCalendarEventEditorViewController", "saveAndCloseWindow:andReturnError:", instance,
-              "vl_ERCalendarEventEditorViewController_saveAndCloseWindowAndReturnError:andReturnError:", "i@:B@", hooks::editorSaveAndCloseWithError},
-    /* 30 */ {"ERCalendarEventEditorViewController", "hostWordMailEditor:", instance,
-              "vl_ERCalendarEventEditorViewController_hostWordMailEditor:", "v@:@", hooks::editorHostWordMailEditor},
+    {EditorSaveAndClose, "ERCalendarEventEditorViewController", "saveAndClose:", instance,
+     "vl_ERCalendarEventEditorViewController_saveAndClose:", "v@:@", hooks::editorPassThrough<EditorSaveAndClose>},
+    {EditorSaveAndCloseWindow, "ERCalendarEventEditorViewController", "saveAndCloseWindow:", instance,
+     "vl_ERCalendarEventEditorViewController_saveAndCloseWindow:", "i@:B", hooks::editorSaveAndCloseWindow},
+    {EditorSave, "ERCalendarEventEditorViewController", "save", instance,
+     "vl_ERCalendarEventEditorViewController_save", "B@:", hooks::editorPassThrough<EditorSave>},
+    {EditorSaveFromSender, "ERCalendarEventEditorViewController", "save:", instance,
+     "vl_ERCalendarEventEditorViewController_saveArg:", "v@:@", hooks::editorSave},
+    {EditorSetIsCancelMode, "ERCalendarEventEditorViewController", "setIsCancelMode:", instance,
+     "vl_ERCalendarEventEditorViewController_setIsCancelMode:", "v@:B", passThrough<EditorSetIsCancelMode>},
+    {EditorSend, "ERCalendarEventEditorViewController", "sendMeetingPostValidate", instance,
+     "vl_ERCalendarEventEditorViewController_sendMeetingPostValidate", "v@:", hooks::editorSend},
+    {EditorFromFieldModified, "ERCalendarEventEditorViewController", "fromFieldModified:", instance,
+     "vl_ERCalendarEventEditorViewController_fromFieldModified:", "v@:@", hooks::editorFromFieldModified},
+    {EditorRecurrenceEnded, "ERCalendarEventEditorViewController", "switchToRecurrenceDidEnd:returnCode:contextInfo:", instance,
+     "vl_ERCalendarEventEditorViewController_switchToRecurrenceDidEnd:returnCode:contextInfo:", "v@:@i^v", hooks::editorRecurrenceEnded},
+    {EditorSaveAndCloseWithError, "ERCalendarEventEditorViewController", "saveAndCloseWindow:andReturnError:", instance,
+     "vl_ERCalendarEventEditorViewController_saveAndCloseWindowAndReturnError:andReturnError:", "i@:B@", hooks::editorSaveAndCloseWithError},
+    {EditorHostWordMailEditor, "ERCalendarEventEditorViewController", "hostWordMailEditor:", instance,
+     "vl_ERCalendarEventEditorViewController_hostWordMailEditor:", "v@:@", hooks::editorHostWordMailEditor},
     // The record on its way into the calendar.
-    /* 31 */ {"ECMutableCalendarEvent", "setOlmUCCapabilities:", instance,
-              "vl_ECMutableCalendarEvent_setOlmUCCapabilities:", "v@:@", passThrough<31>},
-    /* 32 */ {"ECMutableCalendarEvent", "saveRecord", instance,
-              "vl_ECMutableCalendarEvent_saveRecord", "l@:", hooks::recordSave},
+    {RecordSetCapabilities, "ECMutableCalendarEvent", "setOlmUCCapabilities:", instance,
+     "vl_ECMutableCalendarEvent_setOlmUCCapabilities:", "v@:@", passThrough<RecordSetCapabilities>},
+    {RecordSave, "ECMutableCalendarEvent", "saveRecord", instance,
+     "vl_ECMutableCalendarEvent_saveRecord", "l@:", hooks::recordSave},
 };
 // clang-format on
+
+constexpr bool isInTheOrderOfTheNames() {
+    for (std::size_t place = 0; place < std::size(table); ++place)
+        if (std::size_t(table[place].name) != place)
+            return false;
+    return true;
+}
+static_assert(isInTheOrderOfTheNames());
 
 const std::vector<rt::Selector> &replacementSelectors() {
     static const auto *selectors = [] {
@@ -110,6 +119,10 @@ std::span<const HookRow> hookTable() {
     return table;
 }
 
+const HookRow &hookRow(HookRowName name) {
+    return table[std::size_t(name)];
+}
+
 bool installHook(const HookRow &row) {
     rt::Class *cls = rt::classNamed(QString::fromLatin1(row.hostClass));
     if (!cls)
@@ -125,6 +138,6 @@ bool installHook(const HookRow &row) {
     return classSwizzle::method_InstanceSwizzle(cls, original, replacement);
 }
 
-rt::Value callHost(int row, rt::Object *self, rt::Args arguments) {
-    return rt::sendArgs(self, replacementSelectors()[std::size_t(row) - 1], arguments);
+rt::Value callHost(HookRowName row, rt::Object *self, rt::Args arguments) {
+    return rt::sendArgs(self, replacementSelectors()[std::size_t(row)], arguments);
 }

@@ -2,13 +2,15 @@
 #pragma once
 
 #include "platform/runtime/Runtime.h"
+#include "plugin/hooks/HookRowName.h"
 
 #include <span>
 
 enum class HookKind { Instance, Class };
 
-// One intercepted host method. Rows are numbered from 1 in the order of the table.
+// One intercepted host method.
 struct HookRow {
+    HookRowName name;
     const char *hostClass;
     const char *hostSelector;
     HookKind kind;
@@ -20,8 +22,9 @@ struct HookRow {
 
 // All rows; never empty, lives as long as the process.
 [[nodiscard]] std::span<const HookRow> hookTable();
+[[nodiscard]] const HookRow &hookRow(HookRowName name);
 // Adds the replacement to the host class and exchanges it with the host's method. False when the host lacks
 // the class or the method; then the host works on as it did.
 bool installHook(const HookRow &row);
-// Calls the host's own implementation of a row's method. `row` is the row's number.
-rt::Value callHost(int row, rt::Object *self, rt::Args arguments);
+// Calls the host's own implementation of a row's method.
+rt::Value callHost(HookRowName row, rt::Object *self, rt::Args arguments);

@@ -11,6 +11,8 @@
 
 namespace {
 
+using enum HookRowName;
+
 const QString keyHostTooOld = QStringLiteral("OutlookVersionLowerThan1414");
 
 bool hostIsSupported() {
@@ -39,25 +41,29 @@ void addToTheMainWindows() {
 }
 
 const LoadStep steps[] = {
-    {"vlHookOLCalendarHeaderContainerView", 1, 1, hostIsSupportedElseTell, nullptr},
-    {"vlHookOLAutoLayoutAttachmentsAcceptingView", 2, 3, nullptr, nullptr},
-    {"vlHookERCalendarEventEditorWindowController", 4, 8, nullptr, nullptr},
-    {"vlHookOLCalendarGridViewWrapper", 9, 11, nullptr, nullptr},
-    {"vlHookCCEventTitleView", 12, 12, hostIsSupported, nullptr},
-    {"vlHookOLAttachmentsAcceptingView", 13, 13, nullptr, nullptr},
-    {"vlHookECCalendarEvent", 14, 15, nullptr, nullptr},
-    {"vlHookOLAutoLayoutView", 16, 16, nullptr, nullptr},
-    {"vlHookOLCalendarEventViewResponder", 17, 17, nullptr, nullptr},
-    {"vlHookERageMainWindowController", 18, 20, askForClientVersion, addToTheMainWindows},
-    {"vlHookERCalendarEventEditorViewController", 21, 30, nullptr, nullptr},
-    {"vlHookECMutableCalendarEvent", 31, 32, nullptr, nullptr},
+    {"vlHookOLCalendarHeaderContainerView", OlderHeaderDraw, OlderHeaderDraw, hostIsSupportedElseTell,
+     nullptr},
+    {"vlHookOLAutoLayoutAttachmentsAcceptingView", NewerHeaderInit, NewerHeaderDraw, nullptr, nullptr},
+    {"vlHookERCalendarEventEditorWindowController", ShowMeeting, ShowCancellation, nullptr, nullptr},
+    {"vlHookOLCalendarGridViewWrapper", GridResize, GridRename, nullptr, nullptr},
+    {"vlHookCCEventTitleView", TileInit, TileInit, hostIsSupported, nullptr},
+    {"vlHookOLAttachmentsAcceptingView", OlderHeaderInit, OlderHeaderInit, nullptr, nullptr},
+    {"vlHookECCalendarEvent", EventDelete, EventCancel, nullptr, nullptr},
+    {"vlHookOLAutoLayoutView", HeaderRowDraw, HeaderRowDraw, nullptr, nullptr},
+    {"vlHookOLCalendarEventViewResponder", SwitchToSeries, SwitchToSeries, nullptr, nullptr},
+    {"vlHookERageMainWindowController", ToolbarItem, ToolbarAllowedItems, askForClientVersion,
+     addToTheMainWindows},
+    {"vlHookERCalendarEventEditorViewController", EditorSaveAndClose, EditorHostWordMailEditor, nullptr,
+     nullptr},
+    {"vlHookECMutableCalendarEvent", RecordSetCapabilities, RecordSave, nullptr, nullptr},
 };
 
 void run(const LoadStep &step) {
     if (step.before && !step.before())
         return;
-    for (int row = step.firstRow; row <= step.lastRow; ++row)
-        installHook(hookTable()[std::size_t(row) - 1]);
+    for (const HookRow &row : hookTable())
+        if (row.name >= step.firstRow && row.name <= step.lastRow)
+            installHook(row);
     if (step.after)
         step.after();
 }

@@ -2,12 +2,14 @@
 // hook table.
 #pragma once
 
+#include "plugin/hooks/HookRowName.h"
+
 #include <span>
 
 struct LoadStep {
     const char *hookClass;
-    int firstRow;
-    int lastRow;
+    HookRowName firstRow;
+    HookRowName lastRow;
     // Runs first; false leaves the rows uninstalled. nullptr: nothing runs and the rows are installed.
     bool (*before)();
     // Runs after the rows were installed; may be nullptr.

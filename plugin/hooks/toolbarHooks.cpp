@@ -5,16 +5,12 @@
 
 namespace hooks {
 
-namespace {
-constexpr int rowItemForIdentifier = 18;
-} // namespace
-
 rt::Value toolbarItem(rt::Object *self, rt::Selector, rt::Args arguments) {
     rt::Object *own =
         guarded("toolbarItem", static_cast<rt::Object *>(nullptr), [&arguments]() -> rt::Object * {
             return vlToolbarItemMgr::sharedInstance().itemFor(rt::textValue(arguments[1]));
         });
-    return own ? rt::fromObject(own) : callHost(rowItemForIdentifier, self, arguments);
+    return own ? rt::fromObject(own) : callHost(HookRowName::ToolbarItem, self, arguments);
 }
 
 } // namespace hooks

@@ -199,16 +199,17 @@ TEST_F(HooksTest, AChangeOnTheGridIsTheHostsOnlyWhenTheClientCouldBeAsked) {
     answers().insert(QStringLiteral("OLCalendarGridViewWrapper gridViewController"),
                      rt::fromObject(&controller));
     answers().insert(QStringLiteral("CCGridViewController selectedEvent"), rt::fromObject(&event));
-    for (const int row : {9, 10, 11}) {
-        const HookRow &hook = hookTable()[std::size_t(row) - 1];
+    for (const HookRowName row : {HookRowName::GridResize, HookRowName::GridMove, HookRowName::GridRename}) {
+        const HookRow &hook = hookRow(row);
         for (const bool asks : {false, true}) {
             answers().insert(QStringLiteral("ECCalendarEvent isOwner"), asks);
             answers().insert(QStringLiteral("OLCalendarGridViewWrapper ") + hook.replacementSelector,
                              QStringLiteral("the host's"));
             calls().clear();
             const rt::Value answer = rt::sendArgs(&grid, rt::Selector(hook.hostSelector), argumentsFor(hook));
-            EXPECT_EQ(answer, asks ? rt::Value(true) : rt::Value(QStringLiteral("the host's"))) << row;
-            EXPECT_EQ(calls().size(), asks ? 0 : 1) << row;
+            EXPECT_EQ(answer, asks ? rt::Value(true) : rt::Value(QStringLiteral("the host's")))
+                << hook.hostSelector;
+            EXPECT_EQ(calls().size(), asks ? 0 : 1) << hook.hostSelector;
         }
     }
 }
