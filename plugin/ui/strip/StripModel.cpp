@@ -6,14 +6,18 @@ bool StripModel::needHideVlView(const vlERCalendarEventEditorViewController *edi
     return editor ? editor->needHideVlButton() : !hasEvent || !m_bSupportVela;
 }
 
-ShownButtons StripModel::shownButtons(bool isHidden, bool hasAudioConferences) const {
-    if (isHidden || m_vlUIStatus == StripState::Hidden)
-        return {};
-    const bool hasMeeting = m_vlUIStatus == StripState::MeetingAttached;
-    return {.add = !hasMeeting,
-            .audioConference = !hasMeeting && hasAudioConferences,
-            .remove = hasMeeting,
-            .settings = hasMeeting};
+std::optional<ShownButtons> StripModel::shownButtons(bool isHidden, bool hasAudioConferences) const {
+    if (isHidden)
+        return ShownButtons{};
+    switch (m_vlUIStatus) {
+    case StripState::Hidden:
+        return ShownButtons{};
+    case StripState::NoMeeting:
+        return ShownButtons{.add = true, .audioConference = hasAudioConferences};
+    case StripState::MeetingAttached:
+        return ShownButtons{.remove = true, .settings = true};
+    }
+    return {};
 }
 
 DataStatus StripModel::getVlDataStatus(const vlERCalendarEventEditorViewController *editor, bool hasMeeting) {

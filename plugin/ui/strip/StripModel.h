@@ -3,6 +3,8 @@
 
 #include "plugin/workflow/workflowPorts.h"
 
+#include <optional>
+
 class vlERCalendarEventEditorViewController;
 
 struct ShownButtons {
@@ -23,7 +25,8 @@ public:
     // Whether the appointment shows no button at all, whatever its state. `hasEvent`: its editor is known.
     [[nodiscard]] bool needHideVlView(const vlERCalendarEventEditorViewController *editor,
                                       bool hasEvent) const;
-    [[nodiscard]] ShownButtons shownButtons(bool isHidden, bool hasAudioConferences) const;
+    // No value for a state that is none: the buttons stay as they are.
+    [[nodiscard]] std::optional<ShownButtons> shownButtons(bool isHidden, bool hasAudioConferences) const;
     // What saving needs. A status is remembered for an appointment whose state tells none.
     DataStatus getVlDataStatus(const vlERCalendarEventEditorViewController *editor, bool hasMeeting);
 

@@ -94,7 +94,8 @@ void vlActionAdditionView::onUIChanged(StripState state) {
     platform::setBottomLeftFrame(m_changeButton, gChangeSettingButtonFrame);
     const bool hasAudioConferences =
         state == StripState::NoMeeting && vlGetPACHelper::sharedInstance().isPACEnabled(); // reads a file
-    setShown(m_model.shownButtons(needHideVlView(), hasAudioConferences));
+    if (const auto shown = m_model.shownButtons(needHideVlView(), hasAudioConferences))
+        setShown(*shown);
 }
 
 void vlActionAdditionView::refreshUI() {
