@@ -2,6 +2,7 @@
 
 #include "plugin/hooks/classSwizzle.h"
 #include "plugin/hooks/hookReplacements.h"
+#include "plugin/host/adapters/hostNames.h"
 
 #include <vector>
 
@@ -70,21 +71,21 @@ constexpr HookRow table[] = {
     {EditorSaveAndClose, "ERCalendarEventEditorViewController", "saveAndClose:", instance,
      "vl_ERCalendarEventEditorViewController_saveAndClose:", "v@:@", hooks::editorPassThrough<EditorSaveAndClose>},
     {EditorSaveAndCloseWindow, "ERCalendarEventEditorViewController", "saveAndCloseWindow:", instance,
-     "vl_ERCalendarEventEditorViewController_saveAndCloseWindow:", "i@:B", hooks::editorSaveAndCloseWindow},
+     olItem_hostSaveAndCloseWindow, "i@:B", hooks::editorSaveAndCloseWindow},
     {EditorSave, "ERCalendarEventEditorViewController", "save", instance,
-     "vl_ERCalendarEventEditorViewController_save", "B@:", hooks::editorPassThrough<EditorSave>},
+     olItem_hostSave, "B@:", hooks::editorPassThrough<EditorSave>},
     {EditorSaveFromSender, "ERCalendarEventEditorViewController", "save:", instance,
-     "vl_ERCalendarEventEditorViewController_saveArg:", "v@:@", hooks::editorSave},
+     olItem_hostSaveFromSender, "v@:@", hooks::editorSave},
     {EditorSetIsCancelMode, "ERCalendarEventEditorViewController", "setIsCancelMode:", instance,
      "vl_ERCalendarEventEditorViewController_setIsCancelMode:", "v@:B", passThrough<EditorSetIsCancelMode>},
     {EditorSend, "ERCalendarEventEditorViewController", "sendMeetingPostValidate", instance,
-     "vl_ERCalendarEventEditorViewController_sendMeetingPostValidate", "v@:", hooks::editorSend},
+     olItem_hostSendMeeting, "v@:", hooks::editorSend},
     {EditorFromFieldModified, "ERCalendarEventEditorViewController", "fromFieldModified:", instance,
      "vl_ERCalendarEventEditorViewController_fromFieldModified:", "v@:@", hooks::editorFromFieldModified},
     {EditorRecurrenceEnded, "ERCalendarEventEditorViewController", "switchToRecurrenceDidEnd:returnCode:contextInfo:", instance,
      "vl_ERCalendarEventEditorViewController_switchToRecurrenceDidEnd:returnCode:contextInfo:", "v@:@i^v", hooks::editorRecurrenceEnded},
     {EditorSaveAndCloseWithError, "ERCalendarEventEditorViewController", "saveAndCloseWindow:andReturnError:", instance,
-     "vl_ERCalendarEventEditorViewController_saveAndCloseWindowAndReturnError:andReturnError:", "i@:B@", hooks::editorSaveAndCloseWithError},
+     olItem_hostSaveAndCloseWindowAndReturnError, "i@:B@", hooks::editorSaveAndCloseWithError},
     {EditorHostWordMailEditor, "ERCalendarEventEditorViewController", "hostWordMailEditor:", instance,
      "vl_ERCalendarEventEditorViewController_hostWordMailEditor:", "v@:@", hooks::editorHostWordMailEditor},
     // The record on its way into the calendar.

@@ -2,11 +2,10 @@
 
 #include "platform/toolkit/Toolbar.h"
 #include "platform/toolkit/Windows.h"
+#include "plugin/host/adapters/hostNames.h"
 #include "plugin/util/vlOLUtils.h"
 
 namespace {
-
-const QString mainWindowControllerClass = QStringLiteral("ERageMainWindowController");
 
 void addUsualItems(QWidget *window) {
     vlHookERageMainWindowController &hook = vlHookERageMainWindowController::sharedInstance();
@@ -17,7 +16,7 @@ void addUsualItems(QWidget *window) {
 // The host's own list of allowed items stays as it is, so a person finds these only when the tool-bar is
 // told.
 void offerAllItems() {
-    platform::Toolbar::offerItems(mainWindowControllerClass,
+    platform::Toolbar::offerItems(key_vlERageMainWindowController,
                                   {vlStartToolbarItemIdentifier, vlScheduleToolbarItemIdentifier,
                                    vlSchedulePACToolbarItemIdentifier, vlOpenLogFolderIdentifier},
                                   addUsualItems);
@@ -34,7 +33,7 @@ void vlHookERageMainWindowController::addUIToMainWindow(const QString &identifie
     offerAllItems();
     const QList<QWidget *> windows = platform::orderedWindows();
     for (QWidget *window : windows)
-        if (vlOLUtils::kindofClass(platform::windowController(window), mainWindowControllerClass))
+        if (vlOLUtils::kindofClass(platform::windowController(window), key_vlERageMainWindowController))
             addVelaButtonToToolbar(window, identifier);
 }
 

@@ -1,24 +1,23 @@
 #include "plugin/workflow/HeldOperation.h"
 
 #include "platform/runtime/Runtime.h"
+#include "plugin/host/adapters/hostNames.h"
 
 #include <algorithm>
 
 namespace {
 
 rt::Value hostSave(rt::Object *editor) {
-    return rt::send(editor, "vl_ERCalendarEventEditorViewController_saveArg:", rt::Value());
+    return rt::send(editor, olItem_hostSaveFromSender, rt::Value());
 }
 rt::Value hostSaveAndClose(rt::Object *editor) {
-    return rt::send(editor, "vl_ERCalendarEventEditorViewController_saveAndCloseWindow:", true);
+    return rt::send(editor, olItem_hostSaveAndCloseWindow, true);
 }
 rt::Value hostSaveAndCloseWithError(rt::Object *editor) {
-    return rt::send(editor,
-                    "vl_ERCalendarEventEditorViewController_saveAndCloseWindowAndReturnError:andReturnError:",
-                    true, rt::Value());
+    return rt::send(editor, olItem_hostSaveAndCloseWindowAndReturnError, true, rt::Value());
 }
 rt::Value hostSend(rt::Object *editor) {
-    return rt::send(editor, "vl_ERCalendarEventEditorViewController_sendMeetingPostValidate");
+    return rt::send(editor, olItem_hostSendMeeting);
 }
 rt::Value nothing(rt::Object *) {
     return {};

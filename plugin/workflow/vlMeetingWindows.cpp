@@ -1,16 +1,13 @@
 #include "plugin/workflow/vlMeetingWindows.h"
 
 #include "platform/toolkit/Windows.h"
+#include "plugin/host/adapters/hostNames.h"
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/workflowPorts.h"
 
 #include <QWidget>
 #include <algorithm>
-
-namespace {
-const QString mainWindowControllerClass = QStringLiteral("ERageMainWindowController");
-}
 
 QWidget *vlMeetingWindows::getPluginParentWindow(const EditorStrip *strip) {
     return strip ? windowOfEditor(editorOf(strip)) : mainWindow();
@@ -50,7 +47,7 @@ QWidget *vlMeetingWindows::windowOfEditor(rt::Object *editor) {
 QWidget *vlMeetingWindows::mainWindow() {
     const QList<QWidget *> windows = platform::orderedWindows();
     const auto main = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) {
-        return vlOLUtils::kindofClass(platform::windowController(window), mainWindowControllerClass);
+        return vlOLUtils::kindofClass(platform::windowController(window), key_vlERageMainWindowController);
     });
     return main == windows.end() ? nullptr : *main;
 }

@@ -20,6 +20,7 @@ inline const QString key_vlOLWordMailEditorContent = QStringLiteral("OLWordMailE
 inline const QString key_vlCCGridViewController = QStringLiteral("CCGridViewController");
 inline const QString key_vlOLCalendarGridViewWrapper = QStringLiteral("OLCalendarGridViewWrapper");
 inline const QString key_vlErageAppDelegate = QStringLiteral("ErageAppDelegate");
+inline const QString key_vlERageMainWindowController = QStringLiteral("ERageMainWindowController");
 inline const QString key_vlComposeView = QStringLiteral("ComposeView"); // the older body editor
 
 // Members of appointments.
@@ -96,6 +97,16 @@ inline const QString olItem_reloadComposeView = QStringLiteral("reloadComposeVie
 inline const QString olItem_contentDidChange = QStringLiteral("contentDidChange");
 inline const QString olItem_focusOnBody = QStringLiteral("focusOnBody");
 inline const QString olItem_view = QStringLiteral("view");
+
+// The editor's own operations. The hooks leave them under these selectors.
+inline constexpr char olItem_hostSaveAndCloseWindow[] =
+    "vl_ERCalendarEventEditorViewController_saveAndCloseWindow:";
+inline constexpr char olItem_hostSave[] = "vl_ERCalendarEventEditorViewController_save";
+inline constexpr char olItem_hostSaveFromSender[] = "vl_ERCalendarEventEditorViewController_saveArg:";
+inline constexpr char olItem_hostSendMeeting[] =
+    "vl_ERCalendarEventEditorViewController_sendMeetingPostValidate";
+inline constexpr char olItem_hostSaveAndCloseWindowAndReturnError[] =
+    "vl_ERCalendarEventEditorViewController_saveAndCloseWindowAndReturnError:andReturnError:";
 
 // Members of the newer body editor.
 inline const QString olItem_editor = QStringLiteral("editor");

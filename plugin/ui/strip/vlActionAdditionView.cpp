@@ -25,7 +25,7 @@ constexpr double closeReportDelay = 0.01; // seconds: the host has taken its win
 const rt::Selector selectorWindow("window");
 const rt::Selector selectorEditorViewController("editorViewController");
 // The host's own save, under the name that the hook has given it.
-const rt::Selector selectorHostSave("vl_ERCalendarEventEditorViewController_save");
+const rt::Selector selectorHostSave(olItem_hostSave);
 
 constexpr double edgeWidth = 0.5;
 constexpr double dashOn = 1.1; // points
