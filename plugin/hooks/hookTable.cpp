@@ -140,5 +140,10 @@ bool installHook(const HookRow &row) {
 }
 
 rt::Value callHost(HookRowName row, rt::Object *self, rt::Args arguments) {
-    return rt::sendArgs(self, replacementSelectors()[std::size_t(row)], arguments);
+    const rt::Selector selector = replacementSelectors()[std::size_t(row)];
+    const rt::Method *method = self ? self->isa()->lookup(selector) : nullptr;
+    // Where the host lacks the method nothing was exchanged: the call would come back here for ever.
+    if (!method || method->implementation == hookRow(row).replacement)
+        return {};
+    return rt::sendArgs(self, selector, arguments);
 }

@@ -26,5 +26,5 @@ struct HookRow {
 // Adds the replacement to the host class and exchanges it with the host's method. False when the host lacks
 // the class or the method; then the host works on as it did.
 bool installHook(const HookRow &row);
-// Calls the host's own implementation of a row's method.
+// Calls the host's own implementation of a row's method; no value when the host has none.
 rt::Value callHost(HookRowName row, rt::Object *self, rt::Args arguments);

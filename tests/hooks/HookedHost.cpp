@@ -57,14 +57,15 @@ rt::Value managedSubviews(rt::Object *self, rt::Selector, rt::Args) {
 
 } // namespace
 
-void define() {
+void define(std::optional<HookRowName> without) {
     rt::Class *accepting = rt::defineClass(QStringLiteral("OLAttachmentsAcceptingView"));
     rt::defineClass(QStringLiteral("OLCalendarHeaderContainerView"), accepting);
     for (const HookRow &row : hookTable()) {
         const QString name = QString::fromLatin1(row.hostClass);
         rt::Class *cls = rt::classNamed(name) ? rt::classNamed(name) : rt::defineClass(name);
-        rt::addMethod(row.kind == HookKind::Class ? cls->metaclass() : cls, row.hostSelector, note,
-                      row.signature);
+        if (row.name != without)
+            rt::addMethod(row.kind == HookKind::Class ? cls->metaclass() : cls, row.hostSelector, note,
+                          row.signature);
     }
     for (const char *name : {"ECCalendarEvent", "ECMutableCalendarEvent"})
         rt::addMethod(rt::classNamed(QString::fromLatin1(name)), "olmUCCapabilities", capabilities, "@@:");

@@ -2,10 +2,12 @@
 #pragma once
 
 #include "platform/runtime/Runtime.h"
+#include "plugin/hooks/HookRowName.h"
 
 #include <QStringList>
 #include <QWidget>
 #include <functional>
+#include <optional>
 
 namespace hookedhost {
 
@@ -18,8 +20,8 @@ QHash<QString, rt::Value> &answers();
 // by default.
 std::function<void()> &during();
 
-// Defines all classes. Once per process.
-void define();
+// Defines all classes, with every method of the table but the one of `without`. Once per process.
+void define(std::optional<HookRowName> without = {});
 
 // A host object of a class.
 class Thing : public rt::Object {

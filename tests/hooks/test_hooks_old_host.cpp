@@ -1,6 +1,7 @@
 #include "platform/services/TestServices.h"
 #include "plugin/hooks/hookTable.h"
 #include "plugin/hooks/loadSteps.h"
+#include "plugin/host/adapters/hostNames.h"
 #include "tests/hooks/HookedHost.h"
 
 #include <QApplication>
@@ -12,7 +13,7 @@ using namespace hookedhost;
 
 // No bundle of a host is found at all, which reads as a host that is not supported.
 TEST(HooksOfAnOldHost, HeaderTileAndToolbarAreLeftAloneTheRestIsHookedAndItIsSaidOnce) {
-    define();
+    define(HookRowName::EditorSave);
     platform::installTestServices();
     runLoadSteps();
     const QSet<HookRowName> leftOut = {HookRowName::OlderHeaderDraw, HookRowName::TileInit,
@@ -28,4 +29,11 @@ TEST(HooksOfAnOldHost, HeaderTileAndToolbarAreLeftAloneTheRestIsHookedAndItIsSai
     for (QWidget *window : QApplication::topLevelWidgets())
         shown += qobject_cast<QDialog *>(window) && window->isVisible();
     EXPECT_EQ(shown, 1);
+
+    // A method that this host lacks answers no value; the others are the host's own.
+    Thing editor("ERCalendarEventEditorViewController");
+    EXPECT_EQ(rt::send(&editor, olItem_hostSave), rt::Value());
+    EXPECT_TRUE(calls().isEmpty());
+    rt::send(&editor, olItem_hostSaveFromSender, rt::Value());
+    EXPECT_EQ(calls().size(), 1);
 }
