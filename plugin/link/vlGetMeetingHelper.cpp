@@ -20,7 +20,7 @@ constexpr qint64 personalMeeting = 1; // value of "usePMI"
 
 void copyMember(const QVariantMap &from, QVariantMap &to, const QString &key) {
     const rt::Value value = from.value(key);
-    if (value.isValid())
+    if (rt::isPresent(value))
         to.insert(key, value);
 }
 
@@ -29,7 +29,7 @@ QVariantMap appointmentOf(const QVariantMap &meeting) {
     for (const QString &key : {vl_ApptInfo_Subject, vl_ApptInfo_Duration, vl_ApptInfo_Recurrence})
         copyMember(meeting, appointment, key);
     const rt::Value startTime = meeting.value(vl_ApptInfo_StartTime);
-    if (startTime.isValid()) {
+    if (rt::isPresent(startTime)) {
         const QDateTime start = TimeUtils::timestampToDate(rt::integerValue(startTime));
         appointment.insert(vl_ApptInfo_StartTime,
                            GenerateVlCalendarDate(TimeUtils::dateToUTCString(start), QString(),
@@ -55,10 +55,16 @@ bool isPersonal(const QVariantMap &meeting) {
     return rt::integerValue(meeting.value(vl_Setting_IsPMI)) == personalMeeting;
 }
 
+// The client tells it as a text or as an integer; null for anything else.
+QString numberText(const rt::Value &number) {
+    const int type = number.typeId();
+    const bool isInteger = type == QMetaType::Int || type == QMetaType::LongLong;
+    return isInteger ? QString::number(number.toLongLong()) : rt::textValue(number);
+}
+
 // A personal meeting goes by its number, which stays the same from meeting to meeting.
 rt::Value keyOf(const QVariantMap &meeting) {
-    // Null for what is no text: it could not be stored as a key.
-    const QString number = rt::textValue(meeting.value(vl_Meeting_OriginalNumber));
+    const QString number = numberText(meeting.value(vl_Meeting_OriginalNumber));
     const bool hasNumber = !number.isNull() && number != noMeetingNumber;
     return isPersonal(meeting) && hasNumber ? rt::Value(number) : meeting.value(vl_MeetingKey);
 }
@@ -86,7 +92,7 @@ QVariantMap vlGetMeetingHelper::getMeetingInfo() const {
     QVariantMap info{{vl_Outlook_ApptInfo, appointmentOf(meetingData())},
                      {vl_Setting, settingOf(meetingData())}};
     const rt::Value key = keyOf(meetingData());
-    if (key.isValid())
+    if (rt::isPresent(key))
         info.insert(vl_MeetingKey, key);
     const QString invitation = getInviteEmail();
     if (!invitation.isEmpty())

@@ -65,6 +65,10 @@ TEST_F(Meeting, LeavesOutWhatTheClientDidNotTell) {
     EXPECT_EQ(helper.getMeetingInfo(),
               (QVariantMap{{"apptInfo", QVariantMap{}},
                            {"setting", QVariantMap{{"requiredMeetingPassword", false}}}}));
+    const QVariant null = rt::nullMarker();
+    helper.setMeetingData({{"subject", null}, {"startTime", null}, {"meetingKey", null}});
+    EXPECT_EQ(helper.getMeetingInfo().value("apptInfo"), QVariantMap{});
+    EXPECT_FALSE(helper.getMeetingInfo().contains("meetingKey"));
     EXPECT_FALSE(infoOf({{"invitationEmail", ""}}).contains("emailBody"));
     EXPECT_FALSE(settingOf({{"meetingPassword", ""}}).value("requiredMeetingPassword").toBool());
     EXPECT_EQ(settingOf({{"enable3rdPartyAudio", true}}).value("thirdPartyAudio"), "dial 1");
@@ -77,10 +81,17 @@ TEST_F(Meeting, APersonalOneGoesByItsNumber) {
         QVariant usePMI, number;
         const char *key;
     };
-    const Case cases[] =
-        {{1, "999", "999"}, {true, "999", "999"}, {"1", "999", "999"},       {1, "0", "77"},
-         {0, "999", "77"},  {2, "999", "77"},     {QVariant(), "999", "77"}, {1, QVariant(), "77"},
-         {1, 999, "77"}}; // a number could not be stored as a key
+    const Case cases[] = {{1, "999", "999"},
+                          {true, "999", "999"},
+                          {"1", "999", "999"},
+                          {1, "0", "77"},
+                          {0, "999", "77"},
+                          {2, "999", "77"},
+                          {QVariant(), "999", "77"},
+                          {1, QVariant(), "77"},
+                          {1, 999, "999"},
+                          {1, qint64(5551234567), "5551234567"},
+                          {1, 0, "77"}};
     for (const Case &c : cases) {
         EXPECT_EQ(infoOf({{"usePMI", c.usePMI}, {"originalMeetingNumber", c.number}}).value("meetingKey"),
                   c.key)
