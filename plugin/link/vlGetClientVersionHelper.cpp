@@ -4,9 +4,9 @@
 #include "plugin/link/clientCodes.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/sharedObject.h"
-#include "plugin/link/siteConfiguration.h"
 #include "plugin/link/vlAppHelper.h"
 #include "plugin/link/vlIPCChannel.h"
+#include "plugin/link/vlMeetingCommon.h"
 #include "plugin/util/vlFileUtils.h"
 
 vlGetClientVersionHelper &vlGetClientVersionHelper::sharedInstance() {
@@ -32,12 +32,12 @@ void vlGetClientVersionHelper::onMessageResponseFromPluginAgent(const platform::
 
 void vlGetClientVersionHelper::saveClientVersionToLocal(const QString &version) {
     if (!version.isNull())
-        siteConfiguration::setMember(vl_LocalProfile_VelaClientVersion, version);
+        vlMeetingCommon::setSiteConfigMember(vl_LocalProfile_VelaClientVersion, version);
 }
 
 QString vlGetClientVersionHelper::getVelaClientVersion() {
     const QString version = vlGetFileVersion(vlAppHelper::sharedInstance().getVelaClientBundlePath());
-    if (!version.isEmpty() || siteConfiguration::text().isEmpty())
+    if (!version.isEmpty() || vlMeetingCommon::siteConfigText().isEmpty())
         return version;
-    return rt::textValue(siteConfiguration::member(vl_LocalProfile_VelaClientVersion));
+    return rt::textValue(vlMeetingCommon::siteConfigMember(vl_LocalProfile_VelaClientVersion));
 }

@@ -4,7 +4,7 @@
 #include "plugin/link/base64Reader.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/sharedObject.h"
-#include "plugin/link/siteConfiguration.h"
+#include "plugin/link/vlMeetingCommon.h"
 #include "plugin/link/vlUserProfileHelper.h"
 
 namespace {
@@ -22,11 +22,7 @@ void vlGetPACHelper::setPACInfo(const QString &base64) {
     // Parsed here, once. What does not parse leaves the last good message in place, for all that is asked.
     if (hasPACInfo() && readerOver<Accounts>(m_dataPACInfo).isParsed())
         m_userID = vlUserProfileHelper::sharedInstance().getUID();
-    savePACConfigToLocal();
-}
-
-void vlGetPACHelper::savePACConfigToLocal() const {
-    siteConfiguration::setMember(vl_LocalProfile_EnablePAC, pacCount() != 0);
+    vlMeetingCommon::savePACConfigToLocal();
 }
 
 bool vlGetPACHelper::isOfPresentUser() const {
@@ -62,5 +58,5 @@ bool vlGetPACHelper::supportHtmlInvitationMail(int account) const {
 }
 
 bool vlGetPACHelper::isPACEnabled() const {
-    return rt::boolValue(siteConfiguration::member(vl_LocalProfile_EnablePAC));
+    return rt::boolValue(vlMeetingCommon::siteConfigMember(vl_LocalProfile_EnablePAC));
 }

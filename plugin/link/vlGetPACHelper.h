@@ -25,8 +25,6 @@ public:
     [[nodiscard]] bool supportHtmlInvitationMail(int account) const;
     // What the site configuration says; false when it says nothing.
     [[nodiscard]] bool isPACEnabled() const;
-    // Notes there whether there are accounts now.
-    void savePACConfigToLocal() const;
 
 private:
     QString m_dataPACInfo;

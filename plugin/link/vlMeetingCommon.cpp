@@ -1,12 +1,36 @@
 #include "plugin/link/vlMeetingCommon.h"
 
-#include "plugin/link/siteConfiguration.h"
-#include "plugin/link/vlGetPACHelper.h"
+#include "plugin/link/CVlGetPACProtoParse.h"
+#include "plugin/link/meetingKeys.h"
+#include "plugin/link/vlCommon.h"
+#include "plugin/util/vlOLUtils.h"
+
+#include <QVariantMap>
+
+namespace {
+const QString fileName = QStringLiteral("vlConfig.txt");
+}
 
 QString vlMeetingCommon::getLocalVlSiteConfigPath() {
-    return siteConfiguration::path();
+    return vlCommon::getDocumentOutlookPluginRootPath() + u'/' + fileName;
+}
+
+QString vlMeetingCommon::siteConfigText() {
+    return vlOLUtils::readStrFromFile(getLocalVlSiteConfigPath());
+}
+
+rt::Value vlMeetingCommon::siteConfigMember(const QString &key) {
+    return rt::mapValue(vlOLUtils::toArrayOrNSDictionary(siteConfigText())).value(key);
+}
+
+void vlMeetingCommon::setSiteConfigMember(const QString &key, const rt::Value &value) {
+    vlCommon::createDocumentOutlookPluginRootPath();
+    QVariantMap members = rt::mapValue(vlOLUtils::toArrayOrNSDictionary(siteConfigText()));
+    members.insert(key, value);
+    vlOLUtils::saveStrToFile(vlOLUtils::toJSONString(members), getLocalVlSiteConfigPath());
 }
 
 void vlMeetingCommon::savePACConfigToLocal() {
-    vlGetPACHelper::sharedInstance().savePACConfigToLocal();
+    // Asked of the reader: vlGetPACHelper, which keeps the accounts, calls this.
+    setSiteConfigMember(vl_LocalProfile_EnablePAC, CVlGetPACProtoParse().GetPACCount() != 0);
 }

@@ -1,4 +1,3 @@
-#include "plugin/link/siteConfiguration.h"
 #include "plugin/link/vlCommon.h"
 #include "plugin/link/vlGetClientVersionHelper.h"
 #include "plugin/link/vlGetPACHelper.h"
@@ -120,7 +119,7 @@ TEST_F(SiteConfiguration, WhatDoesNotParseIsAnEmptyOneAndIsWrittenAnew) {
     for (const char *text : {"", "{", "[1]", "7", "{\"enablePAC\": true"}) {
         holds(text);
         EXPECT_FALSE(vlGetPACHelper::sharedInstance().isPACEnabled()) << text;
-        EXPECT_FALSE(siteConfiguration::member("velaClientVersion").isValid());
+        EXPECT_FALSE(vlMeetingCommon::siteConfigMember("velaClientVersion").isValid());
         vlGetClientVersionHelper::saveClientVersionToLocal("3.7.1");
         EXPECT_EQ(members(), (QVariantMap{{"velaClientVersion", "3.7.1"}})) << text;
     }

@@ -4,8 +4,8 @@
 #include "plugin/link/linkPorts.h"
 #include "plugin/link/linkSession.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/siteConfiguration.h"
 #include "plugin/link/vlCommon.h"
+#include "plugin/link/vlMeetingCommon.h"
 #include "plugin/link/vlUserProfileHelper.h"
 #include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
 #include "plugin/workflow/vlMeetingMgr.h"
@@ -178,7 +178,7 @@ UiTest::~UiTest() {
 
 void UiTest::enableAudioConferences(bool enabled) {
     vlCommon::createDocumentOutlookPluginRootPath();
-    siteConfiguration::setMember(vl_LocalProfile_EnablePAC, enabled);
+    vlMeetingCommon::setSiteConfigMember(vl_LocalProfile_EnablePAC, enabled);
 }
 
 void UiTest::signIn(const QString &userId) {
