@@ -1,6 +1,6 @@
 #include "plugin/host/body/bookmarkRange.h"
 
-#include "plugin/host/body/vlBodyHelper.h"
+#include "plugin/host/body/bodyMarkup.h"
 
 #include <QStringList>
 #include <QStringView>

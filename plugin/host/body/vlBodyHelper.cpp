@@ -10,9 +10,6 @@
 
 namespace {
 
-const QString bodyEndTag = QStringLiteral("</body>");
-const QString blockMargin = QStringLiteral("<br><br>");
-
 // How much of a plain invitation tells where it begins and ends in UTF-16 units, and how far behind its end
 // the end bookmark stands, so that the line break that ends the invitation stays inside the block.
 constexpr qsizetype markerLength = 20;
@@ -106,7 +103,7 @@ QString vlBodyHelper::trimHTMLNBSPTags(const QString &text) const {
 QString vlBodyHelper::convertPlainTextToHTML(const QString &text) const {
     if (text.isNull())
         return {};
-    return withLinksAndBreaks(withoutOuterLineBreaks(text));
+    return withLinksAndBreaks(withoutOuterLineBreaks(text).toString());
 }
 
 QString vlBodyHelper::insertVlBodyBookMark(const QString &invitation, bool isHTML) const {

@@ -1,23 +1,13 @@
 // The invitation in an appointment's body: how it is written, found again, replaced and removed.
 #pragma once
 
+#include "plugin/host/body/bodyMarkup.h"
+
 #include <QString>
 
-// The two empty anchors around the invitation, as they are written; as the host leaves them when it strips
-// quotes; and as they are in a body that was made with the invitation in it.
-inline const QString kvl_BeginBookmark = QStringLiteral("<a name=\"MacVlBookmarkBegin\"></a>");
-inline const QString kvl_EndBookmark = QStringLiteral("<a name=\"MacVlBookmarkEnd\"></a>");
-inline const QString kvl_BeginBookmarkEx = QStringLiteral("<a name=MacVlBookmarkBegin></a>");
-inline const QString kvl_EndBookmarkEx = QStringLiteral("<a name=MacVlBookmarkEnd></a>");
-inline const QString kvl_InitBeginBookMark = QStringLiteral("<br><br>+<a name=\"MacVlBookmarkBegin\"></a>");
-inline const QString kvl_InitEndBookMark = QStringLiteral("<a name=\"MacVlBookmarkEnd\"></a>.<br><br>");
-inline const QString HTML_NBSP_TAG = QStringLiteral("&nbsp;");
-inline const QString HTTP_TAG = QStringLiteral("http://");
-inline const QString HTTPS_TAG = QStringLiteral("https://");
-
 // Keeps no state. Bodies and blocks are HTML. A null result: there is none, leave the body as it is.
-// Everything is linear in the length of its texts (links all but so: linkMaker.h). A body that is moved in is
-// changed in place.
+// Everything is linear in the length of its texts, but for the links of a plain invitation (linkMaker.h). A
+// body that is moved in is changed in place.
 class vlBodyHelper {
 public:
     static vlBodyHelper &sharedInstance();
