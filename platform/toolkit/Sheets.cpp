@@ -3,6 +3,7 @@
 
 #include <QDebug>
 #include <QDialog>
+#include <QGuiApplication>
 #include <QWindow>
 #include <utility>
 
@@ -10,10 +11,52 @@ namespace platform {
 
 namespace {
 
+// Knows which of the application's windows the user had before the active one.
+//
+// A window manager makes a window active some time after it was shown. When it has been hidden by then, the
+// toolkit takes it for the active one all the same, while the desktop's keyboard has never left the window
+// below: no key reaches either of them until the user activates one. So a hidden window passes the activation
+// on.
+class Activation : public QObject {
+public:
+    // Watches from the first call on.
+    static Activation &ofApplication() {
+        static QPointer<Activation> activation;
+        if (!activation)
+            activation = new Activation;
+        return *activation;
+    }
+    // The last window that was active while it was shown; nullptr when there is none.
+    [[nodiscard]] QWindow *lastShown() const { return m_lastShown; }
+    // To be called when the window has been hidden: `below` gets the activation that it leaves behind. When
+    // another program has it, nothing happens.
+    static void passOn(const QWindow *hidden, QWindow *below) {
+        if (hidden && QGuiApplication::focusWindow() == hidden && below && below->isVisible())
+            below->requestActivate();
+    }
+
+private:
+    Activation()
+        : QObject(qApp) {
+        connect(qApp, &QGuiApplication::focusWindowChanged, this,
+                [this](QWindow *window) { changed(window); });
+        changed(QGuiApplication::focusWindow());
+    }
+    void changed(QWindow *window) {
+        if (window && window->isVisible())
+            m_lastShown = window;
+        else
+            passOn(window, m_lastShown);
+    }
+
+    QPointer<QWindow> m_lastShown;
+};
+
 // What is known of the one modal session that may run.
 struct RunningSession {
     QPointer<QWidget> window;
     Qt::WindowModality formerModality = Qt::NonModal;
+    QPointer<QWindow> below; // was active when it began
 };
 
 RunningSession &runningSession() {
@@ -35,7 +78,9 @@ public:
     // Lives until the sheet has ended, its parent has died, or the sheet itself has.
     SheetWatch(QDialog *sheet, QWidget *window, std::function<void(int)> ended)
         : QObject(sheet)
+        , m_window(window)
         , m_ended(std::move(ended)) {
+        Activation::ofApplication();
         connect(sheet, &QDialog::finished, this, [this](int result) { finish(result); });
         if (window)
             connect(window, &QObject::destroyed, this, [this, sheet] { abandon(sheet); });
@@ -45,6 +90,9 @@ private:
     void finish(int result) {
         const std::function<void(int)> ended = std::exchange(m_ended, nullptr);
         disconnectAndDie();
+        // Before the handler, which may open the next sheet.
+        if (m_window)
+            Activation::passOn(static_cast<QDialog *>(parent())->windowHandle(), m_window->windowHandle());
         try {
             if (ended)
                 ended(result);
@@ -65,6 +113,7 @@ private:
         deleteLater();
     }
 
+    QPointer<QWidget> m_window;
     std::function<void(int)> m_ended;
 };
 
@@ -98,7 +147,7 @@ bool ModalSession::begin(QWidget *window) {
     if (!window || running.window)
         return false;
     m_window = window;
-    running = {window, window->windowModality()};
+    running = {window, window->windowModality(), Activation::ofApplication().lastShown()};
     // The modality of a window that is shown already takes effect only when it is shown again.
     window->hide();
     window->setWindowModality(Qt::ApplicationModal);
@@ -113,6 +162,7 @@ void ModalSession::end() {
     m_window = nullptr;
     ended.window->hide();
     ended.window->setWindowModality(ended.formerModality);
+    Activation::passOn(ended.window->windowHandle(), ended.below);
 }
 
 } // namespace platform

@@ -42,12 +42,12 @@ void setTextFieldValue(QWidget *field, const QString &text);
 
 // Opens `sheet` modal for `parent` without blocking; alone and application-modal-free when parent is nullptr.
 // `ended` gets the dialog's result once; it is not called when the parent dies first. The caller keeps owning
-// the sheet.
+// the sheet. When the sheet goes, the parent gets the activation that it had.
 void beginSheet(QDialog *sheet, QWidget *parent, std::function<void(int result)> ended);
 
 // While one is running, its window is shown and is the only one of the application that takes input; the
 // event loop runs on. Ends with end() or the window's death. A second session while one is running is
-// refused.
+// refused. When the window goes, the window that was active before gets the activation back.
 class ModalSession {
 public:
     ModalSession() = default;

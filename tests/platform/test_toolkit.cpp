@@ -310,6 +310,21 @@ TEST_F(Sheet, AModalSessionBlocksEveryOtherWindowUntilItEnds) {
     EXPECT_TRUE(takesClicks(*parentButton));
 }
 
+TEST_F(Sheet, AndModalSessionLeaveTheActivationToTheWindowBelow) {
+    QWidget window;
+    platform::ModalSession session;
+    parent->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(parent.get()));
+    begin(parent.get());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&sheet));
+    sheet.accept();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(parent.get()));
+    session.begin(&window);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    session.end();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(parent.get()));
+}
+
 TEST_F(Sheet, ASecondModalSessionIsRefusedUntilTheFirstHasEnded) {
     QWidget window;
     platform::ModalSession second;

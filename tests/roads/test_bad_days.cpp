@@ -114,8 +114,10 @@ TEST_P(BadDay, AfterThirtySilentSecondsTheProgressWindowClosesAndNothingIsSaid) 
     desk.given("drop schedule");
     desk.clickAdd(editor);
     desk.confirmSheet();
+    EXPECT_FALSE(Desk::progressIsUp());
+    desk.wait(0.5);
     EXPECT_TRUE(Desk::progressIsUp());
-    desk.wait(29.5);
+    desk.wait(29);
     EXPECT_TRUE(Desk::progressIsUp());
     desk.wait(1);
     EXPECT_FALSE(Desk::progressIsUp());

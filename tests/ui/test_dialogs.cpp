@@ -157,30 +157,47 @@ TEST_F(Dialogs, RemoveNothingWhenTheEditorIsGone) {
     EXPECT_EQ(vlMeetingMgr::sharedInstance().getMeetingAction(), MeetingCommand::CmdNone);
 }
 
-TEST_F(Dialogs, ShowProgressOnceAndCloseItOnce) {
+TEST_F(Dialogs, ShowProgressWhenTheAnswerTakesLongAndNothingBefore) {
+    constexpr double delay = vlProgressWindowController::delaySeconds;
     vlProgressUIMgr progress;
     progress.closeCommunication();
-    EXPECT_FALSE(progress.progressWindowController().window());
     progress.showCommunication(nullptr);
-    QWidget *shown = progress.progressWindowController().window();
+    EXPECT_TRUE(progress.showProgressWindow());
+    desktop.runLoop->advance(delay / 2);
+    progress.showCommunication(nullptr); // does not begin the delay anew
+    EXPECT_FALSE(progress.progressWindowController().window());
+    desktop.runLoop->advance(delay / 2);
+    const QWidget *shown = progress.progressWindowController().window();
     ASSERT_TRUE(shown);
     EXPECT_TRUE(shown->isVisible());
     EXPECT_EQ(shown->windowModality(), Qt::ApplicationModal);
     EXPECT_EQ(shown->findChild<QLabel *>(QStringLiteral("text_communicationMsg"))->text(),
               echo(QStringLiteral("CommunicationProgressTitle")));
-    progress.showCommunication(nullptr);
-    shown->close();
+    progress.progressWindowController().window()->close();
     EXPECT_TRUE(shown->isVisible()) << "only the answer or the time-out ends it";
+    progress.closeCommunication();
+    progress.closeCommunication();
+    EXPECT_FALSE(QApplication::activeModalWidget());
+    EXPECT_FALSE(progress.showProgressWindow());
 
-    vlProgressUIMgr other; // another request's
-    other.showCommunication(nullptr);
-    EXPECT_FALSE(other.progressWindowController().window()->isVisible());
-    other.closeCommunication();
+    progress.showCommunication(nullptr);
+    desktop.runLoop->advance(delay / 2);
+    progress.closeCommunication(); // the answer is here
+    desktop.runLoop->advance(2 * delay);
+    EXPECT_FALSE(progress.progressWindowController().window());
+}
+
+TEST_F(Dialogs, ShowOneProgressWindowWhileAnyRequestIsOut) {
+    vlProgressUIMgr first, second;
+    first.showCommunication(nullptr);
+    desktop.runLoop->advance(0.2);
+    second.showCommunication(nullptr);
+    desktop.runLoop->advance(1);
+    const QWidget *shown = first.progressWindowController().window();
+    ASSERT_TRUE(shown);
+    EXPECT_EQ(second.progressWindowController().window(), shown);
+    first.closeCommunication();
     EXPECT_TRUE(shown->isVisible());
-
-    progress.closeCommunication();
-    progress.closeCommunication();
-    EXPECT_FALSE(shown->isVisible());
-    other.showCommunication(nullptr);
-    EXPECT_TRUE(other.progressWindowController().window()->isVisible());
+    second.closeCommunication();
+    EXPECT_FALSE(QApplication::activeModalWidget());
 }

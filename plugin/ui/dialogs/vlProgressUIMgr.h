@@ -4,7 +4,8 @@
 #include "plugin/link/linkPorts.h"
 #include "plugin/ui/dialogs/vlProgressWindowController.h"
 
-// Each request object has one of its own, each with its own window.
+// Each request object has one of its own. The window comes a moment later; showProgressWindow() is true at
+// once.
 class vlProgressUIMgr : public RequestProgress {
 public:
     static vlProgressUIMgr &sharedInstance();

@@ -1,6 +1,7 @@
 #include "plugin/ui/dialogs/vlProgressWindowController.h"
 
 #include "platform/services/Services.h"
+#include "platform/toolkit/Windows.h"
 #include "plugin/link/localizedString.h"
 #include "plugin/ui/localizationKeys.h"
 
@@ -12,6 +13,51 @@ const QString interfaceName = QStringLiteral("vlProgressWindowController");
 const QString outletMessage = QStringLiteral("text_communicationMsg");
 } // namespace
 
+// Shown as long as it lives.
+class ProgressWindow : public QObject {
+public:
+    static std::shared_ptr<ProgressWindow> shown() {
+        static std::weak_ptr<ProgressWindow> current;
+        std::shared_ptr<ProgressWindow> window = current.lock();
+        if (!window)
+            current = window = std::make_shared<ProgressWindow>();
+        return window;
+    }
+    ProgressWindow()
+        : m_window(platform::services().pluginBundle->loadInterface(interfaceName)) {
+        if (!m_window)
+            return;
+        // Only the answer or the time-out ends it: there is nothing to close it with.
+        m_window->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+        m_window->setAttribute(Qt::WA_QuitOnClose, false);
+        m_window->installEventFilter(this);
+        awakeFromNib();
+        m_modalSession.begin(m_window.get());
+    }
+    [[nodiscard]] QWidget *window() const { return m_window.get(); }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override {
+        if (event->type() == QEvent::Close) {
+            event->ignore();
+            return true;
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    void awakeFromNib() { initItemsWithLocalizedString(); }
+    void initItemsWithLocalizedString() {
+        const QString message = vlLocalizedString(uiKeys::communicationProgress);
+        if (auto *label = m_window->findChild<QLabel *>(outletMessage))
+            label->setText(message);
+        m_window->setAccessibleName(message);
+    }
+
+    std::unique_ptr<QWidget> m_window;
+    platform::ModalSession m_modalSession; // dies before its window
+};
+
 vlProgressWindowController::vlProgressWindowController() = default;
 
 vlProgressWindowController::~vlProgressWindowController() {
@@ -19,41 +65,26 @@ vlProgressWindowController::~vlProgressWindowController() {
 }
 
 void vlProgressWindowController::domodalSheet(QWidget *) {
-    if (!m_window)
-        loadWindow();
-    m_modalSession.begin(m_window.get());
+    if (m_window || !m_delay.expired())
+        return;
+    const auto delay = std::make_shared<platform::TimerId>(0);
+    *delay = platform::services().runLoop->callAfter(delaySeconds, [this, delay] { show(); });
+    m_delay = delay;
 }
 
 void vlProgressWindowController::abortDomodal() {
-    m_modalSession.end();
+    // Expired: it has passed, or the run loop that held it is gone and another one counts its timers from the
+    // start.
+    if (const auto delay = m_delay.lock())
+        platform::services().runLoop->cancel(*delay);
+    m_delay.reset();
+    m_window.reset();
 }
 
-void vlProgressWindowController::loadWindow() {
-    m_window = platform::services().pluginBundle->loadInterface(interfaceName);
-    if (!m_window)
-        return;
-    // Only the answer or the time-out ends it: there is nothing to close it with.
-    m_window->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
-    m_window->setAttribute(Qt::WA_QuitOnClose, false);
-    m_window->installEventFilter(this);
-    awakeFromNib();
+QWidget *vlProgressWindowController::window() const {
+    return m_window ? m_window->window() : nullptr;
 }
 
-void vlProgressWindowController::awakeFromNib() {
-    initItemsWithLocalizedString();
-}
-
-void vlProgressWindowController::initItemsWithLocalizedString() {
-    const QString message = vlLocalizedString(uiKeys::communicationProgress);
-    if (auto *label = m_window->findChild<QLabel *>(outletMessage))
-        label->setText(message);
-    m_window->setAccessibleName(message);
-}
-
-bool vlProgressWindowController::eventFilter(QObject *watched, QEvent *event) {
-    if (event->type() == QEvent::Close) {
-        event->ignore();
-        return true;
-    }
-    return QObject::eventFilter(watched, event);
+void vlProgressWindowController::show() {
+    m_window = ProgressWindow::shown();
 }

@@ -1,31 +1,34 @@
 // The window that tells that the meeting client is being talked to.
 #pragma once
 
-#include "platform/toolkit/Windows.h"
+#include "platform/services/RunLoop.h"
 
-#include <QObject>
 #include <memory>
 
-// Its window is made when it is first shown. Without its interface description it never shows.
-class vlProgressWindowController : public QObject {
-    Q_OBJECT
+class ProgressWindow;
+class QWidget;
+
+// Most answers come faster than anybody can read. The window is shown when one has been waited for so long
+// that the user begins to wonder; until then nothing keeps the user from going on. All controllers that show
+// it at a time share one window. Without its interface description it never shows.
+class vlProgressWindowController {
 public:
+    static constexpr double delaySeconds = 0.4;
+
     vlProgressWindowController();
-    ~vlProgressWindowController() override;
+    ~vlProgressWindowController();
+    vlProgressWindowController(const vlProgressWindowController &) = delete;
+    vlProgressWindowController &operator=(const vlProgressWindowController &) = delete;
 
-    // Starts an application-modal session for the window. Nothing while any session is running.
+    // Has the window shown after the delay, in an application-modal session. Nothing when that is under way.
     void domodalSheet(QWidget *ignored);
-    void abortDomodal(); // ends this window's session; nothing without one
-    [[nodiscard]] QWidget *window() const { return m_window.get(); } // nullptr before it is first shown
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    // Takes it back: the session ends with the last controller that shows the window. Nothing without one.
+    void abortDomodal();
+    [[nodiscard]] QWidget *window() const; // nullptr while this controller does not show it
 
 private:
-    void loadWindow();
-    void awakeFromNib();
-    void initItemsWithLocalizedString();
+    void show();
 
-    std::unique_ptr<QWidget> m_window;
-    platform::ModalSession m_modalSession; // dies before its window
+    std::weak_ptr<platform::TimerId> m_delay; // expires when it has passed
+    std::shared_ptr<ProgressWindow> m_window;
 };
