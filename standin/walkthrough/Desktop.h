@@ -26,11 +26,6 @@ private:
     QString m_error;
 };
 
-// Makes `folder` a root of the walk's own, with links to the programs installed below `installed` but none to
-// the host: each host writes its version there, and a walk in another generation would change it under this
-// one.
-void makeRoot(const QString &folder, const QString &installed);
-
 // The plug-in agent, as it runs from a log-in on. Ends with the object.
 class AgentProcess {
 public:

@@ -2,6 +2,7 @@
 // [my.ics]
 #include "standin/walkthrough/Desktop.h"
 #include "standin/walkthrough/Noise.h"
+#include "standin/walkthrough/OwnRoot.h"
 #include "standin/walkthrough/RoadSteps.h"
 
 #include <QApplication>

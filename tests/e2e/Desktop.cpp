@@ -1,0 +1,289 @@
+#include "tests/e2e/Desktop.h"
+
+#include "platform/services/Services.h"
+#include "standin/mailhost/store/CalendarFile.h"
+#include "standin/meetingclient/ClientLink.h"
+#include "standin/walkthrough/OwnRoot.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <algorithm>
+
+namespace e2e {
+
+namespace {
+
+const QString requestChannel = QStringLiteral("VelaOutlookPluginToVelaVideoClient_PRL");
+const QString answerChannel = QStringLiteral("VelaVideoClientToVelaOutlookPlugin_PRL");
+const QString clientIdentifier = QStringLiteral("com.parlo.meetings");
+const QString slowly = QStringLiteral("delay any 1500");
+const QString programName = QStringLiteral(" — Parlo Host");
+constexpr int meetingAction = 3;
+constexpr int strongSaturation = 140; // of 255
+constexpr int plainWidth = 60;
+constexpr int plainHeight = 10;
+
+QString program(const char *name) {
+    return QDir(qEnvironmentVariable("PARLO_BIN")).filePath(QString::fromLatin1(name));
+}
+
+} // namespace
+
+std::ostream &operator<<(std::ostream &out, const Programs &programs) {
+    return out << "host " << programs.hostVersion
+               << (programs.client == Client::AnswersAtOnce ? ", client answers at once"
+                                                            : ", client takes a while");
+}
+
+// The client's own code, without a window and a file system between request and answer.
+class Desktop::OwnClient {
+public:
+    OwnClient()
+        : m_store(QString())
+        , m_service(m_store)
+        , m_link(m_store, m_service, m_rules) {}
+    [[nodiscard]] QJsonObject meetings() const { return m_store.meetings(); }
+
+private:
+    meetingclient::MeetingStore m_store;
+    meetingclient::MeetingService m_service;
+    meetingclient::AnswerRules m_rules;
+    meetingclient::ClientLink m_link;
+};
+
+Desktop::Desktop() = default;
+
+Desktop::~Desktop() {
+    m_ownClient.reset();
+    platform::setServices({});
+}
+
+void Desktop::SetUp() {
+    ASSERT_TRUE(screen.isThere());
+    ASSERT_TRUE(m_bus.start());
+    platform::DesktopOptions options;
+    if (GetParam().client == Client::AnswersAtOnce)
+        options.bundleIdentifier = clientIdentifier;
+    options.rootFolder = path(QStringLiteral("root"));
+    options.defaultsFolder = path(QStringLiteral("test-defaults"));
+    options.documentsFolder = path(QStringLiteral("test-documents"));
+    platform::setServices(platform::makeDesktopServices(options));
+    observe(true, requestChannel);
+    observe(false, answerChannel);
+    walkthrough::makeRoot(path(QStringLiteral("root")), qEnvironmentVariable("PARLO_ROOT"));
+    writeCalendar();
+    ASSERT_TRUE(startClient());
+    ASSERT_TRUE(startHost());
+}
+
+void Desktop::TearDown() {
+    if (!HasFailure())
+        return;
+    std::cerr << "active window: " << qPrintable(screen.activeWindow()) << '\n';
+    for (const QString &title : screen.windows())
+        std::cerr << "window: " << qPrintable(title) << '\n';
+    for (const Message &message : std::as_const(m_messages))
+        std::cerr << (message.isRequest ? "sent " : "answered ") << message.action << ": "
+                  << qPrintable(message.content.left(100).simplified()) << '\n';
+    const QString folder = qEnvironmentVariable("PARLO_PICTURES");
+    if (!folder.isEmpty())
+        screen.picture().save(QDir(folder).filePath(
+            QString::fromLatin1(testing::UnitTest::GetInstance()->current_test_info()->name())
+                .replace(u'/', u'-') +
+            QStringLiteral(".png")));
+}
+
+void Desktop::observe(bool requests, const QString &channel) {
+    static_cast<void>(platform::services().distributedNotifications->addObserver(
+        channel, [this, requests](const QString &, const platform::TextMap &info) {
+            m_messages.append({requests, info.value(QStringLiteral("actionId")).toInt(),
+                               info.value(QStringLiteral("content"))});
+        }));
+}
+
+void Desktop::writeCalendar() const {
+    QByteArray text =
+        "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Parlo//End to end//EN\r\nX-WR-CALNAME:Ada Example\r\n";
+    const QByteArray day = QDate::currentDate().toString(QStringLiteral("yyyyMMdd")).toLatin1();
+    int hour = 9;
+    for (const QByteArray subject : {"First", "Second", "Third"}) {
+        text += "BEGIN:VEVENT\r\nUID:" + subject.toLower() +
+                "\r\nDTSTAMP:20260101T000000Z\r\nSUMMARY:" + subject + "\r\nDTSTART:" + day + 'T' +
+                QByteArray::number(hour).rightJustified(2, '0') + "0000\r\nDURATION:PT1H\r\nEND:VEVENT\r\n";
+        hour += 2;
+    }
+    QFile file(calendarPath());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text + "END:VCALENDAR\r\n");
+}
+
+QProcessEnvironment Desktop::environment() const {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DISPLAY"), screen.display());
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    environment.insert(QStringLiteral("PARLO_ROOT"), path(QStringLiteral("root")));
+    for (const char *name :
+         {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"}) {
+        const QString folder = path(QString::fromLatin1(name));
+        QDir().mkpath(folder);
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        environment.insert(QString::fromLatin1(name), folder);
+    }
+    return environment;
+}
+
+bool Desktop::startClient() {
+    if (GetParam().client == Client::AnswersAtOnce) {
+        m_ownClient = std::make_unique<OwnClient>();
+    } else {
+        m_clientProcess.setProcessEnvironment(environment());
+        if (!m_clientProcess.run(program("parlo-client"),
+                                 {QStringLiteral("--background"), QStringLiteral("--data"),
+                                  path(QStringLiteral("meetings.json")), QStringLiteral("--rule"), slowly}))
+            return false;
+    }
+    return waitFor(
+        [] { return platform::services().workspace->runningApplications().contains(clientIdentifier); });
+}
+
+bool Desktop::startHost() {
+    m_host.setProcessEnvironment(environment());
+    m_host.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    return m_host.run(program("parlo-host"),
+                      {QStringLiteral("--host-version"), QString::fromLatin1(GetParam().hostVersion),
+                       QStringLiteral("--documents"), path(QStringLiteral("Documents")),
+                       QStringLiteral("--defaults"), path(QStringLiteral("defaults")),
+                       QStringLiteral("--outbox"), path(QStringLiteral("outbox")), calendarPath()}) &&
+           becomesActive(calendar);
+}
+
+::testing::AssertionResult Desktop::becomesActive(const QString &title) {
+    if (waitFor([this, &title] { return screen.activeWindow() == title + programName; }))
+        return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure()
+           << qPrintable(title) << " does not become active, but " << qPrintable(screen.activeWindow());
+}
+
+void Desktop::goTo(const QString &title) {
+    screen.activate(title + programName);
+    ASSERT_TRUE(becomesActive(title));
+}
+
+void Desktop::open(const QString &subject) {
+    screen.press(QStringLiteral("Down"));
+    openSelected(subject);
+}
+
+void Desktop::openSelected(const QString &subject) {
+    screen.press(QStringLiteral("Return"));
+    ASSERT_TRUE(becomesActive(unchanged(subject)));
+}
+
+void Desktop::addMeeting(const QString &subject) {
+    screen.press(QStringLiteral("alt+i"));
+    ASSERT_TRUE(becomesActive(settingsSheet));
+    screen.press(QStringLiteral("Return"));
+    ASSERT_TRUE(becomesActive(changed(subject)));
+}
+
+void Desktop::typeSubject(const QString &subject) {
+    screen.press(QStringLiteral("alt+u"));
+    screen.press(QStringLiteral("ctrl+a"));
+    screen.type(subject);
+}
+
+void Desktop::save(const QString &subject) {
+    screen.press(QStringLiteral("ctrl+s"));
+    ASSERT_TRUE(becomesActive(unchanged(subject)));
+}
+
+void Desktop::close(const QString &subject) {
+    screen.press(QStringLiteral("ctrl+w"));
+    ASSERT_TRUE(
+        waitFor([this, &subject] { return !screen.windows().contains(unchanged(subject) + programName); }));
+}
+
+void Desktop::giveMeeting(const QString &subject) {
+    ASSERT_NO_FATAL_FAILURE(open(subject));
+    ASSERT_NO_FATAL_FAILURE(addMeeting(subject));
+    ASSERT_NO_FATAL_FAILURE(save(subject));
+    ASSERT_NO_FATAL_FAILURE(close(subject));
+}
+
+// A selected tile is the only thing that has a wide plain area of a strong colour.
+QPoint Desktop::selectedTile() const {
+    const QImage picture = screen.picture();
+    const auto isStrong = [&picture](int x, int y) {
+        return picture.pixelColor(x, y).saturation() > strongSaturation;
+    };
+    const auto isPlain = [&picture](int x, int y, int width, int height) {
+        for (int i = 0; i < width; ++i)
+            for (int j = 0; j < height; ++j)
+                if (picture.pixel(x + i, y + j) != picture.pixel(x, y))
+                    return false;
+        return true;
+    };
+    for (int y = 0; y + plainHeight < picture.height(); ++y)
+        for (int x = 0; x + plainWidth < picture.width(); x += plainWidth / 4)
+            if (isStrong(x, y) && isPlain(x, y, plainWidth, plainHeight))
+                return {x + plainWidth / 2, y + plainHeight / 2};
+    return {};
+}
+
+namespace {
+
+mailhost::Appointment appointment(const QString &calendarPath, const QString &uid) {
+    QString error;
+    const auto file = mailhost::CalendarFile::open(calendarPath, &error);
+    const auto found = file ? file->find(uid, QString()) : std::nullopt;
+    return found ? *found : mailhost::Appointment();
+}
+
+} // namespace
+
+QString Desktop::subjectInFile(const QString &uid) const {
+    return appointment(calendarPath(), uid).summary;
+}
+
+QDateTime Desktop::startInFile(const QString &uid) const {
+    return appointment(calendarPath(), uid).start.value;
+}
+
+QString Desktop::meetingKeyInFile(const QString &uid) const {
+    return QJsonDocument::fromJson(appointment(calendarPath(), uid).ucCapabilities.toUtf8())
+        .object()
+        .value(QStringLiteral("meetingKey"))
+        .toString();
+}
+
+std::string Desktop::meetingOfClient(const QString &key) const {
+    QJsonObject meetings;
+    if (m_ownClient) {
+        meetings = m_ownClient->meetings();
+    } else {
+        QFile file(path(QStringLiteral("meetings.json")));
+        if (file.open(QIODevice::ReadOnly))
+            meetings =
+                QJsonDocument::fromJson(file.readAll()).object().value(QStringLiteral("meetings")).toObject();
+    }
+    const QJsonObject meeting = meetings.value(key).toObject();
+    return meeting.isEmpty() ? std::string() : QJsonDocument(meeting).toJson().toStdString();
+}
+
+QStringList Desktop::requests(const QString &command) const {
+    QStringList contents;
+    for (const Message &message : m_messages)
+        if (message.isRequest && message.action == meetingAction && message.content.startsWith(command))
+            contents.append(message.content);
+    return contents;
+}
+
+qsizetype Desktop::answers(int action) const {
+    return std::count_if(m_messages.begin(), m_messages.end(), [action](const Message &message) {
+        return !message.isRequest && message.action == action;
+    });
+}
+
+} // namespace e2e

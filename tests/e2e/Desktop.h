@@ -1,0 +1,103 @@
+// The programs as a user starts them, on a screen and a bus of their own, and everything that can be seen of
+// them from outside: windows, files and the messages on the bus.
+#pragma once
+
+#include "tests/e2e/Screen.h"
+#include "tests/platform/PrivateBus.h"
+
+#include <QDateTime>
+#include <QPoint>
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace e2e {
+
+enum class Client {
+    AnswersAtOnce, // lives in the test's process and answers while it hears the request
+    TakesAWhile    // the meeting client itself, told to answer a second and a half later
+};
+
+struct Programs {
+    const char *hostVersion;
+    Client client;
+};
+std::ostream &operator<<(std::ostream &out, const Programs &programs);
+
+inline constexpr Programs olderHost{"15.8", Client::AnswersAtOnce};
+inline constexpr Programs newerHost{"16", Client::AnswersAtOnce};
+inline constexpr Programs olderHostLateAnswers{"15.8", Client::TakesAWhile};
+inline constexpr Programs newerHostLateAnswers{"16", Client::TakesAWhile};
+// What a test is called with them.
+inline std::string nameOf(const testing::TestParamInfo<Programs> &info) {
+    return std::string(info.param.hostVersion == std::string("16") ? "NewerHost" : "OlderHost") +
+           (info.param.client == Client::AnswersAtOnce ? "AtOnce" : "LateAnswers");
+}
+
+// One message between plug-in and client.
+struct Message {
+    bool isRequest;
+    int action;
+    QString content;
+};
+
+// The calendar has the appointments "First" and "Second" and "Third" of today, one below the other, nobody
+// invited. The main window is active when a test begins.
+class Desktop : public testing::TestWithParam<Programs> {
+protected:
+    Desktop();
+    ~Desktop() override;
+    void SetUp() override;
+    void TearDown() override;
+
+    // What the user does. Each waits until it can be seen, and fails the test when that does not come.
+    void goTo(const QString &title);
+    void openSelected(const QString &subject);
+    void open(const QString &subject); // the next one below the selected one
+    void addMeeting(const QString &subject);
+    void typeSubject(const QString &subject); // over the former one
+    void save(const QString &subject);
+    void close(const QString &subject);
+    // Everything by keys: open, add, save, close.
+    void giveMeeting(const QString &subject);
+
+    // Whether the window of that title gets active within the usual time.
+    ::testing::AssertionResult becomesActive(const QString &title);
+    static QString unchanged(const QString &subject) { return subject + QStringLiteral(" — Appointment"); }
+    static QString changed(const QString &subject) { return unchanged(subject) + u'*'; }
+    inline static const QString settingsSheet = QStringLiteral("Meeting settings");
+    inline static const QString calendar = QStringLiteral("calendar.ics");
+
+    // A point of the appointment that is selected in the grid; a null one when none is seen.
+    [[nodiscard]] QPoint selectedTile() const;
+    // From the calendar file; by UID "first", "second", "third".
+    [[nodiscard]] QString subjectInFile(const QString &uid) const;
+    [[nodiscard]] QDateTime startInFile(const QString &uid) const;
+    [[nodiscard]] QString meetingKeyInFile(const QString &uid) const;
+    // From the client's data file: the meeting as text; empty when there is none.
+    [[nodiscard]] std::string meetingOfClient(const QString &key) const;
+    // Requests that change a meeting and begin with that command ("1;" schedules, "2;" updates, "3;"
+    // deletes).
+    [[nodiscard]] QStringList requests(const QString &command) const;
+    [[nodiscard]] qsizetype answers(int action) const;
+
+    Screen &screen = Screen::instance();
+
+private:
+    class OwnClient;
+    void writeCalendar() const;
+    [[nodiscard]] QProcessEnvironment environment() const;
+    bool startClient();
+    bool startHost();
+    [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
+    [[nodiscard]] QString calendarPath() const { return path(calendar); }
+    void observe(bool requests, const QString &channel);
+
+    QTemporaryDir m_folder;
+    PrivateBus m_bus;
+    QList<Message> m_messages;
+    std::unique_ptr<OwnClient> m_ownClient;
+    Child m_clientProcess;
+    Child m_host;
+};
+
+} // namespace e2e

@@ -1,0 +1,168 @@
+#include "tests/e2e/Screen.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QPoint>
+#include <QTimer>
+#include <QtEndian>
+#include <csignal>
+#include <sys/prctl.h>
+
+namespace e2e {
+
+namespace {
+
+constexpr int patience = 10'000; // milliseconds
+constexpr int betweenLooks = 10; // milliseconds
+constexpr int dragSteps = 6;
+const QString screenSize = QStringLiteral("1280x1024x24");
+
+// The header of the X window dump format: big-endian numbers, of which these are needed.
+struct DumpHeader {
+    quint32 size, version, format, depth, width, height, xOffset, byteOrder, unit, bitOrder, pad,
+        bitsPerPixel, bytesPerLine, visualClass, red, green, blue, bitsPerColour, entries, colours;
+};
+
+} // namespace
+
+bool waitFor(const std::function<bool()> &condition) {
+    const QDeadlineTimer deadline(patience);
+    QTimer wake;
+    wake.start(betweenLooks);
+    while (!condition()) {
+        if (deadline.hasExpired())
+            return false;
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    return true;
+}
+
+Child::Child() {
+    setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
+}
+
+Child::~Child() {
+    kill();
+    waitForFinished();
+}
+
+bool Child::run(const QString &program, const QStringList &arguments) {
+    start(program, arguments);
+    if (waitForStarted())
+        return true;
+    qWarning("%s: %s", qPrintable(program), qPrintable(errorString()));
+    return false;
+}
+
+Screen &Screen::instance() {
+    static Screen screen;
+    return screen;
+}
+
+Screen::Screen() {
+    m_isThere = startServer() && startWindowManager();
+}
+
+bool Screen::startServer() {
+    if (!m_server.run(QStringLiteral("Xvfb"),
+                      {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
+                       QStringLiteral("0"), screenSize, QStringLiteral("-nolisten"), QStringLiteral("tcp"),
+                       QStringLiteral("-fbdir"), m_folder.path()}) ||
+        !waitFor([this] { return m_server.canReadLine(); }))
+        return false;
+    m_display = u':' + QString::fromLatin1(m_server.readLine()).trimmed();
+    return true;
+}
+
+bool Screen::startWindowManager() {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DISPLAY"), m_display);
+    m_windowManager.setProcessEnvironment(environment);
+    m_windowManager.setStandardErrorFile(QProcess::nullDevice());
+    return m_windowManager.run(QStringLiteral("openbox"),
+                               {QStringLiteral("--sm-disable"), QStringLiteral("--config-file"),
+                                QStringLiteral("/etc/xdg/openbox/rc.xml")}) &&
+           waitFor([this] {
+               int exitCode = -1;
+               xdotool({QStringLiteral("get_desktop")}, &exitCode);
+               return exitCode == 0;
+           });
+}
+
+QString Screen::xdotool(const QStringList &arguments, int *exitCode) {
+    Child process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DISPLAY"), m_display);
+    process.setProcessEnvironment(environment);
+    process.setStandardErrorFile(QProcess::nullDevice()); // "no such window" is an answer
+    // The client of the test may live in this process: it answers meanwhile.
+    if (!process.run(QStringLiteral("xdotool"), arguments) ||
+        !waitFor([&process] { return process.state() == QProcess::NotRunning; }))
+        return {};
+    if (exitCode)
+        *exitCode = process.exitCode();
+    return process.exitCode() == 0 ? QString::fromUtf8(process.readAllStandardOutput()).trimmed() : QString();
+}
+
+void Screen::press(const QString &keys) {
+    xdotool({QStringLiteral("key"), keys});
+}
+
+void Screen::type(const QString &text) {
+    xdotool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("1"), text});
+}
+
+void Screen::drag(const QPoint &from, const QPoint &to) {
+    const auto moveTo = [](const QPoint &point) {
+        return QStringList{QStringLiteral("mousemove"), QStringLiteral("--sync"), QString::number(point.x()),
+                           QString::number(point.y())};
+    };
+    QStringList gesture = moveTo(from) + QStringList{QStringLiteral("mousedown"), QStringLiteral("1")};
+    for (int i = 1; i <= dragSteps; ++i)
+        gesture += moveTo(from + (to - from) * i / dragSteps);
+    xdotool(gesture + QStringList{QStringLiteral("mouseup"), QStringLiteral("1")});
+}
+
+void Screen::activate(const QString &title) {
+    const QString window = titles().key(title);
+    if (!window.isEmpty())
+        xdotool({QStringLiteral("windowactivate"), QStringLiteral("--sync"), window});
+}
+
+QString Screen::activeWindow() {
+    return xdotool({QStringLiteral("getactivewindow"), QStringLiteral("getwindowname")});
+}
+
+QStringList Screen::windows() {
+    return titles().values();
+}
+
+QMap<QString, QString> Screen::titles() {
+    QMap<QString, QString> titles;
+    const QString found = xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                   QStringLiteral("--class"), QStringLiteral("parlo-host")});
+    for (const QString &window : found.split(u'\n', Qt::SkipEmptyParts))
+        titles.insert(window, xdotool({QStringLiteral("getwindowname"), window}));
+    return titles;
+}
+
+QImage Screen::picture() const {
+    QFile file(m_folder.filePath(QStringLiteral("Xvfb_screen0")));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray dump = file.readAll();
+    DumpHeader header;
+    if (dump.size() < qsizetype(sizeof header))
+        return {};
+    qFromBigEndian<quint32>(dump.constData(), sizeof header / sizeof(quint32), &header);
+    constexpr int colourEntryBytes = 12;
+    const qsizetype begin = header.size + header.colours * colourEntryBytes;
+    if (header.bitsPerPixel != 32 || dump.size() < begin + qsizetype(header.bytesPerLine) * header.height)
+        return {};
+    return QImage(reinterpret_cast<const uchar *>(dump.constData()) + begin, int(header.width),
+                  int(header.height), int(header.bytesPerLine), QImage::Format_RGB32)
+        .copy();
+}
+
+} // namespace e2e

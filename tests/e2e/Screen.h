@@ -1,0 +1,60 @@
+// An X server with a window manager, its keyboard and its mouse, and what can be seen on it from outside.
+#pragma once
+
+#include <QImage>
+#include <QMap>
+#include <QProcess>
+#include <QString>
+#include <QTemporaryDir>
+#include <functional>
+
+namespace e2e {
+
+// Runs the event loop until the condition holds. False when it does not within a generous time.
+bool waitFor(const std::function<bool()> &condition);
+
+// A process that ends with this one, however this one ends.
+class Child : public QProcess {
+public:
+    Child();
+    ~Child() override;
+    // False when it does not start; then the test's log says why.
+    bool run(const QString &program, const QStringList &arguments);
+};
+
+class Screen {
+public:
+    // The one of this test program; started when it is first asked for.
+    static Screen &instance();
+
+    [[nodiscard]] bool isThere() const { return m_isThere; }
+    [[nodiscard]] const QString &display() const { return m_display; }
+
+    // Keys go to the window that has the focus, in the notation of xdotool: "alt+i".
+    void press(const QString &keys);
+    void type(const QString &text);
+    void drag(const QPoint &from, const QPoint &to);
+    // The user chooses another window in the window manager.
+    void activate(const QString &title); // nothing when there is none of that title
+
+    // Titles. A null text when no window is active.
+    [[nodiscard]] QString activeWindow();
+    [[nodiscard]] QStringList windows();
+    [[nodiscard]] QImage picture() const;
+
+private:
+    Screen();
+    bool startServer();
+    bool startWindowManager();
+    // Titles by the server's identifier.
+    [[nodiscard]] QMap<QString, QString> titles();
+    QString xdotool(const QStringList &arguments, int *exitCode = nullptr);
+
+    QTemporaryDir m_folder; // the server keeps the picture of the screen in a file there
+    Child m_server;
+    Child m_windowManager;
+    QString m_display;
+    bool m_isThere = false;
+};
+
+} // namespace e2e
