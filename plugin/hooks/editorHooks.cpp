@@ -57,7 +57,8 @@ rt::Value saveOrSend(HookRowName row, HostAction action, rt::Object *self, rt::A
 } // namespace
 
 rt::Value editorSaveAndCloseWindow(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return saveAndClose(HookRowName::EditorSaveAndCloseWindow, HostAction::ActionSaveAndClose, self, arguments);
+    return saveAndClose(HookRowName::EditorSaveAndCloseWindow, HostAction::ActionSaveAndClose, self,
+                        arguments);
 }
 
 rt::Value editorSave(rt::Object *self, rt::Selector, rt::Args arguments) {
@@ -65,8 +66,8 @@ rt::Value editorSave(rt::Object *self, rt::Selector, rt::Args arguments) {
 }
 
 rt::Value editorSaveAndCloseWithError(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return saveAndClose(HookRowName::EditorSaveAndCloseWithError, HostAction::ActionSaveAndCloseWithError, self,
-                        arguments);
+    return saveAndClose(HookRowName::EditorSaveAndCloseWithError, HostAction::ActionSaveAndCloseWithError,
+                        self, arguments);
 }
 
 rt::Value editorSend(rt::Object *self, rt::Selector, rt::Args arguments) {
