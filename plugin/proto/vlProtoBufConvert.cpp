@@ -17,7 +17,7 @@ bool vlProtoBufConvert::ProtoToByteStream(const MessageLite *message, unsigned c
     buffer = static_cast<unsigned char *>(std::malloc(std::size_t(size)));
     if (!buffer)
         return false;
-    // Asked beforehand: the runtime writes an incomplete message to its own log.
+    // Asked beforehand: for a message that lacks a required field the serialiser may throw.
     if (message->IsInitialized() && message->SerializeToArray(buffer, size))
         return true;
     FreeProtoByteStream(buffer, size);

@@ -9,7 +9,7 @@ class TimeUtils {
 public:
     // The instant of the text in the process's time zone; an invalid date when the text does not have the
     // form or names no day or time. A time that the change to daylight saving skips is the instant just as
-    // long after the change.
+    // long after the change; one that the clock shows twice is the later of the two.
     [[nodiscard]] static QDateTime stringToDate(const QString &text);
     // Seconds since 1970-01-01 00:00:00 UTC, the fraction truncated toward zero; 0 for an invalid date.
     [[nodiscard]] static qint64 dateToTimestamp(const QDateTime &date);

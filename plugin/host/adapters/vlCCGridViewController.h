@@ -10,6 +10,6 @@ public:
     explicit vlCCGridViewController(rt::Object *controller);
 
     [[nodiscard]] QWidget *view() const;
-    [[nodiscard]] QWidget *gridWindow() const;         // nullptr when it is in none
+    [[nodiscard]] QWidget *gridWindow() const; // the view itself when it is in none; nullptr without a view
     [[nodiscard]] rt::Object *ecCalendarEvent() const; // the selected event, or nullptr
 };
