@@ -1,8 +1,5 @@
 #include "platform/runtime/Value.h"
 
-#include "platform/runtime/Object.h"
-
-#include <QWidget>
 #include <cmath>
 #include <limits>
 
@@ -63,12 +60,6 @@ qint64 truncated(double number) {
     return qint64(number);
 }
 
-QString addressText(const void *address) {
-    if (!address)
-        return {};
-    return QString::number(quint32(reinterpret_cast<quintptr>(address) & 0xffffffffU), 16);
-}
-
 } // namespace
 
 Value nullMarker() {
@@ -127,34 +118,6 @@ QVariantMap mapValue(const Value &value) {
 
 QVariantList listValue(const Value &value) {
     return value.typeId() == QMetaType::QVariantList ? value.toList() : QVariantList();
-}
-
-Object *objectValue(const Value &value) {
-    if (value.metaType() == QMetaType::fromType<Object *>())
-        return value.value<Object *>();
-    return dynamic_cast<Object *>(value.value<QWidget *>());
-}
-
-QWidget *widgetValue(const Value &value) {
-    if (value.metaType() == QMetaType::fromType<Object *>())
-        return dynamic_cast<QWidget *>(value.value<Object *>());
-    return value.value<QWidget *>();
-}
-
-Value fromObject(Object *object) {
-    return object ? Value::fromValue(object) : Value();
-}
-
-Value fromWidget(QWidget *widget) {
-    return widget ? Value::fromValue(widget) : Value();
-}
-
-QString identifier(const Object *object) {
-    return addressText(object);
-}
-
-QString identifier(const QWidget *widget) {
-    return addressText(widget);
 }
 
 } // namespace rt

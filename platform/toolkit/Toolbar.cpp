@@ -60,7 +60,7 @@ Toolbar::Toolbar(const QString &identifier, QWidget *parent)
     setMovable(false);
     addWidget(m_row);
     connect(m_arrangement.get(), &ToolbarArrangement::changed, this, &Toolbar::rebuild);
-    ToolbarValidator::sharedInstance().add(this);
+    ToolbarValidator::sharedInstance().add(this, [this] { revalidate(); });
 }
 
 Toolbar::~Toolbar() {
@@ -217,7 +217,7 @@ void Toolbar::rebuild() {
 
 void Toolbar::customize() {
     if (!m_sheet) {
-        m_sheet = new ToolbarCustomization(this);
+        m_sheet = new ToolbarCustomization(this, this);
         m_sheet->setAttribute(Qt::WA_DeleteOnClose);
     }
     beginSheet(m_sheet, window(), nullptr);

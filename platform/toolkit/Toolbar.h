@@ -1,6 +1,7 @@
 // A tool-bar that asks its delegate for its items by identifier and that its user can rearrange.
 #pragma once
 
+#include "platform/toolkit/CustomizableToolbar.h"
 #include "platform/toolkit/ToolbarArrangement.h"
 #include "platform/toolkit/ToolbarItem.h"
 
@@ -19,7 +20,7 @@ class ToolbarCustomization;
 // An identifier that the delegate cannot supply, because a plug-in is not loaded yet or has gone, keeps its
 // place in the arrangement unseen, together with a separator directly before it, and is asked for again
 // whenever the items are listed or revalidated. Main thread only.
-class Toolbar : public QToolBar {
+class Toolbar : public QToolBar, public CustomizableToolbar {
     Q_OBJECT
 public:
     // Tool-bars of one identifier share one remembered arrangement.
@@ -31,23 +32,18 @@ public:
 
     // Whether the user has not hidden it; true before its window is first shown.
     [[nodiscard]] bool isToolbarVisible() const;
-    // In order, with spaces and separators, and with those for which the window is too narrow at present.
-    [[nodiscard]] QList<ToolbarItem *> visibleItems();
-    // Indexes are those of visibleItems(); one beyond either end counts as that end. False, and nothing
-    // changed, for an item that stands in the tool-bar already or that the delegate does not supply.
-    bool insertItem(const QString &identifier, int index);
-    void removeItem(int index);
-    void moveItem(int from, int to);
-    // The items that can be added: allowed ones, offered ones (below) and spaces, without those in the
-    // tool-bar unless they may come more than once.
-    [[nodiscard]] QList<ToolbarItem *> paletteItems();
+    [[nodiscard]] QList<ToolbarItem *> visibleItems() override;
+    bool insertItem(const QString &identifier, int index) override;
+    void removeItem(int index) override;
+    void moveItem(int from, int to) override;
+    [[nodiscard]] QList<ToolbarItem *> paletteItems() override;
     // The control by which this tool-bar shows an item; nullptr while it does not.
     [[nodiscard]] QWidget *controlFor(const QString &identifier) const;
 
-    [[nodiscard]] ToolbarDisplayMode displayMode() const { return m_arrangement->displayMode(); }
-    void setDisplayMode(ToolbarDisplayMode mode) { m_arrangement->setDisplayMode(mode); }
-    // As the delegate has it, with what the offering parts of the program put into a fresh tool-bar.
-    void restoreDefault();
+    [[nodiscard]] ToolbarDisplayMode displayMode() const override { return m_arrangement->displayMode(); }
+    void setDisplayMode(ToolbarDisplayMode mode) override { m_arrangement->setDisplayMode(mode); }
+    // As the delegate has it, with what the offering parts put into a fresh tool-bar.
+    void restoreDefault() override;
     // Lets every item validate itself and asks for missing ones. It also happens by itself: when the window
     // is activated, and once shortly after keys and clicks.
     void revalidate();

@@ -9,8 +9,9 @@
 
 namespace platform {
 
-ToolbarCustomization::ToolbarCustomization(Toolbar *toolbar)
-    : QDialog(toolbar->window())
+ToolbarCustomization::ToolbarCustomization(QWidget *widget, CustomizableToolbar *toolbar)
+    : QDialog(widget->window())
+    , m_widget(widget)
     , m_toolbar(toolbar)
     , m_palette(new ToolbarItemList)
     , m_arrangement(new ToolbarItemList)
@@ -101,14 +102,14 @@ void ToolbarCustomization::connectControls() {
     connect(m_palette, &QListWidget::itemActivated, this, &ToolbarCustomization::add);
     connect(m_arrangement, &QListWidget::itemActivated, this, &ToolbarCustomization::remove);
     connect(m_displayMode, &QComboBox::activated, this, [this](int index) {
-        if (m_toolbar)
+        if (m_widget)
             m_toolbar->setDisplayMode(ToolbarDisplayMode(index));
     });
 }
 
 // Both lists keep their row, so that a key can be pressed again and again.
 void ToolbarCustomization::refresh() {
-    if (!m_toolbar)
+    if (!m_widget)
         return;
     const int paletteRow = m_palette->currentRow();
     const int row = m_arrangement->currentRow();
@@ -130,7 +131,7 @@ void ToolbarCustomization::updateButtons() {
 
 void ToolbarCustomization::insert(int paletteRow, int index) {
     const QListWidgetItem *item = m_palette->item(paletteRow);
-    if (!item || !m_toolbar)
+    if (!item || !m_widget)
         return;
     const QString identifier = item->data(Qt::UserRole).toString();
     if (m_toolbar->insertItem(identifier, index))
@@ -138,7 +139,7 @@ void ToolbarCustomization::insert(int paletteRow, int index) {
 }
 
 void ToolbarCustomization::move(int from, int to) {
-    if (!m_toolbar)
+    if (!m_widget)
         return;
     m_toolbar->moveItem(from, to);
     m_arrangement->setCurrentRow(to);
@@ -151,7 +152,7 @@ void ToolbarCustomization::add() {
 }
 
 void ToolbarCustomization::remove() {
-    if (m_toolbar)
+    if (m_widget)
         m_toolbar->removeItem(m_arrangement->currentRow());
 }
 
@@ -164,12 +165,12 @@ void ToolbarCustomization::moveLater() {
 }
 
 void ToolbarCustomization::restore() {
-    if (m_toolbar)
+    if (m_widget)
         m_toolbar->restoreDefault();
 }
 
 void ToolbarCustomization::dropped(ToolbarItemList *target, ToolbarItemList *source, int from, int to) {
-    if (!m_toolbar || from < 0 || from >= source->count())
+    if (!m_widget || from < 0 || from >= source->count())
         return;
     if (target == m_palette) {
         if (source == m_arrangement)

@@ -1,10 +1,11 @@
 // The sheet in which a user rearranges a tool-bar. Each change shows at once in every tool-bar of its kind.
 #pragma once
 
-#include "platform/toolkit/Toolbar.h"
+#include "platform/toolkit/CustomizableToolbar.h"
 
 #include <QDialog>
 #include <QListWidget>
+#include <QPointer>
 
 class QComboBox;
 class QPushButton;
@@ -53,7 +54,8 @@ private:
 class ToolbarCustomization : public QDialog {
     Q_OBJECT
 public:
-    explicit ToolbarCustomization(Toolbar *toolbar);
+    // Both are the tool-bar; the sheet does nothing any more when the widget has died.
+    ToolbarCustomization(QWidget *widget, CustomizableToolbar *toolbar);
     void refresh();
 
 private:
@@ -70,7 +72,8 @@ private:
     void move(int from, int to);
     void updateButtons();
 
-    QPointer<Toolbar> m_toolbar;
+    QPointer<QWidget> m_widget;
+    CustomizableToolbar *m_toolbar; // as long as m_widget lives
     ToolbarItemList *m_palette;
     ToolbarItemList *m_arrangement;
     QComboBox *m_displayMode;

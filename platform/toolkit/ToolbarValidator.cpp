@@ -1,7 +1,5 @@
 #include "platform/toolkit/ToolbarValidator.h"
 
-#include "platform/toolkit/Toolbar.h"
-
 #include <QCoreApplication>
 #include <QEvent>
 #include <utility>
@@ -19,11 +17,11 @@ ToolbarValidator::ToolbarValidator() {
     connect(&m_timer, &QTimer::timeout, this, &ToolbarValidator::validateAll);
 }
 
-void ToolbarValidator::add(Toolbar *toolbar) {
-    m_toolbars.removeIf([](const QPointer<Toolbar> &known) { return known.isNull(); });
-    if (m_toolbars.isEmpty())
+void ToolbarValidator::add(QWidget *toolbar, std::function<void()> revalidate) {
+    m_entries.removeIf([](const Entry &known) { return known.toolbar.isNull(); });
+    if (m_entries.isEmpty())
         QCoreApplication::instance()->installEventFilter(this);
-    m_toolbars.append(toolbar);
+    m_entries.append({toolbar, std::move(revalidate)});
 }
 
 bool ToolbarValidator::eventFilter(QObject *, QEvent *event) {
@@ -41,10 +39,10 @@ bool ToolbarValidator::eventFilter(QObject *, QEvent *event) {
 }
 
 void ToolbarValidator::validateAll() {
-    const QList<QPointer<Toolbar>> toolbars = m_toolbars; // validating may make and end windows
-    for (const QPointer<Toolbar> &toolbar : toolbars)
-        if (toolbar && toolbar->isVisible())
-            toolbar->revalidate();
+    const QList<Entry> entries = m_entries; // validating may make and end windows
+    for (const Entry &entry : entries)
+        if (entry.toolbar && entry.toolbar->isVisible())
+            entry.revalidate();
 }
 
 } // namespace platform

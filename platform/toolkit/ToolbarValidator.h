@@ -5,10 +5,10 @@
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
+#include <QWidget>
+#include <functional>
 
 namespace platform {
-
-class Toolbar;
 
 // After a window was activated, and once a short while after a key or a mouse button was used: however many
 // events come, there is one round. Nothing happens while nothing is done.
@@ -16,7 +16,7 @@ class ToolbarValidator : public QObject {
 public:
     static constexpr int delay = 100; // milliseconds
     static ToolbarValidator &sharedInstance();
-    void add(Toolbar *toolbar); // until it dies
+    void add(QWidget *toolbar, std::function<void()> revalidate); // until it dies; only while it is shown
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -24,8 +24,12 @@ protected:
 private:
     ToolbarValidator();
     void validateAll();
+    struct Entry {
+        QPointer<QWidget> toolbar;
+        std::function<void()> revalidate;
+    };
     QTimer m_timer;
-    QList<QPointer<Toolbar>> m_toolbars;
+    QList<Entry> m_entries;
 };
 
 } // namespace platform
