@@ -162,7 +162,7 @@ TEST_F(SettingsSheet, RefusesAPasswordThatIsTooLong) {
     EXPECT_EQ(password->text(), QStringLiteral("1234567890"));
 }
 
-TEST_F(SettingsSheet, LetsALongPasswordOfTheClientShrinkAndNotGrowBeyondItself) {
+TEST_F(SettingsSheet, LetsALongPasswordOfTheClientOnlyShrinkUntilItFits) {
     vlSettingData &model = shownModel();
     model.setRequiredMeetingPassword(true);
     model.setMeetingPassword(QStringLiteral("123456789012"));
@@ -172,9 +172,12 @@ TEST_F(SettingsSheet, LetsALongPasswordOfTheClientShrinkAndNotGrowBeyondItself) 
     EXPECT_EQ(password->text(), QStringLiteral("123456789012"));
     QTest::keyClick(password, Qt::Key_Backspace);
     EXPECT_EQ(model.meetingPassword(), QStringLiteral("12345678901"));
-    password->undo();
     QTest::keyClick(password, Qt::Key_A);
-    EXPECT_EQ(password->text(), QStringLiteral("123456789012"));
+    EXPECT_EQ(password->text(), QStringLiteral("12345678901"));
+    password->selectAll();
+    QTest::keyClick(password, Qt::Key_Backspace);
+    QTest::keyClicks(password, QStringLiteral("abcdefghijklmnop"));
+    EXPECT_EQ(password->text(), QStringLiteral("abcdefghij"));
     EXPECT_EQ(model.meetingPassword(), password->text());
 }
 

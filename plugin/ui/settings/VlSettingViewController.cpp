@@ -165,6 +165,7 @@ void VlSettingViewController::onClickRequiredMeetingPswButton() {
 
 void VlSettingViewController::onInputPasswordTextField() {
     m_settingData.setMeetingPassword(passwordTextField->text());
+    passwordFormatter->setShownText(passwordTextField->text()); // what was taken away does not come again
 }
 
 void VlSettingViewController::onClickEnableJBHButton() {

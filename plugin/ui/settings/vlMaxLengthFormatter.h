@@ -17,7 +17,7 @@ public:
     [[nodiscard]] qint32 maxLength() const { return m_maxLength; } // UTF-16 units
     void setMaxLength(qint32 length) { m_maxLength = length; }
 
-    // What the program is about to show in the field.
+    // What the field shows, or is about to show.
     void setShownText(const QString &text) { m_shownLength = text.size(); }
 
     [[nodiscard]] bool isPartialStringValid(const QString &partialString) const;
