@@ -301,7 +301,14 @@ TEST_F(SettingsSheet, MayCloseItsOwnEditorByContinuing) {
 TEST_F(SettingsSheet, IsModalForItsWindowAndStartsWithNoControlFocused) {
     show();
     EXPECT_EQ(sheet()->windowModality(), Qt::WindowModal);
-    EXPECT_EQ(sheet()->focusWidget(), nullptr);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(sheet()));
+    QApplication::processEvents(); // the toolkit looks for a control to focus when the window is active
+    ASSERT_EQ(QApplication::focusWidget(), sheet());
+    const QVariantMap before = sheets.getSchSettingWindowInArray(editor.id())->getVlSettingsData();
+    QTest::keyClick(sheet(), Qt::Key_Space);
+    EXPECT_EQ(sheets.getSchSettingWindowInArray(editor.id())->getVlSettingsData(), before);
+    QTest::keyClick(sheet(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), find<QRadioButton>("videoHostMatrixOn"));
     EXPECT_TRUE(find<QPushButton>("buttonContinue")->isDefault());
 }
 

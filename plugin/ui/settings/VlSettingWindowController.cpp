@@ -71,8 +71,8 @@ void VlSettingWindowController::showWindowSheet() {
     if (!m_window || m_window->isVisible())
         return;
     platform::beginSheet(m_window.get(), m_parentWindow, [this](int) { endSheet(); });
-    if (QWidget *focused = m_window->focusWidget())
-        focused->clearFocus();
+    // Without this the toolkit gives the focus to the first control once the window is active.
+    m_window->setFocus(Qt::OtherFocusReason);
 }
 
 // Escape and the window's own close button leave the sheet like Cancel.
