@@ -13,9 +13,6 @@ constexpr int titleSize = 11;          // points of a frame, which are Qt's devi
 constexpr double highlightMargin = 3;
 constexpr double focusRadius = 4;
 constexpr int darkBelow = 128; // lightness of a window
-// A font is drawn this much narrower, at most, to fit the width that is assumed: percent. Wide characters
-// take about twice that width and stay as they are.
-constexpr int narrowestStretch = 80;
 
 const QString titleFamily = QStringLiteral("Lucida Grande");
 const QString imageHighlightLeft = QStringLiteral("settingbg_left");
@@ -59,11 +56,6 @@ TitleLine ButtonFace::measured(double width) const {
     TitleLine line;
     line.font.setFamilies({titleFamily, QApplication::font().family()});
     line.font.setPixelSize(titleSize);
-    const double assumed = characterWidth * double(mLable.size());
-    const double natural = QFontMetricsF(line.font).horizontalAdvance(mLable);
-    const int stretch = natural > 0 ? int(100 * assumed / natural) : 100;
-    if (stretch >= narrowestStretch && stretch < 100)
-        line.font.setStretch(stretch);
     const QFontMetricsF metrics(line.font);
     line.x = std::max(0.0, titleX(width));
     line.text = metrics.elidedText(mLable, Qt::ElideRight, width - line.x);
