@@ -11,14 +11,26 @@ const QString answerChannel = QStringLiteral("vOutlookPluginAgentToVOutlookPlugi
 const QString actionIdKey = QStringLiteral("actionId");
 const QString contentKey = QStringLiteral("content");
 const QString clientIdentifier = QStringLiteral("com.parlo.meetings");
+const QString installPathKey = QStringLiteral("installPath");
+const QString everybodysClient = QStringLiteral("/Applications/Parlo Meetings.app");
+const QString ownClient = // below the home folder
+    QStringLiteral("/Library/Application Support/Parlo Meetings/Parlo Meetings.app");
 const QString startUrl = QStringLiteral("velamtg://meetings.parlo.example/start");
 const QString activationName = QStringLiteral("Noti_ActivateVelaApplicationExternally");
 const QString activationUrlKey = QStringLiteral("Param_ActivateVelaApplicationExternally");
 
 enum class Request { ClientVersion = 1, LaunchClient = 2 };
 
+// Where the plug-in looks for it, so that what the plug-in finds can also be started; "" when it is nowhere.
 QString clientBundle() {
-    return platform::services().workspace->pathForBundleIdentifier(clientIdentifier);
+    const platform::Services &services = platform::services();
+    const QString chosen =
+        rt::textValue(services.userDefaults->valueInDomain(clientIdentifier, installPathKey));
+    const QString own = services.workspace->homeFolder() + ownClient;
+    for (const QString &path : {chosen, everybodysClient, own})
+        if (!path.isEmpty() && services.workspace->isFilePackage(path))
+            return path;
+    return services.workspace->pathForBundleIdentifier(clientIdentifier);
 }
 
 } // namespace

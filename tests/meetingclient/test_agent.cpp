@@ -17,13 +17,17 @@ protected:
         desktop.bus->post(requests, QString(), {{"actionId", QString::fromLatin1(action)}}, true);
         desktop.runLoop->advance(0);
     }
-    void givenAnInstalledClient() {
+    void givenAClient(const QString &identifier, const QString &path, const QString &executable,
+                      const QString &version) {
         desktop.workspace->root = folder.path();
-        desktop.workspace->bundles.append({"com.parlo.meetings", clientPath, "/bin/client"});
-        const QString contents = folder.path() + clientPath + QStringLiteral("/Contents");
+        desktop.workspace->bundles.append({identifier, path, executable});
+        const QString contents = desktop.workspace->resolve(path) + QStringLiteral("/Contents");
         QDir().mkpath(contents);
         ASSERT_TRUE(platform::services().propertyLists->write(contents + QStringLiteral("/Info.plist"),
-                                                              QVariantMap{{"CFBundleVersion", "3.6.40500"}}));
+                                                              QVariantMap{{"CFBundleVersion", version}}));
+    }
+    void givenAnInstalledClient() {
+        givenAClient("com.parlo.meetings", clientPath, "/bin/client", "3.6.40500");
     }
     QTemporaryDir folder;
     platform::TestDesktop desktop = platform::installTestServices();
@@ -57,6 +61,29 @@ TEST_F(AgentTest, StartsTheClientOrBringsARunningOneToTheFront) {
     ask("2");
     EXPECT_EQ(desktop.workspace->started.size(), 1);
     EXPECT_EQ(desktop.bus->posted().last().name, QStringLiteral("Noti_ActivateVelaApplicationExternally"));
+}
+
+// Each place that is filled takes precedence over those before it.
+TEST_F(AgentTest, FindsTheClientWhereThePlugInFindsIt) {
+    const auto expectFound = [this](const char *version) {
+        EXPECT_EQ(pluginagent::PluginAgent::clientVersion(), QString::fromLatin1(version));
+        ask("2");
+        EXPECT_EQ(desktop.workspace->started.last().executable,
+                  QStringLiteral("/bin/") + QString::fromLatin1(version));
+    };
+    desktop.workspace->home = folder.filePath("home");
+    const QString own = desktop.workspace->homeFolder() +
+                        QStringLiteral("/Library/Application Support/Parlo Meetings/Parlo Meetings.app");
+    givenAClient("com.parlo.meetings", "/Users/Shared/Other.app", "/bin/1", "1");
+    expectFound("1");
+    givenAClient("own", own, "/bin/2", "2");
+    expectFound("2");
+    givenAClient("everybody's", clientPath, "/bin/3", "3");
+    expectFound("3");
+    desktop.userDefaults->domains["com.parlo.meetings"]["installPath"] = "/opt/Chosen.app";
+    expectFound("3"); // nothing is there
+    givenAClient("chosen", "/opt/Chosen.app", "/bin/4", "4");
+    expectFound("4");
 }
 
 TEST_F(AgentTest, OtherRequestsAreIgnored) {
