@@ -47,17 +47,19 @@ PendingRequest *PendingRequests::requestFor(const QStringList &keys) {
     return next && std::any_of(keys.begin(), keys.end(), isRepeatedKey) ? nullptr : next;
 }
 
-// One that was refused may still be answered, since a refusal tells no key. An owner that lives goes before
-// one that is gone.
+// Of several for the same meeting, one whose time is not over goes first, then one that waits, then one that
+// was refused: a refusal tells no key, so it may have been another's. An owner that is gone comes last.
 PendingRequest *PendingRequests::withKey(const QString &key) {
-    const auto fits = [&key](const PendingRequest &request) {
-        return request.state != State::Answered && !key.isEmpty() && request.meetingKey == key;
+    PendingRequest *best = nullptr;
+    const auto rank = [](const PendingRequest &request) {
+        return (request.owner.expired() ? 4 : 0) + (isWaiting(request) ? 0 : 2) + (request.timedOut ? 1 : 0);
     };
-    PendingRequest *alive =
-        first([&](const auto &r) { return fits(r) && isWaiting(r) && !r.owner.expired(); });
-    if (!alive)
-        alive = first([&](const auto &r) { return fits(r) && !r.owner.expired(); });
-    return alive ? alive : first(fits);
+    for (PendingRequest &request : m_requests) {
+        const bool fits = request.state != State::Answered && !key.isEmpty() && request.meetingKey == key;
+        if (fits && (!best || rank(request) < rank(*best)))
+            best = &request;
+    }
+    return best;
 }
 
 // Whether that key was in an earlier answer. A request that knows its key is not answered with another one. A

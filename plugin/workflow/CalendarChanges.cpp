@@ -68,3 +68,10 @@ std::shared_ptr<MeetingContext> CalendarChanges::contextFor(const QString &meeti
 void CalendarChanges::finish() {
     std::erase(m_changes, MeetingContext::sharedAtHand());
 }
+
+void CalendarChanges::supersede() {
+    const auto own = MeetingContext::sharedAtHand();
+    std::erase_if(m_changes, [&own](const auto &change) {
+        return change != own && !own->meetingKey.isEmpty() && change->meetingKey == own->meetingKey;
+    });
+}

@@ -21,6 +21,9 @@ public:
     int send(MeetingCommand command, const QVariantMap &data);
     // The work of the context at hand is done.
     void finish();
+    // The appointment at hand is saved or deleted in its editor: an unanswered change of its meeting must not
+    // come after that. The editor has what the change has made of the appointment.
+    void supersede();
 
 private:
     [[nodiscard]] std::shared_ptr<MeetingContext> contextFor(const QString &meetingKey);

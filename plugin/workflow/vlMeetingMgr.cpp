@@ -365,6 +365,7 @@ int vlMeetingMgr::scheduleUpdateVelaMeeting(rt::Object *editor, MeetingCommand c
         vlAPIMgr::sharedInstance().scheduleMeeting(parentOf(strip), request);
         return nothingStarted;
     }
+    CalendarChanges::sharedInstance().supersede();
     if (vlGetMeetingHelper::sharedInstance().hasMeetingInfo())
         return commitUpdateMeeting(strip, request);
     vlAPIMgr::sharedInstance().getMeeting(parentOf(strip), request);
@@ -375,6 +376,7 @@ int vlMeetingMgr::deleteVelaMeeting(rt::Object *editor) {
     const EditorStrip *strip = vlMeetingWindows::stripOfEditor(editor);
     if (!editor || (strip && strip->blockDeleteVelaMeeting()))
         return nothingStarted;
+    CalendarChanges::sharedInstance().supersede();
     return vlAPIMgr::sharedInstance().deleteMeeting(parentOf(strip), getVelaMeetingData(editor));
 }
 
