@@ -1,8 +1,10 @@
-#include "tests/faults/Requests.h"
+#include "tests/simulation/Requests.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QMap>
 
-namespace faults {
+namespace simulation {
 
 namespace {
 
@@ -76,6 +78,36 @@ std::optional<Request> requestOf(const platform::TextMap &envelope) {
     return found == subCommands.constEnd() ? std::nullopt : std::optional(*found);
 }
 
+QString meetingOf(const platform::TextMap &request) {
+    const QString content = request.value(QStringLiteral("content"));
+    const std::optional<Request> kind = requestOf(request);
+    if (kind == Request::GetMeeting || kind == Request::Delete)
+        return content.mid(2);
+    const QJsonDocument json =
+        QJsonDocument::fromJson(content.mid(content.lastIndexOf(QStringLiteral(";{")) + 1).toUtf8());
+    return kind == Request::Update ? json.object().value(u"meetingKey").toString() : QString();
+}
+
+std::optional<Answer> trueAnswer(const platform::TextMap &envelope) {
+    static const QMap<QString, Request> kinds{
+        {QStringLiteral("1"), Request::Schedule}, {QStringLiteral("2"), Request::Update},
+        {QStringLiteral("3"), Request::Delete},   {QStringLiteral("4"), Request::GetMeeting},
+        {QStringLiteral("6"), Request::Profile},  {QStringLiteral("9"), Request::Accounts}};
+    const auto kind = kinds.constFind(envelope.value(QStringLiteral("actionId")));
+    const QString content = envelope.value(QStringLiteral("content"));
+    const QStringList fields = content.split(u';');
+    if (kind == kinds.constEnd() || content.isEmpty() || fields[0] == u"0")
+        return {};
+    if (*kind == Request::Profile || *kind == Request::Accounts)
+        return Answer{*kind, {}};
+    if (*kind != Request::GetMeeting)
+        return Answer{*kind, fields[0]};
+    const QByteArray json = QByteArray::fromBase64(fields.value(13).toLatin1());
+    if (QJsonDocument::fromJson(json).object().value(u"meetingKey").toString() != fields[0])
+        return {};
+    return Answer{*kind, fields[0]};
+}
+
 int timesSent(const Happened &step, Request request) {
     return int(std::count_if(step.requests.begin(), step.requests.end(), [request](const auto &posted) {
         return requestOf(posted.userInfo) == request;
@@ -101,4 +133,4 @@ QString unaskedRequest(const Happened &step) {
     return {};
 }
 
-} // namespace faults
+} // namespace simulation

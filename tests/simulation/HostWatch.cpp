@@ -1,4 +1,4 @@
-#include "tests/faults/HostWatch.h"
+#include "tests/simulation/HostWatch.h"
 
 #include "platform/runtime/Runtime.h"
 #include "standin/mailhost/model/CalendarEvent.h"
@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 #include <utility>
 
-namespace faults {
+namespace simulation {
 
 namespace {
 
@@ -65,4 +65,4 @@ QList<HostRun> takeHostRuns() {
     return std::exchange(runs(), {});
 }
 
-} // namespace faults
+} // namespace simulation

@@ -1,9 +1,10 @@
-#include "tests/faults/Desktop.h"
+#include "tests/simulation/Desktop.h"
 
 #include "platform/runtime/Runtime.h"
 #include "platform/toolkit/Windows.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
 #include "standin/mailhost/windows/ControlNames.h"
+#include "tests/support/FullDisk.h"
 
 #include <QApplication>
 #include <QJsonArray>
@@ -13,15 +14,13 @@
 #include <QTextEdit>
 #include <QWindow>
 
-namespace faults {
+namespace simulation {
 
 namespace {
 
 const QString requestChannel = QStringLiteral("VelaOutlookPluginToVelaVideoClient_PRL");
 const QString answerChannel = QStringLiteral("VelaVideoClientToVelaOutlookPlugin_PRL");
 
-const QStringList mainWindowVerbs{QStringLiteral("move"), QStringLiteral("resize"), QStringLiteral("rename"),
-                                  QStringLiteral("menu"), QStringLiteral("question")};
 constexpr double secondsOfAStep = 0.2; // nobody is faster
 
 roads::OpenedCalendar calendar() {
@@ -62,7 +61,7 @@ QJsonArray audioAccounts() {
             account(4155552, QStringLiteral("+1 800 5550101"))};
 }
 
-QStringList &warningsOfDay() {
+QStringList &warningsOfRun() {
     static auto *list = new QStringList;
     return *list;
 }
@@ -72,13 +71,13 @@ QtMessageHandler &handlerBefore() {
     return handler;
 }
 
-// The day's own: a warning belongs to the step in which it came.
+// The run's own: a warning belongs to the step in which it came.
 void keepWarning(QtMsgType type, const QMessageLogContext &, const QString &text) {
     // The bus cannot carry every corrupt answer, and says so.
     const bool harmless = type == QtDebugMsg || type == QtInfoMsg || text.contains(u"propagateSizeHints") ||
                           text.contains(u"it contains a NUL character");
     if (!harmless)
-        warningsOfDay().append(text);
+        warningsOfRun().append(text);
 }
 
 bool isInside(const QWidget *window, const QWidget *of) {
@@ -127,7 +126,7 @@ Desktop::Desktop(const QString &hostVersion)
     m_desk.client().setAccounts(audioAccounts());
     watchHost();
     (void)takeHostRuns();
-    warningsOfDay().clear();
+    warningsOfRun().clear();
     handlerBefore() = qInstallMessageHandler(keepWarning);
     for (const QString &name : m_uids.keys())
         m_savedBodies.insert(name, {});
@@ -139,7 +138,7 @@ Desktop::~Desktop() {
 }
 
 const QStringList &Desktop::warnings() const {
-    return warningsOfDay();
+    return warningsOfRun();
 }
 
 QString Desktop::uidOf(const QString &appointment) const {
@@ -155,29 +154,34 @@ mailhost::MainWindow *Desktop::mainWindow() const {
 }
 
 mailhost::EditorWindow *Desktop::editorOf(const QString &appointment) const {
-    for (const Writing &writing : m_writings)
-        if (writing.appointment == appointment)
-            return writing.window;
+    for (const Editor &editor : m_editors)
+        if (editor.appointment == appointment)
+            return editor.window;
     return nullptr;
 }
 
-Writing *Desktop::writingOf(const QString &appointment) {
-    for (Writing &writing : m_writings)
-        if (writing.appointment == appointment)
-            return &writing;
+Editor *Desktop::entryOf(const QString &appointment) {
+    for (Editor &editor : m_editors)
+        if (editor.appointment == appointment)
+            return &editor;
     return nullptr;
 }
 
 bool Desktop::perform(const QString &line) {
     const QStringList words = line.split(u' ', Qt::SkipEmptyParts);
-    static const QList<Verb> verbs = personsVerbs() + clientsVerbs();
+    static const QList<Verb> verbs = usersVerbs() + clientsVerbs();
     for (const Verb &verb : verbs) {
         if (words.value(0) != QLatin1String(verb.word) || words.size() <= verb.arguments)
             continue;
         beforeStep(line);
-        if (!(this->*verb.run)(words.mid(1)))
-            return false;
-        m_desk.wait(secondsOfAStep);
+        {
+            std::optional<FullDisk> full;
+            if (m_diskFull)
+                full.emplace();
+            if (!(this->*verb.run)(words.mid(1)))
+                return false;
+            m_desk.wait(secondsOfAStep);
+        }
         afterStep();
         return true;
     }
@@ -187,18 +191,26 @@ bool Desktop::perform(const QString &line) {
 void Desktop::beforeStep(const QString &line) {
     m_last = {};
     m_last.line = line;
+    m_last.diskFull = m_diskFull;
     m_desk.forget();
-    for (const Writing &writing : std::as_const(m_writings))
-        m_last.openBefore.insert(writing.window.data());
+    for (const Editor &editor : std::as_const(m_editors))
+        m_last.openBefore.insert(editor.window.data());
 }
 
 void Desktop::press(HostOperation operation, mailhost::EditorWindow *editor) {
-    m_last.presses.append({operation, editor});
-    m_pressedEver.append({operation, editor});
+    m_last.pressed = operation;
+    m_last.pressedIn = editor;
+}
+
+bool Happened::hasStored(const mailhost::EditorWindow *editor) const {
+    return !diskFull && std::any_of(runs.begin(), runs.end(), [editor](const HostRun &run) {
+        return run.editor == editor && run.operation != HostOperation::SaveRecord;
+    });
 }
 
 void Desktop::afterStep() {
     for (const auto &posted : m_desk.desktop().bus->posted()) {
+        m_last.posted.append(posted);
         if (posted.name == requestChannel)
             m_last.requests.append(posted);
         if (posted.name == answerChannel)
@@ -207,14 +219,12 @@ void Desktop::afterStep() {
     if (!m_last.requests.isEmpty())
         m_lastRequest = m_desk.desktop().runLoop->now();
     m_last.runs = takeHostRuns();
-    m_ranEver += m_last.runs;
     readDisk();
     noteSaved();
     noteEmptiedPlaces();
     if (m_last.line.startsWith(u"menu undo") || m_last.line.startsWith(u"menu redo"))
         noteTakenBack();
-    noteWritings();
-    noteMixed();
+    noteEditors();
     noteKeys();
     readDisk(); // with the names of new ones
 }
@@ -223,27 +233,11 @@ double Desktop::secondsSinceLastRequest() const {
     return const_cast<roads::Desk &>(m_desk).desktop().runLoop->now() - m_lastRequest;
 }
 
-int Desktop::timesPressed(HostOperation operation, const mailhost::EditorWindow *editor) const {
-    return int(std::count_if(m_pressedEver.begin(), m_pressedEver.end(), [&](const Happened::Press &press) {
-        return press.operation == operation && press.editor == editor;
-    }));
-}
-
-int Desktop::timesRun(HostOperation operation, const mailhost::EditorWindow *editor) const {
-    return int(std::count_if(m_ranEver.begin(), m_ranEver.end(), [&](const HostRun &run) {
-        return run.operation == operation && run.editor == editor;
-    }));
-}
-
 // What an editor had when it was saved is in the file from then on.
 void Desktop::noteSaved() {
-    for (const HostRun &run : std::as_const(m_last.runs)) {
-        if (!run.editor || run.operation == HostOperation::SaveRecord)
-            continue;
-        for (const Writing &writing : std::as_const(m_writings))
-            if (writing.window == run.editor)
-                m_savedBodies[writing.appointment] += writing.body;
-    }
+    for (const Editor &editor : std::as_const(m_editors))
+        if (m_last.hasStored(editor.window))
+            m_savedBodies[editor.appointment] += editor.body;
     for (auto it = m_savedBodies.begin(); m_onDisk && it != m_savedBodies.end(); ++it) {
         if (m_onDisk->contains(it.key()))
             continue;
@@ -273,46 +267,43 @@ void Desktop::readDisk() {
 void Desktop::noteTakenBack() {
     for (auto it = m_savedBodies.begin(); it != m_savedBodies.end(); ++it)
         it->removeIf([&](const QString &word) { return !m_bytesOnDisk.contains(word.toUtf8()); });
-    for (Writing &writing : m_writings) {
-        if (!writing.window)
+    for (Editor &editor : m_editors) {
+        if (!editor.window)
             continue;
         const QString body =
-            writing.window->findChild<QTextEdit *>(mailhost::controls::bodyEditor)->toPlainText();
-        writing.body.removeIf([&body](const QString &word) { return !body.contains(word); });
+            editor.window->findChild<QTextEdit *>(mailhost::controls::bodyEditor)->toPlainText();
+        editor.body.removeIf([&body](const QString &word) { return !body.contains(word); });
         const QString place =
-            writing.window->findChild<QLineEdit *>(mailhost::controls::locationField)->text();
-        writing.place.removeIf([&place](const QString &word) { return !place.contains(word); });
+            editor.window->findChild<QLineEdit *>(mailhost::controls::locationField)->text();
+        editor.place.removeIf([&place](const QString &word) { return !place.contains(word); });
     }
 }
 
-// A delete empties the place, whatever the person wrote there.
+// A delete empties the place, whatever the user wrote there.
 void Desktop::noteEmptiedPlaces() {
     const bool deleted = std::any_of(m_last.answers.begin(), m_last.answers.end(), [](const auto &answer) {
         return answer.userInfo.value(QStringLiteral("actionId")) == QStringLiteral("3");
     });
-    for (Writing &writing : m_writings) {
-        const auto *field = writing.window
-                                ? writing.window->findChild<QLineEdit *>(mailhost::controls::locationField)
+    for (Editor &editor : m_editors) {
+        const auto *field = editor.window
+                                ? editor.window->findChild<QLineEdit *>(mailhost::controls::locationField)
                                 : nullptr;
         if (!field || !field->text().isEmpty())
             continue;
-        const bool stored =
-            std::any_of(m_last.runs.begin(), m_last.runs.end(), [&writing](const HostRun &run) {
-                return run.editor == writing.window && run.operation != HostOperation::SaveRecord;
-            });
-        if (deleted || (writing.emptiedByDelete && stored))
-            writing.place.clear();
-        writing.emptiedByDelete = deleted || (writing.emptiedByDelete && !stored);
+        const bool stored = m_last.hasStored(editor.window);
+        if (deleted || (editor.emptiedByDelete && stored))
+            editor.place.clear();
+        editor.emptiedByDelete = deleted || (editor.emptiedByDelete && !stored);
     }
 }
 
-void Desktop::noteWritings() {
+void Desktop::noteEditors() {
     QSet<const mailhost::EditorWindow *> open;
     for (mailhost::EditorWindowController *controller : mailhost::EditorWindowController::open()) {
         mailhost::EditorWindow *window = controller->editorWindow();
         open.insert(window);
-        const bool known = std::any_of(m_writings.begin(), m_writings.end(),
-                                       [window](const Writing &writing) { return writing.window == window; });
+        const bool known = std::any_of(m_editors.begin(), m_editors.end(),
+                                       [window](const Editor &editor) { return editor.window == window; });
         if (known)
             continue;
         QString name = m_uids.key(window->viewController()->content()->UUID());
@@ -320,25 +311,17 @@ void Desktop::noteWritings() {
             name = QStringLiteral("new%1").arg(++m_newOnes);
             m_uids.insert(name, window->viewController()->content()->UUID());
         }
-        m_writings.append({window, name, rt::identifier(window), {}, {}, false});
+        m_editors.append({window, name, rt::identifier(window), {}, {}, false});
         if (m_last.line == u"new video" || m_last.line == u"new audio")
             m_wanted.insert(name);
         m_closedWindowIDs.remove(rt::identifier(window)); // the address has come again
     }
-    m_writings.removeIf([this, &open](const Writing &writing) {
-        if (writing.window && open.contains(writing.window))
+    m_editors.removeIf([this, &open](const Editor &editor) {
+        if (editor.window && open.contains(editor.window))
             return false;
-        m_closedWindowIDs.insert(writing.windowID);
+        m_closedWindowIDs.insert(editor.windowID);
         return true;
     });
-}
-
-void Desktop::noteMixed() {
-    const bool onTheCalendar = mainWindowVerbs.contains(m_last.line.section(u' ', 0, 0));
-    if (m_writings.size() + (onTheCalendar ? 1 : 0) < 2)
-        return;
-    for (const Writing &writing : std::as_const(m_writings))
-        m_mixed.insert(writing.appointment);
 }
 
 void Desktop::noteKeys() {
@@ -352,4 +335,4 @@ void Desktop::noteKeys() {
     }
 }
 
-} // namespace faults
+} // namespace simulation

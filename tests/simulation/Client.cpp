@@ -1,11 +1,11 @@
 // What the meeting client does, and whoever else speaks on its channel.
 #include "standin/meetingclient/MeetingService.h"
 #include "standin/meetingclient/People.h"
-#include "tests/faults/Desktop.h"
+#include "tests/simulation/Desktop.h"
 
 #include <QJsonObject>
 
-namespace faults {
+namespace simulation {
 
 namespace {
 
@@ -17,6 +17,7 @@ constexpr quint32 meetingAction = 3;
 
 QList<Desktop::Verb> Desktop::clientsVerbs() {
     return {{"rule", 1, &Desktop::rule},
+            {"disk", 1, &Desktop::disk},
             {"client", 1, &Desktop::clientRuns},
             {"signed", 1, &Desktop::clientSignsIn},
             {"forget", 1, &Desktop::clientForgets},
@@ -27,6 +28,12 @@ QList<Desktop::Verb> Desktop::clientsVerbs() {
 
 bool Desktop::rule(const Words &words) {
     m_desk.given(words.join(u' ').toUtf8().constData());
+    return true;
+}
+
+// "full" or "free", from the next step on.
+bool Desktop::disk(const Words &words) {
+    m_diskFull = words[0] == u"full";
     return true;
 }
 
@@ -83,4 +90,4 @@ bool Desktop::forgeMeeting(const Words &words) {
     return true;
 }
 
-} // namespace faults
+} // namespace simulation

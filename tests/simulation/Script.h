@@ -1,25 +1,27 @@
-// The lines that a day is made of, and how the dice choose them.
+// The lines that a run is made of, and how they are chosen at random.
 //
-// The person:
+// The user:
 //   open|front|save|saveclose|send|close|delete APPOINTMENT      new plain|video|audio
 //   strip APPOINTMENT add|remove|settings                        audio APPOINTMENT 1|2
 //   sheet ok|cancel|escape|BOX                                   question BUTTON
-//   subject APPOINTMENT [WORD]   place|body APPOINTMENT WORD     later APPOINTMENT MINUTES   from APPOINTMENT
-//   INDEX move|resize APPOINTMENT MINUTES   rename APPOINTMENT WORD    menu delete|cancel APPOINTMENT   menu
-//   undo|redo alert default|escape         start video|share               wait SECONDS
-// The client:
+//   subject APPOINTMENT [WORD]   place|body APPOINTMENT WORD     later APPOINTMENT MINUTES
+//   from APPOINTMENT INDEX       move|resize APPOINTMENT MINUTES  rename APPOINTMENT WORD
+//   menu delete|cancel APPOINTMENT   menu undo|redo              alert default|escape
+//   start video|share            wait SECONDS
+// The client, and the disk:
 //   rule RULE (see AnswerRules)  client runs|quits|restarts|uninstalled|installed|old   signed in|out
 //   forget APPOINTMENT           forge ACTION CONTENT            forge-meeting APPOINTMENT
+//   order ORDER (see People.h)   disk full|free
 #pragma once
 
-#include "tests/faults/Dice.h"
-#include "tests/faults/Invariants.h"
+#include "tests/simulation/Invariants.h"
+#include "tests/simulation/Random.h"
 
-namespace faults {
+namespace simulation {
 
 struct Script {
     QString hostVersion;
-    Weather weather = Weather::Stormy;
+    Conditions conditions = Conditions::Stormy;
     QStringList lines;
 
     // As text that parse() reads: one line for each step.
@@ -28,28 +30,25 @@ struct Script {
 };
 
 // Chooses what may come next; most of it can be done, not all.
-class Chooser {
+class Generator {
 public:
-    Chooser(quint64 seed, Weather weather);
+    Generator(quint64 seed, Conditions conditions);
     [[nodiscard]] const QString &hostVersion() const { return m_hostVersion; }
     // An empty text when this time nothing came to mind.
     [[nodiscard]] QString next(const Desktop &desktop);
 
 private:
+    [[nodiscard]] QString anything(const Desktop &desktop);
     [[nodiscard]] QString filled(QString line, const Desktop &desktop);
     [[nodiscard]] QString appointmentFor(const QString &verb, const Desktop &desktop);
-    [[nodiscard]] QString word();
-    Dice m_dice;
-    Weather m_weather;
+    Random m_random;
+    Conditions m_conditions;
     QString m_hostVersion;
-    QString m_remedy; // for what is wrong with the client, one thing at a time
+    QString m_remedy; // for what is wrong with client or disk, one thing at a time
     int m_words = 0;
 };
 
-// Whether the line keeps a calm day calm: one thing is done after the other, and nothing beside an open
-// editor.
-[[nodiscard]] bool isCalm(const QString &line, const Desktop &desktop);
-// Whether the line is something that goes wrong at the client's.
+// Whether the line is something that goes wrong at the client's or on the disk.
 [[nodiscard]] bool isFault(const QString &line);
 
-} // namespace faults
+} // namespace simulation

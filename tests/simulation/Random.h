@@ -4,11 +4,11 @@
 #include <QStringList>
 #include <QtGlobal>
 
-namespace faults {
+namespace simulation {
 
-class Dice {
+class Random {
 public:
-    explicit Dice(quint64 seed)
+    explicit Random(quint64 seed)
         : m_state(seed) {}
 
     // From 0 up to, not including, `sides` (at least 1).
@@ -28,4 +28,4 @@ private:
     quint64 m_state;
 };
 
-} // namespace faults
+} // namespace simulation

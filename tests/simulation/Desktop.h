@@ -1,9 +1,9 @@
-// A whole desktop and the people around it: a person at the host's windows, and a meeting client with its
-// moods. Each step is one line of words (Script.h lists them).
+// A whole desktop: a user at the host's windows, a meeting client with its faults, and a disk that may be
+// full. Each step is one line of words (Script.h lists them).
 #pragma once
 
-#include "tests/faults/HostWatch.h"
 #include "tests/roads/Desk.h"
+#include "tests/simulation/HostWatch.h"
 
 #include <QPointer>
 #include <QSet>
@@ -11,10 +11,10 @@
 
 class QAbstractButton;
 
-namespace faults {
+namespace simulation {
 
-// What the person has written into an open editor and not taken out again.
-struct Writing {
+// An open editor, and what the user has written into it and not taken out again.
+struct Editor {
     QPointer<mailhost::EditorWindow> window;
     QString appointment; // name, see Desktop::uidOf()
     QString windowID;
@@ -26,17 +26,18 @@ struct Writing {
 
 // What one step led to.
 struct Happened {
-    struct Press {
-        HostOperation operation;
-        mailhost::EditorWindow *editor; // only to be compared
-    };
     QString line;
-    QList<Press> presses; // the host operations that the person asked for
-    QList<HostRun> runs;  // the host operations that ran
-    QList<platform::MemoryNotificationBus::Posted> requests;
-    QList<platform::MemoryNotificationBus::Posted> answers; // also those that nobody asked for
+    std::optional<HostOperation> pressed; // the host operation that the user asked for
+    mailhost::EditorWindow *pressedIn = nullptr;
+    QList<HostRun> runs;                                     // the host operations that ran
+    QList<platform::MemoryNotificationBus::Posted> posted;   // all of them, in order
+    QList<platform::MemoryNotificationBus::Posted> requests; // of those
+    QList<platform::MemoryNotificationBus::Posted> answers;  // of those, also what nobody asked for
     QSet<const mailhost::EditorWindow *> openBefore;
-    bool personCloses = false; // the step may close editors by itself
+    bool userCloses = false; // the step may close editors by itself
+    bool diskFull = false;   // nothing could be stored
+    bool keysLost = false;   // what was typed did not reach its field
+    [[nodiscard]] bool hasStored(const mailhost::EditorWindow *editor) const;
 };
 
 class Desktop {
@@ -52,19 +53,13 @@ public:
 
     [[nodiscard]] const Happened &last() const { return m_last; }
     [[nodiscard]] roads::Desk &desk() { return m_desk; }
-    [[nodiscard]] const QList<Writing> &writings() const { return m_writings; }
+    [[nodiscard]] const QList<Editor> &editors() const { return m_editors; }
     // The words that are in the file, because they were there when it was saved last.
     [[nodiscard]] const QMap<QString, QStringList> &savedBodies() const { return m_savedBodies; }
-    // Appointments that were taken out of the calendar at some time; an editor that is open may put them
-    // back.
+    // Appointments that were taken out of the calendar at some time; an open editor may put them back.
     [[nodiscard]] const QSet<QString> &deletedOnce() const { return m_deletedOnce; }
-    // The appointments that the person has ever wanted a meeting or an audio conference for.
+    // The appointments that the user has ever wanted a meeting or an audio conference for.
     [[nodiscard]] const QSet<QString> &wanted() const { return m_wanted; }
-    // Those whose meeting the person has removed; whether that was saved is another question.
-    [[nodiscard]] const QSet<QString> &removed() const { return m_removed; }
-    // The appointments that were in an editor while something else was in one or was changed on the calendar:
-    // the workflow has one memory for all of them, so each may have taken another's meeting for its own.
-    [[nodiscard]] const QSet<QString> &mixed() const { return m_mixed; }
     // Of every meeting that the client has ever had, or said that it has.
     [[nodiscard]] const QSet<QString> &keysEver() const { return m_keysEver; }
     [[nodiscard]] const QSet<QString> &closedWindowIDs() const { return m_closedWindowIDs; }
@@ -77,9 +72,6 @@ public:
         return m_onDisk;
     }
     [[nodiscard]] const QByteArray &bytesOnDisk() const { return m_bytesOnDisk; }
-    // How often the person has asked for the operation on that editor, and how often it ran.
-    [[nodiscard]] int timesPressed(HostOperation operation, const mailhost::EditorWindow *editor) const;
-    [[nodiscard]] int timesRun(HostOperation operation, const mailhost::EditorWindow *editor) const;
     [[nodiscard]] const QByteArray &calendarAtFirst() const { return m_calendarAtFirst; }
 
     inline static const QString untouched = QStringLiteral("untouched@desk"); // nobody ever changes it
@@ -91,10 +83,10 @@ private:
         int arguments;
         bool (Desktop::*run)(const Words &words);
     };
-    static QList<Verb> personsVerbs();
+    static QList<Verb> usersVerbs();
     static QList<Verb> clientsVerbs();
 
-    // The person.
+    // The user.
     bool open(const Words &words);
     bool openNew(const Words &words);
     bool front(const Words &words);
@@ -122,6 +114,7 @@ private:
 
     // The client.
     bool rule(const Words &words);
+    bool disk(const Words &words);
     bool clientRuns(const Words &words);
     bool clientSignsIn(const Words &words);
     bool clientForgets(const Words &words);
@@ -131,47 +124,44 @@ private:
     void post(const QString &actionId, const QString &content);
 
     [[nodiscard]] mailhost::EditorWindow *editorOf(const QString &appointment) const;
-    [[nodiscard]] Writing *writingOf(const QString &appointment);
+    [[nodiscard]] Editor *entryOf(const QString &appointment);
     [[nodiscard]] mailhost::MainWindow *mainWindow() const;
+    void type(QWidget *field, const QString &keys);
     bool clickIn(mailhost::EditorWindow *editor, const QString &button);
     bool selectOnGrid(const QString &appointment);
     void press(HostOperation operation, mailhost::EditorWindow *editor);
 
     void beforeStep(const QString &line);
     void afterStep();
-    void noteWritings();
+    void noteEditors();
     void noteSaved();
     void noteEmptiedPlaces();
     void noteTakenBack();
-    void noteMixed();
     void readDisk();
     void noteKeys();
 
     roads::Desk m_desk;
     Happened m_last;
-    QList<Writing> m_writings;
+    QList<Editor> m_editors;
     QMap<QString, QString> m_uids; // by name
     QMap<QString, QStringList> m_savedBodies;
     QSet<QString> m_deletedOnce; // names
     QSet<QString> m_wanted;      // names
-    QSet<QString> m_removed;     // names
-    QSet<QString> m_mixed;       // names
     QSet<QString> m_keysEver;
     QSet<QString> m_closedWindowIDs;
-    QList<Happened::Press> m_pressedEver;
-    QList<HostRun> m_ranEver;
     QByteArray m_calendarAtFirst;
     QByteArray m_bytesOnDisk;
     qsizetype m_namesRead = 0;
     std::optional<QMap<QString, mailhost::Appointment>> m_onDisk;
     double m_lastRequest = 0;
+    bool m_diskFull = false;
     int m_newOnes = 0;
 };
 
-// Whether the person can get at it: it is shown and no dialog stands before it.
+// Whether the user can get at it: it is shown and no dialog stands before it.
 [[nodiscard]] bool isReachable(const QWidget *widget);
 // The window that a dialog or sheet belongs to; nullptr when there is none.
 [[nodiscard]] QWidget *windowBelow(const QWidget *window);
 [[nodiscard]] QString stripTitle(const QString &key);
 
-} // namespace faults
+} // namespace simulation

@@ -1,9 +1,9 @@
-// What the person does at the host's windows.
+// What the user does at the host's windows.
 #include "plugin/ui/controls/vlPopupButton.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
 #include "plugin/ui/toolbar/vlCommandItemMgr.h"
 #include "standin/mailhost/windows/ControlNames.h"
-#include "tests/faults/Desktop.h"
+#include "tests/simulation/Desktop.h"
 
 #include <QAction>
 #include <QApplication>
@@ -17,7 +17,7 @@
 #include <QWindow>
 #include <functional>
 
-namespace faults {
+namespace simulation {
 
 namespace controls = mailhost::controls;
 
@@ -58,7 +58,7 @@ T *fieldOf(mailhost::EditorWindow *editor, const QString &name) {
 
 } // namespace
 
-QList<Desktop::Verb> Desktop::personsVerbs() {
+QList<Desktop::Verb> Desktop::usersVerbs() {
     return {{"open", 1, &Desktop::open},
             {"new", 1, &Desktop::openNew},
             {"front", 1, &Desktop::front},
@@ -85,16 +85,17 @@ QList<Desktop::Verb> Desktop::personsVerbs() {
             {"wait", 1, &Desktop::wait}};
 }
 
+// An editor that is open already comes to the front, as by a second double click.
 bool Desktop::open(const Words &words) {
     const QString uid = uidOf(words[0]);
-    if (uid.isEmpty() || editorOf(words[0]) || !isReachable(mainWindow()))
+    if (uid.isEmpty() || !isReachable(mainWindow()))
         return false;
     return m_desk.host().openEditorFor(uid) != nullptr;
 }
 
 // A plain appointment, or from the tool-bar with a video meeting or an audio conference.
 bool Desktop::openNew(const Words &words) {
-    if (!isReachable(mainWindow()) || m_writings.size() >= 4)
+    if (!isReachable(mainWindow()) || m_editors.size() >= 4)
         return false;
     vlCommandItemMgr &toolBar = vlCommandItemMgr::sharedInstance();
     if (words[0] == u"video")
@@ -143,8 +144,6 @@ bool Desktop::clickStrip(const Words &words) {
         return false;
     if (words[1] == u"add")
         m_wanted.insert(words[0]);
-    if (words[1] == u"remove")
-        m_removed.insert(words[0]);
     return true;
 }
 
@@ -178,24 +177,33 @@ bool Desktop::sheet(const Words &words) {
     return true;
 }
 
+// To the window, as the desktop does it: one that is blocked by a window that nobody sees gets nothing.
+void Desktop::type(QWidget *field, const QString &keys) {
+    field->setFocus();
+    for (const QChar key : keys)
+        QTest::keyClick(field->window()->windowHandle(), key.toLatin1());
+}
+
 bool Desktop::subject(const Words &words) {
     auto *field = fieldOf<QLineEdit>(editorOf(words[0]), controls::subjectField);
     if (!field || field->isReadOnly())
         return false;
     field->selectAll();
     QTest::keyClick(field, Qt::Key_Delete);
-    QTest::keyClicks(field, words.value(1));
+    type(field, words.value(1));
+    m_last.keysLost = field->text() != words.value(1);
     return true;
 }
 
-// Before what is there, so that the person takes nothing out.
+// Before what is there, so that the user takes nothing out.
 bool Desktop::place(const Words &words) {
     auto *field = fieldOf<QLineEdit>(editorOf(words[0]), controls::locationField);
     if (!field || field->isReadOnly())
         return false;
     field->home(false);
-    QTest::keyClicks(field, words[1] + u' ');
-    writingOf(words[0])->place.append(words[1]);
+    type(field, words[1] + u' ');
+    m_last.keysLost = !field->text().startsWith(words[1]);
+    entryOf(words[0])->place.append(words[1]);
     return true;
 }
 
@@ -204,8 +212,9 @@ bool Desktop::writeBody(const Words &words) {
     if (!body || body->isReadOnly())
         return false;
     body->moveCursor(QTextCursor::Start);
-    QTest::keyClicks(body, words[1] + u' ');
-    writingOf(words[0])->body.append(words[1]);
+    type(body, words[1] + u' ');
+    m_last.keysLost = !body->toPlainText().startsWith(words[1]);
+    entryOf(words[0])->body.append(words[1]);
     return true;
 }
 
@@ -261,7 +270,7 @@ bool Desktop::close(const Words &words) {
     mailhost::EditorWindow *editor = editorOf(words[0]);
     if (!isReachable(editor))
         return false;
-    m_last.personCloses = true;
+    m_last.userCloses = true;
     editor->close();
     return true;
 }
@@ -282,7 +291,7 @@ bool Desktop::answerQuestion(const Words &words) {
     if (!box)
         return false;
     auto *editor = qobject_cast<mailhost::EditorWindow *>(box->parentWidget());
-    m_last.personCloses = words[0] != controls::sendAnywayButton;
+    m_last.userCloses = words[0] != controls::sendAnywayButton && words[0] != controls::saveChangesButton;
     if (words[0] == controls::saveChangesButton)
         press(HostOperation::SaveAndClose, editor);
     if (words[0] == controls::sendAnywayButton)
@@ -358,4 +367,4 @@ bool Desktop::wait(const Words &words) {
     return true;
 }
 
-} // namespace faults
+} // namespace simulation

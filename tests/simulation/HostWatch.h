@@ -1,4 +1,4 @@
-// Which of the host's own operations ran, whoever asked for them: the person, or the plug-in that had held
+// Which of the host's own operations ran, whoever asked for them: the user, or the plug-in that had held
 // them back.
 #pragma once
 
@@ -9,7 +9,7 @@ namespace mailhost {
 class EditorWindow;
 }
 
-namespace faults {
+namespace simulation {
 
 enum class HostOperation { Save, SaveAndClose, Send, SaveRecord, Delete };
 
@@ -26,4 +26,4 @@ void watchHost();
 // What ran since the last call, in order.
 [[nodiscard]] QList<HostRun> takeHostRuns();
 
-} // namespace faults
+} // namespace simulation

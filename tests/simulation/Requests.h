@@ -1,0 +1,27 @@
+// Whether what was sent to the client follows from what was done and answered.
+#pragma once
+
+#include "tests/simulation/Desktop.h"
+
+namespace simulation {
+
+enum class Request { Start, Schedule, Update, Delete, GetMeeting, Profile, Accounts };
+
+// Which one it is; none for what is not a request of the plug-in's at all.
+[[nodiscard]] std::optional<Request> requestOf(const platform::TextMap &envelope);
+// The key of the meeting that it is about; a null text when it names none.
+[[nodiscard]] QString meetingOf(const platform::TextMap &request);
+
+struct Answer {
+    Request to;
+    QString meeting; // of Schedule, Update, Delete and GetMeeting
+};
+// What is answered, as far as it is whole; nothing for an error and for what is damaged.
+[[nodiscard]] std::optional<Answer> trueAnswer(const platform::TextMap &envelope);
+// How many of them were sent in the step.
+[[nodiscard]] int timesSent(const Happened &step, Request request);
+// A sentence when more was sent in the step than the user's action and the answers that came can have led
+// to; else a null text.
+[[nodiscard]] QString unaskedRequest(const Happened &step);
+
+} // namespace simulation
