@@ -8,7 +8,6 @@
 
 #include <QApplication>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QLineEdit>
 #include <QTextEdit>
@@ -26,7 +25,7 @@ constexpr double secondsOfAStep = 0.2; // nobody is faster
 roads::OpenedCalendar calendar() {
     return {"BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Somebody//Else//EN\r\nX-UNKNOWN;X-P=1:kept\r\n"
             "BEGIN:VEVENT\r\nUID:plain@desk\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261124T090000Z\r\n"
-            "DTEND:20261124T093000Z\r\nSUMMARY:Quarterly review\r\nLOCATION:Room 7\r\nX-KEEP:plain\r\n"
+            "DTEND:20261124T093000Z\r\nSUMMARY:Quarterly review\r\nLOCATION:Room 7\r\n"
             "DESCRIPTION:Agenda first.\r\n"
             "X-ALT-DESC;FMTTYPE=text/html:<html><body><p>Agenda <b>first</b>.</p></body></html>\r\n"
             "END:VEVENT\r\n"
@@ -34,15 +33,15 @@ roads::OpenedCalendar calendar() {
             "DTEND:20261124T130000Z\r\nSUMMARY;LANGUAGE=en:Some\\, lunch\r\nX-ODD ;x=\"1\":kept \r\n"
             "LOCATION:A long line that another program has fold\r\n ed here\r\nEND:VEVENT\r\n"
             "BEGIN:VEVENT\r\nUID:invited@desk\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261125T130000Z\r\n"
-            "DTEND:20261125T140000Z\r\nSUMMARY:Planning\r\nX-KEEP:invited\r\n"
+            "DTEND:20261125T140000Z\r\nSUMMARY:Planning\r\n"
             "ORGANIZER;CN=Ada Example:mailto:ada@parlo.example\r\n"
             "ATTENDEE;CN=Ben Example;ROLE=REQ-PARTICIPANT:mailto:ben@parlo.example\r\n"
             "ATTENDEE;CN=Blue room;CUTYPE=ROOM:mailto:blue@parlo.example\r\n"
             "ATTENDEE;CN=Red room;CUTYPE=ROOM:mailto:red@parlo.example\r\nEND:VEVENT\r\n"
             "BEGIN:VEVENT\r\nUID:other@desk\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261126T100000Z\r\n"
-            "DTEND:20261126T110000Z\r\nSUMMARY:Another one\r\nX-KEEP:other\r\nEND:VEVENT\r\n"
+            "DTEND:20261126T110000Z\r\nSUMMARY:Another one\r\nEND:VEVENT\r\n"
             "BEGIN:VEVENT\r\nUID:series@desk\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261123T080000Z\r\n"
-            "DTEND:20261123T083000Z\r\nSUMMARY:Stand-up\r\nRRULE:FREQ=DAILY;COUNT=5\r\nX-KEEP:series\r\n"
+            "DTEND:20261123T083000Z\r\nSUMMARY:Stand-up\r\nRRULE:FREQ=DAILY;COUNT=5\r\n"
             "END:VEVENT\r\nEND:VCALENDAR\r\n",
             QDate(2026, 11, 24),
             {{QStringLiteral("Ada Example"), QStringLiteral("ada@parlo.example")},
@@ -61,15 +60,8 @@ QJsonArray audioAccounts() {
             account(4155552, QStringLiteral("+1 800 5550101"))};
 }
 
-QStringList &warningsOfRun() {
-    static auto *list = new QStringList;
-    return *list;
-}
-
-QtMessageHandler &handlerBefore() {
-    static QtMessageHandler handler = nullptr;
-    return handler;
-}
+QStringList warningsOfRun;
+QtMessageHandler handlerBefore = nullptr;
 
 // The run's own: a warning belongs to the step in which it came.
 void keepWarning(QtMsgType type, const QMessageLogContext &, const QString &text) {
@@ -77,7 +69,7 @@ void keepWarning(QtMsgType type, const QMessageLogContext &, const QString &text
     const bool harmless = type == QtDebugMsg || type == QtInfoMsg || text.contains(u"propagateSizeHints") ||
                           text.contains(u"it contains a NUL character");
     if (!harmless)
-        warningsOfRun().append(text);
+        warningsOfRun.append(text);
 }
 
 bool isInside(const QWidget *window, const QWidget *of) {
@@ -126,19 +118,19 @@ Desktop::Desktop(const QString &hostVersion)
     m_desk.client().setAccounts(audioAccounts());
     watchHost();
     (void)takeHostRuns();
-    warningsOfRun().clear();
-    handlerBefore() = qInstallMessageHandler(keepWarning);
+    warningsOfRun.clear();
+    handlerBefore = qInstallMessageHandler(keepWarning);
     for (const QString &name : m_uids.keys())
         m_savedBodies.insert(name, {});
     m_savedBodies[QStringLiteral("plain")].append(QStringLiteral("Agenda"));
 }
 
 Desktop::~Desktop() {
-    qInstallMessageHandler(handlerBefore());
+    qInstallMessageHandler(handlerBefore);
 }
 
 const QStringList &Desktop::warnings() const {
-    return warningsOfRun();
+    return warningsOfRun;
 }
 
 QString Desktop::uidOf(const QString &appointment) const {
@@ -203,9 +195,8 @@ void Desktop::press(HostOperation operation, mailhost::EditorWindow *editor) {
 }
 
 bool Happened::hasStored(const mailhost::EditorWindow *editor) const {
-    return !diskFull && std::any_of(runs.begin(), runs.end(), [editor](const HostRun &run) {
-        return run.editor == editor && run.operation != HostOperation::SaveRecord;
-    });
+    return !diskFull && std::any_of(runs.begin(), runs.end(),
+                                    [editor](const HostRun &run) { return run.editor == editor; });
 }
 
 void Desktop::afterStep() {
@@ -225,7 +216,6 @@ void Desktop::afterStep() {
     if (m_last.line.startsWith(u"menu undo") || m_last.line.startsWith(u"menu redo"))
         noteTakenBack();
     noteEditors();
-    noteKeys();
     readDisk(); // with the names of new ones
 }
 
@@ -238,12 +228,9 @@ void Desktop::noteSaved() {
     for (const Editor &editor : std::as_const(m_editors))
         if (m_last.hasStored(editor.window))
             m_savedBodies[editor.appointment] += editor.body;
-    for (auto it = m_savedBodies.begin(); m_onDisk && it != m_savedBodies.end(); ++it) {
-        if (m_onDisk->contains(it.key()))
-            continue;
-        it->clear();
-        m_deletedOnce.insert(it.key());
-    }
+    for (auto it = m_savedBodies.begin(); m_onDisk && it != m_savedBodies.end(); ++it)
+        if (!m_onDisk->contains(it.key()))
+            it->clear();
 }
 
 void Desktop::readDisk() {
@@ -265,18 +252,10 @@ void Desktop::readDisk() {
 
 // The file has gone back to what it was, and what was not touched since in an editor went with it.
 void Desktop::noteTakenBack() {
-    for (auto it = m_savedBodies.begin(); it != m_savedBodies.end(); ++it)
-        it->removeIf([&](const QString &word) { return !m_bytesOnDisk.contains(word.toUtf8()); });
-    for (Editor &editor : m_editors) {
-        if (!editor.window)
-            continue;
-        const QString body =
-            editor.window->findChild<QTextEdit *>(mailhost::controls::bodyEditor)->toPlainText();
-        editor.body.removeIf([&body](const QString &word) { return !body.contains(word); });
-        const QString place =
-            editor.window->findChild<QLineEdit *>(mailhost::controls::locationField)->text();
-        editor.place.removeIf([&place](const QString &word) { return !place.contains(word); });
-    }
+    for (QStringList &words : m_savedBodies)
+        words.clear();
+    for (Editor &editor : m_editors)
+        editor.body = editor.place = {};
 }
 
 // A delete empties the place, whatever the user wrote there.
@@ -322,17 +301,6 @@ void Desktop::noteEditors() {
         m_closedWindowIDs.insert(editor.windowID);
         return true;
     });
-}
-
-void Desktop::noteKeys() {
-    const QStringList keys = m_desk.client().meetings().keys();
-    m_keysEver += QSet<QString>(keys.begin(), keys.end());
-    for (const auto &answer : std::as_const(m_last.answers)) {
-        const QStringList fields = answer.userInfo.value(QStringLiteral("content")).split(u';');
-        m_keysEver.insert(fields.value(0));
-        const QByteArray json = QByteArray::fromBase64(fields.value(13).toLatin1());
-        m_keysEver.insert(QJsonDocument::fromJson(json).object().value(u"meetingKey").toString());
-    }
 }
 
 } // namespace simulation

@@ -56,12 +56,8 @@ public:
     [[nodiscard]] const QList<Editor> &editors() const { return m_editors; }
     // The words that are in the file, because they were there when it was saved last.
     [[nodiscard]] const QMap<QString, QStringList> &savedBodies() const { return m_savedBodies; }
-    // Appointments that were taken out of the calendar at some time; an open editor may put them back.
-    [[nodiscard]] const QSet<QString> &deletedOnce() const { return m_deletedOnce; }
     // The appointments that the user has ever wanted a meeting or an audio conference for.
     [[nodiscard]] const QSet<QString> &wanted() const { return m_wanted; }
-    // Of every meeting that the client has ever had, or said that it has.
-    [[nodiscard]] const QSet<QString> &keysEver() const { return m_keysEver; }
     [[nodiscard]] const QSet<QString> &closedWindowIDs() const { return m_closedWindowIDs; }
     [[nodiscard]] double secondsSinceLastRequest() const;
     [[nodiscard]] QString uidOf(const QString &appointment) const;
@@ -127,6 +123,7 @@ private:
     [[nodiscard]] Editor *entryOf(const QString &appointment);
     [[nodiscard]] mailhost::MainWindow *mainWindow() const;
     void type(QWidget *field, const QString &keys);
+    bool pressIn(const QString &appointment, const QString &name);
     bool clickIn(mailhost::EditorWindow *editor, const QString &button);
     bool selectOnGrid(const QString &appointment);
     void press(HostOperation operation, mailhost::EditorWindow *editor);
@@ -138,16 +135,13 @@ private:
     void noteEmptiedPlaces();
     void noteTakenBack();
     void readDisk();
-    void noteKeys();
 
     roads::Desk m_desk;
     Happened m_last;
     QList<Editor> m_editors;
     QMap<QString, QString> m_uids; // by name
     QMap<QString, QStringList> m_savedBodies;
-    QSet<QString> m_deletedOnce; // names
-    QSet<QString> m_wanted;      // names
-    QSet<QString> m_keysEver;
+    QSet<QString> m_wanted; // names
     QSet<QString> m_closedWindowIDs;
     QByteArray m_calendarAtFirst;
     QByteArray m_bytesOnDisk;

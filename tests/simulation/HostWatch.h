@@ -1,9 +1,8 @@
-// Which of the host's own operations ran, whoever asked for them: the user, or the plug-in that had held
-// them back.
+// Which of the host's own editor operations ran, whoever asked for them: the user, or the plug-in that had
+// held them back.
 #pragma once
 
 #include <QList>
-#include <QString>
 
 namespace mailhost {
 class EditorWindow;
@@ -11,13 +10,11 @@ class EditorWindow;
 
 namespace simulation {
 
-enum class HostOperation { Save, SaveAndClose, Send, SaveRecord, Delete };
+enum class HostOperation { Save, SaveAndClose, Send };
 
 struct HostRun {
     HostOperation operation;
-    QString appointment; // UID
-    mailhost::EditorWindow *editor =
-        nullptr; // of Save, SaveAndClose and Send; may have gone since, only to be compared
+    mailhost::EditorWindow *editor = nullptr; // may have gone since, only to be compared
 };
 
 // Looks over the shoulder of the host's implementations behind the plug-in's hooks. The plug-in must be

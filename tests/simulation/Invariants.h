@@ -33,7 +33,6 @@ private:
     QString progressEnds();
     QString stripsShowTheirOwn();
     QString fileIsWhole(const Appointments &file);
-    QString recordsNameMeetings(const Appointments &file);
     QString wordsInTheFile(const Appointments &file);
     QString onlyWhatWasWanted(const Appointments &file);
     QString linksAreTheirOwn(const Appointments &file);

@@ -1,13 +1,12 @@
 #include "tests/simulation/Ledger.h"
 
-#include "standin/mailhost/windows/ControlNames.h"
 #include "standin/meetingclient/People.h"
 
 #include <QApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QLineEdit>
 #include <QMessageBox>
+#include <QRegularExpression>
 
 namespace simulation {
 
@@ -16,20 +15,10 @@ namespace {
 constexpr int clientsSubjectLength = 128; // UTF-16 units
 constexpr int secondsPerMinute = 60;
 
-const char *nameOf(HostOperation operation) {
-    switch (operation) {
-    case HostOperation::Save:
-        return "save";
-    case HostOperation::SaveAndClose:
-        return "save and close";
-    case HostOperation::Send:
-        return "send";
-    case HostOperation::SaveRecord:
-        return "store";
-    case HostOperation::Delete:
-        return "delete";
-    }
-    return "";
+QString nameOf(HostOperation operation) {
+    return operation == HostOperation::Save   ? QStringLiteral("save")
+           : operation == HostOperation::Send ? QStringLiteral("send")
+                                              : QStringLiteral("save and close");
 }
 
 // Whether the step can have ended the work in an editor that nobody has asked to save: with an answer, or at
@@ -111,13 +100,10 @@ void Ledger::noteAlerts() {
 }
 
 void Ledger::noteRemovals() {
-    static const QStringList removals{QStringLiteral("delete"), QStringLiteral("forget"),
-                                      QStringLiteral("menu delete"), QStringLiteral("menu cancel")};
-    const QString &line = m_desktop.last().line;
-    const QString appointment = line.section(u' ', line.startsWith(u"menu") ? 2 : 1).section(u' ', 0, 0);
-    const bool isRemoval = std::any_of(removals.begin(), removals.end(),
-                                       [&line](const QString &verb) { return line.startsWith(verb); });
-    if (!isRemoval && !(line.startsWith(u"strip") && line.endsWith(u"remove")))
+    static const QRegularExpression removal(
+        QStringLiteral("^(?|(?:delete|forget|menu delete|menu cancel) (.+)|strip (.+) remove)$"));
+    const QString appointment = removal.match(m_desktop.last().line).captured(1);
+    if (appointment.isEmpty())
         return;
     m_removed.insert(keyInFile(appointment));
     const QStringList keys = m_owners.keys(appointment);
@@ -205,15 +191,13 @@ QString Ledger::noteOperations() {
                 m_waiting[step.pressedIn] = {*step.pressed, editor.appointment, m_step};
     QSet<const mailhost::EditorWindow *> ran;
     for (const HostRun &run : step.runs) {
-        if (!run.editor)
-            continue;
         const bool isWaited =
             (m_waiting.contains(run.editor) && m_waiting[run.editor].operation == run.operation) ||
             (step.pressedIn == run.editor && step.pressed == run.operation);
         const bool isRepeatedSave = run.operation == HostOperation::Save && hasEndedWork(step);
         if ((!isWaited || ran.contains(run.editor)) && !isRepeatedSave)
             wrong = QStringLiteral("the host's %1 ran, and nobody had asked for it, or only once")
-                        .arg(QLatin1String(nameOf(run.operation)));
+                        .arg(nameOf(run.operation));
         ran.insert(run.editor);
     }
     for (auto it = m_waiting.begin(); it != m_waiting.end();) {
@@ -227,8 +211,7 @@ QString Ledger::noteOperations() {
             continue;
         }
         if (isRun && !isExplainedSince(it->appointment, it->step))
-            wrong = QStringLiteral("the %1 of %2 was lost")
-                        .arg(QLatin1String(nameOf(it->operation)), it->appointment);
+            wrong = QStringLiteral("the %1 of %2 was lost").arg(nameOf(it->operation), it->appointment);
         ++it;
     }
     return wrong;

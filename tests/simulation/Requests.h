@@ -20,8 +20,8 @@ struct Answer {
 [[nodiscard]] std::optional<Answer> trueAnswer(const platform::TextMap &envelope);
 // How many of them were sent in the step.
 [[nodiscard]] int timesSent(const Happened &step, Request request);
-// A sentence when more was sent in the step than the user's action and the answers that came can have led
-// to; else a null text.
+// A sentence when a meeting was scheduled or deleted, and neither the line nor an answer can have led to it;
+// else a null text.
 [[nodiscard]] QString unaskedRequest(const Happened &step);
 
 } // namespace simulation

@@ -25,15 +25,6 @@ QString kindOf(const QString &wrong) {
     return kind.replace(numbers, QStringLiteral("*"));
 }
 
-// Only what the log of a run shows: which requests the step has sent, and which host operations have run.
-void traceResult(const Happened &step) {
-    QStringList sent;
-    for (const auto &posted : step.posted)
-        sent += posted.userInfo.value(QStringLiteral("actionId")) + u' ' +
-                posted.userInfo.value(QStringLiteral("content")).left(24);
-    trace(QStringLiteral("# ran %1, posted %2").arg(step.runs.size()).arg(sent.join(QStringLiteral(" | "))));
-}
-
 void count(const Happened &step, Figures &figures) {
     ++figures.steps;
     figures.requests += int(step.requests.size());
@@ -67,7 +58,6 @@ Run runRandomly(quint64 seed, int steps, Figures *figures) {
         if (line.isEmpty())
             break;
         run.script.lines.append(line);
-        traceResult(desktop.last());
         count(desktop.last(), *figures);
         run.wrong = invariants.whatIsWrong();
     }
@@ -83,7 +73,6 @@ Run runAgain(const Script &script) {
         if (!desktop.perform(line))
             continue;
         run.script.lines.append(line);
-        traceResult(desktop.last());
         run.wrong = invariants.whatIsWrong();
         if (!run.wrong.isNull())
             break;

@@ -15,7 +15,8 @@
 #pragma once
 
 #include "tests/simulation/Invariants.h"
-#include "tests/simulation/Random.h"
+
+#include <random>
 
 namespace simulation {
 
@@ -41,8 +42,11 @@ private:
     [[nodiscard]] QString anything(const Desktop &desktop);
     [[nodiscard]] QString filled(QString line, const Desktop &desktop);
     [[nodiscard]] QString appointmentFor(const QString &verb, const Desktop &desktop);
-    Random m_random;
-    Conditions m_conditions;
+    [[nodiscard]] int below(int end) { return int(m_random() % quint64(end)); } // the same on every system
+    [[nodiscard]] bool chance(int percent) { return below(100) < percent; }
+    [[nodiscard]] QString oneOf(const QStringList &list) { return list[below(int(list.size()))]; }
+    std::mt19937_64 m_random;
+    QStringList m_choices; // each as often as it is to come
     QString m_hostVersion;
     QString m_remedy; // for what is wrong with client or disk, one thing at a time
     int m_words = 0;

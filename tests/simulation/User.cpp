@@ -177,8 +177,10 @@ bool Desktop::sheet(const Words &words) {
     return true;
 }
 
-// To the window, as the desktop does it: one that is blocked by a window that nobody sees gets nothing.
+// To the window, as the desktop does it: one that is blocked although no dialog is shown gets nothing.
 void Desktop::type(QWidget *field, const QString &keys) {
+    if (QApplication::activeModalWidget())
+        return QTest::keyClicks(field, keys);
     field->setFocus();
     for (const QChar key : keys)
         QTest::keyClick(field->window()->windowHandle(), key.toLatin1());
@@ -245,22 +247,23 @@ bool Desktop::save(const Words &words) {
     return true;
 }
 
+bool Desktop::pressIn(const QString &appointment, const QString &name) {
+    auto *button = fieldOf<QPushButton>(editorOf(appointment), name);
+    if (button)
+        QTest::mouseClick(button, Qt::LeftButton);
+    return button != nullptr;
+}
+
 bool Desktop::saveAndClose(const Words &words) {
     mailhost::EditorWindow *editor = editorOf(words[0]);
-    auto *button = fieldOf<QPushButton>(editor, controls::saveAndCloseButton);
-    if (!button)
-        return false;
     press(HostOperation::SaveAndClose, editor);
-    QTest::mouseClick(button, Qt::LeftButton);
-    return true;
+    return pressIn(words[0], controls::saveAndCloseButton);
 }
 
 bool Desktop::send(const Words &words) {
     mailhost::EditorWindow *editor = editorOf(words[0]);
-    auto *button = fieldOf<QPushButton>(editor, controls::sendButton);
-    if (!button)
+    if (!pressIn(words[0], controls::sendButton))
         return false;
-    QTest::mouseClick(button, Qt::LeftButton);
     if (!reachableButton(controls::sendAnywayButton)) // else it is asked for there
         press(HostOperation::Send, editor);
     return true;
@@ -277,11 +280,7 @@ bool Desktop::close(const Words &words) {
 
 // In the editor; on the calendar it is "menu delete".
 bool Desktop::remove(const Words &words) {
-    auto *button = fieldOf<QPushButton>(editorOf(words[0]), controls::deleteButton);
-    if (!button)
-        return false;
-    QTest::mouseClick(button, Qt::LeftButton);
-    return true;
+    return pressIn(words[0], controls::deleteButton);
 }
 
 // Presses the button of that name in one of the host's questions.
