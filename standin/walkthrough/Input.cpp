@@ -29,6 +29,21 @@ QWindow *windowOf(QWidget *control) {
     return control->window()->windowHandle();
 }
 
+// The desktop has its own say about where a window is and how big, and takes its time.
+bool isPlaced(QWidget *control, const QPoint &at) {
+    const QWindow *window = windowOf(control);
+    return window && window->isExposed() && window->size() == control->window()->size() &&
+           control->window()->rect().contains(control->mapTo(control->window(), at));
+}
+
+// A person waits until a window that is in the way has closed.
+bool waitUntilReady(QWidget *control, const QPoint &at) {
+    const QPointer<QWidget> wanted(control);
+    return control &&
+           Walk::waitFor([&] { return !wanted || (canTake(wanted) && isPlaced(wanted, at)); }, patience) &&
+           wanted;
+}
+
 QPoint inWindow(const QWidget *control, const QPoint &at) {
     return control->mapTo(control->window(), at);
 }
@@ -60,11 +75,8 @@ bool click(QWidget *control) {
     return clickAt(control, isChoice ? QPoint(middle.y(), middle.y()) : middle);
 }
 
-// A person waits until a window that is in the way has closed.
 bool clickAt(QWidget *control, const QPoint &point) {
-    const QPointer<QWidget> wanted(control);
-    if (!control || !Walk::waitFor([&wanted] { return !wanted || canTake(wanted); }, patience) || !wanted ||
-        !windowOf(control))
+    if (!waitUntilReady(control, point))
         return false;
     const QPoint at = inWindow(control, point);
     // From outside, as a hand comes: the toolkit takes a move to where the pointer was last for none.
@@ -75,14 +87,14 @@ bool clickAt(QWidget *control, const QPoint &point) {
 }
 
 void hover(QWidget *control) {
-    if (!control || !windowOf(control))
+    if (!waitUntilReady(control, control->rect().center()))
         return;
     QTest::mouseMove(windowOf(control), QPoint(1, 1)); // from outside
     QTest::mouseMove(windowOf(control), inWindow(control, control->rect().center()));
 }
 
 bool drag(QWidget *control, const QPoint &from, const QPoint &distance) {
-    if (!canTake(control) || !windowOf(control))
+    if (!waitUntilReady(control, from))
         return false;
     // The control may go away when the gesture ends.
     QWindow *window = windowOf(control);
@@ -96,7 +108,7 @@ bool drag(QWidget *control, const QPoint &from, const QPoint &distance) {
 }
 
 bool doubleClick(QWidget *control, const QPoint &at) {
-    if (!canTake(control) || !windowOf(control))
+    if (!waitUntilReady(control, at))
         return false;
     // A double click is a click first: it selects.
     QTest::mouseClick(windowOf(control), Qt::LeftButton, Qt::NoModifier, inWindow(control, at));

@@ -62,10 +62,13 @@ bool walkOneGeneration(const QString &version, const QStringList &arguments, int
     return false;
 }
 
-// A walk does not depend on the display, the language or the folders of the person who starts it.
+// A walk does not depend on the language or the folders of the person who starts it. All its programs run on
+// the platform of this one.
 void prepareEnvironment(const walkthrough::PrivateBus &bus, const QTemporaryDir &home,
                         const QCommandLineParser &parser) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QPA_PLATFORM", QGuiApplication::platformName().toUtf8());
+    if (!qEnvironmentVariableIsSet("XAUTHORITY")) // the X server's key stays where it is
+        qputenv("XAUTHORITY", QDir::home().filePath(QStringLiteral(".Xauthority")).toUtf8());
     qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
     qputenv("LC_ALL", "C.UTF-8");
     qputenv("LANGUAGE", parser.value(languageOption).toUtf8());
@@ -139,7 +142,8 @@ void useDarkPalette() {
 } // namespace
 
 int main(int argc, char **argv) {
-    // Set before the application object exists: the outer process draws nothing.
+    // Set before the application object exists. Otherwise than with "--platform xcb" nothing is seen of a
+    // walk.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
