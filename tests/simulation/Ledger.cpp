@@ -14,6 +14,7 @@ namespace {
 
 constexpr int clientsSubjectLength = 128; // UTF-16 units
 constexpr int secondsPerMinute = 60;
+constexpr double requestTimeOut = 30.0;
 
 QString nameOf(HostOperation operation) {
     return operation == HostOperation::Save   ? QStringLiteral("save")
@@ -71,17 +72,25 @@ QString Ledger::note() {
     return wrong.isNull() ? alsoWrong : wrong;
 }
 
+// An answer is for a request of the same step, else for the one that has waited longest.
 void Ledger::noteRequests() {
+    m_now = m_desktop.desk().desktop().runLoop->now();
     for (const auto &posted : m_desktop.last().posted) {
-        if (const std::optional<Request> request = requestOf(posted.userInfo);
-            request && !posted.name.startsWith(u"VelaVideo"))
-            m_open.append({*request, meetingOf(posted.userInfo), m_step});
-        const std::optional<Answer> answer = trueAnswer(posted.userInfo);
-        if (!answer || !posted.name.startsWith(u"VelaVideo"))
-            continue;
-        m_open.removeIf([&answer](const OpenRequest &open) {
-            return open.request == answer->to && (open.meeting.isNull() || open.meeting == answer->meeting);
-        });
+        const bool isAnswer = posted.name.startsWith(u"VelaVideo");
+        if (const auto request = requestOf(posted.userInfo); request && !isAnswer)
+            m_open.append({*request, meetingOf(posted.userInfo), m_step, m_now});
+        const std::optional<Answer> answer = isAnswer ? trueAnswer(posted.userInfo) : std::nullopt;
+        qsizetype answered = -1;
+        for (qsizetype i = 0; answer && i < m_open.size(); ++i) {
+            const OpenRequest &open = m_open[i];
+            const bool fits =
+                open.request == answer->to &&
+                (open.meeting.isNull() || answer->meeting.isNull() || open.meeting == answer->meeting);
+            if (fits && (answered < 0 || open.step == m_step))
+                answered = i;
+        }
+        if (answered >= 0)
+            m_open.removeAt(answered);
     }
 }
 
@@ -174,7 +183,8 @@ bool Ledger::isExplainedSince(const QString &appointment, int step) const {
     const bool isOpen = std::any_of(m_open.begin(), m_open.end(), [&](const OpenRequest &open) {
         const bool isAbout = open.meeting.isNull() || ownerOf(open.meeting) == appointment ||
                              open.meeting == keyInFile(appointment) || isPersonal(open.meeting);
-        return open.step >= step && isAbout && open.request != Request::Start &&
+        const bool mayBeAnswered = open.step >= step || m_now - open.sentAt < requestTimeOut;
+        return mayBeAnswered && isAbout && open.request != Request::Start &&
                open.request != Request::Accounts;
     });
     return isOpen || m_told.value(appointment) >= step || m_told.value(QString()) >= step;

@@ -41,6 +41,7 @@ private:
         Request request;
         QString meeting;
         int step;
+        double sentAt;
     };
     struct Press {
         HostOperation operation;
@@ -64,6 +65,7 @@ private:
 
     Desktop &m_desktop;
     int m_step = 0;
+    double m_now = 0;
     QMap<QString, QString> m_owners;         // by meeting key
     QSet<QString> m_removed;                 // keys
     QMap<QString, QSet<QString>> m_subjects; // that an appointment has ever had, by name

@@ -46,9 +46,10 @@ std::optional<Answer> trueAnswer(const platform::TextMap &envelope) {
     const auto kind = kinds.constFind(envelope.value(QStringLiteral("actionId")));
     const QString content = envelope.value(QStringLiteral("content"));
     const QStringList fields = content.split(u';');
-    if (kind == kinds.constEnd() || content.isEmpty() || fields[0] == u"0")
+    const bool isSilent = fields[0] == u"0" && !content.startsWith(u"0;Error"); // the user is told nothing
+    if (kind == kinds.constEnd() || content.isEmpty() || isSilent)
         return {};
-    if (*kind == Request::Profile || *kind == Request::Accounts)
+    if (*kind == Request::Profile || *kind == Request::Accounts || fields[0] == u"0")
         return Answer{*kind, {}};
     if (*kind != Request::GetMeeting)
         return Answer{*kind, fields[0]};

@@ -14,9 +14,9 @@ enum class Request { Start, Schedule, Update, Delete, GetMeeting, Profile, Accou
 
 struct Answer {
     Request to;
-    QString meeting; // of Schedule, Update, Delete and GetMeeting
+    QString meeting; // of Schedule, Update, Delete and GetMeeting; a refusal names none
 };
-// What is answered, as far as it is whole; nothing for an error and for what is damaged.
+// What is answered or refused, as far as it is whole.
 [[nodiscard]] std::optional<Answer> trueAnswer(const platform::TextMap &envelope);
 // How many of them were sent in the step.
 [[nodiscard]] int timesSent(const Happened &step, Request request);
