@@ -32,10 +32,18 @@ public:
     // another program has it, nothing happens.
     static void passOn(const QWindow *hidden, QWindow *below) {
         if (hidden && QGuiApplication::focusWindow() == hidden && below && below->isVisible())
-            below->requestActivate();
+            takerOf(below)->requestActivate();
     }
 
 private:
+    // A window behind a modal one takes no keys.
+    static QWindow *takerOf(QWindow *window) {
+        QWindow *modal = QGuiApplication::modalWindow();
+        const bool blocks = modal && modal->isVisible() &&
+                            (modal->modality() == Qt::ApplicationModal ||
+                             window->isAncestorOf(modal, QWindow::IncludeTransients));
+        return blocks ? modal : window;
+    }
     Activation()
         : QObject(qApp) {
         connect(qApp, &QGuiApplication::focusWindowChanged, this,

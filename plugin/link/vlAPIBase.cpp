@@ -102,7 +102,7 @@ void vlAPIBase::onVelaFeedback(const QString &content) {
         handleUnasked(content);
 }
 
-// What the handling leads to may ask again: the pending request is not touched after it has begun.
+// What the handling leads to may ask again: the pending request is touched only when it has led to nothing.
 void vlAPIBase::take(PendingRequest &pending, const QString &content, const QStringList &keys) {
     const PendingRequest request = pending;
     pending.state = PendingRequest::State::Answered;
@@ -114,14 +114,15 @@ void vlAPIBase::take(PendingRequest &pending, const QString &content, const QStr
     const RequestOwner::Scope scope(request.owner.lock()); // nobody, when the owner is gone
     onfeedback(qint32(m_kind.answer), content);
     const ClientError error = CheckFeedbackError(content);
-    if (error == ClientError::None || !m_kind.endsWithError) {
-        handle(request, content);
-        if (request.owner.expired()) // what was read is for nobody
-            RequestOwner::nobody()->loadedMeeting = {};
+    const bool isAccepted = error == ClientError::None || !m_kind.endsWithError;
+    const bool isOfUse = isAccepted && handle(request, content);
+    if (request.owner.expired()) // what was read is for nobody
+        RequestOwner::nobody()->loadedMeeting = {};
+    if (isOfUse)
         return;
-    }
     pending.state = PendingRequest::State::Refused;
-    popupErrorMsg(m_parentWindow, error);
+    if (!isAccepted)
+        popupErrorMsg(m_parentWindow, error);
     deny();
 }
 

@@ -84,21 +84,21 @@ protected:
     virtual void describe(PendingRequest &) const {}
     // The meeting keys that an answer tells, the likeliest first.
     [[nodiscard]] virtual QStringList meetingKeysIn(const QString &) const { return {}; }
-    // Handles an answer that is no error.
-    virtual void handle(const PendingRequest &, const QString &) {}
+    // Handles an answer that is no error. False: it was of no use, and nothing is handed back.
+    virtual bool handle(const PendingRequest &, const QString &) { return false; }
     // An answer that is no error and that nobody waits for.
     virtual void handleUnasked(const QString &) {}
 
     // To the workflow, for the window of the request at hand.
     void sendResponse(MeetingCommand command, const QVariant &data) const;
-    // The workflow's work is not going on: the user has been told, or there is nothing to tell.
-    void deny() const;
     [[nodiscard]] QWidget *parentWindow() const { return m_parentWindow; }
 
 private:
     void startTimer();
     void showProgress(QWidget *window);
     void closeProgress();
+    // The work that waits is not going on: the user has been told, or there is nothing to tell.
+    void deny() const;
     void take(PendingRequest &pending, const QString &content, const QStringList &keys);
 
     Kind m_kind;

@@ -108,19 +108,20 @@ QStringList vlAPICommitMeeting::meetingKeysIn(const QString &content) const {
     return key.isEmpty() || key == noMeetingKey ? QStringList() : QStringList{key};
 }
 
-void vlAPICommitMeeting::handle(const PendingRequest &, const QString &content) {
+bool vlAPICommitMeeting::handle(const PendingRequest &, const QString &content) {
     const qsizetype separator = content.indexOf(fieldSeparator);
     if (separator < 0)
-        return deny();
+        return false;
     // The invitation is everything after the first separator, further separators included.
     const QString rawKey = content.left(separator);
     const QString invitation = content.mid(separator + 1);
     if (rawKey.isEmpty() || rawKey == noMeetingKey) {
         // The client's own words of what went wrong.
         popupWarnWithErrorMsg(parentWindow(), content);
-        return deny();
+        return false;
     }
     sendResponse(m_command, QVariantMap{{vl_MeetingKey, vlOLUtils::trimAllSpace(rawKey)},
                                         {vl_API_Para_InvitationEmail, invitation},
                                         {keyVLResult, getAPIResult()}});
+    return true;
 }

@@ -28,7 +28,7 @@ public:
 protected:
     void describe(PendingRequest &request) const override;
     [[nodiscard]] QStringList meetingKeysIn(const QString &content) const override;
-    void handle(const PendingRequest &request, const QString &content) override;
+    bool handle(const PendingRequest &request, const QString &content) override;
 
 private:
     QVariantMap m_dataMeetingInfo;

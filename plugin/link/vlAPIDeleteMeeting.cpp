@@ -19,9 +19,10 @@ void vlAPIDeleteMeeting::describe(PendingRequest &request) const {
     request.meetingKey = m_meetingKey;
 }
 
-void vlAPIDeleteMeeting::handle(const PendingRequest &, const QString &content) {
+bool vlAPIDeleteMeeting::handle(const PendingRequest &, const QString &content) {
     QVariantMap answer{{vl_API_Para_InvitationEmail, QStringLiteral("")}, {keyVLResult, getAPIResult()}};
     if (!content.isNull())
         answer.insert(vl_MeetingKey, content);
     sendResponse(MeetingCommand::CmdDeleteMeeting, answer);
+    return true;
 }

@@ -46,10 +46,10 @@ QStringList vlAPIGetMeeting::meetingKeysIn(const QString &content) const {
     return keys;
 }
 
-void vlAPIGetMeeting::handle(const PendingRequest &request, const QString &content) {
+bool vlAPIGetMeeting::handle(const PendingRequest &request, const QString &content) {
     const QList<QStringView> fields = QStringView(content).split(fieldSeparator);
     if (fields.size() <= meetingField)
-        return deny();
+        return false;
     const rt::Value parsed = meetingIn(fields);
     const bool isDictionary = parsed.typeId() == QMetaType::QVariantMap;
     vlGetMeetingHelper &helper = vlGetMeetingHelper::sharedInstance();
@@ -57,4 +57,5 @@ void vlAPIGetMeeting::handle(const PendingRequest &request, const QString &conte
     if (fields.size() > binaryMeetingField)
         helper.setPBMeetingData(fields[binaryMeetingField].toString());
     sendResponse(MeetingCommand::CmdGetMeetingDone, isDictionary ? parsed : rt::Value());
+    return true;
 }

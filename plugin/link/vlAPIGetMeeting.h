@@ -20,7 +20,7 @@ public:
 protected:
     void describe(PendingRequest &request) const override;
     [[nodiscard]] QStringList meetingKeysIn(const QString &content) const override;
-    void handle(const PendingRequest &request, const QString &content) override;
+    bool handle(const PendingRequest &request, const QString &content) override;
 
 private:
     QString m_meetingKey;

@@ -14,9 +14,10 @@ ClientError vlAPIGetPAC::doAction(QWidget *window) {
     return vlAPIBase::doAction(window);
 }
 
-void vlAPIGetPAC::handle(const PendingRequest &, const QString &content) {
+bool vlAPIGetPAC::handle(const PendingRequest &, const QString &content) {
     handleUnasked(content);
     sendResponse(MeetingCommand::CmdGetAudioConferenceDone, {});
+    return true;
 }
 
 void vlAPIGetPAC::handleUnasked(const QString &content) {

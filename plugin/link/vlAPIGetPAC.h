@@ -11,6 +11,6 @@ public:
     ClientError doAction(QWidget *window) override;
 
 protected:
-    void handle(const PendingRequest &request, const QString &content) override;
+    bool handle(const PendingRequest &request, const QString &content) override;
     void handleUnasked(const QString &content) override;
 };

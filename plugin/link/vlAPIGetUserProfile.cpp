@@ -9,11 +9,12 @@ vlAPIGetUserProfile::vlAPIGetUserProfile(decltype(Kind::sendResponse) sendRespon
     : vlAPIBase({ClientAction::GetUserProfile, ClientAnswer::GetUserProfile, profileFeedbackError, true, true,
                  sendResponse}) {}
 
-void vlAPIGetUserProfile::handle(const PendingRequest &, const QString &content) {
+bool vlAPIGetUserProfile::handle(const PendingRequest &, const QString &content) {
     handleUnasked(content);
     const rt::Value parsed = vlOLUtils::toArrayOrNSDictionary(content);
     const bool isDictionary = parsed.typeId() == QMetaType::QVariantMap;
     sendResponse(MeetingCommand::CmdGetUserProfileDone, isDictionary ? parsed : rt::Value());
+    return true;
 }
 
 void vlAPIGetUserProfile::handleUnasked(const QString &content) {

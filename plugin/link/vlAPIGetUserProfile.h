@@ -10,6 +10,6 @@ public:
     explicit vlAPIGetUserProfile(decltype(Kind::sendResponse) sendResponse = nullptr);
 
 protected:
-    void handle(const PendingRequest &request, const QString &content) override;
+    bool handle(const PendingRequest &request, const QString &content) override;
     void handleUnasked(const QString &content) override;
 };

@@ -20,6 +20,14 @@ QString meetingKeyIn(const QVariantMap &snapshot) {
     return key.isNull() ? QStringLiteral("") : key;
 }
 
+// What an editor has sent before the change, or sends of it while the client still has the change to come,
+// does not hold any more when its work ends.
+void noteInEditorsThatSave(const QString &key) {
+    for (const auto &context : MeetingContext::all())
+        if (context->strip && context->isOperationHeld && context->hasMeeting(key))
+            context->isChangedMeanwhile = true;
+}
+
 } // namespace
 
 CalendarChanges &CalendarChanges::sharedInstance() {
@@ -49,6 +57,7 @@ int CalendarChanges::send(MeetingCommand command, const QVariantMap &data) {
     request.insert(vl_MeetingKey, key);
     qint32 error = 0;
     if (isUpdate) {
+        noteInEditorsThatSave(key);
         MeetingContext::atHand().setState(WorkflowState::StateCommit);
         error = client.getMeeting(parent, request);
     } else {

@@ -43,8 +43,9 @@ struct MeetingContext : RequestOwner, vlMeetingState {
     MeetingCommand sheetCommand = MeetingCommand::CmdNone;  // what opened the settings sheet
     bool usesProfile = false;     // the user's profile was read, or found read, for this work
     bool isOperationHeld = false; // a host operation waits for the work to end; which one, the strip records
-    bool isFinishing = false;     // the work has ended; the operation is run on the next turn
-    QVariantMap sentAppointment;  // in the schedule request whose meeting has not been read back
+    bool isChangedMeanwhile = false; // on the calendar, while the operation was held
+    bool isFinishing = false;        // the work has ended; the operation is run on the next turn
+    QVariantMap sentAppointment;     // in the schedule request whose meeting has not been read back
     std::optional<PendingWriteBack> pendingWriteBack;
     std::unique_ptr<vlOLWordMailEditor> olWordMailEditor;
 

@@ -623,6 +623,11 @@ void vlMeetingMgr::exchangeAnswers(const std::shared_ptr<MeetingContext> &other)
 // Answers that come together end it once.
 int vlMeetingMgr::finishEditorLater(rt::Object *editor) {
     const auto context = MeetingContext::sharedAtHand();
+    const bool isChanged = std::exchange(context->isChangedMeanwhile, false);
+    if (isChanged && editor && context->isOperationHeld && !context->meetingKey.isEmpty()) {
+        context->loadedMeeting = {};
+        return sendVlMeetingCommand(CmdUpdateMeeting, editor); // compares with what the client has by now
+    }
     if (std::exchange(context->isFinishing, true))
         return nothingStarted;
     platform::services().runLoop->callAfter(0, [context, editor = rt::Weak<>(editor)] {

@@ -179,9 +179,9 @@ bool walkTheLateAnswers(Road &road) {
     Walk::settle();
     type(road.editor(), QStringLiteral("Being written"));
     const qint64 first = moveWithLateAnswer(road);
+    Walk::waitFor([] { return QApplication::activeModalWidget() != nullptr; });
     const bool notYet = road.walk().answeredSinceMark(updateAnswer) == 0;
-    if (QWidget *progress = QApplication::activeModalWidget())
-        road.walk().picture(progress, QStringLiteral("progress"));
+    road.walk().picture(QApplication::activeModalWidget(), QStringLiteral("progress"));
     const bool arrived = arrivesLate(road, first);
     Walk::settle(0.5);
     const QStringList entered = road.editorController()
