@@ -1,7 +1,7 @@
 // Several appointments are worked on at once: each keeps its own meeting.
-#include "tests/roads/Desk.h"
-
+#include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
+#include "tests/roads/Desk.h"
 
 #include <QCheckBox>
 #include <QDialog>
@@ -24,11 +24,9 @@ protected:
     }
     // The settings sheet of that editor, when it is up.
     static QDialog *sheetOf(mailhost::EditorWindow *window) {
-        for (QWidget *widget : QApplication::topLevelWidgets())
-            if (auto *dialog = qobject_cast<QDialog *>(widget);
-                dialog && dialog->isVisible() && dialog->parentWidget() == window)
-                return dialog;
-        return nullptr;
+        const auto *controller =
+            SchSettingWndCtrlMgr::sharedInstance().getSchSettingWindowInArray(rt::identifier(window));
+        return controller ? controller->settingWindow() : nullptr;
     }
 };
 

@@ -1,0 +1,111 @@
+// Whose answer is whose, when several appointments have asked.
+#include "plugin/link/RequestOwner.h"
+#include "plugin/link/meetingKeys.h"
+#include "plugin/link/vlGetMeetingHelper.h"
+#include "plugin/util/EncodeUtils.h"
+#include "tests/link/LinkFixture.h"
+
+namespace {
+
+struct Appointment : RequestOwner {
+    QString key;
+    [[nodiscard]] bool hasMeeting(const QString &asked) const override { return asked == key; }
+};
+
+class Owners : public LinkTest {
+protected:
+    Owners() { givenTheClient(); }
+
+    void reads(const std::shared_ptr<Appointment> &owner, const QString &key) {
+        const RequestOwner::Scope scope(owner);
+        manager.getMeeting(window.get(), {{vl_MeetingKey, key}});
+    }
+    void schedules(const std::shared_ptr<Appointment> &owner, const QVariantMap &setting = {}) {
+        const RequestOwner::Scope scope(owner);
+        manager.scheduleMeeting(window.get(), {{vl_Setting, setting}});
+    }
+    void clientTells(const QString &key) {
+        clientAnswers(ClientAnswer::GetMeeting,
+                      QString(13, u';') +
+                          EncodeUtils::base64Encode("{\"meetingKey\":\"" + key.toUtf8() + "\"}"));
+    }
+    static QString readBy(const std::shared_ptr<Appointment> &owner) {
+        return owner->loadedMeeting.data.value(vl_MeetingKey).toString();
+    }
+
+    vlAPIMgr &manager = vlAPIMgr::sharedInstance();
+    std::shared_ptr<Appointment> a = std::make_shared<Appointment>();
+    std::shared_ptr<Appointment> b = std::make_shared<Appointment>();
+};
+
+} // namespace
+
+TEST_F(Owners, AMeetingGoesToWhoAskedForItsKeyInWhateverOrder) {
+    reads(a, "1");
+    reads(b, "2");
+    clientTells("2");
+    EXPECT_EQ(readBy(b), "2");
+    EXPECT_EQ(readBy(a), "");
+    clientTells("2"); // again: it is not a's
+    EXPECT_EQ(readBy(a), "");
+    EXPECT_EQ(receiver.finished.size(), 1);
+    clientTells("1");
+    EXPECT_EQ(readBy(a), "1");
+    EXPECT_TRUE(RequestOwner::nobody()->loadedMeeting.data.isEmpty());
+}
+
+TEST_F(Owners, WhatWaitsInTimeGoesBeforeWhatIsTimedOut) {
+    reads(a, "1");
+    desktop.runLoop->advance(31);
+    reads(b, "1");
+    clientTells("1");
+    EXPECT_EQ(readBy(b), "1");
+    EXPECT_EQ(readBy(a), "");
+    clientTells("1");
+    EXPECT_EQ(readBy(a), "1");
+}
+
+TEST_F(Owners, ARefusalThatWasMeantForAnotherDoesNotCostTheAnswer) {
+    reads(a, "1");
+    reads(b, "2");
+    clientAnswers(ClientAnswer::GetMeeting, "0;Error 5003"); // for b, but it does not say so
+    clientTells("1");
+    EXPECT_EQ(readBy(a), "1");
+    EXPECT_EQ(feedback.alerts.size(), 1);
+}
+
+TEST_F(Owners, AnAnswerForOneThatIsGoneChangesNobody) {
+    reads(a, "1");
+    reads(b, "2");
+    a.reset();
+    clientTells("1");
+    EXPECT_EQ(readBy(b), "");
+    EXPECT_TRUE(RequestOwner::nobody()->loadedMeeting.data.isEmpty());
+}
+
+TEST_F(Owners, ARepeatedScheduleIsNotTakenForAnothersUnlessThatMeetingIsGone) {
+    schedules(a);
+    clientAnswers(ClientAnswer::Schedule, "1;text");
+    a->key = "1";
+    schedules(b);
+    clientAnswers(ClientAnswer::Schedule, "1;text");
+    EXPECT_EQ(receiver.finished.size(), 1);
+    a->key.clear(); // removed: the client may give its key to a new meeting
+    clientAnswers(ClientAnswer::Schedule, "1;text");
+    EXPECT_EQ(receiver.finished.size(), 2);
+    a->key = "1";
+    schedules(b, {{vl_Setting_IsPMI, true}}); // all share the personal meeting
+    clientAnswers(ClientAnswer::Schedule, "1;text");
+    EXPECT_EQ(receiver.finished.size(), 3);
+}
+
+TEST_F(Owners, TheProgressStaysAsLongAsAnotherWaits) {
+    schedules(a);
+    desktop.runLoop->advance(20);
+    schedules(b);
+    desktop.runLoop->advance(10.5); // the time of the first is over
+    EXPECT_EQ(feedback.shown, 1);
+    clientAnswers(ClientAnswer::Schedule, "2;text");
+    EXPECT_EQ(feedback.shown, 0);
+    EXPECT_EQ(desktop.runLoop->pendingCount(), 0);
+}
