@@ -40,9 +40,14 @@ PendingRequest *PendingRequests::requestFor(const QStringList &keys) {
     for (const QString &key : keys)
         if (PendingRequest *request = withKey(key))
             return request;
-    PendingRequest *next = first([](const auto &r) { return isWaiting(r) && !r.timedOut; });
+    // A new meeting's key is not known yet, and the personal meeting has two.
+    const auto mayBe = [&keys](const PendingRequest &request) {
+        return isWaiting(request) && (keys.isEmpty() || request.meetingKey.isEmpty() || request.forPMI ||
+                                      !request.isAnsweredWithKey);
+    };
+    PendingRequest *next = first([&](const auto &r) { return mayBe(r) && !r.timedOut; });
     if (!next)
-        next = first(isWaiting);
+        next = first(mayBe);
     const auto isRepeatedKey = [&](const QString &key) { return isRepeated(key, *next); };
     return next && std::any_of(keys.begin(), keys.end(), isRepeatedKey) ? nullptr : next;
 }
@@ -62,14 +67,13 @@ PendingRequest *PendingRequests::withKey(const QString &key) {
     return best;
 }
 
-// Whether that key was in an earlier answer. A request that knows its key is not answered with another one. A
-// new meeting may well get the key of one that is gone, or share the personal meeting.
+// Whether that key was in an earlier answer. A new meeting may well get the key of one that is gone, or share
+// the personal meeting.
 bool PendingRequests::isRepeated(const QString &key, const PendingRequest &next) const {
-    return std::any_of(m_requests.begin(), m_requests.end(), [&](const PendingRequest &earlier) {
-        if (earlier.state != State::Answered || earlier.meetingKey != key)
-            return false;
+    return !next.forPMI && std::any_of(m_requests.begin(), m_requests.end(), [&](const auto &earlier) {
         const auto owner = earlier.owner.lock();
-        return !next.meetingKey.isEmpty() || (!next.forPMI && owner && owner->hasMeeting(key));
+        return earlier.state == State::Answered && earlier.meetingKey == key && owner &&
+               owner->hasMeeting(key);
     });
 }
 

@@ -22,6 +22,7 @@ struct PendingRequest {
     QString meetingKey; // empty: the request has none. Once answered, also that of the answer
     QPointer<QWidget> window;
     bool forPMI = false;
+    bool isAnsweredWithKey = true; // an answer that tells another key is not for it
     bool showsProgress = false;
     bool timedOut = false;
     std::weak_ptr<quint64> timer; // id of its time-out; expires when that has come

@@ -17,6 +17,7 @@ QString vlAPIDeleteMeeting::getAPIData() const {
 
 void vlAPIDeleteMeeting::describe(PendingRequest &request) const {
     request.meetingKey = m_meetingKey;
+    request.isAnsweredWithKey = false; // the client may say anything
 }
 
 bool vlAPIDeleteMeeting::handle(const PendingRequest &, const QString &content) {

@@ -3,6 +3,7 @@
 #include "plugin/link/meetingCommand.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/vlAPICommitMeeting.h"
+#include "plugin/link/vlAPIMgr.h"
 #include "plugin/link/vlClientFeatureMgr.h"
 #include "plugin/link/vlGetMeetingHelper.h"
 #include "plugin/link/vlGetPACHelper.h"
@@ -105,7 +106,33 @@ void useAccounts() {
     }
 }
 
+// An answer that nobody waits for is dropped.
+void ask(ClientAnswer answer) {
+    vlAPIMgr &manager = vlAPIMgr::sharedInstance();
+    switch (answer) {
+    case ClientAnswer::Schedule:
+        manager.scheduleMeeting(nullptr, {});
+        return;
+    case ClientAnswer::Update:
+        manager.updateMeeting(nullptr, {});
+        return;
+    case ClientAnswer::Delete:
+        manager.deleteMeeting(nullptr, {});
+        return;
+    case ClientAnswer::GetMeeting:
+        manager.getMeeting(nullptr, {});
+        return;
+    case ClientAnswer::GetUserProfile:
+        manager.getUserProfile(nullptr);
+        return;
+    case ClientAnswer::GetPAC:
+        manager.getPAC(nullptr);
+        return;
+    }
+}
+
 void receive(LinkDesk &desk, const Kind &kind, const QByteArray &bytes) {
+    ask(kind.answer);
     const QString content = kind.content(bytes);
     desk.finished.clear();
     desk.alerts.clear();
