@@ -535,9 +535,11 @@ bool vlMeetingMgr::isAppointmentKnown(const Work &work) const {
 int vlMeetingMgr::commitUpdateMeeting(EditorStrip *strip, const QVariantMap &request) {
     const QVariantMap loaded = vlGetMeetingHelper::sharedInstance().getMeetingInfo();
     if (!isMeetingChanged(request, loaded)) {
+        // A save that overtook the reading of a new meeting brings its record too.
+        const bool isNew = !std::exchange(MeetingContext::atHand().sentAppointment, {}).isEmpty();
         const rt::Weak<> editor(vlMeetingWindows::editorOf(strip));
         updateMailBodyForSchedule(editor.get());
-        updateVlKeyInfoToAppointment(editor.get(), loaded, false);
+        updateVlKeyInfoToAppointment(editor.get(), loaded, isNew);
         return finishEditorLater(editor.get());
     }
     if (rt::boolValue(rt::mapValue(request.value(vl_Setting)).value(vl_Setting_IsPMI)))

@@ -36,10 +36,12 @@ TEST_P(Editors, OfAPlainAppointmentKnowsNothingOfTheMeetingBesideIt) {
     EXPECT_EQ(subjectInFile(QStringLiteral("second")), plain);
     EXPECT_EQ(meetingKeyInFile(QStringLiteral("second")), QString());
 
-    ASSERT_NO_FATAL_FAILURE(addMeeting(plain)) << "the strip does not offer to add a meeting";
-    ASSERT_NO_FATAL_FAILURE(save(plain));
+    screen.press(QStringLiteral("alt+i"));
+    ASSERT_TRUE(becomesActive(settingsSheet)) << "the strip does not offer to add a meeting";
+    screen.press(QStringLiteral("Return")); // the add ends with the save that this editor did before
+    ASSERT_TRUE(waitFor([&] { return !meetingKeyInFile(QStringLiteral("second")).isEmpty(); }));
+    ASSERT_TRUE(becomesActive(unchanged(plain)));
     const QString otherKey = meetingKeyInFile(QStringLiteral("second"));
-    EXPECT_FALSE(otherKey.isEmpty());
     EXPECT_NE(otherKey, key);
     EXPECT_EQ(requests(QStringLiteral("1;")).size(), 2);
     expectNoUpdateOf(key);
