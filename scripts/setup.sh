@@ -36,9 +36,6 @@ build() {
     local preset=$1 edition=${PARLO_EDITION:-PRL}
     shift
     install_packages
-    # Another checkout of the same sources finds what this one has compiled.
-    export CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
-    export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_ctime,include_file_mtime
     if [ ! -f "$root/build/$preset/build.ninja" ] ||
        ! grep -q "^PARLO_EDITION:STRING=$edition\$" "$root/build/$preset/CMakeCache.txt"; then
         (cd "$root" && cmake --preset "$preset" -DPARLO_EDITION="$edition" >&2)
