@@ -13,7 +13,7 @@ namespace e2e {
 
 namespace {
 
-constexpr int patience = 10'000; // milliseconds
+constexpr int patience = 30'000; // milliseconds
 constexpr int betweenLooks = 10; // milliseconds
 constexpr int dragSteps = 6;
 const QString screenSize = QStringLiteral("1280x1024x24");
