@@ -63,7 +63,8 @@ int makeNoise() {
     QRandomGenerator random(seed);
     int onTheirWay = 0;
     for (const QString &channel : channels)
-        bus.addObserver(channel, [&onTheirWay](const QString &, const platform::TextMap &) { --onTheirWay; });
+        static_cast<void>(
+            bus.addObserver(channel, [&onTheirWay](const QString &, const platform::TextMap &) { --onTheirWay; }));
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, [&] {
         if (onTheirWay > 0)

@@ -160,7 +160,7 @@ TEST_F(Controls, DrawEachStateInItsPlaceAtEveryRatio) {
 TEST_F(Controls, CutATitleThatDoesNotFitWithAnEllipsis) {
     vlSettingsButton button;
     prepare(button);
-    const auto shown = [&button](const QString &title, int width) {
+    const auto shown = [](const QString &title, int width) {
         ButtonFace face;
         face.setTitle(title);
         return face.titleLine(width);

@@ -75,7 +75,7 @@ TEST_F(OneStringFile, HoldsItsTextLast) {
 
 TEST_F(OneStringFile, IsEmptyTextWhenItIsNoSuchFile) {
     EXPECT_TRUE(vlOLUtils::readStrFromFile(QString()).isNull());
-    const auto readsEmpty = [this](const QString &from) {
+    const auto readsEmpty = [](const QString &from) {
         const QString text = vlOLUtils::readStrFromFile(from);
         return text.isEmpty() && !text.isNull();
     };

@@ -22,10 +22,9 @@ struct ChangeKind {
     int to = 0;
     bool daylight = false;
     QString name;
-    friend auto operator<=>(const ChangeKind &a, const ChangeKind &b) {
-        return std::tie(a.from, a.to, a.daylight, a.name) <=> std::tie(b.from, b.to, b.daylight, b.name);
+    friend bool operator<(const ChangeKind &a, const ChangeKind &b) {
+        return std::tie(a.from, a.to, a.daylight, a.name) < std::tie(b.from, b.to, b.daylight, b.name);
     }
-    friend bool operator==(const ChangeKind &a, const ChangeKind &b) = default;
 };
 using Onsets = QList<QDateTime>; // clock times, told in UTC, rising
 

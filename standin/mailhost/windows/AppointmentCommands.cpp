@@ -37,7 +37,7 @@ AppointmentCommands::AppointmentCommands(MainWindow *window, GridViewWrapper *gr
     : m_window(window)
     , m_grid(grid) {}
 
-CalendarEvent *AppointmentCommands::event() const {
+CalendarEvent *AppointmentCommands::selectedEvent() const {
     return dynamic_cast<CalendarEvent *>(m_grid->controller()->selectedEvent());
 }
 
@@ -47,7 +47,7 @@ void AppointmentCommands::openSelected() {
 }
 
 void AppointmentCommands::openSeries() {
-    const CalendarEvent *selected = event();
+    const CalendarEvent *selected = selectedEvent();
     if (selected && m_session)
         showEditorFor(std::make_unique<CalendarEvent>(m_session, selected->UUID(), QString(), false));
 }
@@ -57,13 +57,13 @@ void AppointmentCommands::renameSelected() {
 }
 
 void AppointmentCommands::renameTo(const QString &subject) {
-    if (CalendarEvent *selected = event())
+    if (CalendarEvent *selected = selectedEvent())
         rt::send(m_grid, "subjectChanged:forEvent:andTileView:", subject, rt::fromObject(selected),
                  rt::fromObject(m_window->calendar()->selectedTile()));
 }
 
 void AppointmentCommands::moveTo(const QDateTime &start) {
-    const CalendarEvent *selected = event();
+    const CalendarEvent *selected = selectedEvent();
     if (selected)
         rt::send(m_grid, "performDragFrom:to:forDate:inProgress:",
                  rt::fromObject(m_window->calendar()->selectedTile()), rt::fromObject(m_grid->controller()),
@@ -71,7 +71,7 @@ void AppointmentCommands::moveTo(const QDateTime &start) {
 }
 
 void AppointmentCommands::resizeTo(const QDateTime &start, qint64 seconds) {
-    CalendarEvent *selected = event();
+    CalendarEvent *selected = selectedEvent();
     if (selected)
         rt::send(m_grid,
                  "dragResizedEvent:withTileView:withStartDate:duration:inProgress:partialStart:partialEnd:",
@@ -80,7 +80,7 @@ void AppointmentCommands::resizeTo(const QDateTime &start, qint64 seconds) {
 }
 
 void AppointmentCommands::moveBy(int seconds) {
-    const CalendarEvent *selected = event();
+    const CalendarEvent *selected = selectedEvent();
     if (selected && isAllDay(*selected))
         moveByDays(seconds < 0 ? -1 : 1);
     else if (selected)
@@ -89,12 +89,12 @@ void AppointmentCommands::moveBy(int seconds) {
 
 // The clock time stays, also over a change of the clocks.
 void AppointmentCommands::moveByDays(int days) {
-    if (const CalendarEvent *selected = event())
+    if (const CalendarEvent *selected = selectedEvent())
         moveTo(selected->appointment().start.value.addDays(days));
 }
 
 void AppointmentCommands::moveEndBy(int seconds) {
-    const CalendarEvent *selected = event();
+    const CalendarEvent *selected = selectedEvent();
     if (!selected)
         return;
     const bool allDay = isAllDay(*selected);
@@ -105,7 +105,7 @@ void AppointmentCommands::moveEndBy(int seconds) {
 }
 
 void AppointmentCommands::moveStartBy(int seconds) {
-    const CalendarEvent *selected = event();
+    const CalendarEvent *selected = selectedEvent();
     if (!selected)
         return;
     const bool allDay = isAllDay(*selected);
@@ -117,7 +117,7 @@ void AppointmentCommands::moveStartBy(int seconds) {
 }
 
 void AppointmentCommands::deleteSelected() {
-    const CalendarEvent *selected = event();
+    const CalendarEvent *selected = selectedEvent();
     if (!selected)
         return;
     const QString subject = subjectOf(*selected);

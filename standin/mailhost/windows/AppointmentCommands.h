@@ -33,7 +33,7 @@ public:
     void renameTo(const QString &subject);
 
 private:
-    [[nodiscard]] CalendarEvent *event() const;
+    [[nodiscard]] CalendarEvent *selectedEvent() const;
     [[nodiscard]] QWidget *window() const { return m_window; }
     void cancelNow(const std::shared_ptr<CalendarEvent> &event);
     void tellFailure();

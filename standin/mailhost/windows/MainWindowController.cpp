@@ -16,7 +16,6 @@ namespace mailhost {
 namespace {
 
 constexpr int halfHour = 30 * 60; // seconds
-constexpr int daysOfWeek = 7;
 
 QString titleOf(const QDate &first, int days) {
     const QLocale locale;

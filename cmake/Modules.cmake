@@ -7,9 +7,8 @@ target_compile_options(parlo_base INTERFACE -Wall -Wextra -Werror -Wpedantic -Wn
 target_compile_definitions(parlo_base INTERFACE
   QT_NO_KEYWORDS QT_NO_CAST_FROM_BYTEARRAY QT_DISABLE_DEPRECATED_BEFORE=0x060000)
 if(PARLO_SANITIZE)
-  # With the sanitizers' instrumentation in between, the compiler takes moved-from containers for uninitialised ones.
   target_compile_options(parlo_base INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
-    -fno-omit-frame-pointer -Wno-maybe-uninitialized)
+    -fno-omit-frame-pointer)
   target_link_options(parlo_base INTERFACE -fsanitize=address,undefined)
 endif()
 
@@ -17,9 +16,9 @@ add_library(parlo_pch OBJECT ${CMAKE_SOURCE_DIR}/cmake/pch.cpp)
 target_link_libraries(parlo_pch PRIVATE parlo_base)
 target_precompile_headers(parlo_pch PRIVATE ${CMAKE_SOURCE_DIR}/cmake/pch.h)
 
-# parlo_room(NAME folder-relative sources from this folder; LINK other targets)
+# parlo_module(NAME folder-relative sources from this folder; LINK other targets)
 # A static library made of every .cpp file of the current folder.
-function(parlo_room name)
+function(parlo_module name)
   cmake_parse_arguments(ARG "" "" "LINK;SOURCES" ${ARGN})
   if(NOT ARG_SOURCES)
     file(GLOB_RECURSE ARG_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
@@ -44,7 +43,7 @@ function(parlo_test name)
   endforeach()
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LINK} parlo_test_main GTest::gtest GTest::gmock Qt6::Test)
-  target_precompile_headers(${name} REUSE_FROM parlo_pch)
+  target_precompile_headers(${name} REUSE_FROM parlo_test_main)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT}
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;${ARG_ENVIRONMENT}")
