@@ -1,5 +1,6 @@
 #include "bench/ManyAppointments.h"
 
+#include "platform/Literals.h"
 #include "standin/mailhost/store/Zones.h"
 
 namespace bench {
@@ -11,7 +12,7 @@ constexpr int perDay = 5;
 constexpr int bodyLines = 40; // of about fifty characters: two kilobytes
 
 QByteArray ruleOf(int i, const QDate &day) {
-    const QByteArray until = day.addDays(200).toString(QStringLiteral("yyyyMMdd")).toLatin1() + "T000000Z";
+    const QByteArray until = day.addDays(200).toString(u"yyyyMMdd"_s).toLatin1() + "T000000Z";
     if (i % 400 == 0)
         return "RRULE:FREQ=WEEKLY;BYDAY=MO,WE\r\n"; // for ever
     switch (i % 40) {
@@ -39,7 +40,7 @@ QByteArray body(int i) {
 }
 
 QByteArray event(int i, const QDate &day, const QByteArray &rule, const QByteArray &changedDay) {
-    const QByteArray date = day.toString(QStringLiteral("yyyyMMdd")).toLatin1();
+    const QByteArray date = day.toString(u"yyyyMMdd"_s).toLatin1();
     const QByteArray zone = zoneNames[i % 4];
     const QByteArray hour = QByteArray::number(8 + i % 9).rightJustified(2, '0');
     QByteArray text =
@@ -70,8 +71,7 @@ QByteArray manyAppointments(int count, const QDate &around) {
         if (rule.isEmpty() || i % 3 != 0 || made == count)
             continue;
         const QByteArray hour = QByteArray::number(8 + i % 9).rightJustified(2, '0');
-        text += event(i, day.addDays(1), rule,
-                      day.toString(QStringLiteral("yyyyMMdd")).toLatin1() + 'T' + hour + "0000");
+        text += event(i, day.addDays(1), rule, day.toString(u"yyyyMMdd"_s).toLatin1() + 'T' + hour + "0000");
         ++made;
     }
     return text + "END:VCALENDAR\r\n";

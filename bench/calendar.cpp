@@ -27,7 +27,7 @@ public:
             qFatal("the calendar cannot be written");
         file.write(bench::manyAppointments(appointments, today));
     }
-    [[nodiscard]] QString path() const { return m_folder.filePath(QStringLiteral("many.ics")); }
+    [[nodiscard]] QString path() const { return m_folder.filePath(u"many.ics"_s); }
     [[nodiscard]] std::unique_ptr<mailhost::CalendarFile> open() const {
         QString error;
         auto file = mailhost::CalendarFile::open(path(), &error);

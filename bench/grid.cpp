@@ -1,6 +1,6 @@
 // What it costs to turn the page of the calendar grid: the next week is shown and drawn into an image.
-#include "standin/mailhost/windows/CalendarGrid.h"
-#include "standin/mailhost/windows/EventTileView.h"
+#include "standin/mailhost/windows/grid/CalendarGrid.h"
+#include "standin/mailhost/windows/grid/EventTileView.h"
 
 #include <QApplication>
 #include <QImage>
@@ -19,10 +19,10 @@ QList<Occurrence> weekOf(const QDate &first, int count) {
     QList<Occurrence> week;
     for (int i = 0; i < count; ++i) {
         Occurrence occurrence;
-        occurrence.uid = QStringLiteral("%1-%2@parlo.example").arg(first.toJulianDay()).arg(i);
-        occurrence.summary = QStringLiteral("Appointment %1 of the week that begins on %2")
-                                 .arg(QString::number(i), first.toString(Qt::ISODate));
-        occurrence.location = i % 3 ? QStringLiteral("Room %1").arg(i % 12) : QString();
+        occurrence.uid = u"%1-%2@parlo.example"_s.arg(first.toJulianDay()).arg(i);
+        occurrence.summary = u"Appointment %1 of the week that begins on %2"_s.arg(
+            QString::number(i), first.toString(Qt::ISODate));
+        occurrence.location = i % 3 ? u"Room %1"_s.arg(i % 12) : QString();
         occurrence.allDay = i % 20 == 0;
         const QDate day = first.addDays(i % 7);
         occurrence.start =

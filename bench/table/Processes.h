@@ -2,6 +2,7 @@
 #pragma once
 
 #include "bench/table/BareBus.h"
+#include "platform/Literals.h"
 #include "tests/platform/PrivateBus.h"
 
 #include <QProcess>
@@ -39,7 +40,7 @@ public:
     void roundTrip(const QByteArray &content);
 
 private:
-    Part m_other{QStringLiteral("echo-bare")};
+    Part m_other{u"echo-bare"_s};
     BareBus m_bus{"BenchAnswer"};
 };
 

@@ -1,5 +1,7 @@
 #include "bench/table/Rows.h"
 
+#include "platform/Literals.h"
+
 #include <QList>
 #include <array>
 #include <cstdio>
@@ -10,8 +12,8 @@ namespace {
 
 constexpr QChar separator = u'\t';
 constexpr int columns = 6;
-const QString notePrefix = QStringLiteral("note");
-const QString rowPrefix = QStringLiteral("row");
+const QString notePrefix = u"note"_s;
+const QString rowPrefix = u"row"_s;
 
 void print(const QStringList &fields) {
     std::printf("%s\n", qPrintable(fields.join(separator)));
@@ -53,14 +55,14 @@ QString ratioText(double ratio) {
 
 void addRow(const QString &what, const QString &ours, const QString &against, const QString &ratio,
             const QString &aim, Reached reached) {
-    static const QStringList words = {QStringLiteral("yes"), QStringLiteral("**no**"), QString()};
+    static const QStringList words = {u"yes"_s, u"**no**"_s, QString()};
     print({rowPrefix, what, ours, against, ratio, aim, words[int(reached)]});
 }
 
 void addRatio(const QString &what, double ours, const QString &other, double others, double ratio,
               double limit) {
-    addRow(what, timeText(ours), other + QStringLiteral(": ") + timeText(others), ratioText(ratio),
-           QStringLiteral("at most ") + QString::number(limit), ratio <= limit ? Reached::Yes : Reached::No);
+    addRow(what, timeText(ours), other + u": "_s + timeText(others), ratioText(ratio),
+           u"at most "_s + QString::number(limit), ratio <= limit ? Reached::Yes : Reached::No);
 }
 
 void addLinear(const QString &what, double large, const QString &other, double small, double ratio) {
@@ -80,7 +82,7 @@ QString tableOf(const QStringList &lines) {
         if (fields.first() == rowPrefix && fields.size() == columns + 1)
             rows.append(fields.mid(1));
         else if (fields.first() == notePrefix)
-            notes.append(QStringLiteral("* ") + fields.value(1) + u'\n');
+            notes.append(u"* "_s + fields.value(1) + u'\n');
     }
     std::array<qsizetype, columns> widths{};
     for (const QStringList &row : rows)
@@ -89,10 +91,10 @@ QString tableOf(const QStringList &lines) {
     QString text;
     for (qsizetype i = 0; i < rows.size(); ++i) {
         for (int column = 0; column < columns; ++column)
-            text += QStringLiteral("| ") + rows[i][column].leftJustified(widths[std::size_t(column)]) + u' ';
-        text += QStringLiteral("|\n");
+            text += u"| "_s + rows[i][column].leftJustified(widths[std::size_t(column)]) + u' ';
+        text += u"|\n"_s;
         if (i == 0)
-            text += QStringLiteral("|---").repeated(columns) + QStringLiteral("|\n");
+            text += u"|---"_s.repeated(columns) + u"|\n"_s;
     }
     return notes.isEmpty() ? text : text + u'\n' + notes.join(QString());
 }

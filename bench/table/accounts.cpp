@@ -6,7 +6,7 @@
 #include "platform/runtime/Runtime.h"
 #include "platform/services/TestServices.h"
 #include "plugin/host/adapters/vlECCalendarEvent.h"
-#include "plugin/link/vlGetPACHelper.h"
+#include "plugin/link/readers/vlGetPACHelper.h"
 #include "plugin/proto/vlProtoBufConvert.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
 #include "plugin/workflow/vlPACMeetingMgr.h"
@@ -50,22 +50,21 @@ void compareAccounts(int numbers) {
     const vlPACMeetingMgr &manager = vlPACMeetingMgr::sharedInstance();
     vlGetPACHelper::sharedInstance().setPACInfo(QString::fromLatin1(bytes.toBase64()));
     vlMeetingDataMgr::sharedInstance().setPACAccountNo(2);
-    const QString written = QStringLiteral("Room 7 ") + manager.getLocationWithPACAccountNo(1);
-    const QString user = QStringLiteral("Room 7");
+    const QString written = u"Room 7 "_s + manager.getLocationWithPACAccountNo(1);
+    const QString user = u"Room 7"_s;
     const Comparison times =
         sideBySide({repeating([&] { keep(helper.pacMeetingID(2)); }), repeating([&] { parseOnce(bytes); })});
-    addRow(QStringLiteral("an account's number, 2 accounts of %1 numbers").arg(numbers),
-           timeText(times.seconds[0]), QStringLiteral("one parse: ") + timeText(times.seconds[1]),
-           ratioText(times.ratios[1]), QStringLiteral("no parse"),
+    addRow(u"an account's number, 2 accounts of %1 numbers"_s.arg(numbers), timeText(times.seconds[0]),
+           u"one parse: "_s + timeText(times.seconds[1]), ratioText(times.ratios[1]), u"no parse"_s,
            times.ratios[1] < 0.5 ? Reached::Yes : Reached::No);
-    for (const auto &[what, location] :
-         {std::pair(QStringLiteral("location, 2 accounts of %1 numbers"), user),
-          std::pair(QStringLiteral("the same, location with account 1"), written)}) {
-        const Comparison both = sideBySide({repeating([&] { keep(manager.getNewLocationForPAC(location)); }),
-                                            repeating([&] { parseOnce(bytes); })});
+    for (const auto &[what, location] : {std::pair(u"location, 2 accounts of %1 numbers"_s, user),
+                                         std::pair(u"the same, location with account 1"_s, written)}) {
+        const Comparison both = sideBySide(
+            {repeating([&, &location = location] { keep(manager.getNewLocationForPAC(location)); }),
+             repeating([&] { parseOnce(bytes); })});
         addRow(what.contains(u'%') ? what.arg(numbers) : what, timeText(both.seconds[0]),
-               QStringLiteral("one parse: ") + timeText(both.seconds[1]), ratioText(both.ratios[1]),
-               QString(), Reached::NoAim);
+               u"one parse: "_s + timeText(both.seconds[1]), ratioText(both.ratios[1]), QString(),
+               Reached::NoAim);
     }
 }
 
@@ -74,8 +73,8 @@ class Guest final : public rt::Object {
 public:
     Guest(rt::Class *cls, int number)
         : rt::Object(cls)
-        , m_name(QStringLiteral("Guest %1").arg(number))
-        , m_address(QStringLiteral("guest%1@parlo.example").arg(number)) {}
+        , m_name(u"Guest %1"_s.arg(number))
+        , m_address(u"guest%1@parlo.example"_s.arg(number)) {}
     static rt::Value name(rt::Object *self, rt::Selector, rt::Args) {
         return static_cast<Guest *>(self)->m_name;
     }
@@ -116,8 +115,8 @@ void accounts() {
 
 void snapshots() {
     platform::installTestServices();
-    rt::Class *events = rt::defineClass(QStringLiteral("ECCalendarEvent"));
-    rt::Class *guests = rt::defineClass(QStringLiteral("ECCalendarEventAttendee"));
+    rt::Class *events = rt::defineClass(u"ECCalendarEvent"_s);
+    rt::Class *guests = rt::defineClass(u"ECCalendarEventAttendee"_s);
     rt::addMethod(events, "attendeeList", Appointment::list, "@@:");
     rt::addMethod(guests, "name", Guest::name, "@@:");
     rt::addMethod(guests, "emailAddress", Guest::address, "@@:");
@@ -132,13 +131,12 @@ void snapshots() {
         const Comparison times = sideBySide({snapshotOf(appointment), snapshotOf(alone)}, {.seconds = 1.5});
         const double now = qMax(times.seconds[0] - times.seconds[1], 0.0) / count;
         constexpr double limit = 1e-6;
-        addRow(QStringLiteral("snapshot with %1 attendees, each of them").arg(count), timeText(now),
-               QStringLiteral("nobody: ") + timeText(times.seconds[1]), QString(),
-               QStringLiteral("under 1 us"), now < limit ? Reached::Yes : Reached::No);
+        addRow(u"snapshot with %1 attendees, each of them"_s.arg(count), timeText(now),
+               u"nobody: "_s + timeText(times.seconds[1]), QString(), u"under 1 us"_s,
+               now < limit ? Reached::Yes : Reached::No);
         if (count == 2000)
-            addRow(QStringLiteral("the same, linear"), timeText(now),
-                   QStringLiteral("of 100: ") + timeText(each), ratioText(now / each),
-                   QStringLiteral("at most 1.3"), now <= 1.3 * each ? Reached::Yes : Reached::No);
+            addRow(u"the same, linear"_s, timeText(now), u"of 100: "_s + timeText(each),
+                   ratioText(now / each), u"at most 1.3"_s, now <= 1.3 * each ? Reached::Yes : Reached::No);
         each = now;
     }
 }

@@ -12,12 +12,12 @@ namespace bench {
 
 namespace {
 
-const QString invitation = QStringLiteral(
-    "Ada Example is inviting you to a meeting.\r\n\r\nTopic: Quarterly review\r\nTime: Nov 24, 2026 "
+const QString invitation =
+    u"Ada Example is inviting you to a meeting.\r\n\r\nTopic: Quarterly review\r\nTime: Nov 24, 2026 "
     "9:00\r\n\r\n"
     "Join: https://meetings.parlo.example/j/123456789?pwd=abcdef\r\n\r\nMeeting ID: 123 456 789\r\n"
     "One tap mobile: +15550100,,123456789#\r\nFind your local number: "
-    "https://meetings.parlo.example/u/abc\r\n");
+    "https://meetings.parlo.example/u/abc\r\n"_s;
 
 const vlBodyHelper &helper() {
     return vlBodyHelper::sharedInstance();
@@ -26,7 +26,7 @@ const vlBodyHelper &helper() {
 // What the person wrote, and among it, in the middle, what the case is about.
 QString bodyWith(qsizetype bytes, const QString &part) {
     QString body = mailOf(bytes);
-    return body.insert(body.indexOf(QStringLiteral("<p class"), body.size() / 2), part);
+    return body.insert(body.indexOf(u"<p class"_s, body.size() / 2), part);
 }
 
 QString block() {
@@ -40,7 +40,7 @@ QString unquoted() {
 }
 
 void searchOnce(const QString &body) {
-    static const QString needle = QStringLiteral("<a name=\"MacVlBookmarkNone\"></a>");
+    static const QString needle = u"<a name=\"MacVlBookmarkNone\"></a>"_s;
     keep(memmem(body.utf16(), std::size_t(body.size()) * sizeof(QChar), needle.utf16(),
                 std::size_t(needle.size()) * sizeof(QChar)));
 }
@@ -89,8 +89,8 @@ void compare(const Case &work, qsizetype bytes) {
     const int rounds = int(qBound(qsizetype(25), 100'000'000 / bytes, qsizetype(2001)));
     const Comparison times =
         inTurns({[&] { return secondsOf(work, body); }, [&] { return secondsOfSearch(body); }}, rounds);
-    addRatio(QStringLiteral("%1, %2").arg(QLatin1String(work.what), sizeText(double(bytes))),
-             times.seconds[0], QStringLiteral("one memmem"), times.seconds[1], times.ratios[1], 6);
+    addRatio(u"%1, %2"_s.arg(QLatin1String(work.what), sizeText(double(bytes))), times.seconds[0],
+             u"one memmem"_s, times.seconds[1], times.ratios[1], 6);
 }
 
 void compareSizes(const Case &work) {
@@ -100,8 +100,8 @@ void compareSizes(const Case &work) {
     const Comparison times = inTurns(
         {[&] { return secondsOf(work, large) / larger; }, [&] { return secondsOf(work, small) / smaller; }},
         25);
-    addLinear(QStringLiteral("the same, each KB of 20 MB"), times.seconds[0] * 1e3, QStringLiteral("of 1 MB"),
-              times.seconds[1] * 1e3, times.ratios[1]);
+    addLinear(u"the same, each KB of 20 MB"_s, times.seconds[0] * 1e3, u"of 1 MB"_s, times.seconds[1] * 1e3,
+              times.ratios[1]);
 }
 
 // What is added for a body that somebody else holds too: the change is then made in a copy.
@@ -109,9 +109,9 @@ void copyAlone() {
     const QString body = mailOf(20'000'000);
     const Comparison times = sideBySide({repeating([&] { keep(QString(body.constData(), body.size())); }),
                                          repeating([&] { searchOnce(body); })});
-    addRow(QStringLiteral("for comparison: a copy of a 20 MB body, with its memory"),
-           timeText(times.seconds[0]), QStringLiteral("one memmem: ") + timeText(times.seconds[1]),
-           ratioText(times.ratios[1]), QString(), Reached::NoAim);
+    addRow(u"for comparison: a copy of a 20 MB body, with its memory"_s, timeText(times.seconds[0]),
+           u"one memmem: "_s + timeText(times.seconds[1]), ratioText(times.ratios[1]), QString(),
+           Reached::NoAim);
 }
 
 } // namespace
@@ -120,13 +120,11 @@ void bodies() {
     const Case cases[] = {
         {"replacing a block, bookmarks quoted", block(), replaced},
         {"replacing a block, bookmarks unquoted", unquoted(), replaced},
-        {"replacing a block, bookmarks doubled", block() + QStringLiteral("<p>between</p>") + block(),
-         replaced},
+        {"replacing a block, bookmarks doubled", block() + u"<p>between</p>"_s + block(), replaced},
         {"replacing a block, its end is missing", block().remove(kvl_EndBookmark), replaced},
         {"removing a block, bookmarks quoted", block(), removed},
         {"removing a block, bookmarks unquoted", unquoted(), removed},
-        {"removing a block, bookmarks doubled", block() + QStringLiteral("<p>between</p>") + block(),
-         removed},
+        {"removing a block, bookmarks doubled", block() + u"<p>between</p>"_s + block(), removed},
         {"inserting a block", QString(), replaced},
     };
     for (const Case &work : cases) {

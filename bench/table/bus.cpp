@@ -17,10 +17,10 @@ using platform::TextMap;
 
 const char bareRequest[] = "BenchRequest";
 const char bareAnswer[] = "BenchAnswer";
-const QString request = QStringLiteral("NotificationRequest");
-const QString answer = QStringLiteral("NotificationAnswer");
-const QString actionKey = QStringLiteral("actionId");
-const QString contentKey = QStringLiteral("content");
+const QString request = u"NotificationRequest"_s;
+const QString answer = u"NotificationAnswer"_s;
+const QString actionKey = u"actionId"_s;
+const QString contentKey = u"content"_s;
 const QByteArray readyLine = "ready\n";
 
 platform::Services desktop() {
@@ -31,11 +31,12 @@ class NotificationEcho {
 public:
     NotificationEcho() {
         platform::setServices(desktop());
-        centre().addObserver(answer, [this](const QString &, const TextMap &) { m_heard = true; });
+        static_cast<void>(
+            centre().addObserver(answer, [this](const QString &, const TextMap &) { m_heard = true; }));
     }
     void roundTrip(const QString &content) {
         m_heard = false;
-        centre().post(request, QString(), {{actionKey, QStringLiteral("3")}, {contentKey, content}}, true);
+        centre().post(request, QString(), {{actionKey, u"3"_s}, {contentKey, content}}, true);
         while (!m_heard)
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
@@ -44,7 +45,7 @@ private:
     static platform::DistributedNotificationCenter &centre() {
         return *platform::services().distributedNotifications;
     }
-    Part m_other{QStringLiteral("echo-notifications")};
+    Part m_other{u"echo-notifications"_s};
     bool m_heard = false;
 };
 
@@ -58,9 +59,8 @@ PrivateDesktop::PrivateDesktop() {
         QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         qputenv(name, folder.toUtf8());
     }
-    qputenv(
-        "PARLO_ROOT",
-        QDir(QCoreApplication::applicationDirPath()).absoluteFilePath(QStringLiteral("../root")).toUtf8());
+    qputenv("PARLO_ROOT",
+            QDir(QCoreApplication::applicationDirPath()).absoluteFilePath(u"../root"_s).toUtf8());
     if (!m_bus.start())
         qFatal("there is no bus");
 }
@@ -68,7 +68,7 @@ PrivateDesktop::PrivateDesktop() {
 Part::Part(const QString &name) {
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
     m_process.setStandardErrorFile(QProcess::nullDevice());
-    m_process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--section"), name});
+    m_process.start(QCoreApplication::applicationFilePath(), {u"--section"_s, name});
     while (!m_process.canReadLine())
         if (!m_process.waitForReadyRead())
             qFatal("the other process has ended");
@@ -117,8 +117,8 @@ void bus() {
         const Comparison times = sideBySide(
             {repeating([&] { notifications.roundTrip(text); }), repeating([&] { bare.roundTrip(content); })},
             {.seconds = 6, .sample = 0.01, .mostRounds = 301, .clock = Clock::Wall});
-        addRatio(QStringLiteral("a notification of %1 there and back").arg(sizeText(size)), times.seconds[0],
-                 QStringLiteral("bare sd-bus echo"), times.seconds[1], times.ratios[1], 1.3);
+        addRatio(u"a notification of %1 there and back"_s.arg(sizeText(size)), times.seconds[0],
+                 u"bare sd-bus echo"_s, times.seconds[1], times.ratios[1], 1.3);
     }
 }
 

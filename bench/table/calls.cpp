@@ -79,7 +79,7 @@ struct Contender {
 Contender plainCalls() {
     auto *plain = hidden(new Plain);
     auto *passing = hidden<Plain>(new Passing(plain));
-    return {QStringLiteral("virtual call"), repeating([=] { keep(plain->none()); }),
+    return {u"virtual call"_s, repeating([=] { keep(plain->none()); }),
             repeating([=] { keep(plain->one(Value(1))); }), repeating([=] { keep(passing->one(Value(1))); })};
 }
 
@@ -97,14 +97,14 @@ Contender ourCalls() {
     const rt::Selector none("none");
     const rt::Selector one("one:");
     const rt::Selector hooked(row.hostSelector);
-    return {QStringLiteral("ours"), repeating([=] { keep(rt::send(object, none)); }),
+    return {u"ours"_s, repeating([=] { keep(rt::send(object, none)); }),
             repeating([=] { keep(rt::send(object, one, 1)); }),
             repeating([=] { keep(rt::send(object, hooked, 1)); })};
 }
 
 Contender qtCalls() {
     auto *object = new Invokable;
-    return {QStringLiteral("Qt's invoke-by-name"), repeating([=] {
+    return {u"Qt's invoke-by-name"_s, repeating([=] {
                 QVariant result;
                 QMetaObject::invokeMethod(object, "none", Qt::DirectConnection,
                                           Q_RETURN_ARG(QVariant, result));
@@ -165,8 +165,7 @@ Contender objcCalls() {
     method_exchangeImplementations(class_getInstanceMethod(cls, objcHooked),
                                    class_getInstanceMethod(cls, objcReplacement));
     const id object = class_createInstance(cls, 0);
-    return {QStringLiteral("GNU Objective-C"),
-            repeating([=] { keep(lookedUp<ObjcNone>(object, none)(object, none)); }),
+    return {u"GNU Objective-C"_s, repeating([=] { keep(lookedUp<ObjcNone>(object, none)(object, none)); }),
             repeating([=] { keep(objcSend(object, one, Value(1))); }),
             repeating([=] { keep(objcSend(object, objcHooked, Value(1))); })};
 }
@@ -196,12 +195,12 @@ void calls() {
 #if PARLO_BENCH_OBJC
     all.append(objcCalls());
 #else
-    addNote(QStringLiteral("The GNU Objective-C runtime is not installed and is left out."));
+    addNote(u"The GNU Objective-C runtime is not installed and is left out."_s);
 #endif
     all.append(qtCalls());
-    compare(QStringLiteral("a call by name, no argument"), all, &Contender::none);
-    compare(QStringLiteral("a call by name, one argument"), all, &Contender::one);
-    compare(QStringLiteral("through an exchanged method"), all, &Contender::passing);
+    compare(u"a call by name, no argument"_s, all, &Contender::none);
+    compare(u"a call by name, one argument"_s, all, &Contender::one);
+    compare(u"through an exchanged method"_s, all, &Contender::passing);
 }
 
 } // namespace bench

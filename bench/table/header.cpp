@@ -4,8 +4,8 @@
 #include "bench/table/SideBySide.h"
 #include "plugin/hooks/hookTable.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
-#include "standin/mailhost/windows/HeaderViews.h"
-#include "tests/roads/Desk.h"
+#include "standin/mailhost/windows/editor/HeaderViews.h"
+#include "tests/scenarios/Scenario.h"
 
 #include <QImage>
 
@@ -13,8 +13,8 @@ namespace bench {
 
 void header() {
     for (const char *version : {"15.8", "16"}) {
-        roads::Desk desk(QString::fromLatin1(version));
-        mailhost::EditorWindow *editor = desk.open(roads::Desk::plain);
+        scenarios::Scenario scenario(QString::fromLatin1(version));
+        mailhost::EditorWindow *editor = scenario.open(scenarios::Scenario::plain);
         auto *view = editor->findChild<mailhost::HeaderView *>();
         const HookRow &row =
             hookRow(mailhost::isNewerGeneration(QString::fromLatin1(version)) ? HookRowName::NewerHeaderDraw
@@ -28,16 +28,15 @@ void header() {
                                             {.seconds = 2});
         constexpr double limit = 3e-6;
         const double added = times.seconds[0] - times.seconds[1];
-        addRow(QStringLiteral("drawing the header of host ") + QString::fromLatin1(version),
-               timeText(times.seconds[0]), QStringLiteral("the host alone: ") + timeText(times.seconds[1]),
-               QStringLiteral("+ ") + timeText(added), QStringLiteral("at most + 3 us"),
-               added <= limit ? Reached::Yes : Reached::No);
+        addRow(u"drawing the header of host "_s + QString::fromLatin1(version), timeText(times.seconds[0]),
+               u"the host alone: "_s + timeText(times.seconds[1]), u"+ "_s + timeText(added),
+               u"at most + 3 us"_s, added <= limit ? Reached::Yes : Reached::No);
         // Drawn by the toolkit only when it was covered, or has changed.
-        auto *strip = roads::Desk::stripOf(editor);
+        auto *strip = scenarios::Scenario::stripOf(editor);
         QImage image(strip->size(), QImage::Format_ARGB32_Premultiplied);
         const double drawn = sideBySide({repeating([&] { strip->render(&image); })}).seconds[0];
-        addRow(QStringLiteral("for comparison: the strip itself, its lines and buttons"), timeText(drawn),
-               QString(), QString(), QString(), Reached::NoAim);
+        addRow(u"for comparison: the strip itself, its lines and buttons"_s, timeText(drawn), QString(),
+               QString(), QString(), Reached::NoAim);
     }
 }
 

@@ -12,7 +12,7 @@
 namespace {
 
 long residentKilobytes() {
-    QFile file(QStringLiteral("/proc/self/statm"));
+    QFile file(u"/proc/self/statm"_s);
     if (!file.open(QIODevice::ReadOnly))
         return 0;
     return file.readAll().split(' ').value(1).toLong() * (sysconf(_SC_PAGESIZE) / 1024);
@@ -48,7 +48,7 @@ int main(int argc, char **argv) {
     letEverythingHappen();
     const double started = double(timer.nsecsElapsed()) * 1e-9;
     const long memory = residentKilobytes();
-    host.openEditorFor(QStringLiteral("one@bench"));
+    host.openEditorFor(u"one@bench"_s);
     letEverythingHappen();
     std::printf("%.9f %.9f %ld %ld\n", started, loaded, memory, residentKilobytes());
     std::fflush(stdout);

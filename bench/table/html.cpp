@@ -4,7 +4,8 @@
 #include "bench/table/Rows.h"
 #include "bench/table/Sections.h"
 #include "bench/table/SideBySide.h"
-#include "platform/services/HtmlImporter.h"
+#include "platform/Literals.h"
+#include "platform/services/html/HtmlImporter.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -87,8 +88,8 @@ struct Program {
     QStringList arguments;
 };
 const Program programs[] = {
-    {QStringLiteral("lynx"), {"-dump", "-nolist", "-force_html", "-assume_charset=utf-8"}},
-    {QStringLiteral("w3m"), {"-dump", "-T", "text/html"}},
+    {u"lynx"_s, {"-dump", "-nolist", "-force_html", "-assume_charset=utf-8"}},
+    {u"w3m"_s, {"-dump", "-T", "text/html"}},
 };
 constexpr int patience = 20'000; // milliseconds
 
@@ -118,22 +119,21 @@ void compare(const Document &document, const QString &other, const Work &work) {
 
 void comparePrograms(const Document &document) {
     const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("mail.html")));
+    QFile file(folder.filePath(u"mail.html"_s));
     if (!file.open(QIODevice::WriteOnly) || file.write(document.bytes) != document.bytes.size())
         qFatal("the file cannot be written");
     file.close();
     for (const Program &program : programs) {
         if (QStandardPaths::findExecutable(program.name).isEmpty())
             continue;
-        const QString name = program.name + QStringLiteral(" -dump");
+        const QString name = program.name + u" -dump"_s;
         QElapsedTimer timer;
         timer.start();
         if (withProgram(program, file.fileName()) && timer.elapsed() < patience / 2)
             compare(document, name, repeating([&] { withProgram(program, file.fileName()); }));
         else
-            addRow(document.what, QString(),
-                   name + QStringLiteral(": over ") + timeText(double(timer.elapsed()) / 1e3), QString(),
-                   QStringLiteral("ahead"), Reached::Yes);
+            addRow(document.what, QString(), name + u": over "_s + timeText(double(timer.elapsed()) / 1e3),
+                   QString(), u"ahead"_s, Reached::Yes);
     }
 }
 
@@ -143,20 +143,19 @@ void compareLibrary(const Document &document, const QString &name, Convert conve
     if (convert())
         compare(document, name, repeating(convert));
     else
-        addRow(document.what, QString(), name + QStringLiteral(": loses the text"), QString(),
-               QStringLiteral("ahead"), Reached::Yes);
+        addRow(document.what, QString(), name + u": loses the text"_s, QString(), u"ahead"_s, Reached::Yes);
 }
 
 void compareAll(const Document &document) {
-    compareLibrary(document, QStringLiteral("libxml2's tree"), [&] { return withLibxml2(document.bytes); });
-    compareLibrary(document, QStringLiteral("gumbo"), [&] { return withGumbo(document.bytes); });
-    compareLibrary(document, QStringLiteral("Qt's importer"), [&] { return withToolkit(document.html); });
+    compareLibrary(document, u"libxml2's tree"_s, [&] { return withLibxml2(document.bytes); });
+    compareLibrary(document, u"gumbo"_s, [&] { return withGumbo(document.bytes); });
+    compareLibrary(document, u"Qt's importer"_s, [&] { return withToolkit(document.html); });
     comparePrograms(document);
 }
 
 Document mail(qsizetype bytes) {
     const QString html = mailOf(bytes);
-    return {QStringLiteral("HTML to characters, ") + sizeText(double(bytes)), html, html.toUtf8()};
+    return {u"HTML to characters, "_s + sizeText(double(bytes)), html, html.toUtf8()};
 }
 
 Work convert(const Document &document) {
@@ -170,13 +169,11 @@ void compareWithAims() {
         const Document document = mail(bytes);
         const Comparison times = sideBySide({convert(document), convert(usual)}, {.seconds = 1.5});
         const double speed = double(document.bytes.size()) / 1e6 / times.seconds[0];
-        addRow(document.what, QStringLiteral("%1 MB/s").arg(qRound(speed)), QStringLiteral("100 MB/s"),
-               ratioText(speed / aim), QStringLiteral("at least 1"),
-               speed >= aim ? Reached::Yes : Reached::No);
+        addRow(document.what, u"%1 MB/s"_s.arg(qRound(speed)), u"100 MB/s"_s, ratioText(speed / aim),
+               u"at least 1"_s, speed >= aim ? Reached::Yes : Reached::No);
         if (bytes > 1'000'000)
-            addLinear(QStringLiteral("the same, each KB of 20 MB"),
-                      times.seconds[0] * 1e3 / double(document.bytes.size()), QStringLiteral("of 1 MB"),
-                      times.seconds[1] * 1e3 / double(usual.bytes.size()),
+            addLinear(u"the same, each KB of 20 MB"_s, times.seconds[0] * 1e3 / double(document.bytes.size()),
+                      u"of 1 MB"_s, times.seconds[1] * 1e3 / double(usual.bytes.size()),
                       times.ratios[1] * double(usual.bytes.size()) / double(document.bytes.size()));
     }
 }
@@ -186,10 +183,10 @@ void compareNesting() {
     const Document less{QString(), nestedElements(depth), QByteArray()};
     const Document more{QString(), nestedElements(10 * depth), QByteArray()};
     const Comparison times = sideBySide({convert(more), convert(less)}, {.seconds = 1.5});
-    addLinear(QStringLiteral("200,000 nested elements, each"), times.seconds[0] / (10 * depth),
-              QStringLiteral("of 20,000"), times.seconds[1] / depth, times.ratios[1] / 10);
+    addLinear(u"200,000 nested elements, each"_s, times.seconds[0] / (10 * depth), u"of 20,000"_s,
+              times.seconds[1] / depth, times.ratios[1] / 10);
     const QString html = nestedElements(depth);
-    compareAll({QStringLiteral("20,000 nested elements"), html, html.toUtf8()});
+    compareAll({u"20,000 nested elements"_s, html, html.toUtf8()});
 }
 
 } // namespace
@@ -197,7 +194,7 @@ void compareNesting() {
 void html() {
     for (const Program &program : programs)
         if (QStandardPaths::findExecutable(program.name).isEmpty())
-            addNote(program.name + QStringLiteral(" is not installed and is left out."));
+            addNote(program.name + u" is not installed and is left out."_s);
     compareWithAims();
     for (const qsizetype bytes : {10'000, 1'000'000, 20'000'000})
         compareAll(mail(bytes));

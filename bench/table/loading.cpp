@@ -20,7 +20,7 @@ using Figures = std::array<std::vector<double>, FigureCount>;
 
 void start(const QStringList &arguments, Figures &figures) {
     QProcess host;
-    host.start(QCoreApplication::applicationDirPath() + QStringLiteral("/bench_host"), arguments);
+    host.start(QCoreApplication::applicationDirPath() + u"/bench_host"_s, arguments);
     host.waitForFinished();
     const QByteArrayList words = host.readAllStandardOutput().simplified().split(' ');
     if (words.size() != FigureCount)
@@ -34,9 +34,8 @@ QString kilobytesText(double kilobytes) {
 }
 
 void addMemoryRow(const QString &what, double with, double without, bool hasAim) {
-    addRow(what, kilobytesText(with), QStringLiteral("the host alone: ") + kilobytesText(without),
-           QStringLiteral("+ ") + kilobytesText(with - without),
-           hasAim ? QStringLiteral("at most + 4 MB") : QString(),
+    addRow(what, kilobytesText(with), u"the host alone: "_s + kilobytesText(without),
+           u"+ "_s + kilobytesText(with - without), hasAim ? u"at most + 4 MB"_s : QString(),
            !hasAim                                              ? Reached::NoAim
            : (with - without) * 1024 <= allowedKilobytes * 1000 ? Reached::Yes
                                                                 : Reached::No);
@@ -46,7 +45,7 @@ void addMemoryRow(const QString &what, double with, double without, bool hasAim)
 
 void loading() {
     const PrivateDesktop desktop;
-    const QString calendar = desktop.path(QStringLiteral("my.ics"));
+    const QString calendar = desktop.path(u"my.ics"_s);
     QFile file(calendar);
     if (!file.open(QIODevice::WriteOnly))
         qFatal("the calendar cannot be written");
@@ -58,19 +57,18 @@ void loading() {
     start({calendar}, untimed);
     for (int round = 0; round < rounds; ++round) {
         start({calendar}, with);
-        start({QStringLiteral("--no-plugin"), calendar}, without);
+        start({u"--no-plugin"_s, calendar}, without);
     }
     const double loaded = median(with[Loaded]);
-    addRow(QStringLiteral("loading the plug-in"), timeText(loaded), QString(), QString(),
-           QStringLiteral("at most 15 ms"), loaded <= allowedSeconds ? Reached::Yes : Reached::No);
+    addRow(u"loading the plug-in"_s, timeText(loaded), QString(), QString(), u"at most 15 ms"_s,
+           loaded <= allowedSeconds ? Reached::Yes : Reached::No);
     const double added = median(with[Started]) - median(without[Started]);
-    addRow(QStringLiteral("the host until its window is drawn"), timeText(median(with[Started])),
-           QStringLiteral("without the plug-in: ") + timeText(median(without[Started])),
-           QStringLiteral("+ ") + timeText(qMax(added, 0.0)), QStringLiteral("at most + 15 ms"),
+    addRow(u"the host until its window is drawn"_s, timeText(median(with[Started])),
+           u"without the plug-in: "_s + timeText(median(without[Started])),
+           u"+ "_s + timeText(qMax(added, 0.0)), u"at most + 15 ms"_s,
            added <= allowedSeconds ? Reached::Yes : Reached::No);
-    addMemoryRow(QStringLiteral("resident memory of the host"), median(with[Memory]), median(without[Memory]),
-                 true);
-    addMemoryRow(QStringLiteral("the same with an editor open"), median(with[MemoryWithEditor]),
+    addMemoryRow(u"resident memory of the host"_s, median(with[Memory]), median(without[Memory]), true);
+    addMemoryRow(u"the same with an editor open"_s, median(with[MemoryWithEditor]),
                  median(without[MemoryWithEditor]), false);
 }
 

@@ -2,6 +2,7 @@
 // bench_table [section...]
 #include "bench/table/Rows.h"
 #include "bench/table/Sections.h"
+#include "platform/Literals.h"
 
 #include <QApplication>
 #include <QProcess>
@@ -29,7 +30,7 @@ constexpr Section parts[] = {
     {"echo-notifications", bench::echoNotifications},
 };
 
-const QString sectionOption = QStringLiteral("--section");
+const QString sectionOption = u"--section"_s;
 
 // Answers whether there is one of that name.
 bool runHere(const QString &name) {
@@ -44,7 +45,7 @@ bool runHere(const QString &name) {
 
 // What Qt's offscreen platform says of each window is of no use to anyone.
 void printMessage(QtMsgType, const QMessageLogContext &, const QString &text) {
-    if (!text.contains(QStringLiteral("propagateSizeHints")))
+    if (!text.contains(u"propagateSizeHints"_s))
         std::fprintf(stderr, "%s\n", qPrintable(text));
 }
 

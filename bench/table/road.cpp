@@ -5,10 +5,10 @@
 #include "bench/table/Sections.h"
 #include "bench/table/SideBySide.h"
 #include "platform/services/Services.h"
-#include "plugin/link/localizedString.h"
 #include "plugin/load/pluginLoad.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
 #include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
+#include "plugin/util/localizedString.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/HostApplication.h"
 
@@ -90,8 +90,7 @@ class Traffic {
 public:
     Traffic() {
         m_monitor.setStandardErrorFile(QProcess::nullDevice());
-        m_monitor.start(QStringLiteral("dbus-monitor"),
-                        {QStringLiteral("--session"), QStringLiteral("--profile")});
+        m_monitor.start(u"dbus-monitor"_s, {u"--session"_s, u"--profile"_s});
         m_monitor.waitForReadyRead(patience);
         QTest::qWait(200);
         m_monitor.readAll();
@@ -119,7 +118,7 @@ class Host {
 public:
     explicit Host(const PrivateDesktop &desktop)
         : m_host(options(desktop)) {
-        QFile file(desktop.path(QStringLiteral("my.ics")));
+        QFile file(desktop.path(u"my.ics"_s));
         if (!file.open(QIODevice::WriteOnly) || file.write(calendarText()) < 0)
             qFatal("the calendar cannot be written");
         file.close();
@@ -139,7 +138,7 @@ public:
         const auto *strip = dynamic_cast<vlActionAdditionView *>(
             vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(editor));
         waitFor("the buttons", [strip] { return strip->uiStatus() == StripState::NoMeeting; });
-        QString add = vlLocalizedString(QStringLiteral("AddVelaButton"));
+        QString add = vlLocalizedString(u"AddVelaButton"_s);
         add.remove(u'&');
         double before = 0, sheet = 0, meeting = 0;
         Cost cost = spent([&] {
@@ -165,8 +164,7 @@ public:
     Cost saveAlone() {
         mailhost::EditorWindow *editor = openNext();
         const Cost cost = spent([&] {
-            editor->findChild<QLineEdit *>(mailhost::controls::subjectField)
-                ->setText(QStringLiteral("Renamed"));
+            editor->findChild<QLineEdit *>(mailhost::controls::subjectField)->setText(u"Renamed"_s);
             editor->viewController()->setIsDirty(true);
             save(editor);
         });
@@ -177,11 +175,11 @@ public:
 private:
     static mailhost::HostOptions options(const PrivateDesktop &desktop) {
         mailhost::HostOptions options;
-        options.calendarPath = desktop.path(QStringLiteral("my.ics"));
-        options.documentsFolder = desktop.path(QStringLiteral("Documents"));
-        options.defaultsFolder = desktop.path(QStringLiteral("defaults"));
-        options.outbox = desktop.path(QStringLiteral("outbox"));
-        options.accounts = {{QStringLiteral("Ada Example"), QStringLiteral("ada@parlo.example")}};
+        options.calendarPath = desktop.path(u"my.ics"_s);
+        options.documentsFolder = desktop.path(u"Documents"_s);
+        options.defaultsFolder = desktop.path(u"defaults"_s);
+        options.outbox = desktop.path(u"outbox"_s);
+        options.accounts = {{u"Ada Example"_s, u"ada@parlo.example"_s}};
         options.today = today;
         return options;
     }
@@ -195,7 +193,7 @@ private:
     }
     static QPushButton *confirmButton() {
         for (QWidget *window : QApplication::topLevelWidgets())
-            if (auto *button = window->findChild<QPushButton *>(QStringLiteral("buttonContinue"));
+            if (auto *button = window->findChild<QPushButton *>(u"buttonContinue"_s);
                 button && button->isVisible())
                 return button;
         return nullptr;
@@ -205,8 +203,7 @@ private:
         waitFor("the save", [editor] { return !editor->viewController()->isDirty(); });
     }
     mailhost::EditorWindow *openNext() {
-        mailhost::EditorWindow *editor =
-            m_host.openEditorFor(QStringLiteral("%1@road").arg(m_next++))->editorWindow();
+        mailhost::EditorWindow *editor = m_host.openEditorFor(u"%1@road"_s.arg(m_next++))->editorWindow();
         QTest::qWait(20); // all that follows an opening is not measured
         return editor;
     }
@@ -221,17 +218,16 @@ private:
 
 void addCostRow(const QString &what, double ours, int trips, double echo) {
     const double others = trips * echo;
-    addRow(what, timeText(ours), QStringLiteral("%1 bare echoes: ").arg(trips) + timeText(others),
-           QStringLiteral("+ ") + timeText(qMax(ours - others, 0.0)), QStringLiteral("at most + 10 ms"),
+    addRow(what, timeText(ours), u"%1 bare echoes: "_s.arg(trips) + timeText(others),
+           u"+ "_s + timeText(qMax(ours - others, 0.0)), u"at most + 10 ms"_s,
            ours - others <= allowance ? Reached::Yes : Reached::No);
 }
 
 void walk(const QString &files) {
     const PrivateDesktop desktop;
     Host host(desktop);
-    const Program client(QStringLiteral("parlo-client"), QStringLiteral("com.parlo.meetings"),
-                         {QStringLiteral("--background"), QStringLiteral("--data"),
-                          desktop.path(QStringLiteral("meetings.json"))});
+    const Program client(u"parlo-client"_s, u"com.parlo.meetings"_s,
+                         {u"--background"_s, u"--data"_s, desktop.path(u"meetings.json"_s)});
     BareEcho echo;
     host.addAndSave(); // the first one of a program loads and asks what later ones know
     int trips = 0;
@@ -256,9 +252,9 @@ void walk(const QString &files) {
             echoes.push_back(double(timer.nsecsElapsed()) * 1e-9);
         }
     }
-    addCostRow(QStringLiteral("add a meeting and save: processor time of the host") + files,
-               median(processors), trips, median(echoes));
-    addCostRow(QStringLiteral("add a meeting and save: from click to saved") + files, median(walls), trips,
+    addCostRow(u"add a meeting and save: processor time of the host"_s + files, median(processors), trips,
+               median(echoes));
+    addCostRow(u"add a meeting and save: from click to saved"_s + files, median(walls), trips,
                median(echoes));
     const auto addPart = [](const char *what, double seconds) {
         addRow(QString::fromLatin1(what), timeText(seconds), QString(), QString(), QString(), Reached::NoAim);
@@ -277,7 +273,7 @@ void road() {
 // Without the disk, which the host, the client and the settings wait for with each file that they write.
 void roadInMemory() {
     qputenv("TMPDIR", "/dev/shm");
-    walk(QStringLiteral(", files in memory"));
+    walk(u", files in memory"_s);
 }
 
 } // namespace bench

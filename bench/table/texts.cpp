@@ -3,7 +3,7 @@
 #include "bench/table/Sections.h"
 #include "bench/table/SideBySide.h"
 #include "plugin/host/body/vlBodyHelper.h"
-#include "plugin/link/vlMD5.h"
+#include "plugin/util/vlMD5.h"
 
 #if PARLO_BENCH_OPENSSL
 #include <openssl/evp.h>
@@ -18,14 +18,12 @@ enum class Urls { Different, Alike, Chained };
 QString textWith(int count, Urls kind) {
     QString text;
     for (int i = 0; i < count; ++i) {
-        const QString name = kind == Urls::Alike ? QStringLiteral("the-same") : QString::number(i);
-        text +=
-            QStringLiteral("Item %1 of the agenda, with what was said of it the last time, is found under "
-                           "https://meetings.parlo.example/%2/%3")
-                .arg(QString::number(i), name, QString(i % 40, u'x'));
+        const QString name = kind == Urls::Alike ? u"the-same"_s : QString::number(i);
+        text += u"Item %1 of the agenda, with what was said of it the last time, is found under "
+                "https://meetings.parlo.example/%2/%3"_s.arg(QString::number(i), name, QString(i % 40, u'x'));
         // One address begins inside another, and the line has not ended yet.
-        text += kind == Urls::Chained ? QStringLiteral("?from=http://other.example/%1").arg(i) : QString();
-        text += QStringLiteral(" or in the room.\r\n");
+        text += kind == Urls::Chained ? u"?from=http://other.example/%1"_s.arg(i) : QString();
+        text += u" or in the room.\r\n"_s;
     }
     return text;
 }
@@ -36,7 +34,7 @@ Work convert(const QString &text) {
 
 void compareLinks(const QString &what, Urls kind) {
     for (const int count : {1, 100})
-        addRow(QStringLiteral("text with URLs (%2), %1 of them").arg(QString::number(count), what),
+        addRow(u"text with URLs (%2), %1 of them"_s.arg(QString::number(count), what),
                timeText(sideBySide({convert(textWith(count, kind))}).seconds[0]), QString(), QString(),
                QString(), Reached::NoAim);
 }
@@ -61,9 +59,9 @@ QByteArray withOurs(const QByteArray &bytes) {
 } // namespace
 
 void links() {
-    compareLinks(QStringLiteral("different"), Urls::Different);
-    compareLinks(QStringLiteral("all alike"), Urls::Alike);
-    compareLinks(QStringLiteral("one in another"), Urls::Chained);
+    compareLinks(u"different"_s, Urls::Different);
+    compareLinks(u"all alike"_s, Urls::Alike);
+    compareLinks(u"one in another"_s, Urls::Chained);
 }
 
 void digests() {
@@ -74,10 +72,9 @@ void digests() {
     const Comparison times =
         sideBySide({repeating([&] { keep(withOurs(bytes)); }), repeating([&] { keep(withOpenssl(bytes)); })},
                    {.seconds = 2});
-    addRatio(QStringLiteral("MD5 of 1 MB"), times.seconds[0], QStringLiteral("OpenSSL"), times.seconds[1],
-             times.ratios[1], 1.15);
+    addRatio(u"MD5 of 1 MB"_s, times.seconds[0], u"OpenSSL"_s, times.seconds[1], times.ratios[1], 1.15);
 #else
-    addNote(QStringLiteral("OpenSSL's library is not installed and is left out."));
+    addNote(u"OpenSSL's library is not installed and is left out."_s);
     (void)withOurs({});
 #endif
 }

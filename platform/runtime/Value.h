@@ -1,6 +1,8 @@
 // Values that travel between host and plug-in, and the questions that may be asked of any of them.
 #pragma once
 
+#include "platform/Literals.h"
+
 #include <QString>
 #include <QVariant>
 #include <QVariantMap>

@@ -1,9 +1,9 @@
-#include "platform/services/DesktopNotifications.h"
-#include "platform/services/DesktopWorkspace.h"
-#include "platform/services/FileUserDefaults.h"
-#include "platform/services/QtRunLoop.h"
 #include "platform/services/Services.h"
-#include "platform/services/SessionBus.h"
+#include "platform/services/bus/DesktopNotifications.h"
+#include "platform/services/bus/SessionBus.h"
+#include "platform/services/runloop/QtRunLoop.h"
+#include "platform/services/storage/FileUserDefaults.h"
+#include "platform/services/workspace/DesktopWorkspace.h"
 
 #include <QStandardPaths>
 
@@ -11,9 +11,9 @@ namespace platform {
 
 namespace {
 
-const QString installedRoot = QStringLiteral("/opt/parlo");
+const QString installedRoot = u"/opt/parlo"_s;
 const QString installedResources =
-    QStringLiteral("/Users/Shared/ParloMeetingsOutlookPlugin/ParloMeetings.bundle/Contents/Resources");
+    u"/Users/Shared/ParloMeetingsOutlookPlugin/ParloMeetings.bundle/Contents/Resources"_s;
 
 QString rootOf(const DesktopOptions &options) {
     if (!options.rootFolder.isEmpty())
@@ -25,7 +25,7 @@ QString rootOf(const DesktopOptions &options) {
 QString defaultsFolderOf(const DesktopOptions &options) {
     if (!options.defaultsFolder.isEmpty())
         return options.defaultsFolder;
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + QStringLiteral("/parlo");
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/parlo"_s;
 }
 
 } // namespace

@@ -1,12 +1,12 @@
 // The one place through which everything that the desktop gives is reached.
 #pragma once
 
-#include "platform/services/Bundle.h"
-#include "platform/services/HtmlImporter.h"
-#include "platform/services/Notifications.h"
-#include "platform/services/RunLoop.h"
-#include "platform/services/Storage.h"
-#include "platform/services/Workspace.h"
+#include "platform/services/bundle/Bundle.h"
+#include "platform/services/bus/Notifications.h"
+#include "platform/services/html/HtmlImporter.h"
+#include "platform/services/runloop/RunLoop.h"
+#include "platform/services/storage/Storage.h"
+#include "platform/services/workspace/Workspace.h"
 
 #include <QVariantMap>
 #include <memory>

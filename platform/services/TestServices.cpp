@@ -1,9 +1,9 @@
 #include "platform/services/TestServices.h"
 
-#include "platform/services/DefaultsRules.h"
-#include "platform/services/InterfaceLoader.h"
-#include "platform/services/NotificationLimits.h"
-#include "platform/services/RootFolder.h"
+#include "platform/services/bundle/InterfaceLoader.h"
+#include "platform/services/bus/NotificationLimits.h"
+#include "platform/services/storage/DefaultsRules.h"
+#include "platform/services/workspace/RootFolder.h"
 
 #include <QFileInfo>
 #include <QImage>
@@ -59,7 +59,7 @@ void MemoryNotificationBus::post(const QString &name, const QString &sender, con
     m_posted.append({name, sender, userInfo, deliverImmediately});
     TextMap arriving = userInfo;
     for (QString &value : arriving) {
-        value = value.isNull() ? QStringLiteral("") : carriedText(value); // a wire knows no null text
+        value = value.isNull() ? u""_s : carriedText(value); // a wire knows no null text
     }
     m_runLoop.callAfter(0, [this, alive = std::weak_ptr<bool>(m_alive), name, arriving] {
         if (!alive.expired())

@@ -76,8 +76,8 @@ public:
     };
 
     QString root; // prefixed to absolute bundle paths by resolve(); empty: nothing is prefixed
-    QString home = QStringLiteral("/home/test");
-    QString documents = QStringLiteral("/nonexistent");
+    QString home = u"/home/test"_s;
+    QString documents = u"/nonexistent"_s;
     int version = 0x1068;
     QList<BundleEntry> bundles;
     QStringList running;

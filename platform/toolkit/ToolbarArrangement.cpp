@@ -10,19 +10,19 @@ namespace platform {
 
 namespace {
 
-const QString keyItems = QStringLiteral("items");
-const QString keyDisplayMode = QStringLiteral("displayMode");
+const QString keyItems = u"items"_s;
+const QString keyDisplayMode = u"displayMode"_s;
 
 QString nameOf(ToolbarDisplayMode mode) {
     switch (mode) {
     case ToolbarDisplayMode::IconOnly:
-        return QStringLiteral("icon");
+        return u"icon"_s;
     case ToolbarDisplayMode::TextOnly:
-        return QStringLiteral("text");
+        return u"text"_s;
     case ToolbarDisplayMode::IconAndText:
         break;
     }
-    return QStringLiteral("iconAndText");
+    return u"iconAndText"_s;
 }
 
 ToolbarDisplayMode modeNamed(const QString &name) {
@@ -87,7 +87,7 @@ void ToolbarArrangement::forget() {
 }
 
 QString ToolbarArrangement::key() const {
-    return QStringLiteral("Toolbar ") + m_identifier;
+    return u"Toolbar "_s + m_identifier;
 }
 
 void ToolbarArrangement::read() {

@@ -14,19 +14,19 @@ namespace platform {
 
 // The object names of its controls.
 namespace customization {
-inline const QString sheet = QStringLiteral("toolbarCustomizationSheet");
-inline const QString palette = QStringLiteral("toolbarPalette");
-inline const QString arrangement = QStringLiteral("toolbarArrangement");
-inline const QString addButton = QStringLiteral("toolbarAddButton");
-inline const QString removeButton = QStringLiteral("toolbarRemoveButton");
-inline const QString earlierButton = QStringLiteral("toolbarEarlierButton");
-inline const QString laterButton = QStringLiteral("toolbarLaterButton");
-inline const QString displayMode = QStringLiteral("toolbarDisplayMode");
-inline const QString restoreButton = QStringLiteral("toolbarRestoreButton");
-inline const QString doneButton = QStringLiteral("toolbarDoneButton");
+inline const QString sheet = u"toolbarCustomizationSheet"_s;
+inline const QString palette = u"toolbarPalette"_s;
+inline const QString arrangement = u"toolbarArrangement"_s;
+inline const QString addButton = u"toolbarAddButton"_s;
+inline const QString removeButton = u"toolbarRemoveButton"_s;
+inline const QString earlierButton = u"toolbarEarlierButton"_s;
+inline const QString laterButton = u"toolbarLaterButton"_s;
+inline const QString displayMode = u"toolbarDisplayMode"_s;
+inline const QString restoreButton = u"toolbarRestoreButton"_s;
+inline const QString doneButton = u"toolbarDoneButton"_s;
 } // namespace customization
 
-inline const QString toolbarItemMimeType = QStringLiteral("application/x-parlo-toolbar-item");
+inline const QString toolbarItemMimeType = u"application/x-parlo-toolbar-item"_s;
 
 // A list whose rows can be dragged to the other list or, in the arrangement, to another place.
 class ToolbarItemList : public QListWidget {

@@ -23,7 +23,7 @@ QString withoutMnemonic(const QString &text) {
 }
 
 ToolbarItem::ToolbarItem(const QString &identifier, rt::Class *isa)
-    : rt::Object(isa ? isa : rt::defineClass(QStringLiteral("ToolbarItem")))
+    : rt::Object(isa ? isa : rt::defineClass(u"ToolbarItem"_s))
     , m_identifier(identifier) {}
 
 ToolbarItem::~ToolbarItem() = default;

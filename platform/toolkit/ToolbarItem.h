@@ -15,9 +15,9 @@ namespace platform {
 
 // Items that every tool-bar has by itself. They are never asked of the delegate and may stand in a tool-bar
 // more than once.
-inline const QString toolbarFlexibleSpaceIdentifier = QStringLiteral("NSToolbarFlexibleSpaceItem");
-inline const QString toolbarFixedSpaceIdentifier = QStringLiteral("NSToolbarSpaceItem");
-inline const QString toolbarSeparatorIdentifier = QStringLiteral("NSToolbarSeparatorItem");
+inline const QString toolbarFlexibleSpaceIdentifier = u"NSToolbarFlexibleSpaceItem"_s;
+inline const QString toolbarFixedSpaceIdentifier = u"NSToolbarSpaceItem"_s;
+inline const QString toolbarSeparatorIdentifier = u"NSToolbarSeparatorItem"_s;
 [[nodiscard]] bool isStandardToolbarIdentifier(const QString &identifier);
 
 // One item may stand in many tool-bars at once: each shows it by a control of its own, and what is changed

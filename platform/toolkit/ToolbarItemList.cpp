@@ -36,7 +36,7 @@ QIcon standardIcon(const QString &identifier, const QPalette &palette) {
 QString titleOf(const ToolbarItem &item) {
     const QString label = withoutMnemonic(item.label());
     const QString palette = item.paletteLabel();
-    return label.isEmpty() || palette == label ? palette : palette + QStringLiteral(" – ") + label;
+    return label.isEmpty() || palette == label ? palette : palette + u" – "_s + label;
 }
 
 } // namespace

@@ -36,13 +36,13 @@ ToolbarRow::ToolbarRow(QWidget *parent)
     , m_overflowMenu(new QMenu(m_overflow)) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     m_overflow->setObjectName(toolbarOverflowButtonName);
-    m_overflow->setText(QStringLiteral("»"));
+    m_overflow->setText(u"»"_s);
     m_overflow->setToolTip(tr("More items"));
     m_overflow->setAccessibleName(tr("More items"));
     m_overflow->setAutoRaise(true);
     m_overflow->setFocusPolicy(Qt::TabFocus);
     m_overflow->setPopupMode(QToolButton::InstantPopup);
-    m_overflow->setStyleSheet(QStringLiteral("QToolButton::menu-indicator { image: none; }"));
+    m_overflow->setStyleSheet(u"QToolButton::menu-indicator { image: none; }"_s);
     m_overflow->setMenu(m_overflowMenu);
     m_overflow->hide();
     connect(m_overflowMenu, &QMenu::aboutToShow, this, &ToolbarRow::fillOverflowMenu);

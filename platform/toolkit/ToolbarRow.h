@@ -10,7 +10,7 @@
 
 namespace platform {
 
-inline const QString toolbarOverflowButtonName = QStringLiteral("toolbarOverflowButton");
+inline const QString toolbarOverflowButtonName = u"toolbarOverflowButton"_s;
 
 class ToolbarRow : public QWidget {
     Q_OBJECT

@@ -132,7 +132,7 @@ QString textFieldValue(const QWidget *field) {
         return {};
     const auto *label = qobject_cast<const QLabel *>(field);
     const QString text = label ? label->text() : static_cast<const QLineEdit *>(field)->text();
-    return text.isNull() ? QStringLiteral("") : text;
+    return text.isNull() ? u""_s : text;
 }
 
 void setTextFieldValue(QWidget *field, const QString &text) {

@@ -17,8 +17,8 @@ namespace {
 constexpr double yWithTimeZoneRow = 13.0;
 constexpr double yWithoutTimeZoneRow = -10.0;
 
-const QString timeZoneLabel = QStringLiteral("Time zone:");
-const QString keySubview = QStringLiteral("subview");
+const QString timeZoneLabel = u"Time zone:"_s;
+const QString keySubview = u"subview"_s;
 
 // A header is drawn often: its classes are looked up once. A class that exists stays.
 template<const char *Name>

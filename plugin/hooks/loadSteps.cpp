@@ -3,17 +3,17 @@
 #include "plugin/hooks/hookGuard.h"
 #include "plugin/hooks/hookTable.h"
 #include "plugin/hooks/vlHookERageMainWindowController.h"
-#include "plugin/link/localizedString.h"
-#include "plugin/link/vlAppHelper.h"
-#include "plugin/link/vlGetClientVersionHelper.h"
+#include "plugin/link/discovery/vlAppHelper.h"
+#include "plugin/link/discovery/vlGetClientVersionHelper.h"
 #include "plugin/ui/dialogs/vlAlertHelper.h"
 #include "plugin/ui/toolbar/vlCommandItemMgr.h"
+#include "plugin/util/localizedString.h"
 
 namespace {
 
 using enum HookRowName;
 
-const QString keyHostTooOld = QStringLiteral("OutlookVersionLowerThan1414");
+const QString keyHostTooOld = u"OutlookVersionLowerThan1414"_s;
 
 bool hostIsSupported() {
     return vlAppHelper::sharedInstance().isSupportedOutlookVersion();

@@ -1,15 +1,15 @@
 #include "plugin/link/linkSession.h"
 
-#include "plugin/link/CVlGetMeetingProtoParse.h"
-#include "plugin/link/CVlGetPACProtoParse.h"
-#include "plugin/link/RequestOwner.h"
-#include "plugin/link/sharedObject.h"
-#include "plugin/link/vlAPIMgr.h"
-#include "plugin/link/vlAPIStartMeeting.h"
-#include "plugin/link/vlGetClientVersionHelper.h"
-#include "plugin/link/vlGetMeetingHelper.h"
-#include "plugin/link/vlGetPACHelper.h"
-#include "plugin/link/vlUserProfileHelper.h"
+#include "plugin/link/discovery/vlGetClientVersionHelper.h"
+#include "plugin/link/readers/CVlGetMeetingProtoParse.h"
+#include "plugin/link/readers/CVlGetPACProtoParse.h"
+#include "plugin/link/readers/vlGetMeetingHelper.h"
+#include "plugin/link/readers/vlGetPACHelper.h"
+#include "plugin/link/readers/vlUserProfileHelper.h"
+#include "plugin/link/requests/RequestOwner.h"
+#include "plugin/link/requests/vlAPIMgr.h"
+#include "plugin/link/requests/vlAPIStartMeeting.h"
+#include "plugin/util/sharedObject.h"
 
 void startLinkAfresh() {
     RequestOwner::setNobody(std::make_shared<RequestOwner>());

@@ -1,8 +1,8 @@
 #include "plugin/link/vlCommon.h"
 
 #include "platform/services/Services.h"
-#include "plugin/link/vlAppHelper.h"
-#include "plugin/link/vlUserProfileHelper.h"
+#include "plugin/link/discovery/vlAppHelper.h"
+#include "plugin/link/readers/vlUserProfileHelper.h"
 #include "plugin/util/vlFileUtils.h"
 
 QString vlCommon::getDocumentOutlookPluginRootPath() {
@@ -22,9 +22,9 @@ QString vlCommon::getUID() {
 
 QString vlCommon::getVlUserProfilePath(const QString &userId) {
     if (userId.isNull())
-        return QStringLiteral("");
+        return u""_s;
     // The id is the client's; whatever it is, it names one file in this folder.
     QString name = userId;
-    name.replace(u'/', QStringLiteral("%2F"));
-    return getDocumentOutlookPluginRootPath() + u'/' + name + QStringLiteral(".txt");
+    name.replace(u'/', u"%2F"_s);
+    return getDocumentOutlookPluginRootPath() + u'/' + name + u".txt"_s;
 }

@@ -1,14 +1,14 @@
 #include "plugin/link/vlMeetingCommon.h"
 
-#include "plugin/link/CVlGetPACProtoParse.h"
 #include "plugin/link/meetingKeys.h"
+#include "plugin/link/readers/CVlGetPACProtoParse.h"
 #include "plugin/link/vlCommon.h"
 #include "plugin/util/vlOLUtils.h"
 
 #include <QVariantMap>
 
 namespace {
-const QString fileName = QStringLiteral("vlConfig.txt");
+const QString fileName = u"vlConfig.txt"_s;
 }
 
 QString vlMeetingCommon::getLocalVlSiteConfigPath() {

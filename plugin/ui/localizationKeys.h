@@ -1,58 +1,60 @@
 // The keys of every text that this room shows, in the table Localizable_prl.
 #pragma once
 
+#include "platform/Literals.h"
+
 #include <QString>
 
 namespace uiKeys {
 
 // The strip of an appointment editor.
-inline const QString addButton = QStringLiteral("AddVelaButton");
-inline const QString cancelButton = QStringLiteral("CancelVelaButton");
-inline const QString changeSettingButton = QStringLiteral("ChangeSettingButton");
-inline const QString addPACButton = QStringLiteral("AddPACButton");
-inline const QString account1 = QStringLiteral("Account1");
-inline const QString account2 = QStringLiteral("Account2");
-inline const QString notAllowChangeSettingsTip = QStringLiteral("NotAllowChangeVelaSettingsTip");
-inline const QString notSupportPACForOnBehalf = QStringLiteral("NotSupportPACForOnBehalf");
+inline const QString addButton = u"AddVelaButton"_s;
+inline const QString cancelButton = u"CancelVelaButton"_s;
+inline const QString changeSettingButton = u"ChangeSettingButton"_s;
+inline const QString addPACButton = u"AddPACButton"_s;
+inline const QString account1 = u"Account1"_s;
+inline const QString account2 = u"Account2"_s;
+inline const QString notAllowChangeSettingsTip = u"NotAllowChangeVelaSettingsTip"_s;
+inline const QString notSupportPACForOnBehalf = u"NotSupportPACForOnBehalf"_s;
 
 // The settings sheet.
-inline const QString settingWindowTitle = QStringLiteral("SettingWindowTitle");
-inline const QString videoBox = QStringLiteral("HostvideoBoxTitle");
-inline const QString audioBox = QStringLiteral("AudioOption");
-inline const QString meetingBox = QStringLiteral("MeetingOption");
-inline const QString videoHost = QStringLiteral("Video_Host");
-inline const QString videoParticipant = QStringLiteral("Video_Paticipant");
-inline const QString radioOn = QStringLiteral("RadioButton_On");
-inline const QString radioOff = QStringLiteral("RadioButton_Off");
-inline const QString audioTelephony = QStringLiteral("Audio_Telephony");
-inline const QString audioVoip = QStringLiteral("Audio_Voip");
-inline const QString audioBoth = QStringLiteral("Audio_Both");
-inline const QString audioThirdParty = QStringLiteral("Audio_ThirdParty");
-inline const QString requiredPassword = QStringLiteral("RequirdMeetingPassword");
-inline const QString joinBeforeHost = QStringLiteral("EnableJoinBeforeHost");
-inline const QString usePersonalMeetingID = QStringLiteral("UsePersonalMeetingID");
-inline const QString notShowAgain = QStringLiteral("SaveDataTitle");
-inline const QString buttonContinue = QStringLiteral("Button_Continue");
-inline const QString buttonCancel = QStringLiteral("Button_Cancel");
-inline const QString onBehalfInfo = QStringLiteral("OnBehalfInfo"); // one "%@": a person's name
+inline const QString settingWindowTitle = u"SettingWindowTitle"_s;
+inline const QString videoBox = u"HostvideoBoxTitle"_s;
+inline const QString audioBox = u"AudioOption"_s;
+inline const QString meetingBox = u"MeetingOption"_s;
+inline const QString videoHost = u"Video_Host"_s;
+inline const QString videoParticipant = u"Video_Paticipant"_s;
+inline const QString radioOn = u"RadioButton_On"_s;
+inline const QString radioOff = u"RadioButton_Off"_s;
+inline const QString audioTelephony = u"Audio_Telephony"_s;
+inline const QString audioVoip = u"Audio_Voip"_s;
+inline const QString audioBoth = u"Audio_Both"_s;
+inline const QString audioThirdParty = u"Audio_ThirdParty"_s;
+inline const QString requiredPassword = u"RequirdMeetingPassword"_s;
+inline const QString joinBeforeHost = u"EnableJoinBeforeHost"_s;
+inline const QString usePersonalMeetingID = u"UsePersonalMeetingID"_s;
+inline const QString notShowAgain = u"SaveDataTitle"_s;
+inline const QString buttonContinue = u"Button_Continue"_s;
+inline const QString buttonCancel = u"Button_Cancel"_s;
+inline const QString onBehalfInfo = u"OnBehalfInfo"_s; // one "%@": a person's name
 
 // The tool-bar of the main window.
-inline const QString palletLabel = QStringLiteral("VlPalletLabel");
-inline const QString instantMeetingLabel = QStringLiteral("InstantMeetingLabel");
-inline const QString instantMeetingTooltip = QStringLiteral("InstantMeetingTooltip");
-inline const QString startWithVideo = QStringLiteral("StartWithVideo");
-inline const QString startWithoutVideo = QStringLiteral("StartWithoutVideo");
-inline const QString scheduleMeetingLabel = QStringLiteral("ScheduleMeetingLabel");
-inline const QString scheduleMeetingTooltip = QStringLiteral("ScheduleMeetingTooltip");
-inline const QString schedulePACMeetingLabel = QStringLiteral("SchedulePACMeetingLabel");
-inline const QString schedulePACMeetingTooltip = QStringLiteral("SchedulePACMeetingTooltip");
-inline const QString openLogFolderLabel = QStringLiteral("OpenLogFolderLabel");
-inline const QString openLogFolderTooltip = QStringLiteral("OpenLogFolderTooltip");
+inline const QString palletLabel = u"VlPalletLabel"_s;
+inline const QString instantMeetingLabel = u"InstantMeetingLabel"_s;
+inline const QString instantMeetingTooltip = u"InstantMeetingTooltip"_s;
+inline const QString startWithVideo = u"StartWithVideo"_s;
+inline const QString startWithoutVideo = u"StartWithoutVideo"_s;
+inline const QString scheduleMeetingLabel = u"ScheduleMeetingLabel"_s;
+inline const QString scheduleMeetingTooltip = u"ScheduleMeetingTooltip"_s;
+inline const QString schedulePACMeetingLabel = u"SchedulePACMeetingLabel"_s;
+inline const QString schedulePACMeetingTooltip = u"SchedulePACMeetingTooltip"_s;
+inline const QString openLogFolderLabel = u"OpenLogFolderLabel"_s;
+inline const QString openLogFolderTooltip = u"OpenLogFolderTooltip"_s;
 
 // Dialogs.
-inline const QString buttonLaunchClient = QStringLiteral("Button_LaunchClient");
-inline const QString buttonOKGot = QStringLiteral("Button_OKGot");
-inline const QString removeMeetingForOther = QStringLiteral("RemoveVelaMeetingForOther");
-inline const QString communicationProgress = QStringLiteral("CommunicationProgressTitle");
+inline const QString buttonLaunchClient = u"Button_LaunchClient"_s;
+inline const QString buttonOKGot = u"Button_OKGot"_s;
+inline const QString removeMeetingForOther = u"RemoveVelaMeetingForOther"_s;
+inline const QString communicationProgress = u"CommunicationProgressTitle"_s;
 
 } // namespace uiKeys

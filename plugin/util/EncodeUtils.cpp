@@ -1,5 +1,7 @@
 #include "plugin/util/EncodeUtils.h"
 
+#include "platform/Literals.h"
+
 #include <QStringDecoder>
 
 namespace {
@@ -25,7 +27,7 @@ QString EncodeUtils::base64Decode(const QString &text) {
     if (bytes.isNull())
         return {};
     if (bytes.isEmpty())
-        return QStringLiteral("");
+        return u""_s;
     QStringDecoder decoder(QStringDecoder::Utf8,
                            QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
     const QString decoded = decoder(bytes);

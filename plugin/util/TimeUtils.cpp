@@ -1,12 +1,14 @@
 #include "plugin/util/TimeUtils.h"
 
+#include "platform/Literals.h"
+
 #include <limits>
 
 namespace {
 
-const QString dateForm = QStringLiteral("yyyy-MM-dd");
-const QString timeForm = QStringLiteral("HH:mm:ss");
-const QString textForm = QStringLiteral("yyyy-MM-dd HH:mm:ss");
+const QString dateForm = u"yyyy-MM-dd"_s;
+const QString timeForm = u"HH:mm:ss"_s;
+const QString textForm = u"yyyy-MM-dd HH:mm:ss"_s;
 constexpr qint64 millisecondsPerSecond = 1000;
 constexpr qint64 largestTimestamp = std::numeric_limits<qint64>::max() / millisecondsPerSecond;
 

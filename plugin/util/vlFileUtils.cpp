@@ -9,8 +9,8 @@
 
 namespace {
 
-const QString infoPlistOfBundle = QStringLiteral("/Contents/Info.plist");
-const QString bundleVersionKey = QStringLiteral("CFBundleVersion");
+const QString infoPlistOfBundle = u"/Contents/Info.plist"_s;
+const QString bundleVersionKey = u"CFBundleVersion"_s;
 
 bool isDeletable(const QFileInfo &item) {
     return QFileInfo(item.absolutePath()).isWritable();
@@ -66,7 +66,7 @@ QString vlGetFileVersion(const QString &path) {
     const rt::Value list =
         services.propertyLists->read(services.workspace->resolve(path + infoPlistOfBundle));
     const QString version = rt::textValue(rt::mapValue(list).value(bundleVersionKey));
-    return version.isNull() ? QStringLiteral("") : version;
+    return version.isNull() ? u""_s : version;
 }
 
 qint32 vlGetFileSizeFromPath(const QString &path) {

@@ -34,7 +34,7 @@ QStringView trimmedWhile(QStringView text, Predicate belongs) {
 }
 
 QString ownText(QStringView text) {
-    return text.isEmpty() ? QStringLiteral("") : text.toString();
+    return text.isEmpty() ? u""_s : text.toString();
 }
 
 } // namespace
@@ -86,7 +86,7 @@ QString vlOLUtils::trimAllSpace(const QString &text) {
     if (text.isNull())
         return {};
     QStringView rest = trimmedWhile(text, isBlank);
-    QString result = QStringLiteral("");
+    QString result = u""_s;
     while (!rest.isEmpty()) {
         qsizetype begin = 0;
         while (begin < rest.size() && isBlankOrLineBreak(rest[begin]))
@@ -117,10 +117,10 @@ QString vlOLUtils::readStrFromFile(const QString &path) {
     if (path.isNull())
         return {};
     if (path.isEmpty())
-        return QStringLiteral("");
+        return u""_s;
     const QVariantList stored = rt::listValue(platform::services().propertyLists->read(path));
     const QString text = stored.isEmpty() ? QString() : rt::textValue(stored.last());
-    return text.isNull() ? QStringLiteral("") : text;
+    return text.isNull() ? u""_s : text;
 }
 
 bool vlOLUtils::isNullString(const rt::Value &value) {

@@ -1,8 +1,8 @@
 #include "plugin/workflow/CalendarChanges.h"
 
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/sharedObject.h"
-#include "plugin/link/vlAPIMgr.h"
+#include "plugin/link/requests/vlAPIMgr.h"
+#include "plugin/util/sharedObject.h"
 #include "plugin/workflow/storedRecord.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
 #include "plugin/workflow/vlMeetingWindows.h"
@@ -17,7 +17,7 @@ constexpr int clientNotReached = 1;
 QString meetingKeyIn(const QVariantMap &snapshot) {
     const QVariantMap record = storedRecord(rt::textValue(snapshot.value(vl_ApptInfo_VlOIProperty)));
     const QString key = rt::textValue(record.value(vl_OLProperty_MeetingKey));
-    return key.isNull() ? QStringLiteral("") : key;
+    return key.isNull() ? u""_s : key;
 }
 
 // What an editor has sent before the change, or sends of it while the client still has the change to come,

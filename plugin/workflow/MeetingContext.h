@@ -2,7 +2,7 @@
 #pragma once
 
 #include "plugin/host/adapters/vlOLWordMailEditor.h"
-#include "plugin/link/RequestOwner.h"
+#include "plugin/link/requests/RequestOwner.h"
 #include "plugin/workflow/PendingWriteBack.h"
 #include "plugin/workflow/vlMeetingState.h"
 

@@ -4,7 +4,7 @@
 #include "plugin/link/meetingKeys.h"
 
 namespace {
-const QString resourceType = QStringLiteral("2");
+const QString resourceType = u"2"_s;
 }
 
 void removeLocationPart(QString &text, const QString &part, QChar separator) {

@@ -2,7 +2,7 @@
 
 #include "plugin/host/adapters/vlECMutableCalendarEvent.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/vlGetMeetingHelper.h"
+#include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/vlMeetingMgr.h"
 #include "plugin/workflow/vlPACMeetingMgr.h"
@@ -57,6 +57,6 @@ void updateVlKeyInfoToAppointmentForPAC(rt::Object *record) {
 void cleanVlKeyInfoFromAppointment(rt::Object *record) {
     vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
     if (manager.needClearLocation())
-        vlECMutableCalendarEvent(record).setLocation(QStringLiteral(""));
+        vlECMutableCalendarEvent(record).setLocation(u""_s);
     manager.cleanVlInfoForUpdApptInfo();
 }

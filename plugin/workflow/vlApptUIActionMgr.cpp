@@ -1,8 +1,8 @@
 #include "plugin/workflow/vlApptUIActionMgr.h"
 
+#include "plugin/link/discovery/vlAppHelper.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/sharedObject.h"
-#include "plugin/link/vlAppHelper.h"
+#include "plugin/util/sharedObject.h"
 #include "plugin/workflow/vlMeetingMgr.h"
 #include "plugin/workflow/vlMeetingWindows.h"
 #include "plugin/workflow/workflowPorts.h"

@@ -7,7 +7,7 @@
 #include "plugin/host/adapters/vlOLCalendarDate.h"
 #include "plugin/host/adapters/vlOLCalendarGridViewWrapper.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/sharedObject.h"
+#include "plugin/util/sharedObject.h"
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/CalendarChanges.h"
 #include "plugin/workflow/storedRecord.h"

@@ -3,9 +3,9 @@
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/host/body/vlBodyHelper.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/sharedObject.h"
-#include "plugin/link/vlGetMeetingHelper.h"
-#include "plugin/link/vlMd5Utils.h"
+#include "plugin/link/readers/vlGetMeetingHelper.h"
+#include "plugin/util/sharedObject.h"
+#include "plugin/util/vlMd5Utils.h"
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/savedSettings.h"
 #include "plugin/workflow/storedRecord.h"
@@ -54,9 +54,9 @@ void vlMeetingDataMgr::setScheduleForEmail(const QString &email) {
 }
 
 void vlMeetingDataMgr::clearSavedMeetingData() {
-    at().meetingKey = QStringLiteral("");
-    at().encodeMailBody = QStringLiteral("");
-    at().scheduleForEmail = QStringLiteral("");
+    at().meetingKey = u""_s;
+    at().encodeMailBody = u""_s;
+    at().scheduleForEmail = u""_s;
     at().pacAccountNo = noAccount;
     at().savedApptInfo.clear();
 }
@@ -85,7 +85,7 @@ QVariantMap vlMeetingDataMgr::getVlSettingsData(const QString &apptWindowID) con
     const vlOnbehalfData &onbehalf = vlOnbehalfData::sharedInstance();
     settings.insert(vl_Setting_ScheduleFor, onbehalf.isCurrentScheduleVelaForOther(apptWindowID)
                                                 ? onbehalf.onbehalfEmail(apptWindowID)
-                                                : QStringLiteral(""));
+                                                : u""_s);
     return settings;
 }
 

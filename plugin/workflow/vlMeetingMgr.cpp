@@ -3,12 +3,12 @@
 #include "platform/runtime/Runtime.h"
 #include "platform/services/Services.h"
 #include "plugin/host/body/vlEmailBodyMgr.h"
-#include "plugin/link/PendingRequests.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/sharedObject.h"
-#include "plugin/link/vlAPIMgr.h"
-#include "plugin/link/vlGetMeetingHelper.h"
-#include "plugin/link/vlUserProfileHelper.h"
+#include "plugin/link/readers/vlGetMeetingHelper.h"
+#include "plugin/link/readers/vlUserProfileHelper.h"
+#include "plugin/link/requests/PendingRequests.h"
+#include "plugin/link/requests/vlAPIMgr.h"
+#include "plugin/util/sharedObject.h"
 #include "plugin/workflow/CalendarChanges.h"
 #include "plugin/workflow/HeldOperation.h"
 #include "plugin/workflow/ScheduleOwner.h"
@@ -588,7 +588,7 @@ void vlMeetingMgr::clearAllSavedData(bool dropEditor) {
         context.olWordMailEditor.reset();
     vlMeetingDataMgr::sharedInstance().clearSavedMeetingData();
     constexpr bool forPMI = false;
-    vlGetMeetingHelper::sharedInstance().setMeetingData({{vl_MeetingKey, QStringLiteral("")}}, forPMI);
+    vlGetMeetingHelper::sharedInstance().setMeetingData({{vl_MeetingKey, u""_s}}, forPMI);
     context.sentAppointment.clear();
     context.usesProfile = false;
     const auto contexts = MeetingContext::all();

@@ -5,8 +5,8 @@
 #include "plugin/host/body/vlBodyHelper.h"
 #include "plugin/host/body/vlEmailBodyMgr.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/vlGetMeetingHelper.h"
-#include "plugin/link/vlMd5Utils.h"
+#include "plugin/link/readers/vlGetMeetingHelper.h"
+#include "plugin/util/vlMd5Utils.h"
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/locationText.h"
 #include "plugin/workflow/storedRecord.h"
@@ -148,7 +148,7 @@ QString vlMeetingMgr::getVlLocation(const vlECCalendarEvent &event) const {
     if (!event.isValidConnection() || joinURL.isNull())
         return {};
     const QStringList rooms = roomNames(event.getVlMeetingData());
-    return rooms.isEmpty() ? joinURL : joinURL + u' ' + rooms.join(QStringLiteral("; "));
+    return rooms.isEmpty() ? joinURL : joinURL + u' ' + rooms.join(u"; "_s);
 }
 
 void vlMeetingMgr::updateVlMeetingInfoToAppointmentForDelete(rt::Object *editor, const QVariantMap &answer) {
@@ -159,7 +159,7 @@ void vlMeetingMgr::updateVlMeetingInfoToAppointmentForDelete(rt::Object *editor,
     constexpr bool isHTML = false;
     vlEmailBodyMgr::sharedInstance().updateMailBody(
         editor, rt::textValue(answer.value(vl_API_Para_InvitationEmail)), isDelete, isHTML);
-    adapter.saveVlDataToOLProperty(QStringLiteral(""));
+    adapter.saveVlDataToOLProperty(u""_s);
     writeBack().needClearLocation = true;
-    setLocationEverywhere(adapter, QStringLiteral(""));
+    setLocationEverywhere(adapter, u""_s);
 }

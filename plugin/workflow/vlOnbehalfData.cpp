@@ -1,15 +1,15 @@
 #include "plugin/workflow/vlOnbehalfData.h"
 
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
-#include "plugin/link/sharedObject.h"
-#include "plugin/link/vlUserProfileHelper.h"
+#include "plugin/link/readers/vlUserProfileHelper.h"
+#include "plugin/util/sharedObject.h"
 #include "plugin/workflow/vlMeetingWindows.h"
 
 namespace {
 
 // Of each entry in the profile's list of the people for whom the user may schedule.
-const QString bossEmail = QStringLiteral("email");
-const QString bossDisplayName = QStringLiteral("displayName");
+const QString bossEmail = u"email"_s;
+const QString bossDisplayName = u"displayName"_s;
 
 // An adapter on nothing when there is no strip.
 vlERCalendarEventEditorViewController editorOf(const QString &apptWindowID) {
@@ -18,7 +18,7 @@ vlERCalendarEventEditorViewController editorOf(const QString &apptWindowID) {
 }
 
 QString emptyForNull(const QString &text) {
-    return text.isNull() ? QStringLiteral("") : text;
+    return text.isNull() ? u""_s : text;
 }
 
 } // namespace
@@ -37,14 +37,14 @@ QString vlOnbehalfData::onbehalfEmail(const QString &apptWindowID) const {
 
 QString vlOnbehalfData::getDisplayNameWithOnbehalfEmail(const QString &email) const {
     if (email.isNull())
-        return QStringLiteral("");
+        return u""_s;
     for (const QVariant &entry : rt::listValue(vlUserProfileHelper::sharedInstance().bossesInfo())) {
         const QVariantMap boss = rt::mapValue(entry);
         const QString address = rt::textValue(boss.value(bossEmail));
         if (!address.isNull() && address.compare(email, Qt::CaseInsensitive) == 0)
             return emptyForNull(rt::textValue(boss.value(bossDisplayName)));
     }
-    return QStringLiteral("");
+    return u""_s;
 }
 
 bool vlOnbehalfData::hasSchedulePermission(const QString &email) const {

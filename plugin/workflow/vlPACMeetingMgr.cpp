@@ -3,12 +3,12 @@
 #include "plugin/host/adapters/vlECCalendarEvent.h"
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/host/body/vlEmailBodyMgr.h"
-#include "plugin/link/localizedString.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/sharedObject.h"
-#include "plugin/link/vlAPIMgr.h"
-#include "plugin/link/vlGetPACHelper.h"
-#include "plugin/link/vlUserProfileHelper.h"
+#include "plugin/link/readers/vlGetPACHelper.h"
+#include "plugin/link/readers/vlUserProfileHelper.h"
+#include "plugin/link/requests/vlAPIMgr.h"
+#include "plugin/util/localizedString.h"
+#include "plugin/util/sharedObject.h"
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
 #include "plugin/workflow/vlMeetingWindows.h"
@@ -16,8 +16,8 @@
 
 namespace {
 
-const QString keyUnreadableAnswer = QStringLiteral("SystemError");
-const QString keyAccountNotUsable = QStringLiteral("WarnMsg_PACIsDisabled");
+const QString keyUnreadableAnswer = u"SystemError"_s;
+const QString keyAccountNotUsable = u"WarnMsg_PACIsDisabled"_s;
 constexpr QChar numberSeparator = u',';
 
 qint64 chosenAccount() {
@@ -119,7 +119,7 @@ QString vlPACMeetingMgr::getLocationWithPACAccountNo(qint64 account) const {
     const QString meetingID = accounts.pacMeetingID(int(account));
     if (numbers.isNull() || meetingID.isNull())
         return {};
-    return numbers + QStringLiteral(", ") + meetingID;
+    return numbers + u", "_s + meetingID;
 }
 
 QString vlPACMeetingMgr::getNewLocationForPAC(const QString &location) const {

@@ -3,8 +3,8 @@
 #include "platform/runtime/Value.h"
 #include "platform/services/Services.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/vlGetMeetingHelper.h"
-#include "plugin/link/vlUserProfileHelper.h"
+#include "plugin/link/readers/vlGetMeetingHelper.h"
+#include "plugin/link/readers/vlUserProfileHelper.h"
 #include "plugin/workflow/savedSettings.h"
 
 #include <QRandomGenerator>
@@ -41,7 +41,7 @@ rt::Value vlSettingData::stored(const QString &key) const {
 
 QString vlSettingData::storedText(const QString &key) const {
     const QString text = rt::textValue(stored(key));
-    return text.isNull() ? QStringLiteral("") : text;
+    return text.isNull() ? u""_s : text;
 }
 
 void vlSettingData::store(const QString &key, const rt::Value &value) {
@@ -143,9 +143,9 @@ void vlSettingData::setFixedDefaults() {
     setEnableJoinBeforeHost(false);
     setUsePMI(false);
     setNotShowMeAgain(false);
-    setMeetingPassword(QStringLiteral(""));
-    setThirdPartyAudio(QStringLiteral(""));
-    setScheduleForEmail(QStringLiteral(""));
+    setMeetingPassword(u""_s);
+    setThirdPartyAudio(u""_s);
+    setScheduleForEmail(u""_s);
 }
 
 void vlSettingData::initWithUserProfile() {
@@ -205,7 +205,7 @@ void vlSettingData::initWithSiteMeetingInfo() {
     setUsePMI(rt::boolValue(settings.value(vl_Setting_IsPMI)));
     const QString password = rt::textValue(settings.value(vl_Setting_MeetingPassword));
     setRequiredMeetingPassword(!password.isEmpty());
-    setMeetingPassword(password.isEmpty() ? QStringLiteral("") : password);
+    setMeetingPassword(password.isEmpty() ? u""_s : password);
     const QString thirdParty = rt::textValue(settings.value(vl_Setting_ThirdPartyAudio));
     if (!thirdParty.isEmpty())
         setThirdPartyAudio(thirdParty);

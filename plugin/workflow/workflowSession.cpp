@@ -1,6 +1,6 @@
 #include "plugin/workflow/workflowSession.h"
 
-#include "plugin/link/sharedObject.h"
+#include "plugin/util/sharedObject.h"
 #include "plugin/workflow/CalendarChanges.h"
 #include "plugin/workflow/vlApptUIActionMgr.h"
 #include "plugin/workflow/vlCalendarActionMgr.h"

@@ -6,18 +6,18 @@ namespace pluginagent {
 
 namespace {
 
-const QString requestChannel = QStringLiteral("vOutlookPluginToVOutlookPluginAgent");
-const QString answerChannel = QStringLiteral("vOutlookPluginAgentToVOutlookPlugin");
-const QString actionIdKey = QStringLiteral("actionId");
-const QString contentKey = QStringLiteral("content");
-const QString clientIdentifier = QStringLiteral("com.parlo.meetings");
-const QString installPathKey = QStringLiteral("installPath");
-const QString everybodysClient = QStringLiteral("/Applications/Parlo Meetings.app");
+const QString requestChannel = u"vOutlookPluginToVOutlookPluginAgent"_s;
+const QString answerChannel = u"vOutlookPluginAgentToVOutlookPlugin"_s;
+const QString actionIdKey = u"actionId"_s;
+const QString contentKey = u"content"_s;
+const QString clientIdentifier = u"com.parlo.meetings"_s;
+const QString installPathKey = u"installPath"_s;
+const QString everybodysClient = u"/Applications/Parlo Meetings.app"_s;
 const QString ownClient = // below the home folder
-    QStringLiteral("/Library/Application Support/Parlo Meetings/Parlo Meetings.app");
-const QString startUrl = QStringLiteral("velamtg://meetings.parlo.example/start");
-const QString activationName = QStringLiteral("Noti_ActivateVelaApplicationExternally");
-const QString activationUrlKey = QStringLiteral("Param_ActivateVelaApplicationExternally");
+    u"/Library/Application Support/Parlo Meetings/Parlo Meetings.app"_s;
+const QString startUrl = u"velamtg://meetings.parlo.example/start"_s;
+const QString activationName = u"Noti_ActivateVelaApplicationExternally"_s;
+const QString activationUrlKey = u"Param_ActivateVelaApplicationExternally"_s;
 
 enum class Request { ClientVersion = 1, LaunchClient = 2 };
 
@@ -48,10 +48,9 @@ QString PluginAgent::clientVersion() {
     const QString bundle = clientBundle();
     if (bundle.isEmpty())
         return {};
-    const QString list =
-        platform::services().workspace->resolve(bundle) + QStringLiteral("/Contents/Info.plist");
-    return rt::textValue(rt::mapValue(platform::services().propertyLists->read(list))
-                             .value(QStringLiteral("CFBundleVersion")));
+    const QString list = platform::services().workspace->resolve(bundle) + u"/Contents/Info.plist"_s;
+    return rt::textValue(
+        rt::mapValue(platform::services().propertyLists->read(list)).value(u"CFBundleVersion"_s));
 }
 
 bool PluginAgent::launchClient() {

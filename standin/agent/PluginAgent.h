@@ -1,7 +1,7 @@
 // The plug-in agent: answers the plug-in's housekeeping requests.
 #pragma once
 
-#include "platform/services/Notifications.h"
+#include "platform/services/bus/Notifications.h"
 
 #include <QObject>
 

@@ -6,9 +6,9 @@
 
 int main(int argc, char **argv) {
     QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("parlo-agent"));
+    QApplication::setApplicationName(u"parlo-agent"_s);
     QApplication::setQuitOnLastWindowClosed(false);
-    const QString identifier = QStringLiteral("com.parlo.vOutlookPluginAgent");
+    const QString identifier = u"com.parlo.vOutlookPluginAgent"_s;
     platform::DesktopOptions options;
     platform::setServices(platform::makeDesktopServices(options));
     if (platform::services().workspace->runningApplications().contains(identifier))

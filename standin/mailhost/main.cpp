@@ -1,5 +1,5 @@
 #include "standin/mailhost/windows/HostApplication.h"
-#include "standin/mailhost/windows/Messages.h"
+#include "standin/mailhost/windows/MessageBoxes.h"
 
 #include <QApplication>
 #include <QTextStream>
@@ -7,8 +7,8 @@
 
 int main(int argc, char **argv) {
     QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("parlo-host"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Parlo Host"));
+    QApplication::setApplicationName(u"parlo-host"_s);
+    QApplication::setApplicationDisplayName(u"Parlo Host"_s);
     QString error, help;
     const std::optional<mailhost::HostOptions> options =
         mailhost::parseArguments(QApplication::arguments(), &error, &help);

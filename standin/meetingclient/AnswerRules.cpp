@@ -1,5 +1,7 @@
 #include "standin/meetingclient/AnswerRules.h"
 
+#include "platform/Literals.h"
+
 namespace meetingclient {
 
 namespace {
@@ -22,17 +24,17 @@ QString corrupted(const QString &content, const QString &way) {
     if (way == QLatin1String("truncate"))
         return content.left(content.size() / 2);
     if (way == QLatin1String("empty"))
-        return QStringLiteral("");
+        return u""_s;
     if (way == QLatin1String("huge"))
         return content + QString(hugeLength, u'x');
     if (way == QLatin1String("json"))
-        return QStringLiteral("{\"unclosed\": [");
+        return u"{\"unclosed\": ["_s;
     QString result = content;
     if (way == QLatin1String("nul"))
         return result.insert(result.size() / 2, QChar(0));
     const qsizetype last = result.lastIndexOf(u';');
     if (way == QLatin1String("base64"))
-        return result.left(last + 1) + QStringLiteral("%%%not base64%%%");
+        return result.left(last + 1) + u"%%%not base64%%%"_s;
     for (qsizetype i = result.size() / 3; i < result.size(); i += 97)
         result[i] = QChar(result[i].unicode() ^ 0x11);
     return result;
@@ -55,8 +57,7 @@ std::optional<AnswerRules::Rule> AnswerRules::parse(QStringList words, QString *
     static const QStringList kinds = {"delay", "drop", "repeat", "reorder", "corrupt", "error", "quit"};
     const qsizetype kind = kinds.indexOf(words.value(0));
     if (kind < 0)
-        return refuse(
-            QStringLiteral("\"%1\" is not a rule. Rules: %2, clear.").arg(words.value(0), kinds.join(u", ")));
+        return refuse(u"\"%1\" is not a rule. Rules: %2, clear."_s.arg(words.value(0), kinds.join(u", ")));
     rule.kind = Kind(kind);
     bool known = words.value(1) == QLatin1String("any");
     for (const auto &entry : operationNames) {
@@ -66,19 +67,17 @@ std::optional<AnswerRules::Rule> AnswerRules::parse(QStringList words, QString *
         }
     }
     if (!known)
-        return refuse(
-            QStringLiteral("\"%1\" is not an operation. Operations: schedule, update, delete, get, profile, "
-                           "accounts, any.")
-                .arg(words.value(1)));
+        return refuse(u"\"%1\" is not an operation. Operations: schedule, update, delete, get, profile, "
+                      "accounts, any."_s.arg(words.value(1)));
     rule.text = words.mid(2).join(u' ');
     bool isNumber = false;
     rule.number = rule.text.toInt(&isNumber);
     if (rule.kind == Kind::Delay && (!isNumber || rule.number < 0 || rule.number > longestDelay))
-        return refuse(QStringLiteral("A delay is a number of milliseconds from 0 to %1.").arg(longestDelay));
+        return refuse(u"A delay is a number of milliseconds from 0 to %1."_s.arg(longestDelay));
     if (rule.kind == Kind::Repeat && (!isNumber || rule.number < 2 || rule.number > mostRepetitions))
-        return refuse(QStringLiteral("An answer can be repeated 2 to %1 times.").arg(mostRepetitions));
+        return refuse(u"An answer can be repeated 2 to %1 times."_s.arg(mostRepetitions));
     if (rule.kind == Kind::Corrupt && !corruptions.contains(rule.text))
-        return refuse(QStringLiteral("Ways to corrupt an answer: %1.").arg(corruptions.join(u", ")));
+        return refuse(u"Ways to corrupt an answer: %1."_s.arg(corruptions.join(u", ")));
     return rule;
 }
 

@@ -7,10 +7,10 @@ namespace meetingclient {
 
 namespace {
 
-const QString requestChannel = QStringLiteral("VelaOutlookPluginToVelaVideoClient_PRL");
-const QString answerChannel = QStringLiteral("VelaVideoClientToVelaOutlookPlugin_PRL");
-const QString actionIdKey = QStringLiteral("actionId");
-const QString contentKey = QStringLiteral("content");
+const QString requestChannel = u"VelaOutlookPluginToVelaVideoClient_PRL"_s;
+const QString answerChannel = u"VelaVideoClientToVelaOutlookPlugin_PRL"_s;
+const QString actionIdKey = u"actionId"_s;
+const QString contentKey = u"content"_s;
 constexpr int shownCharacters = 90;
 constexpr double millisecond = 0.001;
 
@@ -46,7 +46,7 @@ ClientLink::~ClientLink() {
 void ClientLink::onRequest(const platform::TextMap &userInfo) {
     const quint32 actionId = userInfo.value(actionIdKey).toUInt();
     const QString content = userInfo.value(contentKey);
-    Q_EMIT logged(QStringLiteral("← %1  %2").arg(actionId).arg(shortened(content)));
+    Q_EMIT logged(u"← %1  %2"_s.arg(actionId).arg(shortened(content)));
     const std::optional<Answer> answer = m_service.handle(actionId, content);
     Q_EMIT meetingsChanged();
     if (m_service.startedMeeting())
@@ -61,7 +61,7 @@ void ClientLink::onRequest(const platform::TextMap &userInfo) {
         return;
     }
     if (planned.isEmpty())
-        Q_EMIT logged(QStringLiteral("   (no answer, by rule)"));
+        Q_EMIT logged(u"   (no answer, by rule)"_s);
     for (const PlannedAnswer &one : planned) {
         if (one.delayMilliseconds == 0) {
             send(one.answer);
@@ -76,7 +76,7 @@ void ClientLink::onRequest(const platform::TextMap &userInfo) {
 }
 
 void ClientLink::send(const Answer &answer) {
-    Q_EMIT logged(QStringLiteral("→ %1  %2").arg(answer.actionId()).arg(shortened(answer.content)));
+    Q_EMIT logged(u"→ %1  %2"_s.arg(answer.actionId()).arg(shortened(answer.content)));
     platform::services().distributedNotifications->post(
         answerChannel, QString(),
         {{actionIdKey, QString::number(answer.actionId())}, {contentKey, answer.content}}, true);
@@ -90,7 +90,7 @@ void ClientLink::onControl(const platform::TextMap &userInfo) {
         return;
     }
     const bool done = isOrder(line) ? obey(m_store, line, &error) : m_rules.add(line, &error);
-    Q_EMIT logged(done ? QStringLiteral("told: %1").arg(line) : error);
+    Q_EMIT logged(done ? u"told: %1"_s.arg(line) : error);
     Q_EMIT meetingsChanged();
 }
 

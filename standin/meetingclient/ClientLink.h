@@ -1,7 +1,8 @@
 // The meeting client on the bus: hears requests, sends answers, is brought to the front, takes orders.
 #pragma once
 
-#include "platform/services/Notifications.h"
+#include "platform/Literals.h"
+#include "platform/services/bus/Notifications.h"
 #include "standin/meetingclient/AnswerRules.h"
 #include "standin/meetingclient/MeetingService.h"
 
@@ -11,13 +12,13 @@ namespace meetingclient {
 
 // On the name below, the user info {"rule": line} adds a rule of AnswerRules to a running client, or is an
 // order of People.h.
-inline const QString controlNotification = QStringLiteral("ParloMeetingsClientControl");
-inline const QString controlRuleKey = QStringLiteral("rule");
+inline const QString controlNotification = u"ParloMeetingsClientControl"_s;
+inline const QString controlRuleKey = u"rule"_s;
 // In place of a rule: the client ends itself.
-inline const QString controlExit = QStringLiteral("exit");
+inline const QString controlExit = u"exit"_s;
 // Brings the client to the front, with its start URL.
-inline const QString activationNotification = QStringLiteral("Noti_ActivateVelaApplicationExternally");
-inline const QString activationUrlKey = QStringLiteral("Param_ActivateVelaApplicationExternally");
+inline const QString activationNotification = u"Noti_ActivateVelaApplicationExternally"_s;
+inline const QString activationUrlKey = u"Param_ActivateVelaApplicationExternally"_s;
 
 class ClientLink : public QObject {
     Q_OBJECT

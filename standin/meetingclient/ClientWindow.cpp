@@ -1,5 +1,6 @@
 #include "standin/meetingclient/ClientWindow.h"
 
+#include "platform/Literals.h"
 #include "standin/meetingclient/People.h"
 
 #include <QActionGroup>
@@ -70,16 +71,14 @@ void ClientWindow::makeMenus() {
     QMenu *users = menuBar()->addMenu(tr("&User"));
     auto *oneUser = new QActionGroup(this);
     for (const Person &person : people())
-        m_users.insert(person.userId,
-                       addChoice(users, oneUser, person.name, QStringLiteral("user ") + person.userId));
+        m_users.insert(person.userId, addChoice(users, oneUser, person.name, u"user "_s + person.userId));
     QMenu *accounts = menuBar()->addMenu(tr("Audio &conferences"));
     auto *oneChoice = new QActionGroup(this);
     const QStringList texts = {tr("&None"), tr("&One account"), tr("&Two accounts"),
                                tr("Two, the second &switched off"), tr("Two with &gaps in their numbers")};
     for (qsizetype i = 0; i < texts.size(); ++i) {
         const QString choice = accountChoices()[i];
-        m_accounts.insert(choice,
-                          addChoice(accounts, oneChoice, texts[i], QStringLiteral("accounts ") + choice));
+        m_accounts.insert(choice, addChoice(accounts, oneChoice, texts[i], u"accounts "_s + choice));
     }
     QMenu *bosses = menuBar()->addMenu(tr("Schedules &for"));
     for (const Person &person : principals()) {
@@ -92,8 +91,7 @@ void ClientWindow::makeMenus() {
                 if (it.value()->isChecked())
                     granted.append(it.key());
             granted.sort();
-            give(QStringLiteral("bosses ") +
-                 (granted.isEmpty() ? QStringLiteral("none") : granted.join(u' ')));
+            give(u"bosses "_s + (granted.isEmpty() ? u"none"_s : granted.join(u' ')));
         });
     }
 }

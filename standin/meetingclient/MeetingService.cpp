@@ -1,6 +1,7 @@
 #include "standin/meetingclient/MeetingService.h"
 
 #include "meeting.pb.h"
+#include "platform/Literals.h"
 
 #include <QDateTime>
 #include <QJsonDocument>
@@ -13,9 +14,9 @@ namespace {
 
 namespace wire = com::brindle::webapp::proto;
 
-const QString errorNotSignedIn = QStringLiteral("0;Error VelaClientNotSignIn");
-const QString errorNotFound = QStringLiteral("0;Error 3001");
-const QString errorBadRequest = QStringLiteral("0;Error 5003");
+const QString errorNotSignedIn = u"0;Error VelaClientNotSignIn"_s;
+const QString errorNotFound = u"0;Error 3001"_s;
+const QString errorBadRequest = u"0;Error 5003"_s;
 
 constexpr int subCommandDigits = 1;
 constexpr int commitHeadSemicolons = 13;
@@ -35,7 +36,7 @@ std::optional<QJsonObject> commitRequest(const QString &content) {
 QString grouped(const QString &number) {
     if (number.size() < 9)
         return number;
-    return QStringLiteral("%1-%2-%3").arg(number.left(3), number.mid(3, 3), number.mid(6));
+    return u"%1-%2-%3"_s.arg(number.left(3), number.mid(3, 3), number.mid(6));
 }
 
 void copyKey(const QJsonObject &from, QJsonObject &to, const char *key) {
@@ -119,25 +120,24 @@ std::optional<Answer> MeetingService::handle(quint32 actionId, const QString &co
 }
 
 QString MeetingService::joinUrl(const QString &meetingNumber, const QString &password) {
-    const QString url = QStringLiteral("https://meetings.parlo.example/j/%1").arg(meetingNumber);
-    return password.isEmpty()
-               ? url
-               : url + QStringLiteral("?pwd=") + QString::fromLatin1(QUrl::toPercentEncoding(password));
+    const QString url = u"https://meetings.parlo.example/j/%1"_s.arg(meetingNumber);
+    return password.isEmpty() ? url
+                              : url + u"?pwd="_s + QString::fromLatin1(QUrl::toPercentEncoding(password));
 }
 
 QString MeetingService::invitation(const QJsonObject &meeting) const {
     const QString number = meeting.value(QLatin1String("originalMeetingNumber")).toString();
     const QString password = meeting.value(QLatin1String("meetingPassword")).toString();
     const QString audio = meeting.value(QLatin1String("thirdPartyAudio")).toString();
-    QString text = QStringLiteral("%1 is inviting you to a Parlo Meetings meeting.\n\n"
-                                  "Join by video: %2 \n\nMeeting ID: %3\n")
-                       .arg(m_store.profile().value(QLatin1String("accountName")).toString(),
-                            meeting.value(QLatin1String("joinUrl")).toString(), grouped(number));
+    QString text = u"%1 is inviting you to a Parlo Meetings meeting.\n\n"
+                   "Join by video: %2 \n\nMeeting ID: %3\n"_s.arg(
+                       m_store.profile().value(QLatin1String("accountName")).toString(),
+                       meeting.value(QLatin1String("joinUrl")).toString(), grouped(number));
     if (!password.isEmpty())
-        text += QStringLiteral("Password: %1\n").arg(password);
+        text += u"Password: %1\n"_s.arg(password);
     if (!audio.isEmpty())
-        text += QStringLiteral("\nAudio: %1\n").arg(audio);
-    return text + QStringLiteral("\nHelp with joining: https://meetings.parlo.example/help \n");
+        text += u"\nAudio: %1\n"_s.arg(audio);
+    return text + u"\nHelp with joining: https://meetings.parlo.example/help \n"_s;
 }
 
 void MeetingService::applyRequest(const QJsonObject &request, QJsonObject &meeting) const {

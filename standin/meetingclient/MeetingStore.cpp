@@ -1,6 +1,7 @@
 #include "standin/meetingclient/MeetingStore.h"
 
-#include "platform/services/WholeFile.h"
+#include "platform/Literals.h"
+#include "platform/services/storage/WholeFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,14 +12,14 @@ namespace meetingclient {
 
 namespace {
 
-const QString keySignedIn = QStringLiteral("signedIn");
-const QString keyProfile = QStringLiteral("profile");
-const QString keyMeetings = QStringLiteral("meetings");
-const QString keyAccounts = QStringLiteral("accounts");
-const QString keyNextNumber = QStringLiteral("nextNumber");
+const QString keySignedIn = u"signedIn"_s;
+const QString keyProfile = u"profile"_s;
+const QString keyMeetings = u"meetings"_s;
+const QString keyAccounts = u"accounts"_s;
+const QString keyNextNumber = u"nextNumber"_s;
 
 QJsonObject freshInstallation() {
-    const QString room = QStringLiteral("4155550142");
+    const QString room = u"4155550142"_s;
     QJsonObject profile{
         {"email", "ada@parlo.example"},
         {"accountName", "Ada Example"},
@@ -61,7 +62,7 @@ QJsonObject freshInstallation() {
 
 QString freeName(const QString &path) {
     for (int n = 1;; ++n) {
-        const QString name = QStringLiteral("%1.broken-%2").arg(path).arg(n);
+        const QString name = u"%1.broken-%2"_s.arg(path).arg(n);
         if (!QFileInfo::exists(name))
             return name;
     }
@@ -80,8 +81,7 @@ void MeetingStore::load() {
     if (m_path.isEmpty() || !file.exists())
         return;
     if (!file.open(QIODevice::ReadOnly)) {
-        m_lastError =
-            QStringLiteral("The meetings file %1 cannot be read. Check its permissions.").arg(m_path);
+        m_lastError = u"The meetings file %1 cannot be read. Check its permissions."_s.arg(m_path);
         m_path.clear(); // what cannot be read is not overwritten either
         return;
     }
@@ -90,8 +90,7 @@ void MeetingStore::load() {
     if (!document.isObject() || !document.object().value(keyMeetings).isObject()) {
         const QString aside = freeName(m_path);
         QFile::rename(m_path, aside);
-        m_lastError = QStringLiteral("The meetings file was damaged. It is kept as %1; a new one was begun.")
-                          .arg(aside);
+        m_lastError = u"The meetings file was damaged. It is kept as %1; a new one was begun."_s.arg(aside);
         return;
     }
     const QJsonObject read = document.object();
@@ -107,7 +106,7 @@ void MeetingStore::save() {
     if (platform::writeWholeFile(m_path, QJsonDocument(m_root).toJson(), &reason))
         m_lastError.clear();
     else
-        m_lastError = QStringLiteral("The meetings file %1 cannot be written: %2").arg(m_path, reason);
+        m_lastError = u"The meetings file %1 cannot be written: %2"_s.arg(m_path, reason);
 }
 
 bool MeetingStore::signedIn() const {
@@ -152,7 +151,7 @@ QString MeetingStore::addMeeting(QJsonObject meeting) {
     const qint64 number = m_root.value(keyNextNumber).toInteger(840000017);
     m_root.insert(keyNextNumber, number + 7919); // far enough apart that one key is not read as another
     const QString key = QString::number(number);
-    meeting.insert(QStringLiteral("meetingKey"), key);
+    meeting.insert(u"meetingKey"_s, key);
     replaceMeeting(key, meeting);
     return key;
 }

@@ -1,33 +1,33 @@
 #include "standin/meetingclient/People.h"
 
+#include "platform/Literals.h"
+
 #include <algorithm>
 
 namespace meetingclient {
 
 namespace {
 
-const QString orderAccounts = QStringLiteral("accounts");
-const QString orderUser = QStringLiteral("user");
-const QString orderBosses = QStringLiteral("bosses");
-const QString nobody = QStringLiteral("none");
-const QString keyBosses = QStringLiteral("bosses");
+const QString orderAccounts = u"accounts"_s;
+const QString orderUser = u"user"_s;
+const QString orderBosses = u"bosses"_s;
+const QString nobody = u"none"_s;
+const QString keyBosses = u"bosses"_s;
 
-const QStringList choices = {QStringLiteral("none"), QStringLiteral("one"), QStringLiteral("two"),
-                             QStringLiteral("disabled"), QStringLiteral("odd")};
+const QStringList choices = {u"none"_s, u"one"_s, u"two"_s, u"disabled"_s, u"odd"_s};
 
 QJsonObject number(const QString &country, const QString &digits) {
     QJsonObject entry;
     if (!country.isEmpty())
-        entry.insert(QStringLiteral("country"), country);
+        entry.insert(u"country"_s, country);
     if (!digits.isEmpty())
-        entry.insert(QStringLiteral("number"), digits);
+        entry.insert(u"number"_s, digits);
     return entry;
 }
 
 QString dialIn(const QString &numbers, const QString &id) {
-    return QStringLiteral("Join by phone.\n\nDial: %1\nConference ID: %2\n\n"
-                          "Help with dialling in: https://meetings.parlo.example/phone \n")
-        .arg(numbers, id);
+    return u"Join by phone.\n\nDial: %1\nConference ID: %2\n\n"
+           "Help with dialling in: https://meetings.parlo.example/phone \n"_s.arg(numbers, id);
 }
 
 QJsonObject account(qint64 id, const QJsonArray &tollFree, const QJsonArray &toll,
@@ -51,7 +51,7 @@ QJsonObject secondAccount() {
 
 QJsonObject disabledAccount() {
     QJsonObject disabled = secondAccount();
-    disabled.insert(QStringLiteral("invitation"), QString());
+    disabled.insert(u"invitation"_s, QString());
     return disabled;
 }
 
@@ -71,18 +71,18 @@ const Person *personCalled(const QString &userId) {
 // The personal meeting goes by the number of its room.
 void signIn(MeetingStore &store, const Person &person) {
     QJsonObject profile = store.profile();
-    const QString formerRoom = profile.value(QStringLiteral("roomMeetingId")).toString();
+    const QString formerRoom = profile.value(u"roomMeetingId"_s).toString();
     if (const auto personal = store.meeting(formerRoom)) {
         QJsonObject own = *personal;
-        own.insert(QStringLiteral("subject"), person.name + QStringLiteral("'s personal meeting"));
-        own.insert(QStringLiteral("meetingKey"), person.room);
-        own.insert(QStringLiteral("originalMeetingNumber"), person.room);
+        own.insert(u"subject"_s, person.name + u"'s personal meeting"_s);
+        own.insert(u"meetingKey"_s, person.room);
+        own.insert(u"originalMeetingNumber"_s, person.room);
         store.replaceMeeting(person.room, own);
     }
-    profile.insert(QStringLiteral("userId"), person.userId);
-    profile.insert(QStringLiteral("accountName"), person.name);
-    profile.insert(QStringLiteral("email"), person.email);
-    profile.insert(QStringLiteral("roomMeetingId"), person.room);
+    profile.insert(u"userId"_s, person.userId);
+    profile.insert(u"accountName"_s, person.name);
+    profile.insert(u"email"_s, person.email);
+    profile.insert(u"roomMeetingId"_s, person.room);
     store.setProfile(profile);
 }
 
@@ -124,18 +124,16 @@ QJsonArray accountsNamed(const QString &choice) {
 }
 
 const QList<Person> &people() {
-    static const QList<Person> all{{QStringLiteral("u-1001"), QStringLiteral("Ada Example"),
-                                    QStringLiteral("ada@parlo.example"), QStringLiteral("4155550142")},
-                                   {QStringLiteral("u-1002"), QStringLiteral("Grace Example"),
-                                    QStringLiteral("grace@parlo.example"), QStringLiteral("4155550143")}};
+    static const QList<Person> all{
+        {u"u-1001"_s, u"Ada Example"_s, u"ada@parlo.example"_s, u"4155550142"_s},
+        {u"u-1002"_s, u"Grace Example"_s, u"grace@parlo.example"_s, u"4155550143"_s}};
     return all;
 }
 
 const QList<Person> &principals() {
-    static const QList<Person> all{{QStringLiteral("u-2001"), QStringLiteral("Kim Principal"),
-                                    QStringLiteral("kim@parlo.example"), QStringLiteral("4155550151")},
-                                   {QStringLiteral("u-2002"), QStringLiteral("Robin Director"),
-                                    QStringLiteral("robin@parlo.example"), QStringLiteral("4155550152")}};
+    static const QList<Person> all{
+        {u"u-2001"_s, u"Kim Principal"_s, u"kim@parlo.example"_s, u"4155550151"_s},
+        {u"u-2002"_s, u"Robin Director"_s, u"robin@parlo.example"_s, u"4155550152"_s}};
     return all;
 }
 
@@ -157,9 +155,8 @@ bool obey(MeetingStore &store, const QString &line, QString *error) {
         QStringList userIds;
         for (const Person &person : people())
             userIds.append(person.userId);
-        *error = QStringLiteral("\"%1\" is not an order. Orders: accounts %2; user %3; bosses none or "
-                                "e-mail addresses.")
-                     .arg(line, choices.join(u'|'), userIds.join(u'|'));
+        *error = u"\"%1\" is not an order. Orders: accounts %2; user %3; bosses none or "
+                 "e-mail addresses."_s.arg(line, choices.join(u'|'), userIds.join(u'|'));
         return false;
     }
     return true;

@@ -12,7 +12,7 @@
 
 namespace {
 
-const QString clientIdentifier = QStringLiteral("com.parlo.meetings");
+const QString clientIdentifier = u"com.parlo.meetings"_s;
 
 // One client at a time: a second start brings the first to the front, and ends.
 int wakeRunningClient(const QString &url) {
@@ -39,34 +39,27 @@ int tell(const QString &rule) {
 }
 
 void describe(QCommandLineParser &parser) {
-    parser.setApplicationDescription(QStringLiteral("The meeting client that the plug-in talks to."));
+    parser.setApplicationDescription(u"The meeting client that the plug-in talks to."_s);
     parser.addHelpOption();
-    parser.addOption({QStringLiteral("data"),
-                      QStringLiteral("Keep meetings, profile and accounts in <file>."),
-                      QStringLiteral("file")});
-    parser.addOption(
-        {QStringLiteral("rule"),
-         QStringLiteral(
-             "Do something to answers: \"delay schedule 5000\", \"drop get\", \"repeat update 3\", "
-             "\"reorder profile\", \"corrupt get flip\", \"error any 0;Error 3001\", \"quit "
-             "schedule\"; may be given several times, \"once\" before it for one time."),
-         QStringLiteral("rule")});
-    parser.addOption(
-        {QStringLiteral("tell"),
-         QStringLiteral("Give a rule to the client that is running, and end. Or an order: \"accounts two\", "
-                        "\"user u-1002\", \"bosses kim@parlo.example\", \"exit\", which ends it."),
-         QStringLiteral("rule")});
-    parser.addOption({QStringLiteral("background"), QStringLiteral("Show no window until asked to.")});
-    parser.addPositionalArgument(QStringLiteral("url"),
-                                 QStringLiteral("The start URL, as a launcher gives it."),
-                                 QStringLiteral("[url]"));
+    parser.addOption({u"data"_s, u"Keep meetings, profile and accounts in <file>."_s, u"file"_s});
+    parser.addOption({u"rule"_s,
+                      u"Do something to answers: \"delay schedule 5000\", \"drop get\", \"repeat update 3\", "
+                      "\"reorder profile\", \"corrupt get flip\", \"error any 0;Error 3001\", \"quit "
+                      "schedule\"; may be given several times, \"once\" before it for one time."_s,
+                      u"rule"_s});
+    parser.addOption({u"tell"_s,
+                      u"Give a rule to the client that is running, and end. Or an order: \"accounts two\", "
+                      "\"user u-1002\", \"bosses kim@parlo.example\", \"exit\", which ends it."_s,
+                      u"rule"_s});
+    parser.addOption({u"background"_s, u"Show no window until asked to."_s});
+    parser.addPositionalArgument(u"url"_s, u"The start URL, as a launcher gives it."_s, u"[url]"_s);
 }
 
 } // namespace
 
 int main(int argc, char **argv) {
     QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("parlo-client"));
+    QApplication::setApplicationName(u"parlo-client"_s);
     QCommandLineParser parser;
     describe(parser);
     parser.process(application);
@@ -74,7 +67,7 @@ int main(int argc, char **argv) {
     // A process that only passes something on does not take the client's place on the bus.
     platform::DesktopOptions options;
     platform::setServices(platform::makeDesktopServices(options));
-    const QString order = parser.value(QStringLiteral("tell"));
+    const QString order = parser.value(u"tell"_s);
     if (!order.isEmpty())
         return tell(order);
     if (platform::services().workspace->runningApplications().contains(clientIdentifier))
@@ -82,17 +75,16 @@ int main(int argc, char **argv) {
     options.bundleIdentifier = clientIdentifier;
     platform::setServices(platform::makeDesktopServices(options));
 
-    QString data = parser.value(QStringLiteral("data"));
+    QString data = parser.value(u"data"_s);
     if (data.isEmpty())
         data = qEnvironmentVariable("PARLO_CLIENT_DATA");
     if (data.isEmpty())
-        data = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
-               QStringLiteral("/meetings.json");
+        data = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u"/meetings.json"_s;
 
     meetingclient::MeetingStore store(data);
     meetingclient::MeetingService service(store);
     meetingclient::AnswerRules rules;
-    for (const QString &rule : parser.values(QStringLiteral("rule"))) {
+    for (const QString &rule : parser.values(u"rule"_s)) {
         QString error;
         if (!rules.add(rule, &error)) {
             std::fprintf(stderr, "%s\n", qPrintable(error));
@@ -110,7 +102,7 @@ int main(int argc, char **argv) {
     QObject::connect(&link, &Link::instantMeetingStarted, &window,
                      [&window](bool video, const QString &url) { window.showInstantMeeting(video, url); });
     QObject::connect(&link, &Link::quitRequested, &application, [] { std::_Exit(0); });
-    if (!parser.isSet(QStringLiteral("background")))
+    if (!parser.isSet(u"background"_s))
         window.show();
     return QApplication::exec();
 }

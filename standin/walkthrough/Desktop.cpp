@@ -2,7 +2,7 @@
 
 #include "platform/services/Services.h"
 #include "standin/meetingclient/ClientLink.h"
-#include "standin/walkthrough/Walk.h"
+#include "standin/walkthrough/Report.h"
 
 #include <QFile>
 #include <QJsonDocument>
@@ -10,10 +10,10 @@
 namespace walkthrough {
 
 namespace {
-const QString clientIdentifier = QStringLiteral("com.parlo.meetings");
+const QString clientIdentifier = u"com.parlo.meetings"_s;
 constexpr int startMilliseconds = 20000;
 
-const QString agentIdentifier = QStringLiteral("com.parlo.vOutlookPluginAgent");
+const QString agentIdentifier = u"com.parlo.vOutlookPluginAgent"_s;
 
 bool onTheBus(const QString &identifier) {
     return platform::services().workspace->runningApplications().contains(identifier);
@@ -23,16 +23,15 @@ bool onTheBus(const QString &identifier) {
 PrivateBus::PrivateBus() {
     m_daemon.setProcessChannelMode(QProcess::SeparateChannels);
     m_daemon.setStandardErrorFile(QProcess::nullDevice());
-    m_daemon.start(QStringLiteral("dbus-daemon"),
-                   {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
-                    QStringLiteral("--print-address=1")});
+    m_daemon.start(u"dbus-daemon"_s,
+                   {u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--print-address=1"_s});
     if (m_daemon.waitForStarted(startMilliseconds))
         while (!m_daemon.canReadLine() && m_daemon.waitForReadyRead(startMilliseconds)) {
         }
     m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
     if (m_address.isEmpty())
-        m_error = QStringLiteral("The message bus daemon could not be started: %1. Install the package dbus.")
-                      .arg(m_daemon.errorString());
+        m_error = u"The message bus daemon could not be started: %1. Install the package dbus."_s.arg(
+            m_daemon.errorString());
 }
 
 PrivateBus::~PrivateBus() {
@@ -51,7 +50,7 @@ bool AgentProcess::start() {
     m_process.start(workspace.executablePath(workspace.pathForBundleIdentifier(agentIdentifier)),
                     QStringList());
     return m_process.waitForStarted(startMilliseconds) &&
-           Walk::waitFor([] { return onTheBus(agentIdentifier); }, startMilliseconds);
+           Report::waitFor([] { return onTheBus(agentIdentifier); }, startMilliseconds);
 }
 
 RunningClient::RunningClient(QString dataFile)
@@ -70,7 +69,7 @@ void RunningClient::tell(const QString &rule) {
 
 void RunningClient::quit() {
     tell(meetingclient::controlExit);
-    Walk::waitFor([] { return !isRunning(); });
+    Report::waitFor([] { return !isRunning(); });
 }
 
 bool RunningClient::isRunning() {
@@ -82,7 +81,7 @@ QJsonObject RunningClient::meeting(const QString &key) const {
     if (!file.open(QIODevice::ReadOnly))
         return {};
     const QJsonObject root = QJsonDocument::fromJson(file.readAll()).object();
-    return root.value(QStringLiteral("meetings")).toObject().value(key).toObject();
+    return root.value(u"meetings"_s).toObject().value(key).toObject();
 }
 
 } // namespace walkthrough

@@ -1,5 +1,5 @@
 // A desktop of its own for a walk: a private session bus, folders that are thrown away, and the programs of
-// the road.
+// the session.
 #pragma once
 
 #include <QJsonObject>
@@ -37,7 +37,7 @@ private:
     QProcess m_process;
 };
 
-// The meeting client that somebody has launched: it keeps its meetings in a file of the walk.
+// The meeting client that somebody has launched: it keeps its meetings in a file of the report.
 class RunningClient {
 public:
     // Clients that are launched from now on keep their meetings in that file.

@@ -1,6 +1,6 @@
 #include "standin/walkthrough/Input.h"
 
-#include "standin/walkthrough/Walk.h"
+#include "standin/walkthrough/Report.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -40,7 +40,7 @@ bool isPlaced(QWidget *control, const QPoint &at) {
 bool waitUntilReady(QWidget *control, const QPoint &at) {
     const QPointer<QWidget> wanted(control);
     return control &&
-           Walk::waitFor([&] { return !wanted || (canTake(wanted) && isPlaced(wanted, at)); }, patience) &&
+           Report::waitFor([&] { return !wanted || (canTake(wanted) && isPlaced(wanted, at)); }, patience) &&
            wanted;
 }
 

@@ -2,7 +2,7 @@
 // From has changed.
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/walkthrough/Input.h"
-#include "standin/walkthrough/Road.h"
+#include "standin/walkthrough/Session.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -18,18 +18,18 @@ namespace controls = mailhost::controls;
 
 namespace {
 
-const QString self = QStringLiteral("ada@parlo.example");
-const QString principal = QStringLiteral("kim@parlo.example");  // has granted it
-const QString stranger = QStringLiteral("robin@parlo.example"); // has not
-const QString guest = QStringLiteral("guest@parlo.example");
+const QString self = u"ada@parlo.example"_s;
+const QString principal = u"kim@parlo.example"_s;  // has granted it
+const QString stranger = u"robin@parlo.example"_s; // has not
+const QString guest = u"guest@parlo.example"_s;
 const bool schedulesForOthers = QLatin1String(PARLO_EDITION) == QLatin1String("Vela");
 
 class OnBehalfWalk {
 public:
-    explicit OnBehalfWalk(Road &road)
-        : m_road(road)
-        , m_walk(road.walk()) {}
-    bool walk();
+    explicit OnBehalfWalk(Session &session)
+        : m_session(session)
+        , m_report(session.report()) {}
+    bool report();
 
 private:
     bool audioConference();
@@ -46,8 +46,8 @@ private:
     [[nodiscard]] QAbstractButton *removeInAlert() const;
     [[nodiscard]] QString scheduledFor(const QString &prefix) const;
 
-    Road &m_road;
-    Walk &m_walk;
+    Session &m_session;
+    Report &m_report;
 };
 
 QAbstractButton *OnBehalfWalk::removeInAlert() const {
@@ -59,123 +59,121 @@ QAbstractButton *OnBehalfWalk::removeInAlert() const {
 }
 
 bool OnBehalfWalk::choosesFrom(const QString &email) const {
-    auto *from = m_road.control<QComboBox>(controls::fromChooser);
+    auto *from = m_session.control<QComboBox>(controls::fromChooser);
     const int index = from ? from->findData(email) : -1;
     if (index < 0)
         return false;
     from->setFocus();
     for (int i = 0; i < from->count(); ++i) // from the first one on, as by keys
-        press(m_road.editor(), Qt::Key_Up);
+        press(m_session.editor(), Qt::Key_Up);
     for (int i = 0; i < index; ++i)
-        press(m_road.editor(), Qt::Key_Down);
-    Walk::settle();
+        press(m_session.editor(), Qt::Key_Down);
+    Report::settle();
     return from->currentIndex() == index;
 }
 
 // Of the first request that begins with the sub-command.
 QString OnBehalfWalk::scheduledFor(const QString &prefix) const {
-    for (const Message &message : m_walk.sinceMark()) {
+    for (const Message &message : m_report.sinceMark()) {
         if (!message.sent || message.actionId != meetingAction || !message.content.startsWith(prefix))
             continue;
         const QByteArray json = message.content.mid(message.content.indexOf(u'{')).toUtf8();
-        const QJsonObject setting =
-            QJsonDocument::fromJson(json).object().value(QStringLiteral("setting")).toObject();
-        return setting.value(QStringLiteral("scheduleFor")).toString();
+        const QJsonObject setting = QJsonDocument::fromJson(json).object().value(u"setting"_s).toObject();
+        return setting.value(u"scheduleFor"_s).toString();
     }
     return {};
 }
 
 bool OnBehalfWalk::audioConference() {
-    if (!m_road.openNew(QStringLiteral("By phone for Kim")) || !choosesFrom(principal))
-        return m_walk.step(false, QStringLiteral("From offers the people whose calendars are managed"));
-    click(m_road.stripButton(audioButton()));
+    if (!m_session.openNew(u"By phone for Kim"_s) || !choosesFrom(principal))
+        return m_report.step(false, u"From offers the people whose calendars are managed"_s);
+    click(m_session.stripButton(audioButton()));
     press(QApplication::activePopupWidget(), Qt::Key_Down);
     press(QApplication::activePopupWidget(), Qt::Key_Return);
-    const bool said = Walk::waitFor([this] { return alert() != nullptr; });
-    m_walk.picture(alert(), QStringLiteral("alert-audio-for-others"));
+    const bool said = Report::waitFor([this] { return alert() != nullptr; });
+    m_report.picture(alert(), u"alert-audio-for-others"_s);
     press(alert(), Qt::Key_Escape);
-    Walk::waitFor([] { return QApplication::activeModalWidget() == nullptr; });
-    return m_walk.step(said && m_road.discardEditor(),
-                       QStringLiteral("an audio conference is not added to another person's appointment"));
+    Report::waitFor([] { return QApplication::activeModalWidget() == nullptr; });
+    return m_report.step(said && m_session.discardEditor(),
+                         u"an audio conference is not added to another person's appointment"_s);
 }
 
 bool OnBehalfWalk::forThePrincipal() {
-    if (!m_road.openNew(QStringLiteral("Meeting for Kim"), guest) || !choosesFrom(principal) ||
-        !m_road.askForMeeting())
-        return m_walk.step(false, QStringLiteral("a meeting is asked for in Kim's name"));
-    const auto *banner = qobject_cast<QLabel *>(shown(QStringLiteral("_textOnbehalfInfo")));
-    const bool named = banner && banner->text().contains(QStringLiteral("Kim Principal"));
-    m_walk.picture(QApplication::activeModalWidget(), QStringLiteral("settings-sheet-for-others"));
+    if (!m_session.openNew(u"Meeting for Kim"_s, guest) || !choosesFrom(principal) ||
+        !m_session.askForMeeting())
+        return m_report.step(false, u"a meeting is asked for in Kim's name"_s);
+    const auto *banner = qobject_cast<QLabel *>(shown(u"_textOnbehalfInfo"_s));
+    const bool named = banner && banner->text().contains(u"Kim Principal"_s);
+    m_report.picture(QApplication::activeModalWidget(), u"settings-sheet-for-others"_s);
     click(shownButton(continueButton()));
-    const bool attached = m_road.isAttached();
-    Walk::settle();
-    m_walk.picture(m_road.editor(), QStringLiteral("editor-for-others"));
-    return m_walk.step(
-        named && attached && scheduledFor(schedulePrefix) == principal,
-        QStringLiteral("the sheet says for whom the meeting is scheduled, and so does the request"));
+    const bool attached = m_session.isAttached();
+    Report::settle();
+    m_report.picture(m_session.editor(), u"editor-for-others"_s);
+    return m_report.step(named && attached && scheduledFor(schedulePrefix) == principal,
+                         u"the sheet says for whom the meeting is scheduled, and so does the request"_s);
 }
 
 bool OnBehalfWalk::fromIsSwitchedBack() {
-    const auto *settings = qobject_cast<QAbstractButton *>(m_road.stripButton(settingsButton()));
+    const auto *settings = qobject_cast<QAbstractButton *>(m_session.stripButton(settingsButton()));
     const bool enabledBefore = settings && settings->isEnabled();
     const bool switched = choosesFrom(self);
-    m_walk.picture(m_road.strip(), QStringLiteral("strip-settings-disabled"));
+    m_report.picture(m_session.strip(), u"strip-settings-disabled"_s);
     const bool disabled = settings && !settings->isEnabled() && !settings->toolTip().isEmpty();
     const bool back = choosesFrom(principal) && settings && settings->isEnabled();
-    return m_walk.step(
-        enabledBefore && switched && disabled && back && choosesFrom(self),
-        QStringLiteral("with another From the settings cannot be changed, and a tip says why"));
+    return m_report.step(enabledBefore && switched && disabled && back && choosesFrom(self),
+                         u"with another From the settings cannot be changed, and a tip says why"_s);
 }
 
 bool OnBehalfWalk::sendIsRefused() {
-    const qsizetype sent = m_road.sentMessages().size();
+    const qsizetype sent = m_session.sentMessages().size();
     click(shown(controls::sendButton));
-    const bool said = Walk::waitFor([this] { return alert() != nullptr; });
-    m_walk.picture(alert(), QStringLiteral("alert-other-organizer"));
-    return m_walk.step(said && removeInAlert() && m_road.sentMessages().size() == sent && m_road.editor(),
-                       QStringLiteral("the send is refused: the meeting was made for another organizer"));
+    const bool said = Report::waitFor([this] { return alert() != nullptr; });
+    m_report.picture(alert(), u"alert-other-organizer"_s);
+    return m_report.step(said && removeInAlert() && m_session.sentMessages().size() == sent &&
+                             m_session.editor(),
+                         u"the send is refused: the meeting was made for another organizer"_s);
 }
 
 bool OnBehalfWalk::removedFromTheAlert() {
-    m_walk.mark();
-    const qsizetype sent = m_road.sentMessages().size();
+    m_report.mark();
+    const qsizetype sent = m_session.sentMessages().size();
     click(removeInAlert());
-    const bool removed = Walk::waitFor([this] { return m_road.stripButton(addButton()) != nullptr; });
-    Walk::settle();
+    const bool removed = Report::waitFor([this] { return m_session.stripButton(addButton()) != nullptr; });
+    Report::settle();
     click(shown(controls::sendButton));
-    const bool gone = Walk::waitFor([this] { return !m_road.editor(); });
-    Walk::settle(0.1);
-    return m_walk.step(removed && gone && m_walk.sentSinceMark(meetingAction, deletePrefix) == 1 &&
-                           m_road.sentMessages().size() == sent + 1,
-                       QStringLiteral("removed from the alert, and sent without a meeting"));
+    const bool gone = Report::waitFor([this] { return !m_session.editor(); });
+    Report::settle(0.1);
+    return m_report.step(removed && gone && m_report.sentSinceMark(meetingAction, deletePrefix) == 1 &&
+                             m_session.sentMessages().size() == sent + 1,
+                         u"removed from the alert, and sent without a meeting"_s);
 }
 
 bool OnBehalfWalk::forSomeoneElse() {
-    if (!m_road.openNew(QStringLiteral("Meeting for Robin"), guest) || !choosesFrom(stranger) ||
-        !m_road.askForMeeting())
-        return m_walk.step(false, QStringLiteral("a meeting is asked for in Robin's name"));
-    const QWidget *banner = shown(QStringLiteral("_textOnbehalfInfo"));
+    if (!m_session.openNew(u"Meeting for Robin"_s, guest) || !choosesFrom(stranger) ||
+        !m_session.askForMeeting())
+        return m_report.step(false, u"a meeting is asked for in Robin's name"_s);
+    const QWidget *banner = shown(u"_textOnbehalfInfo"_s);
     click(shownButton(continueButton()));
-    const bool attached = m_road.isAttached();
+    const bool attached = m_session.isAttached();
     const QString whom = scheduledFor(schedulePrefix);
-    const qsizetype sent = m_road.sentMessages().size();
-    Walk::settle();
+    const qsizetype sent = m_session.sentMessages().size();
+    Report::settle();
     click(shown(controls::sendButton));
-    const bool gone = Walk::waitFor([this] { return !m_road.editor(); });
-    Walk::settle(0.1);
-    return m_walk.step(
-        !banner && attached && whom.isEmpty() && gone && m_road.sentMessages().size() == sent + 1,
-        QStringLiteral("for a person who has not granted it the meeting is the user's own, and it "
-                       "is sent"));
+    const bool gone = Report::waitFor([this] { return !m_session.editor(); });
+    Report::settle(0.1);
+    return m_report.step(!banner && attached && whom.isEmpty() && gone &&
+                             m_session.sentMessages().size() == sent + 1,
+                         u"for a person who has not granted it the meeting is the user's own, and it "
+                         "is sent"_s);
 }
 
-bool OnBehalfWalk::walk() {
-    RunningClient::tell(QStringLiteral("user u-1001"));
-    RunningClient::tell(QStringLiteral("accounts two"));
-    RunningClient::tell(QStringLiteral("bosses ") + principal);
-    Walk::settle(0.2);
+bool OnBehalfWalk::report() {
+    RunningClient::tell(u"user u-1001"_s);
+    RunningClient::tell(u"accounts two"_s);
+    RunningClient::tell(u"bosses "_s + principal);
+    Report::settle(0.2);
     if (!schedulesForOthers) {
-        m_walk.comment(QStringLiteral("this edition schedules for nobody else: on behalf is not walked"));
+        m_report.comment(u"this edition schedules for nobody else: on behalf is not walked"_s);
         return true;
     }
     return audioConference() && forThePrincipal() && fromIsSwitchedBack() && sendIsRefused() &&
@@ -184,8 +182,8 @@ bool OnBehalfWalk::walk() {
 
 } // namespace
 
-bool walkOnBehalf(Road &road) {
-    return OnBehalfWalk(road).walk();
+bool runOnBehalf(Session &session) {
+    return OnBehalfWalk(session).report();
 }
 
 } // namespace walkthrough

@@ -4,7 +4,7 @@
 #include "platform/toolkit/ToolbarCustomization.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/walkthrough/Input.h"
-#include "standin/walkthrough/Road.h"
+#include "standin/walkthrough/Session.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -21,17 +21,17 @@ namespace customization = platform::customization;
 
 namespace {
 
-const QString startItem = QStringLiteral("VLStartToolbarItem");
-const QString scheduleItem = QStringLiteral("VLScheduleToolbarItem");
-const QString audioItem = QStringLiteral("VLSchedulePACToolbarItem");
-const QString logFolderItem = QStringLiteral("VLOpenLogFolder");
+const QString startItem = u"VLStartToolbarItem"_s;
+const QString scheduleItem = u"VLScheduleToolbarItem"_s;
+const QString audioItem = u"VLSchedulePACToolbarItem"_s;
+const QString logFolderItem = u"VLOpenLogFolder"_s;
 
 // Stands for the desktop's file browser.
 class FileBrowser : public QObject {
     Q_OBJECT
 public:
-    FileBrowser() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open"); }
-    ~FileBrowser() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
+    FileBrowser() { QDesktopServices::setUrlHandler(u"file"_s, this, "open"); }
+    ~FileBrowser() override { QDesktopServices::unsetUrlHandler(u"file"_s); }
     [[nodiscard]] const QUrl &opened() const { return m_opened; }
 public Q_SLOTS:
     void open(const QUrl &url) { m_opened = url; }
@@ -42,10 +42,10 @@ private:
 
 class ToolBarWalk {
 public:
-    explicit ToolBarWalk(Road &road)
-        : m_road(road)
-        , m_walk(road.walk()) {}
-    bool walk() {
+    explicit ToolBarWalk(Session &session)
+        : m_session(session)
+        , m_report(session.report()) {}
+    bool report() {
         return isThere() && schedule() && startInstantMeetings() && putTheOthersThere() && scheduleAudio() &&
                openLogFolder();
     }
@@ -62,8 +62,8 @@ private:
     // A new editor in which the settings sheet has opened by itself; it is closed again.
     bool editorAsksByItself(const QString &picture);
 
-    Road &m_road;
-    Walk &m_walk;
+    Session &m_session;
+    Report &m_report;
 };
 
 bool ToolBarWalk::isThere() {
@@ -71,38 +71,38 @@ bool ToolBarWalk::isThere() {
     const QWidget *start = shown(startItem);
     const bool inOrder =
         schedule && start && schedule->mapToGlobal(QPoint()).x() < start->mapToGlobal(QPoint()).x();
-    m_walk.picture(m_road.mainWindow(), QStringLiteral("tool-bar"));
-    return m_walk.step(inOrder && !shown(audioItem) && !shown(logFolderItem),
-                       QStringLiteral("the window opened last has the plug-in's two items, in their order"));
+    m_report.picture(m_session.mainWindow(), u"tool-bar"_s);
+    return m_report.step(inOrder && !shown(audioItem) && !shown(logFolderItem),
+                         u"the window opened last has the plug-in's two items, in their order"_s);
 }
 
 bool ToolBarWalk::editorAsksByItself(const QString &picture) {
-    const bool asked = Walk::waitFor([this] { return m_road.editor() && shownButton(continueButton()); });
-    m_walk.picture(m_road.editor(), picture);
+    const bool asked =
+        Report::waitFor([this] { return m_session.editor() && shownButton(continueButton()); });
+    m_report.picture(m_session.editor(), picture);
     press(QApplication::activeModalWidget(), Qt::Key_Escape);
-    Walk::waitFor([] { return !shownButton(continueButton()); });
-    return m_road.discardEditor() && asked;
+    Report::waitFor([] { return !shownButton(continueButton()); });
+    return m_session.discardEditor() && asked;
 }
 
 bool ToolBarWalk::schedule() {
     click(shown(scheduleItem));
-    return m_walk.step(
-        editorAsksByItself(QStringLiteral("tool-bar-schedule")),
-        QStringLiteral("\"Schedule meeting\" opens a new editor that adds the meeting by itself"));
+    return m_report.step(editorAsksByItself(u"tool-bar-schedule"_s),
+                         u"\"Schedule meeting\" opens a new editor that adds the meeting by itself"_s);
 }
 
 bool ToolBarWalk::choose(const QString &item, int choice) {
     if (!click(shown(item)))
         return false;
     auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-    if (!Walk::waitFor([&] { return (menu = qobject_cast<QMenu *>(QApplication::activePopupWidget())); }))
+    if (!Report::waitFor([&] { return (menu = qobject_cast<QMenu *>(QApplication::activePopupWidget())); }))
         return false;
-    m_walk.picture(menu, item + QStringLiteral("-menu"));
+    m_report.picture(menu, item + u"-menu"_s);
     const QList<QAction *> choices = menu->actions();
     if (choice >= choices.size() || !choices[choice]->isEnabled())
         return false;
     QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(choices[choice]).center());
-    Walk::settle();
+    Report::settle();
     return true;
 }
 
@@ -114,72 +114,75 @@ bool ToolBarWalk::startInstantMeetings() {
     } starts[] = {{0, "groupVideo", "with video"}, {1, "groupShare", "without video"}};
     bool good = true;
     for (const auto &start : starts) {
-        m_walk.mark();
+        m_report.mark();
         const bool chosen = choose(startItem, start.choice);
-        const bool sent = Walk::waitFor([&] { return m_walk.sentSinceMark(startAction) == 1; });
+        const bool sent = Report::waitFor([&] { return m_report.sentSinceMark(startAction) == 1; });
         bool right = false;
-        for (const Message &message : m_walk.sinceMark())
+        for (const Message &message : m_report.sinceMark())
             right = right || message.content.contains(QLatin1String(start.type));
-        good = m_walk.step(chosen && sent && right,
-                           QStringLiteral("an instant meeting is started ") + QLatin1String(start.what)) &&
+        good = m_report.step(chosen && sent && right,
+                             u"an instant meeting is started "_s + QLatin1String(start.what)) &&
                good;
     }
     return good;
 }
 
 bool ToolBarWalk::putTheOthersThere() {
-    m_road.host().mainWindowController()->mainWindow()->command(controls::customizeToolBarAction)->trigger();
-    if (!Walk::waitFor([] { return shown(customization::sheet) != nullptr; }))
-        return m_walk.step(false, QStringLiteral("the tool-bar can be customised"));
+    m_session.host()
+        .mainWindowController()
+        ->mainWindow()
+        ->command(controls::customizeToolBarAction)
+        ->trigger();
+    if (!Report::waitFor([] { return shown(customization::sheet) != nullptr; }))
+        return m_report.step(false, u"the tool-bar can be customised"_s);
     auto *palette = qobject_cast<QListWidget *>(shown(customization::palette));
-    for (const QString &item :
-         {words(QStringLiteral("SchedulePACMeetingLabel")), words(QStringLiteral("OpenLogFolderLabel"))}) {
+    for (const QString &item : {words(u"SchedulePACMeetingLabel"_s), words(u"OpenLogFolderLabel"_s)}) {
         const auto rows = palette->findItems(item, Qt::MatchContains);
         if (rows.isEmpty())
             continue; // the step fails below
         palette->setCurrentItem(rows.first());
         click(shown(customization::addButton));
-        Walk::settle();
+        Report::settle();
     }
-    m_walk.picture(shown(customization::sheet), QStringLiteral("tool-bar-customise"));
+    m_report.picture(shown(customization::sheet), u"tool-bar-customise"_s);
     click(shown(customization::doneButton));
-    Walk::waitFor([] { return shown(customization::sheet) == nullptr; });
-    m_road.mainWindow()->resize(1280, m_road.mainWindow()->height());
-    Walk::settle();
-    m_walk.picture(m_road.mainWindow(), QStringLiteral("tool-bar-customised"));
-    return m_walk.step(shown(audioItem) && shown(logFolderItem),
-                       QStringLiteral("the person puts the other two items into the tool-bar"));
+    Report::waitFor([] { return shown(customization::sheet) == nullptr; });
+    m_session.mainWindow()->resize(1280, m_session.mainWindow()->height());
+    Report::settle();
+    m_report.picture(m_session.mainWindow(), u"tool-bar-customised"_s);
+    return m_report.step(shown(audioItem) && shown(logFolderItem),
+                         u"the person puts the other two items into the tool-bar"_s);
 }
 
 bool ToolBarWalk::scheduleAudio() {
-    m_walk.mark();
+    m_report.mark();
     const bool chosen = choose(audioItem, 0);
-    const bool opened = Walk::waitFor([this] { return m_road.editor() != nullptr; });
-    const bool asked = Walk::waitFor([this] { return m_walk.sinceMark().size() > 1; });
-    Walk::settle(1);
-    m_walk.picture(m_road.editor(), QStringLiteral("tool-bar-audio"));
+    const bool opened = Report::waitFor([this] { return m_session.editor() != nullptr; });
+    const bool asked = Report::waitFor([this] { return m_report.sinceMark().size() > 1; });
+    Report::settle(1);
+    m_report.picture(m_session.editor(), u"tool-bar-audio"_s);
     if (QWidget *modal = QApplication::activeModalWidget())
         press(modal, Qt::Key_Escape);
-    Walk::settle();
-    const bool closed = m_road.discardEditor();
-    return m_walk.step(chosen && opened && asked && closed,
-                       QStringLiteral("the first audio-conference account is asked for in a new editor"));
+    Report::settle();
+    const bool closed = m_session.discardEditor();
+    return m_report.step(chosen && opened && asked && closed,
+                         u"the first audio-conference account is asked for in a new editor"_s);
 }
 
 bool ToolBarWalk::openLogFolder() {
     const FileBrowser browser;
     click(shown(logFolderItem));
     const QString folder =
-        platform::services().workspace->documentsFolder() + QStringLiteral("/ParloMeetingsOutlookPlugin");
-    return m_walk.step(
-        Walk::waitFor([&] { return QDir(browser.opened().toLocalFile()) == QDir(folder); }, 3000),
-        QStringLiteral("the log folder opens in the file browser"));
+        platform::services().workspace->documentsFolder() + u"/ParloMeetingsOutlookPlugin"_s;
+    return m_report.step(
+        Report::waitFor([&] { return QDir(browser.opened().toLocalFile()) == QDir(folder); }, 3000),
+        u"the log folder opens in the file browser"_s);
 }
 
 } // namespace
 
-bool walkTheToolBar(Road &road) {
-    return ToolBarWalk(road).walk();
+bool runToolBar(Session &session) {
+    return ToolBarWalk(session).report();
 }
 
 } // namespace walkthrough

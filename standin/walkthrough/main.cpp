@@ -1,9 +1,10 @@
 // Walks the whole road on the real windows without a person: parlo-walkthrough [--host-version V] OUT
 // [my.ics]
+#include "platform/Literals.h"
+#include "standin/walkthrough/BusFlood.h"
 #include "standin/walkthrough/Desktop.h"
-#include "standin/walkthrough/Noise.h"
+#include "standin/walkthrough/MeetingSteps.h"
 #include "standin/walkthrough/OwnRoot.h"
-#include "standin/walkthrough/RoadSteps.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -13,17 +14,17 @@
 
 namespace {
 
-const QString versionOption = QStringLiteral("host-version");
-const QString innerOption = QStringLiteral("one-generation");
-const QString languageOption = QStringLiteral("language");
-const QString scaleOption = QStringLiteral("scale");
-const QString stateOption = QStringLiteral("state");
-const QString mishapOption = QStringLiteral("mishap");
-const QString noiseOption = QStringLiteral("noise");
-const QString darkOption = QStringLiteral("dark");
+const QString versionOption = u"host-version"_s;
+const QString innerOption = u"one-generation"_s;
+const QString languageOption = u"language"_s;
+const QString scaleOption = u"scale"_s;
+const QString stateOption = u"state"_s;
+const QString mishapOption = u"kill"_s;
+const QString noiseOption = u"noise"_s;
+const QString darkOption = u"dark"_s;
 constexpr int exitStepFailed = 1;
 constexpr int exitCrashed = 4;
-const QStringList generations = {QStringLiteral("15.8"), QStringLiteral("16")};
+const QStringList generations = {u"15.8"_s, u"16"_s};
 
 // Numbers the lines of one generation's report on from `count`. False when one of them is a failure.
 bool relay(QProcess &process, int &count, const QString &version) {
@@ -33,11 +34,10 @@ bool relay(QProcess &process, int &count, const QString &version) {
             continue;
         while (process.canReadLine()) {
             QString line = QString::fromUtf8(process.readLine()).trimmed();
-            const bool ok = line.startsWith(QStringLiteral("ok - "));
-            if (ok || line.startsWith(QStringLiteral("not ok - "))) {
+            const bool ok = line.startsWith(u"ok - "_s);
+            if (ok || line.startsWith(u"not ok - "_s)) {
                 good = good && ok;
-                line.replace(line.indexOf(QStringLiteral(" - ")), 3,
-                             QStringLiteral(" %1 - host %2: ").arg(++count).arg(version));
+                line.replace(line.indexOf(u" - "_s), 3, u" %1 - host %2: "_s.arg(++count).arg(version));
             }
             std::fprintf(stdout, "%s\n", qPrintable(line));
             std::fflush(stdout);
@@ -49,10 +49,8 @@ bool relay(QProcess &process, int &count, const QString &version) {
 bool walkOneGeneration(const QString &version, const QStringList &arguments, int &count, bool &crashed) {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(
-        QCoreApplication::applicationFilePath(),
-        QStringList{QStringLiteral("--") + innerOption, QStringLiteral("--") + versionOption, version} +
-            arguments);
+    process.start(QCoreApplication::applicationFilePath(),
+                  QStringList{u"--"_s + innerOption, u"--"_s + versionOption, version} + arguments);
     const bool good = relay(process, count, version);
     if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0)
         return good;
@@ -68,7 +66,7 @@ void prepareEnvironment(const walkthrough::PrivateBus &bus, const QTemporaryDir 
                         const QCommandLineParser &parser) {
     qputenv("QT_QPA_PLATFORM", QGuiApplication::platformName().toUtf8());
     if (!qEnvironmentVariableIsSet("XAUTHORITY")) // the X server's key stays where it is
-        qputenv("XAUTHORITY", QDir::home().filePath(QStringLiteral(".Xauthority")).toUtf8());
+        qputenv("XAUTHORITY", QDir::home().filePath(u".Xauthority"_s).toUtf8());
     qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
     qputenv("LC_ALL", "C.UTF-8");
     qputenv("LANGUAGE", parser.value(languageOption).toUtf8());
@@ -80,8 +78,8 @@ void prepareEnvironment(const walkthrough::PrivateBus &bus, const QTemporaryDir 
         QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         qputenv(name, folder.toUtf8());
     }
-    const QString built = QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("../root"));
-    const QString root = home.filePath(QStringLiteral("root"));
+    const QString built = QDir(QCoreApplication::applicationDirPath()).filePath(u"../root"_s);
+    const QString root = home.filePath(u"root"_s);
     walkthrough::makeRoot(root, qEnvironmentVariable("PARLO_ROOT", built));
     qputenv("PARLO_ROOT", root.toUtf8());
 }
@@ -92,9 +90,9 @@ int walkAllGenerations(const QCommandLineParser &parser) {
     QStringList arguments = parser.positionalArguments();
     for (const QString &option : {stateOption, mishapOption})
         if (parser.isSet(option))
-            arguments = QStringList{QStringLiteral("--") + option, parser.value(option)} + arguments;
+            arguments = QStringList{u"--"_s + option, parser.value(option)} + arguments;
     if (parser.isSet(darkOption))
-        arguments.prepend(QStringLiteral("--") + darkOption);
+        arguments.prepend(u"--"_s + darkOption);
     const walkthrough::PrivateBus bus;
     const QTemporaryDir home;
     QProcess noise;
@@ -104,7 +102,7 @@ int walkAllGenerations(const QCommandLineParser &parser) {
     }
     prepareEnvironment(bus, home, parser);
     if (parser.isSet(noiseOption)) {
-        noise.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--make-noise")});
+        noise.start(QCoreApplication::applicationFilePath(), {u"--make-noise"_s});
         noise.waitForStarted();
     }
     int count = 0;
@@ -143,48 +141,40 @@ void useDarkPalette() {
 
 int main(int argc, char **argv) {
     // Set before the application object exists. Otherwise than with "--platform xcb" nothing is seen of a
-    // walk.
+    // report.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("parlo-walkthrough"));
+    QApplication::setApplicationName(u"parlo-walkthrough"_s);
     QApplication::setQuitOnLastWindowClosed(false);
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Adds, changes, sends and removes a meeting on the real "
-                                                    "windows, reports each step as TAP, and leaves "
-                                                    "pictures and calendar files in a folder."));
+    parser.setApplicationDescription(u"Adds, changes, sends and removes a meeting on the real "
+                                     "windows, reports each step as TAP, and leaves "
+                                     "pictures and calendar files in a folder."_s);
     parser.addHelpOption();
-    parser.addOption({versionOption, QStringLiteral("Walk in this generation of the host alone."),
-                      QStringLiteral("version")});
-    parser.addOption({languageOption, QStringLiteral("The desktop's language, as \"de\"."),
-                      QStringLiteral("language"), QStringLiteral("en")});
-    parser.addOption({scaleOption, QStringLiteral("Pixels for each point, in each direction."),
-                      QStringLiteral("ratio"), QStringLiteral("1")});
-    parser.addOption({darkOption, QStringLiteral("In a dark palette.")});
-    parser.addOption(
-        {stateOption,
-         QStringLiteral("Keep what the programs keep for their user, and begin with what is there."),
-         QStringLiteral("folder")});
-    parser.addOption(
-        {mishapOption,
-         QStringLiteral("Kill host, client, agent or bus when so many messages have gone over the "
-                        "bus, as in \"client:7\"; then the walk is not expected to be finished."),
-         QStringLiteral("whom:message")});
-    parser.addOption({noiseOption, QStringLiteral("Flood the bus with what is neither request nor answer.")});
-    QCommandLineOption makeNoise(QStringLiteral("make-noise"));
-    makeNoise.setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOption(makeNoise);
+    parser.addOption({versionOption, u"Report in this generation of the host alone."_s, u"version"_s});
+    parser.addOption({languageOption, u"The desktop's language, as \"de\"."_s, u"language"_s, u"en"_s});
+    parser.addOption({scaleOption, u"Pixels for each point, in each direction."_s, u"ratio"_s, u"1"_s});
+    parser.addOption({darkOption, u"In a dark palette."_s});
+    parser.addOption({stateOption,
+                      u"Keep what the programs keep for their user, and begin with what is there."_s,
+                      u"folder"_s});
+    parser.addOption({mishapOption,
+                      u"Kill host, client, agent or bus when so many messages have gone over the "
+                      "bus, as in \"client:7\"; then the walk is not expected to be finished."_s,
+                      u"whom:message"_s});
+    parser.addOption({noiseOption, u"Flood the bus with what is neither request nor answer."_s});
+    QCommandLineOption floodBus(u"make-noise"_s);
+    floodBus.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.addOption(floodBus);
     QCommandLineOption inner(innerOption);
     inner.setFlags(QCommandLineOption::HiddenFromHelp);
     parser.addOption(inner);
-    parser.addPositionalArgument(QStringLiteral("out"),
-                                 QStringLiteral("The folder for pictures and calendar files."));
-    parser.addPositionalArgument(QStringLiteral("calendar"),
-                                 QStringLiteral("Walk on a copy of this calendar."),
-                                 QStringLiteral("[my.ics]"));
+    parser.addPositionalArgument(u"out"_s, u"The folder for pictures and calendar files."_s);
+    parser.addPositionalArgument(u"calendar"_s, u"Report on a copy of this calendar."_s, u"[my.ics]"_s);
     parser.process(application);
-    if (parser.isSet(makeNoise))
-        return walkthrough::makeNoise();
+    if (parser.isSet(floodBus))
+        return walkthrough::floodBus();
     const QStringList arguments = parser.positionalArguments();
     if (arguments.isEmpty())
         parser.showHelp(2);
@@ -192,10 +182,11 @@ int main(int argc, char **argv) {
     if (parser.isSet(darkOption) && parser.isSet(innerOption))
         useDarkPalette();
     if (parser.isSet(innerOption))
-        return walkthrough::walkTheRoad({.hostVersion = parser.value(versionOption),
-                                         .out = arguments.value(0),
-                                         .calendar = arguments.value(1),
-                                         .state = parser.value(stateOption),
-                                         .mishap = walkthrough::Mishap::parse(parser.value(mishapOption))});
+        return walkthrough::runWalkthrough(
+            {.hostVersion = parser.value(versionOption),
+             .out = arguments.value(0),
+             .calendar = arguments.value(1),
+             .state = parser.value(stateOption),
+             .kill = walkthrough::ProcessKill::parse(parser.value(mishapOption))});
     return walkAllGenerations(parser);
 }

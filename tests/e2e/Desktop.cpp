@@ -15,11 +15,11 @@ namespace e2e {
 
 namespace {
 
-const QString requestChannel = QStringLiteral("VelaOutlookPluginToVelaVideoClient_PRL");
-const QString answerChannel = QStringLiteral("VelaVideoClientToVelaOutlookPlugin_PRL");
-const QString clientIdentifier = QStringLiteral("com.parlo.meetings");
-const QString slowly = QStringLiteral("delay any 1500");
-const QString programName = QStringLiteral(" — Parlo Host");
+const QString requestChannel = u"VelaOutlookPluginToVelaVideoClient_PRL"_s;
+const QString answerChannel = u"VelaVideoClientToVelaOutlookPlugin_PRL"_s;
+const QString clientIdentifier = u"com.parlo.meetings"_s;
+const QString slowly = u"delay any 1500"_s;
+const QString programName = u" — Parlo Host"_s;
 constexpr int meetingAction = 3;
 constexpr int strongSaturation = 140; // of 255
 constexpr int plainWidth = 60;
@@ -66,13 +66,13 @@ void Desktop::SetUp() {
     platform::DesktopOptions options;
     if (GetParam().client == Client::AnswersAtOnce)
         options.bundleIdentifier = clientIdentifier;
-    options.rootFolder = path(QStringLiteral("root"));
-    options.defaultsFolder = path(QStringLiteral("test-defaults"));
-    options.documentsFolder = path(QStringLiteral("test-documents"));
+    options.rootFolder = path(u"root"_s);
+    options.defaultsFolder = path(u"test-defaults"_s);
+    options.documentsFolder = path(u"test-documents"_s);
     platform::setServices(platform::makeDesktopServices(options));
     observe(true, requestChannel);
     observe(false, answerChannel);
-    walkthrough::makeRoot(path(QStringLiteral("root")), qEnvironmentVariable("PARLO_ROOT"));
+    walkthrough::makeRoot(path(u"root"_s), qEnvironmentVariable("PARLO_ROOT"));
     writeCalendar();
     ASSERT_TRUE(startClient());
     ASSERT_TRUE(startHost());
@@ -92,21 +92,20 @@ void Desktop::TearDown() {
         screen.picture().save(QDir(folder).filePath(
             QString::fromLatin1(testing::UnitTest::GetInstance()->current_test_info()->name())
                 .replace(u'/', u'-') +
-            QStringLiteral(".png")));
+            u".png"_s));
 }
 
 void Desktop::observe(bool requests, const QString &channel) {
     static_cast<void>(platform::services().distributedNotifications->addObserver(
         channel, [this, requests](const QString &, const platform::TextMap &info) {
-            m_messages.append({requests, info.value(QStringLiteral("actionId")).toInt(),
-                               info.value(QStringLiteral("content"))});
+            m_messages.append({requests, info.value(u"actionId"_s).toInt(), info.value(u"content"_s)});
         }));
 }
 
 void Desktop::writeCalendar() const {
     QByteArray text =
         "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Parlo//End to end//EN\r\nX-WR-CALNAME:Ada Example\r\n";
-    const QByteArray day = QDate::currentDate().toString(QStringLiteral("yyyyMMdd")).toLatin1();
+    const QByteArray day = QDate::currentDate().toString(u"yyyyMMdd"_s).toLatin1();
     int hour = 9;
     for (const QByteArray subject : {"First", "Second", "Third"}) {
         text += "BEGIN:VEVENT\r\nUID:" + subject.toLower() +
@@ -121,9 +120,9 @@ void Desktop::writeCalendar() const {
 
 QProcessEnvironment Desktop::environment() const {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DISPLAY"), screen.display());
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-    environment.insert(QStringLiteral("PARLO_ROOT"), path(QStringLiteral("root")));
+    environment.insert(u"DISPLAY"_s, screen.display());
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+    environment.insert(u"PARLO_ROOT"_s, path(u"root"_s));
     for (const char *name :
          {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"}) {
         const QString folder = path(QString::fromLatin1(name));
@@ -139,9 +138,8 @@ bool Desktop::startClient() {
         m_ownClient = std::make_unique<OwnClient>();
     } else {
         m_clientProcess.setProcessEnvironment(environment());
-        if (!m_clientProcess.run(program("parlo-client"),
-                                 {QStringLiteral("--background"), QStringLiteral("--data"),
-                                  path(QStringLiteral("meetings.json")), QStringLiteral("--rule"), slowly}))
+        if (!m_clientProcess.run(program("parlo-client"), {u"--background"_s, u"--data"_s,
+                                                           path(u"meetings.json"_s), u"--rule"_s, slowly}))
             return false;
     }
     return waitFor(
@@ -152,10 +150,9 @@ bool Desktop::startHost() {
     m_host.setProcessEnvironment(environment());
     m_host.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     return m_host.run(program("parlo-host"),
-                      {QStringLiteral("--host-version"), QString::fromLatin1(GetParam().hostVersion),
-                       QStringLiteral("--documents"), path(QStringLiteral("Documents")),
-                       QStringLiteral("--defaults"), path(QStringLiteral("defaults")),
-                       QStringLiteral("--outbox"), path(QStringLiteral("outbox")), calendarPath()}) &&
+                      {u"--host-version"_s, QString::fromLatin1(GetParam().hostVersion), u"--documents"_s,
+                       path(u"Documents"_s), u"--defaults"_s, path(u"defaults"_s), u"--outbox"_s,
+                       path(u"outbox"_s), calendarPath()}) &&
            becomesActive(calendar);
 }
 
@@ -172,35 +169,35 @@ void Desktop::goTo(const QString &title) {
 }
 
 void Desktop::open(const QString &subject) {
-    screen.press(QStringLiteral("Down"));
+    screen.press(u"Down"_s);
     openSelected(subject);
 }
 
 void Desktop::openSelected(const QString &subject) {
-    screen.press(QStringLiteral("Return"));
+    screen.press(u"Return"_s);
     ASSERT_TRUE(becomesActive(unchanged(subject)));
 }
 
 void Desktop::addMeeting(const QString &subject) {
-    screen.press(QStringLiteral("alt+i"));
+    screen.press(u"alt+i"_s);
     ASSERT_TRUE(becomesActive(settingsSheet));
-    screen.press(QStringLiteral("Return"));
+    screen.press(u"Return"_s);
     ASSERT_TRUE(becomesActive(changed(subject)));
 }
 
 void Desktop::typeSubject(const QString &subject) {
-    screen.press(QStringLiteral("alt+u"));
-    screen.press(QStringLiteral("ctrl+a"));
+    screen.press(u"alt+u"_s);
+    screen.press(u"ctrl+a"_s);
     screen.type(subject);
 }
 
 void Desktop::save(const QString &subject) {
-    screen.press(QStringLiteral("ctrl+s"));
+    screen.press(u"ctrl+s"_s);
     ASSERT_TRUE(becomesActive(unchanged(subject)));
 }
 
 void Desktop::close(const QString &subject) {
-    screen.press(QStringLiteral("ctrl+w"));
+    screen.press(u"ctrl+w"_s);
     ASSERT_TRUE(
         waitFor([this, &subject] { return !screen.windows().contains(unchanged(subject) + programName); }));
 }
@@ -254,7 +251,7 @@ QDateTime Desktop::startInFile(const QString &uid) const {
 QString Desktop::meetingKeyInFile(const QString &uid) const {
     return QJsonDocument::fromJson(appointment(calendarPath(), uid).ucCapabilities.toUtf8())
         .object()
-        .value(QStringLiteral("meetingKey"))
+        .value(u"meetingKey"_s)
         .toString();
 }
 
@@ -263,10 +260,9 @@ std::string Desktop::meetingOfClient(const QString &key) const {
     if (m_ownClient) {
         meetings = m_ownClient->meetings();
     } else {
-        QFile file(path(QStringLiteral("meetings.json")));
+        QFile file(path(u"meetings.json"_s));
         if (file.open(QIODevice::ReadOnly))
-            meetings =
-                QJsonDocument::fromJson(file.readAll()).object().value(QStringLiteral("meetings")).toObject();
+            meetings = QJsonDocument::fromJson(file.readAll()).object().value(u"meetings"_s).toObject();
     }
     const QJsonObject meeting = meetings.value(key).toObject();
     return meeting.isEmpty() ? std::string() : QJsonDocument(meeting).toJson().toStdString();

@@ -2,6 +2,7 @@
 // them from outside: windows, files and the messages on the bus.
 #pragma once
 
+#include "platform/Literals.h"
 #include "tests/e2e/Screen.h"
 #include "tests/platform/PrivateBus.h"
 
@@ -62,10 +63,10 @@ protected:
 
     // Whether the window of that title gets active within the usual time.
     ::testing::AssertionResult becomesActive(const QString &title);
-    static QString unchanged(const QString &subject) { return subject + QStringLiteral(" — Appointment"); }
+    static QString unchanged(const QString &subject) { return subject + u" — Appointment"_s; }
     static QString changed(const QString &subject) { return unchanged(subject) + u'*'; }
-    inline static const QString settingsSheet = QStringLiteral("Meeting settings");
-    inline static const QString calendar = QStringLiteral("calendar.ics");
+    inline static const QString settingsSheet = u"Meeting settings"_s;
+    inline static const QString calendar = u"calendar.ics"_s;
 
     // A point of the appointment that is selected in the grid; a null one when none is seen.
     [[nodiscard]] QPoint selectedTile() const;

@@ -1,5 +1,7 @@
 #include "tests/e2e/Screen.h"
 
+#include "platform/Literals.h"
+
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QFile>
@@ -16,7 +18,7 @@ namespace {
 constexpr int patience = 30'000; // milliseconds
 constexpr int betweenLooks = 10; // milliseconds
 constexpr int dragSteps = 6;
-const QString screenSize = QStringLiteral("1280x1024x24");
+const QString screenSize = u"1280x1024x24"_s;
 
 // The header of the X window dump format: big-endian numbers, of which these are needed.
 struct DumpHeader {
@@ -65,10 +67,8 @@ Screen::Screen() {
 }
 
 bool Screen::startServer() {
-    if (!m_server.run(QStringLiteral("Xvfb"),
-                      {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                       QStringLiteral("0"), screenSize, QStringLiteral("-nolisten"), QStringLiteral("tcp"),
-                       QStringLiteral("-fbdir"), m_folder.path()}) ||
+    if (!m_server.run(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, screenSize, u"-nolisten"_s,
+                                  u"tcp"_s, u"-fbdir"_s, m_folder.path()}) ||
         !waitFor([this] { return m_server.canReadLine(); }))
         return false;
     m_display = u':' + QString::fromLatin1(m_server.readLine()).trimmed();
@@ -77,15 +77,14 @@ bool Screen::startServer() {
 
 bool Screen::startWindowManager() {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DISPLAY"), m_display);
+    environment.insert(u"DISPLAY"_s, m_display);
     m_windowManager.setProcessEnvironment(environment);
     m_windowManager.setStandardErrorFile(QProcess::nullDevice());
-    return m_windowManager.run(QStringLiteral("openbox"),
-                               {QStringLiteral("--sm-disable"), QStringLiteral("--config-file"),
-                                QStringLiteral("/etc/xdg/openbox/rc.xml")}) &&
+    return m_windowManager.run(u"openbox"_s,
+                               {u"--sm-disable"_s, u"--config-file"_s, u"/etc/xdg/openbox/rc.xml"_s}) &&
            waitFor([this] {
                int exitCode = -1;
-               xdotool({QStringLiteral("get_desktop")}, &exitCode);
+               xdotool({u"get_desktop"_s}, &exitCode);
                return exitCode == 0;
            });
 }
@@ -93,11 +92,11 @@ bool Screen::startWindowManager() {
 QString Screen::xdotool(const QStringList &arguments, int *exitCode) {
     Child process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DISPLAY"), m_display);
+    environment.insert(u"DISPLAY"_s, m_display);
     process.setProcessEnvironment(environment);
     process.setStandardErrorFile(QProcess::nullDevice()); // "no such window" is an answer
     // The client of the test may live in this process: it answers meanwhile.
-    if (!process.run(QStringLiteral("xdotool"), arguments) ||
+    if (!process.run(u"xdotool"_s, arguments) ||
         !waitFor([&process] { return process.state() == QProcess::NotRunning; }))
         return {};
     if (exitCode)
@@ -106,32 +105,32 @@ QString Screen::xdotool(const QStringList &arguments, int *exitCode) {
 }
 
 void Screen::press(const QString &keys) {
-    xdotool({QStringLiteral("key"), keys});
+    xdotool({u"key"_s, keys});
 }
 
 void Screen::type(const QString &text) {
-    xdotool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("1"), text});
+    xdotool({u"type"_s, u"--delay"_s, u"1"_s, text});
 }
 
 void Screen::drag(const QPoint &from, const QPoint &to) {
     const auto moveTo = [](const QPoint &point) {
-        return QStringList{QStringLiteral("mousemove"), QStringLiteral("--sync"), QString::number(point.x()),
+        return QStringList{u"mousemove"_s, u"--sync"_s, QString::number(point.x()),
                            QString::number(point.y())};
     };
-    QStringList gesture = moveTo(from) + QStringList{QStringLiteral("mousedown"), QStringLiteral("1")};
+    QStringList gesture = moveTo(from) + QStringList{u"mousedown"_s, u"1"_s};
     for (int i = 1; i <= dragSteps; ++i)
         gesture += moveTo(from + (to - from) * i / dragSteps);
-    xdotool(gesture + QStringList{QStringLiteral("mouseup"), QStringLiteral("1")});
+    xdotool(gesture + QStringList{u"mouseup"_s, u"1"_s});
 }
 
 void Screen::activate(const QString &title) {
     const QString window = titles().key(title);
     if (!window.isEmpty())
-        xdotool({QStringLiteral("windowactivate"), QStringLiteral("--sync"), window});
+        xdotool({u"windowactivate"_s, u"--sync"_s, window});
 }
 
 QString Screen::activeWindow() {
-    return xdotool({QStringLiteral("getactivewindow"), QStringLiteral("getwindowname")});
+    return xdotool({u"getactivewindow"_s, u"getwindowname"_s});
 }
 
 QStringList Screen::windows() {
@@ -140,15 +139,14 @@ QStringList Screen::windows() {
 
 QMap<QString, QString> Screen::titles() {
     QMap<QString, QString> titles;
-    const QString found = xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                                   QStringLiteral("--class"), QStringLiteral("parlo-host")});
+    const QString found = xdotool({u"search"_s, u"--onlyvisible"_s, u"--class"_s, u"parlo-host"_s});
     for (const QString &window : found.split(u'\n', Qt::SkipEmptyParts))
-        titles.insert(window, xdotool({QStringLiteral("getwindowname"), window}));
+        titles.insert(window, xdotool({u"getwindowname"_s, window}));
     return titles;
 }
 
 QImage Screen::picture() const {
-    QFile file(m_folder.filePath(QStringLiteral("Xvfb_screen0")));
+    QFile file(m_folder.filePath(u"Xvfb_screen0"_s));
     if (!file.open(QIODevice::ReadOnly))
         return {};
     const QByteArray dump = file.readAll();

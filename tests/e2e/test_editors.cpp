@@ -5,10 +5,10 @@ namespace e2e {
 
 namespace {
 
-const QString first = QStringLiteral("First");
-const QString second = QStringLiteral("Second");
-const QString third = QStringLiteral("Third");
-const QString changesOfMeetings = QStringLiteral("2;");
+const QString first = u"First"_s;
+const QString second = u"Second"_s;
+const QString third = u"Third"_s;
+const QString changesOfMeetings = u"2;"_s;
 
 class Editors : public Desktop {
 protected:
@@ -22,28 +22,28 @@ protected:
 
 TEST_P(Editors, OfAPlainAppointmentKnowsNothingOfTheMeetingBesideIt) {
     ASSERT_NO_FATAL_FAILURE(giveMeeting(first));
-    const QString key = meetingKeyInFile(QStringLiteral("first"));
+    const QString key = meetingKeyInFile(u"first"_s);
     const std::string meeting = meetingOfClient(key);
     ASSERT_FALSE(meeting.empty());
     ASSERT_NO_FATAL_FAILURE(openSelected(first));
     ASSERT_NO_FATAL_FAILURE(goTo(calendar));
     ASSERT_NO_FATAL_FAILURE(open(second));
 
-    const QString plain = QStringLiteral("Plain");
+    const QString plain = u"Plain"_s;
     typeSubject(plain);
     ASSERT_TRUE(becomesActive(changed(plain)));
     ASSERT_NO_FATAL_FAILURE(save(plain));
-    EXPECT_EQ(subjectInFile(QStringLiteral("second")), plain);
-    EXPECT_EQ(meetingKeyInFile(QStringLiteral("second")), QString());
+    EXPECT_EQ(subjectInFile(u"second"_s), plain);
+    EXPECT_EQ(meetingKeyInFile(u"second"_s), QString());
 
-    screen.press(QStringLiteral("alt+i"));
+    screen.press(u"alt+i"_s);
     ASSERT_TRUE(becomesActive(settingsSheet)) << "the strip does not offer to add a meeting";
-    screen.press(QStringLiteral("Return")); // the add ends with the save that this editor did before
-    ASSERT_TRUE(waitFor([&] { return !meetingKeyInFile(QStringLiteral("second")).isEmpty(); }));
+    screen.press(u"Return"_s); // the add ends with the save that this editor did before
+    ASSERT_TRUE(waitFor([&] { return !meetingKeyInFile(u"second"_s).isEmpty(); }));
     ASSERT_TRUE(becomesActive(unchanged(plain)));
-    const QString otherKey = meetingKeyInFile(QStringLiteral("second"));
+    const QString otherKey = meetingKeyInFile(u"second"_s);
     EXPECT_NE(otherKey, key);
-    EXPECT_EQ(requests(QStringLiteral("1;")).size(), 2);
+    EXPECT_EQ(requests(u"1;"_s).size(), 2);
     expectNoUpdateOf(key);
     EXPECT_EQ(meetingOfClient(key), meeting);
 }
@@ -51,28 +51,28 @@ TEST_P(Editors, OfAPlainAppointmentKnowsNothingOfTheMeetingBesideIt) {
 TEST_P(Editors, RemoveTheirOwnMeetingAndNoOther) {
     ASSERT_NO_FATAL_FAILURE(giveMeeting(first));
     ASSERT_NO_FATAL_FAILURE(giveMeeting(second));
-    const QString firstKey = meetingKeyInFile(QStringLiteral("first"));
-    const QString secondKey = meetingKeyInFile(QStringLiteral("second"));
+    const QString firstKey = meetingKeyInFile(u"first"_s);
+    const QString secondKey = meetingKeyInFile(u"second"_s);
     const std::string meeting = meetingOfClient(firstKey);
     ASSERT_NO_FATAL_FAILURE(openSelected(second));
     ASSERT_NO_FATAL_FAILURE(goTo(calendar));
     ASSERT_NO_FATAL_FAILURE(open(third));
     ASSERT_NO_FATAL_FAILURE(goTo(calendar));
-    screen.press(QStringLiteral("Up"));
-    screen.press(QStringLiteral("Up"));
+    screen.press(u"Up"_s);
+    screen.press(u"Up"_s);
     ASSERT_NO_FATAL_FAILURE(openSelected(first));
 
     ASSERT_NO_FATAL_FAILURE(goTo(unchanged(second)));
-    screen.press(QStringLiteral("alt+m"));
+    screen.press(u"alt+m"_s);
     ASSERT_TRUE(becomesActive(changed(second)));
     ASSERT_NO_FATAL_FAILURE(save(second));
-    EXPECT_EQ(requests(QStringLiteral("3;")).join(u' ').toStdString(), "3;" + secondKey.toStdString());
-    EXPECT_EQ(meetingKeyInFile(QStringLiteral("second")), QString());
+    EXPECT_EQ(requests(u"3;"_s).join(u' ').toStdString(), "3;" + secondKey.toStdString());
+    EXPECT_EQ(meetingKeyInFile(u"second"_s), QString());
     EXPECT_EQ(meetingOfClient(secondKey), "");
 
-    EXPECT_EQ(meetingKeyInFile(QStringLiteral("first")), firstKey);
+    EXPECT_EQ(meetingKeyInFile(u"first"_s), firstKey);
     EXPECT_EQ(meetingOfClient(firstKey), meeting);
-    const QString renamed = QStringLiteral("Renamed");
+    const QString renamed = u"Renamed"_s;
     ASSERT_NO_FATAL_FAILURE(goTo(unchanged(first)));
     typeSubject(renamed);
     ASSERT_TRUE(becomesActive(changed(renamed)));
@@ -81,7 +81,7 @@ TEST_P(Editors, RemoveTheirOwnMeetingAndNoOther) {
     EXPECT_EQ(requests(changesOfMeetings).size(), 1);
 
     ASSERT_NO_FATAL_FAILURE(goTo(unchanged(third)));
-    screen.press(QStringLiteral("alt+i"));
+    screen.press(u"alt+i"_s);
     EXPECT_TRUE(becomesActive(settingsSheet)) << "the strip does not offer to add a meeting";
 }
 

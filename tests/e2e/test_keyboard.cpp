@@ -14,12 +14,12 @@ constexpr int updateAnswer = 2;
 } // namespace
 
 TEST_P(KeyboardAlone, AddsOneMeetingAfterAnother) {
-    QStringList subjects{QStringLiteral("First")};
+    QStringList subjects{u"First"_s};
     if (GetParam().client == Client::AnswersAtOnce)
-        subjects.append(QStringLiteral("Second"));
+        subjects.append(u"Second"_s);
     for (const QString &subject : subjects) {
         const QString uid = subject.toLower();
-        const QString typed = subject + QStringLiteral(" again");
+        const QString typed = subject + u" again"_s;
         ASSERT_NO_FATAL_FAILURE(open(subject));
         ASSERT_NO_FATAL_FAILURE(addMeeting(subject));
         ASSERT_NO_FATAL_FAILURE(save(subject)) << "the keyboard is dead";
@@ -31,18 +31,18 @@ TEST_P(KeyboardAlone, AddsOneMeetingAfterAnother) {
         ASSERT_NO_FATAL_FAILURE(close(typed));
         ASSERT_TRUE(becomesActive(calendar));
     }
-    EXPECT_EQ(requests(QStringLiteral("1;")).size(), subjects.size());
+    EXPECT_EQ(requests(u"1;"_s).size(), subjects.size());
 }
 
 TEST_P(KeyboardAfterSettings, TypesIntoTheEditor) {
-    ASSERT_NO_FATAL_FAILURE(giveMeeting(QStringLiteral("First")));
+    ASSERT_NO_FATAL_FAILURE(giveMeeting(u"First"_s));
     ASSERT_TRUE(becomesActive(calendar));
-    ASSERT_NO_FATAL_FAILURE(openSelected(QStringLiteral("First")));
-    screen.press(QStringLiteral("alt+s"));
+    ASSERT_NO_FATAL_FAILURE(openSelected(u"First"_s));
+    screen.press(u"alt+s"_s);
     ASSERT_TRUE(becomesActive(settingsSheet));
-    screen.press(QStringLiteral("Return"));
-    ASSERT_TRUE(becomesActive(changed(QStringLiteral("First"))));
-    for (const QString &typed : {QStringLiteral("Changed"), QStringLiteral("Changed again")}) {
+    screen.press(u"Return"_s);
+    ASSERT_TRUE(becomesActive(changed(u"First"_s)));
+    for (const QString &typed : {u"Changed"_s, u"Changed again"_s}) {
         typeSubject(typed);
         ASSERT_TRUE(becomesActive(changed(typed)));
         ASSERT_NO_FATAL_FAILURE(save(typed));
@@ -51,21 +51,20 @@ TEST_P(KeyboardAfterSettings, TypesIntoTheEditor) {
 }
 
 TEST_P(KeyboardAfterDrag, RenamesTheTile) {
-    ASSERT_NO_FATAL_FAILURE(giveMeeting(QStringLiteral("First")));
+    ASSERT_NO_FATAL_FAILURE(giveMeeting(u"First"_s));
     ASSERT_TRUE(becomesActive(calendar));
-    const QDateTime before = startInFile(QStringLiteral("first"));
+    const QDateTime before = startInFile(u"first"_s);
     const QPoint tile = selectedTile();
     ASSERT_FALSE(tile.isNull());
     screen.drag(tile, tile - QPoint(0, 60));
-    ASSERT_TRUE(waitFor([&] { return startInFile(QStringLiteral("first")) < before; }));
+    ASSERT_TRUE(waitFor([&] { return startInFile(u"first"_s) < before; }));
     ASSERT_TRUE(waitFor([this] { return answers(updateAnswer) == 1; }));
     ASSERT_TRUE(becomesActive(calendar));
-    screen.press(QStringLiteral("F2"));
-    screen.press(QStringLiteral("ctrl+a"));
-    screen.type(QStringLiteral("Dragged"));
-    screen.press(QStringLiteral("Return"));
-    EXPECT_TRUE(
-        waitFor([this] { return subjectInFile(QStringLiteral("first")) == QStringLiteral("Dragged"); }));
+    screen.press(u"F2"_s);
+    screen.press(u"ctrl+a"_s);
+    screen.type(u"Dragged"_s);
+    screen.press(u"Return"_s);
+    EXPECT_TRUE(waitFor([this] { return subjectInFile(u"first"_s) == u"Dragged"_s; }));
 }
 
 // Late answers take their time: each generation of the host waits for some of them.

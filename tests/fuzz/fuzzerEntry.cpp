@@ -1,12 +1,12 @@
-// What libFuzzer calls. One door is linked into each fuzzer.
-#include "tests/fuzz/Door.h"
+// What libFuzzer calls. One target is linked into each fuzzer.
+#include "tests/fuzz/FuzzTarget.h"
 
 #include <QApplication>
 #include <cstdlib>
 
 namespace {
 
-// What doors have to say about bad input is said thousands of times a second.
+// What targets have to say about bad input is said thousands of times a second.
 void sayNothing(QtMsgType type, const QMessageLogContext &, const QString &text) {
     if (type == QtFatalMsg)
         std::fprintf(stderr, "%s\n", qPrintable(text));
@@ -32,6 +32,6 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    fuzz::doors().front().open(QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)));
+    fuzz::fuzzTargets().front().open(QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)));
     return 0;
 }

@@ -1,5 +1,6 @@
-// Opens every door with everything in its corpus, so that what a fuzzer once found stays mended.
-#include "tests/fuzz/Door.h"
+// Opens every target with everything in its corpus, so that what a fuzzer once found stays mended.
+#include "platform/Literals.h"
+#include "tests/fuzz/FuzzTarget.h"
 
 #include <QDir>
 #include <QFile>
@@ -20,17 +21,17 @@ void fuzz::claim(bool holds, const char *what) {
 
 namespace fuzz {
 
-static void PrintTo(const Door &door, std::ostream *out) {
-    *out << door.name;
+static void PrintTo(const FuzzTarget &target, std::ostream *out) {
+    *out << target.name;
 }
 
 } // namespace fuzz
 
 namespace {
 
-class Corpus : public testing::TestWithParam<fuzz::Door> {
+class Corpus : public testing::TestWithParam<fuzz::FuzzTarget> {
 protected:
-    // A door may say in the log what is wrong with its input.
+    // A target may say in the log what is wrong with its input.
     void SetUp() override {
         m_before = qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     }
@@ -41,7 +42,7 @@ private:
 };
 
 TEST_P(Corpus, EveryInputIsSurvivedAndEveryClaimHolds) {
-    const QDir folder(QStringLiteral(PARLO_CORPORA "/") + QLatin1String(GetParam().name));
+    const QDir folder(u"" PARLO_CORPORA "/"_s + QLatin1String(GetParam().name));
     const QStringList names = folder.entryList(QDir::Files, QDir::Name);
     ASSERT_FALSE(names.isEmpty());
     for (const QString &name : names) {
@@ -56,7 +57,7 @@ TEST_P(Corpus, EveryInputIsSurvivedAndEveryClaimHolds) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Door, Corpus, testing::ValuesIn(fuzz::doors()),
+INSTANTIATE_TEST_SUITE_P(FuzzTarget, Corpus, testing::ValuesIn(fuzz::fuzzTargets()),
                          [](const auto &info) { return std::string(info.param.name); });
 
 } // namespace

@@ -26,10 +26,9 @@ rt::Value note(rt::Object *self, rt::Selector selector, rt::Args arguments) {
     // The class that the method was defined on is what the test speaks of; a replacement keeps it reachable
     // under another selector, which is what is noted then.
     const QString name = (cls ? cls->name() : self->isa()->name()) + u' ' + selector.name();
-    calls().append(QStringLiteral("%1(%2)").arg(name).arg(arguments.count()));
-    const rt::Value answer = selector.name().contains(QStringLiteral("initWithFrame:")) && !cls
-                                 ? rt::fromObject(self)
-                                 : answers().value(name);
+    calls().append(u"%1(%2)"_s.arg(name).arg(arguments.count()));
+    const rt::Value answer =
+        selector.name().contains(u"initWithFrame:"_s) && !cls ? rt::fromObject(self) : answers().value(name);
     if (during())
         during()();
     return answer;
@@ -51,15 +50,15 @@ rt::Value managedSubviews(rt::Object *self, rt::Selector, rt::Args) {
     QVariantList list;
     for (QObject *child : dynamic_cast<QWidget *>(self)->children())
         if (auto *view = qobject_cast<QWidget *>(child))
-            list.append(QVariantMap{{QStringLiteral("subview"), rt::fromWidget(view)}});
+            list.append(QVariantMap{{u"subview"_s, rt::fromWidget(view)}});
     return list;
 }
 
 } // namespace
 
 void define(std::optional<HookRowName> without) {
-    rt::Class *accepting = rt::defineClass(QStringLiteral("OLAttachmentsAcceptingView"));
-    rt::defineClass(QStringLiteral("OLCalendarHeaderContainerView"), accepting);
+    rt::Class *accepting = rt::defineClass(u"OLAttachmentsAcceptingView"_s);
+    rt::defineClass(u"OLCalendarHeaderContainerView"_s, accepting);
     for (const HookRow &row : hookTable()) {
         const QString name = QString::fromLatin1(row.hostClass);
         rt::Class *cls = rt::classNamed(name) ? rt::classNamed(name) : rt::defineClass(name);
@@ -69,16 +68,15 @@ void define(std::optional<HookRowName> without) {
     }
     for (const char *name : {"ECCalendarEvent", "ECMutableCalendarEvent"})
         rt::addMethod(rt::classNamed(QString::fromLatin1(name)), "olmUCCapabilities", capabilities, "@@:");
-    rt::addMethod(rt::classNamed(QStringLiteral("ECMutableCalendarEvent")), "setLocation:", note, "v@:@");
-    rt::addMethod(rt::classNamed(QStringLiteral("ECCalendarEvent")), "isOwner", member, "B@:");
-    rt::addMethod(rt::classNamed(QStringLiteral("OLCalendarGridViewWrapper")), "gridViewController", member,
+    rt::addMethod(rt::classNamed(u"ECMutableCalendarEvent"_s), "setLocation:", note, "v@:@");
+    rt::addMethod(rt::classNamed(u"ECCalendarEvent"_s), "isOwner", member, "B@:");
+    rt::addMethod(rt::classNamed(u"OLCalendarGridViewWrapper"_s), "gridViewController", member, "@@:");
+    rt::addMethod(rt::defineClass(u"CCGridViewController"_s), "selectedEvent", member, "@@:");
+    rt::addMethod(rt::classNamed(u"ERCalendarEventEditorWindowController"_s), "editorViewController", member,
                   "@@:");
-    rt::addMethod(rt::defineClass(QStringLiteral("CCGridViewController")), "selectedEvent", member, "@@:");
-    rt::addMethod(rt::classNamed(QStringLiteral("ERCalendarEventEditorWindowController")),
-                  "editorViewController", member, "@@:");
-    rt::defineClass(QStringLiteral("OLWordMailEditor"));
-    rt::addMethod(rt::classNamed(QStringLiteral("OLCalendarHeaderContainerView")), "managedSubviewsData",
-                  managedSubviews, "@@:");
+    rt::defineClass(u"OLWordMailEditor"_s);
+    rt::addMethod(rt::classNamed(u"OLCalendarHeaderContainerView"_s), "managedSubviewsData", managedSubviews,
+                  "@@:");
 }
 
 } // namespace hookedhost

@@ -15,9 +15,9 @@
 
 namespace hookedhost {
 
-inline const QString olderHeader = QStringLiteral("OLCalendarHeaderContainerView");
-inline const QString newerHeader = QStringLiteral("OLAutoLayoutAttachmentsAcceptingView");
-inline const QString meeting = QStringLiteral("{\"meetingKey\": \"840000017\"}");
+inline const QString olderHeader = u"OLCalendarHeaderContainerView"_s;
+inline const QString newerHeader = u"OLAutoLayoutAttachmentsAcceptingView"_s;
+inline const QString meeting = u"{\"meetingKey\": \"840000017\"}"_s;
 
 // One strip for one editor; notes what the hooks ask of it.
 class FakeStrip : public EditorStrip {
@@ -26,14 +26,14 @@ public:
     QStringList asked;
     std::function<void()> whenAsked;
     [[nodiscard]] const std::shared_ptr<MeetingContext> &context() const override { return m_context; }
-    [[nodiscard]] QString getAppointmentWindowID() const override { return QStringLiteral("w"); }
+    [[nodiscard]] QString getAppointmentWindowID() const override { return u"w"_s; }
     [[nodiscard]] rt::Object *editorWindowController() const override { return nullptr; }
     [[nodiscard]] rt::Object *editorViewController() const override { return nullptr; }
     [[nodiscard]] bool blockDeleteVelaMeeting() const override { return true; }
     [[nodiscard]] bool currentIsVelaMeeting() const override { return true; }
     [[nodiscard]] bool isApptDirty() const override { return false; }
     void setOLUIAction(HostAction action) override {
-        asked << QStringLiteral("action %1").arg(quint32(action));
+        asked << u"action %1"_s.arg(quint32(action));
         if (whenAsked)
             whenAsked();
     }
@@ -43,10 +43,8 @@ public:
     void setActionToSuccess() override { result = true; }
     [[nodiscard]] bool getActionResult() const override { return result; }
     void onUIChanged(StripState) override {}
-    void refreshUI() override { asked << QStringLiteral("refresh"); }
-    void enableChangeSettingButton(bool enabled) override {
-        asked << QStringLiteral("enable %1").arg(enabled);
-    }
+    void refreshUI() override { asked << u"refresh"_s; }
+    void enableChangeSettingButton(bool enabled) override { asked << u"enable %1"_s.arg(enabled); }
     void autoRemoveVelaMeeting() override {}
     bool result = false;
 
@@ -85,11 +83,11 @@ protected:
     static platform::TestDesktop installServices() {
         platform::TestDesktop desktop = platform::installTestServices();
         desktop.workspace->root = folder->path();
-        const QString path = QStringLiteral("/Applications/Host.app");
+        const QString path = u"/Applications/Host.app"_s;
         desktop.workspace->bundles.append({"com.microsoft.Outlook", path, "/bin/true"});
-        const QString contents = folder->path() + path + QStringLiteral("/Contents");
+        const QString contents = folder->path() + path + u"/Contents"_s;
         QDir().mkpath(contents);
-        platform::services().propertyLists->write(contents + QStringLiteral("/Info.plist"),
+        platform::services().propertyLists->write(contents + u"/Info.plist"_s,
                                                   QVariantMap{{"CFBundleShortVersionString", "16.0"}});
         return desktop;
     }

@@ -16,8 +16,7 @@ TEST_F(HooksTest, UnderTheReplacementSelectorTheHostsOwnRunsOnceForEveryRow) {
         rt::Class *cls = rt::classNamed(QString::fromLatin1(row.hostClass));
         View view(cls->name());
         Thing thing(row.hostClass);
-        const bool isView = cls->name().contains(QStringLiteral("View")) &&
-                            !cls->name().contains(QStringLiteral("Controller"));
+        const bool isView = cls->name().contains(u"View"_s) && !cls->name().contains(u"Controller"_s);
         rt::Object *receiver = row.kind == HookKind::Class ? static_cast<rt::Object *>(cls)
                                : isView                    ? static_cast<rt::Object *>(&view)
                                                            : &thing;
@@ -28,19 +27,18 @@ TEST_F(HooksTest, UnderTheReplacementSelectorTheHostsOwnRunsOnceForEveryRow) {
 }
 
 TEST_F(HooksTest, WhatPassesThroughHandsOnArgumentsAndResult) {
-    answers().insert(
-        QStringLiteral("ERCalendarEventEditorViewController vl_ERCalendarEventEditorViewController_save"),
-        42);
+    answers().insert(u"ERCalendarEventEditorViewController vl_ERCalendarEventEditorViewController_save"_s,
+                     42);
     EXPECT_EQ(rt::send(&editor, "save"), rt::Value(42));
     rt::send(&editor, "setIsCancelMode:", true);
-    EXPECT_EQ(calls().last(), QStringLiteral("ERCalendarEventEditorViewController "
-                                             "vl_ERCalendarEventEditorViewController_setIsCancelMode:(1)"));
+    EXPECT_EQ(calls().last(), u"ERCalendarEventEditorViewController "
+                              "vl_ERCalendarEventEditorViewController_setIsCancelMode:(1)"_s);
 }
 
 TEST_F(HooksTest, OnlyTheVeryHeaderClassGetsAStrip) {
-    rt::Class *sub = rt::defineClass(QStringLiteral("ASubclassOfTheHeader"), rt::classNamed(olderHeader));
+    rt::Class *sub = rt::defineClass(u"ASubclassOfTheHeader"_s, rt::classNamed(olderHeader));
     View older(olderHeader), subclass(sub->name()), newer(newerHeader),
-        other(QStringLiteral("OLAttachmentsAcceptingView"));
+        other(u"OLAttachmentsAcceptingView"_s);
     for (View *view : {&older, &subclass, &newer, &other})
         rt::send(view, "initWithFrame:", QRectF(0, 0, 900, 90));
     EXPECT_EQ(strips.headers, (QList<QWidget *>{&older, &newer}));
@@ -60,8 +58,8 @@ TEST_F(HooksTest, TheStripIsPlacedByTheHeadersRightEdgeAndItsTimeZoneRow) {
         for (const auto &one : cases) {
             View header(name);
             header.setGeometry(one.x, 0, one.width, 120);
-            View row(QStringLiteral("OLAutoLayoutView"), &header);
-            QLabel label(QStringLiteral("Time zone:"), &row);
+            View row(u"OLAutoLayoutView"_s, &header);
+            QLabel label(u"Time zone:"_s, &row);
             row.setVisible(one.timeZone);
             auto *placed = new vlActionAdditionView(g_vlAdditionViewFrame, &header);
             calls().clear();
@@ -88,8 +86,8 @@ TEST_F(HooksTest, TheFirstTimeZoneLabelOfARowDecidesAndNoOtherText) {
             View header(name);
             header.setGeometry(0, 0, 1000, 120);
             vlActionAdditionView placed(g_vlAdditionViewFrame, &header);
-            QLabel outside(QStringLiteral("Time zone:"), &header); // not in a row
-            View row(QStringLiteral("OLAutoLayoutView"), &header);
+            QLabel outside(u"Time zone:"_s, &header); // not in a row
+            View row(u"OLAutoLayoutView"_s, &header);
             QLabel first(one.first, &row), second(one.second, &row);
             outside.show();
             row.show();
@@ -102,7 +100,7 @@ TEST_F(HooksTest, TheFirstTimeZoneLabelOfARowDecidesAndNoOtherText) {
 }
 
 TEST_F(HooksTest, ASubclassOfTheHeaderKeepsItsStripWhereItIs) {
-    View subclass(rt::defineClass(QStringLiteral("AnotherSubclass"), rt::classNamed(olderHeader))->name());
+    View subclass(rt::defineClass(u"AnotherSubclass"_s, rt::classNamed(olderHeader))->name());
     subclass.setGeometry(0, 0, 1000, 120);
     vlActionAdditionView strip(g_vlAdditionViewFrame, &subclass);
     const QRect before = strip.geometry();
@@ -112,7 +110,7 @@ TEST_F(HooksTest, ASubclassOfTheHeaderKeepsItsStripWhereItIs) {
 }
 
 TEST_F(HooksTest, TheRowsOfTheNewerHeaderDoNotPaintThemselves) {
-    View row(QStringLiteral("OLAutoLayoutView"));
+    View row(u"OLAutoLayoutView"_s);
     EXPECT_EQ(rt::send(&row, "drawRect:", QRectF()), rt::Value(true));
     EXPECT_TRUE(calls().isEmpty());
 }
@@ -165,7 +163,7 @@ TEST_F(HooksTest, ChangesOfAnAppointmentWithoutAMeetingAreTheHostsAlone) {
     rt::send(&event, "deleteEventNow");
     rt::send(&event, "cancelMeetingInWindow:", rt::Value());
     Thing grid("OLCalendarGridViewWrapper");
-    rt::send(&grid, "subjectChanged:forEvent:andTileView:", QStringLiteral("New"), rt::Value(), rt::Value());
+    rt::send(&grid, "subjectChanged:forEvent:andTileView:", u"New"_s, rt::Value(), rt::Value());
     EXPECT_EQ(calls().size(), 3);
     EXPECT_TRUE(desktop.bus->posted().isEmpty());
 }
@@ -181,8 +179,8 @@ TEST_F(HooksTest, AMeetingGoesFromTheCalendarOnlyByTheAnswersThatTheHostWaitsFor
     for (const auto &one : cases) {
         Thing event("ECCalendarEvent");
         event.capabilities = meeting;
-        answers().insert(QStringLiteral("ECCalendarEvent isOwner"), one.isOwner);
-        answers().insert(QStringLiteral("ECCalendarEvent vl_ECCalendarEvent_deleteEventNow"), true);
+        answers().insert(u"ECCalendarEvent isOwner"_s, one.isOwner);
+        answers().insert(u"ECCalendarEvent vl_ECCalendarEvent_deleteEventNow"_s, true);
         vlCalendarActionMgr::sharedInstance().setActionResult(one.actionResult);
         calls().clear();
         EXPECT_EQ(rt::send(&event, "deleteEventNow"), rt::Value(one.deletes));
@@ -196,19 +194,16 @@ TEST_F(HooksTest, AMeetingGoesFromTheCalendarOnlyByTheAnswersThatTheHostWaitsFor
 TEST_F(HooksTest, AChangeOnTheGridIsTheHostsOnlyWhenTheClientCouldBeAsked) {
     Thing event("ECCalendarEvent"), controller("CCGridViewController"), grid("OLCalendarGridViewWrapper");
     event.capabilities = meeting;
-    answers().insert(QStringLiteral("OLCalendarGridViewWrapper gridViewController"),
-                     rt::fromObject(&controller));
-    answers().insert(QStringLiteral("CCGridViewController selectedEvent"), rt::fromObject(&event));
+    answers().insert(u"OLCalendarGridViewWrapper gridViewController"_s, rt::fromObject(&controller));
+    answers().insert(u"CCGridViewController selectedEvent"_s, rt::fromObject(&event));
     for (const HookRowName row : {HookRowName::GridResize, HookRowName::GridMove, HookRowName::GridRename}) {
         const HookRow &hook = hookRow(row);
         for (const bool asks : {false, true}) {
-            answers().insert(QStringLiteral("ECCalendarEvent isOwner"), asks);
-            answers().insert(QStringLiteral("OLCalendarGridViewWrapper ") + hook.replacementSelector,
-                             QStringLiteral("the host's"));
+            answers().insert(u"ECCalendarEvent isOwner"_s, asks);
+            answers().insert(u"OLCalendarGridViewWrapper "_s + hook.replacementSelector, u"the host's"_s);
             calls().clear();
             const rt::Value answer = rt::sendArgs(&grid, rt::Selector(hook.hostSelector), argumentsFor(hook));
-            EXPECT_EQ(answer, asks ? rt::Value(true) : rt::Value(QStringLiteral("the host's")))
-                << hook.hostSelector;
+            EXPECT_EQ(answer, asks ? rt::Value(true) : rt::Value(u"the host's"_s)) << hook.hostSelector;
             EXPECT_EQ(calls().size(), asks ? 0 : 1) << hook.hostSelector;
         }
     }
@@ -217,7 +212,7 @@ TEST_F(HooksTest, AChangeOnTheGridIsTheHostsOnlyWhenTheClientCouldBeAsked) {
 // The host may open or close windows while it switches.
 TEST_F(HooksTest, TheSwitchToTheSeriesIsFollowedInTheWindowInWhichItWasAskedFor) {
     Thing responder("OLCalendarEventViewResponder"), controller("ERCalendarEventEditorWindowController");
-    answers().insert(QStringLiteral("ERCalendarEventEditorWindowController editorViewController"),
+    answers().insert(u"ERCalendarEventEditorWindowController editorViewController"_s,
                      rt::fromObject(&editor));
     auto window = std::make_unique<QWidget>();
     QWidget another;
@@ -225,8 +220,8 @@ TEST_F(HooksTest, TheSwitchToTheSeriesIsFollowedInTheWindowInWhichItWasAskedFor)
     new vlActionAdditionView(g_vlAdditionViewFrame, window.get());
     window->show();
     another.show();
-    const QString saved = QStringLiteral("ERCalendarEventEditorViewController "
-                                         "vl_ERCalendarEventEditorViewController_save(0)");
+    const QString saved = u"ERCalendarEventEditorViewController "
+                          "vl_ERCalendarEventEditorViewController_save(0)"_s;
     const struct {
         const char *what;
         std::function<void()> whileTheHostSwitches;
@@ -252,14 +247,14 @@ TEST_F(HooksTest, TheSwitchToTheSeriesIsFollowedInTheWindowInWhichItWasAskedFor)
 
 TEST_F(HooksTest, ARecordIsBroughtUpToDateBeforeTheHostStoresIt) {
     vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
-    const QString stored = QStringLiteral("ECMutableCalendarEvent vl_ECMutableCalendarEvent_saveRecord(0)");
+    const QString stored = u"ECMutableCalendarEvent vl_ECMutableCalendarEvent_saveRecord(0)"_s;
     Thing record("ECMutableCalendarEvent");
     for (const auto &[capabilities, expected] :
          {std::pair{meeting, QStringList{"ECMutableCalendarEvent setLocation:(1)", stored}},
           {QString(), QStringList{stored}}}) {
         record.capabilities = capabilities;
         PendingWriteBack pending;
-        pending.olNewLocation = QStringLiteral("Room https://join");
+        pending.olNewLocation = u"Room https://join"_s;
         MeetingContext::atHand().pendingWriteBack = pending;
         calls().clear();
         rt::send(&record, "saveRecord");
@@ -289,18 +284,17 @@ TEST_F(HooksTest, WhatDiesInTheMiddleOfAHookIsNotTouchedAgain) {
     }
     Thing meetingEvent("ECCalendarEvent"), controller("CCGridViewController");
     meetingEvent.capabilities = meeting;
-    answers().insert(QStringLiteral("OLCalendarGridViewWrapper gridViewController"),
-                     rt::fromObject(&controller));
-    answers().insert(QStringLiteral("CCGridViewController selectedEvent"), rt::fromObject(&meetingEvent));
+    answers().insert(u"OLCalendarGridViewWrapper gridViewController"_s, rt::fromObject(&controller));
+    answers().insert(u"CCGridViewController selectedEvent"_s, rt::fromObject(&meetingEvent));
     auto grid = std::make_unique<Thing>("OLCalendarGridViewWrapper");
     during() = [&grid] { grid.reset(); };
-    EXPECT_FALSE(rt::send(grid.get(), "subjectChanged:forEvent:andTileView:", QStringLiteral("New"),
-                          rt::Value(), rt::Value())
-                     .isValid());
+    EXPECT_FALSE(
+        rt::send(grid.get(), "subjectChanged:forEvent:andTileView:", u"New"_s, rt::Value(), rt::Value())
+            .isValid());
     EXPECT_TRUE(calls().isEmpty());
     auto event = std::make_unique<Thing>("ECCalendarEvent");
     during() = [&event] { event.reset(); };
-    rt::send(rt::classNamed(QStringLiteral("ERCalendarEventEditorWindowController")),
+    rt::send(rt::classNamed(u"ERCalendarEventEditorWindowController"_s),
              "showWindowForEvent:", rt::fromObject(event.get()));
     EXPECT_EQ(event, nullptr);
     desktop.runLoop->advance(0);

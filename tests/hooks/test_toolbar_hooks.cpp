@@ -22,12 +22,12 @@ platform::ToolbarItem *hostItem(const QString &identifier) {
 // The host's method is the double's: it answers from a table that has one entry for this row.
 struct HostWindow : QMainWindow {
     explicit HostWindow(const QStringList &identifiers) {
-        answers().insert(QStringLiteral("ERageMainWindowController "
-                                        "vl_ERageMainWindowController_toolbarDefaultItemIdentifiers:"),
+        answers().insert(u"ERageMainWindowController "
+                         "vl_ERageMainWindowController_toolbarDefaultItemIdentifiers:"_s,
                          QVariantList(identifiers.cbegin(), identifiers.cend()));
-        answers().insert(QStringLiteral("ERageMainWindowController vl_ERageMainWindowController_toolbarItem:"
-                                        "itemForItemIdentifier:willBeInsertedIntoToolbar:"),
-                         rt::fromObject(hostItem(QStringLiteral("A"))));
+        answers().insert(u"ERageMainWindowController vl_ERageMainWindowController_toolbarItem:"
+                         "itemForItemIdentifier:willBeInsertedIntoToolbar:"_s,
+                         rt::fromObject(hostItem(u"A"_s)));
         addToolBar(toolbar);
         platform::registerWindow(this, &controller);
         toolbar->setDelegate(&controller);
@@ -40,7 +40,7 @@ struct HostWindow : QMainWindow {
         return identifiers;
     }
     Thing controller{"ERageMainWindowController"};
-    platform::Toolbar *toolbar = new platform::Toolbar(QStringLiteral("Main"));
+    platform::Toolbar *toolbar = new platform::Toolbar(u"Main"_s);
 };
 
 const QString flex = platform::toolbarFlexibleSpaceIdentifier;
@@ -99,7 +99,7 @@ TEST_F(HooksTest, AHiddenToolbarAndAWindowOfAnotherKindGetNothing) {
     platform::registerWindow(&window, &editor);
     addBoth();
     EXPECT_EQ(window.shown(), (QStringList{"A", flex}));
-    vlHookERageMainWindowController::sharedInstance().addVelaButtonToToolbar(nullptr, QStringLiteral("x"));
+    vlHookERageMainWindowController::sharedInstance().addVelaButtonToToolbar(nullptr, u"x"_s);
 }
 
 TEST_F(HooksTest, AllFourItemsCanBeAddedByHandAndComeBackWithTheDefault) {

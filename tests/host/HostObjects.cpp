@@ -28,8 +28,7 @@ rt::Value describe(rt::Object *self, rt::Selector, rt::Args arguments) {
     const QTimeZone zone = arguments[1].value<QTimeZone>();
     if (arguments[0].toString() != u"%Y-%m-%d %H:%M:%S" || arguments[2].isValid() || !zone.isValid())
         return {};
-    return static_cast<HostDate *>(self)->utc.toTimeZone(zone).toString(
-        QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    return static_cast<HostDate *>(self)->utc.toTimeZone(zone).toString(u"yyyy-MM-dd HH:mm:ss"_s);
 }
 
 rt::Value secondsSince(rt::Object *self, rt::Selector, rt::Args arguments) {
@@ -102,7 +101,7 @@ HostObject::HostObject(const QString &className, const QVariantMap &values)
 
 HostDate::HostDate(const QString &utc, const QTimeZone &zone)
     : HostObject("OLCalendarDate", {{"timeZone", QVariant::fromValue(zone)}})
-    , utc(QDateTime::fromString(utc, QStringLiteral("yyyy-MM-dd HH:mm:ss"))) {
+    , utc(QDateTime::fromString(utc, u"yyyy-MM-dd HH:mm:ss"_s)) {
     this->utc.setTimeSpec(Qt::UTC);
 }
 

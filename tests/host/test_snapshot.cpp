@@ -78,7 +78,7 @@ TEST(Snapshot, OfNothingHasEmptyDatesNoDurationAndNoRecurrence) {
     cleared.insert("location", rt::nullMarker());
     QVariantMap pending;
     for (const char *member : {"summary", "location", "startTime", "endTime", "recurrence", "attendeeList"})
-        pending.insert(QStringLiteral("content.") + member, rt::nullMarker());
+        pending.insert(u"content."_s + member, rt::nullMarker());
     HostDate date("2026-11-24 07:00:00", QTimeZone::utc());
     EXPECT_EQ(snapshotOf({{"summary", "S"}, {"startTime", rt::fromObject(&date)}, {"recurrence", "weekly"}},
                          pending),

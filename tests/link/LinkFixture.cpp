@@ -1,9 +1,9 @@
 #include "tests/link/LinkFixture.h"
 
+#include "plugin/link/channel/vlIPCChannel.h"
+#include "plugin/link/discovery/vlAppHelper.h"
 #include "plugin/link/linkSession.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/vlAppHelper.h"
-#include "plugin/link/vlIPCChannel.h"
 #include "plugin/link/vlMeetingCommon.h"
 #include "plugin/util/vlOLUtils.h"
 

@@ -5,7 +5,7 @@
 #include "plugin/link/clientCodes.h"
 #include "plugin/link/linkPorts.h"
 #include "plugin/link/meetingCommand.h"
-#include "plugin/link/vlAPIMgr.h"
+#include "plugin/link/requests/vlAPIMgr.h"
 
 #include <QPointer>
 #include <QTemporaryDir>
@@ -57,7 +57,7 @@ protected:
     void givenTheClient(const QString &version = supportedVersion, bool running = true);
     void givenTheHost(const QString &version);
     void givenABundle(const QString &identifier, const QString &path, const QVariantMap &info,
-                      const QString &executable = QStringLiteral("/bin/run"));
+                      const QString &executable = u"/bin/run"_s);
     // The client, or the agent, sends a message, and it arrives.
     void clientAnswers(const QString &actionId, const QString &content);
     void clientAnswers(ClientAnswer answer, const QString &content);

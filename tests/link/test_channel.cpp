@@ -1,6 +1,6 @@
+#include "plugin/link/channel/vlIPCChannel.h"
+#include "plugin/link/discovery/vlAppHelper.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/vlAppHelper.h"
-#include "plugin/link/vlIPCChannel.h"
 #include "tests/link/LinkFixture.h"
 
 class Channel : public LinkTest {};

@@ -92,7 +92,7 @@ TEST_F(Commit, TheSubjectIsCutToItsFirst128Units) {
         EXPECT_EQ(sentAppointment({{"subject", subject}}).value("subject"), subject.left(128)) << length;
     }
     // Cut in the middle of a pair of units, it is still valid text of that length.
-    const QString split = QString(127, u'x') + QStringLiteral("\U0001F600");
+    const QString split = QString(127, u'x') + u"\U0001F600"_s;
     const QString sentText = sentAppointment({{"subject", split}}).value("subject").toString();
     EXPECT_EQ(sentText.left(127), split.left(127));
     EXPECT_LE(sentText.size(), 128);

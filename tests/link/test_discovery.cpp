@@ -1,7 +1,7 @@
-#include "plugin/link/vlAppHelper.h"
-#include "plugin/link/vlClientFeatureMgr.h"
-#include "plugin/link/vlGetClientVersionHelper.h"
-#include "plugin/link/vlIPCChannel.h"
+#include "plugin/link/channel/vlIPCChannel.h"
+#include "plugin/link/discovery/vlAppHelper.h"
+#include "plugin/link/discovery/vlClientFeatureMgr.h"
+#include "plugin/link/discovery/vlGetClientVersionHelper.h"
 #include "plugin/util/vlOLUtils.h"
 #include "tests/link/LinkFixture.h"
 
@@ -13,9 +13,9 @@ protected:
     const vlClientFeatureMgr &features = vlClientFeatureMgr::sharedInstance();
 };
 
-const QString usualPath = QStringLiteral("/Applications/Parlo Meetings.app");
-const QString ownPath = QStringLiteral("/Applications/Elsewhere.app");
-const QString startUrl = QStringLiteral("velamtg://meetings.parlo.example/start");
+const QString usualPath = u"/Applications/Parlo Meetings.app"_s;
+const QString ownPath = u"/Applications/Elsewhere.app"_s;
+const QString startUrl = u"velamtg://meetings.parlo.example/start"_s;
 
 } // namespace
 

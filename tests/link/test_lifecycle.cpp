@@ -1,6 +1,6 @@
+#include "plugin/link/channel/vlIPCChannel.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/vlAPICommitMeeting.h"
-#include "plugin/link/vlIPCChannel.h"
+#include "plugin/link/requests/vlAPICommitMeeting.h"
 #include "tests/link/LinkFixture.h"
 
 namespace {

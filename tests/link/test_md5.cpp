@@ -1,5 +1,6 @@
-#include "plugin/link/vlMD5.h"
-#include "plugin/link/vlMd5Utils.h"
+#include "platform/Literals.h"
+#include "plugin/util/vlMD5.h"
+#include "plugin/util/vlMd5Utils.h"
 
 #include <QCryptographicHash>
 #include <gtest/gtest.h>
@@ -22,7 +23,7 @@ TEST(Md5, GivesTheDigestsOfTheStandardsSuite) {
     for (const Case &c : cases)
         EXPECT_EQ(vlMd5Utils::vlMD5Hex(QString::fromLatin1(c.text)), c.digest) << c.text;
     EXPECT_TRUE(vlMd5Utils::vlMD5Hex(QString()).isNull());
-    EXPECT_EQ(vlMd5Utils::vlMD5Hex(QStringLiteral("\u20ac")), "bca53fde466a76b7bee3e18997e94a7a");
+    EXPECT_EQ(vlMd5Utils::vlMD5Hex(u"\u20ac"_s), "bca53fde466a76b7bee3e18997e94a7a");
 }
 
 TEST(Md5, TheDigestDoesNotDependOnHowTheBytesCome) {

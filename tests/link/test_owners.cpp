@@ -1,7 +1,7 @@
 // Whose answer is whose, when several appointments have asked.
-#include "plugin/link/RequestOwner.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/vlGetMeetingHelper.h"
+#include "plugin/link/readers/vlGetMeetingHelper.h"
+#include "plugin/link/requests/RequestOwner.h"
 #include "plugin/util/EncodeUtils.h"
 #include "tests/link/LinkFixture.h"
 

@@ -1,6 +1,6 @@
 #include "meeting.pb.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/vlGetPACHelper.h"
+#include "plugin/link/readers/vlGetPACHelper.h"
 #include "plugin/util/EncodeUtils.h"
 #include "plugin/util/vlOLUtils.h"
 #include "tests/link/LinkFixture.h"
@@ -98,7 +98,7 @@ TEST_F(Accounts, AreCountedFromOneAndUnknownOnesAreEmpty) {
     helper.setPACInfo(twoAccounts());
     EXPECT_EQ(helper.pacCount(), 2);
     EXPECT_EQ(helper.pacMeetingID(1), "9876543210");
-    EXPECT_EQ(helper.invitationMail(1), QStringLiteral("Dial \u20ac"));
+    EXPECT_EQ(helper.invitationMail(1), u"Dial \u20ac"_s);
     for (const int account :
          {0, -1, 2, 3, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
         EXPECT_EQ(helper.pacMeetingID(account), "0") << account;
@@ -123,8 +123,7 @@ TEST_F(Accounts, AreUnknownBeforeAnyAnswer) {
 
 TEST_F(Accounts, AnAnswerThatCannotBeReadLeavesTheLastGoodOne) {
     helper.setPACInfo(twoAccounts());
-    for (const QString &bad :
-         {QStringLiteral("not base64!"), QStringLiteral("igI="), QStringLiteral("/w==")}) {
+    for (const QString &bad : {u"not base64!"_s, u"igI="_s, u"/w=="_s}) {
         helper.setPACInfo(bad);
         EXPECT_EQ(helper.pacCount(), 2) << qPrintable(bad);
         EXPECT_EQ(helper.pacMeetingID(1), "9876543210");

@@ -1,8 +1,8 @@
+#include "plugin/link/discovery/vlGetClientVersionHelper.h"
+#include "plugin/link/readers/vlGetPACHelper.h"
+#include "plugin/link/readers/vlUserProfileHelper.h"
 #include "plugin/link/vlCommon.h"
-#include "plugin/link/vlGetClientVersionHelper.h"
-#include "plugin/link/vlGetPACHelper.h"
 #include "plugin/link/vlMeetingCommon.h"
-#include "plugin/link/vlUserProfileHelper.h"
 #include "plugin/util/vlOLUtils.h"
 #include "tests/link/LinkFixture.h"
 

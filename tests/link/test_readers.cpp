@@ -1,5 +1,5 @@
 #include "plugin/link/calendarDateRecord.h"
-#include "plugin/link/vlGetMeetingHelper.h"
+#include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "tests/link/LinkFixture.h"
 
 #include <QTimeZone>

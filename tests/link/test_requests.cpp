@@ -1,15 +1,15 @@
+#include "plugin/link/channel/vlIPCChannel.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/vlGetMeetingHelper.h"
-#include "plugin/link/vlGetPACHelper.h"
-#include "plugin/link/vlIPCChannel.h"
-#include "plugin/link/vlUserProfileHelper.h"
+#include "plugin/link/readers/vlGetMeetingHelper.h"
+#include "plugin/link/readers/vlGetPACHelper.h"
+#include "plugin/link/readers/vlUserProfileHelper.h"
 #include "plugin/util/EncodeUtils.h"
 #include "tests/link/LinkFixture.h"
 
 namespace {
 
 QString fields(int count, const QString &meeting, const QString &binary = QString()) {
-    QStringList list(count, QStringLiteral("x"));
+    QStringList list(count, u"x"_s);
     if (count > 13)
         list[13] = EncodeUtils::base64Encode(meeting.toUtf8());
     if (count > 14)

@@ -1,10 +1,10 @@
 // A grid in a window of its own, with two appointments and a trip in its week.
 #pragma once
 
-#include "standin/mailhost/windows/AllDayRow.h"
-#include "standin/mailhost/windows/CalendarGrid.h"
-#include "standin/mailhost/windows/DayColumns.h"
-#include "standin/mailhost/windows/TileRename.h"
+#include "standin/mailhost/windows/grid/AllDayRow.h"
+#include "standin/mailhost/windows/grid/CalendarGrid.h"
+#include "standin/mailhost/windows/grid/DayColumns.h"
+#include "standin/mailhost/windows/grid/TileRename.h"
 #include "tests/support/ProcessZone.h"
 #include "tests/support/Warnings.h"
 
@@ -33,8 +33,8 @@ protected:
         layout->addWidget(grid);
         window->resize(1100, 900);
         grid->setClock([this] { return QDateTime(monday.addDays(1), QTime(11, 20)); });
-        week = {timed(u"a"_qs, u"Alpha"_qs, 0, QTime(10, 0), 60),
-                timed(u"b"_qs, u"Beta"_qs, 2, QTime(11, 0), 30), wholeDays(u"trip"_qs, u"Trip"_qs, 1, 2)};
+        week = {timed(u"a"_s, u"Alpha"_s, 0, QTime(10, 0), 60), timed(u"b"_s, u"Beta"_s, 2, QTime(11, 0), 30),
+                wholeDays(u"trip"_s, u"Trip"_s, 1, 2)};
         show();
         window->show();
         window->activateWindow();

@@ -73,7 +73,7 @@ END:VCALENDAR
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(QByteArray(calendar).replace("\n", "\r\n"));
         file.close();
-        startHost(u"16"_qs);
+        startHost(u"16"_s);
     }
     void TearDown() override {
         host.reset();
@@ -86,7 +86,7 @@ END:VCALENDAR
         HostOptions options;
         options.hostVersion = version;
         options.calendarPath = path();
-        options.outbox = folder.filePath(u"outbox"_qs);
+        options.outbox = folder.filePath(u"outbox"_s);
         options.today = QDate(2026, 3, 10);
         options.bookmarkMangling = mangling;
         host = std::make_unique<HostApplication>(options);
@@ -96,7 +96,7 @@ END:VCALENDAR
         host->show();
     }
 
-    [[nodiscard]] QString path() const { return folder.filePath(u"work.ics"_qs); }
+    [[nodiscard]] QString path() const { return folder.filePath(u"work.ics"_s); }
     [[nodiscard]] QByteArray fileText() const {
         QFile file(path());
         return file.open(QIODevice::ReadOnly) ? file.readAll().replace("\r\n ", "") : QByteArray();
@@ -144,7 +144,7 @@ END:VCALENDAR
         return rt::mapValue(rt::send(static_cast<rt::Object *>(editor), "uncommittedChanges"));
     }
     [[nodiscard]] QStringList messages() const {
-        return QDir(folder.filePath(u"outbox"_qs)).entryList(QDir::Files);
+        return QDir(folder.filePath(u"outbox"_s)).entryList(QDir::Files);
     }
     [[nodiscard]] bool isOpen() const { return EditorWindowController::open().contains(controller); }
 

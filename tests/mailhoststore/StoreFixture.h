@@ -24,22 +24,17 @@ protected:
         ASSERT_TRUE(m_folder.isValid());
     }
 
-    [[nodiscard]] QString path(const QString &name = QStringLiteral("my.ics")) const {
-        return m_folder.filePath(name);
-    }
+    [[nodiscard]] QString path(const QString &name = u"my.ics"_s) const { return m_folder.filePath(name); }
     static QByteArray octets(const QString &path) {
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
         return file.readAll();
     }
-    static QByteArray fixture(const QString &name) {
-        return octets(QStringLiteral(PARLO_FIXTURES "/") + name);
-    }
+    static QByteArray fixture(const QString &name) { return octets(u"" PARLO_FIXTURES "/"_s + name); }
     static QStringList fixtures() {
-        return QDir(QStringLiteral(PARLO_FIXTURES))
-            .entryList({QStringLiteral("*.ics")}, QDir::Files, QDir::Name);
+        return QDir(u"" PARLO_FIXTURES ""_s).entryList({u"*.ics"_s}, QDir::Files, QDir::Name);
     }
-    void write(const QByteArray &text, const QString &name = QStringLiteral("my.ics")) const {
+    void write(const QByteArray &text, const QString &name = u"my.ics"_s) const {
         QFile file(path(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         ASSERT_EQ(file.write(text), text.size());

@@ -7,7 +7,7 @@ using namespace mailhost;
 
 namespace {
 
-const QString numbersUid = QStringLiteral("numbers@example");
+const QString numbersUid = u"numbers@example"_s;
 
 struct FieldChange {
     const char *what;
@@ -31,44 +31,35 @@ protected:
 
 TEST_F(ChangesTest, EachFieldChangesItsOwnLinesOnlyAndIsReadBack) {
     const QList<FieldChange> changes = {
-        {"summary", [](Appointment &a) { a.summary = QStringLiteral("x"); }, both("SUMMARY")},
-        {"no summary", [](Appointment &a) { a.summary = QString(); }, {QStringLiteral("-SUMMARY")}},
-        {"empty location", [](Appointment &a) { a.location = QStringLiteral(""); }, both("LOCATION")},
+        {"summary", [](Appointment &a) { a.summary = u"x"_s; }, both("SUMMARY")},
+        {"no summary", [](Appointment &a) { a.summary = QString(); }, {u"-SUMMARY"_s}},
+        {"empty location", [](Appointment &a) { a.location = u""_s; }, both("LOCATION")},
         {"start", [](Appointment &a) { a.start.value = a.start.value.addSecs(-1800); }, both("DTSTART")},
         {"end", [](Appointment &a) { a.end.value = a.end.value.addSecs(1800); }, both("DTEND")},
-        {"rule",
-         [](Appointment &a) { a.recurrenceRule = QStringLiteral("FREQ=DAILY;COUNT=3"); },
-         {QStringLiteral("+RRULE")}},
-        {"organizer", [](Appointment &a) { a.organizerName = QStringLiteral("Ada \"E\" Example"); },
-         both("ORGANIZER")},
+        {"rule", [](Appointment &a) { a.recurrenceRule = u"FREQ=DAILY;COUNT=3"_s; }, {u"+RRULE"_s}},
+        {"organizer", [](Appointment &a) { a.organizerName = u"Ada \"E\" Example"_s; }, both("ORGANIZER")},
         {"no organizer",
          [](Appointment &a) { a.organizerName = a.organizerEmail = QString(); },
-         {QStringLiteral("-ORGANIZER")}},
-        {"attendee gone", [](Appointment &a) { a.attendees.removeAt(1); }, {QStringLiteral("-ATTENDEE")}},
+         {u"-ORGANIZER"_s}},
+        {"attendee gone", [](Appointment &a) { a.attendees.removeAt(1); }, {u"-ATTENDEE"_s}},
         {"attendee new",
          [](Appointment &a) {
-             a.attendees.insert(1, {QStringLiteral("Mei, V."), QStringLiteral("mei@x.example"), {}});
+             a.attendees.insert(1, {u"Mei, V."_s, u"mei@x.example"_s, {}});
          },
-         {QStringLiteral("+ATTENDEE")}},
+         {u"+ATTENDEE"_s}},
         {"attendee optional", [](Appointment &a) { a.attendees[0].type = AttendeeType::Optional; },
          both("ATTENDEE")},
         {"record",
-         [](Appointment &a) { a.ucCapabilities = QStringLiteral("{\"a\": \" \r\n\\n,;  \"}\n"); },
-         {QStringLiteral("+X-PARLO-UC-CAPABILITIES")}},
-        {"empty record",
-         [](Appointment &a) { a.ucCapabilities = QStringLiteral(""); },
-         {QStringLiteral("+X-PARLO-UC-CAPABILITIES")}},
-        {"status",
-         [](Appointment &a) { a.status = QStringLiteral("TENTATIVE"); },
-         {QStringLiteral("+STATUS")}},
+         [](Appointment &a) { a.ucCapabilities = u"{\"a\": \" \r\n\\n,;  \"}\n"_s; },
+         {u"+X-PARLO-UC-CAPABILITIES"_s}},
+        {"empty record", [](Appointment &a) { a.ucCapabilities = u""_s; }, {u"+X-PARLO-UC-CAPABILITIES"_s}},
+        {"status", [](Appointment &a) { a.status = u"TENTATIVE"_s; }, {u"+STATUS"_s}},
         {"sequence", [](Appointment &a) { a.sequence = 4; }, both("SEQUENCE")},
-        {"body", [](Appointment &a) { a.bodyHtml = QStringLiteral("<p>a  b</p>\r\n<p>c,d;\\n</p> "); },
-         QStringList{QStringLiteral("+STYLED-DESCRIPTION")} + both("X-ALT-DESC") + both("DESCRIPTION")},
-        {"no body",
-         [](Appointment &a) { a.bodyHtml = QString(); },
-         {QStringLiteral("-X-ALT-DESC"), QStringLiteral("-DESCRIPTION")}},
+        {"body", [](Appointment &a) { a.bodyHtml = u"<p>a  b</p>\r\n<p>c,d;\\n</p> "_s; },
+         QStringList{u"+STYLED-DESCRIPTION"_s} + both("X-ALT-DESC") + both("DESCRIPTION")},
+        {"no body", [](Appointment &a) { a.bodyHtml = QString(); }, {u"-X-ALT-DESC"_s, u"-DESCRIPTION"_s}},
     };
-    const QByteArray before = fixture(QStringLiteral("windows_zones.ics"));
+    const QByteArray before = fixture(u"windows_zones.ics"_s);
     for (const FieldChange &change : changes) {
         SCOPED_TRACE(change.what);
         auto file = opened(before);
@@ -95,14 +86,14 @@ TEST_F(ChangesTest, EachFieldChangesItsOwnLinesOnlyAndIsReadBack) {
 }
 
 TEST_F(ChangesTest, AttendeesAreReadWithTheirKindAndKeepUnknownParameters) {
-    auto file = opened(fixture(QStringLiteral("windows_zones.ics")));
+    auto file = opened(fixture(u"windows_zones.ics"_s));
     Appointment changed = *file->find(numbersUid);
     const QList<Attendee> expected = {
-        {QStringLiteral("Sample, Grace"), QStringLiteral("grace@parlo.example"), AttendeeType::Required},
-        {QStringLiteral("Tomás Muster"), QStringLiteral("tomas@parlo.example"), AttendeeType::Optional},
-        {QStringLiteral("Room 'Süd'"), QStringLiteral("room.sued@parlo.example"), AttendeeType::Resource}};
+        {u"Sample, Grace"_s, u"grace@parlo.example"_s, AttendeeType::Required},
+        {u"Tomás Muster"_s, u"tomas@parlo.example"_s, AttendeeType::Optional},
+        {u"Room 'Süd'"_s, u"room.sued@parlo.example"_s, AttendeeType::Resource}};
     EXPECT_EQ(changed.attendees, expected);
-    changed.attendees[0].name = QStringLiteral("Grace");
+    changed.attendees[0].name = u"Grace"_s;
     ASSERT_TRUE(file->update(changed));
     EXPECT_TRUE(
         QByteArray(saved(*file))
@@ -111,21 +102,20 @@ TEST_F(ChangesTest, AttendeesAreReadWithTheirKindAndKeepUnknownParameters) {
 }
 
 TEST_F(ChangesTest, TheBodyIsTakenFromTheBestOfItsForms) {
-    auto file = opened(fixture(QStringLiteral("styled.ics")));
+    auto file = opened(fixture(u"styled.ics"_s));
     const auto body = [&](const char *uid) { return file->find(QString::fromLatin1(uid))->bodyHtml; };
-    EXPECT_EQ(body("styled"), QStringLiteral("<p>Styled</p>"));
-    EXPECT_EQ(body("alternative"), QStringLiteral("<p>Only   the\nalternative</p>"));
-    EXPECT_EQ(body("data-address"), QStringLiteral("<p>In the address</p>"));
-    EXPECT_EQ(body("plain"),
-              QStringLiteral("<html><body>1 &lt; 2 &amp; more<br>&nbsp;&nbsp;two blanks</body></html>"));
+    EXPECT_EQ(body("styled"), u"<p>Styled</p>"_s);
+    EXPECT_EQ(body("alternative"), u"<p>Only   the\nalternative</p>"_s);
+    EXPECT_EQ(body("data-address"), u"<p>In the address</p>"_s);
+    EXPECT_EQ(body("plain"), u"<html><body>1 &lt; 2 &amp; more<br>&nbsp;&nbsp;two blanks</body></html>"_s);
     EXPECT_TRUE(body("nothing").isNull());
 }
 
 TEST_F(ChangesTest, AWrittenBodyReplacesAllItsFormsAndNoOther) {
-    auto file = opened(fixture(QStringLiteral("styled.ics")));
+    auto file = opened(fixture(u"styled.ics"_s));
     for (const char *uid : {"styled", "data-address", "nothing"}) {
         Appointment changed = *file->find(QString::fromLatin1(uid));
-        changed.bodyHtml = QStringLiteral("<p>New &amp; short</p>");
+        changed.bodyHtml = u"<p>New &amp; short</p>"_s;
         ASSERT_TRUE(file->update(changed));
     }
     QByteArray text = saved(*file);
@@ -136,54 +126,54 @@ TEST_F(ChangesTest, AWrittenBodyReplacesAllItsFormsAndNoOther) {
     EXPECT_EQ(text.count(":New & short\r\n"), 3);
     EXPECT_FALSE(text.contains("Older twin"));
     EXPECT_TRUE(text.contains("data:text/html,%3Cp%3ENew%20%26amp%3B%20short%3C%2Fp%3E"));
-    EXPECT_EQ(appointment(QStringLiteral("data-address")).bodyHtml, QStringLiteral("<p>New &amp; short</p>"));
+    EXPECT_EQ(appointment(u"data-address"_s).bodyHtml, u"<p>New &amp; short</p>"_s);
 }
 
 TEST_F(ChangesTest, TheRecordComesBackToTheLetter) {
     const QList<QString> records = {
-        QStringLiteral("{\"meetingKey\":\"1\",\"joinUrl\":\"https://parlo.example/j?a=1,2;b\"}"),
-        QStringLiteral(" \t leading and trailing \r\n "),
+        u"{\"meetingKey\":\"1\",\"joinUrl\":\"https://parlo.example/j?a=1,2;b\"}"_s,
+        u" \t leading and trailing \r\n "_s,
         QString::fromUtf16(u"\0nul\0", 5),
         QString::fromUcs4(U"\u20AC \U0001F600 \u2028"),
-        QStringLiteral("lone ") + QChar(0xD800) + QStringLiteral(" surrogate"),
-        QStringLiteral("x").repeated(5000)};
+        u"lone "_s + QChar(0xD800) + u" surrogate"_s,
+        u"x"_s.repeated(5000)};
     for (const QString &record : records) {
         auto file = openedEvent("DTSTART:20250312T100000Z");
-        Appointment changed = *file->find(QStringLiteral("one"));
+        Appointment changed = *file->find(u"one"_s);
         changed.ucCapabilities = record;
         ASSERT_TRUE(file->update(changed));
         (void)saved(*file);
-        EXPECT_EQ(appointment(QStringLiteral("one")).ucCapabilities, record);
+        EXPECT_EQ(appointment(u"one"_s).ucCapabilities, record);
     }
 }
 
 TEST_F(ChangesTest, ARecordThatAnotherProgramWroteAsTextIsRead) {
-    auto file = opened(fixture(QStringLiteral("styled.ics")));
-    EXPECT_EQ(file->find(QStringLiteral("plain"))->ucCapabilities,
-              QStringLiteral("{\"meetingKey\":\"7\",\"encodeMailBody\":\"x\\ny\","
-                             "\"joinUrl\":\"https:\\/\\/parlo.example\\/j?a=1;b\"}"));
-    EXPECT_EQ(file->find(QStringLiteral("nothing"))->ucCapabilities,
-              QStringLiteral("{\"meetingKey\":\"8\",\"joinUrl\":\"https://parlo.example\"}"));
-    EXPECT_TRUE(file->find(QStringLiteral("styled"))->ucCapabilities.isNull());
+    auto file = opened(fixture(u"styled.ics"_s));
+    EXPECT_EQ(file->find(u"plain"_s)->ucCapabilities,
+              u"{\"meetingKey\":\"7\",\"encodeMailBody\":\"x\\ny\","
+              "\"joinUrl\":\"https:\\/\\/parlo.example\\/j?a=1;b\"}"_s);
+    EXPECT_EQ(file->find(u"nothing"_s)->ucCapabilities,
+              u"{\"meetingKey\":\"8\",\"joinUrl\":\"https://parlo.example\"}"_s);
+    EXPECT_TRUE(file->find(u"styled"_s)->ucCapabilities.isNull());
 }
 
 TEST_F(ChangesTest, TextsKeepTheirLineEndsAndBlanks) {
     for (const char *text : {"a\r\nb\r\n", "a\nb\n", "\r", "a\rb\nc\r\n\r\n", "  both ends  ",
                              "\\n \\, \\; \\\\", "tab\there"}) {
         auto file = openedEvent("DTSTART:20250312T100000Z");
-        Appointment changed = *file->find(QStringLiteral("one"));
+        Appointment changed = *file->find(u"one"_s);
         changed.location = changed.bodyHtml = QString::fromLatin1(text);
         ASSERT_TRUE(file->update(changed));
         (void)saved(*file);
-        EXPECT_EQ(appointment(QStringLiteral("one")).location, changed.location);
-        EXPECT_EQ(appointment(QStringLiteral("one")).bodyHtml, changed.bodyHtml);
+        EXPECT_EQ(appointment(u"one"_s).location, changed.location);
+        EXPECT_EQ(appointment(u"one"_s).bodyHtml, changed.bodyHtml);
     }
 }
 
 TEST_F(ChangesTest, NoTextOfAnAppointmentCanAddALineToTheFile) {
-    const QString evil = QStringLiteral("x\r\nATTACH:evil\nEND:VEVENT\r:\";,");
+    const QString evil = u"x\r\nATTACH:evil\nEND:VEVENT\r:\";,"_s;
     auto file = openedEvent("DTSTART:20250312T100000Z");
-    Appointment changed = *file->find(QStringLiteral("one"));
+    Appointment changed = *file->find(u"one"_s);
     changed.summary = changed.location = changed.organizerName = changed.organizerEmail = evil;
     changed.recurrenceRule = changed.status = changed.start.zoneId = evil;
     changed.attendees = {{evil, evil, AttendeeType::Required}};
@@ -192,14 +182,14 @@ TEST_F(ChangesTest, NoTextOfAnAppointmentCanAddALineToTheFile) {
     EXPECT_FALSE(text.contains("\nATTACH"));
     EXPECT_EQ(text.count("\nEND:VEVENT"), 1);
     ASSERT_TRUE(CalendarFile::open(path(), nullptr));
-    EXPECT_EQ(appointment(QStringLiteral("one")).summary, evil);
+    EXPECT_EQ(appointment(u"one"_s).summary, evil);
 }
 
 TEST_F(ChangesTest, AddedAndRemovedAppointmentsLeaveTheOthersAlone) {
-    const QByteArray before = fixture(QStringLiteral("series.ics"));
+    const QByteArray before = fixture(u"series.ics"_s);
     auto file = opened(before);
     Appointment added;
-    added.summary = QStringLiteral("New");
+    added.summary = u"New"_s;
     const QString uid = file->add(added);
     EXPECT_FALSE(uid.isEmpty());
     EXPECT_EQ(file->find(uid)->summary, added.summary);
@@ -211,11 +201,11 @@ TEST_F(ChangesTest, AddedAndRemovedAppointmentsLeaveTheOthersAlone) {
 }
 
 TEST_F(ChangesTest, WhatWasReadOnceIsReadAnewAfterEachChange) {
-    auto file = opened(fixture(QStringLiteral("windows_zones.ics")));
+    auto file = opened(fixture(u"windows_zones.ics"_s));
     const Appointment before = *file->find(numbersUid);
     const QByteArray components = file->componentsOf(numbersUid);
     Appointment changed = before;
-    changed.summary = QStringLiteral("Changed");
+    changed.summary = u"Changed"_s;
     ASSERT_TRUE(file->update(changed));
     EXPECT_EQ(file->find(numbersUid)->summary, changed.summary);
     ASSERT_TRUE(file->restore(numbersUid, components));
@@ -228,11 +218,11 @@ TEST_F(ChangesTest, WhatWasReadOnceIsReadAnewAfterEachChange) {
 }
 
 TEST_F(ChangesTest, ARemovedSeriesTakesItsChangedDaysAlongAndARemovedDayStaysAway) {
-    auto file = opened(fixture(QStringLiteral("series.ics")));
+    auto file = opened(fixture(u"series.ics"_s));
     const QDateTime day(QDate(2025, 4, 2), QTime(0, 0));
     ASSERT_EQ(file->occurrences(day, day.addDays(1)).size(), 1);
-    ASSERT_TRUE(file->remove(QStringLiteral("weekly"), QStringLiteral("20250402T070000Z")));
+    ASSERT_TRUE(file->remove(u"weekly"_s, u"20250402T070000Z"_s));
     EXPECT_TRUE(file->occurrences(day, day.addDays(1)).isEmpty());
-    ASSERT_TRUE(file->remove(QStringLiteral("weekly")));
+    ASSERT_TRUE(file->remove(u"weekly"_s));
     EXPECT_EQ(file->appointments().size(), 1);
 }

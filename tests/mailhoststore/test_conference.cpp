@@ -4,7 +4,7 @@ using namespace mailhost;
 
 namespace {
 
-const QString one = QStringLiteral("one");
+const QString one = u"one"_s;
 
 class ConferenceTest : public StoreTest {
 protected:
@@ -27,25 +27,25 @@ protected:
 } // namespace
 
 TEST_F(ConferenceTest, NoLinkCanBreakItsLine) {
-    const QString head = QStringLiteral("https://m.example/");
+    const QString head = u"https://m.example/"_s;
     const struct {
         QString location;
         QByteArray uri; // empty: no line
     } cases[] = {
-        {head + QStringLiteral("j/1;"), "https://m.example/j/1"},
-        {head + QStringLiteral("j/1;jsessionid=2,3; Room 7"), "https://m.example/j/1;jsessionid=2,3"},
-        {QStringLiteral("(see ") + head + QStringLiteral("j/1)"), "https://m.example/j/1"},
-        {head + QStringLiteral("j_(1)"), "https://m.example/j_(1)"},
-        {QStringLiteral("HTTPS://m.example/j?a=%7B%0D%0A"), "https://m.example/j?a=%7B%0D%0A"},
+        {head + u"j/1;"_s, "https://m.example/j/1"},
+        {head + u"j/1;jsessionid=2,3; Room 7"_s, "https://m.example/j/1;jsessionid=2,3"},
+        {u"(see "_s + head + u"j/1)"_s, "https://m.example/j/1"},
+        {head + u"j_(1)"_s, "https://m.example/j_(1)"},
+        {u"HTTPS://m.example/j?a=%7B%0D%0A"_s, "https://m.example/j?a=%7B%0D%0A"},
         {head + QString::fromUtf8("zwölf/🥐?q=ß"), "https://m.example/zw%C3%B6lf/%F0%9F%A5%90?q=%C3%9F"},
-        {head + QStringLiteral("a\nX-EVIL:1"), "https://m.example/a"},
-        {head + QStringLiteral("a") + QChar(0x2028) + QStringLiteral("X-EVIL:1"), "https://m.example/a"},
-        {head + QStringLiteral("a\"b"), "https://m.example/a"},
+        {head + u"a\nX-EVIL:1"_s, "https://m.example/a"},
+        {head + u"a"_s + QChar(0x2028) + u"X-EVIL:1"_s, "https://m.example/a"},
+        {head + u"a\"b"_s, "https://m.example/a"},
         {head + QString(10000, u'a'), ""},
-        {head + QString(10000, u'a') + QStringLiteral(" https://n.example/2"), "https://n.example/2"},
+        {head + QString(10000, u'a') + u" https://n.example/2"_s, "https://n.example/2"},
         {head + QString(1900, u'a'), "https://m.example/" + QByteArray(1900, 'a')},
-        {QStringLiteral("http://m.example/j/1"), ""},
-        {QStringLiteral("https://"), ""},
+        {u"http://m.example/j/1"_s, ""},
+        {u"https://"_s, ""},
     };
     for (const auto &test : cases) {
         SCOPED_TRACE(qPrintable(test.location.left(60)));
@@ -63,23 +63,22 @@ TEST_F(ConferenceTest, NoLinkCanBreakItsLine) {
 }
 
 TEST_F(ConferenceTest, TheLinkOfTheRecordCountsWhenTheLocationHoldsIt) {
-    const QString map = QStringLiteral("https://map.example/7");
+    const QString map = u"https://map.example/7"_s;
     const struct {
         const char *joinUrl;
         QString location;
         const char *uri;
     } cases[] = {
-        {"https://m.example/j/1", map + QStringLiteral(" https://m.example/j/1"), "https://m.example/j/1"},
+        {"https://m.example/j/1", map + u" https://m.example/j/1"_s, "https://m.example/j/1"},
         {"https://m.example/j/1", map, "https://map.example/7"},
-        {"http://m.example/j/1", map + QStringLiteral(" http://m.example/j/1"), "http://m.example/j/1"},
-        {"javascript:alert(1)", QStringLiteral("javascript:alert(1)"), ""},
-        {"Room", QStringLiteral("Room"), ""},
+        {"http://m.example/j/1", map + u" http://m.example/j/1"_s, "http://m.example/j/1"},
+        {"javascript:alert(1)", u"javascript:alert(1)"_s, ""},
+        {"Room", u"Room"_s, ""},
         {"", map, "https://map.example/7"},
     };
     for (const auto &test : cases) {
         auto file = openedEvent("DTSTART:20260309T090000Z");
-        store(*file, test.location,
-              QStringLiteral("{\"joinUrl\":\"%1\"}").arg(QString::fromLatin1(test.joinUrl)));
+        store(*file, test.location, u"{\"joinUrl\":\"%1\"}"_s.arg(QString::fromLatin1(test.joinUrl)));
         const QByteArray line = ownLine(*file);
         EXPECT_EQ(line.mid(line.indexOf("=LOCATION:") + 10 * !line.isEmpty()),
                   line.isEmpty() ? QByteArray() : QByteArray(test.uri));
@@ -91,13 +90,13 @@ TEST_F(ConferenceTest, OurLineFollowsTheLocationAndLeavesOthersAlone) {
     const QByteArray theirs = "CONFERENCE;value=uri;FEATURE=PHONE:tel:+1-412-555-0123\\,\\,654321\r\n"
                               "conference;LABEL=Theirs:https://them.example/ä\r\n";
     auto file = openedEvent("DTSTART:20260309T090000Z\r\n" + theirs + "SUMMARY:a");
-    store(*file, QStringLiteral("https://m.example/1"));
+    store(*file, u"https://m.example/1"_s);
     QByteArray text = saved(*file);
     EXPECT_TRUE(text.contains(theirs));
     // Somebody gives it another label, and other parameters.
     text.replace("\r\n ", "").replace("LABEL=\"Join the meeting\"", "LABEL=\"Hinein; jetzt\";X-MORE=1");
     file = opened(text);
-    store(*file, QStringLiteral("https://m.example/2"));
+    store(*file, u"https://m.example/2"_s);
     EXPECT_EQ(ownLine(*file), "CONFERENCE;VALUE=URI;FEATURE=AUDIO,VIDEO;LABEL=\"Hinein; jetzt\";X-MORE=1;"
                               "X-PARLO-LINK=LOCATION:https://m.example/2");
     const QByteArray message = file->itipMessage(one, {}, false).replace("\r\n ", "");
@@ -105,14 +104,14 @@ TEST_F(ConferenceTest, OurLineFollowsTheLocationAndLeavesOthersAlone) {
 
     const QByteArray before = saved(*file);
     Appointment changed = *file->find(one);
-    changed.summary = QStringLiteral("b");
+    changed.summary = u"b"_s;
     ASSERT_TRUE(file->update(changed));
     for (const QString &line : changedNames(before, saved(*file)))
-        EXPECT_FALSE(line.contains(QStringLiteral("CONFERENCE")));
+        EXPECT_FALSE(line.contains(u"CONFERENCE"_s));
 
     store(*file, QString::fromUtf8("https://them.example/ä"));
     EXPECT_EQ(ownLine(*file), "") << "they offer it already";
-    store(*file, QStringLiteral("https://m.example/1"));
+    store(*file, u"https://m.example/1"_s);
     EXPECT_NE(ownLine(*file), "");
     store(*file, QString());
     EXPECT_EQ(ownLine(*file), "");
@@ -121,11 +120,11 @@ TEST_F(ConferenceTest, OurLineFollowsTheLocationAndLeavesOthersAlone) {
 
 TEST_F(ConferenceTest, OneDayOfASeriesHasALinkOfItsOwn) {
     auto file = openedEvent("DTSTART:20260309T090000Z\r\nRRULE:FREQ=DAILY;COUNT=3");
-    store(*file, QStringLiteral("https://m.example/1"));
+    store(*file, u"https://m.example/1"_s);
     Appointment day = *file->find(one);
-    day.recurrenceId = QStringLiteral("20260310T090000Z");
+    day.recurrenceId = u"20260310T090000Z"_s;
     day.recurrenceRule.clear();
-    day.location = QStringLiteral("https://m.example/2");
+    day.location = u"https://m.example/2"_s;
     ASSERT_EQ(file->add(day), one);
     const QByteArray text = saved(*file).replace("\r\n ", "");
     EXPECT_EQ(text.count("X-PARLO-LINK=LOCATION:https://m.example/1\r\n"), 1) << text.data();

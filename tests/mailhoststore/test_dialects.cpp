@@ -66,7 +66,7 @@ protected:
 } // namespace
 
 TEST_F(DialectsTest, AMeetingStoredIntoOneAppointmentLeavesEveryOtherLineOfTheFileAlone) {
-    const QString link = QStringLiteral("https://meetings.parlo.example/j/123?p=a,b;c");
+    const QString link = u"https://meetings.parlo.example/j/123?p=a,b;c"_s;
     for (const QString &name : fixtures()) {
         const QByteArray before = fixture(name);
         const auto appointments = opened(before)->appointments();
@@ -76,9 +76,9 @@ TEST_F(DialectsTest, AMeetingStoredIntoOneAppointmentLeavesEveryOtherLineOfTheFi
             Appointment changed = appointments[i];
             if (file->find(changed.uid, changed.recurrenceId)->summary != changed.summary)
                 continue; // the file has another one of that name before it
-            changed.location = link + QStringLiteral("; ") + changed.location;
-            changed.ucCapabilities = QStringLiteral("{\"joinUrl\":\"%1\"}").arg(link);
-            changed.bodyHtml = QStringLiteral("<p>Bis später,\tTomáš</p>");
+            changed.location = link + u"; "_s + changed.location;
+            changed.ucCapabilities = u"{\"joinUrl\":\"%1\"}"_s.arg(link);
+            changed.bodyHtml = u"<p>Bis später,\tTomáš</p>"_s;
             ASSERT_TRUE(file->update(changed));
             QByteArray after = saved(*file);
             if (!before.contains(changed.uid.left(20).toUtf8()))
@@ -109,8 +109,8 @@ TEST_F(DialectsTest, TakingAMeetingBackOutLeavesNoTrace) {
             auto file = opened(before);
             const QByteArray components = file->componentsOf(original.uid);
             Appointment changed = original;
-            changed.location = QStringLiteral("https://meetings.parlo.example/j/1");
-            changed.bodyHtml = QStringLiteral("<p>x</p>");
+            changed.location = u"https://meetings.parlo.example/j/1"_s;
+            changed.bodyHtml = u"<p>x</p>"_s;
             ASSERT_TRUE(file->update(changed));
             ASSERT_TRUE(file->restore(original.uid, components));
             EXPECT_EQ(saved(*file), before) << "a change";
@@ -149,7 +149,7 @@ TEST_F(DialectsTest, WhatPeopleReadIsReadFromEveryDialect) {
         EXPECT_EQ(read.summary, QString::fromUtf8(test.summary));
         EXPECT_EQ(read.location, QString::fromUtf8(test.location));
         EXPECT_EQ(read.attendees.size(), test.attendees);
-        EXPECT_EQ(read.start.value.toUTC().toString(QStringLiteral("yyyy-MM-dd HH:mm")),
+        EXPECT_EQ(read.start.value.toUTC().toString(u"yyyy-MM-dd HH:mm"_s),
                   QString::fromLatin1(test.startUtc));
     }
 }
@@ -170,11 +170,10 @@ TEST_F(DialectsTest, AnAppointmentIsMovedInTheWayThatItTellsItsTimes) {
     };
     for (const auto &test : cases) {
         SCOPED_TRACE(test.uid);
-        auto file = opened(fixture(QStringLiteral("zones.ics")));
+        auto file = opened(fixture(u"zones.ics"_s));
         Appointment moved = *file->find(QString::fromLatin1(test.uid));
         const CalendarTime former = moved.start;
-        EXPECT_EQ(former.value.toUTC().toString(QStringLiteral("yyyy-MM-dd HH:mm")),
-                  QString::fromLatin1(test.startUtc));
+        EXPECT_EQ(former.value.toUTC().toString(u"yyyy-MM-dd HH:mm"_s), QString::fromLatin1(test.startUtc));
         moved.start.value = moved.start.value.addSecs(test.hours * 3600);
         moved.end.value = moved.end.value.addSecs(test.hours * 3600);
         ASSERT_TRUE(file->update(moved));

@@ -13,7 +13,7 @@ protected:
     std::unique_ptr<CalendarFile> changedSample() {
         auto file = opened(sampleCalendar(QDate(2025, 3, 12)));
         Appointment changed = file->appointments().first();
-        changed.summary = QStringLiteral("Changed here");
+        changed.summary = u"Changed here"_s;
         EXPECT_TRUE(file->update(changed));
         return file;
     }
@@ -44,29 +44,29 @@ TEST_F(DiskTest, WhatIsNoCalendarIsRefusedWithItsReasonAndLeftAlone) {
         QString error;
         EXPECT_FALSE(CalendarFile::open(path(), &error));
         EXPECT_TRUE(error.contains(QString::fromLatin1(test.reason))) << qPrintable(error);
-        EXPECT_TRUE(error.contains(QStringLiteral("my.ics")));
+        EXPECT_TRUE(error.contains(u"my.ics"_s));
         EXPECT_EQ(octets(path()), test.text);
     }
 }
 
 TEST_F(DiskTest, WhatCannotBeReadIsNamed) {
     QString error;
-    EXPECT_FALSE(CalendarFile::open(path(QStringLiteral("missing.ics")), &error));
-    EXPECT_TRUE(error.contains(QStringLiteral("There is no file")));
-    EXPECT_FALSE(CalendarFile::open(path(QStringLiteral(".")), &error));
-    EXPECT_TRUE(error.contains(QStringLiteral("folder")));
-    EXPECT_FALSE(CalendarFile::open(QStringLiteral("/dev/zero"), &error));
-    EXPECT_TRUE(error.contains(QStringLiteral("not a file")));
+    EXPECT_FALSE(CalendarFile::open(path(u"missing.ics"_s), &error));
+    EXPECT_TRUE(error.contains(u"There is no file"_s));
+    EXPECT_FALSE(CalendarFile::open(path(u"."_s), &error));
+    EXPECT_TRUE(error.contains(u"folder"_s));
+    EXPECT_FALSE(CalendarFile::open(u"/dev/zero"_s, &error));
+    EXPECT_TRUE(error.contains(u"not a file"_s));
     QFile huge(path());
     ASSERT_TRUE(huge.open(QIODevice::WriteOnly) && huge.resize(257LL * 1024 * 1024)); // sparse
     EXPECT_FALSE(CalendarFile::open(path(), &error));
-    EXPECT_TRUE(error.contains(QStringLiteral("256 MB")));
+    EXPECT_TRUE(error.contains(u"256 MB"_s));
     if (geteuid() == 0)
         return; // every file is readable then
-    write("BEGIN:VCALENDAR\nEND:VCALENDAR\n", QStringLiteral("closed.ics"));
-    QFile::setPermissions(path(QStringLiteral("closed.ics")), {});
-    EXPECT_FALSE(CalendarFile::open(path(QStringLiteral("closed.ics")), &error));
-    EXPECT_TRUE(error.contains(QStringLiteral("permission")));
+    write("BEGIN:VCALENDAR\nEND:VCALENDAR\n", u"closed.ics"_s);
+    QFile::setPermissions(path(u"closed.ics"_s), {});
+    EXPECT_FALSE(CalendarFile::open(path(u"closed.ics"_s), &error));
+    EXPECT_TRUE(error.contains(u"permission"_s));
 }
 
 TEST_F(DiskTest, AFileThatAnotherProgramChangedIsNotOverwritten) {
@@ -75,7 +75,7 @@ TEST_F(DiskTest, AFileThatAnotherProgramChangedIsNotOverwritten) {
     write(theirs);
     QString error;
     EXPECT_FALSE(file->save(&error));
-    EXPECT_TRUE(error.contains(QStringLiteral("Another program"))) << qPrintable(error);
+    EXPECT_TRUE(error.contains(u"Another program"_s)) << qPrintable(error);
     EXPECT_EQ(octets(path()), theirs);
 
     auto fresh = CalendarFile::create(path());
@@ -87,7 +87,7 @@ TEST_F(DiskTest, SavingTwiceIsNoConflictWithOneself) {
     auto file = changedSample();
     (void)saved(*file);
     Appointment changed = file->appointments().last();
-    changed.summary = QStringLiteral("And again");
+    changed.summary = u"And again"_s;
     ASSERT_TRUE(file->update(changed));
     EXPECT_TRUE(saved(*file).contains("And again"));
 }
@@ -96,26 +96,26 @@ TEST_F(DiskTest, PermissionsAndLinksSurviveASave) {
     auto file = changedSample();
     const auto permissions = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup;
     ASSERT_TRUE(QFile::setPermissions(path(), permissions));
-    ASSERT_TRUE(QFile::link(path(), path(QStringLiteral("link.ics"))));
+    ASSERT_TRUE(QFile::link(path(), path(u"link.ics"_s)));
     (void)saved(*file);
     EXPECT_EQ(QFile::permissions(path()) & QFileDevice::Permissions(0x7077),
               permissions & QFileDevice::Permissions(0x7077));
-    auto linked = CalendarFile::open(path(QStringLiteral("link.ics")), nullptr);
+    auto linked = CalendarFile::open(path(u"link.ics"_s), nullptr);
     Appointment changed = linked->appointments().first();
-    changed.summary = QStringLiteral("Through the link");
+    changed.summary = u"Through the link"_s;
     ASSERT_TRUE(linked->update(changed));
     (void)saved(*linked);
-    EXPECT_TRUE(QFileInfo(path(QStringLiteral("link.ics"))).isSymLink());
+    EXPECT_TRUE(QFileInfo(path(u"link.ics"_s)).isSymLink());
     EXPECT_TRUE(octets(path()).contains("Through the link"));
     EXPECT_EQ(QDir(QFileInfo(path()).path()).entryList(QDir::Files).size(), 2) << "nothing temporary is left";
 }
 
 TEST_F(DiskTest, AFailedSaveSaysSoAndCanBeRepeated) {
-    auto file = CalendarFile::create(path(QStringLiteral("later/my.ics")));
+    auto file = CalendarFile::create(path(u"later/my.ics"_s));
     QString error;
     EXPECT_FALSE(file->save(&error));
-    EXPECT_TRUE(error.contains(QStringLiteral("cannot be saved"))) << qPrintable(error);
-    ASSERT_TRUE(QDir(path(QString())).mkdir(QStringLiteral("later")));
+    EXPECT_TRUE(error.contains(u"cannot be saved"_s)) << qPrintable(error);
+    ASSERT_TRUE(QDir(path(QString())).mkdir(u"later"_s));
     EXPECT_TRUE(file->save(&error));
     const QByteArray text = octets(file->path());
     EXPECT_TRUE(text.contains("PRODID:") && text.contains("VERSION:2.0\r\n"));
@@ -129,7 +129,7 @@ TEST_F(DiskTest, AFullDiskIsSaidAndCostsNothing) {
         const FullDisk full;
         EXPECT_FALSE(file->save(&error));
     }
-    EXPECT_TRUE(error.contains(QStringLiteral("cannot be saved"))) << qPrintable(error);
+    EXPECT_TRUE(error.contains(u"cannot be saved"_s)) << qPrintable(error);
     EXPECT_EQ(octets(path()), before);
     EXPECT_EQ(QDir(QFileInfo(path()).path()).entryList(QDir::Files).size(), 1) << "nothing temporary is left";
     EXPECT_TRUE(file->save(&error)) << "once there is room again: " << qPrintable(error);

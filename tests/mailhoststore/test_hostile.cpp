@@ -23,8 +23,7 @@ protected:
             const QByteArray message = file->itipMessage(appointment.uid, appointment.recurrenceId, false);
             EXPECT_FALSE(message.contains('\0'));
             appointment.summary += u'x';
-            appointment.attendees.append(
-                {QStringLiteral("n"), QStringLiteral("n@x.example"), AttendeeType::Required});
+            appointment.attendees.append({u"n"_s, u"n@x.example"_s, AttendeeType::Required});
             if (appointment.start.value.isValid())
                 appointment.start.value = appointment.start.value.addSecs(60);
             (void)file->update(appointment);
@@ -38,8 +37,7 @@ protected:
 } // namespace
 
 TEST_F(HostileTest, AFileCutAnywhereIsRefusedOrUsed) {
-    const QByteArray text =
-        fixture(QStringLiteral("series.ics")).left(900) + fixture(QStringLiteral("windows_zones.ics"));
+    const QByteArray text = fixture(u"series.ics"_s).left(900) + fixture(u"windows_zones.ics"_s);
     for (qsizetype length = 0; length < text.size(); length += 23)
         useAll(text.left(length));
 }
@@ -134,7 +132,6 @@ TEST_F(HostileTest, BrokenZoneRulesGiveWayToTheSystems) {
             opened("BEGIN:VCALENDAR\r\nBEGIN:VTIMEZONE\r\nTZID:Asia/Tokyo\r\n" + rules +
                    "END:VTIMEZONE\r\nBEGIN:VEVENT\r\nUID:one\r\nDTSTART;TZID=Asia/Tokyo:20250312T090000\r\n"
                    "END:VEVENT\r\nEND:VCALENDAR\r\n");
-        EXPECT_EQ(file->find(QStringLiteral("one"))->start.value,
-                  QDateTime(QDate(2025, 3, 12), QTime(0, 0), Qt::UTC));
+        EXPECT_EQ(file->find(u"one"_s)->start.value, QDateTime(QDate(2025, 3, 12), QTime(0, 0), Qt::UTC));
     }
 }

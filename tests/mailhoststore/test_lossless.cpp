@@ -11,10 +11,9 @@ namespace {
 class LosslessTest : public StoreTest {};
 
 // What another program would notice if one appointment's subject changes: nothing but these lines.
-const QSet<QString> linesOfAChangedSubject = {
-    QStringLiteral("+SUMMARY"), QStringLiteral("-SUMMARY"),       QStringLiteral("+DTSTAMP"),
-    QStringLiteral("-DTSTAMP"), QStringLiteral("+LAST-MODIFIED"), QStringLiteral("-LAST-MODIFIED"),
-    QStringLiteral("+UID") /* for the appointment that had none */};
+const QSet<QString> linesOfAChangedSubject = {u"+SUMMARY"_s, u"-SUMMARY"_s,       u"+DTSTAMP"_s,
+                                              u"-DTSTAMP"_s, u"+LAST-MODIFIED"_s, u"-LAST-MODIFIED"_s,
+                                              u"+UID"_s /* for the appointment that had none */};
 
 } // namespace
 
@@ -38,8 +37,7 @@ TEST_F(LosslessTest, AChangedSubjectLeavesAllOtherLinesOfEveryDialectAlone) {
         auto file = opened(before);
         for (const Appointment &original : file->appointments()) {
             Appointment changed = original;
-            changed.summary =
-                QStringLiteral("Changed; a, b\\ and a text that is long enough to be folded: äöüäöüäöüäöü");
+            changed.summary = u"Changed; a, b\\ and a text that is long enough to be folded: äöüäöüäöüäöü"_s;
             ASSERT_TRUE(file->update(changed));
             const QByteArray after = saved(*file);
             for (const QString &line : changedNames(before, after))
@@ -70,27 +68,26 @@ TEST_F(LosslessTest, AnUpdateWithoutDifferenceDoesNotTouchTheFile) {
 TEST_F(LosslessTest, AnAppointmentWithoutIdentifierKeepsTheOneItIsGiven) {
     const auto uidOf = [](const CalendarFile &file) {
         for (const Appointment &appointment : file.appointments()) {
-            if (appointment.summary.startsWith(QStringLiteral("Floating")))
+            if (appointment.summary.startsWith(u"Floating"_s))
                 return appointment.uid;
         }
         return QString();
     };
-    auto file = opened(fixture(QStringLiteral("mixed.ics")));
+    auto file = opened(fixture(u"mixed.ics"_s));
     const QString uid = uidOf(*file);
     EXPECT_FALSE(uid.isEmpty());
     EXPECT_EQ(uidOf(*CalendarFile::open(path(), nullptr)), uid);
     Appointment changed = *file->find(uid);
-    changed.location = QStringLiteral("Here");
+    changed.location = u"Here"_s;
     ASSERT_TRUE(file->update(changed));
     (void)saved(*file);
-    EXPECT_EQ(CalendarFile::open(path(), nullptr)->find(uid)->location, QStringLiteral("Here"));
+    EXPECT_EQ(CalendarFile::open(path(), nullptr)->find(uid)->location, u"Here"_s);
 }
 
 TEST_F(LosslessTest, FoldingNeverCutsACharacterAndKeepsLinesShort) {
     auto file = CalendarFile::create(path());
     Appointment appointment;
-    appointment.summary =
-        QStringLiteral("a") + QString(40, QChar(0x20AC)) + QString::fromUcs4(U"\U0001F600").repeated(40);
+    appointment.summary = u"a"_s + QString(40, QChar(0x20AC)) + QString::fromUcs4(U"\U0001F600").repeated(40);
     const QString uid = file->add(appointment);
     const auto lines = saved(*file).split('\n');
     for (const QByteArray &line : lines) {

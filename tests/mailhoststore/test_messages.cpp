@@ -9,8 +9,8 @@ namespace {
 
 class MessagesTest : public StoreTest {
 protected:
-    std::unique_ptr<CalendarFile> numbers() { return opened(fixture(QStringLiteral("windows_zones.ics"))); }
-    const QString m_uid = QStringLiteral("numbers@example");
+    std::unique_ptr<CalendarFile> numbers() { return opened(fixture(u"windows_zones.ics"_s)); }
+    const QString m_uid = u"numbers@example"_s;
 };
 
 } // namespace
@@ -19,7 +19,7 @@ TEST_F(MessagesTest, AnItipMessageIsACalendarOfItsOwn) {
     auto file = numbers();
     Appointment changed = *file->find(m_uid);
     changed.sequence = 4;
-    changed.ucCapabilities = QStringLiteral("{}");
+    changed.ucCapabilities = u"{}"_s;
     ASSERT_TRUE(file->update(changed));
     const QByteArray request = file->itipMessage(m_uid, {}, false);
     for (const char *has : {"\r\nMETHOD:REQUEST\r\n", "\r\nSEQUENCE:4\r\n",
@@ -32,13 +32,13 @@ TEST_F(MessagesTest, AnItipMessageIsACalendarOfItsOwn) {
     EXPECT_EQ(request.count("BEGIN:VEVENT"), 1);
     const QByteArray cancel = file->itipMessage(m_uid, {}, true);
     EXPECT_TRUE(cancel.contains("METHOD:CANCEL\r\n") && cancel.contains("\r\nSTATUS:CANCELLED\r\n"));
-    EXPECT_TRUE(file->itipMessage(QStringLiteral("unknown"), {}, false).isEmpty());
+    EXPECT_TRUE(file->itipMessage(u"unknown"_s, {}, false).isEmpty());
     // A zone that the file does not explain is explained to the receivers.
-    EXPECT_TRUE(file->itipMessage(QStringLiteral("no-zone-component"), {}, false)
-                    .contains("TZID:Tokyo Standard Time\r\n"));
+    EXPECT_TRUE(
+        file->itipMessage(u"no-zone-component"_s, {}, false).contains("TZID:Tokyo Standard Time\r\n"));
 
-    write(request, QStringLiteral("received.ics"));
-    auto received = CalendarFile::open(path(QStringLiteral("received.ics")), nullptr);
+    write(request, u"received.ics"_s);
+    auto received = CalendarFile::open(path(u"received.ics"_s), nullptr);
     ASSERT_TRUE(received);
     EXPECT_EQ(received->find(m_uid)->start.value, changed.start.value);
     EXPECT_EQ(received->find(m_uid)->attendees, changed.attendees);
@@ -47,11 +47,10 @@ TEST_F(MessagesTest, AnItipMessageIsACalendarOfItsOwn) {
 TEST_F(MessagesTest, AMailMessageIsWrittenForMailPrograms) {
     auto file = numbers();
     Appointment appointment = *file->find(m_uid);
-    appointment.summary = QStringLiteral("Zahlen für März\r\nBcc: everybody@x.example");
-    appointment.attendees[1].name = QStringLiteral("Tomás \"T\" Muster");
+    appointment.summary = u"Zahlen für März\r\nBcc: everybody@x.example"_s;
+    appointment.attendees[1].name = u"Tomás \"T\" Muster"_s;
     QString error;
-    const QString written =
-        writeImipMessage(path(QStringLiteral("outbox")), *file, appointment, false, &error);
+    const QString written = writeImipMessage(path(u"outbox"_s), *file, appointment, false, &error);
     ASSERT_FALSE(written.isNull()) << qPrintable(error);
     const QByteArray mail = octets(written);
     EXPECT_EQ(mail.count('\n'), mail.count("\r\n"));
@@ -64,36 +63,35 @@ TEST_F(MessagesTest, AMailMessageIsWrittenForMailPrograms) {
     EXPECT_FALSE(head.contains("\nBcc"));
     EXPECT_TRUE(head.contains("Subject: =?UTF-8?B?"));
     EXPECT_TRUE(QString::fromLatin1(head).contains(
-        QRegularExpression(QStringLiteral("\\r\\nMessage-ID: <[^@>]+@parlo\\.example>\\r\\n"))));
-    EXPECT_TRUE(QString::fromLatin1(head).contains(QRegularExpression(QStringLiteral(
-        "\\r\\nDate: [A-Z][a-z]{2}, \\d+ [A-Z][a-z]{2} \\d{4} \\d{2}:\\d{2}:\\d{2} [+-]\\d{4}\\r\\n"))));
+        QRegularExpression(u"\\r\\nMessage-ID: <[^@>]+@parlo\\.example>\\r\\n"_s)));
+    EXPECT_TRUE(QString::fromLatin1(head).contains(QRegularExpression(
+        u"\\r\\nDate: [A-Z][a-z]{2}, \\d+ [A-Z][a-z]{2} \\d{4} \\d{2}:\\d{2}:\\d{2} [+-]\\d{4}\\r\\n"_s)));
     EXPECT_TRUE(mail.contains("Content-Type: text/calendar; method=REQUEST; charset=UTF-8;"));
     EXPECT_TRUE(mail.contains("Content-Type: text/plain; charset=UTF-8\r\n"));
     EXPECT_TRUE(mail.contains(file->itipMessage(m_uid, {}, false).left(100)));
-    EXPECT_NE(writeImipMessage(path(QStringLiteral("outbox")), *file, appointment, true, &error), written);
-    EXPECT_EQ(QDir(path(QStringLiteral("outbox"))).entryList(QDir::Files).size(), 2);
+    EXPECT_NE(writeImipMessage(path(u"outbox"_s), *file, appointment, true, &error), written);
+    EXPECT_EQ(QDir(path(u"outbox"_s)).entryList(QDir::Files).size(), 2);
 }
 
 TEST_F(MessagesTest, WhatCannotBeSentIsExplained) {
     auto file = numbers();
     Appointment appointment = *file->find(m_uid);
     QString error;
-    write("x", QStringLiteral("blocked"));
-    EXPECT_TRUE(
-        writeImipMessage(path(QStringLiteral("blocked")), *file, appointment, false, &error).isNull());
-    EXPECT_TRUE(error.contains(QStringLiteral("cannot be written")));
+    write("x", u"blocked"_s);
+    EXPECT_TRUE(writeImipMessage(path(u"blocked"_s), *file, appointment, false, &error).isNull());
+    EXPECT_TRUE(error.contains(u"cannot be written"_s));
     appointment.attendees.clear();
-    EXPECT_TRUE(writeImipMessage(path(QStringLiteral("outbox")), *file, appointment, false, &error).isNull());
-    EXPECT_TRUE(error.contains(QStringLiteral("nobody")));
-    EXPECT_FALSE(QDir(path(QStringLiteral("outbox"))).exists());
+    EXPECT_TRUE(writeImipMessage(path(u"outbox"_s), *file, appointment, false, &error).isNull());
+    EXPECT_TRUE(error.contains(u"nobody"_s));
+    EXPECT_FALSE(QDir(path(u"outbox"_s)).exists());
 }
 
 TEST_F(MessagesTest, EncodedWordsAreWholeAndDecodeToTheText) {
     const QString text = QString::fromUcs4(U"\u20AC\U0001F600").repeated(40);
     const QByteArray header = textHeader("Subject", text);
     QByteArray decoded;
-    auto words = QRegularExpression(QStringLiteral("=\\?UTF-8\\?B\\?([^?]*)\\?="))
-                     .globalMatch(QString::fromLatin1(header));
+    auto words =
+        QRegularExpression(u"=\\?UTF-8\\?B\\?([^?]*)\\?="_s).globalMatch(QString::fromLatin1(header));
     while (words.hasNext()) {
         const auto word = words.next();
         EXPECT_LE(word.capturedLength(), 75);
@@ -104,6 +102,6 @@ TEST_F(MessagesTest, EncodedWordsAreWholeAndDecodeToTheText) {
     EXPECT_EQ(QString::fromUtf8(decoded), text);
     for (const QByteArray &line : header.split('\n'))
         EXPECT_LE(line.size(), 77);
-    EXPECT_EQ(textHeader("Subject", QStringLiteral("plain words")), QByteArray("Subject: plain words\r\n"));
-    EXPECT_EQ(quotedPrintable(QStringLiteral("a = b \nü")), QByteArray("a =3D b=20\r\n=C3=BC"));
+    EXPECT_EQ(textHeader("Subject", u"plain words"_s), QByteArray("Subject: plain words\r\n"));
+    EXPECT_EQ(quotedPrintable(u"a = b \nü"_s), QByteArray("a =3D b=20\r\n=C3=BC"));
 }

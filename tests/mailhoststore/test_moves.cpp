@@ -6,7 +6,7 @@ using namespace mailhost;
 namespace {
 
 using Kind = CalendarTime::Kind;
-const QString one = QStringLiteral("one");
+const QString one = u"one"_s;
 
 class MovesTest : public StoreTest {
 protected:
@@ -18,7 +18,7 @@ protected:
         return found;
     }
     static QString listed(const CalendarFile &file, const char *format = "MM-dd HH:mm") {
-        return days(file, format).join(QStringLiteral(", "));
+        return days(file, format).join(u", "_s);
     }
     // A series of half hours with an exception, and what else names its days.
     [[nodiscard]] std::unique_ptr<CalendarFile> series(const QByteArray &lines,
@@ -39,7 +39,7 @@ protected:
     }
     static CalendarTime berlin(int month, int day, int hour) {
         return {Kind::Zoned, QDateTime(QDate(2026, month, day), QTime(hour, 0), QTimeZone("Europe/Berlin")),
-                QStringLiteral("Europe/Berlin")};
+                u"Europe/Berlin"_s};
     }
 };
 
@@ -113,7 +113,7 @@ TEST_F(MovesTest, ASeriesThatTellsItsTimesInAnotherWayNowKeepsItsDeletedAndChang
     const QDateTime utc(QDate(2026, 3, 26), QTime(8, 0), Qt::UTC);
     const CalendarTime newYork{Kind::Zoned,
                                QDateTime(QDate(2026, 3, 26), QTime(9, 0), QTimeZone("America/New_York")),
-                               QStringLiteral("America/New_York")};
+                               u"America/New_York"_s};
     const struct {
         const char *what;
         QByteArray lines;
@@ -179,25 +179,24 @@ TEST_F(MovesTest, ChangedDaysInARowAllFollow) {
     auto file = series("DTSTART;TZID=Europe/Berlin:20260309T090000\r\nRRULE:FREQ=DAILY;COUNT=5", changes);
     const QByteArray before = file->componentsOf(one);
     move(*file, berlin(3, 10, 9), 30);
-    EXPECT_EQ(listed(*file),
-              QStringLiteral("03-10 09:00, 03-10 15:00, 03-11 15:00, 03-12 15:00, 03-14 09:00"));
+    EXPECT_EQ(listed(*file), u"03-10 09:00, 03-10 15:00, 03-11 15:00, 03-12 15:00, 03-14 09:00"_s);
     for (const char *day : {"20260311T090000", "20260312T090000", "20260313T090000"})
         EXPECT_TRUE(file->find(one, QString::fromLatin1(day))) << day;
-    EXPECT_FALSE(file->find(one, QStringLiteral("20260310T090000")));
+    EXPECT_FALSE(file->find(one, u"20260310T090000"_s));
     ASSERT_TRUE(file->restore(one, before));
     EXPECT_EQ(file->componentsOf(one), before) << "each in its place under its former name";
-    EXPECT_TRUE(file->find(one, QStringLiteral("20260310T090000")));
+    EXPECT_TRUE(file->find(one, u"20260310T090000"_s));
 }
 
 TEST_F(MovesTest, ASeriesWithoutIdentifierIsGivenOneTogetherWithItsFirstChangedDay) {
     auto file = opened("BEGIN:VCALENDAR\r\nVERSION:2.0\r\nBEGIN:VEVENT\r\nDTSTART:20260309T090000Z\r\n"
                        "RRULE:FREQ=DAILY;COUNT=2\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n");
     Appointment day = file->appointments().value(0);
-    day.recurrenceId = QStringLiteral("20260310T090000Z");
+    day.recurrenceId = u"20260310T090000Z"_s;
     day.recurrenceRule.clear();
     day.start.value = day.end.value = day.start.value.addDays(1).addSecs(3600);
     EXPECT_EQ(file->add(day), day.uid);
-    EXPECT_EQ(listed(*opened(saved(*file))), QStringLiteral("03-09 10:00, 03-10 11:00"));
+    EXPECT_EQ(listed(*opened(saved(*file))), u"03-09 10:00, 03-10 11:00"_s);
 }
 
 TEST_F(MovesTest, TheDaysBehindAChangeOfThisAndAllFollowingOnesFollowIt) {
@@ -211,36 +210,35 @@ TEST_F(MovesTest, TheDaysBehindAChangeOfThisAndAllFollowingOnesFollowIt) {
         change("RECURRENCE-ID;TZID=Europe/Berlin:20260406T090000\r\n"
                "DTSTART;TZID=Europe/Berlin:20260406T110000\r\nSUMMARY:Alone");
     auto file = series(lines, changes);
-    const QString expected =
-        QStringLiteral("03-09 09:00, 03-16 09:00, 03-24 14:00, 04-06 11:00, 04-14 14:00");
+    const QString expected = u"03-09 09:00, 03-16 09:00, 03-24 14:00, 04-06 11:00, 04-14 14:00"_s;
     EXPECT_EQ(listed(*file), expected);
     // Also where the series itself has nothing.
     const auto last = file->occurrences(QDate(2026, 4, 14).startOfDay(), QDate(2026, 4, 15).startOfDay());
     ASSERT_EQ(last.size(), 1);
-    EXPECT_EQ(last[0].summary, QStringLiteral("Later"));
-    EXPECT_EQ(last[0].location, QStringLiteral("There"));
+    EXPECT_EQ(last[0].summary, u"Later"_s);
+    EXPECT_EQ(last[0].location, u"There"_s);
     EXPECT_EQ(last[0].start.secsTo(last[0].end), 7200);
-    EXPECT_EQ(last[0].instanceId, QStringLiteral("20260413T090000"));
+    EXPECT_EQ(last[0].instanceId, u"20260413T090000"_s);
     EXPECT_TRUE(last[0].isOccurrence && !last[0].isException);
 
-    Appointment day = *file->find(one, QStringLiteral("20260323T090000"));
+    Appointment day = *file->find(one, u"20260323T090000"_s);
     day.recurrenceId = last[0].instanceId;
     day.start.value = last[0].start.addDays(1);
     day.end.value = last[0].end.addDays(1);
     EXPECT_FALSE(file->add(day).isNull());
-    EXPECT_EQ(listed(*file), QString(expected).replace(QStringLiteral("04-14"), QStringLiteral("04-15")));
+    EXPECT_EQ(listed(*file), QString(expected).replace(u"04-14"_s, u"04-15"_s));
     EXPECT_EQ(saved(*file).count("X-NEW:kept"), 2) << "it begins as what it followed";
     ASSERT_TRUE(file->remove(one, day.recurrenceId));
 
     // The first of them alone goes; what followed it stays where it is.
     auto again = series(lines, changes);
-    ASSERT_TRUE(again->remove(one, QStringLiteral("20260323T090000")));
-    EXPECT_EQ(listed(*again), QStringLiteral("03-09 09:00, 03-16 09:00, 04-06 11:00, 04-14 14:00"));
+    ASSERT_TRUE(again->remove(one, u"20260323T090000"_s));
+    EXPECT_EQ(listed(*again), u"03-09 09:00, 03-16 09:00, 04-06 11:00, 04-14 14:00"_s);
     EXPECT_EQ(listed(*opened(saved(*again))), listed(*again));
 
     QByteArray cancelled = changes;
     cancelled.replace("SUMMARY:Later", "STATUS:CANCELLED");
-    EXPECT_EQ(listed(*series(lines, cancelled)), QStringLiteral("03-09 09:00, 03-16 09:00, 04-06 11:00"));
+    EXPECT_EQ(listed(*series(lines, cancelled)), u"03-09 09:00, 03-16 09:00, 04-06 11:00"_s);
 }
 
 TEST_F(MovesTest, ADayIsNamedAndTakenOutByWhatItIsHoweverTheFileTellsIt) {
@@ -248,19 +246,19 @@ TEST_F(MovesTest, ADayIsNamedAndTakenOutByWhatItIsHoweverTheFileTellsIt) {
     auto file = series("DTSTART;TZID=Europe/Berlin:20260309T090000\r\n"
                        "RDATE;TZID=America/New_York:20260320T090000\r\nRRULE:FREQ=DAILY;COUNT=2",
                        change("RECURRENCE-ID:20260310T080000Z\r\nDTSTART:20260310T140000Z"));
-    EXPECT_EQ(listed(*file), QStringLiteral("03-09 09:00, 03-10 15:00, 03-20 14:00"));
+    EXPECT_EQ(listed(*file), u"03-09 09:00, 03-10 15:00, 03-20 14:00"_s);
     const auto extra = file->occurrences(QDate(2026, 3, 20).startOfDay(), QDate(2026, 3, 21).startOfDay());
-    EXPECT_EQ(extra.value(0).instanceId, QStringLiteral("20260320T140000")) << "in the words of the series";
+    EXPECT_EQ(extra.value(0).instanceId, u"20260320T140000"_s) << "in the words of the series";
     Appointment day = *file->find(one);
     day.recurrenceRule.clear();
-    day.recurrenceId = QStringLiteral("20260310T090000");
+    day.recurrenceId = u"20260310T090000"_s;
     EXPECT_TRUE(file->add(day).isNull()) << "the exception in UTC is for that day";
     EXPECT_TRUE(file->add(*file->find(one)).isNull());
     EXPECT_TRUE(file->remove(one, extra.value(0).instanceId));
-    EXPECT_TRUE(file->remove(one, QStringLiteral("20260310T080000Z")));
-    EXPECT_EQ(listed(*file), QStringLiteral("03-09 09:00"));
+    EXPECT_TRUE(file->remove(one, u"20260310T080000Z"_s));
+    EXPECT_EQ(listed(*file), u"03-09 09:00"_s);
     EXPECT_TRUE(saved(*file).contains("EXDATE;TZID=Europe/Berlin:20260310T090000\r\n"));
-    EXPECT_TRUE(file->remove(one, QStringLiteral("20260309T090000")));
+    EXPECT_TRUE(file->remove(one, u"20260309T090000"_s));
     EXPECT_EQ(listed(*file), QString()) << "a series may be without days";
     EXPECT_TRUE(file->find(one));
 }

@@ -14,8 +14,8 @@ protected:
     static QString starts(const CalendarFile &file, const QDate &from, int days) {
         QStringList list;
         for (const Occurrence &o : file.occurrences(from.startOfDay(), from.addDays(days).startOfDay()))
-            list.append(o.start.toString(QStringLiteral("MM-dd HH:mm")));
-        return list.join(QStringLiteral(", "));
+            list.append(o.start.toString(u"MM-dd HH:mm"_s));
+        return list.join(u", "_s);
     }
 };
 
@@ -85,15 +85,15 @@ TEST_F(OccurrencesTest, ALaterWeekIsListedAsIfTheSeriesHadBeenFollowedFromItsSta
 }
 
 TEST_F(OccurrencesTest, ChangedDaysTakeThePlaceOfTheirOccurrence) {
-    auto file = opened(fixture(QStringLiteral("series.ics")));
-    EXPECT_EQ(starts(*file, QDate(2025, 3, 17), 7), QStringLiteral("03-17 09:00, 03-21 15:00"));
-    EXPECT_EQ(starts(*file, QDate(2025, 3, 24), 7), QStringLiteral("03-24 09:00, 03-28 00:00"));
-    EXPECT_EQ(starts(*file, QDate(2025, 3, 31), 7), QStringLiteral("03-31 09:00, 04-02 13:00"));
-    EXPECT_EQ(starts(*file, QDate(2025, 4, 18), 1), QStringLiteral("04-18 11:00"));
+    auto file = opened(fixture(u"series.ics"_s));
+    EXPECT_EQ(starts(*file, QDate(2025, 3, 17), 7), u"03-17 09:00, 03-21 15:00"_s);
+    EXPECT_EQ(starts(*file, QDate(2025, 3, 24), 7), u"03-24 09:00, 03-28 00:00"_s);
+    EXPECT_EQ(starts(*file, QDate(2025, 3, 31), 7), u"03-31 09:00, 04-02 13:00"_s);
+    EXPECT_EQ(starts(*file, QDate(2025, 4, 18), 1), u"04-18 11:00"_s);
     const auto april = file->occurrences(QDate(2025, 4, 2).startOfDay(), QDate(2025, 4, 8).startOfDay());
     ASSERT_EQ(april.size(), 2);
     EXPECT_TRUE(april[0].isException && !april[0].isOccurrence);
-    EXPECT_EQ(april[0].recurrenceId, QStringLiteral("20250402T070000Z"));
+    EXPECT_EQ(april[0].recurrenceId, u"20250402T070000Z"_s);
     EXPECT_TRUE(april[1].isOccurrence && !april[1].isException);
     const auto days = file->occurrences(QDate(2025, 3, 29).startOfDay(), QDate(2025, 3, 30).startOfDay());
     ASSERT_EQ(days.size(), 1) << "the second of its two days";
@@ -102,19 +102,19 @@ TEST_F(OccurrencesTest, ChangedDaysTakeThePlaceOfTheirOccurrence) {
 }
 
 TEST_F(OccurrencesTest, AChangeIsSeenInTheNextListing) {
-    auto file = opened(fixture(QStringLiteral("series.ics")));
-    EXPECT_EQ(starts(*file, QDate(2025, 4, 7), 5), QStringLiteral("04-07 09:00, 04-09 09:00"));
-    Appointment series = *file->find(QStringLiteral("weekly"));
-    series.recurrenceRule = QStringLiteral("FREQ=WEEKLY;BYDAY=TU");
+    auto file = opened(fixture(u"series.ics"_s));
+    EXPECT_EQ(starts(*file, QDate(2025, 4, 7), 5), u"04-07 09:00, 04-09 09:00"_s);
+    Appointment series = *file->find(u"weekly"_s);
+    series.recurrenceRule = u"FREQ=WEEKLY;BYDAY=TU"_s;
     ASSERT_TRUE(file->update(series));
-    EXPECT_EQ(starts(*file, QDate(2025, 4, 7), 5), QStringLiteral("04-08 09:00"));
+    EXPECT_EQ(starts(*file, QDate(2025, 4, 7), 5), u"04-08 09:00"_s);
     Appointment day;
     day.uid = series.uid;
-    day.recurrenceId = QStringLiteral("20250408T090000");
-    day.start.zoneId = day.end.zoneId = QStringLiteral("Europe/Berlin");
+    day.recurrenceId = u"20250408T090000"_s;
+    day.start.zoneId = day.end.zoneId = u"Europe/Berlin"_s;
     day.start.value = day.end.value = QDateTime(QDate(2025, 4, 10), QTime(12, 0), QTimeZone("Europe/Berlin"));
     file->add(day);
-    EXPECT_EQ(starts(*file, QDate(2025, 4, 7), 5), QStringLiteral("04-10 12:00"));
+    EXPECT_EQ(starts(*file, QDate(2025, 4, 7), 5), u"04-10 12:00"_s);
 }
 
 TEST_F(OccurrencesTest, TheSampleWeekIsAWeekOfWork) {
@@ -130,8 +130,8 @@ TEST_F(OccurrencesTest, TheSampleWeekIsAWeekOfWork) {
     int rooms = 0;
     const auto all = file->appointments();
     for (const Appointment &appointment : all) {
-        mine += appointment.organizerEmail == QStringLiteral("ada@parlo.example");
-        others += appointment.organizerEmail == QStringLiteral("grace@parlo.example");
+        mine += appointment.organizerEmail == u"ada@parlo.example"_s;
+        others += appointment.organizerEmail == u"grace@parlo.example"_s;
         for (const Attendee &attendee : appointment.attendees)
             rooms += attendee.type == AttendeeType::Resource;
     }
@@ -154,7 +154,7 @@ TEST_F(OccurrencesTest, TenThousandAppointmentsOpenAndListQuicklyAlsoAfterAChang
     const auto second = week(*file, monday.addDays(7));
     const qint64 listing = timer.restart();
     Appointment changed = *file->find(first[0].uid, first[0].recurrenceId);
-    changed.summary = QStringLiteral("Changed");
+    changed.summary = u"Changed"_s;
     ASSERT_TRUE(file->update(changed));
     const auto third = week(*file, monday);
     const qint64 again = timer.elapsed();

@@ -15,7 +15,7 @@ protected:
         QStringList found;
         const QDateTime from(QDate(2026, 3, 1), QTime(0, 0));
         for (const Occurrence &occurrence : file.occurrences(from, from.addMonths(2)))
-            found.append(occurrence.start.toString(QStringLiteral("MM-dd HH:mm")));
+            found.append(occurrence.start.toString(u"MM-dd HH:mm"_s));
         return found;
     }
     static QString instance(const CalendarFile &file, int index) {
@@ -23,7 +23,7 @@ protected:
         return file.occurrences(from, from.addMonths(2)).value(index).instanceId;
     }
     static Appointment day(const CalendarFile &file, const QString &instanceId, int addedSeconds) {
-        Appointment changed = *file.find(QStringLiteral("one"));
+        Appointment changed = *file.find(u"one"_s);
         const qint64 length = changed.start.value.secsTo(changed.end.value);
         changed.recurrenceId = instanceId;
         changed.recurrenceRule.clear();
@@ -53,11 +53,11 @@ TEST_F(SeriesTest, ADayIsNamedInTheFormOfItsSeries) {
         auto file = openedEvent(form.lines);
         EXPECT_EQ(instance(*file, 0), form.first);
         Appointment changed = day(*file, form.first, 0);
-        changed.summary = QStringLiteral("Changed");
+        changed.summary = u"Changed"_s;
         file->add(changed);
         EXPECT_TRUE(saved(*file).contains(QByteArray(form.recurrenceId) + "\r\n")) << saved(*file).data();
         EXPECT_EQ(days(*file).size(), 2);
-        EXPECT_TRUE(file->remove(QStringLiteral("one"), form.first));
+        EXPECT_TRUE(file->remove(u"one"_s, form.first));
         EXPECT_EQ(days(*file).size(), 1);
     }
 }
@@ -75,10 +75,10 @@ TEST_F(SeriesTest, AChangedDayBeginsAsItsSeriesWithAllThatNobodyHereKnows) {
 
 TEST_F(SeriesTest, ADeletedDayStaysAwayAndOnlyARealOneCanBeDeleted) {
     auto file = openedEvent(zoned);
-    EXPECT_TRUE(file->remove(QStringLiteral("one"), instance(*file, 1)));
-    EXPECT_FALSE(file->remove(QStringLiteral("one"), QStringLiteral("20260310T090000"))) << "it is gone";
-    EXPECT_FALSE(file->remove(QStringLiteral("one"), QStringLiteral("20260310T100000")));
-    EXPECT_FALSE(file->remove(QStringLiteral("one"), QStringLiteral("rubbish\r\nX-BAD:1")));
+    EXPECT_TRUE(file->remove(u"one"_s, instance(*file, 1)));
+    EXPECT_FALSE(file->remove(u"one"_s, u"20260310T090000"_s)) << "it is gone";
+    EXPECT_FALSE(file->remove(u"one"_s, u"20260310T100000"_s));
+    EXPECT_FALSE(file->remove(u"one"_s, u"rubbish\r\nX-BAD:1"_s));
     EXPECT_EQ(days(*file), (QStringList{"03-09 09:00", "03-11 09:00", "03-12 09:00", "03-13 09:00"}));
     EXPECT_TRUE(saved(*file).contains("EXDATE;TZID=Europe/Berlin:20260310T090000\r\n"));
 }
@@ -105,7 +105,7 @@ TEST_F(SeriesTest, DeletedAndChangedDaysMoveWithTheirSeries) {
                            "BEGIN:VEVENT\r\nUID:one\r\nRECURRENCE-ID;TZID=Europe/Berlin:20260311T090000\r\n"
                            "DTSTART;TZID=Europe/Berlin:20260311T150000\r\n"
                            "DTEND;TZID=Europe/Berlin:20260311T153000\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n");
-        Appointment series = *file->find(QStringLiteral("one"));
+        Appointment series = *file->find(u"one"_s);
         series.start.value = series.start.value.addDays(move.days).addSecs(move.seconds);
         series.end.value = series.end.value.addDays(move.days).addSecs(move.seconds);
         ASSERT_TRUE(file->update(series));
@@ -118,7 +118,7 @@ TEST_F(SeriesTest, DeletedAndChangedDaysMoveWithTheirSeries) {
 TEST_F(SeriesTest, AWeeklyRuleGoesToTheNewWeekday) {
     auto file = openedEvent("DTSTART:20260309T090000Z\r\nDTEND:20260309T093000Z\r\n"
                             "RRULE:FREQ=WEEKLY;BYDAY=MO;COUNT=2");
-    Appointment series = *file->find(QStringLiteral("one"));
+    Appointment series = *file->find(u"one"_s);
     series.start.value = series.start.value.addDays(1);
     series.end.value = series.end.value.addDays(1);
     file->update(series);
@@ -126,7 +126,7 @@ TEST_F(SeriesTest, AWeeklyRuleGoesToTheNewWeekday) {
 }
 
 TEST_F(SeriesTest, WhatIsPutBackIsThereToTheLetter) {
-    const QByteArray text = fixture(QStringLiteral("series.ics"));
+    const QByteArray text = fixture(u"series.ics"_s);
     auto file = opened(text);
     for (const Appointment &appointment : file->appointments()) {
         const QByteArray before = file->componentsOf(appointment.uid);
@@ -140,11 +140,11 @@ TEST_F(SeriesTest, WhatIsPutBackIsThereToTheLetter) {
     auto changed = opened(text);
     Appointment first = changed->appointments().first();
     const QByteArray before = changed->componentsOf(first.uid);
-    first.summary = QStringLiteral("Changed");
+    first.summary = u"Changed"_s;
     ASSERT_TRUE(changed->update(first));
     EXPECT_FALSE(changed->restore(first.uid, "BEGIN:VTODO\r\nEND:VTODO\r\n"));
     EXPECT_FALSE(changed->restore(first.uid, "END:VCALENDAR\r\nBEGIN:VCALENDAR\r\n"));
-    EXPECT_FALSE(changed->restore(QStringLiteral("other"), before));
+    EXPECT_FALSE(changed->restore(u"other"_s, before));
     ASSERT_TRUE(changed->restore(first.uid, before));
     EXPECT_EQ(saved(*changed), text) << "in its old place";
 }
@@ -154,7 +154,7 @@ TEST_F(SeriesTest, AJoinLinkInTheLocationIsOfferedToOtherCalendars) {
                               "CONFERENCE;VALUE=URI;LABEL=\"Theirs; odd\":https://them.example/x\r\n";
     auto file = openedEvent("DTSTART:20260309T090000Z\r\n" + others + "SUMMARY:a");
     const auto own = [&](const QString &location, const QString &record) {
-        Appointment changed = *file->find(QStringLiteral("one"));
+        Appointment changed = *file->find(u"one"_s);
         changed.location = location;
         changed.ucCapabilities = record;
         file->update(changed);
@@ -163,16 +163,16 @@ TEST_F(SeriesTest, AJoinLinkInTheLocationIsOfferedToOtherCalendars) {
         const qsizetype at = text.indexOf("X-PARLO-LINK=LOCATION:");
         return at < 0 ? QByteArray() : text.mid(at + 22, text.indexOf("\r\n", at) - at - 22);
     };
-    const QString record = QStringLiteral("{\"joinUrl\":\"https://m.example/j/1?p=a,b\"}");
-    EXPECT_EQ(own(QStringLiteral("See https://map.example/7, https://m.example/j/1?p=a,b Room"), record),
+    const QString record = u"{\"joinUrl\":\"https://m.example/j/1?p=a,b\"}"_s;
+    EXPECT_EQ(own(u"See https://map.example/7, https://m.example/j/1?p=a,b Room"_s, record),
               "https://m.example/j/1?p=a,b");
-    EXPECT_EQ(own(QStringLiteral("Room (https://other.example/j/2)."), {}), "https://other.example/j/2");
-    EXPECT_EQ(own(QStringLiteral("https://them.example/x"), {}), "") << "theirs offers it already";
-    EXPECT_EQ(own(QStringLiteral("https://m.example/ä\"x"), {}), "https://m.example/%C3%A4");
-    EXPECT_EQ(own(QStringLiteral("Room 7"), record), "");
-    EXPECT_EQ(own(QStringLiteral("https://m.example/") + QString(5000, u'a'), {}), "");
-    EXPECT_EQ(own(QStringLiteral("https:// nothing"), {}), "");
-    EXPECT_EQ(own(QStringLiteral("https://m.example/a\r\nX-BAD:1"), {}), "https://m.example/a");
+    EXPECT_EQ(own(u"Room (https://other.example/j/2)."_s, {}), "https://other.example/j/2");
+    EXPECT_EQ(own(u"https://them.example/x"_s, {}), "") << "theirs offers it already";
+    EXPECT_EQ(own(u"https://m.example/ä\"x"_s, {}), "https://m.example/%C3%A4");
+    EXPECT_EQ(own(u"Room 7"_s, record), "");
+    EXPECT_EQ(own(u"https://m.example/"_s + QString(5000, u'a'), {}), "");
+    EXPECT_EQ(own(u"https:// nothing"_s, {}), "");
+    EXPECT_EQ(own(u"https://m.example/a\r\nX-BAD:1"_s, {}), "https://m.example/a");
     EXPECT_FALSE(saved(*file).contains("\nX-BAD"));
     EXPECT_EQ(own(QString(), {}), "");
 }

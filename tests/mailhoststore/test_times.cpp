@@ -17,7 +17,7 @@ struct TimeCase {
 QString shown(const CalendarTime &time) {
     const bool local = time.kind == Kind::Date || time.kind == Kind::Floating;
     const QDateTime value = local ? time.value.toLocalTime() : time.value.toUTC();
-    return value.toString(QStringLiteral("yyyy-MM-dd HH:mm"));
+    return value.toString(u"yyyy-MM-dd HH:mm"_s);
 }
 
 class TimesTest : public StoreTest {};
@@ -58,7 +58,7 @@ TEST_F(TimesTest, TimesAreReadAsTheFormatSays) {
     for (const TimeCase &test : cases) {
         SCOPED_TRACE(test.lines);
         auto file = openedEvent(test.lines);
-        const Appointment read = *file->find(QStringLiteral("one"));
+        const Appointment read = *file->find(u"one"_s);
         EXPECT_EQ(read.start.kind, test.kind);
         EXPECT_EQ(shown(read.start), QString::fromLatin1(test.startUtc));
         EXPECT_EQ(shown(read.end), QString::fromLatin1(test.endUtc));
@@ -67,13 +67,13 @@ TEST_F(TimesTest, TimesAreReadAsTheFormatSays) {
 }
 
 TEST_F(TimesTest, ZonesOfTheFileCountBeforeTheSystems) {
-    auto file = opened(fixture(QStringLiteral("windows_zones.ics")));
+    auto file = opened(fixture(u"windows_zones.ics"_s));
     EXPECT_TRUE(file->warnings().isEmpty());
-    const CalendarTime custom = file->find(QStringLiteral("custom-zone"))->start;
-    EXPECT_EQ(shown(custom), QStringLiteral("2025-03-06 05:15"));
+    const CalendarTime custom = file->find(u"custom-zone"_s)->start;
+    EXPECT_EQ(shown(custom), u"2025-03-06 05:15"_s);
     EXPECT_EQ(custom.value.offsetFromUtc(), 3 * 3600 + 45 * 60);
-    const CalendarTime windows = file->find(QStringLiteral("numbers@example"))->start;
-    EXPECT_EQ(windows.zoneId, QStringLiteral("W. Europe Standard Time"));
+    const CalendarTime windows = file->find(u"numbers@example"_s)->start;
+    EXPECT_EQ(windows.zoneId, u"W. Europe Standard Time"_s);
     EXPECT_EQ(windows.value.timeZone().id(), QByteArray("Europe/Berlin"));
     EXPECT_EQ(windows.value.time(), QTime(9, 0));
 }
@@ -116,7 +116,7 @@ TEST_F(TimesTest, AMovedAppointmentStaysInItsZone) {
 
 TEST_F(TimesTest, ALengthMovesAlongAndIsWrittenOnlyWhenItChanges) {
     auto file = openedEvent("DTSTART:20250312T100000Z\r\nDURATION;X-P=1:PT90M");
-    Appointment changed = *file->find(QStringLiteral("one"));
+    Appointment changed = *file->find(u"one"_s);
     changed.start.value = changed.start.value.addSecs(3600);
     changed.end.value = changed.end.value.addSecs(3600);
     ASSERT_TRUE(file->update(changed));
@@ -130,12 +130,12 @@ TEST_F(TimesTest, ALengthMovesAlongAndIsWrittenOnlyWhenItChanges) {
 
 TEST_F(TimesTest, AnInstantOfTheRepeatedHourIsNotMovedByWritingIt) {
     auto file = openedEvent("DTSTART;TZID=Europe/Berlin:20251026T023000");
-    Appointment changed = *file->find(QStringLiteral("one"));
+    Appointment changed = *file->find(u"one"_s);
     changed.start.value = changed.end.value = changed.start.value.addSecs(3600);
     const QDateTime wanted = changed.start.value;
     ASSERT_TRUE(file->update(changed));
     (void)saved(*file);
-    EXPECT_EQ(CalendarFile::open(path(), nullptr)->find(QStringLiteral("one"))->start.value, wanted);
+    EXPECT_EQ(CalendarFile::open(path(), nullptr)->find(u"one"_s)->start.value, wanted);
 }
 
 TEST_F(TimesTest, ANewZoneBringsItsRulesIntoTheFileOnce) {
@@ -187,7 +187,7 @@ TEST_F(TimesTest, WrittenZoneRulesAgreeWithTheSystem) {
 TEST_F(TimesTest, AnAppointmentCanBecomeAWholeDayAndBack) {
     auto file =
         openedEvent("DTSTART;TZID=Europe/Berlin:20250312T100000\r\nDTEND;TZID=Europe/Berlin:20250312T110000");
-    Appointment changed = *file->find(QStringLiteral("one"));
+    Appointment changed = *file->find(u"one"_s);
     const Appointment original = changed;
     changed.start = {Kind::Date, QDate(2025, 3, 12).startOfDay(), {}};
     changed.end = {Kind::Date, QDate(2025, 3, 13).startOfDay(), {}};

@@ -7,9 +7,9 @@
 
 namespace {
 
-const QString requests = QStringLiteral("vOutlookPluginToVOutlookPluginAgent");
-const QString answers = QStringLiteral("vOutlookPluginAgentToVOutlookPlugin");
-const QString clientPath = QStringLiteral("/Applications/Parlo Meetings.app");
+const QString requests = u"vOutlookPluginToVOutlookPluginAgent"_s;
+const QString answers = u"vOutlookPluginAgentToVOutlookPlugin"_s;
+const QString clientPath = u"/Applications/Parlo Meetings.app"_s;
 
 class AgentTest : public testing::Test {
 protected:
@@ -21,9 +21,9 @@ protected:
                       const QString &version) {
         desktop.workspace->root = folder.path();
         desktop.workspace->bundles.append({identifier, path, executable});
-        const QString contents = desktop.workspace->resolve(path) + QStringLiteral("/Contents");
+        const QString contents = desktop.workspace->resolve(path) + u"/Contents"_s;
         QDir().mkpath(contents);
-        ASSERT_TRUE(platform::services().propertyLists->write(contents + QStringLiteral("/Info.plist"),
+        ASSERT_TRUE(platform::services().propertyLists->write(contents + u"/Info.plist"_s,
                                                               QVariantMap{{"CFBundleVersion", version}}));
     }
     void givenAnInstalledClient() {
@@ -56,11 +56,11 @@ TEST_F(AgentTest, StartsTheClientOrBringsARunningOneToTheFront) {
     givenAnInstalledClient();
     ask("2");
     ASSERT_EQ(desktop.workspace->started.size(), 1);
-    EXPECT_EQ(desktop.workspace->started.first().executable, QStringLiteral("/bin/client"));
+    EXPECT_EQ(desktop.workspace->started.first().executable, u"/bin/client"_s);
     desktop.workspace->running.append("com.parlo.meetings");
     ask("2");
     EXPECT_EQ(desktop.workspace->started.size(), 1);
-    EXPECT_EQ(desktop.bus->posted().last().name, QStringLiteral("Noti_ActivateVelaApplicationExternally"));
+    EXPECT_EQ(desktop.bus->posted().last().name, u"Noti_ActivateVelaApplicationExternally"_s);
 }
 
 // Each place that is filled takes precedence over those before it.
@@ -68,12 +68,11 @@ TEST_F(AgentTest, FindsTheClientWhereThePlugInFindsIt) {
     const auto expectFound = [this](const char *version) {
         EXPECT_EQ(pluginagent::PluginAgent::clientVersion(), QString::fromLatin1(version));
         ask("2");
-        EXPECT_EQ(desktop.workspace->started.last().executable,
-                  QStringLiteral("/bin/") + QString::fromLatin1(version));
+        EXPECT_EQ(desktop.workspace->started.last().executable, u"/bin/"_s + QString::fromLatin1(version));
     };
     desktop.workspace->home = folder.filePath("home");
-    const QString own = desktop.workspace->homeFolder() +
-                        QStringLiteral("/Library/Application Support/Parlo Meetings/Parlo Meetings.app");
+    const QString own =
+        desktop.workspace->homeFolder() + u"/Library/Application Support/Parlo Meetings/Parlo Meetings.app"_s;
     givenAClient("com.parlo.meetings", "/Users/Shared/Other.app", "/bin/1", "1");
     expectFound("1");
     givenAClient("own", own, "/bin/2", "2");

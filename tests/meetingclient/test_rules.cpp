@@ -1,3 +1,4 @@
+#include "platform/Literals.h"
 #include "standin/meetingclient/AnswerRules.h"
 
 #include <gtest/gtest.h>
@@ -6,8 +7,8 @@ using namespace meetingclient;
 
 namespace {
 
-const Answer scheduled{Operation::Schedule, QStringLiteral("840000017;You are invited; come")};
-const Answer readBack{Operation::Get, QStringLiteral("840000017;;;;;;;;;;;;;e30=;")};
+const Answer scheduled{Operation::Schedule, u"840000017;You are invited; come"_s};
+const Answer readBack{Operation::Get, u"840000017;;;;;;;;;;;;;e30=;"_s};
 
 QStringList contents(const QList<PlannedAnswer> &planned) {
     QStringList list;
@@ -68,7 +69,7 @@ TEST_F(RulesTest, AReorderedAnswerFollowsTheNextOneThatGoesOut) {
 TEST_F(RulesTest, EveryCorruptionChangesTheAnswer) {
     for (const char *way : {"truncate", "flip", "nul", "empty", "huge", "json", "base64"}) {
         rules.clear();
-        given(qPrintable(QStringLiteral("corrupt schedule %1").arg(QLatin1String(way))));
+        given(qPrintable(u"corrupt schedule %1"_s.arg(QLatin1String(way))));
         ASSERT_EQ(plan(scheduled).size(), 1) << way;
         EXPECT_NE(plan(scheduled).first(), scheduled.content) << way;
     }

@@ -1,4 +1,5 @@
 #include "meeting.pb.h"
+#include "platform/Literals.h"
 #include "standin/meetingclient/MeetingService.h"
 
 #include <QDateTime>
@@ -29,11 +30,11 @@ class ServiceTest : public testing::Test {
 protected:
     QString answerTo(quint32 action, const QString &content) {
         const std::optional<Answer> answer = service.handle(action, content);
-        return answer ? answer->content : QStringLiteral("(none)");
+        return answer ? answer->content : u"(none)"_s;
     }
     QString scheduledKey() { return answerTo(3, commit(1, aRequest())).section(u';', 0, 0); }
     QJsonObject readBack(const QString &key) {
-        const QStringList fields = answerTo(3, QStringLiteral("4;") + key).split(u';');
+        const QStringList fields = answerTo(3, u"4;"_s + key).split(u';');
         EXPECT_GE(fields.size(), 15);
         return QJsonDocument::fromJson(QByteArray::fromBase64(fields.value(13).toLatin1())).object();
     }
@@ -50,8 +51,8 @@ TEST_F(ServiceTest, AScheduledMeetingReadsBackAsItWasAskedFor) {
     const QString key = answer->content.section(u';', 0, 0);
     const QString invitation = answer->content.section(u';', 1);
     const QJsonObject meeting = readBack(key);
-    EXPECT_EQ(meeting["subject"].toString(), QStringLiteral("Review"));
-    EXPECT_EQ(meeting["duration"].toString(), QStringLiteral("30"));
+    EXPECT_EQ(meeting["subject"].toString(), u"Review"_s);
+    EXPECT_EQ(meeting["duration"].toString(), u"30"_s);
     EXPECT_EQ(meeting["startTime"].toInteger(), 1700000000);
     EXPECT_TRUE(meeting["enableJBH"].toBool());
     EXPECT_EQ(meeting["meetingKey"].toString(), key);
@@ -68,7 +69,7 @@ TEST_F(ServiceTest, AnUpdateKeepsTheKeyAndChangesTheMeeting) {
     ASSERT_TRUE(answer);
     EXPECT_EQ(answer->actionId(), 2U);
     EXPECT_EQ(answer->content.section(u';', 0, 0), key);
-    EXPECT_EQ(readBack(key)["subject"].toString(), QStringLiteral("Retro"));
+    EXPECT_EQ(readBack(key)["subject"].toString(), u"Retro"_s);
 }
 
 TEST_F(ServiceTest, AMeetingInAnotherZoneStartsAtTheClockTimeThere) {
@@ -90,14 +91,14 @@ TEST_F(ServiceTest, AMeetingInAnotherZoneStartsAtTheClockTimeThere) {
 TEST_F(ServiceTest, WhatIsNotThereIsAnsweredAsNotFound) {
     QJsonObject request = aRequest();
     request["meetingKey"] = "1";
-    EXPECT_EQ(answerTo(3, commit(2, request)), QStringLiteral("0;Error 3001"));
-    EXPECT_EQ(answerTo(3, QStringLiteral("3;1")), QStringLiteral("0;Error 3001"));
-    EXPECT_EQ(answerTo(3, QStringLiteral("4;")), QStringLiteral("0;Error 3001"));
+    EXPECT_EQ(answerTo(3, commit(2, request)), u"0;Error 3001"_s);
+    EXPECT_EQ(answerTo(3, u"3;1"_s), u"0;Error 3001"_s);
+    EXPECT_EQ(answerTo(3, u"4;"_s), u"0;Error 3001"_s);
 }
 
 TEST_F(ServiceTest, ADeletedMeetingIsGone) {
     const QString key = scheduledKey();
-    EXPECT_EQ(answerTo(3, QStringLiteral("3;") + key), key);
+    EXPECT_EQ(answerTo(3, u"3;"_s + key), key);
     EXPECT_FALSE(store.meeting(key));
 }
 
@@ -116,9 +117,9 @@ TEST_F(ServiceTest, APersonalMeetingHasTheRoomsNumberInItsUrl) {
 
 TEST_F(ServiceTest, SignedOutEveryRequestIsAnsweredSo) {
     store.setSignedIn(false);
-    for (const QString &content : {commit(1, aRequest()), QStringLiteral("3;1"), QStringLiteral("4;1")})
-        EXPECT_EQ(answerTo(3, content), QStringLiteral("0;Error VelaClientNotSignIn"));
-    EXPECT_EQ(answerTo(6, QStringLiteral("6")), QStringLiteral("0;Error VelaClientNotSignIn"));
+    for (const QString &content : {commit(1, aRequest()), u"3;1"_s, u"4;1"_s})
+        EXPECT_EQ(answerTo(3, content), u"0;Error VelaClientNotSignIn"_s);
+    EXPECT_EQ(answerTo(6, u"6"_s), u"0;Error VelaClientNotSignIn"_s);
 }
 
 TEST_F(ServiceTest, AccountsTravelAsTheBinaryMessage) {
@@ -127,7 +128,7 @@ TEST_F(ServiceTest, AccountsTravelAsTheBinaryMessage) {
                      {"tollNumbers", QJsonArray{QJsonObject{{"country", "DE"}, {"number", "+49 30 555"}}}},
                      {"tollFreeNumbers", QJsonArray{QJsonObject{{"number", "+1 800 555"}}}},
                      {"invitation", "Dial in."}}});
-    const QByteArray bytes = QByteArray::fromBase64(answerTo(9, QStringLiteral("9")).toLatin1());
+    const QByteArray bytes = QByteArray::fromBase64(answerTo(9, u"9"_s).toLatin1());
     com::brindle::webapp::proto::Response response;
     ASSERT_TRUE(response.ParsePartialFromArray(bytes.constData(), int(bytes.size())));
     ASSERT_EQ(response.pac_info().meetings_size(), 1);
@@ -138,19 +139,18 @@ TEST_F(ServiceTest, AccountsTravelAsTheBinaryMessage) {
 }
 
 TEST_F(ServiceTest, AStartRequestHasNoAnswerAndSaysWhetherWithVideo) {
-    EXPECT_FALSE(service.handle(2, QStringLiteral("{\"launchtype\": \"groupShare\"}")));
+    EXPECT_FALSE(service.handle(2, u"{\"launchtype\": \"groupShare\"}"_s));
     ASSERT_TRUE(service.startedMeeting());
     EXPECT_FALSE(service.startedMeeting()->withVideo);
-    EXPECT_FALSE(service.handle(2, QStringLiteral("{\"launchtype\": \"groupVideo\"}")));
+    EXPECT_FALSE(service.handle(2, u"{\"launchtype\": \"groupVideo\"}"_s));
     EXPECT_TRUE(service.startedMeeting()->withVideo);
 }
 
 TEST_F(ServiceTest, WhatIsNotARequestIsNotAnswered) {
     for (quint32 action : {0U, 1U, 4U, 5U, 4294967295U})
-        EXPECT_FALSE(service.handle(action, QStringLiteral("x"))) << action;
-    for (const QString &content :
-         {QString(), QStringLiteral("3"), QStringLiteral("5;x"), QStringLiteral(";;;")})
+        EXPECT_FALSE(service.handle(action, u"x"_s)) << action;
+    for (const QString &content : {QString(), u"3"_s, u"5;x"_s, u";;;"_s})
         EXPECT_FALSE(service.handle(3, content)) << qPrintable(content);
-    EXPECT_EQ(answerTo(3, QStringLiteral("1;;;;;;;;;;;;;not json")), QStringLiteral("0;Error 5003"));
-    EXPECT_EQ(answerTo(3, QStringLiteral("1;;")), QStringLiteral("0;Error 5003"));
+    EXPECT_EQ(answerTo(3, u"1;;;;;;;;;;;;;not json"_s), u"0;Error 5003"_s);
+    EXPECT_EQ(answerTo(3, u"1;;"_s), u"0;Error 5003"_s);
 }

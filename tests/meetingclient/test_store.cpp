@@ -1,3 +1,4 @@
+#include "platform/Literals.h"
 #include "standin/meetingclient/MeetingStore.h"
 #include "standin/meetingclient/People.h"
 #include "tests/support/FullDisk.h"
@@ -13,7 +14,7 @@ namespace {
 class StoreTest : public testing::Test {
 protected:
     QTemporaryDir folder;
-    QString path = folder.filePath(QStringLiteral("data/meetings.json"));
+    QString path = folder.filePath(u"data/meetings.json"_s);
 };
 } // namespace
 
@@ -27,7 +28,7 @@ TEST_F(StoreTest, WhatWasKeptIsThereAfterARestart) {
     }
     const MeetingStore again(path);
     ASSERT_TRUE(again.meeting(key));
-    EXPECT_EQ((*again.meeting(key))["subject"].toString(), QStringLiteral("Review"));
+    EXPECT_EQ((*again.meeting(key))["subject"].toString(), u"Review"_s);
     EXPECT_FALSE(again.signedIn());
 }
 
@@ -43,7 +44,7 @@ TEST_F(StoreTest, KeysAreNeverGivenTwice) {
 }
 
 TEST_F(StoreTest, ADamagedFileIsKeptAsideAndNotOverwritten) {
-    QDir().mkpath(folder.filePath(QStringLiteral("data")));
+    QDir().mkpath(folder.filePath(u"data"_s));
     const QByteArray damaged = "{\"meetings\": {\"1\": ";
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -52,7 +53,7 @@ TEST_F(StoreTest, ADamagedFileIsKeptAsideAndNotOverwritten) {
     MeetingStore store(path);
     EXPECT_FALSE(store.lastError().isEmpty());
     store.addMeeting({});
-    QFile aside(path + QStringLiteral(".broken-1"));
+    QFile aside(path + u".broken-1"_s);
     ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
     EXPECT_EQ(aside.readAll(), damaged);
 }

@@ -1,5 +1,7 @@
 #include "tests/platform/PrivateBus.h"
 
+#include "platform/Literals.h"
+
 #include <QTest>
 
 namespace {
@@ -11,7 +13,7 @@ constexpr const char *addressVariable = "DBUS_SESSION_BUS_ADDRESS";
 
 PrivateBus::PrivateBus()
     : m_formerAddress(qgetenv(addressVariable)) {
-    qputenv(addressVariable, "unix:path=" + m_folder.filePath(QStringLiteral("bus")).toLocal8Bit());
+    qputenv(addressVariable, "unix:path=" + m_folder.filePath(u"bus"_s).toLocal8Bit());
     m_daemon.setStandardErrorFile(QProcess::nullDevice());
 }
 
@@ -24,10 +26,8 @@ PrivateBus::~PrivateBus() {
 }
 
 bool PrivateBus::start() {
-    m_daemon.start(QStringLiteral("dbus-daemon"),
-                   {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
-                    QStringLiteral("--print-address"),
-                    QStringLiteral("--address=") + qEnvironmentVariable(addressVariable)});
+    m_daemon.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--print-address"_s,
+                                      u"--address="_s + qEnvironmentVariable(addressVariable)});
     while (m_daemon.state() != QProcess::NotRunning && !m_daemon.canReadLine()) {
         if (!m_daemon.waitForReadyRead(generousMilliseconds))
             return false;
@@ -42,10 +42,9 @@ void PrivateBus::kill() {
 
 bool PrivateBus::sendSignal(const QString &member, const QStringList &arguments) {
     QProcess sender;
-    sender.start(QStringLiteral("dbus-send"),
-                 QStringList{QStringLiteral("--session"), QStringLiteral("--type=signal"),
-                             QStringLiteral("/com/parlo/DistributedNotifications"), member} +
-                     arguments);
+    sender.start(u"dbus-send"_s, QStringList{u"--session"_s, u"--type=signal"_s,
+                                             u"/com/parlo/DistributedNotifications"_s, member} +
+                                     arguments);
     return sender.waitForFinished(generousMilliseconds) && sender.exitCode() == 0;
 }
 

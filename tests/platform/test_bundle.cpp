@@ -1,5 +1,6 @@
-#include "platform/services/Bundle.h"
-#include "platform/services/StringsTable.h"
+#include "platform/Literals.h"
+#include "platform/services/bundle/Bundle.h"
+#include "platform/services/bundle/StringsTable.h"
 #include "tests/support/Warnings.h"
 
 #include <QDir>
@@ -41,14 +42,14 @@ TEST(StringsTable, EntriesCommentsAndEscapesAreRead) {
                                                    "\"Gr\xc3\xbc\xc3\x9f"
                                                    "e\" = \"%@ = 1;\";",
                                                    &isWhole);
-    const QHash<QString, QString> expected{{u"key"_qs, u"text"_qs},
-                                           {u"quote"_qs, u"say \"hi\" \\ \n\té"_qs},
-                                           {u"empty"_qs, u""_qs},
-                                           {u"url"_qs, u"http://a/*b*/"_qs},
-                                           {u"Grüße"_qs, u"%@ = 1;"_qs}};
+    const QHash<QString, QString> expected{{u"key"_s, u"text"_s},
+                                           {u"quote"_s, u"say \"hi\" \\ \n\té"_s},
+                                           {u"empty"_s, u""_s},
+                                           {u"url"_s, u"http://a/*b*/"_s},
+                                           {u"Grüße"_s, u"%@ = 1;"_s}};
     EXPECT_EQ(table, expected);
     EXPECT_TRUE(isWhole);
-    EXPECT_FALSE(table.value(u"empty"_qs).isNull());
+    EXPECT_FALSE(table.value(u"empty"_s).isNull());
 }
 
 TEST(StringsTable, AMalformedEntryCostsNoOther) {
@@ -57,7 +58,7 @@ TEST(StringsTable, AMalformedEntryCostsNoOther) {
         bool isWhole = true;
         const auto table =
             platform::parseStringsTable(QByteArray(malformed) + " \"good\" = \"text\";", &isWhole);
-        EXPECT_EQ(table, (QHash<QString, QString>{{u"good"_qs, u"text"_qs}})) << malformed;
+        EXPECT_EQ(table, (QHash<QString, QString>{{u"good"_s, u"text"_s}})) << malformed;
         EXPECT_FALSE(isWhole) << malformed;
     }
     for (const char *cut :
@@ -69,34 +70,34 @@ TEST(StringsTable, AMalformedEntryCostsNoOther) {
 }
 
 TEST_F(BundleTest, TextsComeFromTheirTableOrFallBack) {
-    put(u"en.lproj/One.strings"_qs, "\"key\" = \"text\"; \"empty\" = \"\";");
-    put(u"xx.lproj/One.strings"_qs, "\"key\" = \"a language that nobody prefers\";");
-    EXPECT_EQ(bundle->localizedString(u"key"_qs, u"fallback"_qs, u"One"_qs), u"text"_qs);
-    EXPECT_EQ(bundle->localizedString(u"empty"_qs, u"fallback"_qs, u"One"_qs), u""_qs);
-    EXPECT_EQ(bundle->localizedString(u"missing"_qs, u"fallback"_qs, u"One"_qs), u"fallback"_qs);
-    EXPECT_EQ(bundle->localizedString(u"key"_qs, u"fallback"_qs, u"Two"_qs), u"fallback"_qs);
-    EXPECT_TRUE(bundle->localizedString(u"key"_qs, QString(), u"Two"_qs).isNull());
+    put(u"en.lproj/One.strings"_s, "\"key\" = \"text\"; \"empty\" = \"\";");
+    put(u"xx.lproj/One.strings"_s, "\"key\" = \"a language that nobody prefers\";");
+    EXPECT_EQ(bundle->localizedString(u"key"_s, u"fallback"_s, u"One"_s), u"text"_s);
+    EXPECT_EQ(bundle->localizedString(u"empty"_s, u"fallback"_s, u"One"_s), u""_s);
+    EXPECT_EQ(bundle->localizedString(u"missing"_s, u"fallback"_s, u"One"_s), u"fallback"_s);
+    EXPECT_EQ(bundle->localizedString(u"key"_s, u"fallback"_s, u"Two"_s), u"fallback"_s);
+    EXPECT_TRUE(bundle->localizedString(u"key"_s, QString(), u"Two"_s).isNull());
 }
 
 TEST_F(BundleTest, ADrawingIsRenderedForEachRatioAtTheSameSizeInPoints) {
-    put(u"icon.svg"_qs, "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"20\" height=\"10\">"
-                        "<rect width=\"10\" height=\"10\" fill=\"#ff0000\"/></svg>");
+    put(u"icon.svg"_s, "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"20\" height=\"10\">"
+                       "<rect width=\"10\" height=\"10\" fill=\"#ff0000\"/></svg>");
     for (const qreal ratio : {1.0, 1.5, 2.0, 3.0}) {
-        const QImage image = bundle->image(u"icon"_qs, ratio);
+        const QImage image = bundle->image(u"icon"_s, ratio);
         EXPECT_EQ(image.deviceIndependentSize(), QSizeF(20, 10)) << ratio;
         EXPECT_EQ(image.devicePixelRatio(), ratio);
         EXPECT_EQ(image.pixelColor(image.width() / 2 - 1, 0), QColor(Qt::red)) << "a sharp edge at " << ratio;
         EXPECT_EQ(image.pixelColor(image.width() / 2, 0).alpha(), 0) << "a sharp edge at " << ratio;
     }
-    EXPECT_EQ(bundle->image(u"icon.svg"_qs).size(), QSize(20, 10));
-    EXPECT_TRUE(bundle->image(u"icon.png"_qs).isNull());
+    EXPECT_EQ(bundle->image(u"icon.svg"_s).size(), QSize(20, 10));
+    EXPECT_TRUE(bundle->image(u"icon.png"_s).isNull());
 }
 
 TEST_F(BundleTest, ASharperBitmapServesSharperDisplays) {
-    putBitmap(u"both.png"_qs, {16, 16}, Qt::red);
-    putBitmap(u"both@2x.png"_qs, {32, 32}, Qt::blue);
-    putBitmap(u"plain.png"_qs, {16, 16}, Qt::red);
-    putBitmap(u"sharp@2x.png"_qs, {32, 32}, Qt::blue);
+    putBitmap(u"both.png"_s, {16, 16}, Qt::red);
+    putBitmap(u"both@2x.png"_s, {32, 32}, Qt::blue);
+    putBitmap(u"plain.png"_s, {16, 16}, Qt::red);
+    putBitmap(u"sharp@2x.png"_s, {32, 32}, Qt::blue);
     struct Case {
         const char *name;
         qreal ratio;
@@ -113,37 +114,37 @@ TEST_F(BundleTest, ASharperBitmapServesSharperDisplays) {
 }
 
 TEST_F(BundleTest, AnImageThatIsMissingOrBrokenIsNull) {
-    expectWarning(u"broken.png cannot be read"_qs);
-    put(u"broken.png"_qs, "no image");
-    EXPECT_TRUE(bundle->image(u"missing"_qs).isNull());
-    EXPECT_TRUE(bundle->image(u"broken"_qs).isNull());
+    expectWarning(u"broken.png cannot be read"_s);
+    put(u"broken.png"_s, "no image");
+    EXPECT_TRUE(bundle->image(u"missing"_s).isNull());
+    EXPECT_TRUE(bundle->image(u"broken"_s).isNull());
     EXPECT_TRUE(bundle->image(QString()).isNull());
 }
 
 TEST_F(BundleTest, AnInterfaceIsBuiltAnewEachTime) {
-    put(u"Sheet.ui"_qs,
+    put(u"Sheet.ui"_s,
         "<ui version=\"4.0\"><class>Sheet</class><widget class=\"QWidget\" name=\"sheet\">"
         "<widget class=\"QLabel\" name=\"title\"><property name=\"text\"><string>Hi</string></property>"
         "</widget></widget></ui>");
-    const auto first = bundle->loadInterface(u"Sheet"_qs);
-    const auto second = bundle->loadInterface(u"Sheet"_qs);
+    const auto first = bundle->loadInterface(u"Sheet"_s);
+    const auto second = bundle->loadInterface(u"Sheet"_s);
     ASSERT_TRUE(first && second);
     EXPECT_NE(first, second);
     EXPECT_EQ(first->parent(), nullptr);
-    auto *title = second->findChild<QLabel *>(u"title"_qs);
+    auto *title = second->findChild<QLabel *>(u"title"_s);
     ASSERT_TRUE(title);
-    EXPECT_EQ(title->text(), u"Hi"_qs);
-    EXPECT_EQ(bundle->pathForResource(u"Sheet.ui"_qs), folder.filePath(u"Sheet.ui"_qs));
+    EXPECT_EQ(title->text(), u"Hi"_s);
+    EXPECT_EQ(bundle->pathForResource(u"Sheet.ui"_s), folder.filePath(u"Sheet.ui"_s));
 }
 
 TEST_F(BundleTest, AMissingOrMalformedInterfaceIsNone) {
-    expectWarning(u"interface description"_qs);
-    put(u"Cut.ui"_qs, "<ui version=\"4.0\"><widget class=\"QWidget\" name=\"w\">");
-    put(u"Other.ui"_qs, "<html/>");
-    put(u"Empty.ui"_qs, "");
+    expectWarning(u"interface description"_s);
+    put(u"Cut.ui"_s, "<ui version=\"4.0\"><widget class=\"QWidget\" name=\"w\">");
+    put(u"Other.ui"_s, "<html/>");
+    put(u"Empty.ui"_s, "");
     for (const char *name : {"Cut", "Other", "Empty", "Missing"})
         EXPECT_EQ(bundle->loadInterface(QLatin1String(name)), nullptr) << name;
-    EXPECT_TRUE(bundle->pathForResource(u"Missing.ui"_qs).isNull());
+    EXPECT_TRUE(bundle->pathForResource(u"Missing.ui"_s).isNull());
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 // The same claims about the double and about defaults in files, and what only files have.
-#include "platform/services/FileUserDefaults.h"
 #include "platform/services/TestServices.h"
+#include "platform/services/storage/FileUserDefaults.h"
 #include "tests/support/Warnings.h"
 
 #include <QDir>
@@ -14,8 +14,8 @@ using platform::FileUserDefaults;
 using platform::MemoryUserDefaults;
 using platform::UserDefaults;
 
-const QString domain = QStringLiteral("com.parlo.test");
-const QString otherDomain = QStringLiteral("com.parlo.other");
+const QString domain = u"com.parlo.test"_s;
+const QString otherDomain = u"com.parlo.other"_s;
 
 class DefaultsTest : public testing::Test {
 protected:
@@ -29,7 +29,7 @@ protected:
     }
 
     QTemporaryDir folder;
-    const QString file = domain + QStringLiteral(".plist");
+    const QString file = domain + u".plist"_s;
 };
 
 class DefaultsContract : public DefaultsTest, public testing::WithParamInterface<bool> {
@@ -38,7 +38,7 @@ protected:
         if (GetParam())
             return std::make_unique<FileUserDefaults>(folder.path(), domain);
         auto doubled = std::make_unique<MemoryUserDefaults>();
-        doubled->domains[otherDomain] = {{u"key"_qs, u"theirs"_qs}};
+        doubled->domains[otherDomain] = {{u"key"_s, u"theirs"_s}};
         return doubled;
     }
 };
@@ -47,78 +47,78 @@ INSTANTIATE_TEST_SUITE_P(Double, DefaultsContract, testing::Values(false));
 INSTANTIATE_TEST_SUITE_P(Desktop, DefaultsContract, testing::Values(true));
 
 TEST_P(DefaultsContract, ValuesAreKeptRemovedAndRefused) {
-    expectWarning(u"the default \"key\" cannot be kept"_qs);
+    expectWarning(u"the default \"key\" cannot be kept"_s);
     const auto defaults = make();
-    EXPECT_FALSE(defaults->value(u"key"_qs).isValid());
-    defaults->setValue(u"key"_qs, u""_qs);
-    EXPECT_EQ(defaults->value(u"key"_qs), QVariant(u""_qs));
-    defaults->setValue(u"key"_qs, QPoint(1, 2));
-    defaults->setValue(u"key"_qs, rt::nullMarker());
-    EXPECT_EQ(defaults->value(u"key"_qs), QVariant(u""_qs)) << "what is refused changes nothing";
-    defaults->setValue(u"key"_qs, QString());
-    EXPECT_FALSE(defaults->value(u"key"_qs).isValid());
-    defaults->setValue(u"other"_qs, QVariantMap{{u"a"_qs, QVariantList{1, true}}});
-    defaults->setValue(u"other"_qs, QVariant());
-    EXPECT_FALSE(defaults->value(u"other"_qs).isValid());
+    EXPECT_FALSE(defaults->value(u"key"_s).isValid());
+    defaults->setValue(u"key"_s, u""_s);
+    EXPECT_EQ(defaults->value(u"key"_s), QVariant(u""_s));
+    defaults->setValue(u"key"_s, QPoint(1, 2));
+    defaults->setValue(u"key"_s, rt::nullMarker());
+    EXPECT_EQ(defaults->value(u"key"_s), QVariant(u""_s)) << "what is refused changes nothing";
+    defaults->setValue(u"key"_s, QString());
+    EXPECT_FALSE(defaults->value(u"key"_s).isValid());
+    defaults->setValue(u"other"_s, QVariantMap{{u"a"_s, QVariantList{1, true}}});
+    defaults->setValue(u"other"_s, QVariant());
+    EXPECT_FALSE(defaults->value(u"other"_s).isValid());
     EXPECT_TRUE(defaults->synchronize());
 }
 
 TEST_P(DefaultsContract, OtherDomainsAreReadAndMissingOnesHaveNoValue) {
-    put(otherDomain + u".plist"_qs, "<plist><dict><key>key</key><string>theirs</string></dict></plist>");
+    put(otherDomain + u".plist"_s, "<plist><dict><key>key</key><string>theirs</string></dict></plist>");
     const auto defaults = make();
-    EXPECT_EQ(defaults->valueInDomain(otherDomain, u"key"_qs), QVariant(u"theirs"_qs));
-    EXPECT_FALSE(defaults->valueInDomain(otherDomain, u"missing"_qs).isValid());
-    EXPECT_FALSE(defaults->valueInDomain(u"com.parlo.nobody"_qs, u"key"_qs).isValid());
-    EXPECT_FALSE(defaults->valueInDomain(u"../"_qs + otherDomain, u"key"_qs).isValid());
-    EXPECT_FALSE(defaults->valueInDomain(QString(), u"key"_qs).isValid());
-    EXPECT_FALSE(defaults->value(u"key"_qs).isValid());
+    EXPECT_EQ(defaults->valueInDomain(otherDomain, u"key"_s), QVariant(u"theirs"_s));
+    EXPECT_FALSE(defaults->valueInDomain(otherDomain, u"missing"_s).isValid());
+    EXPECT_FALSE(defaults->valueInDomain(u"com.parlo.nobody"_s, u"key"_s).isValid());
+    EXPECT_FALSE(defaults->valueInDomain(u"../"_s + otherDomain, u"key"_s).isValid());
+    EXPECT_FALSE(defaults->valueInDomain(QString(), u"key"_s).isValid());
+    EXPECT_FALSE(defaults->value(u"key"_s).isValid());
 }
 
 TEST_F(DefaultsTest, AFileIsWrittenOnlyWhenSomethingIsDifferent) {
-    FileUserDefaults defaults(folder.filePath(u"new folder"_qs), domain);
-    const QString path = folder.filePath(u"new folder/"_qs + file);
+    FileUserDefaults defaults(folder.filePath(u"new folder"_s), domain);
+    const QString path = folder.filePath(u"new folder/"_s + file);
     EXPECT_TRUE(defaults.synchronize());
     EXPECT_FALSE(QFile::exists(path));
-    defaults.setValue(u"n"_qs, 7);
+    defaults.setValue(u"n"_s, 7);
     EXPECT_TRUE(defaults.synchronize());
     ASSERT_TRUE(QFile::remove(path));
-    defaults.setValue(u"n"_qs, 7);
-    defaults.setValue(u"missing"_qs, QVariant());
+    defaults.setValue(u"n"_s, 7);
+    defaults.setValue(u"missing"_s, QVariant());
     EXPECT_TRUE(defaults.synchronize());
     EXPECT_FALSE(QFile::exists(path)) << "nothing was different";
-    defaults.setValue(u"n"_qs, true);
+    defaults.setValue(u"n"_s, true);
     EXPECT_TRUE(defaults.synchronize());
-    EXPECT_EQ(FileUserDefaults(folder.filePath(u"new folder"_qs), domain).value(u"n"_qs), QVariant(true));
+    EXPECT_EQ(FileUserDefaults(folder.filePath(u"new folder"_s), domain).value(u"n"_s), QVariant(true));
 }
 
 TEST_F(DefaultsTest, ABrokenFileIsKeptAsideEachTime) {
     const QByteArray broken[] = {"<plist><dict><key>half", "<plist><array/></plist>"};
     for (const QByteArray &content : broken) {
-        expectWarning(u"cannot be read and were moved to"_qs);
+        expectWarning(u"cannot be read and were moved to"_s);
         put(file, content);
         FileUserDefaults defaults(folder.path(), domain);
-        defaults.setValue(u"n"_qs, 7);
+        defaults.setValue(u"n"_s, 7);
         EXPECT_TRUE(defaults.synchronize());
     }
-    EXPECT_EQ(files(), (QStringList{file, file + u".broken-1"_qs, file + u".broken-2"_qs}));
-    QFile aside(folder.filePath(file + u".broken-1"_qs));
+    EXPECT_EQ(files(), (QStringList{file, file + u".broken-1"_s, file + u".broken-2"_s}));
+    QFile aside(folder.filePath(file + u".broken-1"_s));
     ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
     EXPECT_EQ(aside.readAll(), broken[0]);
 }
 
 TEST_F(DefaultsTest, WhatCannotBeWrittenIsSaidAndTriedAgain) {
-    put(u"in the way"_qs, "a file, not a folder");
-    FileUserDefaults defaults(folder.filePath(u"in the way"_qs), domain);
-    defaults.setValue(u"n"_qs, 7);
+    put(u"in the way"_s, "a file, not a folder");
+    FileUserDefaults defaults(folder.filePath(u"in the way"_s), domain);
+    defaults.setValue(u"n"_s, 7);
     EXPECT_FALSE(defaults.synchronize());
-    ASSERT_TRUE(QFile::remove(folder.filePath(u"in the way"_qs)));
+    ASSERT_TRUE(QFile::remove(folder.filePath(u"in the way"_s)));
     EXPECT_TRUE(defaults.synchronize());
 }
 
 TEST_F(DefaultsTest, AProcessWithoutADomainKeepsItsValuesForItselfOnly) {
     FileUserDefaults defaults(folder.path(), QString());
-    defaults.setValue(u"n"_qs, 7);
-    EXPECT_EQ(defaults.value(u"n"_qs), QVariant(7));
+    defaults.setValue(u"n"_s, 7);
+    EXPECT_EQ(defaults.value(u"n"_s), QVariant(7));
     EXPECT_FALSE(defaults.synchronize());
     EXPECT_TRUE(files().isEmpty());
 }

@@ -1,4 +1,5 @@
-#include "platform/services/HtmlImporter.h"
+#include "platform/Literals.h"
+#include "platform/services/html/HtmlImporter.h"
 
 #include <QElapsedTimer>
 #include <gtest/gtest.h>
@@ -32,75 +33,74 @@ std::string caseName(const testing::TestParamInfo<Case> &info) {
 }
 
 const Case blocks[] = {
-    {"BareText", u"bare"_qs, u"bare"_qs},
+    {"BareText", u"bare"_s, u"bare"_s},
     {"DocumentTagsGiveNothing",
-     u"<html><head><title>t</title><style>p{}</style></head><body>x</body></html>"_qs, u"x"_qs},
-    {"TextAfterTheEndOfTheDocument", u"<body>a</body></html>b<p>c"_qs, u"ab\nc\n"_qs},
-    {"ABlockEndsWithOneBreak", u"<p>a</p><div>b</div>"_qs, u"a\nb\n"_qs},
-    {"AnEmptyBlockGivesABreak", u"<p>a</p><p></p><div> </div>b"_qs, u"a\n\n\nb"_qs},
-    {"NestedBlocksEndOnce", u"<div><div><p>a</p></div></div>b"_qs, u"a\nb"_qs},
-    {"NestedEmptyBlocksGiveOneBreak", u"<div><div><p></p></div></div>"_qs, u"\n"_qs},
-    {"TextAroundABlock", u"a<div>b</div>c"_qs, u"a\nb\nc"_qs},
-    {"AParagraphIsEndedByABlock", u"<p>a<div>b</div>c"_qs, u"a\nb\nc"_qs},
-    {"ARuleIsAnEmptyBlock", u"a<hr>b"_qs, u"a\n\nb"_qs},
-    {"AStrayEndIsIgnored", u"</div>x</b>"_qs, u"x"_qs},
-    {"AParagraphIsEndedByABlockAlsoFromInside", u"<p>a<b><br>b<div>c</div>"_qs, u"a\u2028b\nc\n"_qs},
-    {"TheEndOfAFormatEndsNoParagraph", u"<span><p>a</span>b</p>"_qs, u"ab\n"_qs},
-    {"TextEndsTheHead", u"<head><title>t</title> a<p>b"_qs, u"a\nb\n"_qs},
+     u"<html><head><title>t</title><style>p{}</style></head><body>x</body></html>"_s, u"x"_s},
+    {"TextAfterTheEndOfTheDocument", u"<body>a</body></html>b<p>c"_s, u"ab\nc\n"_s},
+    {"ABlockEndsWithOneBreak", u"<p>a</p><div>b</div>"_s, u"a\nb\n"_s},
+    {"AnEmptyBlockGivesABreak", u"<p>a</p><p></p><div> </div>b"_s, u"a\n\n\nb"_s},
+    {"NestedBlocksEndOnce", u"<div><div><p>a</p></div></div>b"_s, u"a\nb"_s},
+    {"NestedEmptyBlocksGiveOneBreak", u"<div><div><p></p></div></div>"_s, u"\n"_s},
+    {"TextAroundABlock", u"a<div>b</div>c"_s, u"a\nb\nc"_s},
+    {"AParagraphIsEndedByABlock", u"<p>a<div>b</div>c"_s, u"a\nb\nc"_s},
+    {"ARuleIsAnEmptyBlock", u"a<hr>b"_s, u"a\n\nb"_s},
+    {"AStrayEndIsIgnored", u"</div>x</b>"_s, u"x"_s},
+    {"AParagraphIsEndedByABlockAlsoFromInside", u"<p>a<b><br>b<div>c</div>"_s, u"a\u2028b\nc\n"_s},
+    {"TheEndOfAFormatEndsNoParagraph", u"<span><p>a</span>b</p>"_s, u"ab\n"_s},
+    {"TextEndsTheHead", u"<head><title>t</title> a<p>b"_s, u"a\nb\n"_s},
 };
 INSTANTIATE_TEST_SUITE_P(Blocks, PlainText, testing::ValuesIn(blocks), caseName);
 
 const Case lines[] = {
-    {"ABreakInAParagraphSeparates", u"<p>a<br>b</p>"_qs, u"a\u2028b\n"_qs},
-    {"ABreakInAHeadingSeparates", u"<h2>a<br/>b</h2>"_qs, u"a\u2028b\n"_qs},
-    {"ABreakElsewhereEndsTheLine", u"a<br>b<div>c<br>d</div>"_qs, u"a\nb\nc\nd\n"_qs},
-    {"ATrailingBreakGivesWayToTheBlocksEnd", u"<p>a<br></p><div>b<br></div>"_qs, u"a\nb\n"_qs},
-    {"OnlyTheLastBreakGivesWay", u"<p>a<br><br></p>"_qs, u"a\u2028\n"_qs},
-    {"ABreakAloneIsAnEmptyLine", u"<p><br></p><div><br></div>"_qs, u"\n\n"_qs},
-    {"BlanksCollapse", u"  a \n\t b  <b> c</b>"_qs, u"a b c"_qs},
-    {"ATrailingBlankGivesWay", u"<p>a </p>b <div>c </div> "_qs, u"a\nb\nc\n"_qs},
-    {"ABlankBeforeABreakIsNotSeen", u"a <br> b"_qs, u"a\nb"_qs},
-    {"ANoBreakSpaceStays", u"<p>&nbsp;a&nbsp;</p>"_qs, u"\u00a0a\u00a0\n"_qs},
-    {"PreformattedTextStays", u"<pre>\n x\r\n\n  y\r z\u0096</pre>w"_qs, u" x\n\n  y\n z\u2013\nw"_qs},
+    {"ABreakInAParagraphSeparates", u"<p>a<br>b</p>"_s, u"a\u2028b\n"_s},
+    {"ABreakInAHeadingSeparates", u"<h2>a<br/>b</h2>"_s, u"a\u2028b\n"_s},
+    {"ABreakElsewhereEndsTheLine", u"a<br>b<div>c<br>d</div>"_s, u"a\nb\nc\nd\n"_s},
+    {"ATrailingBreakGivesWayToTheBlocksEnd", u"<p>a<br></p><div>b<br></div>"_s, u"a\nb\n"_s},
+    {"OnlyTheLastBreakGivesWay", u"<p>a<br><br></p>"_s, u"a\u2028\n"_s},
+    {"ABreakAloneIsAnEmptyLine", u"<p><br></p><div><br></div>"_s, u"\n\n"_s},
+    {"BlanksCollapse", u"  a \n\t b  <b> c</b>"_s, u"a b c"_s},
+    {"ATrailingBlankGivesWay", u"<p>a </p>b <div>c </div> "_s, u"a\nb\nc\n"_s},
+    {"ABlankBeforeABreakIsNotSeen", u"a <br> b"_s, u"a\nb"_s},
+    {"ANoBreakSpaceStays", u"<p>&nbsp;a&nbsp;</p>"_s, u"\u00a0a\u00a0\n"_s},
+    {"PreformattedTextStays", u"<pre>\n x\r\n\n  y\r z\u0096</pre>w"_s, u" x\n\n  y\n z\u2013\nw"_s},
 };
 INSTANTIATE_TEST_SUITE_P(Lines, PlainText, testing::ValuesIn(lines), caseName);
 
 const Case structures[] = {
-    {"Bullets", u"<ul><li>a</li> <li>b<br>c</ul>d"_qs, u"\t•\ta\n\t•\tb\u2028c\nd"_qs},
-    {"Numbers", u"<ol><li>a<li>b</ol><ol start=7><li>c<li value=3>d<li>e</ol>"_qs,
-     u"\t1.\ta\n\t2.\tb\n\t7.\tc\n\t3.\td\n\t4.\te\n"_qs},
-    {"ABlockInAnItemStandsOnItsLine", u"<ul><li><p>a</p><p>b</p></li></ul>"_qs, u"\t•\ta\nb\n"_qs},
-    {"AListInAnItem", u"<ol><li>a<ul><li>b</li></ul></li><li>c</li></ol>"_qs,
-     u"\t1.\ta\n\t•\tb\n\t2.\tc\n"_qs},
-    {"AnEmptyItem", u"<ul><li></li></ul>"_qs, u"\t•\t\n"_qs},
-    {"ATableInACellKeepsItsRows", u"<table><tr><td><table><tr><td>a<tr><td>b</table><td>c</table>d"_qs,
-     u"a\nb\nc\nd"_qs},
-    {"EachCellIsALine", u"x<table> <tr> <td>a</td> <td></td> </tr> <tr> <th> c </th> </tr> </table>y"_qs,
-     u"x\na\n\nc\ny"_qs},
-    {"AnImageIsACharacter", u"a<img src='cid:1' alt='p'>b"_qs, u"a\ufffcb"_qs},
+    {"Bullets", u"<ul><li>a</li> <li>b<br>c</ul>d"_s, u"\t•\ta\n\t•\tb\u2028c\nd"_s},
+    {"Numbers", u"<ol><li>a<li>b</ol><ol start=7><li>c<li value=3>d<li>e</ol>"_s,
+     u"\t1.\ta\n\t2.\tb\n\t7.\tc\n\t3.\td\n\t4.\te\n"_s},
+    {"ABlockInAnItemStandsOnItsLine", u"<ul><li><p>a</p><p>b</p></li></ul>"_s, u"\t•\ta\nb\n"_s},
+    {"AListInAnItem", u"<ol><li>a<ul><li>b</li></ul></li><li>c</li></ol>"_s, u"\t1.\ta\n\t•\tb\n\t2.\tc\n"_s},
+    {"AnEmptyItem", u"<ul><li></li></ul>"_s, u"\t•\t\n"_s},
+    {"ATableInACellKeepsItsRows", u"<table><tr><td><table><tr><td>a<tr><td>b</table><td>c</table>d"_s,
+     u"a\nb\nc\nd"_s},
+    {"EachCellIsALine", u"x<table> <tr> <td>a</td> <td></td> </tr> <tr> <th> c </th> </tr> </table>y"_s,
+     u"x\na\n\nc\ny"_s},
+    {"AnImageIsACharacter", u"a<img src='cid:1' alt='p'>b"_s, u"a\ufffcb"_s},
 };
 INSTANTIATE_TEST_SUITE_P(Structures, PlainText, testing::ValuesIn(structures), caseName);
 
 const Case unseen[] = {
-    {"Scripts", u"a<script>if(x<y){'<p>'}</script>b<style>p{}</style>c"_qs, u"abc"_qs},
-    {"NotDisplayed", u"a<div style='color:red; DISPLAY : none !important'>b<p>c<br></div>d"_qs, u"ad"_qs},
-    {"OtherStylesAreSeen", u"<b style='display:nonesuch;x-display:none'>a</b>"_qs, u"a"_qs},
+    {"Scripts", u"a<script>if(x<y){'<p>'}</script>b<style>p{}</style>c"_s, u"abc"_s},
+    {"NotDisplayed", u"a<div style='color:red; DISPLAY : none !important'>b<p>c<br></div>d"_s, u"ad"_s},
+    {"OtherStylesAreSeen", u"<b style='display:nonesuch;x-display:none'>a</b>"_s, u"a"_s},
     {"CommentsAndConditions",
-     u"a<!-- <p>x</p> --><!--[if mso]>y<![endif]--><![if !mso]>b<![endif]><?xml z?>c"_qs, u"abc"_qs},
-    {"AnEncodingThatTheTextClaims", u"<meta charset=utf-16><meta charset=iso-8859-1>é"_qs, u"é"_qs},
+     u"a<!-- <p>x</p> --><!--[if mso]>y<![endif]--><![if !mso]>b<![endif]><?xml z?>c"_s, u"abc"_s},
+    {"AnEncodingThatTheTextClaims", u"<meta charset=utf-16><meta charset=iso-8859-1>é"_s, u"é"_s},
 };
 INSTANTIATE_TEST_SUITE_P(Unseen, PlainText, testing::ValuesIn(unseen), caseName);
 
 const Case characters[] = {
-    {"LessThanIsText", u"<p>1 < 2 & 3<"_qs, u"1 < 2 & 3<\n"_qs},
-    {"Entities", u"&lt;&amp;&eacute;&#8364;&#x1F600;"_qs, u"<&é€😀"_qs},
-    {"ReferencesToNoCharacter", u"&#0;&#xd800;&#x110000;&#99999999999;&#;&#x;&nosuch;&amp"_qs,
-     u"\ufffd\ufffd\ufffd\ufffd&#;&#x;&nosuch;&amp"_qs},
-    {"WindowsCharacters", u"&#150;\u0093a\u0094&#128;"_qs, u"–“a”€"_qs},
-    {"OtherTwoByteCharacters", u"\u00a9\u00ab\u00bf\u0081"_qs, u"\u00a9\u00ab\u00bf\u0081"_qs},
-    {"ALoneSurrogateSpoilsNothing", u"é"_qs + QChar(0xd83d) + u"ü"_qs, u"é\ufffdü"_qs},
-    {"ANulSpoilsNothing", u"a"_qs + QChar(0) + u"b"_qs, u"ab"_qs},
-    {"UnknownTags", u"<p>a<o:p>&nbsp;</o:p></p><x-y>b"_qs, u"a\u00a0\nb"_qs},
+    {"LessThanIsText", u"<p>1 < 2 & 3<"_s, u"1 < 2 & 3<\n"_s},
+    {"Entities", u"&lt;&amp;&eacute;&#8364;&#x1F600;"_s, u"<&é€😀"_s},
+    {"ReferencesToNoCharacter", u"&#0;&#xd800;&#x110000;&#99999999999;&#;&#x;&nosuch;&amp"_s,
+     u"\ufffd\ufffd\ufffd\ufffd&#;&#x;&nosuch;&amp"_s},
+    {"WindowsCharacters", u"&#150;\u0093a\u0094&#128;"_s, u"–“a”€"_s},
+    {"OtherTwoByteCharacters", u"\u00a9\u00ab\u00bf\u0081"_s, u"\u00a9\u00ab\u00bf\u0081"_s},
+    {"ALoneSurrogateSpoilsNothing", u"é"_s + QChar(0xd83d) + u"ü"_s, u"é\ufffdü"_s},
+    {"ANulSpoilsNothing", u"a"_s + QChar(0) + u"b"_s, u"ab"_s},
+    {"UnknownTags", u"<p>a<o:p>&nbsp;</o:p></p><x-y>b"_s, u"a\u00a0\nb"_s},
 };
 INSTANTIATE_TEST_SUITE_P(Characters, PlainText, testing::ValuesIn(characters), caseName);
 
@@ -111,24 +111,24 @@ TEST(HtmlImporter, NothingGivesEmptyTextRatherThanNone) {
 
 TEST(HtmlImporter, ACutAnywhereGivesABeginningOfTheSameWords) {
     const QString html =
-        u"<div>one <b class=\"x y\">twö</b>&amp;<ul><li>three<!-- c --></ul><pre>\n😀</pre></div>"_qs;
+        u"<div>one <b class=\"x y\">twö</b>&amp;<ul><li>three<!-- c --></ul><pre>\n😀</pre></div>"_s;
     for (int length = 0; length <= html.size(); ++length) {
         const QString text = plain(html.left(length));
         EXPECT_LE(text.size(), length + 4) << length;
-        EXPECT_EQ(text.contains(u"one"_qs), length >= 8) << length;
+        EXPECT_EQ(text.contains(u"one"_s), length >= 8) << length;
     }
 }
 
 TEST(HtmlImporter, AMultiByteCharacterAtTheEdgeOfAChunkStays) {
     for (int shift = 0; shift < 4; ++shift) {
-        const QString text = QString(shift, u'a') + u"😀é€"_qs.repeated(100'000);
+        const QString text = QString(shift, u'a') + u"😀é€"_s.repeated(100'000);
         EXPECT_TRUE(plain(text) == text) << shift;
     }
 }
 
 TEST(HtmlImporter, DeepNestingLosesNoText) {
-    const QString html = u"<div>"_qs.repeated(20'000) + u"x"_qs + u"</div>"_qs.repeated(20'000) + u"y"_qs;
-    EXPECT_EQ(plain(html), u"x\ny"_qs);
+    const QString html = u"<div>"_s.repeated(20'000) + u"x"_s + u"</div>"_s.repeated(20'000) + u"y"_s;
+    EXPECT_EQ(plain(html), u"x\ny"_s);
 }
 
 struct Repeated {

@@ -16,8 +16,8 @@ using platform::ObserverId;
 using platform::TextMap;
 using platform::VirtualRunLoop;
 
-const QString channel = QStringLiteral("channel");
-const QString endMark = QStringLiteral("end");
+const QString channel = u"channel"_s;
+const QString endMark = u"end"_s;
 
 class DistributedContract : public testing::TestWithParam<bool> {
 protected:
@@ -56,32 +56,31 @@ INSTANTIATE_TEST_SUITE_P(Double, DistributedContract, testing::Values(false));
 INSTANTIATE_TEST_SUITE_P(Desktop, DistributedContract, testing::Values(true));
 
 TEST_P(DistributedContract, APosterThatObservesHearsItselfAfterItHasPosted) {
-    const TextMap userInfo{
-        {u"text"_qs, u"Grüße, 会議 😀\n"_qs}, {u""_qs, u"no key"_qs}, {u"empty"_qs, u""_qs}};
+    const TextMap userInfo{{u"text"_s, u"Grüße, 会議 😀\n"_s}, {u""_s, u"no key"_s}, {u"empty"_s, u""_s}};
     std::ignore = center->addObserver(channel, note());
     center->post(channel, QString(), userInfo, true);
-    center->post(u"another"_qs, u"somebody"_qs, {}, true);
-    center->post(channel, u"somebody"_qs, {{u"null"_qs, QString()}}, false);
+    center->post(u"another"_s, u"somebody"_s, {}, true);
+    center->post(channel, u"somebody"_s, {{u"null"_s, QString()}}, false);
     EXPECT_TRUE(heard.isEmpty()) << "delivered from inside post()";
     deliver();
     ASSERT_EQ(heard.size(), 2);
     EXPECT_EQ(heard[0], qMakePair(channel, userInfo));
-    EXPECT_FALSE(heard[1].second.value(u"null"_qs).isNull()) << "a null text cannot cross a wire";
+    EXPECT_FALSE(heard[1].second.value(u"null"_s).isNull()) << "a null text cannot cross a wire";
 }
 
 TEST_P(DistributedContract, TheOrderOfOneSenderIsKept) {
     constexpr int count = 500;
     std::ignore = center->addObserver(channel, note());
     for (int i = 0; i < count; ++i)
-        center->post(channel, {}, {{u"i"_qs, QString::number(i)}}, true);
+        center->post(channel, {}, {{u"i"_s, QString::number(i)}}, true);
     deliver();
     ASSERT_EQ(heard.size(), count);
     for (int i = 0; i < count; ++i)
-        EXPECT_EQ(heard[i].second.value(u"i"_qs).toInt(), i);
+        EXPECT_EQ(heard[i].second.value(u"i"_s).toInt(), i);
 }
 
 TEST_P(DistributedContract, NamesThatQuotingCouldBreakStillArrive) {
-    const QStringList names{u"it's"_qs, u"back\\slash"_qs, u"a,b='c'"_qs, u"Größe"_qs, u" "_qs, u""_qs};
+    const QStringList names{u"it's"_s, u"back\\slash"_s, u"a,b='c'"_s, u"Größe"_s, u" "_s, u""_s};
     for (const QString &name : names)
         std::ignore = center->addObserver(name, note());
     std::ignore = center->addObserver(channel, note()); // its match and theirs must not double it
@@ -114,7 +113,7 @@ TEST_P(DistributedContract, WhoIsRemovedHearsNoMoreAndTheOthersStillDo) {
 }
 
 TEST_P(DistributedContract, WhatAnObserverThrowsDoesNotReachTheOthers) {
-    expectWarning(u"a callback failed: on purpose"_qs);
+    expectWarning(u"a callback failed: on purpose"_s);
     std::ignore = center->addObserver(
         channel, [](const QString &, const TextMap &) { throw std::runtime_error("on purpose"); });
     std::ignore = center->addObserver(channel, note());
@@ -124,20 +123,20 @@ TEST_P(DistributedContract, WhatAnObserverThrowsDoesNotReachTheOthers) {
 }
 
 TEST_P(DistributedContract, WhatCannotBeSentIsDroppedAndTheNextOneArrives) {
-    expectWarning(u"\"channel\" dropped: it contains a NUL"_qs);
-    expectWarning(u"\"channel\" dropped: it is too large"_qs);
+    expectWarning(u"\"channel\" dropped: it contains a NUL"_s);
+    expectWarning(u"\"channel\" dropped: it is too large"_s);
     std::ignore = center->addObserver(channel, note());
     const QString nul(QChar(u'\0'));
     center->post(channel, nul, {}, true);
-    center->post(channel, {}, {{nul, u"value"_qs}}, true);
-    center->post(channel, {}, {{u"key"_qs, nul}}, true);
+    center->post(channel, {}, {{nul, u"value"_s}}, true);
+    center->post(channel, {}, {{u"key"_s, nul}}, true);
     const QString half(DistributedNotificationCenter::maximumSize / 4 + 1, u'ä'); // two bytes each
-    center->post(channel, {}, {{u"a"_qs, half}, {u"b"_qs, half}}, true);
+    center->post(channel, {}, {{u"a"_s, half}, {u"b"_s, half}}, true);
     const QString large(DistributedNotificationCenter::maximumSize - channel.size() - 1, u'x');
-    center->post(channel, {}, {{u"k"_qs, large}}, true);
+    center->post(channel, {}, {{u"k"_s, large}}, true);
     deliver();
     ASSERT_EQ(heard.size(), 1);
-    EXPECT_EQ(heard[0].second.value(u"k"_qs), large);
+    EXPECT_EQ(heard[0].second.value(u"k"_s), large);
 }
 
 TEST_P(DistributedContract, AnObserverMayDestroyTheCentre) {
@@ -160,29 +159,29 @@ TEST(NotificationCenter, WhoCameDuringADeliveryWaitsForTheNext) {
     NotificationCenter center;
     QStringList heard;
     std::ignore = center.addObserver(channel, [&](const QString &, const QVariantMap &userInfo) {
-        heard.append(u"first "_qs + userInfo.value(u"n"_qs).toString());
+        heard.append(u"first "_s + userInfo.value(u"n"_s).toString());
         std::ignore = center.addObserver(
-            channel, [&](const QString &, const QVariantMap &) { heard.append(u"late"_qs); });
+            channel, [&](const QString &, const QVariantMap &) { heard.append(u"late"_s); });
     });
     std::ignore = center.addObserver(
-        u"another"_qs, [&](const QString &, const QVariantMap &) { heard.append(u"another"_qs); });
-    center.post(channel, {{u"n"_qs, 1}});
-    EXPECT_EQ(heard, QStringList{u"first 1"_qs});
-    center.post(channel, {{u"n"_qs, 2}});
-    EXPECT_EQ(heard, (QStringList{u"first 1"_qs, u"first 2"_qs, u"late"_qs}));
+        u"another"_s, [&](const QString &, const QVariantMap &) { heard.append(u"another"_s); });
+    center.post(channel, {{u"n"_s, 1}});
+    EXPECT_EQ(heard, QStringList{u"first 1"_s});
+    center.post(channel, {{u"n"_s, 2}});
+    EXPECT_EQ(heard, (QStringList{u"first 1"_s, u"first 2"_s, u"late"_s}));
 }
 
 TEST(NotificationCenter, APostInsideADeliveryIsDeliveredAtOnce) {
     NotificationCenter center;
     QStringList heard;
-    std::ignore = center.addObserver(u"outer"_qs, [&](const QString &, const QVariantMap &) {
-        center.post(u"inner"_qs, {});
-        heard.append(u"outer"_qs);
+    std::ignore = center.addObserver(u"outer"_s, [&](const QString &, const QVariantMap &) {
+        center.post(u"inner"_s, {});
+        heard.append(u"outer"_s);
     });
-    std::ignore = center.addObserver(
-        u"inner"_qs, [&](const QString &, const QVariantMap &) { heard.append(u"inner"_qs); });
-    center.post(u"outer"_qs, {});
-    EXPECT_EQ(heard, (QStringList{u"inner"_qs, u"outer"_qs}));
+    std::ignore = center.addObserver(u"inner"_s,
+                                     [&](const QString &, const QVariantMap &) { heard.append(u"inner"_s); });
+    center.post(u"outer"_s, {});
+    EXPECT_EQ(heard, (QStringList{u"inner"_s, u"outer"_s}));
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-#include "platform/services/Storage.h"
 #include "platform/services/TestServices.h"
+#include "platform/services/storage/Storage.h"
 
 #include <QDir>
 #include <QFile>
@@ -16,19 +16,19 @@ using platform::PropertyLists;
 const std::unique_ptr<PropertyLists> lists = platform::makePropertyLists();
 
 QVariantMap everything() {
-    return {{u"text"_qs, u"Grüße 😀 <&>\" \r\n\ttrailing  "_qs},
-            {u"empty"_qs, u""_qs},
-            {u"Schlüssel & <key>"_qs, u" "_qs},
-            {u"low"_qs, std::numeric_limits<qint64>::min()},
-            {u"high"_qs, std::numeric_limits<qint64>::max()},
-            {u"real"_qs, 0.1},
-            {u"tiny"_qs, 5e-324},
-            {u"yes"_qs, true},
-            {u"no"_qs, false},
-            {u"data"_qs, QByteArray("\0\xff\n", 3)},
-            {u"none"_qs, QByteArray()},
-            {u"date"_qs, QDateTime(QDate(1999, 12, 31), QTime(23, 59, 59), Qt::UTC)},
-            {u"list"_qs, QVariantList{qint64(1), u"two"_qs, QVariantList(), QVariantMap()}}};
+    return {{u"text"_s, u"Grüße 😀 <&>\" \r\n\ttrailing  "_s},
+            {u"empty"_s, u""_s},
+            {u"Schlüssel & <key>"_s, u" "_s},
+            {u"low"_s, std::numeric_limits<qint64>::min()},
+            {u"high"_s, std::numeric_limits<qint64>::max()},
+            {u"real"_s, 0.1},
+            {u"tiny"_s, 5e-324},
+            {u"yes"_s, true},
+            {u"no"_s, false},
+            {u"data"_s, QByteArray("\0\xff\n", 3)},
+            {u"none"_s, QByteArray()},
+            {u"date"_s, QDateTime(QDate(1999, 12, 31), QTime(23, 59, 59), Qt::UTC)},
+            {u"list"_s, QVariantList{qint64(1), u"two"_s, QVariantList(), QVariantMap()}}};
 }
 
 QByteArray xmlOf(const QByteArray &content) {
@@ -43,7 +43,7 @@ TEST(PropertyLists, WhatIsWrittenReadsBackAsItWas) {
         EXPECT_EQ(back.toMap().value(key), value) << qPrintable(key);
         EXPECT_EQ(back.toMap().value(key).typeId(), value.typeId()) << qPrintable(key);
     }
-    EXPECT_FALSE(back.toMap().value(u"empty"_qs).toString().isNull());
+    EXPECT_FALSE(back.toMap().value(u"empty"_s).toString().isNull());
     EXPECT_EQ(back.toMap().size(), everything().size());
     EXPECT_EQ(lists->toXml(back), xml) << "the same value must give the same bytes";
     EXPECT_EQ(lists->parse("\xef\xbb\xbf" + xml), back) << "with a byte order mark";
@@ -51,24 +51,24 @@ TEST(PropertyLists, WhatIsWrittenReadsBackAsItWas) {
 
 TEST(PropertyLists, WhatXmlCannotCarryIsLeftOut) {
     const QString text =
-        u"a"_qs + QChar(u'\0') + QChar(u'\x1b') + QChar(0xd800) + QChar(0xfffe) + QChar(0xdc00) + u"b"_qs;
-    const QVariantMap value{{u"text"_qs, text},
-                            {u"marker"_qs, rt::nullMarker()},
-                            {u"nothing"_qs, QVariant()},
-                            {u"no text"_qs, QString()},
-                            {u"list"_qs, QVariantList{1, rt::nullMarker(), 2}}};
-    const QVariantMap expected{{u"text"_qs, u"ab"_qs}, {u"list"_qs, QVariantList{1, 2}}};
+        u"a"_s + QChar(u'\0') + QChar(u'\x1b') + QChar(0xd800) + QChar(0xfffe) + QChar(0xdc00) + u"b"_s;
+    const QVariantMap value{{u"text"_s, text},
+                            {u"marker"_s, rt::nullMarker()},
+                            {u"nothing"_s, QVariant()},
+                            {u"no text"_s, QString()},
+                            {u"list"_s, QVariantList{1, rt::nullMarker(), 2}}};
+    const QVariantMap expected{{u"text"_s, u"ab"_s}, {u"list"_s, QVariantList{1, 2}}};
     EXPECT_EQ(lists->parse(lists->toXml(value)).toMap(), expected);
 }
 
 TEST(PropertyLists, WhatHasNoPlaceInOneGivesNothing) {
-    QVariant deep = u"deep"_qs;
+    QVariant deep = u"deep"_s;
     for (int i = 0; i < PropertyLists::maximumDepth; ++i)
         deep = QVariantList{deep};
     for (const QVariant &value :
          {QVariant(), rt::nullMarker(), QVariant(QString()), QVariant(QPoint(1, 2)), QVariant(QDateTime()),
           QVariant(std::numeric_limits<quint64>::max()), QVariant::fromValue<void *>(&deep), deep})
-        EXPECT_TRUE(lists->toXml(QVariantMap{{u"key"_qs, QVariantList{value}}}).isEmpty() ||
+        EXPECT_TRUE(lists->toXml(QVariantMap{{u"key"_s, QVariantList{value}}}).isEmpty() ||
                     !rt::isPresent(value))
             << value.typeName();
     EXPECT_TRUE(lists->toXml(QVariant()).isEmpty());
@@ -129,16 +129,16 @@ const QByteArray binarySample = QByteArray::fromBase64(
 
 TEST(BinaryPropertyLists, EveryKindIsRead) {
     const QVariantMap expected{
-        {u"ascii"_qs, u"plain"_qs},
-        {u"text"_qs, u"Grüße 😀"_qs},
-        {u"n"_qs, qint64(-7)},
-        {u"big"_qs, qint64(1) << 40},
-        {u"real"_qs, 1.5},
-        {u"yes"_qs, true},
-        {u"data"_qs, QByteArray("\0\xff", 2)},
-        {u"date"_qs, QDateTime(QDate(2024, 3, 1), QTime(12, 30, 5), Qt::UTC)},
-        {u"list"_qs, QVariantList{qint64(1), u"two"_qs, QVariantList{qint64(3)}}},
-        {u"empty"_qs, QVariantMap()},
+        {u"ascii"_s, u"plain"_s},
+        {u"text"_s, u"Grüße 😀"_s},
+        {u"n"_s, qint64(-7)},
+        {u"big"_s, qint64(1) << 40},
+        {u"real"_s, 1.5},
+        {u"yes"_s, true},
+        {u"data"_s, QByteArray("\0\xff", 2)},
+        {u"date"_s, QDateTime(QDate(2024, 3, 1), QTime(12, 30, 5), Qt::UTC)},
+        {u"list"_s, QVariantList{qint64(1), u"two"_s, QVariantList{qint64(3)}}},
+        {u"empty"_s, QVariantMap()},
     };
     const QVariantMap read = lists->parse(binarySample).toMap();
     for (const auto &[key, value] : expected.asKeyValueRange())
@@ -178,7 +178,7 @@ QByteArray binaryOf(const QList<QByteArray> &objects, int referenceSize = 1) {
 }
 
 TEST(BinaryPropertyLists, FewBytesThatStandForTooMuchAreUnreadable) {
-    EXPECT_EQ(lists->parse(binaryOf({"\xa1\x01", "\x51x"})), QVariant(QVariantList{u"x"_qs}))
+    EXPECT_EQ(lists->parse(binaryOf({"\xa1\x01", "\x51x"})), QVariant(QVariantList{u"x"_s}))
         << "the builder itself";
 
     EXPECT_FALSE(lists->parse(binaryOf({QByteArray("\xa1\x00", 2)})).isValid()) << "a list that holds itself";
@@ -216,16 +216,16 @@ protected:
     }
 
     QTemporaryDir folder;
-    QString path = folder.filePath(QStringLiteral("a.plist"));
+    QString path = folder.filePath(u"a.plist"_s);
 };
 
 TEST_F(PropertyListFiles, AWriteThatFailsLeavesTheOldFileAndNothingElse) {
-    ASSERT_TRUE(lists->write(path, QVariantMap{{u"old"_qs, 1}}));
-    EXPECT_FALSE(lists->write(path, QVariantMap{{u"new"_qs, QPoint()}}));
+    ASSERT_TRUE(lists->write(path, QVariantMap{{u"old"_s, 1}}));
+    EXPECT_FALSE(lists->write(path, QVariantMap{{u"new"_s, QPoint()}}));
     EXPECT_FALSE(lists->write(path, QVariant()));
-    EXPECT_FALSE(lists->write(folder.filePath(u"no/such/folder.plist"_qs), QVariantMap()));
-    EXPECT_EQ(lists->read(path).toMap(), (QVariantMap{{u"old"_qs, 1}}));
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"a.plist"_qs});
+    EXPECT_FALSE(lists->write(folder.filePath(u"no/such/folder.plist"_s), QVariantMap()));
+    EXPECT_EQ(lists->read(path).toMap(), (QVariantMap{{u"old"_s, 1}}));
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"a.plist"_s});
     ASSERT_TRUE(lists->write(path, QVariantMap()));
     EXPECT_EQ(lists->read(path), QVariant(QVariantMap()));
 }
@@ -237,21 +237,21 @@ TEST_F(PropertyListFiles, TheSameBytesAreNotWrittenAgainAndOthersAre) {
         EXPECT_EQ(::stat(qPrintable(path), &status), 0);
         return status.st_ino; // each write puts a new file in its place
     };
-    ASSERT_TRUE(lists->write(path, QVariantMap{{u"n"_qs, 1}}));
+    ASSERT_TRUE(lists->write(path, QVariantMap{{u"n"_s, 1}}));
     QFile keptOpen(path); // so that no new file gets its number
     ASSERT_TRUE(keptOpen.open(QIODevice::ReadOnly));
     const auto first = file();
-    EXPECT_TRUE(lists->write(path, QVariantMap{{u"n"_qs, 1}}));
+    EXPECT_TRUE(lists->write(path, QVariantMap{{u"n"_s, 1}}));
     EXPECT_EQ(file(), first);
-    EXPECT_TRUE(lists->write(path, QVariantMap{{u"n"_qs, true}}));
+    EXPECT_TRUE(lists->write(path, QVariantMap{{u"n"_s, true}}));
     EXPECT_NE(file(), first);
-    EXPECT_EQ(lists->read(path).toMap(), (QVariantMap{{u"n"_qs, true}}));
+    EXPECT_EQ(lists->read(path).toMap(), (QVariantMap{{u"n"_s, true}}));
 }
 
 TEST_F(PropertyListFiles, WhatIsNoReadableFileHasNoValue) {
     EXPECT_FALSE(lists->read(path).isValid());
     EXPECT_FALSE(lists->read(folder.path()).isValid());
-    EXPECT_FALSE(lists->read(u"/dev/zero"_qs).isValid());
+    EXPECT_FALSE(lists->read(u"/dev/zero"_s).isValid());
     EXPECT_FALSE(lists->read(QString()).isValid());
     put(xmlOf("<dict/>" + QByteArray(PropertyLists::maximumSize, ' ')));
     EXPECT_FALSE(lists->read(path).isValid()) << "too large";

@@ -1,6 +1,6 @@
 // The same claims about the double and about the desktop's run loop.
-#include "platform/services/QtRunLoop.h"
 #include "platform/services/TestServices.h"
+#include "platform/services/runloop/QtRunLoop.h"
 #include "tests/platform/PrivateBus.h"
 #include "tests/support/Warnings.h"
 
@@ -44,13 +44,13 @@ INSTANTIATE_TEST_SUITE_P(Double, RunLoopContract, testing::Values(false));
 INSTANTIATE_TEST_SUITE_P(Desktop, RunLoopContract, testing::Values(true));
 
 TEST_P(RunLoopContract, CallsRunLaterInTheOrderOfTheirMomentsAndThenOfTheirAsking) {
-    loop->callAfter(0.05, note(u"last"_qs));
-    loop->callAfter(0, note(u"first"_qs));
-    loop->callAfter(-1, note(u"second"_qs));
-    loop->callAfter(std::numeric_limits<double>::quiet_NaN(), note(u"third"_qs));
+    loop->callAfter(0.05, note(u"last"_s));
+    loop->callAfter(0, note(u"first"_s));
+    loop->callAfter(-1, note(u"second"_s));
+    loop->callAfter(std::numeric_limits<double>::quiet_NaN(), note(u"third"_s));
     EXPECT_TRUE(noted.isEmpty()) << "a call ran inside the call that asked for it";
     pass();
-    EXPECT_EQ(noted, (QStringList{u"first"_qs, u"second"_qs, u"third"_qs, u"last"_qs}));
+    EXPECT_EQ(noted, (QStringList{u"first"_s, u"second"_s, u"third"_s, u"last"_s}));
 }
 
 TEST_P(RunLoopContract, ManyCallsOfOneMomentKeepTheirOrder) {
@@ -65,36 +65,36 @@ TEST_P(RunLoopContract, ManyCallsOfOneMomentKeepTheirOrder) {
 TEST_P(RunLoopContract, ACancelledCallNeverRunsAlsoWhenItIsDueAlready) {
     TimerId second = 0;
     loop->callAfter(0, [&] {
-        noted.append(u"first"_qs);
+        noted.append(u"first"_s);
         loop->cancel(second);
     });
-    second = loop->callAfter(0, note(u"second"_qs));
-    loop->cancel(loop->callAfter(0.01, note(u"third"_qs)));
+    second = loop->callAfter(0, note(u"second"_s));
+    loop->cancel(loop->callAfter(0.01, note(u"third"_s)));
     loop->cancel(0);
     loop->cancel(12345);
     pass();
-    EXPECT_EQ(noted, QStringList{u"first"_qs});
+    EXPECT_EQ(noted, QStringList{u"first"_s});
 }
 
 TEST_P(RunLoopContract, ACallMayAskForAnotherAndEachRunsOnce) {
     loop->callAfter(0, [this] {
-        loop->callAfter(0, note(u"second"_qs));
-        noted.append(u"first"_qs);
+        loop->callAfter(0, note(u"second"_s));
+        noted.append(u"first"_s);
     });
     pass();
     pass();
-    EXPECT_EQ(noted, (QStringList{u"first"_qs, u"second"_qs}));
+    EXPECT_EQ(noted, (QStringList{u"first"_s, u"second"_s}));
 }
 
 TEST_P(RunLoopContract, WhatACallThrowsDoesNotStopTheNext) {
-    expectWarning(u"a callback failed: on purpose"_qs);
+    expectWarning(u"a callback failed: on purpose"_s);
     loop->callAfter(0, [] { throw std::runtime_error("on purpose"); });
     loop->callAfter(0, [] { throw 7; });
-    expectWarning(u"run loop: a callback failed"_qs);
+    expectWarning(u"run loop: a callback failed"_s);
     loop->callAfter(0, RunLoop::Callback());
-    loop->callAfter(0, note(u"next"_qs));
+    loop->callAfter(0, note(u"next"_s));
     pass();
-    EXPECT_EQ(noted, QStringList{u"next"_qs});
+    EXPECT_EQ(noted, QStringList{u"next"_s});
 }
 
 TEST(VirtualRunLoop, StepsOfTimeAddUpToTheMoment) {
@@ -123,12 +123,12 @@ TEST(QtRunLoop, ACallThatRunsAnEventLoopDoesNotHoldUpTheOthers) {
     QtRunLoop loop;
     QStringList order;
     loop.callAfter(0, [&order] {
-        ASSERT_TRUE(waitFor([&order] { return order.contains(u"other"_qs); }));
-        order.append(u"dialog"_qs);
+        ASSERT_TRUE(waitFor([&order] { return order.contains(u"other"_s); }));
+        order.append(u"dialog"_s);
     });
-    loop.callAfter(0, [&order] { order.append(u"other"_qs); });
+    loop.callAfter(0, [&order] { order.append(u"other"_s); });
     ASSERT_TRUE(waitFor([&order] { return order.size() == 2; }));
-    EXPECT_EQ(order, (QStringList{u"other"_qs, u"dialog"_qs}));
+    EXPECT_EQ(order, (QStringList{u"other"_s, u"dialog"_s}));
 }
 
 TEST(QtRunLoop, ACallMayDestroyTheLoop) {

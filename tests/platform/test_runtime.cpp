@@ -33,10 +33,10 @@ Value beyondTheLast(Object *, Selector, Args arguments) {
 class Family : public testing::Test {
 protected:
     Family() {
-        const QString stem = u"Family%1"_qs.arg(++s_families);
-        root = rt::defineClass(stem + u"Root"_qs);
-        parent = rt::defineClass(stem + u"Parent"_qs, root);
-        child = rt::defineClass(stem + u"Child"_qs, parent);
+        const QString stem = u"Family%1"_s.arg(++s_families);
+        root = rt::defineClass(stem + u"Root"_s);
+        parent = rt::defineClass(stem + u"Parent"_s, root);
+        child = rt::defineClass(stem + u"Child"_s, parent);
         rt::addMethod(parent, "number", answer<1>, "q@:");
         rt::addMethod(parent, "other", answer<2>, "q@:");
     }
@@ -58,8 +58,8 @@ TEST_F(Family, ANameIsTakenOnce) {
     EXPECT_EQ(rt::defineClass(parent->name(), nullptr), nullptr);
     EXPECT_EQ(rt::defineClass(QString()), nullptr);
     EXPECT_EQ(rt::classNamed(parent->name()), parent);
-    EXPECT_EQ(rt::classNamed(u"NoSuchClass"_qs), nullptr);
-    EXPECT_EQ(rt::metaclassNamed(u"NoSuchClass"_qs), nullptr);
+    EXPECT_EQ(rt::classNamed(u"NoSuchClass"_s), nullptr);
+    EXPECT_EQ(rt::metaclassNamed(u"NoSuchClass"_s), nullptr);
 }
 
 TEST_F(Family, ASubclassInheritsAndOverrides) {
@@ -140,11 +140,11 @@ TEST_F(Family, AMethodIsAddedOnceAndOnlyWhole) {
 TEST_F(Family, ManySelectorsKeepTheirOwnMethods) {
     // More than a class's cache has places.
     for (int i = 0; i < 300; ++i)
-        rt::addMethod(root, Selector(u"name%1"_qs.arg(i)), nameOfCommand, "@@:");
+        rt::addMethod(root, Selector(u"name%1"_s.arg(i)), nameOfCommand, "@@:");
     Object two(child);
     for (int round = 0; round < 2; ++round)
         for (int i = 0; i < 300; ++i)
-            EXPECT_EQ(rt::textValue(rt::send(&two, Selector(u"name%1"_qs.arg(i)))), u"name%1"_qs.arg(i));
+            EXPECT_EQ(rt::textValue(rt::send(&two, Selector(u"name%1"_s.arg(i)))), u"name%1"_s.arg(i));
 }
 
 TEST_F(Family, ACallWithTheWrongNumberOfArgumentsIsNotMade) {
@@ -183,10 +183,10 @@ TEST_F(Family, NothingIsAskedOfNothing) {
 }
 
 TEST(Selectors, AreEqualWhenTheirNamesAre) {
-    EXPECT_EQ(Selector("take:and:"), Selector(u"take:and:"_qs));
+    EXPECT_EQ(Selector("take:and:"), Selector(u"take:and:"_s));
     EXPECT_FALSE(Selector("take:") == Selector("take"));
     EXPECT_EQ(Selector("take:and:").argumentCount(), 2);
-    EXPECT_EQ(Selector(u"größe:"_qs).name(), u"größe:"_qs);
+    EXPECT_EQ(Selector(u"größe:"_s).name(), u"größe:"_s);
     for (const Selector none :
          {Selector(), Selector(""), Selector(QString()), Selector(static_cast<const char *>(nullptr))}) {
         EXPECT_TRUE(none.isNull());
@@ -198,11 +198,11 @@ TEST(Selectors, AreEqualWhenTheirNamesAre) {
 class ViewObject : public QLabel, public Object {
 public:
     ViewObject()
-        : Object(rt::defineClass(u"RuntimeTestView"_qs)) {}
+        : Object(rt::defineClass(u"RuntimeTestView"_s)) {}
 };
 
 TEST(WeakReferences, TurnToNoneWhenTheirObjectDies) {
-    auto object = std::make_unique<Object>(rt::defineClass(u"RuntimeTestObject"_qs));
+    auto object = std::make_unique<Object>(rt::defineClass(u"RuntimeTestObject"_s));
     const rt::Weak<> first(object.get());
     const rt::Weak<> copy = first;
     EXPECT_EQ(copy.get(), object.get());
@@ -227,7 +227,7 @@ TEST(WeakReferences, OfAViewTurnToNoneHoweverItDies) {
 }
 
 rt::Weak<> makeTemporary() {
-    return {rt::temporary(std::make_unique<Object>(rt::defineClass(u"RuntimeTestObject"_qs)))};
+    return {rt::temporary(std::make_unique<Object>(rt::defineClass(u"RuntimeTestObject"_s)))};
 }
 
 TEST(Temporaries, LiveUntilTheyAreDrained) {
@@ -242,7 +242,7 @@ TEST(Temporaries, LiveUntilTheyAreDrained) {
 class Maker : public Object {
 public:
     explicit Maker(rt::Weak<> &made)
-        : Object(rt::defineClass(u"RuntimeTestObject"_qs))
+        : Object(rt::defineClass(u"RuntimeTestObject"_s))
         , m_made(made) {}
     ~Maker() override { m_made = makeTemporary(); }
 
@@ -278,9 +278,9 @@ TEST(Temporaries, OutliveALoopInsideTheirTurnAndDieAfterIt) {
 
 TEST(Loading, AMissingLibraryIsAFailureWithASentence) {
     QString error;
-    EXPECT_FALSE(rt::loadImage(u"/nonexistent/library.so"_qs, &error));
+    EXPECT_FALSE(rt::loadImage(u"/nonexistent/library.so"_s, &error));
     EXPECT_FALSE(error.isEmpty());
-    EXPECT_FALSE(rt::loadImage(u"/nonexistent/library.so"_qs));
+    EXPECT_FALSE(rt::loadImage(u"/nonexistent/library.so"_s));
 }
 
 } // namespace

@@ -10,10 +10,10 @@ namespace {
 using platform::Services;
 using platform::TextMap;
 
-const QString channel = QStringLiteral("channel");
-const QString posted = QStringLiteral("com.parlo.DistributedNotifications.Posted");
-const QString thisProgram = QStringLiteral("com.parlo.test");
-const QString otherProgram = QStringLiteral("com.parlo.test.other");
+const QString channel = u"channel"_s;
+const QString posted = u"com.parlo.DistributedNotifications.Posted"_s;
+const QString thisProgram = u"com.parlo.test"_s;
+const QString otherProgram = u"com.parlo.test.other"_s;
 
 class SessionBusTest : public testing::Test {
 protected:
@@ -28,11 +28,11 @@ protected:
     void observe(Services &desktop) {
         std::ignore = desktop.distributedNotifications->addObserver(
             channel,
-            [this](const QString &, const TextMap &userInfo) { heard.append(userInfo.value(u"n"_qs)); });
+            [this](const QString &, const TextMap &userInfo) { heard.append(userInfo.value(u"n"_s)); });
     }
 
     static void post(Services &desktop, const QString &n) {
-        desktop.distributedNotifications->post(channel, {}, {{u"n"_qs, n}}, true);
+        desktop.distributedNotifications->post(channel, {}, {{u"n"_s, n}}, true);
     }
 
     QTemporaryDir folder;
@@ -49,11 +49,11 @@ TEST_F(SessionBusTest, ProgramsHearEachOtherAndSeeEachOtherRunning) {
     {
         Services two = desktopOf(otherProgram);
         EXPECT_TRUE(waitFor([&one] { return one.workspace->runningApplications().contains(otherProgram); }));
-        post(two, u"1"_qs);
-        post(two, u"2"_qs);
+        post(two, u"1"_s);
+        post(two, u"2"_s);
     }
     ASSERT_TRUE(waitFor([this] { return heard.size() == 2; })) << "a poster that ends at once must be heard";
-    EXPECT_EQ(heard, (QStringList{u"1"_qs, u"2"_qs}));
+    EXPECT_EQ(heard, (QStringList{u"1"_s, u"2"_s}));
     EXPECT_TRUE(waitFor([&one] { return one.workspace->runningApplications() == QStringList{thisProgram}; }));
 }
 
@@ -75,11 +75,11 @@ TEST_F(SessionBusTest, ABusThatGoesAwayAndComesBackIsUsedAgain) {
     Services desktop = desktopOf(thisProgram);
     observe(desktop);
     for (int round = 0; round < 2; ++round) {
-        expectWarning(u"the session bus went away"_qs);
+        expectWarning(u"the session bus went away"_s);
         bus.kill();
         ASSERT_TRUE(waitFor([&desktop] { return desktop.workspace->runningApplications().isEmpty(); }));
-        expectWarning(u"\"channel\" dropped: there is no session bus"_qs);
-        post(desktop, u"lost"_qs);
+        expectWarning(u"\"channel\" dropped: there is no session bus"_s);
+        post(desktop, u"lost"_s);
         ASSERT_TRUE(bus.start());
         ASSERT_TRUE(waitFor([&desktop] {
             return desktop.workspace->runningApplications().contains(thisProgram);
@@ -87,38 +87,38 @@ TEST_F(SessionBusTest, ABusThatGoesAwayAndComesBackIsUsedAgain) {
         post(desktop, QString::number(round));
         ASSERT_TRUE(waitFor([this, round] { return heard.size() == round + 1; }));
     }
-    EXPECT_EQ(heard, (QStringList{u"0"_qs, u"1"_qs}));
+    EXPECT_EQ(heard, (QStringList{u"0"_s, u"1"_s}));
 }
 
 TEST_F(SessionBusTest, WithNoBusEverythingElseWorksUntilThereIsOne) {
-    expectWarning(u"there is no session bus"_qs);
+    expectWarning(u"there is no session bus"_s);
     Services desktop = desktopOf(thisProgram);
     observe(desktop);
-    post(desktop, u"lost"_qs);
+    post(desktop, u"lost"_s);
     EXPECT_TRUE(desktop.workspace->runningApplications().isEmpty());
     EXPECT_TRUE(desktop.workspace->pathForBundleIdentifier(otherProgram).isNull());
     ASSERT_TRUE(bus.start());
     ASSERT_TRUE(waitFor([&desktop] { return !desktop.workspace->runningApplications().isEmpty(); }));
-    post(desktop, u"heard"_qs);
+    post(desktop, u"heard"_s);
     ASSERT_TRUE(waitFor([this] { return !heard.isEmpty(); }));
-    EXPECT_EQ(heard, QStringList{u"heard"_qs});
+    EXPECT_EQ(heard, QStringList{u"heard"_s});
 }
 
 TEST_F(SessionBusTest, SignalsOfAnotherFormAreIgnored) {
     ASSERT_TRUE(bus.start());
     Services desktop = desktopOf(thisProgram);
     observe(desktop);
-    const QString name = u"string:"_qs + channel;
-    const QString sender = u"string:"_qs;
+    const QString name = u"string:"_s + channel;
+    const QString sender = u"string:"_s;
     EXPECT_TRUE(bus.sendSignal(posted, {name}));
-    EXPECT_TRUE(bus.sendSignal(posted, {name, u"int32:7"_qs, u"dict:string:string:n,wrong"_qs}));
-    EXPECT_TRUE(bus.sendSignal(posted, {name, sender, u"dict:string:int32:n,7"_qs}));
-    EXPECT_TRUE(bus.sendSignal(posted, {name, sender, u"dict:string:string:n,wrong"_qs, u"byte:1"_qs}));
-    EXPECT_TRUE(bus.sendSignal(u"com.parlo.DistributedNotifications.Other"_qs,
-                               {name, sender, u"dict:string:string:n,wrong"_qs}));
-    EXPECT_TRUE(bus.sendSignal(posted, {name, sender, u"dict:string:string:n,right"_qs}));
+    EXPECT_TRUE(bus.sendSignal(posted, {name, u"int32:7"_s, u"dict:string:string:n,wrong"_s}));
+    EXPECT_TRUE(bus.sendSignal(posted, {name, sender, u"dict:string:int32:n,7"_s}));
+    EXPECT_TRUE(bus.sendSignal(posted, {name, sender, u"dict:string:string:n,wrong"_s, u"byte:1"_s}));
+    EXPECT_TRUE(bus.sendSignal(u"com.parlo.DistributedNotifications.Other"_s,
+                               {name, sender, u"dict:string:string:n,wrong"_s}));
+    EXPECT_TRUE(bus.sendSignal(posted, {name, sender, u"dict:string:string:n,right"_s}));
     ASSERT_TRUE(waitFor([this] { return !heard.isEmpty(); }));
-    EXPECT_EQ(heard, QStringList{u"right"_qs});
+    EXPECT_EQ(heard, QStringList{u"right"_s});
 }
 
 TEST_F(SessionBusTest, AnObserverThatRunsAnEventLoopStillHearsTheRest) {
@@ -127,21 +127,21 @@ TEST_F(SessionBusTest, AnObserverThatRunsAnEventLoopStillHearsTheRest) {
     bool isInside = false;
     std::ignore =
         desktop.distributedNotifications->addObserver(channel, [&](const QString &, const TextMap &info) {
-            heard.append(info.value(u"n"_qs));
+            heard.append(info.value(u"n"_s));
             if (isInside)
                 return;
             isInside = true;
             // As a dialog would; and asks the bus something, which must neither block nor lose what comes
             // meanwhile.
             EXPECT_TRUE(desktop.workspace->runningApplications().contains(thisProgram));
-            post(desktop, u"3"_qs);
+            post(desktop, u"3"_s);
             EXPECT_TRUE(waitFor([this] { return heard.size() == 3; }));
-            heard.append(u"closed"_qs);
+            heard.append(u"closed"_s);
         });
-    post(desktop, u"1"_qs);
-    post(desktop, u"2"_qs);
-    ASSERT_TRUE(waitFor([this] { return heard.contains(u"closed"_qs); }));
-    EXPECT_EQ(heard, (QStringList{u"1"_qs, u"2"_qs, u"3"_qs, u"closed"_qs}));
+    post(desktop, u"1"_s);
+    post(desktop, u"2"_s);
+    ASSERT_TRUE(waitFor([this] { return heard.contains(u"closed"_s); }));
+    EXPECT_EQ(heard, (QStringList{u"1"_s, u"2"_s, u"3"_s, u"closed"_s}));
 }
 
 } // namespace

@@ -27,7 +27,7 @@ using platform::ToolbarItem;
 
 const QString flexible = platform::toolbarFlexibleSpaceIdentifier;
 const QString separator = platform::toolbarSeparatorIdentifier;
-const QString key = QStringLiteral("Toolbar Main");
+const QString key = u"Toolbar Main"_s;
 
 class CountingItem : public ToolbarItem {
 public:
@@ -62,7 +62,7 @@ QVariantList listOf(const QStringList &texts) {
 
 rt::Class *delegateClass() {
     static rt::Class *cls = [] {
-        rt::Class *made = rt::defineClass(QStringLiteral("ToolbarTestDelegate"));
+        rt::Class *made = rt::defineClass(u"ToolbarTestDelegate"_s);
         rt::addMethod(
             made, "toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:",
             [](rt::Object *self, rt::Selector, rt::Args arguments) {
@@ -103,7 +103,7 @@ struct Window {
         return identifiers;
     }
     QMainWindow window;
-    Toolbar *toolbar = new Toolbar(QStringLiteral("Main"));
+    Toolbar *toolbar = new Toolbar(u"Main"_s);
 };
 
 class ToolbarTest : public testing::Test {
@@ -142,7 +142,7 @@ TEST_F(ToolbarTest, TakesIndexesBeyondItsEndsAsTheEnds) {
     one.toolbar->insertItem(separator, -5);
     EXPECT_EQ(one.shown(), (QStringList{separator, "New", "Back", flexible, "Today", separator}));
     one.toolbar->moveItem(1, 99);
-    EXPECT_EQ(one.shown().last(), QStringLiteral("New"));
+    EXPECT_EQ(one.shown().last(), u"New"_s);
 }
 
 TEST_F(ToolbarTest, KeepsThePlaceOfAnItemThatNobodySuppliesYet) {
@@ -192,12 +192,12 @@ TEST_F(ToolbarTest, OfTwoWindowsKeepInStepEachWithItsOwnControls) {
 TEST_F(ToolbarTest, IsNotMisledByWhatStandsInTheDefaults) {
     QVariantList many;
     for (int i = 0; i < 10000; ++i)
-        many.append(i % 2 ? separator : QStringLiteral("Unknown%1").arg(i));
+        many.append(i % 2 ? separator : u"Unknown%1"_s.arg(i));
     const struct {
         QVariant stored;
         QStringList shown;
     } cases[] = {
-        {QStringLiteral("New"), delegate.defaults},
+        {u"New"_s, delegate.defaults},
         {42, delegate.defaults},
         {QVariantList{}, {}},
         {QVariantList{1, QVariantMap{}, "", QString(1000, u'x'), "New", "New", QByteArray("Back"), flexible,
@@ -281,7 +281,7 @@ TEST_F(ToolbarTest, ValidatesOnceAfterManyKeysAndNeverForDrawing) {
 }
 
 TEST_F(ToolbarTest, ReachesEveryItemInANarrowWindow) {
-    expectWarning(QStringLiteral("This plugin does not support")); // menus, without a real display
+    expectWarning(u"This plugin does not support"_s); // menus, without a real display
     QStringList used;
     for (const char *name : {"New", "Back", "Today"})
         delegate.item(name)->setAction(
@@ -401,14 +401,14 @@ TEST_F(CustomizationTest, WorksByDragging) {
     EXPECT_EQ(one.shown(), (QStringList{"Today", "Spare", "Back", "New", flexible}));
     drop(arrangement, 1, palette, 0);
     EXPECT_EQ(one.shown(), (QStringList{"Today", "Back", "New", flexible}));
-    drop(QStringLiteral("nobody"), 1, arrangement, 0);
+    drop(u"nobody"_s, 1, arrangement, 0);
     drop(arrangement, 99, palette, 0);
     EXPECT_EQ(one.shown(), (QStringList{"Today", "Back", "New", flexible}));
 }
 
 TEST_F(CustomizationTest, OffersWhatAnotherPartOfTheProgramSupplies) {
     QWidget *restored = nullptr;
-    Toolbar::offerItems(QStringLiteral("ToolbarTestDelegate"), {"Plug", "NotThere"},
+    Toolbar::offerItems(u"ToolbarTestDelegate"_s, {"Plug", "NotThere"},
                         [&restored](QWidget *window) { restored = window; });
     QStringList offered;
     for (const ToolbarItem *item : one.toolbar->paletteItems())
@@ -416,7 +416,7 @@ TEST_F(CustomizationTest, OffersWhatAnotherPartOfTheProgramSupplies) {
     EXPECT_EQ(offered.mid(0, 2), (QStringList{"Spare", "Plug"}));
     one.toolbar->restoreDefault();
     EXPECT_EQ(restored, &one.window);
-    Toolbar::offerItems(QStringLiteral("ToolbarTestDelegate"), {}, nullptr);
+    Toolbar::offerItems(u"ToolbarTestDelegate"_s, {}, nullptr);
 }
 
 TEST_F(CustomizationTest, EndsWithItsTool) {

@@ -17,7 +17,7 @@
 namespace {
 
 rt::Class *testClass() {
-    return rt::defineClass(u"ToolkitTestObject"_qs);
+    return rt::defineClass(u"ToolkitTestObject"_s);
 }
 
 class ViewObject : public QLabel, public rt::Object {
@@ -131,7 +131,7 @@ TEST(WindowClosing, IsToldToObserversWhoseOwnersLive) {
     platform::observeWindowWillClose(owner.get(), [&](QWidget *closing) { told.append(closing); });
     platform::observeWindowWillClose(&other, [](QWidget *) { throw std::runtime_error("x"); });
     platform::observeWindowWillClose(nullptr, [&](QWidget *) { told.append(nullptr); });
-    expectWarning(u"handler failed"_qs);
+    expectWarning(u"handler failed"_s);
     platform::windowWillClose(&window);
     owner.reset();
     platform::windowWillClose(&window);
@@ -157,8 +157,8 @@ TEST(WindowClosing, AHandlerMayEndAnotherOnesOwnerAndAddMore) {
 // --- views
 
 TEST(Views, AreAskedForTheirKindByName) {
-    rt::Class *base = rt::defineClass(u"ToolkitTestBaseView"_qs);
-    const ViewObject view(rt::defineClass(u"ToolkitTestView"_qs, base));
+    rt::Class *base = rt::defineClass(u"ToolkitTestBaseView"_s);
+    const ViewObject view(rt::defineClass(u"ToolkitTestView"_s, base));
     const QLabel label;
     const QLineEdit edit;
     const QPushButton button;
@@ -183,19 +183,19 @@ TEST(Views, AreAskedForTheirKindByName) {
 TEST(Views, TextFieldsHaveAValueAndOthersHaveNone) {
     QLabel label;
     QLineEdit edit;
-    QPushButton button(u"push"_qs);
+    QPushButton button(u"push"_s);
     for (QWidget *field : {static_cast<QWidget *>(&label), static_cast<QWidget *>(&edit)}) {
         EXPECT_FALSE(platform::textFieldValue(field).isNull());
-        platform::setTextFieldValue(field, u"a"_qs);
-        EXPECT_EQ(platform::textFieldValue(field), u"a"_qs);
+        platform::setTextFieldValue(field, u"a"_s);
+        EXPECT_EQ(platform::textFieldValue(field), u"a"_s);
         platform::setTextFieldValue(field, QString());
-        EXPECT_EQ(platform::textFieldValue(field), u""_qs);
+        EXPECT_EQ(platform::textFieldValue(field), u""_s);
     }
-    platform::setTextFieldValue(&button, u"a"_qs);
-    EXPECT_EQ(button.text(), u"push"_qs);
+    platform::setTextFieldValue(&button, u"a"_s);
+    EXPECT_EQ(button.text(), u"push"_s);
     EXPECT_TRUE(platform::textFieldValue(&button).isNull());
     EXPECT_TRUE(platform::textFieldValue(nullptr).isNull());
-    platform::setTextFieldValue(nullptr, u"a"_qs);
+    platform::setTextFieldValue(nullptr, u"a"_s);
 }
 
 // --- sheets and modal sessions
@@ -222,8 +222,8 @@ protected:
 
     std::unique_ptr<QWidget> parent = std::make_unique<QWidget>();
     std::unique_ptr<QWidget> other = std::make_unique<QWidget>();
-    QPushButton *parentButton = new QPushButton(u"p"_qs, parent.get());
-    QPushButton *otherButton = new QPushButton(u"o"_qs, other.get());
+    QPushButton *parentButton = new QPushButton(u"p"_s, parent.get());
+    QPushButton *otherButton = new QPushButton(u"o"_s, other.get());
     QDialog sheet;
     QList<int> results;
 };
@@ -281,7 +281,7 @@ TEST_F(Sheet, ThatIsTheParentsChildDiesWithItUntold) {
 
 TEST_F(Sheet, SurvivesAHandlerThatThrowsOrDeletesIt) {
     platform::beginSheet(&sheet, parent.get(), [](int) { throw std::runtime_error("x"); });
-    expectWarning(u"handler failed"_qs);
+    expectWarning(u"handler failed"_s);
     sheet.accept();
     auto *dying = new QDialog;
     platform::beginSheet(dying, parent.get(), [dying](int) { dying->deleteLater(); });

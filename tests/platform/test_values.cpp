@@ -32,21 +32,21 @@ TEST(Values, TruthAndIntegerFollowOneTable) {
         {"infinity", std::numeric_limits<double>::infinity(), true, highest},
         {"huge", -1e300, true, lowest},
         {"null text", QString(), false, 0},
-        {"empty text", u""_qs, false, 0},
-        {"YES", u"YES"_qs, true, 0},
-        {"yes", u"yes"_qs, true, 0},
-        {"True", u"True"_qs, true, 0},
-        {"NO", u"NO"_qs, false, 0},
-        {"1", u"1"_qs, true, 1},
-        {"0", u"0"_qs, false, 0},
-        {"leading integer", u" -12abc3"_qs, true, -12},
-        {"plus", u"+5"_qs, true, 5},
-        {"sign alone", u"-"_qs, false, 0},
-        {"words", u"abc1"_qs, false, 0},
-        {"too long", u"99999999999999999999"_qs, true, highest},
-        {"too low", u"-99999999999999999999"_qs, true, lowest},
+        {"empty text", u""_s, false, 0},
+        {"YES", u"YES"_s, true, 0},
+        {"yes", u"yes"_s, true, 0},
+        {"True", u"True"_s, true, 0},
+        {"NO", u"NO"_s, false, 0},
+        {"1", u"1"_s, true, 1},
+        {"0", u"0"_s, false, 0},
+        {"leading integer", u" -12abc3"_s, true, -12},
+        {"plus", u"+5"_s, true, 5},
+        {"sign alone", u"-"_s, false, 0},
+        {"words", u"abc1"_s, false, 0},
+        {"too long", u"99999999999999999999"_s, true, highest},
+        {"too low", u"-99999999999999999999"_s, true, lowest},
         {"list", QVariantList{1}, false, 0},
-        {"dictionary", QVariantMap{{u"a"_qs, 1}}, false, 0},
+        {"dictionary", QVariantMap{{u"a"_s, 1}}, false, 0},
         {"bytes", QByteArray("1"), false, 0},
     };
     for (const Reading &reading : readings) {
@@ -61,7 +61,7 @@ TEST(Values, FourKindsOfNothingAreToldApart) {
     EXPECT_FALSE(rt::isPresent(QString()));
     EXPECT_FALSE(rt::isPresent(QVariant::fromValue<QWidget *>(nullptr)));
     EXPECT_FALSE(rt::isPresent(QVariant::fromValue<rt::Object *>(nullptr)));
-    EXPECT_TRUE(rt::isPresent(u""_qs));
+    EXPECT_TRUE(rt::isPresent(u""_s));
     EXPECT_TRUE(rt::isPresent(false));
     EXPECT_TRUE(rt::isPresent(QVariantMap()));
     EXPECT_TRUE(rt::isNullMarker(rt::nullMarker()));
@@ -70,33 +70,33 @@ TEST(Values, FourKindsOfNothingAreToldApart) {
 }
 
 TEST(Values, OnlyATextIsReadAsText) {
-    EXPECT_EQ(rt::textValue(u"a"_qs), u"a"_qs);
+    EXPECT_EQ(rt::textValue(u"a"_s), u"a"_s);
     EXPECT_TRUE(rt::textValue(5).isNull());
     EXPECT_TRUE(rt::textValue(QByteArray("a")).isNull());
     EXPECT_TRUE(rt::textValue({}).isNull());
-    EXPECT_FALSE(rt::textValue(u""_qs).isNull());
+    EXPECT_FALSE(rt::textValue(u""_s).isNull());
 }
 
 TEST(Values, NumbersComeFromTextsAndNeverAsNotANumber) {
-    EXPECT_DOUBLE_EQ(rt::doubleValue(u" 2.5 "_qs), 2.5);
-    EXPECT_DOUBLE_EQ(rt::doubleValue(u"nan"_qs), 0.0);
+    EXPECT_DOUBLE_EQ(rt::doubleValue(u" 2.5 "_s), 2.5);
+    EXPECT_DOUBLE_EQ(rt::doubleValue(u"nan"_s), 0.0);
     EXPECT_DOUBLE_EQ(rt::doubleValue(std::numeric_limits<double>::quiet_NaN()), 0.0);
     EXPECT_DOUBLE_EQ(rt::doubleValue(true), 1.0);
     EXPECT_DOUBLE_EQ(rt::doubleValue(QVariantList()), 0.0);
 }
 
 TEST(Values, AnotherKindOfValueIsAnEmptyCollection) {
-    EXPECT_EQ(rt::mapValue(QVariantMap{{u"a"_qs, 1}}).size(), 1);
-    EXPECT_TRUE(rt::mapValue(u"a"_qs).isEmpty());
+    EXPECT_EQ(rt::mapValue(QVariantMap{{u"a"_s, 1}}).size(), 1);
+    EXPECT_TRUE(rt::mapValue(u"a"_s).isEmpty());
     EXPECT_EQ(rt::listValue(QVariantList{1, 2}).size(), 2);
-    EXPECT_TRUE(rt::listValue(u"ab"_qs).isEmpty());
+    EXPECT_TRUE(rt::listValue(u"ab"_s).isEmpty());
     EXPECT_TRUE(rt::listValue({}).isEmpty());
 }
 
 class ViewObject : public QLabel, public rt::Object {
 public:
     ViewObject()
-        : rt::Object(rt::defineClass(u"ValuesTestView"_qs)) {}
+        : rt::Object(rt::defineClass(u"ValuesTestView"_s)) {}
 };
 
 TEST(Values, AViewThatIsAnObjectIsReadAsBoth) {
@@ -109,12 +109,12 @@ TEST(Values, AViewThatIsAnObjectIsReadAsBoth) {
     }
     QLabel label;
     EXPECT_EQ(rt::objectValue(rt::fromWidget(&label)), nullptr);
-    rt::Object object(rt::defineClass(u"ValuesTestObject"_qs));
+    rt::Object object(rt::defineClass(u"ValuesTestObject"_s));
     EXPECT_EQ(rt::widgetValue(rt::fromObject(&object)), nullptr);
 }
 
 TEST(Values, NeitherObjectNorViewIsFoundInOtherValues) {
-    for (const rt::Value &value : {rt::Value(), rt::nullMarker(), rt::Value(u"1f"_qs), rt::Value(5)}) {
+    for (const rt::Value &value : {rt::Value(), rt::nullMarker(), rt::Value(u"1f"_s), rt::Value(5)}) {
         EXPECT_EQ(rt::objectValue(value), nullptr);
         EXPECT_EQ(rt::widgetValue(value), nullptr);
     }
@@ -124,7 +124,7 @@ TEST(Values, NeitherObjectNorViewIsFoundInOtherValues) {
 
 TEST(Values, AnIdentifierIsTheLowHalfOfTheAddressInLowerCaseHexadecimal) {
     const auto *widget = reinterpret_cast<const QWidget *>(quintptr(0x1'0000'0ABC));
-    EXPECT_EQ(rt::identifier(widget), u"abc"_qs);
+    EXPECT_EQ(rt::identifier(widget), u"abc"_s);
     EXPECT_TRUE(rt::identifier(static_cast<const QWidget *>(nullptr)).isNull());
     EXPECT_TRUE(rt::identifier(static_cast<const rt::Object *>(nullptr)).isNull());
 }

@@ -9,8 +9,8 @@ namespace simulation {
 
 namespace {
 
-const QString usualVersion = QStringLiteral("3.6.40500");
-const QString oldVersion = QStringLiteral("3.6.40486"); // the newest one that is too old
+const QString usualVersion = u"3.6.40500"_s;
+const QString oldVersion = u"3.6.40486"_s; // the newest one that is too old
 constexpr quint32 meetingAction = 3;
 
 } // namespace
@@ -27,7 +27,7 @@ QList<Desktop::Verb> Desktop::clientsVerbs() {
 }
 
 bool Desktop::rule(const Words &words) {
-    m_desk.given(words.join(u' ').toUtf8().constData());
+    m_scenario.given(words.join(u' ').toUtf8().constData());
     return true;
 }
 
@@ -40,37 +40,36 @@ bool Desktop::disk(const Words &words) {
 // "runs", "quits" (with all that it has not answered yet), "restarts", "uninstalled", "installed", "old".
 bool Desktop::clientRuns(const Words &words) {
     if (words[0] == u"uninstalled")
-        m_desk.clientIsUninstalled();
+        m_scenario.clientIsUninstalled();
     else if (words[0] == u"installed" || words[0] == u"old")
-        m_desk.clientIsInstalled(words[0] == u"old" ? oldVersion : usualVersion);
+        m_scenario.clientIsInstalled(words[0] == u"old" ? oldVersion : usualVersion);
     else
-        m_desk.clientQuits();
+        m_scenario.clientQuits();
     if (words[0] != u"uninstalled" && words[0] != u"quits")
-        m_desk.clientRuns();
+        m_scenario.clientRuns();
     return true;
 }
 
 bool Desktop::clientSignsIn(const Words &words) {
-    m_desk.client().setSignedIn(words[0] == u"in");
+    m_scenario.client().setSignedIn(words[0] == u"in");
     return true;
 }
 
 // The meeting was deleted somewhere else.
 bool Desktop::clientForgets(const Words &words) {
     const bool stored = m_onDisk && m_onDisk->contains(words[0]);
-    return stored && m_desk.client().removeMeeting(m_desk.meetingKey(uidOf(words[0])));
+    return stored && m_scenario.client().removeMeeting(m_scenario.meetingKey(uidOf(words[0])));
 }
 
 void Desktop::post(const QString &actionId, const QString &content) {
-    m_desk.desktop().bus->post(QStringLiteral("VelaVideoClientToVelaOutlookPlugin_PRL"), QString(),
-                               {{QStringLiteral("actionId"), actionId}, {QStringLiteral("content"), content}},
-                               true);
+    m_scenario.desktop().bus->post(u"VelaVideoClientToVelaOutlookPlugin_PRL"_s, QString(),
+                                   {{u"actionId"_s, actionId}, {u"content"_s, content}}, true);
 }
 
 // As in the client's own window: another user, other accounts, other people who grant something.
 bool Desktop::clientObeys(const Words &words) {
     QString error;
-    return meetingclient::obey(m_desk.client(), words.join(u' '), &error);
+    return meetingclient::obey(m_scenario.client(), words.join(u' '), &error);
 }
 
 // An answer that nobody asked for, to the letter: an action id and the content.
@@ -83,10 +82,9 @@ bool Desktop::forge(const Words &words) {
 bool Desktop::forgeMeeting(const Words &words) {
     if (!m_onDisk || !m_onDisk->contains(words[0]))
         return false;
-    meetingclient::MeetingService service(m_desk.client());
-    const auto answer =
-        service.handle(meetingAction, QStringLiteral("4;") + m_desk.meetingKey(uidOf(words[0])));
-    post(QStringLiteral("4"), answer->content);
+    meetingclient::MeetingService service(m_scenario.client());
+    const auto answer = service.handle(meetingAction, u"4;"_s + m_scenario.meetingKey(uidOf(words[0])));
+    post(u"4"_s, answer->content);
     return true;
 }
 

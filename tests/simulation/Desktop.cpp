@@ -17,47 +17,45 @@ namespace simulation {
 
 namespace {
 
-const QString requestChannel = QStringLiteral("VelaOutlookPluginToVelaVideoClient_PRL");
-const QString answerChannel = QStringLiteral("VelaVideoClientToVelaOutlookPlugin_PRL");
+const QString requestChannel = u"VelaOutlookPluginToVelaVideoClient_PRL"_s;
+const QString answerChannel = u"VelaVideoClientToVelaOutlookPlugin_PRL"_s;
 
 constexpr double secondsOfAStep = 0.2; // nobody is faster
 
-roads::OpenedCalendar calendar() {
-    return {"BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Somebody//Else//EN\r\nX-UNKNOWN;X-P=1:kept\r\n"
-            "BEGIN:VEVENT\r\nUID:plain@desk\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261124T090000Z\r\n"
-            "DTEND:20261124T093000Z\r\nSUMMARY:Quarterly review\r\nLOCATION:Room 7\r\n"
-            "DESCRIPTION:Agenda first.\r\n"
-            "X-ALT-DESC;FMTTYPE=text/html:<html><body><p>Agenda <b>first</b>.</p></body></html>\r\n"
-            "END:VEVENT\r\n"
-            "BEGIN:VEVENT\r\nUID:untouched@desk\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261124T120000Z\r\n"
-            "DTEND:20261124T130000Z\r\nSUMMARY;LANGUAGE=en:Some\\, lunch\r\nX-ODD ;x=\"1\":kept \r\n"
-            "LOCATION:A long line that another program has fold\r\n ed here\r\nEND:VEVENT\r\n"
-            "BEGIN:VEVENT\r\nUID:invited@desk\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261125T130000Z\r\n"
-            "DTEND:20261125T140000Z\r\nSUMMARY:Planning\r\n"
-            "ORGANIZER;CN=Ada Example:mailto:ada@parlo.example\r\n"
-            "ATTENDEE;CN=Ben Example;ROLE=REQ-PARTICIPANT:mailto:ben@parlo.example\r\n"
-            "ATTENDEE;CN=Blue room;CUTYPE=ROOM:mailto:blue@parlo.example\r\n"
-            "ATTENDEE;CN=Red room;CUTYPE=ROOM:mailto:red@parlo.example\r\nEND:VEVENT\r\n"
-            "BEGIN:VEVENT\r\nUID:other@desk\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261126T100000Z\r\n"
-            "DTEND:20261126T110000Z\r\nSUMMARY:Another one\r\nEND:VEVENT\r\n"
-            "BEGIN:VEVENT\r\nUID:series@desk\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261123T080000Z\r\n"
-            "DTEND:20261123T083000Z\r\nSUMMARY:Stand-up\r\nRRULE:FREQ=DAILY;COUNT=5\r\n"
-            "END:VEVENT\r\nEND:VCALENDAR\r\n",
-            QDate(2026, 11, 24),
-            {{QStringLiteral("Ada Example"), QStringLiteral("ada@parlo.example")},
-             {QStringLiteral("Ada Elsewhere"), QStringLiteral("ada@other.example")}}};
+scenarios::OpenedCalendar calendar() {
+    return {
+        "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Somebody//Else//EN\r\nX-UNKNOWN;X-P=1:kept\r\n"
+        "BEGIN:VEVENT\r\nUID:plain@scenario\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261124T090000Z\r\n"
+        "DTEND:20261124T093000Z\r\nSUMMARY:Quarterly review\r\nLOCATION:Room 7\r\n"
+        "DESCRIPTION:Agenda first.\r\n"
+        "X-ALT-DESC;FMTTYPE=text/html:<html><body><p>Agenda <b>first</b>.</p></body></html>\r\n"
+        "END:VEVENT\r\n"
+        "BEGIN:VEVENT\r\nUID:untouched@scenario\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261124T120000Z\r\n"
+        "DTEND:20261124T130000Z\r\nSUMMARY;LANGUAGE=en:Some\\, lunch\r\nX-ODD ;x=\"1\":kept \r\n"
+        "LOCATION:A long line that another program has fold\r\n ed here\r\nEND:VEVENT\r\n"
+        "BEGIN:VEVENT\r\nUID:invited@scenario\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261125T130000Z\r\n"
+        "DTEND:20261125T140000Z\r\nSUMMARY:Planning\r\n"
+        "ORGANIZER;CN=Ada Example:mailto:ada@parlo.example\r\n"
+        "ATTENDEE;CN=Ben Example;ROLE=REQ-PARTICIPANT:mailto:ben@parlo.example\r\n"
+        "ATTENDEE;CN=Blue room;CUTYPE=ROOM:mailto:blue@parlo.example\r\n"
+        "ATTENDEE;CN=Red room;CUTYPE=ROOM:mailto:red@parlo.example\r\nEND:VEVENT\r\n"
+        "BEGIN:VEVENT\r\nUID:other@scenario\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261126T100000Z\r\n"
+        "DTEND:20261126T110000Z\r\nSUMMARY:Another one\r\nEND:VEVENT\r\n"
+        "BEGIN:VEVENT\r\nUID:series@scenario\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261123T080000Z\r\n"
+        "DTEND:20261123T083000Z\r\nSUMMARY:Stand-up\r\nRRULE:FREQ=DAILY;COUNT=5\r\n"
+        "END:VEVENT\r\nEND:VCALENDAR\r\n",
+        QDate(2026, 11, 24),
+        {{u"Ada Example"_s, u"ada@parlo.example"_s}, {u"Ada Elsewhere"_s, u"ada@other.example"_s}}};
 }
 
 QJsonArray audioAccounts() {
     const auto account = [](int number, const QString &phone) {
-        const QJsonObject free{{QStringLiteral("country"), QStringLiteral("US")},
-                               {QStringLiteral("number"), phone}};
-        return QJsonObject{{QStringLiteral("meetingNumber"), number},
-                           {QStringLiteral("tollFreeNumbers"), QJsonArray{free}},
-                           {QStringLiteral("invitation"), QStringLiteral("Dial in: ") + phone}};
+        const QJsonObject free{{u"country"_s, u"US"_s}, {u"number"_s, phone}};
+        return QJsonObject{{u"meetingNumber"_s, number},
+                           {u"tollFreeNumbers"_s, QJsonArray{free}},
+                           {u"invitation"_s, u"Dial in: "_s + phone}};
     };
-    return {account(4155551, QStringLiteral("+1 800 5550100")),
-            account(4155552, QStringLiteral("+1 800 5550101"))};
+    return {account(4155551, u"+1 800 5550100"_s), account(4155552, u"+1 800 5550101"_s)};
 }
 
 QStringList warningsOfRun;
@@ -109,20 +107,20 @@ bool isReachable(const QWidget *widget) {
 }
 
 Desktop::Desktop(const QString &hostVersion)
-    : m_desk(hostVersion, calendar())
-    , m_uids{{QStringLiteral("plain"), roads::Desk::plain},
-             {QStringLiteral("invited"), roads::Desk::invited},
-             {QStringLiteral("other"), roads::Desk::other},
-             {QStringLiteral("series"), QStringLiteral("series@desk")}}
-    , m_calendarAtFirst(m_desk.fileBytes()) {
-    m_desk.client().setAccounts(audioAccounts());
+    : m_scenario(hostVersion, calendar())
+    , m_uids{{u"plain"_s, scenarios::Scenario::plain},
+             {u"invited"_s, scenarios::Scenario::invited},
+             {u"other"_s, scenarios::Scenario::other},
+             {u"series"_s, u"series@scenario"_s}}
+    , m_calendarAtFirst(m_scenario.fileBytes()) {
+    m_scenario.client().setAccounts(audioAccounts());
     watchHost();
     (void)takeHostRuns();
     warningsOfRun.clear();
     handlerBefore = qInstallMessageHandler(keepWarning);
     for (const QString &name : m_uids.keys())
         m_savedBodies.insert(name, {});
-    m_savedBodies[QStringLiteral("plain")].append(QStringLiteral("Agenda"));
+    m_savedBodies[u"plain"_s].append(u"Agenda"_s);
 }
 
 Desktop::~Desktop() {
@@ -142,7 +140,7 @@ QStringList Desktop::appointments() const {
 }
 
 mailhost::MainWindow *Desktop::mainWindow() const {
-    return const_cast<roads::Desk &>(m_desk).host().mainWindowController()->mainWindow();
+    return const_cast<scenarios::Scenario &>(m_scenario).host().mainWindowController()->mainWindow();
 }
 
 mailhost::EditorWindow *Desktop::editorOf(const QString &appointment) const {
@@ -172,7 +170,7 @@ bool Desktop::perform(const QString &line) {
                 full.emplace();
             if (!(this->*verb.run)(words.mid(1)))
                 return false;
-            m_desk.wait(secondsOfAStep);
+            m_scenario.wait(secondsOfAStep);
         }
         afterStep();
         return true;
@@ -184,7 +182,7 @@ void Desktop::beforeStep(const QString &line) {
     m_last = {};
     m_last.line = line;
     m_last.diskFull = m_diskFull;
-    m_desk.forget();
+    m_scenario.forget();
     for (const Editor &editor : std::as_const(m_editors))
         m_last.openBefore.insert(editor.window.data());
 }
@@ -200,7 +198,7 @@ bool Happened::hasStored(const mailhost::EditorWindow *editor) const {
 }
 
 void Desktop::afterStep() {
-    for (const auto &posted : m_desk.desktop().bus->posted()) {
+    for (const auto &posted : m_scenario.desktop().bus->posted()) {
         m_last.posted.append(posted);
         if (posted.name == requestChannel)
             m_last.requests.append(posted);
@@ -208,7 +206,7 @@ void Desktop::afterStep() {
             m_last.answers.append(posted);
     }
     if (!m_last.requests.isEmpty())
-        m_lastRequest = m_desk.desktop().runLoop->now();
+        m_lastRequest = m_scenario.desktop().runLoop->now();
     m_last.runs = takeHostRuns();
     readDisk();
     noteSaved();
@@ -220,7 +218,7 @@ void Desktop::afterStep() {
 }
 
 double Desktop::secondsSinceLastRequest() const {
-    return const_cast<roads::Desk &>(m_desk).desktop().runLoop->now() - m_lastRequest;
+    return const_cast<scenarios::Scenario &>(m_scenario).desktop().runLoop->now() - m_lastRequest;
 }
 
 // What an editor had when it was saved is in the file from then on.
@@ -234,14 +232,14 @@ void Desktop::noteSaved() {
 }
 
 void Desktop::readDisk() {
-    const QByteArray bytes = m_desk.fileBytes();
+    const QByteArray bytes = m_scenario.fileBytes();
     if (bytes == m_bytesOnDisk && m_onDisk && m_namesRead == m_uids.size())
         return;
     m_bytesOnDisk = bytes;
     m_namesRead = m_uids.size();
     m_onDisk.reset();
     QString error;
-    const auto file = mailhost::CalendarFile::open(m_desk.calendarPath(), &error);
+    const auto file = mailhost::CalendarFile::open(m_scenario.calendarPath(), &error);
     if (!file)
         return;
     m_onDisk.emplace();
@@ -261,7 +259,7 @@ void Desktop::noteTakenBack() {
 // A delete empties the place, whatever the user wrote there.
 void Desktop::noteEmptiedPlaces() {
     const bool deleted = std::any_of(m_last.answers.begin(), m_last.answers.end(), [](const auto &answer) {
-        return answer.userInfo.value(QStringLiteral("actionId")) == QStringLiteral("3");
+        return answer.userInfo.value(u"actionId"_s) == u"3"_s;
     });
     for (Editor &editor : m_editors) {
         const auto *field = editor.window
@@ -287,7 +285,7 @@ void Desktop::noteEditors() {
             continue;
         QString name = m_uids.key(window->viewController()->content()->UUID());
         if (name.isEmpty()) {
-            name = QStringLiteral("new%1").arg(++m_newOnes);
+            name = u"new%1"_s.arg(++m_newOnes);
             m_uids.insert(name, window->viewController()->content()->UUID());
         }
         m_editors.append({window, name, rt::identifier(window), {}, {}, false});

@@ -2,7 +2,7 @@
 // full. Each step is one line of words (Script.h lists them).
 #pragma once
 
-#include "tests/roads/Desk.h"
+#include "tests/scenarios/Scenario.h"
 #include "tests/simulation/HostWatch.h"
 
 #include <QPointer>
@@ -52,7 +52,7 @@ public:
     bool perform(const QString &line);
 
     [[nodiscard]] const Happened &last() const { return m_last; }
-    [[nodiscard]] roads::Desk &desk() { return m_desk; }
+    [[nodiscard]] scenarios::Scenario &scenario() { return m_scenario; }
     [[nodiscard]] const QList<Editor> &editors() const { return m_editors; }
     // The words that are in the file, because they were there when it was saved last.
     [[nodiscard]] const QMap<QString, QStringList> &savedBodies() const { return m_savedBodies; }
@@ -70,7 +70,7 @@ public:
     [[nodiscard]] const QByteArray &bytesOnDisk() const { return m_bytesOnDisk; }
     [[nodiscard]] const QByteArray &calendarAtFirst() const { return m_calendarAtFirst; }
 
-    inline static const QString untouched = QStringLiteral("untouched@desk"); // nobody ever changes it
+    inline static const QString untouched = u"untouched@scenario"_s; // nobody ever changes it
 
 private:
     using Words = QStringList;
@@ -136,7 +136,7 @@ private:
     void noteTakenBack();
     void readDisk();
 
-    roads::Desk m_desk;
+    scenarios::Scenario m_scenario;
     Happened m_last;
     QList<Editor> m_editors;
     QMap<QString, QString> m_uids; // by name

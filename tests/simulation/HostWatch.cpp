@@ -1,7 +1,7 @@
 #include "tests/simulation/HostWatch.h"
 
 #include "platform/runtime/Runtime.h"
-#include "standin/mailhost/windows/EditorWindow.h"
+#include "standin/mailhost/windows/editor/EditorWindow.h"
 
 #include <gtest/gtest.h>
 #include <utility>
@@ -27,7 +27,7 @@ rt::Value onEditor(rt::Object *self, rt::Selector command, rt::Args arguments) {
 }
 
 void watch(const char *command, rt::Implementation watcher) {
-    rt::Class *cls = rt::classNamed(QStringLiteral("ERCalendarEventEditorViewController"));
+    rt::Class *cls = rt::classNamed(u"ERCalendarEventEditorViewController"_s);
     const QByteArray selector = QByteArray("vl_ERCalendarEventEditorViewController_") + command;
     const QByteArray hidden = "watched_" + selector;
     ASSERT_TRUE(rt::addMethod(cls, hidden.constData(), watcher, "v@:")) << hidden.constData();

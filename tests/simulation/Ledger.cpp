@@ -17,9 +17,9 @@ constexpr int secondsPerMinute = 60;
 constexpr double requestTimeOut = 30.0;
 
 QString nameOf(HostOperation operation) {
-    return operation == HostOperation::Save   ? QStringLiteral("save")
-           : operation == HostOperation::Send ? QStringLiteral("send")
-                                              : QStringLiteral("save and close");
+    return operation == HostOperation::Save   ? u"save"_s
+           : operation == HostOperation::Send ? u"send"_s
+                                              : u"save and close"_s;
 }
 
 // Whether the step can have ended the work in an editor that nobody has asked to save: with an answer, or at
@@ -55,7 +55,7 @@ QString Ledger::keyInFile(const QString &appointment) const {
 
 bool Ledger::isPersonal(const QString &key) const {
     const QList<meetingclient::Person> &people = meetingclient::people();
-    return key == m_desktop.desk().client().profile().value(u"roomMeetingId").toString() ||
+    return key == m_desktop.scenario().client().profile().value(u"roomMeetingId").toString() ||
            std::any_of(people.begin(), people.end(),
                        [&key](const auto &person) { return person.room == key; });
 }
@@ -74,7 +74,7 @@ QString Ledger::note() {
 
 // An answer is for a request of the same step, else for the one that has waited longest.
 void Ledger::noteRequests() {
-    m_now = m_desktop.desk().desktop().runLoop->now();
+    m_now = m_desktop.scenario().desktop().runLoop->now();
     for (const auto &posted : m_desktop.last().posted) {
         const bool isAnswer = posted.name.startsWith(u"VelaVideo");
         if (const auto request = requestOf(posted.userInfo); request && !isAnswer)
@@ -110,7 +110,7 @@ void Ledger::noteAlerts() {
 
 void Ledger::noteRemovals() {
     static const QRegularExpression removal(
-        QStringLiteral("^(?|(?:delete|forget|menu delete|menu cancel) (.+)|strip (.+) remove)$"));
+        u"^(?|(?:delete|forget|menu delete|menu cancel) (.+)|strip (.+) remove)$"_s);
     const QString appointment = removal.match(m_desktop.last().line).captured(1);
     if (appointment.isEmpty())
         return;
@@ -135,7 +135,7 @@ void Ledger::noteSubjects() {
 
 // A meeting never takes the subject of another appointment, nor an appointment the record of another one's.
 QString Ledger::noteOwners() {
-    const QJsonObject meetings = m_desktop.desk().client().meetings();
+    const QJsonObject meetings = m_desktop.scenario().client().meetings();
     for (auto it = meetings.begin(); it != meetings.end(); ++it) {
         const QString subject = it->toObject().value(u"subject").toString();
         const QString owner = ownerOf(it.key());
@@ -145,8 +145,7 @@ QString Ledger::noteOwners() {
             if (!names->contains(subject))
                 continue;
             if (!owner.isNull())
-                return QStringLiteral("the meeting of %1 has taken the subject of %2")
-                    .arg(owner, names.key());
+                return u"the meeting of %1 has taken the subject of %2"_s.arg(owner, names.key());
             m_owners.insert(it.key(), names.key());
         }
     }
@@ -157,7 +156,7 @@ QString Ledger::noteOwners() {
         if (!m_owners.contains(key))
             m_owners.insert(key, appointment);
         if (ownerOf(key) != appointment)
-            return QStringLiteral("%1 has the record of the meeting of %2").arg(appointment, ownerOf(key));
+            return u"%1 has the record of the meeting of %2"_s.arg(appointment, ownerOf(key));
     }
     return {};
 }
@@ -166,7 +165,7 @@ void Ledger::noteChanges() {
     if (!m_desktop.onDisk())
         return;
     for (auto it = m_desktop.onDisk()->begin(); it != m_desktop.onDisk()->end(); ++it) {
-        const auto meeting = m_desktop.desk().client().meeting(keyInRecord(*it));
+        const auto meeting = m_desktop.scenario().client().meeting(keyInRecord(*it));
         const Sides now{sharedValuesOf(*it), meeting ? sharedValuesOf(*meeting) : SharedValues()};
         if (m_sides.contains(it.key()) && m_sides[it.key()] == now)
             continue;
@@ -206,8 +205,8 @@ QString Ledger::noteOperations() {
             (step.pressedIn == run.editor && step.pressed == run.operation);
         const bool isRepeatedSave = run.operation == HostOperation::Save && hasEndedWork(step);
         if ((!isWaited || ran.contains(run.editor)) && !isRepeatedSave)
-            wrong = QStringLiteral("the host's %1 ran, and nobody had asked for it, or only once")
-                        .arg(nameOf(run.operation));
+            wrong =
+                u"the host's %1 ran, and nobody had asked for it, or only once"_s.arg(nameOf(run.operation));
         ran.insert(run.editor);
     }
     for (auto it = m_waiting.begin(); it != m_waiting.end();) {
@@ -221,7 +220,7 @@ QString Ledger::noteOperations() {
             continue;
         }
         if (isRun && !isExplainedSince(it->appointment, it->step))
-            wrong = QStringLiteral("the %1 of %2 was lost").arg(nameOf(it->operation), it->appointment);
+            wrong = u"the %1 of %2 was lost"_s.arg(nameOf(it->operation), it->appointment);
         ++it;
     }
     return wrong;

@@ -21,8 +21,8 @@ void trace(const QString &line) {
 // Two things that go wrong are the same when their sentences differ in words and numbers only.
 QString kindOf(const QString &wrong) {
     QString kind = wrong.section(u':', 0, 0);
-    static const QRegularExpression numbers(QStringLiteral("w?[0-9]+x?|plain|invited|other|series"));
-    return kind.replace(numbers, QStringLiteral("*"));
+    static const QRegularExpression numbers(u"w?[0-9]+x?|plain|invited|other|series"_s);
+    return kind.replace(numbers, u"*"_s);
 }
 
 void count(const Happened &step, Figures &figures) {
@@ -44,7 +44,7 @@ Run runRandomly(quint64 seed, int steps, Figures *figures) {
     Run run{{generator.hostVersion(), conditions, {}}, {}};
     Desktop desktop(generator.hostVersion());
     Invariants invariants(desktop, conditions);
-    trace(QStringLiteral("# seed %1\n").arg(seed) + run.script.text().trimmed());
+    trace(u"# seed %1\n"_s.arg(seed) + run.script.text().trimmed());
     ++figures->runs;
     for (int step = 0; step < steps && run.wrong.isNull(); ++step) {
         QString line;

@@ -51,12 +51,11 @@ const QStringList minutes = words("30|-30|60|15");
 const QStringList conditionNames = words("calm|slow|stormy");
 
 // What puts right again what does not pass by itself.
-const QMap<QString, QString> remedies{
-    {QStringLiteral("disk full"), QStringLiteral("disk free")},
-    {QStringLiteral("client quits"), QStringLiteral("client runs")},
-    {QStringLiteral("client uninstalled"), QStringLiteral("client installed")},
-    {QStringLiteral("client old"), QStringLiteral("client installed")},
-    {QStringLiteral("signed out"), QStringLiteral("signed in")}};
+const QMap<QString, QString> remedies{{u"disk full"_s, u"disk free"_s},
+                                      {u"client quits"_s, u"client runs"_s},
+                                      {u"client uninstalled"_s, u"client installed"_s},
+                                      {u"client old"_s, u"client installed"_s},
+                                      {u"signed out"_s, u"signed in"_s}};
 constexpr int chanceOfRemedy = 15; // of a hundred
 constexpr int chanceOfOpenOne = 90;
 constexpr int chanceOfPurpose = 65;
@@ -70,45 +69,43 @@ QStringList purposes(const Desktop &desktop) {
         if (!qobject_cast<const QDialog *>(window) || !isReachable(window))
             continue;
         hasAlert |= qobject_cast<const QMessageBox *>(window) && window->objectName().isEmpty();
-        hasSheet |= window->findChild<QWidget *>(QStringLiteral("buttonContinue")) != nullptr;
+        hasSheet |= window->findChild<QWidget *>(u"buttonContinue"_s) != nullptr;
     }
     if (hasAlert)
-        return {QStringLiteral("alert escape"), QStringLiteral("alert default")};
+        return {u"alert escape"_s, u"alert default"_s};
     if (hasSheet)
-        return {QStringLiteral("sheet ok")};
+        return {u"sheet ok"_s};
     QStringList lines;
     for (const Editor &editor : desktop.editors()) {
-        const vlActionAdditionView *strip = roads::Desk::stripOf(editor.window);
+        const vlActionAdditionView *strip = scenarios::Scenario::stripOf(editor.window);
         const QString &name = editor.appointment;
         const bool isAttached = strip && strip->uiStatus() == StripState::MeetingAttached;
         if (!isReachable(editor.window))
             continue;
         if (!isAttached)
-            lines += QStringLiteral("strip %1 add").arg(name);
+            lines += u"strip %1 add"_s.arg(name);
         else if (!editor.window->viewController()->isDirty())
-            lines += {QStringLiteral("subject %1 W").arg(name), QStringLiteral("later %1 M").arg(name),
-                      QStringLiteral("body %1 W").arg(name), QStringLiteral("strip %1 settings").arg(name)};
+            lines += {u"subject %1 W"_s.arg(name), u"later %1 M"_s.arg(name), u"body %1 W"_s.arg(name),
+                      u"strip %1 settings"_s.arg(name)};
         else if (name == u"invited")
-            lines += QStringLiteral("send %1").arg(name);
+            lines += u"send %1"_s.arg(name);
         else
-            lines += {QStringLiteral("save %1").arg(name), QStringLiteral("save %1").arg(name),
-                      QStringLiteral("saveclose %1").arg(name)};
+            lines += {u"save %1"_s.arg(name), u"save %1"_s.arg(name), u"saveclose %1"_s.arg(name)};
     }
     if (desktop.editors().size() < 2)
-        lines += QStringLiteral("open A");
+        lines += u"open A"_s;
     if (desktop.onDisk())
         for (auto it = desktop.onDisk()->begin(); it != desktop.onDisk()->end(); ++it)
             if (!it->ucCapabilities.isEmpty())
-                lines +=
-                    {QStringLiteral("move %1 M").arg(it.key()), QStringLiteral("rename %1 W").arg(it.key())};
+                lines += {u"move %1 M"_s.arg(it.key()), u"rename %1 W"_s.arg(it.key())};
     return lines;
 }
 
 } // namespace
 
 QString Script::text() const {
-    return QStringLiteral("host %1\nconditions %2\n%3\n")
-        .arg(hostVersion, conditionNames[int(conditions)], lines.join(u'\n'));
+    return u"host %1\nconditions %2\n%3\n"_s.arg(hostVersion, conditionNames[int(conditions)],
+                                                 lines.join(u'\n'));
 }
 
 Script Script::parse(const QString &text) {
@@ -153,7 +150,7 @@ QString Generator::filled(QString line, const Desktop &desktop) {
         if (word == u"A")
             word = appointmentFor(parts.first(), desktop);
         else if (word == u"W")
-            word = QStringLiteral("w%1x").arg(++m_words);
+            word = u"w%1x"_s.arg(++m_words);
         else if (word == u"M")
             word = oneOf(minutes);
         else if (word == u"O")
@@ -175,9 +172,8 @@ QString Generator::next(const Desktop &desktop) {
 
 QString Generator::anything(const Desktop &desktop) {
     const QString line = filled(oneOf(m_choices), desktop);
-    const QString remedy = line.startsWith(u"rule") && !line.startsWith(u"rule once")
-                               ? QStringLiteral("rule clear")
-                               : remedies.value(line);
+    const QString remedy =
+        line.startsWith(u"rule") && !line.startsWith(u"rule once") ? u"rule clear"_s : remedies.value(line);
     const bool tooMany = line.startsWith(u"open") && desktop.editors().size() >= mostEditors;
     if (tooMany || (!remedy.isEmpty() && !m_remedy.isEmpty()))
         return {};

@@ -90,7 +90,7 @@ bool Desktop::open(const Words &words) {
     const QString uid = uidOf(words[0]);
     if (uid.isEmpty() || !isReachable(mainWindow()))
         return false;
-    return m_desk.host().openEditorFor(uid) != nullptr;
+    return m_scenario.host().openEditorFor(uid) != nullptr;
 }
 
 // A plain appointment, or from the tool-bar with a video meeting or an audio conference.
@@ -102,9 +102,9 @@ bool Desktop::openNew(const Words &words) {
         toolBar.SendToolbarItemCommand(qint32(ToolbarCommand::ScheduleNewMeeting));
     else if (words[0] == u"audio")
         toolBar.SendToolbarItemCommand(qint32(ToolbarCommand::ScheduleNewPACMeeting),
-                                       {{keyPACAccountNo, QStringLiteral("1")}});
+                                       {{keyPACAccountNo, u"1"_s}});
     else
-        m_desk.host().openNewAppointment();
+        m_scenario.host().openNewAppointment();
     return true;
 }
 
@@ -118,12 +118,12 @@ bool Desktop::front(const Words &words) {
 }
 
 QString stripTitle(const QString &key) {
-    QString title = roads::Desk::text(key);
+    QString title = scenarios::Scenario::text(key);
     return title.remove(u'&');
 }
 
 bool Desktop::clickIn(mailhost::EditorWindow *editor, const QString &title) {
-    const vlActionAdditionView *strip = roads::Desk::stripOf(editor);
+    const vlActionAdditionView *strip = scenarios::Scenario::stripOf(editor);
     if (!strip)
         return false;
     for (auto *button : strip->findChildren<QAbstractButton *>()) {
@@ -136,10 +136,9 @@ bool Desktop::clickIn(mailhost::EditorWindow *editor, const QString &title) {
 }
 
 bool Desktop::clickStrip(const Words &words) {
-    static const QMap<QString, QString> keys{
-        {QStringLiteral("add"), QStringLiteral("AddVelaButton")},
-        {QStringLiteral("remove"), QStringLiteral("CancelVelaButton")},
-        {QStringLiteral("settings"), QStringLiteral("ChangeSettingButton")}};
+    static const QMap<QString, QString> keys{{u"add"_s, u"AddVelaButton"_s},
+                                             {u"remove"_s, u"CancelVelaButton"_s},
+                                             {u"settings"_s, u"ChangeSettingButton"_s}};
     if (!clickIn(editorOf(words[0]), stripTitle(keys.value(words[1]))))
         return false;
     if (words[1] == u"add")
@@ -148,7 +147,7 @@ bool Desktop::clickStrip(const Words &words) {
 }
 
 bool Desktop::audio(const Words &words) {
-    vlActionAdditionView *strip = roads::Desk::stripOf(editorOf(words[0]));
+    vlActionAdditionView *strip = scenarios::Scenario::stripOf(editorOf(words[0]));
     const auto *button = strip ? strip->findChild<vlPopupButton *>() : nullptr;
     if (!isReachable(button))
         return false;
@@ -159,10 +158,10 @@ bool Desktop::audio(const Words &words) {
 
 // "ok", "cancel", "escape", or the name of one of its boxes.
 bool Desktop::sheet(const Words &words) {
-    const QString name = words[0] == u"ok"       ? QStringLiteral("buttonContinue")
-                         : words[0] == u"cancel" ? QStringLiteral("buttonCancel")
+    const QString name = words[0] == u"ok"       ? u"buttonContinue"_s
+                         : words[0] == u"cancel" ? u"buttonCancel"_s
                                                  : words[0];
-    QPushButton *confirm = reachableButton(QStringLiteral("buttonContinue"));
+    QPushButton *confirm = reachableButton(u"buttonContinue"_s);
     if (!confirm && words[0] != u"cancel")
         return false;
     if (words[0] == u"escape") {
@@ -319,30 +318,30 @@ bool Desktop::selectOnGrid(const QString &appointment) {
 bool Desktop::move(const Words &words) {
     if (!selectOnGrid(words[0]))
         return false;
-    m_desk.host().mainWindowController()->commands()->moveBy(words[1].toInt() * secondsPerMinute);
+    m_scenario.host().mainWindowController()->commands()->moveBy(words[1].toInt() * secondsPerMinute);
     return true;
 }
 
 bool Desktop::resize(const Words &words) {
     if (!selectOnGrid(words[0]))
         return false;
-    m_desk.host().mainWindowController()->commands()->moveEndBy(words[1].toInt() * secondsPerMinute);
+    m_scenario.host().mainWindowController()->commands()->moveEndBy(words[1].toInt() * secondsPerMinute);
     return true;
 }
 
 bool Desktop::rename(const Words &words) {
     if (!selectOnGrid(words[0]))
         return false;
-    m_desk.host().mainWindowController()->commands()->renameTo(words[1]);
+    m_scenario.host().mainWindowController()->commands()->renameTo(words[1]);
     return true;
 }
 
 // "delete" and "cancel" of an appointment, "undo", "redo".
 bool Desktop::menu(const Words &words) {
-    static const QMap<QString, QString> names{{QStringLiteral("delete"), controls::deleteAction},
-                                              {QStringLiteral("cancel"), controls::cancelMeetingAction},
-                                              {QStringLiteral("undo"), controls::undoAction},
-                                              {QStringLiteral("redo"), controls::redoAction}};
+    static const QMap<QString, QString> names{{u"delete"_s, controls::deleteAction},
+                                              {u"cancel"_s, controls::cancelMeetingAction},
+                                              {u"undo"_s, controls::undoAction},
+                                              {u"redo"_s, controls::redoAction}};
     if (!isReachable(mainWindow()) || (words.size() > 1 && !selectOnGrid(words[1])))
         return false;
     QAction *action = mainWindow()->command(names.value(words[0]));
@@ -357,12 +356,12 @@ bool Desktop::start(const Words &words) {
         return false;
     vlCommandItemMgr::sharedInstance().SendToolbarItemCommand(
         qint32(ToolbarCommand::StartInstantMeeting),
-        {{keyStartWithVideo, words[0] == u"video" ? QStringLiteral("1") : QStringLiteral("0")}});
+        {{keyStartWithVideo, words[0] == u"video" ? u"1"_s : u"0"_s}});
     return true;
 }
 
 bool Desktop::wait(const Words &words) {
-    m_desk.wait(words[0].toDouble());
+    m_scenario.wait(words[0].toDouble());
     return true;
 }
 

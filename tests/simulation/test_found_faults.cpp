@@ -66,10 +66,8 @@ INSTANTIATE_TEST_SUITE_P(Runs, FoundFaults, testing::ValuesIn(faultsFound),
 TEST_P(FoundFaults, DoNotComeBack) {
     for (const char *host : {"15.8", "16"}) {
         QString text = QString::fromLatin1(GetParam().script);
-        text.replace(QStringLiteral(": "), QStringLiteral("\n"))
-            .replace(QStringLiteral(", "), QStringLiteral("\n"));
-        const Script script =
-            Script::parse(QStringLiteral("host %1\nconditions %2").arg(QLatin1String(host), text));
+        text.replace(u": "_s, u"\n"_s).replace(u", "_s, u"\n"_s);
+        const Script script = Script::parse(u"host %1\nconditions %2"_s.arg(QLatin1String(host), text));
         const auto run = runAgain(script);
         EXPECT_TRUE(run.wrong.isNull()) << host << ": " << qPrintable(run.wrong);
         if (run.wrong.isNull()) {

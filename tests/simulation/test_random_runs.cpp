@@ -16,7 +16,7 @@ struct Seeds {
 };
 
 Seeds seeds() {
-    const QStringList ends = qEnvironmentVariable("PARLO_SIMULATION_SEEDS").split(QStringLiteral(".."));
+    const QStringList ends = qEnvironmentVariable("PARLO_SIMULATION_SEEDS").split(u".."_s);
     if (ends.size() != 2)
         return {};
     return {ends[0].toULongLong(), ends[1].toULongLong()};

@@ -43,7 +43,7 @@ rt::Value dateUTC(rt::Object *self, rt::Selector, rt::Args) {
 rt::Value describe(rt::Object *self, rt::Selector, rt::Args arguments) {
     return static_cast<FakeDate *>(self)
         ->instant.toTimeZone(arguments[1].value<QTimeZone>())
-        .toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+        .toString(u"yyyy-MM-dd HH:mm:ss"_s);
 }
 
 rt::Value secondsSince(rt::Object *self, rt::Selector, rt::Args arguments) {
@@ -53,9 +53,9 @@ rt::Value secondsSince(rt::Object *self, rt::Selector, rt::Args arguments) {
 
 rt::Value later(rt::Object *self, rt::Selector, rt::Args arguments) {
     const auto *date = static_cast<FakeDate *>(self);
-    return rt::fromObject(rt::temporary(
-        std::make_unique<FakeDate>(date->instant.addMSecs(qint64(rt::doubleValue(arguments[0]) * 1000)),
-                                   date->values.value("timeZone").value<QTimeZone>())));
+    const double milliseconds = qBound(-1e15, rt::doubleValue(arguments[0]) * 1000, 1e15);
+    return rt::fromObject(rt::temporary(std::make_unique<FakeDate>(
+        date->instant.addMSecs(qint64(milliseconds)), date->values.value("timeZone").value<QTimeZone>())));
 }
 
 rt::Class *define(const char *name, std::initializer_list<const char *> members,
@@ -141,8 +141,7 @@ void FakeAppointment::invites(const QString &name, int type) {
 }
 
 void FakeAppointment::carriesTheMeeting(const QString &key, const QString &joinUrl) {
-    values.insert("olmUCCapabilities",
-                  QStringLiteral("{\"meetingKey\":\"%1\",\"joinUrl\":\"%2\"}").arg(key, joinUrl));
+    values.insert("olmUCCapabilities", u"{\"meetingKey\":\"%1\",\"joinUrl\":\"%2\"}"_s.arg(key, joinUrl));
 }
 
 FakeEditor::FakeEditor(FakeAppointment &appointment)

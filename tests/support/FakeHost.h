@@ -38,8 +38,8 @@ public:
 
     void invites(const QString &name, int type = 0); // type 2: a room
     void carriesTheMeeting(const QString &key, const QString &joinUrl = {});
-    [[nodiscard]] QString location() const { return values.value(QStringLiteral("location")).toString(); }
-    [[nodiscard]] QString subject() const { return values.value(QStringLiteral("summary")).toString(); }
+    [[nodiscard]] QString location() const { return values.value(u"location"_s).toString(); }
+    [[nodiscard]] QString subject() const { return values.value(u"summary"_s).toString(); }
 
 private:
     FakeDate m_start, m_end;

@@ -1,10 +1,10 @@
 #include "tests/support/ScriptedClient.h"
 
 #include "meeting.pb.h"
+#include "plugin/link/channel/vlIPCChannel.h"
 #include "plugin/link/clientCodes.h"
+#include "plugin/link/discovery/vlAppHelper.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/vlAppHelper.h"
-#include "plugin/link/vlIPCChannel.h"
 #include "plugin/util/EncodeUtils.h"
 #include "plugin/util/vlOLUtils.h"
 
@@ -15,8 +15,8 @@ namespace {
 namespace wire = com::brindle::webapp::proto;
 using Asked = ScriptedClient::Asked;
 
-const QString clientPath = QStringLiteral("/Applications/Parlo Meetings.app");
-const QString supportedVersion = QStringLiteral("3.6.40487");
+const QString clientPath = u"/Applications/Parlo Meetings.app"_s;
+const QString supportedVersion = u"3.6.40487"_s;
 constexpr qsizetype meetingField = 13;
 
 ClientAnswer answerIdOf(Asked what) {
@@ -69,14 +69,13 @@ ScriptedClient::Request requestIn(const platform::TextMap &envelope) {
 ScriptedClient::ScriptedClient(const platform::TestDesktop &desktop)
     : m_desktop(desktop) {
     m_desktop.workspace->root = m_root.path();
-    m_desktop.workspace->documents = m_root.filePath(QStringLiteral("Documents"));
-    m_desktop.workspace->bundles.append({kVelausIdentify, clientPath, QStringLiteral("/bin/run")});
+    m_desktop.workspace->documents = m_root.filePath(u"Documents"_s);
+    m_desktop.workspace->bundles.append({kVelausIdentify, clientPath, u"/bin/run"_s});
     m_desktop.workspace->running.append(kVelausIdentify);
-    const QString contents = m_desktop.workspace->resolve(clientPath) + QStringLiteral("/Contents");
+    const QString contents = m_desktop.workspace->resolve(clientPath) + u"/Contents"_s;
     QDir().mkpath(contents);
-    platform::services().propertyLists->write(
-        contents + QStringLiteral("/Info.plist"),
-        QVariantMap{{QStringLiteral("CFBundleVersion"), supportedVersion}});
+    platform::services().propertyLists->write(contents + u"/Info.plist"_s,
+                                              QVariantMap{{u"CFBundleVersion"_s, supportedVersion}});
     m_observer = m_desktop.bus->addObserver(
         kIPCNotifyOutlookPluginToVelaClient,
         [this](const QString &, const platform::TextMap &envelope) { hear(envelope); });
@@ -113,7 +112,7 @@ void ScriptedClient::schedulesAs(const QString &key, const QString &invitation) 
 }
 
 void ScriptedClient::deletes() {
-    answers(Asked::Delete, QStringLiteral("done"));
+    answers(Asked::Delete, u"done"_s);
 }
 
 void ScriptedClient::hasAccounts(const QList<Account> &accounts) {

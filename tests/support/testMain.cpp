@@ -1,3 +1,4 @@
+#include "platform/Literals.h"
 #include "tests/support/Warnings.h"
 
 #include <QApplication>
@@ -23,7 +24,7 @@ QStringList &unexpected() {
 void handleMessage(QtMsgType type, const QMessageLogContext &, const QString &text) {
     std::fprintf(stderr, "%s\n", qPrintable(text));
     // The platform without a display says this of every window that has a minimum size.
-    const bool harmless = text.contains(QStringLiteral("propagateSizeHints"));
+    const bool harmless = text.contains(u"propagateSizeHints"_s);
     if (type == QtDebugMsg || type == QtInfoMsg || harmless)
         return;
     bool wasAnnounced = false;

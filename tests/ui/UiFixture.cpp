@@ -4,9 +4,9 @@
 #include "plugin/link/linkPorts.h"
 #include "plugin/link/linkSession.h"
 #include "plugin/link/meetingKeys.h"
+#include "plugin/link/readers/vlUserProfileHelper.h"
 #include "plugin/link/vlCommon.h"
 #include "plugin/link/vlMeetingCommon.h"
-#include "plugin/link/vlUserProfileHelper.h"
 #include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
 #include "plugin/workflow/vlMeetingMgr.h"
 #include "plugin/workflow/workflowPorts.h"
@@ -24,7 +24,7 @@ rt::Value read(rt::Object *self, rt::Selector, rt::Args) {
 
 rt::Class *eventClass() {
     static rt::Class *cls = [] {
-        rt::Class *made = rt::defineClass(QStringLiteral("ECCalendarEvent"));
+        rt::Class *made = rt::defineClass(u"ECCalendarEvent"_s);
         rt::addMethod(made, "isOwner", read<HostEvent, &HostEvent::owner>, "B@:");
         rt::addMethod(made, "isOccurrence", read<HostEvent, &HostEvent::occurrence>, "B@:");
         rt::addMethod(made, "isModifiedException", read<HostEvent, &HostEvent::exception>, "B@:");
@@ -38,7 +38,7 @@ rt::Class *eventClass() {
 
 rt::Class *accountClass() {
     static rt::Class *cls = [] {
-        rt::Class *made = rt::defineClass(QStringLiteral("ECEmailAccount"));
+        rt::Class *made = rt::defineClass(u"ECEmailAccount"_s);
         rt::addMethod(made, "emailAddress", read<HostAccount, &HostAccount::address>, "@@:");
         return made;
     }();
@@ -47,7 +47,7 @@ rt::Class *accountClass() {
 
 rt::Class *editorClass() {
     static rt::Class *cls = [] {
-        rt::Class *made = rt::defineClass(QStringLiteral("ERCalendarEventEditorViewController"));
+        rt::Class *made = rt::defineClass(u"ERCalendarEventEditorViewController"_s);
         rt::addMethod(
             made, "content",
             [](rt::Object *self, rt::Selector, rt::Args) {
@@ -96,7 +96,7 @@ rt::Class *editorClass() {
 
 rt::Class *windowControllerClass() {
     static rt::Class *cls = [] {
-        rt::Class *made = rt::defineClass(QStringLiteral("ERCalendarEventEditorWindowController"));
+        rt::Class *made = rt::defineClass(u"ERCalendarEventEditorWindowController"_s);
         rt::addMethod(
             made, "window",
             [](rt::Object *self, rt::Selector, rt::Args) {
@@ -160,7 +160,7 @@ QString echo(const QString &key) {
 UiTest::UiTest()
     : desktop(platform::installTestServices()) {
     desktop.workspace->documents = documents.path();
-    desktop.bundle->interfaceFolder = QStringLiteral(PLUGIN_RESOURCES);
+    desktop.bundle->interfaceFolder = u"" PLUGIN_RESOURCES ""_s;
     startLinkAfresh();
     startWorkflowAfresh();
     LinkPorts::instance() = {};

@@ -53,25 +53,25 @@ protected:
     template<typename Button>
     void prepare(Button &button) {
         button.resize(buttonWidth, buttonHeight);
-        button.setImage(BundleImage(QStringLiteral("some image")));
-        button.setTitle(QStringLiteral("Add a meeting"));
+        button.setImage(BundleImage(u"some image"_s));
+        button.setTitle(u"Add a meeting"_s);
     }
     static constexpr QRect titleArea{0, 30, buttonWidth, 30};
 };
 
 TEST_F(Controls, DrawNothingWithoutImageOrTitle) {
-    desktop.bundle->missingImages.insert(QStringLiteral("absent"));
+    desktop.bundle->missingImages.insert(u"absent"_s);
     const auto check = [](auto &button) {
         button.resize(buttonWidth, buttonHeight);
-        button.setTitle(QStringLiteral("Title"));
-        button.setImage(BundleImage(QStringLiteral("absent")));
+        button.setTitle(u"Title"_s);
+        button.setImage(BundleImage(u"absent"_s));
         EXPECT_TRUE(inkOf(picture(button), button.rect()).isNull());
         button.setTitle(QString());
-        button.setImage(BundleImage(QStringLiteral("there")));
+        button.setImage(BundleImage(u"there"_s));
         EXPECT_TRUE(inkOf(picture(button), button.rect()).isNull());
-        button.setTitle(QStringLiteral("Title"));
+        button.setTitle(u"Title"_s);
         EXPECT_FALSE(inkOf(picture(button), button.rect()).isNull());
-        button.setTitle(QStringLiteral("")); // a table without the words is no reason to hide the picture
+        button.setTitle(u""_s); // a table without the words is no reason to hide the picture
         EXPECT_FALSE(inkOf(picture(button), button.rect()).isNull());
     };
     vlSettingsButton settings;
@@ -88,25 +88,25 @@ TEST_F(Controls, PutTheImageTenPointsBelowTheTopAndTheTitleAtTheBottom) {
     const QRect title = inkOf(drawn, titleArea);
     EXPECT_GE(title.top(), 45);
     EXPECT_LE(title.bottom(), buttonHeight - 3);
-    button.setTitle(QStringLiteral("12345678901234567890"));
+    button.setTitle(u"12345678901234567890"_s);
     EXPECT_DOUBLE_EQ(button.titleX(), 26);
 }
 
 // Of the plug-in's own pictures, at every pixel: a drawing that was made for the other ratio has soft edges.
 TEST_F(Controls, AreCrispAtEveryRatio) {
-    platform::services().pluginBundle = platform::makeFolderBundle(QStringLiteral(PLUGIN_RESOURCES));
+    platform::services().pluginBundle = platform::makeFolderBundle(u"" PLUGIN_RESOURCES ""_s);
     constexpr QRect area((buttonWidth - 32) / 2, 10, 32, 32); // points
     for (const int ratio : {1, 2}) {
         vlSettingsButton settings;
         prepare(settings);
-        settings.setImage(BundleImage(QStringLiteral("Schedule_Meeting_normal")));
+        settings.setImage(BundleImage(u"Schedule_Meeting_normal"_s));
         const QImage drawn = picture(settings, ratio);
         const QRect pixels(area.topLeft() * ratio, area.size() * ratio);
         QImage expected(pixels.size(), QImage::Format_ARGB32_Premultiplied);
         expected.fill(Qt::white);
         QPainter painter(&expected);
-        painter.drawImage(expected.rect(), platform::services().pluginBundle->image(
-                                               QStringLiteral("Schedule_Meeting_normal"), ratio));
+        painter.drawImage(expected.rect(),
+                          platform::services().pluginBundle->image(u"Schedule_Meeting_normal"_s, ratio));
         painter.end();
         EXPECT_EQ(drawn.copy(pixels), expected) << ratio;
         pointerOver(settings);
@@ -165,13 +165,13 @@ TEST_F(Controls, CutATitleThatDoesNotFitWithAnEllipsis) {
         face.setTitle(title);
         return face.titleLine(width);
     };
-    const QString title = QStringLiteral("Add a meeting to this appointment");
+    const QString title = u"Add a meeting to this appointment"_s;
     EXPECT_EQ(shown(title, 400).text, title);
     const TitleLine cut = shown(title, 60);
     EXPECT_TRUE(cut.text.endsWith(QChar(0x2026))) << qPrintable(cut.text);
     EXPECT_LE(cut.x + QFontMetricsF(cut.font).horizontalAdvance(cut.text), 60);
     EXPECT_EQ(cut.x, 0) << "its beginning is not cut";
-    EXPECT_EQ(shown(QStringLiteral("&Add"), 60).underlineX, shown(QStringLiteral("&Add"), 60).x);
+    EXPECT_EQ(shown(u"&Add"_s, 60).underlineX, shown(u"&Add"_s, 60).x);
 }
 
 TEST_F(Controls, KeepTheFocusMarkOffTheTitle) {
@@ -264,9 +264,9 @@ TEST_F(Controls, StayLegibleOnADarkPalette) {
 }
 
 TEST_F(Controls, OpenTheMenuOnlyForAPointerThatIsInside) {
-    expectWarning(QStringLiteral("This plugin does not support")); // menus, without a real display
+    expectWarning(u"This plugin does not support"_s); // menus, without a real display
     QMenu menu;
-    menu.addAction(QStringLiteral("Item"));
+    menu.addAction(u"Item"_s);
     vlPopupButton button;
     prepare(button);
     button.setMenu(&menu);
@@ -286,12 +286,12 @@ TEST_F(Controls, OpenTheMenuOnlyForAPointerThatIsInside) {
 }
 
 TEST_F(Controls, OfTheToolBarOpenTheirMenuByPointerAndByKey) {
-    expectWarning(QStringLiteral("This plugin does not support"));
+    expectWarning(u"This plugin does not support"_s);
     auto menu = std::make_shared<QMenu>();
-    menu->addAction(QStringLiteral("Item"));
+    menu->addAction(u"Item"_s);
     vlPopupToolbarView view;
     view.resize(32, 32);
-    view.setImage(BundleImage(QStringLiteral("some image")));
+    view.setImage(BundleImage(u"some image"_s));
     QTest::mouseClick(&view, Qt::LeftButton); // without a menu nothing happens
     view.setMenu(menu);
     EXPECT_EQ(inkOf(picture(view), view.rect()), view.rect()) << "the image fills the view";
@@ -314,7 +314,7 @@ TEST_F(Controls, OfTheTextKindTellTheirTargetsUntilTheseAreGone) {
                         [&told](vlKeyUpTextField *sender) { told.append("text " + sender->text()); });
     QTest::keyClick(&field, Qt::Key_A);
     EXPECT_EQ(told, QStringList({"text a", "key a"}));
-    field.setText(QStringLiteral("by program"));
+    field.setText(u"by program"_s);
     EXPECT_EQ(told.size(), 2);
     target.reset();
     QTest::keyClick(&field, Qt::Key_B);
@@ -323,12 +323,12 @@ TEST_F(Controls, OfTheTextKindTellTheirTargetsUntilTheseAreGone) {
 
 TEST_F(Controls, MarkTheMnemonicAndLeaveItOutOfTheName) {
     vlSettingsButton button;
-    button.setTitle(QStringLiteral("Save && &close"));
-    EXPECT_EQ(button.title(), QStringLiteral("Save & close"));
-    EXPECT_EQ(button.accessibleName(), QStringLiteral("Save & close"));
+    button.setTitle(u"Save && &close"_s);
+    EXPECT_EQ(button.title(), u"Save & close"_s);
+    EXPECT_EQ(button.accessibleName(), u"Save & close"_s);
     EXPECT_EQ(button.shortcut(), QKeySequence(Qt::ALT | Qt::Key_C));
     QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(&button);
     ASSERT_TRUE(accessible);
     EXPECT_EQ(accessible->role(), QAccessible::Button);
-    EXPECT_EQ(accessible->text(QAccessible::Name), QStringLiteral("Save & close"));
+    EXPECT_EQ(accessible->text(QAccessible::Name), u"Save & close"_s);
 }

@@ -1,5 +1,5 @@
-#include "plugin/link/vlAppHelper.h"
-#include "plugin/link/vlIPCChannel.h"
+#include "plugin/link/channel/vlIPCChannel.h"
+#include "plugin/link/discovery/vlAppHelper.h"
 #include "plugin/ui/dialogs/dialogPorts.h"
 #include "plugin/ui/dialogs/vlProgressUIMgr.h"
 #include "plugin/workflow/vlMeetingMgr.h"
@@ -11,10 +11,10 @@
 
 namespace {
 
-const QString launchKey = QStringLiteral("Button_LaunchClient");
-const QString cancelKey = QStringLiteral("Button_Cancel");
-const QString removeKey = QStringLiteral("Button_OKGot");
-const QString clientExecutable = QStringLiteral("/client");
+const QString launchKey = u"Button_LaunchClient"_s;
+const QString cancelKey = u"Button_Cancel"_s;
+const QString removeKey = u"Button_OKGot"_s;
+const QString clientExecutable = u"/client"_s;
 
 void press(QDialog *alert, const QString &text) {
     for (QAbstractButton *button : alert->findChildren<QAbstractButton *>())
@@ -29,13 +29,13 @@ class Dialogs : public UiTest {
 protected:
     // The host's version is in its own property list.
     void installHost(const QString &version) {
-        const QString host = documents.filePath(QStringLiteral("host"));
-        QDir().mkpath(host + QStringLiteral("/Contents"));
-        platform::services().propertyLists->write(host + QStringLiteral("/Contents/Info.plist"),
+        const QString host = documents.filePath(u"host"_s);
+        QDir().mkpath(host + u"/Contents"_s);
+        platform::services().propertyLists->write(host + u"/Contents/Info.plist"_s,
                                                   QVariantMap{{"CFBundleShortVersionString", version}});
         desktop.workspace->bundles = {
             {keyOutlookIdentifier, host, QString()},
-            {kVelausIdentify, QStringLiteral("/Applications/Parlo Meetings.app"), clientExecutable}};
+            {kVelausIdentify, u"/Applications/Parlo Meetings.app"_s, clientExecutable}};
     }
     QMessageBox *alert() {
         const QList<QDialog *> shown = dialogs();
@@ -47,11 +47,11 @@ protected:
 };
 
 TEST_F(Dialogs, ShowTheMessageToTheLetter) {
-    const QString message = QStringLiteral("%d of %s <b>bold</b> 100%\n&amp;");
+    const QString message = u"%d of %s <b>bold</b> 100%\n&amp;"_s;
     window.show();
     feedback.showAlertMessage(&window, message);
     ASSERT_TRUE(alert());
-    auto *label = alert()->findChild<QLabel *>(QStringLiteral("qt_msgbox_informativelabel"));
+    auto *label = alert()->findChild<QLabel *>(u"qt_msgbox_informativelabel"_s);
     ASSERT_TRUE(label);
     EXPECT_EQ(label->text(), message);
     EXPECT_EQ(label->textFormat(), Qt::PlainText);
@@ -59,22 +59,22 @@ TEST_F(Dialogs, ShowTheMessageToTheLetter) {
     EXPECT_FALSE(alert()->iconPixmap().isNull());
     EXPECT_EQ(alert()->windowModality(), Qt::WindowModal);
     EXPECT_EQ(alert()->buttons().size(), 1);
-    press(alert(), QStringLiteral("OK"));
+    press(alert(), u"OK"_s);
     EXPECT_FALSE(alert());
 }
 
 TEST_F(Dialogs, PutAShortMessageBesideTheImage) {
-    alerts.showAlertMessage(nullptr, QStringLiteral("Hello"));
+    alerts.showAlertMessage(nullptr, u"Hello"_s);
     ASSERT_TRUE(alert());
-    const auto *icon = alert()->findChild<QLabel *>(QStringLiteral("qt_msgboxex_icon_label"));
-    const auto *message = alert()->findChild<QLabel *>(QStringLiteral("qt_msgbox_informativelabel"));
+    const auto *icon = alert()->findChild<QLabel *>(u"qt_msgboxex_icon_label"_s);
+    const auto *message = alert()->findChild<QLabel *>(u"qt_msgbox_informativelabel"_s);
     ASSERT_TRUE(icon && message);
     EXPECT_NEAR(icon->geometry().center().y(), message->geometry().center().y(), 6);
     EXPECT_TRUE(message->alignment() & Qt::AlignVCenter);
 }
 
 TEST_F(Dialogs, StandAloneWithoutAWindow) {
-    alerts.showAlertMessage(nullptr, QStringLiteral("Hello"));
+    alerts.showAlertMessage(nullptr, u"Hello"_s);
     ASSERT_TRUE(alert());
     EXPECT_EQ(alert()->windowModality(), Qt::NonModal);
     QTest::keyClick(alert(), Qt::Key_Escape);
@@ -84,7 +84,7 @@ TEST_F(Dialogs, StandAloneWithoutAWindow) {
 TEST_F(Dialogs, GoWhenTheirWindowDies) {
     auto parent = std::make_unique<QWidget>();
     parent->show();
-    feedback.showClientError(parent.get(), QStringLiteral("Not running"));
+    feedback.showClientError(parent.get(), u"Not running"_s);
     ASSERT_TRUE(alert());
     parent.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -106,7 +106,7 @@ TEST_F(Dialogs, LaunchTheClientThroughTheAgentOnlyOnNewerHosts) {
         installHost(QString::fromUtf8(row.host));
         desktop.bus->clearPosted();
         desktop.workspace->started.clear();
-        feedback.showClientError(&window, QStringLiteral("Not running"));
+        feedback.showClientError(&window, u"Not running"_s);
         ASSERT_TRUE(alert());
         EXPECT_EQ(alert()->defaultButton()->text(), echo(launchKey));
         if (row.button.isNull())
@@ -132,7 +132,7 @@ TEST_F(Dialogs, RemoveTheMeetingOfTheEditorTheyAreAbout) {
         editor->open();
         editor->strip().attachOutlookERCalendarEventEditorWindowController(editor);
     }
-    first.context()->meetingKey = QStringLiteral("key");
+    first.context()->meetingKey = u"key"_s;
     first.strip().onUIChanged(StripState::MeetingAttached);
 
     alerts.showRemoveMeetingWarning(&first.editor, first.window);
@@ -171,8 +171,8 @@ TEST_F(Dialogs, ShowProgressWhenTheAnswerTakesLongAndNothingBefore) {
     ASSERT_TRUE(shown);
     EXPECT_TRUE(shown->isVisible());
     EXPECT_EQ(shown->windowModality(), Qt::ApplicationModal);
-    EXPECT_EQ(shown->findChild<QLabel *>(QStringLiteral("text_communicationMsg"))->text(),
-              echo(QStringLiteral("CommunicationProgressTitle")));
+    EXPECT_EQ(shown->findChild<QLabel *>(u"text_communicationMsg"_s)->text(),
+              echo(u"CommunicationProgressTitle"_s));
     progress.progressWindowController().window()->close();
     EXPECT_TRUE(shown->isVisible()) << "only the answer or the time-out ends it";
     progress.closeCommunication();

@@ -1,9 +1,9 @@
 // The tables of every language: the same keys, the same marks, room for every text.
-#include "platform/services/StringsTable.h"
-#include "plugin/link/meetingKeys.h"
+#include "platform/services/bundle/StringsTable.h"
 #include "plugin/ui/controls/buttonFace.h"
 #include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
 #include "plugin/ui/settings/VlSettingViewController.h"
+#include "plugin/util/localizedString.h"
 #include "tests/ui/UiFixture.h"
 
 #include <QAction>
@@ -22,12 +22,11 @@ namespace {
 
 using Table = QHash<QString, QString>;
 
-const QStringList languages = {QStringLiteral("en"), QStringLiteral("de"), QStringLiteral("fr"),
-                               QStringLiteral("es"), QStringLiteral("ja"), QStringLiteral("zh-Hans")};
+const QStringList languages = {u"en"_s, u"de"_s, u"fr"_s, u"es"_s, u"ja"_s, u"zh-Hans"_s};
 constexpr double gap = 6; // between the titles of two buttons, in points
 
 Table tableOf(const QString &language) {
-    QFile file(QStringLiteral(PLUGIN_RESOURCES "/%1.lproj/%2.strings").arg(language, vl_LocalizableTable));
+    QFile file(u"" PLUGIN_RESOURCES "/%1.lproj/%2.strings"_s.arg(language, vl_LocalizableTable));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(file.fileName());
     bool isWhole = false;
     const Table table = platform::parseStringsTable(file.readAll(), &isWhole);
@@ -37,12 +36,12 @@ Table tableOf(const QString &language) {
 
 // What a translator has to keep: how many texts are put in, and whether a number follows directly.
 QString marksOf(const QString &text) {
-    static const QRegularExpression mark(QStringLiteral("%[@\\d]"));
+    static const QRegularExpression mark(u"%[@\\d]"_s);
     QStringList marks;
     for (auto found = mark.globalMatch(text); found.hasNext();)
         marks.append(found.next().captured());
     if (text.endsWith(u' '))
-        marks.append(QStringLiteral("blank"));
+        marks.append(u"blank"_s);
     return marks.join(u' ');
 }
 
@@ -137,7 +136,7 @@ TEST_F(Languages, FollowTheDesktop) {
         {"zh-SG", "zh-Hans"}, {"zh", "zh-Hans"},    {"zh-TW", "de"}, {"pt-BR", "de"}, {"xx", "de"},
         {"en-GB", "en"},      {"de-Latn-AT", "de"}, {"C", "de"}};
     for (const auto &[desktop, language] : cases) {
-        const auto bundle = platform::makeFolderBundle(QStringLiteral(PLUGIN_RESOURCES), {desktop, "de-CH"});
+        const auto bundle = platform::makeFolderBundle(u"" PLUGIN_RESOURCES ""_s, {desktop, "de-CH"});
         EXPECT_EQ(bundle->localizedString("SettingWindowTitle", QString(), vl_LocalizableTable),
                   tableOf(language)["SettingWindowTitle"])
             << qPrintable(desktop);
@@ -156,8 +155,7 @@ TEST_F(Languages, FollowTheDesktop) {
 TEST_F(Languages, FindRoomForEveryTextOnTheSettingsSheet) {
     signIn("user");
     for (const QString &language : languages) {
-        platform::services().pluginBundle =
-            platform::makeFolderBundle(QStringLiteral(PLUGIN_RESOURCES), {language});
+        platform::services().pluginBundle = platform::makeFolderBundle(u"" PLUGIN_RESOURCES ""_s, {language});
         HostEditorWindow editor;
         editor.window->show();
         editor.open();

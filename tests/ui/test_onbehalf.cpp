@@ -1,5 +1,5 @@
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/vlUserProfileHelper.h"
+#include "plugin/link/readers/vlUserProfileHelper.h"
 #include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
 #include "plugin/util/vlPluginBuildMgr.h"
 #include "plugin/workflow/vlMeetingMgr.h"
@@ -11,8 +11,8 @@
 
 namespace {
 
-const QString address = QStringLiteral("Boss@example.com");
-const QString name = QStringLiteral("Bo %@ <b>");
+const QString address = u"Boss@example.com"_s;
+const QString name = u"Bo %@ <b>"_s;
 
 } // namespace
 
@@ -36,10 +36,8 @@ protected:
         sheets.showSchSettingWindow(editor.id());
     }
     QDialog *sheet() { return sheets.getSchSettingWindowInArray(editor.id())->settingWindow(); }
-    QWidget *banner() { return sheet()->findChild<QWidget *>(QStringLiteral("onbehalfView")); }
-    bool offersPersonalMeeting() {
-        return !sheet()->findChild<QCheckBox *>(QStringLiteral("usePMI"))->isHidden();
-    }
+    QWidget *banner() { return sheet()->findChild<QWidget *>(u"onbehalfView"_s); }
+    bool offersPersonalMeeting() { return !sheet()->findChild<QCheckBox *>(u"usePMI"_s)->isHidden(); }
     QVariant scheduledFor() { return sheets.getVlSettingsData(editor.id()).value(vl_Setting_ScheduleFor); }
 
     HostEditorWindow editor;
@@ -50,7 +48,7 @@ TEST_F(OnBehalf, TheSheetGrowsDownwardsByABannerWithTheName) {
     showSheet();
     EXPECT_TRUE(banner()->isHidden());
     EXPECT_TRUE(offersPersonalMeeting());
-    EXPECT_EQ(scheduledFor(), QStringLiteral(""));
+    EXPECT_EQ(scheduledFor(), u""_s);
     const QRect small = sheet()->geometry();
 
     editor.editor.delegating = true;
@@ -66,28 +64,28 @@ TEST_F(OnBehalf, TheSheetGrowsDownwardsByABannerWithTheName) {
     showSheet();
     EXPECT_TRUE(banner()->isHidden());
     EXPECT_EQ(sheet()->geometry(), small);
-    EXPECT_EQ(scheduledFor(), QStringLiteral(""));
+    EXPECT_EQ(scheduledFor(), u""_s);
 }
 
 TEST_F(OnBehalf, TheBannerShowsTheNameToTheLetter) {
-    platform::services().pluginBundle = platform::makeFolderBundle(QStringLiteral(PLUGIN_RESOURCES));
+    platform::services().pluginBundle = platform::makeFolderBundle(u"" PLUGIN_RESOURCES ""_s);
     editor.editor.delegating = true;
     showSheet();
-    auto *label = sheet()->findChild<QLabel *>(QStringLiteral("_textOnbehalfInfo"));
+    auto *label = sheet()->findChild<QLabel *>(u"_textOnbehalfInfo"_s);
     EXPECT_TRUE(label->text().contains(name)) << qPrintable(label->text());
     EXPECT_EQ(label->textFormat(), Qt::PlainText);
     EXPECT_EQ(banner()->palette().color(QPalette::Window), QColor(99, 192, 64));
 }
 
 TEST_F(OnBehalf, TheBannerCutsALongNameVisiblyAndKeepsItInTheToolTip) {
-    platform::services().pluginBundle = platform::makeFolderBundle(QStringLiteral(PLUGIN_RESOURCES));
-    const QString longName = QStringLiteral("Bo <i> ").repeated(40);
+    platform::services().pluginBundle = platform::makeFolderBundle(u"" PLUGIN_RESOURCES ""_s);
+    const QString longName = u"Bo <i> "_s.repeated(40);
     vlUserProfileHelper::sharedInstance().setUserProfile(QVariantMap{
         {"userId", "user"},
         {"bosses", QVariantList{QVariantMap{{"displayName", longName}, {"email", address.toLower()}}}}});
     editor.editor.delegating = true;
     showSheet();
-    auto *label = sheet()->findChild<QLabel *>(QStringLiteral("_textOnbehalfInfo"));
+    auto *label = sheet()->findChild<QLabel *>(u"_textOnbehalfInfo"_s);
     EXPECT_TRUE(label->text().endsWith(QChar(0x2026))) << qPrintable(label->text());
     EXPECT_LE(label->fontMetrics().horizontalAdvance(label->text()), label->width());
     EXPECT_TRUE(label->accessibleName().contains(longName));
@@ -95,11 +93,11 @@ TEST_F(OnBehalf, TheBannerCutsALongNameVisiblyAndKeepsItInTheToolTip) {
 }
 
 TEST_F(OnBehalf, OfSomeoneForWhomTheUserMayNotScheduleTheSheetSaysNothing) {
-    editor.editor.account.address = QStringLiteral("stranger@example.com");
+    editor.editor.account.address = u"stranger@example.com"_s;
     editor.editor.delegating = true;
     showSheet();
     EXPECT_TRUE(banner()->isHidden());
-    EXPECT_EQ(scheduledFor(), QStringLiteral(""));
+    EXPECT_EQ(scheduledFor(), u""_s);
 }
 
 TEST_F(OnBehalf, AnAudioConferenceIsRefusedWithAWord) {

@@ -1,7 +1,7 @@
 #include "platform/toolkit/Windows.h"
 #include "plugin/link/meetingKeys.h"
+#include "plugin/link/readers/vlUserProfileHelper.h"
 #include "plugin/link/vlCommon.h"
-#include "plugin/link/vlUserProfileHelper.h"
 #include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
 #include "plugin/ui/settings/VlSettingViewController.h"
 #include "plugin/util/vlFileUtils.h"
@@ -21,7 +21,7 @@
 class SettingsSheet : public UiTest {
 protected:
     SettingsSheet() {
-        signIn(QStringLiteral("user"));
+        signIn(u"user"_s);
         m_observer = platform::services().notifications->addObserver(
             notify_SettingCommit,
             [this](const QString &, const QVariantMap &userInfo) { commits.append(userInfo); });
@@ -52,7 +52,7 @@ protected:
         return control;
     }
     void click(const char *name) { find<QAbstractButton>(name)->click(); }
-    QString profileFile() { return vlCommon::getVlUserProfilePath(QStringLiteral("user")); }
+    QString profileFile() { return vlCommon::getVlUserProfilePath(u"user"_s); }
 
     HostEditorWindow editor;
     SchSettingWndCtrlMgr sheets;
@@ -64,11 +64,11 @@ private:
 };
 
 TEST_F(SettingsSheet, IsNotMadeWithoutAParentOrAnIdentifier) {
-    sheets.addSchSettingWindowToArray(QStringLiteral("1"), {}, nullptr);
+    sheets.addSchSettingWindowToArray(u"1"_s, {}, nullptr);
     sheets.addSchSettingWindowToArray(QString(), {}, editor.window);
-    sheets.showSchSettingWindow(QStringLiteral("1"));
+    sheets.showSchSettingWindow(u"1"_s);
     sheets.showSchSettingWindow(QString());
-    EXPECT_FALSE(sheets.hasSchSettingWindow(QStringLiteral("1")));
+    EXPECT_FALSE(sheets.hasSchSettingWindow(u"1"_s));
     EXPECT_TRUE(dialogs().isEmpty());
 }
 
@@ -110,7 +110,7 @@ TEST_F(SettingsSheet, GrowsAndShrinksDownwardsWithTheThirdPartyText) {
         QApplication::processEvents(); // the layouts come to rest
         EXPECT_EQ(model.audioType(), 3);
         EXPECT_FALSE(text->isHidden());
-        EXPECT_EQ(text->toPlainText(), QStringLiteral("Dial 5"));
+        EXPECT_EQ(text->toPlainText(), u"Dial 5"_s);
         EXPECT_EQ(sheet()->geometry(), small.adjusted(0, 0, 0, textHeight));
         EXPECT_EQ(find<QWidget>("mainSettingBox")->minimumHeight(), 412);
         EXPECT_EQ(find<QWidget>("audioOptionsBox")->minimumHeight(), 152);
@@ -151,45 +151,44 @@ TEST_F(SettingsSheet, RefusesAPasswordThatIsTooLong) {
     show();
     click("requiredMeetingPswButton");
     auto *password = find<QLineEdit>("passwordTextField");
-    QApplication::clipboard()->setText(QStringLiteral("12345678901"));
+    QApplication::clipboard()->setText(u"12345678901"_s);
     password->paste();
     EXPECT_EQ(password->text(), QString());
-    QApplication::clipboard()->setText(QStringLiteral("1234567890"));
+    QApplication::clipboard()->setText(u"1234567890"_s);
     password->paste();
-    EXPECT_EQ(password->text(), QStringLiteral("1234567890"));
-    EXPECT_EQ(model.meetingPassword(), QStringLiteral("1234567890"));
+    EXPECT_EQ(password->text(), u"1234567890"_s);
+    EXPECT_EQ(model.meetingPassword(), u"1234567890"_s);
     QTest::keyClick(password, Qt::Key_A);
-    EXPECT_EQ(password->text(), QStringLiteral("1234567890"));
+    EXPECT_EQ(password->text(), u"1234567890"_s);
 }
 
 TEST_F(SettingsSheet, LetsALongPasswordOfTheClientOnlyShrinkUntilItFits) {
     vlSettingData &model = shownModel();
     model.setRequiredMeetingPassword(true);
-    model.setMeetingPassword(QStringLiteral("123456789012"));
+    model.setMeetingPassword(u"123456789012"_s);
     sheets.getSchSettingWindowInArray(editor.id())->settingViewController()->initializeItems();
     auto *password = find<QLineEdit>("passwordTextField");
     QTest::keyClick(password, Qt::Key_A);
-    EXPECT_EQ(password->text(), QStringLiteral("123456789012"));
+    EXPECT_EQ(password->text(), u"123456789012"_s);
     QTest::keyClick(password, Qt::Key_Backspace);
-    EXPECT_EQ(model.meetingPassword(), QStringLiteral("12345678901"));
+    EXPECT_EQ(model.meetingPassword(), u"12345678901"_s);
     QTest::keyClick(password, Qt::Key_A);
-    EXPECT_EQ(password->text(), QStringLiteral("12345678901"));
+    EXPECT_EQ(password->text(), u"12345678901"_s);
     password->selectAll();
     QTest::keyClick(password, Qt::Key_Backspace);
-    QTest::keyClicks(password, QStringLiteral("abcdefghijklmnop"));
-    EXPECT_EQ(password->text(), QStringLiteral("abcdefghij"));
+    QTest::keyClicks(password, u"abcdefghijklmnop"_s);
+    EXPECT_EQ(password->text(), u"abcdefghij"_s);
     EXPECT_EQ(model.meetingPassword(), password->text());
 }
 
 TEST_F(SettingsSheet, HandsOnTheThirdPartyTextAsItCameUntilItIsEdited) {
-    const QString came = QStringLiteral("Call\u00a0+1\r\nCode 2468");
+    const QString came = u"Call\u00a0+1\r\nCode 2468"_s;
     vlUserProfileHelper::sharedInstance().setUserProfile(
         QVariantMap{{"userId", "user"}, {"enableThirdPartyAudio", true}, {"thirdPartyAudio", came}});
     VlSettingViewController *options = show()->settingViewController();
     EXPECT_EQ(options->getSettingsData().value(vl_Setting_ThirdPartyAudio), came);
-    find<QPlainTextEdit>("thirdPartyAudioTextField")->insertPlainText(QStringLiteral("Please "));
-    EXPECT_EQ(options->getSettingsData().value(vl_Setting_ThirdPartyAudio),
-              QStringLiteral("Please Call +1\nCode 2468"));
+    find<QPlainTextEdit>("thirdPartyAudioTextField")->insertPlainText(u"Please "_s);
+    EXPECT_EQ(options->getSettingsData().value(vl_Setting_ThirdPartyAudio), u"Please Call +1\nCode 2468"_s);
     vlUserProfileHelper::sharedInstance().setUserProfile(QVariantMap{{"userId", "user"}});
     options->settingData().setEnableThirdPartyAudio(false);
     options->settingData().setThirdPartyAudio(came);
@@ -201,7 +200,7 @@ TEST_F(SettingsSheet, HandsOnTheThirdPartyTextAsItCameUntilItIsEdited) {
 TEST_F(SettingsSheet, TellsTheWorkflowAndKeepsTheSettingsAfterContinue) {
     show();
     click("requiredMeetingPswButton");
-    find<QLineEdit>("passwordTextField")->setText(QStringLiteral("abc")); // not by the user: no action yet
+    find<QLineEdit>("passwordTextField")->setText(u"abc"_s); // not by the user: no action yet
     click("buttonContinue");
     EXPECT_FALSE(sheet()->isVisible());
     ASSERT_EQ(commits.size(), 1);
@@ -210,7 +209,7 @@ TEST_F(SettingsSheet, TellsTheWorkflowAndKeepsTheSettingsAfterContinue) {
                                             {"keyApptWindowID", editor.id()}}));
     const QVariantMap saved =
         rt::mapValue(vlOLUtils::toArrayOrNSDictionary(vlOLUtils::readStrFromFile(profileFile())));
-    EXPECT_EQ(saved.value(vl_Setting_MeetingPassword), QStringLiteral("abc"));
+    EXPECT_EQ(saved.value(vl_Setting_MeetingPassword), u"abc"_s);
     EXPECT_TRUE(rt::boolValue(saved.value(vl_Setting_RequiredMPW)));
 }
 
@@ -240,7 +239,7 @@ TEST_F(SettingsSheet, IsReusedForTheSameWindowWithTheLastEdits) {
 
 TEST_F(SettingsSheet, ShowsThePersonalMeetingInGroupsEveryTime) {
     show();
-    const QString expected = echo(QStringLiteral("UsePersonalMeetingID")) + QStringLiteral("123-456-7890");
+    const QString expected = echo(u"UsePersonalMeetingID"_s) + u"123-456-7890"_s;
     EXPECT_EQ(find<QCheckBox>("usePMI")->text(), expected);
     sheets.refreshSettingWindow(editor.id());
     show();
@@ -343,8 +342,8 @@ TEST(MaxLengthFormatter, CountsUnitsAndRefusesWhatIsLonger) {
     EXPECT_TRUE(formatter.isPartialStringValid(QString(50, u'x')));
     EXPECT_FALSE(formatter.isPartialStringValid(QString(51, u'x')));
     formatter.setMaxLength(2);
-    EXPECT_TRUE(formatter.isPartialStringValid(QStringLiteral("\U0001F600"))); // two units
-    EXPECT_FALSE(formatter.isPartialStringValid(QStringLiteral("\U0001F600a")));
+    EXPECT_TRUE(formatter.isPartialStringValid(u"\U0001F600"_s)); // two units
+    EXPECT_FALSE(formatter.isPartialStringValid(u"\U0001F600a"_s));
     EXPECT_TRUE(formatter.isPartialStringValid(QString()));
     formatter.setMaxLength(-1);
     EXPECT_FALSE(formatter.isPartialStringValid(QString()));

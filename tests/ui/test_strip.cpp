@@ -13,10 +13,10 @@
 
 namespace {
 
-const QString addKey = QStringLiteral("AddVelaButton");
-const QString audioKey = QStringLiteral("AddPACButton");
-const QString removeKey = QStringLiteral("CancelVelaButton");
-const QString settingsKey = QStringLiteral("ChangeSettingButton");
+const QString addKey = u"AddVelaButton"_s;
+const QString audioKey = u"AddPACButton"_s;
+const QString removeKey = u"CancelVelaButton"_s;
+const QString settingsKey = u"ChangeSettingButton"_s;
 
 MeetingCommand lastCommand() {
     return vlMeetingMgr::sharedInstance().getMeetingAction();
@@ -126,7 +126,7 @@ TEST_F(Strip, TellsWhatASaveNeeds) {
     for (const auto &row : cases) {
         vlMeetingDataMgr::sharedInstance().clearSavedMeetingData();
         if (row.meeting)
-            holdMeeting(QStringLiteral("key"));
+            holdMeeting(u"key"_s);
         editor.editor.cancelMode = row.cancelMode;
         editor.editor.uncommitted = row.changed ? QVariantMap{{"content.summary", "New"}} : QVariantMap{};
         editor.strip().onUIChanged(row.state);
@@ -164,7 +164,7 @@ TEST_F(Strip, LeavesAtOnceWhenItsWindowClosesAndReportsItAMomentLater) {
     other.open();
     const QString id = editor.id();
     for (const HostEditorWindow *each : {&editor, &other})
-        each->context()->meetingKey = QStringLiteral("key");
+        each->context()->meetingKey = u"key"_s;
     editor.close();
     EXPECT_FALSE(editor.hasStrip());
     EXPECT_TRUE(other.hasStrip());
@@ -189,12 +189,11 @@ TEST_F(Strip, WhoseWindowIsDestroyedWithoutAWordIsNotFoundAnyMore) {
 
 TEST_F(Strip, OfAStoredMeetingShowsItAndLetsTheHostSave) {
     HostEditorWindow editor;
-    editor.editor.event.stored = QStringLiteral(R"({"meetingKey": "k1", "encodeMailBody": "digest"})");
+    editor.editor.event.stored = uR"({"meetingKey": "k1", "encodeMailBody": "digest"})"_s;
     editor.open();
-    EXPECT_EQ(vlMeetingDataMgr::sharedInstance().meetingKey(), QStringLiteral("k1"));
-    EXPECT_EQ(vlMeetingDataMgr::sharedInstance().encodeMailBody(), QStringLiteral("digest"));
-    EXPECT_EQ(vlMeetingDataMgr::sharedInstance().getSavedApptInfo().value(vl_ApptInfo_Subject),
-              QStringLiteral("Review"));
+    EXPECT_EQ(vlMeetingDataMgr::sharedInstance().meetingKey(), u"k1"_s);
+    EXPECT_EQ(vlMeetingDataMgr::sharedInstance().encodeMailBody(), u"digest"_s);
+    EXPECT_EQ(vlMeetingDataMgr::sharedInstance().getSavedApptInfo().value(vl_ApptInfo_Subject), u"Review"_s);
     EXPECT_EQ(editor.strip().uiStatus(), StripState::MeetingAttached);
     EXPECT_EQ(editor.editor.hostSaves, 1);
 }
@@ -212,7 +211,7 @@ TEST_F(Strip, LeavesTheKeyAloneWhenTheStoredRecordIsMalformed) {
 
 TEST_F(Strip, SurvivesAHostThatClosesTheEditorInItsSave) {
     HostEditorWindow editor;
-    editor.editor.event.stored = QStringLiteral(R"({"meetingKey": "k1"})");
+    editor.editor.event.stored = uR"({"meetingKey": "k1"})"_s;
     editor.editor.onSave = [&editor] { editor.close(); };
     editor.open();
     EXPECT_FALSE(editor.hasStrip());
@@ -301,7 +300,7 @@ TEST_F(Strip, SaysWhyTheSettingsCannotBeChanged) {
     QAbstractButton *settings = button(editor.strip(), settingsKey);
     editor.strip().enableChangeSettingButton(false);
     EXPECT_FALSE(settings->isEnabled());
-    EXPECT_EQ(settings->toolTip(), echo(QStringLiteral("NotAllowChangeVelaSettingsTip")));
+    EXPECT_EQ(settings->toolTip(), echo(u"NotAllowChangeVelaSettingsTip"_s));
     editor.strip().onUIChanged(StripState::MeetingAttached);
     editor.strip().autoRemoveVelaMeeting();
     EXPECT_TRUE(settings->isEnabled());
@@ -318,7 +317,7 @@ TEST_F(Strip, RemembersHowItsLastActionEnded) {
 }
 
 TEST_F(Strip, CanBeUsedByKeyboardAlone) {
-    expectWarning(QStringLiteral("This plugin does not support")); // menus, without a real display
+    expectWarning(u"This plugin does not support"_s); // menus, without a real display
     HostEditorWindow editor;
     enableAudioConferences(true);
     editor.open();

@@ -1,5 +1,5 @@
 // The plug-in's own resources: the English texts, the pictures, the interface descriptions.
-#include "plugin/link/meetingKeys.h"
+#include "plugin/util/localizedString.h"
 #include "tests/ui/UiFixture.h"
 
 #include <QDirIterator>
@@ -16,8 +16,7 @@ QString contentOf(const QString &path) {
 
 QString allSources() {
     QString text;
-    QDirIterator files(QStringLiteral(PLUGIN_FOLDER), {"*.h", "*.cpp"}, QDir::Files,
-                       QDirIterator::Subdirectories);
+    QDirIterator files(u"" PLUGIN_FOLDER ""_s, {"*.h", "*.cpp"}, QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext())
         text += contentOf(files.next());
     return text;
@@ -25,8 +24,7 @@ QString allSources() {
 
 // Every text that is a constant of one of the given names.
 QSet<QString> valuesOf(const QString &sources, const QSet<QString> &names) {
-    static const QRegularExpression constant(
-        QStringLiteral("(?:const QString|QString) (\\w+)\\s*=\\s*QStringLiteral\\(\\s*\"([^\"]*)\""));
+    static const QRegularExpression constant(u"(?:const QString|QString) (\\w+)\\s*=\\s*u\"([^\"]*)\"_s"_s);
     QSet<QString> values;
     for (auto found = constant.globalMatch(sources); found.hasNext();) {
         const QRegularExpressionMatch match = found.next();
@@ -45,18 +43,18 @@ QSet<QString> captured(const QString &text, const QString &pattern) {
 
 QSet<QString> keysInCode() {
     const QString sources = allSources();
-    QSet<QString> keys = captured(sources, QStringLiteral("vlLocalizedString\\(QStringLiteral\\(\"(\\w+)\""));
-    keys |= valuesOf(sources, captured(sources, QStringLiteral("vlLocalizedString\\((?:\\w+::)*(\\w+)\\)")));
-    const QString ownKeys = contentOf(QStringLiteral(PLUGIN_FOLDER "/ui/localizationKeys.h"));
-    keys |= captured(ownKeys, QStringLiteral("QStringLiteral\\(\"(\\w+)\"\\)"));
+    QSet<QString> keys = captured(sources, u"vlLocalizedString\\(u\"(\\w+)\"_s"_s);
+    keys |= valuesOf(sources, captured(sources, u"vlLocalizedString\\((?:\\w+::)*(\\w+)\\)"_s));
+    const QString ownKeys = contentOf(u"" PLUGIN_FOLDER "/ui/localizationKeys.h"_s);
+    keys |= captured(ownKeys, u"u\"(\\w+)\"_s"_s);
     return keys;
 }
 
 class Resources : public testing::Test {
 protected:
-    std::unique_ptr<platform::Bundle> bundle = platform::makeFolderBundle(QStringLiteral(PLUGIN_RESOURCES));
+    std::unique_ptr<platform::Bundle> bundle = platform::makeFolderBundle(u"" PLUGIN_RESOURCES ""_s);
     QString text(const QString &key) {
-        return bundle->localizedString(key, QStringLiteral("(missing)"), vl_LocalizableTable);
+        return bundle->localizedString(key, u"(missing)"_s, vl_LocalizableTable);
     }
 };
 
@@ -66,7 +64,7 @@ TEST_F(Resources, HaveATextForEveryKeyInTheCode) {
     const QSet<QString> keys = keysInCode();
     EXPECT_GT(keys.size(), 25);
     for (const QString &key : keys) {
-        EXPECT_NE(text(key), QStringLiteral("(missing)")) << qPrintable(key);
+        EXPECT_NE(text(key), u"(missing)"_s) << qPrintable(key);
         EXPECT_FALSE(text(key).isEmpty()) << qPrintable(key);
     }
 }
@@ -76,7 +74,7 @@ TEST_F(Resources, HaveATextForEveryKindOfFailure) {
          {"NoVelaClient", "InternetError", "VelaClientNotRunning", "NotSupportedVelaClientVersion",
           "VelaClientNotSignIn", "SystemError", "MeetingNotFound", "NetworkConnectionError",
           "WarnMsg_PACIsDisabled", "OutlookVersionLowerThan1414", "AddVelaMeetingReminderMsg"})
-        EXPECT_NE(text(QString::fromUtf8(key)), QStringLiteral("(missing)")) << key;
+        EXPECT_NE(text(QString::fromUtf8(key)), u"(missing)"_s) << key;
 }
 
 TEST_F(Resources, HaveEveryPictureInItsSizeAtEveryRatio) {
@@ -109,7 +107,7 @@ TEST_F(Resources, HaveEveryPictureInItsSizeAtEveryRatio) {
 
 TEST_F(Resources, KeepTheWordsOutOfTheInterfaceDescriptions) {
     for (const char *name : {"VlSettingWindowController.ui", "vlProgressWindowController.ui"}) {
-        const QString description = contentOf(QStringLiteral(PLUGIN_RESOURCES "/") + QString::fromUtf8(name));
+        const QString description = contentOf(u"" PLUGIN_RESOURCES "/"_s + QString::fromUtf8(name));
         EXPECT_FALSE(description.contains(QLatin1String("<string>"))) << name;
     }
 }

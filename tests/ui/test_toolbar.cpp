@@ -13,12 +13,11 @@ namespace {
 class ToolbarItems : public UiTest {
 protected:
     void hostHasVersion(const QString &version) {
-        write(QStringLiteral("com.microsoft.Outlook"), QStringLiteral("/Applications/Host.app"),
-              QStringLiteral("CFBundleShortVersionString"), version);
+        write(u"com.microsoft.Outlook"_s, u"/Applications/Host.app"_s, u"CFBundleShortVersionString"_s,
+              version);
     }
     void clientHasVersion(const QString &version) {
-        write(QStringLiteral("com.parlo.meetings"), QStringLiteral("/Applications/Parlo Meetings.app"),
-              QStringLiteral("CFBundleVersion"), version);
+        write(u"com.parlo.meetings"_s, u"/Applications/Parlo Meetings.app"_s, u"CFBundleVersion"_s, version);
     }
     static QAction *choice(const VlToolbarItem *item, int tag) {
         for (QAction *action : item->menu()->actions())
@@ -31,11 +30,10 @@ protected:
 private:
     void write(const QString &identifier, const QString &path, const QString &key, const QString &version) {
         desktop.workspace->root = documents.path();
-        desktop.workspace->bundles.append({identifier, path, QStringLiteral("/bin/true")});
-        const QString contents = documents.path() + path + QStringLiteral("/Contents");
+        desktop.workspace->bundles.append({identifier, path, u"/bin/true"_s});
+        const QString contents = documents.path() + path + u"/Contents"_s;
         QDir().mkpath(contents);
-        platform::services().propertyLists->write(contents + QStringLiteral("/Info.plist"),
-                                                  QVariantMap{{key, version}});
+        platform::services().propertyLists->write(contents + u"/Info.plist"_s, QVariantMap{{key, version}});
     }
 };
 
@@ -63,7 +61,7 @@ TEST_F(ToolbarItems, AreMadeOnceWithTheirTextsAndNoOtherIdentifierHasOne) {
         EXPECT_EQ(item->menu() != nullptr, one.opensMenu);
         EXPECT_FALSE(item->image().isNull());
     }
-    EXPECT_EQ(manager.itemFor(QStringLiteral("NewMeeting")), nullptr);
+    EXPECT_EQ(manager.itemFor(u"NewMeeting"_s), nullptr);
     EXPECT_EQ(manager.itemFor(QString()), nullptr);
 }
 
@@ -80,7 +78,7 @@ TEST_F(ToolbarItems, AreUsableWhileTheHostIsSupported) {
     VlToolbarItem *item = manager.VLScheduleToolbarItem();
     item->validate();
     EXPECT_FALSE(item->isEnabled());
-    hostHasVersion(QStringLiteral("14.1.4"));
+    hostHasVersion(u"14.1.4"_s);
     item->validate();
     EXPECT_TRUE(item->isEnabled());
 }
@@ -91,13 +89,13 @@ TEST_F(ToolbarItems, OfferTheStartWithoutVideoOnlyOfAClientThatCan) {
     EXPECT_EQ(choice(item, 1)->text(), echo("StartWithoutVideo"));
     EXPECT_TRUE(choice(item, 0)->isEnabled());
     EXPECT_FALSE(choice(item, 1)->isEnabled());
-    clientHasVersion(QStringLiteral("3.6.40487"));
+    clientHasVersion(u"3.6.40487"_s);
     vlToolbarItemMgr another;
     EXPECT_TRUE(choice(another.VLStartToolbarItem(), 1)->isEnabled());
 }
 
 TEST_F(ToolbarItems, ScheduleTheAudioConferenceOfTheChosenAccountOnTheNextTurn) {
-    rt::Object application(rt::defineClass(QStringLiteral("ErageAppDelegate")));
+    rt::Object application(rt::defineClass(u"ErageAppDelegate"_s));
     vlCommandItemMgr::sharedInstance().initPluginInstance();
     QVariantMap &left = platform::services().mainThreadDictionary;
     VlToolbarItem *item = manager.vlSchedulePACToolbarItem();
@@ -123,7 +121,7 @@ TEST_F(ToolbarItems, ScheduleTheAudioConferenceOfTheChosenAccountOnTheNextTurn) 
 }
 
 TEST_F(ToolbarItems, HaveAViewOfTheirOwnInEachToolbarAllOpeningOneMenu) {
-    expectWarning(QStringLiteral("This plugin does not support")); // menus, without a real display
+    expectWarning(u"This plugin does not support"_s); // menus, without a real display
     VlToolbarItem *item = manager.VLStartToolbarItem();
     std::unique_ptr<QWidget> first(item->makeView()), second(item->makeView());
     EXPECT_NE(first, second);

@@ -1,3 +1,4 @@
+#include "platform/Literals.h"
 #include "plugin/util/EncodeUtils.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +21,7 @@ TEST(Base64, EncodesAndDecodesTheStandardVectors) {
         EXPECT_EQ(decoded, c.bytes);
         EXPECT_FALSE(decoded.isNull());
     }
-    EXPECT_EQ(EncodeUtils::base64Decode("4oKs"), QStringLiteral("\u20ac"));
+    EXPECT_EQ(EncodeUtils::base64Decode("4oKs"), u"\u20ac"_s);
     EXPECT_TRUE(EncodeUtils::base64Decode("").isEmpty() && !EncodeUtils::base64Decode("").isNull());
 }
 
@@ -29,7 +30,7 @@ TEST(Base64, TextThatIsCutOrForeignDecodesToNothing) {
     for (const char *text :
          {"Z", "Zg", "Zg=", "Zm9", "Zm9vY", "====", "Z===", "Zg=a", "Zm9v Zm9", "Zm9-", "Zm9_", "Zm\n="})
         EXPECT_TRUE(EncodeUtils::base64DecodeToData(text).isNull()) << text;
-    EXPECT_TRUE(EncodeUtils::base64DecodeToData(QStringLiteral("Zm9\u0176")).isNull());
+    EXPECT_TRUE(EncodeUtils::base64DecodeToData(u"Zm9\u0176"_s).isNull());
 }
 
 TEST(Base64, BytesThatAreNotUtf8AreNoText) {

@@ -21,7 +21,7 @@ protected:
 } // namespace
 
 TEST_F(Files, NothingIsDoneWithAMissingPath) {
-    for (const QString &none : {QString(), QStringLiteral("")}) {
+    for (const QString &none : {QString(), u""_s}) {
         EXPECT_FALSE(vlIsFileExist(none));
         EXPECT_FALSE(vlIsDirection(none));
         EXPECT_FALSE(vlDeleteFile(none));
@@ -37,7 +37,7 @@ TEST_F(Files, NothingIsDoneWithAMissingPath) {
 
 TEST_F(Files, AFileIsMadeAnewWithItsText) {
     EXPECT_TRUE(vlCreateFile(at("a"), "longer than before"));
-    EXPECT_TRUE(vlCreateFile(at("a"), QStringLiteral("\u20ac")));
+    EXPECT_TRUE(vlCreateFile(at("a"), u"\u20ac"_s));
     EXPECT_EQ(contents(at("a")), "\xe2\x82\xac");
     EXPECT_EQ(vlGetFileSizeFromPath(at("a")), 3);
     EXPECT_FALSE(vlCreateFile(at("missing/a"), "x"));
@@ -85,7 +85,7 @@ TEST_F(Files, AMoveReplacesItsTargetAndLosesNothingElse) {
 TEST_F(Files, ABundlesVersionIsFoundBelowTheRoot) {
     const platform::TestDesktop desktop = platform::installTestServices();
     desktop.workspace->root = folder.path();
-    const QString bundle = QStringLiteral("/Applications/Some.app");
+    const QString bundle = u"/Applications/Some.app"_s;
     ASSERT_TRUE(vlCreateDirection(folder.path() + bundle + "/Contents"));
     const QString info = folder.path() + bundle + "/Contents/Info.plist";
     const QString none = vlGetFileVersion(bundle);

@@ -17,14 +17,14 @@ rt::Value parsed(const char *json) {
 } // namespace
 
 TEST(Json, ARecordComesBackAsItWentOut) {
-    const QVariantMap record{{"text", QStringLiteral("a \"quoted\" \u20ac \U0001F600\n")},
-                             {"empty", QStringLiteral("")},
+    const QVariantMap record{{"text", u"a \"quoted\" \u20ac \U0001F600\n"_s},
+                             {"empty", u""_s},
                              {"nothing", rt::nullMarker()},
                              {"yes", true},
                              {"option", largest},
                              {"below", std::numeric_limits<qint64>::min()},
                              {"half", 0.5},
-                             {"list", QVariantList{qint64(1), QVariantMap{{"inner", QStringLiteral("x")}}}},
+                             {"list", QVariantList{qint64(1), QVariantMap{{"inner", u"x"_s}}}},
                              {"none", QVariantMap{}}};
     const rt::Value back = vlOLUtils::toArrayOrNSDictionary(vlOLUtils::toJSONString(record));
     EXPECT_EQ(back.toMap(), record);
@@ -43,7 +43,7 @@ TEST(Json, TextIsPrettyPrintedAndLeavesOutWhatHasNoValue) {
 TEST(Json, OnlyDictionariesAndArraysOfJsonValuesAreWritten) {
     const rt::Value refused[] = {rt::Value(),
                                  rt::nullMarker(),
-                                 QStringLiteral("bare"),
+                                 u"bare"_s,
                                  7,
                                  QVariantMap{{"zone", QVariant::fromValue(QTimeZone::utc())}},
                                  QVariantMap{{"deep", QVariantList{QVariantMap{{"bytes", QByteArray("x")}}}}},
@@ -57,7 +57,7 @@ TEST(Json, OnlyDictionariesAndArraysOfJsonValuesAreWritten) {
 }
 
 TEST(Json, FragmentsAreValuesToo) {
-    EXPECT_EQ(parsed("\"word\""), rt::Value(QStringLiteral("word")));
+    EXPECT_EQ(parsed("\"word\""), rt::Value(u"word"_s));
     EXPECT_EQ(parsed(" 9223372036854775807 "), rt::Value(largest));
     EXPECT_EQ(parsed("true"), rt::Value(true));
     EXPECT_EQ(parsed("-0.25"), rt::Value(-0.25));

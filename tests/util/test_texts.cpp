@@ -17,7 +17,7 @@ TEST(Texts, EachTrimTakesWhatItsNameSays) {
         {" x y\n", "xy\n", "x y\n", "x y"},
         {"\t\n x\t", "x", "\n x", "x"},
         {"a\tb \t\nc", "a\tbc", "a\tb \t\nc", "a\tb \t\nc"},
-        {QStringLiteral("\u00a0x\u2028"), QStringLiteral("x\u2028"), QStringLiteral("x\u2028"), "x"},
+        {u"\u00a0x\u2028"_s, u"x\u2028"_s, u"x\u2028"_s, "x"},
         {"   ", "", "", ""},
         {"", "", "", ""},
     };
@@ -37,13 +37,13 @@ TEST(Texts, EachTrimTakesWhatItsNameSays) {
 
 TEST(Texts, NoTextEmptyTextAndTheNullMarkerAreToldApart) {
     EXPECT_TRUE(vlOLUtils::isNullString(QString()));
-    EXPECT_FALSE(vlOLUtils::isNullString(QStringLiteral("")));
+    EXPECT_FALSE(vlOLUtils::isNullString(u""_s));
     EXPECT_TRUE(vlOLUtils::isNullString(rt::nullMarker()));
     EXPECT_TRUE(vlOLUtils::isNullString(rt::Value()));
     EXPECT_FALSE(vlOLUtils::isNullString(rt::Value(0)));
     EXPECT_FALSE(vlOLUtils::isValidInstance(rt::nullMarker()));
     EXPECT_FALSE(vlOLUtils::isValidInstance(rt::Value()));
-    EXPECT_TRUE(vlOLUtils::isValidInstance(rt::Value(QStringLiteral(""))));
+    EXPECT_TRUE(vlOLUtils::isValidInstance(rt::Value(u""_s)));
 }
 
 class OneStringFile : public testing::Test {
@@ -59,11 +59,11 @@ protected:
 };
 
 TEST_F(OneStringFile, GivesBackTheTextThatWasSaved) {
-    for (const QString &text : {QStringLiteral("<a> & \"b\"\n\u20ac\U0001F600"), QStringLiteral("")}) {
+    for (const QString &text : {u"<a> & \"b\"\n\u20ac\U0001F600"_s, u""_s}) {
         vlOLUtils::saveStrToFile(text, path);
         EXPECT_EQ(vlOLUtils::readStrFromFile(path), text);
     }
-    vlOLUtils::saveStrToFile(QStringLiteral("kept"), path);
+    vlOLUtils::saveStrToFile(u"kept"_s, path);
     vlOLUtils::saveStrToFile(QString(), path);
     EXPECT_EQ(vlOLUtils::readStrFromFile(path), "kept");
 }
@@ -79,7 +79,7 @@ TEST_F(OneStringFile, IsEmptyTextWhenItIsNoSuchFile) {
         const QString text = vlOLUtils::readStrFromFile(from);
         return text.isEmpty() && !text.isNull();
     };
-    EXPECT_TRUE(readsEmpty(QStringLiteral("")));
+    EXPECT_TRUE(readsEmpty(u""_s));
     EXPECT_TRUE(readsEmpty(path));
     holds("not a property list");
     EXPECT_TRUE(readsEmpty(path));
@@ -91,7 +91,7 @@ TEST_F(OneStringFile, IsEmptyTextWhenItIsNoSuchFile) {
 }
 
 TEST_F(OneStringFile, SurvivesEveryCut) {
-    vlOLUtils::saveStrToFile(QStringLiteral("{\"enablePAC\": true}"), path);
+    vlOLUtils::saveStrToFile(u"{\"enablePAC\": true}"_s, path);
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray whole = file.readAll();

@@ -33,10 +33,10 @@ TEST_F(Views, AClassCountsForItsSubclassesAndForNobodyElse) {
     rt::Object root(rt::classNamed("TestRoot"));
     EXPECT_FALSE(vlOLUtils::kindofClass(&root, "TestCell"));
     EXPECT_FALSE(vlOLUtils::kindofClass(&root, QString()));
-    EXPECT_FALSE(vlOLUtils::kindofClass(&root, QStringLiteral("")));
+    EXPECT_FALSE(vlOLUtils::kindofClass(&root, u""_s));
     EXPECT_FALSE(vlOLUtils::kindofClass(&root, "NobodyDefinedThis"));
     EXPECT_FALSE(vlOLUtils::kindofClass(static_cast<rt::Object *>(nullptr), "TestRoot"));
-    EXPECT_FALSE(vlOLUtils::kindofClass(rt::Value(QStringLiteral("TestRoot")), "TestRoot"));
+    EXPECT_FALSE(vlOLUtils::kindofClass(rt::Value(u"TestRoot"_s), "TestRoot"));
     EXPECT_FALSE(vlOLUtils::kindofClass(rt::nullMarker(), "TestRoot"));
 }
 

@@ -2,24 +2,23 @@
 
 #include "platform/runtime/Runtime.h"
 #include "platform/services/Services.h"
+#include "plugin/link/discovery/vlAppHelper.h"
 #include "plugin/link/linkSession.h"
-#include "plugin/link/vlAPIMgr.h"
-#include "plugin/link/vlAppHelper.h"
+#include "plugin/link/readers/vlGetMeetingHelper.h"
+#include "plugin/link/readers/vlGetPACHelper.h"
+#include "plugin/link/readers/vlUserProfileHelper.h"
+#include "plugin/link/requests/vlAPIMgr.h"
 #include "plugin/link/vlCommon.h"
-#include "plugin/link/vlGetMeetingHelper.h"
-#include "plugin/link/vlGetPACHelper.h"
-#include "plugin/link/vlUserProfileHelper.h"
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/vlApptUIActionMgr.h"
 #include "plugin/workflow/workflowSession.h"
 
 #include <QDir>
 
-const QString WorkflowTest::key = QStringLiteral("key-1");
-const QString WorkflowTest::joinUrl = QStringLiteral("https://meet.example/j/1");
-const QString WorkflowTest::invitation =
-    QStringLiteral("You are invited. Join at https://meet.example/j/1 today.");
-const QString WorkflowTest::roomNumber = QStringLiteral("5551234567");
+const QString WorkflowTest::key = u"key-1"_s;
+const QString WorkflowTest::joinUrl = u"https://meet.example/j/1"_s;
+const QString WorkflowTest::invitation = u"You are invited. Join at https://meet.example/j/1 today."_s;
+const QString WorkflowTest::roomNumber = u"5551234567"_s;
 
 WorkflowTest::WorkflowTest()
     : desktop(platform::installTestServices())
@@ -103,7 +102,7 @@ void WorkflowTest::givenSavedSettings(const QVariantMap &settings) {
 }
 
 void WorkflowTest::givenTheHostIs(const QString &version) {
-    const QString path = QStringLiteral("/Applications/Host.app");
+    const QString path = u"/Applications/Host.app"_s;
     desktop.workspace->bundles.append({keyOutlookIdentifier, path, {}});
     const QString contents = desktop.workspace->resolve(path) + "/Contents";
     QDir().mkpath(contents);

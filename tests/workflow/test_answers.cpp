@@ -1,8 +1,8 @@
 #include "tests/workflow/WorkflowFixture.h"
 
 #include "platform/services/Services.h"
-#include "plugin/link/vlGetMeetingHelper.h"
-#include "plugin/link/vlUserProfileHelper.h"
+#include "plugin/link/readers/vlGetMeetingHelper.h"
+#include "plugin/link/readers/vlUserProfileHelper.h"
 #include "plugin/workflow/vlCalendarActionMgr.h"
 
 #include <QLineEdit>

@@ -1,6 +1,6 @@
 #include "tests/workflow/WorkflowFixture.h"
 
-#include "plugin/link/vlUserProfileHelper.h"
+#include "plugin/link/readers/vlUserProfileHelper.h"
 #include "plugin/workflow/recordWriteBack.h"
 #include "plugin/workflow/vlPACMeetingMgr.h"
 

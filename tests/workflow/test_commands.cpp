@@ -1,6 +1,6 @@
 #include "tests/workflow/WorkflowFixture.h"
 
-#include "plugin/link/vlAPIMgr.h"
+#include "plugin/link/requests/vlAPIMgr.h"
 
 namespace {
 
@@ -14,7 +14,7 @@ protected:
                 {keyApptWindowID, rt::identifier(window)},
                 {keyDragAndMoveOnCalendar, true}};
     }
-    [[nodiscard]] QString record() const { return QStringLiteral("{\"meetingKey\":\"%1\"}").arg(key); }
+    [[nodiscard]] QString record() const { return u"{\"meetingKey\":\"%1\"}"_s.arg(key); }
 };
 
 } // namespace

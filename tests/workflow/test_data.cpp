@@ -1,6 +1,6 @@
 #include "tests/workflow/WorkflowFixture.h"
 
-#include "plugin/link/vlGetMeetingHelper.h"
+#include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/util/vlOLUtils.h"
 
 namespace {

@@ -1,8 +1,8 @@
 #include "tests/workflow/WorkflowFixture.h"
 
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
-#include "plugin/link/vlGetMeetingHelper.h"
-#include "plugin/link/vlMd5Utils.h"
+#include "plugin/link/readers/vlGetMeetingHelper.h"
+#include "plugin/util/vlMd5Utils.h"
 #include "plugin/workflow/recordWriteBack.h"
 
 #include <QLineEdit>
@@ -20,8 +20,7 @@ protected:
         return pending ? *pending : pending.emplace();
     }
     void givenTheOldURLInTheRecord(const QString &url) {
-        store().setSavedApptInfo(
-            {{vl_ApptInfo_VlOIProperty, QStringLiteral("{\"joinUrl\":\"%1\"}").arg(url)}});
+        store().setSavedApptInfo({{vl_ApptInfo_VlOIProperty, u"{\"joinUrl\":\"%1\"}"_s.arg(url)}});
     }
 };
 

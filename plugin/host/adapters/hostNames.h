@@ -2,101 +2,101 @@
 // reads as no value.
 #pragma once
 
+#include "platform/Literals.h"
+
 #include <QString>
 
 // Classes.
-inline const QString key_vlECCalendarEvent = QStringLiteral("ECCalendarEvent");
-inline const QString key_vlECMutableCalendarEvent = QStringLiteral("ECMutableCalendarEvent");
-inline const QString key_vlOLCalendarDate = QStringLiteral("OLCalendarDate");
-inline const QString key_vlECCalendarEventAttendee = QStringLiteral("ECCalendarEventAttendee");
-inline const QString key_vlECEmailAccount = QStringLiteral("ECEmailAccount");
-inline const QString key_vlECEmailAddress = QStringLiteral("ECEmailAddress");
-inline const QString key_vlERCalendarEventEditorViewController =
-    QStringLiteral("ERCalendarEventEditorViewController");
-inline const QString key_vlERCalendarEventEditorWindowController =
-    QStringLiteral("ERCalendarEventEditorWindowController");
-inline const QString key_vlOLWordMailEditor = QStringLiteral("OLWordMailEditor");
-inline const QString key_vlOLWordMailEditorContent = QStringLiteral("OLWordMailEditorContent");
-inline const QString key_vlCCGridViewController = QStringLiteral("CCGridViewController");
-inline const QString key_vlOLCalendarGridViewWrapper = QStringLiteral("OLCalendarGridViewWrapper");
-inline const QString key_vlErageAppDelegate = QStringLiteral("ErageAppDelegate");
-inline const QString key_vlERageMainWindowController = QStringLiteral("ERageMainWindowController");
-inline const QString key_vlComposeView = QStringLiteral("ComposeView"); // the older body editor
+inline const QString key_vlECCalendarEvent = u"ECCalendarEvent"_s;
+inline const QString key_vlECMutableCalendarEvent = u"ECMutableCalendarEvent"_s;
+inline const QString key_vlOLCalendarDate = u"OLCalendarDate"_s;
+inline const QString key_vlECCalendarEventAttendee = u"ECCalendarEventAttendee"_s;
+inline const QString key_vlECEmailAccount = u"ECEmailAccount"_s;
+inline const QString key_vlECEmailAddress = u"ECEmailAddress"_s;
+inline const QString key_vlERCalendarEventEditorViewController = u"ERCalendarEventEditorViewController"_s;
+inline const QString key_vlERCalendarEventEditorWindowController = u"ERCalendarEventEditorWindowController"_s;
+inline const QString key_vlOLWordMailEditor = u"OLWordMailEditor"_s;
+inline const QString key_vlOLWordMailEditorContent = u"OLWordMailEditorContent"_s;
+inline const QString key_vlCCGridViewController = u"CCGridViewController"_s;
+inline const QString key_vlOLCalendarGridViewWrapper = u"OLCalendarGridViewWrapper"_s;
+inline const QString key_vlErageAppDelegate = u"ErageAppDelegate"_s;
+inline const QString key_vlERageMainWindowController = u"ERageMainWindowController"_s;
+inline const QString key_vlComposeView = u"ComposeView"_s; // the older body editor
 
 // Members of appointments.
-inline const QString olItem_summary = QStringLiteral("summary");
-inline const QString olItem_setSummary = QStringLiteral("setSummary:");
-inline const QString olItem_location = QStringLiteral("location");
-inline const QString olItem_setLocation = QStringLiteral("setLocation:");
-inline const QString olItem_body = QStringLiteral("body");
-inline const QString olItem_setBody = QStringLiteral("setBody:");
-inline const QString olItem_olmUCCapabilities = QStringLiteral("olmUCCapabilities");
-inline const QString olItem_setOlmUCCapabilities = QStringLiteral("setOlmUCCapabilities:");
-inline const QString olItem_startTime = QStringLiteral("startTime");
-inline const QString olItem_endTime = QStringLiteral("endTime");
-inline const QString olItem_recurrence = QStringLiteral("recurrence");
-inline const QString olItem_attendeeList = QStringLiteral("attendeeList");
-inline const QString olItem_isOccurrence = QStringLiteral("isOccurrence");
-inline const QString olItem_isModifiedException = QStringLiteral("isModifiedException");
-inline const QString olItem_isOwner = QStringLiteral("isOwner");
-inline const QString olItem_account = QStringLiteral("account");
-inline const QString olItem_UUID = QStringLiteral("UUID");
-inline const QString olItem_isRecurring = QStringLiteral("isRecurring");
-inline const QString olItem_duration = QStringLiteral("duration");
-inline const QString olItem_recurrenceType = QStringLiteral("recurrenceType");
-inline const QString olItem_timeZone = QStringLiteral("timeZone");
-inline const QString olItem_isOrganizer = QStringLiteral("isOrganizer");
-inline const QString olItem_isMeeting = QStringLiteral("isMeeting");
-inline const QString olItem_organizer = QStringLiteral("organizer");
-inline const QString olItem_seriesMasterRecord = QStringLiteral("seriesMasterRecord");
-inline const QString olItem_exchangeID = QStringLiteral("exchangeID");
-inline const QString olItem_exportAsICS = QStringLiteral("exportAsICS");
-inline const QString olItem_displayReadyBody = QStringLiteral("displayReadyBody");
-inline const QString olItem_olmOnlineMeetingInternalLink = QStringLiteral("olmOnlineMeetingInternalLink");
+inline const QString olItem_summary = u"summary"_s;
+inline const QString olItem_setSummary = u"setSummary:"_s;
+inline const QString olItem_location = u"location"_s;
+inline const QString olItem_setLocation = u"setLocation:"_s;
+inline const QString olItem_body = u"body"_s;
+inline const QString olItem_setBody = u"setBody:"_s;
+inline const QString olItem_olmUCCapabilities = u"olmUCCapabilities"_s;
+inline const QString olItem_setOlmUCCapabilities = u"setOlmUCCapabilities:"_s;
+inline const QString olItem_startTime = u"startTime"_s;
+inline const QString olItem_endTime = u"endTime"_s;
+inline const QString olItem_recurrence = u"recurrence"_s;
+inline const QString olItem_attendeeList = u"attendeeList"_s;
+inline const QString olItem_isOccurrence = u"isOccurrence"_s;
+inline const QString olItem_isModifiedException = u"isModifiedException"_s;
+inline const QString olItem_isOwner = u"isOwner"_s;
+inline const QString olItem_account = u"account"_s;
+inline const QString olItem_UUID = u"UUID"_s;
+inline const QString olItem_isRecurring = u"isRecurring"_s;
+inline const QString olItem_duration = u"duration"_s;
+inline const QString olItem_recurrenceType = u"recurrenceType"_s;
+inline const QString olItem_timeZone = u"timeZone"_s;
+inline const QString olItem_isOrganizer = u"isOrganizer"_s;
+inline const QString olItem_isMeeting = u"isMeeting"_s;
+inline const QString olItem_organizer = u"organizer"_s;
+inline const QString olItem_seriesMasterRecord = u"seriesMasterRecord"_s;
+inline const QString olItem_exchangeID = u"exchangeID"_s;
+inline const QString olItem_exportAsICS = u"exportAsICS"_s;
+inline const QString olItem_displayReadyBody = u"displayReadyBody"_s;
+inline const QString olItem_olmOnlineMeetingInternalLink = u"olmOnlineMeetingInternalLink"_s;
 
 // Members of dates.
-inline const QString olItem_dateUTC = QStringLiteral("dateUTC");
-inline const QString olItem_minuteOfHour = QStringLiteral("minuteOfHour");
-inline const QString olItem_hourOfDay = QStringLiteral("hourOfDay");
-inline const QString olItem_weekday = QStringLiteral("weekday");
-inline const QString olItem_dayOfMonth = QStringLiteral("dayOfMonth");
-inline const QString olItem_monthOfYear = QStringLiteral("monthOfYear");
-inline const QString olItem_yearOfCommonEra = QStringLiteral("yearOfCommonEra");
-inline const QString olItem_dateByAddingTimeInterval = QStringLiteral("dateByAddingTimeInterval:");
-inline const QString olItem_addTimeInterval = QStringLiteral("addTimeInterval:");
-inline const QString olItem_timeIntervalSinceDate = QStringLiteral("timeIntervalSinceDate:");
-inline const QString olItem_dateInDifferentTimeZone = QStringLiteral("dateInDifferentTimeZone:");
+inline const QString olItem_dateUTC = u"dateUTC"_s;
+inline const QString olItem_minuteOfHour = u"minuteOfHour"_s;
+inline const QString olItem_hourOfDay = u"hourOfDay"_s;
+inline const QString olItem_weekday = u"weekday"_s;
+inline const QString olItem_dayOfMonth = u"dayOfMonth"_s;
+inline const QString olItem_monthOfYear = u"monthOfYear"_s;
+inline const QString olItem_yearOfCommonEra = u"yearOfCommonEra"_s;
+inline const QString olItem_dateByAddingTimeInterval = u"dateByAddingTimeInterval:"_s;
+inline const QString olItem_addTimeInterval = u"addTimeInterval:"_s;
+inline const QString olItem_timeIntervalSinceDate = u"timeIntervalSinceDate:"_s;
+inline const QString olItem_dateInDifferentTimeZone = u"dateInDifferentTimeZone:"_s;
 inline const QString olItem_descriptionWithCalendarFormat =
-    QStringLiteral("descriptionWithCalendarFormat:timeZone:locale:");
+    u"descriptionWithCalendarFormat:timeZone:locale:"_s;
 
 // Members of attendees, accounts and addresses.
-inline const QString olItem_name = QStringLiteral("name");
-inline const QString olItem_emailAddress = QStringLiteral("emailAddress");
-inline const QString olItem_attendeeType = QStringLiteral("attendeeType");
-inline const QString olItem_fromAddress = QStringLiteral("fromAddress");
-inline const QString olItem_connectionState = QStringLiteral("connectionState");
-inline const QString olItem_isAccountConnected = QStringLiteral("isAccountConnected");
-inline const QString olItem_accountType = QStringLiteral("accountType");
-inline const QString olItem_isDefault = QStringLiteral("isDefault");
-inline const QString olItem_realName = QStringLiteral("realName");
-inline const QString olItem_type = QStringLiteral("type");
+inline const QString olItem_name = u"name"_s;
+inline const QString olItem_emailAddress = u"emailAddress"_s;
+inline const QString olItem_attendeeType = u"attendeeType"_s;
+inline const QString olItem_fromAddress = u"fromAddress"_s;
+inline const QString olItem_connectionState = u"connectionState"_s;
+inline const QString olItem_isAccountConnected = u"isAccountConnected"_s;
+inline const QString olItem_accountType = u"accountType"_s;
+inline const QString olItem_isDefault = u"isDefault"_s;
+inline const QString olItem_realName = u"realName"_s;
+inline const QString olItem_type = u"type"_s;
 
 // Members of the appointment editor.
-inline const QString olItem_content = QStringLiteral("content");
-inline const QString olItem_uncommittedChanges = QStringLiteral("uncommittedChanges");
-inline const QString olItem_currentEmailAccount = QStringLiteral("currentEmailAccount");
-inline const QString olItem_meetingOrganizer = QStringLiteral("meetingOrganizer");
-inline const QString olItem_hasMultipleAccounts = QStringLiteral("hasMultipleAccounts");
-inline const QString olItem_isDelegating = QStringLiteral("isDelegating");
-inline const QString olItem_isCancelMode = QStringLiteral("isCancelMode");
-inline const QString olItem_isOccurrenceOrException = QStringLiteral("isOccurrenceOrException");
-inline const QString olItem_isDirty = QStringLiteral("isDirty");
-inline const QString olItem_setIsDirty = QStringLiteral("setIsDirty:");
-inline const QString olItem_locationTextField = QStringLiteral("locationTextField");
-inline const QString olItem_reloadComposeView = QStringLiteral("reloadComposeView");
-inline const QString olItem_contentDidChange = QStringLiteral("contentDidChange");
-inline const QString olItem_focusOnBody = QStringLiteral("focusOnBody");
-inline const QString olItem_view = QStringLiteral("view");
+inline const QString olItem_content = u"content"_s;
+inline const QString olItem_uncommittedChanges = u"uncommittedChanges"_s;
+inline const QString olItem_currentEmailAccount = u"currentEmailAccount"_s;
+inline const QString olItem_meetingOrganizer = u"meetingOrganizer"_s;
+inline const QString olItem_hasMultipleAccounts = u"hasMultipleAccounts"_s;
+inline const QString olItem_isDelegating = u"isDelegating"_s;
+inline const QString olItem_isCancelMode = u"isCancelMode"_s;
+inline const QString olItem_isOccurrenceOrException = u"isOccurrenceOrException"_s;
+inline const QString olItem_isDirty = u"isDirty"_s;
+inline const QString olItem_setIsDirty = u"setIsDirty:"_s;
+inline const QString olItem_locationTextField = u"locationTextField"_s;
+inline const QString olItem_reloadComposeView = u"reloadComposeView"_s;
+inline const QString olItem_contentDidChange = u"contentDidChange"_s;
+inline const QString olItem_focusOnBody = u"focusOnBody"_s;
+inline const QString olItem_view = u"view"_s;
 
 // The editor's own operations. The hooks leave them under these selectors.
 inline constexpr char olItem_hostSaveAndCloseWindow[] =
@@ -109,29 +109,28 @@ inline constexpr char olItem_hostSaveAndCloseWindowAndReturnError[] =
     "vl_ERCalendarEventEditorViewController_saveAndCloseWindowAndReturnError:andReturnError:";
 
 // Members of the newer body editor.
-inline const QString olItem_editor = QStringLiteral("editor");
-inline const QString olItem_editorHost = QStringLiteral("editorHost");
-inline const QString olItem_editorContent = QStringLiteral("editorContent");
-inline const QString olItem_bodyContent = QStringLiteral("bodyContent");
-inline const QString olItem_displayHTMLContent = QStringLiteral("displayHTMLContent:readOnly:");
-inline const QString olItem_displayHTMLContentSignature =
-    QStringLiteral("displayHTMLContent:readOnly:signatureEditor:");
+inline const QString olItem_editor = u"editor"_s;
+inline const QString olItem_editorHost = u"editorHost"_s;
+inline const QString olItem_editorContent = u"editorContent"_s;
+inline const QString olItem_bodyContent = u"bodyContent"_s;
+inline const QString olItem_displayHTMLContent = u"displayHTMLContent:readOnly:"_s;
+inline const QString olItem_displayHTMLContentSignature = u"displayHTMLContent:readOnly:signatureEditor:"_s;
 inline const QString olItem_displayHTMLContentSignatureActivate =
-    QStringLiteral("displayHTMLContent:readOnly:signatureEditor:activateEditor:");
+    u"displayHTMLContent:readOnly:signatureEditor:activateEditor:"_s;
 
 // Members of the older body editor and of its web document.
-inline const QString olItem_mainFrame = QStringLiteral("mainFrame");
-inline const QString olItem_DOMDocument = QStringLiteral("DOMDocument");
-inline const QString olItem_documentElement = QStringLiteral("documentElement");
-inline const QString olItem_outerHTML = QStringLiteral("outerHTML");
-inline const QString olItem_getElementsByTagName = QStringLiteral("getElementsByTagName:");
-inline const QString olItem_setInnerHTML = QStringLiteral("setInnerHTML:");
+inline const QString olItem_mainFrame = u"mainFrame"_s;
+inline const QString olItem_DOMDocument = u"DOMDocument"_s;
+inline const QString olItem_documentElement = u"documentElement"_s;
+inline const QString olItem_outerHTML = u"outerHTML"_s;
+inline const QString olItem_getElementsByTagName = u"getElementsByTagName:"_s;
+inline const QString olItem_setInnerHTML = u"setInnerHTML:"_s;
 
 // Members of the calendar grid and of the application.
-inline const QString olItem_selectedEvent = QStringLiteral("selectedEvent");
-inline const QString olItem_gridViewController = QStringLiteral("gridViewController");
-inline const QString olItem_gridViewControllers = QStringLiteral("gridViewControllers");
-inline const QString olItem_newCalendarMeeting = QStringLiteral("newCalendarMeeting:");
+inline const QString olItem_selectedEvent = u"selectedEvent"_s;
+inline const QString olItem_gridViewController = u"gridViewController"_s;
+inline const QString olItem_gridViewControllers = u"gridViewControllers"_s;
+inline const QString olItem_newCalendarMeeting = u"newCalendarMeeting:"_s;
 
 // The editor's pending changes are kept under this and the member's name.
-inline const QString key_vlPendingPrefix = QStringLiteral("content.");
+inline const QString key_vlPendingPrefix = u"content."_s;

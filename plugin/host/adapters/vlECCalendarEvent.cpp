@@ -16,7 +16,7 @@ rt::Value vlECCalendarEvent::getOneMergedItem(const QString &key) const {
     const QVariantMap pending = m_unCommitedChange ? m_unCommitedChange() : QVariantMap();
     const rt::Value change = pending.value(key_vlPendingPrefix + key);
     if (rt::isNullMarker(change))
-        return key == olItem_summary ? rt::Value(QStringLiteral("")) : change;
+        return key == olItem_summary ? rt::Value(u""_s) : change;
     return rt::isPresent(change) ? change : getOneItem(key);
 }
 

@@ -13,7 +13,7 @@ QString vlECEmailAccount::emailAddress() const {
 }
 
 QString vlECEmailAccount::curFromAddress() const {
-    return m_fromAddress ? m_fromAddress->emailAddress() : QStringLiteral("");
+    return m_fromAddress ? m_fromAddress->emailAddress() : u""_s;
 }
 
 rt::Object *vlECEmailAccount::fromAddress() const {

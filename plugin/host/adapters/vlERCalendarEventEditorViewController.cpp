@@ -81,7 +81,7 @@ QString vlERCalendarEventEditorViewController::onbehalfEmailAddress() const {
 
 QString vlERCalendarEventEditorViewController::currentEmailAddress() const {
     rt::Object *account = currentEmailAccount();
-    return account ? vlECEmailAccount(account).emailAddress() : QStringLiteral("");
+    return account ? vlECEmailAccount(account).emailAddress() : u""_s;
 }
 
 QString vlERCalendarEventEditorViewController::curFromEmailAddress() const {

@@ -5,9 +5,9 @@
 
 // Left in the main thread's dictionary for the editor that opens next, each with its own name as value: add a
 // video meeting or an audio conference as soon as you are there. The argument is a dictionary, or missing.
-inline const QString keyFlagAutoAddToVlMeeting = QStringLiteral("keyFlagAutoAddToVlMeeting");
-inline const QString keyFlagAutoAddToPACMeeting = QStringLiteral("keyFlagAutoAddToPACMeeting");
-inline const QString keyFlagVlMeetingArgument = QStringLiteral("keyFlagVlMeetingArgument");
+inline const QString keyFlagAutoAddToVlMeeting = u"keyFlagAutoAddToVlMeeting"_s;
+inline const QString keyFlagAutoAddToPACMeeting = u"keyFlagAutoAddToPACMeeting"_s;
+inline const QString keyFlagVlMeetingArgument = u"keyFlagVlMeetingArgument"_s;
 
 class vlErageAppDelegate : public vlDelegateBase {
 public:

@@ -5,7 +5,7 @@
 #include "plugin/util/TimeUtils.h"
 
 namespace {
-const QString calendarFormat = QStringLiteral("%Y-%m-%d %H:%M:%S");
+const QString calendarFormat = u"%Y-%m-%d %H:%M:%S"_s;
 } // namespace
 
 vlOLCalendarDate::vlOLCalendarDate(rt::Object *date)

@@ -9,8 +9,8 @@
 namespace {
 
 // What the host puts around a block when it rewrites a body with fonts.
-const QString fontTag = QStringLiteral("<font size=");
-const QString closedFont = QStringLiteral("@</font>");
+const QString fontTag = u"<font size="_s;
+const QString closedFont = u"@</font>"_s;
 
 struct Edge {
     qsizetype position; // where the block begins, or where it ends

@@ -8,8 +8,8 @@
 #include "plugin/host/body/bodyPorts.h"
 #include "plugin/host/body/vlBodyHelper.h"
 #include "plugin/host/body/vlEmailBodyMgr.h"
-#include "plugin/link/localizedString.h"
 #include "plugin/link/meetingKeys.h"
+#include "plugin/util/localizedString.h"
 #include "plugin/util/vlOLUtils.h"
 
 #include <QWidget>
@@ -17,8 +17,8 @@
 
 namespace {
 
-const QString bodyTag = QStringLiteral("body");
-const QString reminderKey = QStringLiteral("AddVelaMeetingReminderMsg");
+const QString bodyTag = u"body"_s;
+const QString reminderKey = u"AddVelaMeetingReminderMsg"_s;
 constexpr qsizetype emptyBodyLength = 1;
 
 rt::Object *sendForObject(rt::Object *object, const QString &member) {

@@ -37,8 +37,8 @@ QStringList addressesIn(const QString &text) {
 }
 
 QString withLinksTo(const QString &address, const QString &text) {
-    const QString link = QStringLiteral("<a href=\"%1\">%1</a>");
-    QString result = QStringLiteral("");
+    const QString link = u"<a href=\"%1\">%1</a>"_s;
+    QString result = u""_s;
     qsizetype copied = 0;
     qsizetype cursor = 0;
     for (qsizetype at = walkTo(text, address, 0); at >= 0; at = walkTo(text, address, cursor)) {

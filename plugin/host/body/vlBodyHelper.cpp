@@ -93,7 +93,7 @@ QString vlBodyHelper::convertHTMLToPlainText(const QString &html) const {
     if (html.isEmpty())
         return {};
     const QString text = platform::services().htmlImporter->plainText(trimHTMLNBSPTags(html));
-    return text.isNull() ? QStringLiteral("") : text;
+    return text.isNull() ? u""_s : text;
 }
 
 QString vlBodyHelper::trimHTMLNBSPTags(const QString &text) const {
@@ -108,7 +108,7 @@ QString vlBodyHelper::convertPlainTextToHTML(const QString &text) const {
 
 QString vlBodyHelper::insertVlBodyBookMark(const QString &invitation, bool isHTML) const {
     if (invitation.isEmpty())
-        return QStringLiteral("");
+        return u""_s;
     if (isHTML)
         return kvl_BeginBookmark + invitation + kvl_EndBookmark;
     return wrapped(convertPlainTextToHTML(bookmarkedPlainText(invitation)));
@@ -160,7 +160,7 @@ QString vlBodyHelper::updateVlBodyWithSrcBody(QString body, const QString &invit
 QString vlBodyHelper::removeVlBodyForDelete(QString body) const {
     const std::optional<BookmarkTexts> texts = bookmarksIn(body);
     const std::optional<BodyRange> range = texts ? firstPair(body, *texts) : std::nullopt;
-    return range ? replacedRange(std::move(body), *range, QStringLiteral("")) : QString();
+    return range ? replacedRange(std::move(body), *range, u""_s) : QString();
 }
 
 QString vlBodyHelper::updateBodyForPAC(QString body, const QString &text, bool isHTML) const {

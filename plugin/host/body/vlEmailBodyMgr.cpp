@@ -3,7 +3,7 @@
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/host/body/bodyPorts.h"
 #include "plugin/host/body/vlBodyHelper.h"
-#include "plugin/link/vlMd5Utils.h"
+#include "plugin/util/vlMd5Utils.h"
 
 vlEmailBodyMgr &vlEmailBodyMgr::sharedInstance() {
     static auto *manager = new vlEmailBodyMgr;

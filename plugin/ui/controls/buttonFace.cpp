@@ -1,5 +1,7 @@
 #include "plugin/ui/controls/buttonFace.h"
 
+#include "platform/Literals.h"
+
 #include <QApplication>
 #include <QFontMetricsF>
 #include <QPainter>
@@ -14,10 +16,10 @@ constexpr double highlightMargin = 3;
 constexpr double focusRadius = 4;
 constexpr int darkBelow = 128; // lightness of a window
 
-const QString titleFamily = QStringLiteral("Lucida Grande");
-const QString imageHighlightLeft = QStringLiteral("settingbg_left");
-const QString imageHighlightCenter = QStringLiteral("settingbg_center");
-const QString imageHighlightRight = QStringLiteral("settingbg_right");
+const QString titleFamily = u"Lucida Grande"_s;
+const QString imageHighlightLeft = u"settingbg_left"_s;
+const QString imageHighlightCenter = u"settingbg_center"_s;
+const QString imageHighlightRight = u"settingbg_right"_s;
 
 bool isDark(const QWidget &widget) {
     return widget.palette().color(QPalette::Window).lightness() < darkBelow;
@@ -26,7 +28,7 @@ bool isDark(const QWidget &widget) {
 } // namespace
 
 void ButtonFace::setTitle(const QString &text) {
-    mLable = text.isNull() ? QString() : QStringLiteral("");
+    mLable = text.isNull() ? QString() : u""_s;
     mnemonic = -1;
     m_lineWidth = -1;
     for (qsizetype at = 0; at < text.size(); ++at) {

@@ -10,9 +10,9 @@
 
 namespace {
 
-const QString imageWarning = QStringLiteral("warning.png");
-const QString outletTitle = QStringLiteral("qt_msgbox_label");
-const QString outletMessage = QStringLiteral("qt_msgbox_informativelabel");
+const QString imageWarning = u"warning.png"_s;
+const QString outletTitle = u"qt_msgbox_label"_s;
+const QString outletMessage = u"qt_msgbox_informativelabel"_s;
 
 QPixmap warningIcon(qreal ratio) {
     return QPixmap::fromImage(platform::services().pluginBundle->image(imageWarning, ratio));
@@ -22,8 +22,7 @@ QPixmap warningIcon(qreal ratio) {
 void showPlainly(QMessageBox *alert, const QString &message) {
     alert->setTextFormat(Qt::PlainText);
     alert->setText(QString());
-    alert->setInformativeText(
-        QStringLiteral(" ")); // makes the label, before the text has a say in its format
+    alert->setInformativeText(u" "_s); // makes the label, before the text has a say in its format
     if (auto *label = alert->findChild<QLabel *>(outletMessage))
         label->setTextFormat(Qt::PlainText);
     alert->setInformativeText(message);

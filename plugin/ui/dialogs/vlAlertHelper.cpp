@@ -1,10 +1,11 @@
 #include "plugin/ui/dialogs/vlAlertHelper.h"
 
-#include "plugin/link/sharedObject.h"
+#include "platform/Literals.h"
 #include "plugin/ui/dialogs/alertSheet.h"
+#include "plugin/util/sharedObject.h"
 
 namespace {
-const QString buttonOK = QStringLiteral("OK"); // the same in every language
+const QString buttonOK = u"OK"_s; // the same in every language
 } // namespace
 
 vlAlertHelper &vlAlertHelper::sharedInstance() {

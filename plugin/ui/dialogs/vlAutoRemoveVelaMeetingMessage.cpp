@@ -1,9 +1,9 @@
 #include "plugin/ui/dialogs/vlAutoRemoveVelaMeetingMessage.h"
 
-#include "plugin/link/localizedString.h"
-#include "plugin/link/sharedObject.h"
 #include "plugin/ui/localizationKeys.h"
 #include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
+#include "plugin/util/localizedString.h"
+#include "plugin/util/sharedObject.h"
 
 vlAutoRemoveVelaMeetingMessage &vlAutoRemoveVelaMeetingMessage::sharedInstance() {
     return SharedObject<vlAutoRemoveVelaMeetingMessage>::get();

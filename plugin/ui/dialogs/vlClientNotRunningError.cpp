@@ -1,11 +1,11 @@
 #include "plugin/ui/dialogs/vlClientNotRunningError.h"
 
+#include "plugin/link/channel/vlIPCChannel.h"
 #include "plugin/link/clientCodes.h"
-#include "plugin/link/localizedString.h"
-#include "plugin/link/sharedObject.h"
-#include "plugin/link/vlAppHelper.h"
-#include "plugin/link/vlIPCChannel.h"
+#include "plugin/link/discovery/vlAppHelper.h"
 #include "plugin/ui/localizationKeys.h"
+#include "plugin/util/localizedString.h"
+#include "plugin/util/sharedObject.h"
 
 vlClientNotRunningError &vlClientNotRunningError::sharedInstance() {
     return SharedObject<vlClientNotRunningError>::get();

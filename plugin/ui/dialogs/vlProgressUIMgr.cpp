@@ -1,6 +1,6 @@
 #include "plugin/ui/dialogs/vlProgressUIMgr.h"
 
-#include "plugin/link/sharedObject.h"
+#include "plugin/util/sharedObject.h"
 
 vlProgressUIMgr &vlProgressUIMgr::sharedInstance() {
     return SharedObject<vlProgressUIMgr>::get();

@@ -2,15 +2,15 @@
 
 #include "platform/services/Services.h"
 #include "platform/toolkit/Windows.h"
-#include "plugin/link/localizedString.h"
 #include "plugin/ui/localizationKeys.h"
+#include "plugin/util/localizedString.h"
 
 #include <QEvent>
 #include <QLabel>
 
 namespace {
-const QString interfaceName = QStringLiteral("vlProgressWindowController");
-const QString outletMessage = QStringLiteral("text_communicationMsg");
+const QString interfaceName = u"vlProgressWindowController"_s;
+const QString outletMessage = u"text_communicationMsg"_s;
 } // namespace
 
 // Shown as long as it lives.

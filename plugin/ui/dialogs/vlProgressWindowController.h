@@ -1,7 +1,7 @@
 // The window that tells that the meeting client is being talked to.
 #pragma once
 
-#include "platform/services/RunLoop.h"
+#include "platform/services/runloop/RunLoop.h"
 
 #include <memory>
 

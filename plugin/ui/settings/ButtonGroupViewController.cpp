@@ -1,10 +1,10 @@
 #include "plugin/ui/settings/ButtonGroupViewController.h"
 
 #include "platform/services/Contained.h"
-#include "plugin/link/localizedString.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/ui/localizationKeys.h"
 #include "plugin/ui/settings/SheetOwner.h"
+#include "plugin/util/localizedString.h"
 
 #include <QDialog>
 #include <QPushButton>
@@ -12,8 +12,8 @@
 ButtonGroupViewController::ButtonGroupViewController(SheetOwner *windowController, QDialog *sheet)
     : m_windowController(windowController)
     , settingWindow(sheet) {
-    buttonContinue = sheet->findChild<QPushButton *>(QStringLiteral("buttonContinue"));
-    buttonCancel = sheet->findChild<QPushButton *>(QStringLiteral("buttonCancel"));
+    buttonContinue = sheet->findChild<QPushButton *>(u"buttonContinue"_s);
+    buttonCancel = sheet->findChild<QPushButton *>(u"buttonCancel"_s);
     if (!isConnected())
         return;
     connect(buttonContinue, &QPushButton::clicked, this, &ButtonGroupViewController::onClickContinue);

@@ -1,8 +1,8 @@
 #include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
 
 #include "platform/toolkit/Windows.h"
-#include "plugin/link/sharedObject.h"
 #include "plugin/ui/settings/VlSettingViewController.h"
+#include "plugin/util/sharedObject.h"
 
 #include <QDialog>
 #include <algorithm>

@@ -36,7 +36,7 @@ void SettingsSheetModel::getPMIMeetingInfo() {
 
 void SettingsSheetModel::setScheduleFor() {
     m_settings.setScheduleForEmail(
-        isForOther() ? vlOnbehalfData::sharedInstance().onbehalfEmail(m_apptWindowID) : QStringLiteral(""));
+        isForOther() ? vlOnbehalfData::sharedInstance().onbehalfEmail(m_apptWindowID) : u""_s);
 }
 
 bool SettingsSheetModel::isForOther() const {

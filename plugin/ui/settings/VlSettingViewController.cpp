@@ -1,8 +1,8 @@
 #include "plugin/ui/settings/VlSettingViewController.h"
 
-#include "plugin/link/localizedString.h"
 #include "plugin/ui/localizationKeys.h"
 #include "plugin/ui/settings/SheetOwner.h"
+#include "plugin/util/localizedString.h"
 
 #include <QCheckBox>
 #include <QGroupBox>

@@ -14,7 +14,7 @@
 #include <QDialog>
 
 namespace {
-const QString interfaceName = QStringLiteral("VlSettingWindowController");
+const QString interfaceName = u"VlSettingWindowController"_s;
 } // namespace
 
 VlSettingWindowController::VlSettingWindowController(const QString &apptWindowID, const QVariantMap &,

@@ -1,8 +1,8 @@
 #include "plugin/ui/settings/vlOnbehalfViewController.h"
 
-#include "plugin/link/localizedString.h"
 #include "plugin/ui/localizationKeys.h"
 #include "plugin/ui/settings/SettingsSheetModel.h"
+#include "plugin/util/localizedString.h"
 #include "plugin/workflow/vlOnbehalfData.h"
 
 #include <QDialog>
@@ -12,7 +12,7 @@
 namespace {
 
 constexpr QColor bannerColor(99, 192, 64);
-const QString placeholder = QStringLiteral("%@");
+const QString placeholder = u"%@"_s;
 
 // The name goes in as it is, whatever it holds.
 QString filledIn(QString format, const QString &name) {
@@ -35,8 +35,8 @@ void paintBanner(QWidget *view, QLabel *label) {
 vlOnbehalfViewController::vlOnbehalfViewController(const SettingsSheetModel &model, QWidget *sheet)
     : m_model(model)
     , settingWindow(sheet) {
-    m_view = sheet->findChild<QWidget *>(QStringLiteral("onbehalfView"));
-    _textOnbehalfInfo = sheet->findChild<QLabel *>(QStringLiteral("_textOnbehalfInfo"));
+    m_view = sheet->findChild<QWidget *>(u"onbehalfView"_s);
+    _textOnbehalfInfo = sheet->findChild<QLabel *>(u"_textOnbehalfInfo"_s);
     selfConstraintHeight = HeightConstraint(sheet, "selfConstraintHeight");
     if (isConnected())
         paintBanner(m_view, _textOnbehalfInfo);
@@ -63,8 +63,7 @@ void vlOnbehalfViewController::showText(const QString &text) {
     const QString shown = _textOnbehalfInfo->fontMetrics().elidedText(text, Qt::ElideRight, room);
     _textOnbehalfInfo->setText(shown);
     _textOnbehalfInfo->setAccessibleName(text);
-    _textOnbehalfInfo->setToolTip(shown == text ? QString()
-                                                : QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped()));
+    _textOnbehalfInfo->setToolTip(shown == text ? QString() : u"<p>%1</p>"_s.arg(text.toHtmlEscaped()));
 }
 
 void vlOnbehalfViewController::updateCtrlPos() {

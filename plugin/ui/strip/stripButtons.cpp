@@ -3,13 +3,13 @@
 #include "platform/services/Services.h"
 #include "platform/toolkit/Frames.h"
 #include "plugin/host/adapters/vlErageAppDelegate.h"
-#include "plugin/link/localizedString.h"
-#include "plugin/link/vlGetPACHelper.h"
+#include "plugin/link/readers/vlGetPACHelper.h"
 #include "plugin/ui/controls/vlPopupButton.h"
 #include "plugin/ui/controls/vlSettingsButton.h"
 #include "plugin/ui/dialogs/vlAlertHelper.h"
 #include "plugin/ui/localizationKeys.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
+#include "plugin/util/localizedString.h"
 #include "plugin/workflow/vlApptUIActionMgr.h"
 #include "plugin/workflow/vlMeetingWindows.h"
 #include "plugin/workflow/vlOnbehalfData.h"
@@ -18,14 +18,14 @@
 
 namespace {
 
-const QString imageAdd = QStringLiteral("Schedule_Meeting_normal");
-const QString imageRemove = QStringLiteral("Remove_Meeting_normal");
-const QString imageSettings = QStringLiteral("Settings_normal");
-const QString imageSettingsDisabled = QStringLiteral("Settings_disable");
-const QString imageAudioConference = QStringLiteral("Add_Personal_Audio_Conference");
+const QString imageAdd = u"Schedule_Meeting_normal"_s;
+const QString imageRemove = u"Remove_Meeting_normal"_s;
+const QString imageSettings = u"Settings_normal"_s;
+const QString imageSettingsDisabled = u"Settings_disable"_s;
+const QString imageAudioConference = u"Add_Personal_Audio_Conference"_s;
 
 // The account in what the tool-bar leaves for the next editor.
-const QString keyPacAccountNo = QStringLiteral("pacAccountNo");
+const QString keyPacAccountNo = u"pacAccountNo"_s;
 constexpr qint64 firstAccount = 1;
 constexpr qint64 secondAccount = 2;
 constexpr int meetingType = 0; // there is only one

@@ -25,9 +25,8 @@ inline constexpr QRectF gCancelButtonFrame{120, 12, 188, 60};
 inline constexpr QRectF gChangeSettingButtonFrame{16, 12, 110, 60};
 
 // What onChangeUINotification() is told: the host's event and its editor's window controller.
-inline const QString keyECCalendarEvent = QStringLiteral("keyECCalendarEvent");
-inline const QString keyERCalendarEventEditorWindowController =
-    QStringLiteral("keyERCalendarEventEditorWindowController");
+inline const QString keyECCalendarEvent = u"keyECCalendarEvent"_s;
+inline const QString keyERCalendarEventEditorWindowController = u"keyERCalendarEventEditorWindowController"_s;
 
 // Made with the host's header view, which owns it; told later which editor it serves; gone when the editor's
 // window closes. Registered with vlActionAdditionViewMonitor for all that time. Until it is told, it shows

@@ -2,7 +2,7 @@
 
 #include "platform/runtime/Runtime.h"
 #include "plugin/host/adapters/hostNames.h"
-#include "plugin/link/sharedObject.h"
+#include "plugin/util/sharedObject.h"
 
 namespace {
 

@@ -1,13 +1,12 @@
 #include "plugin/ui/toolbar/VlToolbarItem.h"
 
 #include "platform/runtime/Runtime.h"
-#include "plugin/link/vlAppHelper.h"
+#include "plugin/link/discovery/vlAppHelper.h"
 
 namespace {
 
 rt::Class *itemClass() {
-    static rt::Class *cls =
-        rt::defineClass(QStringLiteral("VlToolbarItem"), rt::defineClass(QStringLiteral("ToolbarItem")));
+    static rt::Class *cls = rt::defineClass(u"VlToolbarItem"_s, rt::defineClass(u"ToolbarItem"_s));
     return cls;
 }
 

@@ -14,8 +14,8 @@ enum class ToolbarCommand : qint32 {
     OpenLogFolder = 4          // no data
 };
 
-inline const QString keyStartWithVideo = QStringLiteral("startWithVideo");
-inline const QString keyPACAccountNo = QStringLiteral("pacAccountNo");
+inline const QString keyStartWithVideo = u"startWithVideo"_s;
+inline const QString keyPACAccountNo = u"pacAccountNo"_s;
 
 class vlCommandItemMgr {
 public:

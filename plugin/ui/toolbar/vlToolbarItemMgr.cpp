@@ -1,11 +1,11 @@
 #include "plugin/ui/toolbar/vlToolbarItemMgr.h"
 
 #include "platform/services/Services.h"
-#include "plugin/link/localizedString.h"
-#include "plugin/link/vlAppHelper.h"
-#include "plugin/link/vlClientFeatureMgr.h"
+#include "plugin/link/discovery/vlAppHelper.h"
+#include "plugin/link/discovery/vlClientFeatureMgr.h"
 #include "plugin/ui/controls/vlPopupToolbarView.h"
 #include "plugin/ui/localizationKeys.h"
+#include "plugin/util/localizedString.h"
 #include "plugin/util/vlPluginBuildMgr.h"
 
 #include <QAction>
@@ -13,13 +13,13 @@
 
 namespace {
 
-const QString startMenuResource = QStringLiteral("vlStartMeetingMenu");
-const QString schedulePACMenuResource = QStringLiteral("vlSchedulePACMeetingMenu");
+const QString startMenuResource = u"vlStartMeetingMenu"_s;
+const QString schedulePACMenuResource = u"vlSchedulePACMeetingMenu"_s;
 // Said in English to everyone: it is about the system and not about the plug-in.
 const QString unsupportedSystem =
-    QStringLiteral("Your version of OS is not supported. Please upgrade your OS version to 10.6 later.");
-const QString withVideo = QStringLiteral("1");
-const QString withoutVideo = QStringLiteral("0");
+    u"Your version of OS is not supported. Please upgrade your OS version to 10.6 later."_s;
+const QString withVideo = u"1"_s;
+const QString withoutVideo = u"0"_s;
 constexpr char tagProperty[] = "tag";
 
 enum StartTag { TagWithVideo = 0, TagWithoutVideo = 1 };
@@ -98,7 +98,7 @@ VlToolbarItem *vlToolbarItemMgr::VLStartToolbarItem() {
         m_StartToolbarItem->setAction(
             [this](platform::ToolbarItem &, QWidget *) { onClickStartMeetingWithVideo(); });
     }
-    setImage(*m_StartToolbarItem, QStringLiteral("Start_Meeting_normal_32"));
+    setImage(*m_StartToolbarItem, u"Start_Meeting_normal_32"_s);
     return m_StartToolbarItem.get();
 }
 
@@ -109,7 +109,7 @@ VlToolbarItem *vlToolbarItemMgr::VLScheduleToolbarItem() {
         {vlScheduleToolbarItemIdentifier, uiKeys::scheduleMeetingLabel, uiKeys::scheduleMeetingTooltip});
     m_ScheduleToolbarItem->setAction(
         [this](platform::ToolbarItem &, QWidget *) { onClickScheduleVelaMeeting(); });
-    setImage(*m_ScheduleToolbarItem, QStringLiteral("Schedule_Meeting_normal_32"));
+    setImage(*m_ScheduleToolbarItem, u"Schedule_Meeting_normal_32"_s);
     return m_ScheduleToolbarItem.get();
 }
 
@@ -120,7 +120,7 @@ VlToolbarItem *vlToolbarItemMgr::vlSchedulePACToolbarItem() {
                                          uiKeys::schedulePACMeetingTooltip});
     loadSchedulePACMenu();
     setMenuView(*m_SchedulePACToolbarItem, m_SchedulePACMenu, &vlToolbarItemMgr::popupSchedulePACContextMenu);
-    setImage(*m_SchedulePACToolbarItem, QStringLiteral("Schedule_PACMeeting_32"));
+    setImage(*m_SchedulePACToolbarItem, u"Schedule_PACMeeting_32"_s);
     return m_SchedulePACToolbarItem.get();
 }
 
@@ -131,7 +131,7 @@ VlToolbarItem *vlToolbarItemMgr::VLOpenLogFolderToolbarItem() {
         makeItem({vlOpenLogFolderIdentifier, uiKeys::openLogFolderLabel, uiKeys::openLogFolderTooltip});
     m_OpenLogFolderToolbarItem->setAction(
         [this](platform::ToolbarItem &, QWidget *) { onClickOpenLogFolder(); });
-    setImage(*m_OpenLogFolderToolbarItem, QStringLiteral("OpenLogFolder_normal_32"));
+    setImage(*m_OpenLogFolderToolbarItem, u"OpenLogFolder_normal_32"_s);
     return m_OpenLogFolderToolbarItem.get();
 }
 

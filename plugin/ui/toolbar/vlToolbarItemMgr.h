@@ -7,10 +7,10 @@
 #include <QMenu>
 #include <memory>
 
-inline const QString vlStartToolbarItemIdentifier = QStringLiteral("VLStartToolbarItem");
-inline const QString vlScheduleToolbarItemIdentifier = QStringLiteral("VLScheduleToolbarItem");
-inline const QString vlSchedulePACToolbarItemIdentifier = QStringLiteral("VLSchedulePACToolbarItem");
-inline const QString vlOpenLogFolderIdentifier = QStringLiteral("VLOpenLogFolder");
+inline const QString vlStartToolbarItemIdentifier = u"VLStartToolbarItem"_s;
+inline const QString vlScheduleToolbarItemIdentifier = u"VLScheduleToolbarItem"_s;
+inline const QString vlSchedulePACToolbarItemIdentifier = u"VLSchedulePACToolbarItem"_s;
+inline const QString vlOpenLogFolderIdentifier = u"VLOpenLogFolder"_s;
 
 class QAction;
 

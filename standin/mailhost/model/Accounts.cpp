@@ -5,11 +5,11 @@
 namespace mailhost {
 
 EmailAddress::EmailAddress(Mailbox mailbox)
-    : rt::Object(rt::classNamed(u"ECEmailAddress"_qs))
+    : rt::Object(rt::classNamed(u"ECEmailAddress"_s))
     , m_mailbox(std::move(mailbox)) {}
 
 EmailAccount::EmailAccount(Mailbox mailbox, bool isDefault, bool delegating)
-    : rt::Object(rt::classNamed(u"ECEmailAccount"_qs))
+    : rt::Object(rt::classNamed(u"ECEmailAccount"_s))
     , m_mailbox(std::move(mailbox))
     , m_default(isDefault)
     , m_delegating(delegating)
@@ -22,7 +22,7 @@ Accounts::Accounts(const QList<Mailbox> &own, const QList<Mailbox> &delegating) 
         m_all.push_back(std::make_unique<EmailAccount>(mailbox, false, true));
     if (m_all.empty())
         m_all.push_back(
-            std::make_unique<EmailAccount>(Mailbox{u"Ada Example"_qs, u"ada@parlo.example"_qs}, true, false));
+            std::make_unique<EmailAccount>(Mailbox{u"Ada Example"_s, u"ada@parlo.example"_s}, true, false));
 }
 
 EmailAccount *Accounts::find(const QString &email) const {
@@ -33,11 +33,11 @@ EmailAccount *Accounts::find(const QString &email) const {
 }
 
 void defineAccountClasses() {
-    addMethods(rt::defineClass(u"ECEmailAddress"_qs),
+    addMethods(rt::defineClass(u"ECEmailAddress"_s),
                {{"emailAddress", bind<&EmailAddress::emailAddress>, "@@:"},
                 {"name", bind<&EmailAddress::name>, "@@:"},
                 {"type", bind<&EmailAddress::type>, "i@:"}});
-    addMethods(rt::defineClass(u"ECEmailAccount"_qs),
+    addMethods(rt::defineClass(u"ECEmailAccount"_s),
                {{"emailAddress", bind<&EmailAccount::emailAddress>, "@@:"},
                 {"fromAddress", bind<&EmailAccount::fromAddress>, "@@:"},
                 {"connectionState", bind<&EmailAccount::connectionState>, "i@:"},

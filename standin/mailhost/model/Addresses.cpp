@@ -1,5 +1,7 @@
 #include "standin/mailhost/model/Addresses.h"
 
+#include "platform/Literals.h"
+
 #include <QStringList>
 
 namespace mailhost {
@@ -57,9 +59,9 @@ QString addressText(const QList<Attendee> &attendees, bool rooms) {
         const bool bare = name.isEmpty() || name == attendee.email;
         entries.append(attendee.email.isEmpty() ? name
                        : bare                   ? attendee.email
-                                                : name + u" <"_qs + attendee.email + u'>');
+                                                : name + u" <"_s + attendee.email + u'>');
     }
-    return entries.join(u", "_qs);
+    return entries.join(u", "_s);
 }
 
 QList<Attendee> parseAddresses(const QString &text, bool rooms, const QList<Attendee> &before) {

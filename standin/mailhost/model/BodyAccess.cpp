@@ -14,7 +14,7 @@ QString htmlOf(const BodyReference &body) {
 } // namespace
 
 WordMailEditorContent::WordMailEditorContent(BodyReference body)
-    : rt::Object(rt::classNamed(u"OLWordMailEditorContent"_qs))
+    : rt::Object(rt::classNamed(u"OLWordMailEditorContent"_s))
     , m_body(std::move(body)) {}
 
 QString WordMailEditorContent::bodyContent() const {
@@ -22,7 +22,7 @@ QString WordMailEditorContent::bodyContent() const {
 }
 
 WordMailEditor::WordMailEditor(BodyReference body)
-    : rt::Object(rt::classNamed(u"OLWordMailEditor"_qs))
+    : rt::Object(rt::classNamed(u"OLWordMailEditor"_s))
     , m_body(body)
     , m_content(body) {}
 
@@ -45,7 +45,7 @@ void WordMailEditor::displayHTMLContentAndActivate(const QString &html, bool rea
 }
 
 DomElement::DomElement(BodyReference body, QString tagName)
-    : rt::Object(rt::classNamed(u"DOMElement"_qs))
+    : rt::Object(rt::classNamed(u"DOMElement"_s))
     , m_body(std::move(body))
     , m_tagName(std::move(tagName)) {}
 
@@ -64,11 +64,11 @@ void DomElement::setInnerHTML(const QString &html) {
 }
 
 DomDocument::DomDocument(BodyReference body)
-    : rt::Object(rt::classNamed(u"DOMDocument"_qs))
+    : rt::Object(rt::classNamed(u"DOMDocument"_s))
     , m_body(std::move(body)) {}
 
 rt::Object *DomDocument::documentElement() {
-    return rt::temporary(std::make_unique<DomElement>(m_body, u"html"_qs));
+    return rt::temporary(std::make_unique<DomElement>(m_body, u"html"_s));
 }
 
 QVariantList DomDocument::getElementsByTagName(const QString &tagName) {
@@ -78,13 +78,13 @@ QVariantList DomDocument::getElementsByTagName(const QString &tagName) {
 }
 
 WebFrame::WebFrame(BodyReference body)
-    : rt::Object(rt::classNamed(u"WebFrame"_qs))
+    : rt::Object(rt::classNamed(u"WebFrame"_s))
     , m_document(std::move(body)) {}
 
 void defineBodyClasses() {
-    addMethods(rt::defineClass(u"OLWordMailEditorContent"_qs),
+    addMethods(rt::defineClass(u"OLWordMailEditorContent"_s),
                {{"bodyContent", bind<&WordMailEditorContent::bodyContent>, "@@:"}});
-    addMethods(rt::defineClass(u"OLWordMailEditor"_qs),
+    addMethods(rt::defineClass(u"OLWordMailEditor"_s),
                {{"editor", bind<&WordMailEditor::editor>, "@@:"},
                 {"editorHost", bind<&WordMailEditor::editorHost>, "@@:"},
                 {"editorContent", bind<&WordMailEditor::editorContent>, "@@:"},
@@ -93,14 +93,14 @@ void defineBodyClasses() {
                  bind<&WordMailEditor::displayHTMLContentWithSignature>, "v@:@BB"},
                 {"displayHTMLContent:readOnly:signatureEditor:activateEditor:",
                  bind<&WordMailEditor::displayHTMLContentAndActivate>, "v@:@BBB"}});
-    addMethods(rt::defineClass(u"DOMElement"_qs),
+    addMethods(rt::defineClass(u"DOMElement"_s),
                {{"outerHTML", bind<&DomElement::outerHTML>, "@@:"},
                 {"innerHTML", bind<&DomElement::innerHTML>, "@@:"},
                 {"setInnerHTML:", bind<&DomElement::setInnerHTML>, "v@:@"}});
-    addMethods(rt::defineClass(u"DOMDocument"_qs),
+    addMethods(rt::defineClass(u"DOMDocument"_s),
                {{"documentElement", bind<&DomDocument::documentElement>, "@@:"},
                 {"getElementsByTagName:", bind<&DomDocument::getElementsByTagName>, "@@:@"}});
-    addMethods(rt::defineClass(u"WebFrame"_qs), {{"DOMDocument", bind<&WebFrame::document>, "@@:"}});
+    addMethods(rt::defineClass(u"WebFrame"_s), {{"DOMDocument", bind<&WebFrame::document>, "@@:"}});
 }
 
 } // namespace mailhost

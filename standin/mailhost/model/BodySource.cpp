@@ -1,5 +1,7 @@
 #include "standin/mailhost/model/BodySource.h"
 
+#include "platform/Literals.h"
+
 #include <QRegularExpression>
 #include <QSet>
 
@@ -8,23 +10,23 @@ namespace mailhost {
 namespace {
 
 const QSet<QString> &blockTags() {
-    static const QSet<QString> tags{u"p"_qs,  u"div"_qs,        u"li"_qs,  u"ul"_qs,    u"ol"_qs,
-                                    u"h1"_qs, u"h2"_qs,         u"h3"_qs,  u"h4"_qs,    u"h5"_qs,
-                                    u"h6"_qs, u"hr"_qs,         u"td"_qs,  u"table"_qs, u"tr"_qs,
-                                    u"th"_qs, u"blockquote"_qs, u"pre"_qs, u"dl"_qs,    u"dd"_qs};
+    static const QSet<QString> tags{u"p"_s,  u"div"_s,        u"li"_s,  u"ul"_s,    u"ol"_s,
+                                    u"h1"_s, u"h2"_s,         u"h3"_s,  u"h4"_s,    u"h5"_s,
+                                    u"h6"_s, u"hr"_s,         u"td"_s,  u"table"_s, u"tr"_s,
+                                    u"th"_s, u"blockquote"_s, u"pre"_s, u"dl"_s,    u"dd"_s};
     return tags;
 }
 
 // A paragraph that may be ended and begun again by repeating its tag.
 bool isSplittable(const QString &tag) {
-    static const QSet<QString> tags{u"p"_qs,  u"div"_qs, u"li"_qs, u"h1"_qs, u"h2"_qs,
-                                    u"h3"_qs, u"h4"_qs,  u"h5"_qs, u"h6"_qs};
+    static const QSet<QString> tags{u"p"_s,  u"div"_s, u"li"_s, u"h1"_s, u"h2"_s,
+                                    u"h3"_s, u"h4"_s,  u"h5"_s, u"h6"_s};
     return tags.contains(tag);
 }
 
 bool isVoidTag(const QString &tag) {
-    static const QSet<QString> tags{u"br"_qs,   u"img"_qs,   u"hr"_qs,  u"meta"_qs,
-                                    u"link"_qs, u"input"_qs, u"col"_qs, u"base"_qs};
+    static const QSet<QString> tags{u"br"_s,   u"img"_s,   u"hr"_s,  u"meta"_s,
+                                    u"link"_s, u"input"_s, u"col"_s, u"base"_s};
     return tags.contains(tag);
 }
 
@@ -34,8 +36,8 @@ bool isRawElement(const QString &tag) {
 }
 
 bool isLeftOutOfDisplay(const BodyPiece &piece) {
-    static const QSet<QString> tags{u"html"_qs, u"head"_qs, u"body"_qs, u"script"_qs, u"title"_qs,
-                                    u"xml"_qs,  u"meta"_qs, u"link"_qs, u"base"_qs};
+    static const QSet<QString> tags{u"html"_s, u"head"_s, u"body"_s, u"script"_s, u"title"_s,
+                                    u"xml"_s,  u"meta"_s, u"link"_s, u"base"_s};
     return piece.tag.isEmpty() || tags.contains(piece.tag);
 }
 
@@ -50,13 +52,13 @@ bool isHtmlSpace(QChar c) {
 }
 
 QString asHtmlDocument(const QString &html) {
-    const QString bodyEnd = u"</body>"_qs;
+    const QString bodyEnd = u"</body>"_s;
     if (html.contains(bodyEnd))
         return html;
     const qsizetype end = html.lastIndexOf(bodyEnd, -1, Qt::CaseInsensitive);
     if (end >= 0) // as body editors write it, and as those who read from them look for it
         return html.left(end) + bodyEnd + html.mid(end + bodyEnd.size());
-    return u"<html><body>"_qs + html + u"</body></html>"_qs;
+    return u"<html><body>"_s + html + u"</body></html>"_s;
 }
 
 BodySource::BodySource(const QString &html)
@@ -64,7 +66,7 @@ BodySource::BodySource(const QString &html)
     qsizetype position = 0;
     while (position < m_html.size()) {
         const bool tag = m_html[position] == u'<' && position + 1 < m_html.size() &&
-                         (m_html[position + 1].isLetter() || u"/!?"_qs.contains(m_html[position + 1]));
+                         (m_html[position + 1].isLetter() || u"/!?"_s.contains(m_html[position + 1]));
         if (tag)
             readTag(position);
         else
@@ -115,7 +117,7 @@ void BodySource::readTag(qsizetype &position) {
     if (tag == u"img" && !closing)
         return addSolid(begin, position, QChar::ObjectReplacementCharacter, tag);
     if (tag == u"a" && !closing && m_bookmarks < maximumBookmarks) {
-        static const QRegularExpression empty(u"\\G<a\\s[^>]*\\bname\\s*=[^>]*>\\s*</a\\s*>"_qs,
+        static const QRegularExpression empty(u"\\G<a\\s[^>]*\\bname\\s*=[^>]*>\\s*</a\\s*>"_s,
                                               QRegularExpression::CaseInsensitiveOption);
         const QRegularExpressionMatch match = empty.match(m_html, begin);
         if (match.hasMatch() && !match.captured().contains(u"href", Qt::CaseInsensitive)) {
@@ -125,7 +127,7 @@ void BodySource::readTag(qsizetype &position) {
         }
     }
     if (isRawElement(tag) && !closing) {
-        const qsizetype close = m_html.indexOf(u"</"_qs + tag, position, Qt::CaseInsensitive);
+        const qsizetype close = m_html.indexOf(u"</"_s + tag, position, Qt::CaseInsensitive);
         position = close < 0 ? m_html.size() : tagEnd(close);
     }
     m_pieces.append({BodyPiece::Kind::Markup, false, closing, {}, begin, position, tag});
@@ -133,7 +135,7 @@ void BodySource::readTag(qsizetype &position) {
 
 void BodySource::addEntity(qsizetype &position) {
     static const QRegularExpression entity(
-        u"\\G&(#[0-9]{1,7}|#[xX][0-9a-fA-F]{1,6}|[A-Za-z][A-Za-z0-9]{1,31});"_qs);
+        u"\\G&(#[0-9]{1,7}|#[xX][0-9a-fA-F]{1,6}|[A-Za-z][A-Za-z0-9]{1,31});"_s);
     const QRegularExpressionMatch match = entity.match(m_html, position);
     const qsizetype begin = position;
     position = match.hasMatch() ? match.capturedEnd() : position + 1;
@@ -141,9 +143,9 @@ void BodySource::addEntity(qsizetype &position) {
         return addSolid(begin, position, u'&');
     const QString name = match.captured(1);
     if (!name.startsWith(u'#')) {
-        static const QHash<QString, QChar> known{{u"amp"_qs, u'&'},   {u"lt"_qs, u'<'},
-                                                 {u"gt"_qs, u'>'},    {u"quot"_qs, u'"'},
-                                                 {u"apos"_qs, u'\''}, {u"nbsp"_qs, QChar::Nbsp}};
+        static const QHash<QString, QChar> known{{u"amp"_s, u'&'},   {u"lt"_s, u'<'},
+                                                 {u"gt"_s, u'>'},    {u"quot"_s, u'"'},
+                                                 {u"apos"_s, u'\''}, {u"nbsp"_s, QChar::Nbsp}};
         return addSolid(begin, position, known.value(name));
     }
     const bool hex = name[1] == u'x' || name[1] == u'X';
@@ -200,7 +202,7 @@ QString BodySource::displayHtml() const {
             // Between two paragraphs it would show as an empty line: it goes to the end of what it ends, or
             // to the beginning of what it begins.
             const bool ends = textOf(piece).contains(
-                QRegularExpression(u"end[\"']?\\s*>"_qs, QRegularExpression::CaseInsensitiveOption));
+                QRegularExpression(u"end[\"']?\\s*>"_s, QRegularExpression::CaseInsensitiveOption));
             if (ends && waiting.isEmpty() && lastCharacterEnd >= 0) {
                 shown.insert(lastCharacterEnd, piece.character);
                 ++lastCharacterEnd;
@@ -246,12 +248,12 @@ QString BodySource::paragraphBreakAt(qsizetype position) const {
         const BodyPiece piece = open.takeLast();
         if (isBlockTag(piece.tag) && !isSplittable(piece.tag))
             break;
-        closing += u"</"_qs + piece.tag + u'>';
+        closing += u"</"_s + piece.tag + u'>';
         opening.prepend(textOf(piece));
         if (isSplittable(piece.tag))
             return closing + opening;
     }
-    return u"<br>"_qs;
+    return u"<br>"_s;
 }
 
 qsizetype BodySource::emptyInsertPosition() const {

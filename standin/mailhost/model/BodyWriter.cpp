@@ -1,5 +1,7 @@
 #include "standin/mailhost/model/BodyWriter.h"
 
+#include "platform/Literals.h"
+
 #include <algorithm>
 
 namespace mailhost {
@@ -34,11 +36,11 @@ struct Tags {
 
 QString escaped(QChar c, QChar previous) {
     if (c == QChar::LineSeparator)
-        return u"<br>"_qs;
+        return u"<br>"_s;
     if (c == QChar::Nbsp || (isHtmlSpace(c) && (previous.isNull() || isHtmlSpace(previous))))
-        return u"&nbsp;"_qs;
+        return u"&nbsp;"_s;
     if (isHtmlSpace(c))
-        return u" "_qs;
+        return u" "_s;
     return QString(c).toHtmlEscaped();
 }
 
@@ -262,10 +264,10 @@ void BodyWriter::writeBreak(int position, qsizetype sourcePosition) {
     // A paragraph with nothing in it would not be shown.
     const bool paragraphs = tags != u"<br>";
     if (paragraphs && emptyBefore)
-        m_out += u"&nbsp;"_qs;
+        m_out += u"&nbsp;"_s;
     m_out += tags;
     if (paragraphs && emptyAfter && (!typedAfter || position + 1 == text.size()))
-        m_out += u"&nbsp;"_qs;
+        m_out += u"&nbsp;"_s;
 }
 
 void BodyWriter::writeNew(int from, int to, const Style &around, qsizetype sourcePosition) {
@@ -286,13 +288,13 @@ void BodyWriter::writeNew(int from, int to, const Style &around, qsizetype sourc
         enterBlock(i);
         Tags tags;
         if (style.bold != around.bold)
-            style.bold ? tags.add(u"<b>"_qs, u"</b>"_qs)
-                       : tags.add(u"<span style=\"font-weight:normal\">"_qs, u"</span>"_qs);
+            style.bold ? tags.add(u"<b>"_s, u"</b>"_s)
+                       : tags.add(u"<span style=\"font-weight:normal\">"_s, u"</span>"_s);
         if (style.italic != around.italic)
-            style.italic ? tags.add(u"<i>"_qs, u"</i>"_qs)
-                         : tags.add(u"<span style=\"font-style:normal\">"_qs, u"</span>"_qs);
+            style.italic ? tags.add(u"<i>"_s, u"</i>"_s)
+                         : tags.add(u"<span style=\"font-style:normal\">"_s, u"</span>"_s);
         if (style.underline && !around.underline)
-            tags.add(u"<u>"_qs, u"</u>"_qs);
+            tags.add(u"<u>"_s, u"</u>"_s);
         m_out += tags.open;
         for (; i < to && !isBlockEnd(m_text.m_current[i]) && m_styles[std::size_t(i)] == style; ++i) {
             if (!m_text.bookmarkAt(i).isNull())
@@ -318,13 +320,13 @@ bool BodyWriter::writeSolid(const Kept &kept) {
                 return false; // nothing inside an underlined text can take its line away
             Tags tags;
             if (wanted.bold != has.bold)
-                wanted.bold ? tags.add(u"<b>"_qs, u"</b>"_qs)
-                            : tags.add(u"<span style=\"font-weight:normal\">"_qs, u"</span>"_qs);
+                wanted.bold ? tags.add(u"<b>"_s, u"</b>"_s)
+                            : tags.add(u"<span style=\"font-weight:normal\">"_s, u"</span>"_s);
             if (wanted.italic != has.italic)
-                wanted.italic ? tags.add(u"<i>"_qs, u"</i>"_qs)
-                              : tags.add(u"<span style=\"font-style:normal\">"_qs, u"</span>"_qs);
+                wanted.italic ? tags.add(u"<i>"_s, u"</i>"_s)
+                              : tags.add(u"<span style=\"font-style:normal\">"_s, u"</span>"_s);
             if (wanted.underline != has.underline)
-                tags.add(u"<u>"_qs, u"</u>"_qs);
+                tags.add(u"<u>"_s, u"</u>"_s);
             m_out += tags.open;
             m_deltaClose = tags.close;
         }
@@ -342,7 +344,7 @@ void BodyWriter::enterBlock(int position) {
     const bool continues = m_listClosedAt == m_out.size();
     if (continues)
         m_out.chop(QStringView(u"</li></ul>").size());
-    m_out += continues ? u"</li><li>"_qs : u"<ul><li>"_qs;
+    m_out += continues ? u"</li><li>"_s : u"<ul><li>"_s;
     m_listOpen = true;
 }
 
@@ -350,7 +352,7 @@ void BodyWriter::leaveBlock() {
     if (!m_listOpen)
         return;
     closeDelta();
-    m_out += u"</li></ul>"_qs;
+    m_out += u"</li></ul>"_s;
     m_listOpen = false;
     m_listClosedAt = m_out.size();
 }

@@ -15,7 +15,7 @@ QTimeZone zoneOf(const CalendarTime &time) {
 }
 
 CalendarDate::CalendarDate(const QDateTime &instant, const QTimeZone &zone)
-    : rt::Object(rt::classNamed(u"OLCalendarDate"_qs))
+    : rt::Object(rt::classNamed(u"OLCalendarDate"_s))
     , m_utc(instant.toUTC())
     , m_zone(zone) {}
 
@@ -39,10 +39,10 @@ rt::Object *CalendarDate::dateInDifferentTimeZone(const rt::Value &zone) {
 QString CalendarDate::description(const QString &format, const rt::Value &zone, const rt::Value &) const {
     const auto wanted = zone.value<QTimeZone>();
     const QDateTime time = m_utc.toTimeZone(wanted.isValid() ? wanted : m_zone);
-    static const QHash<QChar, QString> fields{{u'Y', u"yyyy"_qs}, {u'm', u"MM"_qs},   {u'd', u"dd"_qs},
-                                              {u'H', u"HH"_qs},   {u'M', u"mm"_qs},   {u'S', u"ss"_qs},
-                                              {u'y', u"yy"_qs},   {u'B', u"MMMM"_qs}, {u'b', u"MMM"_qs},
-                                              {u'A', u"dddd"_qs}, {u'a', u"ddd"_qs},  {u'Z', u"t"_qs}};
+    static const QHash<QChar, QString> fields{{u'Y', u"yyyy"_s}, {u'm', u"MM"_s},   {u'd', u"dd"_s},
+                                              {u'H', u"HH"_s},   {u'M', u"mm"_s},   {u'S', u"ss"_s},
+                                              {u'y', u"yy"_s},   {u'B', u"MMMM"_s}, {u'b', u"MMM"_s},
+                                              {u'A', u"dddd"_s}, {u'a', u"ddd"_s},  {u'Z', u"t"_s}};
     QString text;
     for (qsizetype i = 0; i < format.size(); ++i) {
         if (format[i] != u'%' || i + 1 == format.size()) {
@@ -53,7 +53,7 @@ QString CalendarDate::description(const QString &format, const rt::Value &zone, 
         if (fields.contains(field))
             text += QLocale::c().toString(time, fields.value(field));
         else
-            text += field == u'%' ? u"%"_qs : u"%"_qs + field;
+            text += field == u'%' ? u"%"_s : u"%"_s + field;
     }
     return text;
 }
@@ -65,7 +65,7 @@ rt::Value dateValue(const CalendarTime &time) {
 
 void defineDateClass() {
     addMethods(
-        rt::defineClass(u"OLCalendarDate"_qs),
+        rt::defineClass(u"OLCalendarDate"_s),
         {{"dateUTC", bind<&CalendarDate::dateUTC>, "@@:"},
          {"timeZone", bind<&CalendarDate::timeZone>, "@@:"},
          {"minuteOfHour", bind<&CalendarDate::minuteOfHour>, "i@:"},

@@ -11,11 +11,11 @@ ErrorPresenter &errorPresenter() {
 }
 
 EventAttendee::EventAttendee(Attendee attendee)
-    : rt::Object(rt::classNamed(u"ECCalendarEventAttendee"_qs))
+    : rt::Object(rt::classNamed(u"ECCalendarEventAttendee"_s))
     , m_attendee(std::move(attendee)) {}
 
 Recurrence::Recurrence(QString rule)
-    : rt::Object(rt::classNamed(u"ECRecurrence"_qs))
+    : rt::Object(rt::classNamed(u"ECRecurrence"_s))
     , m_rule(std::move(rule)) {}
 
 rt::Value attendeeValues(const QList<Attendee> &attendees) {
@@ -31,7 +31,7 @@ rt::Value recurrenceValue(const QString &rule) {
 
 CalendarEvent::CalendarEvent(CalendarSession *session, const QString &uid, const QString &recurrenceId,
                              bool isOccurrence)
-    : rt::Object(rt::classNamed(u"ECCalendarEvent"_qs))
+    : rt::Object(rt::classNamed(u"ECCalendarEvent"_s))
     , m_session(session)
     , m_uid(uid)
     , m_recurrenceId(recurrenceId)
@@ -41,7 +41,7 @@ CalendarEvent::CalendarEvent(CalendarSession *session, const QString &uid, const
 }
 
 CalendarEvent::CalendarEvent(CalendarSession *session, Appointment draft)
-    : CalendarEvent(rt::classNamed(u"ECCalendarEvent"_qs), session, std::move(draft)) {}
+    : CalendarEvent(rt::classNamed(u"ECCalendarEvent"_s), session, std::move(draft)) {}
 
 CalendarEvent::CalendarEvent(rt::Class *isa, CalendarSession *session, Appointment draft)
     : rt::Object(isa)
@@ -170,10 +170,10 @@ double CalendarEvent::duration() const {
 }
 
 int CalendarEvent::recurrenceType() const {
-    static const QStringList names{u"DAILY"_qs, u"WEEKLY"_qs, u"MONTHLY"_qs, u"YEARLY"_qs};
+    static const QStringList names{u"DAILY"_s, u"WEEKLY"_s, u"MONTHLY"_s, u"YEARLY"_s};
     const QString rule = appointment().recurrenceRule.toUpper();
     for (qsizetype i = 0; i < names.size(); ++i)
-        if (rule.contains(u"FREQ="_qs + names[i]))
+        if (rule.contains(u"FREQ="_s + names[i]))
             return int(i) + 1;
     return 0;
 }
@@ -216,7 +216,7 @@ void CalendarEvent::cancelMeetingInWindow(QWidget *window) {
 }
 
 MutableCalendarEvent::MutableCalendarEvent(CalendarSession *session, Appointment appointment)
-    : CalendarEvent(rt::classNamed(u"ECMutableCalendarEvent"_qs), session, std::move(appointment)) {}
+    : CalendarEvent(rt::classNamed(u"ECMutableCalendarEvent"_s), session, std::move(appointment)) {}
 
 qint64 MutableCalendarEvent::saveRecord() {
     return session() && session()->store(m_draft) ? 0 : 1;
@@ -261,14 +261,14 @@ void defineCalendarEvent(rt::Class *cls) {
 } // namespace
 
 void defineEventClasses() {
-    addMethods(rt::defineClass(u"ECCalendarEventAttendee"_qs),
+    addMethods(rt::defineClass(u"ECCalendarEventAttendee"_s),
                {{"name", bind<&EventAttendee::name>, "@@:"},
                 {"emailAddress", bind<&EventAttendee::emailAddress>, "@@:"},
                 {"attendeeType", bind<&EventAttendee::attendeeType>, "i@:"}});
-    addMethods(rt::defineClass(u"ECRecurrence"_qs), {{"rule", bind<&Recurrence::rule>, "@@:"}});
-    rt::Class *event = rt::defineClass(u"ECCalendarEvent"_qs);
+    addMethods(rt::defineClass(u"ECRecurrence"_s), {{"rule", bind<&Recurrence::rule>, "@@:"}});
+    rt::Class *event = rt::defineClass(u"ECCalendarEvent"_s);
     defineCalendarEvent(event);
-    addMethods(rt::defineClass(u"ECMutableCalendarEvent"_qs, event),
+    addMethods(rt::defineClass(u"ECMutableCalendarEvent"_s, event),
                {{"setSummary:", bind<&CalendarEvent::setSummary>, "v@:@"},
                 {"setLocation:", bind<&CalendarEvent::setLocation>, "v@:@"},
                 {"setBody:", bind<&MutableCalendarEvent::setBody>, "v@:@"},

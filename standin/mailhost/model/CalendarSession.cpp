@@ -12,7 +12,7 @@ QList<Mailbox> ownMailboxes(const HostOptions &options, const CalendarFile &file
         return options.accounts;
     const Mailbox owner = calendarOwner(file.appointments());
     // A second account of the same person, as most people have one.
-    return {owner, {owner.name, u"private."_qs + owner.email}};
+    return {owner, {owner.name, u"private."_s + owner.email}};
 }
 
 constexpr std::size_t longestUndo = 100; // steps; each holds an appointment twice
@@ -61,7 +61,7 @@ Mailbox calendarOwner(const QList<Appointment> &appointments) {
             note(attendee.name, attendee.email, false);
         }
     }
-    Count best{0, 0, {u"Ada Example"_qs, u"ada@parlo.example"_qs}};
+    Count best{0, 0, {u"Ada Example"_s, u"ada@parlo.example"_s}};
     for (const Count &count : std::as_const(counts))
         if (std::pair(count.meetings, count.organized) > std::pair(best.meetings, best.organized))
             best = count;
@@ -134,7 +134,7 @@ bool CalendarSession::sendMessage(const Appointment &appointment, bool cancellat
 
 bool CalendarSession::cancel(Appointment appointment) {
     appointment.sequence += 1;
-    appointment.status = u"CANCELLED"_qs;
+    appointment.status = u"CANCELLED"_s;
     const bool told = store(appointment) && sendMessage(appointment, true) &&
                       remove(appointment.uid, appointment.recurrenceId);
     if (told)

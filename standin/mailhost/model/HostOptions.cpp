@@ -10,17 +10,17 @@ bool isNewerGeneration(const QString &hostVersion) {
 }
 
 QString mangled(const QString &html, BookmarkMangling mangling) {
-    static const QRegularExpression bookmark(u"<a\\s+name=\"([^\"<>]*)\"\\s*></a>"_qs);
+    static const QRegularExpression bookmark(u"<a\\s+name=\"([^\"<>]*)\"\\s*></a>"_s);
     QString result = html;
     switch (mangling) {
     case BookmarkMangling::None:
         return result;
     case BookmarkMangling::QuotesStripped:
-        return result.replace(bookmark, u"<a name=\\1></a>"_qs);
+        return result.replace(bookmark, u"<a name=\\1></a>"_s);
     case BookmarkMangling::FontTags:
-        return result.replace(bookmark, u"<font size=\"2\"><a name=\"\\1\"></a></font>"_qs);
+        return result.replace(bookmark, u"<font size=\"2\"><a name=\"\\1\"></a></font>"_s);
     case BookmarkMangling::LineBreaks:
-        return result.replace(bookmark, u"\r\n<a name=\"\\1\"></a>\r\n"_qs);
+        return result.replace(bookmark, u"\r\n<a name=\"\\1\"></a>\r\n"_s);
     }
     return result;
 }

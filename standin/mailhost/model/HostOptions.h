@@ -1,6 +1,8 @@
 // What the host program is started with.
 #pragma once
 
+#include "platform/Literals.h"
+
 #include <QDate>
 #include <QList>
 #include <QString>
@@ -17,7 +19,7 @@ struct Mailbox {
 };
 
 struct HostOptions {
-    QString hostVersion = QStringLiteral("16");
+    QString hostVersion = u"16"_s;
     bool noPlugin = false;
     QString pluginPath;      // empty: the installed one
     QString documentsFolder; // empty: the desktop's
@@ -26,8 +28,8 @@ struct HostOptions {
     QString calendarPath;    // empty: the sample calendar
     QList<Mailbox> accounts; // empty: found out from the calendar
     // Other people whose calendars this one manages: From offers them too.
-    QList<Mailbox> delegating{{QStringLiteral("Kim Principal"), QStringLiteral("kim@parlo.example")},
-                              {QStringLiteral("Robin Director"), QStringLiteral("robin@parlo.example")}};
+    QList<Mailbox> delegating{{u"Kim Principal"_s, u"kim@parlo.example"_s},
+                              {u"Robin Director"_s, u"robin@parlo.example"_s}};
     BookmarkMangling bookmarkMangling = BookmarkMangling::None;
     QDate today; // invalid: the system's date
 };

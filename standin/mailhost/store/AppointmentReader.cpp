@@ -1,5 +1,6 @@
 #include "standin/mailhost/store/AppointmentReader.h"
 
+#include "platform/Literals.h"
 #include "standin/mailhost/store/TextValue.h"
 
 #include <QUrl>
@@ -8,8 +9,8 @@ namespace mailhost {
 
 namespace {
 
-const QString htmlType = QStringLiteral("text/html");
-const QString htmlDataAddress = QStringLiteral("data:text/html,");
+const QString htmlType = u"text/html"_s;
+const QString htmlDataAddress = u"data:text/html,"_s;
 
 QString textOf(const Component &component, const QByteArray &name) {
     const ContentLine *line = component.line(name);
@@ -23,21 +24,21 @@ QString upperText(const Component &component, const QByteArray &name) {
 AttendeeType attendeeType(const ContentLine &line) {
     const QString role = line.parameter("ROLE").value_or(QString()).toUpper();
     const QString kind = line.parameter("CUTYPE").value_or(QString()).toUpper();
-    if (kind == QStringLiteral("RESOURCE") || kind == QStringLiteral("ROOM"))
+    if (kind == u"RESOURCE"_s || kind == u"ROOM"_s)
         return AttendeeType::Resource;
-    if (role == QStringLiteral("NON-PARTICIPANT")) // a person who is only told, or a thing
+    if (role == u"NON-PARTICIPANT"_s) // a person who is only told, or a thing
         return kind.isEmpty() ? AttendeeType::Resource : AttendeeType::Optional;
-    return role == QStringLiteral("OPT-PARTICIPANT") ? AttendeeType::Optional : AttendeeType::Required;
+    return role == u"OPT-PARTICIPANT"_s ? AttendeeType::Optional : AttendeeType::Required;
 }
 
 QString htmlFromPlain(const QString &text) {
     QString html = text.toHtmlEscaped();
-    html.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    html.replace(u"\r\n"_s, u"\n"_s);
     html.replace(u'\r', u'\n');
-    html.replace(QStringLiteral("  "), QStringLiteral(" &nbsp;"));
-    html.replace(QStringLiteral("\n "), QStringLiteral("\n&nbsp;"));
-    html.replace(u'\n', QStringLiteral("<br>"));
-    return QStringLiteral("<html><body>%1</body></html>").arg(html);
+    html.replace(u"  "_s, u" &nbsp;"_s);
+    html.replace(u"\n "_s, u"\n&nbsp;"_s);
+    html.replace(u'\n', u"<br>"_s);
+    return u"<html><body>%1</body></html>"_s.arg(html);
 }
 
 bool isHtml(const ContentLine &line) {
@@ -48,8 +49,8 @@ bool isHtml(const ContentLine &line) {
 
 const ContentLine *styledBodyLine(const Component &component) {
     for (const ContentLine *line : component.lines("STYLED-DESCRIPTION")) {
-        const QString valueType = line->parameter("VALUE").value_or(QStringLiteral("TEXT")).toUpper();
-        if (isHtml(*line) && valueType == QStringLiteral("TEXT"))
+        const QString valueType = line->parameter("VALUE").value_or(u"TEXT"_s).toUpper();
+        if (isHtml(*line) && valueType == u"TEXT"_s)
             return line;
     }
     return nullptr;
@@ -84,7 +85,7 @@ Attendee readAttendee(const ContentLine &line) {
     attendee.name = line.parameter("CN").value_or(QString());
     attendee.type = attendeeType(line);
     const QString address = decodeOctets(line.value()).trimmed();
-    if (address.startsWith(QStringLiteral("mailto:"), Qt::CaseInsensitive))
+    if (address.startsWith(u"mailto:"_s, Qt::CaseInsensitive))
         attendee.email = QUrl::fromPercentEncoding(address.mid(7).toUtf8());
     else
         attendee.email = line.parameter("EMAIL").value_or(address);

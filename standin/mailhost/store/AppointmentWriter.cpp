@@ -18,7 +18,7 @@ void setText(Component &component, const QByteArray &name, const QString &text) 
 }
 
 QByteArray addressOf(const QString &email) {
-    const bool isAddress = email.startsWith(QStringLiteral("urn:")) || email.contains(QStringLiteral(":/"));
+    const bool isAddress = email.startsWith(u"urn:"_s) || email.contains(u":/"_s);
     // Everything that mail addresses consist of stays readable; the rest could end the line or mean something
     // else.
     return (isAddress ? "" : "mailto:") + email.toUtf8().toPercentEncoding("@!$&'()*+,;=:/#[]{}|~^`");
@@ -29,7 +29,7 @@ QByteArray addressOf(const QString &email) {
 void writeMoment(Component &component, const QByteArray &name, const Moment &moment, ZoneTable &zones) {
     ContentLine &line = component.lineOrNew(name);
     if (moment.kind == Kind::Date)
-        line.setParameter("VALUE", QStringLiteral("DATE"));
+        line.setParameter("VALUE", u"DATE"_s);
     else
         line.removeParameter("VALUE");
     if (moment.kind != Kind::Zoned)
@@ -104,20 +104,19 @@ void writePerson(ContentLine &line, const Attendee &was, const Attendee &is) {
 
 void writeType(ContentLine &line, AttendeeType type) {
     if (type == AttendeeType::Resource) {
-        line.setParameter("CUTYPE", QStringLiteral("RESOURCE"));
-        line.setParameter("ROLE", QStringLiteral("NON-PARTICIPANT"));
+        line.setParameter("CUTYPE", u"RESOURCE"_s);
+        line.setParameter("ROLE", u"NON-PARTICIPANT"_s);
         return;
     }
-    line.setParameter("CUTYPE", QStringLiteral("INDIVIDUAL"));
-    line.setParameter("ROLE", type == AttendeeType::Optional ? QStringLiteral("OPT-PARTICIPANT")
-                                                             : QStringLiteral("REQ-PARTICIPANT"));
+    line.setParameter("CUTYPE", u"INDIVIDUAL"_s);
+    line.setParameter("ROLE", type == AttendeeType::Optional ? u"OPT-PARTICIPANT"_s : u"REQ-PARTICIPANT"_s);
 }
 
 ContentLine newAttendeeLine(const Attendee &attendee, const QByteArray &lineEnd) {
     ContentLine line = ContentLine::make("ATTENDEE", {}, lineEnd);
     writeType(line, attendee.type);
-    line.setParameter("PARTSTAT", QStringLiteral("NEEDS-ACTION"));
-    line.setParameter("RSVP", QStringLiteral("TRUE"));
+    line.setParameter("PARTSTAT", u"NEEDS-ACTION"_s);
+    line.setParameter("RSVP", u"TRUE"_s);
     writePerson(line, {}, attendee);
     return line;
 }
@@ -201,9 +200,9 @@ void writeHtmlLine(Component &component, const ContentLine *existing, const QByt
     ContentLine &line = existing ? const_cast<ContentLine &>(*existing)
                                  : component.append(ContentLine::make(name, {}, component.lineEnd()));
     if (!existing && name == "STYLED-DESCRIPTION")
-        line.setParameter("VALUE", QStringLiteral("TEXT"));
+        line.setParameter("VALUE", u"TEXT"_s);
     if (!existing)
-        line.setParameter("FMTTYPE", QStringLiteral("text/html"));
+        line.setParameter("FMTTYPE", u"text/html"_s);
     writeText(line, html);
 }
 
@@ -216,12 +215,12 @@ void writeBody(Component &component, const QString &html) {
     const bool hadPlain = component.line("DESCRIPTION");
     ContentLine &plain = component.lineOrNew("DESCRIPTION");
     if (!hadPlain)
-        plain.setParameter("DERIVED", QStringLiteral("TRUE"));
+        plain.setParameter("DERIVED", u"TRUE"_s);
     writeText(plain, plainTwin(html));
     const QString alternative = plain.parameter("ALTREP").value_or(QString());
-    if (alternative.startsWith(QStringLiteral("data:text/html,"), Qt::CaseInsensitive))
-        plain.setParameter("ALTREP", QStringLiteral("data:text/html,") +
-                                         QString::fromLatin1(html.toUtf8().toPercentEncoding()));
+    if (alternative.startsWith(u"data:text/html,"_s, Qt::CaseInsensitive))
+        plain.setParameter("ALTREP",
+                           u"data:text/html,"_s + QString::fromLatin1(html.toUtf8().toPercentEncoding()));
     writeHtmlLine(component, styledBodyLine(component), "STYLED-DESCRIPTION", html);
     writeHtmlLine(component, alternativeBodyLine(component), "X-ALT-DESC", html);
 }

@@ -1,5 +1,6 @@
 #include "standin/mailhost/store/CalendarFile.h"
 
+#include "platform/Literals.h"
 #include "standin/mailhost/store/AppointmentReader.h"
 #include "standin/mailhost/store/AppointmentWriter.h"
 #include "standin/mailhost/store/CalendarFilePrivate.h"
@@ -13,7 +14,7 @@ namespace mailhost {
 namespace {
 
 constexpr qsizetype mostWarnings = 50;
-const QUuid madeUidNamespace(QStringLiteral("{5d2f2a55-6a0e-4a39-9a0b-5a3b0e7a9c11}"));
+const QUuid madeUidNamespace(u"{5d2f2a55-6a0e-4a39-9a0b-5a3b0e7a9c11}"_s);
 
 // For a component without UID: the same at every reading of the same file.
 QString madeUid(const Component &component, qsizetype position) {
@@ -93,8 +94,8 @@ void CalendarFile::Private::index() {
         QStringList unknown(table->unknownNames().begin(), table->unknownNames().end());
         unknown.sort();
         for (const QString &name : std::as_const(unknown))
-            warn(QStringLiteral("The time zone “%1” is not known; its times are shown as local time.")
-                     .arg(name.left(100)));
+            warn(
+                u"The time zone “%1” is not known; its times are shown as local time."_s.arg(name.left(100)));
         zones.emplace(calendar, std::move(table));
     }
 }
@@ -181,9 +182,9 @@ std::unique_ptr<CalendarFile> CalendarFile::open(const QString &path, QString *e
         return nullptr;
     }
     if (isOldFormat(file->d->document)) {
-        *sentence = QStringLiteral(
-                        "“%1” is in the old vCalendar 1.0 format. Export it as iCalendar 2.0 and open that.")
-                        .arg(QFileInfo(path).fileName());
+        *sentence =
+            u"“%1” is in the old vCalendar 1.0 format. Export it as iCalendar 2.0 and open that."_s.arg(
+                QFileInfo(path).fileName());
         return nullptr;
     }
     file->d->path = path;

@@ -1,5 +1,7 @@
 #include "standin/mailhost/store/ConferenceLink.h"
 
+#include "platform/Literals.h"
+
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QUrl>
@@ -10,13 +12,13 @@ namespace {
 
 const QByteArray property = QByteArrayLiteral("CONFERENCE");
 const QByteArray ownMark = QByteArrayLiteral("X-PARLO-LINK"); // tells our line from those of others
-const QString fromLocation = QStringLiteral("LOCATION");
-const QString scheme = QStringLiteral("https://");
+const QString fromLocation = u"LOCATION"_s;
+const QString scheme = u"https://"_s;
 constexpr qsizetype longestLink = 2000; // characters; longer ones are no links that anyone would open
 
 // Punctuation that ends a sentence or a list is not the link's; nor is a bracket that was opened before it.
 QString withoutTrailingMarks(QString link) {
-    while (!link.isEmpty() && QStringLiteral(".,;:!?)]}>\"'").contains(link.back())) {
+    while (!link.isEmpty() && u".,;:!?)]}>\"'"_s.contains(link.back())) {
         if (link.endsWith(u')') && link.count(u'(') >= link.count(u')'))
             break;
         link.chop(1);
@@ -82,8 +84,7 @@ bool othersHave(const Component &component, const QByteArray &uri) {
 } // namespace
 
 QString joinLink(const QString &location, const QString &record) {
-    const QString known =
-        QJsonDocument::fromJson(record.toUtf8()).object().value(QStringLiteral("joinUrl")).toString();
+    const QString known = QJsonDocument::fromJson(record.toUtf8()).object().value(u"joinUrl"_s).toString();
     const QUrl url(known, QUrl::StrictMode);
     const bool usable = known.size() <= longestLink && !url.scheme().isEmpty() && !url.host().isEmpty();
     if (usable && location.contains(known))

@@ -1,5 +1,7 @@
 #include "standin/mailhost/store/ContentLine.h"
 
+#include "platform/Literals.h"
+
 #include <QStringDecoder>
 
 namespace mailhost {
@@ -82,11 +84,11 @@ QByteArray encodedParameter(const QByteArray &name, const QString &value) {
     bool quote = false;
     for (const QChar c : value) {
         if (c == u'^')
-            text += QStringLiteral("^^");
+            text += u"^^"_s;
         else if (c == u'"')
-            text += QStringLiteral("^'");
+            text += u"^'"_s;
         else if (c == u'\n')
-            text += QStringLiteral("^n");
+            text += u"^n"_s;
         else if (c >= u' ' || c == u'\t')
             text += c;
         quote = quote || c == u':' || c == u';' || c == u',';

@@ -1,5 +1,7 @@
 #include "standin/mailhost/store/MailText.h"
 
+#include "platform/Literals.h"
+
 #include <QLocale>
 #include <QUuid>
 
@@ -38,7 +40,7 @@ QList<QByteArray> encodedWords(const QString &text) {
 // A plain text that looks like an encoded word would be read as one; words longer than a line cannot be
 // folded.
 bool mustEncode(const QString &text) {
-    if (!isAscii(text) || text.contains(QStringLiteral("=?")))
+    if (!isAscii(text) || text.contains(u"=?"_s))
         return true;
     const auto words = text.split(u' ');
     return std::any_of(words.begin(), words.end(), [](const QString &word) { return word.size() > 60; });
@@ -59,7 +61,7 @@ QByteArray foldedHeader(const QByteArray &name, const QList<QByteArray> &words) 
 }
 
 QList<QByteArray> displayName(const QString &name) {
-    static const QString specials = QStringLiteral("()<>[]:;@\\,.\"");
+    static const QString specials = u"()<>[]:;@\\,.\""_s;
     if (mustEncode(name))
         return encodedWords(name);
     const bool quote = std::any_of(name.begin(), name.end(), [](QChar c) { return specials.contains(c); });
@@ -98,7 +100,7 @@ QByteArray addressHeader(const QByteArray &name, const QList<MailAddress> &addre
 
 QByteArray dateHeader(const QDateTime &time) {
     const QDateTime local = time.toOffsetFromUtc(time.offsetFromUtc());
-    const QString text = QLocale::c().toString(local, QStringLiteral("ddd, d MMM yyyy HH:mm:ss "));
+    const QString text = QLocale::c().toString(local, u"ddd, d MMM yyyy HH:mm:ss "_s);
     const int minutes = qAbs(local.offsetFromUtc()) / 60;
     return "Date: " + text.toLatin1() + (local.offsetFromUtc() < 0 ? '-' : '+') +
            QByteArray::number(minutes / 60 * 100 + minutes % 60).rightJustified(4, '0') + "\r\n";

@@ -1,3 +1,4 @@
+#include "platform/Literals.h"
 #include "standin/mailhost/store/AppointmentReader.h"
 #include "standin/mailhost/store/CalendarFilePrivate.h"
 #include "standin/mailhost/store/TextValue.h"
@@ -80,8 +81,7 @@ const EntrySummary &CalendarFile::Private::summaryOf(CalendarEntry &entry) {
         for (const QString &problem : std::as_const(problems))
             warn(problem);
     } else {
-        warn(QStringLiteral("“%1” has no start that can be read, so no day shows it.")
-                 .arg(summary->summary.left(100)));
+        warn(u"“%1” has no start that can be read, so no day shows it."_s.arg(summary->summary.left(100)));
     }
     entry.summary = std::move(summary);
     return *entry.summary;
@@ -112,7 +112,7 @@ const DayChanges &CalendarFile::Private::changesOf(CalendarEntry &series) {
         const EntrySummary &summary = summaryOf(*entry);
         const EntrySummary &whole = summaryOf(series);
         const QString range = line->parameter("RANGE").value_or(QString()).toUpper();
-        if (range != QStringLiteral("THISANDFUTURE") || !summary.times || !whole.times)
+        if (range != u"THISANDFUTURE"_s || !summary.times || !whole.times)
             continue;
         const Zone &zone = *whole.times->start.zone;
         const Seconds clock = day->kind == Kind::Date ? day->clock : zone.toClock(day->utc());
@@ -184,7 +184,7 @@ QList<Occurrence> CalendarFile::occurrences(const QDateTime &from, const QDateTi
     }
     for (CalendarEntry *entry : d->series) {
         if (timer.elapsed() > longestListing) {
-            d->warn(QStringLiteral("This calendar repeats so often that not everything can be shown."));
+            d->warn(u"This calendar repeats so often that not everything can be shown."_s);
             break;
         }
         d->appendSeries(*entry, fromUtc, toUtc, &found);

@@ -1,5 +1,6 @@
 #include "standin/mailhost/store/Recurrence.h"
 
+#include "platform/Literals.h"
 #include "standin/mailhost/store/IcalHandles.h"
 
 #include <limits>
@@ -97,8 +98,8 @@ std::unique_ptr<Series> Series::read(const Component &component, const TimesOfCo
             if (const auto rule = parseRule(line->value()))
                 rules->push_back(*rule);
             else
-                warnings->append(QStringLiteral("The repetition “%1” cannot be shown; only its first day is.")
-                                     .arg(decodeOctets(line->value()).left(100)));
+                warnings->append(u"The repetition “%1” cannot be shown; only its first day is."_s.arg(
+                    decodeOctets(line->value()).left(100)));
         }
     };
     readRules("RRULE", &series->m_rules);

@@ -1,5 +1,6 @@
 #include "standin/mailhost/store/SampleCalendar.h"
 
+#include "platform/Literals.h"
 #include "standin/mailhost/store/TextValue.h"
 #include "standin/mailhost/store/Times.h"
 #include "standin/mailhost/store/Zones.h"
@@ -35,14 +36,13 @@ public:
         m_out = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Parlo//Sample week//EN\r\nCALSCALE:GREGORIAN\r\n"
                 "X-WR-CALNAME:Ada Example\r\n";
         addZone(m_zone);
-        addZone(QStringLiteral("America/New_York"));
+        addZone(u"America/New_York"_s);
     }
     QByteArray finish() { return m_out + "END:VCALENDAR\r\n"; }
 
     SampleWriter &begin(const QByteArray &uid, const QString &summary) {
         m_out += "BEGIN:VEVENT\r\nUID:" + uid + "@sample.parlo.example\r\n";
-        m_out += "DTSTAMP:" + m_monday.addDays(-7).toString(QStringLiteral("yyyyMMdd")).toLatin1() +
-                 "T080000Z\r\n";
+        m_out += "DTSTAMP:" + m_monday.addDays(-7).toString(u"yyyyMMdd"_s).toLatin1() + "T080000Z\r\n";
         return text("SUMMARY", summary);
     }
     SampleWriter &end() {
@@ -86,7 +86,7 @@ private:
     static QString localZoneName() {
         const QByteArray id = QTimeZone::systemTimeZoneId();
         const bool named = makeTimezoneComponent(QString::fromLatin1(id), "\r\n") != nullptr;
-        return named ? QString::fromLatin1(id) : QStringLiteral("Europe/London");
+        return named ? QString::fromLatin1(id) : u"Europe/London"_s;
     }
     void addZone(const QString &name) {
         const auto component = makeTimezoneComponent(name, "\r\n");
@@ -96,7 +96,7 @@ private:
         }
     }
     [[nodiscard]] QByteArray date(int day) const {
-        return m_monday.addDays(day).toString(QStringLiteral("yyyyMMdd")).toLatin1();
+        return m_monday.addDays(day).toString(u"yyyyMMdd"_s).toLatin1();
     }
 
     QDate m_monday;
@@ -106,61 +106,50 @@ private:
 };
 
 void writeSeries(SampleWriter &out) {
-    out.begin("standup", QStringLiteral("Morning round"))
-        .timed("DTSTART", -21, "0915")
-        .timed("DTEND", -21, "0930");
+    out.begin("standup", u"Morning round"_s).timed("DTSTART", -21, "0915").timed("DTEND", -21, "0930");
     out.raw("RRULE:FREQ=WEEKLY;BYDAY=MO,TU,WE,TH,FR").timed("EXDATE", 4, "0915");
-    out.organizer(ada).invites({grace, tomas}).text("LOCATION", QStringLiteral("Room Garden")).end();
-    out.begin("standup", QStringLiteral("Morning round, with the new colleagues"));
+    out.organizer(ada).invites({grace, tomas}).text("LOCATION", u"Room Garden"_s).end();
+    out.begin("standup", u"Morning round, with the new colleagues"_s);
     out.timed("RECURRENCE-ID", 2, "0915")
         .at(2, "1000", "1030")
         .organizer(ada)
         .invites({grace, tomas, mei})
         .end();
 
-    out.begin("review", QStringLiteral("Design review"))
+    out.begin("review", u"Design review"_s)
         .at(1, "1400", "1530")
         .raw("RRULE:FREQ=WEEKLY;INTERVAL=2;COUNT=10");
-    out.organizer(ada).invites({grace, mei, atrium}).text("LOCATION", QStringLiteral("Room Atrium"));
-    out.text("DESCRIPTION", QStringLiteral("Please bring:\n- the drawings, printed\n- your open questions"))
-        .end();
+    out.organizer(ada).invites({grace, mei, atrium}).text("LOCATION", u"Room Atrium"_s);
+    out.text("DESCRIPTION", u"Please bring:\n- the drawings, printed\n- your open questions"_s).end();
 }
 
 void writeMeetings(SampleWriter &out) {
-    out.begin("planning", QStringLiteral("Planning the spring release")).at(0, "1000", "1130");
-    out.organizer(ada).invites({grace, tomas, atrium}).text("LOCATION", QStringLiteral("Room Atrium"));
-    const QString agenda =
-        QStringLiteral("<html><body><p><b>Agenda</b></p><ul><li>Where we are</li>"
-                       "<li>What is left; who does it</li></ul><p>See you on Monday.</p></body></html>");
+    out.begin("planning", u"Planning the spring release"_s).at(0, "1000", "1130");
+    out.organizer(ada).invites({grace, tomas, atrium}).text("LOCATION", u"Room Atrium"_s);
+    const QString agenda = u"<html><body><p><b>Agenda</b></p><ul><li>Where we are</li>"
+                           "<li>What is left; who does it</li></ul><p>See you on Monday.</p></body></html>"_s;
     out.raw("DESCRIPTION:Agenda\\n• Where we are\\n• What is left\\; who does it\\nSee you on Monday.");
     ContentLine styled = ContentLine::make("STYLED-DESCRIPTION", {}, "\n");
-    styled.setParameter("VALUE", QStringLiteral("TEXT"));
-    styled.setParameter("FMTTYPE", QStringLiteral("text/html"));
+    styled.setParameter("VALUE", u"TEXT"_s);
+    styled.setParameter("FMTTYPE", u"text/html"_s);
     writeText(styled, agenda);
     out.line(styled).end();
 
-    out.begin("budget", QStringLiteral("Budget, first draft"))
-        .at(0, "1100", "1200")
-        .organizer(ada)
-        .invites({tomas})
-        .end();
-    out.begin("interview", QStringLiteral("Interview: second candidate")).at(3, "1330", "1430");
-    out.organizer(ada).invites({grace, garden}).text("LOCATION", QStringLiteral("Room Garden")).end();
-    out.begin("partner", QStringLiteral("Call with the New York office"));
-    out.at(3, "0930", "1030", QStringLiteral("America/New_York")).organizer(ada).invites({mei}).end();
-    out.begin("townhall", QStringLiteral("Town hall"))
-        .at(4, "1500", "1600")
-        .organizer(grace)
-        .invites({ada, tomas});
-    out.text("LOCATION", QStringLiteral("Canteen")).raw("SEQUENCE:2").end();
+    out.begin("budget", u"Budget, first draft"_s).at(0, "1100", "1200").organizer(ada).invites({tomas}).end();
+    out.begin("interview", u"Interview: second candidate"_s).at(3, "1330", "1430");
+    out.organizer(ada).invites({grace, garden}).text("LOCATION", u"Room Garden"_s).end();
+    out.begin("partner", u"Call with the New York office"_s);
+    out.at(3, "0930", "1030", u"America/New_York"_s).organizer(ada).invites({mei}).end();
+    out.begin("townhall", u"Town hall"_s).at(4, "1500", "1600").organizer(grace).invites({ada, tomas});
+    out.text("LOCATION", u"Canteen"_s).raw("SEQUENCE:2").end();
 }
 
 void writeOwnTime(SampleWriter &out) {
-    out.begin("fair", QStringLiteral("Trade fair")).allDay(2, 2).raw("TRANSP:TRANSPARENT").end();
-    out.begin("focus", QStringLiteral("Time to write")).at(1, "0900", "1200").end();
-    out.begin("dentist", QStringLiteral("Dentist")).at(2, "1615", "1700").raw("CLASS:PRIVATE").end();
-    out.begin("lunch", QStringLiteral("Lunch with Tomás")).at(4, "1215", "1315");
-    out.text("LOCATION", QStringLiteral("Corner café, Mill Street 4")).end();
+    out.begin("fair", u"Trade fair"_s).allDay(2, 2).raw("TRANSP:TRANSPARENT").end();
+    out.begin("focus", u"Time to write"_s).at(1, "0900", "1200").end();
+    out.begin("dentist", u"Dentist"_s).at(2, "1615", "1700").raw("CLASS:PRIVATE").end();
+    out.begin("lunch", u"Lunch with Tomás"_s).at(4, "1215", "1315");
+    out.text("LOCATION", u"Corner café, Mill Street 4"_s).end();
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 // Single days of a series: changed, removed, and moved with it.
+#include "platform/Literals.h"
 #include "standin/mailhost/store/CalendarFilePrivate.h"
 #include "standin/mailhost/store/SeriesMove.h"
 
@@ -43,7 +44,7 @@ ContentLine dayLine(const Component &series, const QByteArray &name, const QStri
     const ContentLine *start = series.line("DTSTART");
     const auto zone = start ? start->parameter("TZID") : std::nullopt;
     if (instanceId.size() == dateLength)
-        line.setParameter("VALUE", QStringLiteral("DATE"));
+        line.setParameter("VALUE", u"DATE"_s);
     else if (zone && !instanceId.endsWith(u'Z', Qt::CaseInsensitive))
         line.setParameter("TZID", *zone);
     return line;
@@ -125,7 +126,7 @@ bool CalendarFile::Private::handOn(CalendarEntry &series, CalendarEntry &excepti
     write("DTEND", times.end);
     const QString name = instanceIdOf(summaryOf(series).times->start, *next);
     ContentLine day = dayLine(*series.component, "RECURRENCE-ID", name);
-    day.setParameter("RANGE", QStringLiteral("THISANDFUTURE"));
+    day.setParameter("RANGE", u"THISANDFUTURE"_s);
     *exception.component->line("RECURRENCE-ID") = day;
     exception.recurrenceId = name;
     changed(exception);

@@ -1,5 +1,6 @@
 #include "standin/mailhost/store/SeriesMove.h"
 
+#include "platform/Literals.h"
 #include "standin/mailhost/store/Recurrence.h"
 #include "standin/mailhost/store/SeriesRule.h"
 
@@ -44,7 +45,7 @@ bool contains(const std::vector<Seconds> &sorted, Seconds clock) {
 void setForm(ContentLine &line, const Moment &was, const Moment &is) {
     const QByteArray value = line.parameter("VALUE").value_or(QString()).toUpper().toLatin1();
     if (!isTimed(is) && isTimed(was))
-        line.setParameter("VALUE", QStringLiteral("DATE"));
+        line.setParameter("VALUE", u"DATE"_s);
     else if (isTimed(is) && value == "DATE")
         line.removeParameter("VALUE");
     if (is.kind != Kind::Zoned)

@@ -1,5 +1,7 @@
 #include "standin/mailhost/store/TextValue.h"
 
+#include "platform/Literals.h"
+
 #include <QJsonDocument>
 #include <QStringEncoder>
 
@@ -9,11 +11,11 @@ namespace {
 
 const QByteArray carriageReturns = QByteArrayLiteral("X-PARLO-CR");
 const QByteArray recordCharset = QByteArrayLiteral("X-PARLO-CHARSET");
-const QString beforeEveryLineFeed = QStringLiteral("LF");
-const QString utf16 = QStringLiteral("UTF-16LE");
+const QString beforeEveryLineFeed = u"LF"_s;
+const QString utf16 = u"UTF-16LE"_s;
 
 QString carriageReturnPositions(const QString &text) {
-    const qsizetype pairs = text.count(QStringLiteral("\r\n"));
+    const qsizetype pairs = text.count(u"\r\n"_s);
     if (pairs == text.count(u'\r') && pairs == text.count(u'\n'))
         return beforeEveryLineFeed;
     QStringList positions;
@@ -24,7 +26,7 @@ QString carriageReturnPositions(const QString &text) {
 
 QString withCarriageReturns(const QString &text, const QString &positions) {
     if (positions == beforeEveryLineFeed)
-        return QString(text).replace(u'\n', QStringLiteral("\r\n"));
+        return QString(text).replace(u'\n', u"\r\n"_s);
     QString out;
     qsizetype taken = 0;
     const auto parts = QStringView(positions).split(u',');
@@ -51,7 +53,7 @@ QString permitted(const QString &text) {
 
 bool isBase64(const ContentLine &line) {
     const QString encoding = line.parameter("ENCODING").value_or(QString()).toUpper();
-    return encoding == QStringLiteral("BASE64") || encoding == QStringLiteral("B");
+    return encoding == u"BASE64"_s || encoding == u"B"_s;
 }
 
 } // namespace
@@ -81,7 +83,7 @@ QByteArray escapeText(const QString &text) {
     out.reserve(text.size() + text.size() / 8);
     for (const QChar c : permitted(text)) {
         if (c == u'\n')
-            out.append(QStringLiteral("\\n"));
+            out.append(u"\\n"_s);
         else if (c == u'\\' || c == u',' || c == u';')
             out.append(u'\\').append(c);
         else if (c != u'\r')
@@ -94,7 +96,7 @@ QString readText(const ContentLine &line) {
     const QString text = unescapeText(decodeOctets(line.value()));
     const auto positions = line.parameter(carriageReturns);
     const QString whole = positions ? withCarriageReturns(text, *positions) : text;
-    return whole.isNull() ? QStringLiteral("") : whole;
+    return whole.isNull() ? u""_s : whole;
 }
 
 void writeText(ContentLine &line, const QString &text) {
@@ -108,8 +110,8 @@ void writeText(ContentLine &line, const QString &text) {
 }
 
 void writeRecord(ContentLine &line, const QString &record) {
-    line.setParameter("ENCODING", QStringLiteral("BASE64"));
-    line.setParameter("VALUE", QStringLiteral("BINARY"));
+    line.setParameter("ENCODING", u"BASE64"_s);
+    line.setParameter("VALUE", u"BINARY"_s);
     line.removeParameter(recordCharset);
     if (record.isValidUtf16()) {
         line.setValue(record.toUtf8().toBase64());
@@ -127,7 +129,7 @@ QString readRecord(const ContentLine &line) {
     const auto bytes = QByteArray::fromBase64Encoding(QByteArray(value).replace(' ', ""));
     if (isBase64(line) && bytes) {
         if (line.parameter(recordCharset) != utf16)
-            return (*bytes).isEmpty() ? QStringLiteral("") : decodeOctets(*bytes);
+            return (*bytes).isEmpty() ? u""_s : decodeOctets(*bytes);
         QString record((*bytes).size() / 2, u'\0');
         for (qsizetype i = 0; i < record.size(); ++i)
             record[i] = QChar(uchar((*bytes)[2 * i]), uchar((*bytes)[2 * i + 1]));

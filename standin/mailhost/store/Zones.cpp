@@ -1,5 +1,6 @@
 #include "standin/mailhost/store/Zones.h"
 
+#include "platform/Literals.h"
 #include "standin/mailhost/store/IcalHandles.h"
 #include "standin/mailhost/store/TextValue.h"
 #include "standin/mailhost/store/Times.h"
@@ -45,9 +46,9 @@ private:
 // One STANDARD or DAYLIGHT, reduced to what libical may see: nothing that could make it run long or fail.
 // Empty when it is not usable.
 QByteArray cleanObservance(const Component &observance) {
-    static const QRegularExpression offset(QStringLiteral("^[+-]\\d{4}(\\d{2})?$"));
-    static const QRegularExpression yearly(QStringLiteral(
-        "^(?=.*FREQ=YEARLY)(FREQ|UNTIL|BYDAY|BYMONTH|BYMONTHDAY|WKST|INTERVAL|[=;,A-Z0-9+-])*$"));
+    static const QRegularExpression offset(u"^[+-]\\d{4}(\\d{2})?$"_s);
+    static const QRegularExpression yearly(
+        u"^(?=.*FREQ=YEARLY)(FREQ|UNTIL|BYDAY|BYMONTH|BYMONTHDAY|WKST|INTERVAL|[=;,A-Z0-9+-])*$"_s);
     QByteArray out = "BEGIN:" + observance.name + "\r\n";
     for (const char *name : {"TZOFFSETFROM", "TZOFFSETTO"}) {
         const ContentLine *line = observance.line(name);

@@ -1,108 +1,110 @@
 // The object names of what can be clicked or typed into, so that a walk-through finds it with findChild().
 #pragma once
 
+#include "platform/Literals.h"
+
 #include <QString>
 
 namespace mailhost::controls {
 
 // Main window.
-inline const QString mainWindow = QStringLiteral("mainWindow");
-inline const QString mainToolBar = QStringLiteral("mainToolBar");
-inline const QString newAppointmentButton = QStringLiteral("newAppointmentButton");
-inline const QString newMeetingButton = QStringLiteral("newMeetingButton");
-inline const QString todayButton = QStringLiteral("todayButton");
-inline const QString previousWeekButton = QStringLiteral("previousWeekButton");
-inline const QString nextWeekButton = QStringLiteral("nextWeekButton");
-inline const QString dayViewButton = QStringLiteral("dayViewButton");
-inline const QString weekViewButton = QStringLiteral("weekViewButton");
-inline const QString deleteToolBarButton = QStringLiteral("deleteToolBarButton");
-inline const QString weekTitle = QStringLiteral("weekTitle");       // label
-inline const QString calendarGrid = QStringLiteral("calendarGrid"); // CalendarGrid
+inline const QString mainWindow = u"mainWindow"_s;
+inline const QString mainToolBar = u"mainToolBar"_s;
+inline const QString newAppointmentButton = u"newAppointmentButton"_s;
+inline const QString newMeetingButton = u"newMeetingButton"_s;
+inline const QString todayButton = u"todayButton"_s;
+inline const QString previousWeekButton = u"previousWeekButton"_s;
+inline const QString nextWeekButton = u"nextWeekButton"_s;
+inline const QString dayViewButton = u"dayViewButton"_s;
+inline const QString weekViewButton = u"weekViewButton"_s;
+inline const QString deleteToolBarButton = u"deleteToolBarButton"_s;
+inline const QString weekTitle = u"weekTitle"_s;       // label
+inline const QString calendarGrid = u"calendarGrid"_s; // CalendarGrid
 
 // Menu actions of the main window (QAction).
-inline const QString openAction = QStringLiteral("openAction");
-inline const QString deleteAction = QStringLiteral("deleteAction");
-inline const QString cancelMeetingAction = QStringLiteral("cancelMeetingAction");
-inline const QString renameAction = QStringLiteral("renameAction");
-inline const QString earlierAction = QStringLiteral("earlierAction");
-inline const QString laterAction = QStringLiteral("laterAction");
-inline const QString longerAction = QStringLiteral("longerAction");
-inline const QString shorterAction = QStringLiteral("shorterAction");
-inline const QString startEarlierAction = QStringLiteral("startEarlierAction");
-inline const QString startLaterAction = QStringLiteral("startLaterAction");
-inline const QString dayEarlierAction = QStringLiteral("dayEarlierAction");
-inline const QString dayLaterAction = QStringLiteral("dayLaterAction");
-inline const QString openSeriesAction = QStringLiteral("openSeriesAction");
-inline const QString undoAction = QStringLiteral("undoAction");
-inline const QString redoAction = QStringLiteral("redoAction");
-inline const QString newWindowAction = QStringLiteral("newWindowAction");
-inline const QString closeWindowAction = QStringLiteral("closeWindowAction");
-inline const QString newAppointmentAction = QStringLiteral("newAppointmentAction");
-inline const QString newMeetingAction = QStringLiteral("newMeetingAction");
-inline const QString todayAction = QStringLiteral("todayAction");
-inline const QString previousAction = QStringLiteral("previousAction");
-inline const QString nextAction = QStringLiteral("nextAction");
-inline const QString dayViewAction = QStringLiteral("dayViewAction");
-inline const QString weekViewAction = QStringLiteral("weekViewAction");
-inline const QString customizeToolBarAction = QStringLiteral("customizeToolBarAction");
-inline const QString quitAction = QStringLiteral("quitAction");
+inline const QString openAction = u"openAction"_s;
+inline const QString deleteAction = u"deleteAction"_s;
+inline const QString cancelMeetingAction = u"cancelMeetingAction"_s;
+inline const QString renameAction = u"renameAction"_s;
+inline const QString earlierAction = u"earlierAction"_s;
+inline const QString laterAction = u"laterAction"_s;
+inline const QString longerAction = u"longerAction"_s;
+inline const QString shorterAction = u"shorterAction"_s;
+inline const QString startEarlierAction = u"startEarlierAction"_s;
+inline const QString startLaterAction = u"startLaterAction"_s;
+inline const QString dayEarlierAction = u"dayEarlierAction"_s;
+inline const QString dayLaterAction = u"dayLaterAction"_s;
+inline const QString openSeriesAction = u"openSeriesAction"_s;
+inline const QString undoAction = u"undoAction"_s;
+inline const QString redoAction = u"redoAction"_s;
+inline const QString newWindowAction = u"newWindowAction"_s;
+inline const QString closeWindowAction = u"closeWindowAction"_s;
+inline const QString newAppointmentAction = u"newAppointmentAction"_s;
+inline const QString newMeetingAction = u"newMeetingAction"_s;
+inline const QString todayAction = u"todayAction"_s;
+inline const QString previousAction = u"previousAction"_s;
+inline const QString nextAction = u"nextAction"_s;
+inline const QString dayViewAction = u"dayViewAction"_s;
+inline const QString weekViewAction = u"weekViewAction"_s;
+inline const QString customizeToolBarAction = u"customizeToolBarAction"_s;
+inline const QString quitAction = u"quitAction"_s;
 
 // Editor.
-inline const QString editorWindow = QStringLiteral("editorWindow");
-inline const QString editorHeader = QStringLiteral("editorHeader");
-inline const QString fromChooser = QStringLiteral("fromChooser");
-inline const QString subjectField = QStringLiteral("subjectField");
-inline const QString locationField = QStringLiteral("locationField");
-inline const QString attendeesField = QStringLiteral("attendeesField");
-inline const QString roomsField = QStringLiteral("roomsField");
-inline const QString startDateField = QStringLiteral("startDateField");
-inline const QString startTimeField = QStringLiteral("startTimeField");
-inline const QString endDateField = QStringLiteral("endDateField");
-inline const QString endTimeField = QStringLiteral("endTimeField");
-inline const QString allDayBox = QStringLiteral("allDayBox");
-inline const QString timeZoneRow = QStringLiteral("timeZoneRow");
-inline const QString timeZoneChooser = QStringLiteral("timeZoneChooser");
-inline const QString bodyEditor = QStringLiteral("bodyEditor"); // QTextEdit
-inline const QString boldButton = QStringLiteral("boldButton");
-inline const QString italicButton = QStringLiteral("italicButton");
-inline const QString underlineButton = QStringLiteral("underlineButton");
-inline const QString listButton = QStringLiteral("listButton");
-inline const QString sendButton = QStringLiteral("sendButton");                 // shown with attendees
-inline const QString saveAndCloseButton = QStringLiteral("saveAndCloseButton"); // shown without
-inline const QString deleteButton = QStringLiteral("deleteButton");
-inline const QString repeatButton = QStringLiteral("repeatButton");
-inline const QString timeZoneButton = QStringLiteral("timeZoneButton"); // shows and hides the time-zone row
-inline const QString openSeriesButton = QStringLiteral("openSeriesButton"); // shown for one day of a series
-inline const QString noticeBar = QStringLiteral("noticeBar");               // why nothing can be changed
+inline const QString editorWindow = u"editorWindow"_s;
+inline const QString editorHeader = u"editorHeader"_s;
+inline const QString fromChooser = u"fromChooser"_s;
+inline const QString subjectField = u"subjectField"_s;
+inline const QString locationField = u"locationField"_s;
+inline const QString attendeesField = u"attendeesField"_s;
+inline const QString roomsField = u"roomsField"_s;
+inline const QString startDateField = u"startDateField"_s;
+inline const QString startTimeField = u"startTimeField"_s;
+inline const QString endDateField = u"endDateField"_s;
+inline const QString endTimeField = u"endTimeField"_s;
+inline const QString allDayBox = u"allDayBox"_s;
+inline const QString timeZoneRow = u"timeZoneRow"_s;
+inline const QString timeZoneChooser = u"timeZoneChooser"_s;
+inline const QString bodyEditor = u"bodyEditor"_s; // QTextEdit
+inline const QString boldButton = u"boldButton"_s;
+inline const QString italicButton = u"italicButton"_s;
+inline const QString underlineButton = u"underlineButton"_s;
+inline const QString listButton = u"listButton"_s;
+inline const QString sendButton = u"sendButton"_s;                 // shown with attendees
+inline const QString saveAndCloseButton = u"saveAndCloseButton"_s; // shown without
+inline const QString deleteButton = u"deleteButton"_s;
+inline const QString repeatButton = u"repeatButton"_s;
+inline const QString timeZoneButton = u"timeZoneButton"_s;     // shows and hides the time-zone row
+inline const QString openSeriesButton = u"openSeriesButton"_s; // shown for one day of a series
+inline const QString noticeBar = u"noticeBar"_s;               // why nothing can be changed
 
 // Menu actions of the editor (QAction).
-inline const QString saveAction = QStringLiteral("saveAction");   // Ctrl+S
-inline const QString closeAction = QStringLiteral("closeAction"); // Ctrl+W
+inline const QString saveAction = u"saveAction"_s;   // Ctrl+S
+inline const QString closeAction = u"closeAction"_s; // Ctrl+W
 
 // Recurrence sheet.
-inline const QString recurrenceSheet = QStringLiteral("recurrenceSheet");
-inline const QString recurrenceKind = QStringLiteral("recurrenceKind");
-inline const QString recurrenceInterval = QStringLiteral("recurrenceInterval");
-inline const QString recurrenceForever = QStringLiteral("recurrenceForever");
-inline const QString recurrenceByCount = QStringLiteral("recurrenceByCount");
-inline const QString recurrenceCount = QStringLiteral("recurrenceCount");
-inline const QString recurrenceByDate = QStringLiteral("recurrenceByDate");
-inline const QString recurrenceUntil = QStringLiteral("recurrenceUntil");
-inline const QString recurrenceOk = QStringLiteral("recurrenceOk");
-inline const QString recurrenceCancel = QStringLiteral("recurrenceCancel");
+inline const QString recurrenceSheet = u"recurrenceSheet"_s;
+inline const QString recurrenceKind = u"recurrenceKind"_s;
+inline const QString recurrenceInterval = u"recurrenceInterval"_s;
+inline const QString recurrenceForever = u"recurrenceForever"_s;
+inline const QString recurrenceByCount = u"recurrenceByCount"_s;
+inline const QString recurrenceCount = u"recurrenceCount"_s;
+inline const QString recurrenceByDate = u"recurrenceByDate"_s;
+inline const QString recurrenceUntil = u"recurrenceUntil"_s;
+inline const QString recurrenceOk = u"recurrenceOk"_s;
+inline const QString recurrenceCancel = u"recurrenceCancel"_s;
 
 // Questions and messages (QMessageBox).
-inline const QString closeQuestion = QStringLiteral("closeQuestion");
-inline const QString saveChangesButton = QStringLiteral("saveChangesButton");
-inline const QString discardChangesButton = QStringLiteral("discardChangesButton");
-inline const QString keepEditingButton = QStringLiteral("keepEditingButton");
-inline const QString sendQuestion = QStringLiteral("sendQuestion");
-inline const QString sendAnywayButton = QStringLiteral("sendAnywayButton");
-inline const QString calendarMenu = QStringLiteral("calendarMenu"); // context menu
-inline const QString deleteQuestion = QStringLiteral("deleteQuestion");
-inline const QString deleteConfirmButton = QStringLiteral("deleteConfirmButton");
-inline const QString deleteSeriesButton = QStringLiteral("deleteSeriesButton");
-inline const QString cancelWithMessageButton = QStringLiteral("cancelWithMessageButton");
-inline const QString errorMessage = QStringLiteral("errorMessage");
+inline const QString closeQuestion = u"closeQuestion"_s;
+inline const QString saveChangesButton = u"saveChangesButton"_s;
+inline const QString discardChangesButton = u"discardChangesButton"_s;
+inline const QString keepEditingButton = u"keepEditingButton"_s;
+inline const QString sendQuestion = u"sendQuestion"_s;
+inline const QString sendAnywayButton = u"sendAnywayButton"_s;
+inline const QString calendarMenu = u"calendarMenu"_s; // context menu
+inline const QString deleteQuestion = u"deleteQuestion"_s;
+inline const QString deleteConfirmButton = u"deleteConfirmButton"_s;
+inline const QString deleteSeriesButton = u"deleteSeriesButton"_s;
+inline const QString cancelWithMessageButton = u"cancelWithMessageButton"_s;
+inline const QString errorMessage = u"errorMessage"_s;
 
 } // namespace mailhost::controls

@@ -1,12 +1,12 @@
 #include "standin/mailhost/windows/HostApplication.h"
 
 #include "platform/runtime/Loading.h"
-#include "platform/services/WholeFile.h"
+#include "platform/services/storage/WholeFile.h"
 #include "platform/toolkit/Windows.h"
 #include "standin/mailhost/model/Bind.h"
 #include "standin/mailhost/model/HostContext.h"
 #include "standin/mailhost/store/SampleCalendar.h"
-#include "standin/mailhost/windows/Messages.h"
+#include "standin/mailhost/windows/MessageBoxes.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -26,7 +26,7 @@ bool writeFile(const QString &path, const QByteArray &bytes, QString *error) {
 }
 
 QByteArray bundleInformation(const QString &version) {
-    return QStringLiteral(R"(<?xml version="1.0" encoding="UTF-8"?>
+    return uR"(<?xml version="1.0" encoding="UTF-8"?>
 <plist version="1.0">
 <dict>
 	<key>CFBundleIdentifier</key>
@@ -39,8 +39,7 @@ QByteArray bundleInformation(const QString &version) {
 	<string>%1</string>
 </dict>
 </plist>
-)")
-        .arg(version.toHtmlEscaped())
+)"_s.arg(version.toHtmlEscaped())
         .toUtf8();
 }
 
@@ -80,7 +79,7 @@ bool HostApplication::installBundle(QString *error) const {
     const QString root = qEnvironmentVariable("PARLO_ROOT");
     if (root.isEmpty())
         return true;
-    const QString path = root + u"/Applications/Parlo Host.app/Contents/Info.plist"_qs;
+    const QString path = root + u"/Applications/Parlo Host.app/Contents/Info.plist"_s;
     const QByteArray information = bundleInformation(m_options.hostVersion);
     QFile existing(path);
     if (existing.open(QIODevice::ReadOnly) && existing.readAll() == information)
@@ -162,7 +161,7 @@ QString HostApplication::dataFolder() const {
 QString HostApplication::sampleFile(QString *error) const {
     // One for each week: last week's sample would show an empty week today. Changes made to it stay.
     const QString monday = mondayOf(today()).toString(Qt::ISODate);
-    const QString path = dataFolder() + u"/Sample week %1.ics"_qs.arg(monday);
+    const QString path = dataFolder() + u"/Sample week %1.ics"_s.arg(monday);
     if (QFile::exists(path) || writeFile(path, sampleCalendar(today()), error))
         return path;
     return {};
@@ -175,7 +174,7 @@ bool HostApplication::openCalendar(QString *error) {
     std::unique_ptr<CalendarFile> file = CalendarFile::open(path, error);
     if (!file)
         return false;
-    const QString outbox = m_options.outbox.isEmpty() ? dataFolder() + u"/Outbox"_qs : m_options.outbox;
+    const QString outbox = m_options.outbox.isEmpty() ? dataFolder() + u"/Outbox"_s : m_options.outbox;
     auto session = std::make_unique<CalendarSession>(std::move(file), m_options, outbox);
     for (const auto &controller : m_mainWindows)
         controller->setSession(session.get());
@@ -196,10 +195,10 @@ bool HostApplication::loadPlugin(QString *error) const {
         return true;
     if (!m_options.pluginPath.isEmpty())
         return rt::loadImage(m_options.pluginPath, error);
-    const QString file = u"ParloMeetings.so"_qs;
-    const QStringList places{QCoreApplication::applicationDirPath() + u"/../lib/"_qs,
+    const QString file = u"ParloMeetings.so"_s;
+    const QStringList places{QCoreApplication::applicationDirPath() + u"/../lib/"_s,
                              qEnvironmentVariable("PARLO_ROOT") +
-                                 u"/Users/Shared/ParloMeetingsOutlookPlugin/"_qs};
+                                 u"/Users/Shared/ParloMeetingsOutlookPlugin/"_s};
     for (const QString &place : places)
         if (QFile::exists(place + file))
             return rt::loadImage(place + file, error);
@@ -227,32 +226,32 @@ EditorWindowController *HostApplication::openNewAppointment() {
 std::optional<HostOptions> parseArguments(const QStringList &arguments, QString *error, QString *help) {
     QCommandLineParser parser;
     parser.setApplicationDescription(QObject::tr("A mail and calendar program."));
-    const QCommandLineOption version(u"host-version"_qs, QObject::tr("Generation: 14.1.4, 15.8, 15.9 or 16."),
-                                     u"version"_qs, u"16"_qs);
-    const QCommandLineOption noPlugin(u"no-plugin"_qs, QObject::tr("Start without the plug-in."));
-    const QCommandLineOption plugin(u"plugin"_qs, QObject::tr("The plug-in's library."), u"path"_qs);
-    const QCommandLineOption documents(u"documents"_qs, QObject::tr("Folder that serves as Documents."),
-                                       u"folder"_qs);
-    const QCommandLineOption defaults(u"defaults"_qs, QObject::tr("Folder of the stored defaults."),
-                                      u"folder"_qs);
-    const QCommandLineOption outbox(u"outbox"_qs, QObject::tr("Folder that messages are written to."),
-                                    u"folder"_qs);
+    const QCommandLineOption version(u"host-version"_s, QObject::tr("Generation: 14.1.4, 15.8, 15.9 or 16."),
+                                     u"version"_s, u"16"_s);
+    const QCommandLineOption noPlugin(u"no-plugin"_s, QObject::tr("Start without the plug-in."));
+    const QCommandLineOption plugin(u"plugin"_s, QObject::tr("The plug-in's library."), u"path"_s);
+    const QCommandLineOption documents(u"documents"_s, QObject::tr("Folder that serves as Documents."),
+                                       u"folder"_s);
+    const QCommandLineOption defaults(u"defaults"_s, QObject::tr("Folder of the stored defaults."),
+                                      u"folder"_s);
+    const QCommandLineOption outbox(u"outbox"_s, QObject::tr("Folder that messages are written to."),
+                                    u"folder"_s);
     parser.addOptions({version, noPlugin, plugin, documents, defaults, outbox});
     const QCommandLineOption helpOption = parser.addHelpOption();
-    parser.addPositionalArgument(u"calendar.ics"_qs, QObject::tr("The calendar to open."),
-                                 u"[calendar.ics]"_qs);
+    parser.addPositionalArgument(u"calendar.ics"_s, QObject::tr("The calendar to open."),
+                                 u"[calendar.ics]"_s);
     if (!parser.parse(arguments)) {
         *error = parser.errorText();
         return std::nullopt;
     }
     if (parser.isSet(helpOption))
         *help = parser.helpText();
-    static const QStringList versions{u"14.1.4"_qs, u"15.8"_qs, u"15.9"_qs, u"16"_qs};
+    static const QStringList versions{u"14.1.4"_s, u"15.8"_s, u"15.9"_s, u"16"_s};
     HostOptions options;
     options.hostVersion = parser.value(version);
     if (!versions.contains(options.hostVersion)) {
         *error = QObject::tr("There is no generation %1. Choose one of %2.")
-                     .arg(options.hostVersion, versions.join(u", "_qs));
+                     .arg(options.hostVersion, versions.join(u", "_s));
         return std::nullopt;
     }
     if (parser.positionalArguments().size() > 1) {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "standin/mailhost/model/HostOptions.h"
-#include "standin/mailhost/windows/EditorWindow.h"
-#include "standin/mailhost/windows/MainWindowController.h"
+#include "standin/mailhost/windows/editor/EditorWindow.h"
+#include "standin/mailhost/windows/main/MainWindowController.h"
 
 namespace mailhost {
 

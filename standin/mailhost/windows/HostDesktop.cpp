@@ -8,7 +8,7 @@ namespace mailhost {
 
 void HostApplication::installDesktopServices() const {
     platform::DesktopOptions desktop;
-    desktop.bundleIdentifier = u"com.microsoft.Outlook"_qs;
+    desktop.bundleIdentifier = u"com.microsoft.Outlook"_s;
     desktop.documentsFolder = m_options.documentsFolder;
     desktop.defaultsFolder = m_options.defaultsFolder;
     platform::setServices(platform::makeDesktopServices(desktop));

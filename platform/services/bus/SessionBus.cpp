@@ -1,0 +1,316 @@
+#include "platform/services/bus/SessionBus.h"
+
+#include "platform/Literals.h"
+#include "platform/services/Contained.h"
+#include "platform/services/bus/NotificationSignal.h"
+
+#include <QDeadlineTimer>
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+#include <poll.h>
+
+namespace platform {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto firstRetryDelay = 100ms;
+constexpr auto longestRetryDelay = 10'000ms;
+// After so many messages the rest of the program has its turn.
+constexpr int messagesPerTurn = 64;
+
+// Of org.freedesktop.DBus.RequestName.
+enum class NameAnswer : uint32_t { IsOwner = 1, OwnedByAnother = 3, WasOwner = 4 };
+
+int ignoreMessage(sd_bus_message *, void *, sd_bus_error *) {
+    return 0;
+}
+
+// Without an answer of our own the library would close the connection when the bus refuses a match.
+int onMatchAnswer(sd_bus_message *answer, void *, sd_bus_error *) {
+    if (sd_bus_message_is_method_error(answer, nullptr) > 0)
+        qWarning("the session bus refuses an observer: %s", sd_bus_message_get_error(answer)->message);
+    return 0;
+}
+
+std::chrono::milliseconds untilMoment(uint64_t monotonicMicroseconds) {
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    const auto nowMicroseconds = uint64_t(now.tv_sec) * 1'000'000 + uint64_t(now.tv_nsec) / 1000;
+    if (monotonicMicroseconds <= nowMicroseconds)
+        return 0ms;
+    const auto wait = std::chrono::microseconds(monotonicMicroseconds - nowMicroseconds);
+    return std::min<std::chrono::milliseconds>(std::chrono::ceil<std::chrono::milliseconds>(wait), 1h);
+}
+
+} // namespace
+
+SessionBus::SessionBus(const QString &ownName, Receiver receiver)
+    : m_ownName(ownName.toUtf8())
+    , m_receiver(std::move(receiver))
+    , m_retryDelay(firstRetryDelay) {
+    m_timeout.setSingleShot(true);
+    m_timeout.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&m_timeout, &QTimer::timeout, &m_timeout, [this] { process(); });
+    m_retry.setSingleShot(true);
+    QObject::connect(&m_retry, &QTimer::timeout, &m_retry, [this] { open(); });
+    m_firstTurn.setSingleShot(true);
+    QObject::connect(&m_firstTurn, &QTimer::timeout, &m_firstTurn, [this] { startClaiming(); });
+    if (!m_ownName.isEmpty())
+        m_firstTurn.start(0);
+    open();
+    // A program that posts something and ends at once, without an event loop, must have been heard.
+    waitUntilReady();
+}
+
+SessionBus::~SessionBus() {
+    m_matches.clear();
+}
+
+void SessionBus::open() {
+    sd_bus *bus = nullptr;
+    const int opened = sd_bus_open_user(&bus);
+    m_bus.reset(bus);
+    const int prepared = opened < 0 ? opened : prepare(bus);
+    if (prepared < 0)
+        lost(prepared);
+    else
+        watch();
+}
+
+// What is asked for here is sent as soon as the connection stands.
+int SessionBus::prepare(sd_bus *bus) {
+    const int filtered = sd_bus_add_filter(bus, nullptr, onMessage, this);
+    if (filtered < 0)
+        return filtered;
+    for (const QString &name : std::as_const(m_observed))
+        addMatch(name);
+    if (m_claims)
+        claimName();
+    return 0;
+}
+
+void SessionBus::startClaiming() {
+    m_claims = true;
+    if (!m_bus)
+        return;
+    claimName();
+    watch();
+}
+
+void SessionBus::claimName() {
+    const int asked =
+        sd_bus_request_name_async(m_bus.get(), nullptr, m_ownName.constData(), 0, onNameAnswer, this);
+    if (asked < 0)
+        qWarning("the name %s cannot be claimed: %s", m_ownName.constData(), std::strerror(-asked));
+}
+
+int SessionBus::onNameAnswer(sd_bus_message *answer, void *self, sd_bus_error *) {
+    uint32_t code = 0;
+    const bool isRefused = sd_bus_message_is_method_error(answer, nullptr) > 0;
+    if (!isRefused)
+        sd_bus_message_read(answer, "u", &code);
+    if (NameAnswer(code) != NameAnswer::IsOwner && NameAnswer(code) != NameAnswer::WasOwner)
+        qInfo("the name %s is left to another process",
+              static_cast<SessionBus *>(self)->m_ownName.constData());
+    return 0;
+}
+
+void SessionBus::waitUntilReady() {
+    const QDeadlineTimer deadline(patience);
+    while (m_bus && !m_isReady && !deadline.hasExpired()) {
+        if (processOnce() == 0)
+            sd_bus_wait(m_bus.get(), uint64_t(std::max<qint64>(deadline.remainingTimeNSecs() / 1000, 0)));
+    }
+    watch();
+}
+
+void SessionBus::lost(int error) {
+    const bool hadOne = m_isReady;
+    m_isReady = false;
+    m_readable.reset();
+    m_writable.reset();
+    m_matches.clear();
+    m_bus.reset();
+    if (!m_lossWasLogged)
+        qWarning("%s (%s): notifications wait for one",
+                 hadOne ? "the session bus went away" : "there is no session bus", std::strerror(-error));
+    m_lossWasLogged = true;
+    m_retry.start(m_retryDelay);
+    m_retryDelay = std::min<std::chrono::milliseconds>(m_retryDelay * 2, longestRetryDelay);
+}
+
+void SessionBus::announceReady() {
+    m_isReady = true;
+    m_retryDelay = firstRetryDelay;
+    if (m_lossWasLogged)
+        qInfo("the session bus is there");
+    m_lossWasLogged = false;
+}
+
+// Event loop
+
+// Nothing of ours is called from inside the library's own processing: a receiver that runs an event loop of
+// its own would make it deaf.
+void SessionBus::process() {
+    const std::weak_ptr<bool> alive = m_alive;
+    for (int messages = 0; messages < messagesPerTurn; ++messages) {
+        const int result = m_bus ? processOnce() : 0;
+        deliverReceived();
+        if (alive.expired())
+            return;
+        if (result <= 0)
+            break;
+    }
+    watch();
+}
+
+// Below 0: there is no bus any more. 0: nothing to do now.
+int SessionBus::processOnce() {
+    const int result = sd_bus_process(m_bus.get(), nullptr);
+    if (result < 0)
+        lost(result);
+    else if (!m_isReady && sd_bus_is_ready(m_bus.get()) > 0)
+        announceReady();
+    return result;
+}
+
+void SessionBus::deliverReceived() {
+    const std::weak_ptr<bool> alive = m_alive;
+    while (!alive.expired() && !m_received.isEmpty()) {
+        const Received next = m_received.dequeue();
+        const Receiver receiver = m_receiver; // outlives this object
+        contained("session bus", receiver, next.name, next.userInfo);
+    }
+}
+
+int SessionBus::onMessage(sd_bus_message *message, void *self, sd_bus_error *) {
+    Received received;
+    if (readNotificationSignal(message, &received.name, &received.userInfo))
+        static_cast<SessionBus *>(self)->m_received.enqueue(received);
+    return 0;
+}
+
+// Makes the event loop wait for what the library waits for. Called after everything that may change that.
+void SessionBus::watch() {
+    if (m_bus) {
+        const int descriptor = sd_bus_get_fd(m_bus.get());
+        const int events = descriptor < 0 ? descriptor : sd_bus_get_events(m_bus.get());
+        if (events < 0)
+            lost(events);
+        else
+            watchDescriptor(descriptor, events);
+    }
+    uint64_t moment = UINT64_MAX;
+    if (!m_received.isEmpty())
+        m_timeout.start(0ms);
+    else if (m_bus && sd_bus_get_timeout(m_bus.get(), &moment) >= 0 && moment != UINT64_MAX)
+        m_timeout.start(untilMoment(moment));
+    else
+        m_timeout.stop();
+}
+
+void SessionBus::watchDescriptor(int descriptor, int events) {
+    // The library may go on to another address, and so to another descriptor, while it connects.
+    if (!m_readable || m_readable->socket() != descriptor) {
+        m_readable.reset(new QSocketNotifier(descriptor, QSocketNotifier::Read));
+        m_writable.reset(new QSocketNotifier(descriptor, QSocketNotifier::Write));
+        QObject::connect(m_readable.get(), &QSocketNotifier::activated, m_readable.get(),
+                         [this] { process(); });
+        QObject::connect(m_writable.get(), &QSocketNotifier::activated, m_writable.get(),
+                         [this] { process(); });
+    }
+    m_readable->setEnabled(events & POLLIN);
+    m_writable->setEnabled(events & POLLOUT);
+}
+
+// Notifications
+
+QString SessionBus::send(const QString &name, const QString &sender, const TextMap &userInfo) {
+    int sent = m_bus ? trySend(name, sender, userInfo) : -ENOTCONN;
+    if (m_bus && sd_bus_is_open(m_bus.get()) <= 0) { // gone, and noticed only now
+        sent = -ENOTCONN;
+        lost(sent);
+    }
+    watch();
+    if (sent == -ENOTCONN)
+        return u"there is no session bus"_s;
+    return sent < 0 ? QString::fromLocal8Bit(std::strerror(-sent)) : QString();
+}
+
+int SessionBus::trySend(const QString &name, const QString &sender, const TextMap &userInfo) {
+    sd_bus_message *message = nullptr;
+    const int made = makeNotificationSignal(m_bus.get(), name, sender, userInfo, &message);
+    const Message owner(message);
+    return made < 0 ? made : sd_bus_send(m_bus.get(), message, nullptr);
+}
+
+void SessionBus::observe(const QString &name) {
+    if (m_observed.contains(name))
+        return;
+    m_observed.append(name);
+    if (!m_bus)
+        return;
+    addMatch(name);
+    watch();
+}
+
+void SessionBus::stopObserving(const QString &name) {
+    m_observed.removeAll(name);
+    m_matches.erase(name);
+    watch();
+}
+
+void SessionBus::addMatch(const QString &name) {
+    sd_bus_slot *slot = nullptr;
+    const QByteArray rule = notificationMatchRule(name);
+    const int added =
+        sd_bus_add_match_async(m_bus.get(), &slot, rule.constData(), ignoreMessage, onMatchAnswer, nullptr);
+    if (added < 0)
+        qWarning("notifications \"%s\" cannot be observed: %s", qPrintable(name), std::strerror(-added));
+    else
+        m_matches[name].reset(slot);
+}
+
+// Questions to the bus
+
+SessionBus::Message SessionBus::call(const char *member, const QString *argument) {
+    waitUntilReady();
+    if (!m_isReady)
+        return {};
+    sd_bus_message *question = nullptr;
+    sd_bus_message *answer = nullptr;
+    int result = sd_bus_message_new_method_call(m_bus.get(), &question, "org.freedesktop.DBus",
+                                                "/org/freedesktop/DBus", "org.freedesktop.DBus", member);
+    const Message owner(question);
+    if (result >= 0 && argument)
+        result = sd_bus_message_append(question, "s", argument->toUtf8().constData());
+    if (result >= 0)
+        sd_bus_call(m_bus.get(), question, uint64_t(std::chrono::microseconds(patience).count()), nullptr,
+                    &answer);
+    watch(); // what came in the meantime is still to be processed
+    return Message(answer);
+}
+
+QStringList SessionBus::ownedNames() {
+    const Message answer = call("ListNames", nullptr);
+    if (!answer || sd_bus_message_enter_container(answer.get(), 'a', "s") <= 0)
+        return {};
+    QStringList names;
+    for (const char *name = nullptr; sd_bus_message_read_basic(answer.get(), 's', &name) > 0;) {
+        if (*name != ':' && std::strcmp(name, "org.freedesktop.DBus") != 0)
+            names.append(QString::fromUtf8(name));
+    }
+    return names;
+}
+
+qint64 SessionBus::processOwning(const QString &name) {
+    const Message answer = call("GetConnectionUnixProcessID", &name);
+    uint32_t process = 0;
+    return answer && sd_bus_message_read(answer.get(), "u", &process) > 0 ? process : 0;
+}
+
+} // namespace platform

@@ -1,0 +1,297 @@
+#include "platform/services/html/HtmlTextSink.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <strings.h>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+constexpr std::string_view lineSeparator = "\xE2\x80\xA8";     // U+2028
+constexpr std::string_view objectReplacement = "\xEF\xBF\xBC"; // U+FFFC
+constexpr std::string_view bullet = "\t\xE2\x80\xA2\t";
+constexpr long maxItemNumber = 1'000'000'000;
+
+enum ByteClass : unsigned char { Ordinary, Space, C1Lead };
+
+constexpr std::array<ByteClass, 256> byteClasses = [] {
+    std::array<ByteClass, 256> classes{};
+    for (const unsigned char space : {' ', '\t', '\n', '\r', '\f'})
+        classes[space] = Space;
+    classes[0xC2] = C1Lead; // of U+0080 to U+00BF
+    return classes;
+}();
+
+ByteClass classOf(char byte) {
+    return byteClasses[static_cast<unsigned char>(byte)];
+}
+
+// What mail means by U+0080 to U+009F: the characters of Windows-1252. Empty: not assigned there.
+constexpr std::array<std::string_view, 32> windows1252 = {
+    "\xE2\x82\xAC",
+    "",
+    "\xE2\x80\x9A",
+    "\xC6\x92",
+    "\xE2\x80\x9E",
+    "\xE2\x80\xA6",
+    "\xE2\x80\xA0",
+    "\xE2\x80\xA1",
+    "\xCB\x86",
+    "\xE2\x80\xB0",
+    "\xC5\xA0",
+    "\xE2\x80\xB9",
+    "\xC5\x92",
+    "",
+    "\xC5\xBD",
+    "",
+    "",
+    "\xE2\x80\x98",
+    "\xE2\x80\x99",
+    "\xE2\x80\x9C",
+    "\xE2\x80\x9D",
+    "\xE2\x80\xA2",
+    "\xE2\x80\x93",
+    "\xE2\x80\x94",
+    "\xCB\x9C",
+    "\xE2\x84\xA2",
+    "\xC5\xA1",
+    "\xE2\x80\xBA",
+    "\xC5\x93",
+    "",
+    "\xC5\xBE",
+    "\xC5\xB8",
+};
+
+std::string_view trimmed(std::string_view text) {
+    while (!text.empty() && classOf(text.front()) == Space)
+        text.remove_prefix(1);
+    while (!text.empty() && classOf(text.back()) == Space)
+        text.remove_suffix(1);
+    return text;
+}
+
+bool sameText(std::string_view text, std::string_view lowerCase) {
+    return text.size() == lowerCase.size() && strncasecmp(text.data(), lowerCase.data(), text.size()) == 0;
+}
+
+bool isDisplayNone(std::string_view declaration) {
+    const std::size_t colon = declaration.find(':');
+    if (colon == std::string_view::npos || !sameText(trimmed(declaration.substr(0, colon)), "display"))
+        return false;
+    std::string_view value = declaration.substr(colon + 1);
+    return sameText(trimmed(value.substr(0, value.find('!'))), "none");
+}
+
+bool isNotDisplayed(HtmlTextSink::Attributes attributes) {
+    std::string_view rest = attributes.style;
+    while (!rest.empty()) {
+        const std::size_t end = rest.find(';');
+        if (isDisplayNone(rest.substr(0, end)))
+            return true;
+        rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
+    }
+    return false;
+}
+
+long numberIn(std::string_view value, long fallback) {
+    const std::string_view digits = trimmed(value);
+    long number = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    const bool usable = error == std::errc() && number > -maxItemNumber && number < maxItemNumber;
+    return usable ? number : fallback;
+}
+
+} // namespace
+
+bool HtmlTextSink::atLineStart() const {
+    return m_text.empty() || m_text.back() == '\n' || m_text.size() == m_afterMarker;
+}
+
+void HtmlTextSink::dropSoftTail() {
+    if (m_tail == Tail::SoftSpace)
+        m_text.pop_back();
+    else if (m_tail == Tail::SoftSeparator)
+        m_text.resize(m_text.size() - lineSeparator.size());
+    m_tail = Tail::Firm;
+}
+
+void HtmlTextSink::breakLine(bool evenWhenEmpty) {
+    const bool replacesTail = m_tail != Tail::Firm;
+    dropSoftTail();
+    if (replacesTail || evenWhenEmpty || (!m_text.empty() && m_text.back() != '\n'))
+        m_text += '\n';
+}
+
+void HtmlTextSink::breakBeforeBlock(bool item) {
+    // The first block of a list item stands on the marker's line; the first item of a list inside does not.
+    if (item || m_text.size() != m_afterMarker)
+        breakLine(false);
+}
+
+void HtmlTextSink::startItem(Attributes attributes) {
+    if (m_lists.empty() || !m_lists.back().numbered) {
+        m_text += bullet;
+    } else {
+        List &list = m_lists.back();
+        const long number = numberIn(attributes.value, list.next);
+        list.next = number + 1;
+        m_text += '\t' + std::to_string(number) + ".\t";
+    }
+    m_afterMarker = m_text.size();
+}
+
+void HtmlTextSink::startBlock(HtmlElement tag, Attributes attributes) {
+    breakBeforeBlock(tag.isListItem());
+    m_breakIsSeparator = tag.isParagraph();
+    m_frames.back().start = m_text.size();
+    if (tag.isList())
+        m_lists.push_back({tag.isNumberedList(), numberIn(attributes.start, 1)});
+    if (tag.isListItem())
+        startItem(attributes);
+    if (tag.isPreformatted()) {
+        m_preformatted = true;
+        m_preStart = m_text.size();
+    }
+}
+
+void HtmlTextSink::addLineBreak() {
+    // A soft space before the end of a line is not seen.
+    if (m_tail == Tail::SoftSpace)
+        dropSoftTail();
+    if (m_breakIsSeparator) {
+        m_text += lineSeparator;
+        m_tail = Tail::SoftSeparator;
+    } else {
+        m_text += '\n';
+        m_tail = Tail::Firm;
+    }
+}
+
+void HtmlTextSink::open(HtmlElement tag, Attributes attributes) {
+    m_frames.push_back({tag, m_text.size(), m_breakIsSeparator, m_preformatted, false});
+    if (tag.isHidden() || (m_hiddenDepth == 0 && isNotDisplayed(attributes))) {
+        m_frames.back().hidden = true;
+        ++m_hiddenDepth;
+    }
+    if (m_hiddenDepth > 0)
+        return;
+    if (tag.isBlock()) {
+        startBlock(tag, attributes);
+    } else if (tag.isTable()) {
+        breakBeforeBlock(false);
+    } else if (tag.isLineBreak()) {
+        addLineBreak();
+    } else if (tag.isImage()) {
+        addRun(objectReplacement);
+    }
+}
+
+void HtmlTextSink::openFlattened(HtmlElement tag) {
+    if (m_hiddenDepth == 0 && (tag.isBlock() || tag.isTable()))
+        breakBeforeBlock(false);
+}
+
+void HtmlTextSink::close() {
+    if (m_frames.empty())
+        return;
+    const Frame frame = m_frames.back();
+    m_frames.pop_back();
+    const bool wasHidden = m_hiddenDepth > 0;
+    if (frame.hidden)
+        --m_hiddenDepth;
+    if (wasHidden)
+        return;
+    if (frame.tag.isBlock())
+        breakLine(m_text.size() == frame.start);
+    else if (frame.tag.isTable() && m_text.size() != frame.start)
+        breakLine(false);
+    if (frame.tag.isList() && !m_lists.empty())
+        m_lists.pop_back();
+    m_breakIsSeparator = frame.breakIsSeparator;
+    m_preformatted = frame.preformatted;
+}
+
+void HtmlTextSink::text(std::string_view characters) {
+    if (m_hiddenDepth > 0)
+        return;
+    if (m_preformatted)
+        addPreformatted(characters);
+    else
+        addCollapsed(characters);
+}
+
+void HtmlTextSink::addRun(std::string_view characters) {
+    m_text += characters;
+    m_tail = Tail::Firm;
+}
+
+std::size_t HtmlTextSink::addTwoByteCharacter(std::string_view rest) {
+    const unsigned second = rest.size() > 1 ? static_cast<unsigned char>(rest[1]) : 0U;
+    const bool isC1 = second >= 0x80 && second < 0xA0 && !windows1252[second - 0x80].empty();
+    const std::size_t length = std::min<std::size_t>(rest.size(), 2);
+    addRun(isC1 ? windows1252[second - 0x80] : rest.substr(0, length));
+    return length;
+}
+
+void HtmlTextSink::addNewlineOfPreformatted(char newline) {
+    const bool secondOfPair = newline == '\n' && m_afterCarriageReturn;
+    m_afterCarriageReturn = newline == '\r';
+    if (secondOfPair)
+        return;
+    // The newline right after the tag belongs to the tag.
+    if (m_text.size() == std::exchange(m_preStart, std::string::npos))
+        return;
+    addRun("\n");
+}
+
+void HtmlTextSink::addPreformatted(std::string_view characters) {
+    while (!characters.empty()) {
+        const char c = characters.front();
+        std::size_t length = 1;
+        if (c == '\n' || c == '\r') {
+            addNewlineOfPreformatted(c);
+        } else {
+            m_afterCarriageReturn = false;
+            if (classOf(c) == C1Lead)
+                length = addTwoByteCharacter(characters);
+            else
+                addRun({&c, 1});
+        }
+        characters.remove_prefix(length);
+    }
+}
+
+void HtmlTextSink::addCollapsed(std::string_view characters) {
+    const char *at = characters.data();
+    const char *const end = at + characters.size();
+    while (at != end) {
+        const char *run = at;
+        while (at != end && classOf(*at) == Ordinary)
+            ++at;
+        if (at != run)
+            addRun({run, std::size_t(at - run)});
+        if (at == end)
+            return;
+        if (classOf(*at) == C1Lead) {
+            at += addTwoByteCharacter({at, std::size_t(end - at)});
+            continue;
+        }
+        ++at;
+        if (m_tail == Tail::Firm && !atLineStart()) {
+            m_text += ' ';
+            m_tail = Tail::SoftSpace;
+        }
+    }
+}
+
+std::string HtmlTextSink::take() {
+    while (!m_frames.empty())
+        close();
+    dropSoftTail();
+    return std::exchange(*this, HtmlTextSink()).m_text;
+}
+
+} // namespace platform

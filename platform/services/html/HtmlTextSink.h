@@ -1,0 +1,75 @@
+// Turns a stream of HTML tags and characters into plain text. Everything in it is UTF-8.
+#pragma once
+
+#include "platform/services/html/HtmlElement.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform {
+
+// Those that matter, as they stand in the tag. One that is not there has no data.
+struct HtmlAttributes {
+    std::string_view style;
+    std::string_view start;
+    std::string_view value;
+};
+
+class HtmlTextSink {
+public:
+    using Attributes = const HtmlAttributes &;
+
+    void reserve(std::size_t bytes) { m_text.reserve(bytes); }
+    void open(HtmlElement tag, Attributes attributes);
+    // A tag whose end will not be told.
+    void openFlattened(HtmlElement tag);
+    // Ends the tag that was opened last. Nothing when none is open.
+    void close();
+    void text(std::string_view characters);
+    // The text so far, after whatever is still open has been ended. Leaves the sink empty.
+    [[nodiscard]] std::string take();
+
+private:
+    struct List {
+        bool numbered;
+        long next;
+    };
+    struct Frame {
+        HtmlElement tag;
+        std::size_t start;     // length of the text where its content begins
+        bool breakIsSeparator; // of what surrounds it
+        bool preformatted;     // of what surrounds it
+        bool hidden;
+    };
+    // The last character, where white space that follows it, or the end of its block, depends on it.
+    enum class Tail { Firm, SoftSpace, SoftSeparator };
+
+    void startBlock(HtmlElement tag, Attributes attributes);
+    void startItem(Attributes attributes);
+    void breakLine(bool evenWhenEmpty);
+    void breakBeforeBlock(bool item);
+    void dropSoftTail();
+    void addLineBreak();
+    void addPreformatted(std::string_view characters);
+    void addNewlineOfPreformatted(char newline);
+    // Answers how many bytes of `rest` it took.
+    std::size_t addTwoByteCharacter(std::string_view rest);
+    void addCollapsed(std::string_view characters);
+    void addRun(std::string_view characters);
+    [[nodiscard]] bool atLineStart() const;
+
+    std::string m_text;
+    std::vector<Frame> m_frames;
+    std::vector<List> m_lists;
+    std::size_t m_afterMarker = std::string::npos; // length of the text right after a list marker
+    std::size_t m_preStart = std::string::npos; // where a leading newline of a preformatted block is dropped
+    int m_hiddenDepth = 0;
+    Tail m_tail = Tail::Firm;
+    bool m_breakIsSeparator = false;
+    bool m_preformatted = false;
+    bool m_afterCarriageReturn = false;
+};
+
+} // namespace platform

@@ -1,0 +1,36 @@
+// Deferred calls on the Qt event loop.
+#pragma once
+
+#include "platform/services/runloop/RunLoop.h"
+
+#include <QTimer>
+#include <chrono>
+#include <memory>
+#include <vector>
+
+namespace platform {
+
+// One timer for all calls: Qt keeps no order among timers that end at the same moment.
+class QtRunLoop : public RunLoop {
+public:
+    QtRunLoop();
+    TimerId callAfter(double seconds, Callback callback) override;
+    void cancel(TimerId timer) override;
+
+private:
+    using Clock = std::chrono::steady_clock;
+    struct Pending {
+        Clock::time_point due;
+        TimerId id;
+        Callback callback;
+    };
+    void runDue();
+    void armTimer();
+
+    QTimer m_timer;
+    std::vector<Pending> m_pending; // sorted by due, then id
+    TimerId m_lastId = 0;
+    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
+};
+
+} // namespace platform

@@ -1,0 +1,165 @@
+#include "platform/services/workspace/DesktopWorkspace.h"
+
+#include "platform/services/bus/SessionBus.h"
+#include "platform/services/workspace/RootFolder.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QUrl>
+#include <QWidget>
+
+namespace platform {
+
+namespace {
+
+const QString infoFile = u"/Contents/Info.plist"_s;
+const QString executableFolder = u"/Contents/MacOS/"_s;
+const QString identifierKey = u"CFBundleIdentifier"_s;
+const QString executableKey = u"CFBundleExecutable"_s;
+
+// Bundles lie in the shared folders or in a product's folder in one of them.
+constexpr int searchDepth = 2;
+
+// What the services of this library correspond to; see Workspace::systemVersion.
+constexpr int servicesVersion = 0x1068;
+
+QWidget *windowToShow() {
+    if (QWidget *modal = QApplication::activeModalWidget())
+        return modal;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows) {
+        if (window->windowType() == Qt::Window && window->isVisible())
+            return window;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+DesktopWorkspace::DesktopWorkspace(std::shared_ptr<SessionBus> bus, const QString &root,
+                                   const QString &documents)
+    : m_bus(std::move(bus))
+    , m_root(root)
+    , m_documents(documents) {
+    while (m_root.endsWith(u'/'))
+        m_root.chop(1);
+}
+
+QString DesktopWorkspace::resolve(const QString &path) const {
+    return belowRoot(m_root, path);
+}
+
+QVariantMap DesktopWorkspace::infoOf(const QString &bundlePath) const {
+    return rt::mapValue(m_propertyLists->read(resolve(bundlePath) + infoFile));
+}
+
+QString DesktopWorkspace::pathForBundleIdentifier(const QString &identifier) const {
+    if (identifier.isEmpty())
+        return {};
+    if (const qint64 process = m_bus->processOwning(identifier)) {
+        const QString path = bundleOfProcess(process, identifier);
+        if (!path.isNull())
+            return path;
+    }
+    for (const QString &folder : bundleFolders()) {
+        const QString path = bundleBelow(folder.chopped(1), identifier, searchDepth);
+        if (!path.isNull())
+            return path;
+    }
+    return {};
+}
+
+// A process runs from a bundle when its executable lies in one that has this identifier.
+QString DesktopWorkspace::bundleOfProcess(qint64 process, const QString &identifier) const {
+    const QString executable = QFileInfo(u"/proc/%1/exe"_s.arg(process)).symLinkTarget();
+    const qsizetype end = executable.lastIndexOf(executableFolder);
+    if (end < 0)
+        return {};
+    const QString bundle = executable.first(end);
+    const QString root = QFileInfo(m_root).canonicalFilePath();
+    const QString path =
+        !root.isEmpty() && bundle.startsWith(root + QLatin1Char('/')) ? bundle.sliced(root.size()) : bundle;
+    return rt::textValue(infoOf(path).value(identifierKey)) == identifier ? path : QString();
+}
+
+QString DesktopWorkspace::bundleBelow(const QString &folder, const QString &identifier, int depth) const {
+    const QStringList names =
+        QDir(resolve(folder + QLatin1Char('/'))).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    for (const QString &name : names) {
+        const QString path = folder + QLatin1Char('/') + name;
+        const bool isBundle = isFilePackage(path);
+        if (isBundle && rt::textValue(infoOf(path).value(identifierKey)) == identifier)
+            return path;
+        const QString deeper = isBundle || depth <= 1 ? QString() : bundleBelow(path, identifier, depth - 1);
+        if (!deeper.isNull())
+            return deeper;
+    }
+    return {};
+}
+
+bool DesktopWorkspace::isFilePackage(const QString &path) const {
+    return QFileInfo(resolve(path) + infoFile).isFile();
+}
+
+QString DesktopWorkspace::executablePath(const QString &bundlePath) const {
+    const QString name = rt::textValue(infoOf(bundlePath).value(executableKey));
+    const QFileInfo executable(resolve(bundlePath) + executableFolder + name);
+    const bool isInBundle = !name.isEmpty() && !name.contains(u'/');
+    return isInBundle && executable.isFile() && executable.isExecutable() ? executable.filePath() : QString();
+}
+
+QStringList DesktopWorkspace::runningApplications() const {
+    return m_bus->ownedNames();
+}
+
+bool DesktopWorkspace::launchApplication(const QString &identifier) {
+    const QString path = pathForBundleIdentifier(identifier);
+    return !path.isNull() && startProcess(executablePath(path), {});
+}
+
+bool DesktopWorkspace::startProcess(const QString &executable, const QStringList &arguments) {
+    if (executable.isEmpty())
+        return false;
+    QProcess process;
+    process.setProgram(executable);
+    process.setArguments(arguments);
+    process.setWorkingDirectory(homeFolder());
+    // It outlives this process, and must not hold open a pipe that somebody reads our output from.
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(QProcess::nullDevice());
+    return process.startDetached();
+}
+
+int DesktopWorkspace::systemVersion() const {
+    return QSysInfo::kernelVersion().isEmpty() ? 0 : servicesVersion;
+}
+
+QString DesktopWorkspace::homeFolder() const {
+    return QDir::homePath();
+}
+
+QString DesktopWorkspace::documentsFolder() const {
+    return m_documents.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)
+                                 : m_documents;
+}
+
+bool DesktopWorkspace::openInFileBrowser(const QString &folder) {
+    return QFileInfo(folder).isDir() && QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
+}
+
+void DesktopWorkspace::activateThisApplication() {
+    if (!qobject_cast<QApplication *>(QCoreApplication::instance()) || QApplication::activeWindow())
+        return;
+    QWidget *window = windowToShow();
+    if (!window)
+        return;
+    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+    window->raise();
+    window->activateWindow();
+}
+
+} // namespace platform

@@ -1,0 +1,42 @@
+// Applications as folders below the root folder and as names on the session bus.
+#pragma once
+
+#include "platform/services/storage/Storage.h"
+#include "platform/services/workspace/Workspace.h"
+
+#include <QVariantMap>
+#include <memory>
+
+namespace platform {
+
+class SessionBus;
+
+class DesktopWorkspace : public Workspace {
+public:
+    // An empty `documents` stands for the desktop's Documents folder.
+    DesktopWorkspace(std::shared_ptr<SessionBus> bus, const QString &root, const QString &documents);
+    [[nodiscard]] QString resolve(const QString &path) const override;
+    [[nodiscard]] QString pathForBundleIdentifier(const QString &identifier) const override;
+    [[nodiscard]] bool isFilePackage(const QString &path) const override;
+    [[nodiscard]] QString executablePath(const QString &bundlePath) const override;
+    [[nodiscard]] QStringList runningApplications() const override;
+    bool launchApplication(const QString &identifier) override;
+    bool startProcess(const QString &executable, const QStringList &arguments) override;
+    [[nodiscard]] int systemVersion() const override;
+    [[nodiscard]] QString homeFolder() const override;
+    [[nodiscard]] QString documentsFolder() const override;
+    bool openInFileBrowser(const QString &folder) override;
+    void activateThisApplication() override;
+
+private:
+    [[nodiscard]] QVariantMap infoOf(const QString &bundlePath) const;
+    [[nodiscard]] QString bundleOfProcess(qint64 process, const QString &identifier) const;
+    [[nodiscard]] QString bundleBelow(const QString &folder, const QString &identifier, int depth) const;
+
+    std::shared_ptr<SessionBus> m_bus;
+    QString m_root; // without a trailing "/"
+    QString m_documents;
+    std::unique_ptr<PropertyLists> m_propertyLists = makePropertyLists();
+};
+
+} // namespace platform

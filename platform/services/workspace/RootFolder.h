@@ -1,0 +1,27 @@
+// Where the system's absolute bundle paths lie on this machine.
+#pragma once
+
+#include "platform/Literals.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace platform {
+
+// The folders, with a trailing "/", whose content lies below the root folder.
+inline const QStringList &bundleFolders() {
+    static const QStringList folders{u"/Applications/"_s, u"/Users/Shared/"_s};
+    return folders;
+}
+
+// The path below `root` when it begins with one of those folders; otherwise, or with an empty root, the path
+// itself.
+inline QString belowRoot(const QString &root, const QString &path) {
+    for (const QString &folder : bundleFolders()) {
+        if (path.startsWith(folder))
+            return root + path;
+    }
+    return path;
+}
+
+} // namespace platform

@@ -1,0 +1,33 @@
+#include "plugin/link/channel/channelObserver.h"
+
+#include "platform/runtime/Value.h"
+#include "platform/services/Services.h"
+#include "plugin/link/meetingKeys.h"
+
+#include <QLocale>
+
+ChannelObserver::ChannelObserver(const QString &name,
+                                 std::function<void(const platform::TextMap &userInfo)> handler) {
+    auto registered = std::make_shared<bool>(true);
+    m_registered = registered;
+    m_id = platform::services().distributedNotifications->addObserver(
+        name, [registered, handler = std::move(handler)](const QString &, const platform::TextMap &userInfo) {
+            handler(userInfo);
+        });
+}
+
+ChannelObserver::~ChannelObserver() {
+    // The id of a centre that is gone may be another observer's in the one that took its place.
+    if (!m_registered.expired())
+        platform::services().distributedNotifications->removeObserver(m_id);
+}
+
+qint64 envelopeActionId(const platform::TextMap &userInfo) {
+    bool isNumber = false;
+    const double number = QLocale::c().toDouble(userInfo.value(VL_IPC_ACTION_ID), &isNumber);
+    return isNumber ? rt::integerValue(number) : 0;
+}
+
+QString envelopeContent(const platform::TextMap &userInfo) {
+    return userInfo.value(VL_IPC_CONTENT);
+}

@@ -1,0 +1,31 @@
+// How the plug-in learns the meeting client's version.
+#pragma once
+
+#include "platform/services/bus/Notifications.h"
+
+#include <QString>
+#include <memory>
+
+class ChannelObserver;
+
+// Listens for the agent's answers for as long as it lives. Main thread only.
+class vlGetClientVersionHelper {
+public:
+    static vlGetClientVersionHelper &sharedInstance();
+    vlGetClientVersionHelper();
+    ~vlGetClientVersionHelper();
+    vlGetClientVersionHelper(const vlGetClientVersionHelper &) = delete;
+    vlGetClientVersionHelper &operator=(const vlGetClientVersionHelper &) = delete;
+
+    // Asks the agent; its answer goes to the site configuration.
+    void getClientVersion();
+    void onMessageResponseFromPluginAgent(const platform::TextMap &userInfo);
+
+    static void saveClientVersionToLocal(const QString &version);
+    // The version of the client's bundle, else the one in the site configuration; null or "" when neither is
+    // known.
+    [[nodiscard]] static QString getVelaClientVersion();
+
+private:
+    std::unique_ptr<ChannelObserver> m_answers;
+};

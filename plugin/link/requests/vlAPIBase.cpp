@@ -1,0 +1,226 @@
+#include "plugin/link/requests/vlAPIBase.h"
+
+#include "platform/services/Services.h"
+#include "plugin/link/channel/vlIPCChannel.h"
+#include "plugin/link/discovery/vlAppHelper.h"
+#include "plugin/link/discovery/vlClientFeatureMgr.h"
+#include "plugin/link/linkPorts.h"
+#include "plugin/link/meetingKeys.h"
+#include "plugin/util/localizedString.h"
+
+namespace {
+
+ClientError errorOfStatus(ClientStatus status) {
+    switch (status) {
+    case ClientStatus::NotInstalled:
+        return ClientError::NotInstalled;
+    case ClientStatus::NotRunning:
+        return ClientError::NotRunning;
+    case ClientStatus::NotSupported:
+        return ClientError::NotSupported;
+    case ClientStatus::Running:
+        break;
+    }
+    return ClientError::None;
+}
+
+// The key of the code's text; null for a code without one.
+QString textKeyOfError(ClientError error) {
+    switch (error) {
+    case ClientError::NotInstalled:
+        return u"NoVelaClient"_s;
+    case ClientError::Internet:
+        return u"InternetError"_s;
+    case ClientError::NotRunning:
+        return u"VelaClientNotRunning"_s;
+    case ClientError::NotSupported:
+        return u"NotSupportedVelaClientVersion"_s;
+    case ClientError::NotSignedIn:
+        return u"VelaClientNotSignIn"_s;
+    case ClientError::System:
+        return u"SystemError"_s;
+    case ClientError::MeetingNotFound:
+        return u"MeetingNotFound"_s;
+    case ClientError::Network:
+        return u"NetworkConnectionError"_s;
+    case ClientError::None:
+        break;
+    }
+    return {};
+}
+
+} // namespace
+
+vlAPIBase::vlAPIBase(const Kind &kind)
+    : m_kind(kind)
+    , m_self(std::make_shared<vlAPIBase *>(this)) {}
+
+vlAPIBase::~vlAPIBase() {
+    invalidateTimer();
+}
+
+QString vlAPIBase::getAPIData() const {
+    return QString::number(quint32(m_kind.action));
+}
+
+ClientError vlAPIBase::doAction(QWidget *window) {
+    const ClientError error = action(window);
+    if (error == ClientError::None)
+        vlIPCChannel::sendIPCMessageToVelaClient(quint32(m_kind.action), getAPIData());
+    return error;
+}
+
+ClientError vlAPIBase::action(QWidget *window) {
+    m_parentWindow = window;
+    const ClientError error = checkVelaAppError();
+    if (error != ClientError::None) {
+        popupErrorMsg(window, error);
+        deny();
+        return error;
+    }
+    releaseTimer();
+    m_owner = RequestOwner::atHand();
+    startTimer();
+    PendingRequest request;
+    request.owner = m_owner;
+    request.window = window;
+    request.showsProgress = m_showCommunicationDlg;
+    request.timer = myTimer;
+    describe(request);
+    m_pending.add(std::move(request));
+    if (m_showCommunicationDlg)
+        showProgress(window);
+    return ClientError::None;
+}
+
+void vlAPIBase::onVelaFeedback(const QString &content) {
+    const bool isError = m_kind.errorIn(content) != ClientError::None;
+    const QStringList keys = isError ? QStringList() : meetingKeysIn(content);
+    if (PendingRequest *pending = m_pending.requestFor(keys))
+        take(*pending, content, keys);
+    else if (CheckFeedbackError(content) == ClientError::None)
+        handleUnasked(content);
+}
+
+// What the handling leads to may ask again: the pending request is touched only when it has led to nothing.
+void vlAPIBase::take(PendingRequest &pending, const QString &content, const QStringList &keys) {
+    const PendingRequest request = pending;
+    pending.state = PendingRequest::State::Answered;
+    if (!keys.isEmpty())
+        pending.meetingKey = keys.first();
+    m_parentWindow = request.window;
+    m_owner = request.owner;
+    myTimer = request.timer;
+    const RequestOwner::Scope scope(request.owner.lock()); // nobody, when the owner is gone
+    onfeedback(qint32(m_kind.answer), content);
+    const ClientError error = CheckFeedbackError(content);
+    const bool isAccepted = error == ClientError::None || !m_kind.endsWithError;
+    const bool isOfUse = isAccepted && handle(request, content);
+    if (request.owner.expired()) // what was read is for nobody
+        RequestOwner::nobody()->loadedMeeting = {};
+    if (isOfUse)
+        return;
+    pending.state = PendingRequest::State::Refused;
+    if (!isAccepted)
+        popupErrorMsg(m_parentWindow, error);
+    deny();
+}
+
+void vlAPIBase::deny() const {
+    FinishReceiver *receiver = LinkPorts::instance().finishReceiver;
+    if (receiver && m_kind.isAwaited)
+        receiver->onRequestDenied();
+}
+
+ClientError vlAPIBase::CheckFeedbackError(const QString &content) {
+    const ClientError error = checkVelaAppError();
+    return error == ClientError::None ? m_kind.errorIn(content) : error;
+}
+
+void vlAPIBase::sendResponse(MeetingCommand command, const QVariant &data) const {
+    if (m_kind.sendResponse)
+        m_kind.sendResponse(m_parentWindow, command, data);
+}
+
+void vlAPIBase::onfeedback(qint32, const QString &) {
+    closeProgress();
+    invalidateTimer();
+}
+
+void vlAPIBase::startTimer() {
+    auto id = std::make_shared<quint64>(0);
+    const std::weak_ptr<vlAPIBase *> self = m_self;
+    *id = platform::services().runLoop->callAfter(timeOutSeconds, [self, id, owner = m_owner] {
+        const auto object = self.lock();
+        if (!object)
+            return;
+        if (PendingRequest *request = (*object)->m_pending.requestWithTimer(id))
+            request->timedOut = true;
+        (*object)->m_owner = owner;
+        (*object)->onTimeOut();
+    });
+    myTimer = id;
+}
+
+void vlAPIBase::releaseTimer() {
+    myTimer.reset();
+}
+
+void vlAPIBase::invalidateTimer() {
+    // Expired: it has come, or the run loop that held it is gone and another one counts its timers from the
+    // start.
+    if (const auto id = myTimer.lock())
+        platform::services().runLoop->cancel(*id);
+    myTimer.reset();
+}
+
+void vlAPIBase::onTimeOut() {
+    closeProgress();
+}
+
+void vlAPIBase::showProgress(QWidget *window) {
+    RequestFeedback *feedback = LinkPorts::instance().feedback;
+    if (feedback != m_progressMaker) {
+        myProgressUI = feedback ? feedback->makeProgress() : nullptr;
+        m_progressMaker = feedback;
+    }
+    if (myProgressUI)
+        myProgressUI->showCommunication(window);
+}
+
+void vlAPIBase::closeProgress() {
+    if (myProgressUI && !m_pending.othersShowProgress(m_owner.lock()))
+        myProgressUI->closeCommunication();
+}
+
+ClientError vlAPIBase::checkVelaAppError() {
+    setError(errorOfStatus(GetVelaCLientStatus()));
+    return m_error;
+}
+
+QString vlAPIBase::getAPIResult() const {
+    return m_error == ClientError::None ? keyVLSuccess : keyVLFail;
+}
+
+void vlAPIBase::popupErrorMsg(QWidget *window, ClientError errorCode) {
+    const QString key = textKeyOfError(errorCode);
+    const QString message = key.isNull() ? u""_s : vlLocalizedString(key);
+    if (errorCode != ClientError::NotRunning)
+        popupWarnWithErrorMsg(window, message);
+    else if (RequestFeedback *feedback = LinkPorts::instance().feedback)
+        feedback->showClientError(window, message);
+}
+
+void vlAPIBase::popupWarnWithErrorMsg(QWidget *window, const QString &message) {
+    if (RequestFeedback *feedback = LinkPorts::instance().feedback)
+        feedback->showAlertMessage(window, message);
+}
+
+ClientStatus vlAPIBase::GetVelaCLientStatus() const {
+    const vlAppHelper &applications = vlAppHelper::sharedInstance();
+    if (!applications.isVelausInstalled())
+        return ClientStatus::NotInstalled;
+    if (!vlClientFeatureMgr::sharedInstance().isSupportedVelaClientVersion())
+        return ClientStatus::NotSupported;
+    return applications.isVelaRunning() ? ClientStatus::Running : ClientStatus::NotRunning;
+}

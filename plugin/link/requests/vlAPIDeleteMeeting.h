@@ -1,0 +1,23 @@
+// Deletes a meeting.
+#pragma once
+
+#include "plugin/link/requests/vlAPIBase.h"
+
+// Hands back whatever the client says and never shows an alert: the appointment goes either way.
+class vlAPIDeleteMeeting : public vlAPIBase {
+public:
+    explicit vlAPIDeleteMeeting(decltype(Kind::sendResponse) sendResponse = nullptr);
+    void setData(const QString &meetingKey) { m_meetingKey = meetingKey; }
+    [[nodiscard]] QString getAPIData() const override;
+
+    [[nodiscard]] const QString &meetingKey() const { return m_meetingKey; }
+    void setMeetingKey(const QString &meetingKey) { m_meetingKey = meetingKey; }
+
+protected:
+    void describe(PendingRequest &request) const override;
+    [[nodiscard]] QStringList meetingKeysIn(const QString &content) const override { return {content}; }
+    bool handle(const PendingRequest &request, const QString &content) override;
+
+private:
+    QString m_meetingKey;
+};

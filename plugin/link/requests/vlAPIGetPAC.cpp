@@ -1,0 +1,25 @@
+#include "plugin/link/requests/vlAPIGetPAC.h"
+
+#include "plugin/link/discovery/vlClientFeatureMgr.h"
+#include "plugin/link/readers/vlGetPACHelper.h"
+#include "plugin/link/requests/feedbackErrors.h"
+
+vlAPIGetPAC::vlAPIGetPAC(decltype(Kind::sendResponse) sendResponse)
+    : vlAPIBase(
+          {ClientAction::GetPAC, ClientAnswer::GetPAC, accountsFeedbackError, true, false, sendResponse}) {}
+
+ClientError vlAPIGetPAC::doAction(QWidget *window) {
+    if (!vlClientFeatureMgr::sharedInstance().isVelaClientSupportPACAndNoVideo())
+        return ClientError::None;
+    return vlAPIBase::doAction(window);
+}
+
+bool vlAPIGetPAC::handle(const PendingRequest &, const QString &content) {
+    handleUnasked(content);
+    sendResponse(MeetingCommand::CmdGetAudioConferenceDone, {});
+    return true;
+}
+
+void vlAPIGetPAC::handleUnasked(const QString &content) {
+    vlGetPACHelper::sharedInstance().setPACInfo(content);
+}

@@ -1,0 +1,15 @@
+// Asks for the signed-in user's profile.
+#pragma once
+
+#include "plugin/link/requests/vlAPIBase.h"
+
+// Keeps the profile in vlUserProfileHelper (an empty one when the answer is not a dictionary) and hands it
+// back.
+class vlAPIGetUserProfile : public vlAPIBase {
+public:
+    explicit vlAPIGetUserProfile(decltype(Kind::sendResponse) sendResponse = nullptr);
+
+protected:
+    bool handle(const PendingRequest &request, const QString &content) override;
+    void handleUnasked(const QString &content) override;
+};

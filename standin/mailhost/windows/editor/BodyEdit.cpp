@@ -1,0 +1,186 @@
+#include "standin/mailhost/windows/editor/BodyEdit.h"
+
+#include "standin/mailhost/model/Bind.h"
+#include "standin/mailhost/windows/ControlNames.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QTextList>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace mailhost {
+
+namespace {
+
+class BodyTextEdit : public QTextEdit {
+public:
+    BodyText *body = nullptr;
+
+protected:
+    // A bookmark has no width: erasing goes past it to the character that the person sees.
+    void keyPressEvent(QKeyEvent *event) override {
+        const bool back =
+            event->matches(QKeySequence::DeleteStartOfWord) || event->key() == Qt::Key_Backspace;
+        const bool forward = event->key() == Qt::Key_Delete;
+        if ((back || forward) && body && !isReadOnly() && !textCursor().hasSelection()) {
+            QTextCursor cursor = textCursor();
+            while (!body->bookmarkAt(cursor.position() - (back ? 1 : 0)).isNull())
+                if (!cursor.movePosition(back ? QTextCursor::PreviousCharacter : QTextCursor::NextCharacter))
+                    break;
+            setTextCursor(cursor);
+        }
+        QTextEdit::keyPressEvent(event);
+    }
+    // Pasted text takes the style of the place: other programs' styles seldom fit an invitation.
+    void insertFromMimeData(const QMimeData *source) override {
+        if (source->hasText())
+            textCursor().insertText(source->text());
+    }
+};
+
+} // namespace
+
+BodyEdit::BodyEdit(BookmarkMangling mangling, QWidget *parent)
+    : QWidget(parent)
+    , m_mangling(mangling) {
+    auto *edit = new BodyTextEdit;
+    m_edit = edit;
+    m_edit->setObjectName(controls::bodyEditor);
+    m_edit->setAccessibleName(tr("Notes"));
+    m_edit->setTabChangesFocus(true);
+    m_edit->setFrameShape(QFrame::NoFrame);
+    m_edit->document()->setDocumentMargin(14);
+    m_bar = new QWidget;
+    m_bar->setObjectName(u"bodyBar"_s);
+    buildButtons();
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_bar);
+    layout->addWidget(m_edit, 1);
+    m_text = new BodyText(m_edit->document(), this);
+    edit->body = m_text;
+    connect(m_text, &BodyText::edited, this, &BodyEdit::edited);
+    connect(m_edit, &QTextEdit::cursorPositionChanged, this, &BodyEdit::showStyle);
+    connect(m_edit, &QTextEdit::currentCharFormatChanged, this, &BodyEdit::showStyle);
+    setFocusProxy(m_edit);
+}
+
+QToolButton *BodyEdit::addButton(const QString &name, const QString &text, const QString &what,
+                                 const QKeySequence &keys) {
+    auto *button = new QToolButton(m_bar);
+    button->setObjectName(name);
+    button->setText(text);
+    button->setCheckable(true);
+    button->setAutoRaise(true);
+    button->setAccessibleName(what);
+    button->setToolTip(keys.isEmpty() ? what
+                                      : what + u" ("_s + keys.toString(QKeySequence::NativeText) + u')');
+    button->setShortcut(keys);
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setFixedSize(28, 26);
+    m_bar->layout()->addWidget(button);
+    return button;
+}
+
+void BodyEdit::buildButtons() {
+    auto *row = new QHBoxLayout(m_bar);
+    row->setContentsMargins(12, 3, 12, 3);
+    row->setSpacing(2);
+    m_bold = addButton(controls::boldButton, u"B"_s, tr("Bold"), QKeySequence::Bold);
+    m_italic = addButton(controls::italicButton, u"I"_s, tr("Italic"), QKeySequence::Italic);
+    m_underline = addButton(controls::underlineButton, u"U"_s, tr("Underline"), QKeySequence::Underline);
+    m_list = addButton(controls::listButton, u"•"_s, tr("List"), QKeySequence(tr("Ctrl+Shift+L")));
+    row->addStretch(1);
+    QFont font = m_bold->font();
+    font.setBold(true);
+    m_bold->setFont(font);
+    font.setBold(false);
+    font.setItalic(true);
+    m_italic->setFont(font);
+    font.setItalic(false);
+    font.setUnderline(true);
+    m_underline->setFont(font);
+    connect(m_bold, &QToolButton::clicked, this, [this](bool on) {
+        QTextCharFormat format;
+        format.setFontWeight(on ? QFont::Bold : QFont::Normal);
+        mergeFormat(format);
+    });
+    connect(m_italic, &QToolButton::clicked, this, [this](bool on) {
+        QTextCharFormat format;
+        format.setFontItalic(on);
+        mergeFormat(format);
+    });
+    connect(m_underline, &QToolButton::clicked, this, [this](bool on) {
+        QTextCharFormat format;
+        format.setFontUnderline(on);
+        mergeFormat(format);
+    });
+    connect(m_list, &QToolButton::clicked, this, &BodyEdit::toggleList);
+}
+
+void BodyEdit::mergeFormat(const QTextCharFormat &format) {
+    m_edit->mergeCurrentCharFormat(format);
+    m_edit->setFocus();
+}
+
+void BodyEdit::toggleList() {
+    QTextCursor cursor = m_edit->textCursor();
+    cursor.beginEditBlock();
+    if (QTextList *list = cursor.currentList()) {
+        list->remove(cursor.block());
+        QTextBlockFormat format = cursor.blockFormat();
+        format.setIndent(0);
+        cursor.setBlockFormat(format);
+    } else {
+        cursor.createList(QTextListFormat::ListDisc);
+    }
+    cursor.endEditBlock();
+    m_edit->setFocus();
+    showStyle();
+}
+
+void BodyEdit::showStyle() {
+    const QTextCharFormat format = m_edit->currentCharFormat();
+    m_bold->setChecked(format.fontWeight() >= QFont::DemiBold);
+    m_italic->setChecked(format.fontItalic());
+    m_underline->setChecked(format.fontUnderline());
+    m_list->setChecked(m_edit->textCursor().currentList() != nullptr);
+}
+
+QString BodyEdit::bodyHtml() const {
+    return m_text->html();
+}
+
+void BodyEdit::showBodyHtml(const QString &html) {
+    m_text->setHtml(asHtmlDocument(mangled(html, m_mangling)));
+    m_edit->moveCursor(QTextCursor::Start);
+}
+
+void BodyEdit::load(const QString &html) {
+    m_text->setHtml(asHtmlDocument(html));
+    m_edit->moveCursor(QTextCursor::Start);
+}
+
+void BodyEdit::setBodyReadOnly(bool readOnly) {
+    m_edit->setReadOnly(readOnly);
+    m_bar->setEnabled(!readOnly);
+}
+
+void BodyEdit::focusBody() {
+    m_edit->setFocus();
+}
+
+ComposeView::ComposeView(BookmarkMangling mangling, QWidget *parent)
+    : BodyEdit(mangling, parent)
+    , rt::Object(rt::classNamed(u"ComposeView"_s))
+    , m_frame(BodyReference(this, this)) {}
+
+void defineComposeViewClass() {
+    addMethods(rt::defineClass(u"ComposeView"_s, rt::defineClass(u"NSView"_s)),
+               {{"mainFrame", bind<&ComposeView::mainFrame>, "@@:"}});
+}
+
+} // namespace mailhost

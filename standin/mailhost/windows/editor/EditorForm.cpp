@@ -1,0 +1,299 @@
+#include "standin/mailhost/windows/editor/EditorForm.h"
+
+#include "standin/mailhost/model/Addresses.h"
+#include "standin/mailhost/model/CalendarDate.h"
+#include "standin/mailhost/windows/ControlNames.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QTimeEdit>
+
+namespace mailhost {
+
+namespace {
+
+template<typename T>
+T *named(T *widget, const QString &name, const QString &accessibleName) {
+    widget->setObjectName(name);
+    widget->setAccessibleName(accessibleName);
+    return widget;
+}
+
+QLabel *labelFor(QWidget *buddy, const QString &text) {
+    auto *label = new QLabel(text);
+    label->setBuddy(buddy);
+    return label;
+}
+
+QDateTime localDateTime(const QDate &date, const QTime &time, const QTimeZone &zone) {
+    return QDateTime(date, QTime(time.hour(), time.minute()), zone);
+}
+
+} // namespace
+
+EditorForm::EditorForm(HeaderView *header, const CalendarSession &session)
+    : QObject(header)
+    , m_header(header)
+    , m_session(session)
+    , m_from(named(new QComboBox, controls::fromChooser, tr("From")))
+    , m_subject(named(new QLineEdit, controls::subjectField, tr("Subject")))
+    , m_location(named(new QLineEdit, controls::locationField, tr("Location")))
+    , m_attendees(named(new QLineEdit, controls::attendeesField, tr("Attendees")))
+    , m_rooms(named(new QLineEdit, controls::roomsField, tr("Rooms")))
+    , m_startDate(named(new QDateEdit, controls::startDateField, tr("Start date")))
+    , m_startTime(named(new QTimeEdit, controls::startTimeField, tr("Start time")))
+    , m_endDate(named(new QDateEdit, controls::endDateField, tr("End date")))
+    , m_endTime(named(new QTimeEdit, controls::endTimeField, tr("End time")))
+    , m_allDay(named(new QCheckBox(tr("All &day")), controls::allDayBox, tr("All day")))
+    , m_zone(named(new QComboBox, controls::timeZoneChooser, tr("Time zone"))) {
+    buildPeople();
+    buildTimes();
+}
+
+void EditorForm::buildPeople() {
+    m_attendees->setPlaceholderText(tr("Name <address>, …"));
+    m_rooms->setPlaceholderText(tr("Room <address>, …"));
+    m_header->addWideRow(labelFor(m_from, tr("&From:")), m_from);
+    m_header->addWideRow(labelFor(m_attendees, tr("&Attendees:")), m_attendees);
+    m_header->addWideRow(labelFor(m_rooms, tr("&Rooms:")), m_rooms);
+    m_header->addWideRow(labelFor(m_subject, tr("S&ubject:")), m_subject);
+    m_header->addWideRow(labelFor(m_location, tr("&Location:")), m_location);
+    for (QLineEdit *field : {m_subject, m_location, m_attendees, m_rooms})
+        connect(field, &QLineEdit::textChanged, this, [this] {
+            if (!m_showing)
+                Q_EMIT edited();
+        });
+    connect(m_from, &QComboBox::currentIndexChanged, this, [this] {
+        if (m_showing)
+            return;
+        Q_EMIT edited();
+        Q_EMIT fromChosen(m_from);
+    });
+}
+
+void EditorForm::buildTimes() {
+    for (QDateEdit *date : {m_startDate, m_endDate}) {
+        date->setCalendarPopup(true);
+        date->setDisplayFormat(u"ddd d MMM yyyy"_s);
+    }
+    for (QTimeEdit *time : {m_startTime, m_endTime}) {
+        time->setDisplayFormat(u"HH:mm"_s);
+        time->setFixedWidth(74);
+    }
+    m_header->addNarrowRow(labelFor(m_startDate, tr("S&tarts:")), {m_startDate, m_startTime, m_allDay});
+    m_allDay->setFixedWidth(78);
+    auto *filler = new QWidget;
+    filler->setFixedWidth(78);
+    m_header->addNarrowRow(labelFor(m_endDate, tr("&Ends:")), {m_endDate, m_endTime, filler});
+    // The row of this label is what tells whether the time zone is showing: its text is known to other
+    // programs.
+    m_zoneRow = m_header->addNarrowRow(labelFor(m_zone, u"Time zone:"_s), {m_zone});
+    m_zoneRow->setObjectName(controls::timeZoneRow);
+    m_zoneRow->hide();
+    const auto edit = [this] {
+        if (!m_showing)
+            Q_EMIT edited();
+    };
+    connect(m_startDate, &QDateEdit::dateChanged, this, &EditorForm::startChanged);
+    connect(m_startTime, &QTimeEdit::timeChanged, this, &EditorForm::startChanged);
+    connect(m_endDate, &QDateEdit::dateChanged, this, edit);
+    connect(m_endTime, &QTimeEdit::timeChanged, this, edit);
+    connect(m_zone, &QComboBox::currentIndexChanged, this, edit);
+    connect(m_allDay, &QCheckBox::toggled, this, [this, edit](bool allDay) {
+        m_startTime->setEnabled(!allDay && m_startDate->isEnabled());
+        m_endTime->setEnabled(!allDay && m_endDate->isEnabled());
+        edit();
+    });
+}
+
+void EditorForm::show(const Appointment &appointment) {
+    m_showing = true;
+    m_shown = appointment;
+    m_rule = appointment.recurrenceRule;
+    m_from->clear();
+    for (const auto &account : m_session.accounts().all()) {
+        const Mailbox &mailbox = account->mailbox();
+        const QString who = mailbox.name + u" <"_s + mailbox.email + u'>';
+        m_from->addItem(account->isDelegating() ? tr("%1, on behalf of").arg(who) : who, mailbox.email);
+    }
+    const EmailAccount *organizer = m_session.accounts().find(appointment.organizerEmail);
+    if (!organizer && !appointment.organizerEmail.isEmpty())
+        m_from->addItem(appointment.organizerName + u" <"_s + appointment.organizerEmail + u'>',
+                        appointment.organizerEmail);
+    const QString email = organizer ? organizer->emailAddress() : appointment.organizerEmail;
+    m_from->setCurrentIndex(email.isEmpty() ? 0 : std::max(0, m_from->findData(email)));
+    m_subject->setText(appointment.summary);
+    m_location->setText(appointment.location);
+    for (QLineEdit *field : {m_subject, m_location})
+        field->setCursorPosition(0);
+    m_attendees->setText(addressText(appointment.attendees, false));
+    m_rooms->setText(addressText(appointment.attendees, true));
+    for (QLineEdit *field : {m_attendees, m_rooms})
+        field->setCursorPosition(0);
+    showZones();
+    showTimes();
+    m_showing = false;
+}
+
+void EditorForm::showZones() {
+    m_zone->clear();
+    const CalendarTime &start = m_shown.start;
+    const QString system = QString::fromUtf8(QTimeZone::systemTimeZoneId());
+    switch (start.kind) {
+    case CalendarTime::Kind::Zoned:
+        m_zone->addItem(start.zoneId, QVariant::fromValue(zoneOf(start)));
+        break;
+    case CalendarTime::Kind::Utc:
+        m_zone->addItem(tr("UTC"), QVariant::fromValue(QTimeZone::utc()));
+        break;
+    case CalendarTime::Kind::Floating:
+    case CalendarTime::Kind::Date:
+        m_zone->addItem(tr("The same in every zone"), QVariant::fromValue(QTimeZone::systemTimeZone()));
+        break;
+    }
+    m_zone->addItem(system, QVariant::fromValue(QTimeZone::systemTimeZone()));
+    for (const char *id :
+         {"America/Los_Angeles", "America/New_York", "America/Sao_Paulo", "Europe/London", "Europe/Berlin",
+          "Europe/Helsinki", "Africa/Johannesburg", "Asia/Dubai", "Asia/Kolkata", "Asia/Shanghai",
+          "Asia/Tokyo", "Australia/Sydney", "Pacific/Auckland"}) {
+        const QTimeZone zone{QByteArray(id)};
+        if (zone.isValid() && m_zone->findText(QString::fromLatin1(id)) < 0)
+            m_zone->addItem(QString::fromLatin1(id), QVariant::fromValue(zone));
+    }
+    m_zone->setCurrentIndex(0);
+}
+
+void EditorForm::showTimes() {
+    const bool allDay = m_shown.start.kind == CalendarTime::Kind::Date;
+    const QDateTime start = m_shown.start.value.toTimeZone(zoneOf(m_shown.start));
+    QDateTime end = m_shown.end.value.toTimeZone(zoneOf(m_shown.start));
+    // The file has the day after the last one; a person means the last one.
+    if (allDay)
+        end = std::max(start, end.addDays(-1));
+    m_allDay->setChecked(allDay);
+    m_startDate->setDate(start.date());
+    m_startTime->setTime(start.time());
+    m_endDate->setDate(end.date());
+    m_endTime->setTime(end.time());
+    m_startTime->setEnabled(!allDay && m_startDate->isEnabled());
+    m_endTime->setEnabled(!allDay && m_endDate->isEnabled());
+    m_lastStart = enteredStart();
+}
+
+QTimeZone EditorForm::chosenZone() const {
+    return m_zone->currentData().value<QTimeZone>();
+}
+
+QDateTime EditorForm::enteredStart() const {
+    return localDateTime(m_startDate->date(), m_allDay->isChecked() ? QTime(0, 0) : m_startTime->time(),
+                         chosenZone());
+}
+
+QDateTime EditorForm::enteredEnd() const {
+    if (m_allDay->isChecked())
+        return localDateTime(m_endDate->date().addDays(1), QTime(0, 0), chosenZone());
+    return localDateTime(m_endDate->date(), m_endTime->time(), chosenZone());
+}
+
+// The end goes with the start, so that a moved appointment keeps its length.
+void EditorForm::startChanged() {
+    if (m_showing)
+        return;
+    const QDateTime start = enteredStart();
+    const qint64 moved = m_lastStart.secsTo(start);
+    m_lastStart = start;
+    const QDateTime end = localDateTime(m_endDate->date(), m_endTime->time(), chosenZone()).addSecs(moved);
+    m_endDate->setDate(end.date());
+    m_endTime->setTime(end.time());
+    Q_EMIT edited();
+}
+
+CalendarTime EditorForm::timeFor(const QDateTime &entered, const CalendarTime &before) const {
+    if (m_allDay->isChecked()) {
+        const QDateTime day(entered.date(), QTime(0, 0));
+        if (before.kind == CalendarTime::Kind::Date && before.value.date() == day.date())
+            return before;
+        return {CalendarTime::Kind::Date, day, {}};
+    }
+    const bool sameZone = m_zone->currentIndex() == 0;
+    // To the minute: seconds are not shown and stay while the minute does.
+    if (sameZone && before.kind != CalendarTime::Kind::Date &&
+        before.value.toUTC().addSecs(-before.value.time().second()) == entered.toUTC())
+        return before;
+    if (sameZone && m_shown.start.kind == CalendarTime::Kind::Utc)
+        return {CalendarTime::Kind::Utc, entered.toUTC(), {}};
+    if (sameZone && m_shown.start.kind == CalendarTime::Kind::Floating)
+        return {CalendarTime::Kind::Floating, QDateTime(entered.date(), entered.time()), {}};
+    const QString zone = sameZone && m_shown.start.kind == CalendarTime::Kind::Zoned
+                             ? m_shown.start.zoneId
+                             : QString::fromUtf8(chosenZone().id());
+    return {CalendarTime::Kind::Zoned, entered, zone};
+}
+
+Appointment EditorForm::values() const {
+    Appointment values = m_shown;
+    if (m_subject->text() != m_shown.summary)
+        values.summary = m_subject->text();
+    if (m_location->text() != m_shown.location)
+        values.location = m_location->text();
+    values.recurrenceRule = m_rule;
+    values.start = timeFor(enteredStart(), m_shown.start);
+    values.end = timeFor(enteredEnd(), m_shown.end);
+    const bool samePeople = m_attendees->text() == addressText(m_shown.attendees, false) &&
+                            m_rooms->text() == addressText(m_shown.attendees, true);
+    if (!samePeople)
+        values.attendees = parseAddresses(m_attendees->text(), false, m_shown.attendees) +
+                           parseAddresses(m_rooms->text(), true, m_shown.attendees);
+    const EmailAccount *account = currentAccount();
+    const bool chosen =
+        account && account->emailAddress().compare(m_shown.organizerEmail, Qt::CaseInsensitive) != 0;
+    if (chosen && !values.attendees.isEmpty()) {
+        values.organizerName = account->mailbox().name;
+        values.organizerEmail = account->mailbox().email;
+    }
+    return values;
+}
+
+void EditorForm::setRecurrenceRule(const QString &rule) {
+    if (m_rule == rule)
+        return;
+    m_rule = rule;
+    Q_EMIT edited();
+}
+
+void EditorForm::setSummary(const QString &summary) {
+    m_subject->setText(summary);
+}
+
+void EditorForm::setLocation(const QString &location) {
+    m_location->setText(location);
+}
+
+EmailAccount *EditorForm::currentAccount() const {
+    return m_session.accounts().find(m_from->currentData().toString());
+}
+
+void EditorForm::setEditable(bool editable) {
+    for (QLineEdit *field : {m_subject, m_location, m_attendees, m_rooms})
+        field->setReadOnly(!editable);
+    for (QWidget *field : {static_cast<QWidget *>(m_from), static_cast<QWidget *>(m_startDate),
+                           static_cast<QWidget *>(m_endDate), static_cast<QWidget *>(m_allDay),
+                           static_cast<QWidget *>(m_zone)})
+        field->setEnabled(editable);
+    m_startTime->setEnabled(editable && !m_allDay->isChecked());
+    m_endTime->setEnabled(editable && !m_allDay->isChecked());
+}
+
+void EditorForm::setTimeZoneShown(bool shown) {
+    m_zoneRow->setVisible(shown);
+}
+
+bool EditorForm::isTimeZoneShown() const {
+    return !m_zoneRow->isHidden();
+}
+
+} // namespace mailhost

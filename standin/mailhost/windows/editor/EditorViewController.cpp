@@ -1,0 +1,368 @@
+#include "standin/mailhost/windows/editor/EditorViewController.h"
+
+#include "platform/toolkit/Windows.h"
+#include "standin/mailhost/model/Addresses.h"
+#include "standin/mailhost/model/Bind.h"
+#include "standin/mailhost/model/CalendarDate.h"
+#include "standin/mailhost/windows/editor/RecurrenceSheet.h"
+
+#include <QLineEdit>
+#include <QScopedValueRollback>
+#include <utility>
+
+namespace mailhost {
+
+namespace {
+
+const QString &keyPrefix() {
+    static const QString prefix = u"content."_s;
+    return prefix;
+}
+
+void noteText(QVariantMap &changes, const char *name, const QString &now, const QString &before) {
+    if (now != before)
+        changes.insert(keyPrefix() + QString::fromLatin1(name),
+                       now.isEmpty() ? rt::nullMarker() : rt::Value(now));
+}
+
+} // namespace
+
+EditorViewController::EditorViewController(std::unique_ptr<CalendarEvent> event, QWidget *view,
+                                           EditorForm *form, BodyEdit *body, EditorFrame *frame)
+    : rt::Object(rt::classNamed(u"ERCalendarEventEditorViewController"_s))
+    , m_event(std::move(event))
+    , m_view(view)
+    , m_form(form)
+    , m_body(body)
+    , m_frame(frame) {
+    if (isNewerGeneration(m_event->session()->options().hostVersion))
+        m_wordEditor = std::make_unique<WordMailEditor>(BodyReference(body, body));
+    connect(form, &EditorForm::edited, this, [this] { m_frame->showState(); });
+    connect(body, &BodyEdit::edited, this, [this] { m_frame->showState(); });
+    connect(m_event->session(), &CalendarSession::changed, this, &EditorViewController::followCalendar);
+    connect(form, &EditorForm::fromChosen, this,
+            [this](QWidget *chooser) { rt::send(this, "fromFieldModified:", rt::fromWidget(chooser)); });
+    showEvent();
+}
+
+EditorViewController::~EditorViewController() {
+    delete m_sheet;
+}
+
+void EditorViewController::showEvent() {
+    m_event->setHandler([this](CalendarEvent::SetItem item) { eventWasSet(item); });
+    m_shown = m_event->stored();
+    m_form->show(m_shown);
+    m_form->setEditable(canEdit() && !m_cancelMode);
+    m_body->load(m_shown.bodyHtml);
+    m_body->setBodyReadOnly(!canEdit());
+}
+
+// The appointment may be moved on the calendar, or changed by another program, while it is open here. What
+// the person has not touched in this editor follows; what they have typed stays.
+void EditorViewController::followCalendar() {
+    const Appointment now = m_event->stored();
+    if (m_storing || !m_event->isStored())
+        return;
+    const Appointment entered = m_form->values();
+    const Appointment shown = std::exchange(m_shown, now);
+    const bool bodyUntouched = m_body->bodyHtml() == asHtmlDocument(shown.bodyHtml);
+    Appointment merged = now;
+    const auto keep = [&](auto Appointment::*field) {
+        if (entered.*field != shown.*field)
+            merged.*field = entered.*field;
+    };
+    keep(&Appointment::summary);
+    keep(&Appointment::location);
+    keep(&Appointment::start);
+    keep(&Appointment::end);
+    keep(&Appointment::attendees);
+    keep(&Appointment::recurrenceRule);
+    keep(&Appointment::organizerEmail);
+    keep(&Appointment::organizerName);
+    m_form->show(merged);
+    if (bodyUntouched && now.bodyHtml != shown.bodyHtml)
+        m_body->load(now.bodyHtml);
+    m_frame->showState();
+}
+
+bool EditorViewController::canEdit() const {
+    return m_event->isOwner();
+}
+
+// What is set on the event from outside shows in its field. The others keep what the person has typed since
+// something was set on them.
+void EditorViewController::eventWasSet(CalendarEvent::SetItem item) {
+    if (item == CalendarEvent::SetItem::Summary)
+        m_form->setSummary(m_event->summary());
+    if (item == CalendarEvent::SetItem::Location)
+        m_form->setLocation(m_event->location());
+    m_frame->showState();
+}
+
+QVariantMap EditorViewController::uncommittedChanges() const {
+    const Appointment before = m_event->stored();
+    const Appointment now = m_form->values();
+    QVariantMap changes;
+    noteText(changes, "summary", now.summary, before.summary);
+    noteText(changes, "location", now.location, before.location);
+    if (now.start != before.start)
+        changes.insert(keyPrefix() + u"startTime"_s, dateValue(now.start));
+    if (now.end != before.end)
+        changes.insert(keyPrefix() + u"endTime"_s, dateValue(now.end));
+    if (now.recurrenceRule != before.recurrenceRule)
+        changes.insert(keyPrefix() + u"recurrence"_s,
+                       now.recurrenceRule.isEmpty() ? rt::nullMarker() : recurrenceValue(now.recurrenceRule));
+    if (now.attendees != before.attendees)
+        changes.insert(keyPrefix() + u"attendeeList"_s,
+                       now.attendees.isEmpty() ? rt::nullMarker() : attendeeValues(now.attendees));
+    if (!before.organizerEmail.isEmpty() && now.organizerEmail != before.organizerEmail)
+        changes.insert(keyPrefix() + u"organizer"_s, now.organizerEmail);
+    if (const QString html = m_body->bodyHtml(); html != asHtmlDocument(before.bodyHtml))
+        changes.insert(keyPrefix() + u"body"_s, html);
+    if (m_capabilities || m_event->hasSetCapabilities())
+        noteText(changes, "olmUCCapabilities", olmUCCapabilities(), before.ucCapabilities);
+    return changes;
+}
+
+bool EditorViewController::isDirty() const {
+    return m_forcedDirty || !uncommittedChanges().isEmpty();
+}
+
+void EditorViewController::setIsDirty(bool dirty) {
+    m_forcedDirty = dirty;
+    m_frame->showState();
+}
+
+bool EditorViewController::hasMultipleAccounts() const {
+    return m_event->session()->accounts().all().size() > 1;
+}
+
+bool EditorViewController::isDelegating() const {
+    const EmailAccount *account = m_form->currentAccount();
+    return account && account->isDelegating();
+}
+
+void EditorViewController::setIsCancelMode(bool cancelMode) {
+    m_cancelMode = cancelMode;
+    m_form->setEditable(canEdit() && !m_cancelMode);
+    m_frame->showState();
+}
+
+bool EditorViewController::isOccurrenceOrException() const {
+    return m_event->isOccurrence() || m_event->isModifiedException();
+}
+
+QWidget *EditorViewController::locationTextField() const {
+    return m_form->locationField();
+}
+
+void EditorViewController::setOlmUCCapabilities(const QString &text) {
+    m_capabilities = text;
+    contentDidChange();
+}
+
+void EditorViewController::reloadComposeView() {
+    m_body->load(m_event->stored().bodyHtml);
+}
+
+void EditorViewController::contentDidChange() {
+    m_frame->showState();
+}
+
+bool EditorViewController::store(int sequenceStep, const QString &status) {
+    Appointment appointment = m_form->values();
+    const Appointment set = m_event->changeable();
+    appointment.ucCapabilities = m_capabilities ? *m_capabilities : set.ucCapabilities;
+    appointment.uid = set.uid;
+    appointment.recurrenceId = set.recurrenceId;
+    if (isOccurrenceOrException())
+        appointment.recurrenceRule.clear();
+    const QString html = m_body->bodyHtml();
+    const bool bodyChanged = html != asHtmlDocument(set.bodyHtml);
+    appointment.bodyHtml = bodyChanged ? html : set.bodyHtml;
+    appointment.sequence = set.sequence + sequenceStep;
+    if (!status.isNull())
+        appointment.status = status;
+    MutableCalendarEvent record(m_event->session(), appointment);
+    const QScopedValueRollback storing(m_storing, true);
+    if (rt::integerValue(rt::send(&record, "saveRecord")) != 0) {
+        m_frame->showError(m_event->session()->lastError());
+        return false;
+    }
+    m_event->clearSet();
+    m_capabilities.reset();
+    m_event->followStored();
+    m_forcedDirty = false;
+    m_shown = m_event->stored();
+    m_form->show(m_shown);
+    if (m_body->bodyHtml() != asHtmlDocument(m_shown.bodyHtml))
+        m_body->load(m_shown.bodyHtml);
+    m_frame->showState();
+    return true;
+}
+
+bool EditorViewController::save() {
+    if (canEdit() && m_event->isOccurrence() && !isDirty())
+        return true; // a day that nothing was changed of is still that of its series
+    return canEdit() && store(0, {});
+}
+
+void EditorViewController::saveFrom(rt::Object *) {
+    rt::send(this, "save");
+}
+
+void EditorViewController::saveAndClose(rt::Object *) {
+    rt::send(this, "saveAndCloseWindow:", true);
+}
+
+int EditorViewController::saveAndCloseWindow(bool close) {
+    if (!save())
+        return -1;
+    if (close)
+        m_frame->closeFrameLater();
+    return 0;
+}
+
+int EditorViewController::saveAndCloseWindowAndReturnError(bool close, const rt::Value &) {
+    return saveAndCloseWindow(close);
+}
+
+void EditorViewController::sendMeetingPostValidate() {
+    if (m_cancelMode)
+        return sendCancellation();
+    if (!canEdit() || !store(1, {}))
+        return;
+    if (!m_event->session()->sendMessage(m_event->stored(), false))
+        return m_frame->showError(m_event->session()->lastError());
+    m_frame->closeFrameLater();
+}
+
+void EditorViewController::sendCancellation() {
+    CalendarSession *session = m_event->session();
+    if (!store(1, u"CANCELLED"_s))
+        return;
+    const Appointment cancelled = m_event->stored();
+    if (!session->sendMessage(cancelled, true) || !session->remove(cancelled.uid, cancelled.recurrenceId))
+        return m_frame->showError(session->lastError());
+    m_frame->closeFrameLater();
+}
+
+void EditorViewController::fromFieldModified(const rt::Value &) {
+    m_frame->showState();
+}
+
+void EditorViewController::hostWordMailEditor(rt::Object *editor) {
+    m_attachedWordEditor = rt::Weak<>(editor);
+}
+
+void EditorViewController::attachBodyEditor() {
+    if (m_wordEditor)
+        rt::send(this, "hostWordMailEditor:", rt::fromObject(m_wordEditor.get()));
+}
+
+void EditorViewController::requestSave() {
+    rt::send(this, "save:", rt::Value());
+}
+
+void EditorViewController::requestSaveAndClose() {
+    rt::send(this, "saveAndClose:", rt::Value());
+}
+
+void EditorViewController::requestSend() {
+    const Appointment appointment = m_form->values();
+    QStringList problems;
+    const QStringList incomplete = incompleteAddresses(appointment.attendees);
+    if (!incomplete.isEmpty())
+        return m_frame->showError(tr("There is no mail address for %1. Enter it as Name <name@example.com>.")
+                                      .arg(incomplete.join(u", "_s)));
+    if (appointment.attendees.isEmpty())
+        return m_frame->showError(tr("Nobody is invited yet. Enter who should come, then send."));
+    if (appointment.end.value < appointment.start.value)
+        return m_frame->showError(
+            tr("The meeting ends before it starts. Change one of the times, then send."));
+    if (appointment.summary.trimmed().isEmpty())
+        problems.append(tr("The meeting has no subject."));
+    if (problems.isEmpty() || m_cancelMode) {
+        rt::send(this, "sendMeetingPostValidate");
+        return;
+    }
+    m_frame->askBeforeSending(problems, [weak = rt::Weak<EditorViewController>(this)] {
+        if (weak)
+            rt::send(weak.get(), "sendMeetingPostValidate");
+    });
+}
+
+void EditorViewController::openRecurrenceSheet() {
+    if (m_sheet || !canEdit() || isOccurrenceOrException())
+        return;
+    const Appointment appointment = m_form->values();
+    m_sheet =
+        new RecurrenceSheet(appointment.recurrenceRule, appointment.start.value, m_frame->frameWindow());
+    platform::beginSheet(
+        m_sheet, m_frame->frameWindow(), [weak = rt::Weak<EditorViewController>(this)](int result) {
+            EditorViewController *self = weak.get();
+            if (!self || !self->m_sheet)
+                return;
+            rt::send(self, "switchToRecurrenceDidEnd:returnCode:contextInfo:", rt::fromWidget(self->m_sheet),
+                     result, rt::Value());
+            if (weak && self->m_sheet)
+                self->m_sheet->deleteLater();
+            if (weak)
+                self->m_sheet.clear();
+        });
+}
+
+void EditorViewController::switchToRecurrenceDidEnd(const rt::Value &sheet, int returnCode,
+                                                    const rt::Value &) {
+    const auto *dialog = qobject_cast<RecurrenceSheet *>(rt::widgetValue(sheet));
+    if (dialog && returnCode == QDialog::Accepted)
+        m_form->setRecurrenceRule(dialog->rule());
+}
+
+void EditorViewController::switchToSeries() {
+    if (!isOccurrenceOrException())
+        return;
+    m_formerEvents.push_back(std::move(m_event));
+    CalendarEvent *former = m_formerEvents.back().get();
+    former->setHandler({});
+    m_event = std::make_unique<CalendarEvent>(former->session(), former->UUID(), QString(), false);
+    showEvent();
+    m_frame->showState();
+}
+
+void defineEditorViewControllerClass() {
+    using C = EditorViewController;
+    addMethods(
+        rt::defineClass(u"ERCalendarEventEditorViewController"_s),
+        {{"content", bind<&C::content>, "@@:"},
+         {"uncommittedChanges", bind<&C::uncommittedChanges>, "@@:"},
+         {"currentEmailAccount", bind<&C::currentEmailAccount>, "@@:"},
+         {"attendeeList", bind<&C::attendeeList>, "@@:"},
+         {"meetingOrganizer", bind<&C::meetingOrganizer>, "@@:"},
+         {"hasMultipleAccounts", bind<&C::hasMultipleAccounts>, "B@:"},
+         {"isDelegating", bind<&C::isDelegating>, "B@:"},
+         {"isCancelMode", bind<&C::isCancelMode>, "B@:"},
+         {"setIsCancelMode:", bind<&C::setIsCancelMode>, "v@:B"},
+         {"isOccurrenceOrException", bind<&C::isOccurrenceOrException>, "B@:"},
+         {"isDirty", bind<&C::isDirty>, "B@:"},
+         {"setIsDirty:", bind<&C::setIsDirty>, "v@:B"},
+         {"olmUCCapabilities", bind<&C::olmUCCapabilities>, "@@:"},
+         {"setOlmUCCapabilities:", bind<&C::setOlmUCCapabilities>, "v@:@"},
+         {"locationTextField", bind<&C::locationTextField>, "@@:"},
+         {"reloadComposeView", bind<&C::reloadComposeView>, "v@:"},
+         {"contentDidChange", bind<&C::contentDidChange>, "v@:"},
+         {"focusOnBody", bind<&C::focusOnBody>, "v@:"},
+         {"view", bind<&C::view>, "@@:"},
+         {"saveAndClose:", bind<&C::saveAndClose>, "v@:@"},
+         {"saveAndCloseWindow:", bind<&C::saveAndCloseWindow>, "i@:B"},
+         {"save", bind<&C::save>, "B@:"},
+         {"save:", bind<&C::saveFrom>, "v@:@"},
+         {"sendMeetingPostValidate", bind<&C::sendMeetingPostValidate>, "v@:"},
+         {"fromFieldModified:", bind<&C::fromFieldModified>, "v@:@"},
+         {"switchToRecurrenceDidEnd:returnCode:contextInfo:", bind<&C::switchToRecurrenceDidEnd>, "v@:@i^v"},
+         {"saveAndCloseWindow:andReturnError:", bind<&C::saveAndCloseWindowAndReturnError>, "i@:B@"},
+         {"hostWordMailEditor:", bind<&C::hostWordMailEditor>, "v@:@"}});
+}
+
+} // namespace mailhost

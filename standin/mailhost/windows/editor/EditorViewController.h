@@ -1,0 +1,108 @@
+// Decides for one appointment editor: what is pending, what saving and sending do.
+#pragma once
+
+#include "standin/mailhost/model/CalendarEvent.h"
+#include "standin/mailhost/windows/editor/BodyEdit.h"
+#include "standin/mailhost/windows/editor/EditorForm.h"
+
+#include <QObject>
+
+class QDialog;
+
+namespace mailhost {
+
+// What the controller needs of the window around it.
+class EditorFrame {
+public:
+    virtual ~EditorFrame() = default;
+    [[nodiscard]] virtual QWidget *frameWindow() const = 0;
+    virtual void closeFrameLater() = 0; // on the next turn of the event loop
+    virtual void showState() = 0;       // title, buttons, notice
+    // Shows a message attached to the window.
+    virtual void showError(const QString &message) = 0;
+    virtual void askBeforeSending(const QStringList &problems, std::function<void()> send) = 0;
+};
+
+// Every operation that a person starts goes through the object runtime, so that exchanged methods are run.
+class EditorViewController : public QObject, public rt::Object {
+    Q_OBJECT
+public:
+    // Takes the event over. The view, the form in it and the body are the window's.
+    EditorViewController(std::unique_ptr<CalendarEvent> event, QWidget *view, EditorForm *form,
+                         BodyEdit *body, EditorFrame *frame);
+    ~EditorViewController() override;
+
+    [[nodiscard]] CalendarEvent *content() const { return m_event.get(); }
+    [[nodiscard]] QVariantMap uncommittedChanges() const;
+    [[nodiscard]] bool isDirty() const;
+    void setIsDirty(bool dirty);
+    [[nodiscard]] rt::Object *currentEmailAccount() const { return m_form->currentAccount(); }
+    [[nodiscard]] rt::Value attendeeList() const { return attendeeValues(m_form->values().attendees); }
+    [[nodiscard]] rt::Value meetingOrganizer() const { return m_event->organizer(); }
+    [[nodiscard]] bool hasMultipleAccounts() const;
+    [[nodiscard]] bool isDelegating() const;
+    [[nodiscard]] bool isCancelMode() const { return m_cancelMode; }
+    void setIsCancelMode(bool cancelMode);
+    [[nodiscard]] bool isOccurrenceOrException() const;
+    // What was set here is a change like what is typed: the event itself has it from the next save on.
+    [[nodiscard]] QString olmUCCapabilities() const {
+        return m_capabilities ? *m_capabilities : m_event->olmUCCapabilities();
+    }
+    void setOlmUCCapabilities(const QString &text);
+    [[nodiscard]] QWidget *locationTextField() const;
+    void reloadComposeView();
+    void contentDidChange();
+    void focusOnBody() { m_body->focusBody(); }
+    [[nodiscard]] QWidget *view() const { return m_view; }
+
+    [[nodiscard]] bool save();
+    void saveFrom(rt::Object *sender);
+    void saveAndClose(rt::Object *sender);
+    [[nodiscard]] int saveAndCloseWindow(bool close); // 0: saved
+    [[nodiscard]] int saveAndCloseWindowAndReturnError(bool close, const rt::Value &error);
+    void sendMeetingPostValidate();
+    void fromFieldModified(const rt::Value &sender);
+    void switchToRecurrenceDidEnd(const rt::Value &sheet, int returnCode, const rt::Value &context);
+    void hostWordMailEditor(rt::Object *editor);
+
+    // What the person's controls start.
+    void requestSave();
+    void requestSaveAndClose();
+    void requestSend();
+    void openRecurrenceSheet();
+    // Shows the series in place of one of its days.
+    void switchToSeries();
+    // Tells that this editor's body editor is the one in use.
+    void attachBodyEditor();
+    [[nodiscard]] bool isMeeting() const { return !m_form->values().attendees.isEmpty(); }
+    [[nodiscard]] bool canEdit() const;
+    // The rule that the form has now.
+    [[nodiscard]] QString recurrenceRule() const { return m_form->values().recurrenceRule; }
+
+private:
+    void showEvent();
+    void followCalendar();
+    void eventWasSet(CalendarEvent::SetItem item);
+    bool store(int sequenceStep, const QString &status);
+    void sendCancellation();
+
+    std::unique_ptr<CalendarEvent> m_event;
+    std::vector<std::unique_ptr<CalendarEvent>>
+        m_formerEvents; // still known to others while the window is open
+    QWidget *m_view;
+    EditorForm *m_form;
+    BodyEdit *m_body;
+    EditorFrame *m_frame;
+    std::unique_ptr<WordMailEditor> m_wordEditor;
+    rt::Weak<> m_attachedWordEditor;
+    QPointer<QDialog> m_sheet;
+    Appointment m_shown; // as the form and the body were filled last
+    bool m_storing = false;
+    std::optional<QString> m_capabilities;
+    bool m_forcedDirty = false;
+    bool m_cancelMode = false;
+};
+
+void defineEditorViewControllerClass();
+
+} // namespace mailhost

@@ -1,0 +1,263 @@
+#include "standin/mailhost/windows/editor/EditorWindow.h"
+
+#include "platform/runtime/Runtime.h"
+#include "platform/toolkit/Windows.h"
+#include "standin/mailhost/windows/ControlNames.h"
+#include "standin/mailhost/windows/MessageBoxes.h"
+#include "standin/mailhost/windows/editor/RecurrenceSheet.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace mailhost {
+
+EditorWindow::EditorWindow(EditorWindowController *controller, std::unique_ptr<CalendarEvent> event)
+    : m_windowController(controller) {
+    setObjectName(controls::editorWindow);
+    const CalendarSession &session = *event->session();
+    const bool newer = isNewerGeneration(session.options().hostVersion);
+    build(session, newer);
+    m_controller =
+        std::make_unique<EditorViewController>(std::move(event), centralWidget(), m_form, m_body, this);
+    m_seriesResponder = makeSeriesResponder(m_controller.get());
+    buildMenu();
+    showState();
+    // Not on the first button: what is typed then would press it.
+    m_form->subjectField()->setFocus();
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
+        if (now && now->window() == this && !m_closed)
+            m_controller->attachBodyEditor();
+    });
+}
+
+EditorWindow::~EditorWindow() = default;
+
+void EditorWindow::build(const CalendarSession &session, bool newerGeneration) {
+    const BookmarkMangling mangling = session.options().bookmarkMangling;
+    resize(960, 780);
+    auto *view = new QWidget;
+    auto *layout = new QVBoxLayout(view);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(buildToolBar());
+    m_notice = new QLabel;
+    m_notice->setObjectName(controls::noticeBar);
+    m_notice->setContentsMargins(16, 7, 16, 7);
+    m_notice->setAutoFillBackground(true);
+    QPalette notice = m_notice->palette();
+    notice.setColor(QPalette::Window, QColor(0xff, 0xf4, 0xce));
+    notice.setColor(QPalette::WindowText, QColor(0x4a, 0x3b, 0x00));
+    m_notice->setPalette(notice);
+    layout->addWidget(m_notice);
+    HeaderView *header = HeaderView::make(newerGeneration, QRectF(0, 0, 960, 270));
+    layout->addWidget(header);
+    m_form = new EditorForm(header, session);
+    m_body = newerGeneration ? new BodyEdit(mangling) : new ComposeView(mangling);
+    layout->addWidget(m_body, 1);
+    setCentralWidget(view);
+}
+
+QPushButton *EditorWindow::addButton(const QString &name, const QString &text) {
+    auto *button = new QPushButton(text, m_toolBar);
+    button->setObjectName(name);
+    button->setAccessibleName(QString(text).remove(u'&'));
+    button->setAutoDefault(false);
+    m_toolBar->layout()->addWidget(button);
+    return button;
+}
+
+QWidget *EditorWindow::buildToolBar() {
+    m_toolBar = new QWidget;
+    auto *row = new QHBoxLayout(m_toolBar);
+    row->setContentsMargins(12, 8, 12, 8);
+    row->setSpacing(8);
+    m_send = addButton(controls::sendButton, tr("Se&nd"));
+    m_saveAndClose = addButton(controls::saveAndCloseButton, tr("Sa&ve && Close"));
+    m_saveAndClose->setAccessibleName(tr("Save and close"));
+    m_delete = addButton(controls::deleteButton, tr("Delete")); // its letters are those of the fields
+    m_delete->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_D));
+    m_delete->setToolTip(tr("Delete (%1)").arg(m_delete->shortcut().toString(QKeySequence::NativeText)));
+    m_repeat = addButton(controls::repeatButton, tr("Re&peat…"));
+    m_timeZone = addButton(controls::timeZoneButton, tr("Time &zone"));
+    m_timeZone->setCheckable(true);
+    row->addStretch(1);
+    m_openSeries = addButton(controls::openSeriesButton, tr("&Open series"));
+    connect(m_send, &QPushButton::clicked, this, [this] { m_controller->requestSend(); });
+    connect(m_saveAndClose, &QPushButton::clicked, this, [this] { m_controller->requestSaveAndClose(); });
+    connect(m_delete, &QPushButton::clicked, this, &EditorWindow::deleteAppointment);
+    connect(m_repeat, &QPushButton::clicked, this, [this] { m_controller->openRecurrenceSheet(); });
+    connect(m_timeZone, &QPushButton::toggled, this, [this](bool shown) { m_form->setTimeZoneShown(shown); });
+    connect(m_openSeries, &QPushButton::clicked, this, &EditorWindow::openSeries);
+    return m_toolBar;
+}
+
+void EditorWindow::buildMenu() {
+    QMenu *menu = menuBar()->addMenu(tr("App&ointment"));
+    m_save = menu->addAction(tr("&Save"), QKeySequence::Save, this, [this] { m_controller->requestSave(); });
+    m_save->setObjectName(controls::saveAction);
+    QAction *close = menu->addAction(tr("&Close"), QKeySequence::Close, this, [this] { this->close(); });
+    close->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_W), QKeySequence(Qt::CTRL | Qt::Key_F4)});
+    close->setObjectName(controls::closeAction);
+}
+
+void EditorWindow::showState() {
+    if (!m_controller)
+        return;
+    const bool editable = m_controller->canEdit();
+    const bool meeting = m_controller->isMeeting();
+    const bool cancelling = m_controller->isCancelMode();
+    const Appointment appointment = m_form->values();
+    const QString subject =
+        appointment.summary.trimmed().isEmpty() ? tr("Untitled") : appointment.summary.trimmed();
+    setWindowTitle(subject + (meeting ? tr(" — Meeting[*]") : tr(" — Appointment[*]")));
+    setWindowModified(m_controller->isDirty());
+    m_send->setVisible(editable && (meeting || cancelling));
+    m_send->setText(cancelling ? tr("Se&nd cancellation") : tr("Se&nd"));
+    m_saveAndClose->setVisible(editable && !meeting && !cancelling);
+    m_delete->setVisible(editable && !cancelling && m_controller->content()->isStored());
+    const bool oneDay = m_controller->isOccurrenceOrException();
+    m_repeat->setVisible(editable && !cancelling && !oneDay);
+    m_repeat->setText(appointment.recurrenceRule.isEmpty()
+                          ? tr("Re&peat…")
+                          : tr("Re&peat: %1…").arg(recurrenceText(appointment.recurrenceRule)));
+    m_repeat->setAccessibleName(m_repeat->text().remove(u'&'));
+    m_openSeries->setVisible(oneDay && !cancelling);
+    if (m_save)
+        m_save->setEnabled(editable && !cancelling);
+    QStringList notices;
+    if (!m_controller->content()->isOwner())
+        notices.append(tr("Only the organizer, %1, can change this meeting.").arg(appointment.organizerName));
+    else if (oneDay && !cancelling)
+        notices.append(tr("This is one day of a series. What you change here holds for this day only."));
+    if (cancelling)
+        notices.append(tr("The attendees will be told that the meeting does not take place."));
+    m_notice->setText(notices.join(u"   ·   "_s));
+    m_notice->setVisible(!notices.isEmpty());
+}
+
+QMessageBox *EditorWindow::newMessage(const QString &name, const QString &text, const QString &detail) {
+    if (m_message)
+        m_message->deleteLater(); // it may be the one whose answer is being handled
+    m_message = makeMessage(this, name, text, detail);
+    return m_message;
+}
+
+void EditorWindow::showMessage(std::function<void(QAbstractButton *clicked)> answered) {
+    QMessageBox *box = m_message;
+    platform::beginSheet(box, this, [box, answered = std::move(answered)](int) {
+        box->deleteLater();
+        if (answered)
+            answered(box->clickedButton());
+    });
+}
+
+void EditorWindow::showError(const QString &message) {
+    QMessageBox *box = newMessage(controls::errorMessage, tr("That did not work."), message);
+    box->setIcon(QMessageBox::Warning);
+    box->addButton(tr("OK"), QMessageBox::AcceptRole);
+    showMessage({});
+}
+
+void EditorWindow::askBeforeSending(const QStringList &problems, std::function<void()> send) {
+    QMessageBox *box =
+        newMessage(controls::sendQuestion, tr("Send the meeting as it is?"), problems.join(u' '));
+    QPushButton *sendAnyway = box->addButton(tr("&Send anyway"), QMessageBox::AcceptRole);
+    sendAnyway->setObjectName(controls::sendAnywayButton);
+    box->addButton(tr("&Keep editing"), QMessageBox::RejectRole);
+    showMessage([sendAnyway, send = std::move(send)](QAbstractButton *clicked) {
+        if (clicked == sendAnyway)
+            send();
+    });
+}
+
+void EditorWindow::deleteAppointment() {
+    // Deleting may be refused by what stands between; the window stays then.
+    QMessageBox *box = newMessage(controls::deleteQuestion, tr("Delete this appointment?"),
+                                  tr("It is taken out of the calendar for good."));
+    QPushButton *confirm = box->addButton(tr("&Delete"), QMessageBox::DestructiveRole);
+    confirm->setObjectName(controls::deleteConfirmButton);
+    box->addButton(tr("&Keep"), QMessageBox::RejectRole);
+    showMessage([this, confirm](QAbstractButton *clicked) {
+        if (clicked != confirm)
+            return;
+        if (rt::boolValue(rt::send(m_controller->content(), "deleteEventNow")))
+            closeFrameLater();
+    });
+}
+
+void EditorWindow::openSeries() {
+    const auto open = [this] {
+        rt::send(m_seriesResponder.get(), "switchToRecurringSeries:", rt::fromWidget(m_openSeries));
+    };
+    if (!m_controller->isDirty())
+        return open();
+    askToSave(tr("Save the changes to this day?"), [this, open](bool save) {
+        if (!save || rt::boolValue(rt::send(m_controller.get(), "save")))
+            open();
+    });
+}
+
+void EditorWindow::askToSave(const QString &question, std::function<void(bool save)> answered) {
+    if (m_message && m_message->isVisible())
+        return;
+    QMessageBox *box =
+        newMessage(controls::closeQuestion, question, tr("They are lost if you do not save them."));
+    QPushButton *save = box->addButton(tr("&Save"), QMessageBox::AcceptRole);
+    save->setObjectName(controls::saveChangesButton);
+    QPushButton *discard = box->addButton(tr("&Don't save"), QMessageBox::DestructiveRole);
+    discard->setObjectName(controls::discardChangesButton);
+    QPushButton *keep = box->addButton(tr("&Cancel"), QMessageBox::RejectRole);
+    keep->setObjectName(controls::keepEditingButton);
+    box->setDefaultButton(save);
+    box->setEscapeButton(keep);
+    showMessage([save, discard, answered = std::move(answered)](QAbstractButton *clicked) {
+        if (clicked == save || clicked == discard)
+            answered(clicked == save);
+    });
+}
+
+void EditorWindow::closeFrameLater() {
+    // What asked for it may still be at work in this window.
+    QTimer::singleShot(0, this, &EditorWindow::closeNow);
+}
+
+void EditorWindow::closeNow() {
+    if (m_closed)
+        return;
+    m_closed = true;
+    platform::windowWillClose(this);
+    hide();
+    m_windowController->windowClosed();
+}
+
+void EditorWindow::closeEvent(QCloseEvent *event) {
+    if (m_closed) {
+        event->accept();
+        return;
+    }
+    event->ignore();
+    if (!m_controller->isDirty() || !m_controller->canEdit())
+        return closeNow();
+    askToSave(tr("Save the changes to this appointment?"), [this](bool save) {
+        if (save)
+            rt::send(m_controller.get(), "saveAndCloseWindow:", true);
+        else
+            closeFrameLater();
+    });
+}
+
+void EditorWindow::changeEvent(QEvent *event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && m_controller && !m_closed)
+        m_controller->attachBodyEditor();
+}
+
+} // namespace mailhost

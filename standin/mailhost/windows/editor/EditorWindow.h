@@ -1,0 +1,99 @@
+// The window of one appointment editor and its controller.
+#pragma once
+
+#include "standin/mailhost/windows/editor/EditorViewController.h"
+
+#include <QMainWindow>
+
+class QAbstractButton;
+class QAction;
+class QLabel;
+class QMessageBox;
+class QPushButton;
+
+namespace mailhost {
+
+class EditorWindowController;
+
+class EditorWindow : public QMainWindow, public EditorFrame {
+    Q_OBJECT
+public:
+    EditorWindow(EditorWindowController *controller, std::unique_ptr<CalendarEvent> event);
+    ~EditorWindow() override;
+
+    [[nodiscard]] EditorViewController *viewController() const { return m_controller.get(); }
+    // Closes without asking.
+    void closeNow();
+
+    [[nodiscard]] QWidget *frameWindow() const override { return const_cast<EditorWindow *>(this); }
+    void closeFrameLater() override;
+    void showState() override;
+    void showError(const QString &message) override;
+    void askBeforeSending(const QStringList &problems, std::function<void()> send) override;
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    void build(const CalendarSession &session, bool newerGeneration);
+    QWidget *buildToolBar();
+    void buildMenu();
+    void openSeries();
+    // `answered` is not called when the person goes on editing.
+    void askToSave(const QString &question, std::function<void(bool save)> answered);
+    void deleteAppointment();
+    QPushButton *addButton(const QString &name, const QString &text);
+    QMessageBox *newMessage(const QString &name, const QString &text, const QString &detail);
+    void showMessage(std::function<void(QAbstractButton *clicked)> answered);
+
+    EditorWindowController *m_windowController;
+    EditorForm *m_form = nullptr;
+    BodyEdit *m_body = nullptr;
+    QWidget *m_toolBar = nullptr;
+    QLabel *m_notice = nullptr;
+    QPushButton *m_send = nullptr;
+    QPushButton *m_saveAndClose = nullptr;
+    QPushButton *m_delete = nullptr;
+    QPushButton *m_repeat = nullptr;
+    QPushButton *m_timeZone = nullptr;
+    QPushButton *m_openSeries = nullptr;
+    QAction *m_save = nullptr;
+    QPointer<QMessageBox> m_message;
+    std::unique_ptr<rt::Object> m_seriesResponder;
+    std::unique_ptr<EditorViewController> m_controller;
+    bool m_closed = false;
+};
+
+// Lives until its window has closed.
+class EditorWindowController : public QObject, public rt::Object {
+    Q_OBJECT
+public:
+    // Takes the event over and shows the window. An appointment that is open already gets its window shown
+    // instead.
+    static EditorWindowController *showFor(rt::Object *event, bool cancelMode);
+    // The open editors, in order of opening.
+    static QList<EditorWindowController *> open();
+    ~EditorWindowController() override;
+
+    [[nodiscard]] rt::Object *editorViewController() const;
+    [[nodiscard]] QWidget *window() const;
+    [[nodiscard]] EditorWindow *editorWindow() const { return m_window; }
+    void close();
+
+private:
+    explicit EditorWindowController(std::unique_ptr<CalendarEvent> event);
+    friend class EditorWindow;
+    void windowClosed();
+
+    QPointer<EditorWindow> m_window;
+    std::vector<std::unique_ptr<CalendarEvent>> m_otherEvents; // handed over for the same appointment
+};
+
+void defineEditorWindowClasses();
+[[nodiscard]] rt::Class *editorWindowClass();
+// Opens the editor as a person does, through the class's own methods. Answers its controller; nullptr when
+// there is none.
+rt::Object *showEditorFor(std::unique_ptr<CalendarEvent> event);
+
+} // namespace mailhost

@@ -1,0 +1,46 @@
+// The time scale: hours from top to bottom, days from left to right, timed appointments on it.
+#pragma once
+
+#include "standin/mailhost/windows/grid/GridSurface.h"
+
+namespace mailhost {
+
+class DayColumns : public GridSurface {
+    Q_OBJECT
+public:
+    explicit DayColumns(QWidget *parent = nullptr);
+
+    [[nodiscard]] bool isAllDay() const override { return false; }
+    [[nodiscard]] ClockPlace placeAt(const QPoint &point) const override;
+    [[nodiscard]] int yOf(int minute) const;
+    // Where the line of the current time stands: today's column; an invalid time: nowhere.
+    void setNow(const QTime &now);
+    // The appointments for which there is no room and which the mark at that point stands for.
+    [[nodiscard]] QList<int> foldedAt(const QPoint &point) const;
+
+protected:
+    QList<TilePlan> plan(const GridLayout &layout, const QList<Occurrence> &occurrences, bool ghost) override;
+    void placed() override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    // "+3" in place of what does not fit.
+    struct Fold {
+        QRect rect;
+        int until = 0; // minute
+        QList<int> occurrences;
+    };
+    [[nodiscard]] QRect frameOf(const TimedPiece &piece, int columns) const;
+    [[nodiscard]] int columnsThatFit(const TimedPiece &piece) const;
+    void fold(const TimedPiece &piece);
+    void paintScale(QPainter &painter) const;
+    void paintDays(QPainter &painter) const;
+    void paintFolds(QPainter &painter) const;
+    void paintCursor(QPainter &painter) const;
+
+    QWidget *m_nowLine;
+    QTime m_now;
+    QList<Fold> m_folds;
+};
+
+} // namespace mailhost

@@ -1,0 +1,157 @@
+#include "standin/mailhost/windows/grid/EventTileView.h"
+
+#include "standin/mailhost/model/Bind.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+namespace mailhost {
+
+namespace {
+
+constexpr qreal radius = 4;
+constexpr qreal stripWidth = 4;
+constexpr double softLight = 0.17; // share of the accent in a tile's ground
+constexpr double softDark = 0.34;
+constexpr double hoverMore = 0.09;
+constexpr double dimmedOpacity = 0.38;
+constexpr double ghostOpacity = 0.92;
+
+// Rounded where the appointment has an end, straight where it is cut off.
+QPainterPath outline(const QRectF &rect, const TileEnds &ends) {
+    QPainterPath path;
+    path.addRoundedRect(rect, radius, radius);
+    QRectF straight = rect;
+    if (!ends.start)
+        ends.allDay ? straight.setRight(rect.left() + radius) : straight.setBottom(rect.top() + radius);
+    if (!ends.start)
+        path.addRect(straight);
+    straight = rect;
+    if (!ends.end)
+        ends.allDay ? straight.setLeft(rect.right() - radius) : straight.setTop(rect.bottom() - radius);
+    if (!ends.end)
+        path.addRect(straight);
+    path.setFillRule(Qt::WindingFill);
+    return path;
+}
+
+} // namespace
+
+EventTileView::EventTileView(QWidget *surface)
+    : QWidget(surface)
+    , rt::Object(rt::classNamed(u"CCEventTileView"_s)) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setAttribute(Qt::WA_NoSystemBackground);
+}
+
+EventTileView *EventTileView::make(QWidget *surface, const QRectF &frame, rt::Object *controller,
+                                   const QColor &fill, bool ghost) {
+    auto *tile = new EventTileView(surface);
+    rt::send(tile, "initWithFrame:andController:andFillColor:isGhost:", frame, rt::fromObject(controller),
+             rt::Value::fromValue(fill), ghost);
+    return tile;
+}
+
+rt::Object *EventTileView::initWithFrame(const QRectF &frame, rt::Object *, const rt::Value &fillColor,
+                                         bool isGhost) {
+    setGeometry(frame.toAlignedRect());
+    m_fill = fillColor.value<QColor>();
+    m_ghost = isGhost;
+    return this;
+}
+
+void EventTileView::setStyle(std::shared_ptr<const GridStyle> style) {
+    if (m_style == style)
+        return;
+    m_style = std::move(style);
+    m_fill = m_style->accent;
+    m_texts.reset();
+    update();
+}
+
+void EventTileView::setOccurrence(const Occurrence &occurrence, const TileEnds &ends) {
+    const bool same = m_ends == ends && m_occurrence.start == occurrence.start &&
+                      m_occurrence.end == occurrence.end && m_occurrence.summary == occurrence.summary &&
+                      m_occurrence.location == occurrence.location &&
+                      m_occurrence.isOccurrence == occurrence.isOccurrence &&
+                      m_occurrence.isException == occurrence.isException &&
+                      m_occurrence.hasMeetingRecord == occurrence.hasMeetingRecord;
+    m_occurrence = occurrence;
+    m_ends = ends;
+    if (same)
+        return;
+    m_texts.reset();
+    update();
+}
+
+void EventTileView::setState(const TileState &state) {
+    if (m_state == state)
+        return;
+    m_state = state;
+    update();
+}
+
+const TileTexts &EventTileView::texts() const {
+    if (!m_texts)
+        m_texts.emplace(m_occurrence, m_ends, size(), *m_style, m_ghost);
+    return *m_texts;
+}
+
+QRect EventTileView::subjectRect() const {
+    return m_style ? texts().subjectRect() : QRect();
+}
+
+bool EventTileView::isShortened() const {
+    return m_style && texts().isShortened();
+}
+
+void EventTileView::resizeEvent(QResizeEvent *) {
+    m_texts.reset();
+}
+
+// Drawn in the full colour.
+bool EventTileView::isFull() const {
+    return m_ghost || (m_state.selected && !m_state.dimmed);
+}
+
+void EventTileView::drawBody(QPainter &painter) const {
+    const bool full = isFull();
+    const double share = (m_style->dark ? softDark : softLight) + (m_state.hovered ? hoverMore : 0);
+    const QColor fill = full ? m_fill : GridStyle::mixed(m_fill, m_style->base, share);
+    const QPainterPath shape = outline(rect(), m_ends);
+    painter.setPen(Qt::NoPen);
+    painter.fillPath(shape, fill);
+    if (!full && (m_ends.start || !m_ends.allDay)) {
+        painter.save();
+        painter.setClipRect(QRectF(0, 0, stripWidth, height()));
+        painter.fillPath(shape, m_fill);
+        painter.restore();
+    }
+    if (m_state.focused && full && !m_ghost) {
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(m_style->accentText, 1));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), radius - 1, radius - 1);
+    }
+}
+
+void EventTileView::paintEvent(QPaintEvent *) {
+    if (!m_style)
+        return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setOpacity(m_state.dimmed ? dimmedOpacity : m_ghost ? ghostOpacity : 1.0);
+    drawBody(painter);
+    const bool full = isFull();
+    const QColor text = full ? m_style->accentText : m_style->text;
+    const QColor faint = full ? GridStyle::mixed(m_style->accentText, m_fill, 0.9)
+                              : GridStyle::mixed(m_style->text, m_fill, m_style->dark ? 0.78 : 0.72);
+    texts().draw(painter, *m_style, text, faint);
+}
+
+void defineTileClass() {
+    addMethods(rt::defineClass(u"CCEventTileView"_s, rt::defineClass(u"NSView"_s)),
+               {{"initWithFrame:andController:andFillColor:isGhost:", bind<&EventTileView::initWithFrame>,
+                 "@@:ffff@@B"}});
+}
+
+} // namespace mailhost

@@ -1,0 +1,68 @@
+// A tile of an appointment in the grid, of class "CCEventTileView". It only draws: what is done with the
+// pointer arrives at the surface that it lies on.
+#pragma once
+
+#include "platform/runtime/Runtime.h"
+#include "standin/mailhost/store/Appointment.h"
+#include "standin/mailhost/windows/grid/GridStyle.h"
+#include "standin/mailhost/windows/grid/TileTexts.h"
+
+#include <QWidget>
+#include <memory>
+
+namespace mailhost {
+
+// How a tile is shown at the moment.
+struct TileState {
+    bool selected = false;
+    bool focused = false; // selected, and the grid has the keyboard
+    bool hovered = false;
+    bool dimmed = false; // its ghost is being dragged
+    friend bool operator==(const TileState &a, const TileState &b) = default;
+};
+
+class EventTileView : public QWidget, public rt::Object {
+    Q_OBJECT
+public:
+    // A new tile on that surface, initialised through the object runtime. The frame is in the surface's
+    // coordinates; the controller may be nullptr.
+    static EventTileView *make(QWidget *surface, const QRectF &frame, rt::Object *controller,
+                               const QColor &fill, bool ghost);
+    [[nodiscard]] rt::Object *initWithFrame(const QRectF &frame, rt::Object *controller,
+                                            const rt::Value &fillColor, bool isGhost);
+
+    // A tile is used again for another appointment: nothing is drawn anew when nothing differs.
+    void setStyle(std::shared_ptr<const GridStyle> style);
+    void setOccurrence(const Occurrence &occurrence, const TileEnds &ends);
+    void setState(const TileState &state);
+    [[nodiscard]] const Occurrence &occurrence() const { return m_occurrence; }
+    [[nodiscard]] const TileEnds &ends() const { return m_ends; }
+    [[nodiscard]] const TileState &state() const { return m_state; }
+    [[nodiscard]] bool isGhost() const { return m_ghost; }
+    // Where the subject is written, in the tile's coordinates.
+    [[nodiscard]] QRect subjectRect() const;
+    // Whether some of its texts had to be shortened or left out.
+    [[nodiscard]] bool isShortened() const;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    explicit EventTileView(QWidget *surface);
+    [[nodiscard]] const TileTexts &texts() const;
+    [[nodiscard]] bool isFull() const;
+    void drawBody(QPainter &painter) const;
+
+    Occurrence m_occurrence;
+    TileEnds m_ends;
+    TileState m_state;
+    std::shared_ptr<const GridStyle> m_style;
+    QColor m_fill;
+    bool m_ghost = false;
+    mutable std::optional<TileTexts> m_texts; // made when first drawn in a size
+};
+
+void defineTileClass();
+
+} // namespace mailhost

@@ -1,0 +1,62 @@
+#include "standin/mailhost/windows/grid/GridDrag.h"
+
+#include <algorithm>
+
+namespace mailhost {
+
+namespace {
+
+constexpr qint64 leastSeconds = quarterHour * 60;
+
+int snapped(int minute) {
+    return qRound(double(minute) / quarterHour) * quarterHour;
+}
+
+TimeSpan draggedDays(const Occurrence &occurrence, Grip grip, qint64 days) {
+    QDate begin = occurrence.start.toLocalTime().date();
+    QDate behind = std::max(begin.addDays(1), occurrence.end.toLocalTime().date());
+    if (grip != Grip::End)
+        begin = begin.addDays(days);
+    if (grip != Grip::Begin)
+        behind = behind.addDays(days);
+    if (begin >= behind && grip == Grip::Begin)
+        begin = behind.addDays(-1);
+    if (begin >= behind && grip == Grip::End)
+        behind = begin.addDays(1);
+    return {begin.startOfDay(), behind.startOfDay()};
+}
+
+TimeSpan movedTimes(const Occurrence &occurrence, const ClockPlace &from, const ClockPlace &to,
+                    bool keepInDay) {
+    const ClockPlace start = clockPlaceOf(occurrence.start);
+    const qint64 days = from.date.daysTo(to.date);
+    const int minutes = to.minute - from.minute;
+    ClockPlace place{start.date.addDays(days), start.minute};
+    if (snapped(minutes) != 0) {
+        place.minute = snapped(start.minute + minutes);
+        if (keepInDay)
+            place.minute = std::clamp(place.minute, 0, minutesPerDay - quarterHour);
+    } else if (days == 0) {
+        return {occurrence.start, occurrence.end};
+    }
+    const QDateTime moment = momentAt(place);
+    return {moment, moment.addSecs(occurrence.start.secsTo(occurrence.end))};
+}
+
+} // namespace
+
+TimeSpan draggedSpan(const Occurrence &occurrence, Grip grip, const ClockPlace &from, const ClockPlace &to,
+                     bool keepInDay) {
+    if (occurrence.allDay)
+        return draggedDays(occurrence, grip, from.date.daysTo(to.date));
+    if (grip == Grip::Body)
+        return movedTimes(occurrence, from, to, keepInDay);
+    if (snapped(to.minute - from.minute) == 0 && from.date == to.date)
+        return {occurrence.start, occurrence.end};
+    const QDateTime edge = momentAt({to.date, snapped(to.minute)});
+    if (grip == Grip::Begin)
+        return {std::min(edge, occurrence.end.addSecs(-leastSeconds)), occurrence.end};
+    return {occurrence.start, std::max(edge, occurrence.start.addSecs(leastSeconds))};
+}
+
+} // namespace mailhost

@@ -1,0 +1,208 @@
+#include "standin/mailhost/windows/grid/GridLayout.h"
+
+#include <algorithm>
+#include <functional>
+#include <queue>
+#include <set>
+#include <vector>
+
+namespace mailhost {
+
+namespace {
+
+constexpr int secondsPerMinute = 60;
+
+bool isShownAs(const QDateTime &moment, const QDate &date, const QTime &time) {
+    return moment.isValid() && moment.date() == date && moment.time() == time;
+}
+
+// A day's minutes may lie before it or behind it.
+ClockPlace withinItsDay(const ClockPlace &place) {
+    const int days = place.minute >= 0 ? place.minute / minutesPerDay
+                                       : -((minutesPerDay - 1 - place.minute) / minutesPerDay);
+    return {place.date.addDays(days), place.minute - days * minutesPerDay};
+}
+
+QTime timeOf(int minute) {
+    return QTime(minute / minutesPerHour, minute % minutesPerHour);
+}
+
+// Where the clocks were put back shortly before, they showed the same time once already.
+QDateTime firstOfTwo(const QDateTime &moment) {
+    constexpr qint64 longBefore = 6 * 3600;
+    const int putBack = moment.addSecs(-longBefore).offsetFromUtc() - moment.offsetFromUtc();
+    if (putBack <= 0)
+        return moment;
+    const QDateTime earlier = moment.addSecs(-putBack);
+    return isShownAs(earlier, moment.date(), moment.time()) ? earlier : moment;
+}
+
+int minuteOf(const QTime &time) {
+    return time.hour() * minutesPerHour + time.minute();
+}
+
+// Of the days shown, counted from the first; what lies outside is cut off.
+struct DayRange {
+    int first;
+    int last;
+    bool startsHere;
+    bool endsHere;
+};
+
+std::optional<DayRange> shownDays(const QDate &begin, const QDate &last, const QDate &first, int days) {
+    const qint64 from = first.daysTo(begin);
+    const qint64 to = first.daysTo(std::max(begin, last));
+    if (to < 0 || from >= days)
+        return std::nullopt;
+    return DayRange{int(std::max<qint64>(0, from)), int(std::min<qint64>(days - 1, to)), from >= 0,
+                    to < days};
+}
+
+void addBar(GridLayout &layout, int index, const Occurrence &occurrence, const QDate &first, int days) {
+    const QDate begin = occurrence.start.toLocalTime().date();
+    const QDate last = occurrence.end.toLocalTime().date().addDays(-1);
+    if (const auto range = shownDays(begin, last, first, days))
+        layout.bars.append({index, range->first, range->last, range->startsHere, range->endsHere, 0});
+}
+
+void addPieces(std::vector<std::vector<TimedPiece>> &perDay, int index, const Occurrence &occurrence,
+               const QDate &first) {
+    const QDateTime start = occurrence.start.toLocalTime();
+    const QDateTime end = std::max(start, occurrence.end.toLocalTime());
+    const ClockPlace from{start.date(), minuteOf(start.time())};
+    ClockPlace to{end.date(), minuteOf(end.time())};
+    if (to.minute == 0 && to.date > from.date) // its last day is the one that ends at midnight
+        to = {to.date.addDays(-1), minutesPerDay};
+    const auto range = shownDays(from.date, to.date, first, int(perDay.size()));
+    if (!range)
+        return;
+    for (int day = range->first; day <= range->last; ++day) {
+        TimedPiece piece;
+        piece.occurrence = index;
+        piece.day = day;
+        piece.startsHere = range->startsHere && day == range->first;
+        piece.endsHere = range->endsHere && day == range->last;
+        piece.begin = piece.startsHere ? from.minute : 0;
+        piece.end = piece.endsHere ? to.minute : minutesPerDay;
+        // Around the hour that comes twice the clock may end before it began.
+        if (piece.startsHere && piece.endsHere && piece.end < piece.begin)
+            piece.end = piece.begin + int(start.secsTo(end) / secondsPerMinute);
+        piece.begin = std::min(piece.begin, minutesPerDay - quarterHour);
+        piece.end = std::clamp(piece.end, piece.begin + quarterHour, minutesPerDay);
+        perDay[std::size_t(day)].push_back(piece);
+    }
+}
+
+void placeLines(GridLayout &layout) {
+    std::stable_sort(layout.bars.begin(), layout.bars.end(), [](const DayBar &a, const DayBar &b) {
+        return a.firstDay != b.firstDay ? a.firstDay < b.firstDay : a.lastDay > b.lastDay;
+    });
+    using Busy = std::pair<int, int>; // up to which day, line
+    std::priority_queue<Busy, std::vector<Busy>, std::greater<>> busy;
+    std::set<int> free;
+    for (DayBar &bar : layout.bars) {
+        for (; !busy.empty() && busy.top().first < bar.firstDay; busy.pop())
+            free.insert(busy.top().second);
+        if (free.empty())
+            free.insert(layout.lines++);
+        bar.line = *free.begin();
+        free.erase(free.begin());
+        busy.emplace(bar.lastDay, bar.line);
+    }
+}
+
+// Gives each piece of one group (those that overlap, or are chained by others that do) its column. Answers
+// the number of columns.
+int giveColumns(TimedPiece *first, TimedPiece *behind) {
+    using Busy = std::pair<int, int>; // until which minute, column
+    std::priority_queue<Busy, std::vector<Busy>, std::greater<>> busy;
+    std::set<int> free;
+    int columns = 0;
+    for (TimedPiece *piece = first; piece != behind; ++piece) {
+        for (; !busy.empty() && busy.top().first <= piece->begin; busy.pop())
+            free.insert(busy.top().second);
+        if (free.empty())
+            free.insert(columns++);
+        piece->column = *free.begin();
+        free.erase(free.begin());
+        busy.emplace(piece->end, piece->column);
+    }
+    return columns;
+}
+
+// Lets each piece grow to the right up to the nearest one that overlaps it. What begins later can only come
+// nearer to the one that is to its left at that moment: a farther one is already held by that one.
+void widen(TimedPiece *first, TimedPiece *behind, int columns) {
+    std::set<std::pair<int, TimedPiece *>> active;
+    using Ends = std::pair<int, TimedPiece *>;
+    std::priority_queue<Ends, std::vector<Ends>, std::greater<>> ends;
+    for (TimedPiece *piece = first; piece != behind; ++piece) {
+        for (; !ends.empty() && ends.top().first <= piece->begin; ends.pop())
+            active.erase({ends.top().second->column, ends.top().second});
+        const auto place = active.emplace(piece->column, piece).first;
+        const auto right = std::next(place);
+        piece->columns = columns;
+        piece->span = (right == active.end() ? columns : right->first) - piece->column;
+        if (place != active.begin()) {
+            TimedPiece *left = std::prev(place)->second;
+            left->span = std::min(left->span, piece->column - left->column);
+        }
+        ends.emplace(piece->end, piece);
+    }
+}
+
+} // namespace
+
+QDateTime momentAt(const ClockPlace &wanted) {
+    const ClockPlace place = withinItsDay(wanted);
+    const QDateTime moment(place.date, timeOf(place.minute));
+    if (isShownAs(moment, place.date, timeOf(place.minute)))
+        return firstOfTwo(moment);
+    // Skipped: the last quarter of an hour that was shown, and on from there on the real clock.
+    for (int back = quarterHour; back < minutesPerDay; back += quarterHour) {
+        const ClockPlace before = withinItsDay({place.date, place.minute - back});
+        const QDateTime shown(before.date, timeOf(before.minute));
+        if (isShownAs(shown, before.date, timeOf(before.minute)))
+            return shown.addSecs(qint64(back) * secondsPerMinute);
+    }
+    return place.date.startOfDay();
+}
+
+ClockPlace clockPlaceOf(const QDateTime &moment) {
+    const QDateTime local = moment.toLocalTime();
+    return {local.date(), minuteOf(local.time())};
+}
+
+void packColumns(TimedPiece *first, TimedPiece *behind) {
+    while (first != behind) {
+        TimedPiece *next = first + 1;
+        for (int until = first->end; next != behind && next->begin < until; ++next)
+            until = std::max(until, next->end);
+        widen(first, next, giveColumns(first, next));
+        first = next;
+    }
+}
+
+GridLayout layOut(const QList<Occurrence> &occurrences, const QDate &first, int days) {
+    GridLayout layout;
+    std::vector<std::vector<TimedPiece>> perDay{std::size_t(days)};
+    for (int i = 0; i < occurrences.size(); ++i) {
+        if (occurrences[i].allDay)
+            addBar(layout, i, occurrences[i], first, days);
+        else
+            addPieces(perDay, i, occurrences[i], first);
+    }
+    placeLines(layout);
+    for (std::vector<TimedPiece> &day : perDay) {
+        // The longer ones to the left of those that begin with them.
+        std::stable_sort(day.begin(), day.end(), [](const TimedPiece &a, const TimedPiece &b) {
+            return a.begin != b.begin ? a.begin < b.begin : a.end > b.end;
+        });
+        packColumns(day.data(), day.data() + day.size());
+        for (const TimedPiece &piece : day)
+            layout.pieces.append(piece);
+    }
+    return layout;
+}
+
+} // namespace mailhost

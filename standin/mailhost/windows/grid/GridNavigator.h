@@ -1,0 +1,47 @@
+// The way of the arrow keys over the grid: from appointment to appointment, and over the clock where there is
+// none. Pure values, no widgets.
+#pragma once
+
+#include "standin/mailhost/windows/grid/GridLayout.h"
+
+#include <optional>
+
+namespace mailhost {
+
+struct GridPosition {
+    int day = 0;
+    int minute = 0;      // the clock time that steps to the side keep to
+    int occurrence = -1; // -1: a place on the clock
+    bool allDay = false;
+    friend bool operator==(const GridPosition &a, const GridPosition &b) = default;
+};
+
+enum class WalkStep { Up, Down, Left, Right, First, Last };
+
+class GridNavigator {
+public:
+    GridNavigator() = default;
+    GridNavigator(const GridLayout &layout, int days);
+
+    // nullopt: the step leads out of the days.
+    [[nodiscard]] std::optional<GridPosition> step(WalkStep step, const GridPosition &from) const;
+    // What the day has nearest to that time; the place on the clock when it has nothing.
+    [[nodiscard]] GridPosition arriveAt(int day, int minute, bool allDay, int exceptOccurrence = -1) const;
+    // The occurrences in reading order: by day, all-day ones first. Each once.
+    [[nodiscard]] QList<int> readingOrder() const;
+
+private:
+    struct Stop {
+        int occurrence = 0;
+        int begin = 0;
+        int end = 0;
+        bool allDay = false;
+    };
+    [[nodiscard]] int indexOf(const GridPosition &place) const;
+    [[nodiscard]] GridPosition placeOf(int day, const Stop &stop, int minute) const;
+    [[nodiscard]] GridPosition above(const GridPosition &from) const;
+    [[nodiscard]] GridPosition below(const GridPosition &from) const;
+    QList<QList<Stop>> m_days;
+};
+
+} // namespace mailhost

@@ -1,0 +1,225 @@
+#include "standin/mailhost/windows/grid/TileTexts.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+#include <QPainterPath>
+#include <QTextLayout>
+#include <algorithm>
+
+namespace mailhost {
+
+namespace {
+
+constexpr int barWidth = 4; // of the strip of colour at the left
+constexpr int padding = 4;  // beside the texts
+constexpr int narrow = 48;  // a tile below it has less of everything
+constexpr int markSize = 11;
+constexpr int markGap = 3;
+constexpr int leastText = 34; // below it a text is not worth its place
+constexpr int mostSubjectLines = 3;
+constexpr int between = 8; // texts on one line
+
+void drawRepeats(QPainter &painter, const QRectF &rect) {
+    const QRectF circle = rect.adjusted(1.5, 1.5, -1.5, -1.5);
+    constexpr int degree = 16;
+    painter.setBrush(Qt::NoBrush);
+    painter.drawArc(circle, 25 * degree, 130 * degree);
+    painter.drawArc(circle, 205 * degree, 130 * degree);
+    painter.setBrush(painter.pen().color());
+    const qreal head = rect.width() * 0.22;
+    const auto arrow = [&](const QPointF &tip, qreal direction) {
+        QPolygonF shape;
+        shape << tip << tip + QPointF(-head, -direction * head * 1.2)
+              << tip + QPointF(head, -direction * head * 1.2);
+        painter.save();
+        painter.setPen(Qt::NoPen);
+        painter.drawPolygon(shape);
+        painter.restore();
+    };
+    arrow({circle.right(), circle.center().y() + head * 0.5}, 1);
+    arrow({circle.left(), circle.center().y() - head * 0.5}, -1);
+}
+
+void drawOnline(QPainter &painter, const QRectF &rect) {
+    painter.save();
+    painter.setBrush(painter.pen().color());
+    painter.setPen(Qt::NoPen);
+    const qreal unit = rect.width() / 11;
+    painter.drawRoundedRect(QRectF(rect.left(), rect.top() + 2 * unit, 7 * unit, 7 * unit), 1.6 * unit,
+                            1.6 * unit);
+    QPolygonF lens;
+    lens << QPointF(rect.left() + 7.7 * unit, rect.top() + 4.7 * unit)
+         << QPointF(rect.left() + 11 * unit, rect.top() + 2.5 * unit)
+         << QPointF(rect.left() + 11 * unit, rect.top() + 8.5 * unit)
+         << QPointF(rect.left() + 7.7 * unit, rect.top() + 6.3 * unit);
+    painter.drawPolygon(lens);
+    painter.restore();
+}
+
+// From and to where that fits, else the begin alone, else nothing: half a time says the wrong one.
+QString timesFor(const Occurrence &occurrence, int width, const GridStyle &style) {
+    if (style.timesWidth <= width)
+        return style.times(occurrence.start, occurrence.end);
+    if (style.timeWidth <= width)
+        return style.time(occurrence.start.toLocalTime().time());
+    return {};
+}
+
+} // namespace
+
+QString TileTexts::subjectOf(const Occurrence &occurrence) {
+    const QString subject = occurrence.summary.simplified();
+    return subject.isEmpty() ? QObject::tr("Untitled") : subject;
+}
+
+TileTexts::TileTexts(const Occurrence &occurrence, const TileEnds &ends, const QSize &size,
+                     const GridStyle &style, bool timesFirst) {
+    const int left = barWidth + (size.width() < narrow ? 2 : padding);
+    const int lines = std::max(1, (size.height() - 1) / style.lineHeight);
+    const int top = lines == 1 || ends.allDay
+                        ? (size.height() - style.lineHeight) / 2
+                        : std::min(padding, (size.height() - lines * style.lineHeight) / 2);
+    m_area = QRect(left, top, std::max(0, size.width() - left - (size.width() < narrow ? 1 : padding)),
+                   ends.allDay ? style.lineHeight : std::max(style.lineHeight, size.height() - 2 * top));
+    m_firstLineEnd = m_area.right();
+    placeMarks(occurrence, style);
+    QStringList texts{subjectOf(occurrence)};
+    const QString location = occurrence.location.simplified();
+    const QString times = ends.allDay ? QString() : timesFor(occurrence, m_area.width(), style);
+    if (timesFirst && !times.isEmpty())
+        texts = QStringList{times, texts.first()};
+    else
+        texts += {location, times};
+    texts.removeAll(QString());
+    if (m_area.height() / style.lineHeight < 2)
+        writeOnOneLine(texts, style);
+    else
+        writeBelowEachOther(texts, style);
+}
+
+// At the right of the first line where that leaves room for the subject, else at the right of the last line.
+void TileTexts::placeMarks(const Occurrence &occurrence, const GridStyle &style) {
+    QList<Mark> marks;
+    if (occurrence.hasMeetingRecord)
+        marks.append(Mark::Online);
+    if (occurrence.isOccurrence || occurrence.isException)
+        marks.append(Mark::Repeats);
+    const bool oneLine = m_area.height() / style.lineHeight < 2;
+    while (oneLine && !marks.isEmpty() && m_area.width() - marks.size() * (markSize + markGap) < leastText)
+        marks.removeLast();
+    if (marks.isEmpty())
+        return;
+    const int width = int(marks.size()) * (markSize + markGap);
+    const bool onFirst = oneLine || m_area.width() - width >= 2 * leastText;
+    const int lineTop = onFirst ? m_area.top() : m_area.bottom() + 1 - style.lineHeight;
+    int right = m_area.right() + 1;
+    for (const Mark mark : std::as_const(marks)) {
+        m_marks.append(
+            {mark, QRect(right - markSize, lineTop + (style.lineHeight - markSize) / 2, markSize, markSize)});
+        right -= markSize + markGap;
+    }
+    if (onFirst)
+        m_firstLineEnd = right - 1;
+    else
+        m_area.setBottom(lineTop - 1);
+}
+
+// Shaping a text is what costs: one that fits is shaped once.
+bool TileTexts::addIfItFits(const QString &text, const QRect &rect, bool strong, const GridStyle &style) {
+    Line line{QStaticText(text), rect.topLeft(), strong};
+    line.text.setTextFormat(Qt::PlainText);
+    line.text.setPerformanceHint(QStaticText::AggressiveCaching);
+    line.text.prepare(QTransform(), strong ? style.subject : style.detail);
+    if (qRound(line.text.size().width()) > rect.width())
+        return false;
+    m_lines.append(line);
+    return true;
+}
+
+// Answers the width that it takes.
+int TileTexts::add(const QString &text, const QRect &rect, bool strong, const GridStyle &style) {
+    if (!addIfItFits(text, rect, strong, style)) {
+        m_shortened = true;
+        const QFontMetrics metrics(strong ? style.subject : style.detail);
+        // A pixel less, since the two ways to measure round differently.
+        if (!addIfItFits(metrics.elidedText(text, Qt::ElideRight, rect.width() - 1), rect, strong, style))
+            return 0;
+    }
+    return qRound(m_lines.last().text.size().width());
+}
+
+void TileTexts::writeOnOneLine(const QStringList &texts, const GridStyle &style) {
+    int left = m_area.left();
+    bool strong = true;
+    for (const QString &text : texts) {
+        const int room = m_firstLineEnd + 1 - left;
+        if (!strong && room < leastText) {
+            m_shortened = true;
+            return;
+        }
+        const QRect rect(left, m_area.top(), room, style.lineHeight);
+        const int width = add(text, rect, strong, style);
+        if (strong)
+            m_subjectRect = QRect(rect.topLeft(), QSize(width, style.lineHeight));
+        strong = false;
+        left += width + between;
+    }
+}
+
+void TileTexts::writeBelowEachOther(const QStringList &texts, const GridStyle &style) {
+    const int lines = m_area.height() / style.lineHeight;
+    const int others = int(texts.size()) - 1;
+    const int used =
+        wrap(texts.first(), std::clamp(lines - others, 1, mostSubjectLines), style, m_area.top());
+    int top = m_area.top() + used * style.lineHeight;
+    m_subjectRect = QRect(m_area.left(), m_area.top(), m_area.width(), top - m_area.top());
+    for (int i = 1; i <= others; ++i, top += style.lineHeight) {
+        if (used + i > lines) {
+            m_shortened = true;
+            return;
+        }
+        add(texts[i], QRect(m_area.left(), top, m_area.width(), style.lineHeight), false, style);
+    }
+}
+
+// Over at most that many lines, the last of them shortened; answers how many it took.
+int TileTexts::wrap(const QString &text, int lines, const GridStyle &style, int top) {
+    const QRect first(m_area.left(), top, m_firstLineEnd + 1 - m_area.left(), style.lineHeight);
+    if (lines == 1)
+        add(text, first, true, style);
+    if (lines == 1 || addIfItFits(text, first, true, style))
+        return 1;
+    QTextLayout layout(text, style.subject);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    int used = 0;
+    for (QTextLine line = layout.createLine(); line.isValid() && used < lines; line = layout.createLine()) {
+        const QRect rect =
+            used == 0 ? first
+                      : QRect(m_area.left(), top + used * style.lineHeight, m_area.width(), style.lineHeight);
+        line.setLineWidth(rect.width());
+        const bool last = ++used == lines;
+        const QString part = text.mid(line.textStart(), last ? -1 : line.textLength());
+        add(part.trimmed(), rect, true, style);
+    }
+    layout.endLayout();
+    return used;
+}
+
+void TileTexts::draw(QPainter &painter, const GridStyle &style, const QColor &text,
+                     const QColor &faint) const {
+    for (const bool strong : {true, false}) {
+        painter.setFont(strong ? style.subject : style.detail);
+        painter.setPen(strong ? text : faint);
+        for (const Line &line : m_lines)
+            if (line.strong == strong)
+                painter.drawStaticText(line.place, line.text);
+    }
+    painter.setPen(QPen(faint, 1.3));
+    for (const PlacedMark &mark : m_marks)
+        mark.mark == Mark::Repeats ? drawRepeats(painter, mark.rect) : drawOnline(painter, mark.rect);
+}
+
+} // namespace mailhost

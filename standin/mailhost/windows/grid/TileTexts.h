@@ -1,0 +1,59 @@
+// What is written on a tile of a given size: each text shaped, wrapped and shortened once.
+#pragma once
+
+#include "standin/mailhost/store/Appointment.h"
+#include "standin/mailhost/windows/grid/GridStyle.h"
+
+#include <QRect>
+#include <QStaticText>
+
+class QPainter;
+
+namespace mailhost {
+
+// Which ends of the appointment the tile shows; it is cut off at the others.
+struct TileEnds {
+    bool start = true;
+    bool end = true;
+    bool allDay = false;
+    friend bool operator==(const TileEnds &a, const TileEnds &b) = default;
+};
+
+class TileTexts {
+public:
+    TileTexts(const Occurrence &occurrence, const TileEnds &ends, const QSize &size, const GridStyle &style,
+              bool timesFirst);
+    void draw(QPainter &painter, const GridStyle &style, const QColor &text, const QColor &faint) const;
+    [[nodiscard]] QRect subjectRect() const { return m_subjectRect; }
+    [[nodiscard]] bool isShortened() const { return m_shortened; }
+
+    // Of one without a subject: "Untitled".
+    [[nodiscard]] static QString subjectOf(const Occurrence &occurrence);
+
+private:
+    struct Line {
+        QStaticText text;
+        QPoint place;
+        bool strong = false;
+    };
+    enum class Mark { Repeats, Online };
+    struct PlacedMark {
+        Mark mark;
+        QRect rect;
+    };
+    void placeMarks(const Occurrence &occurrence, const GridStyle &style);
+    void writeOnOneLine(const QStringList &texts, const GridStyle &style);
+    void writeBelowEachOther(const QStringList &texts, const GridStyle &style);
+    int wrap(const QString &text, int lines, const GridStyle &style, int top);
+    int add(const QString &text, const QRect &rect, bool strong, const GridStyle &style);
+    bool addIfItFits(const QString &text, const QRect &rect, bool strong, const GridStyle &style);
+
+    QRect m_area;
+    int m_firstLineEnd = 0; // the right edge of what the marks leave of the first line
+    QList<Line> m_lines;
+    QList<PlacedMark> m_marks;
+    QRect m_subjectRect;
+    bool m_shortened = false;
+};
+
+} // namespace mailhost

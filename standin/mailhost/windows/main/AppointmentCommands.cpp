@@ -1,0 +1,176 @@
+#include "standin/mailhost/windows/main/AppointmentCommands.h"
+
+#include "platform/runtime/Runtime.h"
+#include "standin/mailhost/model/CalendarDate.h"
+#include "standin/mailhost/windows/ControlNames.h"
+#include "standin/mailhost/windows/MessageBoxes.h"
+#include "standin/mailhost/windows/editor/EditorWindow.h"
+#include "standin/mailhost/windows/grid/EventTileView.h"
+
+#include <chrono>
+
+namespace mailhost {
+
+namespace {
+
+using namespace std::chrono_literals;
+constexpr qint64 secondsPerDay = std::chrono::seconds(24h).count();
+constexpr qint64 shortestAppointment = std::chrono::seconds(15min).count();
+
+bool isAllDay(const CalendarEvent &event) {
+    return event.appointment().start.kind == CalendarTime::Kind::Date;
+}
+
+// A date object as a host's own view makes it: in the appointment's zone.
+rt::Value dateFor(const CalendarEvent &event, const QDateTime &instant) {
+    return rt::fromObject(rt::temporary(std::make_unique<CalendarDate>(instant, event.timeZone())));
+}
+
+QString subjectOf(const CalendarEvent &event) {
+    const QString subject = event.summary().trimmed();
+    return subject.isEmpty() ? QObject::tr("Untitled") : subject;
+}
+
+} // namespace
+
+AppointmentCommands::AppointmentCommands(MainWindow *window, GridViewWrapper *grid)
+    : m_window(window)
+    , m_grid(grid) {}
+
+CalendarEvent *AppointmentCommands::selectedEvent() const {
+    return dynamic_cast<CalendarEvent *>(m_grid->controller()->selectedEvent());
+}
+
+void AppointmentCommands::openSelected() {
+    if (auto selected = m_grid->controller()->newEventForSelection())
+        showEditorFor(std::move(selected));
+}
+
+void AppointmentCommands::openSeries() {
+    const CalendarEvent *selected = selectedEvent();
+    if (selected && m_session)
+        showEditorFor(std::make_unique<CalendarEvent>(m_session, selected->UUID(), QString(), false));
+}
+
+void AppointmentCommands::renameSelected() {
+    m_window->calendar()->beginRename();
+}
+
+void AppointmentCommands::renameTo(const QString &subject) {
+    if (CalendarEvent *selected = selectedEvent())
+        rt::send(m_grid, "subjectChanged:forEvent:andTileView:", subject, rt::fromObject(selected),
+                 rt::fromObject(m_window->calendar()->selectedTile()));
+}
+
+void AppointmentCommands::moveTo(const QDateTime &start) {
+    const CalendarEvent *selected = selectedEvent();
+    if (selected)
+        rt::send(m_grid, "performDragFrom:to:forDate:inProgress:",
+                 rt::fromObject(m_window->calendar()->selectedTile()), rt::fromObject(m_grid->controller()),
+                 dateFor(*selected, start), false);
+}
+
+void AppointmentCommands::resizeTo(const QDateTime &start, qint64 seconds) {
+    CalendarEvent *selected = selectedEvent();
+    if (selected)
+        rt::send(m_grid,
+                 "dragResizedEvent:withTileView:withStartDate:duration:inProgress:partialStart:partialEnd:",
+                 rt::fromObject(selected), rt::fromObject(m_window->calendar()->selectedTile()),
+                 dateFor(*selected, start), double(seconds), false, false, false);
+}
+
+void AppointmentCommands::moveBy(int seconds) {
+    const CalendarEvent *selected = selectedEvent();
+    if (selected && isAllDay(*selected))
+        moveByDays(seconds < 0 ? -1 : 1);
+    else if (selected)
+        moveTo(selected->appointment().start.value.addSecs(seconds));
+}
+
+// The clock time stays, also over a change of the clocks.
+void AppointmentCommands::moveByDays(int days) {
+    if (const CalendarEvent *selected = selectedEvent())
+        moveTo(selected->appointment().start.value.addDays(days));
+}
+
+void AppointmentCommands::moveEndBy(int seconds) {
+    const CalendarEvent *selected = selectedEvent();
+    if (!selected)
+        return;
+    const bool allDay = isAllDay(*selected);
+    const qint64 step = allDay ? (seconds < 0 ? -secondsPerDay : secondsPerDay) : seconds;
+    const qint64 length = qint64(selected->duration()) + step;
+    if (length >= (allDay ? secondsPerDay / 2 : shortestAppointment))
+        resizeTo(selected->appointment().start.value, length);
+}
+
+void AppointmentCommands::moveStartBy(int seconds) {
+    const CalendarEvent *selected = selectedEvent();
+    if (!selected)
+        return;
+    const bool allDay = isAllDay(*selected);
+    const QDateTime before = selected->appointment().start.value;
+    const QDateTime start = allDay ? before.addDays(seconds < 0 ? -1 : 1) : before.addSecs(seconds);
+    const qint64 length = start.secsTo(selected->appointment().end.value);
+    if (length >= (allDay ? secondsPerDay / 2 : shortestAppointment))
+        resizeTo(start, length);
+}
+
+void AppointmentCommands::deleteSelected() {
+    const CalendarEvent *selected = selectedEvent();
+    if (!selected)
+        return;
+    const QString subject = subjectOf(*selected);
+    const QString detail = tr("It is taken out of the calendar.");
+    // What is deleted is what was asked about, whatever is selected by then.
+    const std::shared_ptr<CalendarEvent> day = m_grid->controller()->newEventForSelection();
+    const auto remove = [](const std::shared_ptr<CalendarEvent> &deleted) {
+        rt::send(deleted.get(), "deleteEventNow");
+    };
+    if (day->instanceId().isEmpty())
+        return m_window->ask(
+            tr("Delete “%1”?").arg(subject), detail,
+            {{controls::deleteConfirmButton, tr("&Delete"), [remove, day] { remove(day); }}});
+    const auto series = std::make_shared<CalendarEvent>(day->session(), day->UUID(), QString(), false);
+    m_window->ask(
+        tr("Delete this day of “%1”, or the whole series?").arg(subject), detail,
+        {{controls::deleteConfirmButton, tr("&Delete this day"), [remove, day] { remove(day); }},
+         {controls::deleteSeriesButton, tr("Delete the &series"), [remove, series] { remove(series); }}});
+}
+
+void AppointmentCommands::cancelNow(const std::shared_ptr<CalendarEvent> &cancelled) {
+    rt::send(cancelled.get(), "cancelMeetingInWindow:", rt::fromWidget(window()));
+}
+
+void AppointmentCommands::cancelSelected() {
+    const std::shared_ptr<CalendarEvent> cancelled = m_grid->controller()->newEventForSelection();
+    if (!cancelled)
+        return;
+    if (!cancelled->isMeeting() || !cancelled->isOwner())
+        return showErrorMessage(window(), tr("Only a meeting that you organize can be cancelled."));
+    m_window->ask(tr("Cancel the meeting “%1”?").arg(subjectOf(*cancelled)),
+                  tr("The attendees are told, and it is taken out of the calendar."),
+                  {{controls::deleteConfirmButton, tr("&Cancel the meeting"),
+                    [this, cancelled] { cancelNow(cancelled); }},
+                   {controls::cancelWithMessageButton, tr("&Write a message first…"), [cancelled] {
+                        rt::send(editorWindowClass(), "showCancellationWindowForMeeting:",
+                                 rt::fromObject(cancelled->copy().release()));
+                    }}});
+}
+
+void AppointmentCommands::tellFailure() {
+    if (m_session && !m_session->lastError().isEmpty())
+        showErrorMessage(window(), m_session->lastError());
+}
+
+void AppointmentCommands::undo() {
+    if (m_session && !m_session->undoText().isNull() && !m_session->undo())
+        tellFailure();
+}
+
+void AppointmentCommands::redo() {
+    if (m_session && !m_session->redoText().isNull() && !m_session->redo())
+        tellFailure();
+}
+
+} // namespace mailhost

@@ -1,0 +1,57 @@
+// A main window: menus, tool-bar, and the calendar.
+#pragma once
+
+#include "standin/mailhost/windows/grid/CalendarGrid.h"
+#include "standin/mailhost/windows/main/MainToolBar.h"
+
+#include <QKeySequence>
+#include <QMainWindow>
+#include <QPointer>
+#include <functional>
+
+class QAction;
+class QLabel;
+class QMenu;
+class QMessageBox;
+
+namespace mailhost {
+
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    MainWindow();
+
+    void showTitle(const QString &days, const QString &file);
+    [[nodiscard]] CalendarGrid *calendar() const { return m_calendar; }
+    [[nodiscard]] platform::Toolbar *toolBar() const { return m_toolBar; }
+
+    // A new item at the end of the menu. `name` is its object name.
+    QAction *addCommand(QMenu *menu, const QString &name, const QString &text, const QKeySequence &keys,
+                        std::function<void()> operation);
+    [[nodiscard]] QAction *command(const QString &name) const; // nullptr when there is none
+
+    // An answer to a question: the button's object name and text, and what it leads to.
+    struct Choice {
+        QString name;
+        QString text;
+        std::function<void()> chosen;
+    };
+    // Asks, with one more button that does nothing. A question that is still open goes away.
+    void ask(const QString &question, const QString &detail, const QList<Choice> &choices);
+
+Q_SIGNALS:
+    // It is closed and hidden; it still exists.
+    void closed();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    platform::Toolbar *m_toolBar;
+    QLabel *m_title;
+    CalendarGrid *m_calendar;
+    QPointer<QMessageBox> m_question;
+    bool m_closed = false;
+};
+
+} // namespace mailhost

@@ -1,0 +1,290 @@
+#include "standin/mailhost/windows/main/MainWindowController.h"
+
+#include "platform/toolkit/Windows.h"
+#include "standin/mailhost/model/Bind.h"
+#include "standin/mailhost/windows/ControlNames.h"
+#include "standin/mailhost/windows/editor/EditorWindow.h"
+
+#include <QAction>
+#include <QFileInfo>
+#include <QLocale>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace mailhost {
+
+namespace {
+
+constexpr int halfHour = 30 * 60; // seconds
+
+QString titleOf(const QDate &first, int days) {
+    const QLocale locale;
+    if (days == 1)
+        return locale.toString(first, u"dddd, d MMMM yyyy"_s);
+    const QDate last = first.addDays(days - 1);
+    const QString from = locale.toString(first, first.month() == last.month() ? u"d"_s : u"d MMMM"_s);
+    return QObject::tr("%1 – %2").arg(from, locale.toString(last, u"d MMMM yyyy"_s));
+}
+
+} // namespace
+
+QDate mondayOf(const QDate &day) {
+    return day.addDays(1 - day.dayOfWeek());
+}
+
+MainWindowController::MainWindowController(std::function<QDate()> today)
+    : rt::Object(rt::classNamed(u"ERageMainWindowController"_s))
+    , m_today(std::move(today))
+    , m_day(m_today())
+    , m_toolBarItems(std::make_unique<MainToolBarItems>(toolBarActions()))
+    , m_window(std::make_unique<MainWindow>())
+    , m_grid(std::make_unique<GridViewWrapper>(m_window->calendar()))
+    , m_commands(std::make_unique<AppointmentCommands>(m_window.get(), m_grid.get())) {
+    platform::registerWindow(m_window.get(), this);
+    buildMenus();
+    connectCalendar();
+    m_window->toolBar()->setDelegate(this);
+}
+
+MainWindowController::~MainWindowController() = default;
+
+// None is run before the window is there.
+MainToolBarActions MainWindowController::toolBarActions() {
+    MainToolBarActions actions;
+    actions.newAppointment = [this] { newAppointment(); };
+    actions.newMeeting = [this] { newMeeting(); };
+    actions.previous = [this] { previousPage(); };
+    actions.today = [this] { goToToday(); };
+    actions.next = [this] { nextPage(); };
+    actions.showDay = [this] { showExtent(CalendarGrid::Extent::Day); };
+    actions.showWeek = [this] { showExtent(CalendarGrid::Extent::Week); };
+    actions.deleteSelected = [this] { m_commands->deleteSelected(); };
+    actions.canDelete = [this] { return m_window && m_window->calendar()->selected(); };
+    return actions;
+}
+
+void MainWindowController::connectCalendar() {
+    CalendarGrid *calendar = m_window->calendar();
+    calendar->setController(m_grid->controller());
+    AppointmentCommands *commands = m_commands.get();
+    connect(calendar, &CalendarGrid::selectionMoved, this, &MainWindowController::showState);
+    connect(calendar, &CalendarGrid::opened, commands, &AppointmentCommands::openSelected);
+    connect(calendar, &CalendarGrid::moved, commands, &AppointmentCommands::moveTo);
+    connect(calendar, &CalendarGrid::resized, commands, &AppointmentCommands::resizeTo);
+    connect(calendar, &CalendarGrid::renamed, commands, &AppointmentCommands::renameTo);
+    connect(calendar, &CalendarGrid::newRequested, this, &MainWindowController::newAt);
+    connect(calendar, &CalendarGrid::menuRequested, this, &MainWindowController::showMenu);
+    connect(calendar, &CalendarGrid::pageRequested, this, [this](int days) { showDay(m_day.addDays(days)); });
+}
+
+void MainWindowController::setSession(CalendarSession *session) {
+    if (m_session)
+        disconnect(m_session, nullptr, this, nullptr);
+    m_session = session;
+    m_grid->controller()->setSession(session);
+    m_commands->setSession(session);
+    if (session)
+        connect(session, &CalendarSession::changed, this, &MainWindowController::refresh);
+    refresh();
+}
+
+QDate MainWindowController::firstShown() const {
+    return m_extent == CalendarGrid::Extent::Week ? mondayOf(m_day) : m_day;
+}
+
+bool MainWindowController::isShown(const QDate &day) const {
+    const qint64 days = firstShown().daysTo(day);
+    return day.isValid() && days >= 0 && days < int(m_extent);
+}
+
+void MainWindowController::refresh() {
+    const int days = int(m_extent);
+    const QDate first = firstShown();
+    QList<Occurrence> shown;
+    if (m_session)
+        shown = m_session->file().occurrences(first.startOfDay(), first.addDays(days).startOfDay());
+    m_window->calendar()->show(shown, first, m_extent, m_today());
+    m_window->showTitle(titleOf(first, days),
+                        m_session ? QFileInfo(m_session->file().path()).fileName() : QString());
+    showState();
+}
+
+void MainWindowController::showDay(const QDate &day) {
+    if (!day.isValid())
+        return;
+    m_day = day;
+    refresh();
+}
+
+void MainWindowController::showExtent(CalendarGrid::Extent extent) {
+    const QDate pointed = m_window->calendar()->selectedMoment().date();
+    if (extent == CalendarGrid::Extent::Day && isShown(pointed))
+        m_day = pointed;
+    m_extent = extent;
+    refresh();
+}
+
+void MainWindowController::goToToday() {
+    showDay(m_today());
+}
+
+void MainWindowController::turnPages(int pages) {
+    showDay(m_day.addDays(pages * int(m_extent)));
+}
+
+NewPlace MainWindowController::placeOfNew() const {
+    if (m_askedPlace)
+        return *m_askedPlace;
+    const QDate today = m_today();
+    const QDateTime pointed = m_window->calendar()->selectedMoment();
+    const bool pointedHere = isShown(pointed.date());
+    if (pointedHere && pointed.time() != QTime(0, 0))
+        return {pointed, false};
+    const QDate day = pointedHere ? pointed.date() : isShown(today) ? today : firstShown();
+    const QTime now = QTime::currentTime();
+    const int halfHours = std::min(45, now.hour() * 2 + now.minute() / 30 + 1);
+    return {day == today ? QDateTime(day, QTime(halfHours / 2, halfHours % 2 * 30))
+                         : QDateTime(day, QTime(9, 0)),
+            false};
+}
+
+void MainWindowController::newAt(const QDateTime &start, bool allDay) {
+    m_askedPlace = NewPlace{start, allDay};
+    newAppointment();
+    m_askedPlace.reset();
+}
+
+void MainWindowController::newAppointment() {
+    rt::send(editorWindowClass(), "showWindowForNewEvent");
+}
+
+void MainWindowController::newMeeting() {
+    rt::send(platform::applicationDelegate(), "newCalendarMeeting:", rt::fromObject(this));
+}
+
+void MainWindowController::buildMenus() {
+    QMenu *file = m_window->menuBar()->addMenu(tr("&File"));
+    m_window->addCommand(file, controls::newAppointmentAction, tr("New &appointment"), QKeySequence::New,
+                         [this] { newAppointment(); });
+    m_window->addCommand(file, controls::newMeetingAction, tr("New &meeting"),
+                         QKeySequence(tr("Ctrl+Shift+N")), [this] { newMeeting(); });
+    file->addSeparator();
+    m_window->addCommand(file, controls::newWindowAction, tr("New &window"), QKeySequence(tr("Ctrl+Alt+N")),
+                         [this] { Q_EMIT anotherWindowWanted(); });
+    m_window->addCommand(file, controls::closeWindowAction, tr("&Close window"), QKeySequence(tr("Ctrl+W")),
+                         [this] { m_window->close(); });
+    m_window->addCommand(file, controls::quitAction, tr("&Quit"), QKeySequence(tr("Ctrl+Q")),
+                         [this] { Q_EMIT quitWanted(); });
+    buildEditMenu();
+    buildViewMenu();
+}
+
+void MainWindowController::buildEditMenu() {
+    struct Row {
+        QString name;
+        QString text;
+        QKeySequence keys;
+        void (AppointmentCommands::*operation)();
+    };
+    using A = AppointmentCommands;
+    QMenu *edit = m_window->menuBar()->addMenu(tr("&Edit"));
+    const auto add = [this, edit](const QString &name, const QString &text, const QKeySequence &keys,
+                                  std::function<void(A &)> operation) {
+        m_window->addCommand(edit, name, text, keys,
+                             [this, operation = std::move(operation)] { operation(*m_commands); });
+    };
+    add(controls::undoAction, tr("&Undo"), QKeySequence::Undo, &A::undo);
+    add(controls::redoAction, tr("&Redo"), QKeySequence::Redo, &A::redo);
+    edit->addSeparator();
+    add(controls::openAction, tr("&Open"), QKeySequence(tr("Ctrl+O")), &A::openSelected);
+    add(controls::openSeriesAction, tr("Open &series"), QKeySequence(tr("Ctrl+Shift+O")), &A::openSeries);
+    add(controls::renameAction, tr("Re&name"), QKeySequence(tr("F2")), &A::renameSelected);
+    edit->addSeparator();
+    add(controls::earlierAction, tr("Move &earlier"), QKeySequence(tr("Ctrl+Up")),
+        [](A &commands) { commands.moveBy(-halfHour); });
+    add(controls::laterAction, tr("Move &later"), QKeySequence(tr("Ctrl+Down")),
+        [](A &commands) { commands.moveBy(halfHour); });
+    add(controls::dayEarlierAction, tr("Move to the day &before"), QKeySequence(tr("Ctrl+Shift+Left")),
+        [](A &commands) { commands.moveByDays(-1); });
+    add(controls::dayLaterAction, tr("Move to the day &after"), QKeySequence(tr("Ctrl+Shift+Right")),
+        [](A &commands) { commands.moveByDays(1); });
+    edit->addSeparator();
+    add(controls::longerAction, tr("End la&ter"), QKeySequence(tr("Ctrl+Shift+Down")),
+        [](A &commands) { commands.moveEndBy(halfHour); });
+    add(controls::shorterAction, tr("End earl&ier"), QKeySequence(tr("Ctrl+Shift+Up")),
+        [](A &commands) { commands.moveEndBy(-halfHour); });
+    add(controls::startLaterAction, tr("Start later"), QKeySequence(tr("Ctrl+Alt+Down")),
+        [](A &commands) { commands.moveStartBy(halfHour); });
+    add(controls::startEarlierAction, tr("Start earlier"), QKeySequence(tr("Ctrl+Alt+Up")),
+        [](A &commands) { commands.moveStartBy(-halfHour); });
+    edit->addSeparator();
+    add(controls::cancelMeetingAction, tr("&Cancel meeting…"), QKeySequence(tr("Ctrl+Shift+Delete")),
+        &A::cancelSelected);
+    add(controls::deleteAction, tr("&Delete…"), QKeySequence::Delete, &A::deleteSelected);
+}
+
+void MainWindowController::buildViewMenu() {
+    QMenu *view = m_window->menuBar()->addMenu(tr("&View"));
+    m_window->addCommand(view, controls::todayAction, tr("&Today"), QKeySequence(tr("Ctrl+T")),
+                         [this] { goToToday(); });
+    m_window->addCommand(view, controls::previousAction, tr("&Previous"), QKeySequence(tr("Ctrl+Left")),
+                         [this] { previousPage(); });
+    m_window->addCommand(view, controls::nextAction, tr("&Next"), QKeySequence(tr("Ctrl+Right")),
+                         [this] { nextPage(); });
+    view->addSeparator();
+    auto *extents = new QActionGroup(m_window.get());
+    for (QAction *action :
+         {m_window->addCommand(view, controls::dayViewAction, tr("&Day"), QKeySequence(tr("Ctrl+1")),
+                               [this] { showExtent(CalendarGrid::Extent::Day); }),
+          m_window->addCommand(view, controls::weekViewAction, tr("&Week"), QKeySequence(tr("Ctrl+2")),
+                               [this] { showExtent(CalendarGrid::Extent::Week); })}) {
+        action->setCheckable(true);
+        extents->addAction(action);
+    }
+    view->addSeparator();
+    m_window->addCommand(view, controls::customizeToolBarAction, tr("Customise tool-&bar…"), QKeySequence(),
+                         [this] { m_window->toolBar()->customize(); });
+}
+
+void MainWindowController::showState() {
+    const std::optional<Occurrence> selected = m_window->calendar()->selected();
+    for (const QString &name :
+         {controls::openAction, controls::renameAction, controls::earlierAction, controls::laterAction,
+          controls::dayEarlierAction, controls::dayLaterAction, controls::longerAction,
+          controls::shorterAction, controls::startEarlierAction, controls::startLaterAction,
+          controls::cancelMeetingAction, controls::deleteAction})
+        m_window->command(name)->setEnabled(selected.has_value());
+    m_window->command(controls::openSeriesAction)->setEnabled(selected && !selected->instanceId.isEmpty());
+    const QString undo = m_session ? m_session->undoText() : QString();
+    const QString redo = m_session ? m_session->redoText() : QString();
+    QAction *undoAction = m_window->command(controls::undoAction);
+    undoAction->setEnabled(!undo.isNull());
+    undoAction->setText(undo.isNull() ? tr("&Undo") : tr("&Undo %1").arg(undo));
+    QAction *redoAction = m_window->command(controls::redoAction);
+    redoAction->setEnabled(!redo.isNull());
+    redoAction->setText(redo.isNull() ? tr("&Redo") : tr("&Redo %1").arg(redo));
+    m_window
+        ->command(m_extent == CalendarGrid::Extent::Day ? controls::dayViewAction : controls::weekViewAction)
+        ->setChecked(true);
+}
+
+void MainWindowController::showMenu(const QPoint &position) {
+    auto *menu = new QMenu(m_window.get());
+    menu->setObjectName(controls::calendarMenu);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const QStringList names = m_window->calendar()->selected()
+                                  ? QStringList{controls::openAction,          controls::openSeriesAction,
+                                                controls::renameAction,        QString(),
+                                                controls::cancelMeetingAction, controls::deleteAction}
+                                  : QStringList{controls::newAppointmentAction, controls::newMeetingAction,
+                                                QString(), controls::todayAction};
+    for (const QString &name : names) {
+        if (name.isNull())
+            menu->addSeparator();
+        else
+            menu->addAction(m_window->command(name));
+    }
+    menu->popup(position);
+}
+
+} // namespace mailhost

@@ -1,0 +1,84 @@
+// The controller of a main window, and the delegate of the whole program.
+#pragma once
+
+#include "standin/mailhost/model/HostContext.h"
+#include "standin/mailhost/windows/grid/GridController.h"
+#include "standin/mailhost/windows/main/AppointmentCommands.h"
+#include "standin/mailhost/windows/main/MainWindow.h"
+
+namespace mailhost {
+
+// Of class "ERageMainWindowController". Everything that changes an appointment goes through the object
+// runtime.
+class MainWindowController : public QObject, public rt::Object {
+    Q_OBJECT
+public:
+    // `today` is asked for whenever it matters; it may change while the program runs.
+    explicit MainWindowController(std::function<QDate()> today);
+    ~MainWindowController() override;
+
+    // The session is not owned; nullptr shows nothing.
+    void setSession(CalendarSession *session);
+    [[nodiscard]] QWidget *window() const { return m_window.get(); }
+    [[nodiscard]] MainWindow *mainWindow() const { return m_window.get(); }
+    [[nodiscard]] GridViewWrapper *grid() const { return m_grid.get(); }
+    [[nodiscard]] AppointmentCommands *commands() const { return m_commands.get(); }
+    // The week (or the day, when one day is shown) with that day in it.
+    void showDay(const QDate &day);
+    void showExtent(CalendarGrid::Extent extent);
+    // Where an appointment made now begins: where the person pointed last, else on the shown day at the next
+    // half hour.
+    [[nodiscard]] NewPlace placeOfNew() const;
+
+    void newAppointment();
+    void newMeeting();
+    void goToToday();
+    void previousPage() { turnPages(-1); }
+    void nextPage() { turnPages(1); }
+
+    [[nodiscard]] rt::Value toolBarItem(const rt::Value &toolBar, const QString &identifier,
+                                        bool willBeInserted);
+    [[nodiscard]] QVariantList defaultIdentifiers(const rt::Value &toolBar);
+    [[nodiscard]] QVariantList allowedIdentifiers(const rt::Value &toolBar);
+
+Q_SIGNALS:
+    void anotherWindowWanted();
+    void quitWanted();
+
+private:
+    void buildMenus();
+    void buildEditMenu();
+    void buildViewMenu();
+    [[nodiscard]] MainToolBarActions toolBarActions();
+    void connectCalendar();
+    void refresh();
+    void showState(); // of the menus
+    void turnPages(int pages);
+    [[nodiscard]] QDate firstShown() const;
+    [[nodiscard]] bool isShown(const QDate &day) const; // false for no date
+    void newAt(const QDateTime &start, bool allDay);
+    void showMenu(const QPoint &position);
+
+    std::function<QDate()> m_today;
+    QDate m_day;
+    CalendarGrid::Extent m_extent = CalendarGrid::Extent::Week;
+    std::optional<NewPlace> m_askedPlace;
+    QPointer<CalendarSession> m_session;
+    std::unique_ptr<MainToolBarItems> m_toolBarItems; // outlive the tool-bar in the window
+    std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<GridViewWrapper> m_grid;
+    std::unique_ptr<AppointmentCommands> m_commands;
+};
+
+// Of class "ErageAppDelegate": stands for the whole program.
+class AppDelegate : public rt::Object {
+public:
+    AppDelegate();
+    void newCalendarMeeting(const rt::Value &sender);
+};
+
+void defineMainWindowClasses();
+
+[[nodiscard]] QDate mondayOf(const QDate &day);
+
+} // namespace mailhost

@@ -1,0 +1,80 @@
+#include "standin/walkthrough/BusFlood.h"
+
+#include "platform/services/Services.h"
+
+#include <QCoreApplication>
+#include <QRandomGenerator>
+#include <QTimer>
+#include <csignal>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+
+namespace walkthrough {
+
+namespace {
+
+constexpr int pause = 2; // milliseconds between two bursts
+constexpr int burst = 4;
+constexpr int leastUrgent = 19; // of the system's niceness
+constexpr int hugeText = 1'000'000;
+constexpr quint32 seed = 20261124; // the same noise every time
+
+const QString channels[] = {u"VelaVideoClientToVelaOutlookPlugin_PRL"_s,
+                            u"VelaOutlookPluginToVelaVideoClient_PRL"_s,
+                            u"VelaOutlookPluginToVelaVideoClient"_s};
+// None of them is a request or an answer, whatever the number before it.
+const QString texts[] = {u"{\"unclosed\": ["_s, u";;;;;;;;;;;;;;;"_s,   QString(),
+                         u"%%%not base64%%%"_s, u"9;no such command"_s, QString(QChar(0xd800))};
+
+platform::TextMap somethingElse(QRandomGenerator &random) {
+    // Numbers that stand for nothing: 0, and from 200 on.
+    const quint32 action = random.bounded(2) ? 0 : 200 + random.bounded(100000u);
+    platform::TextMap info{{u"actionId"_s, QString::number(action)},
+                           {u"content"_s, texts[random.bounded(int(std::size(texts)))]}};
+    switch (random.bounded(40)) {
+    case 0:
+        info.insert(u"content"_s, QString(hugeText, u'x'));
+        break;
+    case 1:
+        info.insert(u"actionId"_s, u"not a number"_s);
+        break;
+    case 2:
+        info.clear();
+        break;
+    case 3:
+        info.remove(u"content"_s);
+        break;
+    default:
+        break;
+    }
+    return info;
+}
+
+} // namespace
+
+int floodBus() {
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    platform::setServices(platform::makeDesktopServices({}));
+    // As much as the bus carries, and what the machine has to spare: where the others get no processor time
+    // the walk would measure that.
+    ::setpriority(PRIO_PROCESS, 0, leastUrgent);
+    platform::DistributedNotificationCenter &bus = *platform::services().distributedNotifications;
+    QRandomGenerator random(seed);
+    int onTheirWay = 0;
+    for (const QString &channel : channels)
+        static_cast<void>(bus.addObserver(
+            channel, [&onTheirWay](const QString &, const platform::TextMap &) { --onTheirWay; }));
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        if (onTheirWay > 0)
+            return;
+        onTheirWay = burst;
+        for (int i = 0; i < burst; ++i)
+            bus.post(channels[random.bounded(int(std::size(channels)))], QString(), somethingElse(random),
+                     true);
+    });
+    timer.start(pause);
+    return QCoreApplication::exec();
+}
+
+} // namespace walkthrough

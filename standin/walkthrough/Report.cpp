@@ -1,0 +1,118 @@
+#include "standin/walkthrough/Report.h"
+
+#include "platform/services/Services.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <QPixmap>
+#include <QWidget>
+#include <algorithm>
+#include <cstdio>
+#include <limits>
+
+namespace walkthrough {
+
+namespace {
+
+const QString requestChannel = u"VelaOutlookPluginToVelaVideoClient_PRL"_s;
+const QString answerChannel = u"VelaVideoClientToVelaOutlookPlugin_PRL"_s;
+constexpr int shownCharacters = 140;
+constexpr int shortPatience = 3000;
+constexpr int slice = 20; // milliseconds for which the event loop runs between two looks at a condition
+
+QString oneLine(QString text) {
+    text.replace(u'\r', u' ').replace(u'\n', u' ');
+    text = text.simplified();
+    return text.size() > shownCharacters ? text.left(shownCharacters) + u"..."_s : text;
+}
+
+void printLine(const QString &line) {
+    std::fprintf(stdout, "%s\n", qPrintable(line));
+    std::fflush(stdout);
+}
+
+} // namespace
+
+int Report::s_longestPatience = std::numeric_limits<int>::max();
+
+void Report::expect(const ProcessKill &kill) {
+    m_mishap = kill;
+    s_longestPatience = shortPatience;
+}
+
+Report::Report(QString folder)
+    : m_folder(std::move(folder)) {
+    platform::DistributedNotificationCenter &bus = *platform::services().distributedNotifications;
+    m_observers << bus.addObserver(
+        requestChannel, [this](const QString &, const platform::TextMap &info) { record(true, info); });
+    m_observers << bus.addObserver(
+        answerChannel, [this](const QString &, const platform::TextMap &info) { record(false, info); });
+}
+
+Report::~Report() {
+    for (const platform::ObserverId observer : std::as_const(m_observers))
+        platform::services().distributedNotifications->removeObserver(observer);
+}
+
+void Report::record(bool sent, const platform::TextMap &userInfo) {
+    m_messages.append({sent, userInfo.value(u"actionId"_s).toUInt(), userInfo.value(u"content"_s)});
+    if (m_mishap && m_messages.size() == m_mishap->atMessage)
+        comment(u"a kill at message %1: %2 killed"_s.arg(m_messages.size()).arg(m_mishap->happen()));
+}
+
+bool Report::step(bool ok, const QString &what) {
+    printLine((ok ? u"ok - "_s : u"not ok - "_s) + what);
+    for (; m_reported < m_messages.size(); ++m_reported) {
+        const Message &message = m_messages[m_reported];
+        comment(u"%1 %2: %3"_s.arg(message.sent ? u"sent"_s : u"answered"_s)
+                    .arg(message.actionId)
+                    .arg(oneLine(message.content)));
+    }
+    m_failed = m_failed || !ok;
+    return ok;
+}
+
+void Report::comment(const QString &text) {
+    printLine(u"# "_s + text);
+}
+
+void Report::picture(QWidget *widget, const QString &name) {
+    const QString file = u"%1/%2-%3.png"_s.arg(m_folder).arg(++m_pictures, 2, 10, QChar(u'0')).arg(name);
+    if (!widget || !widget->grab().save(file))
+        step(false, u"a picture of %1 is saved"_s.arg(name));
+}
+
+bool Report::waitFor(const std::function<bool()> &condition, int milliseconds) {
+    const QDeadlineTimer deadline(std::min(milliseconds, s_longestPatience));
+    while (!condition()) {
+        if (deadline.hasExpired())
+            return false;
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, slice);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    return true;
+}
+
+void Report::settle(double seconds) {
+    // It comes after everything that was due before it.
+    bool due = false;
+    platform::services().runLoop->callAfter(seconds, [&due] { due = true; });
+    waitFor([&due] { return due; });
+}
+
+int Report::sentSinceMark(quint32 actionId, const QString &prefix) const {
+    int count = 0;
+    for (const Message &message : sinceMark())
+        count += message.sent && message.actionId == actionId && message.content.startsWith(prefix);
+    return count;
+}
+
+int Report::answeredSinceMark(quint32 actionId) const {
+    int count = 0;
+    for (const Message &message : sinceMark())
+        count += !message.sent && message.actionId == actionId;
+    return count;
+}
+
+} // namespace walkthrough

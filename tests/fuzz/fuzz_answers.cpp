@@ -1,0 +1,175 @@
+// What the client and the agent say: texts of each kind, one after the other.
+#include "plugin/link/channel/vlIPCChannel.h"
+#include "plugin/link/clientCodes.h"
+#include "plugin/link/discovery/vlClientFeatureMgr.h"
+#include "plugin/link/meetingCommand.h"
+#include "plugin/link/meetingKeys.h"
+#include "plugin/link/readers/vlGetMeetingHelper.h"
+#include "plugin/link/readers/vlGetPACHelper.h"
+#include "plugin/link/readers/vlUserProfileHelper.h"
+#include "plugin/link/requests/vlAPICommitMeeting.h"
+#include "plugin/link/requests/vlAPIMgr.h"
+#include "plugin/util/EncodeUtils.h"
+#include "plugin/util/vlOLUtils.h"
+#include "tests/fuzz/FuzzTarget.h"
+#include "tests/fuzz/LinkHarness.h"
+
+using namespace fuzz;
+
+namespace {
+
+const QString meetingHead = QString(13, u';');
+
+QString base64(const QByteArray &bytes) {
+    return EncodeUtils::base64Encode(bytes);
+}
+
+// How an input's first byte is read: an answer as it is, or the inner part of one, wrapped as the client
+// wraps it.
+struct Kind {
+    char letter;
+    ClientAnswer answer;
+    QString (*content)(const QByteArray &bytes);
+};
+const Kind kinds[] = {
+    {'s', ClientAnswer::Schedule, [](const QByteArray &bytes) { return QString::fromUtf8(bytes); }},
+    {'u', ClientAnswer::Update, [](const QByteArray &bytes) { return QString::fromUtf8(bytes); }},
+    {'d', ClientAnswer::Delete, [](const QByteArray &bytes) { return QString::fromUtf8(bytes); }},
+    {'g', ClientAnswer::GetMeeting, [](const QByteArray &bytes) { return QString::fromUtf8(bytes); }},
+    {'p', ClientAnswer::GetUserProfile, [](const QByteArray &bytes) { return QString::fromUtf8(bytes); }},
+    {'a', ClientAnswer::GetPAC, [](const QByteArray &bytes) { return QString::fromUtf8(bytes); }},
+    {'G', ClientAnswer::GetMeeting, [](const QByteArray &bytes) { return meetingHead + base64(bytes); }},
+    {'B', ClientAnswer::GetMeeting,
+     [](const QByteArray &bytes) { return meetingHead + base64("{}") + u';' + base64(bytes); }},
+    {'A', ClientAnswer::GetPAC, [](const QByteArray &bytes) { return base64(bytes); }},
+};
+
+void claimCommit(const LinkHarness::Finished &finished, const QString &content) {
+    claimSame(finished.response.value(vl_API_Para_InvitationEmail).toString(), content.section(u';', 1),
+              "the invitation is what follows the first separator");
+    claim(!content.startsWith(u"0;") && !content.startsWith(u';'), "a meeting has a key");
+}
+
+void claimOutcome(const LinkHarness &harness, ClientAnswer answer, const QString &content) {
+    claim(harness.finished.size() + harness.alerts.size() <= 1, "an answer ends in one outcome at most");
+    const bool isCommit = answer == ClientAnswer::Schedule || answer == ClientAnswer::Update;
+    if (isCommit && !harness.finished.isEmpty())
+        claimCommit(harness.finished.first(), content);
+    if (answer == ClientAnswer::Delete)
+        claim(harness.finished.size() == 1 &&
+                  harness.finished.first().command == int(MeetingCommand::CmdDeleteMeeting),
+              "every answer to a deletion is handed back");
+}
+
+// What the client told is asked for all over the plug-in, and goes into the next request.
+void useMeeting() {
+    const vlGetMeetingHelper &helper = vlGetMeetingHelper::sharedInstance();
+    const QVariantMap info = helper.getMeetingInfo();
+    (void)helper.supportHtmlEmail();
+    vlAPICommitMeeting request;
+    request.setData(info);
+    const QString content = request.getAPIData();
+    const QString head = request.getContentIdentifierHead();
+    claim(content.startsWith(head), "a request begins with its head");
+    claim(vlOLUtils::toArrayOrNSDictionary(content.sliced(head.size())).typeId() == QMetaType::QVariantMap,
+          "a request carries a dictionary");
+}
+
+void useProfile() {
+    const vlUserProfileHelper &helper = vlUserProfileHelper::sharedInstance();
+    (void)helper.getEmail();
+    (void)helper.getAccountName();
+    (void)helper.getUID();
+    (void)helper.getSnsId();
+    (void)helper.getSnsType();
+    (void)helper.myTelephonyInfo();
+    (void)helper.roomMeetingID();
+    (void)helper.thirdPartyAudioInfo();
+    (void)helper.bossesInfo();
+    (void)helper.hasSelfTelephony();
+    (void)helper.enableThirdPartyAudio();
+    (void)helper.enablePSTN();
+    (void)helper.use3rdPartyAsDefaultAudio();
+    (void)helper.useRandomPasswordByDefault();
+    (void)helper.userOption();
+}
+
+void useAccounts() {
+    const vlGetPACHelper &helper = vlGetPACHelper::sharedInstance();
+    const int count = helper.pacCount();
+    claim(helper.isPACEnabled() == (count != 0), "the site configuration says whether there are accounts");
+    for (const int account : {-1, 0, 1, 2, count, count + 1}) {
+        claim(!helper.pacDialInNumber(account).isNull(), "an account's numbers are a text");
+        claim(!helper.pacDialInNumberWithCommaSeparator(account).isNull(), "also on one line");
+        claim(!helper.invitationMail(account).isNull(), "an account's invitation is a text");
+        (void)helper.pacMeetingID(account);
+    }
+}
+
+// An answer that nobody waits for is dropped.
+void ask(ClientAnswer answer) {
+    vlAPIMgr &manager = vlAPIMgr::sharedInstance();
+    switch (answer) {
+    case ClientAnswer::Schedule:
+        manager.scheduleMeeting(nullptr, {});
+        return;
+    case ClientAnswer::Update:
+        manager.updateMeeting(nullptr, {});
+        return;
+    case ClientAnswer::Delete:
+        manager.deleteMeeting(nullptr, {});
+        return;
+    case ClientAnswer::GetMeeting:
+        manager.getMeeting(nullptr, {});
+        return;
+    case ClientAnswer::GetUserProfile:
+        manager.getUserProfile(nullptr);
+        return;
+    case ClientAnswer::GetPAC:
+        manager.getPAC(nullptr);
+        return;
+    }
+}
+
+void receive(LinkHarness &harness, const Kind &kind, const QByteArray &bytes) {
+    ask(kind.answer);
+    const QString content = kind.content(bytes);
+    harness.finished.clear();
+    harness.alerts.clear();
+    harness.receive(kIPCNotifyVelaClientToOutlookPlugin,
+                    {{VL_IPC_ACTION_ID, QString::number(int(kind.answer))}, {VL_IPC_CONTENT, content}});
+    if (content.contains(QChar(0)))
+        return; // the bus does not carry it
+    claimOutcome(harness, kind.answer, content);
+    if (kind.answer == ClientAnswer::GetMeeting)
+        useMeeting();
+    if (kind.answer == ClientAnswer::GetUserProfile)
+        useProfile();
+    if (vlGetPACHelper::sharedInstance().hasPACInfo())
+        useAccounts();
+}
+
+void receiveFromAgent(LinkHarness &harness, const QByteArray &bytes) {
+    harness.receive(VL_IPC_PLUGINAGENT_TO_OUTLOOKPLUGIN,
+                    {{VL_IPC_ACTION_ID, u"1"_s}, {VL_IPC_CONTENT, QString::fromUtf8(bytes)}});
+    (void)vlClientFeatureMgr::sharedInstance().isVelaClientSupportPACAndNoVideo();
+}
+
+void open(const QByteArray &bytes) {
+    LinkHarness harness;
+    Pieces pieces(bytes);
+    for (int count = 0; count < 8 && !pieces.atEnd(); ++count) {
+        const auto letter = char(pieces.nextByte());
+        const QByteArray piece = pieces.next();
+        if (letter == 'v')
+            receiveFromAgent(harness, piece);
+        for (const Kind &kind : kinds) {
+            if (kind.letter == letter)
+                receive(harness, kind, piece);
+        }
+    }
+}
+
+const AddFuzzTarget target("answers", open);
+
+} // namespace

@@ -1,0 +1,146 @@
+// What comes over the bus: the octets of the connection, the signal in them, and what listens to it.
+#include "platform/services/bus/NotificationLimits.h"
+#include "platform/services/bus/NotificationSignal.h"
+#include "plugin/link/channel/vlIPCChannel.h"
+#include "tests/fuzz/FuzzTarget.h"
+#include "tests/fuzz/LinkHarness.h"
+
+#include <algorithm>
+#include <sys/socket.h>
+#include <unistd.h>
+
+using namespace fuzz;
+
+namespace {
+
+// A bus connection whose other end says what it is told to.
+class Wire {
+public:
+    Wire() {
+        if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0, m_ends) < 0)
+            return;
+        sd_bus_new(&m_bus);
+        sd_bus_set_fd(m_bus, m_ends[0], m_ends[0]);
+        sd_bus_negotiate_fds(m_bus, 0);
+        write("DATA\r\nOK 0123456789abcdef0123456789abcdef\r\n");
+        sd_bus_start(m_bus);
+        process();
+    }
+    ~Wire() {
+        sd_bus_close_unref(m_bus); // with its own end
+        ::close(m_ends[1]);
+    }
+    Wire(const Wire &) = delete;
+    Wire &operator=(const Wire &) = delete;
+
+    [[nodiscard]] sd_bus *bus() const { return m_bus; }
+    void hear(sd_bus_message_handler_t handler, void *self) {
+        sd_bus_add_filter(m_bus, nullptr, handler, self);
+    }
+    void write(const QByteArray &octets) {
+        (void)!::send(m_ends[1], octets.constData(), size_t(octets.size()), MSG_NOSIGNAL);
+    }
+    void process() {
+        while (sd_bus_process(m_bus, nullptr) > 0) {
+        }
+    }
+
+private:
+    int m_ends[2] = {-1, -1};
+    sd_bus *m_bus = nullptr;
+};
+
+struct Notification {
+    QString name;
+    platform::TextMap userInfo;
+};
+
+struct Heard {
+    QList<Notification> notifications;
+    bool othersTouchNothing = true;
+};
+
+int onMessage(sd_bus_message *message, void *self, sd_bus_error *) {
+    auto *heard = static_cast<Heard *>(self);
+    Notification notification{u"untouched"_s, {{u"a"_s, u"b"_s}}};
+    const Notification before = notification;
+    if (platform::readNotificationSignal(message, &notification.name, &notification.userInfo))
+        heard->notifications.append(notification);
+    else if (notification.name != before.name || notification.userInfo != before.userInfo)
+        heard->othersTouchNothing = false;
+    return 0;
+}
+
+int ignore(sd_bus_message *, void *, sd_bus_error *) {
+    return 0;
+}
+
+void openOctets(const QByteArray &octets) {
+    Wire wire;
+    Heard heard;
+    wire.hear(onMessage, &heard);
+    wire.write(octets);
+    wire.process();
+    claim(heard.othersTouchNothing, "a message that is no notification leaves name and user info alone");
+    if (heard.notifications.isEmpty())
+        return;
+    LinkHarness harness;
+    for (const Notification &notification : std::as_const(heard.notifications)) {
+        claim(!notification.name.isNull(), "a notification has a name");
+        harness.receive(notification.name, notification.userInfo);
+    }
+}
+
+// The bus carries no code points that are no characters: what arrives has others in their place.
+bool isCarried(const QString &text) {
+    const QList<uint> codes = text.toUcs4();
+    return std::all_of(codes.cbegin(), codes.cend(), [](uint code) {
+        return (code < 0xFDD0 || code > 0xFDEF) && (code & 0xFFFE) != 0xFFFE;
+    });
+}
+
+bool isCarried(const platform::TextMap &userInfo) {
+    return std::all_of(userInfo.keyBegin(), userInfo.keyEnd(),
+                       [](const QString &key) { return isCarried(key); }) &&
+           std::all_of(userInfo.cbegin(), userInfo.cend(),
+                       [](const QString &value) { return isCarried(value); });
+}
+
+// A notification of ours comes in as it went out.
+void openTexts(const QByteArray &bytes) {
+    Pieces pieces(bytes);
+    const QString name = pieces.nextText();
+    const QString sender = pieces.nextText();
+    platform::TextMap userInfo;
+    while (!pieces.atEnd()) {
+        const QString key = pieces.nextText();
+        userInfo.insert(key, pieces.nextText());
+    }
+    if (!platform::refusalOf(name, sender, userInfo).isNull())
+        return;
+    Wire wire;
+    sd_bus_message *message = nullptr;
+    claim(platform::makeNotificationSignal(wire.bus(), name, sender, userInfo, &message) >= 0,
+          "what is not refused can be sent");
+    sd_bus_message_seal(message, 1, 0);
+    sd_bus_message_rewind(message, 1);
+    Notification read;
+    claim(platform::readNotificationSignal(message, &read.name, &read.userInfo), "what is sent can be read");
+    if (isCarried(name))
+        claimSame(read.name, name, "the name arrives");
+    claim(!isCarried(userInfo) || read.userInfo == userInfo, "the user info arrives");
+    sd_bus_message_unref(message);
+    const QByteArray rule = platform::notificationMatchRule(name);
+    sd_bus_slot *slot = nullptr;
+    claim(sd_bus_add_match(wire.bus(), &slot, rule.constData(), ignore, nullptr) >= 0, "the rule is one");
+    sd_bus_slot_unref(slot);
+}
+
+void open(const QByteArray &bytes) {
+    const bool isMessage = bytes.startsWith('l') || bytes.startsWith('B');
+    isMessage ? openOctets(bytes) : openTexts(bytes);
+}
+
+const AddFuzzTarget target("envelope", open);
+
+} // namespace

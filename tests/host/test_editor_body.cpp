@@ -1,0 +1,175 @@
+#include "platform/services/TestServices.h"
+#include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
+#include "plugin/host/adapters/vlOLWordMailEditor.h"
+#include "plugin/host/body/bodyPorts.h"
+#include "plugin/host/body/editorBody.h"
+#include "plugin/host/body/vlBodyHelper.h"
+#include "plugin/host/body/vlEmailBodyMgr.h"
+#include "plugin/util/vlMd5Utils.h"
+#include "tests/host/HostObjects.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// Stands for the workflow.
+class Holder : public BodyEditorHolder {
+public:
+    vlOLWordMailEditor *bodyEditorOf(rt::Object *) const override { return editor.get(); }
+    void setOLNewBody(const QString &html) override { written = html; }
+    QString encodeMailBody() const override { return digest; }
+
+    std::unique_ptr<vlOLWordMailEditor> editor;
+    QString written, digest;
+};
+
+const QString block = kvl_BeginBookmark + "Join" + kvl_EndBookmark;
+
+QString page(const QString &content) {
+    return "<html><body>" + content + "</body></html>";
+}
+
+} // namespace
+
+class EditorBody : public testing::Test {
+protected:
+    EditorBody() { BodyPorts::instance().holder = &holder; }
+    ~EditorBody() override { BodyPorts::instance().holder = nullptr; }
+
+    ComposeView *withOlderBody(const QString &html) {
+        return new ComposeView(new QWidget(&window), html); // owned by the window
+    }
+    void withNewerBody(const QString &html) {
+        content.values.insert("bodyContent", html);
+        wordEditor.values.insert("editorContent", rt::fromObject(&content));
+        holder.editor = std::make_unique<vlOLWordMailEditor>(&wordEditor);
+    }
+    QString shown() const {
+        return wordEditor.calls.isEmpty() ? QString() : wordEditor.calls.last().arguments.first().toString();
+    }
+    void write(const QString &invitation, bool isDelete = false, bool isHTML = true) {
+        vlEmailBodyMgr::sharedInstance().updateMailBody(&editor, invitation, isDelete, isHTML);
+    }
+
+    platform::TestDesktop desktop = platform::installTestServices();
+    Holder holder;
+    QWidget window;
+    QWidget *view = new QWidget(&window);
+    HostObject event{"ECCalendarEvent", {{"body", page("Hi")}}};
+    HostObject content{"OLWordMailEditorContent"};
+    HostObject wordEditor{"OLWordMailEditor"};
+    HostObject editor{"ERCalendarEventEditorViewController",
+                      {{"content", rt::fromObject(&event)}, {"view", rt::fromWidget(view)}}};
+};
+
+TEST_F(EditorBody, TheOlderEditorGetsTheWholeDocumentIntoItsBody) {
+    ComposeView *body = withOlderBody(page("Hi"));
+    withNewerBody(page("not this one"));
+    write("Join");
+    EXPECT_EQ(body->writtenBody(), page("Hi" + block));
+    EXPECT_TRUE(shown().isNull());
+    EXPECT_TRUE(holder.written.isNull());
+    EXPECT_NE(vlGetEmailBodyElementInEventEditorUI(&window), nullptr);
+    EXPECT_EQ(vlGetDOMDocumentInEventEditorUI(nullptr), nullptr);
+}
+
+TEST_F(EditorBody, TheNewerEditorShowsItAndTheWorkflowKeepsIt) {
+    withNewerBody(page("Hi"));
+    write("Join");
+    EXPECT_EQ(shown(), page("Hi" + block));
+    EXPECT_EQ(holder.written, page("Hi" + block));
+    EXPECT_EQ(wordEditor.calls.last().arguments.at(1), false); // not read-only
+}
+
+TEST_F(EditorBody, ADeleteWithoutATextTakesTheBlockOutOfEitherEditor) {
+    withNewerBody(page("Hi" + block));
+    write("", true, false);
+    EXPECT_EQ(shown(), page("Hi"));
+    ComposeView *older = withOlderBody(page("Hi" + block));
+    write(QString(), true, false);
+    EXPECT_EQ(older->writtenBody(), page("Hi"));
+}
+
+TEST_F(EditorBody, WithoutABlockOrABodyEditorADeleteChangesNothing) {
+    write("", true, false); // no editor of either kind
+    withNewerBody(page("Hi"));
+    write("", true, false);
+    EXPECT_TRUE(shown().isNull());
+    EXPECT_TRUE(holder.written.isNull());
+    ComposeView *older = withOlderBody(page("Hi"));
+    write("", true, false);
+    EXPECT_TRUE(older->writtenBody().isNull());
+}
+
+TEST_F(EditorBody, NothingHappensWithoutAnEditorOrAWorkflow) {
+    withNewerBody(page("Hi"));
+    vlEmailBodyMgr::sharedInstance().updateMailBody(nullptr, "Join", false, true);
+    vlEmailBodyMgr::sharedInstance().updateMailBodyForPAC(nullptr, "Dial", true);
+    BodyPorts::instance().holder = nullptr;
+    write("Join");
+    vlEmailBodyMgr::sharedInstance().updateMailBodyForPAC(&editor, "Dial", true);
+    EXPECT_TRUE(shown().isNull());
+}
+
+TEST_F(EditorBody, AnUnchangedInvitationLeavesABodyThatSaysSomething) {
+    const QString same = vlMd5Utils::vlMD5Hex("Join");
+    const struct {
+        const char *about;
+        QString body, digest, invitation;
+        bool isDelete, isHTML, needed;
+    } cases[] = {
+        {"first invitation", "Hi", QString(), "Join", false, false, true},
+        {"same", "Hi", same, "Join", false, false, false},
+        {"same, as HTML", "Hi", same, "Jo&nbsp;in", false, true, false},
+        {"same, but the body is empty", "<br> ", same, "Join", false, false, true},
+        {"another", "Hi", same, "Come", false, false, true},
+        {"none", "Hi", QString(), "", false, false, false},
+        {"delete without a text", "Hi", same, "", true, false, true},
+        {"delete with the same text", "Hi", same, "Join", true, false, false},
+        {"digest in capitals is another", "Hi", same.toUpper(), "Join", false, false, true},
+    };
+    for (const auto &c : cases) {
+        event.values.insert("body", page(c.body));
+        holder.digest = c.digest;
+        const vlERCalendarEventEditorViewController adapter(&editor);
+        EXPECT_EQ(
+            vlEmailBodyMgr::sharedInstance().needUpdateVlEmail(&adapter, c.invitation, c.isDelete, c.isHTML),
+            c.needed)
+            << c.about;
+    }
+    EXPECT_FALSE(vlEmailBodyMgr::sharedInstance().needUpdateVlEmail(nullptr, "Join", true, false));
+}
+
+TEST_F(EditorBody, ABodyIsEmptyWhenItShowsNothingButWhiteSpace) {
+    using Editor = vlERCalendarEventEditorViewController;
+    for (const QString &empty : {QString(), QString(""), page(""), page("&nbsp;<br>\u00a0<p> </p>")})
+        EXPECT_TRUE(Editor::isBodyContentEmpty(empty)) << qPrintable(empty);
+    EXPECT_FALSE(Editor::isBodyContentEmpty(page(".")));
+    EXPECT_FALSE(Editor::isBodyContentEmpty(page("<img src=x>")));
+    // Pending changes count.
+    editor.values.insert("uncommittedChanges", QVariantMap{{"content.body", page("")}});
+    EXPECT_TRUE(Editor(&editor).isCurrentEmailBodyEmpty());
+}
+
+TEST_F(EditorBody, AnAudioConferenceIsAddedToEitherEditor) {
+    const vlEmailBodyMgr &manager = vlEmailBodyMgr::sharedInstance();
+    withNewerBody(page("Hi"));
+    manager.updateMailBodyForPAC(&editor, "", false);
+    EXPECT_TRUE(shown().isNull());
+    manager.updateMailBodyForPAC(&editor, "Dial", false);
+    EXPECT_EQ(shown(), page("Hi<br><br>Dial<br><br>"));
+    EXPECT_EQ(holder.written, shown());
+    ComposeView *older = withOlderBody(page("Hi"));
+    manager.updateMailBodyForPAC(&editor, "<b>1</b>", true);
+    EXPECT_EQ(older->writtenBody(), page("Hi<b>1</b>"));
+}
+
+TEST_F(EditorBody, AReminderGoesOnlyIntoABodyOfOneCharacter) {
+    ComposeView *older = withOlderBody(page(""));
+    const vlERCalendarEventEditorViewController adapter(&editor);
+    adapter.addVlReminderInEmailBody(page(""));
+    adapter.addVlReminderInEmailBody(page("Hi"));
+    EXPECT_TRUE(older->writtenBody().isNull());
+    adapter.addVlReminderInEmailBody(page("\u00a0"));
+    EXPECT_EQ(older->writtenBody(), "[AddVelaMeetingReminderMsg]");
+}

@@ -1,0 +1,232 @@
+#include "platform/Literals.h"
+#include "standin/mailhost/model/BodyText.h"
+
+#include "tests/mailhost/PrintText.h"
+
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextList>
+#include <gtest/gtest.h>
+
+namespace mailhost {
+
+namespace {
+
+const QString begin = u"<a name=\"MarkBegin\"></a>"_s;
+const QString end = u"<a name=\"MarkEnd\"></a>"_s;
+
+class BodyTextTest : public testing::Test {
+protected:
+    void load(const QString &html) { body.setHtml(html); }
+    QTextCursor before(const QString &text) {
+        QTextCursor cursor = document.find(text);
+        EXPECT_FALSE(cursor.isNull()) << qPrintable(text);
+        cursor.setPosition(cursor.selectionStart());
+        return cursor;
+    }
+    QTextCursor after(const QString &text) {
+        QTextCursor cursor = document.find(text);
+        EXPECT_FALSE(cursor.isNull()) << qPrintable(text);
+        cursor.setPosition(cursor.selectionEnd());
+        return cursor;
+    }
+    QTextCursor endOfDocument() {
+        QTextCursor cursor(&document);
+        cursor.movePosition(QTextCursor::End);
+        return cursor;
+    }
+    QTextDocument document;
+    BodyText body{&document};
+};
+
+TEST_F(BodyTextTest, WhatIsNotTouchedComesBackToTheLetter) {
+    for (
+        const QString &html :
+        {u"<html><head><style>p{margin:0}</style></head><body bgcolor=white><P>a &amp; b<o:p></o:p></P>\r\n<p>1 < 2</p></body></html>"_s,
+         u"<html><body></body></html>"_s, u"plain &eacute; text"_s, u"<table><tr><td>x</td></tr></table>"_s,
+         QString(u""_s)}) {
+        load(html);
+        EXPECT_EQ(body.html(), html);
+        endOfDocument().insertText(u"x"_s);
+        EXPECT_NE(body.html(), html);
+        document.undo();
+        EXPECT_EQ(body.html(), html);
+    }
+}
+
+TEST_F(BodyTextTest, TypedTextGoesInAndNothingElseMoves) {
+    load(
+        u"<html><body lang=EN><p class='x'>Hello <b>big</b> world</p>\r\n<p>Second&nbsp;one</p></body></html>"_s);
+    after(u"Hello"_s).insertText(u" <there>"_s);
+    after(u"Second"_s).deleteChar();
+    EXPECT_EQ(body.html(), u"<html><body lang=EN><p class='x'>Hello &lt;there&gt; <b>big</b> world</p>\r\n"
+                           "<p>Secondone</p></body></html>"_s);
+}
+
+struct Place {
+    const char *name;
+    QString html;
+};
+
+class BlockTest : public BodyTextTest, public testing::WithParamInterface<int> {
+protected:
+    // Forms in which a block stands in a body.
+    static QList<QString> forms() {
+        return {u"<html><body><p>Mine</p>"_s + begin +
+                    u"<div>Join <a href=\"https://x.example/j\">here</a></div>"_s + end +
+                    u"<p>After</p></body></html>"_s,
+                u"<html><body>Mine<br><br>"_s + begin + u"Join<br>here"_s + end +
+                    u"<br><br>After</body></html>"_s,
+                u"<html><body><p>Mine</p><p>"_s + begin + u"Join here"_s + end +
+                    u"</p><p>After</p></body></html>"_s};
+    }
+    static QString blockIn(const QString &html) {
+        return html.mid(html.indexOf(begin), html.indexOf(end) + end.size() - html.indexOf(begin));
+    }
+};
+
+TEST_P(BlockTest, TypingAroundTheBlockStaysOutsideOfIt) {
+    const QString html = forms()[GetParam()];
+    load(html);
+    after(u"Mine"_s).insertText(u" own words"_s);
+    before(u"After"_s).insertText(u"And "_s);
+    EXPECT_EQ(body.html(),
+              QString(html).replace(u"Mine"_s, u"Mine own words"_s).replace(u"After"_s, u"And After"_s));
+}
+
+TEST_P(BlockTest, TypingAtTheEndsOfTheBlocksLinesStaysOutside) {
+    load(forms()[GetParam()]);
+    QTextCursor cursor = before(u"Join"_s);
+    cursor.movePosition(QTextCursor::StartOfLine);
+    cursor.setPosition(cursor.position() -
+                       (cursor.position() > 0 && document.characterAt(cursor.position() - 1) ==
+                                                     QChar::ObjectReplacementCharacter
+                            ? 1
+                            : 0));
+    cursor.insertText(u"FIRST"_s);
+    cursor = after(u"here"_s);
+    while (!body.bookmarkAt(cursor.position()).isNull())
+        cursor.movePosition(QTextCursor::NextCharacter);
+    cursor.insertText(u"LAST"_s);
+    const QString now = body.html();
+    EXPECT_EQ(blockIn(now), blockIn(forms()[GetParam()]));
+    EXPECT_TRUE(now.contains(u"FIRST"_s) && now.contains(u"LAST"_s)) << qPrintable(now);
+}
+
+TEST_P(BlockTest, TypingInsideTheBlockKeepsItsBookmarks) {
+    const QString html = forms()[GetParam()];
+    load(html);
+    after(u"Jo"_s).insertText(u"X"_s);
+    EXPECT_EQ(body.html(), QString(html).replace(u"Join"_s, u"JoXin"_s));
+}
+
+TEST_P(BlockTest, AnotherProgramThatReadsTheResultSeesTheSameText) {
+    load(forms()[GetParam()]);
+    QTextCursor cursor = after(u"Mine"_s);
+    cursor.insertBlock();
+    cursor.insertText(u"a new line"_s);
+    const QString text = document.toPlainText();
+    QTextDocument other;
+    BodyText again(&other);
+    again.setHtml(body.html());
+    EXPECT_EQ(other.toPlainText().replace(u'\n', u' ').simplified(),
+              QString(text).replace(u'\n', u' ').simplified());
+    EXPECT_TRUE(other.toPlainText().contains(u"Mine\na new line"_s)) << qPrintable(body.html());
+}
+
+INSTANTIATE_TEST_SUITE_P(Forms, BlockTest, testing::Range(0, 3));
+
+TEST_F(BodyTextTest, TheReturnKeyMakesAParagraphOfTheSameKind) {
+    load(u"<p style=\"margin:0\">one two</p><ul><li>item</li></ul>bare"_s);
+    QTextCursor cursor = after(u"one"_s);
+    cursor.insertBlock();
+    cursor = after(u"item"_s);
+    cursor.insertBlock();
+    cursor.insertText(u"next"_s);
+    EXPECT_EQ(body.html(), u"<p style=\"margin:0\">one</p><p style=\"margin:0\">&nbsp;two</p>"
+                           "<ul><li>item</li><li>next</li></ul>bare"_s);
+}
+
+TEST_F(BodyTextTest, JoinedParagraphsLoseTheTagsBetweenThem) {
+    load(u"<div><p>one</p>\n<p>two</p></div>"_s);
+    before(u"two"_s).deletePreviousChar();
+    EXPECT_EQ(body.html(), u"<div><p>onetwo</p></div>"_s);
+}
+
+TEST_F(BodyTextTest, StyleIsPutAroundTheWordsThatHaveIt) {
+    load(u"<p>one two <i>three</i></p>"_s);
+    QTextCursor cursor = document.find(u"two three"_s);
+    QTextCharFormat bold;
+    bold.setFontWeight(QFont::Bold);
+    cursor.mergeCharFormat(bold);
+    EXPECT_EQ(body.html(), u"<p>one <b>two</b> <i><b>three</b></i></p>"_s);
+}
+
+TEST_F(BodyTextTest, AParagraphMadeAListItemIsOneInTheHtml) {
+    load(u"<p>before</p>"_s + begin + u"<p>block</p>"_s + end);
+    QTextCursor cursor = before(u"before"_s);
+    cursor.createList(QTextListFormat::ListDisc);
+    EXPECT_EQ(body.html(), u"<p><ul><li>before</li></ul></p>"_s + begin + u"<p>block</p>"_s + end);
+}
+
+TEST_F(BodyTextTest, WhatHasNoPlaceInTheHtmlIsRewrittenWithItsBookmarks) {
+    load(u"<ul><li>item</li></ul>"_s + begin + u"<p>block</p>"_s + end);
+    QTextCursor cursor = before(u"item"_s);
+    cursor.currentList()->remove(cursor.block());
+    const QString html = body.html();
+    EXPECT_FALSE(html.contains(u"<li"_s));
+    EXPECT_LT(html.indexOf(u"item"_s), html.indexOf(begin));
+    EXPECT_LT(html.indexOf(begin), html.indexOf(u">block"_s));
+    EXPECT_LT(html.indexOf(u">block"_s), html.indexOf(end));
+}
+
+TEST_F(BodyTextTest, EverythingReplacedLeavesOnlyTheNewText) {
+    load(u"<html><head><style>p{}</style></head><body><p>old</p>"_s + begin + u"<p>x</p>"_s + end +
+         u"</body></html>"_s);
+    QTextCursor cursor(&document);
+    cursor.select(QTextCursor::Document);
+    cursor.insertText(u"new"_s);
+    const QString html = body.html();
+    EXPECT_TRUE(html.contains(u">new<"_s)) << qPrintable(html);
+    EXPECT_FALSE(html.contains(u"old"_s) || html.contains(begin) || html.contains(end)) << qPrintable(html);
+    EXPECT_TRUE(html.contains(u"</body></html>"_s)) << qPrintable(html);
+}
+
+// Whatever is edited, what is shown is what is saved; only what is typed at a bookmark between two paragraphs
+// comes back as a paragraph of its own.
+TEST_F(BodyTextTest, AnyEditReadsBackAsShown) {
+    const QString plain = u"<html><body><p>alpha <b>beta</b> gamma</p><div>delta<br>epsilon&nbsp;zeta</div>%1"
+                          "<ul><li>eta</li><li>theta</li></ul>%2<p>iota &amp; kappa</p></body></html>"_s;
+    std::srand(7);
+    for (int round = 0; round < 600; ++round) {
+        const bool marked = round % 2 == 1;
+        load(marked ? plain.arg(begin, end) : plain.arg(QString(), QString()));
+        for (int edit = 0; edit < 1 + round % 4; ++edit) {
+            QTextCursor cursor(&document);
+            cursor.setPosition(std::rand() % document.characterCount());
+            switch (std::rand() % 4) {
+            case 0:
+                cursor.insertText(u"W&"_s);
+                break;
+            case 1:
+                cursor.insertBlock();
+                break;
+            default:
+                cursor.deleteChar();
+            }
+        }
+        QTextDocument other;
+        BodyText again(&other);
+        again.setHtml(body.html());
+        const auto shown = [marked](QString text) {
+            text.remove(QRegularExpression(u"[ \\x{2028}\\x{fffc}\\x{a0}]"_s));
+            return text.split(QChar(QChar::ParagraphSeparator), Qt::SkipEmptyParts)
+                .join(marked ? u""_s : u"|"_s);
+        };
+        ASSERT_EQ(shown(other.toRawText()), shown(document.toRawText()))
+            << round << ' ' << qPrintable(body.html());
+    }
+}
+
+} // namespace
+} // namespace mailhost

@@ -1,0 +1,222 @@
+// The grid's decisions, without a widget: where appointments stand, what a drag means, where the keys lead.
+#include "standin/mailhost/windows/grid/GridDrag.h"
+#include "standin/mailhost/windows/grid/GridNavigator.h"
+#include "tests/support/ProcessZone.h"
+
+#include <QSet>
+#include <gtest/gtest.h>
+
+namespace mailhost {
+
+static void PrintTo(const GridPosition &place, std::ostream *out) {
+    *out << "day " << place.day << " minute " << place.minute << " occurrence " << place.occurrence
+         << (place.allDay ? " all day" : "");
+}
+
+namespace {
+
+const QDate monday(2026, 3, 9);
+
+Occurrence timed(const QDate &day, const QTime &from, qint64 seconds) {
+    Occurrence occurrence;
+    occurrence.start = QDateTime(day, from);
+    occurrence.end = occurrence.start.addSecs(seconds);
+    return occurrence;
+}
+
+Occurrence wholeDays(const QDate &day, int days) {
+    Occurrence occurrence;
+    occurrence.start = day.startOfDay();
+    occurrence.end = day.addDays(days).startOfDay();
+    occurrence.allDay = true;
+    return occurrence;
+}
+
+class GridLayoutTest : public testing::Test {
+protected:
+    ProcessZone zone{"Europe/Berlin"};
+};
+
+TEST_F(GridLayoutTest, OverlappingOnesStandSideBySideAndGrowIntoWhatIsFree) {
+    struct Case {
+        const char *name;
+        QList<std::pair<int, int>> times; // minutes
+        QList<std::array<int, 3>> places; // column, span, columns
+    };
+    const QList<Case> cases{{"one after the other", {{540, 600}, {600, 660}}, {{0, 1, 1}, {0, 1, 1}}},
+                            {"two", {{540, 600}, {570, 630}}, {{0, 1, 2}, {1, 1, 2}}},
+                            {"the third takes the free first column",
+                             {{540, 600}, {570, 660}, {600, 660}},
+                             {{0, 1, 2}, {1, 1, 2}, {0, 1, 2}}},
+                            {"chained to three columns, the last one is alone beside the first",
+                             {{540, 720}, {540, 600}, {540, 600}, {660, 720}},
+                             {{0, 1, 3}, {1, 1, 3}, {2, 1, 3}, {1, 2, 3}}},
+                            {"a later one keeps an earlier one from growing",
+                             {{540, 600}, {540, 560}, {570, 660}},
+                             {{0, 1, 2}, {1, 1, 2}, {1, 1, 2}}}};
+    for (const Case &c : cases) {
+        QList<TimedPiece> pieces;
+        for (const auto &[begin, end] : c.times) {
+            TimedPiece piece;
+            piece.begin = begin;
+            piece.end = end;
+            pieces.append(piece);
+        }
+        packColumns(pieces.begin(), pieces.end());
+        for (int i = 0; i < pieces.size(); ++i) {
+            const std::array<int, 3> place{pieces[i].column, pieces[i].span, pieces[i].columns};
+            EXPECT_EQ(place, c.places[i]) << c.name << ", " << i;
+        }
+    }
+}
+
+TEST_F(GridLayoutTest, NoTwoThatOverlapShareAPlace) {
+    QList<Occurrence> occurrences;
+    for (int i = 0; i < 600; ++i) // many lengths and begins, some of them all at once
+        occurrences.append(timed(monday, QTime((i * 7) % 20, (i % 4) * 15), 900 + (i * 37 % 11) * 1200));
+    const GridLayout layout = layOut(occurrences, monday, 1);
+    ASSERT_EQ(layout.pieces.size(), occurrences.size());
+    for (const TimedPiece &a : layout.pieces) {
+        ASSERT_LE(a.column + a.span, a.columns);
+        for (const TimedPiece &b : layout.pieces)
+            ASSERT_TRUE(&a == &b || a.begin >= b.end || b.begin >= a.end || a.column + a.span <= b.column ||
+                        b.column + b.span <= a.column);
+    }
+}
+
+TEST_F(GridLayoutTest, WhatCrossesMidnightIsInEachOfItsDays) {
+    const QList<Occurrence> occurrences{
+        timed(monday.addDays(-1), QTime(22, 0), 4 * 3600), timed(monday, QTime(23, 0), 3600),
+        timed(monday, QTime(20, 0), 36 * 3600), timed(monday.addDays(1), QTime(23, 59), 0)};
+    QList<std::array<int, 6>> pieces; // occurrence, day, begin, end, starts here, ends here
+    for (const TimedPiece &piece : layOut(occurrences, monday, 2).pieces)
+        pieces.append(
+            {piece.occurrence, piece.day, piece.begin, piece.end, piece.startsHere, piece.endsHere});
+    const QList<std::array<int, 6>> expected{{0, 0, 0, 120, 0, 1},
+                                             {2, 0, 1200, 1440, 1, 0},
+                                             {1, 0, 1380, 1440, 1, 1},
+                                             {2, 1, 0, 1440, 0, 0},
+                                             {3, 1, 1425, 1440, 1, 1}};
+    EXPECT_EQ(pieces, expected);
+}
+
+TEST_F(GridLayoutTest, BarsShareALineWhereTheyDoNotMeet) {
+    const QList<Occurrence> occurrences{wholeDays(monday.addDays(-3), 4), wholeDays(monday, 2),
+                                        wholeDays(monday.addDays(1), 1), wholeDays(monday.addDays(6), 5),
+                                        wholeDays(monday.addDays(9), 1)};
+    const GridLayout layout = layOut(occurrences, monday, 7);
+    QList<std::array<int, 4>> bars; // occurrence, first day, last day, line
+    for (const DayBar &bar : layout.bars)
+        bars.append({bar.occurrence, bar.firstDay, bar.lastDay, bar.line});
+    const QList<std::array<int, 4>> expected{{1, 0, 1, 0}, {0, 0, 0, 1}, {2, 1, 1, 1}, {3, 6, 6, 0}};
+    EXPECT_EQ(bars, expected);
+    EXPECT_EQ(layout.lines, 2);
+    EXPECT_FALSE(layout.bars[1].startsHere);
+    EXPECT_FALSE(layout.bars[3].endsHere);
+}
+
+TEST_F(GridLayoutTest, TheClockMayChangeUnderTheScale) {
+    const QDate spring(2026, 3, 29);
+    const QDate autumn(2026, 10, 25);
+    // Skipped: as much later. Twice: the first.
+    EXPECT_EQ(momentAt({spring, 150}).toUTC(), QDateTime(spring, QTime(1, 30), Qt::UTC));
+    EXPECT_EQ(momentAt({spring, 150}).time(), QTime(3, 30));
+    EXPECT_EQ(momentAt({autumn, 150}).toUTC(), QDateTime(autumn, QTime(0, 30), Qt::UTC));
+    EXPECT_EQ(momentAt({spring, -30}), QDateTime(spring.addDays(-1), QTime(23, 30)));
+    EXPECT_EQ(momentAt({spring, minutesPerDay}), QDateTime(spring.addDays(1), QTime(0, 0)));
+    // From 2:30 in summer time to 2:15 in winter time.
+    Occurrence back = timed(autumn, QTime(1, 0), 0);
+    back.start = QDateTime(autumn, QTime(0, 30), Qt::UTC).toLocalTime();
+    back.end = back.start.addSecs(45 * 60);
+    const GridLayout layout = layOut({back}, autumn, 1);
+    ASSERT_EQ(layout.pieces.size(), 1);
+    EXPECT_EQ(layout.pieces[0].begin, 150);
+    EXPECT_EQ(layout.pieces[0].end, 195);
+    // A midnight that does not exist.
+    const ProcessZone beirut("Asia/Beirut");
+    EXPECT_EQ(momentAt({spring, 0}).time(), QTime(1, 0));
+}
+
+TEST_F(GridLayoutTest, ADragSnapsKeepsTheLengthAndCountsRealSeconds) {
+    const QDate saturday(2026, 3, 28); // the clocks go forward in the night
+    const Occurrence call = timed(saturday, QTime(10, 5), 50 * 60);
+    const Occurrence night = timed(saturday, QTime(22, 0), 6 * 3600); // until 5:00
+    const Occurrence trip = wholeDays(saturday, 2);
+    const auto at = [&](int day, int minute) { return ClockPlace{saturday.addDays(day), minute}; };
+    const auto local = [&](int day, int hour, int minute) {
+        return QDateTime(saturday.addDays(day), QTime(hour, minute));
+    };
+    struct Case {
+        const char *name;
+        const Occurrence &occurrence;
+        Grip grip;
+        ClockPlace from;
+        ClockPlace to;
+        bool keepInDay;
+        QDateTime start;
+        qint64 seconds;
+    };
+    constexpr qint64 hour = 3600;
+    const QList<Case> cases{
+        {"later", call, Grip::Body, at(0, 620), at(0, 668), true, local(0, 11, 0), 50 * 60},
+        {"to the side alone", call, Grip::Body, at(0, 620), at(1, 623), true, local(1, 10, 5), 50 * 60},
+        {"not far enough", call, Grip::Body, at(0, 620), at(0, 625), true, local(0, 10, 5), 50 * 60},
+        {"over the upper edge", call, Grip::Body, at(0, 640), at(1, 0), true, local(1, 0, 0), 50 * 60},
+        {"taken by its second day", night, Grip::Body, at(1, 120), at(1, 240), false, local(1, 0, 0),
+         6 * hour},
+        {"into the skipped hour", call, Grip::Body, at(0, 605), at(1, 150), true, local(1, 3, 30), 50 * 60},
+        {"end, later", call, Grip::End, at(0, 655), at(0, 728), true, local(0, 10, 5), 130 * 60},
+        {"end above the begin", call, Grip::End, at(0, 655), at(0, 300), true, local(0, 10, 5), 15 * 60},
+        {"begin below the end", call, Grip::Begin, at(0, 605), at(0, 900), true, local(0, 10, 40), 15 * 60},
+        {"begin on the day before", call, Grip::Begin, at(0, 605), at(-1, 1380), true, local(-1, 23, 0),
+         11 * hour + 55 * 60},
+        {"end over the change of the clocks", call, Grip::End, at(0, 655), at(1, 240), true, local(0, 10, 5),
+         17 * hour - 5 * 60},
+        {"days", trip, Grip::Body, at(0, 0), at(3, 0), true, local(3, 0, 0), 48 * hour},
+        {"days over the change", trip, Grip::Body, at(1, 0), at(0, 0), true, local(-1, 0, 0), 48 * hour},
+        {"last day", trip, Grip::End, at(1, 0), at(0, 0), true, local(0, 0, 0), 24 * hour},
+        {"first day behind the last", trip, Grip::Begin, at(0, 0), at(5, 0), true, local(1, 0, 0),
+         23 * hour}};
+    for (const Case &c : cases) {
+        const TimeSpan span = draggedSpan(c.occurrence, c.grip, c.from, c.to, c.keepInDay);
+        EXPECT_EQ(span.start, c.start) << c.name << ": " << qPrintable(span.start.toString());
+        EXPECT_EQ(span.seconds(), c.seconds) << c.name;
+    }
+}
+
+TEST_F(GridLayoutTest, ArrowsGoFromOneToTheNextAndOverEmptyDays) {
+    const QList<Occurrence> occurrences{wholeDays(monday, 2), timed(monday, QTime(9, 0), 3600),
+                                        timed(monday, QTime(9, 30), 3600),
+                                        timed(monday.addDays(1), QTime(16, 0), 3600)};
+    const GridNavigator walk(layOut(occurrences, monday, 3), 3);
+    EXPECT_EQ(walk.readingOrder(), (QList<int>{0, 1, 2, 3}));
+    using S = WalkStep;
+    struct Case {
+        GridPosition from;
+        S step;
+        GridPosition to;
+    };
+    const QList<Case> cases{
+        {{0, 540, 1, false}, S::Down, {0, 570, 2, false}},
+        {{0, 570, 2, false}, S::Down, {0, 630, -1, false}}, // behind the last one
+        {{0, 630, -1, false}, S::Down, {0, 660, -1, false}},
+        {{0, 660, -1, false}, S::Up, {0, 570, 2, false}},
+        {{0, 540, 1, false}, S::Up, {0, 540, 0, true}},
+        {{0, 540, 0, true}, S::Up, {0, 540, 0, true}},
+        {{0, 540, 0, true}, S::Right, {1, 540, 3, false}}, // the same bar is no step
+        {{0, 540, 1, false}, S::Right, {1, 540, 3, false}},
+        {{1, 540, 3, false}, S::Left, {0, 540, 1, false}}, // the clock time that the walk began with
+        {{1, 540, 3, false}, S::Right, {2, 540, -1, false}},
+        {{2, 540, -1, false}, S::Down, {2, 570, -1, false}},
+        {{2, 1410, -1, false}, S::Down, {2, 1410, -1, false}},
+        {{0, 570, 2, false}, S::First, {0, 570, 0, true}},
+        {{0, 570, 0, true}, S::Last, {0, 570, 2, false}}};
+    for (const Case &c : cases)
+        EXPECT_EQ(walk.step(c.step, c.from), std::optional(c.to))
+            << testing::PrintToString(c.from) << ", step " << int(c.step);
+    EXPECT_EQ(walk.step(S::Left, {0, 540, 1, false}), std::nullopt);
+    EXPECT_EQ(walk.step(S::Right, {2, 540, -1, false}), std::nullopt);
+}
+
+} // namespace
+} // namespace mailhost

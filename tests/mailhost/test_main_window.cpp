@@ -1,0 +1,302 @@
+#include "tests/mailhost/HostFixture.h"
+
+#include "platform/toolkit/Windows.h"
+#include "standin/mailhost/model/Addresses.h"
+#include "standin/mailhost/model/CalendarDate.h"
+
+#include <QDir>
+#include <QToolButton>
+
+namespace mailhost {
+namespace {
+
+class MainWindowTest : public HostFixture {
+protected:
+    MainWindow *main() const { return host->mainWindowController()->mainWindow(); }
+    void trigger(const QString &action) const {
+        QAction *found = main()->command(action);
+        ASSERT_NE(found, nullptr);
+        EXPECT_TRUE(found->isEnabled()) << qPrintable(action);
+        found->trigger();
+        QTest::qWait(1);
+    }
+    void confirm(const QString &name = controls::deleteConfirmButton) const {
+        auto *button = main()->findChild<QPushButton *>(name);
+        ASSERT_NE(button, nullptr);
+        QTest::mouseClick(button, Qt::LeftButton);
+        QTest::qWait(1);
+    }
+    void select(const QString &uid, const QString &day = {}) const {
+        ASSERT_TRUE(main()->calendar()->select(uid, day)) << qPrintable(uid);
+    }
+    [[nodiscard]] Appointment onDisk(const QString &uid, const QString &day = {}) const {
+        QString error;
+        const auto file = CalendarFile::open(path(), &error);
+        return file ? file->find(uid, day).value_or(Appointment()) : Appointment();
+    }
+};
+
+TEST_F(MainWindowTest, TheWeekCanBeLeftAndOneDayShown) {
+    CalendarGrid *calendar = main()->calendar();
+    EXPECT_EQ(calendar->firstDay(), QDate(2026, 3, 9));
+    EXPECT_TRUE(calendar->select(u"review@example.com"_s));
+    trigger(controls::nextAction);
+    EXPECT_EQ(calendar->firstDay(), QDate(2026, 3, 16));
+    EXPECT_FALSE(calendar->select(u"review@example.com"_s));
+    trigger(controls::todayAction);
+    EXPECT_TRUE(calendar->select(u"plan@example.com"_s));
+    trigger(controls::dayViewAction);
+    EXPECT_EQ(calendar->firstDay(), QDate(2026, 3, 11)) << "the day of what was selected";
+    EXPECT_FALSE(calendar->select(u"review@example.com"_s));
+    trigger(controls::previousAction);
+    EXPECT_EQ(calendar->firstDay(), QDate(2026, 3, 10));
+    EXPECT_TRUE(calendar->select(u"review@example.com"_s));
+    trigger(controls::weekViewAction);
+    EXPECT_EQ(calendar->firstDay(), QDate(2026, 3, 9));
+}
+
+TEST_F(MainWindowTest, EnterOpensAndASecondTimeShowsTheSameEditor) {
+    select(u"review@example.com"_s);
+    main()->calendar()->setFocus();
+    QTest::keyClick(main()->windowHandle(), Qt::Key_Return);
+    ASSERT_EQ(EditorWindowController::open().size(), 1);
+    main()->activateWindow();
+    main()->calendar()->setFocus();
+    QTest::keyClick(main()->windowHandle(), Qt::Key_Return);
+    EXPECT_EQ(EditorWindowController::open().size(), 1);
+}
+
+TEST_F(MainWindowTest, ANewAppointmentBeginsWhereThePersonPoints) {
+    Q_EMIT main()->calendar()->newRequested(QDateTime({2026, 3, 13}, {14, 0}), false);
+    Q_EMIT main()->calendar()->newRequested(QDateTime({2026, 3, 12}, {0, 0}), true);
+    const auto open = EditorWindowController::open();
+    ASSERT_EQ(open.size(), 2);
+    const Appointment timed = open[0]->editorWindow()->viewController()->content()->appointment();
+    EXPECT_EQ(timed.start.value.toLocalTime(), QDateTime({2026, 3, 13}, {14, 0}));
+    const Appointment allDay = open[1]->editorWindow()->viewController()->content()->appointment();
+    EXPECT_EQ(allDay.start.kind, CalendarTime::Kind::Date);
+    EXPECT_EQ(allDay.end.value.date(), QDate(2026, 3, 13));
+}
+
+TEST_F(MainWindowTest, DeleteAsksAndGoesThroughTheEvent) {
+    select(u"review@example.com"_s);
+    trigger(controls::deleteAction);
+    EXPECT_TRUE(fileText().contains("review@example.com"));
+    confirm();
+    EXPECT_FALSE(fileText().contains("review@example.com"));
+    EXPECT_TRUE(fileText().contains("plan@example.com"));
+    trigger(controls::undoAction);
+    EXPECT_TRUE(fileText().contains("X-PLANNER-COLOUR;X-SHADE=dark:teal"));
+    trigger(controls::redoAction);
+    EXPECT_FALSE(fileText().contains("review@example.com"));
+}
+
+TEST_F(MainWindowTest, WhatAnotherProgramChangedSinceIsNotUndone) {
+    select(u"review@example.com"_s);
+    trigger(controls::laterAction);
+    QFile file(path());
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    const QByteArray other = file.readAll().replace("Design review", "Theirs");
+    file.resize(0);
+    file.write(other);
+    file.close();
+    select(u"plan@example.com"_s);
+    trigger(controls::laterAction); // is refused, and the file is read again
+    delete main()->findChild<QMessageBox *>(controls::errorMessage);
+    EXPECT_FALSE(main()->command(controls::undoAction)->isEnabled());
+    EXPECT_TRUE(fileText().contains("Theirs"));
+}
+
+TEST_F(MainWindowTest, CancellingTellsTheAttendeesAndDeletes) {
+    select(u"plan@example.com"_s);
+    trigger(controls::cancelMeetingAction);
+    confirm();
+    EXPECT_FALSE(fileText().contains("plan@example.com"));
+    ASSERT_EQ(messages().size(), 1);
+    QFile message(folder.filePath(u"outbox/"_s + messages().first()));
+    ASSERT_TRUE(message.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(message.readAll().contains("CANCEL"));
+}
+
+TEST_F(MainWindowTest, ChangesInPlaceAreStored) {
+    select(u"review@example.com"_s);
+    trigger(controls::laterAction);
+    EXPECT_EQ(onDisk(u"review@example.com"_s).start.value.toUTC().time(), QTime(9, 30));
+    EXPECT_EQ(onDisk(u"review@example.com"_s).end.value.toUTC().time(), QTime(10, 30));
+    trigger(controls::longerAction);
+    EXPECT_EQ(onDisk(u"review@example.com"_s).start.value.toUTC().time(), QTime(9, 30));
+    EXPECT_EQ(onDisk(u"review@example.com"_s).end.value.toUTC().time(), QTime(11, 0));
+    GridViewWrapper *grid = host->mainWindowController()->grid();
+    rt::Object *event =
+        rt::objectValue(rt::send(rt::objectValue(rt::send(grid, "gridViewController")), "selectedEvent"));
+    EXPECT_TRUE(rt::boolValue(rt::send(grid, "subjectChanged:forEvent:andTileView:", u"Renamed"_s,
+                                       rt::fromObject(event), rt::Value())));
+    EXPECT_EQ(onDisk(u"review@example.com"_s).summary, u"Renamed"_s);
+}
+
+TEST_F(MainWindowTest, OneDayOfASeriesIsChangedAloneOrAsItsSeries) {
+    const QString uid = u"daily@example.com"_s;
+    const QString day = u"20260311T070000Z"_s;
+    select(uid, day);
+    trigger(controls::laterAction);
+    EXPECT_EQ(onDisk(uid, day).start.value.toUTC().time(), QTime(7, 30));
+    EXPECT_EQ(onDisk(uid).start.value.toUTC(), QDateTime({2026, 3, 9}, {7, 0}, Qt::UTC));
+    EXPECT_EQ(main()->calendar()->selected()->instanceId, day) << "still selected where it went";
+    trigger(controls::laterAction);
+    EXPECT_EQ(onDisk(uid, day).start.value.toUTC().time(), QTime(8, 0));
+
+    const QString next = u"20260312T070000Z"_s;
+    select(uid, next);
+    trigger(controls::deleteAction);
+    confirm();
+    EXPECT_FALSE(main()->calendar()->select(uid, next));
+    EXPECT_TRUE(main()->calendar()->select(uid, day));
+    trigger(controls::deleteAction);
+    confirm(controls::deleteSeriesButton);
+    EXPECT_FALSE(fileText().contains(uid.toUtf8()));
+    for (int i = 0; i < 4; ++i)
+        trigger(controls::undoAction);
+    EXPECT_FALSE(fileText().contains("RECURRENCE-ID"));
+    EXPECT_FALSE(fileText().contains("EXDATE"));
+    EXPECT_TRUE(main()->calendar()->select(uid, next));
+}
+
+TEST_F(MainWindowTest, ADayIsEditedAsAnExceptionAndItsSeriesCanBeOpenedFromIt) {
+    const QString uid = u"daily@example.com"_s;
+    const QString day = u"20260311T070000Z"_s;
+    select(uid, day);
+    trigger(controls::openAction);
+    ASSERT_EQ(EditorWindowController::open().size(), 1);
+    controller = EditorWindowController::open().first();
+    window = controller->editorWindow();
+    editor = window->viewController();
+    saveByMenu();
+    EXPECT_FALSE(fileText().contains("RECURRENCE-ID")) << "an unchanged day is still the series'";
+    EXPECT_TRUE(editor->isOccurrenceOrException());
+    type(controls::subjectField, u"Long stand-up"_s);
+    click(controls::openSeriesButton);
+    answer(controls::saveChangesButton);
+    EXPECT_EQ(onDisk(uid, day).summary, u"Long stand-up"_s);
+    EXPECT_EQ(onDisk(uid).summary, u"Stand-up"_s);
+    EXPECT_FALSE(editor->isOccurrenceOrException());
+    EXPECT_EQ(field(controls::subjectField)->text(), u"Stand-up"_s);
+    EXPECT_FALSE(editor->isDirty());
+}
+
+TEST_F(MainWindowTest, AnOpenEditorFollowsTheCalendarAndKeepsWhatWasTyped) {
+    open(u"review@example.com"_s);
+    type(controls::locationField, u"Room 9"_s);
+    select(u"review@example.com"_s);
+    trigger(controls::laterAction);
+    host->mainWindowController()->commands()->renameTo(u"Renamed"_s);
+    EXPECT_EQ(field(controls::subjectField)->text(), u"Renamed"_s);
+    EXPECT_EQ(field(controls::locationField)->text(), u"Room 9"_s);
+    EXPECT_EQ(pending().keys(), QStringList{u"content.location"_s});
+    saveByMenu();
+    EXPECT_EQ(onDisk(u"review@example.com"_s).start.value.toUTC().time(), QTime(9, 30));
+    EXPECT_EQ(onDisk(u"review@example.com"_s).summary, u"Renamed"_s);
+    EXPECT_EQ(onDisk(u"review@example.com"_s).location, u"Room 9"_s);
+}
+
+TEST_F(MainWindowTest, AnotherPersonsMeetingIsNotChangedInPlace) {
+    const QByteArray before = fileText();
+    select(u"foreign@example.com"_s);
+    trigger(controls::laterAction);
+    EXPECT_EQ(fileText(), before);
+    EXPECT_TRUE(main()->findChild<QMessageBox *>(controls::errorMessage));
+}
+
+TEST_F(MainWindowTest, AClosedMainWindowLeavesTheEditorsAndComesBackWithTheCalendar) {
+    open(u"review@example.com"_s);
+    const QPointer<MainWindow> former = main();
+    former->close();
+    QTest::qWait(1);
+    EXPECT_FALSE(former);
+    EXPECT_EQ(host->mainWindowController(), nullptr);
+    EXPECT_TRUE(isOpen());
+    type(controls::subjectField, u"Alone"_s);
+    saveByMenu();
+    host->addMainWindow()->window()->show();
+    ASSERT_TRUE(main()->calendar()->select(u"review@example.com"_s));
+    EXPECT_EQ(main()->calendar()->selected()->summary, u"Alone"_s);
+    type(controls::subjectField, u"Unsaved"_s);
+    EXPECT_FALSE(host->closeAll()) << "an editor with changes asks first";
+    EXPECT_NE(host->mainWindowController(), nullptr);
+}
+
+TEST_F(MainWindowTest, AnUnreadableFileIsRefusedAndLeftAlone) {
+    HostOptions options;
+    options.calendarPath = folder.filePath(u"broken.ics"_s);
+    QFile broken(options.calendarPath);
+    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+    broken.write("not a calendar");
+    broken.close();
+    host.reset();
+    host = std::make_unique<HostApplication>(options);
+    host->start();
+    QString error;
+    EXPECT_FALSE(host->openCalendar(&error));
+    EXPECT_FALSE(error.isEmpty());
+    host->show();
+    host->mainWindowController()->newAppointment();
+    EXPECT_TRUE(EditorWindowController::open().isEmpty());
+    ASSERT_TRUE(broken.open(QIODevice::ReadOnly));
+    EXPECT_EQ(broken.readAll(), QByteArray("not a calendar"));
+}
+
+TEST_F(MainWindowTest, EveryControlHasANameForThoseWhoDoNotSeeIt) {
+    open(u"plan@example.com"_s);
+    for (const QWidget *top : {static_cast<QWidget *>(main()), static_cast<QWidget *>(window.data())}) {
+        for (const QWidget *widget : top->findChildren<QWidget *>()) {
+            const bool control =
+                widget->focusPolicy() & Qt::TabFocus && !widget->objectName().startsWith(u"qt_");
+            if (!control || !widget->isVisible() || widget->inherits("QMenuBar"))
+                continue;
+            EXPECT_FALSE(widget->accessibleName().isEmpty())
+                << qPrintable(widget->objectName()) << ' ' << widget->metaObject()->className();
+        }
+    }
+}
+
+TEST(Addresses, AreReadAsPeopleWriteThem) {
+    const QList<Attendee> before{{u"Bo Guest"_s, u"bo@example.com"_s, AttendeeType::Optional}};
+    const QList<Attendee> parsed =
+        parseAddresses(u"\"Guest, Bo\" <BO@example.com>; cy@example.org,nobody,, <d@e.f>"_s, false, before);
+    ASSERT_EQ(parsed.size(), 4);
+    EXPECT_EQ(parsed[0], (Attendee{u"Guest, Bo"_s, u"BO@example.com"_s, AttendeeType::Optional}));
+    EXPECT_EQ(parsed[1].email, u"cy@example.org"_s);
+    EXPECT_EQ(parsed[3].email, u"d@e.f"_s);
+    EXPECT_EQ(incompleteAddresses(parsed), QStringList{u"nobody"_s});
+    EXPECT_EQ(parseAddresses(addressText(parsed, false), false, parsed), parsed);
+}
+
+TEST(CalendarOwner, IsWhoTakesPartInMostMeetings) {
+    Appointment a, b, c;
+    a.organizerEmail = u"me@x.example"_s;
+    a.attendees = {{u"B"_s, u"b@x.example"_s, {}}};
+    b.organizerEmail = u"b@x.example"_s;
+    b.attendees = {{u"Me"_s, u"ME@x.example"_s, {}}};
+    c.organizerEmail = u"c@x.example"_s;
+    c.attendees = {{u"Me"_s, u"me@x.example"_s, {}}};
+    EXPECT_EQ(calendarOwner({a, b, c}), (Mailbox{u"Me"_s, u"me@x.example"_s}))
+        << qPrintable(calendarOwner({a, b, c}).email);
+    EXPECT_EQ(calendarOwner({}).email, u"ada@parlo.example"_s);
+}
+
+TEST(CalendarDates, KeepTheirZone) {
+    HostApplication::defineClasses();
+    CalendarDate date(QDateTime(QDate(2026, 3, 29), QTime(0, 30), Qt::UTC), QTimeZone("Europe/Berlin"));
+    EXPECT_EQ(rt::textValue(rt::send(&date,
+                                     "descriptionWithCalendarFormat:timeZone:locale:", u"%Y-%m-%d %H:%M:%S"_s,
+                                     QVariant::fromValue(date.timeZone()), rt::Value())),
+              u"2026-03-29 01:30:00"_s);
+    auto *later =
+        dynamic_cast<CalendarDate *>(rt::objectValue(rt::send(&date, "dateByAddingTimeInterval:", 3600.0)));
+    ASSERT_NE(later, nullptr);
+    EXPECT_EQ(later->hourOfDay(), 3); // the hour that the clocks skip
+    EXPECT_EQ(later->weekday(), 1);
+    rt::drainTemporaries();
+}
+
+} // namespace
+} // namespace mailhost

@@ -1,0 +1,72 @@
+// What other programs and other people of the same machine can do to the session.
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int walkMilliseconds = 300'000;
+constexpr uid_t nobody = 65534;
+
+struct Walked {
+    int code = -1;
+    QString steps;
+    QString logged; // what host, agent and client write into their logs
+};
+
+Walked walk(const QStringList &options) {
+    const QTemporaryDir out;
+    QProcess process;
+    process.start(qEnvironmentVariable("PARLO_WALK"),
+                  options + QStringList{"--host-version", "16", out.path()});
+    EXPECT_TRUE(process.waitForFinished(walkMilliseconds));
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+} // namespace
+
+// The log is read by people who help, and sent around.
+TEST(OtherPrograms, CannotKeepTheRoadFromBeingWalkedAndTheLogHoldsNoSecrets) {
+    const Walked walked = walk({"--noise"});
+    EXPECT_EQ(walked.code, 0) << qPrintable(walked.steps + walked.logged);
+    for (const char *known : {"is inviting you", "pwd=Tulip7"})
+        EXPECT_TRUE(walked.steps.contains(known)) << known << " went over the bus";
+    EXPECT_GT(walked.steps.count("no such command"), 20) << "the noise was none";
+    for (const char *secret :
+         {"is inviting you", "pwd=", "Tulip7", "meetings.parlo.example/j/", "Bring the figures"})
+        EXPECT_FALSE(walked.logged.contains(secret)) << secret << '\n' << qPrintable(walked.logged);
+    EXPECT_LT(walked.logged.size(), 100'000) << "a flood on the bus becomes a flood in the log";
+}
+
+// The bus belongs to one user: somebody else who knows its address is turned away by it.
+TEST(OtherPeople, CannotReachTheBus) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "Only the administrator can become somebody else.";
+    const QTemporaryDir folder;
+    QProcess daemon;
+    daemon.start("dbus-daemon", {"--session", "--nofork", "--nopidfile", "--print-address=1"});
+    ASSERT_TRUE(daemon.waitForStarted());
+    while (!daemon.canReadLine() && daemon.waitForReadyRead()) {
+    }
+    const QString address = QString::fromUtf8(daemon.readLine()).trimmed();
+    ASSERT_FALSE(address.isEmpty());
+    const auto send = [&address](uid_t user) {
+        QProcess process;
+        process.setChildProcessModifier([user] {
+            if (::setgid(user) != 0 || ::setuid(user) != 0)
+                ::_exit(99);
+        });
+        process.start("dbus-send", {"--bus=" + address, "--type=signal", "/", "org.example.Notification"});
+        process.waitForFinished();
+        return process.exitCode();
+    };
+    EXPECT_EQ(send(::geteuid()), 0);
+    const int refused = send(nobody);
+    EXPECT_NE(refused, 0);
+    EXPECT_NE(refused, 99) << "the test could not become somebody else";
+    daemon.kill();
+    daemon.waitForFinished();
+}

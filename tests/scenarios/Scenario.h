@@ -1,0 +1,103 @@
+// A desktop in one process: the real plug-in on the real host's windows, the client's real service on an
+// in-memory bus, a calendar file on disk, and time that only the test moves.
+#pragma once
+
+#include "platform/services/TestServices.h"
+#include "standin/mailhost/store/CalendarFile.h"
+#include "standin/mailhost/windows/HostApplication.h"
+#include "standin/mailhost/windows/editor/EditorWindow.h"
+#include "standin/meetingclient/ClientLink.h"
+
+#include <QTemporaryDir>
+#include <memory>
+
+class vlActionAdditionView;
+
+namespace scenarios {
+
+// What the host of a scenario opens.
+struct OpenedCalendar {
+    QByteArray text;
+    QDate today{2026, 11, 24};
+    // Of the user; without any the host finds out whose calendar it is.
+    QList<mailhost::Mailbox> accounts{{u"Ada Example"_s, u"ada@parlo.example"_s}};
+};
+
+class Scenario {
+public:
+    // The host of that version, an installed and running client, and an open calendar with the appointments
+    // below.
+    explicit Scenario(const QString &hostVersion,
+                      mailhost::BookmarkMangling mangling = mailhost::BookmarkMangling::None);
+    // The same with another calendar.
+    Scenario(const QString &hostVersion, const OpenedCalendar &calendar,
+             mailhost::BookmarkMangling mangling = mailhost::BookmarkMangling::None);
+    ~Scenario();
+
+    // Appointments of the calendar, by UID.
+    inline static const QString plain = u"plain@scenario"_s;     // has a location and a body, nobody invited
+    inline static const QString invited = u"invited@scenario"_s; // one attendee and two rooms
+    inline static const QString other = u"other@scenario"_s;     // nobody invited, no body
+
+    mailhost::EditorWindow *open(const QString &uid);
+    [[nodiscard]] static vlActionAdditionView *stripOf(mailhost::EditorWindow *window);
+
+    // A person's clicks and keys. Each lets happen what follows at once, not what a timer has to bring.
+    void clickAdd(mailhost::EditorWindow *window);
+    void clickRemove(mailhost::EditorWindow *window);
+    void clickSettings(mailhost::EditorWindow *window);
+    void confirmSheet(); // the settings sheet that is up
+    void cancelSheet();
+    void pressSave(mailhost::EditorWindow *window);
+    void pressSend(mailhost::EditorWindow *window);
+    void typeSubject(mailhost::EditorWindow *window, const QString &subject);
+    // The whole way of an add that goes well.
+    void addMeeting(mailhost::EditorWindow *window);
+
+    void settle();
+    void wait(double seconds);
+
+    [[nodiscard]] static bool sheetIsUp();
+    [[nodiscard]] static bool progressIsUp();
+    [[nodiscard]] static QString alertText(); // of the alert that is up; null when none is
+    void answerAlert();                       // presses its default button
+    void dismissAlert();                      // presses Escape
+
+    // From the file on disk.
+    [[nodiscard]] mailhost::Appointment inFile(const QString &uid) const;
+    [[nodiscard]] QByteArray fileBytes() const;
+    [[nodiscard]] QString meetingKey(const QString &uid) const;
+    // What the plug-in has sent to the client under action 3 that begins with the sub-command, since the last
+    // forget().
+    [[nodiscard]] int sent(const QString &subCommand) const;
+    // The contents of those, as they went over the bus.
+    [[nodiscard]] QStringList sentContents(const QString &subCommand) const;
+    void forget() { m_desktop.bus->clearPosted(); }
+
+    void given(const char *rule); // what the client does with its answers
+    void clientQuits();
+    void clientRuns();
+    void clientIsUninstalled();
+    void clientIsInstalled(const QString &version);
+    void signedOut();
+    void hostQuits() { m_host.reset(); }
+
+    platform::TestDesktop &desktop() { return m_desktop; }
+    meetingclient::MeetingStore &client() { return m_store; }
+    mailhost::HostApplication &host() { return *m_host; }
+    [[nodiscard]] QString calendarPath() const { return m_folder.filePath(u"my.ics"_s); }
+    [[nodiscard]] static QString text(const QString &key);
+
+private:
+    void installServices(const QString &hostVersion);
+    void writeInfo(const QString &bundle, const QVariantMap &values);
+    QTemporaryDir m_folder;
+    platform::TestDesktop m_desktop{};
+    meetingclient::MeetingStore m_store{QString()};
+    meetingclient::MeetingService m_service{m_store};
+    meetingclient::AnswerRules m_rules;
+    std::unique_ptr<meetingclient::ClientLink> m_client;
+    std::unique_ptr<mailhost::HostApplication> m_host;
+};
+
+} // namespace scenarios

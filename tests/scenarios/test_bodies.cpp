@@ -1,0 +1,93 @@
+#include "plugin/ui/strip/vlActionAdditionView.h"
+#include "standin/mailhost/windows/ControlNames.h"
+#include "tests/scenarios/Scenario.h"
+
+#include <QJsonObject>
+#include <QTest>
+#include <QTextEdit>
+#include <gtest/gtest.h>
+
+using namespace scenarios;
+using mailhost::BookmarkMangling;
+
+namespace {
+
+struct Case {
+    const char *version;
+    BookmarkMangling mangling;
+    const char *name;
+};
+
+class Bodies : public testing::TestWithParam<Case> {
+protected:
+    Scenario scenario{QString::fromLatin1(GetParam().version), GetParam().mangling};
+};
+
+INSTANTIATE_TEST_SUITE_P(Editors, Bodies,
+                         testing::Values(Case{"15.8", BookmarkMangling::None, "web_plain"},
+                                         Case{"16", BookmarkMangling::None, "word_plain"},
+                                         Case{"15.8", BookmarkMangling::QuotesStripped, "web_quotes"},
+                                         Case{"16", BookmarkMangling::QuotesStripped, "word_quotes"},
+                                         Case{"16", BookmarkMangling::LineBreaks, "word_breaks"},
+                                         Case{"16", BookmarkMangling::FontTags, "word_fonts"}),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+QString plainText(const QString &html) {
+    return platform::services().htmlImporter->plainText(html);
+}
+
+} // namespace
+
+TEST_P(Bodies, WhateverTheEditorDoesToTheBookmarksTheWordsAroundTheBlockSurviveUpdateAndRemoval) {
+    mailhost::EditorWindow *editor = scenario.open(Scenario::plain);
+    auto *body = editor->findChild<QTextEdit *>(mailhost::controls::bodyEditor);
+    ASSERT_NE(body, nullptr);
+    scenario.addMeeting(editor);
+    scenario.pressSave(editor);
+    body->moveCursor(QTextCursor::Start);
+    QTest::keyClicks(body, u"Before. "_s);
+    scenario.pressSave(editor);
+    QJsonObject profile = scenario.client().profile();
+    profile[u"accountName"_s] = u"Countess Ada"_s;
+    scenario.client().setProfile(profile);
+    scenario.typeSubject(editor, u"Changed"_s);
+    scenario.pressSave(editor);
+    QString text = plainText(scenario.inFile(Scenario::plain).bodyHtml);
+    EXPECT_TRUE(text.startsWith(u"Before. Agenda first."_s)) << qPrintable(text);
+    EXPECT_EQ(text.count(u"Meeting ID"_s), 1) << qPrintable(text);
+    EXPECT_EQ(text.count(u"Countess Ada"_s), 1)
+        << "the client's new invitation has taken the old one's place";
+    scenario.clickRemove(editor);
+    scenario.pressSave(editor);
+    text = plainText(scenario.inFile(Scenario::plain).bodyHtml);
+    EXPECT_TRUE(text.startsWith(u"Before. Agenda first."_s)) << qPrintable(text);
+    EXPECT_EQ(text.count(u"Meeting ID"_s), 0) << qPrintable(text);
+}
+
+TEST(StoredRecords, WhatIsNoRecordOfOursOpensWithoutAMeetingAndIsKeptToTheLetter) {
+    Scenario scenario(u"16"_s);
+    const QStringList texts = {u"{"_s,
+                               u"[]"_s,
+                               u"null"_s,
+                               u"{\"meetingKey\": 7}"_s,
+                               u"\"text\""_s,
+                               u"{\"meetingKey\": \"\"}"_s,
+                               QString(5000, u'['),
+                               u"{\"joinUrl\": {\"a\": [1, 2]}}"_s,
+                               u"\u2028;,\\n"_s,
+                               u"   "_s};
+    for (const QString &record : texts) {
+        SCOPED_TRACE(qPrintable(record.left(40)));
+        mailhost::Appointment appointment = scenario.inFile(Scenario::other);
+        appointment.ucCapabilities = record;
+        ASSERT_TRUE(scenario.host().session()->store(appointment));
+        mailhost::EditorWindow *editor = scenario.open(Scenario::other);
+        ASSERT_NE(editor, nullptr);
+        EXPECT_EQ(Scenario::stripOf(editor)->uiStatus(), StripState::NoMeeting);
+        scenario.typeSubject(editor, u"Again"_s);
+        scenario.pressSave(editor);
+        EXPECT_EQ(scenario.inFile(Scenario::other).ucCapabilities, record);
+        editor->closeNow();
+        scenario.wait(1);
+    }
+}
