@@ -9,7 +9,7 @@ missing_packages() {
 
 install_packages() {
     local missing sudo=""
-    command -v dpkg-query >/dev/null || return 0 # not a Debian: the build says what it lacks
+    command -v dpkg-query >/dev/null || return 0 # not Debian: the build reports what is missing
     missing=$(missing_packages | tr '\n' ' ')
     [ -n "$missing" ] || return 0
     [ "$(id -u)" = 0 ] || sudo=sudo
@@ -30,8 +30,8 @@ refuse() {
     exit 3
 }
 
-# build PRESET TARGET...: the second call finds everything done. PARLO_EDITION chooses the brand edition (PRL,
-# or Vela, which schedules for others); another one than before rebuilds little more than the programs.
+# build PRESET TARGET...: a second call repeats no work. PARLO_EDITION chooses the brand edition (PRL, or Vela, which
+# schedules for others); changing it rebuilds little more than the programs.
 build() {
     local preset=$1 edition=${PARLO_EDITION:-PRL}
     shift
