@@ -2,15 +2,13 @@
 #pragma once
 
 #include <QByteArray>
+#include <QCryptographicHash>
 #include <QString>
-#include <array>
-#include <cstdint>
 
 namespace Quarvo {
 
 class MD5 {
 public:
-    MD5();
     virtual ~MD5() = default;
 
     void init(); // starts over
@@ -19,19 +17,13 @@ public:
     // for.
     void feed(const void *bytes, int length);
     void feed(const QByteArray &bytes);
-    void finalize();                   // only the first call counts
+    void finalize() { m_bFinalized = true; }
     [[nodiscard]] QString hex();       // 32 lower-case digits; finalizes
     [[nodiscard]] QByteArray binary(); // 16 bytes; finalizes
 
 private:
-    static constexpr int blockSize = 64;
-    void addToCount(std::uint32_t bytes);
-    void transform(const unsigned char *block);
-
-    std::array<std::uint32_t, 4> m_state{};
-    std::array<std::uint32_t, 2> m_bitCount{}; // low word first
-    std::array<unsigned char, blockSize> m_buffer{};
-    bool m_finalized = false;
+    QCryptographicHash m_hash{QCryptographicHash::Md5};
+    bool m_bFinalized = false;
 };
 
 } // namespace Quarvo
