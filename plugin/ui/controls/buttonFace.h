@@ -1,4 +1,4 @@
-// What the strip's two kinds of button share: their picture, and how they take the pointer and the keyboard.
+// What a button of the strip looks like: image, title, highlight and focus mark.
 #pragma once
 
 #include "plugin/ui/controls/bundleImage.h"

@@ -1,18 +1,13 @@
 #include "plugin/ui/controls/vlPopupToolbarView.h"
 
+#include "plugin/ui/controls/menuOpening.h"
+
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyleOptionFocusRect>
 
 namespace {
-
 constexpr int side = 32; // points, of a tool-bar's image
-
-bool opensMenu(int key) {
-    return key == Qt::Key_Space || key == Qt::Key_Select || key == Qt::Key_Return || key == Qt::Key_Enter ||
-           key == Qt::Key_Down;
-}
-
 } // namespace
 
 vlPopupToolbarView::vlPopupToolbarView(QWidget *parent)
@@ -66,6 +61,6 @@ void vlPopupToolbarView::keyPressEvent(QKeyEvent *event) {
 }
 
 void vlPopupToolbarView::popUpMenu() {
-    if (mMenu && isEnabled())
-        mMenu->popup(mapToGlobal(QPoint(0, height())));
+    if (isEnabled())
+        popUpBelow(mMenu.get(), this);
 }

@@ -1,38 +1,21 @@
 // The image-over-title button of the strip.
 #pragma once
 
-#include "plugin/ui/controls/buttonFace.h"
+#include "plugin/ui/controls/StripButton.h"
 
-#include <QPushButton>
-
-// Draws nothing while it has no image or no title. Tab focuses it; Space and Enter press it.
-class vlSettingsButton : public QPushButton {
+// Tab focuses it; Space and Enter press it.
+class vlSettingsButton : public StripButton {
     Q_OBJECT
 public:
-    explicit vlSettingsButton(QWidget *parent = nullptr);
+    explicit vlSettingsButton(QWidget *parent = nullptr)
+        : StripButton(parent) {}
 
-    void setImage(const BundleImage &image);
-    // Also its accessible name; "&" marks its mnemonic.
-    void setTitle(const QString &title);
-    [[nodiscard]] const QString &title() const { return m_face.mLable; }
-    [[nodiscard]] bool isEntered() const { return m_bEntered; }
-    [[nodiscard]] double titleX() const { return m_face.titleX(width()); }
+    [[nodiscard]] double titleX() const { return face().titleX(width()); }
 
 protected:
-    void paintEvent(QPaintEvent *event) override;
-    void enterEvent(QEnterEvent *event) override;
-    void leaveEvent(QEvent *event) override;
-    void showEvent(QShowEvent *event) override;
-    void hideEvent(QHideEvent *event) override;
+    [[nodiscard]] QRectF imageRectangle() const override;
+    void paintTitle(QPainter &painter) const override;
+    [[nodiscard]] bool canBeEntered() const override { return isEnabled(); }
     void changeEvent(QEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-
-private:
-    void updateRect();
-    [[nodiscard]] QRectF imageRectangle() const;
-
-    ButtonFace m_face;
-    HoverHighlight m_highlight;
-    bool m_bEntered = false;
 };

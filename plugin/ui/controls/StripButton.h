@@ -1,0 +1,43 @@
+// What the two kinds of button in the strip share: the picture, the title and the highlight under the
+// pointer.
+#pragma once
+
+#include "plugin/ui/controls/buttonFace.h"
+
+#include <QPushButton>
+
+// Draws nothing while it has no image or no title.
+class StripButton : public QPushButton {
+    Q_OBJECT
+public:
+    void setImage(const BundleImage &image);
+    // Also its accessible name; "&" marks its mnemonic.
+    void setTitle(const QString &title);
+    [[nodiscard]] const QString &title() const { return m_face.mLable; }
+    [[nodiscard]] bool isEntered() const { return m_bEntered; }
+
+protected:
+    explicit StripButton(QWidget *parent);
+
+    // In the button's coordinates, y downwards.
+    [[nodiscard]] virtual QRectF imageRectangle() const = 0;
+    virtual void paintTitle(QPainter &painter) const = 0;
+    // Whether the pointer over the button counts.
+    [[nodiscard]] virtual bool canBeEntered() const = 0;
+    [[nodiscard]] const ButtonFace &face() const { return m_face; }
+    void updateRect();
+
+    void paintEvent(QPaintEvent *event) override;
+    void enterEvent(QEnterEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void setEntered(bool isEntered);
+
+    ButtonFace m_face;
+    HoverHighlight m_highlight;
+    bool m_bEntered = false;
+};
