@@ -37,6 +37,10 @@ using Value = QVariant;
 [[nodiscard]] double doubleValue(const Value &value);
 // The text when the value is a text, a null QString otherwise. Numbers are not turned into text.
 [[nodiscard]] QString textValue(const Value &value);
+// The text, "" in place of a null one.
+[[nodiscard]] inline QString orEmpty(const QString &text) {
+    return text.isNull() ? u""_s : text;
+}
 // The dictionary or array when the value is one, an empty one otherwise.
 [[nodiscard]] QVariantMap mapValue(const Value &value);
 [[nodiscard]] QVariantList listValue(const Value &value);

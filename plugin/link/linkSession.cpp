@@ -1,15 +1,12 @@
 #include "plugin/link/linkSession.h"
 
 #include "plugin/link/discovery/vlGetClientVersionHelper.h"
-#include "plugin/link/readers/CVlGetMeetingProtoParse.h"
-#include "plugin/link/readers/CVlGetPACProtoParse.h"
 #include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/link/readers/vlGetPACHelper.h"
 #include "plugin/link/readers/vlUserProfileHelper.h"
 #include "plugin/link/requests/RequestOwner.h"
 #include "plugin/link/requests/vlAPIMgr.h"
 #include "plugin/link/requests/vlAPIStartMeeting.h"
-#include "plugin/util/sharedObject.h"
 
 void startLinkAfresh() {
     RequestOwner::setNobody(std::make_shared<RequestOwner>());
@@ -19,8 +16,4 @@ void startLinkAfresh() {
     SharedObject<vlGetMeetingHelper>::renew();
     SharedObject<vlGetPACHelper>::renew();
     SharedObject<vlUserProfileHelper>::renew();
-    // No bytes at all are a good, empty message.
-    constexpr char noBytes[] = "";
-    CVlGetMeetingProtoParse(noBytes, 0);
-    CVlGetPACProtoParse(noBytes, 0);
 }

@@ -1,7 +1,6 @@
 #include "plugin/link/vlMeetingCommon.h"
 
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/readers/CVlGetPACProtoParse.h"
 #include "plugin/link/vlCommon.h"
 #include "plugin/util/vlOLUtils.h"
 
@@ -30,7 +29,6 @@ void vlMeetingCommon::setSiteConfigMember(const QString &key, const rt::Value &v
     vlOLUtils::saveStrToFile(vlOLUtils::toJSONString(members), getLocalVlSiteConfigPath());
 }
 
-void vlMeetingCommon::savePACConfigToLocal() {
-    // Asked of the reader: vlGetPACHelper, which keeps the accounts, calls this.
-    setSiteConfigMember(vl_LocalProfile_EnablePAC, CVlGetPACProtoParse().GetPACCount() != 0);
+void vlMeetingCommon::savePACConfigToLocal(int accounts) {
+    setSiteConfigMember(vl_LocalProfile_EnablePAC, accounts != 0);
 }

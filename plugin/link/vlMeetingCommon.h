@@ -15,6 +15,6 @@ public:
     [[nodiscard]] static rt::Value siteConfigMember(const QString &key);
     // Changes one member and leaves the others as they are. Errors are not reported.
     static void setSiteConfigMember(const QString &key, const rt::Value &value);
-    // Notes whether the user has audio-conference accounts now.
-    static void savePACConfigToLocal();
+    // Notes whether the user has audio-conference accounts, of which there are that many.
+    static void savePACConfigToLocal(int accounts);
 };

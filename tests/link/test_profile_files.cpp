@@ -105,7 +105,7 @@ TEST_F(SiteConfiguration, AWriterChangesOnlyItsOwnMember) {
               folder.filePath("Documents/ParloMeetingsOutlookPlugin/vlConfig.txt"));
     vlGetClientVersionHelper::saveClientVersionToLocal("3.7.1");
     EXPECT_EQ(members(), (QVariantMap{{"velaClientVersion", "3.7.1"}}));
-    vlMeetingCommon::savePACConfigToLocal();
+    vlMeetingCommon::savePACConfigToLocal(0);
     EXPECT_EQ(members(), (QVariantMap{{"velaClientVersion", "3.7.1"}, {"enablePAC", false}}));
     holds(R"({"other": [1], "enablePAC": true, "velaClientVersion": "1"})");
     EXPECT_TRUE(vlGetPACHelper::sharedInstance().isPACEnabled());

@@ -1,8 +1,8 @@
 #include "plugin/link/readers/CVlGetPACProtoParse.h"
 
 #include "meeting.pb.h"
-#include "platform/Literals.h"
-#include "plugin/link/readers/protoParse.h"
+#include "platform/runtime/Value.h"
+#include "plugin/proto/vlProtoBufConvert.h"
 
 namespace {
 
@@ -15,17 +15,6 @@ const QString tollFreeEnd = u" Toll Free)"_s;
 const QString tollEnd = u" Toll)"_s;
 const QString lineBreak = u"\r\n"_s;
 const QString comma = u", "_s;
-
-Response &lastResponse() {
-    static auto *response = new Response;
-    return *response;
-}
-
-// nullptr when there is no such account.
-const PACMeeting *accountAt(int account) {
-    const auto &meetings = lastResponse().pac_info().meetings();
-    return account >= 1 && account <= meetings.size() ? &meetings.Get(account - 1) : nullptr;
-}
 
 QString text(const std::string &utf8) {
     return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
@@ -58,25 +47,28 @@ QString commaSeparated(const Numbers &numbers, const QString &labelEnd) {
     return result;
 }
 
-QString notNull(const QString &text) {
-    return text.isNull() ? u""_s : text;
-}
-
 } // namespace
 
-CVlGetPACProtoParse::CVlGetPACProtoParse(const void *bytes, int size)
-    : m_bParsed(replaceWhenParsed(lastResponse(), bytes, size)) {}
+CVlGetPACProtoParse::CVlGetPACProtoParse(const void *bytes, int size) {
+    auto response = std::make_shared<Response>();
+    if (vlProtoBufConvert::ProtoFromByteStream(response.get(), bytes, size))
+        m_response = std::move(response);
+}
+
+const PACMeeting *CVlGetPACProtoParse::accountAt(int account) const {
+    return account >= 1 && account <= GetPACCount() ? &m_response->pac_info().meetings(account - 1) : nullptr;
+}
 
 int CVlGetPACProtoParse::GetPACCount() const {
-    return lastResponse().pac_info().meetings_size();
+    return m_response ? m_response->pac_info().meetings_size() : 0;
 }
 
 QString CVlGetPACProtoParse::GetPACDialInNumber(int account) const {
     const PACMeeting *meeting = accountAt(account);
     if (!meeting)
         return u""_s;
-    return notNull(lines(meeting->toll_free_numbers(), tollFreeEnd) +
-                   lines(meeting->toll_numbers(), tollEnd));
+    return rt::orEmpty(lines(meeting->toll_free_numbers(), tollFreeEnd) +
+                       lines(meeting->toll_numbers(), tollEnd));
 }
 
 QString CVlGetPACProtoParse::GetPACDialInNumberWithCommaSeparator(int account) const {
@@ -85,7 +77,7 @@ QString CVlGetPACProtoParse::GetPACDialInNumberWithCommaSeparator(int account) c
         return u""_s;
     const QString tollFree = commaSeparated(meeting->toll_free_numbers(), tollFreeEnd);
     const QString toll = commaSeparated(meeting->toll_numbers(), tollEnd);
-    return notNull(tollFree.isEmpty() || toll.isEmpty() ? tollFree + toll : tollFree + comma + toll);
+    return rt::orEmpty(tollFree.isEmpty() || toll.isEmpty() ? tollFree + toll : tollFree + comma + toll);
 }
 
 qint64 CVlGetPACProtoParse::GetPACMeetingNumber(int account) const {
@@ -95,7 +87,7 @@ qint64 CVlGetPACProtoParse::GetPACMeetingNumber(int account) const {
 
 QString CVlGetPACProtoParse::GetInvitationEmail(int account) const {
     const PACMeeting *meeting = accountAt(account);
-    return notNull(meeting ? text(meeting->invitation_email()) : QString());
+    return rt::orEmpty(meeting ? text(meeting->invitation_email()) : QString());
 }
 
 QString CVlGetPACProtoParse::GetHtmlInvitationEmail(int) const {

@@ -2,14 +2,20 @@
 #pragma once
 
 #include <QString>
+#include <memory>
 
-// All readers share one last good message, empty at first. Bytes that do not parse leave it as it was.
-// Accounts are numbered from 1; for any other number a text is "" and the meeting number 0.
+namespace com::brindle::webapp::proto {
+class PACMeeting;
+class Response;
+} // namespace com::brindle::webapp::proto
+
+// A value: copying is cheap. Accounts are numbered from 1; for any other number a text is "" and the meeting
+// number 0. Bytes that do not parse hold no account.
 class CVlGetPACProtoParse {
 public:
-    CVlGetPACProtoParse() = default; // reads the last good message
+    CVlGetPACProtoParse() = default; // no account
     CVlGetPACProtoParse(const void *bytes, int size);
-    [[nodiscard]] bool isParsed() const { return m_bParsed; } // whether the bytes given to it were read
+    [[nodiscard]] bool isParsed() const { return bool(m_response); }
 
     [[nodiscard]] int GetPACCount() const;
     // "number (country Toll Free)" and CRLF for each toll-free number, then each toll number likewise. A
@@ -22,5 +28,8 @@ public:
     [[nodiscard]] QString GetHtmlInvitationEmail(int account) const; // always ""
 
 private:
-    bool m_bParsed = false;
+    // nullptr when there is no such account.
+    [[nodiscard]] const com::brindle::webapp::proto::PACMeeting *accountAt(int account) const;
+
+    std::shared_ptr<const com::brindle::webapp::proto::Response> m_response; // nullptr: none was parsed
 };

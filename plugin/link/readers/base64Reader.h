@@ -3,7 +3,7 @@
 
 #include "plugin/util/EncodeUtils.h"
 
-// A text that does not decode gives the reader no bytes, and it stays with its last good message.
+// A text that does not decode gives the reader no bytes (nullptr), which do not parse.
 template<typename Reader>
 [[nodiscard]] Reader readerOver(const QString &base64) {
     const QByteArray bytes = EncodeUtils::base64DecodeToData(base64);

@@ -1,14 +1,16 @@
 // The user's personal audio-conference accounts, as the client last told them.
 #pragma once
 
+#include "plugin/link/readers/CVlGetPACProtoParse.h"
+#include "plugin/util/sharedObject.h"
+
 #include <QString>
 
 // Accounts are numbered from 1. Without any answer the texts are null and the numbers 0; for an account that
-// is not there texts are "" and the meeting id "0". Main thread only.
-class vlGetPACHelper {
+// is not there texts are "" and the meeting id "0". An answer that cannot be read leaves the accounts of the
+// last one that could. Main thread only.
+class vlGetPACHelper : public SharedObject<vlGetPACHelper> {
 public:
-    static vlGetPACHelper &sharedInstance();
-
     // Base64 of the client's answer; a null text is ignored. Also notes in the site configuration whether
     // there are accounts.
     void setPACInfo(const QString &base64);
@@ -28,5 +30,6 @@ public:
 
 private:
     QString m_dataPACInfo;
-    QString m_userID; // for whom the accounts were read
+    CVlGetPACProtoParse m_accounts; // of the last answer that could be read
+    QString m_userID;               // for whom the accounts were read
 };
