@@ -11,3 +11,7 @@ DottedVersion parseDottedVersion(const QString &text) {
     };
     return {component(0), component(1), component(2)};
 }
+
+bool isVersionAtLeast(const QString &text, const DottedVersion &reference) {
+    return !text.isEmpty() && parseDottedVersion(text) >= reference;
+}

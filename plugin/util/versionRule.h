@@ -13,3 +13,5 @@ struct DottedVersion {
 };
 
 [[nodiscard]] DottedVersion parseDottedVersion(const QString &text);
+// False for a null or empty text: an unknown version is no version.
+[[nodiscard]] bool isVersionAtLeast(const QString &text, const DottedVersion &reference);

@@ -65,8 +65,7 @@ QString vlGetFileVersion(const QString &path) {
     const platform::Services &services = platform::services();
     const rt::Value list =
         services.propertyLists->read(services.workspace->resolve(path + infoPlistOfBundle));
-    const QString version = rt::textValue(rt::mapValue(list).value(bundleVersionKey));
-    return version.isNull() ? u""_s : version;
+    return rt::orEmpty(rt::textValue(rt::mapValue(list).value(bundleVersionKey)));
 }
 
 qint32 vlGetFileSizeFromPath(const QString &path) {

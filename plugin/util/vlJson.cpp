@@ -13,10 +13,14 @@ namespace {
 
 std::optional<QJsonValue> jsonValue(const rt::Value &value);
 
+bool isLeftOut(const rt::Value &member) {
+    return !rt::isPresent(member) && !rt::isNullMarker(member);
+}
+
 std::optional<QJsonValue> jsonObject(const QVariantMap &map) {
     QJsonObject object;
     for (auto entry = map.cbegin(); entry != map.cend(); ++entry) {
-        if (!rt::isPresent(entry.value()) && !rt::isNullMarker(entry.value()))
+        if (isLeftOut(entry.value()))
             continue;
         const std::optional<QJsonValue> member = jsonValue(entry.value());
         if (!member)
@@ -29,7 +33,7 @@ std::optional<QJsonValue> jsonObject(const QVariantMap &map) {
 std::optional<QJsonValue> jsonArray(const QVariantList &list) {
     QJsonArray array;
     for (const rt::Value &entry : list) {
-        if (!rt::isPresent(entry) && !rt::isNullMarker(entry))
+        if (isLeftOut(entry))
             continue;
         const std::optional<QJsonValue> member = jsonValue(entry);
         if (!member)

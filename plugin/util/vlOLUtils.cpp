@@ -21,7 +21,6 @@ bool isBlankOrLineBreak(QChar c) {
     return isBlank(c) || isLineBreak(c);
 }
 
-// Never a null view: what is trimmed away entirely leaves "".
 template<typename Predicate>
 QStringView trimmedWhile(QStringView text, Predicate belongs) {
     qsizetype begin = 0;
@@ -33,19 +32,13 @@ QStringView trimmedWhile(QStringView text, Predicate belongs) {
     return text.sliced(begin, end - begin);
 }
 
-QString ownText(QStringView text) {
-    return text.isEmpty() ? u""_s : text.toString();
+// Null for null only.
+template<typename Predicate>
+QString trimmed(const QString &text, Predicate belongs) {
+    return text.isNull() ? QString() : rt::orEmpty(trimmedWhile(text, belongs).toString());
 }
 
 } // namespace
-
-bool vlOLUtils::isValidInstance(const rt::Value &value) {
-    return rt::isPresent(value);
-}
-
-bool vlOLUtils::isValidInstance(const rt::Object *object) {
-    return object != nullptr;
-}
 
 bool vlOLUtils::kindofClass(const rt::Object *object, const QString &className) {
     if (!object || className.isEmpty())
@@ -100,11 +93,15 @@ QString vlOLUtils::trimAllSpace(const QString &text) {
 }
 
 QString vlOLUtils::trimRLSpace(const QString &text) {
-    return text.isNull() ? QString() : ownText(trimmedWhile(text, isBlank));
+    return trimmed(text, isBlank);
+}
+
+QString vlOLUtils::trimNewLine(const QString &text) {
+    return trimmed(text, isLineBreak);
 }
 
 QString vlOLUtils::trimAllSpaceAndNewLine(const QString &text) {
-    return text.isNull() ? QString() : ownText(trimmedWhile(text, isBlankOrLineBreak));
+    return trimmed(text, isBlankOrLineBreak);
 }
 
 void vlOLUtils::saveStrToFile(const QString &text, const QString &path) {
@@ -119,10 +116,5 @@ QString vlOLUtils::readStrFromFile(const QString &path) {
     if (path.isEmpty())
         return u""_s;
     const QVariantList stored = rt::listValue(platform::services().propertyLists->read(path));
-    const QString text = stored.isEmpty() ? QString() : rt::textValue(stored.last());
-    return text.isNull() ? u""_s : text;
-}
-
-bool vlOLUtils::isNullString(const rt::Value &value) {
-    return !rt::isPresent(value);
+    return stored.isEmpty() ? u""_s : rt::orEmpty(rt::textValue(stored.last()));
 }

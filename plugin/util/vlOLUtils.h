@@ -1,4 +1,4 @@
-// Stateless questions and conversions that every room uses: missing values, classes, JSON, trimming,
+// Stateless questions and conversions that every module uses: missing values, classes, JSON, trimming,
 // one-string files.
 #pragma once
 
@@ -14,8 +14,7 @@ class QWidget;
 class vlOLUtils {
 public:
     // Whether there is a value: neither no value, nor a null text or pointer, nor the null marker.
-    [[nodiscard]] static bool isValidInstance(const rt::Value &value);
-    [[nodiscard]] static bool isValidInstance(const rt::Object *object);
+    [[nodiscard]] static bool isValidInstance(const rt::Value &value) { return rt::isPresent(value); }
 
     // Whether the object is of the runtime class of that name or of a subclass. False for no object, a null
     // or empty name, and a class that nobody has defined. For views the names of toolkit classes count too.
@@ -47,6 +46,8 @@ public:
     [[nodiscard]] static QString trimAllSpace(const QString &text);
     // Trims blanks, but no line breaks, at both ends.
     [[nodiscard]] static QString trimRLSpace(const QString &text);
+    // Trims line breaks, but no blanks, at both ends.
+    [[nodiscard]] static QString trimNewLine(const QString &text);
     // Trims blanks and line breaks at both ends.
     [[nodiscard]] static QString trimAllSpaceAndNewLine(const QString &text);
 
@@ -59,5 +60,5 @@ public:
 
     // Whether there is nothing: no value or the null marker. An empty text is something.
     [[nodiscard]] static bool isNullString(const QString &text) { return text.isNull(); }
-    [[nodiscard]] static bool isNullString(const rt::Value &value);
+    [[nodiscard]] static bool isNullString(const rt::Value &value) { return !rt::isPresent(value); }
 };

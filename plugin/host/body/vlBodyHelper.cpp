@@ -15,19 +15,6 @@ namespace {
 constexpr qsizetype markerLength = 20;
 constexpr qsizetype endBookmarkOffset = 3;
 
-bool isLineBreak(QChar c) {
-    const char16_t unit = c.unicode();
-    return (unit >= u'\n' && unit <= u'\r') || unit == u'\u0085' || unit == u'\u2028' || unit == u'\u2029';
-}
-
-QStringView withoutOuterLineBreaks(QStringView text) {
-    while (!text.isEmpty() && isLineBreak(text.front()))
-        text = text.sliced(1);
-    while (!text.isEmpty() && isLineBreak(text.back()))
-        text.chop(1);
-    return text;
-}
-
 QString without(const QString &text, QStringView part) {
     return replacedAll(text, part, QStringView());
 }
@@ -84,16 +71,10 @@ QString updatedBetween(const BookmarkTexts &texts, QString body, const QString &
 
 } // namespace
 
-vlBodyHelper &vlBodyHelper::sharedInstance() {
-    static auto *helper = new vlBodyHelper;
-    return *helper;
-}
-
 QString vlBodyHelper::convertHTMLToPlainText(const QString &html) const {
     if (html.isEmpty())
         return {};
-    const QString text = platform::services().htmlImporter->plainText(trimHTMLNBSPTags(html));
-    return text.isNull() ? u""_s : text;
+    return rt::orEmpty(platform::services().htmlImporter->plainText(trimHTMLNBSPTags(html)));
 }
 
 QString vlBodyHelper::trimHTMLNBSPTags(const QString &text) const {
@@ -103,7 +84,7 @@ QString vlBodyHelper::trimHTMLNBSPTags(const QString &text) const {
 QString vlBodyHelper::convertPlainTextToHTML(const QString &text) const {
     if (text.isNull())
         return {};
-    return withLinksAndBreaks(withoutOuterLineBreaks(text).toString());
+    return withLinksAndBreaks(vlOLUtils::trimNewLine(text));
 }
 
 QString vlBodyHelper::insertVlBodyBookMark(const QString &invitation, bool isHTML) const {
