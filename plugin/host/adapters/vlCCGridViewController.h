@@ -1,15 +1,19 @@
 // One view of the calendar grid.
 #pragma once
 
+#include "plugin/host/adapters/hostNames.h"
 #include "plugin/host/adapters/vlDelegateBase.h"
 
-class QWidget;
+#include <QWidget>
 
 class vlCCGridViewController : public vlDelegateBase {
 public:
-    explicit vlCCGridViewController(rt::Object *controller);
+    explicit vlCCGridViewController(rt::Object *controller)
+        : vlDelegateBase(key_vlCCGridViewController, controller) {}
 
-    [[nodiscard]] QWidget *view() const;
-    [[nodiscard]] QWidget *gridWindow() const; // the view itself when it is in none; nullptr without a view
-    [[nodiscard]] rt::Object *ecCalendarEvent() const; // the selected event, or nullptr
+    [[nodiscard]] QWidget *view() const { return rt::widgetValue(getOLItemID(olItem_view)); }
+    // The view itself when it is in none; nullptr without a view.
+    [[nodiscard]] QWidget *gridWindow() const { return view() ? view()->window() : nullptr; }
+    // The selected event, or nullptr.
+    [[nodiscard]] rt::Object *ecCalendarEvent() const { return object(olItem_selectedEvent); }
 };

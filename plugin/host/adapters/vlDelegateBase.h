@@ -32,6 +32,15 @@ public:
 protected:
     // The same for any number of arguments.
     rt::Value callMember(const QString &member, rt::Args arguments) const;
+    // What a member without arguments answers, as the kind of value that is wanted.
+    [[nodiscard]] QString text(const QString &member) const { return rt::textValue(getOLItemID(member)); }
+    [[nodiscard]] bool flag(const QString &member) const { return rt::boolValue(getOLItemID(member)); }
+    [[nodiscard]] int number(const QString &member) const {
+        return int(rt::integerValue(getOLItemID(member)));
+    }
+    [[nodiscard]] rt::Object *object(const QString &member) const {
+        return rt::objectValue(getOLItemID(member));
+    }
     [[nodiscard]] bool hasMember(const QString &member) const;
 
 private:

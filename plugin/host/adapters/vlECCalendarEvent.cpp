@@ -1,9 +1,30 @@
 #include "plugin/host/adapters/vlECCalendarEvent.h"
 
-#include "plugin/host/adapters/hostNames.h"
+#include "plugin/host/adapters/vlECCalendarEventAttendee.h"
+#include "plugin/host/adapters/vlOLCalendarDate.h"
+#include "plugin/link/meetingKeys.h"
+#include "plugin/util/vlOLUtils.h"
 
-vlECCalendarEvent::vlECCalendarEvent(rt::Object *event, const QVariantMap &unCommitedChange)
-    : vlECCalendarEvent(event, [unCommitedChange] { return unCommitedChange; }) {}
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+constexpr double secondsInMinute = 60.0;
+
+// No value leaves the key out; the null marker is kept, since it says that the user has cleared the field.
+void insertValue(QVariantMap &record, const QString &key, const rt::Value &value) {
+    if (rt::isPresent(value) || rt::isNullMarker(value))
+        record.insert(key, value);
+}
+
+qint32 wholeMinutes(double seconds) {
+    const double minutes = seconds / secondsInMinute;
+    return qint32(std::clamp(minutes, double(std::numeric_limits<qint32>::min()),
+                             double(std::numeric_limits<qint32>::max())));
+}
+
+} // namespace
 
 vlECCalendarEvent::vlECCalendarEvent(rt::Object *event, PendingChanges unCommitedChange)
     : vlDelegateBase(key_vlECCalendarEvent, event)
@@ -20,142 +41,39 @@ rt::Value vlECCalendarEvent::getOneMergedItem(const QString &key) const {
     return rt::isPresent(change) ? change : getOneItem(key);
 }
 
-rt::Value vlECCalendarEvent::getOneItem(const QString &key) const {
-    return getOLItemID(key);
+QVariantMap vlECCalendarEvent::getVlMeetingData() const {
+    QVariantMap record;
+    insertValue(record, vl_ApptInfo_Subject, getOneMergedItem(olItem_summary));
+    insertValue(record, vl_ApptInfo_Location, getOneMergedItem(olItem_location));
+    record.insert(vl_ApptInfo_Duration, getVlDuration());
+    insertValue(record, vl_ApptInfo_Body, getOneMergedItem(olItem_body));
+    insertValue(record, vl_ApptInfo_VlOIProperty, getOLItemID(olItem_olmUCCapabilities));
+    record.insert(vl_ApptInfo_StartTime, dateRecord(olItem_startTime));
+    record.insert(vl_ApptInfo_EndTime, dateRecord(olItem_endTime));
+    record.insert(vl_ApptInfo_Recurrence, vlOLUtils::isValidInstance(getOneMergedItem(olItem_recurrence)));
+    const QVariantList attendees = getVlAttendeesData();
+    if (!attendees.isEmpty())
+        record.insert(vl_ApptInfo_Attendees, attendees);
+    return record;
 }
 
-QString vlECCalendarEvent::getEmailBody() const {
-    return rt::textValue(getOneMergedItem(olItem_body));
+QVariantMap vlECCalendarEvent::dateRecord(const QString &key) const {
+    return vlOLCalendarDate(rt::objectValue(getOneMergedItem(key))).getVlMeetingData();
 }
 
-QString vlECCalendarEvent::location() const {
-    return rt::textValue(getOneMergedItem(olItem_location));
+QString vlECCalendarEvent::getVlDuration() const {
+    const vlOLCalendarDate start(rt::objectValue(getOneMergedItem(olItem_startTime)));
+    const vlOLCalendarDate end(rt::objectValue(getOneMergedItem(olItem_endTime)));
+    // Only a date goes to the host, which does not test what it is given.
+    return QString::number(wholeMinutes(end.timeIntervalSinceDate(start.delegate())));
 }
 
-bool vlECCalendarEvent::isSupportedOwner() const {
-    return isOwner();
-}
-
-bool vlECCalendarEvent::isValidHostAppointment() const {
-    return isOwner() && account();
-}
-
-bool vlECCalendarEvent::isSupportVela() const {
-    return isSupportedOwner() && !isOccurrence() && !isModifiedException();
-}
-
-QString vlECCalendarEvent::emailAddress() const {
-    return m_ecEmailAccount ? m_ecEmailAccount->emailAddress() : QString();
-}
-
-QString vlECCalendarEvent::curFromAddress() const {
-    return m_ecEmailAccount ? m_ecEmailAccount->curFromAddress() : QString();
-}
-
-QString vlECCalendarEvent::summary() const {
-    return rt::textValue(getOLItemID(olItem_summary));
-}
-
-QString vlECCalendarEvent::body() const {
-    return rt::textValue(getOLItemID(olItem_body));
-}
-
-QString vlECCalendarEvent::olmUCCapabilities() const {
-    return rt::textValue(getOLItemID(olItem_olmUCCapabilities));
-}
-
-rt::Object *vlECCalendarEvent::startTime() const {
-    return rt::objectValue(getOLItemID(olItem_startTime));
-}
-
-rt::Object *vlECCalendarEvent::endTime() const {
-    return rt::objectValue(getOLItemID(olItem_endTime));
-}
-
-rt::Value vlECCalendarEvent::recurrence() const {
-    return getOLItemID(olItem_recurrence);
-}
-
-QVariantList vlECCalendarEvent::attendeeList() const {
-    return rt::listValue(getOLItemID(olItem_attendeeList));
-}
-
-rt::Object *vlECCalendarEvent::account() const {
-    return rt::objectValue(getOLItemID(olItem_account));
-}
-
-bool vlECCalendarEvent::isOccurrence() const {
-    return rt::boolValue(getOLItemID(olItem_isOccurrence));
-}
-
-bool vlECCalendarEvent::isModifiedException() const {
-    return rt::boolValue(getOLItemID(olItem_isModifiedException));
-}
-
-bool vlECCalendarEvent::isOwner() const {
-    return rt::boolValue(getOLItemID(olItem_isOwner));
-}
-
-void vlECCalendarEvent::setSummary(const QString &summary) const {
-    getOLItemID(olItem_setSummary, summary);
-}
-
-void vlECCalendarEvent::setLocation(const QString &location) const {
-    getOLItemID(olItem_setLocation, location);
-}
-
-void vlECCalendarEvent::setOlmUCCapabilities(const QString &text) const {
-    getOLItemID(olItem_setOlmUCCapabilities, text);
-}
-
-rt::Value vlECCalendarEvent::UUID() const {
-    return getOLItemID(olItem_UUID);
-}
-
-rt::Value vlECCalendarEvent::isRecurring() const {
-    return getOLItemID(olItem_isRecurring);
-}
-
-rt::Value vlECCalendarEvent::duration() const {
-    return getOLItemID(olItem_duration);
-}
-
-rt::Value vlECCalendarEvent::recurrenceType() const {
-    return getOLItemID(olItem_recurrenceType);
-}
-
-rt::Value vlECCalendarEvent::timeZone() const {
-    return getOLItemID(olItem_timeZone);
-}
-
-rt::Value vlECCalendarEvent::isOrganizer() const {
-    return getOLItemID(olItem_isOrganizer);
-}
-
-rt::Value vlECCalendarEvent::isMeeting() const {
-    return getOLItemID(olItem_isMeeting);
-}
-
-rt::Value vlECCalendarEvent::organizer() const {
-    return getOLItemID(olItem_organizer);
-}
-
-rt::Value vlECCalendarEvent::seriesMasterRecord() const {
-    return getOLItemID(olItem_seriesMasterRecord);
-}
-
-rt::Value vlECCalendarEvent::exchangeID() const {
-    return getOLItemID(olItem_exchangeID);
-}
-
-rt::Value vlECCalendarEvent::exportAsICS() const {
-    return getOLItemID(olItem_exportAsICS);
-}
-
-rt::Value vlECCalendarEvent::displayReadyBody() const {
-    return getOLItemID(olItem_displayReadyBody);
-}
-
-rt::Value vlECCalendarEvent::olmOnlineMeetingInternalLink() const {
-    return getOLItemID(olItem_olmOnlineMeetingInternalLink);
+QVariantList vlECCalendarEvent::getVlAttendeesData() const {
+    QVariantList records;
+    vlECCalendarEventAttendee attendee(nullptr);
+    for (const rt::Value &element : rt::listValue(getOneMergedItem(olItem_attendeeList))) {
+        attendee.setDelegate(rt::objectValue(element));
+        records.append(attendee.getVlMeetingData());
+    }
+    return records;
 }

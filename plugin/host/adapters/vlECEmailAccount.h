@@ -8,19 +8,26 @@
 
 class vlECEmailAccount : public vlDelegateBase {
 public:
-    explicit vlECEmailAccount(rt::Object *account);
+    explicit vlECEmailAccount(rt::Object *account)
+        : vlDelegateBase(key_vlECEmailAccount, account) {
+        if (rt::Object *address = fromAddress())
+            m_fromAddress.emplace(address);
+    }
 
-    [[nodiscard]] QString emailAddress() const; // null when not known
+    // Null when not known.
+    [[nodiscard]] QString emailAddress() const { return text(olItem_emailAddress); }
     // The address that mail of this account comes from, as it was when the adapter was made; "" when the
     // account has none.
-    [[nodiscard]] QString curFromAddress() const;
-    [[nodiscard]] rt::Object *fromAddress() const;
-    [[nodiscard]] rt::Value connectionState() const;
-    [[nodiscard]] bool isAccountConnected() const;
-    [[nodiscard]] rt::Value accountType() const;
-    [[nodiscard]] bool isDefault() const;
-    [[nodiscard]] QString name() const;
-    [[nodiscard]] QString realName() const;
+    [[nodiscard]] QString curFromAddress() const {
+        return m_fromAddress ? m_fromAddress->emailAddress() : u""_s;
+    }
+    [[nodiscard]] rt::Object *fromAddress() const { return object(olItem_fromAddress); }
+    [[nodiscard]] rt::Value connectionState() const { return getOLItemID(olItem_connectionState); }
+    [[nodiscard]] bool isAccountConnected() const { return flag(olItem_isAccountConnected); }
+    [[nodiscard]] rt::Value accountType() const { return getOLItemID(olItem_accountType); }
+    [[nodiscard]] bool isDefault() const { return flag(olItem_isDefault); }
+    [[nodiscard]] QString name() const { return text(olItem_name); }
+    [[nodiscard]] QString realName() const { return text(olItem_realName); }
 
 private:
     std::optional<vlECEmailAddress> m_fromAddress;

@@ -1,13 +1,16 @@
 // One e-mail address of a host account.
 #pragma once
 
+#include "plugin/host/adapters/hostNames.h"
 #include "plugin/host/adapters/vlDelegateBase.h"
 
 class vlECEmailAddress : public vlDelegateBase {
 public:
-    explicit vlECEmailAddress(rt::Object *address);
+    explicit vlECEmailAddress(rt::Object *address)
+        : vlDelegateBase(key_vlECEmailAddress, address) {}
 
-    [[nodiscard]] QString emailAddress() const; // null when not known
-    [[nodiscard]] QString name() const;
-    [[nodiscard]] rt::Value type() const;
+    // Null when not known.
+    [[nodiscard]] QString emailAddress() const { return text(olItem_emailAddress); }
+    [[nodiscard]] QString name() const { return text(olItem_name); }
+    [[nodiscard]] rt::Value type() const { return getOLItemID(olItem_type); }
 };

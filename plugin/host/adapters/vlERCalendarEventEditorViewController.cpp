@@ -1,7 +1,6 @@
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 
 #include "platform/toolkit/Windows.h"
-#include "plugin/host/adapters/hostNames.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/util/vlPluginBuildMgr.h"
 
@@ -31,10 +30,6 @@ vlERCalendarEventEditorViewController::vlERCalendarEventEditorViewController(rt:
     resetECCalendarEventInstance();
 }
 
-rt::Object *vlERCalendarEventEditorViewController::content() const {
-    return rt::objectValue(getOLItemID(olItem_content));
-}
-
 void vlERCalendarEventEditorViewController::resetECCalendarEventInstance() const {
     rt::Object *event = content();
     m_pECCalendarEvent = rt::Weak<>(event);
@@ -59,18 +54,6 @@ QVariantMap vlERCalendarEventEditorViewController::getVlMeetingData() const {
     return snapshot;
 }
 
-bool vlERCalendarEventEditorViewController::isSupportedOwner() const {
-    return ecCalendarEvent()->isSupportedOwner();
-}
-
-bool vlERCalendarEventEditorViewController::needHideVlButton() const {
-    return isCancelMode() || isOccurrenceOrException() || !isSupportedOwner();
-}
-
-bool vlERCalendarEventEditorViewController::blockDeleteVelaMeeting() const {
-    return !isSupportedOwner() || isOccurrenceOrException();
-}
-
 bool vlERCalendarEventEditorViewController::isOnBehalf() const {
     return vlPluginBuildMgr::supportScheduleFor() && isDelegating();
 }
@@ -82,10 +65,6 @@ QString vlERCalendarEventEditorViewController::onbehalfEmailAddress() const {
 QString vlERCalendarEventEditorViewController::currentEmailAddress() const {
     rt::Object *account = currentEmailAccount();
     return account ? vlECEmailAccount(account).emailAddress() : u""_s;
-}
-
-QString vlERCalendarEventEditorViewController::curFromEmailAddress() const {
-    return ecCalendarEvent()->curFromAddress();
 }
 
 void vlERCalendarEventEditorViewController::setIsDirty(bool dirty) {
@@ -116,10 +95,6 @@ void vlERCalendarEventEditorViewController::setInitBodyContent(const QString &ht
         m_initBodyContent = html;
 }
 
-void vlERCalendarEventEditorViewController::saveVlDataToOLProperty(const QString &text) const {
-    getOLItemID(olItem_setOlmUCCapabilities, text);
-}
-
 void vlERCalendarEventEditorViewController::updateLocationFieldFromUI(const QString &text) const {
     if (QWidget *field = rt::widgetValue(getOLItemID(olItem_locationTextField)))
         platform::setTextFieldValue(field, text);
@@ -132,56 +107,4 @@ QString vlERCalendarEventEditorViewController::getLocationFromUI() const {
 
 QVariantMap vlERCalendarEventEditorViewController::uncommittedChanges() const {
     return pendingChangesOf(*this);
-}
-
-bool vlERCalendarEventEditorViewController::isDelegating() const {
-    return rt::boolValue(getOLItemID(olItem_isDelegating));
-}
-
-bool vlERCalendarEventEditorViewController::isCancelMode() const {
-    return rt::boolValue(getOLItemID(olItem_isCancelMode));
-}
-
-bool vlERCalendarEventEditorViewController::isOccurrenceOrException() const {
-    return rt::boolValue(getOLItemID(olItem_isOccurrenceOrException));
-}
-
-bool vlERCalendarEventEditorViewController::isDirty() const {
-    return rt::boolValue(getOLItemID(olItem_isDirty));
-}
-
-QString vlERCalendarEventEditorViewController::olmUCCapabilities() const {
-    return rt::textValue(getOLItemID(olItem_olmUCCapabilities));
-}
-
-rt::Object *vlERCalendarEventEditorViewController::currentEmailAccount() const {
-    return rt::objectValue(getOLItemID(olItem_currentEmailAccount));
-}
-
-QWidget *vlERCalendarEventEditorViewController::view() const {
-    return rt::widgetValue(getOLItemID(olItem_view));
-}
-
-rt::Value vlERCalendarEventEditorViewController::attendeeList() const {
-    return getOLItemID(olItem_attendeeList);
-}
-
-rt::Value vlERCalendarEventEditorViewController::meetingOrganizer() const {
-    return getOLItemID(olItem_meetingOrganizer);
-}
-
-rt::Value vlERCalendarEventEditorViewController::hasMultipleAccounts() const {
-    return getOLItemID(olItem_hasMultipleAccounts);
-}
-
-void vlERCalendarEventEditorViewController::reloadComposeView() const {
-    getOLItemID(olItem_reloadComposeView);
-}
-
-void vlERCalendarEventEditorViewController::contentDidChange() const {
-    getOLItemID(olItem_contentDidChange);
-}
-
-void vlERCalendarEventEditorViewController::focusOnBody() const {
-    getOLItemID(olItem_focusOnBody);
 }

@@ -23,13 +23,17 @@ public:
     // The snapshot of the appointment; with "onbehalfEmailAddress" when it is scheduled for someone else.
     [[nodiscard]] QVariantMap getVlMeetingData() const;
 
-    [[nodiscard]] bool isSupportedOwner() const;
-    [[nodiscard]] bool needHideVlButton() const;
-    [[nodiscard]] bool blockDeleteVelaMeeting() const;
+    [[nodiscard]] bool isSupportedOwner() const { return ecCalendarEvent()->isSupportedOwner(); }
+    [[nodiscard]] bool needHideVlButton() const {
+        return isCancelMode() || isOccurrenceOrException() || !isSupportedOwner();
+    }
+    [[nodiscard]] bool blockDeleteVelaMeeting() const {
+        return !isSupportedOwner() || isOccurrenceOrException();
+    }
     [[nodiscard]] bool isOnBehalf() const; // always false where the edition does not schedule for others
     [[nodiscard]] QString onbehalfEmailAddress() const; // null unless isOnBehalf()
     [[nodiscard]] QString currentEmailAddress() const;  // of the From field; "" without an account
-    [[nodiscard]] QString curFromEmailAddress() const;
+    [[nodiscard]] QString curFromEmailAddress() const { return ecCalendarEvent()->curFromAddress(); }
 
     // Tells the host that there is something to save, and remembers that the user was in the settings.
     void setIsDirty(bool dirty);
@@ -40,24 +44,25 @@ public:
     void setInitBodyContent();
     void setInitBodyContent(const QString &html);
 
-    void saveVlDataToOLProperty(const QString &text) const; // the stored plug-in data
+    // Stores the plug-in's data.
+    void saveVlDataToOLProperty(const QString &data) const { getOLItemID(olItem_setOlmUCCapabilities, data); }
     void updateLocationFieldFromUI(const QString &text) const;
     [[nodiscard]] QString getLocationFromUI() const; // null without a field, "" for an empty one
 
     [[nodiscard]] QVariantMap uncommittedChanges() const;
-    [[nodiscard]] bool isDelegating() const;
-    [[nodiscard]] bool isCancelMode() const;
-    [[nodiscard]] bool isOccurrenceOrException() const;
-    [[nodiscard]] bool isDirty() const;
-    [[nodiscard]] QString olmUCCapabilities() const;
-    [[nodiscard]] rt::Object *currentEmailAccount() const;
-    [[nodiscard]] QWidget *view() const;
-    [[nodiscard]] rt::Value attendeeList() const;
-    [[nodiscard]] rt::Value meetingOrganizer() const;
-    [[nodiscard]] rt::Value hasMultipleAccounts() const;
-    void reloadComposeView() const;
-    void contentDidChange() const;
-    void focusOnBody() const;
+    [[nodiscard]] bool isDelegating() const { return flag(olItem_isDelegating); }
+    [[nodiscard]] bool isCancelMode() const { return flag(olItem_isCancelMode); }
+    [[nodiscard]] bool isOccurrenceOrException() const { return flag(olItem_isOccurrenceOrException); }
+    [[nodiscard]] bool isDirty() const { return flag(olItem_isDirty); }
+    [[nodiscard]] QString olmUCCapabilities() const { return text(olItem_olmUCCapabilities); }
+    [[nodiscard]] rt::Object *currentEmailAccount() const { return object(olItem_currentEmailAccount); }
+    [[nodiscard]] QWidget *view() const { return rt::widgetValue(getOLItemID(olItem_view)); }
+    [[nodiscard]] rt::Value attendeeList() const { return getOLItemID(olItem_attendeeList); }
+    [[nodiscard]] rt::Value meetingOrganizer() const { return getOLItemID(olItem_meetingOrganizer); }
+    [[nodiscard]] rt::Value hasMultipleAccounts() const { return getOLItemID(olItem_hasMultipleAccounts); }
+    void reloadComposeView() const { getOLItemID(olItem_reloadComposeView); }
+    void contentDidChange() const { getOLItemID(olItem_contentDidChange); }
+    void focusOnBody() const { getOLItemID(olItem_focusOnBody); }
 
     // The body, in whichever of the two body editors this host has. Defined in body/editorBody.cpp.
     // Write the invitation into it, or take it out when the invitation is empty; nothing when there is
@@ -77,7 +82,7 @@ public:
 
 private:
     void writeNewBody(const QString &html) const;
-    [[nodiscard]] rt::Object *content() const;
+    [[nodiscard]] rt::Object *content() const { return object(olItem_content); }
     [[nodiscard]] rt::Object *webDocument() const;
 
     mutable rt::Weak<> m_pECCalendarEvent; // what the event adapter was made on

@@ -1,22 +1,6 @@
 #include "plugin/host/adapters/vlErageAppDelegate.h"
 
 #include "platform/services/Services.h"
-#include "plugin/host/adapters/hostNames.h"
-
-vlErageAppDelegate::vlErageAppDelegate(rt::Object *delegate)
-    : vlDelegateBase(key_vlErageAppDelegate, delegate) {}
-
-void vlErageAppDelegate::newCalendarMeeting(const rt::Value &sender) const {
-    getOLItemID(olItem_newCalendarMeeting, sender);
-}
-
-void vlErageAppDelegate::autoAddVelaToAppointment(const rt::Value &argument) const {
-    openNewMeeting(keyFlagAutoAddToVlMeeting, argument);
-}
-
-void vlErageAppDelegate::autoAddPACToAppointment(const rt::Value &argument) const {
-    openNewMeeting(keyFlagAutoAddToPACMeeting, argument);
-}
 
 void vlErageAppDelegate::openNewMeeting(const QString &flag, const rt::Value &argument) const {
     platform::Services &services = platform::services();

@@ -1,6 +1,7 @@
 // A date of the host: an instant with a time zone of its own.
 #pragma once
 
+#include "plugin/host/adapters/hostNames.h"
 #include "plugin/host/adapters/vlDelegateBase.h"
 
 #include <QDateTime>
@@ -8,7 +9,8 @@
 
 class vlOLCalendarDate : public vlDelegateBase {
 public:
-    explicit vlOLCalendarDate(rt::Object *date);
+    explicit vlOLCalendarDate(rt::Object *date)
+        : vlDelegateBase(key_vlOLCalendarDate, date) {}
 
     // The instant as "2026-11-24 07:00:00" in UTC and in the date's own zone; null for no valid date.
     [[nodiscard]] QString UTCTime() const;
@@ -20,20 +22,27 @@ public:
     [[nodiscard]] static QVariantMap GenerateVlCalendarDate(const QString &utcTime, const QString &localTime,
                                                             const rt::Value &timeZone);
 
-    [[nodiscard]] QDateTime dateUTC() const;  // invalid for no valid date
-    [[nodiscard]] rt::Value timeZone() const; // a QTimeZone
-    [[nodiscard]] int minuteOfHour() const;
-    [[nodiscard]] int hourOfDay() const;
-    [[nodiscard]] int weekday() const;
-    [[nodiscard]] int dayOfMonth() const;
-    [[nodiscard]] int monthOfYear() const;
-    [[nodiscard]] int yearOfCommonEra() const;
+    // Invalid for no valid date.
+    [[nodiscard]] QDateTime dateUTC() const { return getOLItemID(olItem_dateUTC).toDateTime(); }
+    [[nodiscard]] rt::Value timeZone() const { return getOLItemID(olItem_timeZone); } // a QTimeZone
+    [[nodiscard]] int minuteOfHour() const { return number(olItem_minuteOfHour); }
+    [[nodiscard]] int hourOfDay() const { return number(olItem_hourOfDay); }
+    [[nodiscard]] int weekday() const { return number(olItem_weekday); }
+    [[nodiscard]] int dayOfMonth() const { return number(olItem_dayOfMonth); }
+    [[nodiscard]] int monthOfYear() const { return number(olItem_monthOfYear); }
+    [[nodiscard]] int yearOfCommonEra() const { return number(olItem_yearOfCommonEra); }
 
     // New dates of the host, which owns them: use them within the call that made them. nullptr when there is
     // none.
-    [[nodiscard]] rt::Object *dateByAddingTimeInterval(double seconds) const;
-    [[nodiscard]] rt::Object *addTimeInterval(double seconds) const;
-    [[nodiscard]] rt::Object *dateInDifferentTimeZone(const rt::Value &timeZone) const;
+    [[nodiscard]] rt::Object *dateByAddingTimeInterval(double seconds) const {
+        return rt::objectValue(getOLItemID(olItem_dateByAddingTimeInterval, seconds));
+    }
+    [[nodiscard]] rt::Object *addTimeInterval(double seconds) const {
+        return rt::objectValue(getOLItemID(olItem_addTimeInterval, seconds));
+    }
+    [[nodiscard]] rt::Object *dateInDifferentTimeZone(const rt::Value &timeZone) const {
+        return rt::objectValue(getOLItemID(olItem_dateInDifferentTimeZone, timeZone));
+    }
     // Seconds from `date` (a host date) to this one, negative when it is later; 0 when either is missing.
     [[nodiscard]] double timeIntervalSinceDate(rt::Object *date) const;
 };

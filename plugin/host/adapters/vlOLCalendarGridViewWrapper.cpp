@@ -1,13 +1,9 @@
 #include "plugin/host/adapters/vlOLCalendarGridViewWrapper.h"
 
-#include "plugin/host/adapters/hostNames.h"
 #include "plugin/host/adapters/vlCCGridViewController.h"
 
-vlOLCalendarGridViewWrapper::vlOLCalendarGridViewWrapper(rt::Object *wrapper)
-    : vlDelegateBase(key_vlOLCalendarGridViewWrapper, wrapper) {}
-
 rt::Object *vlOLCalendarGridViewWrapper::gridViewController() const {
-    if (rt::Object *only = rt::objectValue(getOLItemID(olItem_gridViewController)))
+    if (rt::Object *only = object(olItem_gridViewController))
         return only;
     rt::Object *last = nullptr;
     for (const rt::Value &element : rt::listValue(getOLItemID(olItem_gridViewControllers))) {

@@ -1,10 +1,5 @@
 #include "plugin/host/adapters/vlOLWordMailEditor.h"
 
-#include "plugin/host/adapters/hostNames.h"
-
-vlOLWordMailEditor::vlOLWordMailEditor(rt::Object *editor)
-    : vlDelegateBase(key_vlOLWordMailEditor, editor) {}
-
 void vlOLWordMailEditor::displayHTMLContent(const QString &html, bool readOnly) const {
     constexpr bool signatureEditor = true;
     constexpr bool activateEditor = true;
@@ -15,16 +10,4 @@ void vlOLWordMailEditor::displayHTMLContent(const QString &html, bool readOnly) 
         callMember(olItem_displayHTMLContentSignature, rt::Args(arguments, 3));
     else
         getOLItemID(olItem_displayHTMLContent, html, readOnly);
-}
-
-rt::Object *vlOLWordMailEditor::editorContent() const {
-    return rt::objectValue(getOLItemID(olItem_editorContent));
-}
-
-rt::Value vlOLWordMailEditor::editor() const {
-    return getOLItemID(olItem_editor);
-}
-
-rt::Value vlOLWordMailEditor::editorHost() const {
-    return getOLItemID(olItem_editorHost);
 }

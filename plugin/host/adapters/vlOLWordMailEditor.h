@@ -1,15 +1,17 @@
 // The newer, Word-style body editor.
 #pragma once
 
+#include "plugin/host/adapters/hostNames.h"
 #include "plugin/host/adapters/vlDelegateBase.h"
 
 class vlOLWordMailEditor : public vlDelegateBase {
 public:
-    explicit vlOLWordMailEditor(rt::Object *editor);
+    explicit vlOLWordMailEditor(rt::Object *editor)
+        : vlDelegateBase(key_vlOLWordMailEditor, editor) {}
 
     // Shows the HTML in place of what is there, through the richest method that this host has.
     void displayHTMLContent(const QString &html, bool readOnly) const;
-    [[nodiscard]] rt::Object *editorContent() const;
-    [[nodiscard]] rt::Value editor() const;
-    [[nodiscard]] rt::Value editorHost() const;
+    [[nodiscard]] rt::Object *editorContent() const { return object(olItem_editorContent); }
+    [[nodiscard]] rt::Value editor() const { return getOLItemID(olItem_editor); }
+    [[nodiscard]] rt::Value editorHost() const { return getOLItemID(olItem_editorHost); }
 };

@@ -1,11 +1,13 @@
 // What is in the newer body editor.
 #pragma once
 
+#include "plugin/host/adapters/hostNames.h"
 #include "plugin/host/adapters/vlDelegateBase.h"
 
 class vlOLWordMailEditorContent : public vlDelegateBase {
 public:
-    explicit vlOLWordMailEditorContent(rt::Object *content);
+    explicit vlOLWordMailEditorContent(rt::Object *content)
+        : vlDelegateBase(key_vlOLWordMailEditorContent, content) {}
 
-    [[nodiscard]] QString bodyContent() const; // HTML; null when there is none
+    [[nodiscard]] QString bodyContent() const { return text(olItem_bodyContent); } // HTML; null: none
 };
