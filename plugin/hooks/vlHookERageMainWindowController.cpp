@@ -24,11 +24,6 @@ void offerAllItems() {
 
 } // namespace
 
-vlHookERageMainWindowController &vlHookERageMainWindowController::sharedInstance() {
-    static auto *hook = new vlHookERageMainWindowController;
-    return *hook;
-}
-
 void vlHookERageMainWindowController::addUIToMainWindow(const QString &identifier) {
     offerAllItems();
     const QList<QWidget *> windows = platform::orderedWindows();

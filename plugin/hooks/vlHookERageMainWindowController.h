@@ -2,15 +2,14 @@
 #pragma once
 
 #include "plugin/ui/toolbar/vlToolbarItemMgr.h"
+#include "plugin/util/sharedObject.h"
 
 #include <QString>
 
 class QWidget;
 
-class vlHookERageMainWindowController {
+class vlHookERageMainWindowController : public SharedObject<vlHookERageMainWindowController> {
 public:
-    static vlHookERageMainWindowController &sharedInstance();
-
     // Adds the item to every main window that is open, in the application's order of windows. From then on
     // all items of the plug-in can be chosen where a tool-bar is customized.
     void addUIToMainWindow(const QString &identifier);

@@ -2,16 +2,15 @@
 #pragma once
 
 #include "plugin/host/body/bodyMarkup.h"
+#include "plugin/util/sharedObject.h"
 
 #include <QString>
 
 // Keeps no state. Bodies and blocks are HTML. A null result: there is none, leave the body as it is.
 // Everything is linear in the length of its texts, but for the links of a plain invitation (linkMaker.h). A
 // body that is moved in is changed in place.
-class vlBodyHelper {
+class vlBodyHelper : public SharedObject<vlBodyHelper> {
 public:
-    static vlBodyHelper &sharedInstance();
-
     // The plain characters, without no-break space entities; null for a null or empty text.
     [[nodiscard]] QString convertHTMLToPlainText(const QString &html) const;
     [[nodiscard]] QString trimHTMLNBSPTags(const QString &text) const;
@@ -36,7 +35,4 @@ public:
     [[nodiscard]] QString removeVlBodyForDelete(QString body) const;
     // The body with the text of an audio conference before its last "</body>"; null when it has none.
     [[nodiscard]] QString updateBodyForPAC(QString body, const QString &text, bool isHTML) const;
-
-private:
-    vlBodyHelper() = default;
 };

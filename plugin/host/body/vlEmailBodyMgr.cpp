@@ -5,11 +5,6 @@
 #include "plugin/host/body/vlBodyHelper.h"
 #include "plugin/util/vlMd5Utils.h"
 
-vlEmailBodyMgr &vlEmailBodyMgr::sharedInstance() {
-    static auto *manager = new vlEmailBodyMgr;
-    return *manager;
-}
-
 void vlEmailBodyMgr::updateMailBody(rt::Object *editor, const QString &invitation, bool isDelete,
                                     bool isHTML) const {
     const vlERCalendarEventEditorViewController adapter(editor);

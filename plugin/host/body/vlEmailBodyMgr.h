@@ -2,16 +2,15 @@
 #pragma once
 
 #include "platform/runtime/Object.h"
+#include "plugin/util/sharedObject.h"
 
 #include <QString>
 
 class vlERCalendarEventEditorViewController;
 
 // Keeps no state. `editor` is the host's editor view controller; with nullptr nothing happens.
-class vlEmailBodyMgr {
+class vlEmailBodyMgr : public SharedObject<vlEmailBodyMgr> {
 public:
-    static vlEmailBodyMgr &sharedInstance();
-
     // Brings the invitation in the body up to date, or removes it when it is empty, if that is needed.
     void updateMailBody(rt::Object *editor, const QString &invitation, bool isDelete, bool isHTML) const;
     // Whether there is something to write or to delete, and the body is empty or holds another invitation.
@@ -24,7 +23,4 @@ public:
     // The body with the invitation, or without one when it is empty; null: leave it as it is.
     [[nodiscard]] QString getMailBodyContentWithVela(const QString &body, const QString &invitation,
                                                      bool isHTML) const;
-
-private:
-    vlEmailBodyMgr() = default;
 };

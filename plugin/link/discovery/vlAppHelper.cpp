@@ -2,7 +2,6 @@
 
 #include "platform/services/Services.h"
 #include "plugin/link/channel/vlIPCChannel.h"
-#include "plugin/util/sharedObject.h"
 #include "plugin/util/versionRule.h"
 
 #include <QStringList>
@@ -10,7 +9,7 @@
 namespace {
 
 const QString placeholder = u"%@"_s;
-const QString infoPlistOfBundle = u"%@/Contents/Info.plist"_s;
+const QString infoPlistOfBundle = u"/Contents/Info.plist"_s;
 const QString keyShortVersion = u"CFBundleShortVersionString"_s;
 const QString homePrefix = u"~/"_s;
 const QString keyInstallPath = u"installPath"_s;
@@ -19,24 +18,11 @@ constexpr int lastUnsupportedSystem = 0x1060; // 10.6.0
 constexpr DottedVersion oldestSupportedHost{14, 1, 4};
 constexpr DottedVersion firstHostAbove2016{15, 9, 0};
 
-QString formatted(const QString &format, const QString &text) {
-    QString result = format;
-    return result.replace(placeholder, text);
-}
-
-bool isAtLeast(const QString &version, const DottedVersion &reference) {
-    return !version.isEmpty() && parseDottedVersion(version) >= reference;
-}
-
 platform::Workspace &workspace() {
     return *platform::services().workspace;
 }
 
 } // namespace
-
-vlAppHelper &vlAppHelper::sharedInstance() {
-    return SharedObject<vlAppHelper>::get();
-}
 
 int vlAppHelper::macOSVersion() const {
     return workspace().systemVersion();
@@ -50,15 +36,15 @@ QString vlAppHelper::OutlookVersion() const {
     const QString path = workspace().pathForBundleIdentifier(keyOutlookIdentifier);
     if (path.isEmpty())
         return {};
-    return rt::textValue(objectForPropertyListKey(keyShortVersion, formatted(infoPlistOfBundle, path)));
+    return rt::textValue(objectForPropertyListKey(keyShortVersion, path + infoPlistOfBundle));
 }
 
 bool vlAppHelper::isSupportedOutlookVersion() const {
-    return isAtLeast(OutlookVersion(), oldestSupportedHost);
+    return isVersionAtLeast(OutlookVersion(), oldestSupportedHost);
 }
 
 bool vlAppHelper::isOutlookVersionLargeThan2016() const {
-    return isAtLeast(OutlookVersion(), firstHostAbove2016);
+    return isVersionAtLeast(OutlookVersion(), firstHostAbove2016);
 }
 
 rt::Value vlAppHelper::objectForPropertyListKey(const QString &key, const QString &filePath) const {
@@ -78,28 +64,13 @@ void vlAppHelper::launchApplicationWithBundleIdentifier(const QString &identifie
     workspace().launchApplication(identifier);
 }
 
-void vlAppHelper::launchOutlookApp() const {
-    launchApplicationWithBundleIdentifier(keyOutlookIdentifier);
-}
-
-bool vlAppHelper::isOutlookRunning() const {
-    return isAppRunningWithBundleIdentifier(keyOutlookIdentifier);
-}
-
-bool vlAppHelper::isOutlookInstalled() const {
-    return isAppInstalledWithBundleIdentifier(keyOutlookIdentifier);
-}
-
 bool vlAppHelper::IsAppExist(const QString &path) const {
     return !path.isEmpty() && workspace().isFilePackage(path);
 }
 
-QString vlAppHelper::getVelausIdentifier() const {
-    return kVelausIdentify;
-}
-
 QString vlAppHelper::getVelausAppPath() const {
-    return formatted(kVelausAppLaunchPath, kVelaClientAppName);
+    QString path = kVelausAppLaunchPath;
+    return path.replace(placeholder, kVelaClientAppName);
 }
 
 QString vlAppHelper::getVelaClientInstallPath() const {
@@ -128,10 +99,6 @@ bool vlAppHelper::isVelausInstalled() const {
     return exists;
 }
 
-bool vlAppHelper::isVelaRunning() const {
-    return isAppRunningWithBundleIdentifier(kVelausIdentify);
-}
-
 void vlAppHelper::walkWithAlreadyRunningVelaus(const QString &url) const {
     constexpr bool deliverImmediately = true;
     platform::services().distributedNotifications->post(kNoti_ActivateVelaApplicationExternally, QString(),
@@ -157,6 +124,5 @@ QString vlAppHelper::getOutlookSandboxContainerVelaPluginPath() const {
 }
 
 QString vlAppHelper::getVlPluginVersion() const {
-    return rt::textValue(
-        objectForPropertyListKey(keyShortVersion, formatted(infoPlistOfBundle, kPathVlPluginAgent)));
+    return rt::textValue(objectForPropertyListKey(keyShortVersion, kPathVlPluginAgent + infoPlistOfBundle));
 }

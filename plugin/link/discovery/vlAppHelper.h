@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/runtime/Value.h"
+#include "plugin/util/sharedObject.h"
 
 #include <QString>
 
@@ -19,10 +20,8 @@ inline const QString kPathVlPluginAgent =
 inline const QString kVelaClientStartUrl = u"velamtg://meetings.parlo.example/start"_s;
 
 // Keeps nothing: every call looks again. Bundle paths are the system's own absolute paths. Main thread only.
-class vlAppHelper {
+class vlAppHelper : public SharedObject<vlAppHelper> {
 public:
-    static vlAppHelper &sharedInstance();
-
     [[nodiscard]] int macOSVersion() const;               // packed decimal: 0x1068 is 10.6.8; 0 when unknown
     [[nodiscard]] bool isSupportedOSVersion() const;      // later than 10.6.0
     [[nodiscard]] QString OutlookVersion() const;         // null when the host's bundle cannot be read
@@ -34,16 +33,20 @@ public:
     [[nodiscard]] bool isAppInstalledWithBundleIdentifier(const QString &identifier) const;
     [[nodiscard]] bool isAppRunningWithBundleIdentifier(const QString &identifier) const;
     void launchApplicationWithBundleIdentifier(const QString &identifier) const; // asynchronous
-    void launchOutlookApp() const;
-    [[nodiscard]] bool isOutlookRunning() const;
-    [[nodiscard]] bool isOutlookInstalled() const;
+    void launchOutlookApp() const { launchApplicationWithBundleIdentifier(keyOutlookIdentifier); }
+    [[nodiscard]] bool isOutlookRunning() const {
+        return isAppRunningWithBundleIdentifier(keyOutlookIdentifier);
+    }
+    [[nodiscard]] bool isOutlookInstalled() const {
+        return isAppInstalledWithBundleIdentifier(keyOutlookIdentifier);
+    }
 
     // Whether the path is a folder that is an application bundle.
     [[nodiscard]] bool IsAppExist(const QString &path) const;
-    [[nodiscard]] QString getVelausIdentifier() const;
+    [[nodiscard]] QString getVelausIdentifier() const { return kVelausIdentify; }
     [[nodiscard]] QString getVelausAppPath() const;
     // The client's bundle: where its own defaults say it is, else the usual folder, else the per-user path as
-    // it is written (its "~" is not expanded, so nothing is ever found there).
+    // it is written, with its "~". Look-ups take getVelaClientBundlePath().
     [[nodiscard]] QString getVelaClientInstallPath() const;
     // The same where it lies: with the user's home folder in place of a leading "~", so that a client that
     // one user has installed for himself is found.
@@ -51,7 +54,7 @@ public:
     // The client's executable, null when it has none; tells whether its bundle exists.
     [[nodiscard]] QString getVelausLaunchPath(bool &exists) const;
     [[nodiscard]] bool isVelausInstalled() const;
-    [[nodiscard]] bool isVelaRunning() const;
+    [[nodiscard]] bool isVelaRunning() const { return isAppRunningWithBundleIdentifier(kVelausIdentify); }
     // Brings a running client to the front with the URL.
     void walkWithAlreadyRunningVelaus(const QString &url) const;
     // Starts the client, or brings the running one to the front. Whether a new process was started.

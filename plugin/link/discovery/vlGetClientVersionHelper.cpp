@@ -6,12 +6,7 @@
 #include "plugin/link/discovery/vlAppHelper.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/vlMeetingCommon.h"
-#include "plugin/util/sharedObject.h"
 #include "plugin/util/vlFileUtils.h"
-
-vlGetClientVersionHelper &vlGetClientVersionHelper::sharedInstance() {
-    return SharedObject<vlGetClientVersionHelper>::get();
-}
 
 vlGetClientVersionHelper::vlGetClientVersionHelper()
     : m_answers(std::make_unique<ChannelObserver>(

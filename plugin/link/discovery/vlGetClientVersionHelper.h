@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/services/bus/Notifications.h"
+#include "plugin/util/sharedObject.h"
 
 #include <QString>
 #include <memory>
@@ -9,9 +10,8 @@
 class ChannelObserver;
 
 // Listens for the agent's answers for as long as it lives. Main thread only.
-class vlGetClientVersionHelper {
+class vlGetClientVersionHelper : public SharedObject<vlGetClientVersionHelper> {
 public:
-    static vlGetClientVersionHelper &sharedInstance();
     vlGetClientVersionHelper();
     ~vlGetClientVersionHelper();
     vlGetClientVersionHelper(const vlGetClientVersionHelper &) = delete;

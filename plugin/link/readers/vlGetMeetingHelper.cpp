@@ -6,7 +6,6 @@
 #include "plugin/link/readers/CVlGetMeetingProtoParse.h"
 #include "plugin/link/readers/base64Reader.h"
 #include "plugin/util/TimeUtils.h"
-#include "plugin/util/sharedObject.h"
 
 #include <QTimeZone>
 
@@ -70,10 +69,6 @@ rt::Value keyOf(const QVariantMap &meeting) {
 }
 
 } // namespace
-
-vlGetMeetingHelper &vlGetMeetingHelper::sharedInstance() {
-    return SharedObject<vlGetMeetingHelper>::get();
-}
 
 void vlGetMeetingHelper::setMeetingData(const QVariantMap &data, bool forPMI) {
     QVariantMap &held = RequestOwner::atHand()->loadedMeeting.data;

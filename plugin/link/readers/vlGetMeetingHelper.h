@@ -2,15 +2,14 @@
 #pragma once
 
 #include "plugin/link/requests/RequestOwner.h"
+#include "plugin/util/sharedObject.h"
 
 #include <QString>
 #include <QVariantMap>
 
 // The meeting is kept with the request owner at hand, until the next one takes its place. Main thread only.
-class vlGetMeetingHelper {
+class vlGetMeetingHelper : public SharedObject<vlGetMeetingHelper> {
 public:
-    static vlGetMeetingHelper &sharedInstance();
-
     // Replaces the meeting dictionary. For the personal meeting a "usePMI" of 1 stays, whatever the new
     // dictionary says: the client does not report the personal meeting as one.
     void setMeetingData(const QVariantMap &data, bool forPMI);

@@ -1,7 +1,9 @@
 // The signed-in user, as the meeting client tells it.
 #pragma once
 
+#include "platform/Literals.h"
 #include "platform/runtime/Value.h"
+#include "plugin/util/sharedObject.h"
 
 #include <QString>
 #include <QVariantList>
@@ -9,36 +11,42 @@
 
 // Without a profile, or without the member asked for, every answer is null, empty, false or 0. Main thread
 // only.
-class vlUserProfileHelper {
+class vlUserProfileHelper : public SharedObject<vlUserProfileHelper> {
 public:
-    static vlUserProfileHelper &sharedInstance();
-
     // Replaces the profile with the dictionary; anything else is ignored. Another user id than the last one
-    // raises the account-changed flag, which stays until it is taken down.
+    // sets the account-changed flag, which stays set until it is cleared.
     void setUserProfile(const rt::Value &profile);
     // The last user id outlives it: another user's next profile still counts as a change of account.
-    void clearUserProfile();
+    void clearUserProfile() { m_dataUserProfile.clear(); }
     [[nodiscard]] bool hasUserProfile() const { return !m_dataUserProfile.isEmpty(); }
     [[nodiscard]] const QVariantMap &userProfile() const { return m_dataUserProfile; }
 
-    [[nodiscard]] QString getEmail() const;
-    [[nodiscard]] QString getAccountName() const;
-    [[nodiscard]] QString getUID() const;
-    [[nodiscard]] QString getSnsId() const;
-    [[nodiscard]] rt::Value getSnsType() const;
-    [[nodiscard]] rt::Value myTelephonyInfo() const;
-    [[nodiscard]] QString roomMeetingID() const; // the personal meeting number
-    [[nodiscard]] QString thirdPartyAudioInfo() const;
-    [[nodiscard]] rt::Value bossesInfo() const; // a list of the people for whom the user may schedule
+    [[nodiscard]] QString getEmail() const { return rt::textValue(member(keyEmail)); }
+    [[nodiscard]] QString getAccountName() const { return rt::textValue(member(keyAccountName)); }
+    [[nodiscard]] QString getUID() const { return rt::textValue(member(keyUserId)); }
+    [[nodiscard]] QString getSnsId() const { return rt::textValue(member(keySnsId)); }
+    [[nodiscard]] rt::Value getSnsType() const { return member(keySnsType); }
+    [[nodiscard]] rt::Value myTelephonyInfo() const { return member(keyMyTelephonyInfo); }
+    // The personal meeting number.
+    [[nodiscard]] QString roomMeetingID() const { return rt::textValue(member(keyRoomMeetingId)); }
+    [[nodiscard]] QString thirdPartyAudioInfo() const { return rt::textValue(member(keyThirdPartyAudio)); }
+    // A list of the people for whom the user may schedule.
+    [[nodiscard]] rt::Value bossesInfo() const { return member(keyBosses); }
 
-    [[nodiscard]] bool hasSelfTelephony() const;
-    [[nodiscard]] bool enableThirdPartyAudio() const;
-    [[nodiscard]] bool enablePSTN() const;
-    [[nodiscard]] bool use3rdPartyAsDefaultAudio() const;
-    [[nodiscard]] bool useRandomPasswordByDefault() const;
+    [[nodiscard]] bool hasSelfTelephony() const { return rt::boolValue(member(keyHasSelfTelephony)); }
+    [[nodiscard]] bool enableThirdPartyAudio() const {
+        return rt::boolValue(member(keyEnableThirdPartyAudio));
+    }
+    [[nodiscard]] bool enablePSTN() const { return rt::boolValue(member(keyEnablePSTN)); }
+    [[nodiscard]] bool use3rdPartyAsDefaultAudio() const {
+        return rt::boolValue(member(keyUse3rdPartyAsDefaultAudio));
+    }
+    [[nodiscard]] bool useRandomPasswordByDefault() const {
+        return rt::boolValue(member(keyUseRandomPasswordByDefault));
+    }
 
-    [[nodiscard]] qint64 userOption() const;
-    // No site option changes these defaults in this edition.
+    [[nodiscard]] qint64 userOption() const { return rt::integerValue(member(keyUserOption)); }
+    // No site option changes these defaults.
     [[nodiscard]] bool alwaysUseBothAsDefaultAudio() const { return false; }
     [[nodiscard]] bool alwaysTurnOnHostVideoByDefault() const { return false; }
     [[nodiscard]] bool alwaysTurnOnAttendeeVideoByDefault() const { return false; }
@@ -48,6 +56,23 @@ public:
     void setAccountChangedFlag(bool changed) { m_isAccountChanged = changed; }
 
 private:
+    // Members of the client's profile answer.
+    static inline const QString keyEmail = u"email"_s;
+    static inline const QString keyAccountName = u"accountName"_s;
+    static inline const QString keyUserId = u"userId"_s;
+    static inline const QString keySnsId = u"snsId"_s;
+    static inline const QString keySnsType = u"snsType"_s;
+    static inline const QString keyHasSelfTelephony = u"hasSelfTelephony"_s;
+    static inline const QString keyEnableThirdPartyAudio = u"enableThirdPartyAudio"_s;
+    static inline const QString keyEnablePSTN = u"enablePSTN"_s;
+    static inline const QString keyMyTelephonyInfo = u"myTelephonInfo"_s; // as the client spells it
+    static inline const QString keyRoomMeetingId = u"roomMeetingId"_s;
+    static inline const QString keyThirdPartyAudio = u"thirdPartyAudio"_s;
+    static inline const QString keyBosses = u"bosses"_s;
+    static inline const QString keyUse3rdPartyAsDefaultAudio = u"use3rdPartyAsDefaultAudio"_s;
+    static inline const QString keyUseRandomPasswordByDefault = u"useRandomPasswordByDefault"_s;
+    static inline const QString keyUserOption = u"userOption"_s;
+
     [[nodiscard]] rt::Value member(const QString &key) const { return m_dataUserProfile.value(key); }
 
     QVariantMap m_dataUserProfile;

@@ -1,13 +1,14 @@
 // A warning with one button.
 #pragma once
 
+#include "plugin/util/sharedObject.h"
+
 #include <QString>
 
 class QWidget;
 
-class vlAlertHelper {
+class vlAlertHelper : public SharedObject<vlAlertHelper> {
 public:
-    static vlAlertHelper &sharedInstance();
     // On its own when there is no window. Does not wait.
     void showAlertMessage(QWidget *window, const QString &message);
 };

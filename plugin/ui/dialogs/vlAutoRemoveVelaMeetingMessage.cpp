@@ -3,11 +3,6 @@
 #include "plugin/ui/localizationKeys.h"
 #include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
 #include "plugin/util/localizedString.h"
-#include "plugin/util/sharedObject.h"
-
-vlAutoRemoveVelaMeetingMessage &vlAutoRemoveVelaMeetingMessage::sharedInstance() {
-    return SharedObject<vlAutoRemoveVelaMeetingMessage>::get();
-}
 
 // Each message keeps its own editor: a second editor may ask while the first one's message is still up.
 void vlAutoRemoveVelaMeetingMessage::showMessage(QWidget *window) {

@@ -3,10 +3,10 @@
 
 #include "platform/runtime/Object.h"
 #include "plugin/ui/dialogs/alertSheet.h"
+#include "plugin/util/sharedObject.h"
 
-class vlAutoRemoveVelaMeetingMessage {
+class vlAutoRemoveVelaMeetingMessage : public SharedObject<vlAutoRemoveVelaMeetingMessage> {
 public:
-    static vlAutoRemoveVelaMeetingMessage &sharedInstance();
     // The editor that the next message is about; held weakly.
     void setEditorViewCtrl(rt::Object *editor) { m_olEditorViewCtrl = rt::Weak<>(editor); }
     void showMessage(QWidget *window);

@@ -5,11 +5,6 @@
 #include "plugin/link/discovery/vlAppHelper.h"
 #include "plugin/ui/localizationKeys.h"
 #include "plugin/util/localizedString.h"
-#include "plugin/util/sharedObject.h"
-
-vlClientNotRunningError &vlClientNotRunningError::sharedInstance() {
-    return SharedObject<vlClientNotRunningError>::get();
-}
 
 void vlClientNotRunningError::showClientError(QWidget *window, const QString &message) {
     showAlertSheet(window, message,

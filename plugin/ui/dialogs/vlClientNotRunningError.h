@@ -2,10 +2,10 @@
 #pragma once
 
 #include "plugin/ui/dialogs/alertSheet.h"
+#include "plugin/util/sharedObject.h"
 
-class vlClientNotRunningError {
+class vlClientNotRunningError : public SharedObject<vlClientNotRunningError> {
 public:
-    static vlClientNotRunningError &sharedInstance();
     void showClientError(QWidget *window, const QString &message);
     // Newer hosts may not start programs themselves: there the agent is asked to.
     void alertDidEnd(AlertReturn result);

@@ -1,11 +1,5 @@
 #include "plugin/ui/dialogs/vlProgressUIMgr.h"
 
-#include "plugin/util/sharedObject.h"
-
-vlProgressUIMgr &vlProgressUIMgr::sharedInstance() {
-    return SharedObject<vlProgressUIMgr>::get();
-}
-
 void vlProgressUIMgr::showCommunication(QWidget *window) {
     if (m_showProgressWindow)
         return;

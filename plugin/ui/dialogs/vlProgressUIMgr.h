@@ -3,13 +3,12 @@
 
 #include "plugin/link/linkPorts.h"
 #include "plugin/ui/dialogs/vlProgressWindowController.h"
+#include "plugin/util/sharedObject.h"
 
 // Each request object has one of its own. The window comes a moment later; showProgressWindow() is true at
 // once.
-class vlProgressUIMgr : public RequestProgress {
+class vlProgressUIMgr : public RequestProgress, public SharedObject<vlProgressUIMgr> {
 public:
-    static vlProgressUIMgr &sharedInstance();
-
     void showCommunication(QWidget *window) override;
     void closeCommunication() override;
     [[nodiscard]] bool showProgressWindow() const { return m_showProgressWindow; }

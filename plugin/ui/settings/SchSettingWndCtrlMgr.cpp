@@ -2,14 +2,9 @@
 
 #include "platform/toolkit/Windows.h"
 #include "plugin/ui/settings/VlSettingViewController.h"
-#include "plugin/util/sharedObject.h"
 
 #include <QDialog>
 #include <algorithm>
-
-SchSettingWndCtrlMgr &SchSettingWndCtrlMgr::sharedInstance() {
-    return SharedObject<SchSettingWndCtrlMgr>::get();
-}
 
 SchSettingWndCtrlMgr::SchSettingWndCtrlMgr() {
     platform::observeWindowWillClose(this, [this](QWidget *window) { dropSheetsOf(window); });

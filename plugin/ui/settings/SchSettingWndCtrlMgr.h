@@ -2,6 +2,7 @@
 #pragma once
 
 #include "plugin/ui/settings/VlSettingWindowController.h"
+#include "plugin/util/sharedObject.h"
 #include "plugin/workflow/workflowPorts.h"
 
 #include <QObject>
@@ -9,10 +10,11 @@
 
 // One controller for each appointment window identifier, owned here. It is dropped when its parent window
 // closes or dies: the identifier may then come again for another window.
-class SchSettingWndCtrlMgr : public QObject, public SettingsSheets {
+class SchSettingWndCtrlMgr : public QObject,
+                             public SettingsSheets,
+                             public SharedObject<SchSettingWndCtrlMgr> {
     Q_OBJECT
 public:
-    static SchSettingWndCtrlMgr &sharedInstance();
     SchSettingWndCtrlMgr();
     ~SchSettingWndCtrlMgr() override;
 

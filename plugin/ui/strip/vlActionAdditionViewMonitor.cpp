@@ -2,7 +2,6 @@
 
 #include "platform/runtime/Runtime.h"
 #include "plugin/host/adapters/hostNames.h"
-#include "plugin/util/sharedObject.h"
 
 namespace {
 
@@ -24,10 +23,6 @@ EditorStrip *asStrip(QWidget *widget) {
 }
 
 } // namespace
-
-vlActionAdditionViewMonitor &vlActionAdditionViewMonitor::sharedInstance() {
-    return SharedObject<vlActionAdditionViewMonitor>::get();
-}
 
 void vlActionAdditionViewMonitor::addVlActionAdditionViewInstance(QWidget *strip) {
     if (asStrip(strip) && !m_strips.contains(strip))

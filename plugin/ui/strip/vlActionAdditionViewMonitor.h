@@ -1,6 +1,7 @@
 // The live strips of all open appointment editors.
 #pragma once
 
+#include "plugin/util/sharedObject.h"
 #include "plugin/workflow/workflowPorts.h"
 
 #include <QList>
@@ -9,10 +10,8 @@
 
 // Objects and windows are matched by their identifiers. Strips are held weakly: one that dies is no longer
 // found. Lookups go in order of registration and answer nullptr when there is no match. Main thread only.
-class vlActionAdditionViewMonitor : public EditorStrips {
+class vlActionAdditionViewMonitor : public EditorStrips, public SharedObject<vlActionAdditionViewMonitor> {
 public:
-    static vlActionAdditionViewMonitor &sharedInstance();
-
     // A widget that is no strip is ignored; a strip that is there already stays once.
     void addVlActionAdditionViewInstance(QWidget *strip);
     void removeVlActionAdditionViewInstance(QWidget *strip);

@@ -5,11 +5,6 @@
 #include "plugin/link/vlCommon.h"
 #include "plugin/workflow/vlMeetingMgr.h"
 
-vlCommandItemMgr &vlCommandItemMgr::sharedInstance() {
-    static auto *manager = new vlCommandItemMgr;
-    return *manager;
-}
-
 void vlCommandItemMgr::initPluginInstance() {
     m_appDelegate = std::make_unique<vlErageAppDelegate>(platform::applicationDelegate());
 }

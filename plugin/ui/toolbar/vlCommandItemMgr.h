@@ -2,6 +2,7 @@
 #pragma once
 
 #include "plugin/host/adapters/vlErageAppDelegate.h"
+#include "plugin/util/sharedObject.h"
 
 #include <QString>
 #include <QVariantMap>
@@ -17,10 +18,8 @@ enum class ToolbarCommand : qint32 {
 inline const QString keyStartWithVideo = u"startWithVideo"_s;
 inline const QString keyPACAccountNo = u"pacAccountNo"_s;
 
-class vlCommandItemMgr {
+class vlCommandItemMgr : public SharedObject<vlCommandItemMgr> {
 public:
-    static vlCommandItemMgr &sharedInstance();
-
     // Takes the host application's delegate. Without it the commands that open an editor do nothing.
     void initPluginInstance();
     // Any other number does nothing. Always 0.

@@ -41,11 +41,6 @@ void later(std::function<void()> work) {
 
 } // namespace
 
-vlToolbarItemMgr &vlToolbarItemMgr::sharedInstance() {
-    static auto *manager = new vlToolbarItemMgr;
-    return *manager;
-}
-
 vlToolbarItemMgr::vlToolbarItemMgr() = default;
 vlToolbarItemMgr::~vlToolbarItemMgr() = default;
 

@@ -3,6 +3,7 @@
 
 #include "plugin/ui/toolbar/VlToolbarItem.h"
 #include "plugin/ui/toolbar/vlCommandItemMgr.h"
+#include "plugin/util/sharedObject.h"
 
 #include <QMenu>
 #include <memory>
@@ -14,9 +15,8 @@ inline const QString vlOpenLogFolderIdentifier = u"VLOpenLogFolder"_s;
 
 class QAction;
 
-class vlToolbarItemMgr {
+class vlToolbarItemMgr : public SharedObject<vlToolbarItemMgr> {
 public:
-    static vlToolbarItemMgr &sharedInstance();
     // The singleton is for a process; a test makes managers of its own.
     vlToolbarItemMgr();
     ~vlToolbarItemMgr();
