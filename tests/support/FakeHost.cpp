@@ -1,8 +1,8 @@
 #include "tests/support/FakeHost.h"
 
-#include "platform/runtime/Runtime.h"
 #include "platform/toolkit/Windows.h"
 
+#include <QCoreApplication>
 #include <QLineEdit>
 
 namespace {
@@ -12,8 +12,15 @@ QString memberOfSetter(const QString &setter) {
     return setter.at(3).toLower() + setter.mid(4).chopped(1);
 }
 
+void runDuring() {
+    if (const auto work = fakehost::during())
+        work();
+}
+
 rt::Value answer(rt::Object *self, rt::Selector command, rt::Args) {
-    return static_cast<FakeObject *>(self)->values.value(command.name());
+    const rt::Value value = static_cast<FakeObject *>(self)->values.value(command.name());
+    runDuring(); // the object may be gone afterwards
+    return value;
 }
 
 rt::Value set(rt::Object *self, rt::Selector command, rt::Args arguments) {
@@ -27,13 +34,19 @@ rt::Value note(rt::Object *self, rt::Selector command, rt::Args arguments) {
     object->arguments.clear();
     for (int i = 0; i < arguments.count(); ++i)
         object->arguments.append(arguments[i]);
+    return answer(self, command, arguments);
+}
+
+rt::Value showBody(rt::Object *self, rt::Selector command, rt::Args arguments) {
+    note(self, command, arguments);
+    rt::Object *content = rt::objectValue(static_cast<FakeObject *>(self)->values.value("editorContent"));
+    if (content)
+        static_cast<FakeObject *>(content)->values.insert("bodyContent", arguments[0]);
     return {};
 }
 
-rt::Value showBody(rt::Object *self, rt::Selector, rt::Args arguments) {
-    rt::Object *content = rt::objectValue(static_cast<FakeObject *>(self)->values.value("editorContent"));
-    static_cast<FakeObject *>(content)->values.insert("bodyContent", arguments[0]);
-    return {};
+rt::Value composeViewMainFrame(rt::Object *self, rt::Selector, rt::Args) {
+    return rt::fromObject(dynamic_cast<FakeComposeView *>(self)->frame());
 }
 
 rt::Value dateUTC(rt::Object *self, rt::Selector, rt::Args) {
@@ -41,9 +54,10 @@ rt::Value dateUTC(rt::Object *self, rt::Selector, rt::Args) {
 }
 
 rt::Value describe(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return static_cast<FakeDate *>(self)
-        ->instant.toTimeZone(arguments[1].value<QTimeZone>())
-        .toString(u"yyyy-MM-dd HH:mm:ss"_s);
+    const QTimeZone zone = arguments[1].value<QTimeZone>();
+    if (arguments[0].toString() != u"%Y-%m-%d %H:%M:%S" || arguments[2].isValid() || !zone.isValid())
+        return {};
+    return static_cast<FakeDate *>(self)->instant.toTimeZone(zone).toString(u"yyyy-MM-dd HH:mm:ss"_s);
 }
 
 rt::Value secondsSince(rt::Object *self, rt::Selector, rt::Args arguments) {
@@ -59,8 +73,8 @@ rt::Value later(rt::Object *self, rt::Selector, rt::Args arguments) {
 }
 
 rt::Class *define(const char *name, std::initializer_list<const char *> members,
-                  std::initializer_list<const char *> operations = {}) {
-    rt::Class *cls = rt::defineClass(QString::fromLatin1(name));
+                  std::initializer_list<const char *> operations = {}, rt::Class *superclass = nullptr) {
+    rt::Class *cls = rt::defineClass(QString::fromLatin1(name), superclass);
     for (const char *member : members)
         rt::addMethod(cls, member, QByteArrayView(member).startsWith("set") ? &set : &answer, "");
     for (const char *operation : operations)
@@ -76,48 +90,91 @@ void defineDates() {
     rt::addMethod(cls, "dateByAddingTimeInterval:", &later, "");
 }
 
-void defineEditor() {
-    define("ERCalendarEventEditorViewController",
-           {"content", "uncommittedChanges", "isDelegating", "isCancelMode", "isOccurrenceOrException",
-            "isDirty", "setIsDirty:", "olmUCCapabilities", "setOlmUCCapabilities:", "locationTextField",
-            "view", "attendeeList", "currentEmailAccount"},
-           {"vl_ERCalendarEventEditorViewController_saveArg:",
-            "vl_ERCalendarEventEditorViewController_saveAndCloseWindow:",
-            "vl_ERCalendarEventEditorViewController_saveAndCloseWindowAndReturnError:andReturnError:",
-            "vl_ERCalendarEventEditorViewController_sendMeetingPostValidate"});
-    define("ERCalendarEventEditorWindowController", {"editorViewController"}, {"close"});
-    define("OLWordMailEditorContent", {"bodyContent"});
-    rt::addMethod(define("OLWordMailEditor", {"editorContent"}), "displayHTMLContent:readOnly:", &showBody,
-                  "");
+void defineEditor(bool withReplacedMethods) {
+    rt::Class *editor =
+        define("ERCalendarEventEditorViewController",
+               {"content", "uncommittedChanges", "isDelegating", "isCancelMode", "isOccurrenceOrException",
+                "isDirty", "setIsDirty:", "olmUCCapabilities", "setOlmUCCapabilities:", "locationTextField",
+                "view", "attendeeList", "currentEmailAccount"});
+    if (withReplacedMethods)
+        for (const char *operation :
+             {"save", "saveArg:", "saveAndCloseWindow:", "saveAndCloseWindowAndReturnError:andReturnError:",
+              "sendMeetingPostValidate"})
+            rt::addMethod(editor, rt::Selector(u"vl_ERCalendarEventEditorViewController_"_s + operation),
+                          &note, "");
+    define("ERCalendarEventEditorWindowController", {"editorViewController", "window"}, {"close"});
 }
 
-void defineHost() {
-    static bool defined = false;
-    if (std::exchange(defined, true))
-        return;
-    define("ECCalendarEvent", {"summary", "setSummary:", "location", "setLocation:", "startTime", "endTime",
-                               "recurrence", "body", "attendeeList", "isOccurrence", "isModifiedException",
-                               "isOwner", "account", "olmUCCapabilities", "setOlmUCCapabilities:"});
-    define("ECMutableCalendarEvent", {"summary", "setSummary:", "location", "setLocation:", "body",
-                                      "setBody:", "olmUCCapabilities", "setOlmUCCapabilities:"});
-    define("ECCalendarEventAttendee", {"name", "emailAddress", "attendeeType"});
-    define("ECEmailAccount", {"emailAddress"});
-    define("CCGridViewController", {"view", "selectedEvent"});
-    define("OLCalendarGridViewWrapper", {"gridViewController", "gridViewControllers"});
-    define("ERageMainWindowController", {});
-    defineDates();
-    defineEditor();
+// Each generation of the host shows a body through a method with one argument more.
+void defineBodyEditors() {
+    define("OLWordMailEditorContent", {"bodyContent"});
+    rt::Class *cls = nullptr;
+    for (const auto &[name, method] :
+         {std::pair{"OLWordMailEditor", "displayHTMLContent:readOnly:"},
+          {"SigningWordEditor", "displayHTMLContent:readOnly:signatureEditor:"},
+          {"ActivatingWordEditor", "displayHTMLContent:readOnly:signatureEditor:activateEditor:"}}) {
+        cls = define(name, {"editorContent"}, {}, cls);
+        rt::addMethod(cls, method, &showBody, "");
+    }
+    define("WebFrame", {"DOMDocument"});
+    define("DOMDocument", {"documentElement", "getElementsByTagName:"});
+    define("DOMElement", {"outerHTML", "innerHTML", "setInnerHTML:"});
+    rt::addMethod(define("ComposeView", {}), "mainFrame", &composeViewMainFrame, "");
 }
 
 } // namespace
 
+void fakehost::define(bool withReplacedMethods) {
+    static bool defined = false;
+    if (std::exchange(defined, true))
+        return;
+    ::define("ECCalendarEvent", {"summary", "setSummary:", "location", "setLocation:", "startTime", "endTime",
+                                 "recurrence", "body", "attendeeList", "isOccurrence", "isModifiedException",
+                                 "isOwner", "account", "olmUCCapabilities", "setOlmUCCapabilities:"});
+    rt::Class *record =
+        ::define("ECMutableCalendarEvent", {"summary", "setSummary:", "location", "setLocation:", "body",
+                                            "setBody:", "olmUCCapabilities"});
+    if (withReplacedMethods)
+        rt::addMethod(record, "setOlmUCCapabilities:", &set, "");
+    ::define("ECCalendarEventAttendee", {"name", "emailAddress", "attendeeType"});
+    ::define("ECEmailAccount", {"emailAddress", "fromAddress"});
+    ::define("ECEmailAddress", {"emailAddress"});
+    ::define("CCGridViewController", {"view", "selectedEvent"});
+    ::define("OLCalendarGridViewWrapper", {"gridViewController", "gridViewControllers"});
+    ::define("ERageMainWindowController", {});
+    ::define("ErageAppDelegate", {}, {"newCalendarMeeting:"});
+    defineDates();
+    defineEditor(withReplacedMethods);
+    defineBodyEditors();
+}
+
+std::function<void()> &fakehost::during() {
+    static std::function<void()> work;
+    return work;
+}
+
 FakeObject::FakeObject(const QString &className, const QVariantMap &values)
-    : rt::Object((defineHost(), rt::classNamed(className)))
+    : rt::Object((fakehost::define(), rt::classNamed(className)))
     , values(values) {}
 
 FakeDate::FakeDate(const QDateTime &instant, const QTimeZone &zone)
     : FakeObject("OLCalendarDate", {{"timeZone", QVariant::fromValue(zone)}})
     , instant(instant) {}
+
+FakeDate::FakeDate(const QString &utc, const QTimeZone &zone)
+    : FakeDate(QDateTime::fromString(utc + u'Z', Qt::ISODate), zone) {}
+
+FakeComposeView::FakeComposeView(QWidget *parent, const QString &html)
+    : FakeView(u"ComposeView"_s, parent)
+    , m_root("DOMElement", {{"outerHTML", html}})
+    , m_body("DOMElement")
+    , m_document("DOMDocument", {{"documentElement", rt::fromObject(&m_root)},
+                                 {"getElementsByTagName:", QVariantList{rt::fromObject(&m_body)}}})
+    , m_frame("WebFrame", {{"DOMDocument", rt::fromObject(&m_document)}}) {}
+
+QString FakeComposeView::writtenBody() const {
+    return m_body.values.value("innerHTML").toString();
+}
 
 QDateTime FakeAppointment::usualStart() {
     return QDateTime(QDate(2026, 11, 24), QTime(9, 0), Qt::UTC);
@@ -146,7 +203,7 @@ void FakeAppointment::carriesTheMeeting(const QString &key, const QString &joinU
 
 FakeEditor::FakeEditor(FakeAppointment &appointment)
     : FakeObject("ERCalendarEventEditorViewController")
-    , m_view(new QWidget(&m_window))
+    , m_view(new QWidget(m_window))
     , m_locationField(new QLineEdit(m_view))
     , m_windowController("ERCalendarEventEditorWindowController")
     , m_bodyContent("OLWordMailEditorContent", {{"bodyContent", "<html><body>Agenda</body></html>"}})
@@ -156,12 +213,21 @@ FakeEditor::FakeEditor(FakeAppointment &appointment)
               {"attendeeList", appointment.values.value("attendeeList")},
               {"locationTextField", rt::fromWidget(m_locationField)},
               {"view", rt::fromWidget(m_view)}};
-    m_windowController.values.insert("editorViewController", rt::fromObject(this));
-    platform::registerWindow(&m_window, &m_windowController);
+    m_windowController.values = {{"editorViewController", rt::fromObject(this)},
+                                 {"window", rt::fromWidget(m_window)}};
+    platform::registerWindow(m_window, &m_windowController);
 }
 
 FakeEditor::~FakeEditor() {
-    platform::unregisterWindow(&m_window);
+    if (m_window)
+        platform::unregisterWindow(m_window);
+    delete m_window;
+}
+
+void FakeEditor::close() {
+    platform::windowWillClose(m_window);
+    delete m_window;
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 QString FakeEditor::body() const {

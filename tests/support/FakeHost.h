@@ -1,21 +1,32 @@
-// A small host: its classes known by name, its objects answering what a test puts into them.
+// The double of the host: its classes known by name, its objects answering what a test puts into them.
 #pragma once
 
-#include "platform/runtime/Object.h"
-#include "platform/runtime/Value.h"
+#include "platform/runtime/Runtime.h"
 
 #include <QDateTime>
+#include <QPointer>
 #include <QStringList>
 #include <QTimeZone>
 #include <QVariantMap>
 #include <QWidget>
+#include <functional>
 #include <memory>
 #include <vector>
 
 class QLineEdit;
 
+namespace fakehost {
+
+// Defines the classes; once for the process. Without them, a test that hooks the host adds the methods that
+// the hooks replace.
+void define(bool withReplacedMethods = true);
+// Runs inside every method of an object, after it was recorded. Empty by default.
+std::function<void()> &during();
+
+} // namespace fakehost
+
 // Answers its members from `values`, which its setters change. Whatever else is called on it is kept, in
-// order.
+// order, and answers from `values` too.
 class FakeObject : public rt::Object {
 public:
     explicit FakeObject(const QString &className, const QVariantMap &values = {});
@@ -27,7 +38,27 @@ public:
 class FakeDate : public FakeObject {
 public:
     explicit FakeDate(const QDateTime &instant, const QTimeZone &zone = QTimeZone::utc());
+    explicit FakeDate(const QString &utc, const QTimeZone &zone = QTimeZone::utc()); // "2026-11-24 09:00:00"
     QDateTime instant;
+};
+
+// A view of one of the host's classes.
+class FakeView : public QWidget, public rt::Object {
+public:
+    explicit FakeView(const QString &className, QWidget *parent = nullptr)
+        : QWidget(parent)
+        , rt::Object((fakehost::define(), rt::classNamed(className))) {}
+};
+
+// The body editor of older hosts: a view with a web frame, a document, its element and its body.
+class FakeComposeView : public FakeView {
+public:
+    FakeComposeView(QWidget *parent, const QString &html);
+    [[nodiscard]] QString writtenBody() const; // null when nothing was written
+    [[nodiscard]] rt::Object *frame() { return &m_frame; }
+
+private:
+    FakeObject m_root, m_body, m_document, m_frame;
 };
 
 // An appointment of the user's: "Review" for one hour, without attendees, place and meeting.
@@ -46,23 +77,25 @@ private:
     std::vector<std::unique_ptr<FakeObject>> m_attendees;
 };
 
-// An editor with its window, its window controller, its location field and a Word-style body editor. `called`
-// holds the host operations that were run on it.
+// An editor with its window, its window controller, its header, its location field and a Word-style body
+// editor. `called` holds the host operations that were run on it.
 class FakeEditor : public FakeObject {
 public:
     explicit FakeEditor(FakeAppointment &appointment);
     ~FakeEditor() override;
 
-    [[nodiscard]] QWidget *window() { return &m_window; }
+    [[nodiscard]] QWidget *window() { return m_window; }
+    [[nodiscard]] QWidget *header() { return m_view; }
     [[nodiscard]] QLineEdit *locationField() { return m_locationField; }
     [[nodiscard]] FakeObject *windowController() { return &m_windowController; }
     [[nodiscard]] FakeObject *bodyEditor() { return &m_bodyEditor; }
     [[nodiscard]] QString body() const;   // as the body editor shows it
     [[nodiscard]] QString record() const; // the stored plug-in data; null when none was written
     void pends(const QString &member, const QVariant &value); // an edit that is not saved yet
+    void close(); // as the host does: tells, then the window goes away
 
 private:
-    QWidget m_window;
+    QPointer<QWidget> m_window = new QWidget;
     QWidget *m_view;
     QLineEdit *m_locationField;
     FakeObject m_windowController;

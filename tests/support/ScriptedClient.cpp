@@ -7,8 +7,7 @@
 #include "plugin/link/meetingKeys.h"
 #include "plugin/util/EncodeUtils.h"
 #include "plugin/util/vlOLUtils.h"
-
-#include <QDir>
+#include "tests/support/FreshPlugin.h"
 
 namespace {
 
@@ -16,7 +15,6 @@ namespace wire = com::brindle::webapp::proto;
 using Asked = ScriptedClient::Asked;
 
 const QString clientPath = u"/Applications/Parlo Meetings.app"_s;
-const QString supportedVersion = u"3.6.40487"_s;
 constexpr qsizetype meetingField = 13;
 
 ClientAnswer answerIdOf(Asked what) {
@@ -66,16 +64,12 @@ ScriptedClient::Request requestIn(const platform::TextMap &envelope) {
 
 } // namespace
 
-ScriptedClient::ScriptedClient(const platform::TestDesktop &desktop)
+ScriptedClient::ScriptedClient(const platform::TestDesktop &desktop, bool isThere)
     : m_desktop(desktop) {
     m_desktop.workspace->root = m_root.path();
     m_desktop.workspace->documents = m_root.filePath(u"Documents"_s);
-    m_desktop.workspace->bundles.append({kVelausIdentify, clientPath, u"/bin/run"_s});
-    m_desktop.workspace->running.append(kVelausIdentify);
-    const QString contents = m_desktop.workspace->resolve(clientPath) + u"/Contents"_s;
-    QDir().mkpath(contents);
-    platform::services().propertyLists->write(contents + u"/Info.plist"_s,
-                                              QVariantMap{{u"CFBundleVersion"_s, supportedVersion}});
+    if (isThere)
+        isInstalled();
     m_observer = m_desktop.bus->addObserver(
         kIPCNotifyOutlookPluginToVelaClient,
         [this](const QString &, const platform::TextMap &envelope) { hear(envelope); });
@@ -93,9 +87,14 @@ void ScriptedClient::hear(const platform::TextMap &envelope) {
 }
 
 void ScriptedClient::sendsNow(Asked what, const QString &content) {
-    m_desktop.bus->post(
-        kIPCNotifyVelaClientToOutlookPlugin, QString(),
-        {{VL_IPC_ACTION_ID, QString::number(qint32(answerIdOf(what)))}, {VL_IPC_CONTENT, content}}, true);
+    sendsNow(QString::number(qint32(answerIdOf(what))), content);
+}
+
+void ScriptedClient::sendsNow(const QString &actionId, const QString &content) {
+    platform::TextMap envelope{{VL_IPC_ACTION_ID, actionId}};
+    if (!content.isNull())
+        envelope.insert(VL_IPC_CONTENT, content);
+    m_desktop.bus->post(kIPCNotifyVelaClientToOutlookPlugin, QString(), envelope, true);
 }
 
 void ScriptedClient::knowsTheUser(const QVariantMap &profile) {
@@ -125,6 +124,12 @@ void ScriptedClient::answers(Asked what, const QString &content) {
 
 void ScriptedClient::keepsSilentOn(Asked what) {
     m_answers.remove(what);
+}
+
+void ScriptedClient::isInstalled(const QString &version, bool running) {
+    installBundle(m_desktop, kVelausIdentify, clientPath, {{u"CFBundleVersion"_s, version}});
+    if (running)
+        m_desktop.workspace->running.append(kVelausIdentify);
 }
 
 void ScriptedClient::quits() {

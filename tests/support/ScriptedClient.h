@@ -8,9 +8,9 @@
 #include <QTemporaryDir>
 #include <QVariantMap>
 
-// Installed and running from its construction on; silent until it is given something to say. Answers go out
+// Installed and running unless it is told otherwise; silent until it is given an answer. Answers go out
 // when the request arrives and reach the plug-in on the same turn of the virtual run loop. The desktop must
-// outlive it.
+// outlive it. The files of the desktop are in a temporary folder that the client owns.
 class ScriptedClient {
 public:
     enum class Asked { Start, Schedule, Update, Delete, GetMeeting, Profile, Accounts };
@@ -25,7 +25,9 @@ public:
         QString invitation;
     };
 
-    explicit ScriptedClient(const platform::TestDesktop &desktop);
+    static constexpr auto supportedVersion = "3.6.40487";
+
+    explicit ScriptedClient(const platform::TestDesktop &desktop, bool isThere = true);
     ~ScriptedClient();
     ScriptedClient(const ScriptedClient &) = delete;
     ScriptedClient &operator=(const ScriptedClient &) = delete;
@@ -39,10 +41,12 @@ public:
     void hasAccounts(const QList<Account> &accounts);
     void answers(Asked what, const QString &content); // as it is, an error for example
     void keepsSilentOn(Asked what);
+    void isInstalled(const QString &version = supportedVersion, bool running = true);
     void quits(); // no longer runs
     void isUninstalled();
     // Sends its answer to a request that it has kept silent on, or that nobody made.
     void sendsNow(Asked what, const QString &content);
+    void sendsNow(const QString &actionId, const QString &content); // null: a message without content
     // The answers that the words above make, for sendsNow().
     [[nodiscard]] static QString meetingAnswer(const QVariantMap &meeting);
     [[nodiscard]] static QString profileAnswer(const QVariantMap &profile);
@@ -54,6 +58,7 @@ public:
     [[nodiscard]] int timesAsked(Asked what) const { return int(asked().count(what)); }
     [[nodiscard]] Request last() const; // a Start without members when there is none
     void forget() { m_requests.clear(); }
+    [[nodiscard]] QString filePath(const QString &name) const { return m_root.filePath(name); }
 
 private:
     void hear(const platform::TextMap &envelope);

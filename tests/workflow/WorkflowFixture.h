@@ -6,7 +6,7 @@
 #include "plugin/workflow/vlMeetingMgr.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/ScriptedClient.h"
-#include "tests/workflow/RecordingPorts.h"
+#include "tests/support/RecordingPorts.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tests/workflow/RecordingPorts.h"
+#include "tests/support/RecordingPorts.h"
 
 #include "plugin/link/meetingKeys.h"
 
