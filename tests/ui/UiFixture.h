@@ -1,58 +1,29 @@
-// A desktop of doubles with as much of a host as the plug-in's user interface asks for.
+// The plug-in's user interface on a desktop of doubles.
 #pragma once
 
-#include "platform/runtime/Runtime.h"
-#include "platform/services/TestServices.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/FreshPlugin.h"
 
 #include <QAbstractButton>
+#include <QDialog>
 #include <QTemporaryDir>
-#include <QWidget>
 #include <gtest/gtest.h>
 
-struct HostEvent : rt::Object {
-    HostEvent();
-    bool owner = true;
-    bool occurrence = false;
-    bool exception = false;
-    QString stored;
-};
-
-struct HostAccount : rt::Object {
-    HostAccount();
-    QString address;
-};
-
-struct HostEditor : rt::Object {
-    HostEditor();
-    HostEvent event;
-    HostAccount account;
-    QWidget *view = nullptr;
-    QVariantMap uncommitted;
-    bool cancelMode = false;
-    bool occurrenceOrException = false;
-    bool dirty = false;
-    bool delegating = false;
-    int hostSaves = 0;
-    std::function<void()> onSave;
-};
-
-// A window controller with its window; the header is where the strip is.
-struct HostEditorWindow : rt::Object {
-    HostEditorWindow();
-    ~HostEditorWindow() override;
-    void open();  // tells the strip, as the hooks do
-    void close(); // as a host does: tells, then the window goes away
-    [[nodiscard]] QString id() const { return rt::identifier(window); }
+// An open editor with a strip in its header, whose context is at hand as long as this lives.
+struct EditorWithStrip {
+    EditorWithStrip();
+    void open(); // tells the strip, as the hooks do
+    void attach() { strip().attachOutlookERCalendarEventEditorWindowController(editor.windowController()); }
+    [[nodiscard]] QString id() { return rt::identifier(window); }
     [[nodiscard]] vlActionAdditionView &strip() const { return *m_strip; }
     [[nodiscard]] bool hasStrip() const { return !m_strip.isNull(); }
-
-    QPointer<QWidget> window = new QWidget;
-    QPointer<QWidget> header = new QWidget(window);
-    HostEditor editor;
-
-    // That of the strip, at hand as long as the window lives.
     [[nodiscard]] const std::shared_ptr<MeetingContext> &context() const { return m_context; }
+
+    FakeAppointment event;
+    FakeObject account{"ECEmailAccount"};
+    FakeEditor editor{event};
+    QPointer<QWidget> window = editor.window();
 
 private:
     QPointer<vlActionAdditionView> m_strip;
@@ -61,15 +32,17 @@ private:
 };
 
 // The text that the doubles' bundle gives for a key.
-QString echo(const QString &key);
+inline QString echo(const QString &key) {
+    return u'[' + key + u']';
+}
 
 class UiTest : public testing::Test {
 protected:
     UiTest();
     ~UiTest() override;
 
-    void enableAudioConferences(bool enabled);
-    void signIn(const QString &userId); // gives the workflow a profile
+    static void enableAudioConferences(bool enabled);
+    static void signIn(const QVariantMap &more = {}); // gives the workflow the profile of "user"
     // The titles of the buttons that the strip shows, sorted.
     static QStringList shownButtons(const vlActionAdditionView &strip);
     static QAbstractButton *button(const vlActionAdditionView &strip, const QString &key);
@@ -77,5 +50,6 @@ protected:
     static QList<QDialog *> dialogs();
 
     QTemporaryDir documents;
-    platform::TestDesktop desktop;
+    FreshPlugin fresh;
+    platform::TestDesktop &desktop = fresh.desktop;
 };

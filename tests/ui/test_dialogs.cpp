@@ -14,7 +14,6 @@ namespace {
 const QString launchKey = u"Button_LaunchClient"_s;
 const QString cancelKey = u"Button_Cancel"_s;
 const QString removeKey = u"Button_OKGot"_s;
-const QString clientExecutable = u"/client"_s;
 
 void press(QDialog *alert, const QString &text) {
     for (QAbstractButton *button : alert->findChildren<QAbstractButton *>())
@@ -27,16 +26,6 @@ void press(QDialog *alert, const QString &text) {
 
 class Dialogs : public UiTest {
 protected:
-    // The host's version is in its own property list.
-    void installHost(const QString &version) {
-        const QString host = documents.filePath(u"host"_s);
-        QDir().mkpath(host + u"/Contents"_s);
-        platform::services().propertyLists->write(host + u"/Contents/Info.plist"_s,
-                                                  QVariantMap{{"CFBundleShortVersionString", version}});
-        desktop.workspace->bundles = {
-            {keyOutlookIdentifier, host, QString()},
-            {kVelausIdentify, u"/Applications/Parlo Meetings.app"_s, clientExecutable}};
-    }
     QMessageBox *alert() {
         const QList<QDialog *> shown = dialogs();
         return shown.isEmpty() ? nullptr : qobject_cast<QMessageBox *>(shown.last());
@@ -61,20 +50,8 @@ TEST_F(Dialogs, ShowTheMessageToTheLetter) {
     EXPECT_EQ(alert()->buttons().size(), 1);
     press(alert(), u"OK"_s);
     EXPECT_FALSE(alert());
-}
 
-TEST_F(Dialogs, PutAShortMessageBesideTheImage) {
-    alerts.showAlertMessage(nullptr, u"Hello"_s);
-    ASSERT_TRUE(alert());
-    const auto *icon = alert()->findChild<QLabel *>(u"qt_msgboxex_icon_label"_s);
-    const auto *message = alert()->findChild<QLabel *>(u"qt_msgbox_informativelabel"_s);
-    ASSERT_TRUE(icon && message);
-    EXPECT_NEAR(icon->geometry().center().y(), message->geometry().center().y(), 6);
-    EXPECT_TRUE(message->alignment() & Qt::AlignVCenter);
-}
-
-TEST_F(Dialogs, StandAloneWithoutAWindow) {
-    alerts.showAlertMessage(nullptr, u"Hello"_s);
+    alerts.showAlertMessage(nullptr, message); // stands alone
     ASSERT_TRUE(alert());
     EXPECT_EQ(alert()->windowModality(), Qt::NonModal);
     QTest::keyClick(alert(), Qt::Key_Escape);
@@ -103,7 +80,9 @@ TEST_F(Dialogs, LaunchTheClientThroughTheAgentOnlyOnNewerHosts) {
     };
     window.show();
     for (const auto &row : cases) {
-        installHost(QString::fromUtf8(row.host));
+        desktop.workspace->bundles.clear();
+        installHost(desktop, QString::fromUtf8(row.host));
+        installBundle(desktop, kVelausIdentify, u"/Applications/Parlo Meetings.app"_s, {});
         desktop.bus->clearPosted();
         desktop.workspace->started.clear();
         feedback.showClientError(&window, u"Not running"_s);
@@ -124,37 +103,29 @@ TEST_F(Dialogs, LaunchTheClientThroughTheAgentOnlyOnNewerHosts) {
 }
 
 TEST_F(Dialogs, RemoveTheMeetingOfTheEditorTheyAreAbout) {
-    HostEditorWindow first;
-    HostEditorWindow second;
-    const auto lastCommand = [&first] { return first.context()->meetingAction; };
-    for (HostEditorWindow *editor : {&first, &second}) {
-        editor->window->show();
-        editor->open();
-        editor->strip().attachOutlookERCalendarEventEditorWindowController(editor);
-    }
-    first.context()->meetingKey = u"key"_s;
-    first.strip().onUIChanged(StripState::MeetingAttached);
-
-    alerts.showRemoveMeetingWarning(&first.editor, first.window);
-    press(alert(), echo(cancelKey));
-    EXPECT_EQ(lastCommand(), MeetingCommand::CmdNone);
-
-    alerts.showRemoveMeetingWarning(&first.editor, first.window);
-    QMessageBox *aboutFirst = alert();
-    alerts.showRemoveMeetingWarning(&second.editor, second.window); // shows no meeting: nothing to remove
-    press(aboutFirst, echo(removeKey));
-    EXPECT_NE(lastCommand(), MeetingCommand::CmdNone);
-}
-
-TEST_F(Dialogs, RemoveNothingWhenTheEditorIsGone) {
+    EditorWithStrip first;
     QWidget parent;
     parent.show();
+    const auto lastCommand = [&first] { return first.context()->meetingAction; };
     {
-        HostEditorWindow editor;
-        alerts.showRemoveMeetingWarning(&editor.editor, &parent);
+        EditorWithStrip second;
+        for (EditorWithStrip *each : {&first, &second}) {
+            each->window->show();
+            each->open();
+            each->attach();
+        }
+        first.context()->meetingKey = u"key"_s;
+        first.strip().onUIChanged(StripState::MeetingAttached);
+
+        alerts.showRemoveMeetingWarning(&first.editor, first.window);
+        press(alert(), echo(cancelKey));
+        alerts.showRemoveMeetingWarning(&second.editor, &parent);
     }
+    press(alert(), echo(removeKey)); // its editor is gone
+    EXPECT_EQ(lastCommand(), MeetingCommand::CmdNone);
+    alerts.showRemoveMeetingWarning(&first.editor, first.window);
     press(alert(), echo(removeKey));
-    EXPECT_EQ(vlMeetingMgr::sharedInstance().getMeetingAction(), MeetingCommand::CmdNone);
+    EXPECT_NE(lastCommand(), MeetingCommand::CmdNone);
 }
 
 TEST_F(Dialogs, ShowProgressWhenTheAnswerTakesLongAndNothingBefore) {
@@ -164,27 +135,25 @@ TEST_F(Dialogs, ShowProgressWhenTheAnswerTakesLongAndNothingBefore) {
     progress.showCommunication(nullptr);
     EXPECT_TRUE(progress.showProgressWindow());
     desktop.runLoop->advance(delay / 2);
-    progress.showCommunication(nullptr); // does not begin the delay anew
-    EXPECT_FALSE(progress.progressWindowController().window());
-    desktop.runLoop->advance(delay / 2);
-    const QWidget *shown = progress.progressWindowController().window();
-    ASSERT_TRUE(shown);
-    EXPECT_TRUE(shown->isVisible());
-    EXPECT_EQ(shown->windowModality(), Qt::ApplicationModal);
-    EXPECT_EQ(shown->findChild<QLabel *>(u"text_communicationMsg"_s)->text(),
-              echo(u"CommunicationProgressTitle"_s));
-    progress.progressWindowController().window()->close();
-    EXPECT_TRUE(shown->isVisible()) << "only the answer or the time-out ends it";
-    progress.closeCommunication();
-    progress.closeCommunication();
-    EXPECT_FALSE(QApplication::activeModalWidget());
-    EXPECT_FALSE(progress.showProgressWindow());
-
-    progress.showCommunication(nullptr);
-    desktop.runLoop->advance(delay / 2);
     progress.closeCommunication(); // the answer is here
     desktop.runLoop->advance(2 * delay);
     EXPECT_FALSE(progress.progressWindowController().window());
+
+    progress.showCommunication(nullptr);
+    desktop.runLoop->advance(delay / 2);
+    progress.showCommunication(nullptr); // does not begin the delay anew
+    EXPECT_FALSE(progress.progressWindowController().window());
+    desktop.runLoop->advance(delay / 2);
+    QWidget *shown = progress.progressWindowController().window();
+    ASSERT_TRUE(shown);
+    EXPECT_EQ(shown->windowModality(), Qt::ApplicationModal);
+    EXPECT_EQ(shown->findChild<QLabel *>(u"text_communicationMsg"_s)->text(),
+              echo(u"CommunicationProgressTitle"_s));
+    shown->close();
+    EXPECT_TRUE(shown->isVisible()) << "only the answer or the time-out ends it";
+    progress.closeCommunication();
+    EXPECT_FALSE(QApplication::activeModalWidget());
+    EXPECT_FALSE(progress.showProgressWindow());
 }
 
 TEST_F(Dialogs, ShowOneProgressWindowWhileAnyRequestIsOut) {

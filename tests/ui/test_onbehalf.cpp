@@ -1,5 +1,4 @@
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/readers/vlUserProfileHelper.h"
 #include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
 #include "plugin/util/vlPluginBuildMgr.h"
 #include "plugin/workflow/vlMeetingMgr.h"
@@ -23,14 +22,17 @@ protected:
             GTEST_SKIP() << "This edition schedules for nobody else.";
     }
     OnBehalf() {
-        vlUserProfileHelper::sharedInstance().setUserProfile(QVariantMap{
-            {"userId", "user"},
-            {"bosses", QVariantList{QVariantMap{{"displayName", name}, {"email", address.toLower()}}}}});
-        editor.editor.account.address = address;
+        mayScheduleFor(name);
+        editor.account.values["emailAddress"] = address;
         editor.window->show();
         editor.open();
-        editor.strip().attachOutlookERCalendarEventEditorWindowController(&editor);
+        editor.attach();
     }
+    static void mayScheduleFor(const QString &displayName) {
+        signIn({{"bosses",
+                 QVariantList{QVariantMap{{"displayName", displayName}, {"email", address.toLower()}}}}});
+    }
+    void isDelegating(bool delegating) { editor.editor.values["isDelegating"] = delegating; }
     void showSheet() {
         sheets.addSchSettingWindowToArray(editor.id(), {}, editor.window);
         sheets.showSchSettingWindow(editor.id());
@@ -40,7 +42,7 @@ protected:
     bool offersPersonalMeeting() { return !sheet()->findChild<QCheckBox *>(u"usePMI"_s)->isHidden(); }
     QVariant scheduledFor() { return sheets.getVlSettingsData(editor.id()).value(vl_Setting_ScheduleFor); }
 
-    HostEditorWindow editor;
+    EditorWithStrip editor;
     SchSettingWndCtrlMgr sheets;
 };
 
@@ -51,7 +53,7 @@ TEST_F(OnBehalf, TheSheetGrowsDownwardsByABannerWithTheName) {
     EXPECT_EQ(scheduledFor(), u""_s);
     const QRect small = sheet()->geometry();
 
-    editor.editor.delegating = true;
+    isDelegating(true);
     showSheet();
     EXPECT_FALSE(banner()->isHidden());
     EXPECT_FALSE(offersPersonalMeeting());
@@ -60,7 +62,7 @@ TEST_F(OnBehalf, TheSheetGrowsDownwardsByABannerWithTheName) {
     showSheet();
     EXPECT_EQ(sheet()->height(), small.height() + banner()->minimumHeight());
 
-    editor.editor.delegating = false;
+    isDelegating(false);
     showSheet();
     EXPECT_TRUE(banner()->isHidden());
     EXPECT_EQ(sheet()->geometry(), small);
@@ -69,7 +71,7 @@ TEST_F(OnBehalf, TheSheetGrowsDownwardsByABannerWithTheName) {
 
 TEST_F(OnBehalf, TheBannerShowsTheNameToTheLetter) {
     platform::services().pluginBundle = platform::makeFolderBundle(u"" PLUGIN_RESOURCES ""_s);
-    editor.editor.delegating = true;
+    isDelegating(true);
     showSheet();
     auto *label = sheet()->findChild<QLabel *>(u"_textOnbehalfInfo"_s);
     EXPECT_TRUE(label->text().contains(name)) << qPrintable(label->text());
@@ -80,10 +82,8 @@ TEST_F(OnBehalf, TheBannerShowsTheNameToTheLetter) {
 TEST_F(OnBehalf, TheBannerCutsALongNameVisiblyAndKeepsItInTheToolTip) {
     platform::services().pluginBundle = platform::makeFolderBundle(u"" PLUGIN_RESOURCES ""_s);
     const QString longName = u"Bo <i> "_s.repeated(40);
-    vlUserProfileHelper::sharedInstance().setUserProfile(QVariantMap{
-        {"userId", "user"},
-        {"bosses", QVariantList{QVariantMap{{"displayName", longName}, {"email", address.toLower()}}}}});
-    editor.editor.delegating = true;
+    mayScheduleFor(longName);
+    isDelegating(true);
     showSheet();
     auto *label = sheet()->findChild<QLabel *>(u"_textOnbehalfInfo"_s);
     EXPECT_TRUE(label->text().endsWith(QChar(0x2026))) << qPrintable(label->text());
@@ -93,15 +93,15 @@ TEST_F(OnBehalf, TheBannerCutsALongNameVisiblyAndKeepsItInTheToolTip) {
 }
 
 TEST_F(OnBehalf, OfSomeoneForWhomTheUserMayNotScheduleTheSheetSaysNothing) {
-    editor.editor.account.address = u"stranger@example.com"_s;
-    editor.editor.delegating = true;
+    editor.account.values["emailAddress"] = u"stranger@example.com"_s;
+    isDelegating(true);
     showSheet();
     EXPECT_TRUE(banner()->isHidden());
     EXPECT_EQ(scheduledFor(), u""_s);
 }
 
 TEST_F(OnBehalf, AnAudioConferenceIsRefusedWithAWord) {
-    editor.editor.delegating = true;
+    isDelegating(true);
     editor.strip().onClickAddPACAccount1();
     EXPECT_EQ(vlMeetingMgr::sharedInstance().getMeetingAction(), MeetingCommand::CmdNone);
     EXPECT_EQ(dialogs().size(), 1);

@@ -1,6 +1,5 @@
 #include "platform/toolkit/Windows.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/readers/vlUserProfileHelper.h"
 #include "plugin/link/vlCommon.h"
 #include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
 #include "plugin/ui/settings/VlSettingViewController.h"
@@ -8,7 +7,6 @@
 #include "plugin/util/vlOLUtils.h"
 #include "tests/ui/UiFixture.h"
 
-#include <QAccessible>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QDialog>
@@ -21,7 +19,7 @@
 class SettingsSheet : public UiTest {
 protected:
     SettingsSheet() {
-        signIn(u"user"_s);
+        signIn();
         m_observer = platform::services().notifications->addObserver(
             notify_SettingCommit,
             [this](const QString &, const QVariantMap &userInfo) { commits.append(userInfo); });
@@ -31,10 +29,7 @@ protected:
     }
     ~SettingsSheet() override { platform::services().notifications->removeObserver(m_observer); }
 
-    void allowThirdPartyAudio() {
-        vlUserProfileHelper::sharedInstance().setUserProfile(
-            QVariantMap{{"userId", "user"}, {"enableThirdPartyAudio", true}, {"thirdPartyAudio", "Dial 5"}});
-    }
+    void allowThirdPartyAudio() { signIn({{"enableThirdPartyAudio", true}, {"thirdPartyAudio", "Dial 5"}}); }
     VlSettingWindowController *show() {
         sheets.addSchSettingWindowToArray(editor.id(), {}, editor.window);
         sheets.showSchSettingWindow(editor.id());
@@ -54,7 +49,7 @@ protected:
     void click(const char *name) { find<QAbstractButton>(name)->click(); }
     QString profileFile() { return vlCommon::getVlUserProfilePath(u"user"_s); }
 
-    HostEditorWindow editor;
+    EditorWithStrip editor;
     SchSettingWndCtrlMgr sheets;
     vlSettingData model;
     QList<QVariantMap> commits;
@@ -63,55 +58,44 @@ private:
     platform::ObserverId m_observer;
 };
 
-TEST_F(SettingsSheet, IsNotMadeWithoutAParentOrAnIdentifier) {
-    sheets.addSchSettingWindowToArray(u"1"_s, {}, nullptr);
-    sheets.addSchSettingWindowToArray(QString(), {}, editor.window);
-    sheets.showSchSettingWindow(u"1"_s);
-    sheets.showSchSettingWindow(QString());
-    EXPECT_FALSE(sheets.hasSchSettingWindow(u"1"_s));
-    EXPECT_TRUE(dialogs().isEmpty());
-}
-
 TEST_F(SettingsSheet, WritesEachChoiceIntoTheModelAtOnce) {
     show();
-    click("videoHostMatrixOn");
-    EXPECT_TRUE(model.hostvideoOn());
-    click("videoHostMatrixOff");
-    EXPECT_FALSE(model.hostvideoOn());
-    click("videoParticipantMatrixOn");
-    EXPECT_TRUE(model.paticipantvideoOn());
-    EXPECT_FALSE(find<QRadioButton>("videoHostMatrixOn")->isChecked()) << "the two rows are apart";
-    click("enableJBHButton");
-    EXPECT_TRUE(model.enableJoinBeforeHost());
-    click("notShowMeAgain");
-    EXPECT_TRUE(model.notShowMeAgain());
     const struct {
         const char *button;
-        int type;
-    } audio[] = {{"telephonyButton", 0}, {"voipButton", 1}, {"bothButton", 2}};
-    for (const auto &[button, type] : audio) {
-        click(button);
-        EXPECT_EQ(model.audioType(), type);
-        EXPECT_TRUE(find<QRadioButton>(button)->isChecked());
+        std::function<bool()> isChosen;
+    } choices[] = {
+        {"videoHostMatrixOn", [this] { return model.hostvideoOn(); }},
+        {"videoHostMatrixOff", [this] { return !model.hostvideoOn(); }},
+        {"videoParticipantMatrixOn", [this] { return model.paticipantvideoOn() && !model.hostvideoOn(); }},
+        {"enableJBHButton", [this] { return model.enableJoinBeforeHost(); }},
+        {"notShowMeAgain", [this] { return model.notShowMeAgain(); }},
+        {"telephonyButton", [this] { return model.audioType() == 0; }},
+        {"voipButton", [this] { return model.audioType() == 1; }},
+        {"bothButton", [this] { return model.audioType() == 2; }},
+        {"usePMI", [this] { return model.usePMI(); }},
+    };
+    for (const auto &choice : choices) {
+        click(choice.button);
+        EXPECT_TRUE(choice.isChosen()) << choice.button;
+        EXPECT_TRUE(find<QAbstractButton>(choice.button)->isChecked()) << choice.button;
+        EXPECT_TRUE(find<QAbstractButton>(choice.button)->text().startsWith(u'[')) << choice.button;
     }
+    EXPECT_FALSE(find<QRadioButton>("videoHostMatrixOn")->isChecked()) << "the two rows are apart";
 }
 
 TEST_F(SettingsSheet, GrowsAndShrinksDownwardsWithTheThirdPartyText) {
     allowThirdPartyAudio();
     show();
     auto *text = find<QPlainTextEdit>("thirdPartyAudioTextField");
-    const int textHeight = text->minimumHeight();
     const QRect small = sheet()->geometry();
     EXPECT_TRUE(text->isHidden());
-    EXPECT_EQ(find<QWidget>("mainSettingBox")->height(), 412 - textHeight);
-    EXPECT_EQ(find<QWidget>("audioOptionsBox")->height(), 152 - textHeight);
     for (int again = 0; again < 2; ++again) {
         click("thirdPartyAudioButton");
         QApplication::processEvents(); // the layouts come to rest
         EXPECT_EQ(model.audioType(), 3);
         EXPECT_FALSE(text->isHidden());
         EXPECT_EQ(text->toPlainText(), u"Dial 5"_s);
-        EXPECT_EQ(sheet()->geometry(), small.adjusted(0, 0, 0, textHeight));
+        EXPECT_EQ(sheet()->geometry(), small.adjusted(0, 0, 0, text->minimumHeight()));
         EXPECT_EQ(find<QWidget>("mainSettingBox")->minimumHeight(), 412);
         EXPECT_EQ(find<QWidget>("audioOptionsBox")->minimumHeight(), 152);
     }
@@ -120,16 +104,12 @@ TEST_F(SettingsSheet, GrowsAndShrinksDownwardsWithTheThirdPartyText) {
     EXPECT_EQ(sheet()->geometry(), small);
 }
 
-TEST_F(SettingsSheet, OffersTheThirdPartyOnlyToThoseWhoHaveOne) {
-    show();
-    EXPECT_TRUE(find<QRadioButton>("thirdPartyAudioButton")->isHidden());
-}
-
 TEST_F(SettingsSheet, ShowsAnUnknownAudioTypeAsNoChoice) {
     shownModel().setAudioType(100);
     sheets.getSchSettingWindowInArray(editor.id())->settingViewController()->initializeItems();
     for (const char *name : {"telephonyButton", "voipButton", "bothButton", "thirdPartyAudioButton"})
         EXPECT_FALSE(find<QRadioButton>(name)->isChecked()) << name;
+    EXPECT_TRUE(find<QRadioButton>("thirdPartyAudioButton")->isHidden()) << "this user has none";
 }
 
 TEST_F(SettingsSheet, AsksForAPasswordOnlyWhenOneIsRequired) {
@@ -147,49 +127,39 @@ TEST_F(SettingsSheet, AsksForAPasswordOnlyWhenOneIsRequired) {
     EXPECT_FALSE(model.requiredMeetingPassword());
 }
 
-TEST_F(SettingsSheet, RefusesAPasswordThatIsTooLong) {
-    show();
-    click("requiredMeetingPswButton");
-    auto *password = find<QLineEdit>("passwordTextField");
-    QApplication::clipboard()->setText(u"12345678901"_s);
-    password->paste();
-    EXPECT_EQ(password->text(), QString());
-    QApplication::clipboard()->setText(u"1234567890"_s);
-    password->paste();
-    EXPECT_EQ(password->text(), u"1234567890"_s);
-    EXPECT_EQ(model.meetingPassword(), u"1234567890"_s);
-    QTest::keyClick(password, Qt::Key_A);
-    EXPECT_EQ(password->text(), u"1234567890"_s);
-}
-
-TEST_F(SettingsSheet, LetsALongPasswordOfTheClientOnlyShrinkUntilItFits) {
+TEST_F(SettingsSheet, RefusesALongerPasswordAndLetsOneOfTheClientOnlyShrinkUntilItFits) {
     vlSettingData &model = shownModel();
     model.setRequiredMeetingPassword(true);
     model.setMeetingPassword(u"123456789012"_s);
     sheets.getSchSettingWindowInArray(editor.id())->settingViewController()->initializeItems();
     auto *password = find<QLineEdit>("passwordTextField");
-    QTest::keyClick(password, Qt::Key_A);
-    EXPECT_EQ(password->text(), u"123456789012"_s);
-    QTest::keyClick(password, Qt::Key_Backspace);
+    const auto types = [password](Qt::Key key) {
+        QTest::keyClick(password, key);
+        return password->text();
+    };
+    EXPECT_EQ(types(Qt::Key_A), u"123456789012"_s);
+    EXPECT_EQ(types(Qt::Key_Backspace), u"12345678901"_s);
     EXPECT_EQ(model.meetingPassword(), u"12345678901"_s);
-    QTest::keyClick(password, Qt::Key_A);
-    EXPECT_EQ(password->text(), u"12345678901"_s);
+    EXPECT_EQ(types(Qt::Key_A), u"12345678901"_s);
     password->selectAll();
-    QTest::keyClick(password, Qt::Key_Backspace);
-    QTest::keyClicks(password, u"abcdefghijklmnop"_s);
-    EXPECT_EQ(password->text(), u"abcdefghij"_s);
+    EXPECT_EQ(types(Qt::Key_Backspace), QString());
+    for (const QString &pasted : {u"12345678901"_s, u"1234567890"_s}) {
+        QApplication::clipboard()->setText(pasted);
+        password->paste();
+        EXPECT_EQ(password->text(), pasted.size() > 10 ? QString() : pasted);
+    }
+    EXPECT_EQ(types(Qt::Key_A), u"1234567890"_s);
     EXPECT_EQ(model.meetingPassword(), password->text());
 }
 
 TEST_F(SettingsSheet, HandsOnTheThirdPartyTextAsItCameUntilItIsEdited) {
     const QString came = u"Call\u00a0+1\r\nCode 2468"_s;
-    vlUserProfileHelper::sharedInstance().setUserProfile(
-        QVariantMap{{"userId", "user"}, {"enableThirdPartyAudio", true}, {"thirdPartyAudio", came}});
+    signIn({{"enableThirdPartyAudio", true}, {"thirdPartyAudio", came}});
     VlSettingViewController *options = show()->settingViewController();
     EXPECT_EQ(options->getSettingsData().value(vl_Setting_ThirdPartyAudio), came);
     find<QPlainTextEdit>("thirdPartyAudioTextField")->insertPlainText(u"Please "_s);
     EXPECT_EQ(options->getSettingsData().value(vl_Setting_ThirdPartyAudio), u"Please Call +1\nCode 2468"_s);
-    vlUserProfileHelper::sharedInstance().setUserProfile(QVariantMap{{"userId", "user"}});
+    signIn();
     options->settingData().setEnableThirdPartyAudio(false);
     options->settingData().setThirdPartyAudio(came);
     find<QPlainTextEdit>("thirdPartyAudioTextField")->document()->setModified(false);
@@ -230,24 +200,15 @@ TEST_F(SettingsSheet, KeepsNothingAfterCancelAndEscape) {
 
 TEST_F(SettingsSheet, IsReusedForTheSameWindowWithTheLastEdits) {
     VlSettingWindowController *first = show();
+    const QString personal = echo(u"UsePersonalMeetingID"_s) + u"123-456-7890"_s;
+    EXPECT_EQ(find<QCheckBox>("usePMI")->text(), personal);
     click("enableJBHButton");
     click("buttonCancel");
     EXPECT_EQ(show(), first);
+    sheets.refreshSettingWindow(editor.id());
+    EXPECT_EQ(find<QCheckBox>("usePMI")->text(), personal);
     EXPECT_TRUE(find<QCheckBox>("enableJBHButton")->isChecked());
     EXPECT_TRUE(rt::boolValue(sheets.getVlSettingsData(editor.id()).value(vl_Setting_EnableJBH)));
-}
-
-TEST_F(SettingsSheet, ShowsThePersonalMeetingInGroupsEveryTime) {
-    show();
-    const QString expected = echo(u"UsePersonalMeetingID"_s) + u"123-456-7890"_s;
-    EXPECT_EQ(find<QCheckBox>("usePMI")->text(), expected);
-    sheets.refreshSettingWindow(editor.id());
-    show();
-    EXPECT_EQ(find<QCheckBox>("usePMI")->text(), expected);
-    click("usePMI");
-    EXPECT_TRUE(model.usePMI());
-    sheets.refreshSettingWindow(editor.id());
-    EXPECT_TRUE(model.usePMI());
 }
 
 TEST_F(SettingsSheet, CutsAPersonalMeetingThatDoesNotFitVisibly) {
@@ -263,25 +224,19 @@ TEST_F(SettingsSheet, CutsAPersonalMeetingThatDoesNotFitVisibly) {
 
 TEST_F(SettingsSheet, IsGoneWithItsWindowAndTellsNobody) {
     const QString id = editor.id();
-    show();
-    editor.close();
-    EXPECT_FALSE(sheets.hasSchSettingWindow(id));
-    EXPECT_TRUE(dialogs().isEmpty());
-    EXPECT_TRUE(commits.isEmpty());
-    sheets.showSchSettingWindow(id);
-    EXPECT_TRUE(dialogs().isEmpty());
-}
-
-TEST_F(SettingsSheet, OfAnIdentifierThatComesAgainIsMadeAnew) {
-    VlSettingWindowController *first = show();
-    const QString id = editor.id();
+    const VlSettingWindowController *first = show();
     QWidget another;
     another.show();
-    sheets.addSchSettingWindowToArray(id, {}, &another);
+    sheets.addSchSettingWindowToArray(id, {}, &another); // the identifier has come again
     EXPECT_NE(sheets.getSchSettingWindowInArray(id), first);
     EXPECT_EQ(sheets.getSchSettingWindowInArray(id)->parentWindow(), &another);
-    delete editor.window;
-    EXPECT_TRUE(sheets.hasSchSettingWindow(id));
+    sheets.addSchSettingWindowToArray(id, {}, editor.window);
+    sheets.showSchSettingWindow(id);
+    editor.editor.close();
+    EXPECT_FALSE(sheets.hasSchSettingWindow(id));
+    sheets.showSchSettingWindow(id);
+    EXPECT_TRUE(dialogs().isEmpty());
+    EXPECT_TRUE(commits.isEmpty());
 }
 
 TEST_F(SettingsSheet, MayCloseItsOwnEditorByContinuing) {
@@ -311,25 +266,12 @@ TEST_F(SettingsSheet, IsModalForItsWindowAndStartsWithNoControlFocused) {
     EXPECT_TRUE(find<QPushButton>("buttonContinue")->isDefault());
 }
 
-TEST_F(SettingsSheet, NamesEveryControlForAScreenReader) {
-    allowThirdPartyAudio();
-    show();
-    click("requiredMeetingPswButton");
-    click("thirdPartyAudioButton");
-    int named = 0;
-    for (QWidget *widget : sheet()->findChildren<QWidget *>()) {
-        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(widget);
-        if (!accessible || widget->focusPolicy() == Qt::NoFocus || widget->isHidden() ||
-            widget->objectName().startsWith(QLatin1String("qt_")))
-            continue;
-        EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty()) << qPrintable(widget->objectName());
-        ++named;
-    }
-    EXPECT_GE(named, 16);
-    EXPECT_EQ(QAccessible::queryAccessibleInterface(sheet())->role(), QAccessible::Dialog);
-}
-
-TEST_F(SettingsSheet, IsNotShownWithoutItsInterfaceDescription) {
+TEST_F(SettingsSheet, IsNotShownWithoutAParentAnIdentifierOrItsInterfaceDescription) {
+    sheets.addSchSettingWindowToArray(u"1"_s, {}, nullptr);
+    sheets.addSchSettingWindowToArray(QString(), {}, editor.window);
+    sheets.showSchSettingWindow(u"1"_s);
+    sheets.showSchSettingWindow(QString());
+    EXPECT_FALSE(sheets.hasSchSettingWindow(u"1"_s));
     desktop.bundle->interfaceFolder.clear();
     show();
     EXPECT_TRUE(dialogs().isEmpty());
@@ -339,12 +281,9 @@ TEST_F(SettingsSheet, IsNotShownWithoutItsInterfaceDescription) {
 TEST(MaxLengthFormatter, CountsUnitsAndRefusesWhatIsLonger) {
     vlMaxLengthFormatter formatter;
     EXPECT_EQ(formatter.maxLength(), 50);
-    EXPECT_TRUE(formatter.isPartialStringValid(QString(50, u'x')));
-    EXPECT_FALSE(formatter.isPartialStringValid(QString(51, u'x')));
     formatter.setMaxLength(2);
     EXPECT_TRUE(formatter.isPartialStringValid(u"\U0001F600"_s)); // two units
     EXPECT_FALSE(formatter.isPartialStringValid(u"\U0001F600a"_s));
-    EXPECT_TRUE(formatter.isPartialStringValid(QString()));
     formatter.setMaxLength(-1);
     EXPECT_FALSE(formatter.isPartialStringValid(QString()));
 }
