@@ -32,9 +32,8 @@ TEST_F(Views, AClassCountsForItsSubclassesAndForNobodyElse) {
     EXPECT_TRUE(vlOLUtils::kindofClass(rt::fromObject(&button), "TestRoot"));
     rt::Object root(rt::classNamed("TestRoot"));
     EXPECT_FALSE(vlOLUtils::kindofClass(&root, "TestCell"));
-    EXPECT_FALSE(vlOLUtils::kindofClass(&root, QString()));
-    EXPECT_FALSE(vlOLUtils::kindofClass(&root, u""_s));
-    EXPECT_FALSE(vlOLUtils::kindofClass(&root, "NobodyDefinedThis"));
+    for (const QString &name : {QString(), u""_s, u"NobodyDefinedThis"_s})
+        EXPECT_FALSE(vlOLUtils::kindofClass(&root, name));
     EXPECT_FALSE(vlOLUtils::kindofClass(static_cast<rt::Object *>(nullptr), "TestRoot"));
     EXPECT_FALSE(vlOLUtils::kindofClass(rt::Value(u"TestRoot"_s), "TestRoot"));
     EXPECT_FALSE(vlOLUtils::kindofClass(rt::nullMarker(), "TestRoot"));
