@@ -21,7 +21,7 @@ struct BlockSearch {
     std::optional<BodyRange> range; // none when they lie in the wrong order: nothing is enclosed
 };
 
-// The bookmarks that the body holds both of, quoted ones first; none when it holds neither pair.
+// The bookmark pair present in the body (the quoted form is preferred); none when neither pair is complete.
 [[nodiscard]] std::optional<BookmarkTexts> bookmarksIn(const QString &body);
 // From the last head marker (or, where there is none, from the font tag before the first begin bookmark)
 // through the last tail marker (or the last closed font).

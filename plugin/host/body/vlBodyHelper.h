@@ -15,8 +15,8 @@ public:
     [[nodiscard]] QString convertHTMLToPlainText(const QString &html) const;
     [[nodiscard]] QString trimHTMLNBSPTags(const QString &text) const;
     // The text with its line breaks as tags and its links made clickable; null for null. Nothing is escaped:
-    // an invitation may hold markup. A link is made of an address that has something other than blanks before
-    // it and a blank or line break, the text's end or a bookmark behind it.
+    // an invitation may hold markup. An address becomes a link when non-blank text precedes it and a blank, a
+    // line break, a bookmark or the end of the text follows.
     [[nodiscard]] QString convertPlainTextToHTML(const QString &text) const;
 
     // The invitation between bookmarks, as HTML: the block; "" for a null or empty invitation.
