@@ -16,7 +16,6 @@ enum class ToolbarCommand : qint32 {
 };
 
 inline const QString keyStartWithVideo = u"startWithVideo"_s;
-inline const QString keyPACAccountNo = u"pacAccountNo"_s;
 
 class vlCommandItemMgr : public SharedObject<vlCommandItemMgr> {
 public:

@@ -6,7 +6,6 @@
 #include "plugin/ui/controls/vlPopupToolbarView.h"
 #include "plugin/ui/localizationKeys.h"
 #include "plugin/util/localizedString.h"
-#include "plugin/util/vlPluginBuildMgr.h"
 
 #include <QAction>
 #include <QPixmap>
@@ -39,28 +38,83 @@ void later(std::function<void()> work) {
     platform::services().runLoop->callAfter(0, std::move(work));
 }
 
+void send(ToolbarCommand command, const QVariantMap &data = {}) {
+    vlCommandItemMgr::sharedInstance().SendToolbarItemCommand(qint32(command), data);
+}
+
 } // namespace
 
-vlToolbarItemMgr::vlToolbarItemMgr() = default;
-vlToolbarItemMgr::~vlToolbarItemMgr() = default;
+// What is told of each item, how its click or its menu is set up, and where it is kept.
+struct vlToolbarItemMgr::Kind {
+    QString identifier;
+    QString labelKey;
+    QString toolTipKey;
+    QString imageName;
+    std::unique_ptr<VlToolbarItem> vlToolbarItemMgr::*item;
+    void (vlToolbarItemMgr::*equip)(VlToolbarItem &item);
+};
 
-bool vlToolbarItemMgr::supportStartWithoutVideo() const {
-    return vlPluginBuildMgr::supportStartWithoutVideo();
+const QList<vlToolbarItemMgr::Kind> &vlToolbarItemMgr::kinds() {
+    using M = vlToolbarItemMgr;
+    static const QList<Kind> kinds = {
+        {vlStartToolbarItemIdentifier, uiKeys::instantMeetingLabel, uiKeys::instantMeetingTooltip,
+         u"Start_Meeting_normal_32"_s, &M::m_StartToolbarItem, &M::equipStart},
+        {vlScheduleToolbarItemIdentifier, uiKeys::scheduleMeetingLabel, uiKeys::scheduleMeetingTooltip,
+         u"Schedule_Meeting_normal_32"_s, &M::m_ScheduleToolbarItem, &M::equipSchedule},
+        {vlSchedulePACToolbarItemIdentifier, uiKeys::schedulePACMeetingLabel,
+         uiKeys::schedulePACMeetingTooltip, u"Schedule_PACMeeting_32"_s, &M::m_SchedulePACToolbarItem,
+         &M::equipSchedulePAC},
+        {vlOpenLogFolderIdentifier, uiKeys::openLogFolderLabel, uiKeys::openLogFolderTooltip,
+         u"OpenLogFolder_normal_32"_s, &M::m_OpenLogFolderToolbarItem, &M::equipOpenLogFolder},
+    };
+    return kinds;
 }
 
-std::unique_ptr<VlToolbarItem> vlToolbarItemMgr::makeItem(const Description &description) const {
-    auto item = std::make_unique<VlToolbarItem>(description.identifier);
-    item->setLabel(vlLocalizedString(description.labelKey));
+VlToolbarItem *vlToolbarItemMgr::itemFor(const QString &identifier) {
+    for (const Kind &kind : kinds())
+        if (kind.identifier == identifier)
+            return itemOf(kind);
+    return nullptr;
+}
+
+VlToolbarItem *vlToolbarItemMgr::itemOf(const Kind &kind) {
+    std::unique_ptr<VlToolbarItem> &item = this->*kind.item;
+    if (item)
+        return item.get();
+    item = std::make_unique<VlToolbarItem>(kind.identifier);
+    item->setLabel(vlLocalizedString(kind.labelKey));
     item->setPaletteLabel(vlLocalizedString(uiKeys::palletLabel));
-    item->setToolTip(toolTipFor(description.toolTipKey));
-    return item;
-}
-
-void vlToolbarItemMgr::setImage(VlToolbarItem &item, const QString &imageName) const {
+    item->setToolTip(toolTipFor(kind.toolTipKey));
+    (this->*kind.equip)(*item);
     QIcon icon;
     for (const qreal ratio : {1.0, 2.0, 3.0})
-        icon.addPixmap(QPixmap::fromImage(platform::services().pluginBundle->image(imageName, ratio)));
-    item.setBundleImage(BundleImage(imageName), icon);
+        icon.addPixmap(QPixmap::fromImage(platform::services().pluginBundle->image(kind.imageName, ratio)));
+    item->setBundleImage(BundleImage(kind.imageName), icon);
+    return item.get();
+}
+
+void vlToolbarItemMgr::equipStart(VlToolbarItem &item) {
+    if (!supportStartWithoutVideo())
+        return setClick(item, &vlToolbarItemMgr::onClickStartMeetingWithVideo);
+    loadStartMenu();
+    setMenuView(item, m_StartMenu, &vlToolbarItemMgr::popupStartContextMenu);
+}
+
+void vlToolbarItemMgr::equipSchedule(VlToolbarItem &item) {
+    setClick(item, &vlToolbarItemMgr::onClickScheduleVelaMeeting);
+}
+
+void vlToolbarItemMgr::equipSchedulePAC(VlToolbarItem &item) {
+    m_SchedulePACMenu = loadMenu(schedulePACMenuResource, &vlToolbarItemMgr::onContextMenuAction_SchedulePAC);
+    setMenuView(item, m_SchedulePACMenu, &vlToolbarItemMgr::popupSchedulePACContextMenu);
+}
+
+void vlToolbarItemMgr::equipOpenLogFolder(VlToolbarItem &item) {
+    setClick(item, &vlToolbarItemMgr::onClickOpenLogFolder);
+}
+
+void vlToolbarItemMgr::setClick(VlToolbarItem &item, Clicked clicked) {
+    item.setAction([this, clicked](platform::ToolbarItem &, QWidget *) { (this->*clicked)(); });
 }
 
 void vlToolbarItemMgr::setMenuView(VlToolbarItem &item, const Menu &menu, Opener open) {
@@ -81,92 +135,27 @@ void vlToolbarItemMgr::setMenuView(VlToolbarItem &item, const Menu &menu, Opener
         });
 }
 
-VlToolbarItem *vlToolbarItemMgr::VLStartToolbarItem() {
-    if (m_StartToolbarItem)
-        return m_StartToolbarItem.get();
-    m_StartToolbarItem =
-        makeItem({vlStartToolbarItemIdentifier, uiKeys::instantMeetingLabel, uiKeys::instantMeetingTooltip});
-    if (supportStartWithoutVideo()) {
-        loadStartMenu();
-        setMenuView(*m_StartToolbarItem, m_StartMenu, &vlToolbarItemMgr::popupStartContextMenu);
-    } else {
-        m_StartToolbarItem->setAction(
-            [this](platform::ToolbarItem &, QWidget *) { onClickStartMeetingWithVideo(); });
-    }
-    setImage(*m_StartToolbarItem, u"Start_Meeting_normal_32"_s);
-    return m_StartToolbarItem.get();
-}
-
-VlToolbarItem *vlToolbarItemMgr::VLScheduleToolbarItem() {
-    if (m_ScheduleToolbarItem)
-        return m_ScheduleToolbarItem.get();
-    m_ScheduleToolbarItem = makeItem(
-        {vlScheduleToolbarItemIdentifier, uiKeys::scheduleMeetingLabel, uiKeys::scheduleMeetingTooltip});
-    m_ScheduleToolbarItem->setAction(
-        [this](platform::ToolbarItem &, QWidget *) { onClickScheduleVelaMeeting(); });
-    setImage(*m_ScheduleToolbarItem, u"Schedule_Meeting_normal_32"_s);
-    return m_ScheduleToolbarItem.get();
-}
-
-VlToolbarItem *vlToolbarItemMgr::vlSchedulePACToolbarItem() {
-    if (m_SchedulePACToolbarItem)
-        return m_SchedulePACToolbarItem.get();
-    m_SchedulePACToolbarItem = makeItem({vlSchedulePACToolbarItemIdentifier, uiKeys::schedulePACMeetingLabel,
-                                         uiKeys::schedulePACMeetingTooltip});
-    loadSchedulePACMenu();
-    setMenuView(*m_SchedulePACToolbarItem, m_SchedulePACMenu, &vlToolbarItemMgr::popupSchedulePACContextMenu);
-    setImage(*m_SchedulePACToolbarItem, u"Schedule_PACMeeting_32"_s);
-    return m_SchedulePACToolbarItem.get();
-}
-
-VlToolbarItem *vlToolbarItemMgr::VLOpenLogFolderToolbarItem() {
-    if (m_OpenLogFolderToolbarItem)
-        return m_OpenLogFolderToolbarItem.get();
-    m_OpenLogFolderToolbarItem =
-        makeItem({vlOpenLogFolderIdentifier, uiKeys::openLogFolderLabel, uiKeys::openLogFolderTooltip});
-    m_OpenLogFolderToolbarItem->setAction(
-        [this](platform::ToolbarItem &, QWidget *) { onClickOpenLogFolder(); });
-    setImage(*m_OpenLogFolderToolbarItem, u"OpenLogFolder_normal_32"_s);
-    return m_OpenLogFolderToolbarItem.get();
-}
-
-VlToolbarItem *vlToolbarItemMgr::itemFor(const QString &identifier) {
-    if (identifier == vlStartToolbarItemIdentifier)
-        return VLStartToolbarItem();
-    if (identifier == vlScheduleToolbarItemIdentifier)
-        return VLScheduleToolbarItem();
-    if (identifier == vlSchedulePACToolbarItemIdentifier)
-        return vlSchedulePACToolbarItem();
-    if (identifier == vlOpenLogFolderIdentifier)
-        return VLOpenLogFolderToolbarItem();
-    return nullptr;
-}
-
-vlToolbarItemMgr::Menu vlToolbarItemMgr::loadMenu(const QString &resource) {
+vlToolbarItemMgr::Menu vlToolbarItemMgr::loadMenu(const QString &resource, Chosen chosen) {
     std::unique_ptr<QWidget> loaded = platform::services().pluginBundle->loadInterface(resource);
     auto *menu = qobject_cast<QMenu *>(loaded.get());
     if (!menu)
         return nullptr;
     loaded.release();
+    for (QAction *choice : menu->actions())
+        if (!choice->isSeparator())
+            QObject::connect(choice, &QAction::triggered, choice,
+                             [this, choice, chosen] { (this->*chosen)(choice); });
     return Menu(menu);
 }
 
-void vlToolbarItemMgr::connectChoice(QAction *choice, Chosen chosen) {
-    QObject::connect(choice, &QAction::triggered, choice,
-                     [this, choice, chosen] { (this->*chosen)(choice); });
-}
-
 void vlToolbarItemMgr::loadStartMenu() {
-    m_StartMenu = loadMenu(startMenuResource);
+    m_StartMenu = loadMenu(startMenuResource, &vlToolbarItemMgr::onContextMenuAction_Start);
     if (!m_StartMenu)
         return;
-    for (QAction *choice : m_StartMenu->actions()) {
-        if (choice->isSeparator())
-            continue;
-        choice->setText(vlLocalizedString(tagOf(choice) == TagWithoutVideo ? uiKeys::startWithoutVideo
-                                                                           : uiKeys::startWithVideo));
-        connectChoice(choice, &vlToolbarItemMgr::onContextMenuAction_Start);
-    }
+    for (QAction *choice : m_StartMenu->actions())
+        if (!choice->isSeparator())
+            choice->setText(vlLocalizedString(tagOf(choice) == TagWithoutVideo ? uiKeys::startWithoutVideo
+                                                                               : uiKeys::startWithVideo));
     refreshStartMenu();
     // The client may be updated while the host runs.
     QObject::connect(m_StartMenu.get(), &QMenu::aboutToShow, m_StartMenu.get(),
@@ -177,72 +166,42 @@ void vlToolbarItemMgr::loadStartMenu() {
 void vlToolbarItemMgr::refreshStartMenu() {
     const bool canDoWithout = vlClientFeatureMgr::sharedInstance().isVelaClientSupportPACAndNoVideo();
     for (QAction *choice : m_StartMenu->actions())
-        if (!choice->isSeparator() && tagOf(choice) == TagWithoutVideo)
+        if (tagOf(choice) == TagWithoutVideo)
             choice->setEnabled(canDoWithout);
 }
 
-void vlToolbarItemMgr::loadSchedulePACMenu() {
-    m_SchedulePACMenu = loadMenu(schedulePACMenuResource);
-    if (!m_SchedulePACMenu)
-        return;
-    for (QAction *choice : m_SchedulePACMenu->actions())
-        if (!choice->isSeparator())
-            connectChoice(choice, &vlToolbarItemMgr::onContextMenuAction_SchedulePAC);
-}
-
-void vlToolbarItemMgr::popUp(const Menu &menu, QWidget *view) {
-    if (menu && view)
-        menu->popup(view->mapToGlobal(QPoint(0, view->height())));
-}
-
-void vlToolbarItemMgr::popupStartContextMenu(QWidget *view) {
-    popUp(m_StartMenu, view);
-}
-
-void vlToolbarItemMgr::popupSchedulePACContextMenu(QWidget *view) {
-    popUp(m_SchedulePACMenu, view);
-}
-
 void vlToolbarItemMgr::onContextMenuAction_Start(const QAction *choice) {
-    switch (tagOf(choice)) {
-    case TagWithVideo:
+    const int tag = tagOf(choice);
+    if (tag == TagWithVideo)
         later([this] { onClickStartMeetingWithVideo(); });
-        break;
-    case TagWithoutVideo:
+    else if (tag == TagWithoutVideo)
         later([this] { onClickStartMeetingWithoutVideo(); });
-        break;
-    default:
-        break;
-    }
 }
 
 void vlToolbarItemMgr::onContextMenuAction_SchedulePAC(const QAction *choice) {
     const int tag = tagOf(choice);
     if (tag != TagAccount1 && tag != TagAccount2)
         return;
-    const QVariantMap account{{keyPACAccountNo, tag == TagAccount1 ? 1 : 2}};
+    const QVariantMap account{{keyPACAccountNo, tag == TagAccount1 ? firstPACAccount : secondPACAccount}};
     later([this, account] { onClickSchedulePersonalAudioMeeting(account); });
 }
 
 void vlToolbarItemMgr::onClickStartMeetingWithVideo() {
-    vlCommandItemMgr::sharedInstance().SendToolbarItemCommand(qint32(ToolbarCommand::StartInstantMeeting),
-                                                              {{keyStartWithVideo, withVideo}});
+    send(ToolbarCommand::StartInstantMeeting, {{keyStartWithVideo, withVideo}});
 }
 
 void vlToolbarItemMgr::onClickStartMeetingWithoutVideo() {
-    vlCommandItemMgr::sharedInstance().SendToolbarItemCommand(qint32(ToolbarCommand::StartInstantMeeting),
-                                                              {{keyStartWithVideo, withoutVideo}});
+    send(ToolbarCommand::StartInstantMeeting, {{keyStartWithVideo, withoutVideo}});
 }
 
 void vlToolbarItemMgr::onClickScheduleVelaMeeting() {
-    vlCommandItemMgr::sharedInstance().SendToolbarItemCommand(qint32(ToolbarCommand::ScheduleNewMeeting));
+    send(ToolbarCommand::ScheduleNewMeeting);
 }
 
 void vlToolbarItemMgr::onClickSchedulePersonalAudioMeeting(const QVariantMap &account) {
-    vlCommandItemMgr::sharedInstance().SendToolbarItemCommand(qint32(ToolbarCommand::ScheduleNewPACMeeting),
-                                                              account);
+    send(ToolbarCommand::ScheduleNewPACMeeting, account);
 }
 
 void vlToolbarItemMgr::onClickOpenLogFolder() {
-    vlCommandItemMgr::sharedInstance().SendToolbarItemCommand(qint32(ToolbarCommand::OpenLogFolder));
+    send(ToolbarCommand::OpenLogFolder);
 }

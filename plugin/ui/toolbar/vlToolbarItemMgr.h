@@ -1,11 +1,12 @@
 // The plug-in's four items in the tool-bars of the main windows, with their menus.
 #pragma once
 
+#include "plugin/ui/controls/menuOpening.h"
 #include "plugin/ui/toolbar/VlToolbarItem.h"
 #include "plugin/ui/toolbar/vlCommandItemMgr.h"
 #include "plugin/util/sharedObject.h"
+#include "plugin/util/vlPluginBuildMgr.h"
 
-#include <QMenu>
 #include <memory>
 
 inline const QString vlStartToolbarItemIdentifier = u"VLStartToolbarItem"_s;
@@ -18,23 +19,26 @@ class QAction;
 class vlToolbarItemMgr : public SharedObject<vlToolbarItemMgr> {
 public:
     // The singleton is for a process; a test makes managers of its own.
-    vlToolbarItemMgr();
-    ~vlToolbarItemMgr();
+    vlToolbarItemMgr() = default;
     vlToolbarItemMgr(const vlToolbarItemMgr &) = delete;
     vlToolbarItemMgr &operator=(const vlToolbarItemMgr &) = delete;
 
     // Each is made when it is first asked for and serves every tool-bar from then on. Owned by the manager.
-    [[nodiscard]] VlToolbarItem *VLStartToolbarItem();
-    [[nodiscard]] VlToolbarItem *VLScheduleToolbarItem();
-    [[nodiscard]] VlToolbarItem *vlSchedulePACToolbarItem();
-    [[nodiscard]] VlToolbarItem *VLOpenLogFolderToolbarItem();
+    [[nodiscard]] VlToolbarItem *VLStartToolbarItem() { return itemFor(vlStartToolbarItemIdentifier); }
+    [[nodiscard]] VlToolbarItem *VLScheduleToolbarItem() { return itemFor(vlScheduleToolbarItemIdentifier); }
+    [[nodiscard]] VlToolbarItem *vlSchedulePACToolbarItem() {
+        return itemFor(vlSchedulePACToolbarItemIdentifier);
+    }
+    [[nodiscard]] VlToolbarItem *VLOpenLogFolderToolbarItem() { return itemFor(vlOpenLogFolderIdentifier); }
     // The item of that identifier; nullptr when it is not one of the four.
     [[nodiscard]] VlToolbarItem *itemFor(const QString &identifier);
-    [[nodiscard]] bool supportStartWithoutVideo() const;
+    [[nodiscard]] bool supportStartWithoutVideo() const {
+        return vlPluginBuildMgr::supportStartWithoutVideo();
+    }
 
     // `view` is the control in the tool-bar that was used; the menu opens at its lower left corner.
-    void popupStartContextMenu(QWidget *view);
-    void popupSchedulePACContextMenu(QWidget *view);
+    void popupStartContextMenu(QWidget *view) { popUpBelow(m_StartMenu.get(), view); }
+    void popupSchedulePACContextMenu(QWidget *view) { popUpBelow(m_SchedulePACMenu.get(), view); }
     // What the menus' choices do, by their tags; other tags nothing. The command runs on the run loop's next
     // turn, when the menu has closed.
     void onContextMenuAction_Start(const QAction *choice);
@@ -46,24 +50,23 @@ public:
     void onClickOpenLogFolder();
 
 private:
+    struct Kind;
+    using Menu = std::shared_ptr<QMenu>;
+    using Clicked = void (vlToolbarItemMgr::*)();
     using Opener = void (vlToolbarItemMgr::*)(QWidget *);
     using Chosen = void (vlToolbarItemMgr::*)(const QAction *);
-    struct Description {
-        QString identifier;
-        QString labelKey;
-        QString toolTipKey;
-    };
-    using Menu = std::shared_ptr<QMenu>;
 
-    [[nodiscard]] std::unique_ptr<VlToolbarItem> makeItem(const Description &description) const;
+    [[nodiscard]] static const QList<Kind> &kinds();
+    [[nodiscard]] VlToolbarItem *itemOf(const Kind &kind);
+    void equipStart(VlToolbarItem &item);
+    void equipSchedule(VlToolbarItem &item);
+    void equipSchedulePAC(VlToolbarItem &item);
+    void equipOpenLogFolder(VlToolbarItem &item);
+    void setClick(VlToolbarItem &item, Clicked clicked);
     void setMenuView(VlToolbarItem &item, const Menu &menu, Opener open);
-    void setImage(VlToolbarItem &item, const QString &imageName) const;
     // Null when the resource is not there.
-    [[nodiscard]] Menu loadMenu(const QString &resource);
+    [[nodiscard]] Menu loadMenu(const QString &resource, Chosen chosen);
     void loadStartMenu();
-    void loadSchedulePACMenu();
-    void connectChoice(QAction *choice, Chosen chosen);
-    static void popUp(const Menu &menu, QWidget *view);
     void refreshStartMenu();
 
     Menu m_StartMenu;
