@@ -27,7 +27,7 @@ public:
     // For whom the meeting is scheduled; "" when it is for the user.
     void setScheduleFor();
 
-    // In a meeting for someone else the user's own personal meeting has no place; the choice is kept.
+    // The personal-meeting option is hidden when the meeting is for someone else; the choice is kept.
     [[nodiscard]] bool isForOther() const;
     [[nodiscard]] bool usesPersonalMeeting() const { return !isForOther() && m_settings.usePMI(); }
     [[nodiscard]] QString personalMeetingNumber() const; // in groups

@@ -25,9 +25,9 @@ public:
     // Whether the appointment shows no button at all, whatever its state. `hasEvent`: its editor is known.
     [[nodiscard]] bool needHideVlView(const vlERCalendarEventEditorViewController *editor,
                                       bool hasEvent) const;
-    // No value for a state that is none: the buttons stay as they are.
+    // No value for an unknown state: the buttons stay as they are.
     [[nodiscard]] std::optional<ShownButtons> shownButtons(bool isHidden, bool hasAudioConferences) const;
-    // What saving needs. A status is remembered for an appointment whose state tells none.
+    // What a save has to do. The status is remembered, and answered again when the state does not decide it.
     DataStatus getVlDataStatus(const vlERCalendarEventEditorViewController *editor, bool hasMeeting);
 
 private:

@@ -1,19 +1,24 @@
 #include "plugin/ui/strip/vlActionAdditionView.h"
 
 #include "platform/runtime/Runtime.h"
+#include "platform/services/Contained.h"
 #include "platform/services/Services.h"
 #include "platform/toolkit/Frames.h"
 #include "platform/toolkit/Windows.h"
 #include "plugin/host/adapters/hostNames.h"
 #include "plugin/link/meetingKeys.h"
+#include "plugin/link/readers/vlGetPACHelper.h"
 #include "plugin/ui/controls/vlPopupButton.h"
 #include "plugin/ui/controls/vlSettingsButton.h"
+#include "plugin/ui/dialogs/vlAlertHelper.h"
 #include "plugin/ui/localizationKeys.h"
 #include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
 #include "plugin/util/localizedString.h"
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/vlApptUIActionMgr.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
+#include "plugin/workflow/vlMeetingWindows.h"
+#include "plugin/workflow/vlOnbehalfData.h"
 
 #include <QMenu>
 #include <QPainter>
@@ -24,12 +29,43 @@ constexpr double closeReportDelay = 0.01; // seconds: the host has taken its win
 
 const rt::Selector selectorWindow("window");
 const rt::Selector selectorEditorViewController("editorViewController");
-// The host's own save, under the name that the hook has given it.
+// The host's own save, under the selector that the hook has given it.
 const rt::Selector selectorHostSave(olItem_hostSave);
 
 constexpr double edgeWidth = 0.5;
 constexpr double dashOn = 1.1; // points
 constexpr double dashOff = 2.1;
+
+const QString imageAdd = u"Schedule_Meeting_normal"_s;
+const QString imageRemove = u"Remove_Meeting_normal"_s;
+const QString imageSettings = u"Settings_normal"_s;
+const QString imageSettingsDisabled = u"Settings_disable"_s;
+const QString imageAudioConference = u"Add_Personal_Audio_Conference"_s;
+
+constexpr int meetingType = 0; // there is only one
+
+// Connects a button or a menu item; exceptions thrown by the action do not leave it.
+template<typename Sender, typename Signal>
+void onClick(Sender *sender, Signal signal, vlActionAdditionView *strip,
+             void (vlActionAdditionView::*action)()) {
+    QObject::connect(sender, signal, strip, [strip, action] {
+        platform::contained("a meeting button", [strip, action] {
+            const ContextScope scope(strip);
+            (strip->*action)();
+        });
+    });
+}
+
+vlSettingsButton *makeButton(vlActionAdditionView *strip, const QRectF &frame, const QString &imageName,
+                             const QString &titleKey, void (vlActionAdditionView::*action)()) {
+    auto *button = new vlSettingsButton(strip);
+    platform::setBottomLeftFrame(button, frame);
+    button->hide();
+    button->setImage(BundleImage(imageName));
+    button->setTitle(vlLocalizedString(titleKey));
+    onClick(button, &QAbstractButton::clicked, strip, action);
+    return button;
+}
 
 } // namespace
 
@@ -110,10 +146,6 @@ void vlActionAdditionView::loadOIProperty(rt::Object *event) {
     store.setEncodeMailBody(rt::textValue(record.value(vl_OLProperty_EncodeMailBody)));
 }
 
-void vlActionAdditionView::onUIInitialize(rt::Object *) {
-    onUIChanged(currentIsVelaMeeting() ? StripState::MeetingAttached : StripState::NoMeeting);
-}
-
 rt::Object *vlActionAdditionView::editorWindowController() const {
     return parentWidget() ? platform::windowController(window()) : nullptr;
 }
@@ -134,24 +166,12 @@ DataStatus vlActionAdditionView::getVlDataStatus() {
     return m_model.getVlDataStatus(m_pERCalendarEventEditorViewCtrl.get(), currentIsVelaMeeting());
 }
 
-bool vlActionAdditionView::currentIsVelaMeeting() const {
-    return !m_context->meetingKey.isEmpty();
-}
-
 bool vlActionAdditionView::isApptDirty() const {
     return m_pERCalendarEventEditorViewCtrl && m_pERCalendarEventEditorViewCtrl->isDirty();
 }
 
 bool vlActionAdditionView::blockDeleteVelaMeeting() const {
     return m_pERCalendarEventEditorViewCtrl && m_pERCalendarEventEditorViewCtrl->blockDeleteVelaMeeting();
-}
-
-bool vlActionAdditionView::getActionResult() const {
-    return m_vlActionResult.getActionResult();
-}
-
-void vlActionAdditionView::setActionResultData(const QVariantMap &answer) {
-    m_vlActionResult.setActionResultData(answer);
 }
 
 void vlActionAdditionView::setActionToSuccess() {
@@ -189,4 +209,124 @@ void vlActionAdditionView::paintEvent(QPaintEvent *) {
     const QRectF bounds = rect();
     painter.drawLine(bounds.bottomLeft(), bounds.topLeft());
     painter.drawLine(bounds.bottomRight(), bounds.topRight());
+}
+
+// Later buttons lie above earlier ones where their frames overlap; Tab goes from left to right.
+void vlActionAdditionView::createVLButton() {
+    createAddPACButton();
+    m_addButton = makeButton(this, gAddButtonFrame, imageAdd, uiKeys::addButton,
+                             &vlActionAdditionView::onClickAddVelaMeeting);
+    m_cancelButton = makeButton(this, gCancelButtonFrame, imageRemove, uiKeys::cancelButton,
+                                &vlActionAdditionView::onClickCancelVelaMeeting);
+    m_changeButton = makeButton(this, gChangeSettingButtonFrame, imageSettings, uiKeys::changeSettingButton,
+                                &vlActionAdditionView::onClickChangeSettings);
+    setTabOrder(m_addButton, m_addPACButton);
+    setTabOrder(m_addPACButton, m_changeButton);
+    setTabOrder(m_changeButton, m_cancelButton);
+}
+
+void vlActionAdditionView::createAddPACButton() {
+    m_addPACButton = new vlPopupButton(this);
+    platform::setBottomLeftFrame(m_addPACButton, gAddPACButtonFrame);
+    m_addPACButton->hide();
+    m_addPACButton->setImage(BundleImage(imageAudioConference));
+    m_addPACButton->setTitle(vlLocalizedString(uiKeys::addPACButton));
+    onClick(m_addPACButton, &QAbstractButton::clicked, this, &vlActionAdditionView::onClickAddPACAccount1);
+
+    m_addPACButtonPopupMenu = std::make_unique<QMenu>();
+    QAction *title = m_addPACButtonPopupMenu->addAction(QString()); // a pull-down's own title, never listed
+    title->setVisible(false);
+    onClick(title, &QAction::triggered, this, &vlActionAdditionView::onClickAddPACAccount1);
+    QAction *first = m_addPACButtonPopupMenu->addAction(vlLocalizedString(uiKeys::account1));
+    onClick(first, &QAction::triggered, this, &vlActionAdditionView::onClickAddPACAccount1);
+    m_addPACButtonPopupMenu->addSeparator();
+    QAction *second = m_addPACButtonPopupMenu->addAction(vlLocalizedString(uiKeys::account2));
+    onClick(second, &QAction::triggered, this, &vlActionAdditionView::onClickAddPACAccount2);
+    m_addPACButton->setMenu(m_addPACButtonPopupMenu.get());
+}
+
+void vlActionAdditionView::onUIChanged(StripState state) {
+    m_model.setState(state);
+    platform::setBottomLeftFrame(m_changeButton, gChangeSettingButtonFrame);
+    const bool hasAudioConferences =
+        state == StripState::NoMeeting && vlGetPACHelper::sharedInstance().isPACEnabled(); // reads a file
+    if (const auto shown = m_model.shownButtons(needHideVlView(), hasAudioConferences))
+        setShown(*shown);
+}
+
+void vlActionAdditionView::setShown(const ShownButtons &shown) {
+    // What is shown comes first: the keyboard's focus goes on to it when its own button goes away.
+    const std::pair<QWidget *, bool> buttons[] = {{m_addButton, shown.add},
+                                                  {m_addPACButton, shown.audioConference},
+                                                  {m_changeButton, shown.settings},
+                                                  {m_cancelButton, shown.remove}};
+    for (const auto &[button, isShown] : buttons)
+        if (isShown)
+            button->show();
+    for (const auto &[button, isShown] : buttons) {
+        if (isShown)
+            continue;
+        if (button->hasFocus())
+            (shown.settings ? static_cast<QWidget *>(m_changeButton) : m_addButton)->setFocus();
+        button->hide();
+    }
+    update();
+}
+
+void vlActionAdditionView::enableChangeSettingButton(bool enabled) {
+    m_changeButton->setToolTip(enabled ? QString() : vlLocalizedString(uiKeys::notAllowChangeSettingsTip));
+    m_changeButton->setImage(BundleImage(enabled ? imageSettings : imageSettingsDisabled));
+    m_changeButton->setEnabled(enabled);
+    update();
+}
+
+void vlActionAdditionView::onClickAddVelaMeeting() {
+    attachOutlookERCalendarEventEditorWindowController(editorWindowController());
+    if (m_model.state() == StripState::NoMeeting)
+        vlApptUIActionMgr::sharedInstance().addVLMeeting(this);
+}
+
+void vlActionAdditionView::addPACMeeting(qint64 account) {
+    if (vlOnbehalfData::sharedInstance().isOnbehalf(getAppointmentWindowID()))
+        return popupNotSupportPACWarningMsg();
+    attachOutlookERCalendarEventEditorWindowController(editorWindowController());
+    if (m_model.state() == StripState::NoMeeting)
+        vlApptUIActionMgr::sharedInstance().addPACMeeting(this, account);
+}
+
+void vlActionAdditionView::onClickCancelVelaMeeting() {
+    if (m_model.state() != StripState::MeetingAttached)
+        return;
+    const QPointer<vlActionAdditionView> alive(this);
+    vlApptUIActionMgr::sharedInstance().cancelVLMeeting(this, meetingType);
+    if (alive)
+        enableChangeSettingButton(true);
+}
+
+void vlActionAdditionView::onClickChangeSettings() {
+    const QPointer<vlActionAdditionView> alive(this);
+    vlApptUIActionMgr::sharedInstance().changeVLMeeting(this, meetingType);
+    if (alive && m_pERCalendarEventEditorViewCtrl)
+        m_pERCalendarEventEditorViewCtrl->setIsDirty(true);
+}
+
+void vlActionAdditionView::popupNotSupportPACWarningMsg() {
+    vlAlertHelper::sharedInstance().showAlertMessage(parentWidget() ? window() : nullptr,
+                                                     vlLocalizedString(uiKeys::notSupportPACForOnBehalf));
+}
+
+void vlActionAdditionView::autoAddToVlMeeting() {
+    QVariantMap &flags = platform::services().mainThreadDictionary;
+    if (flags.remove(keyFlagAutoAddToVlMeeting) > 0) {
+        flags.remove(keyFlagVlMeetingArgument);
+        return onClickAddVelaMeeting();
+    }
+    if (flags.remove(keyFlagAutoAddToPACMeeting) == 0)
+        return;
+    const QVariantMap argument = rt::mapValue(flags.take(keyFlagVlMeetingArgument));
+    const qint64 account = rt::integerValue(argument.value(keyPACAccountNo));
+    if (account == secondPACAccount)
+        onClickAddPACAccount2();
+    else if (account == firstPACAccount)
+        onClickAddPACAccount1();
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
+#include "plugin/host/adapters/vlErageAppDelegate.h"
 #include "plugin/ui/strip/StripModel.h"
 #include "plugin/workflow/MeetingContext.h"
 #include "plugin/workflow/vlActionResultMgr.h"
@@ -28,9 +29,9 @@ inline constexpr QRectF gChangeSettingButtonFrame{16, 12, 110, 60};
 inline const QString keyECCalendarEvent = u"keyECCalendarEvent"_s;
 inline const QString keyERCalendarEventEditorWindowController = u"keyERCalendarEventEditorWindowController"_s;
 
-// Made with the host's header view, which owns it; told later which editor it serves; gone when the editor's
-// window closes. Registered with vlActionAdditionViewMonitor for all that time. Until it is told, it shows
-// nothing. Host objects are never kept alive. Main thread only.
+// Made with the host's header view, which owns it. It learns later which editor it serves, and shows nothing
+// until then. It goes when the editor's window closes. It is registered with vlActionAdditionViewMonitor as
+// long as it lives. Host objects are never kept alive. Main thread only.
 class vlActionAdditionView : public QWidget, public EditorStrip {
     Q_OBJECT
 public:
@@ -39,7 +40,7 @@ public:
     // Makes a strip in a host's header view, which owns it. Nothing without one.
     static void create(QWidget *headerView, const QRectF &frame);
 
-    // Tells the strip of that window controller that its editor is open. Nothing when there is no such strip,
+    // Tells the strip of that window controller that its editor is open. Ignored when there is no such strip,
     // or when it has been told before.
     static void onChangeUINotification(const QVariantMap &notice);
 
@@ -49,8 +50,10 @@ public:
     // Takes the meeting stored in the event into the strip's context.
     void initMeetingData(rt::Object *event);
     void loadOIProperty(rt::Object *event);
-    void onUIInitialize(rt::Object *event);
-    // What the tool-bar's commands have left to be done by the next editor that opens.
+    void onUIInitialize(rt::Object *) {
+        onUIChanged(currentIsVelaMeeting() ? StripState::MeetingAttached : StripState::NoMeeting);
+    }
+    // Does what the tool-bar's commands have left for the next editor that opens.
     void autoAddToVlMeeting();
 
     [[nodiscard]] rt::Object *editorWindowController() const override;
@@ -58,32 +61,34 @@ public:
     [[nodiscard]] QString getAppointmentWindowID() const override;
 
     void onUIChanged(StripState state) override;
-    void refreshUI() override;
-    void hideAll();
+    void refreshUI() override { onUIChanged(m_model.state()); }
+    void hideAll() { setShown({}); }
     [[nodiscard]] bool needHideVlView() const;
     void enableChangeSettingButton(bool enabled) override;
     [[nodiscard]] StripState uiStatus() const { return m_model.state(); }
 
     [[nodiscard]] DataStatus getVlDataStatus() override;
-    [[nodiscard]] bool currentIsVelaMeeting() const override;
+    [[nodiscard]] bool currentIsVelaMeeting() const override { return !m_context->meetingKey.isEmpty(); }
     [[nodiscard]] bool isApptDirty() const override;
     [[nodiscard]] bool blockDeleteVelaMeeting() const override;
     void setIsSupportVela(bool supported) { m_model.setIsSupportVela(supported); }
     [[nodiscard]] bool isSupportVela() const { return m_model.isSupportVela(); }
 
-    [[nodiscard]] bool getActionResult() const override;
-    void setActionResultData(const QVariantMap &answer) override;
+    [[nodiscard]] bool getActionResult() const override { return m_vlActionResult.getActionResult(); }
+    void setActionResultData(const QVariantMap &answer) override {
+        m_vlActionResult.setActionResultData(answer);
+    }
     void setActionToSuccess() override;
     void setOLUIAction(HostAction action) override { m_OLCalEventViewAction = action; }
     [[nodiscard]] HostAction getOLUIAction() const override { return m_OLCalEventViewAction; }
 
     // The buttons' actions. A click that does not fit the state is ignored.
     void onClickAddVelaMeeting();
-    void onClickAddPACAccount1();
-    void onClickAddPACAccount2();
+    void onClickAddPACAccount1() { addPACMeeting(firstPACAccount); }
+    void onClickAddPACAccount2() { addPACMeeting(secondPACAccount); }
     void onClickCancelVelaMeeting();
     void onClickChangeSettings();
-    void autoRemoveVelaMeeting() override;
+    void autoRemoveVelaMeeting() override { onClickCancelVelaMeeting(); }
     void popupNotSupportPACWarningMsg();
 
     void onWindowWillClose(QWidget *window);

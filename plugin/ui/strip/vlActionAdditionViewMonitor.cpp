@@ -5,7 +5,7 @@
 
 namespace {
 
-// Nothing never matches nothing.
+// Empty identifiers never match each other.
 bool same(const QString &identifier, const QString &other) {
     return !identifier.isEmpty() && identifier == other;
 }
