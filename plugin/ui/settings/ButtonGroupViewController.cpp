@@ -28,18 +28,11 @@ void ButtonGroupViewController::initWithLocalString() {
 }
 
 void ButtonGroupViewController::onClickContinue() {
-    endSheet(true);
+    settingWindow->accept();
 }
 
 void ButtonGroupViewController::onClickCancel() {
-    endSheet(false);
-}
-
-void ButtonGroupViewController::endSheet(bool isOk) {
-    m_endingSheet = true;
-    settingWindow->done(isOk ? QDialog::Accepted : QDialog::Rejected);
-    m_endingSheet = false;
-    postCommitCommand(isOk);
+    settingWindow->reject();
 }
 
 void ButtonGroupViewController::postCommitCommand(bool isOk) {

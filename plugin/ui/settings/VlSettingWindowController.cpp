@@ -50,15 +50,14 @@ void VlSettingWindowController::awakeFromNib() {
 }
 
 void VlSettingWindowController::initFields(bool first) {
-    const vlSettingData::OneWrite write;
-    if (m_settings && first)
-        m_settings->initFields();
-    else if (m_settings)
-        m_settings->updateUIItems();
-    if (m_buttons)
-        m_buttons->initWithLocalString();
-    if (!m_banner)
+    if (!m_window)
         return;
+    const vlSettingData::OneWrite write;
+    if (first)
+        m_settings->initFields();
+    else
+        m_settings->updateUIItems();
+    m_buttons->initWithLocalString();
     m_banner->initFields();
     m_model.setScheduleFor();
 }
@@ -70,16 +69,15 @@ void VlSettingWindowController::showWindowSheet() {
         loadWindow();
     if (!m_window || m_window->isVisible())
         return;
-    platform::beginSheet(m_window.get(), m_parentWindow, [this](int) { endSheet(); });
+    platform::beginSheet(m_window.get(), m_parentWindow, [this](int result) { endSheet(result); });
     // Without this the toolkit gives the focus to the first control once the window is active.
     m_window->setFocus(Qt::OtherFocusReason);
 }
 
 // Escape and the window's own close button leave the sheet like Cancel.
-void VlSettingWindowController::endSheet() {
+void VlSettingWindowController::endSheet(int result) {
     m_window->hide();
-    if (!m_buttons->isEndingSheet())
-        m_buttons->postCommitCommand(false);
+    m_buttons->postCommitCommand(result == QDialog::Accepted);
 }
 
 void VlSettingWindowController::makeFirstResponderWithObject(QWidget *control) {

@@ -45,7 +45,7 @@ public:
 private:
     void loadWindow();
     void awakeFromNib();
-    void endSheet();
+    void endSheet(int result);
 
     SettingsSheetModel m_model;
     QPointer<QWidget> m_parentWindow;

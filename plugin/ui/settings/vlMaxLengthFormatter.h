@@ -12,7 +12,8 @@ class vlMaxLengthFormatter : public QValidator {
 public:
     static constexpr qint32 kvlMaxLength = 50;
 
-    explicit vlMaxLengthFormatter(QObject *parent = nullptr);
+    explicit vlMaxLengthFormatter(QObject *parent = nullptr)
+        : QValidator(parent) {}
 
     [[nodiscard]] qint32 maxLength() const { return m_maxLength; } // UTF-16 units
     void setMaxLength(qint32 length) { m_maxLength = length; }
@@ -20,10 +21,15 @@ public:
     // What the field shows, or is about to show.
     void setShownText(const QString &text) { m_shownLength = text.size(); }
 
-    [[nodiscard]] bool isPartialStringValid(const QString &partialString) const;
-    [[nodiscard]] QString stringForObjectValue(const rt::Value &value) const; // null when it is no text
-    [[nodiscard]] rt::Value getObjectValue(const QString &text) const;
-    State validate(QString &input, int &position) const override;
+    [[nodiscard]] bool isPartialStringValid(const QString &partialString) const {
+        return partialString.size() <= m_maxLength;
+    }
+    // Null when it is no text.
+    [[nodiscard]] QString stringForObjectValue(const rt::Value &value) const { return rt::textValue(value); }
+    [[nodiscard]] rt::Value getObjectValue(const QString &text) const { return text; }
+    State validate(QString &input, int &) const override {
+        return isPartialStringValid(input) || input.size() <= m_shownLength ? Acceptable : Invalid;
+    }
 
 private:
     qint32 m_maxLength = kvlMaxLength;
