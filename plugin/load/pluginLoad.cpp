@@ -12,13 +12,12 @@
 #include "plugin/workflow/workflowPorts.h"
 
 void fillPluginPorts() {
-    static auto *requestFeedback = new DialogRequestFeedback;
-    static auto *workflowAlerts = new DialogWorkflowAlerts;
-    LinkPorts::instance().feedback = requestFeedback;
+    static auto *dialogs = new DialogPorts;
+    LinkPorts::instance().feedback = dialogs;
     WorkflowPorts::instance().strips = &vlActionAdditionViewMonitor::sharedInstance();
     WorkflowPorts::instance().createStrip = vlActionAdditionView::create;
     WorkflowPorts::instance().sheets = &SchSettingWndCtrlMgr::sharedInstance();
-    WorkflowPorts::instance().alerts = workflowAlerts;
+    WorkflowPorts::instance().alerts = dialogs;
     LinkPorts::instance().finishReceiver = &vlMeetingMgr::sharedInstance();
     BodyPorts::instance().holder = &vlMeetingMgr::sharedInstance();
 }

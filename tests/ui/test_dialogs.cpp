@@ -31,14 +31,13 @@ protected:
         return shown.isEmpty() ? nullptr : qobject_cast<QMessageBox *>(shown.last());
     }
     QWidget window;
-    DialogRequestFeedback feedback;
-    DialogWorkflowAlerts alerts;
+    DialogPorts ports;
 };
 
 TEST_F(Dialogs, ShowTheMessageToTheLetter) {
     const QString message = u"%d of %s <b>bold</b> 100%\n&amp;"_s;
     window.show();
-    feedback.showAlertMessage(&window, message);
+    ports.showAlertMessage(&window, message);
     ASSERT_TRUE(alert());
     auto *label = alert()->findChild<QLabel *>(u"qt_msgbox_informativelabel"_s);
     ASSERT_TRUE(label);
@@ -51,7 +50,7 @@ TEST_F(Dialogs, ShowTheMessageToTheLetter) {
     press(alert(), u"OK"_s);
     EXPECT_FALSE(alert());
 
-    alerts.showAlertMessage(nullptr, message); // stands alone
+    ports.showAlertMessage(nullptr, message); // stands alone
     ASSERT_TRUE(alert());
     EXPECT_EQ(alert()->windowModality(), Qt::NonModal);
     QTest::keyClick(alert(), Qt::Key_Escape);
@@ -61,7 +60,7 @@ TEST_F(Dialogs, ShowTheMessageToTheLetter) {
 TEST_F(Dialogs, GoWhenTheirWindowDies) {
     auto parent = std::make_unique<QWidget>();
     parent->show();
-    feedback.showClientError(parent.get(), u"Not running"_s);
+    ports.showClientError(parent.get(), u"Not running"_s);
     ASSERT_TRUE(alert());
     parent.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -85,7 +84,7 @@ TEST_F(Dialogs, LaunchTheClientThroughTheAgentOnlyOnNewerHosts) {
         installBundle(desktop, kVelausIdentify, u"/Applications/Parlo Meetings.app"_s, {});
         desktop.bus->clearPosted();
         desktop.workspace->started.clear();
-        feedback.showClientError(&window, u"Not running"_s);
+        ports.showClientError(&window, u"Not running"_s);
         ASSERT_TRUE(alert());
         EXPECT_EQ(alert()->defaultButton()->text(), echo(launchKey));
         if (row.button.isNull())
@@ -117,13 +116,13 @@ TEST_F(Dialogs, RemoveTheMeetingOfTheEditorTheyAreAbout) {
         first.context()->meetingKey = u"key"_s;
         first.strip().onUIChanged(StripState::MeetingAttached);
 
-        alerts.showRemoveMeetingWarning(&first.editor, first.window);
+        ports.showRemoveMeetingWarning(&first.editor, first.window);
         press(alert(), echo(cancelKey));
-        alerts.showRemoveMeetingWarning(&second.editor, &parent);
+        ports.showRemoveMeetingWarning(&second.editor, &parent);
     }
     press(alert(), echo(removeKey)); // its editor is gone
     EXPECT_EQ(lastCommand(), MeetingCommand::CmdNone);
-    alerts.showRemoveMeetingWarning(&first.editor, first.window);
+    ports.showRemoveMeetingWarning(&first.editor, first.window);
     press(alert(), echo(removeKey));
     EXPECT_NE(lastCommand(), MeetingCommand::CmdNone);
 }

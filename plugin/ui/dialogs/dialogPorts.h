@@ -1,18 +1,28 @@
-// The dialogs as the lower floors see them.
+// The dialogs as the lower layers see them.
 #pragma once
 
 #include "plugin/link/linkPorts.h"
+#include "plugin/ui/dialogs/vlAlertHelper.h"
+#include "plugin/ui/dialogs/vlAutoRemoveVelaMeetingMessage.h"
+#include "plugin/ui/dialogs/vlClientNotRunningError.h"
+#include "plugin/ui/dialogs/vlProgressUIMgr.h"
 #include "plugin/workflow/workflowPorts.h"
 
-class DialogRequestFeedback : public RequestFeedback {
+class DialogPorts : public RequestFeedback, public WorkflowAlerts {
 public:
-    [[nodiscard]] std::unique_ptr<RequestProgress> makeProgress() override;
-    void showAlertMessage(QWidget *window, const QString &message) override;
-    void showClientError(QWidget *window, const QString &message) override;
-};
-
-class DialogWorkflowAlerts : public WorkflowAlerts {
-public:
-    void showAlertMessage(QWidget *window, const QString &message) override;
-    void showRemoveMeetingWarning(rt::Object *editor, QWidget *window) override;
+    [[nodiscard]] std::unique_ptr<RequestProgress> makeProgress() override {
+        return std::make_unique<vlProgressUIMgr>();
+    }
+    // Of both ports.
+    void showAlertMessage(QWidget *window, const QString &message) override {
+        vlAlertHelper::sharedInstance().showAlertMessage(window, message);
+    }
+    void showClientError(QWidget *window, const QString &message) override {
+        vlClientNotRunningError::sharedInstance().showClientError(window, message);
+    }
+    void showRemoveMeetingWarning(rt::Object *editor, QWidget *window) override {
+        auto &warning = vlAutoRemoveVelaMeetingMessage::sharedInstance();
+        warning.setEditorViewCtrl(editor);
+        warning.showMessage(window);
+    }
 };
