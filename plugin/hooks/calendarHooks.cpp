@@ -1,3 +1,4 @@
+// Replacements of the host methods that change appointments without an editor.
 #include "plugin/hooks/hookGuard.h"
 #include "plugin/hooks/hookReplacements.h"
 #include "plugin/hooks/hookTable.h"
@@ -31,7 +32,7 @@ rt::Value changeOnGrid(HookRowName row, rt::Object *self, rt::Args arguments, Up
     const int result = guarded("changing a meeting on the calendar", refused, [&grid, &update] {
         if (!isCurrentVelaMeeting(grid.get()))
             return accepted;
-        return int(update(vlCalendarActionMgr::sharedInstance(), grid.get()));
+        return update(vlCalendarActionMgr::sharedInstance(), grid.get());
     });
     if (result != accepted)
         return true; // dealt with: the tile goes back to where it was
@@ -49,7 +50,7 @@ Deletion deleteMeetingOf(const rt::Weak<> &event) {
         vlCalendarActionMgr &manager = vlCalendarActionMgr::sharedInstance();
         if (!manager.isCurVelaMeeting(event.get()))
             return Deletion{false, accepted, true};
-        const int result = int(manager.deleteMeeting(event.get()));
+        const int result = manager.deleteMeeting(event.get());
         return Deletion{true, result, manager.getActionResult()};
     });
 }
@@ -99,7 +100,7 @@ rt::Value switchToSeries(rt::Object *self, rt::Selector, rt::Args arguments) {
     // The window in which the user asked for it: once the host has switched, another may be active, or this
     // one closed.
     const QPointer<QWidget> window = QApplication::activeWindow();
-    const rt::Value result = callHost(HookRowName::SwitchToSeries, self, arguments);
+    rt::Value result = callHost(HookRowName::SwitchToSeries, self, arguments);
     guarded("following the switch to the series", [&window] {
         const QPointer<vlActionAdditionView> strip = dynamic_cast<vlActionAdditionView *>(
             vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(window));

@@ -1,3 +1,4 @@
+// Replacements of the host methods of an appointment editor and of the record that it stores.
 #include "plugin/hooks/hookGuard.h"
 #include "plugin/hooks/hookReplacements.h"
 #include "plugin/hooks/hookTable.h"
@@ -90,7 +91,7 @@ rt::Value editorPassThroughRow(HookRowName row, rt::Object *self, rt::Args argum
 
 rt::Value editorFromFieldModified(rt::Object *self, rt::Selector, rt::Args arguments) {
     const rt::Weak<> editor(self);
-    const rt::Value result = callHost(HookRowName::EditorFromFieldModified, self, arguments);
+    rt::Value result = callHost(HookRowName::EditorFromFieldModified, self, arguments);
     guarded("following the From field", [&editor] {
         EditorStrip *strip = stripOf(editor);
         if (!strip)
@@ -106,7 +107,7 @@ rt::Value editorFromFieldModified(rt::Object *self, rt::Selector, rt::Args argum
 rt::Value editorRecurrenceEnded(rt::Object *self, rt::Selector, rt::Args arguments) {
     const rt::Weak<> editor(self);
     const auto returnCode = quint32(rt::integerValue(arguments[1]));
-    const rt::Value result = callHost(HookRowName::EditorRecurrenceEnded, self, arguments);
+    rt::Value result = callHost(HookRowName::EditorRecurrenceEnded, self, arguments);
     guarded("following the recurrence", [&editor, returnCode] {
         if (returnCode > lastRefreshingReturnCode)
             return;

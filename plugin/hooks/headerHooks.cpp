@@ -1,3 +1,4 @@
+// Replacements of the host methods of an editor's header and of those that open its window.
 #include "platform/services/Services.h"
 #include "platform/toolkit/Frames.h"
 #include "platform/toolkit/Windows.h"
@@ -5,6 +6,7 @@
 #include "plugin/hooks/hookReplacements.h"
 #include "plugin/hooks/hookTable.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
+#include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/vlApptUIActionMgr.h"
 
 #include <QVarLengthArray>
@@ -20,22 +22,13 @@ constexpr double yWithoutTimeZoneRow = -10.0;
 const QString timeZoneLabel = u"Time zone:"_s;
 const QString keySubview = u"subview"_s;
 
-// A header is drawn often: its classes are looked up once. A class that exists stays.
-template<const char *Name>
-const rt::Class *hostClass() {
-    static const rt::Class *cls = nullptr;
-    if (!cls)
-        cls = rt::classNamed(QString::fromLatin1(Name));
-    return cls;
-}
-
-constexpr char olderHeaderName[] = "OLCalendarHeaderContainerView";
-constexpr char newerHeaderName[] = "OLAutoLayoutAttachmentsAcceptingView";
-constexpr char autoLayoutName[] = "OLAutoLayoutView";
+const QString olderHeaderName = u"OLCalendarHeaderContainerView"_s;
+const QString newerHeaderName = u"OLAutoLayoutAttachmentsAcceptingView"_s;
+const QString autoLayoutName = u"OLAutoLayoutView"_s;
 
 // The very class, not a subclass of it.
-bool isExactly(const rt::Object *object, const rt::Class *cls) {
-    return object && cls && object->isa() == cls;
+bool isExactly(const rt::Object *object, const QString &className) {
+    return object && object->isa()->name() == className;
 }
 
 bool isShown(const QWidget *view) {
@@ -50,7 +43,7 @@ bool isAnyView(const QWidget *) {
 }
 
 bool isAutoLayoutView(const QWidget *view) {
-    return rt::isKindOf(dynamic_cast<const rt::Object *>(view), hostClass<autoLayoutName>());
+    return vlOLUtils::kindofClass(view, autoLayoutName);
 }
 
 // What is no text field has a null text, which is not the label's.
@@ -118,17 +111,18 @@ Strips managedStrips(rt::Object *header) {
     return strips;
 }
 
-Strips directStrips(const QWidget *header) {
+Strips directStrips(rt::Object *object) {
     Strips strips;
-    for (QObject *child : header->children())
-        if (auto *strip = qobject_cast<vlActionAdditionView *>(child))
-            strips.append(strip);
+    if (const auto *header = dynamic_cast<const QWidget *>(object))
+        for (QObject *child : header->children())
+            if (auto *strip = qobject_cast<vlActionAdditionView *>(child))
+                strips.append(strip);
     return strips;
 }
 
-rt::Value makeHeader(HookRowName row, const rt::Class *headerClass, rt::Object *self, rt::Args arguments) {
-    const rt::Value made = callHost(row, self, arguments);
-    guarded("making the meeting buttons", [&made, headerClass] {
+rt::Value makeHeader(HookRowName row, const QString &headerClass, rt::Object *self, rt::Args arguments) {
+    rt::Value made = callHost(row, self, arguments);
+    guarded("making the meeting buttons", [&made, &headerClass] {
         rt::Object *object = rt::objectValue(made);
         QWidget *header = rt::widgetValue(made);
         if (header && isExactly(object, headerClass))
@@ -137,42 +131,45 @@ rt::Value makeHeader(HookRowName row, const rt::Class *headerClass, rt::Object *
     return made;
 }
 
+// How the strips and the time-zone row of one kind of header are found.
+struct HeaderParts {
+    Strips (*strips)(rt::Object *header);
+    bool (*hasTimeZone)(const QWidget *header);
+};
+
+rt::Value drawHeader(HookRowName row, const QString &headerClass, const HeaderParts &parts, rt::Object *self,
+                     rt::Args arguments) {
+    const rt::Weak<> view(self);
+    rt::Value drawn = callHost(row, self, arguments);
+    guarded("placing the meeting buttons", [&view, &headerClass, &parts] {
+        if (!isExactly(view.get(), headerClass))
+            return;
+        const Strips strips = parts.strips(view.get());
+        const auto *header = dynamic_cast<const QWidget *>(view.get());
+        if (header && !strips.isEmpty())
+            placeStrips(strips, parts.hasTimeZone(header));
+    });
+    return drawn;
+}
+
 } // namespace
 
 rt::Value olderHeaderInit(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return makeHeader(HookRowName::OlderHeaderInit, hostClass<olderHeaderName>(), self, arguments);
+    return makeHeader(HookRowName::OlderHeaderInit, olderHeaderName, self, arguments);
 }
 
 rt::Value newerHeaderInit(rt::Object *self, rt::Selector, rt::Args arguments) {
-    return makeHeader(HookRowName::NewerHeaderInit, hostClass<newerHeaderName>(), self, arguments);
+    return makeHeader(HookRowName::NewerHeaderInit, newerHeaderName, self, arguments);
 }
 
 rt::Value olderHeaderDrawRect(rt::Object *self, rt::Selector, rt::Args arguments) {
-    const rt::Weak<> view(self);
-    const rt::Value drawn = callHost(HookRowName::OlderHeaderDraw, self, arguments);
-    guarded("placing the meeting buttons", [&view] {
-        if (!isExactly(view.get(), hostClass<olderHeaderName>()))
-            return;
-        const Strips strips = managedStrips(view.get());
-        const auto *header = dynamic_cast<QWidget *>(view.get());
-        if (header && !strips.isEmpty())
-            placeStrips(strips, vlHasTimezoneForHeaderContainer(header));
-    });
-    return drawn;
+    return drawHeader(HookRowName::OlderHeaderDraw, olderHeaderName,
+                      {managedStrips, vlHasTimezoneForHeaderContainer}, self, arguments);
 }
 
 rt::Value newerHeaderDrawRect(rt::Object *self, rt::Selector, rt::Args arguments) {
-    const rt::Weak<> view(self);
-    const rt::Value drawn = callHost(HookRowName::NewerHeaderDraw, self, arguments);
-    guarded("placing the meeting buttons", [&view] {
-        if (!isExactly(view.get(), hostClass<newerHeaderName>()))
-            return;
-        const auto *header = dynamic_cast<QWidget *>(view.get());
-        const Strips strips = header ? directStrips(header) : Strips();
-        if (!strips.isEmpty())
-            placeStrips(strips, vlHasTimezone(header));
-    });
-    return drawn;
+    return drawHeader(HookRowName::NewerHeaderDraw, newerHeaderName, {directStrips, vlHasTimezone}, self,
+                      arguments);
 }
 
 // The rows of the newer header would paint over the strip: their own drawing never runs.
@@ -184,7 +181,7 @@ rt::Value editorShownRow(HookRowName row, rt::Object *self, rt::Args arguments) 
     // The appointment may go away while the host opens its window, and the window may be closed again before
     // the next turn of the loop.
     const rt::Weak<> event(rt::objectValue(arguments[0]));
-    const rt::Value shown = callHost(row, self, arguments);
+    rt::Value shown = callHost(row, self, arguments);
     guarded("telling the meeting buttons about their editor", [&shown, &event] {
         const rt::Weak<> controller(rt::objectValue(shown));
         platform::services().runLoop->callAfter(0, [event, controller] {

@@ -1,3 +1,4 @@
+// The replacement of the host method that supplies the main window's tool-bar items.
 #include "plugin/hooks/hookGuard.h"
 #include "plugin/hooks/hookReplacements.h"
 #include "plugin/hooks/hookTable.h"

@@ -13,8 +13,7 @@ void addUsualItems(QWidget *window) {
     hook.addVelaButtonToToolbar(window, vlStartToolbarItemIdentifier);
 }
 
-// The host's own list of allowed items stays as it is, so a person finds these only when the tool-bar is
-// told.
+// The host's own list of allowed items stays as it is: users find these only when the tool-bar knows them.
 void offerAllItems() {
     platform::Toolbar::offerItems(key_vlERageMainWindowController,
                                   {vlStartToolbarItemIdentifier, vlScheduleToolbarItemIdentifier,
