@@ -23,7 +23,8 @@ enum class AgentAction : quint32 { GetClientVersion = 1, LaunchClient = 2 };
 
 enum class ClientStatus : qint32 { NotInstalled = 0, NotRunning = 1, Running = 2, NotSupported = 3 };
 
-// Why a request failed. The first five follow from the client's status, the others from its answer.
+// Why a request failed: NotInstalled, NotRunning and NotSupported by the client's status, the others by its
+// answer.
 enum class ClientError : qint32 {
     None = 0,
     NotInstalled = 2,

@@ -16,8 +16,8 @@ public:
     virtual void closeCommunication() = 0; // nothing when not shown
 };
 
-// How a request tells the user what happens to it. `window` may be nullptr: shown on its own. Calls return at
-// once.
+// How a request tells the user what happens to it. Without a `window` (nullptr) a dialog stands on its own.
+// Calls return at once.
 class RequestFeedback {
 public:
     virtual ~RequestFeedback() = default;
@@ -31,11 +31,10 @@ public:
 class FinishReceiver {
 public:
     virtual ~FinishReceiver() = default;
-    // Finish code (1 to 13) and finish dictionary {"vlAPIResponse", "keyApptWindowID"}, either entry may be
+    // Finish code (1 to 13) and finish dictionary {"vlAPIResponse", "keyApptWindowID"}; either entry may be
     // missing.
     virtual void onExcuteCommandFinished(int command, const QVariantMap &data) = 0;
-    // What the owner at hand has asked about its meeting was refused, and the user was told. No finish code
-    // follows.
+    // The client refused a request of the owner at hand, and the user has been told. No finish code follows.
     virtual void onRequestDenied() {}
     // The identifier of the appointment editor that the window belongs to; a null text when it belongs to
     // none.

@@ -3,7 +3,7 @@
 
 #include <QtGlobal>
 
-// Commands 1 to 12 ask for something; 4 to 8 and 13 also tell that the client answered.
+// Values 1 to 12 are requests; 4 to 8 and 13 also report that the client has answered.
 enum class MeetingCommand : qint32 {
     CmdNone = 0,
     CmdAddMeeting = 1,

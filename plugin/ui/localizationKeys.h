@@ -1,4 +1,4 @@
-// The keys of every text that this room shows, in the table Localizable_prl.
+// The keys of every text that this module shows, in the table Localizable_prl.
 #pragma once
 
 #include "platform/Literals.h"

@@ -7,6 +7,6 @@ class Object;
 
 class vlDebugHelper {
 public:
-    // Told of every host object that an adapter wraps. Does nothing in this build.
+    // Debug hook, called with each wrapped host object. Empty in this build.
     static void displayClassFuncs(const rt::Object *) {}
 };
