@@ -19,12 +19,12 @@ QString vlMeetingCommon::siteConfigText() {
 }
 
 rt::Value vlMeetingCommon::siteConfigMember(const QString &key) {
-    return rt::mapValue(vlOLUtils::toArrayOrNSDictionary(siteConfigText())).value(key);
+    return vlOLUtils::toNSDictionary(siteConfigText()).value(key);
 }
 
 void vlMeetingCommon::setSiteConfigMember(const QString &key, const rt::Value &value) {
     vlCommon::createDocumentOutlookPluginRootPath();
-    QVariantMap members = rt::mapValue(vlOLUtils::toArrayOrNSDictionary(siteConfigText()));
+    QVariantMap members = vlOLUtils::toNSDictionary(siteConfigText());
     members.insert(key, value);
     vlOLUtils::saveStrToFile(vlOLUtils::toJSONString(members), getLocalVlSiteConfigPath());
 }

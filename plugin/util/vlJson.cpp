@@ -118,3 +118,7 @@ rt::Value vlOLUtils::toArrayOrNSDictionaryWithData(const QByteArray &json) {
 rt::Value vlOLUtils::toArrayOrNSDictionary(const QString &json) {
     return toArrayOrNSDictionaryWithData(stringToNSData(json));
 }
+
+QVariantMap vlOLUtils::toNSDictionary(const QString &json) {
+    return rt::mapValue(toArrayOrNSDictionary(json));
+}

@@ -37,6 +37,8 @@ public:
     // not JSON. A JSON null is the null marker; integers that fit are qint64.
     [[nodiscard]] static rt::Value toArrayOrNSDictionaryWithData(const QByteArray &json);
     [[nodiscard]] static rt::Value toArrayOrNSDictionary(const QString &json);
+    // The dictionary that the JSON stands for; empty when it is no dictionary.
+    [[nodiscard]] static QVariantMap toNSDictionary(const QString &json);
 
     [[nodiscard]] static QByteArray stringToNSData(const QString &text); // UTF-8; null for a null text
 

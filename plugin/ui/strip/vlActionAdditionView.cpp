@@ -136,8 +136,7 @@ void vlActionAdditionView::initMeetingData(rt::Object *event) {
 }
 
 void vlActionAdditionView::loadOIProperty(rt::Object *event) {
-    const QString stored = vlECCalendarEvent(event).olmUCCapabilities();
-    const QVariantMap record = rt::mapValue(vlOLUtils::toArrayOrNSDictionary(stored));
+    const QVariantMap record = vlOLUtils::toNSDictionary(vlECCalendarEvent(event).olmUCCapabilities());
     const QString key = rt::textValue(record.value(vl_OLProperty_MeetingKey));
     if (key.isNull())
         return;
