@@ -7,6 +7,7 @@
 #include "plugin/link/linkPorts.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/util/localizedString.h"
+#include "plugin/util/vlOLUtils.h"
 
 namespace {
 
@@ -95,27 +96,27 @@ ClientError vlAPIBase::action(QWidget *window) {
 
 void vlAPIBase::onVelaFeedback(const QString &content) {
     const bool isError = m_kind.errorIn(content) != ClientError::None;
-    const QStringList keys = isError ? QStringList() : meetingKeysIn(content);
-    if (PendingRequest *pending = m_pending.requestFor(keys))
-        take(*pending, content, keys);
+    const Answer answer = isError ? Answer{content, {}, {}} : decoded(content);
+    if (PendingRequest *pending = m_pending.requestFor(answer.meetingKeys))
+        take(*pending, answer);
     else if (CheckFeedbackError(content) == ClientError::None)
-        handleUnasked(content);
+        handleUnasked(answer);
 }
 
 // What the handling leads to may ask again: the pending request is touched only when it has led to nothing.
-void vlAPIBase::take(PendingRequest &pending, const QString &content, const QStringList &keys) {
+void vlAPIBase::take(PendingRequest &pending, const Answer &answer) {
     const PendingRequest request = pending;
     pending.state = PendingRequest::State::Answered;
-    if (!keys.isEmpty())
-        pending.meetingKey = keys.first();
+    if (!answer.meetingKeys.isEmpty())
+        pending.meetingKey = answer.meetingKeys.first();
     m_parentWindow = request.window;
     m_owner = request.owner;
     myTimer = request.timer;
     const RequestOwner::Scope scope(request.owner.lock()); // nobody, when the owner is gone
-    onfeedback(qint32(m_kind.answer), content);
-    const ClientError error = CheckFeedbackError(content);
+    onfeedback(qint32(m_kind.answer), answer.content);
+    const ClientError error = CheckFeedbackError(answer.content);
     const bool isAccepted = error == ClientError::None || !m_kind.endsWithError;
-    const bool isOfUse = isAccepted && handle(request, content);
+    const bool isOfUse = isAccepted && handle(request, answer);
     if (request.owner.expired()) // what was read is for nobody
         RequestOwner::nobody()->loadedMeeting = {};
     if (isOfUse)
@@ -124,6 +125,11 @@ void vlAPIBase::take(PendingRequest &pending, const QString &content, const QStr
     if (!isAccepted)
         popupErrorMsg(m_parentWindow, error);
     deny();
+}
+
+rt::Value vlAPIBase::dictionaryIn(const QString &json) {
+    const rt::Value parsed = vlOLUtils::toArrayOrNSDictionary(json);
+    return parsed.typeId() == QMetaType::QVariantMap ? parsed : rt::Value();
 }
 
 void vlAPIBase::deny() const {

@@ -1,6 +1,7 @@
 // What all requests to the meeting client have in common.
 #pragma once
 
+#include "platform/runtime/Value.h"
 #include "plugin/link/clientCodes.h"
 #include "plugin/link/meetingCommand.h"
 #include "plugin/link/requests/PendingRequests.h"
@@ -82,12 +83,20 @@ protected:
     // What is noted of a request beside its owner and window: its meeting key, and whether it is for the
     // personal meeting.
     virtual void describe(PendingRequest &) const {}
-    // The meeting keys that an answer tells, the likeliest first.
-    [[nodiscard]] virtual QStringList meetingKeysIn(const QString &) const { return {}; }
+    // What an answer says. It is decoded once.
+    struct Answer {
+        QString content;         // as it came
+        QStringList meetingKeys; // that it tells, the likeliest first
+        rt::Value dictionary;    // no value when it has none that can be read
+    };
+    // Not called for an error.
+    [[nodiscard]] virtual Answer decoded(const QString &content) const { return {content, {}, {}}; }
     // Handles an answer that is no error. False: it was of no use, and nothing is handed back.
-    virtual bool handle(const PendingRequest &, const QString &) { return false; }
+    virtual bool handle(const PendingRequest &, const Answer &) { return false; }
     // An answer that is no error and that nobody waits for.
-    virtual void handleUnasked(const QString &) {}
+    virtual void handleUnasked(const Answer &) {}
+    [[nodiscard]] static rt::Value dictionaryIn(const QString &json);
+    static constexpr QChar fieldSeparator = u';';
 
     // To the workflow, for the window of the request at hand.
     void sendResponse(MeetingCommand command, const QVariant &data) const;
@@ -99,7 +108,7 @@ private:
     void closeProgress();
     // The work that waits is not going on: the user has been told, or there is nothing to tell.
     void deny() const;
-    void take(PendingRequest &pending, const QString &content, const QStringList &keys);
+    void take(PendingRequest &pending, const Answer &answer);
 
     Kind m_kind;
     ClientError m_error = ClientError::None;

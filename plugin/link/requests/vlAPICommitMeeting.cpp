@@ -10,7 +10,6 @@
 
 namespace {
 
-constexpr QChar fieldSeparator = u';';
 constexpr int emptyFieldsInHead = 13;
 constexpr qint64 thirdPartyAudioOption = 3;
 const QString noMeetingKey = u"0"_s;
@@ -22,8 +21,7 @@ void copyMember(const QVariantMap &from, QVariantMap &to, const QString &key) {
 }
 
 QString sentSubject(const rt::Value &subject) {
-    const QString text = vlOLUtils::isValidInstance(subject) ? rt::textValue(subject) : QString();
-    return text.isNull() ? u""_s : text.left(vlAPICommitMeeting::maximumSubjectLength);
+    return rt::textOrEmpty(subject).left(vlAPICommitMeeting::maximumSubjectLength);
 }
 
 QVariantMap sentAppointment(const QVariantMap &snapshot) {
@@ -103,12 +101,13 @@ void vlAPICommitMeeting::describe(PendingRequest &request) const {
     request.forPMI = rt::boolValue(setting.value(vl_Setting_IsPMI));
 }
 
-QStringList vlAPICommitMeeting::meetingKeysIn(const QString &content) const {
+vlAPICommitMeeting::Answer vlAPICommitMeeting::decoded(const QString &content) const {
     const QString key = vlOLUtils::trimAllSpace(content.section(fieldSeparator, 0, 0));
-    return key.isEmpty() || key == noMeetingKey ? QStringList() : QStringList{key};
+    return {content, key.isEmpty() || key == noMeetingKey ? QStringList() : QStringList{key}, {}};
 }
 
-bool vlAPICommitMeeting::handle(const PendingRequest &, const QString &content) {
+bool vlAPICommitMeeting::handle(const PendingRequest &, const Answer &answer) {
+    const QString &content = answer.content;
     const qsizetype separator = content.indexOf(fieldSeparator);
     if (separator < 0)
         return false;

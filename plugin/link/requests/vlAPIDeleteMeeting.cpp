@@ -3,10 +3,6 @@
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/requests/feedbackErrors.h"
 
-namespace {
-constexpr QChar fieldSeparator = u';';
-}
-
 vlAPIDeleteMeeting::vlAPIDeleteMeeting(decltype(Kind::sendResponse) sendResponse)
     : vlAPIBase(
           {ClientAction::Meeting, ClientAnswer::Delete, meetingFeedbackError, false, true, sendResponse}) {}
@@ -20,10 +16,10 @@ void vlAPIDeleteMeeting::describe(PendingRequest &request) const {
     request.isAnsweredWithKey = false; // the client may say anything
 }
 
-bool vlAPIDeleteMeeting::handle(const PendingRequest &, const QString &content) {
+bool vlAPIDeleteMeeting::handle(const PendingRequest &, const Answer &reply) {
     QVariantMap answer{{vl_API_Para_InvitationEmail, u""_s}, {keyVLResult, getAPIResult()}};
-    if (!content.isNull())
-        answer.insert(vl_MeetingKey, content);
+    if (!reply.content.isNull())
+        answer.insert(vl_MeetingKey, reply.content);
     sendResponse(MeetingCommand::CmdDeleteMeeting, answer);
     return true;
 }

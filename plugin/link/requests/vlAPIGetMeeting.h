@@ -19,8 +19,8 @@ public:
 
 protected:
     void describe(PendingRequest &request) const override;
-    [[nodiscard]] QStringList meetingKeysIn(const QString &content) const override;
-    bool handle(const PendingRequest &request, const QString &content) override;
+    [[nodiscard]] Answer decoded(const QString &content) const override;
+    bool handle(const PendingRequest &request, const Answer &answer) override;
 
 private:
     QString m_meetingKey;

@@ -14,12 +14,12 @@ ClientError vlAPIGetPAC::doAction(QWidget *window) {
     return vlAPIBase::doAction(window);
 }
 
-bool vlAPIGetPAC::handle(const PendingRequest &, const QString &content) {
-    handleUnasked(content);
+bool vlAPIGetPAC::handle(const PendingRequest &, const Answer &answer) {
+    handleUnasked(answer);
     sendResponse(MeetingCommand::CmdGetAudioConferenceDone, {});
     return true;
 }
 
-void vlAPIGetPAC::handleUnasked(const QString &content) {
-    vlGetPACHelper::sharedInstance().setPACInfo(content);
+void vlAPIGetPAC::handleUnasked(const Answer &answer) {
+    vlGetPACHelper::sharedInstance().setPACInfo(answer.content);
 }

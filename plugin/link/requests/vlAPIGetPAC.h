@@ -11,6 +11,6 @@ public:
     ClientError doAction(QWidget *window) override;
 
 protected:
-    bool handle(const PendingRequest &request, const QString &content) override;
-    void handleUnasked(const QString &content) override;
+    bool handle(const PendingRequest &request, const Answer &answer) override;
+    void handleUnasked(const Answer &answer) override;
 };

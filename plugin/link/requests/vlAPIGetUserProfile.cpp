@@ -1,23 +1,22 @@
 #include "plugin/link/requests/vlAPIGetUserProfile.h"
 
-#include "platform/runtime/Value.h"
 #include "plugin/link/readers/vlUserProfileHelper.h"
 #include "plugin/link/requests/feedbackErrors.h"
-#include "plugin/util/vlOLUtils.h"
 
 vlAPIGetUserProfile::vlAPIGetUserProfile(decltype(Kind::sendResponse) sendResponse)
     : vlAPIBase({ClientAction::GetUserProfile, ClientAnswer::GetUserProfile, profileFeedbackError, true, true,
                  sendResponse}) {}
 
-bool vlAPIGetUserProfile::handle(const PendingRequest &, const QString &content) {
-    handleUnasked(content);
-    const rt::Value parsed = vlOLUtils::toArrayOrNSDictionary(content);
-    const bool isDictionary = parsed.typeId() == QMetaType::QVariantMap;
-    sendResponse(MeetingCommand::CmdGetUserProfileDone, isDictionary ? parsed : rt::Value());
+vlAPIGetUserProfile::Answer vlAPIGetUserProfile::decoded(const QString &content) const {
+    return {content, {}, dictionaryIn(content)};
+}
+
+bool vlAPIGetUserProfile::handle(const PendingRequest &, const Answer &answer) {
+    handleUnasked(answer);
+    sendResponse(MeetingCommand::CmdGetUserProfileDone, answer.dictionary);
     return true;
 }
 
-void vlAPIGetUserProfile::handleUnasked(const QString &content) {
-    vlUserProfileHelper::sharedInstance().setUserProfile(
-        rt::mapValue(vlOLUtils::toArrayOrNSDictionary(content)));
+void vlAPIGetUserProfile::handleUnasked(const Answer &answer) {
+    vlUserProfileHelper::sharedInstance().setUserProfile(rt::mapValue(answer.dictionary));
 }

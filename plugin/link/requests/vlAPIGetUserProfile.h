@@ -10,6 +10,7 @@ public:
     explicit vlAPIGetUserProfile(decltype(Kind::sendResponse) sendResponse = nullptr);
 
 protected:
-    bool handle(const PendingRequest &request, const QString &content) override;
-    void handleUnasked(const QString &content) override;
+    [[nodiscard]] Answer decoded(const QString &content) const override;
+    bool handle(const PendingRequest &request, const Answer &answer) override;
+    void handleUnasked(const Answer &answer) override;
 };
