@@ -49,8 +49,8 @@ void compareAccounts(int numbers) {
     const vlGetPACHelper &helper = vlGetPACHelper::sharedInstance();
     const vlPACMeetingMgr &manager = vlPACMeetingMgr::sharedInstance();
     vlGetPACHelper::sharedInstance().setPACInfo(QString::fromLatin1(bytes.toBase64()));
-    vlMeetingDataMgr::sharedInstance().setPACAccountNo(2);
-    const QString written = u"Room 7 "_s + manager.getLocationWithPACAccountNo(1);
+    vlMeetingDataMgr::sharedInstance().setPACAccountNo(PACAccount::Second);
+    const QString written = u"Room 7 "_s + manager.getLocationWithPACAccountNo(PACAccount::First);
     const QString user = u"Room 7"_s;
     const Comparison times =
         sideBySide({repeating([&] { keep(helper.pacMeetingID(2)); }), repeating([&] { parseOnce(bytes); })});

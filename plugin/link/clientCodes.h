@@ -21,6 +21,9 @@ enum class ClientAnswer : qint32 {
 // Action ids to the agent; an answer comes under the same number.
 enum class AgentAction : quint32 { GetClientVersion = 1, LaunchClient = 2 };
 
+// The user's audio-conference accounts, as they are numbered.
+enum class PACAccount : qint64 { None = 0, First = 1, Second = 2 };
+
 enum class ClientStatus : qint32 { NotInstalled = 0, NotRunning = 1, Running = 2, NotSupported = 3 };
 
 // Why a request failed: NotInstalled, NotRunning and NotSupported by the client's status, the others by its

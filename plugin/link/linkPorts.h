@@ -1,6 +1,8 @@
 // What the client link needs from the layers above it.
 #pragma once
 
+#include "plugin/link/meetingCommand.h"
+
 #include <QString>
 #include <QVariantMap>
 #include <memory>
@@ -31,9 +33,8 @@ public:
 class FinishReceiver {
 public:
     virtual ~FinishReceiver() = default;
-    // Finish code (1 to 13) and finish dictionary {"vlAPIResponse", "keyApptWindowID"}; either entry may be
-    // missing.
-    virtual void onExcuteCommandFinished(int command, const QVariantMap &data) = 0;
+    // The finish dictionary is {"vlAPIResponse", "keyApptWindowID"}; either entry may be missing.
+    virtual void onExcuteCommandFinished(MeetingCommand command, const QVariantMap &data) = 0;
     // The client refused a request of the owner at hand, and the user has been told. No finish code follows.
     virtual void onRequestDenied() {}
     // The identifier of the appointment editor that the window belongs to; a null text when it belongs to

@@ -1,10 +1,9 @@
 // Meetings that are changed or deleted on the calendar, where no editor need be open.
 #pragma once
 
-#include "platform/runtime/Value.h"
 #include "plugin/workflow/MeetingContext.h"
 
-#include <QVariantMap>
+#include <QString>
 #include <memory>
 #include <vector>
 
@@ -14,19 +13,17 @@ class CalendarChanges {
 public:
     static CalendarChanges &sharedInstance();
 
-    // Asks the client to read the meeting, for an update, or to delete it. `data` is {"apptInfo",
-    // "keyEventOwnerWindow", "keyApptWindowID", "keyDragAndMoveOnCalendar"}; the window is used within this
-    // call only. 0: asked, or no such command; 1: the client could not be asked. An editor in the window of
-    // that identifier takes the change for its own.
-    int send(MeetingCommand command, const QVariantMap &data);
+    // The context of a change that begins. It takes the place of an earlier one of the same meeting.
+    [[nodiscard]] std::shared_ptr<MeetingContext> contextFor(const QString &meetingKey);
     // The work of the context at hand is done.
     void finish();
     // The appointment at hand is saved or deleted in its editor: an unanswered change of its meeting must not
     // come after that. The editor has what the change has made of the appointment.
     void supersede();
+    // The meeting is changed now: what an editor has sent before, or sends of it while the client still has
+    // the change to come, does not hold any more when its work ends.
+    static void noteInEditorsThatSave(const QString &meetingKey);
 
 private:
-    [[nodiscard]] std::shared_ptr<MeetingContext> contextFor(const QString &meetingKey);
-
     std::vector<std::shared_ptr<MeetingContext>> m_changes; // each of another meeting
 };

@@ -13,5 +13,6 @@ struct HeldOperation {
     bool closesWindow;
 };
 
-// nullptr: nothing is run again. An appointment with attendees is only ever sent, one without only saved.
+// nullptr: the operation is not repeated. Appointments with attendees are only sent, those without only
+// saved.
 [[nodiscard]] const HeldOperation *heldOperation(HostAction action, bool hasAttendees);

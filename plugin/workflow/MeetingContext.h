@@ -2,6 +2,7 @@
 #pragma once
 
 #include "plugin/host/adapters/vlOLWordMailEditor.h"
+#include "plugin/link/clientCodes.h"
 #include "plugin/link/requests/RequestOwner.h"
 #include "plugin/workflow/PendingWriteBack.h"
 #include "plugin/workflow/vlMeetingState.h"
@@ -17,8 +18,6 @@ class EditorStrip;
 // the data store work on the one that is at hand: whoever comes in from outside (a hook, a button, an answer)
 // brings it to hand first. Main thread only.
 struct MeetingContext : RequestOwner, vlMeetingState {
-    static constexpr qint64 noAccount = 0;
-
     [[nodiscard]] static std::shared_ptr<MeetingContext> make();
     // That of nobody when none is at hand. Valid as long as its scope.
     [[nodiscard]] static MeetingContext &atHand();
@@ -36,7 +35,7 @@ struct MeetingContext : RequestOwner, vlMeetingState {
     QVariantMap savedApptInfo;
     QString encodeMailBody;
     QString scheduleForEmail;
-    qint64 pacAccountNo = noAccount;
+    PACAccount pacAccountNo = PACAccount::None;
 
     bool isPACApplied = false;                              // the account's texts are in body and location
     MeetingCommand meetingAction = MeetingCommand::CmdNone; // the last command

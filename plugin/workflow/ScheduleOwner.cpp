@@ -3,12 +3,12 @@
 #include "plugin/host/adapters/vlECCalendarEvent.h"
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/link/meetingKeys.h"
+#include "plugin/util/vlOLUtils.h"
 #include "plugin/util/vlPluginBuildMgr.h"
-#include "plugin/workflow/storedRecord.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
+#include "plugin/workflow/vlMeetingMgr.h"
 #include "plugin/workflow/vlMeetingWindows.h"
 #include "plugin/workflow/vlOnbehalfData.h"
-#include "plugin/workflow/workflowPorts.h"
 
 bool isScheduleOwnerMatched(const ScheduleOwner &owner) {
     if (owner.isOnBehalf && !owner.onbehalfEmail.isEmpty() && !owner.mayScheduleForOther)
@@ -18,12 +18,12 @@ bool isScheduleOwnerMatched(const ScheduleOwner &owner) {
     return owner.isOnBehalf && owner.currentEmail.compare(owner.scheduleForEmail, Qt::CaseInsensitive) == 0;
 }
 
-bool isScheduleOwnerMatched(rt::Object *editor) {
+bool vlMeetingMgr::checkScheduleOwnerMatched(rt::Object *editor) const {
     const EditorStrip *strip = vlMeetingWindows::stripOfEditor(editor);
     const ContextScope scope(strip);
     if (!strip || !strip->currentIsVelaMeeting())
         return true;
-    if (!vlPluginBuildMgr::supportScheduleFor() || !isNewMeeting(editor))
+    if (!vlPluginBuildMgr::supportScheduleFor() || !needCheckOwnerMatched(editor))
         return true;
     const vlERCalendarEventEditorViewController adapter(editor);
     if (!adapter.isValidConnection())
@@ -37,8 +37,13 @@ bool isScheduleOwnerMatched(rt::Object *editor) {
          .scheduleForEmail = vlMeetingDataMgr::sharedInstance().scheduleForEmail()});
 }
 
-bool isNewMeeting(rt::Object *editor) {
+bool vlMeetingMgr::needCheckOwnerMatched(rt::Object *editor) const {
     const vlERCalendarEventEditorViewController adapter(editor);
-    const QVariantMap record = storedRecord(adapter.ecCalendarEvent()->olmUCCapabilities());
+    const QVariantMap record = vlOLUtils::toNSDictionary(adapter.ecCalendarEvent()->olmUCCapabilities());
     return !rt::isPresent(record.value(vl_OLProperty_MeetingKey));
+}
+
+void vlMeetingMgr::showWarningNotAllowScheduleForOthers(rt::Object *editor) {
+    if (WorkflowAlerts *alerts = WorkflowPorts::instance().alerts)
+        alerts->showRemoveMeetingWarning(editor, vlMeetingWindows::windowOfEditor(editor));
 }

@@ -1,8 +1,6 @@
 // Whether a meeting was made for the person who now sends its appointment.
 #pragma once
 
-#include "platform/runtime/Object.h"
-
 #include <QString>
 
 struct ScheduleOwner {
@@ -16,7 +14,3 @@ struct ScheduleOwner {
 // Addresses are compared in any case. On behalf of someone for whom the user may not schedule, no meeting was
 // made for that person, and the meeting goes out as it is.
 [[nodiscard]] bool isScheduleOwnerMatched(const ScheduleOwner &owner);
-// Whether the meeting may be sent by the organiser now chosen in the editor.
-[[nodiscard]] bool isScheduleOwnerMatched(rt::Object *editor);
-// Whether the appointment has no stored meeting yet: only a meeting made in this editor is checked.
-[[nodiscard]] bool isNewMeeting(rt::Object *editor);

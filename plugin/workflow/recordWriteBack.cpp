@@ -1,25 +1,11 @@
 #include "plugin/workflow/recordWriteBack.h"
 
 #include "plugin/host/adapters/vlECMutableCalendarEvent.h"
-#include "plugin/link/meetingKeys.h"
 #include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/util/vlOLUtils.h"
+#include "plugin/workflow/appointmentText.h"
 #include "plugin/workflow/vlMeetingMgr.h"
 #include "plugin/workflow/vlPACMeetingMgr.h"
-
-namespace {
-
-void fillEmptySubject(const vlECMutableCalendarEvent &record) {
-    const vlGetMeetingHelper &meeting = vlGetMeetingHelper::sharedInstance();
-    if (!meeting.hasMeetingInfo() || !vlOLUtils::trimRLSpace(record.summary()).isEmpty())
-        return;
-    const QVariantMap apptInfo = rt::mapValue(meeting.getMeetingInfo().value(vl_Outlook_ApptInfo));
-    const QString subject = rt::textValue(apptInfo.value(vl_ApptInfo_Subject));
-    if (!subject.isNull())
-        record.setSummary(subject);
-}
-
-} // namespace
 
 bool needUpdateLocation(rt::Object *record) {
     const vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
@@ -38,7 +24,9 @@ void updateVlKeyInfoToAppointment(rt::Object *record) {
     const vlECMutableCalendarEvent adapter(record);
     if (!manager.getOLNewLocation().isNull() && needUpdateLocation(record))
         adapter.setLocation(manager.getOLNewLocation());
-    fillEmptySubject(adapter);
+    const vlGetMeetingHelper &meeting = vlGetMeetingHelper::sharedInstance();
+    if (meeting.hasMeetingInfo())
+        fillEmptySubject(adapter, vlOLUtils::trimRLSpace(adapter.summary()), meeting.getMeetingInfo());
     manager.cleanVlInfoForUpdApptInfo();
 }
 

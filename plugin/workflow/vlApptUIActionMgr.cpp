@@ -11,8 +11,6 @@
 
 namespace {
 
-constexpr qint64 secondAccount = 2;
-
 HostAction hostActionOf(const QVariantMap &action) {
     const qint64 code = rt::integerValue(action.value(keyApptViewActionID));
     const bool known = code >= qint64(HostAction::None) && code <= qint64(HostAction::ActionCalendarDrag);
@@ -67,11 +65,10 @@ int vlApptUIActionMgr::addVLMeeting(EditorStrip *strip) {
     return vlMeetingMgr::sharedInstance().sendVlMeetingCommand(MeetingCommand::CmdAddMeeting, strip);
 }
 
-int vlApptUIActionMgr::addPACMeeting(EditorStrip *strip, qint64 account) {
-    return vlMeetingMgr::sharedInstance().sendVlMeetingCommand(account == secondAccount
-                                                                   ? MeetingCommand::CmdAddAudioConference2
-                                                                   : MeetingCommand::CmdAddAudioConference1,
-                                                               strip);
+int vlApptUIActionMgr::addPACMeeting(EditorStrip *strip, PACAccount account) {
+    const MeetingCommand command = account == PACAccount::Second ? MeetingCommand::CmdAddAudioConference2
+                                                                 : MeetingCommand::CmdAddAudioConference1;
+    return vlMeetingMgr::sharedInstance().sendVlMeetingCommand(command, strip);
 }
 
 int vlApptUIActionMgr::cancelVLMeeting(EditorStrip *strip, int) {

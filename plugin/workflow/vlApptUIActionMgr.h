@@ -1,6 +1,7 @@
 // The editor's side of the meeting work: its buttons, its saving and sending, its closing.
 #pragma once
 
+#include "plugin/link/clientCodes.h"
 #include "plugin/workflow/vlActionResultMgr.h"
 
 #include <QString>
@@ -27,7 +28,7 @@ public:
 
     // The strip's buttons. `meetingType` is not read.
     int addVLMeeting(EditorStrip *strip);
-    int addPACMeeting(EditorStrip *strip, qint64 account);
+    int addPACMeeting(EditorStrip *strip, PACAccount account);
     int cancelVLMeeting(EditorStrip *strip, int meetingType);
     int changeVLMeeting(EditorStrip *strip, int meetingType);
 

@@ -9,8 +9,7 @@
 #include "plugin/link/meetingKeys.h"
 #include "plugin/util/sharedObject.h"
 #include "plugin/util/vlOLUtils.h"
-#include "plugin/workflow/CalendarChanges.h"
-#include "plugin/workflow/storedRecord.h"
+#include "plugin/workflow/vlMeetingMgr.h"
 #include "plugin/workflow/vlMeetingWindows.h"
 
 #include <algorithm>
@@ -36,22 +35,20 @@ void moveSnapshot(QVariantMap &snapshot, const vlOLCalendarDate &start, std::opt
     snapshot.insert(vl_ApptInfo_Duration, minutesText(seconds));
 }
 
-QVariantMap pendingSubject(const QString &subject) {
-    if (subject.isNull())
-        return {};
-    return {{key_vlPendingPrefix + olItem_summary, subject}};
-}
-
 } // namespace
 
 vlCalendarActionMgr &vlCalendarActionMgr::sharedInstance() {
     return SharedObject<vlCalendarActionMgr>::get();
 }
 
+void vlMeetingMgr::notifyActionResultToCalActionMgr(const QVariantMap &answer) {
+    vlCalendarActionMgr::sharedInstance().setActionResultData(answer);
+}
+
 bool vlCalendarActionMgr::isCurVelaMeeting(rt::Object *event) const {
     // By name, not through an adapter: it is asked of events and of their editable records alike.
     const QString text = rt::textValue(rt::send(event, rt::Selector(olItem_olmUCCapabilities)));
-    return !rt::textValue(storedRecord(text).value(vl_OLProperty_MeetingKey)).isEmpty();
+    return !rt::textValue(vlOLUtils::toNSDictionary(text).value(vl_OLProperty_MeetingKey)).isEmpty();
 }
 
 int vlCalendarActionMgr::updateSubject(rt::Object *grid, const QString &subject) {
@@ -71,7 +68,9 @@ int vlCalendarActionMgr::updateMeeting(rt::Object *grid, const QString &newSubje
     const vlOLCalendarDate start(newStartDate); // while it is there: what follows runs host code
     const vlOLCalendarGridViewWrapper wrapper(grid);
     const vlCCGridViewController controller(wrapper.gridViewController());
-    const QVariantMap pending = pendingSubject(newSubject);
+    QVariantMap pending;
+    if (!newSubject.isNull())
+        pending.insert(key_vlPendingPrefix + olItem_summary, newSubject);
     const vlECCalendarEvent event(controller.ecCalendarEvent(), pending);
     QVariantMap snapshot = event.getVlMeetingData();
     if (newStartDate)
@@ -95,7 +94,7 @@ int vlCalendarActionMgr::updateAppointmentOnCalendar(const QVariantMap &snapshot
         request.insert(keyEventOwnerWindow, rt::fromWidget(ownWindow));
         request.insert(keyApptWindowID, rt::identifier(ownWindow));
     }
-    return CalendarChanges::sharedInstance().send(command, request);
+    return vlMeetingMgr::sharedInstance().sendVlMeetingCommand(command, request);
 }
 
 QWidget *vlCalendarActionMgr::mainWindow() const {

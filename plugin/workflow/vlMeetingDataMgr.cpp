@@ -7,10 +7,9 @@
 #include "plugin/util/sharedObject.h"
 #include "plugin/util/vlMd5Utils.h"
 #include "plugin/util/vlOLUtils.h"
-#include "plugin/workflow/savedSettings.h"
-#include "plugin/workflow/storedRecord.h"
 #include "plugin/workflow/vlMeetingWindows.h"
 #include "plugin/workflow/vlOnbehalfData.h"
+#include "plugin/workflow/vlSettingData.h"
 #include "plugin/workflow/workflowPorts.h"
 
 namespace {
@@ -26,7 +25,7 @@ QVariantMap loadedSettings() {
 
 // Those saved by the user; when they say to use the personal meeting and that is loaded, its own.
 QVariantMap settingsOfNewMeeting() {
-    const QVariantMap saved = savedSettings();
+    const QVariantMap saved = vlSettingData::savedSettings();
     if (!rt::boolValue(saved.value(vl_Setting_IsPMI)) ||
         !vlGetMeetingHelper::sharedInstance().hasMeetingInfo())
         return saved;
@@ -57,7 +56,7 @@ void vlMeetingDataMgr::clearSavedMeetingData() {
     at().meetingKey = u""_s;
     at().encodeMailBody = u""_s;
     at().scheduleForEmail = u""_s;
-    at().pacAccountNo = noAccount;
+    at().pacAccountNo = PACAccount::None;
     at().savedApptInfo.clear();
 }
 
@@ -108,5 +107,5 @@ QString vlMeetingDataMgr::getVlDataForOLProperty(const QVariantMap &info) const 
 
 QString vlMeetingDataMgr::getOldJoinUrl() const {
     const QString text = rt::textValue(at().savedApptInfo.value(vl_ApptInfo_VlOIProperty));
-    return rt::textValue(storedRecord(text).value(vl_Meeting_JoinUrl));
+    return rt::textValue(vlOLUtils::toNSDictionary(text).value(vl_Meeting_JoinUrl));
 }

@@ -10,8 +10,6 @@
 // The operations on what the context at hand holds. Main thread only.
 class vlMeetingDataMgr {
 public:
-    static constexpr qint64 noAccount = MeetingContext::noAccount;
-
     static vlMeetingDataMgr &sharedInstance();
 
     // A null text leaves the old value in place; only clearSavedMeetingData() empties them.
@@ -26,12 +24,12 @@ public:
     // The appointment's snapshot as it was when the work began; an empty one empties it.
     void setSavedApptInfo(const QVariantMap &snapshot) { at().savedApptInfo = snapshot; }
     [[nodiscard]] const QVariantMap &getSavedApptInfo() const { return at().savedApptInfo; }
-    // The chosen audio-conference account: 1 or 2, or noAccount.
-    void setPACAccountNo(qint64 account) { at().pacAccountNo = account; }
-    [[nodiscard]] qint64 pacAccountNo() const { return at().pacAccountNo; }
+    // The chosen audio-conference account.
+    void setPACAccountNo(PACAccount account) { at().pacAccountNo = account; }
+    [[nodiscard]] PACAccount pacAccountNo() const { return at().pacAccountNo; }
 
     [[nodiscard]] bool isVelaMeeting() const { return !at().meetingKey.isEmpty(); }
-    [[nodiscard]] bool isPACMeeting() const { return at().pacAccountNo != noAccount; }
+    [[nodiscard]] bool isPACMeeting() const { return at().pacAccountNo != PACAccount::None; }
     void clearSavedMeetingData();
 
     // The core of a meeting request: {"apptInfo", "setting", "meetingKey"}, the first and last where there is

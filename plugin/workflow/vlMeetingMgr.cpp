@@ -6,17 +6,16 @@
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/link/readers/vlUserProfileHelper.h"
-#include "plugin/link/requests/PendingRequests.h"
 #include "plugin/link/requests/vlAPIMgr.h"
 #include "plugin/util/sharedObject.h"
+#include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/CalendarChanges.h"
 #include "plugin/workflow/HeldOperation.h"
-#include "plugin/workflow/ScheduleOwner.h"
-#include "plugin/workflow/savedSettings.h"
-#include "plugin/workflow/vlCalendarActionMgr.h"
+#include "plugin/workflow/scheduleExchange.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
 #include "plugin/workflow/vlMeetingWindows.h"
 #include "plugin/workflow/vlPACMeetingMgr.h"
+#include "plugin/workflow/vlSettingData.h"
 #include "plugin/workflow/workflowPorts.h"
 
 #include <algorithm>
@@ -28,8 +27,7 @@ using enum WorkflowState;
 namespace {
 
 constexpr int nothingStarted = 0;
-constexpr qint64 firstAccount = 1;
-constexpr qint64 secondAccount = 2;
+constexpr int clientNotReached = 1;
 constexpr qint64 hostFailed = -1; // a host's save-and-close that left the editor open
 
 QWidget *parentOf(const EditorStrip *strip) {
@@ -41,16 +39,10 @@ QVariantMap withProgress(QVariantMap request) {
     return request;
 }
 
-vlPACMeetingMgr &conferences() {
-    return vlPACMeetingMgr::sharedInstance();
-}
-
-int refreshSheet(const EditorStrip *strip) {
-    SettingsSheets *sheets = WorkflowPorts::instance().sheets;
-    const QString apptWindowID = vlMeetingWindows::getOLAppointmentWindowID(strip);
-    if (sheets && sheets->hasSchSettingWindow(apptWindowID))
-        sheets->refreshSettingWindow(apptWindowID);
-    return nothingStarted;
+// "" when the appointment carries none.
+QString meetingKeyIn(const QVariantMap &snapshot) {
+    const QString record = rt::textValue(snapshot.value(vl_ApptInfo_VlOIProperty));
+    return rt::textOrEmpty(vlOLUtils::toNSDictionary(record).value(vl_OLProperty_MeetingKey));
 }
 
 // Says that the work of the context at hand goes by the user's profile, and whether that is there.
@@ -63,129 +55,84 @@ bool hasUserProfile() {
 
 // What a command or an answer is for, as far as it is still there.
 struct vlMeetingMgr::Work {
+    MeetingCommand code;
     EditorStrip *strip = nullptr;
     rt::Object *editor = nullptr;
     QVariantMap data = {};
-    bool accountsRequested = false; // their answer goes on with the audio conference
 };
 
 struct vlMeetingMgr::Transition {
-    enum { Command, Answer } kind;
+    Source source;
     MeetingCommand code;
     std::optional<WorkflowState> from; // none: any
     std::optional<WorkflowState> to;   // none: the state stays
-    int (*next)(vlMeetingMgr &manager, const Work &work);
+    int (vlMeetingMgr::*next)(const Work &work);
 };
 
-// All that moves the work on an appointment. What has no row changes nothing. A change on the calendar begins
-// in StateCommit (CalendarChanges).
+// All that moves the work on an appointment. What has no row changes nothing.
 // clang-format off
 const vlMeetingMgr::Transition vlMeetingMgr::transitions[] = {
-    {Transition::Command, CmdAddMeeting, {}, StateAdd,
-     [](auto &m, const Work &w) { return m.addVelaMeeting(w.strip); }},
-    {Transition::Command, CmdChangeSettings, {}, StateChangeSettings,
-     [](auto &m, const Work &w) { return m.changeSettings(w.strip); }},
-    {Transition::Command, CmdCancelMeeting, {}, {},
-     [](auto &m, const Work &w) { return m.cancelVelaMeeting(w.strip); }},
-    {Transition::Command, CmdScheduleMeeting, {}, StateCommit,
-     [](auto &m, const Work &w) { return m.scheduleUpdateVelaMeeting(w.editor, CmdScheduleMeeting); }},
-    {Transition::Command, CmdUpdateMeeting, {}, StateCommit,
-     [](auto &m, const Work &w) { return m.scheduleUpdateVelaMeeting(w.editor, CmdUpdateMeeting); }},
-    {Transition::Command, CmdDeleteMeeting, {}, {},
-     [](auto &m, const Work &w) { return m.deleteVelaMeeting(w.editor); }},
-    {Transition::Command, CmdStartInstantVideo, {}, {},
-     [](auto &m, const Work &) { return m.startInstantMeeting(true); }},
-    {Transition::Command, CmdStartInstantShare, {}, {},
-     [](auto &m, const Work &) { return m.startInstantMeeting(false); }},
-    {Transition::Command, CmdAddAudioConference1, {}, StateAudioConference,
-     [](auto &, const Work &w) { return conferences().addPACMeeting(w.strip, firstAccount); }},
-    {Transition::Command, CmdAddAudioConference2, {}, StateAudioConference,
-     [](auto &, const Work &w) { return conferences().addPACMeeting(w.strip, secondAccount); }},
+    {Source::Command, CmdAddMeeting, {}, StateAdd, &vlMeetingMgr::addVelaMeeting},
+    {Source::Command, CmdChangeSettings, {}, StateChangeSettings, &vlMeetingMgr::changeSettings},
+    {Source::Command, CmdCancelMeeting, {}, {}, &vlMeetingMgr::cancelVelaMeeting},
+    {Source::Command, CmdScheduleMeeting, {}, StateCommit, &vlMeetingMgr::scheduleUpdateVelaMeeting},
+    {Source::Command, CmdUpdateMeeting, {}, StateCommit, &vlMeetingMgr::scheduleUpdateVelaMeeting},
+    {Source::Command, CmdDeleteMeeting, {}, {}, &vlMeetingMgr::deleteVelaMeeting},
+    {Source::Command, CmdStartInstantVideo, {}, {}, &vlMeetingMgr::startInstantMeeting},
+    {Source::Command, CmdStartInstantShare, {}, {}, &vlMeetingMgr::startInstantMeeting},
+    {Source::Command, CmdAddAudioConference1, {}, StateAudioConference, &vlMeetingMgr::addAudioConference},
+    {Source::Command, CmdAddAudioConference2, {}, StateAudioConference, &vlMeetingMgr::addAudioConference},
 
-    {Transition::Answer, CmdAddMeeting, {}, {},
-     [](auto &m, const Work &w) { return m.onAddCancelVelaMeetingFinished(CmdAddMeeting, w.data); }},
-    {Transition::Answer, CmdCancelMeeting, {}, {},
-     [](auto &m, const Work &w) { return m.onAddCancelVelaMeetingFinished(CmdCancelMeeting, w.data); }},
-    {Transition::Answer, CmdChangeSettings, {}, {},
-     [](auto &m, const Work &w) { return m.onChangeSettingFinished(w.data); }},
-    {Transition::Answer, CmdScheduleMeeting, {}, StateCommitDone,
-     [](auto &m, const Work &w) { return m.onSchdulerActionFinished(CmdScheduleMeeting, w.data); }},
-    {Transition::Answer, CmdUpdateMeeting, {}, StateCommitDone,
-     [](auto &m, const Work &w) { return m.onSchdulerActionFinished(CmdUpdateMeeting, w.data); }},
-    {Transition::Answer, CmdDeleteMeeting, {}, {},
-     [](auto &m, const Work &w) { return m.onDeleteActionFinished(w.data); }},
-    {Transition::Answer, CmdGetAudioConferenceDone, {}, {},
-     [](auto &, const Work &w) { return conferences().onGetPACActionFinished(w.data); }},
+    {Source::Calendar, CmdUpdateMeeting, {}, StateCommit, &vlMeetingMgr::readMeetingOnCalendar},
+    {Source::Calendar, CmdDeleteMeeting, {}, {}, &vlMeetingMgr::deleteMeetingOnCalendar},
 
-    {Transition::Answer, CmdGetUserProfileDone, StateAdd, {},
-     [](auto &m, const Work &w) { return m.prepareOpenSettings(w.strip); }},
-    {Transition::Answer, CmdGetUserProfileDone, StateChangeSettings, {},
-     [](auto &m, const Work &w) { return m.executeGetMeetingForChangeSetting(w.strip); }},
-    {Transition::Answer, CmdGetUserProfileDone, StateAudioConference, {},
-     [](auto &, const Work &w) { return w.accountsRequested ? 0 : conferences().schedulePACMeeting(w.strip); }},
-    {Transition::Answer, CmdGetUserProfileDone, StateUpdatePMI, {},
-     [](auto &m, const Work &w) { return m.getPMIMeetingInfo(w.strip, StateUpdatePMI); }},
+    {Source::Answer, CmdAddMeeting, {}, {}, &vlMeetingMgr::onAddCancelVelaMeetingFinished},
+    {Source::Answer, CmdCancelMeeting, {}, {}, &vlMeetingMgr::onAddCancelVelaMeetingFinished},
+    {Source::Answer, CmdChangeSettings, {}, {}, &vlMeetingMgr::onChangeSettingFinished},
+    {Source::Answer, CmdScheduleMeeting, {}, StateCommitDone, &vlMeetingMgr::onSchdulerActionFinished},
+    {Source::Answer, CmdUpdateMeeting, {}, StateCommitDone, &vlMeetingMgr::onSchdulerActionFinished},
+    {Source::Answer, CmdDeleteMeeting, {}, {}, &vlMeetingMgr::onDeleteActionFinished},
+    {Source::Answer, CmdGetAudioConferenceDone, {}, {}, &vlMeetingMgr::onAudioAccountsFinished},
 
-    {Transition::Answer, CmdGetMeetingDone, StateChangeSettings, {},
-     [](auto &m, const Work &w) { return m.showSettingsWindow(w.strip, m.requestOf(w)); }},
-    {Transition::Answer, CmdGetMeetingDone, StateCommit, {},
-     [](auto &m, const Work &w) {
-         return m.isAppointmentKnown(w) ? m.commitUpdateMeeting(w.strip, m.requestOf(w)) : 0;
-     }},
-    {Transition::Answer, CmdGetMeetingDone, StateCommitDone, StateIdle,
-     [](auto &m, const Work &w) { return m.writeMeeting(w); }},
-    {Transition::Answer, CmdGetMeetingDone, StateSettingsPMI, {},
-     [](auto &, const Work &w) { return refreshSheet(w.strip); }},
-    {Transition::Answer, CmdGetMeetingDone, StateAddPMI, {},
-     [](auto &m, const Work &w) { return w.editor ? m.sendVlMeetingCommand(CmdScheduleMeeting, w.editor) : 0; }},
-    {Transition::Answer, CmdGetMeetingDone, StateUpdatePMI, {},
-     [](auto &m, const Work &w) { return m.isAppointmentKnown(w) ? m.sendUpdate(w.strip, m.requestOf(w)) : 0; }},
+    {Source::Answer, CmdGetUserProfileDone, StateAdd, {}, &vlMeetingMgr::prepareOpenSettings},
+    {Source::Answer, CmdGetUserProfileDone, StateChangeSettings, {}, &vlMeetingMgr::executeGetMeetingForChangeSetting},
+    {Source::Answer, CmdGetUserProfileDone, StateAudioConference, {}, &vlMeetingMgr::continueAudioConference},
+    {Source::Answer, CmdGetUserProfileDone, StateUpdatePMI, {}, &vlMeetingMgr::readPersonalMeeting},
+
+    {Source::Answer, CmdGetMeetingDone, StateChangeSettings, {}, &vlMeetingMgr::openSheet},
+    {Source::Answer, CmdGetMeetingDone, StateCommit, {}, &vlMeetingMgr::commitAfterReading},
+    {Source::Answer, CmdGetMeetingDone, StateCommitDone, StateIdle, &vlMeetingMgr::writeMeeting},
+    {Source::Answer, CmdGetMeetingDone, StateSettingsPMI, {}, &vlMeetingMgr::refreshSheet},
+    {Source::Answer, CmdGetMeetingDone, StateAddPMI, {}, &vlMeetingMgr::schedule},
+    {Source::Answer, CmdGetMeetingDone, StateUpdatePMI, {}, &vlMeetingMgr::updateAfterReading},
 };
 // clang-format on
 
-int vlMeetingMgr::follow(bool isAnswer, MeetingCommand code, const Work &work) {
-    for (const Transition &row : transitions) {
-        if ((row.kind == Transition::Answer) != isAnswer || row.code != code)
-            continue;
-        if (row.from && *row.from != state())
-            continue;
-        if (row.to)
-            setState(*row.to);
-        return row.next(*this, work);
-    }
-    return nothingStarted;
+int vlMeetingMgr::follow(Source source, const Work &work) {
+    const auto row =
+        std::find_if(std::begin(transitions), std::end(transitions), [&](const Transition &each) {
+            return each.source == source && each.code == work.code && each.from.value_or(state()) == state();
+        });
+    if (row == std::end(transitions))
+        return nothingStarted;
+    setState(row->to.value_or(state()));
+    return (this->*row->next)(work);
 }
-
-// The registration for the sheet's commit. It may outlive the services that it was made on.
-class vlMeetingMgr::CommitObserver {
-public:
-    explicit CommitObserver(vlMeetingMgr &manager) {
-        auto registered = std::make_shared<bool>(true);
-        m_registered = registered;
-        m_id = platform::services().notifications->addObserver(
-            notify_SettingCommit, [registered, &manager](const QString &, const QVariantMap &userInfo) {
-                manager.onInvokeSettingCommit(userInfo);
-            });
-    }
-    ~CommitObserver() {
-        // The id of a centre that is gone may be another observer's in the one that took its place.
-        if (!m_registered.expired())
-            platform::services().notifications->removeObserver(m_id);
-    }
-    CommitObserver(const CommitObserver &) = delete;
-    CommitObserver &operator=(const CommitObserver &) = delete;
-
-private:
-    std::weak_ptr<bool> m_registered; // expires together with the centre that holds the registration
-    platform::ObserverId m_id = 0;
-};
 
 vlMeetingMgr &vlMeetingMgr::sharedInstance() {
     return SharedObject<vlMeetingMgr>::get();
 }
 
+// The registration is never taken back: the services may be others when this object ends.
 vlMeetingMgr::vlMeetingMgr()
-    : m_commitObserver(std::make_unique<CommitObserver>(*this)) {}
+    : m_listens(std::make_shared<bool>(true)) {
+    static_cast<void>(platform::services().notifications->addObserver(
+        notify_SettingCommit,
+        [this, listens = std::weak_ptr(m_listens)](const QString &, const QVariantMap &userInfo) {
+            if (!listens.expired())
+                onInvokeSettingCommit(userInfo);
+        }));
+}
 
 vlMeetingMgr::~vlMeetingMgr() {
     if (LinkPorts::instance().finishReceiver == this)
@@ -197,25 +144,21 @@ vlMeetingMgr::~vlMeetingMgr() {
 // Commands.
 
 int vlMeetingMgr::sendVlMeetingCommand(MeetingCommand command, EditorStrip *strip) {
-    const ContextScope scope(strip);
-    setMeetingAction(command);
-    return follow(false, command, {strip, vlMeetingWindows::editorOf(strip), {}});
+    return start({command, strip, vlMeetingWindows::editorOf(strip)});
 }
 
 int vlMeetingMgr::sendVlMeetingCommand(MeetingCommand command, rt::Object *editor) {
-    EditorStrip *strip = vlMeetingWindows::stripOfEditor(editor);
-    const ContextScope scope(strip);
-    setMeetingAction(command);
-    return follow(false, command, {strip, editor, {}});
+    return start({command, vlMeetingWindows::stripOfEditor(editor), editor});
 }
 
 int vlMeetingMgr::sendVlMeetingCommand(MeetingCommand command) {
-    setMeetingAction(command);
-    return follow(false, command, {});
+    return start({command});
 }
 
-int vlMeetingMgr::sendVlMeetingCommand(MeetingCommand command, const QVariantMap &data) {
-    return CalendarChanges::sharedInstance().send(command, data);
+int vlMeetingMgr::start(const Work &work) {
+    const ContextScope scope(work.strip);
+    setMeetingAction(work.code);
+    return follow(Source::Command, work);
 }
 
 QVariantMap vlMeetingMgr::getVelaMeetingData(rt::Object *editor) const {
@@ -229,17 +172,17 @@ QVariantMap vlMeetingMgr::getVelaMeetingData(rt::Object *editor) const {
     return request;
 }
 
-int vlMeetingMgr::addVelaMeeting(EditorStrip *strip) {
+int vlMeetingMgr::addVelaMeeting(const Work &work) {
     if (hasUserProfile())
-        return prepareOpenSettings(strip);
-    vlAPIMgr::sharedInstance().getUserProfile(parentOf(strip));
+        return prepareOpenSettings(work);
+    vlAPIMgr::sharedInstance().getUserProfile(parentOf(work.strip));
     return nothingStarted;
 }
 
-int vlMeetingMgr::prepareOpenSettings(EditorStrip *strip) {
-    const QVariantMap request = getVelaMeetingData(vlMeetingWindows::editorOf(strip));
+int vlMeetingMgr::prepareOpenSettings(const Work &work) {
+    const QVariantMap request = getVelaMeetingData(work.editor);
     if (!notShowSetting())
-        return showSettingsWindow(strip, request);
+        return showSettingsWindow(work.strip, request);
     onExcuteCommandFinished(CmdAddMeeting, request);
     return nothingStarted;
 }
@@ -256,53 +199,118 @@ int vlMeetingMgr::showSettingsWindow(EditorStrip *strip, const QVariantMap &data
     return nothingStarted;
 }
 
-int vlMeetingMgr::changeSettings(EditorStrip *strip) {
+int vlMeetingMgr::openSheet(const Work &work) {
+    return showSettingsWindow(work.strip, requestOf(work));
+}
+
+int vlMeetingMgr::refreshSheet(const Work &work) {
+    SettingsSheets *sheets = WorkflowPorts::instance().sheets;
+    const QString apptWindowID = vlMeetingWindows::getOLAppointmentWindowID(work.strip);
+    if (sheets && sheets->hasSchSettingWindow(apptWindowID))
+        sheets->refreshSettingWindow(apptWindowID);
+    return nothingStarted;
+}
+
+int vlMeetingMgr::changeSettings(const Work &work) {
     if (hasUserProfile())
-        return executeGetMeetingForChangeSetting(strip);
-    vlAPIMgr::sharedInstance().getUserProfile(parentOf(strip), withProgress({}));
+        return executeGetMeetingForChangeSetting(work);
+    vlAPIMgr::sharedInstance().getUserProfile(parentOf(work.strip), withProgress({}));
     return nothingStarted;
 }
 
-int vlMeetingMgr::executeGetMeetingForChangeSetting(EditorStrip *strip) {
-    const QVariantMap request = getVelaMeetingData(vlMeetingWindows::editorOf(strip));
+int vlMeetingMgr::executeGetMeetingForChangeSetting(const Work &work) {
+    const QVariantMap request = getVelaMeetingData(work.editor);
     if (vlGetMeetingHelper::sharedInstance().hasMeetingInfo())
-        return showSettingsWindow(strip, request);
-    vlAPIMgr::sharedInstance().getMeeting(parentOf(strip), withProgress(request));
+        return showSettingsWindow(work.strip, request);
+    vlAPIMgr::sharedInstance().getMeeting(parentOf(work.strip), withProgress(request));
     return nothingStarted;
 }
 
-int vlMeetingMgr::cancelVelaMeeting(EditorStrip *strip) {
-    onExcuteCommandFinished(CmdCancelMeeting, getVelaMeetingData(vlMeetingWindows::editorOf(strip)));
+int vlMeetingMgr::cancelVelaMeeting(const Work &work) {
+    onExcuteCommandFinished(CmdCancelMeeting, getVelaMeetingData(work.editor));
     return nothingStarted;
 }
 
-int vlMeetingMgr::scheduleUpdateVelaMeeting(rt::Object *editor, MeetingCommand command) {
-    if (!editor) // without an appointment a request would schedule an empty one
+int vlMeetingMgr::schedule(const Work &work) {
+    return work.editor ? sendVlMeetingCommand(CmdScheduleMeeting, work.editor) : nothingStarted;
+}
+
+int vlMeetingMgr::scheduleUpdateVelaMeeting(const Work &work) {
+    if (!work.editor) // without an appointment a request would schedule an empty one
         return nothingStarted;
-    const QVariantMap request = getVelaMeetingData(editor);
-    EditorStrip *strip = vlMeetingWindows::stripOfEditor(editor);
-    if (command != CmdUpdateMeeting) {
+    const QVariantMap request = getVelaMeetingData(work.editor);
+    if (work.code != CmdUpdateMeeting) {
         MeetingContext::atHand().sentAppointment = rt::mapValue(request.value(vl_Outlook_ApptInfo));
-        vlAPIMgr::sharedInstance().scheduleMeeting(parentOf(strip), request);
+        vlAPIMgr::sharedInstance().scheduleMeeting(parentOf(work.strip), request);
         return nothingStarted;
     }
     CalendarChanges::sharedInstance().supersede();
     if (vlGetMeetingHelper::sharedInstance().hasMeetingInfo())
-        return commitUpdateMeeting(strip, request);
-    vlAPIMgr::sharedInstance().getMeeting(parentOf(strip), request);
+        return commitUpdateMeeting(work.strip, request);
+    vlAPIMgr::sharedInstance().getMeeting(parentOf(work.strip), request);
     return nothingStarted;
 }
 
-int vlMeetingMgr::deleteVelaMeeting(rt::Object *editor) {
-    const EditorStrip *strip = vlMeetingWindows::stripOfEditor(editor);
-    if (!editor || (strip && strip->blockDeleteVelaMeeting()))
+int vlMeetingMgr::deleteVelaMeeting(const Work &work) {
+    if (!work.editor || (work.strip && work.strip->blockDeleteVelaMeeting()))
         return nothingStarted;
     CalendarChanges::sharedInstance().supersede();
-    return vlAPIMgr::sharedInstance().deleteMeeting(parentOf(strip), getVelaMeetingData(editor));
+    return vlAPIMgr::sharedInstance().deleteMeeting(parentOf(work.strip), getVelaMeetingData(work.editor));
 }
 
-int vlMeetingMgr::startInstantMeeting(bool withVideo) {
-    return vlAPIMgr::sharedInstance().startMeeting(withVideo);
+int vlMeetingMgr::startInstantMeeting(const Work &work) {
+    return vlAPIMgr::sharedInstance().startMeeting(work.code == CmdStartInstantVideo);
+}
+
+int vlMeetingMgr::addAudioConference(const Work &work) {
+    const PACAccount account = work.code == CmdAddAudioConference1 ? PACAccount::First : PACAccount::Second;
+    return vlPACMeetingMgr::sharedInstance().addPACMeeting(work.strip, account);
+}
+
+int vlMeetingMgr::continueAudioConference(const Work &work) {
+    vlPACMeetingMgr::sharedInstance().executeGetPAC(work.strip);
+    return nothingStarted;
+}
+
+int vlMeetingMgr::onAudioAccountsFinished(const Work &work) {
+    return vlPACMeetingMgr::sharedInstance().onGetPACActionFinished(work.data);
+}
+
+int vlMeetingMgr::readPersonalMeeting(const Work &work) {
+    return getPMIMeetingInfo(work.strip, StateUpdatePMI);
+}
+
+int vlMeetingMgr::sendVlMeetingCommand(MeetingCommand command, const QVariantMap &data) {
+    if (command != CmdUpdateMeeting && command != CmdDeleteMeeting)
+        return nothingStarted;
+    EditorStrip *strip = vlMeetingWindows::stripOfWindowID(rt::textValue(data.value(keyApptWindowID)));
+    if (strip && rt::boolValue(data.value(keyDragAndMoveOnCalendar)))
+        strip->setOLUIAction(HostAction::ActionCalendarDrag);
+    const QVariantMap snapshot = rt::mapValue(data.value(vl_Outlook_ApptInfo));
+    const QString key = meetingKeyIn(snapshot);
+    CalendarChanges &changes = CalendarChanges::sharedInstance();
+    const RequestOwner::Scope scope(strip ? strip->context() : changes.contextFor(key));
+    vlMeetingDataMgr &store = vlMeetingDataMgr::sharedInstance();
+    store.setSavedApptInfo(snapshot);
+    if (!key.isEmpty())
+        store.setMeetingKey(key);
+    QVariantMap request = data;
+    request.insert(vl_MeetingKey, key);
+    if (!follow(Source::Calendar, {command, strip, nullptr, request}))
+        return nothingStarted;
+    changes.finish(); // nothing will be answered
+    return clientNotReached;
+}
+
+int vlMeetingMgr::readMeetingOnCalendar(const Work &work) {
+    CalendarChanges::noteInEditorsThatSave(rt::textValue(work.data.value(vl_MeetingKey)));
+    QWidget *ownerWindow = rt::widgetValue(work.data.value(keyEventOwnerWindow));
+    return vlAPIMgr::sharedInstance().getMeeting(work.strip ? parentOf(work.strip) : ownerWindow, work.data);
+}
+
+int vlMeetingMgr::deleteMeetingOnCalendar(const Work &work) {
+    QWidget *ownerWindow = rt::widgetValue(work.data.value(keyEventOwnerWindow));
+    return vlAPIMgr::sharedInstance().deleteMeeting(ownerWindow, work.data);
 }
 
 int vlMeetingMgr::getPMIMeetingInfo(EditorStrip *strip, WorkflowState state) {
@@ -317,10 +325,10 @@ int vlMeetingMgr::getPMIMeetingInfo(EditorStrip *strip, WorkflowState state) {
 }
 
 bool vlMeetingMgr::notShowSetting() const {
-    return rt::boolValue(savedSettings().value(vl_Setting_NotShowMeAgain));
+    return rt::boolValue(vlSettingData::savedSettings().value(vl_Setting_NotShowMeAgain));
 }
 
-bool vlMeetingMgr::isSettingCommitOK(const QVariantMap &data) const {
+bool vlMeetingMgr::isSettingCommitOK(const QVariantMap &data) {
     return rt::textValue(data.value(keyVLUserOperator)) == keyVLSettingCommit &&
            rt::boolValue(data.value(keyButtonClickIsOK));
 }
@@ -334,25 +342,12 @@ void vlMeetingMgr::onInvokeSettingCommit(const QVariantMap &userInfo) {
 
 // Answers.
 
-vlMeetingMgr::Work vlMeetingMgr::workOf(const QVariantMap &data) {
-    EditorStrip *strip = vlMeetingWindows::stripOfWindowID(rt::textValue(data.value(keyApptWindowID)));
-    return {strip, vlMeetingWindows::editorOf(strip), data};
-}
-
-void vlMeetingMgr::onExcuteCommandFinished(int command, const QVariantMap &data) {
-    if (command >= int(CmdAddMeeting) && command <= int(CmdGetAudioConferenceDone))
-        onExcuteCommandFinished(MeetingCommand(command), data);
-}
-
 void vlMeetingMgr::onExcuteCommandFinished(MeetingCommand command, const QVariantMap &data) {
-    const Work work = workOf(data);
-    const ContextScope scope(work.strip);
-    if (command == CmdGetUserProfileDone)
-        onGetUserProfileActionFinished(data);
-    else if (command == CmdGetMeetingDone)
-        onGetMeetingActionFinished(data);
-    else
-        follow(true, command, work);
+    EditorStrip *strip = vlMeetingWindows::stripOfWindowID(rt::textValue(data.value(keyApptWindowID)));
+    const ContextScope scope(strip);
+    if (command == CmdGetUserProfileDone && state() != StateAudioConference) // a conference asks by itself
+        vlPACMeetingMgr::sharedInstance().requestAccountsIfNeeded(strip);
+    follow(Source::Answer, {command, strip, vlMeetingWindows::editorOf(strip), data});
 }
 
 // What waited for it is off: the user asks again.
@@ -362,36 +357,39 @@ void vlMeetingMgr::onRequestDenied() {
     context.sentAppointment.clear();
 }
 
-int vlMeetingMgr::onAddCancelVelaMeetingFinished(MeetingCommand command, const QVariantMap &data) {
-    const Work work = workOf(data);
+int vlMeetingMgr::onAddCancelVelaMeetingFinished(const Work &work) {
     if (!work.editor)
         return nothingStarted;
-    if (command == CmdCancelMeeting)
+    if (work.code == CmdCancelMeeting)
         return sendVlMeetingCommand(CmdDeleteMeeting, work.editor);
-    if (!isSettingCommitOK(data)) {
+    if (!isSettingCommitOK(work.data)) {
         if (!notShowSetting()) // the user has cancelled the sheet
             return nothingStarted;
-        const QVariantMap settings = rt::mapValue(data.value(vl_Setting));
+        const QVariantMap settings = rt::mapValue(work.data.value(vl_Setting));
         if (rt::boolValue(settings.value(vl_Setting_IsPMI)))
             return getPMIMeetingInfo(work.strip, StateAddPMI);
     }
-    return sendVlMeetingCommand(CmdScheduleMeeting, work.editor);
+    return schedule(work);
 }
 
-int vlMeetingMgr::onChangeSettingFinished(const QVariantMap &data) {
-    const Work work = workOf(data);
-    return work.editor && isSettingCommitOK(data) ? sendVlMeetingCommand(CmdUpdateMeeting, work.editor)
-                                                  : nothingStarted;
+int vlMeetingMgr::onChangeSettingFinished(const Work &work) {
+    return work.editor && isSettingCommitOK(work.data) ? sendVlMeetingCommand(CmdUpdateMeeting, work.editor)
+                                                       : nothingStarted;
 }
 
-int vlMeetingMgr::onSchdulerActionFinished(MeetingCommand, const QVariantMap &data) {
-    const QVariantMap answer = rt::mapValue(data.value(keyVlAPIResponse));
-    const Work work = workOf(data);
+// To the strip and to the calendar. The client's answer.
+QVariantMap vlMeetingMgr::tellResult(const Work &work, StripState shown) {
+    const QVariantMap answer = rt::mapValue(work.data.value(keyVlAPIResponse));
     if (work.strip) {
         work.strip->setActionResultData(answer);
-        work.strip->onUIChanged(StripState::MeetingAttached);
+        work.strip->onUIChanged(shown);
     }
     notifyActionResultToCalActionMgr(answer);
+    return answer;
+}
+
+int vlMeetingMgr::onSchdulerActionFinished(const Work &work) {
+    const QVariantMap answer = tellResult(work, StripState::MeetingAttached);
     if (auto &pending = MeetingContext::atHand().pendingWriteBack)
         pending->needClearLocation = false;
     if (!work.strip)
@@ -402,39 +400,13 @@ int vlMeetingMgr::onSchdulerActionFinished(MeetingCommand, const QVariantMap &da
 }
 
 // Also after a failure the meeting leaves the appointment; the result is for the strip and the calendar.
-int vlMeetingMgr::onDeleteActionFinished(const QVariantMap &data) {
-    const QVariantMap answer = rt::mapValue(data.value(keyVlAPIResponse));
-    const Work work = workOf(data);
-    if (work.strip) {
-        work.strip->setActionResultData(answer);
-        work.strip->onUIChanged(StripState::NoMeeting);
-    }
-    notifyActionResultToCalActionMgr(answer);
+int vlMeetingMgr::onDeleteActionFinished(const Work &work) {
     const rt::Weak<> editor(work.editor);
+    const QVariantMap answer = tellResult(work, StripState::NoMeeting);
     forgetLoadedElsewhere();
-    updateVlMeetingInfoToAppointmentForDelete(work.editor, answer);
+    updateVlMeetingInfoToAppointmentForDelete(editor.get(), answer);
     clearAllSavedData(false);
     return finishEditorLater(editor.get());
-}
-
-int vlMeetingMgr::onGetUserProfileActionFinished(const QVariantMap &data) {
-    Work work = workOf(data);
-    work.accountsRequested = requestAccountsIfNeeded(work);
-    return follow(true, CmdGetUserProfileDone, work);
-}
-
-int vlMeetingMgr::onGetMeetingActionFinished(const QVariantMap &data) {
-    return follow(true, CmdGetMeetingDone, workOf(data));
-}
-
-bool vlMeetingMgr::requestAccountsIfNeeded(const Work &work) {
-    if (vlPACMeetingMgr::knowsTheUsersAccounts())
-        return false;
-    vlUserProfileHelper::sharedInstance().setAccountChangedFlag(false);
-    const bool showProgress = state() == StateAudioConference;
-    vlAPIMgr::sharedInstance().getPAC(parentOf(work.strip),
-                                      {{vl_API_Call_Para_ShowCommunicationDlg, showProgress}});
-    return true;
 }
 
 // Work without a strip comes from the calendar: the appointment is the one whose snapshot was kept.
@@ -455,19 +427,23 @@ bool vlMeetingMgr::isAppointmentKnown(const Work &work) const {
                       : !vlMeetingDataMgr::sharedInstance().getSavedApptInfo().isEmpty();
 }
 
+int vlMeetingMgr::commitAfterReading(const Work &work) {
+    return isAppointmentKnown(work) ? commitUpdateMeeting(work.strip, requestOf(work)) : nothingStarted;
+}
+
+int vlMeetingMgr::updateAfterReading(const Work &work) {
+    return isAppointmentKnown(work) ? sendUpdate(work.strip, requestOf(work)) : nothingStarted;
+}
+
 int vlMeetingMgr::commitUpdateMeeting(EditorStrip *strip, const QVariantMap &request) {
-    const QVariantMap loaded = vlGetMeetingHelper::sharedInstance().getMeetingInfo();
-    if (!isMeetingChanged(request, loaded)) {
-        // A save that overtook the reading of a new meeting brings its record too.
-        const bool isNew = !std::exchange(MeetingContext::atHand().sentAppointment, {}).isEmpty();
-        const rt::Weak<> editor(vlMeetingWindows::editorOf(strip));
-        updateMailBodyForSchedule(editor.get());
-        updateVlKeyInfoToAppointment(editor.get(), loaded, isNew);
-        return finishEditorLater(editor.get());
+    if (isMeetingChanged(request, vlGetMeetingHelper::sharedInstance().getMeetingInfo())) {
+        const QVariantMap settings = rt::mapValue(request.value(vl_Setting));
+        return rt::boolValue(settings.value(vl_Setting_IsPMI)) ? updatePMIMeeting(strip)
+                                                               : sendUpdate(strip, request);
     }
-    if (rt::boolValue(rt::mapValue(request.value(vl_Setting)).value(vl_Setting_IsPMI)))
-        return updatePMIMeeting(strip, request);
-    return sendUpdate(strip, request);
+    // A save that overtook the reading of a new meeting brings its record too.
+    const bool isNew = !MeetingContext::atHand().sentAppointment.isEmpty();
+    return writeLoadedMeeting(vlMeetingWindows::editorOf(strip), isNew);
 }
 
 int vlMeetingMgr::sendUpdate(EditorStrip *strip, const QVariantMap &request) {
@@ -477,7 +453,7 @@ int vlMeetingMgr::sendUpdate(EditorStrip *strip, const QVariantMap &request) {
 }
 
 // The request is made anew when the personal meeting has been read.
-int vlMeetingMgr::updatePMIMeeting(EditorStrip *strip, const QVariantMap &) {
+int vlMeetingMgr::updatePMIMeeting(EditorStrip *strip) {
     if (hasUserProfile())
         return getPMIMeetingInfo(strip, StateUpdatePMI);
     setState(StateUpdatePMI);
@@ -494,52 +470,21 @@ void vlMeetingMgr::forgetLoadedElsewhere() {
 }
 
 int vlMeetingMgr::writeMeeting(const Work &work) {
-    if (const auto other = ownerOfLoadedMeeting()) {
-        exchangeAnswers(other);
+    if (const auto other = exchangeScheduleAnswers()) {
         const RequestOwner::Scope scope(other);
         setState(StateIdle);
-        return writeMeeting({other->strip, vlMeetingWindows::editorOf(other->strip), {}});
+        return writeLoadedMeeting(vlMeetingWindows::editorOf(other->strip), true);
     }
+    return writeLoadedMeeting(work.editor, true);
+}
+
+// Into the appointment; `commit`: the stored record too.
+int vlMeetingMgr::writeLoadedMeeting(rt::Object *openEditor, bool commit) {
     MeetingContext::atHand().sentAppointment.clear();
-    const rt::Weak<> editor(work.editor);
+    const rt::Weak<> editor(openEditor);
     updateMailBodyForSchedule(editor.get());
-    updateVlKeyInfoToAppointment(editor.get(), vlGetMeetingHelper::sharedInstance().getMeetingInfo(), true);
+    updateVlKeyInfoToAppointment(editor.get(), vlGetMeetingHelper::sharedInstance().getMeetingInfo(), commit);
     return finishEditorLater(editor.get());
-}
-
-// The answer to a schedule request does not tell whose it is. With several under way, the client may have
-// answered in another order than it was asked: the meeting that was read back then is the one that another
-// appointment has asked for. nullptr: it is the own one.
-std::shared_ptr<MeetingContext> vlMeetingMgr::ownerOfLoadedMeeting() const {
-    const QVariantMap info = vlGetMeetingHelper::sharedInstance().getMeetingInfo();
-    const QVariantMap loaded = rt::mapValue(info.value(vl_Outlook_ApptInfo));
-    const auto asked = [&loaded](const MeetingContext &context) {
-        return !isAppointmentChanged(context.sentAppointment, loaded);
-    };
-    const MeetingContext &own = MeetingContext::atHand();
-    if (own.sentAppointment.isEmpty() || asked(own))
-        return nullptr;
-    for (const auto &context : MeetingContext::all())
-        if (context->strip && !context->sentAppointment.isEmpty() && asked(*context))
-            return context;
-    return nullptr;
-}
-
-void vlMeetingMgr::exchangeAnswers(const std::shared_ptr<MeetingContext> &other) {
-    const auto own = MeetingContext::sharedAtHand();
-    std::swap(own->meetingKey, other->meetingKey);
-    std::swap(own->loadedMeeting, other->loadedMeeting);
-    const WorkflowState otherState = other->state();
-    own->setState(otherState);
-    vlAPIMgr::sharedInstance().exchangeOwners(Requester{own, parentOf(own->strip)},
-                                              Requester{other, parentOf(other->strip)});
-    const auto show = [](const MeetingContext &context) {
-        if (context.strip)
-            context.strip->onUIChanged(context.meetingKey.isEmpty() ? StripState::NoMeeting
-                                                                    : StripState::MeetingAttached);
-    };
-    show(*own);
-    show(*other);
 }
 
 // The end of the work.
@@ -587,8 +532,7 @@ void vlMeetingMgr::clearAllSavedData(bool dropEditor) {
     if (dropEditor)
         context.olWordMailEditor.reset();
     vlMeetingDataMgr::sharedInstance().clearSavedMeetingData();
-    constexpr bool forPMI = false;
-    vlGetMeetingHelper::sharedInstance().setMeetingData({{vl_MeetingKey, u""_s}}, forPMI);
+    vlGetMeetingHelper::sharedInstance().setMeetingData({{vl_MeetingKey, u""_s}});
     context.sentAppointment.clear();
     context.usesProfile = false;
     const auto contexts = MeetingContext::all();
@@ -597,15 +541,11 @@ void vlMeetingMgr::clearAllSavedData(bool dropEditor) {
     CalendarChanges::sharedInstance().finish();
 }
 
-void vlMeetingMgr::notifyActionResultToCalActionMgr(const QVariantMap &answer) {
-    vlCalendarActionMgr::sharedInstance().setActionResultData(answer);
-}
+// For the link, the calendar and the body.
 
 bool vlMeetingMgr::isMeetingChanged(const QVariantMap &request, const QVariantMap &loadedMeeting) const {
     return vlMeetingDataMgr::sharedInstance().isMeetingChanged(request, loadedMeeting);
 }
-
-// For the link, the body and the owner's check.
 
 QString vlMeetingMgr::getApptWindowIDByWindow(QWidget *window) const {
     return vlMeetingWindows::getApptWindowIDByWindow(window);
@@ -632,17 +572,4 @@ QString vlMeetingMgr::getMailBodyWithVelaContentFor1520(const QString &body, con
 
 QString vlMeetingMgr::encodeMailBody() const {
     return vlMeetingDataMgr::sharedInstance().encodeMailBody();
-}
-
-bool vlMeetingMgr::checkScheduleOwnerMatched(rt::Object *editor) const {
-    return isScheduleOwnerMatched(editor);
-}
-
-bool vlMeetingMgr::needCheckOwnerMatched(rt::Object *editor) const {
-    return isNewMeeting(editor);
-}
-
-void vlMeetingMgr::showWarningNotAllowScheduleForOthers(rt::Object *editor) {
-    if (WorkflowAlerts *alerts = WorkflowPorts::instance().alerts)
-        alerts->showRemoveMeetingWarning(editor, vlMeetingWindows::windowOfEditor(editor));
 }

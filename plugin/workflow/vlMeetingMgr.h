@@ -6,20 +6,20 @@
 #include "plugin/host/body/bodyPorts.h"
 #include "plugin/link/linkPorts.h"
 #include "plugin/workflow/MeetingContext.h"
+#include "plugin/workflow/workflowPorts.h"
 
 #include <QString>
 #include <QVariantMap>
 #include <memory>
 
-class EditorStrip;
 class vlECCalendarEvent;
 class vlERCalendarEventEditorViewController;
 
 // Works on the context at hand: a command for a strip or an editor brings that of its appointment to hand,
 // the link that of whoever has asked. `editor` is the host's editor view controller. Editors and strips are
 // not owned, are nullptr when there is none, and are looked up anew for every step: they may be gone when an
-// answer arrives. A step on something that is gone does nothing. Requests are asynchronous: an operation
-// returns as soon as its request is posted. Main thread only.
+// answer arrives. A step is skipped when its editor or strip no longer exists. Requests are asynchronous: an
+// operation returns as soon as its request is posted. Main thread only.
 class vlMeetingMgr : public FinishReceiver, public BodyEditorHolder {
 public:
     static vlMeetingMgr &sharedInstance();
@@ -38,7 +38,10 @@ public:
     int sendVlMeetingCommand(MeetingCommand command, EditorStrip *strip);
     int sendVlMeetingCommand(MeetingCommand command, rt::Object *editor);
     int sendVlMeetingCommand(MeetingCommand command);
-    // An update or a delete from the calendar, see CalendarChanges::send().
+    // From the calendar: asks the client to read the meeting, for an update, or to delete it. `data` is
+    // {"apptInfo", "keyEventOwnerWindow", "keyApptWindowID", "keyDragAndMoveOnCalendar"}; the window is used
+    // within this call only. 0: asked, or no such command; 1: the client could not be asked. An editor in the
+    // window of that identifier takes the change for its own.
     int sendVlMeetingCommand(MeetingCommand command, const QVariantMap &data);
     void setMeetingAction(MeetingCommand command) { MeetingContext::atHand().meetingAction = command; }
     [[nodiscard]] MeetingCommand getMeetingAction() const { return MeetingContext::atHand().meetingAction; }
@@ -47,49 +50,20 @@ public:
     // "keyEventOwnerWindow"}, each but the settings only where there is one.
     [[nodiscard]] QVariantMap getVelaMeetingData(rt::Object *editor) const;
 
-    int addVelaMeeting(EditorStrip *strip);
-    int changeSettings(EditorStrip *strip);
-    int executeGetMeetingForChangeSetting(EditorStrip *strip);
-    // Opens the settings sheet, or goes on at once for a user who does not want to see it again.
-    int prepareOpenSettings(EditorStrip *strip);
-    int showSettingsWindow(EditorStrip *strip, const QVariantMap &data);
-    int cancelVelaMeeting(EditorStrip *strip);
-    // `command` is CmdScheduleMeeting or CmdUpdateMeeting. Always 0.
-    int scheduleUpdateVelaMeeting(rt::Object *editor, MeetingCommand command);
-    int deleteVelaMeeting(rt::Object *editor); // 0 also when the strip blocks it
-    int startInstantMeeting(bool withVideo);
     // Reads the user's personal meeting in that state. Without a profile nothing happens.
     int getPMIMeetingInfo(EditorStrip *strip, WorkflowState state);
-
     // Whether the user's local profile says not to show the settings sheet again.
     [[nodiscard]] bool notShowSetting() const;
-    // Whether the dictionary is the commit of a settings sheet that was left with OK.
-    [[nodiscard]] bool isSettingCommitOK(const QVariantMap &data) const;
     void onInvokeSettingCommit(const QVariantMap &userInfo);
 
-    // Finish handlers, each answers 0. A code outside the command codes is dropped.
-    void onExcuteCommandFinished(int command, const QVariantMap &data) override;
-    void onExcuteCommandFinished(MeetingCommand command, const QVariantMap &data);
+    void onExcuteCommandFinished(MeetingCommand command, const QVariantMap &data) override;
     void onRequestDenied() override;
-    int onAddCancelVelaMeetingFinished(MeetingCommand command, const QVariantMap &data);
-    int onChangeSettingFinished(const QVariantMap &data);
-    int onSchdulerActionFinished(MeetingCommand command, const QVariantMap &data);
-    int onDeleteActionFinished(const QVariantMap &data);
-    int onGetUserProfileActionFinished(const QVariantMap &data);
-    int onGetMeetingActionFinished(const QVariantMap &data);
-
-    // Sends the update when the request differs from the loaded meeting; otherwise only writes the
-    // appointment again.
-    int commitUpdateMeeting(EditorStrip *strip, const QVariantMap &request);
-    int updatePMIMeeting(EditorStrip *strip, const QVariantMap &request);
     // Runs the host operation that waited for the meeting work, or clears the saved data when the editor is
     // gone.
     void closeOLAppointment(rt::Object *editor);
     // Of the context at hand; dropEditor: the body editor's adapter as well. The user's profile goes with the
     // last work that uses it.
     void clearAllSavedData(bool dropEditor);
-    void notifyActionResultToCalActionMgr(const QVariantMap &answer);
-    [[nodiscard]] bool isMeetingChanged(const QVariantMap &request, const QVariantMap &loadedMeeting) const;
 
     // For the link.
     [[nodiscard]] QString getApptWindowIDByWindow(QWidget *window) const override;
@@ -127,30 +101,69 @@ public:
         return MeetingContext::atHand().olWordMailEditor.get();
     }
     [[nodiscard]] vlOLWordMailEditor *bodyEditorOf(rt::Object *editor) const override;
-    [[nodiscard]] QString getMailBodyWithVelaContentFor1520(const QString &body, const QString &emailBody,
-                                                            bool isHTMLBody) const;
     [[nodiscard]] QString encodeMailBody() const override;
 
-    // Scheduling for others, see ScheduleOwner.h.
+    // Scheduling for others. Whether the meeting may be sent by the organiser now chosen in the editor.
     [[nodiscard]] bool checkScheduleOwnerMatched(rt::Object *editor) const;
+    // Whether the appointment has no stored meeting yet: only a meeting made in this editor is checked.
     [[nodiscard]] bool needCheckOwnerMatched(rt::Object *editor) const;
     void showWarningNotAllowScheduleForOthers(rt::Object *editor);
 
+    // What others do, under the names that it has here.
+    void notifyActionResultToCalActionMgr(const QVariantMap &answer);
+    [[nodiscard]] bool isMeetingChanged(const QVariantMap &request, const QVariantMap &loadedMeeting) const;
+    [[nodiscard]] QString getMailBodyWithVelaContentFor1520(const QString &body, const QString &emailBody,
+                                                            bool isHTMLBody) const;
+
 private:
+    enum class Source { Command, Calendar, Answer };
     struct Work;
     struct Transition;
     static const Transition transitions[];
-    int follow(bool isAnswer, MeetingCommand code, const Work &work);
-    [[nodiscard]] static Work workOf(const QVariantMap &data);
+    int start(const Work &work);
+    int follow(Source source, const Work &work);
+
+    // The steps of the transitions. 0: started, or nothing to start; else the ClientError's number.
+    int addVelaMeeting(const Work &work);
+    int changeSettings(const Work &work);
+    int executeGetMeetingForChangeSetting(const Work &work);
+    // Opens the settings sheet, or goes on at once for a user who does not want to see it again.
+    int prepareOpenSettings(const Work &work);
+    int openSheet(const Work &work);
+    int refreshSheet(const Work &work);
+    int cancelVelaMeeting(const Work &work);
+    int schedule(const Work &work);
+    int scheduleUpdateVelaMeeting(const Work &work);
+    int deleteVelaMeeting(const Work &work); // 0 also when the strip blocks it
+    int readMeetingOnCalendar(const Work &work);
+    int deleteMeetingOnCalendar(const Work &work);
+    int startInstantMeeting(const Work &work);
+    int addAudioConference(const Work &work);
+    int continueAudioConference(const Work &work);
+    int readPersonalMeeting(const Work &work);
+    int onAddCancelVelaMeetingFinished(const Work &work);
+    int onChangeSettingFinished(const Work &work);
+    int onSchdulerActionFinished(const Work &work);
+    int onDeleteActionFinished(const Work &work);
+    int onAudioAccountsFinished(const Work &work);
+    int commitAfterReading(const Work &work);
+    int updateAfterReading(const Work &work);
+    int writeMeeting(const Work &work);
+
+    // Whether the dictionary is the commit of a settings sheet that was left with OK.
+    [[nodiscard]] static bool isSettingCommitOK(const QVariantMap &data);
+    int showSettingsWindow(EditorStrip *strip, const QVariantMap &data);
     [[nodiscard]] QVariantMap requestOf(const Work &work) const;
     [[nodiscard]] bool isAppointmentKnown(const Work &work) const;
-    bool requestAccountsIfNeeded(const Work &work);
+    QVariantMap tellResult(const Work &work, StripState shown);
+    // Sends the update when the request differs from the loaded meeting; otherwise only writes the
+    // appointment again.
+    int commitUpdateMeeting(EditorStrip *strip, const QVariantMap &request);
+    int updatePMIMeeting(EditorStrip *strip);
     int sendUpdate(EditorStrip *strip, const QVariantMap &request);
-    int writeMeeting(const Work &work);
+    int writeLoadedMeeting(rt::Object *openEditor, bool commit);
     int finishEditorLater(rt::Object *editor);
     static void forgetLoadedElsewhere();
-    [[nodiscard]] std::shared_ptr<MeetingContext> ownerOfLoadedMeeting() const;
-    void exchangeAnswers(const std::shared_ptr<MeetingContext> &other);
 
     [[nodiscard]] static PendingWriteBack pending();
     // `formerURL`: of the record before this write-back; null when there was none.
@@ -159,6 +172,5 @@ private:
     void writeLocation(const vlERCalendarEventEditorViewController &editor, const QString &formerURL,
                        const QString &joinURL);
 
-    class CommitObserver;
-    std::unique_ptr<CommitObserver> m_commitObserver;
+    std::shared_ptr<bool> m_listens; // to the settings sheet's commit, as long as it lives
 };

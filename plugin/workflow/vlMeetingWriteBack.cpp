@@ -8,12 +8,13 @@
 #include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/util/vlMd5Utils.h"
 #include "plugin/util/vlOLUtils.h"
-#include "plugin/workflow/locationText.h"
-#include "plugin/workflow/storedRecord.h"
+#include "plugin/workflow/appointmentText.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
 #include "plugin/workflow/vlMeetingMgr.h"
 
 namespace {
+
+constexpr QChar locationSeparator = u';';
 
 // The editor's event when both are what they should be, else nullptr.
 vlECCalendarEvent *eventOf(const vlERCalendarEventEditorViewController &editor) {
@@ -23,16 +24,10 @@ vlECCalendarEvent *eventOf(const vlERCalendarEventEditorViewController &editor) 
     return event && event->isValidConnection() ? event : nullptr;
 }
 
-void fillEmptySubject(const vlECCalendarEvent &event, const QVariantMap &info) {
-    // With what is typed and not saved yet: a subject of the user's own is never touched, the client's is
-    // cut short.
-    const QString own = rt::textValue(event.getOneMergedItem(olItem_summary));
-    if (!vlOLUtils::trimAllSpace(own).isEmpty())
-        return;
-    const QVariantMap apptInfo = rt::mapValue(info.value(vl_Outlook_ApptInfo));
-    const QString subject = rt::textValue(apptInfo.value(vl_ApptInfo_Subject));
-    if (!subject.isNull())
-        event.setSummary(subject);
+// The field, as long as the editor has one.
+QString shownLocation(const vlERCalendarEventEditorViewController &editor) {
+    const QString field = editor.getLocationFromUI();
+    return field.isNull() ? editor.ecCalendarEvent()->location() : field;
 }
 
 void setLocationEverywhere(const vlERCalendarEventEditorViewController &editor, const QString &location) {
@@ -50,7 +45,8 @@ void removeJoinURLs(QString &text, const QString &oldURL, const QString &newURL)
     // One may be the beginning of the other: the longer one goes first, so that no end of it stays.
     const bool oldFirst = oldURL.isEmpty() || oldURL.contains(newURL);
     for (const QString &url : oldFirst ? QStringList{oldURL, newURL} : QStringList{newURL, oldURL})
-        removeLocationPart(text, url, locationSeparator);
+        if (!url.isEmpty())
+            removeLocationPart(text, url, locationSeparator);
 }
 
 } // namespace
@@ -85,15 +81,18 @@ void vlMeetingMgr::updateVlKeyInfoToAppointment(rt::Object *editor, const QVaria
     if (!event)
         return;
     vlMeetingDataMgr &store = vlMeetingDataMgr::sharedInstance();
-    const QString formerURL =
-        rt::textValue(storedRecord(event->olmUCCapabilities()).value(vl_Meeting_JoinUrl));
+    const QVariantMap former = vlOLUtils::toNSDictionary(event->olmUCCapabilities());
     if (commit) {
         const QString record = store.getVlDataForOLProperty(info);
         store.setEncodeMailBody(getEncodeMail());
         adapter.saveVlDataToOLProperty(record);
     }
-    fillEmptySubject(*event, info);
-    writeLocation(adapter, formerURL, rt::textValue(info.value(vl_Meeting_JoinUrl)));
+    // With what is typed and not saved yet. A subject typed by the user is never replaced: the client may
+    // have only a shortened copy of it.
+    const QString own = rt::textValue(event->getOneMergedItem(olItem_summary));
+    fillEmptySubject(*event, vlOLUtils::trimAllSpace(own), info);
+    writeLocation(adapter, rt::textValue(former.value(vl_Meeting_JoinUrl)),
+                  rt::textValue(info.value(vl_Meeting_JoinUrl)));
     const QString urlInRecord = store.getOldJoinUrl();
     if (!urlInRecord.isNull())
         writeBack().joinURLFromProperty = urlInRecord;
@@ -116,12 +115,12 @@ void vlMeetingMgr::writeLocation(const vlERCalendarEventEditorViewController &ed
 // forgotten once the appointment was stored: then it is the one in the record that is about to be replaced.
 QString vlMeetingMgr::oldJoinURL(const vlERCalendarEventEditorViewController &editor,
                                  const QString &formerURL) const {
-    const QString urlInRecord = vlMeetingDataMgr::sharedInstance().getOldJoinUrl();
-    const bool hasField = !editor.getLocationFromUI().isNull();
-    const QString justWritten = getJoinURL();
-    const QString &preferred = hasField ? justWritten : urlInRecord;
-    const QString &known = preferred.isEmpty() ? (hasField ? urlInRecord : justWritten) : preferred;
-    const QString shown = hasField ? editor.getLocationFromUI() : editor.ecCalendarEvent()->location();
+    QStringList candidates{getJoinURL(), vlMeetingDataMgr::sharedInstance().getOldJoinUrl()};
+    if (editor.getLocationFromUI().isNull())
+        candidates.swapItemsAt(0, 1);
+    candidates.removeAll(QString());
+    const QString known = candidates.value(0);
+    const QString shown = shownLocation(editor);
     // One may be the beginning of the other: the longer one that is shown is the one to take out.
     const qsizetype shownLength = shown.contains(known) ? known.size() : 0;
     return shown.contains(formerURL) && formerURL.size() > shownLength ? formerURL : known;
@@ -132,8 +131,7 @@ QString vlMeetingMgr::getOLUserInputLocation(const vlERCalendarEventEditorViewCo
     const vlECCalendarEvent *event = eventOf(editor);
     if (!event || joinURL.isNull())
         return {};
-    const QString field = editor.getLocationFromUI();
-    QString text = vlOLUtils::trimRLSpace(field.isNull() ? event->location() : field);
+    QString text = vlOLUtils::trimRLSpace(shownLocation(editor));
     if (text.isEmpty())
         return text;
     removeJoinURLs(text, oldJoinURL, joinURL);

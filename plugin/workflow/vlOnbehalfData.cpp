@@ -17,10 +17,6 @@ vlERCalendarEventEditorViewController editorOf(const QString &apptWindowID) {
         vlMeetingWindows::editorOf(vlMeetingWindows::stripOfWindowID(apptWindowID)));
 }
 
-QString emptyForNull(const QString &text) {
-    return text.isNull() ? u""_s : text;
-}
-
 } // namespace
 
 vlOnbehalfData &vlOnbehalfData::sharedInstance() {
@@ -32,7 +28,7 @@ bool vlOnbehalfData::isOnbehalf(const QString &apptWindowID) const {
 }
 
 QString vlOnbehalfData::onbehalfEmail(const QString &apptWindowID) const {
-    return emptyForNull(editorOf(apptWindowID).onbehalfEmailAddress());
+    return rt::textOrEmpty(editorOf(apptWindowID).onbehalfEmailAddress());
 }
 
 QString vlOnbehalfData::getDisplayNameWithOnbehalfEmail(const QString &email) const {
@@ -42,7 +38,7 @@ QString vlOnbehalfData::getDisplayNameWithOnbehalfEmail(const QString &email) co
         const QVariantMap boss = rt::mapValue(entry);
         const QString address = rt::textValue(boss.value(bossEmail));
         if (!address.isNull() && address.compare(email, Qt::CaseInsensitive) == 0)
-            return emptyForNull(rt::textValue(boss.value(bossDisplayName)));
+            return rt::textOrEmpty(boss.value(bossDisplayName));
     }
     return u""_s;
 }

@@ -10,6 +10,7 @@
 #include "plugin/util/localizedString.h"
 #include "plugin/util/sharedObject.h"
 #include "plugin/util/vlOLUtils.h"
+#include "plugin/workflow/appointmentText.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
 #include "plugin/workflow/vlMeetingWindows.h"
 #include "plugin/workflow/workflowPorts.h"
@@ -20,18 +21,8 @@ const QString keyUnreadableAnswer = u"SystemError"_s;
 const QString keyAccountNotUsable = u"WarnMsg_PACIsDisabled"_s;
 constexpr QChar numberSeparator = u',';
 
-qint64 chosenAccount() {
+PACAccount chosenAccount() {
     return vlMeetingDataMgr::sharedInstance().pacAccountNo();
-}
-
-// Unlike a room's name, an empty part takes every separator with it: that is what accounts without numbers
-// leave behind in a location.
-void removePart(QString &text, const QString &part) {
-    if (!text.contains(part))
-        return;
-    text.remove(part + numberSeparator);
-    if (!part.isEmpty())
-        text.remove(part);
 }
 
 void removeAccount(QString &text, int account) {
@@ -39,11 +30,21 @@ void removeAccount(QString &text, int account) {
     const QString numbers = accounts.pacDialInNumberWithCommaSeparator(account);
     if (numbers.isNull())
         return;
+    // An account without numbers leaves separators behind: its one empty number takes them away.
     for (const QString &number : numbers.split(numberSeparator))
-        removePart(text, number);
+        removeLocationPart(text, number, numberSeparator);
     const QString meetingID = accounts.pacMeetingID(account);
     if (!meetingID.isNull())
-        removePart(text, meetingID);
+        removeLocationPart(text, meetingID, numberSeparator);
+}
+
+bool isConferenceAdded() {
+    return MeetingContext::atHand().state() == WorkflowState::StateAudioConference;
+}
+
+void tell(const EditorStrip *strip, const QString &key) {
+    if (WorkflowAlerts *alerts = WorkflowPorts::instance().alerts)
+        alerts->showAlertMessage(vlMeetingWindows::getPluginParentWindow(strip), vlLocalizedString(key));
 }
 
 } // namespace
@@ -52,7 +53,7 @@ vlPACMeetingMgr &vlPACMeetingMgr::sharedInstance() {
     return SharedObject<vlPACMeetingMgr>::get();
 }
 
-int vlPACMeetingMgr::addPACMeeting(EditorStrip *strip, qint64 account) {
+int vlPACMeetingMgr::addPACMeeting(EditorStrip *strip, PACAccount account) {
     vlMeetingDataMgr::sharedInstance().setPACAccountNo(account);
     MeetingContext::atHand().isPACApplied = false;
     MeetingContext::atHand().usesProfile = true;
@@ -69,13 +70,17 @@ bool vlPACMeetingMgr::knowsTheUsersAccounts() {
 }
 
 void vlPACMeetingMgr::executeGetPAC(EditorStrip *strip) {
-    if (knowsTheUsersAccounts()) {
+    if (!requestAccountsIfNeeded(strip))
         schedulePACMeeting(strip);
-        return;
-    }
+}
+
+bool vlPACMeetingMgr::requestAccountsIfNeeded(const EditorStrip *strip) {
+    if (knowsTheUsersAccounts())
+        return false;
     vlUserProfileHelper::sharedInstance().setAccountChangedFlag(false);
     vlAPIMgr::sharedInstance().getPAC(vlMeetingWindows::getPluginParentWindow(strip),
-                                      {{vl_API_Call_Para_ShowCommunicationDlg, true}});
+                                      {{vl_API_Call_Para_ShowCommunicationDlg, isConferenceAdded()}});
+    return true;
 }
 
 int vlPACMeetingMgr::schedulePACMeeting(EditorStrip *strip) {
@@ -93,27 +98,23 @@ int vlPACMeetingMgr::schedulePACMeeting(EditorStrip *strip) {
         return 0;
     }
     // The account stays chosen but is not applied: no later save writes its numbers into the location.
-    if (WorkflowAlerts *alerts = WorkflowPorts::instance().alerts)
-        alerts->showAlertMessage(vlMeetingWindows::getPluginParentWindow(strip),
-                                 vlLocalizedString(keyAccountNotUsable));
+    tell(strip, keyAccountNotUsable);
     strip->onUIChanged(StripState::NoMeeting);
     return 0;
 }
 
 int vlPACMeetingMgr::onGetPACActionFinished(const QVariantMap &data) {
     EditorStrip *strip = vlMeetingWindows::stripOfWindowID(rt::textValue(data.value(keyApptWindowID)));
-    if (MeetingContext::atHand().state() != WorkflowState::StateAudioConference)
+    if (!isConferenceAdded())
         return 0;
     if (knowsTheUsersAccounts())
         return schedulePACMeeting(strip);
     // The answer could not be read: the accounts in memory are another user's, or none.
-    if (WorkflowAlerts *alerts = WorkflowPorts::instance().alerts)
-        alerts->showAlertMessage(vlMeetingWindows::getPluginParentWindow(strip),
-                                 vlLocalizedString(keyUnreadableAnswer));
+    tell(strip, keyUnreadableAnswer);
     return 0;
 }
 
-QString vlPACMeetingMgr::getLocationWithPACAccountNo(qint64 account) const {
+QString vlPACMeetingMgr::getLocationWithPACAccountNo(PACAccount account) const {
     const vlGetPACHelper &accounts = vlGetPACHelper::sharedInstance();
     const QString numbers = accounts.pacDialInNumberWithCommaSeparator(int(account));
     const QString meetingID = accounts.pacMeetingID(int(account));

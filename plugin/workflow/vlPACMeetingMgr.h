@@ -2,13 +2,14 @@
 #pragma once
 
 #include "platform/runtime/Object.h"
+#include "plugin/link/clientCodes.h"
 
 #include <QString>
 #include <QVariantMap>
 
 class EditorStrip;
 
-// Accounts are numbered from 1. The chosen one is kept with the meeting data of its appointment until that is
+// The chosen account is kept with the meeting data of its appointment until that is
 // cleared. Main thread only.
 class vlPACMeetingMgr {
 public:
@@ -16,8 +17,11 @@ public:
 
     // Chooses the account and applies it, after reading profile and accounts where they are missing. Always
     // 0.
-    int addPACMeeting(EditorStrip *strip, qint64 account);
+    int addPACMeeting(EditorStrip *strip, PACAccount account);
     void executeGetPAC(EditorStrip *strip);
+    // Asks for the accounts unless those in memory are the user's, with a progress window only while an audio
+    // conference is being added. Whether it has asked.
+    bool requestAccountsIfNeeded(const EditorStrip *strip);
     // Whether the accounts in memory are those of the user who is signed in.
     [[nodiscard]] static bool knowsTheUsersAccounts();
     // Writes the chosen account into body and location; an alert when it has no invitation. Always 0.
@@ -26,9 +30,9 @@ public:
     int onGetPACActionFinished(const QVariantMap &data);
 
     // The account's part of a location: dial-in numbers and meeting id; null when no accounts are known.
-    [[nodiscard]] QString getLocationWithPACAccountNo(qint64 account) const;
-    // The location with the chosen account's part in place of any account's; null when there is nothing to
-    // say.
+    [[nodiscard]] QString getLocationWithPACAccountNo(PACAccount account) const;
+    // The location with the chosen account's part in place of any account's; null when the location needs no
+    // change.
     [[nodiscard]] QString getNewLocationForPAC(const QString &location) const;
     void updateLocation(rt::Object *editor);
     // The location without the numbers and ids of all accounts; null for a null or empty one.

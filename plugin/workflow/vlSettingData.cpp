@@ -1,21 +1,16 @@
 #include "plugin/workflow/vlSettingData.h"
 
-#include "platform/runtime/Value.h"
 #include "platform/services/Services.h"
-#include "plugin/link/meetingKeys.h"
 #include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/link/readers/vlUserProfileHelper.h"
-#include "plugin/workflow/savedSettings.h"
+#include "plugin/link/vlCommon.h"
+#include "plugin/util/vlOLUtils.h"
 
 #include <QRandomGenerator>
 
 namespace {
 
 int openWrites = 0;
-
-int audioOptionOf(const QVariantMap &settings) {
-    return int(rt::integerValue(settings.value(vl_Setting_AudioOption)));
-}
 
 bool usesRandomPassword() {
     const vlUserProfileHelper &profile = vlUserProfileHelper::sharedInstance();
@@ -39,92 +34,16 @@ rt::Value vlSettingData::stored(const QString &key) const {
     return own == m_values.constEnd() ? platform::services().userDefaults->value(key) : *own;
 }
 
-QString vlSettingData::storedText(const QString &key) const {
-    const QString text = rt::textValue(stored(key));
-    return text.isNull() ? u""_s : text;
-}
-
 void vlSettingData::store(const QString &key, const rt::Value &value) {
     const OneWrite write;
-    m_values.insert(key, value);
-    platform::services().userDefaults->setValue(key, value);
+    const rt::Value kept = rt::isPresent(value) ? value : rt::Value();
+    m_values.insert(key, kept);
+    platform::services().userDefaults->setValue(key, kept);
 }
 
-void vlSettingData::storeText(const QString &key, const QString &text) {
-    store(key, text.isNull() ? rt::Value() : rt::Value(text));
-}
-
-bool vlSettingData::hostvideoOn() const {
-    return rt::boolValue(stored(vl_Setting_EnableHostVideo));
-}
-void vlSettingData::setHostvideoOn(bool on) {
-    store(vl_Setting_EnableHostVideo, on);
-}
-bool vlSettingData::paticipantvideoOn() const {
-    return rt::boolValue(stored(vl_Setting_EnableParticipantsVideo));
-}
-void vlSettingData::setPaticipantvideoOn(bool on) {
-    store(vl_Setting_EnableParticipantsVideo, on);
-}
-int vlSettingData::audioType() const {
-    return int(rt::integerValue(stored(vl_Setting_AudioOption)));
-}
-void vlSettingData::setAudioType(int type) {
-    store(vl_Setting_AudioOption, type);
-}
-bool vlSettingData::requiredMeetingPassword() const {
-    return rt::boolValue(stored(vl_Setting_RequiredMPW));
-}
-void vlSettingData::setRequiredMeetingPassword(bool required) {
-    store(vl_Setting_RequiredMPW, required);
-}
-QString vlSettingData::meetingPassword() const {
-    return storedText(vl_Setting_MeetingPassword);
-}
-void vlSettingData::setMeetingPassword(const QString &password) {
-    storeText(vl_Setting_MeetingPassword, password);
-}
-bool vlSettingData::enableJoinBeforeHost() const {
-    return rt::boolValue(stored(vl_Setting_EnableJBH));
-}
-void vlSettingData::setEnableJoinBeforeHost(bool enabled) {
-    store(vl_Setting_EnableJBH, enabled);
-}
-bool vlSettingData::usePMI() const {
-    return rt::boolValue(stored(vl_Setting_IsPMI));
-}
-void vlSettingData::setUsePMI(bool use) {
-    store(vl_Setting_IsPMI, use);
-}
-QString vlSettingData::roomMeetingId() const {
-    return storedText(vl_Setting_RoomMeetingId);
-}
-void vlSettingData::setRoomMeetingId(const QString &number) {
-    storeText(vl_Setting_RoomMeetingId, number);
-}
-bool vlSettingData::enableThirdPartyAudio() const {
-    return rt::boolValue(stored(vl_Setting_EnableThirdPartyAudio));
-}
-void vlSettingData::setEnableThirdPartyAudio(bool enabled) {
-    store(vl_Setting_EnableThirdPartyAudio, enabled);
-}
-QString vlSettingData::thirdPartyAudio() const {
-    return storedText(vl_Setting_ThirdPartyAudio);
-}
-void vlSettingData::setThirdPartyAudio(const QString &text) {
-    storeText(vl_Setting_ThirdPartyAudio, text);
-}
-bool vlSettingData::notShowMeAgain() const {
-    return rt::boolValue(stored(vl_Setting_NotShowMeAgain));
-}
-void vlSettingData::setNotShowMeAgain(bool hide) {
-    store(vl_Setting_NotShowMeAgain, hide);
-}
-QString vlSettingData::scheduleForEmail() const {
-    return storedText(vl_Setting_ScheduleFor);
-}
-void vlSettingData::setScheduleForEmail(const QString &email) {
-    storeText(vl_Setting_ScheduleFor, email);
+QVariantMap vlSettingData::savedSettings() {
+    return vlOLUtils::toNSDictionary(
+        vlOLUtils::readStrFromFile(vlCommon::getVlUserProfilePath(vlCommon::getUID())));
 }
 
 void vlSettingData::initSettingData() {
@@ -175,15 +94,9 @@ void vlSettingData::initWithSavedProfile() {
     if (saved.isEmpty())
         return;
     setUsePMI(rt::boolValue(saved.value(vl_Setting_IsPMI)));
-    if (rt::boolValue(saved.value(vl_Setting_NotShowMeAgain)))
-        takeSavedSettings(saved);
-}
-
-void vlSettingData::takeSavedSettings(const QVariantMap &saved) {
-    setHostvideoOn(rt::boolValue(saved.value(vl_Setting_EnableHostVideo)));
-    setPaticipantvideoOn(rt::boolValue(saved.value(vl_Setting_EnableParticipantsVideo)));
-    setAudioType(audioOptionOf(saved));
-    setEnableJoinBeforeHost(rt::boolValue(saved.value(vl_Setting_EnableJBH)));
+    if (!rt::boolValue(saved.value(vl_Setting_NotShowMeAgain)))
+        return;
+    takeOptions(saved);
     const QString password = rt::textValue(saved.value(vl_Setting_MeetingPassword));
     const bool keepsRandomPassword = usesRandomPassword() && !usePMI();
     if (!keepsRandomPassword && !password.isEmpty()) {
@@ -193,19 +106,23 @@ void vlSettingData::takeSavedSettings(const QVariantMap &saved) {
     setNotShowMeAgain(true);
 }
 
+void vlSettingData::takeOptions(const QVariantMap &settings) {
+    setHostvideoOn(rt::boolValue(settings.value(vl_Setting_EnableHostVideo)));
+    setPaticipantvideoOn(rt::boolValue(settings.value(vl_Setting_EnableParticipantsVideo)));
+    setAudioType(int(rt::integerValue(settings.value(vl_Setting_AudioOption))));
+    setEnableJoinBeforeHost(rt::boolValue(settings.value(vl_Setting_EnableJBH)));
+}
+
 void vlSettingData::initWithSiteMeetingInfo() {
     const vlGetMeetingHelper &meeting = vlGetMeetingHelper::sharedInstance();
     if (!meeting.hasMeetingInfo())
         return;
     const QVariantMap settings = rt::mapValue(meeting.getMeetingInfo().value(vl_Setting));
-    setHostvideoOn(rt::boolValue(settings.value(vl_Setting_EnableHostVideo)));
-    setPaticipantvideoOn(rt::boolValue(settings.value(vl_Setting_EnableParticipantsVideo)));
-    setAudioType(audioOptionOf(settings));
-    setEnableJoinBeforeHost(rt::boolValue(settings.value(vl_Setting_EnableJBH)));
+    takeOptions(settings);
     setUsePMI(rt::boolValue(settings.value(vl_Setting_IsPMI)));
     const QString password = rt::textValue(settings.value(vl_Setting_MeetingPassword));
     setRequiredMeetingPassword(!password.isEmpty());
-    setMeetingPassword(password.isEmpty() ? u""_s : password);
+    setMeetingPassword(rt::textOrEmpty(password));
     const QString thirdParty = rt::textValue(settings.value(vl_Setting_ThirdPartyAudio));
     if (!thirdParty.isEmpty())
         setThirdPartyAudio(thirdParty);

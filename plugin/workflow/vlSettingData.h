@@ -1,6 +1,9 @@
 // The model behind the settings sheet.
 #pragma once
 
+#include "platform/runtime/Value.h"
+#include "plugin/link/meetingKeys.h"
+
 #include <QString>
 #include <QVariantMap>
 
@@ -23,30 +26,32 @@ public:
         OneWrite &operator=(const OneWrite &) = delete;
     };
 
-    [[nodiscard]] bool hostvideoOn() const;
-    void setHostvideoOn(bool on);
-    [[nodiscard]] bool paticipantvideoOn() const;
-    void setPaticipantvideoOn(bool on);
-    [[nodiscard]] int audioType() const; // an AudioType, or whatever number was stored
-    void setAudioType(int type);
-    [[nodiscard]] bool requiredMeetingPassword() const;
-    void setRequiredMeetingPassword(bool required);
-    [[nodiscard]] QString meetingPassword() const;
-    void setMeetingPassword(const QString &password);
-    [[nodiscard]] bool enableJoinBeforeHost() const;
-    void setEnableJoinBeforeHost(bool enabled);
-    [[nodiscard]] bool usePMI() const;
-    void setUsePMI(bool use);
-    [[nodiscard]] QString roomMeetingId() const; // for display only, never sent
-    void setRoomMeetingId(const QString &number);
-    [[nodiscard]] bool enableThirdPartyAudio() const;
-    void setEnableThirdPartyAudio(bool enabled);
-    [[nodiscard]] QString thirdPartyAudio() const;
-    void setThirdPartyAudio(const QString &text);
-    [[nodiscard]] bool notShowMeAgain() const;
-    void setNotShowMeAgain(bool hide);
-    [[nodiscard]] QString scheduleForEmail() const;
-    void setScheduleForEmail(const QString &email);
+    [[nodiscard]] bool hostvideoOn() const { return flag(vl_Setting_EnableHostVideo); }
+    void setHostvideoOn(bool on) { store(vl_Setting_EnableHostVideo, on); }
+    [[nodiscard]] bool paticipantvideoOn() const { return flag(vl_Setting_EnableParticipantsVideo); }
+    void setPaticipantvideoOn(bool on) { store(vl_Setting_EnableParticipantsVideo, on); }
+    // An AudioType, or whatever number was stored.
+    [[nodiscard]] int audioType() const { return number(vl_Setting_AudioOption); }
+    void setAudioType(int type) { store(vl_Setting_AudioOption, type); }
+    [[nodiscard]] bool requiredMeetingPassword() const { return flag(vl_Setting_RequiredMPW); }
+    void setRequiredMeetingPassword(bool required) { store(vl_Setting_RequiredMPW, required); }
+    [[nodiscard]] QString meetingPassword() const { return text(vl_Setting_MeetingPassword); }
+    void setMeetingPassword(const QString &password) { store(vl_Setting_MeetingPassword, password); }
+    [[nodiscard]] bool enableJoinBeforeHost() const { return flag(vl_Setting_EnableJBH); }
+    void setEnableJoinBeforeHost(bool enabled) { store(vl_Setting_EnableJBH, enabled); }
+    [[nodiscard]] bool usePMI() const { return flag(vl_Setting_IsPMI); }
+    void setUsePMI(bool use) { store(vl_Setting_IsPMI, use); }
+    // For display only, never sent.
+    [[nodiscard]] QString roomMeetingId() const { return text(vl_Setting_RoomMeetingId); }
+    void setRoomMeetingId(const QString &number) { store(vl_Setting_RoomMeetingId, number); }
+    [[nodiscard]] bool enableThirdPartyAudio() const { return flag(vl_Setting_EnableThirdPartyAudio); }
+    void setEnableThirdPartyAudio(bool enabled) { store(vl_Setting_EnableThirdPartyAudio, enabled); }
+    [[nodiscard]] QString thirdPartyAudio() const { return text(vl_Setting_ThirdPartyAudio); }
+    void setThirdPartyAudio(const QString &text) { store(vl_Setting_ThirdPartyAudio, text); }
+    [[nodiscard]] bool notShowMeAgain() const { return flag(vl_Setting_NotShowMeAgain); }
+    void setNotShowMeAgain(bool hide) { store(vl_Setting_NotShowMeAgain, hide); }
+    [[nodiscard]] QString scheduleForEmail() const { return text(vl_Setting_ScheduleFor); }
+    void setScheduleForEmail(const QString &email) { store(vl_Setting_ScheduleFor, email); }
 
     // The defaults of a new meeting: fixed ones, then what the profile, the site and the user's saved
     // settings say.
@@ -62,16 +67,20 @@ public:
     // The settings dictionary; "meetingPassword" only when a password is required.
     [[nodiscard]] QVariantMap getSettingsData() const;
 
+    // What the signed-in user last confirmed, from the local profile file; empty without a profile, without a
+    // file, and for a file that is no JSON.
+    [[nodiscard]] static QVariantMap savedSettings();
     // A personal meeting number in groups ("123-456-7890"); null for a null or empty text.
     [[nodiscard]] static QString getFormatRoomMeetingId(const QString &number);
 
 private:
-    [[nodiscard]] QVariant stored(const QString &key) const;
-    [[nodiscard]] QString storedText(const QString &key) const;
-    void store(const QString &key, const QVariant &value);
-    void storeText(const QString &key, const QString &text);
+    [[nodiscard]] rt::Value stored(const QString &key) const;
+    [[nodiscard]] bool flag(const QString &key) const { return rt::boolValue(stored(key)); }
+    [[nodiscard]] int number(const QString &key) const { return int(rt::integerValue(stored(key))); }
+    [[nodiscard]] QString text(const QString &key) const { return rt::textOrEmpty(stored(key)); }
+    void store(const QString &key, const rt::Value &value);
     void setFixedDefaults();
-    void takeSavedSettings(const QVariantMap &saved);
+    void takeOptions(const QVariantMap &settings);
 
     QVariantMap m_values; // what was set
 };

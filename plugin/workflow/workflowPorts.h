@@ -68,8 +68,6 @@ public:
 class EditorStrips {
 public:
     virtual ~EditorStrips() = default;
-    [[nodiscard]] virtual EditorStrip *
-    getVlActionAdditionViewByEditorWinCtrl(const rt::Object *controller) const = 0;
     [[nodiscard]] virtual EditorStrip *getVlActionAdditionViewByEditorViewCtrl(rt::Object *editor) const = 0;
     [[nodiscard]] virtual EditorStrip *
     getVlActionAdditionViewByApptWindowID(const QString &identifier) const = 0;

@@ -71,7 +71,7 @@ void LinkHarness::showClientError(QWidget *, const QString &message) {
     alerts.append(message);
 }
 
-void LinkHarness::onExcuteCommandFinished(int command, const QVariantMap &data) {
+void LinkHarness::onExcuteCommandFinished(MeetingCommand command, const QVariantMap &data) {
     finished.append({command, data.value(keyVlAPIResponse).toMap()});
 }
 

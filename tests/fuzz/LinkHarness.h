@@ -12,7 +12,7 @@ namespace fuzz {
 class LinkHarness : public RequestFeedback, public FinishReceiver {
 public:
     struct Finished {
-        int command;
+        MeetingCommand command;
         QVariantMap response;
     };
 
@@ -31,7 +31,7 @@ public:
     [[nodiscard]] std::unique_ptr<RequestProgress> makeProgress() override;
     void showAlertMessage(QWidget *window, const QString &message) override;
     void showClientError(QWidget *window, const QString &message) override;
-    void onExcuteCommandFinished(int command, const QVariantMap &data) override;
+    void onExcuteCommandFinished(MeetingCommand command, const QVariantMap &data) override;
     [[nodiscard]] QString getApptWindowIDByWindow(QWidget *window) const override;
     void setScheduleForEmail(const QString &email) override;
 

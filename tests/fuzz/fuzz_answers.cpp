@@ -57,7 +57,7 @@ void claimOutcome(const LinkHarness &harness, ClientAnswer answer, const QString
         claimCommit(harness.finished.first(), content);
     if (answer == ClientAnswer::Delete)
         claim(harness.finished.size() == 1 &&
-                  harness.finished.first().command == int(MeetingCommand::CmdDeleteMeeting),
+                  harness.finished.first().command == MeetingCommand::CmdDeleteMeeting,
               "every answer to a deletion is handed back");
 }
 

@@ -2,7 +2,6 @@
 // file.
 #include "plugin/link/meetingKeys.h"
 #include "plugin/util/vlOLUtils.h"
-#include "plugin/workflow/storedRecord.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
 #include "standin/mailhost/store/TextValue.h"
 #include "tests/fuzz/FuzzTarget.h"
@@ -31,7 +30,7 @@ void claimWrittenAsRead(const rt::Value &value, bool isExact) {
 }
 
 void claimRecord(const QString &text) {
-    const QVariantMap record = storedRecord(text);
+    const QVariantMap record = vlOLUtils::toNSDictionary(text);
     vlMeetingDataMgr &data = vlMeetingDataMgr::sharedInstance();
     data.clearSavedMeetingData();
     data.setMeetingKey(rt::textValue(record.value(vl_OLProperty_MeetingKey)));

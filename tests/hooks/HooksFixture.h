@@ -56,9 +56,6 @@ class FakeStrips : public EditorStrips {
 public:
     EditorStrip *strip = nullptr;
     QList<QWidget *> headers;
-    [[nodiscard]] EditorStrip *getVlActionAdditionViewByEditorWinCtrl(const rt::Object *) const override {
-        return strip;
-    }
     [[nodiscard]] EditorStrip *getVlActionAdditionViewByEditorViewCtrl(rt::Object *) const override {
         return strip;
     }

@@ -4,9 +4,9 @@
 #include "plugin/hooks/vlHookERageMainWindowController.h"
 #include "plugin/load/pluginLoad.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
-#include "plugin/workflow/workflowSession.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "tests/scenarios/Scenario.h"
+#include "tests/support/FreshWorkflow.h"
 
 #include <QAbstractButton>
 #include <QAction>

@@ -7,8 +7,8 @@
 #include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
 #include "plugin/ui/toolbar/vlCommandItemMgr.h"
 #include "plugin/util/localizedString.h"
-#include "plugin/workflow/workflowSession.h"
 #include "standin/mailhost/windows/ControlNames.h"
+#include "tests/support/FreshWorkflow.h"
 
 #include <QApplication>
 #include <QDir>

@@ -5,7 +5,7 @@
 #include "plugin/link/linkPorts.h"
 #include "plugin/link/linkSession.h"
 #include "plugin/workflow/workflowPorts.h"
-#include "plugin/workflow/workflowSession.h"
+#include "tests/support/FreshWorkflow.h"
 
 #include <QDir>
 

@@ -62,8 +62,8 @@ public:
     QMap<QWidget *, QString> editors; // identifiers by window
     QStringList scheduledFor;
 
-    void onExcuteCommandFinished(int command, const QVariantMap &data) override {
-        finished.append({MeetingCommand(command), data});
+    void onExcuteCommandFinished(MeetingCommand command, const QVariantMap &data) override {
+        finished.append({command, data});
     }
     void onRequestDenied() override { ++denied; }
     [[nodiscard]] QString getApptWindowIDByWindow(QWidget *window) const override {

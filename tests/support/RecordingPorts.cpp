@@ -44,10 +44,6 @@ private:
 
 } // namespace
 
-EditorStrip *RecordingStrips::getVlActionAdditionViewByEditorWinCtrl(const rt::Object *controller) const {
-    return firstOf(live, [=](const auto &strip) { return strip.editorWindowController() == controller; });
-}
-
 EditorStrip *RecordingStrips::getVlActionAdditionViewByEditorViewCtrl(rt::Object *editor) const {
     return firstOf(live, [=](const auto &strip) { return strip.editorViewController() == editor; });
 }

@@ -47,7 +47,6 @@ private:
 
 class RecordingStrips : public EditorStrips {
 public:
-    [[nodiscard]] EditorStrip *getVlActionAdditionViewByEditorWinCtrl(const rt::Object *) const override;
     [[nodiscard]] EditorStrip *getVlActionAdditionViewByEditorViewCtrl(rt::Object *editor) const override;
     [[nodiscard]] EditorStrip *
     getVlActionAdditionViewByApptWindowID(const QString &identifier) const override;

@@ -9,10 +9,8 @@
 inline const QString keyFlagAutoAddToVlMeeting = u"keyFlagAutoAddToVlMeeting"_s;
 inline const QString keyFlagAutoAddToPACMeeting = u"keyFlagAutoAddToPACMeeting"_s;
 inline const QString keyFlagVlMeetingArgument = u"keyFlagVlMeetingArgument"_s;
-// In the argument: which audio-conference account is wanted.
+// In the argument: which audio-conference account is wanted, a PACAccount.
 inline const QString keyPACAccountNo = u"pacAccountNo"_s;
-inline constexpr qint64 firstPACAccount = 1;
-inline constexpr qint64 secondPACAccount = 2;
 
 class vlErageAppDelegate : public vlDelegateBase {
 public:

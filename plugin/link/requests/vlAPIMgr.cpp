@@ -116,5 +116,5 @@ void vlAPIMgr::sendResponseToMeetingMgr(QWidget *window, MeetingCommand command,
     const QString apptWindowID = window ? receiver->getApptWindowIDByWindow(window) : QString();
     if (!apptWindowID.isNull())
         answer.insert(keyApptWindowID, apptWindowID);
-    receiver->onExcuteCommandFinished(qint32(command), answer);
+    receiver->onExcuteCommandFinished(command, answer);
 }

@@ -6,6 +6,7 @@
 #include "platform/toolkit/Frames.h"
 #include "platform/toolkit/Windows.h"
 #include "plugin/host/adapters/hostNames.h"
+#include "plugin/host/adapters/vlErageAppDelegate.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/readers/vlGetPACHelper.h"
 #include "plugin/ui/controls/vlPopupButton.h"
@@ -285,7 +286,7 @@ void vlActionAdditionView::onClickAddVelaMeeting() {
         vlApptUIActionMgr::sharedInstance().addVLMeeting(this);
 }
 
-void vlActionAdditionView::addPACMeeting(qint64 account) {
+void vlActionAdditionView::addPACMeeting(PACAccount account) {
     if (vlOnbehalfData::sharedInstance().isOnbehalf(getAppointmentWindowID()))
         return popupNotSupportPACWarningMsg();
     attachOutlookERCalendarEventEditorWindowController(editorWindowController());
@@ -323,9 +324,9 @@ void vlActionAdditionView::autoAddToVlMeeting() {
     if (flags.remove(keyFlagAutoAddToPACMeeting) == 0)
         return;
     const QVariantMap argument = rt::mapValue(flags.take(keyFlagVlMeetingArgument));
-    const qint64 account = rt::integerValue(argument.value(keyPACAccountNo));
-    if (account == secondPACAccount)
+    const auto account = PACAccount(rt::integerValue(argument.value(keyPACAccountNo)));
+    if (account == PACAccount::Second)
         onClickAddPACAccount2();
-    else if (account == firstPACAccount)
+    else if (account == PACAccount::First)
         onClickAddPACAccount1();
 }

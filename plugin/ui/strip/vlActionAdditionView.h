@@ -2,7 +2,7 @@
 #pragma once
 
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
-#include "plugin/host/adapters/vlErageAppDelegate.h"
+#include "plugin/link/clientCodes.h"
 #include "plugin/ui/strip/StripModel.h"
 #include "plugin/workflow/MeetingContext.h"
 #include "plugin/workflow/vlActionResultMgr.h"
@@ -84,8 +84,8 @@ public:
 
     // The buttons' actions. A click that does not fit the state is ignored.
     void onClickAddVelaMeeting();
-    void onClickAddPACAccount1() { addPACMeeting(firstPACAccount); }
-    void onClickAddPACAccount2() { addPACMeeting(secondPACAccount); }
+    void onClickAddPACAccount1() { addPACMeeting(PACAccount::First); }
+    void onClickAddPACAccount2() { addPACMeeting(PACAccount::Second); }
     void onClickCancelVelaMeeting();
     void onClickChangeSettings();
     void autoRemoveVelaMeeting() override { onClickCancelVelaMeeting(); }
@@ -103,7 +103,7 @@ private:
     void createVLButton();
     void createAddPACButton();
     void setShown(const ShownButtons &shown);
-    void addPACMeeting(qint64 account);
+    void addPACMeeting(PACAccount account);
 
     std::shared_ptr<MeetingContext> m_context;
     vlActionResultMgr m_vlActionResult;

@@ -16,8 +16,7 @@ public:
     void addVlActionAdditionViewInstance(QWidget *strip);
     void removeVlActionAdditionViewInstance(QWidget *strip);
 
-    [[nodiscard]] EditorStrip *
-    getVlActionAdditionViewByEditorWinCtrl(const rt::Object *controller) const override;
+    [[nodiscard]] EditorStrip *getVlActionAdditionViewByEditorWinCtrl(const rt::Object *controller) const;
     [[nodiscard]] EditorStrip *getVlActionAdditionViewByEditorViewCtrl(rt::Object *editor) const override;
     [[nodiscard]] EditorStrip *getVlActionAdditionViewByECCalendarEvent(const rt::Object *event) const;
     // By the window that the strip is in.

@@ -11,7 +11,7 @@
 enum class ToolbarCommand : qint32 {
     StartInstantMeeting = 1,   // {"startWithVideo": reads as true or not}
     ScheduleNewMeeting = 2,    // no data
-    ScheduleNewPACMeeting = 3, // {"pacAccountNo": 1 or 2}
+    ScheduleNewPACMeeting = 3, // {"pacAccountNo": a PACAccount}
     OpenLogFolder = 4          // no data
 };
 

@@ -1,6 +1,7 @@
 #include "plugin/ui/toolbar/vlToolbarItemMgr.h"
 
 #include "platform/services/Services.h"
+#include "plugin/link/clientCodes.h"
 #include "plugin/link/discovery/vlAppHelper.h"
 #include "plugin/link/discovery/vlClientFeatureMgr.h"
 #include "plugin/ui/controls/vlPopupToolbarView.h"
@@ -182,8 +183,8 @@ void vlToolbarItemMgr::onContextMenuAction_SchedulePAC(const QAction *choice) {
     const int tag = tagOf(choice);
     if (tag != TagAccount1 && tag != TagAccount2)
         return;
-    const QVariantMap account{{keyPACAccountNo, tag == TagAccount1 ? firstPACAccount : secondPACAccount}};
-    later([this, account] { onClickSchedulePersonalAudioMeeting(account); });
+    const PACAccount account = tag == TagAccount1 ? PACAccount::First : PACAccount::Second;
+    later([this, account] { onClickSchedulePersonalAudioMeeting({{keyPACAccountNo, qint64(account)}}); });
 }
 
 void vlToolbarItemMgr::onClickStartMeetingWithVideo() {

@@ -1,4 +1,5 @@
-#include "plugin/workflow/workflowSession.h"
+// A plug-in that begins anew inside one process, which the real one never does.
+#pragma once
 
 #include "plugin/util/sharedObject.h"
 #include "plugin/workflow/CalendarChanges.h"
@@ -8,7 +9,10 @@
 #include "plugin/workflow/vlMeetingMgr.h"
 #include "plugin/workflow/vlPACMeetingMgr.h"
 
-void startWorkflowAfresh() {
+// Forgets all that the workflow keeps. For a test or a simulation that puts other services in place: the
+// singletons are recreated on next use, with the services set at that time. Existing references become
+// invalid, and the ports of lower layers that lead to them are emptied.
+inline void startWorkflowAfresh() {
     RequestOwner::setNobody(MeetingContext::make());
     SharedObject<CalendarChanges>::renew();
     SharedObject<vlMeetingMgr>::renew();

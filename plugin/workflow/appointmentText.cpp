@@ -1,17 +1,13 @@
-#include "plugin/workflow/locationText.h"
-
-#include "platform/runtime/Value.h"
-#include "plugin/link/meetingKeys.h"
+#include "plugin/workflow/appointmentText.h"
 
 namespace {
 const QString resourceType = u"2"_s;
 }
 
 void removeLocationPart(QString &text, const QString &part, QChar separator) {
-    if (part.isEmpty())
-        return;
     text.remove(part + separator);
-    text.remove(part);
+    if (!part.isEmpty())
+        text.remove(part);
 }
 
 QStringList roomNames(const QVariantMap &snapshot) {
