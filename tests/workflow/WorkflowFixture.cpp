@@ -2,7 +2,6 @@
 
 #include "platform/runtime/Runtime.h"
 #include "platform/services/Services.h"
-#include "plugin/link/discovery/vlAppHelper.h"
 #include "plugin/link/linkSession.h"
 #include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/link/readers/vlGetPACHelper.h"
@@ -11,9 +10,7 @@
 #include "plugin/link/vlCommon.h"
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/vlApptUIActionMgr.h"
-#include "plugin/workflow/workflowSession.h"
-
-#include <QDir>
+#include "tests/support/FreshWorkflow.h"
 
 const QString WorkflowTest::key = u"key-1"_s;
 const QString WorkflowTest::joinUrl = u"https://meet.example/j/1"_s;
@@ -25,9 +22,7 @@ WorkflowTest::WorkflowTest()
     , client(desktop) {
     startLinkAfresh();
     startWorkflowAfresh();
-    WorkflowPorts::instance() = {&strips, &sheets, &alerts, [this](QWidget *header, const QRectF &frame) {
-                                     strips.createStrip(header, frame);
-                                 }};
+    WorkflowPorts::instance() = {&strips, &sheets, &alerts, nullptr};
     LinkPorts::instance() = {&alerts, &manager()};
     BodyPorts::instance().holder = &manager();
     vlAPIMgr::sharedInstance(); // listens from now on
@@ -101,15 +96,6 @@ void WorkflowTest::givenSavedSettings(const QVariantMap &settings) {
                              vlCommon::getVlUserProfilePath(theUser().value("userId").toString()));
 }
 
-void WorkflowTest::givenTheHostIs(const QString &version) {
-    const QString path = u"/Applications/Host.app"_s;
-    desktop.workspace->bundles.append({keyOutlookIdentifier, path, {}});
-    const QString contents = desktop.workspace->resolve(path) + "/Contents";
-    QDir().mkpath(contents);
-    platform::services().propertyLists->write(contents + "/Info.plist",
-                                              QVariantMap{{"CFBundleShortVersionString", version}});
-}
-
 void WorkflowTest::theEditorCloses() {
     strips.live.clear();
     atHand.reset();
@@ -133,7 +119,7 @@ void WorkflowTest::answer(MeetingCommand command, const QVariantMap &response) {
     QVariantMap data{{keyVlAPIResponse, response}};
     if (strip)
         data.insert(keyApptWindowID, windowID());
-    manager().onExcuteCommandFinished(int(command), data);
+    manager().onExcuteCommandFinished(command, data);
 }
 
 QStringList WorkflowTest::hostOperations() const {

@@ -34,7 +34,6 @@ protected:
     void givenTheProfileIsLoaded(const QVariantMap &more = {});
     void givenTheAccountsAreLoaded(const QList<ScriptedClient::Account> &accounts = {
                                        {"800", 123, "Dial 800"}});
-    void givenTheHostIs(const QString &version);
     void givenSavedSettings(const QVariantMap &settings); // in the profile file of theUser()
 
     void theEditorCloses(); // with its strip, before anything is told of it

@@ -19,38 +19,6 @@ protected:
 
 } // namespace
 
-TEST_F(Commands, EachSetsItsStateAndAsksForWhatItNeeds) {
-    givenAnAppointmentWithAMeeting();
-    struct Case {
-        MeetingCommand command;
-        WorkflowState state;
-        Asked asked;
-    };
-    constexpr auto kept = StateSettingsPMI; // what the state was before
-    const Case cases[] = {{CmdAddMeeting, StateAdd, Asked::Profile},
-                          {CmdChangeSettings, StateChangeSettings, Asked::Profile},
-                          {CmdCancelMeeting, kept, Asked::Delete},
-                          {CmdScheduleMeeting, StateCommit, Asked::Schedule},
-                          {CmdUpdateMeeting, StateCommit, Asked::GetMeeting},
-                          {CmdDeleteMeeting, kept, Asked::Delete},
-                          {CmdStartInstantVideo, kept, Asked::Start},
-                          {CmdStartInstantShare, kept, Asked::Start},
-                          {CmdAddAudioConference1, StateAudioConference, Asked::Profile},
-                          {CmdAddAudioConference2, StateAudioConference, Asked::Profile}};
-    for (const Asked what : {Asked::Profile, Asked::GetMeeting})
-        client.keepsSilentOn(what);
-    for (const Case &c : cases) {
-        SCOPED_TRACE(int(c.command));
-        manager().setState(kept);
-        client.forget();
-        EXPECT_EQ(manager().sendVlMeetingCommand(c.command, strip.get()), 0);
-        turn();
-        EXPECT_EQ(manager().state(), c.state);
-        EXPECT_EQ(client.asked(), QList<Asked>{c.asked});
-    }
-    EXPECT_EQ(store().pacAccountNo(), 2);
-}
-
 TEST_F(Commands, NumbersThatAreNoCommandAreOnlyRemembered) {
     givenAnAppointmentWithAMeeting();
     manager().setState(StateAdd);
@@ -61,15 +29,6 @@ TEST_F(Commands, NumbersThatAreNoCommandAreOnlyRemembered) {
     turn();
     EXPECT_EQ(manager().state(), StateAdd);
     EXPECT_TRUE(client.requests().isEmpty());
-}
-
-TEST_F(Commands, AnInstantMeetingStartsWithOrWithoutVideo) {
-    manager().sendVlMeetingCommand(CmdStartInstantVideo);
-    turn();
-    EXPECT_EQ(client.last().json.value("launchtype"), "groupVideo");
-    manager().sendVlMeetingCommand(CmdStartInstantShare);
-    turn();
-    EXPECT_EQ(client.last().json.value("launchtype"), "groupShare");
 }
 
 TEST_F(Commands, ARequestTellsOfTheAppointmentItsSettingsItsKeyAndItsWindow) {
@@ -97,16 +56,6 @@ TEST_F(Commands, AnAddWaitsForTheProfileBeforeItDecidesAboutTheSheet) {
     EXPECT_EQ(client.timesAsked(Asked::Schedule), 1);
 }
 
-TEST_F(Commands, AnAddShowsTheSheetOnTheEditor) {
-    givenAnAppointment();
-    givenTheProfileIsLoaded();
-    manager().sendVlMeetingCommand(CmdAddMeeting, strip.get());
-    EXPECT_EQ(sheets.shown, QStringList{windowID()});
-    EXPECT_EQ(sheets.parent, editor->window());
-    turn();
-    EXPECT_TRUE(client.requests().isEmpty());
-}
-
 TEST_F(Commands, AChangeOfSettingsReadsTheMeetingUnlessItIsLoaded) {
     givenAnAppointmentWithAMeeting();
     givenTheProfileIsLoaded();
@@ -121,15 +70,10 @@ TEST_F(Commands, AChangeOfSettingsReadsTheMeetingUnlessItIsLoaded) {
     EXPECT_EQ(client.timesAsked(Asked::GetMeeting), 1);
 }
 
-TEST_F(Commands, WhereTheStripBlocksADeleteNothingIsSent) {
+TEST_F(Commands, WithoutAnAppointmentOrWhereTheStripBlocksItNothingIsSent) {
     givenAnAppointmentWithAMeeting();
     strip->blocked = true;
     EXPECT_EQ(manager().sendVlMeetingCommand(CmdDeleteMeeting, editor.get()), 0);
-    turn();
-    EXPECT_TRUE(client.requests().isEmpty());
-}
-
-TEST_F(Commands, WithoutAnAppointmentNothingIsScheduledOrDeleted) {
     for (const MeetingCommand command : {CmdScheduleMeeting, CmdUpdateMeeting, CmdDeleteMeeting})
         EXPECT_EQ(manager().sendVlMeetingCommand(command, static_cast<rt::Object *>(nullptr)), 0);
     turn();
@@ -148,32 +92,6 @@ TEST_F(Commands, OnlySomeTellThatTheClientIsNotThere) {
     const QVariantMap request = calendarRequest(&mainWindow, record());
     EXPECT_EQ(manager().sendVlMeetingCommand(CmdUpdateMeeting, request), 1);
     EXPECT_EQ(manager().sendVlMeetingCommand(CmdDeleteMeeting, request), 1);
-}
-
-TEST_F(Commands, ThePersonalMeetingIsReadOnlyForAKnownUser) {
-    givenAnAppointment();
-    EXPECT_EQ(manager().getPMIMeetingInfo(strip.get(), StateSettingsPMI), 0);
-    EXPECT_EQ(manager().state(), StateIdle);
-    givenTheProfileIsLoaded();
-    EXPECT_EQ(manager().getPMIMeetingInfo(strip.get(), StateSettingsPMI), 0);
-    turn();
-    EXPECT_EQ(manager().state(), StateSettingsPMI);
-    ASSERT_EQ(client.asked(), QList<Asked>{Asked::GetMeeting});
-    EXPECT_EQ(client.last().key, roomNumber);
-    EXPECT_TRUE(alerts.progressOn.isEmpty());
-}
-
-TEST_F(Commands, TheCalendarUpdatesByTheKeyInTheStoredRecord) {
-    QWidget grid;
-    EXPECT_EQ(manager().sendVlMeetingCommand(CmdUpdateMeeting, calendarRequest(&grid, record())), 0);
-    turn();
-    ASSERT_EQ(client.asked(), QList<Asked>{Asked::GetMeeting});
-    EXPECT_EQ(client.last().key, key);
-    const auto change = MeetingContext::all().back();
-    EXPECT_EQ(change->state(), StateCommit);
-    EXPECT_EQ(change->meetingKey, key);
-    EXPECT_EQ(change->savedApptInfo.value(vl_ApptInfo_Subject), "Review");
-    EXPECT_TRUE(store().meetingKey().isEmpty()); // nobody else's
 }
 
 TEST_F(Commands, WithoutAKeyInTheRecordTheCalendarAsksForTheEmptyKey) {

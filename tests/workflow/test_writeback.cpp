@@ -133,21 +133,6 @@ TEST_F(WriteBack, WhatIsNoEditorIsLeftAlone) {
     EXPECT_FALSE(manager().needClearLocation());
 }
 
-TEST_F(WriteBack, ADeleteEmptiesRecordLocationAndBlock) {
-    givenAnAppointmentWithAMeeting();
-    givenTheMeetingIsLoaded();
-    manager().updateMailBodyForSchedule(editor.get());
-    ASSERT_TRUE(editor->body().contains("You are invited"));
-    appointment->values.insert("location", joinUrl);
-    manager().updateVlMeetingInfoToAppointmentForDelete(editor.get(), {{vl_API_Para_InvitationEmail, ""}});
-    EXPECT_FALSE(editor->body().contains("You are invited"));
-    EXPECT_TRUE(editor->body().contains("Agenda"));
-    EXPECT_EQ(editor->record(), "");
-    EXPECT_EQ(appointment->location(), "");
-    EXPECT_EQ(editor->locationField()->text(), "");
-    EXPECT_TRUE(manager().needClearLocation());
-}
-
 TEST_F(WriteBack, TheStoredRecordGetsTheLocationThatItLacks) {
     struct Case {
         QVariant location;                                // of the record
@@ -191,11 +176,7 @@ TEST_F(WriteBack, AfterADeleteTheNextRecordLosesItsLocationOnce) {
     record.values.insert("location", "Room R");
     cleanVlKeyInfoFromAppointment(&record);
     EXPECT_EQ(record.values.value("location"), "Room R");
-}
-
-TEST_F(WriteBack, AScheduleTakesBackWhatADeleteWanted) {
-    givenAnAppointmentWithAMeeting();
     manager().updateVlMeetingInfoToAppointmentForDelete(editor.get(), {});
-    answer(CmdScheduleMeeting, {{vl_MeetingKey, key}});
+    answer(CmdScheduleMeeting, {{vl_MeetingKey, key}}); // takes back what a delete wanted
     EXPECT_FALSE(manager().needClearLocation());
 }
