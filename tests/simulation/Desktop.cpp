@@ -183,8 +183,12 @@ void Desktop::beforeStep(const QString &line) {
     m_last.line = line;
     m_last.diskFull = m_diskFull;
     m_scenario.forget();
-    for (const Editor &editor : std::as_const(m_editors))
+    for (const Editor &editor : std::as_const(m_editors)) {
         m_last.openBefore.insert(editor.window.data());
+        const auto *view = editor.window ? editor.window->viewController() : nullptr;
+        if (view && view->isOccurrenceOrException() && !view->isDirty())
+            m_last.nothingToStore.insert(editor.window.data());
+    }
 }
 
 void Desktop::press(HostOperation operation, mailhost::EditorWindow *editor) {

@@ -34,6 +34,8 @@ struct Happened {
     QList<platform::MemoryNotificationBus::Posted> requests; // of those
     QList<platform::MemoryNotificationBus::Posted> answers;  // of those, also what nobody asked for
     QSet<const mailhost::EditorWindow *> openBefore;
+    // Of those: unchanged days of a series, which the host saves without storing anything.
+    QSet<const mailhost::EditorWindow *> nothingToStore;
     bool userCloses = false; // the step may close editors by itself
     bool diskFull = false;   // nothing could be stored
     bool keysLost = false;   // what was typed did not reach its field

@@ -57,7 +57,8 @@ QString Invariants::editorsStayOpen() {
         const bool closing = std::any_of(step.runs.begin(), step.runs.end(), [editor](const HostRun &run) {
             return run.editor == editor && run.operation != HostOperation::Save;
         });
-        if (!step.userCloses && (!closing || step.diskFull))
+        const bool isStored = !step.diskFull || step.nothingToStore.contains(editor);
+        if (!step.userCloses && (!closing || !isStored))
             return u"an editor closed by itself"_s;
     }
     return {};
