@@ -17,11 +17,11 @@ public:
     [[nodiscard]] std::shared_ptr<MeetingContext> contextFor(const QString &meetingKey);
     // The work of the context at hand is done.
     void finish();
-    // The appointment at hand is saved or deleted in its editor: an unanswered change of its meeting must not
-    // come after that. The editor has what the change has made of the appointment.
+    // Drops an unanswered change of the meeting at hand, which its editor now saves or deletes: it must not
+    // reach the client after that, and the editor shows what it has made of the appointment.
     void supersede();
-    // The meeting is changed now: what an editor has sent before, or sends of it while the client still has
-    // the change to come, does not hold any more when its work ends.
+    // Tells editors that are saving the meeting that the calendar changes it meanwhile: what they have sent
+    // may be overtaken by the change, so they compare once more before their work ends.
     static void noteInEditorsThatSave(const QString &meetingKey);
 
 private:

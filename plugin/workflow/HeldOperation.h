@@ -6,7 +6,7 @@
 struct HeldOperation {
     HostAction action;
     bool withAttendees; // whether it is for appointments with attendees or for those without
-    bool endsEditor;    // the editor goes with it, so it is never run but for the press that asked for it
+    bool endsEditor;    // the editor closes with it, so it runs only while it is held back
     bool forgets;       // what is known of the meeting is forgotten when it has succeeded
     // Runs the host's own operation, under the selector that leads past the plug-in's hook. Its result.
     rt::Value (*run)(rt::Object *editor);

@@ -1,4 +1,4 @@
-// Whether a meeting was made for the person who now sends its appointment.
+// Whether a meeting was made for the organiser who now sends its appointment.
 #pragma once
 
 #include <QString>

@@ -377,7 +377,7 @@ int vlMeetingMgr::onChangeSettingFinished(const Work &work) {
                                                        : nothingStarted;
 }
 
-// To the strip and to the calendar. The client's answer.
+// Tells strip and calendar how the action ended. Returns the client's answer.
 QVariantMap vlMeetingMgr::tellResult(const Work &work, StripState shown) {
     const QVariantMap answer = rt::mapValue(work.data.value(keyVlAPIResponse));
     if (work.strip) {

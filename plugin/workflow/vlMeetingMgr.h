@@ -109,7 +109,7 @@ public:
     [[nodiscard]] bool needCheckOwnerMatched(rt::Object *editor) const;
     void showWarningNotAllowScheduleForOthers(rt::Object *editor);
 
-    // What others do, under the names that it has here.
+    // Calls that other classes carry out.
     void notifyActionResultToCalActionMgr(const QVariantMap &answer);
     [[nodiscard]] bool isMeetingChanged(const QVariantMap &request, const QVariantMap &loadedMeeting) const;
     [[nodiscard]] QString getMailBodyWithVelaContentFor1520(const QString &body, const QString &emailBody,

@@ -31,8 +31,8 @@ public:
 
     // The account's part of a location: dial-in numbers and meeting id; null when no accounts are known.
     [[nodiscard]] QString getLocationWithPACAccountNo(PACAccount account) const;
-    // The location with the chosen account's part in place of any account's; null when the location needs no
-    // change.
+    // The location with the chosen account's part in place of any account's; null when neither
+    // the user nor the account puts anything there.
     [[nodiscard]] QString getNewLocationForPAC(const QString &location) const;
     void updateLocation(rt::Object *editor);
     // The location without the numbers and ids of all accounts; null for a null or empty one.

@@ -1,4 +1,4 @@
-// The one door through which the workflow asks the meeting client for something.
+// All that the workflow can ask the meeting client for.
 #pragma once
 
 #include "platform/runtime/Value.h"
