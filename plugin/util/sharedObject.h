@@ -11,7 +11,6 @@ public:
             s_object = new T;
         return *s_object;
     }
-    [[nodiscard]] static T &get() { return sharedInstance(); }
     // Puts an end to the object; the next sharedInstance() makes a new one. Only for a desktop that starts
     // afresh inside one process, which a plug-in's never does.
     static void renew() {

@@ -1,11 +1,5 @@
 #include "plugin/workflow/CalendarChanges.h"
 
-#include "plugin/util/sharedObject.h"
-
-CalendarChanges &CalendarChanges::sharedInstance() {
-    return SharedObject<CalendarChanges>::get();
-}
-
 std::shared_ptr<MeetingContext> CalendarChanges::contextFor(const QString &meetingKey) {
     std::erase_if(m_changes, [&](const auto &change) { return change->meetingKey == meetingKey; });
     return m_changes.emplace_back(MeetingContext::make());

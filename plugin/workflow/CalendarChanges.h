@@ -1,6 +1,7 @@
 // Meetings that are changed or deleted on the calendar, where no editor need be open.
 #pragma once
 
+#include "plugin/util/sharedObject.h"
 #include "plugin/workflow/MeetingContext.h"
 
 #include <QString>
@@ -9,10 +10,8 @@
 
 // Each change has a context of its own, from the command until the meeting work is done. One that is not
 // answered, or refused, waits for a late answer until the next change of the same meeting takes its place.
-class CalendarChanges {
+class CalendarChanges : public SharedObject<CalendarChanges> {
 public:
-    static CalendarChanges &sharedInstance();
-
     // The context of a change that begins. It takes the place of an earlier one of the same meeting.
     [[nodiscard]] std::shared_ptr<MeetingContext> contextFor(const QString &meetingKey);
     // The work of the context at hand is done.

@@ -2,7 +2,6 @@
 
 #include "plugin/link/discovery/vlAppHelper.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/util/sharedObject.h"
 #include "plugin/workflow/vlMeetingMgr.h"
 #include "plugin/workflow/vlMeetingWindows.h"
 #include "plugin/workflow/workflowPorts.h"
@@ -27,10 +26,6 @@ std::optional<MeetingCommand> commandFor(DataStatus status) {
 }
 
 } // namespace
-
-vlApptUIActionMgr &vlApptUIActionMgr::sharedInstance() {
-    return SharedObject<vlApptUIActionMgr>::get();
-}
 
 void vlApptUIActionMgr::createVlAdditionViewOnCalHeaderContainerView(QWidget *headerView) {
     const auto &createStrip = WorkflowPorts::instance().createStrip;

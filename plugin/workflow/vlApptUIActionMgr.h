@@ -2,6 +2,7 @@
 #pragma once
 
 #include "plugin/link/clientCodes.h"
+#include "plugin/util/sharedObject.h"
 #include "plugin/workflow/vlActionResultMgr.h"
 
 #include <QString>
@@ -10,14 +11,12 @@
 class EditorStrip;
 class QWidget;
 
-class vlApptUIActionMgr : public vlActionResultMgr {
+class vlApptUIActionMgr : public SharedObject<vlApptUIActionMgr>, public vlActionResultMgr {
 public:
     // What handleVLMeeting() answers, beside a ClientError's number.
     static constexpr int heldBack = 0;       // the workflow runs the host operation when it is done
     static constexpr int notStarted = 1;     // in place of the one ClientError that has the next number
     static constexpr int hostMayProceed = 2; // nothing to do for the meeting
-
-    static vlApptUIActionMgr &sharedInstance();
 
     // Puts a strip into the host's header view, which owns it.
     void createVlAdditionViewOnCalHeaderContainerView(QWidget *headerView);

@@ -7,7 +7,6 @@
 #include "plugin/host/adapters/vlOLCalendarDate.h"
 #include "plugin/host/adapters/vlOLCalendarGridViewWrapper.h"
 #include "plugin/link/meetingKeys.h"
-#include "plugin/util/sharedObject.h"
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/vlMeetingMgr.h"
 #include "plugin/workflow/vlMeetingWindows.h"
@@ -36,10 +35,6 @@ void moveSnapshot(QVariantMap &snapshot, const vlOLCalendarDate &start, std::opt
 }
 
 } // namespace
-
-vlCalendarActionMgr &vlCalendarActionMgr::sharedInstance() {
-    return SharedObject<vlCalendarActionMgr>::get();
-}
 
 void vlMeetingMgr::notifyActionResultToCalActionMgr(const QVariantMap &answer) {
     vlCalendarActionMgr::sharedInstance().setActionResultData(answer);

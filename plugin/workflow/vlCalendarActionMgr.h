@@ -1,6 +1,7 @@
 // The calendar's side of the meeting work: meetings that are moved, resized, renamed or deleted on the grid.
 #pragma once
 
+#include "plugin/util/sharedObject.h"
 #include "plugin/workflow/vlActionResultMgr.h"
 #include "plugin/workflow/vlMeetingState.h"
 
@@ -13,10 +14,8 @@ class QWidget;
 // `grid` is the host's grid wrapper, dates and events are host objects; none is kept. Operations answer 0
 // when the request was sent or none was needed, 1 when the client could not be asked. The action result tells
 // of the last answer that has arrived, never of the request just sent.
-class vlCalendarActionMgr : public vlActionResultMgr {
+class vlCalendarActionMgr : public SharedObject<vlCalendarActionMgr>, public vlActionResultMgr {
 public:
-    static vlCalendarActionMgr &sharedInstance();
-
     // Whether the appointment's stored record names a meeting.
     [[nodiscard]] bool isCurVelaMeeting(rt::Object *event) const;
 

@@ -4,7 +4,6 @@
 #include "plugin/host/body/vlBodyHelper.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/readers/vlGetMeetingHelper.h"
-#include "plugin/util/sharedObject.h"
 #include "plugin/util/vlMd5Utils.h"
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/vlMeetingWindows.h"
@@ -35,10 +34,6 @@ QVariantMap settingsOfNewMeeting() {
 }
 
 } // namespace
-
-vlMeetingDataMgr &vlMeetingDataMgr::sharedInstance() {
-    return SharedObject<vlMeetingDataMgr>::get();
-}
 
 void vlMeetingDataMgr::setMeetingKey(const QString &key) {
     replaceUnlessNull(at().meetingKey, key);

@@ -2,16 +2,15 @@
 #pragma once
 
 #include "platform/runtime/Object.h"
+#include "plugin/util/sharedObject.h"
 #include "plugin/workflow/MeetingContext.h"
 
 #include <QString>
 #include <QVariantMap>
 
 // The operations on what the context at hand holds. Main thread only.
-class vlMeetingDataMgr {
+class vlMeetingDataMgr : public SharedObject<vlMeetingDataMgr> {
 public:
-    static vlMeetingDataMgr &sharedInstance();
-
     // A null text leaves the old value in place; only clearSavedMeetingData() empties them.
     void setMeetingKey(const QString &key);
     [[nodiscard]] const QString &meetingKey() const { return at().meetingKey; } // empty or null: no meeting

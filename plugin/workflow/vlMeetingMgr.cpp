@@ -7,7 +7,6 @@
 #include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/link/readers/vlUserProfileHelper.h"
 #include "plugin/link/requests/vlAPIMgr.h"
-#include "plugin/util/sharedObject.h"
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/CalendarChanges.h"
 #include "plugin/workflow/HeldOperation.h"
@@ -41,8 +40,9 @@ QVariantMap withProgress(QVariantMap request) {
 
 // "" when the appointment carries none.
 QString meetingKeyIn(const QVariantMap &snapshot) {
-    const QString record = rt::textValue(snapshot.value(vl_ApptInfo_VlOIProperty));
-    return rt::textOrEmpty(vlOLUtils::toNSDictionary(record).value(vl_OLProperty_MeetingKey));
+    const QString text = rt::textValue(snapshot.value(vl_ApptInfo_VlOIProperty));
+    const QVariantMap record = vlOLUtils::toNSDictionary(text);
+    return rt::orEmpty(rt::textValue(record.value(vl_OLProperty_MeetingKey)));
 }
 
 // Says that the work of the context at hand goes by the user's profile, and whether that is there.
@@ -117,10 +117,6 @@ int vlMeetingMgr::follow(Source source, const Work &work) {
         return nothingStarted;
     setState(row->to.value_or(state()));
     return (this->*row->next)(work);
-}
-
-vlMeetingMgr &vlMeetingMgr::sharedInstance() {
-    return SharedObject<vlMeetingMgr>::get();
 }
 
 // The registration is never taken back: the services may be others when this object ends.

@@ -5,6 +5,7 @@
 #include "platform/runtime/Value.h"
 #include "plugin/host/body/bodyPorts.h"
 #include "plugin/link/linkPorts.h"
+#include "plugin/util/sharedObject.h"
 #include "plugin/workflow/MeetingContext.h"
 #include "plugin/workflow/workflowPorts.h"
 
@@ -20,9 +21,8 @@ class vlERCalendarEventEditorViewController;
 // not owned, are nullptr when there is none, and are looked up anew for every step: they may be gone when an
 // answer arrives. A step is skipped when its editor or strip no longer exists. Requests are asynchronous: an
 // operation returns as soon as its request is posted. Main thread only.
-class vlMeetingMgr : public FinishReceiver, public BodyEditorHolder {
+class vlMeetingMgr : public SharedObject<vlMeetingMgr>, public FinishReceiver, public BodyEditorHolder {
 public:
-    static vlMeetingMgr &sharedInstance();
     // Listens for the settings sheet's commit from now on.
     vlMeetingMgr();
     ~vlMeetingMgr() override;

@@ -2,7 +2,6 @@
 
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/link/readers/vlUserProfileHelper.h"
-#include "plugin/util/sharedObject.h"
 #include "plugin/workflow/vlMeetingWindows.h"
 
 namespace {
@@ -19,16 +18,12 @@ vlERCalendarEventEditorViewController editorOf(const QString &apptWindowID) {
 
 } // namespace
 
-vlOnbehalfData &vlOnbehalfData::sharedInstance() {
-    return SharedObject<vlOnbehalfData>::get();
-}
-
 bool vlOnbehalfData::isOnbehalf(const QString &apptWindowID) const {
     return editorOf(apptWindowID).isOnBehalf();
 }
 
 QString vlOnbehalfData::onbehalfEmail(const QString &apptWindowID) const {
-    return rt::textOrEmpty(editorOf(apptWindowID).onbehalfEmailAddress());
+    return rt::orEmpty(editorOf(apptWindowID).onbehalfEmailAddress());
 }
 
 QString vlOnbehalfData::getDisplayNameWithOnbehalfEmail(const QString &email) const {
@@ -38,7 +33,7 @@ QString vlOnbehalfData::getDisplayNameWithOnbehalfEmail(const QString &email) co
         const QVariantMap boss = rt::mapValue(entry);
         const QString address = rt::textValue(boss.value(bossEmail));
         if (!address.isNull() && address.compare(email, Qt::CaseInsensitive) == 0)
-            return rt::textOrEmpty(boss.value(bossDisplayName));
+            return rt::orEmpty(rt::textValue(boss.value(bossDisplayName)));
     }
     return u""_s;
 }

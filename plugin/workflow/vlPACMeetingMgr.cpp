@@ -8,7 +8,6 @@
 #include "plugin/link/readers/vlUserProfileHelper.h"
 #include "plugin/link/requests/vlAPIMgr.h"
 #include "plugin/util/localizedString.h"
-#include "plugin/util/sharedObject.h"
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/appointmentText.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
@@ -48,10 +47,6 @@ void tell(const EditorStrip *strip, const QString &key) {
 }
 
 } // namespace
-
-vlPACMeetingMgr &vlPACMeetingMgr::sharedInstance() {
-    return SharedObject<vlPACMeetingMgr>::get();
-}
 
 int vlPACMeetingMgr::addPACMeeting(EditorStrip *strip, PACAccount account) {
     vlMeetingDataMgr::sharedInstance().setPACAccountNo(account);

@@ -3,6 +3,7 @@
 
 #include "platform/runtime/Object.h"
 #include "plugin/link/clientCodes.h"
+#include "plugin/util/sharedObject.h"
 
 #include <QString>
 #include <QVariantMap>
@@ -11,10 +12,8 @@ class EditorStrip;
 
 // The chosen account is kept with the meeting data of its appointment until that is
 // cleared. Main thread only.
-class vlPACMeetingMgr {
+class vlPACMeetingMgr : public SharedObject<vlPACMeetingMgr> {
 public:
-    static vlPACMeetingMgr &sharedInstance();
-
     // Chooses the account and applies it, after reading profile and accounts where they are missing. Always
     // 0.
     int addPACMeeting(EditorStrip *strip, PACAccount account);

@@ -122,7 +122,7 @@ void vlSettingData::initWithSiteMeetingInfo() {
     setUsePMI(rt::boolValue(settings.value(vl_Setting_IsPMI)));
     const QString password = rt::textValue(settings.value(vl_Setting_MeetingPassword));
     setRequiredMeetingPassword(!password.isEmpty());
-    setMeetingPassword(rt::textOrEmpty(password));
+    setMeetingPassword(rt::orEmpty(password));
     const QString thirdParty = rt::textValue(settings.value(vl_Setting_ThirdPartyAudio));
     if (!thirdParty.isEmpty())
         setThirdPartyAudio(thirdParty);

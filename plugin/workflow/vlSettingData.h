@@ -77,7 +77,7 @@ private:
     [[nodiscard]] rt::Value stored(const QString &key) const;
     [[nodiscard]] bool flag(const QString &key) const { return rt::boolValue(stored(key)); }
     [[nodiscard]] int number(const QString &key) const { return int(rt::integerValue(stored(key))); }
-    [[nodiscard]] QString text(const QString &key) const { return rt::textOrEmpty(stored(key)); }
+    [[nodiscard]] QString text(const QString &key) const { return rt::orEmpty(rt::textValue(stored(key))); }
     void store(const QString &key, const rt::Value &value);
     void setFixedDefaults();
     void takeOptions(const QVariantMap &settings);

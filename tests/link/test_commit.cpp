@@ -31,7 +31,7 @@ class Commit : public LinkTest {
 protected:
     void SetUp() override {
         givenTheClient();
-        vlAPIMgr::sharedInstance(); // listens from now on
+        static_cast<void>(vlAPIMgr::sharedInstance()); // listens from now on
     }
     QVariantMap sent(const QVariantMap &record) {
         desktop.bus->clearPosted();

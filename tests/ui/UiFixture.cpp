@@ -30,7 +30,7 @@ UiTest::UiTest() {
     desktop.workspace->documents = documents.path();
     desktop.bundle->interfaceFolder = u"" PLUGIN_RESOURCES ""_s;
     WorkflowPorts::instance().strips = &vlActionAdditionViewMonitor::sharedInstance();
-    vlMeetingMgr::sharedInstance(); // listens for what the sheets tell
+    static_cast<void>(vlMeetingMgr::sharedInstance()); // listens for what the sheets tell
 }
 
 UiTest::~UiTest() {

@@ -25,7 +25,7 @@ WorkflowTest::WorkflowTest()
     WorkflowPorts::instance() = {&strips, &sheets, &alerts, nullptr};
     LinkPorts::instance() = {&alerts, &manager()};
     BodyPorts::instance().holder = &manager();
-    vlAPIMgr::sharedInstance(); // listens from now on
+    static_cast<void>(vlAPIMgr::sharedInstance()); // listens from now on
     client.knowsTheUser(theUser());
     client.hasAccounts({});
 }

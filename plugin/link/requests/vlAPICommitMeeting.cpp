@@ -21,7 +21,7 @@ void copyMember(const QVariantMap &from, QVariantMap &to, const QString &key) {
 }
 
 QString sentSubject(const rt::Value &subject) {
-    return rt::textOrEmpty(subject).left(vlAPICommitMeeting::maximumSubjectLength);
+    return rt::orEmpty(rt::textValue(subject)).left(vlAPICommitMeeting::maximumSubjectLength);
 }
 
 QVariantMap sentAppointment(const QVariantMap &snapshot) {

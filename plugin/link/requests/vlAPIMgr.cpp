@@ -10,7 +10,6 @@
 #include "plugin/link/requests/vlAPIGetPAC.h"
 #include "plugin/link/requests/vlAPIGetUserProfile.h"
 #include "plugin/link/requests/vlAPIStartMeeting.h"
-#include "plugin/util/sharedObject.h"
 
 namespace {
 
@@ -23,10 +22,6 @@ QString meetingKeyIn(const QVariantMap &data) {
 }
 
 } // namespace
-
-vlAPIMgr &vlAPIMgr::sharedInstance() {
-    return SharedObject<vlAPIMgr>::get();
-}
 
 vlAPIMgr::vlAPIMgr()
     : m_apiGetUserProfile(std::make_unique<vlAPIGetUserProfile>(sendResponseToMeetingMgr))

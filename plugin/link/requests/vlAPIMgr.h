@@ -4,6 +4,7 @@
 #include "platform/runtime/Value.h"
 #include "platform/services/bus/Notifications.h"
 #include "plugin/link/meetingCommand.h"
+#include "plugin/util/sharedObject.h"
 
 #include <QVariantMap>
 #include <memory>
@@ -20,9 +21,8 @@ class vlAPIGetUserProfile;
 // Owns one request object for each operation and listens for the client's answers from its construction on.
 // Calls return at once, with 0 when the request is on its way and a ClientError's number when it is not. The
 // window may be nullptr; it is the parent of alerts and tells whose answer comes back. Main thread only.
-class vlAPIMgr {
+class vlAPIMgr : public SharedObject<vlAPIMgr> {
 public:
-    static vlAPIMgr &sharedInstance();
     vlAPIMgr();
     ~vlAPIMgr();
     vlAPIMgr(const vlAPIMgr &) = delete;

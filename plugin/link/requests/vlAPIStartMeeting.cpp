@@ -1,7 +1,6 @@
 #include "plugin/link/requests/vlAPIStartMeeting.h"
 
 #include "plugin/link/channel/vlIPCChannel.h"
-#include "plugin/util/sharedObject.h"
 #include "plugin/util/vlOLUtils.h"
 
 #include <QVariantMap>
@@ -15,10 +14,6 @@ const QString launchWithVideo = u"groupVideo"_s;
 const QString launchWithoutVideo = u"groupShare"_s;
 
 } // namespace
-
-vlAPIStartMeeting &vlAPIStartMeeting::sharedInstance() {
-    return SharedObject<vlAPIStartMeeting>::get();
-}
 
 ClientError vlAPIStartMeeting::doAction(bool withVideo) {
     const ClientError error = checkVelaAppError();

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "plugin/link/requests/vlAPIBase.h"
+#include "plugin/util/sharedObject.h"
 
-class vlAPIStartMeeting : public vlAPIBase {
+class vlAPIStartMeeting : public SharedObject<vlAPIStartMeeting>, public vlAPIBase {
 public:
-    static vlAPIStartMeeting &sharedInstance();
     vlAPIStartMeeting()
         : vlAPIBase(Kind{}) {}
     using vlAPIBase::doAction;
