@@ -2,7 +2,6 @@
 
 #include "platform/runtime/Runtime.h"
 #include "platform/services/Services.h"
-#include "plugin/link/linkSession.h"
 #include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/link/readers/vlGetPACHelper.h"
 #include "plugin/link/readers/vlUserProfileHelper.h"
@@ -10,18 +9,13 @@
 #include "plugin/link/vlCommon.h"
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/vlApptUIActionMgr.h"
-#include "tests/support/FreshWorkflow.h"
 
 const QString WorkflowTest::key = u"key-1"_s;
 const QString WorkflowTest::joinUrl = u"https://meet.example/j/1"_s;
 const QString WorkflowTest::invitation = u"You are invited. Join at https://meet.example/j/1 today."_s;
 const QString WorkflowTest::roomNumber = u"5551234567"_s;
 
-WorkflowTest::WorkflowTest()
-    : desktop(platform::installTestServices())
-    , client(desktop) {
-    startLinkAfresh();
-    startWorkflowAfresh();
+WorkflowTest::WorkflowTest() {
     WorkflowPorts::instance() = {&strips, &sheets, &alerts, nullptr};
     LinkPorts::instance() = {&alerts, &manager()};
     BodyPorts::instance().holder = &manager();
@@ -31,11 +25,6 @@ WorkflowTest::WorkflowTest()
 }
 
 WorkflowTest::~WorkflowTest() {
-    atHand.reset();
-    WorkflowPorts::instance() = {};
-    LinkPorts::instance() = {};
-    startWorkflowAfresh();
-    startLinkAfresh();
     rt::drainTemporaries();
 }
 

@@ -5,8 +5,9 @@
 #include "plugin/workflow/vlMeetingDataMgr.h"
 #include "plugin/workflow/vlMeetingMgr.h"
 #include "tests/support/FakeHost.h"
-#include "tests/support/ScriptedClient.h"
+#include "tests/support/FreshPlugin.h"
 #include "tests/support/RecordingPorts.h"
+#include "tests/support/ScriptedClient.h"
 
 #include <gtest/gtest.h>
 
@@ -47,8 +48,9 @@ protected:
     [[nodiscard]] static vlMeetingMgr &manager() { return vlMeetingMgr::sharedInstance(); }
     [[nodiscard]] static vlMeetingDataMgr &store() { return vlMeetingDataMgr::sharedInstance(); }
 
-    platform::TestDesktop desktop;
-    ScriptedClient client;
+    FreshPlugin fresh;
+    platform::TestDesktop &desktop = fresh.desktop;
+    ScriptedClient client{desktop};
     RecordingStrips strips;
     RecordingSheets sheets;
     RecordingAlerts alerts;
