@@ -20,7 +20,7 @@ class DistributedNotificationCenter {
 public:
     using Handler = std::function<void(const QString &name, const TextMap &userInfo)>;
     // The sum of the UTF-8 bytes of all names and values of one notification that is still sent.
-    static constexpr qint64 maximumSize = 16 * 1024 * 1024;
+    static constexpr qint64 maximumSize = qint64(16) * 1024 * 1024;
 
     virtual ~DistributedNotificationCenter() = default;
     // `sender` may be null: no sender object.

@@ -15,7 +15,7 @@ namespace platform {
 class PropertyLists {
 public:
     // The largest file that is read; anything larger reads as unreadable.
-    static constexpr qint64 maximumSize = 32 * 1024 * 1024;
+    static constexpr qint64 maximumSize = qint64(32) * 1024 * 1024;
     // How deep containers may lie in one another, in what is read and in what is written.
     static constexpr int maximumDepth = 256;
 
