@@ -1,48 +1,31 @@
-// A scenario on whose calendar itself things are done, with no editor open.
+// A scenario in which the user works on the calendar itself, with no editor open.
 #pragma once
 
-#include "plugin/hooks/vlHookERageMainWindowController.h"
-#include "plugin/load/pluginLoad.h"
-#include "plugin/ui/strip/vlActionAdditionView.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "tests/scenarios/Scenario.h"
-#include "tests/support/FreshWorkflow.h"
 
-#include <QAbstractButton>
 #include <QAction>
 #include <QDir>
 #include <QJsonObject>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
-#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace scenarios {
 
 namespace controls = mailhost::controls;
 
-inline const QString seriesUid = u"series@scenario"_s;
+inline const QString series = u"series@scenario"_s; // daily, with one changed day
 inline const QString changedDay = u"20261125T080000Z"_s;
 
-// The scenario's usual appointments and a daily series with one changed day.
 inline OpenedCalendar calendarWithSeries() {
-    return {"BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Somebody//Else//EN\r\n"
-            "BEGIN:VEVENT\r\nUID:plain@scenario\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261124T100000Z\r\n"
-            "DTEND:20261124T110000Z\r\nSUMMARY:Quarterly review\r\nLOCATION:Room 7\r\n"
-            "X-UNKNOWN;X-P=1:kept\r\nEND:VEVENT\r\n"
-            "BEGIN:VEVENT\r\nUID:invited@scenario\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261125T100000Z\r\n"
-            "DTEND:20261125T110000Z\r\nSUMMARY:Planning\r\n"
-            "ORGANIZER;CN=Ada Example:mailto:ada@parlo.example\r\n"
-            "ATTENDEE;CN=Bo Guest:mailto:bo@parlo.example\r\nEND:VEVENT\r\n"
-            "BEGIN:VEVENT\r\nUID:other@scenario\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261126T100000Z\r\n"
-            "DTEND:20261126T110000Z\r\nSUMMARY:Another one\r\nEND:VEVENT\r\n"
-            "BEGIN:VEVENT\r\nUID:series@scenario\r\nDTSTAMP:20261101T080000Z\r\nDTSTART:20261123T080000Z\r\n"
-            "DTEND:20261123T083000Z\r\nSUMMARY:Stand-up\r\nRRULE:FREQ=DAILY;COUNT=5\r\n"
-            "X-SERIES:kept\r\nEND:VEVENT\r\n"
-            "BEGIN:VEVENT\r\nUID:series@scenario\r\nRECURRENCE-ID:20261125T080000Z\r\n"
-            "DTSTAMP:20261101T080000Z\r\nDTSTART:20261125T130000Z\r\nDTEND:20261125T133000Z\r\n"
-            "SUMMARY:Stand-up, later\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n"};
+    return {usualCalendar()
+                .event(series, "Stand-up",
+                       "DTSTART:20261123T080000Z\nDTEND:20261123T083000Z\nRRULE:FREQ=DAILY;COUNT=5\n"
+                       "X-SERIES:kept\n")
+                .event(series, "Stand-up, later",
+                       "RECURRENCE-ID:20261125T080000Z\nDTSTART:20261125T130000Z\nDTEND:20261125T133000Z\n")
+                .text()};
 }
 
 class OnTheCalendar : public testing::TestWithParam<const char *> {
@@ -56,25 +39,24 @@ protected:
     }
     void command(const QString &name) {
         QAction *action = main()->mainWindow()->command(name);
-        ASSERT_NE(action, nullptr);
-        ASSERT_TRUE(action->isEnabled()) << qPrintable(name);
+        ASSERT_TRUE(action && action->isEnabled()) << qPrintable(name);
         action->trigger();
         scenario.settle();
     }
-    void answer(const QString &button) {
-        auto *found = main()->mainWindow()->findChild<QPushButton *>(button);
-        ASSERT_NE(found, nullptr) << qPrintable(button);
-        QTest::mouseClick(found, Qt::LeftButton);
+    void rename(const QString &subject) {
+        main()->commands()->renameTo(subject);
         scenario.settle();
     }
-    void deleteSelected() {
-        command(controls::deleteAction);
-        answer(controls::deleteConfirmButton);
+    // A command that asks first, and the button that the user presses then.
+    void command(const QString &name, const QString &answer) {
+        command(name);
+        auto *button = main()->mainWindow()->findChild<QPushButton *>(answer);
+        ASSERT_NE(button, nullptr) << qPrintable(answer);
+        QTest::mouseClick(button, Qt::LeftButton);
+        scenario.settle();
     }
-    void cancelSelected() {
-        command(controls::cancelMeetingAction);
-        answer(controls::deleteConfirmButton);
-    }
+    void deleteSelected() { command(controls::deleteAction, controls::deleteConfirmButton); }
+    void cancelSelected() { command(controls::cancelMeetingAction, controls::deleteConfirmButton); }
     // A saved appointment with a meeting, and no editor.
     void giveMeeting(const QString &uid) {
         const QPointer<mailhost::EditorWindow> editor = scenario.open(uid);
@@ -83,44 +65,28 @@ protected:
             scenario.pressSend(editor);
         else
             scenario.pressSave(editor);
-        scenario.settle();
         if (editor)
-            editor->closeNow();
-        scenario.settle();
+            scenario.close(editor);
         scenario.wait(1);
         ASSERT_FALSE(scenario.meetingKey(uid).isEmpty());
         scenario.forget();
     }
-    // The same after the programs were started anew: nothing has been answered yet.
-    static void startAfresh() {
-        startWorkflowAfresh();
-        fillPluginPorts();
-    }
-    std::optional<QJsonObject> meeting(const QString &key) { return scenario.client().meeting(key); }
-    QJsonObject meetingOf(const QString &uid) {
-        return scenario.client().meeting(scenario.meetingKey(uid)).value_or(QJsonObject());
-    }
     bool isInFile(const QString &uid) {
-        QString error;
-        const auto file = mailhost::CalendarFile::open(scenario.calendarPath(), &error);
-        return file && file->find(uid);
+        return mailhost::CalendarFile::open(scenario.calendarPath(), nullptr)->find(uid).has_value();
     }
     qint64 startInFile(const QString &uid) { return scenario.inFile(uid).start.value.toSecsSinceEpoch(); }
-    // What the person sees is what the file has.
-    void theGridShowsTheFile(const QString &uid) {
-        for (const mailhost::MainWindowController *window : scenario.host().mainWindowControllers()) {
-            mailhost::CalendarGrid *grid = window->mainWindow()->calendar();
-            const bool exists = isInFile(uid);
-            ASSERT_EQ(grid->select(uid), exists);
-            if (!exists)
-                continue;
-            EXPECT_EQ(grid->selected()->start.toSecsSinceEpoch(), startInFile(uid));
-            EXPECT_EQ(grid->selected()->end.toSecsSinceEpoch(),
-                      scenario.inFile(uid).end.value.toSecsSinceEpoch());
-            EXPECT_EQ(grid->selected()->summary, scenario.inFile(uid).summary);
-        }
+    qint64 startAtClient(const QString &uid) { return scenario.meeting(uid)["startTime"].toInteger(); }
+    // What the user sees is what the file has.
+    void expectTheGridShowsTheFile(const QString &uid) {
+        const bool exists = isInFile(uid);
+        ASSERT_EQ(calendar()->select(uid), exists);
+        if (!exists)
+            return;
+        const mailhost::Appointment appointment = scenario.inFile(uid);
+        EXPECT_EQ(calendar()->selected()->start, appointment.start.value);
+        EXPECT_EQ(calendar()->selected()->end, appointment.end.value);
+        EXPECT_EQ(calendar()->selected()->summary, appointment.summary);
     }
-    // Cancellations.
     int cancellationsSent() {
         const QDir outbox(QFileInfo(scenario.calendarPath()).path() + u"/outbox"_s);
         return int(outbox.entryList({u"*-cancel-*.eml"_s}).size());

@@ -25,45 +25,11 @@ namespace scenarios {
 namespace {
 
 const QString requestChannel = u"VelaOutlookPluginToVelaVideoClient_PRL"_s;
-const QString clientIdentifier = u"com.parlo.meetings"_s;
-const QString clientBundle = u"/Applications/Parlo Meetings.app"_s;
-const QString hostBundle = u"/Applications/Host.app"_s;
+const platform::TableWorkspace::BundleEntry hostEntry{u"com.microsoft.Outlook"_s, u"/Applications/Host.app"_s,
+                                                      u"/bin/host"_s};
+const platform::TableWorkspace::BundleEntry clientEntry{
+    u"com.parlo.meetings"_s, u"/Applications/Parlo Meetings.app"_s, u"/bin/client"_s};
 constexpr int turns = 4; // of the two loops, each of which may wake the other
-
-const char usualCalendar[] =
-    "BEGIN:VCALENDAR\r\n"
-    "VERSION:2.0\r\n"
-    "PRODID:-//Somebody//Else//EN\r\n"
-    "X-UNKNOWN;X-P=1:kept\r\n"
-    "BEGIN:VEVENT\r\n"
-    "UID:plain@scenario\r\n"
-    "DTSTAMP:20261101T080000Z\r\n"
-    "DTSTART:20261124T090000Z\r\n"
-    "DTEND:20261124T093000Z\r\n"
-    "SUMMARY:Quarterly review\r\n"
-    "LOCATION:Room 7\r\n"
-    "DESCRIPTION:Agenda first.\r\n"
-    "X-ALT-DESC;FMTTYPE=text/html:<html><body><p>Agenda <b>first</b>.</p></body></html>\r\n"
-    "END:VEVENT\r\n"
-    "BEGIN:VEVENT\r\n"
-    "UID:invited@scenario\r\n"
-    "DTSTAMP:20261101T080000Z\r\n"
-    "DTSTART:20261125T130000Z\r\n"
-    "DTEND:20261125T140000Z\r\n"
-    "SUMMARY:Planning\r\n"
-    "ORGANIZER;CN=Ada Example:mailto:ada@parlo.example\r\n"
-    "ATTENDEE;CN=Ben Example;ROLE=REQ-PARTICIPANT:mailto:ben@parlo.example\r\n"
-    "ATTENDEE;CN=Blue room;CUTYPE=ROOM:mailto:blue@parlo.example\r\n"
-    "ATTENDEE;CN=Red room;CUTYPE=ROOM:mailto:red@parlo.example\r\n"
-    "END:VEVENT\r\n"
-    "BEGIN:VEVENT\r\n"
-    "UID:other@scenario\r\n"
-    "DTSTAMP:20261101T080000Z\r\n"
-    "DTSTART:20261126T100000Z\r\n"
-    "DTEND:20261126T110000Z\r\n"
-    "SUMMARY:Another one\r\n"
-    "END:VEVENT\r\n"
-    "END:VCALENDAR\r\n";
 
 template<typename T>
 T *shownWidget(const QString &objectName = {}) {
@@ -74,19 +40,23 @@ T *shownWidget(const QString &objectName = {}) {
     return nullptr;
 }
 
-QAbstractButton *stripButton(mailhost::EditorWindow *window, const QString &key) {
-    QString wanted = Scenario::text(key);
-    wanted.remove(u'&');
-    for (auto *button : Scenario::stripOf(window)->findChildren<QAbstractButton *>())
-        if (button->isVisible() && button->accessibleName() == wanted)
-            return button;
-    return nullptr;
-}
-
 } // namespace
 
-Scenario::Scenario(const QString &hostVersion, mailhost::BookmarkMangling mangling)
-    : Scenario(hostVersion, OpenedCalendar{usualCalendar}, mangling) {}
+CalendarBuilder usualCalendar() {
+    return CalendarBuilder()
+        .lines("X-UNKNOWN;X-P=1:kept\n")
+        .event(Scenario::plain, "Quarterly review",
+               "DTSTART:20261124T090000Z\nDTEND:20261124T093000Z\nLOCATION:Room 7\n"
+               "DESCRIPTION:Agenda first.\n"
+               "X-ALT-DESC;FMTTYPE=text/html:<html><body><p>Agenda <b>first</b>.</p></body></html>\n")
+        .event(Scenario::invited, "Planning",
+               "DTSTART:20261125T130000Z\nDTEND:20261125T140000Z\n"
+               "ORGANIZER;CN=Ada Example:mailto:ada@parlo.example\n"
+               "ATTENDEE;CN=Ben Example;ROLE=REQ-PARTICIPANT:mailto:ben@parlo.example\n"
+               "ATTENDEE;CN=Blue room;CUTYPE=ROOM:mailto:blue@parlo.example\n"
+               "ATTENDEE;CN=Red room;CUTYPE=ROOM:mailto:red@parlo.example\n")
+        .event(Scenario::other, "Another one", "DTSTART:20261126T100000Z\nDTEND:20261126T110000Z\n");
+}
 
 Scenario::Scenario(const QString &hostVersion, const OpenedCalendar &calendar,
                    mailhost::BookmarkMangling mangling) {
@@ -95,7 +65,7 @@ Scenario::Scenario(const QString &hostVersion, const OpenedCalendar &calendar,
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(calendar.text);
     file.close();
-    m_client = std::make_unique<meetingclient::ClientLink>(m_store, m_service, m_rules);
+    clientRuns();
 
     mailhost::HostOptions options;
     options.hostVersion = hostVersion;
@@ -108,8 +78,7 @@ Scenario::Scenario(const QString &hostVersion, const OpenedCalendar &calendar,
     m_host->start();
     loadPlugin();
     fillPluginPorts();
-    vlCommandItemMgr::sharedInstance()
-        .initPluginInstance(); // the host of this scenario, not of an earlier one
+    vlCommandItemMgr::sharedInstance().initPluginInstance(); // of this scenario's host, not an earlier one's
     QString error;
     EXPECT_TRUE(m_host->openCalendar(&error)) << qPrintable(error);
     m_host->show();
@@ -134,13 +103,10 @@ void Scenario::installServices(const QString &hostVersion) {
     startLinkAfresh();
     platform::services().pluginBundle = platform::makeFolderBundle(u"" PARLO_RESOURCES ""_s);
     m_desktop.bundle = nullptr;
-    platform::TableWorkspace &workspace = *m_desktop.workspace;
-    workspace.root = m_folder.filePath(u"root"_s);
-    workspace.documents = m_folder.filePath(u"Documents"_s);
-    workspace.bundles = {{u"com.microsoft.Outlook"_s, hostBundle, u"/bin/host"_s}};
-    workspace.running = {clientIdentifier};
-    writeInfo(hostBundle, {{u"CFBundleShortVersionString"_s, hostVersion}});
-    clientIsInstalled(u"3.6.40500"_s);
+    m_desktop.workspace->root = m_folder.filePath(u"root"_s);
+    m_desktop.workspace->documents = m_folder.filePath(u"Documents"_s);
+    writeInfo(hostEntry.path, {{u"CFBundleShortVersionString"_s, hostVersion}});
+    clientIsInstalled();
 }
 
 void Scenario::writeInfo(const QString &bundle, const QVariantMap &values) {
@@ -179,39 +145,36 @@ vlActionAdditionView *Scenario::stripOf(mailhost::EditorWindow *window) {
         vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(window));
 }
 
-void Scenario::clickAdd(mailhost::EditorWindow *window) {
-    QAbstractButton *button = stripButton(window, u"AddVelaButton"_s);
-    ASSERT_NE(button, nullptr);
-    QTest::mouseClick(button, Qt::LeftButton);
-    settle();
+QList<mailhost::EditorWindowController *> Scenario::openEditors() {
+    return mailhost::EditorWindowController::open();
 }
 
-void Scenario::clickRemove(mailhost::EditorWindow *window) {
-    QAbstractButton *button = stripButton(window, u"CancelVelaButton"_s);
-    ASSERT_NE(button, nullptr);
-    QTest::mouseClick(button, Qt::LeftButton);
+void Scenario::close(mailhost::EditorWindow *window) {
+    window->closeNow();
     settle();
+    wait(1);
 }
 
-void Scenario::clickSettings(mailhost::EditorWindow *window) {
-    QAbstractButton *button = stripButton(window, u"ChangeSettingButton"_s);
-    ASSERT_NE(button, nullptr);
+QAbstractButton *Scenario::stripButton(mailhost::EditorWindow *window, const QString &textKey) {
+    if (const vlActionAdditionView *strip = stripOf(window))
+        for (auto *button : strip->findChildren<QAbstractButton *>())
+            if (button->isVisible() && button->accessibleName() == text(textKey).remove(u'&'))
+                return button;
+    return nullptr;
+}
+
+void Scenario::click(QAbstractButton *button) {
+    ASSERT_NE(button, nullptr) << "there is no such button";
     QTest::mouseClick(button, Qt::LeftButton);
     settle();
 }
 
 void Scenario::confirmSheet() {
-    auto *button = shownWidget<QPushButton>(u"buttonContinue"_s);
-    ASSERT_NE(button, nullptr) << "no settings sheet is up";
-    QTest::mouseClick(button, Qt::LeftButton);
-    settle();
+    click(shownWidget<QPushButton>(u"buttonContinue"_s));
 }
 
 void Scenario::cancelSheet() {
-    auto *button = shownWidget<QPushButton>(u"buttonCancel"_s);
-    ASSERT_NE(button, nullptr) << "no settings sheet is up";
-    QTest::mouseClick(button, Qt::LeftButton);
-    settle();
+    click(shownWidget<QPushButton>(u"buttonCancel"_s));
 }
 
 void Scenario::pressSave(mailhost::EditorWindow *window) {
@@ -239,6 +202,11 @@ void Scenario::addMeeting(mailhost::EditorWindow *window) {
     ASSERT_TRUE(alertText().isNull()) << qPrintable(alertText());
 }
 
+void Scenario::addMeetingAndSave(mailhost::EditorWindow *window) {
+    addMeeting(window);
+    pressSave(window);
+}
+
 bool Scenario::sheetIsUp() {
     return shownWidget<QPushButton>(u"buttonContinue"_s) != nullptr;
 }
@@ -255,16 +223,13 @@ QString Scenario::alertText() {
 }
 
 void Scenario::answerAlert() {
-    auto *alert = shownWidget<QMessageBox>();
-    ASSERT_NE(alert, nullptr) << "no alert is up";
-    QTest::mouseClick(alert->defaultButton(), Qt::LeftButton);
-    settle();
+    const auto *alert = shownWidget<QMessageBox>();
+    click(alert ? alert->defaultButton() : nullptr);
 }
 
 void Scenario::dismissAlert() {
-    auto *alert = shownWidget<QMessageBox>();
-    ASSERT_NE(alert, nullptr) << "no alert is up";
-    QTest::keyClick(alert, Qt::Key_Escape);
+    if (auto *alert = shownWidget<QMessageBox>())
+        QTest::keyClick(alert, Qt::Key_Escape);
     settle();
 }
 
@@ -290,8 +255,8 @@ QString Scenario::meetingKey(const QString &uid) const {
         .toString();
 }
 
-int Scenario::sent(const QString &subCommand) const {
-    return int(sentContents(subCommand).size());
+QJsonObject Scenario::meeting(const QString &uid) const {
+    return m_store.meeting(meetingKey(uid)).value_or(QJsonObject());
 }
 
 QStringList Scenario::sentContents(const QString &subCommand) const {
@@ -305,9 +270,9 @@ QStringList Scenario::sentContents(const QString &subCommand) const {
     return contents;
 }
 
-void Scenario::given(const char *rule) {
+void Scenario::given(const QString &rule) {
     QString error;
-    ASSERT_TRUE(m_rules.add(QString::fromLatin1(rule), &error)) << qPrintable(error);
+    ASSERT_TRUE(m_rules.add(rule, &error)) << qPrintable(error);
 }
 
 void Scenario::clientQuits() {
@@ -316,30 +281,22 @@ void Scenario::clientQuits() {
 }
 
 void Scenario::clientRuns() {
-    m_desktop.workspace->running = {clientIdentifier};
+    m_desktop.workspace->running = {clientEntry.identifier};
     if (!m_client)
         m_client = std::make_unique<meetingclient::ClientLink>(m_store, m_service, m_rules);
 }
 
 void Scenario::clientIsUninstalled() {
     clientQuits();
-    m_desktop.workspace->bundles.removeIf([](const platform::TableWorkspace::BundleEntry &entry) {
-        return entry.identifier == clientIdentifier;
-    });
-    QDir(m_desktop.workspace->resolve(clientBundle)).removeRecursively();
+    m_desktop.workspace->bundles = {hostEntry};
+    QDir(m_desktop.workspace->resolve(clientEntry.path)).removeRecursively();
 }
 
+// Takes the place of another version, which may be running.
 void Scenario::clientIsInstalled(const QString &version) {
-    QList<platform::TableWorkspace::BundleEntry> &bundles = m_desktop.workspace->bundles;
-    bundles.removeIf([](const platform::TableWorkspace::BundleEntry &entry) {
-        return entry.identifier == clientIdentifier;
-    });
-    bundles.append({clientIdentifier, clientBundle, u"/bin/client"_s});
-    writeInfo(clientBundle, {{u"CFBundleVersion"_s, version}, {u"CFBundleIdentifier"_s, clientIdentifier}});
-}
-
-void Scenario::signedOut() {
-    m_store.setSignedIn(false);
+    m_desktop.workspace->bundles = {hostEntry, clientEntry};
+    writeInfo(clientEntry.path,
+              {{u"CFBundleVersion"_s, version}, {u"CFBundleIdentifier"_s, clientEntry.identifier}});
 }
 
 } // namespace scenarios

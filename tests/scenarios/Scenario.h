@@ -7,10 +7,12 @@
 #include "standin/mailhost/windows/HostApplication.h"
 #include "standin/mailhost/windows/editor/EditorWindow.h"
 #include "standin/meetingclient/ClientLink.h"
+#include "tests/support/CalendarBuilder.h"
 
 #include <QTemporaryDir>
 #include <memory>
 
+class QAbstractButton;
 class vlActionAdditionView;
 
 namespace scenarios {
@@ -23,36 +25,43 @@ struct OpenedCalendar {
     QList<mailhost::Mailbox> accounts{{u"Ada Example"_s, u"ada@parlo.example"_s}};
 };
 
+// The appointments Scenario::plain, invited and other.
+[[nodiscard]] CalendarBuilder usualCalendar();
+
 class Scenario {
 public:
-    // The host of that version, an installed and running client, and an open calendar with the appointments
-    // below.
-    explicit Scenario(const QString &hostVersion,
+    // The host of that version, an installed and running client, and an open calendar.
+    explicit Scenario(const QString &hostVersion, const OpenedCalendar &calendar = {usualCalendar().text()},
                       mailhost::BookmarkMangling mangling = mailhost::BookmarkMangling::None);
-    // The same with another calendar.
-    Scenario(const QString &hostVersion, const OpenedCalendar &calendar,
-             mailhost::BookmarkMangling mangling = mailhost::BookmarkMangling::None);
     ~Scenario();
 
-    // Appointments of the calendar, by UID.
+    // Appointments of the usual calendar, by UID.
     inline static const QString plain = u"plain@scenario"_s;     // has a location and a body, nobody invited
-    inline static const QString invited = u"invited@scenario"_s; // one attendee and two rooms
+    inline static const QString invited = u"invited@scenario"_s; // one attendee and two meeting rooms
     inline static const QString other = u"other@scenario"_s;     // nobody invited, no body
 
     mailhost::EditorWindow *open(const QString &uid);
+    // Closes it without a question.
+    void close(mailhost::EditorWindow *window);
     [[nodiscard]] static vlActionAdditionView *stripOf(mailhost::EditorWindow *window);
+    // The button that is shown under that text; nullptr when there is none.
+    [[nodiscard]] static QAbstractButton *stripButton(mailhost::EditorWindow *window, const QString &textKey);
+    [[nodiscard]] static QList<mailhost::EditorWindowController *> openEditors();
 
-    // A person's clicks and keys. Each lets happen what follows at once, not what a timer has to bring.
-    void clickAdd(mailhost::EditorWindow *window);
-    void clickRemove(mailhost::EditorWindow *window);
-    void clickSettings(mailhost::EditorWindow *window);
-    void confirmSheet(); // the settings sheet that is up
+    // The user's clicks and keys. What follows at once has happened afterwards; what a timer brings has not.
+    void clickAdd(mailhost::EditorWindow *window) { click(stripButton(window, u"AddVelaButton"_s)); }
+    void clickRemove(mailhost::EditorWindow *window) { click(stripButton(window, u"CancelVelaButton"_s)); }
+    void clickSettings(mailhost::EditorWindow *window) {
+        click(stripButton(window, u"ChangeSettingButton"_s));
+    }
+    void confirmSheet();
     void cancelSheet();
     void pressSave(mailhost::EditorWindow *window);
     void pressSend(mailhost::EditorWindow *window);
     void typeSubject(mailhost::EditorWindow *window, const QString &subject);
-    // The whole way of an add that goes well.
+    // All the steps of an add that succeeds.
     void addMeeting(mailhost::EditorWindow *window);
+    void addMeetingAndSave(mailhost::EditorWindow *window);
 
     void settle();
     void wait(double seconds);
@@ -61,25 +70,26 @@ public:
     [[nodiscard]] static bool progressIsUp();
     [[nodiscard]] static QString alertText(); // of the alert that is up; null when none is
     void answerAlert();                       // presses its default button
-    void dismissAlert();                      // presses Escape
+    void dismissAlert();                      // presses Escape; nothing when no alert is up
 
     // From the file on disk.
     [[nodiscard]] mailhost::Appointment inFile(const QString &uid) const;
     [[nodiscard]] QByteArray fileBytes() const;
     [[nodiscard]] QString meetingKey(const QString &uid) const;
+    // The client's meeting of an appointment; an empty object when it has none.
+    [[nodiscard]] QJsonObject meeting(const QString &uid) const;
     // What the plug-in has sent to the client under action 3 that begins with the sub-command, since the last
     // forget().
-    [[nodiscard]] int sent(const QString &subCommand) const;
+    [[nodiscard]] int sent(const QString &subCommand) const { return int(sentContents(subCommand).size()); }
     // The contents of those, as they went over the bus.
     [[nodiscard]] QStringList sentContents(const QString &subCommand) const;
     void forget() { m_desktop.bus->clearPosted(); }
 
-    void given(const char *rule); // what the client does with its answers
+    void given(const QString &rule); // what the client does with its answers
     void clientQuits();
     void clientRuns();
     void clientIsUninstalled();
-    void clientIsInstalled(const QString &version);
-    void signedOut();
+    void clientIsInstalled(const QString &version = u"3.6.40500"_s);
     void hostQuits() { m_host.reset(); }
 
     platform::TestDesktop &desktop() { return m_desktop; }
@@ -91,6 +101,7 @@ public:
 private:
     void installServices(const QString &hostVersion);
     void writeInfo(const QString &bundle, const QVariantMap &values);
+    void click(QAbstractButton *button);
     QTemporaryDir m_folder;
     platform::TestDesktop m_desktop{};
     meetingclient::MeetingStore m_store{QString()};

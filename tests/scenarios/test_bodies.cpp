@@ -1,3 +1,4 @@
+// The text around the invitation, and stored records that another program has written.
 #include "plugin/ui/strip/vlActionAdditionView.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "tests/scenarios/Scenario.h"
@@ -20,7 +21,7 @@ struct Case {
 
 class Bodies : public testing::TestWithParam<Case> {
 protected:
-    Scenario scenario{QString::fromLatin1(GetParam().version), GetParam().mangling};
+    Scenario scenario{QString::fromLatin1(GetParam().version), {usualCalendar().text()}, GetParam().mangling};
 };
 
 INSTANTIATE_TEST_SUITE_P(Editors, Bodies,
@@ -32,18 +33,15 @@ INSTANTIATE_TEST_SUITE_P(Editors, Bodies,
                                          Case{"16", BookmarkMangling::FontTags, "word_fonts"}),
                          [](const auto &info) { return std::string(info.param.name); });
 
-QString plainText(const QString &html) {
-    return platform::services().htmlImporter->plainText(html);
-}
-
 } // namespace
 
-TEST_P(Bodies, WhateverTheEditorDoesToTheBookmarksTheWordsAroundTheBlockSurviveUpdateAndRemoval) {
+TEST_P(Bodies, HoweverTheEditorManglesTheBookmarksTheTextAroundTheBlockSurvivesUpdateAndRemoval) {
+    const auto savedText = [this] {
+        return platform::services().htmlImporter->plainText(scenario.inFile(Scenario::plain).bodyHtml);
+    };
     mailhost::EditorWindow *editor = scenario.open(Scenario::plain);
     auto *body = editor->findChild<QTextEdit *>(mailhost::controls::bodyEditor);
-    ASSERT_NE(body, nullptr);
-    scenario.addMeeting(editor);
-    scenario.pressSave(editor);
+    scenario.addMeetingAndSave(editor);
     body->moveCursor(QTextCursor::Start);
     QTest::keyClicks(body, u"Before. "_s);
     scenario.pressSave(editor);
@@ -52,42 +50,31 @@ TEST_P(Bodies, WhateverTheEditorDoesToTheBookmarksTheWordsAroundTheBlockSurviveU
     scenario.client().setProfile(profile);
     scenario.typeSubject(editor, u"Changed"_s);
     scenario.pressSave(editor);
-    QString text = plainText(scenario.inFile(Scenario::plain).bodyHtml);
+    QString text = savedText();
     EXPECT_TRUE(text.startsWith(u"Before. Agenda first."_s)) << qPrintable(text);
     EXPECT_EQ(text.count(u"Meeting ID"_s), 1) << qPrintable(text);
-    EXPECT_EQ(text.count(u"Countess Ada"_s), 1)
-        << "the client's new invitation has taken the old one's place";
+    EXPECT_EQ(text.count(u"Countess Ada"_s), 1) << "the new invitation has taken the old one's place";
     scenario.clickRemove(editor);
     scenario.pressSave(editor);
-    text = plainText(scenario.inFile(Scenario::plain).bodyHtml);
+    text = savedText();
     EXPECT_TRUE(text.startsWith(u"Before. Agenda first."_s)) << qPrintable(text);
     EXPECT_EQ(text.count(u"Meeting ID"_s), 0) << qPrintable(text);
 }
 
-TEST(StoredRecords, WhatIsNoRecordOfOursOpensWithoutAMeetingAndIsKeptToTheLetter) {
+TEST(StoredRecords, ARecordThatThePluginDidNotWriteOpensWithoutAMeetingAndIsKeptToTheLetter) {
     Scenario scenario(u"16"_s);
-    const QStringList texts = {u"{"_s,
-                               u"[]"_s,
-                               u"null"_s,
-                               u"{\"meetingKey\": 7}"_s,
-                               u"\"text\""_s,
-                               u"{\"meetingKey\": \"\"}"_s,
-                               QString(5000, u'['),
-                               u"{\"joinUrl\": {\"a\": [1, 2]}}"_s,
-                               u"\u2028;,\\n"_s,
-                               u"   "_s};
-    for (const QString &record : texts) {
+    for (const QString &record :
+         {u"{"_s, u"[]"_s, u"null"_s, u"{\"meetingKey\": 7}"_s, u"{\"meetingKey\": \"\"}"_s,
+          QString(5000, u'['), u"{\"joinUrl\": {\"a\": [1, 2]}}"_s, u"\u2028;,\\n"_s, u"   "_s}) {
         SCOPED_TRACE(qPrintable(record.left(40)));
         mailhost::Appointment appointment = scenario.inFile(Scenario::other);
         appointment.ucCapabilities = record;
         ASSERT_TRUE(scenario.host().session()->store(appointment));
         mailhost::EditorWindow *editor = scenario.open(Scenario::other);
-        ASSERT_NE(editor, nullptr);
         EXPECT_EQ(Scenario::stripOf(editor)->uiStatus(), StripState::NoMeeting);
         scenario.typeSubject(editor, u"Again"_s);
         scenario.pressSave(editor);
         EXPECT_EQ(scenario.inFile(Scenario::other).ucCapabilities, record);
-        editor->closeNow();
-        scenario.wait(1);
+        scenario.close(editor);
     }
 }
