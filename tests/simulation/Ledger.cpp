@@ -3,10 +3,8 @@
 #include "standin/meetingclient/People.h"
 
 #include <QApplication>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QMessageBox>
-#include <QRegularExpression>
 
 namespace simulation {
 
@@ -24,8 +22,8 @@ QString nameOf(HostOperation operation) {
 
 // Whether the step can have ended the work in an editor that nobody has asked to save: with an answer, or at
 // the settings when nothing was to be sent. The last save in that editor is then run once more.
-bool hasEndedWork(const Happened &step) {
-    return step.line.startsWith(u"sheet") || step.line.startsWith(u"strip") || !step.answers.isEmpty();
+bool hasEndedWork(const Step &step) {
+    return step.line.startsWith(u"sheet") || step.line.startsWith(u"strip") || step.hasAnswers();
 }
 
 } // namespace
@@ -41,52 +39,60 @@ SharedValues sharedValuesOf(const QJsonObject &meeting) {
             meeting.value(u"duration").toVariant().toLongLong(), meeting.value(u"recurrence").toBool()};
 }
 
-QString keyInRecord(const mailhost::Appointment &appointment) {
-    return QJsonDocument::fromJson(appointment.ucCapabilities.toUtf8())
-        .object()
-        .value(u"meetingKey")
-        .toString();
-}
-
-QString Ledger::keyInFile(const QString &appointment) const {
-    const auto &file = m_desktop.onDisk();
-    return file && file->contains(appointment) ? keyInRecord(file->value(appointment)) : QString();
-}
-
 bool Ledger::isPersonal(const QString &key) const {
-    const QList<meetingclient::Person> &people = meetingclient::people();
+    const auto &people = meetingclient::people();
     return key == m_desktop.scenario().client().profile().value(u"roomMeetingId").toString() ||
-           std::any_of(people.begin(), people.end(),
-                       [&key](const auto &person) { return person.room == key; });
+           std::any_of(people.begin(), people.end(), [&key](const auto &user) { return user.room == key; });
 }
 
 QString Ledger::note() {
     ++m_step;
+    m_now = m_desktop.scenario().desktop().runLoop->now();
     noteRequests();
     noteAlerts();
-    noteRemovals();
-    noteSubjects();
-    const QString wrong = noteOwners();
+    noteLine();
     noteChanges();
+    const QString wrong = noteOwners();
     const QString alsoWrong = noteOperations();
     return wrong.isNull() ? alsoWrong : wrong;
 }
 
+void Ledger::noteLine() {
+    const QString &line = m_desktop.step().line;
+    const QStringList words = line.split(u' ');
+    const QString &verb = words[0];
+    const QString appointment = words.value(verb == u"menu" ? 2 : 1);
+    if (verb == u"rename" || verb == u"subject")
+        noteSubject(appointment, words.value(2));
+    if (line == u"new video" || line == u"new audio")
+        for (const Editor &editor : m_desktop.editors())
+            if (!m_desktop.step().openBefore.contains(editor.window))
+                m_wanted.insert(editor.appointment);
+    if (verb == u"audio" || (verb == u"strip" && words[2] == u"add"))
+        m_wanted.insert(appointment);
+    const bool isRemoved = verb == u"delete" || verb == u"forget" || line.startsWith(u"menu delete") ||
+                           line.startsWith(u"menu cancel") || (verb == u"strip" && words[2] == u"remove");
+    if (!isRemoved)
+        return;
+    m_removed.insert(m_desktop.keyInFile(appointment));
+    for (const QString &key : m_owners.keys(appointment))
+        m_removed.insert(key);
+}
+
 // An answer is for a request of the same step, else for the one that has waited longest.
 void Ledger::noteRequests() {
-    m_now = m_desktop.scenario().desktop().runLoop->now();
-    for (const auto &posted : m_desktop.last().posted) {
-        const bool isAnswer = posted.name.startsWith(u"VelaVideo");
-        if (const auto request = requestOf(posted.userInfo); request && !isAnswer)
-            m_open.append({*request, meetingOf(posted.userInfo), m_step, m_now});
-        const std::optional<Answer> answer = isAnswer ? trueAnswer(posted.userInfo) : std::nullopt;
+    for (const Message &message : std::as_const(m_desktop.step().messages)) {
+        if (!message.isAnswer && message.request)
+            m_open.append({message, m_step, m_now});
+        if (!message.isAnswer || !message.request)
+            continue;
         qsizetype answered = -1;
-        for (qsizetype i = 0; answer && i < m_open.size(); ++i) {
-            const OpenRequest &open = m_open[i];
+        for (qsizetype i = 0; i < m_open.size(); ++i) {
+            const Message &asked = m_open[i].message;
             const bool fits =
-                open.request == answer->to &&
-                (open.meeting.isNull() || answer->meeting.isNull() || open.meeting == answer->meeting);
-            if (fits && (answered < 0 || open.step == m_step))
+                asked.request == message.request &&
+                (asked.meeting.isNull() || message.meeting.isNull() || asked.meeting == message.meeting);
+            if (fits && (answered < 0 || m_open[i].step == m_step))
                 answered = i;
         }
         if (answered >= 0)
@@ -108,29 +114,22 @@ void Ledger::noteAlerts() {
     }
 }
 
-void Ledger::noteRemovals() {
-    static const QRegularExpression removal(
-        u"^(?|(?:delete|forget|menu delete|menu cancel) (.+)|strip (.+) remove)$"_s);
-    const QString appointment = removal.match(m_desktop.last().line).captured(1);
-    if (appointment.isEmpty())
-        return;
-    m_removed.insert(keyInFile(appointment));
-    const QStringList keys = m_owners.keys(appointment);
-    m_removed += QSet<QString>(keys.begin(), keys.end());
+void Ledger::noteSubject(const QString &appointment, const QString &subject) {
+    if (!subject.isEmpty())
+        m_subjects[appointment].insert(subject.left(clientsSubjectLength));
 }
 
-void Ledger::noteSubjects() {
-    const auto note = [this](const QString &appointment, const QString &subject) {
-        if (!subject.isEmpty())
-            m_subjects[appointment].insert(subject.left(clientsSubjectLength));
-    };
-    const QStringList words = m_desktop.last().line.split(u' ');
-    if (words[0] == u"rename" || words[0] == u"subject")
-        note(words[1], words.value(2));
-    if (!m_desktop.onDisk())
-        return;
-    for (auto it = m_desktop.onDisk()->begin(); it != m_desktop.onDisk()->end(); ++it)
-        note(it.key(), it->summary);
+void Ledger::noteChanges() {
+    const Appointments file = m_desktop.onDisk().value_or(Appointments());
+    for (auto it = file.begin(); it != file.end(); ++it) {
+        noteSubject(it.key(), it->summary);
+        const auto meeting = m_desktop.scenario().client().meeting(keyInRecord(*it));
+        const std::pair now{sharedValuesOf(*it), meeting ? sharedValuesOf(*meeting) : SharedValues()};
+        if (m_values.contains(it.key()) && m_values[it.key()] == now)
+            continue;
+        m_values[it.key()] = now;
+        m_changed[it.key()] = m_step;
+    }
 }
 
 // A meeting never takes the subject of another appointment, nor an appointment the record of another one's.
@@ -150,7 +149,7 @@ QString Ledger::noteOwners() {
         }
     }
     for (const QString &appointment : m_desktop.appointments()) {
-        const QString key = keyInFile(appointment);
+        const QString key = m_desktop.keyInFile(appointment);
         if (!meetings.contains(key) || isPersonal(key))
             continue;
         if (!m_owners.contains(key))
@@ -161,30 +160,18 @@ QString Ledger::noteOwners() {
     return {};
 }
 
-void Ledger::noteChanges() {
-    if (!m_desktop.onDisk())
-        return;
-    for (auto it = m_desktop.onDisk()->begin(); it != m_desktop.onDisk()->end(); ++it) {
-        const auto meeting = m_desktop.scenario().client().meeting(keyInRecord(*it));
-        const Sides now{sharedValuesOf(*it), meeting ? sharedValuesOf(*meeting) : SharedValues()};
-        if (m_sides.contains(it.key()) && m_sides[it.key()] == now)
-            continue;
-        m_sides[it.key()] = now;
-        m_changed[it.key()] = m_step;
-    }
-}
-
 bool Ledger::isExplained(const QString &appointment) const {
     return isExplainedSince(appointment, m_changed.value(appointment));
 }
 
 bool Ledger::isExplainedSince(const QString &appointment, int step) const {
     const bool isOpen = std::any_of(m_open.begin(), m_open.end(), [&](const OpenRequest &open) {
-        const bool isAbout = open.meeting.isNull() || ownerOf(open.meeting) == appointment ||
-                             open.meeting == keyInFile(appointment) || isPersonal(open.meeting);
+        const QString &meeting = open.message.meeting;
+        const bool isAbout = meeting.isNull() || ownerOf(meeting) == appointment ||
+                             meeting == m_desktop.keyInFile(appointment) || isPersonal(meeting);
         const bool mayBeAnswered = open.step >= step || m_now - open.sentAt < requestTimeOut;
-        return mayBeAnswered && isAbout && open.request != Request::Start &&
-               open.request != Request::Accounts;
+        return mayBeAnswered && isAbout && open.message.request != Request::Start &&
+               open.message.request != Request::Accounts;
     });
     return isOpen || m_told.value(appointment) >= step || m_told.value(QString()) >= step;
 }
@@ -192,12 +179,14 @@ bool Ledger::isExplainedSince(const QString &appointment, int step) const {
 // Each operation that was asked for runs exactly once, unless it is refused or its editor closes. With a
 // second press in the same editor the first one is forgotten.
 QString Ledger::noteOperations() {
-    const Happened &step = m_desktop.last();
+    const Step &step = m_desktop.step();
+    QSet<const mailhost::EditorWindow *> open;
+    for (const Editor &editor : m_desktop.editors()) {
+        open.insert(editor.window);
+        if (step.pressed && editor.window == step.pressedIn)
+            m_waiting[step.pressedIn] = {*step.pressed, editor.appointment, m_step};
+    }
     QString wrong;
-    if (step.pressed)
-        for (const Editor &editor : m_desktop.editors())
-            if (editor.window == step.pressedIn)
-                m_waiting[step.pressedIn] = {*step.pressed, editor.appointment, m_step};
     QSet<const mailhost::EditorWindow *> ran;
     for (const HostRun &run : step.runs) {
         const bool isWaited =
@@ -205,23 +194,16 @@ QString Ledger::noteOperations() {
             (step.pressedIn == run.editor && step.pressed == run.operation);
         const bool isRepeatedSave = run.operation == HostOperation::Save && hasEndedWork(step);
         if ((!isWaited || ran.contains(run.editor)) && !isRepeatedSave)
-            wrong =
-                u"the host's %1 ran, and nobody had asked for it, or only once"_s.arg(nameOf(run.operation));
+            wrong = u"the host's %1 ran, and was not asked for, or only once"_s.arg(nameOf(run.operation));
         ran.insert(run.editor);
     }
-    for (auto it = m_waiting.begin(); it != m_waiting.end();) {
-        const auto &open = m_desktop.editors();
-        const bool isOpen =
-            std::any_of(open.begin(), open.end(), [&](const Editor &e) { return e.window == it.key(); });
+    m_waiting.removeIf(
+        [&](const auto &press) { return ran.contains(press.key()) || !open.contains(press.key()); });
+    for (const Press &press : std::as_const(m_waiting)) {
         // The plug-in never runs a held save of a meeting with attendees, nor sends one without.
-        const bool isRun = (it->operation == HostOperation::Send) == (it->appointment == u"invited");
-        if (ran.contains(it.key()) || !isOpen) {
-            it = m_waiting.erase(it);
-            continue;
-        }
-        if (isRun && !isExplainedSince(it->appointment, it->step))
-            wrong = u"the %1 of %2 was lost"_s.arg(nameOf(it->operation), it->appointment);
-        ++it;
+        const bool isRun = (press.operation == HostOperation::Send) == (press.appointment == u"invited");
+        if (isRun && !isExplainedSince(press.appointment, press.step))
+            wrong = u"the %1 of %2 was lost"_s.arg(nameOf(press.operation), press.appointment);
     }
     return wrong;
 }

@@ -1,8 +1,8 @@
-// What has become of each appointment's meeting so far: whose it is, what the client has not truly answered
-// yet, what the user was told, and which host operation still waits.
+// What has become of each appointment's meeting so far: which appointment it belongs to, what the client has
+// not answered yet, what the user was told, and which host operation still waits.
 #pragma once
 
-#include "tests/simulation/Requests.h"
+#include "tests/simulation/Desktop.h"
 
 namespace simulation {
 
@@ -16,8 +16,6 @@ struct SharedValues {
 };
 [[nodiscard]] SharedValues sharedValuesOf(const mailhost::Appointment &appointment);
 [[nodiscard]] SharedValues sharedValuesOf(const QJsonObject &meeting);
-// Of the stored record; an empty text without one.
-[[nodiscard]] QString keyInRecord(const mailhost::Appointment &appointment);
 
 class Ledger {
 public:
@@ -32,14 +30,15 @@ public:
     [[nodiscard]] bool isPersonal(const QString &key) const;
     // The user, or somebody at the client, has wanted it to go.
     [[nodiscard]] bool wasRemoved(const QString &key) const { return m_removed.contains(key); }
-    // Whether the user knows, or is still to hear, that the client has something else than the calendar:
-    // since either of them changed last, an alert was shown, or a request has not been answered as it should.
+    // The user has ever wanted a meeting or an audio conference for the appointment.
+    [[nodiscard]] bool wasWanted(const QString &appointment) const { return m_wanted.contains(appointment); }
+    // Whether the user knows, or is still to hear, that the client has other values than the calendar: since
+    // either of them changed last, an alert was shown, or a request has not been answered.
     [[nodiscard]] bool isExplained(const QString &appointment) const;
 
 private:
     struct OpenRequest {
-        Request request;
-        QString meeting;
+        Message message;
         int step;
         double sentAt;
     };
@@ -48,31 +47,26 @@ private:
         QString appointment;
         int step;
     };
-    struct Sides {
-        SharedValues file;
-        SharedValues client;
-        bool operator==(const Sides &) const = default;
-    };
+    void noteLine();
     void noteRequests();
     void noteAlerts();
-    void noteRemovals();
-    void noteSubjects();
     void noteChanges();
+    void noteSubject(const QString &appointment, const QString &subject);
     QString noteOwners();
     QString noteOperations();
     [[nodiscard]] bool isExplainedSince(const QString &appointment, int step) const;
-    [[nodiscard]] QString keyInFile(const QString &appointment) const;
 
     Desktop &m_desktop;
     int m_step = 0;
     double m_now = 0;
     QMap<QString, QString> m_owners;         // by meeting key
     QSet<QString> m_removed;                 // keys
+    QSet<QString> m_wanted;                  // names of appointments
     QMap<QString, QSet<QString>> m_subjects; // that an appointment has ever had, by name
     QList<OpenRequest> m_open;
-    QMap<QString, int> m_told;    // step, by name; with a null name: wherever the user was
-    QMap<QString, Sides> m_sides; // by name
-    QMap<QString, int> m_changed; // step, by name
+    QMap<QString, int> m_told; // step, by name; with a null name: wherever the user was
+    QMap<QString, std::pair<SharedValues, SharedValues>> m_values; // in the file and at the client, by name
+    QMap<QString, int> m_changed;                                  // step, by name
     QMap<const mailhost::EditorWindow *, Press> m_waiting;
 };
 

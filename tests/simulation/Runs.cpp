@@ -1,6 +1,5 @@
 #include "tests/simulation/Runs.h"
 
-#include <QFile>
 #include <QRegularExpression>
 #include <algorithm>
 
@@ -10,14 +9,6 @@ namespace {
 
 constexpr int triesForAStep = 200; // lines that cannot be done cost nothing
 
-// Written before each step, so that a script is left when the step ends the process.
-void trace(const QString &line) {
-    const QString path = qEnvironmentVariable("PARLO_SIMULATION_TRACE");
-    QFile file(path);
-    if (!path.isEmpty() && file.open(QIODevice::Append))
-        file.write(line.toUtf8() + '\n');
-}
-
 // Two things that go wrong are the same when their sentences differ in words and numbers only.
 QString kindOf(const QString &wrong) {
     QString kind = wrong.section(u':', 0, 0);
@@ -25,40 +16,41 @@ QString kindOf(const QString &wrong) {
     return kind.replace(numbers, u"*"_s);
 }
 
-void count(const Happened &step, Figures &figures) {
+void count(const Step &step, Figures &figures) {
     ++figures.steps;
-    figures.requests += int(step.requests.size());
-    figures.answers += int(step.answers.size());
+    for (const Message &message : step.messages)
+        ++(message.isAnswer ? figures.answers : figures.requests);
     figures.faults += isFault(step.line) ? 1 : 0;
-    const int asked = timesSent(step, Request::GetMeeting) + timesSent(step, Request::Update) +
-                      timesSent(step, Request::Delete);
+    const int asked = step.timesSent(Request::GetMeeting) + step.timesSent(Request::Update) +
+                      step.timesSent(Request::Delete);
     figures.held += step.pressed && asked > 0 ? 1 : 0;
+}
+
+// The next line that can be done, done; an empty one when there is none.
+QString performNext(Generator &generator, Desktop &desktop) {
+    for (int attempt = 0; attempt < triesForAStep; ++attempt)
+        if (const QString line = generator.next(desktop); desktop.perform(line))
+            return line;
+    return {};
 }
 
 } // namespace
 
 Run runRandomly(quint64 seed, int steps, Figures *figures) {
-    constexpr Conditions all[] = {Conditions::Calm, Conditions::Stormy, Conditions::Slow, Conditions::Stormy};
+    constexpr Conditions all[] = {Conditions::Prompt, Conditions::Faulty, Conditions::Slow,
+                                  Conditions::Faulty};
     const Conditions conditions = all[seed % std::size(all)];
     Generator generator(seed, conditions);
     Run run{{generator.hostVersion(), conditions, {}}, {}};
     Desktop desktop(generator.hostVersion());
     Invariants invariants(desktop, conditions);
-    trace(u"# seed %1\n"_s.arg(seed) + run.script.text().trimmed());
     ++figures->runs;
-    for (int step = 0; step < steps && run.wrong.isNull(); ++step) {
-        QString line;
-        for (int attempt = 0; attempt < triesForAStep; ++attempt) {
-            line = generator.next(desktop);
-            trace(line);
-            if (desktop.perform(line))
-                break;
-            line.clear();
-        }
+    while (run.script.lines.size() < steps && run.wrong.isNull()) {
+        const QString line = performNext(generator, desktop);
         if (line.isEmpty())
             break;
         run.script.lines.append(line);
-        count(desktop.last(), *figures);
+        count(desktop.step(), *figures);
         run.wrong = invariants.whatIsWrong();
     }
     return run;
@@ -69,13 +61,10 @@ Run runAgain(const Script &script) {
     Desktop desktop(script.hostVersion);
     Invariants invariants(desktop, script.conditions);
     for (const QString &line : script.lines) {
-        trace(line);
-        if (!desktop.perform(line))
+        if (!run.wrong.isNull() || !desktop.perform(line))
             continue;
         run.script.lines.append(line);
         run.wrong = invariants.whatIsWrong();
-        if (!run.wrong.isNull())
-            break;
     }
     return run;
 }

@@ -10,7 +10,7 @@ struct Figures {
     int steps = 0;
     int requests = 0;
     int answers = 0;
-    int faults = 0; // things that went wrong at the client's or on the disk
+    int faults = 0; // that the script brought about at the client or on the disk
     int held = 0;   // host operations that waited for the client
 };
 

@@ -12,7 +12,7 @@ namespace {
 // How often, and the line. A: an appointment, W: a new word, M: minutes, R: a rule, O: an operation, I: an
 // action. Each text is for its conditions and for worse ones.
 const char *const choices[] = {
-    // calm
+    // prompt
     "10 open A|1 new plain|1 new video|1 new audio|3 front A|12 strip A add|4 strip A remove|"
     "6 strip A settings|2 audio A 1|1 audio A 2|12 sheet ok|2 sheet cancel|1 sheet escape|"
     "1 sheet videoHostMatrixOff|1 sheet bothButton|1 sheet enableJBHButton|1 sheet usePMI|"
@@ -23,12 +23,13 @@ const char *const choices[] = {
     "5 body A W|4 later A M|1 from A 1|1 from A 0|10 save A|4 saveclose A|5 send A|4 close A|"
     "1 delete A|3 question saveChangesButton|2 question discardChangesButton|"
     "2 question keepEditingButton|2 question sendAnywayButton|3 question deleteConfirmButton|"
-    "1 question deleteSeriesButton|8 alert escape|3 alert default|6 move A M|4 resize A M|"
-    "4 rename A W|2 menu delete A|1 menu cancel A|1 menu undo|1 menu redo|1 start video|"
-    "1 start share|5 wait 1|3 wait 31|2 disk full",
+    "1 question deleteSeriesButton|8 alert escape|3 alert default|3 menu later A|3 menu earlier A|2 menu "
+    "longer A|2 menu shorter A|"
+    "4 rename A W|2 menu delete A|1 menu cancel A|1 menu undo|1 menu redo|"
+    "5 wait 1|3 wait 31|2 disk full",
     // slow
     "6 rule once delay O 2000|6 rule delay O 2500|2 rule once reorder O|4 wait 3",
-    // stormy
+    // faulty
     "6 rule once R|1 rule once delay O 40000|1 rule R|1 client quits|2 client restarts|"
     "1 client uninstalled|1 client old|1 signed out|1 forget A|2 forge-meeting A|"
     "1 forge I forged-1;An invitation https://meetings.parlo.example/j/1|"
@@ -43,12 +44,12 @@ QStringList words(const char *text) {
 const QStringList operations = words("schedule|update|delete|get|profile|accounts|any");
 const QStringList rules =
     words("delay %1 500|repeat %1 3|drop %1|repeat %1 2|reorder %1|corrupt %1 truncate|"
-          "corrupt %1 flip|corrupt %1 nul|corrupt %1 empty|corrupt %1 json|corrupt %1 base64|"
+          "corrupt %1 flip|corrupt %1 empty|corrupt %1 json|corrupt %1 base64|"
           "error %1 0;Error 3001|error %1 0;Error 2|error %1 0;Error VelaClientNotSignIn|"
           "error %1 0;Something else");
 const QStringList actionIDs = words("1|2|3|4|6|9");
 const QStringList minutes = words("30|-30|60|15");
-const QStringList conditionNames = words("calm|slow|stormy");
+const QStringList conditionNames = words("prompt|slow|faulty");
 
 // What puts right again what does not pass by itself.
 const QMap<QString, QString> remedies{{u"disk full"_s, u"disk free"_s},
@@ -97,7 +98,7 @@ QStringList purposes(const Desktop &desktop) {
     if (desktop.onDisk())
         for (auto it = desktop.onDisk()->begin(); it != desktop.onDisk()->end(); ++it)
             if (!it->ucCapabilities.isEmpty())
-                lines += {u"move %1 M"_s.arg(it.key()), u"rename %1 W"_s.arg(it.key())};
+                lines += {u"menu later %1"_s.arg(it.key()), u"rename %1 W"_s.arg(it.key())};
     return lines;
 }
 
@@ -137,7 +138,7 @@ Generator::Generator(quint64 seed, Conditions conditions)
 
 // What is done in editors is mostly done in those that are open.
 QString Generator::appointmentFor(const QString &verb, const Desktop &desktop) {
-    static const QStringList onTheCalendar = words("open|move|resize|rename|menu");
+    static const QStringList onTheCalendar = words("open|rename|menu");
     const auto &open = desktop.editors();
     if (open.isEmpty() || onTheCalendar.contains(verb) || !chance(chanceOfOpenOne))
         return oneOf(desktop.appointments());

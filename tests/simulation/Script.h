@@ -1,17 +1,32 @@
 // The lines that a run is made of, and how they are chosen at random.
 //
+// clang-format off
 // The user:
-//   open|front|save|saveclose|send|close|delete APPOINTMENT      new plain|video|audio
-//   strip APPOINTMENT add|remove|settings                        audio APPOINTMENT 1|2
-//   sheet ok|cancel|escape|BOX                                   question BUTTON
-//   subject APPOINTMENT [WORD]   place|body APPOINTMENT WORD     later APPOINTMENT MINUTES
-//   from APPOINTMENT INDEX       move|resize APPOINTMENT MINUTES  rename APPOINTMENT WORD
-//   menu delete|cancel APPOINTMENT   menu undo|redo              alert default|escape
-//   start video|share            wait SECONDS
+//   open | front | save | saveclose | send | close | delete  APPOINTMENT
+//   new plain | video | audio
+//   strip APPOINTMENT  add | remove | settings
+//   audio APPOINTMENT  1 | 2
+//   sheet ok | cancel | escape | BOX
+//   subject APPOINTMENT [WORD]
+//   place | body  APPOINTMENT WORD
+//   later APPOINTMENT MINUTES
+//   from APPOINTMENT INDEX
+//   question BUTTON
+//   alert default | escape
+//   menu later | earlier | longer | shorter | delete | cancel  APPOINTMENT
+//   menu undo | redo
+//   rename APPOINTMENT WORD
+//   wait SECONDS
 // The client, and the disk:
-//   rule RULE (see AnswerRules)  client runs|quits|restarts|uninstalled|installed|old   signed in|out
-//   forget APPOINTMENT           forge ACTION CONTENT            forge-meeting APPOINTMENT
-//   order ORDER (see People.h)   disk full|free
+//   rule RULE                    (see AnswerRules)
+//   client runs | quits | restarts | uninstalled | installed | old
+//   signed in | out
+//   forget APPOINTMENT           (its meeting was deleted somewhere else)
+//   forge ACTION CONTENT         (an answer that nobody asked for)
+//   forge-meeting APPOINTMENT
+//   order ORDER                  (see People.h)
+//   disk full | free
+// clang-format on
 #pragma once
 
 #include "tests/simulation/Invariants.h"
@@ -22,7 +37,7 @@ namespace simulation {
 
 struct Script {
     QString hostVersion;
-    Conditions conditions = Conditions::Stormy;
+    Conditions conditions = Conditions::Faulty;
     QStringList lines;
 
     // As text that parse() reads: one line for each step.
@@ -35,7 +50,7 @@ class Generator {
 public:
     Generator(quint64 seed, Conditions conditions);
     [[nodiscard]] const QString &hostVersion() const { return m_hostVersion; }
-    // An empty text when this time nothing came to mind.
+    // An empty text when the choice cannot be done now.
     [[nodiscard]] QString next(const Desktop &desktop);
 
 private:
@@ -52,7 +67,7 @@ private:
     int m_words = 0;
 };
 
-// Whether the line is something that goes wrong at the client's or on the disk.
+// Whether the line brings a fault about at the client or on the disk.
 [[nodiscard]] bool isFault(const QString &line);
 
 } // namespace simulation

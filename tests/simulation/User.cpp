@@ -15,87 +15,65 @@
 #include <QTextEdit>
 #include <QTimeEdit>
 #include <QWindow>
-#include <functional>
 
 namespace simulation {
 
 namespace controls = mailhost::controls;
+using scenarios::Scenario;
 
 namespace {
 
+using Words = QStringList;
 constexpr int secondsPerMinute = 60;
+constexpr int mostEditors = 4;
 
-// The one in the window that was opened first: the toolkit's own list of widgets is in another order on every
-// run.
+// The first one that can be reached and has that name, if one is given. It is the one in the window that was
+// opened first: the toolkit's own list of widgets is in another order on every run.
 template<typename T>
-T *reachable(const std::function<bool(const T *)> &matches) {
-    const QWindowList windows = QGuiApplication::topLevelWindows();
-    T *first = nullptr;
-    qsizetype place = windows.size();
-    for (QWidget *widget : QApplication::allWidgets()) {
-        auto *found = qobject_cast<T *>(widget);
-        if (!found || !matches(found) || !isReachable(found))
-            continue;
-        const qsizetype at = windows.indexOf(found->window()->windowHandle());
-        if (at < 0 || at >= place)
-            continue;
-        first = found;
-        place = at;
-    }
-    return first;
+T *reachable(const QString &objectName = {}) {
+    for (QWindow *window : QGuiApplication::topLevelWindows())
+        for (QWidget *widget : QApplication::allWidgets())
+            if (auto *found = qobject_cast<T *>(widget); found && found->window()->windowHandle() == window)
+                if ((objectName.isEmpty() || found->objectName() == objectName) && isReachable(found))
+                    return found;
+    return nullptr;
 }
 
-QPushButton *reachableButton(const QString &objectName) {
-    return reachable<QPushButton>(
-        [&objectName](const QPushButton *button) { return button->objectName() == objectName; });
-}
-
+// A control of that appointment's editor; nullptr when it cannot be used now.
 template<typename T>
-T *fieldOf(mailhost::EditorWindow *editor, const QString &name) {
-    auto *field = editor ? editor->findChild<T *>(name) : nullptr;
+T *fieldOf(Desktop &desktop, const QString &appointment, const QString &name) {
+    const Editor *editor = desktop.editorOf(appointment);
+    auto *field = editor ? editor->window->findChild<T *>(name) : nullptr;
     return isReachable(field) ? field : nullptr;
 }
 
-} // namespace
+bool click(QWidget *control) {
+    if (!isReachable(control))
+        return false;
+    QTest::mouseClick(control, Qt::LeftButton);
+    return true;
+}
 
-QList<Desktop::Verb> Desktop::usersVerbs() {
-    return {{"open", 1, &Desktop::open},
-            {"new", 1, &Desktop::openNew},
-            {"front", 1, &Desktop::front},
-            {"strip", 2, &Desktop::clickStrip},
-            {"audio", 2, &Desktop::audio},
-            {"sheet", 1, &Desktop::sheet},
-            {"subject", 1, &Desktop::subject},
-            {"place", 2, &Desktop::place},
-            {"body", 2, &Desktop::writeBody},
-            {"later", 2, &Desktop::later},
-            {"from", 2, &Desktop::from},
-            {"save", 1, &Desktop::save},
-            {"saveclose", 1, &Desktop::saveAndClose},
-            {"send", 1, &Desktop::send},
-            {"close", 1, &Desktop::close},
-            {"delete", 1, &Desktop::remove},
-            {"question", 1, &Desktop::answerQuestion},
-            {"alert", 1, &Desktop::alert},
-            {"move", 2, &Desktop::move},
-            {"resize", 2, &Desktop::resize},
-            {"rename", 2, &Desktop::rename},
-            {"menu", 1, &Desktop::menu},
-            {"start", 1, &Desktop::start},
-            {"wait", 1, &Desktop::wait}};
+// The main window, when the user can get at it.
+mailhost::MainWindow *calendarOf(Desktop &desktop) {
+    mailhost::MainWindow *main = desktop.scenario().host().mainWindowController()->mainWindow();
+    return isReachable(main) ? main : nullptr;
+}
+
+void press(Desktop &desktop, HostOperation operation, const mailhost::EditorWindow *editor) {
+    desktop.step().pressed = operation;
+    desktop.step().pressedIn = editor;
 }
 
 // An editor that is open already comes to the front, as by a second double click.
-bool Desktop::open(const Words &words) {
-    const QString uid = uidOf(words[0]);
-    if (uid.isEmpty() || !isReachable(mainWindow()))
-        return false;
-    return m_scenario.host().openEditorFor(uid) != nullptr;
+bool open(Desktop &desktop, const Words &words) {
+    const QString uid = desktop.uidOf(words[0]);
+    return !uid.isEmpty() && calendarOf(desktop) && desktop.scenario().host().openEditorFor(uid);
 }
 
 // A plain appointment, or from the tool-bar with a video meeting or an audio conference.
-bool Desktop::openNew(const Words &words) {
-    if (!isReachable(mainWindow()) || m_editors.size() >= 4)
+bool openNew(Desktop &desktop, const Words &words) {
+    if (!calendarOf(desktop) || desktop.editors().size() >= mostEditors)
         return false;
     vlCommandItemMgr &toolBar = vlCommandItemMgr::sharedInstance();
     if (words[0] == u"video")
@@ -104,131 +82,91 @@ bool Desktop::openNew(const Words &words) {
         toolBar.SendToolbarItemCommand(qint32(ToolbarCommand::ScheduleNewPACMeeting),
                                        {{keyPACAccountNo, u"1"_s}});
     else
-        m_scenario.host().openNewAppointment();
+        desktop.scenario().host().openNewAppointment();
     return true;
 }
 
-bool Desktop::front(const Words &words) {
-    mailhost::EditorWindow *editor = editorOf(words[0]);
-    if (!isReachable(editor))
+bool front(Desktop &desktop, const Words &words) {
+    const Editor *editor = desktop.editorOf(words[0]);
+    if (!editor || !isReachable(editor->window))
         return false;
-    editor->activateWindow();
-    editor->viewController()->attachBodyEditor();
+    editor->window->activateWindow();
+    editor->window->viewController()->attachBodyEditor();
     return true;
 }
 
-QString stripTitle(const QString &key) {
-    QString title = scenarios::Scenario::text(key);
-    return title.remove(u'&');
-}
-
-bool Desktop::clickIn(mailhost::EditorWindow *editor, const QString &title) {
-    const vlActionAdditionView *strip = scenarios::Scenario::stripOf(editor);
-    if (!strip)
-        return false;
-    for (auto *button : strip->findChildren<QAbstractButton *>()) {
-        if (button->accessibleName() != title || !isReachable(button))
-            continue;
-        QTest::mouseClick(button, Qt::LeftButton);
-        return true;
-    }
-    return false;
-}
-
-bool Desktop::clickStrip(const Words &words) {
+bool strip(Desktop &desktop, const Words &words) {
     static const QMap<QString, QString> keys{{u"add"_s, u"AddVelaButton"_s},
                                              {u"remove"_s, u"CancelVelaButton"_s},
                                              {u"settings"_s, u"ChangeSettingButton"_s}};
-    if (!clickIn(editorOf(words[0]), stripTitle(keys.value(words[1]))))
+    Editor *editor = desktop.editorOf(words[0]);
+    if (!editor || !click(Scenario::stripButton(editor->window, keys.value(words[1]))))
         return false;
-    if (words[1] == u"add")
-        m_wanted.insert(words[0]);
+    editor->hasRemovedMeeting |= words[1] == u"remove";
     return true;
 }
 
-bool Desktop::audio(const Words &words) {
-    vlActionAdditionView *strip = scenarios::Scenario::stripOf(editorOf(words[0]));
-    const auto *button = strip ? strip->findChild<vlPopupButton *>() : nullptr;
-    if (!isReachable(button))
+bool audio(Desktop &desktop, const Words &words) {
+    const Editor *editor = desktop.editorOf(words[0]);
+    vlActionAdditionView *strip = editor ? Scenario::stripOf(editor->window) : nullptr;
+    if (!strip || !isReachable(strip->findChild<vlPopupButton *>()))
         return false;
-    m_wanted.insert(words[0]);
     words[1] == u"2" ? strip->onClickAddPACAccount2() : strip->onClickAddPACAccount1();
     return true;
 }
 
 // "ok", "cancel", "escape", or the name of one of its boxes.
-bool Desktop::sheet(const Words &words) {
-    const QString name = words[0] == u"ok"       ? u"buttonContinue"_s
-                         : words[0] == u"cancel" ? u"buttonCancel"_s
-                                                 : words[0];
-    QPushButton *confirm = reachableButton(u"buttonContinue"_s);
-    if (!confirm && words[0] != u"cancel")
-        return false;
-    if (words[0] == u"escape") {
-        QTest::keyClick(confirm->window(), Qt::Key_Escape);
-        return true;
-    }
-    auto *button = reachable<QAbstractButton>(
-        [&name](const QAbstractButton *candidate) { return candidate->objectName() == name; });
-    if (!button)
-        return false;
-    QTest::mouseClick(button, Qt::LeftButton);
+bool sheet(Desktop &, const Words &words) {
+    static const QMap<QString, QString> names{{u"ok"_s, u"buttonContinue"_s},
+                                              {u"cancel"_s, u"buttonCancel"_s}};
+    auto *confirm = reachable<QPushButton>(u"buttonContinue"_s);
+    if (words[0] != u"escape" || !confirm)
+        return confirm && click(reachable<QAbstractButton>(names.value(words[0], words[0])));
+    QTest::keyClick(confirm->window(), Qt::Key_Escape);
     return true;
 }
 
-// To the window, as the desktop does it: one that is blocked although no dialog is shown gets nothing.
-void Desktop::type(QWidget *field, const QString &keys) {
-    if (QApplication::activeModalWidget())
-        return QTest::keyClicks(field, keys);
-    field->setFocus();
-    for (const QChar key : keys)
-        QTest::keyClick(field->window()->windowHandle(), key.toLatin1());
-}
-
-bool Desktop::subject(const Words &words) {
-    auto *field = fieldOf<QLineEdit>(editorOf(words[0]), controls::subjectField);
+bool subject(Desktop &desktop, const Words &words) {
+    auto *field = fieldOf<QLineEdit>(desktop, words[0], controls::subjectField);
     if (!field || field->isReadOnly())
         return false;
     field->selectAll();
     QTest::keyClick(field, Qt::Key_Delete);
-    type(field, words.value(1));
-    m_last.keysLost = field->text() != words.value(1);
+    QTest::keyClicks(field, words.value(1));
     return true;
 }
 
 // Before what is there, so that the user takes nothing out.
-bool Desktop::place(const Words &words) {
-    auto *field = fieldOf<QLineEdit>(editorOf(words[0]), controls::locationField);
+bool place(Desktop &desktop, const Words &words) {
+    auto *field = fieldOf<QLineEdit>(desktop, words[0], controls::locationField);
     if (!field || field->isReadOnly())
         return false;
     field->home(false);
-    type(field, words[1] + u' ');
-    m_last.keysLost = !field->text().startsWith(words[1]);
-    entryOf(words[0])->place.append(words[1]);
+    QTest::keyClicks(field, words[1] + u' ');
+    desktop.editorOf(words[0])->location.append(words[1]);
     return true;
 }
 
-bool Desktop::writeBody(const Words &words) {
-    auto *body = fieldOf<QTextEdit>(editorOf(words[0]), controls::bodyEditor);
-    if (!body || body->isReadOnly())
+bool body(Desktop &desktop, const Words &words) {
+    auto *field = fieldOf<QTextEdit>(desktop, words[0], controls::bodyEditor);
+    if (!field || field->isReadOnly())
         return false;
-    body->moveCursor(QTextCursor::Start);
-    type(body, words[1] + u' ');
-    m_last.keysLost = !body->toPlainText().startsWith(words[1]);
-    entryOf(words[0])->body.append(words[1]);
+    field->moveCursor(QTextCursor::Start);
+    QTest::keyClicks(field, words[1] + u' ');
+    desktop.editorOf(words[0])->body.append(words[1]);
     return true;
 }
 
-bool Desktop::later(const Words &words) {
-    auto *field = fieldOf<QTimeEdit>(editorOf(words[0]), controls::startTimeField);
+bool later(Desktop &desktop, const Words &words) {
+    auto *field = fieldOf<QTimeEdit>(desktop, words[0], controls::startTimeField);
     if (!field || field->isReadOnly())
         return false;
     field->setTime(field->time().addSecs(words[1].toInt() * secondsPerMinute));
     return true;
 }
 
-bool Desktop::from(const Words &words) {
-    auto *chooser = fieldOf<QComboBox>(editorOf(words[0]), controls::fromChooser);
+bool from(Desktop &desktop, const Words &words) {
+    auto *chooser = fieldOf<QComboBox>(desktop, words[0], controls::fromChooser);
     const int index = words[1].toInt();
     if (!chooser || index >= chooser->count() || index == chooser->currentIndex())
         return false;
@@ -236,133 +174,130 @@ bool Desktop::from(const Words &words) {
     return true;
 }
 
-bool Desktop::save(const Words &words) {
-    mailhost::EditorWindow *editor = editorOf(words[0]);
-    auto *action = editor ? editor->findChild<QAction *>(controls::saveAction) : nullptr;
-    if (!isReachable(editor) || !action->isEnabled())
+bool save(Desktop &desktop, const Words &words) {
+    const Editor *editor = desktop.editorOf(words[0]);
+    auto *action = editor ? editor->window->findChild<QAction *>(controls::saveAction) : nullptr;
+    if (!action || !isReachable(editor->window) || !action->isEnabled())
         return false;
-    press(HostOperation::Save, editor);
+    press(desktop, HostOperation::Save, editor->window);
     action->trigger();
     return true;
 }
 
-bool Desktop::pressIn(const QString &appointment, const QString &name) {
-    auto *button = fieldOf<QPushButton>(editorOf(appointment), name);
+bool saveAndClose(Desktop &desktop, const Words &words) {
+    auto *button = fieldOf<QPushButton>(desktop, words[0], controls::saveAndCloseButton);
     if (button)
-        QTest::mouseClick(button, Qt::LeftButton);
-    return button != nullptr;
+        press(desktop, HostOperation::SaveAndClose, desktop.editorOf(words[0])->window);
+    return click(button);
 }
 
-bool Desktop::saveAndClose(const Words &words) {
-    mailhost::EditorWindow *editor = editorOf(words[0]);
-    press(HostOperation::SaveAndClose, editor);
-    return pressIn(words[0], controls::saveAndCloseButton);
-}
-
-bool Desktop::send(const Words &words) {
-    mailhost::EditorWindow *editor = editorOf(words[0]);
-    if (!pressIn(words[0], controls::sendButton))
+// What is missing in the message may be asked first; then that question's answer sends it.
+bool send(Desktop &desktop, const Words &words) {
+    auto *button = fieldOf<QPushButton>(desktop, words[0], controls::sendButton);
+    if (!button)
         return false;
-    if (!reachableButton(controls::sendAnywayButton)) // else it is asked for there
-        press(HostOperation::Send, editor);
+    const mailhost::EditorWindow *editor = desktop.editorOf(words[0])->window;
+    QTest::mouseClick(button, Qt::LeftButton);
+    if (!reachable<QPushButton>(controls::sendAnywayButton))
+        press(desktop, HostOperation::Send, editor);
     return true;
 }
 
-bool Desktop::close(const Words &words) {
-    mailhost::EditorWindow *editor = editorOf(words[0]);
-    if (!isReachable(editor))
+bool close(Desktop &desktop, const Words &words) {
+    const Editor *editor = desktop.editorOf(words[0]);
+    if (!editor || !isReachable(editor->window))
         return false;
-    m_last.userCloses = true;
-    editor->close();
+    desktop.step().userCloses = true;
+    editor->window->close();
     return true;
 }
 
 // In the editor; on the calendar it is "menu delete".
-bool Desktop::remove(const Words &words) {
-    return pressIn(words[0], controls::deleteButton);
+bool remove(Desktop &desktop, const Words &words) {
+    return click(fieldOf<QPushButton>(desktop, words[0], controls::deleteButton));
 }
 
 // Presses the button of that name in one of the host's questions.
-bool Desktop::answerQuestion(const Words &words) {
-    QPushButton *button = reachableButton(words[0]);
+bool question(Desktop &desktop, const Words &words) {
+    auto *button = reachable<QPushButton>(words[0]);
     auto *box = button ? qobject_cast<QMessageBox *>(button->window()) : nullptr;
     if (!box)
         return false;
-    auto *editor = qobject_cast<mailhost::EditorWindow *>(box->parentWidget());
-    m_last.userCloses = words[0] != controls::sendAnywayButton && words[0] != controls::saveChangesButton;
+    const auto *editor = qobject_cast<mailhost::EditorWindow *>(box->parentWidget());
     if (words[0] == controls::saveChangesButton)
-        press(HostOperation::SaveAndClose, editor);
-    if (words[0] == controls::sendAnywayButton)
-        press(HostOperation::Send, editor);
+        press(desktop, HostOperation::SaveAndClose, editor);
+    else if (words[0] == controls::sendAnywayButton)
+        press(desktop, HostOperation::Send, editor);
+    else
+        desktop.step().userCloses = true;
     QTest::mouseClick(button, Qt::LeftButton);
     return true;
 }
 
 // Any message: "default" or "escape".
-bool Desktop::alert(const Words &words) {
-    auto *box = reachable<QMessageBox>([](const QMessageBox *) { return true; });
-    if (!box)
-        return false;
-    if (words[0] == u"default" && box->defaultButton() && box->objectName().isEmpty())
+bool alert(Desktop &, const Words &words) {
+    auto *box = reachable<QMessageBox>();
+    if (box && words[0] == u"default" && box->defaultButton() && box->objectName().isEmpty())
         QTest::mouseClick(box->defaultButton(), Qt::LeftButton);
-    else
+    else if (box)
         QTest::keyClick(box, Qt::Key_Escape);
-    return true;
+    return box;
 }
 
-bool Desktop::selectOnGrid(const QString &appointment) {
-    const QString uid = uidOf(appointment);
-    return !uid.isEmpty() && isReachable(mainWindow()) && mainWindow()->calendar()->select(uid);
-}
-
-bool Desktop::move(const Words &words) {
-    if (!selectOnGrid(words[0]))
+// On the calendar: something that is done to an appointment, or "undo" and "redo".
+bool menu(Desktop &desktop, const Words &words) {
+    static const QMap<QString, QString> names{
+        {u"later"_s, controls::laterAction},   {u"earlier"_s, controls::earlierAction},
+        {u"longer"_s, controls::longerAction}, {u"shorter"_s, controls::shorterAction},
+        {u"delete"_s, controls::deleteAction}, {u"cancel"_s, controls::cancelMeetingAction},
+        {u"undo"_s, controls::undoAction},     {u"redo"_s, controls::redoAction}};
+    mailhost::MainWindow *main = calendarOf(desktop);
+    if (!main || (words.size() > 1 && !main->calendar()->select(desktop.uidOf(words[1]))))
         return false;
-    m_scenario.host().mainWindowController()->commands()->moveBy(words[1].toInt() * secondsPerMinute);
+    QAction *action = main->command(names.value(words[0]));
+    const bool canBeDone = action && action->isEnabled();
+    if (canBeDone)
+        action->trigger();
+    return canBeDone;
+}
+
+bool rename(Desktop &desktop, const Words &words) {
+    mailhost::MainWindow *main = calendarOf(desktop);
+    if (!main || !main->calendar()->select(desktop.uidOf(words[0])))
+        return false;
+    desktop.scenario().host().mainWindowController()->commands()->renameTo(words[1]);
     return true;
 }
 
-bool Desktop::resize(const Words &words) {
-    if (!selectOnGrid(words[0]))
-        return false;
-    m_scenario.host().mainWindowController()->commands()->moveEndBy(words[1].toInt() * secondsPerMinute);
+bool wait(Desktop &desktop, const Words &words) {
+    desktop.scenario().wait(words[0].toDouble());
     return true;
 }
 
-bool Desktop::rename(const Words &words) {
-    if (!selectOnGrid(words[0]))
-        return false;
-    m_scenario.host().mainWindowController()->commands()->renameTo(words[1]);
-    return true;
-}
+} // namespace
 
-// "delete" and "cancel" of an appointment, "undo", "redo".
-bool Desktop::menu(const Words &words) {
-    static const QMap<QString, QString> names{{u"delete"_s, controls::deleteAction},
-                                              {u"cancel"_s, controls::cancelMeetingAction},
-                                              {u"undo"_s, controls::undoAction},
-                                              {u"redo"_s, controls::redoAction}};
-    if (!isReachable(mainWindow()) || (words.size() > 1 && !selectOnGrid(words[1])))
-        return false;
-    QAction *action = mainWindow()->command(names.value(words[0]));
-    if (!action || !action->isEnabled())
-        return false;
-    action->trigger();
-    return true;
-}
-
-bool Desktop::start(const Words &words) {
-    if (!isReachable(mainWindow()))
-        return false;
-    vlCommandItemMgr::sharedInstance().SendToolbarItemCommand(
-        qint32(ToolbarCommand::StartInstantMeeting),
-        {{keyStartWithVideo, words[0] == u"video" ? u"1"_s : u"0"_s}});
-    return true;
-}
-
-bool Desktop::wait(const Words &words) {
-    m_scenario.wait(words[0].toDouble());
-    return true;
+QList<Command> usersCommands() {
+    return {{"open", 1, open},
+            {"new", 1, openNew},
+            {"front", 1, front},
+            {"strip", 2, strip},
+            {"audio", 2, audio},
+            {"sheet", 1, sheet},
+            {"subject", 1, subject},
+            {"place", 2, place},
+            {"body", 2, body},
+            {"later", 2, later},
+            {"from", 2, from},
+            {"save", 1, save},
+            {"saveclose", 1, saveAndClose},
+            {"send", 1, send},
+            {"close", 1, close},
+            {"delete", 1, remove},
+            {"question", 1, question},
+            {"alert", 1, alert},
+            {"rename", 2, rename},
+            {"menu", 1, menu},
+            {"wait", 1, wait}};
 }
 
 } // namespace simulation

@@ -18,36 +18,37 @@ class FoundFaults : public testing::TestWithParam<FoundFault> {};
 #define TWO_MEETINGS                                                                                         \
     "slow: open plain, strip plain add, sheet ok, saveclose plain, "                                         \
     "open other, strip other add, sheet ok, saveclose other, "
-#define MEETING_OF_INVITED "calm: open invited, strip invited add, sheet ok, send invited, wait 1, "
+#define MEETING_OF_INVITED "prompt: open invited, strip invited add, sheet ok, send invited, wait 1, "
 
 const FoundFault faultsFound[] = {
     {"WhatIsTypedIntoTheLocationSurvivesTheNextAnswer",
-     "calm: new plain, strip new1 add, sheet ok, place new1 here, later new1 30, save new1"},
+     "prompt: new plain, strip new1 add, sheet ok, place new1 here, later new1 30, save new1"},
     {"ARemovedMeetingTakesNoOtherAppointmentsLocation",
-     "stormy: open plain, place plain here, new video, sheet ok, strip new1 remove, save plain"},
+     "faulty: open plain, place plain here, new video, sheet ok, strip new1 remove, save plain"},
     {"TheLocationOfAnotherEditorsMeetingIsNotStoredWithAMovedAppointment",
      "slow: open plain, place plain here, strip plain add, sheet ok, save plain, close plain, open other, "
-     "strip other add, sheet ok, move plain 30"},
+     "strip other add, sheet ok, menu later plain"},
     {"TheSheetThatIsConfirmedDoesWhatItWasOpenedFor",
-     "stormy: new plain, strip new1 add, sheet ok, new plain, place new2 here, strip new2 add, strip new1 "
+     "faulty: new plain, strip new1 add, sheet ok, new plain, place new2 here, strip new2 add, strip new1 "
      "remove, sheet ok"},
     {"ALateAnswerRepeatsNoSaveAndCloseThatTheHostHasRun",
-     "stormy: rule once delay get 500, open series, strip series add, sheet ok, move other 30, saveclose "
+     "faulty: rule once delay get 500, open series, strip series add, sheet ok, menu later other, saveclose "
      "series"},
     {"OnlyTheNewJoinURLIsLeftInTheLocationWhenItChanges",
-     "calm: open other, strip other add, sheet ok, save other, strip other settings, sheet usePMI, sheet ok, "
+     "prompt: open other, strip other add, sheet ok, save other, strip other settings, sheet usePMI, sheet "
+     "ok, "
      "save other"},
-    {"AnAudioConferenceIsWrittenIntoNoOtherAppointment", "slow: new audio, save new1, move other 30"},
+    {"AnAudioConferenceIsWrittenIntoNoOtherAppointment", "slow: new audio, save new1, menu later other"},
     {"AnAppointmentOpenedBesideAnotherKeepsToItself",
-     "calm: open plain, strip plain add, sheet ok, save plain, open other, subject other w1x, save other"},
+     "prompt: open plain, strip plain add, sheet ok, save plain, open other, subject other w1x, save other"},
     {"ARemovalTakesTheMeetingOfItsOwnEditor",
      TWO_MEETINGS "open plain, open other, front plain, strip plain remove"},
     {"AnEditorBroughtForwardAgainKeepsItsMeeting",
      TWO_MEETINGS "open plain, open other, open plain, subject plain w1x, save plain"},
     {"OfTwoMovesWhileTheClientIsSlowBothReachIt",
-     TWO_MEETINGS "rule delay get 2500, move plain 30, move other 30, wait 6"},
+     TWO_MEETINGS "rule delay get 2500, menu later plain, menu later other, wait 6"},
     {"ASaveThatWasRefusedAsksAgain",
-     TWO_MEETINGS "rule once drop get, move plain 30, wait 31, open plain, subject plain w1x, rule once "
+     TWO_MEETINGS "rule once drop get, menu later plain, wait 31, open plain, subject plain w1x, rule once "
                   "error get 0;Error 5003, save plain, alert escape, save plain"},
     {"AHeldSendGoesOutOnceWhateverIsRepeated",
      MEETING_OF_INVITED "open invited, body invited w1x, rule once repeat get 2, send invited"},
