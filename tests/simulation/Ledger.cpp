@@ -167,8 +167,9 @@ bool Ledger::isExplained(const QString &appointment) const {
 bool Ledger::isExplainedSince(const QString &appointment, int step) const {
     const bool isOpen = std::any_of(m_open.begin(), m_open.end(), [&](const OpenRequest &open) {
         const QString &meeting = open.message.meeting;
-        const bool isAbout = meeting.isNull() || ownerOf(meeting) == appointment ||
-                             meeting == m_desktop.keyInFile(appointment) || isPersonal(meeting);
+        const QString owner = ownerOf(meeting); // nobody knows whose a meeting without a subject is
+        const bool isAbout =
+            owner.isNull() || owner == appointment || meeting == m_desktop.keyInFile(appointment);
         const bool mayBeAnswered = open.step >= step || m_now - open.sentAt < requestTimeOut;
         return mayBeAnswered && isAbout && open.message.request != Request::Start &&
                open.message.request != Request::Accounts;
