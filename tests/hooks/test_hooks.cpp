@@ -1,3 +1,4 @@
+// What each hooked method adds to the host's own, and that the host's own still runs.
 #include "platform/toolkit/Frames.h"
 #include "platform/toolkit/Windows.h"
 #include "plugin/host/adapters/vlOLWordMailEditor.h"

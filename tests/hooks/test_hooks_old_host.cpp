@@ -1,3 +1,4 @@
+// The hooks on a host that is too old for the plug-in.
 #include "platform/services/TestServices.h"
 #include "plugin/hooks/hookTable.h"
 #include "plugin/hooks/loadSteps.h"

@@ -1,3 +1,4 @@
+// The adapters over host objects: what a missing object, class, member or method gives.
 #include "platform/services/TestServices.h"
 #include "plugin/host/adapters/vlCCGridViewController.h"
 #include "plugin/host/adapters/vlECCalendarEvent.h"

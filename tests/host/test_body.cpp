@@ -1,3 +1,4 @@
+// The invitation block in the text of a body: put in, replaced, taken out.
 #include "platform/services/TestServices.h"
 #include "plugin/host/body/vlBodyHelper.h"
 

@@ -1,3 +1,4 @@
+// The adapter of an open appointment editor.
 #include "platform/services/TestServices.h"
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/link/meetingKeys.h"

@@ -1,3 +1,4 @@
+// The invitation in the body editors of older and newer hosts.
 #include "platform/services/TestServices.h"
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/host/adapters/vlOLWordMailEditor.h"

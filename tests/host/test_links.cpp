@@ -1,3 +1,4 @@
+// Addresses in a plain invitation become links.
 #include "plugin/host/body/vlBodyHelper.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// The record that is made of an appointment, pending changes included.
 #include "plugin/host/adapters/vlECCalendarEvent.h"
 #include "plugin/host/adapters/vlECCalendarEventAttendee.h"
 #include "plugin/host/adapters/vlOLCalendarDate.h"

@@ -1,3 +1,4 @@
+// The envelope of messages to the client and the agent.
 #include "plugin/link/channel/vlIPCChannel.h"
 #include "tests/link/LinkFixture.h"
 

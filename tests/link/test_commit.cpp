@@ -1,3 +1,4 @@
+// What a schedule or update sends, and what its answer means.
 #include "plugin/util/vlOLUtils.h"
 #include "tests/link/LinkFixture.h"
 #include "tests/support/ProcessZone.h"

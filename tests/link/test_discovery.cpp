@@ -1,3 +1,4 @@
+// Where host and client are, which versions they have, and how the client is started.
 #include "plugin/link/channel/vlIPCChannel.h"
 #include "plugin/link/discovery/vlAppHelper.h"
 #include "plugin/link/discovery/vlClientFeatureMgr.h"

@@ -1,3 +1,4 @@
+// The digest of an invitation.
 #include "platform/Literals.h"
 #include "plugin/util/vlMD5.h"
 #include "plugin/util/vlMd5Utils.h"

@@ -1,3 +1,4 @@
+// The user's audio conference accounts, as the client sends them.
 #include "meeting.pb.h"
 #include "plugin/link/readers/vlGetPACHelper.h"
 #include "plugin/util/EncodeUtils.h"

@@ -1,3 +1,4 @@
+// The user's profile and the files that the link keeps.
 #include "plugin/link/discovery/vlGetClientVersionHelper.h"
 #include "plugin/link/readers/vlGetPACHelper.h"
 #include "plugin/link/readers/vlUserProfileHelper.h"

@@ -1,3 +1,4 @@
+// Reading protobuf messages from bytes.
 #include "meeting.pb.h"
 #include "plugin/proto/vlProtoBufConvert.h"
 

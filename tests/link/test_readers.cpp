@@ -1,3 +1,4 @@
+// The meeting that the client sends becomes a record of the plug-in.
 #include "plugin/link/calendarDateRecord.h"
 #include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "tests/link/LinkFixture.h"

@@ -1,3 +1,4 @@
+// The main function of every test program.
 #include "platform/Literals.h"
 #include "tests/support/Warnings.h"
 

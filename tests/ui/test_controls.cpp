@@ -1,3 +1,4 @@
+// The buttons of strip and tool-bar, and the text field: drawing, pointer, keys.
 #include "plugin/ui/controls/vlKeyUpTextField.h"
 #include "plugin/ui/controls/vlPopupButton.h"
 #include "plugin/ui/controls/vlPopupToolbarView.h"

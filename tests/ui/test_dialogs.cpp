@@ -1,3 +1,4 @@
+// Alerts and the progress window.
 #include "plugin/link/channel/vlIPCChannel.h"
 #include "plugin/link/discovery/vlAppHelper.h"
 #include "plugin/ui/dialogs/dialogPorts.h"

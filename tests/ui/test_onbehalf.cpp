@@ -1,3 +1,4 @@
+// The settings sheet in the edition that schedules for others.
 #include "plugin/link/meetingKeys.h"
 #include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
 #include "plugin/util/vlPluginBuildMgr.h"

@@ -1,3 +1,4 @@
+// The settings sheet.
 #include "platform/toolkit/Windows.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/vlCommon.h"

@@ -1,3 +1,4 @@
+// The strip in an editor's header.
 #include "plugin/host/adapters/vlErageAppDelegate.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"

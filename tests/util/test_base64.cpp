@@ -1,3 +1,4 @@
+// Base64 of bytes and of texts.
 #include "platform/Literals.h"
 #include "plugin/util/EncodeUtils.h"
 

@@ -1,3 +1,4 @@
+// File-system operations.
 #include "plugin/util/vlFileUtils.h"
 #include "tests/support/FreshPlugin.h"
 

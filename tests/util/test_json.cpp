@@ -1,3 +1,4 @@
+// Records as JSON text.
 #include "plugin/util/vlOLUtils.h"
 
 #include <QJsonDocument>

@@ -1,3 +1,4 @@
+// Trimming, and the property list that holds one text.
 #include "platform/runtime/Runtime.h"
 #include "platform/services/TestServices.h"
 #include "plugin/util/vlOLUtils.h"

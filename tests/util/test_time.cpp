@@ -1,3 +1,4 @@
+// Texts, timestamps and time zones.
 #include "plugin/util/TimeUtils.h"
 #include "tests/support/ProcessZone.h"
 

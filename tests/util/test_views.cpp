@@ -1,3 +1,4 @@
+// Kinds of host objects, and the search for views of a kind.
 #include "platform/runtime/Runtime.h"
 #include "plugin/util/vlOLUtils.h"
 
