@@ -141,7 +141,7 @@ bool Desktop::perform(const QString &line) {
     for (const Editor &editor : std::as_const(m_editors)) {
         m_step.openBefore.insert(editor.window.data());
         const auto *view = editor.window ? editor.window->viewController() : nullptr;
-        if (view && view->isOccurrenceOrException() && !view->isDirty())
+        if (view && !view->isDirty())
             m_step.nothingToStore.insert(editor.window.data());
     }
     {

@@ -32,7 +32,7 @@ struct Step {
     QList<HostRun> runs; // the host operations that ran
     QList<Message> messages;
     QSet<const mailhost::EditorWindow *> openBefore;
-    // Of those: unchanged days of a series, which the host saves without storing anything.
+    // Of those: what nobody has changed, so that the host saves it without writing anything.
     QSet<const mailhost::EditorWindow *> nothingToStore;
     bool userCloses = false; // the user has closed or deleted something
     bool diskFull = false;   // nothing could be stored
