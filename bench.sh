@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Measures the product against other ways of doing the same and prints one table of ratios, in some minutes:
 # ./bench.sh [section...]; ./bench.sh --write puts the table of a whole run into docs/performance.md.
-# Sections: calls bus road road-in-memory html bodies links digests accounts snapshots loading header.
+# Sections: calls bus add add-in-memory html bodies digests accounts snapshots loading header.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 . "$root/scripts/setup.sh"

@@ -54,15 +54,14 @@ QString ratioText(double ratio) {
 }
 
 void addRow(const QString &what, const QString &ours, const QString &against, const QString &ratio,
-            const QString &aim, Reached reached) {
-    static const QStringList words = {u"yes"_s, u"**no**"_s, QString()};
-    print({rowPrefix, what, ours, against, ratio, aim, words[int(reached)]});
+            const QString &aim, bool reached) {
+    print({rowPrefix, what, ours, against, ratio, aim, reached ? u"yes"_s : u"**no**"_s});
 }
 
 void addRatio(const QString &what, double ours, const QString &other, double others, double ratio,
               double limit) {
     addRow(what, timeText(ours), other + u": "_s + timeText(others), ratioText(ratio),
-           u"at most "_s + QString::number(limit), ratio <= limit ? Reached::Yes : Reached::No);
+           u"at most "_s + QString::number(limit), ratio <= limit);
 }
 
 void addLinear(const QString &what, double large, const QString &other, double small, double ratio) {

@@ -13,11 +13,9 @@ namespace bench {
 // "2.31"
 [[nodiscard]] QString ratioText(double ratio);
 
-enum class Reached { Yes, No, NoAim };
-
 // Hands a line to whoever collects the table.
 void addRow(const QString &what, const QString &ours, const QString &against, const QString &ratio,
-            const QString &aim, Reached reached);
+            const QString &aim, bool reached);
 // For the usual line: our time and the other's, and their ratio, which is to be no more than the limit.
 void addRatio(const QString &what, double ours, const QString &other, double others, double ratio,
               double limit);

@@ -4,13 +4,12 @@
 
 namespace bench {
 
-void calls(); // by name, and through an exchanged method
-void bus();   // a notification there and back
-void road();  // adding a meeting and saving, with the client in its own process
-void roadInMemory();
+void calls();      // by name, and through an exchanged method
+void bus();        // a notification there and back
+void addMeeting(); // and save it, with the client in its own process
+void addMeetingInMemory();
 void html();      // to plain characters
 void bodies();    // the invitation in a body
-void links();     // plain text to HTML
 void digests();   // MD5
 void accounts();  // of audio conferences
 void snapshots(); // of an appointment

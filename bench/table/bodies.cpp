@@ -23,7 +23,7 @@ const vlBodyHelper &helper() {
     return vlBodyHelper::sharedInstance();
 }
 
-// What the person wrote, and among it, in the middle, what the case is about.
+// What the user wrote, and among it, in the middle, what the case is about.
 QString bodyWith(qsizetype bytes, const QString &part) {
     QString body = mailOf(bytes);
     return body.insert(body.indexOf(u"<p class"_s, body.size() / 2), part);
@@ -104,16 +104,6 @@ void compareSizes(const Case &work) {
               times.ratios[1]);
 }
 
-// What is added for a body that somebody else holds too: the change is then made in a copy.
-void copyAlone() {
-    const QString body = mailOf(20'000'000);
-    const Comparison times = sideBySide({repeating([&] { keep(QString(body.constData(), body.size())); }),
-                                         repeating([&] { searchOnce(body); })});
-    addRow(u"for comparison: a copy of a 20 MB body, with its memory"_s, timeText(times.seconds[0]),
-           u"one memmem: "_s + timeText(times.seconds[1]), ratioText(times.ratios[1]), QString(),
-           Reached::NoAim);
-}
-
 } // namespace
 
 void bodies() {
@@ -132,7 +122,6 @@ void bodies() {
             compare(work, bytes);
         compareSizes(work);
     }
-    copyAlone();
 }
 
 } // namespace bench

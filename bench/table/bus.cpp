@@ -1,3 +1,4 @@
+// A notification to another process and back, and what the parts of the table start beside themselves.
 #include "bench/table/Processes.h"
 #include "bench/table/Rows.h"
 #include "bench/table/Sections.h"

@@ -3,11 +3,8 @@
 #include "bench/table/Sections.h"
 #include "bench/table/SideBySide.h"
 #include "plugin/hooks/hookTable.h"
-#include "plugin/ui/strip/vlActionAdditionView.h"
 #include "standin/mailhost/windows/editor/HeaderViews.h"
 #include "tests/scenarios/Scenario.h"
-
-#include <QImage>
 
 namespace bench {
 
@@ -30,13 +27,7 @@ void header() {
         const double added = times.seconds[0] - times.seconds[1];
         addRow(u"drawing the header of host "_s + QString::fromLatin1(version), timeText(times.seconds[0]),
                u"the host alone: "_s + timeText(times.seconds[1]), u"+ "_s + timeText(added),
-               u"at most + 3 us"_s, added <= limit ? Reached::Yes : Reached::No);
-        // Drawn by the toolkit only when it was covered, or has changed.
-        auto *strip = scenarios::Scenario::stripOf(editor);
-        QImage image(strip->size(), QImage::Format_ARGB32_Premultiplied);
-        const double drawn = sideBySide({repeating([&] { strip->render(&image); })}).seconds[0];
-        addRow(u"for comparison: the strip itself, its lines and buttons"_s, timeText(drawn), QString(),
-               QString(), QString(), Reached::NoAim);
+               u"at most + 3 us"_s, added <= limit);
     }
 }
 

@@ -133,7 +133,7 @@ void comparePrograms(const Document &document) {
             compare(document, name, repeating([&] { withProgram(program, file.fileName()); }));
         else
             addRow(document.what, QString(), name + u": over "_s + timeText(double(timer.elapsed()) / 1e3),
-                   QString(), u"ahead"_s, Reached::Yes);
+                   QString(), u"ahead"_s, true);
     }
 }
 
@@ -143,7 +143,7 @@ void compareLibrary(const Document &document, const QString &name, Convert conve
     if (convert())
         compare(document, name, repeating(convert));
     else
-        addRow(document.what, QString(), name + u": loses the text"_s, QString(), u"ahead"_s, Reached::Yes);
+        addRow(document.what, QString(), name + u": loses the text"_s, QString(), u"ahead"_s, true);
 }
 
 void compareAll(const Document &document) {
@@ -170,7 +170,7 @@ void compareWithAims() {
         const Comparison times = sideBySide({convert(document), convert(usual)}, {.seconds = 1.5});
         const double speed = double(document.bytes.size()) / 1e6 / times.seconds[0];
         addRow(document.what, u"%1 MB/s"_s.arg(qRound(speed)), u"100 MB/s"_s, ratioText(speed / aim),
-               u"at least 1"_s, speed >= aim ? Reached::Yes : Reached::No);
+               u"at least 1"_s, speed >= aim);
         if (bytes > 1'000'000)
             addLinear(u"the same, each KB of 20 MB"_s, times.seconds[0] * 1e3 / double(document.bytes.size()),
                       u"of 1 MB"_s, times.seconds[1] * 1e3 / double(usual.bytes.size()),

@@ -17,12 +17,12 @@ struct Section {
 };
 
 constexpr Section sections[] = {
-    {"calls", bench::calls},       {"bus", bench::bus},
-    {"road", bench::road},         {"road-in-memory", bench::roadInMemory},
-    {"html", bench::html},         {"bodies", bench::bodies},
-    {"links", bench::links},       {"digests", bench::digests},
-    {"accounts", bench::accounts}, {"snapshots", bench::snapshots},
-    {"loading", bench::loading},   {"header", bench::header},
+    {"calls", bench::calls},         {"bus", bench::bus},
+    {"add", bench::addMeeting},      {"add-in-memory", bench::addMeetingInMemory},
+    {"html", bench::html},           {"bodies", bench::bodies},
+    {"digests", bench::digests},     {"accounts", bench::accounts},
+    {"snapshots", bench::snapshots}, {"loading", bench::loading},
+    {"header", bench::header},
 };
 // In the other process of a section.
 constexpr Section parts[] = {
