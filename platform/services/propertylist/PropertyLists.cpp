@@ -1,4 +1,3 @@
-#include "platform/services/propertylist/BinaryPropertyList.h"
 #include "platform/services/propertylist/XmlPropertyList.h"
 #include "platform/services/storage/Storage.h"
 #include "platform/services/storage/WholeFile.h"
@@ -26,9 +25,7 @@ public:
     rt::Value read(const QString &path) const override { return parse(contentOf(path)); }
 
     rt::Value parse(const QByteArray &bytes) const override {
-        if (bytes.size() > maximumSize)
-            return {};
-        return isBinaryPropertyList(bytes) ? fromBinaryPropertyList(bytes) : fromXmlPropertyList(bytes);
+        return bytes.size() > maximumSize ? rt::Value() : fromXmlPropertyList(bytes);
     }
 
     QByteArray toXml(const rt::Value &value) const override { return toXmlPropertyList(value); }

@@ -1,5 +1,5 @@
-// Strict where common readers are lenient: a key without a value, a second root, a bad integer or bytes that
-// are not UTF-8 make the whole unreadable, since what would be read from it is somebody's guess.
+// Strict where common readers are lenient: a key without a value, a second root, a bad integer or invalid
+// UTF-8 rejects the whole file, because its content would be a guess.
 
 #include "platform/services/propertylist/XmlPropertyList.h"
 #include "platform/services/storage/Storage.h"

@@ -9,9 +9,8 @@
 
 namespace platform {
 
-// Property lists in XML (and, for reading, the binary form). Dictionaries are QVariantMap, arrays
-// QVariantList, texts QString, integers qint64, reals double, booleans bool, data QByteArray, dates QDateTime
-// (UTC).
+// Property lists in XML. Dictionaries are QVariantMap, arrays QVariantList, texts QString, integers qint64,
+// reals double, booleans bool, data QByteArray, dates QDateTime (UTC).
 class PropertyLists {
 public:
     // The largest file that is read; anything larger reads as unreadable.
