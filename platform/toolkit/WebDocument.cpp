@@ -1,8 +1,9 @@
 #include "platform/toolkit/WebDocument.h"
 
-#include "platform/toolkit/CdataSections.h"
-#include "platform/toolkit/HtmlNesting.h"
-#include "platform/toolkit/WebNode.h"
+#include "platform/toolkit/GumboSerialiser.h"
+#include "platform/toolkit/HtmlGuard.h"
+
+#include <strings.h>
 
 namespace platform {
 
@@ -10,50 +11,88 @@ namespace {
 
 constexpr int maxNesting = 2000;
 
-std::string cleanHtml(const QString &html) {
-    const QByteArray bytes = html.toUtf8();
-    return withNestingLimited(withoutCdataSections({bytes.constData(), std::size_t(bytes.size())}),
-                              maxNesting);
-}
-
 QString text(const std::string &utf8) {
     return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
 }
 
+// The first one of that name, any case, in document order; nullptr for none.
+const GumboNode *firstElement(const GumboNode &root, const QByteArray &name) {
+    std::vector<const GumboNode *> pending{&root};
+    while (!pending.empty()) {
+        const GumboNode *node = pending.back();
+        pending.pop_back();
+        const bool isElement = node->type == GUMBO_NODE_ELEMENT || node->type == GUMBO_NODE_TEMPLATE;
+        if (isElement && strcasecmp(elementName(node->v.element).c_str(), name.constData()) == 0)
+            return node;
+        const GumboVector *children = childrenOf(*node);
+        for (unsigned i = children ? children->length : 0; i-- > 0;)
+            pending.push_back(static_cast<const GumboNode *>(children->data[i]));
+    }
+    return nullptr;
+}
+
+// A root or an unknown element takes what a body takes.
+GumboTag contextTag(const GumboElement &element) {
+    const bool isOutermost = element.tag == GUMBO_TAG_HTML || element.tag == GUMBO_TAG_HEAD;
+    const bool isKnown = element.tag != GUMBO_TAG_UNKNOWN && element.tag_namespace == GUMBO_NAMESPACE_HTML;
+    return isOutermost || !isKnown ? GUMBO_TAG_BODY : element.tag;
+}
+
 } // namespace
 
-WebDocument::WebDocument()
-    : WebDocument(QString()) {}
+class WebDocument::Parsed {
+public:
+    // As a whole document, or as the content of an element of the context's tag.
+    explicit Parsed(const QString &html, GumboTag context = GUMBO_TAG_LAST)
+        : m_html(guardedHtml(html.toStdString(), maxNesting)) {
+        m_options.max_errors = 0;
+        m_options.fragment_context = context;
+        m_output = gumbo_parse_with_options(&m_options, m_html.data(), m_html.size());
+    }
+    ~Parsed() { gumbo_destroy_output(&m_options, m_output); }
+    Parsed(const Parsed &) = delete;
+    Parsed &operator=(const Parsed &) = delete;
+
+    [[nodiscard]] const GumboNode &document() const { return *m_output->document; }
+    // The html element; of a fragment, one that holds it.
+    [[nodiscard]] const GumboNode &root() const { return *m_output->root; }
+    [[nodiscard]] const GumboNode *element(const QString &tagName) const {
+        return firstElement(document(), tagName.toUtf8());
+    }
+
+private:
+    std::string m_html; // the nodes point into it
+    GumboOptions m_options = kGumboDefaultOptions;
+    GumboOutput *m_output;
+};
+
 WebDocument::WebDocument(const QString &html)
-    : m_root(parseDocument(cleanHtml(html))) {}
+    : m_parsed(std::make_unique<Parsed>(html)) {}
 WebDocument::~WebDocument() = default;
-WebDocument::WebDocument(WebDocument &&) noexcept = default;
-WebDocument &WebDocument::operator=(WebDocument &&) noexcept = default;
 
 QString WebDocument::documentElementOuterHtml() const {
-    const WebNode *element = firstElement(m_root.get(), "html");
-    return element ? text(outerHtmlOf(*element)) : QString();
+    return text(outerHtmlOf(m_parsed->root()));
 }
 
 QString WebDocument::toHtml() const {
-    return m_root ? text(innerHtmlOf(*m_root)) : QString();
+    return text(innerHtmlOf(m_parsed->document()));
 }
 
 bool WebDocument::hasElement(const QString &tagName) const {
-    return firstElement(m_root.get(), tagName.toUtf8().toStdString()) != nullptr;
+    return m_parsed->element(tagName) != nullptr;
 }
 
 QString WebDocument::innerHtml(const QString &tagName) const {
-    const WebNode *element = firstElement(m_root.get(), tagName.toUtf8().toStdString());
+    const GumboNode *element = m_parsed->element(tagName);
     return element ? text(innerHtmlOf(*element)) : QString();
 }
 
-bool WebDocument::setInnerHtml(const QString &tagName, const QString &html) {
-    WebNode *element = firstElement(m_root.get(), tagName.toUtf8().toStdString());
+QString WebDocument::withInnerHtml(const QString &tagName, const QString &html) const {
+    const GumboNode *element = m_parsed->element(tagName);
     if (!element)
-        return false;
-    element->children = parseFragment(cleanHtml(html), *element);
-    return true;
+        return {};
+    const Parsed fragment(html, contextTag(element->v.element));
+    return text(innerHtmlOf(m_parsed->document(), {element, contentOf(fragment.root(), *element)}));
 }
 
 } // namespace platform

@@ -7,18 +7,13 @@
 
 namespace platform {
 
-struct WebNode;
-
 // HTML as browsers read it (HTML living standard, parsing and serialising), with unknown tags such as those
-// that mail programs write kept as they are. Copying shares nothing. Nesting beyond 2,000 elements is
-// flattened.
+// that mail programs write kept as they are. Nesting beyond 2,000 elements is flattened. An empty text gives
+// an empty document: html, head and body.
 class WebDocument {
 public:
-    WebDocument(); // an empty document: html, head and body
     explicit WebDocument(const QString &html);
     ~WebDocument();
-    WebDocument(WebDocument &&) noexcept;
-    WebDocument &operator=(WebDocument &&) noexcept;
 
     // The html element with everything in it, without the document type.
     [[nodiscard]] QString documentElementOuterHtml() const;
@@ -28,12 +23,14 @@ public:
     // The content of the first element of that tag (any case) in document order; a null text when there is
     // none.
     [[nodiscard]] QString innerHtml(const QString &tagName) const;
-    // Replaces it by a fragment parsed as that element's content: html, head and body tags in it are dropped
-    // and what they hold is kept. False when there is no such element.
-    bool setInnerHtml(const QString &tagName, const QString &html);
+    // The whole document as text, with another content of that element: a fragment that is parsed as such.
+    // html, head and body tags in it are dropped and what they hold is kept. A null text when there is no
+    // such element.
+    [[nodiscard]] QString withInnerHtml(const QString &tagName, const QString &html) const;
 
 private:
-    std::unique_ptr<WebNode> m_root;
+    class Parsed;
+    std::unique_ptr<Parsed> m_parsed;
 };
 
 } // namespace platform

@@ -54,41 +54,46 @@ private:
         addBlocks();
         addTables();
         add({"script", "style", "iframe", "noframes", "noembed"}, E::Hidden | E::RawText);
-        add({"title"}, E::Hidden | E::RawText);
-        add({"template"}, E::Hidden);
+        add({"title"}, E::Hidden | E::RawText | E::References);
+        add({"template"}, E::Hidden | E::Structural);
         add({"head"}, E::Hidden | E::Head);
         add({"html", "body"}, E::Document);
-        add({"textarea"}, E::RawText);
+        add({"textarea"}, E::RawText | E::References | E::FirstNewline);
         add({"input", "meta", "link", "base", "area", "col", "param", "wbr", "frame", "embed", "source",
              "track", "basefont", "bgsound", "keygen"},
             E::Void);
         add({"br"}, E::LineBreak | E::Void);
         add({"img"}, E::Image | E::Void);
+        add({"a", "button", "nobr", "image", "colgroup"}, E::Unnestable);
+        add({"b", "big", "code", "em", "font", "i", "s", "small", "strike", "strong", "tt", "u"},
+            E::Formatting);
+        add({"applet", "marquee", "noscript", "object", "select"}, E::Structural);
     }
     void addBlocks() {
-        constexpr std::uint32_t block = E::Block | E::EndsParagraph;
-        add({"address", "article", "aside", "blockquote", "center", "details", "dialog", "div", "fieldset",
-             "figure", "footer", "form", "header", "main", "nav", "section", "summary", "hgroup",
-             "figcaption"},
+        constexpr std::uint32_t paragraphEnd = E::Block | E::EndsParagraph;
+        constexpr std::uint32_t block = paragraphEnd | E::Structural;
+        add({"address", "article", "aside", "blockquote", "center", "details", "div", "fieldset", "figure",
+             "footer", "form", "header", "main", "nav", "section", "summary", "hgroup", "figcaption"},
             block);
+        add({"dialog"}, paragraphEnd);
         add({"legend", "optgroup"}, E::Block);
         add({"dir", "menu", "dl"}, block | E::ListScope);
         add({"ul"}, block | E::ListScope | E::BulletList);
         add({"ol"}, block | E::ListScope | E::NumberedList);
         add({"li"}, block | E::ListItem | E::Paragraph);
         add({"dd", "dt"}, block | E::Term);
-        add({"p"}, block | E::Paragraph | E::PlainParagraph);
+        add({"p"}, paragraphEnd | E::Paragraph | E::PlainParagraph);
         add({"h1", "h2", "h3", "h4", "h5", "h6"}, block | E::Paragraph);
-        add({"hr"}, block | E::Void);
-        add({"pre", "listing"}, block | E::Preformatted);
-        add({"xmp", "plaintext"}, block | E::Preformatted | E::RawText);
+        add({"hr"}, paragraphEnd | E::Void);
+        add({"pre", "listing"}, block | E::Preformatted | E::FirstNewline);
+        add({"xmp", "plaintext"}, paragraphEnd | E::Preformatted | E::RawText);
     }
     void addTables() {
-        add({"table"}, E::Table | E::TableScope | E::EndsParagraph);
+        add({"table"}, E::Table | E::TableScope | E::EndsParagraph | E::Structural);
         add({"thead", "tbody", "tfoot"}, E::Table | E::RowGroup);
         add({"tr"}, E::Table | E::Row);
         add({"td", "th"}, E::Block | E::Cell);
-        add({"caption"}, E::Block);
+        add({"caption"}, E::Block | E::Unnestable);
     }
     void add(std::initializer_list<const char *> names, std::uint32_t traits) {
         for (const char *name : names) {

@@ -33,6 +33,13 @@ public:
         Head = 1U << 19,
         Document = 1U << 20, // html, body
         RawText = 1U << 21,
+        References = 1U << 22,   // in its raw text, character references are read
+        FirstNewline = 1U << 23, // a newline right behind its start tag belongs to the tag
+        // For the parser of a web document.
+        Unnestable = 1U << 24, // not without an element of another kind between
+        Formatting = 1U << 25, // its end tag leaves open what was opened inside
+        Structural =
+            1U << 26, // its end tag ends all that was opened inside; that of most others does not end it
     };
 
     // Of the name in any case. A name that is not known is that of an element without traits.

@@ -25,19 +25,9 @@ private:
         HtmlElement element;
     };
 
-    void readMarkup();
-    void readText(std::size_t end);
-    void readReference();
-    void readStartTag();
-    void readEndTag();
-    void readRawText(std::string_view name, HtmlElement element);
-    [[nodiscard]] std::string_view readName();
-    // Through the tag's end. False when the text ends first.
-    [[nodiscard]] bool readAttributes(HtmlAttributes *attributes, bool *selfClosing);
-    [[nodiscard]] std::string_view readValue();
-    void skipSpaces();
-    void skipPast(std::string_view end);
-
+    void readText(std::string_view text);
+    [[nodiscard]] std::size_t readReference(std::string_view text);
+    void addRawText(HtmlElement element, std::string_view text);
     void openElement(const HtmlElement::Named &named, const HtmlAttributes &attributes, bool selfClosing);
     void makeRoomFor(HtmlElement element);
     void endElement(const HtmlElement::Named &named);
@@ -45,15 +35,10 @@ private:
     // Ends the nearest open element that has the traits, unless one with the barrier's lies nearer.
     void closeNearest(std::uint32_t traits, std::uint32_t barrier);
     void endHead();
-    // How far from the inside open elements are searched: a document that is nested deeper is no document.
+    // How far from the inside open elements are searched: deeper nesting does not occur in real documents.
     [[nodiscard]] std::size_t outermostSearched() const;
-    [[nodiscard]] char at(std::size_t position) const {
-        return position < m_html.size() ? m_html[position] : '\0';
-    }
 
     HtmlTextSink &m_sink;
-    std::string_view m_html;
-    std::size_t m_at = 0;
     std::vector<Open> m_open;
     int m_openParagraphs = 0;
 };

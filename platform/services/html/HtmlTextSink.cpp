@@ -29,41 +29,14 @@ ByteClass classOf(char byte) {
     return byteClasses[static_cast<unsigned char>(byte)];
 }
 
-// What mail means by U+0080 to U+009F: the characters of Windows-1252. Empty: not assigned there.
-constexpr std::array<std::string_view, 32> windows1252 = {
-    "\xE2\x82\xAC",
-    "",
-    "\xE2\x80\x9A",
-    "\xC6\x92",
-    "\xE2\x80\x9E",
-    "\xE2\x80\xA6",
-    "\xE2\x80\xA0",
-    "\xE2\x80\xA1",
-    "\xCB\x86",
-    "\xE2\x80\xB0",
-    "\xC5\xA0",
-    "\xE2\x80\xB9",
-    "\xC5\x92",
-    "",
-    "\xC5\xBD",
-    "",
-    "",
-    "\xE2\x80\x98",
-    "\xE2\x80\x99",
-    "\xE2\x80\x9C",
-    "\xE2\x80\x9D",
-    "\xE2\x80\xA2",
-    "\xE2\x80\x93",
-    "\xE2\x80\x94",
-    "\xCB\x9C",
-    "\xE2\x84\xA2",
-    "\xC5\xA1",
-    "\xE2\x80\xBA",
-    "\xC5\x93",
-    "",
-    "\xC5\xBE",
-    "\xC5\xB8",
-};
+constexpr std::uint32_t largestCodePoint = 0x10ffff;
+constexpr std::uint32_t replacement = 0xfffd;
+
+// U+0080 to U+009F are decoded as Windows-1252, as mail programs do. 0: unassigned.
+constexpr std::array<char16_t, 32> windows1252 = {
+    0x20ac, 0,      0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021, 0x02c6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0,      0x017d, 0,      0,      0x2018, 0x2019, 0x201c, 0x201d, 0x2022,
+    0x2013, 0x2014, 0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0,      0x017e, 0x0178};
 
 std::string_view trimmed(std::string_view text) {
     while (!text.empty() && classOf(text.front()) == Space)
@@ -105,6 +78,19 @@ long numberIn(std::string_view value, long fallback) {
 }
 
 } // namespace
+
+std::string utf8Of(std::uint32_t c) {
+    if (c == 0 || c > largestCodePoint || (c >= 0xd800 && c < 0xe000))
+        c = replacement;
+    if (c < 0x80)
+        return {char(c)};
+    if (c < 0x800)
+        return {char(0xc0 | c >> 6), char(0x80 | (c & 0x3f))};
+    if (c < 0x10000)
+        return {char(0xe0 | c >> 12), char(0x80 | (c >> 6 & 0x3f)), char(0x80 | (c & 0x3f))};
+    return {char(0xf0 | c >> 18), char(0x80 | (c >> 12 & 0x3f)), char(0x80 | (c >> 6 & 0x3f)),
+            char(0x80 | (c & 0x3f))};
+}
 
 bool HtmlTextSink::atLineStart() const {
     return m_text.empty() || m_text.back() == '\n' || m_text.size() == m_afterMarker;
@@ -230,9 +216,9 @@ void HtmlTextSink::addRun(std::string_view characters) {
 
 std::size_t HtmlTextSink::addTwoByteCharacter(std::string_view rest) {
     const unsigned second = rest.size() > 1 ? static_cast<unsigned char>(rest[1]) : 0U;
-    const bool isC1 = second >= 0x80 && second < 0xA0 && !windows1252[second - 0x80].empty();
+    const char16_t meant = second >= 0x80 && second < 0xA0 ? windows1252[second - 0x80] : 0;
     const std::size_t length = std::min<std::size_t>(rest.size(), 2);
-    addRun(isC1 ? windows1252[second - 0x80] : rest.substr(0, length));
+    addRun(meant ? std::string_view(utf8Of(meant)) : rest.substr(0, length));
     return length;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/services/html/HtmlElement.h"
+#include "platform/services/html/HtmlTokenizer.h"
 
 #include <cstddef>
 #include <string>
@@ -10,12 +11,8 @@
 
 namespace platform {
 
-// Those that matter, as they stand in the tag. One that is not there has no data.
-struct HtmlAttributes {
-    std::string_view style;
-    std::string_view start;
-    std::string_view value;
-};
+// The code point, U+FFFD for one that is none.
+[[nodiscard]] std::string utf8Of(std::uint32_t codePoint);
 
 class HtmlTextSink {
 public:

@@ -58,9 +58,9 @@ QString DomElement::innerHTML() const {
 }
 
 void DomElement::setInnerHTML(const QString &html) {
-    platform::WebDocument document(htmlOf(m_body));
-    if (m_body.get() && document.setInnerHtml(m_tagName, html))
-        m_body.get()->showBodyHtml(document.toHtml());
+    const QString changed = platform::WebDocument(htmlOf(m_body)).withInnerHtml(m_tagName, html);
+    if (m_body.get() && !changed.isNull())
+        m_body.get()->showBodyHtml(changed);
 }
 
 DomDocument::DomDocument(BodyReference body)

@@ -1,0 +1,246 @@
+#include "platform/toolkit/GumboSerialiser.h"
+
+#include "platform/services/html/HtmlElement.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace platform {
+
+namespace {
+
+constexpr std::string_view noBreakSpace = "\xC2\xA0";
+
+bool isElement(const GumboNode &node) {
+    return node.type == GUMBO_NODE_ELEMENT || node.type == GUMBO_NODE_TEMPLATE;
+}
+
+bool isAny(const GumboElement &element, std::uint32_t traits) {
+    return element.tag_namespace == GUMBO_NAMESPACE_HTML && element.tag != GUMBO_TAG_UNKNOWN &&
+           HtmlElement::named(gumbo_normalized_tagname(element.tag)).element.isAny(traits);
+}
+
+bool hasRawText(const GumboNode &node) {
+    return isElement(node) && isAny(node.v.element, HtmlElement::RawText) &&
+           !isAny(node.v.element, HtmlElement::References);
+}
+
+const GumboNode *childOf(const GumboNode &node, unsigned index) {
+    const GumboVector *children = childrenOf(node);
+    return children && index < children->length ? static_cast<const GumboNode *>(children->data[index])
+                                                : nullptr;
+}
+
+std::string attributeName(const GumboAttribute &attribute) {
+    const std::string name = attribute.name;
+    switch (attribute.attr_namespace) {
+    case GUMBO_ATTR_NAMESPACE_XLINK:
+        return "xlink:" + name;
+    case GUMBO_ATTR_NAMESPACE_XML:
+        return "xml:" + name;
+    case GUMBO_ATTR_NAMESPACE_XMLNS:
+        return name == "xmlns" ? name : "xmlns:" + name;
+    case GUMBO_ATTR_NAMESPACE_NONE:
+        break;
+    }
+    return name;
+}
+
+// The entity for the character that begins the text, and how many bytes that character has.
+std::pair<std::string_view, std::size_t> entityAt(std::string_view text, bool inAttribute) {
+    switch (text.front()) {
+    case '&':
+        return {"&amp;", 1};
+    case '"':
+        return inAttribute ? std::pair("&quot;", 1) : std::pair("\"", 1);
+    case '<':
+        return inAttribute ? std::pair("<", 1) : std::pair("&lt;", 1);
+    case '>':
+        return inAttribute ? std::pair(">", 1) : std::pair("&gt;", 1);
+    default:
+        break;
+    }
+    if (text.starts_with(noBreakSpace))
+        return {"&nbsp;", noBreakSpace.size()};
+    return {text.substr(0, 1), 1};
+}
+
+void appendEscaped(std::string &out, std::string_view text, bool inAttribute) {
+    constexpr std::string_view special = "&\"<>\xC2";
+    while (!text.empty()) {
+        const std::size_t plain = std::min(text.find_first_of(special), text.size());
+        out += text.substr(0, plain);
+        text.remove_prefix(plain);
+        if (text.empty())
+            return;
+        const auto [entity, length] = entityAt(text, inAttribute);
+        out += entity;
+        text.remove_prefix(length);
+    }
+}
+
+// A quote of the other kind when the identifier has one; it never has both.
+void appendIdentifier(std::string &out, const std::string &identifier) {
+    const char quote = identifier.find('"') == std::string::npos ? '"' : '\'';
+    out += ' ';
+    out += quote;
+    out += identifier;
+    out += quote;
+}
+
+void appendDoctype(std::string &out, const GumboDocument &document) {
+    const std::string publicId = document.public_identifier;
+    const std::string systemId = document.system_identifier;
+    out += "<!DOCTYPE ";
+    out += document.name;
+    if (!publicId.empty()) {
+        out += " PUBLIC";
+        appendIdentifier(out, publicId);
+    } else if (!systemId.empty()) {
+        out += " SYSTEM";
+    }
+    if (!systemId.empty())
+        appendIdentifier(out, systemId);
+    out += '>';
+}
+
+class Serialiser {
+public:
+    explicit Serialiser(const ReplacedContent &replaced)
+        : m_replaced(replaced) {}
+
+    // What stands before the node's children.
+    void open(const GumboNode &node, const GumboNode *parent) {
+        switch (node.type) {
+        case GUMBO_NODE_DOCUMENT:
+            break;
+        case GUMBO_NODE_ELEMENT:
+        case GUMBO_NODE_TEMPLATE:
+            appendStartTag(node);
+            break;
+        case GUMBO_NODE_COMMENT:
+            m_out += "<!--";
+            m_out += node.v.text.text;
+            m_out += "-->";
+            break;
+        case GUMBO_NODE_TEXT:
+        case GUMBO_NODE_CDATA:
+        case GUMBO_NODE_WHITESPACE:
+            if (parent && hasRawText(*parent))
+                m_out += node.v.text.text;
+            else
+                appendEscaped(m_out, node.v.text.text, false);
+            break;
+        }
+    }
+
+    void close(const GumboNode &node) {
+        if (isElement(node) && !isAny(node.v.element, HtmlElement::Void))
+            m_out += "</" + elementName(node.v.element) + '>';
+    }
+
+    // `parent`: whose content it is.
+    void appendContent(const GumboNode &root, const GumboNode &parent) {
+        struct Level {
+            const GumboNode *node;
+            const GumboNode *parent; // of its children
+            unsigned next;
+        };
+        std::vector<Level> open{{&root, &parent, 0}};
+        while (!open.empty()) {
+            Level &level = open.back();
+            const bool isReplaced = level.node == m_replaced.element;
+            if (isReplaced)
+                m_out += m_replaced.html;
+            if (const GumboNode *child = isReplaced ? nullptr : childOf(*level.node, level.next++)) {
+                this->open(*child, level.parent);
+                open.push_back({child, child, 0});
+                continue;
+            }
+            const GumboNode *ended = level.node;
+            open.pop_back();
+            if (!open.empty())
+                close(*ended);
+        }
+    }
+
+    std::string take() { return std::move(m_out); }
+
+private:
+    void appendStartTag(const GumboNode &node) {
+        const GumboElement &element = node.v.element;
+        m_out += '<' + elementName(element);
+        for (unsigned i = 0; i < element.attributes.length; ++i) {
+            const auto *attribute = static_cast<const GumboAttribute *>(element.attributes.data[i]);
+            m_out += ' ' + attributeName(*attribute) + "=\"";
+            appendEscaped(m_out, attribute->value, true);
+            m_out += '"';
+        }
+        m_out += '>';
+        // A parser drops a newline that comes first.
+        if (isAny(element, HtmlElement::FirstNewline) && beginsWithNewline(node))
+            m_out += '\n';
+    }
+
+    [[nodiscard]] bool beginsWithNewline(const GumboNode &node) const {
+        if (&node == m_replaced.element)
+            return m_replaced.html.starts_with('\n');
+        const GumboNode *first = childOf(node, 0);
+        return first && !isElement(*first) && first->type != GUMBO_NODE_COMMENT &&
+               first->v.text.text[0] == '\n';
+    }
+
+    const ReplacedContent &m_replaced;
+    std::string m_out;
+};
+
+} // namespace
+
+const GumboVector *childrenOf(const GumboNode &node) {
+    if (node.type == GUMBO_NODE_DOCUMENT)
+        return &node.v.document.children;
+    return isElement(node) ? &node.v.element.children : nullptr;
+}
+
+// The parser knows only the names of the standard; any other is in the source text alone.
+std::string elementName(const GumboElement &element) {
+    GumboStringPiece original = element.original_tag;
+    gumbo_tag_from_original_text(&original);
+    if (element.tag_namespace == GUMBO_NAMESPACE_SVG && original.length > 0)
+        if (const char *name = gumbo_normalize_svg_tagname(&original))
+            return name;
+    if (element.tag != GUMBO_TAG_UNKNOWN)
+        return gumbo_normalized_tagname(element.tag);
+    std::string name(original.data, original.length);
+    for (char &c : name)
+        if (c >= 'A' && c <= 'Z')
+            c = char(c - 'A' + 'a');
+    return name;
+}
+
+std::string outerHtmlOf(const GumboNode &node) {
+    const ReplacedContent nothing;
+    Serialiser serialiser(nothing);
+    serialiser.open(node, nullptr);
+    serialiser.appendContent(node, node);
+    serialiser.close(node);
+    return serialiser.take();
+}
+
+std::string innerHtmlOf(const GumboNode &node, const ReplacedContent &replaced) {
+    std::string doctype;
+    if (node.type == GUMBO_NODE_DOCUMENT && node.v.document.has_doctype)
+        appendDoctype(doctype, node.v.document);
+    Serialiser serialiser(replaced);
+    serialiser.appendContent(node, node);
+    return doctype + serialiser.take();
+}
+
+std::string contentOf(const GumboNode &node, const GumboNode &parent) {
+    const ReplacedContent nothing;
+    Serialiser serialiser(nothing);
+    serialiser.appendContent(node, parent);
+    return serialiser.take();
+}
+
+} // namespace platform
