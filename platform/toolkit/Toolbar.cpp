@@ -1,19 +1,23 @@
 #include "platform/toolkit/Toolbar.h"
 
 #include "platform/runtime/Runtime.h"
+#include "platform/toolkit/ToolbarControls.h"
 #include "platform/toolkit/ToolbarCustomization.h"
-#include "platform/toolkit/ToolbarRow.h"
-#include "platform/toolkit/ToolbarValidator.h"
 #include "platform/toolkit/Windows.h"
 
 #include <QActionGroup>
 #include <QContextMenuEvent>
+#include <QCoreApplication>
+#include <QToolButton>
 #include <algorithm>
 #include <utility>
 
 namespace platform {
 
 namespace {
+
+constexpr int imageSide = 32;        // points
+constexpr int validationDelay = 100; // milliseconds
 
 struct Offer {
     QStringList identifiers;
@@ -50,17 +54,32 @@ ToolbarItem *standardItem(const QString &identifier) {
     return item;
 }
 
+Qt::ToolButtonStyle styleOf(ToolbarDisplayMode mode) {
+    if (mode == ToolbarDisplayMode::IconAndText)
+        return Qt::ToolButtonTextUnderIcon;
+    return mode == ToolbarDisplayMode::IconOnly ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextOnly;
+}
+
 } // namespace
 
 Toolbar::Toolbar(const QString &identifier, QWidget *parent)
     : QToolBar(parent)
     , m_identifier(identifier)
-    , m_arrangement(ToolbarArrangement::shared(identifier))
-    , m_row(new ToolbarRow) {
+    , m_arrangement(ToolbarArrangement::shared(identifier)) {
     setMovable(false);
-    addWidget(m_row);
+    setIconSize(QSize(imageSide, imageSide));
+    if (auto *extension = findChild<QToolButton *>(toolbarExtensionButtonName)) {
+        extension->setToolTip(tr("More items"));
+        extension->setAccessibleName(tr("More items"));
+    }
     connect(m_arrangement.get(), &ToolbarArrangement::changed, this, &Toolbar::rebuild);
-    ToolbarValidator::sharedInstance().add(this, [this] { revalidate(); });
+    m_validation.setSingleShot(true);
+    m_validation.setInterval(validationDelay);
+    connect(&m_validation, &QTimer::timeout, this, [this] {
+        if (isVisible())
+            revalidate();
+    });
+    QCoreApplication::instance()->installEventFilter(this);
 }
 
 Toolbar::~Toolbar() {
@@ -183,7 +202,11 @@ QList<ToolbarItem *> Toolbar::paletteItems() {
 }
 
 QWidget *Toolbar::controlFor(const QString &identifier) const {
-    return m_row->controlFor(identifier);
+    for (const Shown &shown : m_shown)
+        if (shown.item && shown.item->itemIdentifier() == identifier)
+            if (auto *action = qobject_cast<ToolbarAction *>(shown.action))
+                return action->control();
+    return nullptr;
 }
 
 void Toolbar::restoreDefault() {
@@ -203,16 +226,68 @@ void Toolbar::revalidate() {
         if (item)
             item->validate();
     if (alive)
-        m_row->show(items, displayMode());
+        arrange(items);
 }
 
 void Toolbar::rebuild() {
     QList<QPointer<ToolbarItem>> items;
     for (const Place &place : places(identifiers()))
         items.append(place.item);
-    m_row->show(items, displayMode());
+    arrange(items);
     if (m_sheet)
         m_sheet->refresh();
+}
+
+QAction *Toolbar::makeAction(ToolbarItem *item) {
+    if (item->itemIdentifier() != toolbarSeparatorIdentifier)
+        return new ToolbarAction(item, this);
+    auto *separator = new QAction(this);
+    separator->setSeparator(true);
+    return separator;
+}
+
+// Items that stay keep their control, with the keyboard's focus.
+void Toolbar::arrange(const QList<QPointer<ToolbarItem>> &items) {
+    QList<Shown> former = std::exchange(m_shown, {});
+    const bool keeps = toolButtonStyle() == styleOf(displayMode());
+    setToolButtonStyle(styleOf(displayMode()));
+    for (const QPointer<ToolbarItem> &item : items) {
+        if (!item)
+            continue;
+        const auto kept = std::find_if(former.cbegin(), former.cend(),
+                                       [&](const Shown &shown) { return keeps && shown.item == item; });
+        m_shown.append(kept != former.cend() ? *kept : Shown{item, makeAction(item)});
+        if (kept != former.cend())
+            former.erase(kept);
+    }
+    for (const Shown &gone : std::as_const(former)) {
+        removeAction(gone.action);
+        gone.action->deleteLater(); // it may be what was just clicked
+    }
+    for (int i = 0; i < int(m_shown.size()); ++i) {
+        QAction *inPlace = actions().value(i);
+        if (inPlace == m_shown[i].action)
+            continue;
+        insertAction(inPlace, m_shown[i].action);
+        if (auto *action = qobject_cast<ToolbarAction *>(m_shown[i].action))
+            action->fill();
+    }
+    orderFocus();
+}
+
+void Toolbar::orderFocus() {
+    QWidget *last = nullptr;
+    for (const Shown &shown : std::as_const(m_shown)) {
+        QWidget *control = controlFor(shown.item->itemIdentifier());
+        if (isStandardToolbarIdentifier(shown.item->itemIdentifier()) || !control)
+            continue;
+        if (last)
+            setTabOrder(last, control);
+        last = control;
+    }
+    QWidget *extension = findChild<QToolButton *>(toolbarExtensionButtonName);
+    if (last && extension)
+        setTabOrder(last, extension);
 }
 
 void Toolbar::customize() {
@@ -221,6 +296,15 @@ void Toolbar::customize() {
         m_sheet->setAttribute(Qt::WA_DeleteOnClose);
     }
     beginSheet(m_sheet, window(), nullptr);
+}
+
+bool Toolbar::eventFilter(QObject *, QEvent *event) {
+    const bool mayChangeItems = event->type() == QEvent::WindowActivate ||
+                                event->type() == QEvent::MouseButtonRelease ||
+                                event->type() == QEvent::KeyRelease;
+    if (mayChangeItems && !m_validation.isActive())
+        m_validation.start();
+    return false;
 }
 
 QWidget *Toolbar::customizationSheet() const {

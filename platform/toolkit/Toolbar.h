@@ -6,11 +6,14 @@
 #include "platform/toolkit/ToolbarItem.h"
 
 #include <QHash>
+#include <QTimer>
 #include <QToolBar>
 
 namespace platform {
 
-class ToolbarRow;
+// Of the button that shows what a narrow window has no room for.
+inline const QString toolbarExtensionButtonName = u"qt_toolbar_ext_button"_s;
+
 class ToolbarCustomization;
 
 // The delegate answers "toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:" (the tool-bar as a widget,
@@ -44,8 +47,9 @@ public:
     void setDisplayMode(ToolbarDisplayMode mode) override { m_arrangement->setDisplayMode(mode); }
     // As the delegate has it, with what the offering parts put into a fresh tool-bar.
     void restoreDefault() override;
-    // Lets every item validate itself and asks for missing ones. It also happens by itself: when the window
-    // is activated, and once shortly after keys and clicks.
+    // Lets every item validate itself and asks for missing ones. It also happens by itself, when a window is
+    // activated and after keys and clicks: all events within a short time cause one round, and there is no
+    // polling.
     void revalidate();
     // Opens the sheet in which the user adds, moves and removes items.
     void customize();
@@ -59,25 +63,34 @@ public:
 
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override; // of the application
 
 private:
     struct Place {
         int position; // in the arrangement
         QPointer<ToolbarItem> item;
     };
+    struct Shown {
+        QPointer<ToolbarItem> item;
+        QAction *action;
+    };
     [[nodiscard]] QStringList identifiers();
     [[nodiscard]] QStringList askForList(const char *selector);
     [[nodiscard]] ToolbarItem *itemFor(const QString &identifier, bool willBeInserted);
     [[nodiscard]] QList<Place> places(const QStringList &identifiers);
     void rebuild();
+    void arrange(const QList<QPointer<ToolbarItem>> &items);
+    [[nodiscard]] QAction *makeAction(ToolbarItem *item);
+    void orderFocus();
     void addDisplayModes(QMenu *menu);
 
     QString m_identifier;
     std::shared_ptr<ToolbarArrangement> m_arrangement;
     rt::Weak<> m_delegate;
     QHash<QString, QPointer<ToolbarItem>> m_items;
-    ToolbarRow *m_row;
+    QList<Shown> m_shown;
     QPointer<ToolbarCustomization> m_sheet;
+    QTimer m_validation;
 };
 
 // The tool-bar of a window; nullptr when it has none.

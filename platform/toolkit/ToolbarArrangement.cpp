@@ -5,6 +5,7 @@
 
 #include <QHash>
 #include <QSet>
+#include <algorithm>
 
 namespace platform {
 
@@ -13,23 +14,11 @@ namespace {
 const QString keyItems = u"items"_s;
 const QString keyDisplayMode = u"displayMode"_s;
 
-QString nameOf(ToolbarDisplayMode mode) {
-    switch (mode) {
-    case ToolbarDisplayMode::IconOnly:
-        return u"icon"_s;
-    case ToolbarDisplayMode::TextOnly:
-        return u"text"_s;
-    case ToolbarDisplayMode::IconAndText:
-        break;
-    }
-    return u"iconAndText"_s;
-}
+// By the number of the mode; the first is the one of a fresh tool-bar.
+const QStringList modeNames{u"iconAndText"_s, u"icon"_s, u"text"_s};
 
 ToolbarDisplayMode modeNamed(const QString &name) {
-    for (const ToolbarDisplayMode mode : {ToolbarDisplayMode::IconOnly, ToolbarDisplayMode::TextOnly})
-        if (name == nameOf(mode))
-            return mode;
-    return ToolbarDisplayMode::IconAndText;
+    return ToolbarDisplayMode(std::max(qsizetype(0), modeNames.indexOf(name)));
 }
 
 } // namespace
@@ -103,7 +92,7 @@ void ToolbarArrangement::write() {
     if (m_identifiers)
         stored.insert(keyItems, QVariantList(m_identifiers->cbegin(), m_identifiers->cend()));
     if (m_displayMode != ToolbarDisplayMode::IconAndText)
-        stored.insert(keyDisplayMode, nameOf(m_displayMode));
+        stored.insert(keyDisplayMode, modeNames[int(m_displayMode)]);
     services().userDefaults->setValue(key(), stored.isEmpty() ? rt::Value() : rt::Value(stored));
     services().userDefaults->synchronize();
     Q_EMIT changed();

@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleOptionToolButton>
+#include <QToolButton>
 
 namespace platform {
 
@@ -14,49 +15,63 @@ constexpr int labelDrop = 1;   // points lower, so that labels stand in line wit
 constexpr int arrowSide = 7;   // points, of the mark of a menu
 constexpr int arrowSpace = 12; // points kept free for it on either side of the view
 
-Qt::ToolButtonStyle styleOf(ToolbarDisplayMode mode) {
-    switch (mode) {
-    case ToolbarDisplayMode::IconOnly:
-        return Qt::ToolButtonIconOnly;
-    case ToolbarDisplayMode::TextOnly:
-        return Qt::ToolButtonTextOnly;
-    case ToolbarDisplayMode::IconAndText:
-        break;
-    }
-    return Qt::ToolButtonTextUnderIcon;
+constexpr int fixedSpace = 24; // points
+
+QWidget *makeSpace(bool isFlexible, QWidget *parent) {
+    auto *space = new QWidget(parent);
+    if (isFlexible)
+        space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    else
+        space->setFixedWidth(fixedSpace);
+    return space;
 }
 
 } // namespace
 
-ToolbarButton::ToolbarButton(ToolbarItem *item, ToolbarDisplayMode mode)
-    : m_item(item)
-    , m_mode(mode) {
-    setAutoRaise(true);
-    setFocusPolicy(Qt::TabFocus);
-    setIconSize(QSize(toolbarImageSide, toolbarImageSide));
-    setToolButtonStyle(styleOf(mode));
-    connect(item, &ToolbarItem::changed, this, &ToolbarButton::fill);
-    connect(this, &QToolButton::clicked, this, [this] {
+ToolbarAction::ToolbarAction(ToolbarItem *item, QToolBar *toolbar)
+    : QWidgetAction(toolbar)
+    , m_item(item)
+    , m_toolbar(toolbar) {
+    connect(item, &ToolbarItem::changed, this, &ToolbarAction::fill);
+    connect(this, &QAction::triggered, this, [this] {
         if (m_item)
-            m_item->perform(this);
+            m_item->perform(control());
     });
-    fill();
 }
 
-void ToolbarButton::fill() {
-    setObjectName(m_item->controlName());
-    setText(m_item->label());
+QWidget *ToolbarAction::control() {
+    QWidget *widget = m_toolbar->widgetForAction(this);
+    auto *cell = qobject_cast<ToolbarViewCell *>(widget);
+    return cell ? cell->view() : widget;
+}
+
+QWidget *ToolbarAction::createWidget(QWidget *parent) {
+    const QString &identifier = m_item->itemIdentifier();
+    if (isStandardToolbarIdentifier(identifier))
+        return makeSpace(identifier == toolbarFlexibleSpaceIdentifier, parent);
+    const bool showsText = m_toolbar->toolButtonStyle() == Qt::ToolButtonTextOnly;
+    QWidget *view = showsText ? nullptr : m_item->makeView();
+    return view ? new ToolbarViewCell(m_item, view, m_toolbar) : nullptr;
+}
+
+void ToolbarAction::fill() {
+    setText(withoutMnemonic(m_item->label()));
+    setIconText(m_item->label()); // with its mnemonic, on the button
     setIcon(m_item->image());
     setToolTip(m_item->toolTip());
-    setAccessibleName(withoutMnemonic(m_item->label()));
-    setAccessibleDescription(m_item->toolTip());
     setEnabled(m_item->isEnabled());
+    if (auto *button = qobject_cast<QToolButton *>(m_toolbar->widgetForAction(this))) {
+        button->setObjectName(m_item->controlName());
+        button->setFocusPolicy(Qt::TabFocus);
+    }
 }
 
-ToolbarViewCell::ToolbarViewCell(ToolbarItem *item, QWidget *view, ToolbarDisplayMode mode)
-    : m_item(item)
+ToolbarViewCell::ToolbarViewCell(ToolbarItem *item, QWidget *view, QToolBar *toolbar)
+    : QWidget(toolbar)
+    , m_item(item)
     , m_view(view)
-    , m_mode(mode) {
+    , m_showsLabel(toolbar->toolButtonStyle() == Qt::ToolButtonTextUnderIcon) {
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred); // moves to the other row before it gets narrow
     view->setParent(this);
     view->show();
     connect(item, &ToolbarItem::changed, this, &ToolbarViewCell::fill);
@@ -84,7 +99,7 @@ QSize ToolbarViewCell::sizeHint() const {
     QSize size = viewSize();
     if (m_item && m_item->menu())
         size.rwidth() += 2 * arrowSpace;
-    if (m_item && m_mode == ToolbarDisplayMode::IconAndText) {
+    if (m_item && m_showsLabel) {
         const QFontMetrics metrics(font());
         size.setWidth(std::max(size.width(), metrics.horizontalAdvance(withoutMnemonic(m_item->label()))));
         size.rheight() += labelGap + metrics.height();
@@ -97,7 +112,7 @@ void ToolbarViewCell::resizeEvent(QResizeEvent *) {
         return;
     const QSize size = viewSize();
     int top = margin;
-    if (m_mode == ToolbarDisplayMode::IconOnly)
+    if (!m_showsLabel)
         top = (height() - size.height()) / 2;
     m_view->setGeometry(QRect(QPoint((width() - size.width()) / 2, top), size));
 }
@@ -120,7 +135,7 @@ void ToolbarViewCell::paintEvent(QPaintEvent *) {
         option.rect = QRect(view.right() + 3, view.center().y() - arrowSide / 2, arrowSide, arrowSide);
         style()->drawPrimitive(QStyle::PE_IndicatorArrowDown, &option, &painter, this);
     }
-    if (m_mode != ToolbarDisplayMode::IconAndText)
+    if (!m_showsLabel)
         return;
     const int top = view.bottom() + 1 + labelGap + labelDrop;
     const QRect text(0, top, width(), height() - top);

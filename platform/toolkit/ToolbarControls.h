@@ -1,32 +1,38 @@
-// What a tool-bar shows for one item: a button, or the item's own view with its label.
+// What a tool-bar shows for one item: a button, a space, or the item's own view with its label.
 #pragma once
 
-#include "platform/toolkit/ToolbarArrangement.h"
 #include "platform/toolkit/ToolbarItem.h"
 
-#include <QToolButton>
+#include <QToolBar>
+#include <QWidgetAction>
 
 namespace platform {
 
-inline constexpr int toolbarImageSide = 32; // points
-
-// Bears the item's control name itself.
-class ToolbarButton : public QToolButton {
+// An item in one tool-bar. Triggered when the item's button is used.
+class ToolbarAction : public QWidgetAction {
     Q_OBJECT
 public:
-    ToolbarButton(ToolbarItem *item, ToolbarDisplayMode mode);
+    ToolbarAction(ToolbarItem *item, QToolBar *toolbar);
+    // The item's button or view; nullptr while the action is not in the tool-bar.
+    [[nodiscard]] QWidget *control();
+    // Puts image, label and tool tip of the item into the action and its button. To be called when the action
+    // has been put into the tool-bar; it happens by itself when the item changes.
+    void fill();
+
+protected:
+    // nullptr: the tool-bar makes a button.
+    [[nodiscard]] QWidget *createWidget(QWidget *parent) override;
 
 private:
-    void fill();
     QPointer<ToolbarItem> m_item;
-    ToolbarDisplayMode m_mode;
+    QToolBar *m_toolbar; // the parent
 };
 
 // The view bears the control name. The label below it belongs to the item too: a click on it is its action.
 class ToolbarViewCell : public QWidget {
     Q_OBJECT
 public:
-    ToolbarViewCell(ToolbarItem *item, QWidget *view, ToolbarDisplayMode mode);
+    ToolbarViewCell(ToolbarItem *item, QWidget *view, QToolBar *toolbar);
     [[nodiscard]] QWidget *view() const { return m_view; }
     [[nodiscard]] QSize sizeHint() const override;
 
@@ -42,7 +48,7 @@ private:
     [[nodiscard]] QSize viewSize() const;
     QPointer<ToolbarItem> m_item;
     QPointer<QWidget> m_view;
-    ToolbarDisplayMode m_mode;
+    bool m_showsLabel;
 };
 
 } // namespace platform

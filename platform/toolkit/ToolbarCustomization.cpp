@@ -4,30 +4,86 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QListWidget>
+#include <QPainter>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 namespace platform {
 
+namespace {
+
+constexpr int imageSide = 24; // points
+
+// Of an item that has no image because it has no look: a thin line or a stretch.
+QIcon standardIcon(const QString &identifier, const QPalette &palette) {
+    QPixmap pixmap(QSize(imageSide, imageSide) * 2);
+    pixmap.setDevicePixelRatio(2);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(palette.color(QPalette::Disabled, QPalette::Text), 1.5));
+    if (identifier == toolbarSeparatorIdentifier) {
+        painter.drawLine(QPointF(12, 3), QPointF(12, 21));
+    } else {
+        painter.drawRoundedRect(QRectF(2, 5, 20, 14), 2, 2);
+        if (identifier == toolbarFlexibleSpaceIdentifier) {
+            painter.drawLine(QPointF(5, 12), QPointF(19, 12));
+            painter.drawPolyline(QPolygonF({{8, 9}, {5, 12}, {8, 15}}));
+            painter.drawPolyline(QPolygonF({{16, 9}, {19, 12}, {16, 15}}));
+        }
+    }
+    return pixmap;
+}
+
+// Two items of a plug-in may have one palette label: the label proper then tells them apart.
+QString titleOf(const ToolbarItem &item) {
+    const QString label = withoutMnemonic(item.label());
+    const QString palette = item.paletteLabel();
+    return label.isEmpty() || palette == label ? palette : palette + u" – "_s + label;
+}
+
+void fillList(QListWidget *list, const QList<ToolbarItem *> &items) {
+    const int row = list->currentRow();
+    list->clear();
+    for (const ToolbarItem *item : items) {
+        const bool standard = isStandardToolbarIdentifier(item->itemIdentifier());
+        auto *entry = new QListWidgetItem(standard ? standardIcon(item->itemIdentifier(), list->palette())
+                                                   : item->image(),
+                                          titleOf(*item), list);
+        entry->setData(Qt::UserRole, item->itemIdentifier());
+        entry->setToolTip(item->toolTip());
+    }
+    list->setCurrentRow(std::min(row, list->count() - 1));
+}
+
+QListWidget *makeList(const QString &name, const QString &accessibleName) {
+    auto *list = new QListWidget;
+    list->setObjectName(name);
+    list->setAccessibleName(accessibleName);
+    list->setIconSize(QSize(imageSide, imageSide));
+    list->setSpacing(1);
+    list->setUniformItemSizes(true);
+    return list;
+}
+
+} // namespace
+
 ToolbarCustomization::ToolbarCustomization(QWidget *widget, CustomizableToolbar *toolbar)
     : QDialog(widget->window())
     , m_widget(widget)
     , m_toolbar(toolbar)
-    , m_palette(new ToolbarItemList)
-    , m_arrangement(new ToolbarItemList)
+    , m_palette(makeList(customization::palette, tr("Items that can be added")))
+    , m_arrangement(makeList(customization::arrangement, tr("Items in the tool-bar, in order")))
     , m_displayMode(new QComboBox) {
     setObjectName(customization::sheet);
     setWindowTitle(tr("Customize tool-bar"));
-    m_palette->setObjectName(customization::palette);
-    m_palette->setAccessibleName(tr("Items that can be added"));
-    m_arrangement->setObjectName(customization::arrangement);
-    m_arrangement->setAccessibleName(tr("Items in the tool-bar, in order"));
     m_displayMode->setObjectName(customization::displayMode);
     m_displayMode->addItems({tr("Icon and text"), tr("Icon only"), tr("Text only")});
-    m_add = button(customization::addButton, tr("&Add"), &ToolbarCustomization::add);
-    m_remove = button(customization::removeButton, tr("&Remove"), &ToolbarCustomization::remove);
-    m_earlier = button(customization::earlierButton, tr("Move &earlier"), &ToolbarCustomization::moveEarlier);
-    m_later = button(customization::laterButton, tr("Move &later"), &ToolbarCustomization::moveLater);
+    m_add = button(customization::addButton, tr("&Add"), [this] { add(); });
+    m_remove = button(customization::removeButton, tr("&Remove"), [this] { remove(); });
+    m_earlier = button(customization::earlierButton, tr("Move &earlier"), [this] { move(-1); });
+    m_later = button(customization::laterButton, tr("Move &later"), [this] { move(+1); });
     build();
     connectControls();
     refresh();
@@ -36,7 +92,7 @@ ToolbarCustomization::ToolbarCustomization(QWidget *widget, CustomizableToolbar 
 }
 
 QPushButton *ToolbarCustomization::button(const QString &name, const QString &text,
-                                          void (ToolbarCustomization::*operation)()) {
+                                          const std::function<void()> &operation) {
     auto *made = new QPushButton(text);
     made->setObjectName(name);
     made->setAutoDefault(false);
@@ -50,8 +106,7 @@ void ToolbarCustomization::build() {
         label->setBuddy(buddy);
         return label;
     };
-    auto *hint = new QLabel(tr("Drag items between the lists, or select one and use the buttons. "
-                               "Changes show at once."));
+    auto *hint = new QLabel(tr("Select an item and use the buttons. Changes show at once."));
     hint->setWordWrap(true);
     auto *buttons = new QVBoxLayout;
     buttons->addStretch();
@@ -70,8 +125,10 @@ void ToolbarCustomization::build() {
     lists->addWidget(m_arrangement, 1, 2);
     lists->setColumnStretch(0, 1);
     lists->setColumnStretch(2, 1);
-    QPushButton *restoreDefault =
-        button(customization::restoreButton, tr("Restore &default"), &ToolbarCustomization::restore);
+    QPushButton *restoreDefault = button(customization::restoreButton, tr("Restore &default"), [this] {
+        if (m_widget)
+            m_toolbar->restoreDefault();
+    });
     auto *done = new QPushButton(tr("D&one"));
     done->setObjectName(customization::doneButton);
     done->setDefault(true);
@@ -92,13 +149,8 @@ void ToolbarCustomization::build() {
 }
 
 void ToolbarCustomization::connectControls() {
-    for (ToolbarItemList *list : {m_palette, m_arrangement}) {
+    for (QListWidget *list : {m_palette, m_arrangement})
         connect(list, &QListWidget::currentRowChanged, this, &ToolbarCustomization::updateButtons);
-        connect(
-            list, &ToolbarItemList::rowDropped, this,
-            [this, list](ToolbarItemList *source, int from, int to) { dropped(list, source, from, to); },
-            Qt::QueuedConnection); // the lists are filled afresh: not while a drag is running in one
-    }
     connect(m_palette, &QListWidget::itemActivated, this, &ToolbarCustomization::add);
     connect(m_arrangement, &QListWidget::itemActivated, this, &ToolbarCustomization::remove);
     connect(m_displayMode, &QComboBox::activated, this, [this](int index) {
@@ -111,12 +163,8 @@ void ToolbarCustomization::connectControls() {
 void ToolbarCustomization::refresh() {
     if (!m_widget)
         return;
-    const int paletteRow = m_palette->currentRow();
-    const int row = m_arrangement->currentRow();
-    m_palette->fill(m_toolbar->paletteItems());
-    m_arrangement->fill(m_toolbar->visibleItems());
-    m_palette->setCurrentRow(std::min(paletteRow, m_palette->count() - 1));
-    m_arrangement->setCurrentRow(std::min(row, m_arrangement->count() - 1));
+    fillList(m_palette, m_toolbar->paletteItems());
+    fillList(m_arrangement, m_toolbar->visibleItems());
     m_displayMode->setCurrentIndex(int(m_toolbar->displayMode()));
     updateButtons();
 }
@@ -129,26 +177,13 @@ void ToolbarCustomization::updateButtons() {
     m_later->setEnabled(row >= 0 && row < m_arrangement->count() - 1);
 }
 
-void ToolbarCustomization::insert(int paletteRow, int index) {
-    const QListWidgetItem *item = m_palette->item(paletteRow);
-    if (!item || !m_widget)
-        return;
-    const QString identifier = item->data(Qt::UserRole).toString();
-    if (m_toolbar->insertItem(identifier, index))
-        m_arrangement->setCurrentRow(index);
-}
-
-void ToolbarCustomization::move(int from, int to) {
-    if (!m_widget)
-        return;
-    m_toolbar->moveItem(from, to);
-    m_arrangement->setCurrentRow(to);
-}
-
 // Behind the selected one, at the end when none is.
 void ToolbarCustomization::add() {
+    const QListWidgetItem *item = m_palette->currentItem();
     const int row = m_arrangement->currentRow();
-    insert(m_palette->currentRow(), row < 0 ? m_arrangement->count() : row + 1);
+    const int index = row < 0 ? m_arrangement->count() : row + 1;
+    if (m_widget && item && m_toolbar->insertItem(item->data(Qt::UserRole).toString(), index))
+        m_arrangement->setCurrentRow(index);
 }
 
 void ToolbarCustomization::remove() {
@@ -156,31 +191,12 @@ void ToolbarCustomization::remove() {
         m_toolbar->removeItem(m_arrangement->currentRow());
 }
 
-void ToolbarCustomization::moveEarlier() {
-    move(m_arrangement->currentRow(), m_arrangement->currentRow() - 1);
-}
-
-void ToolbarCustomization::moveLater() {
-    move(m_arrangement->currentRow(), m_arrangement->currentRow() + 1);
-}
-
-void ToolbarCustomization::restore() {
-    if (m_widget)
-        m_toolbar->restoreDefault();
-}
-
-void ToolbarCustomization::dropped(ToolbarItemList *target, ToolbarItemList *source, int from, int to) {
-    if (!m_widget || from < 0 || from >= source->count())
+void ToolbarCustomization::move(int by) {
+    if (!m_widget)
         return;
-    if (target == m_palette) {
-        if (source == m_arrangement)
-            m_toolbar->removeItem(from);
-        return;
-    }
-    if (source == m_palette)
-        insert(from, to);
-    else
-        move(from, to > from ? to - 1 : to); // the row has left its old place by then
+    const int to = m_arrangement->currentRow() + by;
+    m_toolbar->moveItem(m_arrangement->currentRow(), to);
+    m_arrangement->setCurrentRow(to);
 }
 
 } // namespace platform

@@ -4,10 +4,10 @@
 #include "platform/toolkit/CustomizableToolbar.h"
 
 #include <QDialog>
-#include <QListWidget>
 #include <QPointer>
 
 class QComboBox;
+class QListWidget;
 class QPushButton;
 
 namespace platform {
@@ -26,31 +26,6 @@ inline const QString restoreButton = u"toolbarRestoreButton"_s;
 inline const QString doneButton = u"toolbarDoneButton"_s;
 } // namespace customization
 
-inline const QString toolbarItemMimeType = u"application/x-parlo-toolbar-item"_s;
-
-// A list whose rows can be dragged to the other list or, in the arrangement, to another place.
-class ToolbarItemList : public QListWidget {
-    Q_OBJECT
-public:
-    explicit ToolbarItemList(QWidget *parent = nullptr);
-    void fill(const QList<ToolbarItem *> &items);
-
-Q_SIGNALS:
-    // `from` is the row in `source`; `to` the row before which it was dropped here.
-    void rowDropped(platform::ToolbarItemList *source, int from, int to);
-
-protected:
-    [[nodiscard]] QStringList mimeTypes() const override;
-    [[nodiscard]] QMimeData *mimeData(const QList<QListWidgetItem *> &items) const override;
-    void startDrag(Qt::DropActions actions) override;
-    void dragMoveEvent(QDragMoveEvent *event) override;
-    void dropEvent(QDropEvent *event) override;
-    [[nodiscard]] Qt::DropActions supportedDropActions() const override { return Qt::MoveAction; }
-
-private:
-    [[nodiscard]] int rowBefore(const QPoint &position) const;
-};
-
 class ToolbarCustomization : public QDialog {
     Q_OBJECT
 public:
@@ -61,21 +36,16 @@ public:
 private:
     void build();
     void connectControls();
-    QPushButton *button(const QString &name, const QString &text, void (ToolbarCustomization::*operation)());
+    QPushButton *button(const QString &name, const QString &text, const std::function<void()> &operation);
     void add();
     void remove();
-    void moveEarlier();
-    void moveLater();
-    void restore();
-    void dropped(ToolbarItemList *target, ToolbarItemList *source, int from, int to);
-    void insert(int paletteRow, int index);
-    void move(int from, int to);
+    void move(int by);
     void updateButtons();
 
     QPointer<QWidget> m_widget;
     CustomizableToolbar *m_toolbar; // as long as m_widget lives
-    ToolbarItemList *m_palette;
-    ToolbarItemList *m_arrangement;
+    QListWidget *m_palette;
+    QListWidget *m_arrangement;
     QComboBox *m_displayMode;
     QPushButton *m_add;
     QPushButton *m_remove;

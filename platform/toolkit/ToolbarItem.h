@@ -62,7 +62,7 @@ public:
     void setView(ViewMaker make, ViewFiller fill);
     [[nodiscard]] QWidget *makeView() const; // nullptr: the item has none
     void fillView(QWidget *view) const;
-    // What the item opens; where there is no room for its control it is a submenu. Not owned.
+    // What the item opens: an item with a view shows that there is one. Not owned.
     void setMenu(QMenu *menu);
     [[nodiscard]] QMenu *menu() const { return m_menu; }
 
