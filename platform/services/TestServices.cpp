@@ -42,7 +42,7 @@ void VirtualRunLoop::advance(double seconds) {
         m_pending.erase(m_pending.begin());
         m_now = std::max(m_now, next.due);
         if (next.callback)
-            contained("run loop", next.callback);
+            guarded("run loop", next.callback);
     }
     m_now = std::max(m_now, end);
 }
@@ -65,14 +65,6 @@ void MemoryNotificationBus::post(const QString &name, const QString &sender, con
         if (!alive.expired())
             m_observers.deliver(name, arriving);
     });
-}
-
-ObserverId MemoryNotificationBus::addObserver(const QString &name, Handler handler) {
-    return m_observers.add(name, std::move(handler));
-}
-
-void MemoryNotificationBus::removeObserver(ObserverId observer) {
-    m_observers.remove(observer);
 }
 
 // Workspace
@@ -102,10 +94,6 @@ QString TableWorkspace::executablePath(const QString &bundlePath) const {
     return {};
 }
 
-QStringList TableWorkspace::runningApplications() const {
-    return running;
-}
-
 bool TableWorkspace::launchApplication(const QString &identifier) {
     if (pathForBundleIdentifier(identifier).isNull())
         return false;
@@ -120,32 +108,12 @@ bool TableWorkspace::startProcess(const QString &executable, const QStringList &
     return true;
 }
 
-int TableWorkspace::systemVersion() const {
-    return version;
-}
-
-QString TableWorkspace::homeFolder() const {
-    return home;
-}
-
-QString TableWorkspace::documentsFolder() const {
-    return documents;
-}
-
 bool TableWorkspace::openInFileBrowser(const QString &folder) {
     opened.append(folder);
     return true;
 }
 
-void TableWorkspace::activateThisApplication() {
-    ++activations;
-}
-
 // User defaults
-
-rt::Value MemoryUserDefaults::value(const QString &key) const {
-    return values.value(key);
-}
 
 void MemoryUserDefaults::setValue(const QString &key, const rt::Value &value) {
     changeDefault(&values, key, value);
@@ -154,10 +122,6 @@ void MemoryUserDefaults::setValue(const QString &key, const rt::Value &value) {
 bool MemoryUserDefaults::synchronize() {
     ++synchronizations;
     return true;
-}
-
-rt::Value MemoryUserDefaults::valueInDomain(const QString &domain, const QString &key) const {
-    return domains.value(domain).value(key);
 }
 
 // Bundle

@@ -48,8 +48,10 @@ public:
         : m_runLoop(runLoop) {}
     void post(const QString &name, const QString &sender, const TextMap &userInfo,
               bool deliverImmediately) override;
-    [[nodiscard]] ObserverId addObserver(const QString &name, Handler handler) override;
-    void removeObserver(ObserverId observer) override;
+    [[nodiscard]] ObserverId addObserver(const QString &name, Handler handler) override {
+        return m_observers.add(name, std::move(handler));
+    }
+    void removeObserver(ObserverId observer) override { m_observers.remove(observer); }
 
     // Everything posted so far, in order, also what nobody observed; not what was refused.
     [[nodiscard]] const QList<Posted> &posted() const { return m_posted; }
@@ -90,14 +92,14 @@ public:
     [[nodiscard]] QString pathForBundleIdentifier(const QString &identifier) const override;
     [[nodiscard]] bool isFilePackage(const QString &path) const override;
     [[nodiscard]] QString executablePath(const QString &bundlePath) const override;
-    [[nodiscard]] QStringList runningApplications() const override;
+    [[nodiscard]] QStringList runningApplications() const override { return running; }
     bool launchApplication(const QString &identifier) override;
     bool startProcess(const QString &executable, const QStringList &arguments) override;
-    [[nodiscard]] int systemVersion() const override;
-    [[nodiscard]] QString homeFolder() const override;
-    [[nodiscard]] QString documentsFolder() const override;
+    [[nodiscard]] int systemVersion() const override { return version; }
+    [[nodiscard]] QString homeFolder() const override { return home; }
+    [[nodiscard]] QString documentsFolder() const override { return documents; }
     bool openInFileBrowser(const QString &folder) override;
-    void activateThisApplication() override;
+    void activateThisApplication() override { ++activations; }
 };
 
 class MemoryUserDefaults : public UserDefaults {
@@ -106,10 +108,12 @@ public:
     QMap<QString, QVariantMap> domains;
     int synchronizations = 0;
 
-    [[nodiscard]] rt::Value value(const QString &key) const override;
+    [[nodiscard]] rt::Value value(const QString &key) const override { return values.value(key); }
     void setValue(const QString &key, const rt::Value &value) override;
     bool synchronize() override;
-    [[nodiscard]] rt::Value valueInDomain(const QString &domain, const QString &key) const override;
+    [[nodiscard]] rt::Value valueInDomain(const QString &domain, const QString &key) const override {
+        return domains.value(domain).value(key);
+    }
 };
 
 // A bundle that answers each key with the key in brackets ("[NoVelaClient]") and has a small image of every

@@ -1,7 +1,7 @@
 // Sheets and modal sessions.
+#include "platform/Guarded.h"
 #include "platform/toolkit/Windows.h"
 
-#include <QDebug>
 #include <QDialog>
 #include <QGuiApplication>
 #include <QWindow>
@@ -101,12 +101,8 @@ private:
         // Before the handler, which may open the next sheet.
         if (m_window)
             Activation::passOn(static_cast<QDialog *>(parent())->windowHandle(), m_window->windowHandle());
-        try {
-            if (ended)
-                ended(result);
-        } catch (...) {
-            qWarning("A sheet's handler failed");
-        }
+        if (ended)
+            guarded("a sheet's handler", [&] { ended(result); });
     }
 
     void abandon(QDialog *sheet) {

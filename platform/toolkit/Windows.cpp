@@ -1,6 +1,7 @@
 #include "platform/toolkit/Windows.h"
 
-#include <QDebug>
+#include "platform/Guarded.h"
+
 #include <QLabel>
 #include <QLineEdit>
 #include <QWidget>
@@ -35,16 +36,6 @@ QList<CloseObserver> &closeObservers() {
 rt::Weak<> &delegateReference() {
     static auto *delegate = new rt::Weak<>;
     return *delegate;
-}
-
-// Keeps what a handler throws from the code that only tells it something.
-template<typename Handler, typename Argument>
-void callHandler(const Handler &handler, Argument argument) {
-    try {
-        handler(argument);
-    } catch (...) {
-        qWarning("A window's handler failed");
-    }
 }
 
 bool hasRuntimeClass(const rt::Object *object, const QString &className) {
@@ -112,7 +103,7 @@ void windowWillClose(QWidget *window) {
     const QPointer<QWidget> alive = window;
     for (const CloseObserver &observer : observers)
         if (observer.owner && alive)
-            callHandler(observer.handler, window);
+            guarded("a window's handler", [&] { observer.handler(window); });
 }
 
 bool isViewOfKind(const QWidget *view, const QString &className) {

@@ -1,5 +1,5 @@
 // Replacements of the host methods that change appointments without an editor.
-#include "plugin/hooks/hookGuard.h"
+#include "platform/Guarded.h"
 #include "plugin/hooks/hookReplacements.h"
 #include "plugin/hooks/hookTable.h"
 #include "plugin/host/adapters/vlCCGridViewController.h"
@@ -29,7 +29,7 @@ bool isCurrentVelaMeeting(rt::Object *gridWrapper) {
 template<typename Update>
 rt::Value changeOnGrid(HookRowName row, rt::Object *self, rt::Args arguments, Update update) {
     const rt::Weak<> grid(self);
-    const int result = guarded("changing a meeting on the calendar", refused, [&grid, &update] {
+    const int result = platform::guarded("changing a meeting on the calendar", refused, [&grid, &update] {
         if (!isCurrentVelaMeeting(grid.get()))
             return accepted;
         return update(vlCalendarActionMgr::sharedInstance(), grid.get());
@@ -46,7 +46,7 @@ struct Deletion {
 };
 
 Deletion deleteMeetingOf(const rt::Weak<> &event) {
-    return guarded("deleting a meeting on the calendar", Deletion{true, refused, false}, [&event] {
+    return platform::guarded("deleting a meeting on the calendar", Deletion{true, refused, false}, [&event] {
         vlCalendarActionMgr &manager = vlCalendarActionMgr::sharedInstance();
         if (!manager.isCurVelaMeeting(event.get()))
             return Deletion{false, accepted, true};
@@ -101,7 +101,7 @@ rt::Value switchToSeries(rt::Object *self, rt::Selector, rt::Args arguments) {
     // one closed.
     const QPointer<QWidget> window = QApplication::activeWindow();
     rt::Value result = callHost(HookRowName::SwitchToSeries, self, arguments);
-    guarded("following the switch to the series", [&window] {
+    platform::guarded("following the switch to the series", [&window] {
         const QPointer<vlActionAdditionView> strip = dynamic_cast<vlActionAdditionView *>(
             vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(window));
         if (!strip)

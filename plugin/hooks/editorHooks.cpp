@@ -1,5 +1,5 @@
 // Replacements of the host methods of an appointment editor and of the record that it stores.
-#include "plugin/hooks/hookGuard.h"
+#include "platform/Guarded.h"
 #include "plugin/hooks/hookReplacements.h"
 #include "plugin/hooks/hookTable.h"
 #include "plugin/link/meetingKeys.h"
@@ -24,19 +24,21 @@ struct Decision {
 };
 
 EditorStrip *stripOf(const rt::Weak<> &editor) {
-    return guarded("finding the meeting buttons", static_cast<EditorStrip *>(nullptr),
-                   [&editor] { return vlMeetingWindows::stripOfEditor(editor.get()); });
+    return platform::guarded("finding the meeting buttons", static_cast<EditorStrip *>(nullptr),
+                             [&editor] { return vlMeetingWindows::stripOfEditor(editor.get()); });
 }
 
 // Asks the workflow what the operation needs. When that itself goes wrong, the operation is held back: the
 // editor stays open with its changes.
 Decision decide(const rt::Weak<> &editor, HostAction action) {
-    return guarded("saving an appointment with a meeting", Decision{false, false}, [&editor, action] {
-        vlApptUIActionMgr &manager = vlApptUIActionMgr::sharedInstance();
-        const int result = manager.handleVLMeeting(editor.get(), {{keyApptViewActionID, quint32(action)}});
-        return Decision{result == vlApptUIActionMgr::hostMayProceed,
-                        manager.getActionResultWithCalEventEditorViewCtrl(editor.get())};
-    });
+    return platform::guarded(
+        "saving an appointment with a meeting", Decision{false, false}, [&editor, action] {
+            vlApptUIActionMgr &manager = vlApptUIActionMgr::sharedInstance();
+            const int result =
+                manager.handleVLMeeting(editor.get(), {{keyApptViewActionID, quint32(action)}});
+            return Decision{result == vlApptUIActionMgr::hostMayProceed,
+                            manager.getActionResultWithCalEventEditorViewCtrl(editor.get())};
+        });
 }
 
 // The editor may go away while the workflow is asked; then nothing is left to save.
@@ -72,7 +74,7 @@ rt::Value editorSaveAndCloseWithError(rt::Object *self, rt::Selector, rt::Args a
 }
 
 rt::Value editorSend(rt::Object *self, rt::Selector, rt::Args arguments) {
-    const bool matched = guarded("checking for whom the meeting is", false, [self] {
+    const bool matched = platform::guarded("checking for whom the meeting is", false, [self] {
         vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
         if (manager.checkScheduleOwnerMatched(self))
             return true;
@@ -92,7 +94,7 @@ rt::Value editorPassThroughRow(HookRowName row, rt::Object *self, rt::Args argum
 rt::Value editorFromFieldModified(rt::Object *self, rt::Selector, rt::Args arguments) {
     const rt::Weak<> editor(self);
     rt::Value result = callHost(HookRowName::EditorFromFieldModified, self, arguments);
-    guarded("following the From field", [&editor] {
+    platform::guarded("following the From field", [&editor] {
         EditorStrip *strip = stripOf(editor);
         if (!strip)
             return;
@@ -108,7 +110,7 @@ rt::Value editorRecurrenceEnded(rt::Object *self, rt::Selector, rt::Args argumen
     const rt::Weak<> editor(self);
     const auto returnCode = quint32(rt::integerValue(arguments[1]));
     rt::Value result = callHost(HookRowName::EditorRecurrenceEnded, self, arguments);
-    guarded("following the recurrence", [&editor, returnCode] {
+    platform::guarded("following the recurrence", [&editor, returnCode] {
         if (returnCode > lastRefreshingReturnCode)
             return;
         if (EditorStrip *strip = stripOf(editor))
@@ -118,7 +120,7 @@ rt::Value editorRecurrenceEnded(rt::Object *self, rt::Selector, rt::Args argumen
 }
 
 rt::Value editorHostWordMailEditor(rt::Object *self, rt::Selector, rt::Args arguments) {
-    guarded("taking the body editor", [&arguments, self] {
+    platform::guarded("taking the body editor", [&arguments, self] {
         vlMeetingMgr::sharedInstance().setOLWordMailEditor(rt::objectValue(arguments[0]), self);
     });
     return callHost(HookRowName::EditorHostWordMailEditor, self, arguments);
@@ -126,7 +128,7 @@ rt::Value editorHostWordMailEditor(rt::Object *self, rt::Selector, rt::Args argu
 
 rt::Value recordSave(rt::Object *self, rt::Selector, rt::Args arguments) {
     const rt::Weak<> record(self);
-    guarded("bringing the stored meeting up to date", [self] {
+    platform::guarded("bringing the stored meeting up to date", [self] {
         if (vlCalendarActionMgr::sharedInstance().isCurVelaMeeting(self))
             updateVlKeyInfoToAppointment(self);
         else if (vlMeetingDataMgr::sharedInstance().isPACMeeting())

@@ -1,8 +1,8 @@
 // Replacements of the host methods of an editor's header and of those that open its window.
+#include "platform/Guarded.h"
 #include "platform/services/Services.h"
 #include "platform/toolkit/Frames.h"
 #include "platform/toolkit/Windows.h"
-#include "plugin/hooks/hookGuard.h"
 #include "plugin/hooks/hookReplacements.h"
 #include "plugin/hooks/hookTable.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
@@ -122,7 +122,7 @@ Strips directStrips(rt::Object *object) {
 
 rt::Value makeHeader(HookRowName row, const QString &headerClass, rt::Object *self, rt::Args arguments) {
     rt::Value made = callHost(row, self, arguments);
-    guarded("making the meeting buttons", [&made, &headerClass] {
+    platform::guarded("making the meeting buttons", [&made, &headerClass] {
         rt::Object *object = rt::objectValue(made);
         QWidget *header = rt::widgetValue(made);
         if (header && isExactly(object, headerClass))
@@ -141,7 +141,7 @@ rt::Value drawHeader(HookRowName row, const QString &headerClass, const HeaderPa
                      rt::Args arguments) {
     const rt::Weak<> view(self);
     rt::Value drawn = callHost(row, self, arguments);
-    guarded("placing the meeting buttons", [&view, &headerClass, &parts] {
+    platform::guarded("placing the meeting buttons", [&view, &headerClass, &parts] {
         if (!isExactly(view.get(), headerClass))
             return;
         const Strips strips = parts.strips(view.get());
@@ -182,7 +182,7 @@ rt::Value editorShownRow(HookRowName row, rt::Object *self, rt::Args arguments) 
     // the next turn of the loop.
     const rt::Weak<> event(rt::objectValue(arguments[0]));
     rt::Value shown = callHost(row, self, arguments);
-    guarded("telling the meeting buttons about their editor", [&shown, &event] {
+    platform::guarded("telling the meeting buttons about their editor", [&shown, &event] {
         const rt::Weak<> controller(rt::objectValue(shown));
         platform::services().runLoop->callAfter(0, [event, controller] {
             QVariantMap notice;

@@ -1,6 +1,6 @@
 #include "plugin/hooks/loadSteps.h"
 
-#include "plugin/hooks/hookGuard.h"
+#include "platform/Guarded.h"
 #include "plugin/hooks/hookTable.h"
 #include "plugin/hooks/vlHookERageMainWindowController.h"
 #include "plugin/link/discovery/vlAppHelper.h"
@@ -76,5 +76,5 @@ std::span<const LoadStep> loadSteps() {
 
 void runLoadSteps() {
     for (const LoadStep &step : steps)
-        hooks::guarded(step.hookClass, [&step] { run(step); });
+        platform::guarded(step.hookClass, [&step] { run(step); });
 }

@@ -1,6 +1,6 @@
 #include "plugin/load/pluginLoad.h"
 
-#include "plugin/hooks/hookGuard.h"
+#include "platform/Guarded.h"
 #include "plugin/hooks/loadSteps.h"
 #include "plugin/host/body/bodyPorts.h"
 #include "plugin/link/linkPorts.h"
@@ -27,7 +27,7 @@ void loadPlugin() {
     if (loaded)
         return;
     loaded = true;
-    hooks::guarded("loading the plug-in", [] {
+    platform::guarded("loading the plug-in", [] {
         fillPluginPorts();
         runLoadSteps();
     });

@@ -113,7 +113,7 @@ TEST_P(DistributedContract, WhoIsRemovedHearsNoMoreAndTheOthersStillDo) {
 }
 
 TEST_P(DistributedContract, WhatAnObserverThrowsDoesNotReachTheOthers) {
-    expectWarning(u"a callback failed: on purpose"_s);
+    expectWarning(u"notification: on purpose"_s);
     std::ignore = center->addObserver(
         channel, [](const QString &, const TextMap &) { throw std::runtime_error("on purpose"); });
     std::ignore = center->addObserver(channel, note());

@@ -1,7 +1,7 @@
-// Who wants to hear of which name.
+// Handlers registered by notification name.
 #pragma once
 
-#include "platform/services/Contained.h"
+#include "platform/Guarded.h"
 
 #include <QList>
 #include <QString>
@@ -64,7 +64,7 @@ public:
             previous = next->id;
             const std::shared_ptr<const Handler> handler = next->handler; // a handler may remove itself
             if (*handler)
-                contained("notification", *handler, name, userInfo);
+                guarded("notification", [&] { (*handler)(name, userInfo); });
         }
     }
 

@@ -1,7 +1,7 @@
 #include "platform/services/bus/SessionBus.h"
 
+#include "platform/Guarded.h"
 #include "platform/Literals.h"
-#include "platform/services/Contained.h"
 #include "platform/services/bus/NotificationSignal.h"
 
 #include <QDeadlineTimer>
@@ -168,7 +168,7 @@ void SessionBus::process() {
     watch();
 }
 
-// Below 0: there is no bus any more. 0: nothing to do now.
+// Negative: disconnected. 0: no pending work.
 int SessionBus::processOnce() {
     const int result = sd_bus_process(m_bus.get(), nullptr);
     if (result < 0)
@@ -183,7 +183,7 @@ void SessionBus::deliverReceived() {
     while (!alive.expired() && !m_received.isEmpty()) {
         const Received next = m_received.dequeue();
         const Receiver receiver = m_receiver; // outlives this object
-        contained("session bus", receiver, next.name, next.userInfo);
+        guarded("session bus", [&] { receiver(next.name, next.userInfo); });
     }
 }
 

@@ -1,6 +1,6 @@
 #include "platform/services/runloop/QtRunLoop.h"
 
-#include "platform/services/Contained.h"
+#include "platform/Guarded.h"
 
 #include <algorithm>
 
@@ -51,7 +51,7 @@ void QtRunLoop::runDue() {
         m_pending.erase(m_pending.begin());
         armTimer(); // before the call: it may run an event loop of its own
         if (next.callback)
-            contained("run loop", next.callback);
+            guarded("run loop", next.callback);
         if (alive.expired())
             return;
     }

@@ -1,6 +1,6 @@
 #include "plugin/ui/settings/ButtonGroupViewController.h"
 
-#include "platform/services/Contained.h"
+#include "platform/Guarded.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/ui/localizationKeys.h"
 #include "plugin/ui/settings/SheetOwner.h"
@@ -36,7 +36,7 @@ void ButtonGroupViewController::onClickCancel() {
 }
 
 void ButtonGroupViewController::postCommitCommand(bool isOk) {
-    platform::contained("leaving the meeting settings", [this, isOk] {
+    platform::guarded("leaving the meeting settings", [this, isOk] {
         m_windowController->postSettingCommitCommand(
             {{keyVLUserOperator, keyVLSettingCommit}, {keyButtonClickIsOK, isOk}});
     });

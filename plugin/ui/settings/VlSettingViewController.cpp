@@ -1,6 +1,6 @@
 #include "plugin/ui/settings/VlSettingViewController.h"
 
-#include "platform/services/Contained.h"
+#include "platform/Guarded.h"
 #include "plugin/ui/localizationKeys.h"
 #include "plugin/ui/settings/SheetOwner.h"
 #include "plugin/util/localizedString.h"
@@ -47,7 +47,7 @@ bool find(const QWidget *sheet, const char *name, HeightConstraint &outlet) {
 // Exceptions thrown by an action do not leave it.
 template<typename Sender, typename Signal, typename Action>
 void onAction(Sender *sender, Signal signal, QObject *owner, Action action) {
-    QObject::connect(sender, signal, owner, [action] { platform::contained("a meeting setting", action); });
+    QObject::connect(sender, signal, owner, [action] { platform::guarded("a meeting setting", action); });
 }
 
 } // namespace

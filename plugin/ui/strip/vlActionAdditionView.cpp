@@ -1,7 +1,7 @@
 #include "plugin/ui/strip/vlActionAdditionView.h"
 
+#include "platform/Guarded.h"
 #include "platform/runtime/Runtime.h"
-#include "platform/services/Contained.h"
 #include "platform/services/Services.h"
 #include "platform/toolkit/Frames.h"
 #include "platform/toolkit/Windows.h"
@@ -50,7 +50,7 @@ template<typename Sender, typename Signal>
 void onClick(Sender *sender, Signal signal, vlActionAdditionView *strip,
              void (vlActionAdditionView::*action)()) {
     QObject::connect(sender, signal, strip, [strip, action] {
-        platform::contained("a meeting button", [strip, action] {
+        platform::guarded("a meeting button", [strip, action] {
             const ContextScope scope(strip);
             (strip->*action)();
         });

@@ -1,12 +1,13 @@
-// Keeps whatever goes wrong in the plug-in's own work from reaching the host that called it.
+// The edge between our code and other people's, which nothing that is thrown may cross.
 #pragma once
 
 #include <QtGlobal>
 #include <exception>
 
-namespace hooks {
+namespace platform {
 
-// Runs the work. What it throws ends here, with one line in the log; `fallback` is answered then.
+// Runs the work. What it throws ends here, with one line in the log that says where; `fallback` is returned
+// then.
 template<typename Work, typename Result>
 Result guarded(const char *where, Result fallback, Work &&work) noexcept {
     try {
@@ -27,4 +28,4 @@ void guarded(const char *where, Work &&work) noexcept {
     });
 }
 
-} // namespace hooks
+} // namespace platform
