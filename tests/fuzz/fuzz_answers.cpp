@@ -6,7 +6,6 @@
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/link/readers/vlGetPACHelper.h"
-#include "plugin/link/readers/vlUserProfileHelper.h"
 #include "plugin/link/requests/vlAPICommitMeeting.h"
 #include "plugin/link/requests/vlAPIMgr.h"
 #include "plugin/util/EncodeUtils.h"
@@ -75,25 +74,6 @@ void useMeeting() {
           "a request carries a dictionary");
 }
 
-void useProfile() {
-    const vlUserProfileHelper &helper = vlUserProfileHelper::sharedInstance();
-    (void)helper.getEmail();
-    (void)helper.getAccountName();
-    (void)helper.getUID();
-    (void)helper.getSnsId();
-    (void)helper.getSnsType();
-    (void)helper.myTelephonyInfo();
-    (void)helper.roomMeetingID();
-    (void)helper.thirdPartyAudioInfo();
-    (void)helper.bossesInfo();
-    (void)helper.hasSelfTelephony();
-    (void)helper.enableThirdPartyAudio();
-    (void)helper.enablePSTN();
-    (void)helper.use3rdPartyAsDefaultAudio();
-    (void)helper.useRandomPasswordByDefault();
-    (void)helper.userOption();
-}
-
 void useAccounts() {
     const vlGetPACHelper &helper = vlGetPACHelper::sharedInstance();
     const int count = helper.pacCount();
@@ -143,8 +123,6 @@ void receive(LinkHarness &harness, const Kind &kind, const QByteArray &bytes) {
     claimOutcome(harness, kind.answer, content);
     if (kind.answer == ClientAnswer::GetMeeting)
         useMeeting();
-    if (kind.answer == ClientAnswer::GetUserProfile)
-        useProfile();
     if (vlGetPACHelper::sharedInstance().hasPACInfo())
         useAccounts();
 }
