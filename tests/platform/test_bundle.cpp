@@ -1,3 +1,4 @@
+// Texts, images and windows of a bundle.
 #include "platform/Literals.h"
 #include "platform/services/bundle/Bundle.h"
 #include "platform/services/bundle/StringsTable.h"

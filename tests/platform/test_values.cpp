@@ -1,3 +1,4 @@
+// What is asked of values of any kind.
 #include "platform/runtime/Runtime.h"
 #include "platform/runtime/Value.h"
 

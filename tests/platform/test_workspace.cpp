@@ -114,13 +114,4 @@ TEST_F(WorkspaceTest, AProcessGetsItsArgumentsAsTheyAre) {
     EXPECT_EQ(awaitOutcome(), "started\na b\nvelamtg://host/start?x=$HOME&y='\n");
 }
 
-TEST_F(WorkspaceTest, AFolderThatIsNotThereCannotBeShown) {
-    EXPECT_FALSE(desktop.workspace->openInFileBrowser(folder.filePath(u"missing"_s)));
-}
-
-TEST_F(WorkspaceTest, TheSystemIsNewEnoughForItsCallers) {
-    constexpr int oldestSupported = 0x1060; // which itself is not
-    EXPECT_GT(desktop.workspace->systemVersion(), oldestSupported);
-}
-
 } // namespace
