@@ -74,10 +74,6 @@ QString WebDocument::documentElementOuterHtml() const {
     return text(outerHtmlOf(m_parsed->root()));
 }
 
-QString WebDocument::toHtml() const {
-    return text(innerHtmlOf(m_parsed->document()));
-}
-
 bool WebDocument::hasElement(const QString &tagName) const {
     return m_parsed->element(tagName) != nullptr;
 }

@@ -17,15 +17,13 @@ public:
 
     // The html element with everything in it, without the document type.
     [[nodiscard]] QString documentElementOuterHtml() const;
-    // The whole document as text, with its document type when it had one.
-    [[nodiscard]] QString toHtml() const;
     [[nodiscard]] bool hasElement(const QString &tagName) const;
     // The content of the first element of that tag (any case) in document order; a null text when there is
     // none.
     [[nodiscard]] QString innerHtml(const QString &tagName) const;
-    // The whole document as text, with another content of that element: a fragment that is parsed as such.
-    // html, head and body tags in it are dropped and what they hold is kept. A null text when there is no
-    // such element.
+    // The whole document as text, with its document type when it had one, and with another content of that
+    // element: a fragment that is parsed as such. html, head and body tags in it are dropped and what they
+    // hold is kept. A null text when there is no such element.
     [[nodiscard]] QString withInnerHtml(const QString &tagName, const QString &html) const;
 
 private:

@@ -55,10 +55,8 @@ void claimNesting(const std::string &html) {
 
 void claimDocument(const QString &html) {
     const platform::WebDocument document(html);
-    const QString text = document.toHtml();
     claim(document.hasElement(u"html"_s), "every document has its element");
-    claim(text.endsWith(document.documentElementOuterHtml()) || text.contains(u"<!--"),
-          "the document ends with its element");
+    claim(document.documentElementOuterHtml().startsWith(u"<html"), "which is the outermost");
     const bool hasBody = document.hasElement(bodyTag);
     claim(document.innerHtml(bodyTag).isNull() != hasBody, "an element has a content");
     claim(document.withInnerHtml(bodyTag, html).isNull() != hasBody, "an element's content can be set");
