@@ -1,6 +1,7 @@
 #include "platform/services/html/HtmlTokenizer.h"
 
 #include <algorithm>
+#include <array>
 #include <strings.h>
 #include <utility>
 
@@ -8,16 +9,41 @@ namespace platform {
 
 namespace {
 
-bool isLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
+// What a character can be inside of a tag.
+enum CharacterClass : unsigned char { Space = 1, Slash = 2, Close = 4, Equals = 8, Letter = 16 };
 
-bool isSpace(char c) {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
+constexpr std::array<unsigned char, 256> characterClasses = [] {
+    std::array<unsigned char, 256> classes{};
+    for (const unsigned char space : {' ', '\t', '\n', '\r', '\f'})
+        classes[space] = Space;
+    for (unsigned char letter = 'a'; letter <= 'z'; ++letter)
+        classes[letter] = classes[letter - 'a' + 'A'] = Letter;
+    classes['/'] = Slash;
+    classes['>'] = Close;
+    classes['='] = Equals;
+    return classes;
+}();
+
+bool isAny(char c, unsigned classes) {
+    return (characterClasses[static_cast<unsigned char>(c)] & classes) != 0;
 }
 
 bool isSame(std::string_view text, std::string_view other) {
     return text.size() == other.size() && strncasecmp(text.data(), other.data(), text.size()) == 0;
+}
+
+// nullptr: one that does not matter.
+std::string_view *attributeNamed(std::string_view name, HtmlAttributes &attributes) {
+    switch (name.front() | 0x20) {
+    case 's':
+        return isSame(name, "style")   ? &attributes.style
+               : isSame(name, "start") ? &attributes.start
+                                       : nullptr;
+    case 'v':
+        return isSame(name, "value") ? &attributes.value : nullptr;
+    default:
+        return nullptr;
+    }
 }
 
 } // namespace
@@ -32,7 +58,7 @@ bool HtmlTokenizer::next(HtmlToken *token) {
         token->kind = HtmlToken::Kind::Text;
         m_at = std::min(m_html.find('<', m_at), m_html.size());
     }
-    token->source = m_html.substr(start, m_at - start);
+    token->source = {m_html.data() + start, m_at - start};
     return true;
 }
 
@@ -40,10 +66,11 @@ HtmlToken::Kind HtmlTokenizer::readMarkup(HtmlToken *token) {
     using Kind = HtmlToken::Kind;
     const char next = at(m_at + 1);
     const bool isEnd = next == '/';
-    if (isLetter(isEnd ? at(m_at + 2) : next)) {
+    if (isAny(isEnd ? at(m_at + 2) : next, Letter)) {
         m_at += isEnd ? 2 : 1;
         token->name = readName();
-        token->attributes = {};
+        if (!isEnd)
+            token->attributes = {};
         if (!readAttributes(token))
             return Kind::Other;
         return isEnd ? Kind::EndTag : Kind::StartTag;
@@ -76,7 +103,7 @@ void HtmlTokenizer::skipComment() {
 }
 
 void HtmlTokenizer::skipSpaces() {
-    while (isSpace(at(m_at)))
+    while (isAny(at(m_at), Space))
         ++m_at;
 }
 
@@ -85,25 +112,25 @@ void HtmlTokenizer::skipPast(std::string_view end) {
     m_at = found == std::string_view::npos ? m_html.size() : found + end.size();
 }
 
-std::string_view HtmlTokenizer::readName() {
+std::string_view HtmlTokenizer::takeUntil(unsigned classes) {
     const std::size_t start = m_at;
-    while (m_at < m_html.size() && !isSpace(m_html[m_at]) && m_html[m_at] != '/' && m_html[m_at] != '>')
+    while (m_at < m_html.size() && !isAny(m_html[m_at], classes))
         ++m_at;
-    return m_html.substr(start, m_at - start);
+    return {m_html.data() + start, m_at - start};
+}
+
+std::string_view HtmlTokenizer::readName() {
+    return takeUntil(Space | Slash | Close);
 }
 
 std::string_view HtmlTokenizer::readValue() {
     const char quote = at(m_at);
-    if (quote == '"' || quote == '\'') {
-        const std::size_t start = ++m_at;
-        const std::size_t end = std::min(m_html.find(quote, start), m_html.size());
-        m_at = std::min(end + 1, m_html.size());
-        return m_html.substr(start, end - start);
-    }
-    const std::size_t start = m_at;
-    while (m_at < m_html.size() && !isSpace(m_html[m_at]) && m_html[m_at] != '>')
-        ++m_at;
-    return m_html.substr(start, m_at - start);
+    if (quote != '"' && quote != '\'')
+        return takeUntil(Space | Close);
+    const std::size_t start = ++m_at;
+    const std::size_t end = std::min(m_html.find(quote, start), m_html.size());
+    m_at = std::min(end + 1, m_html.size());
+    return m_html.substr(start, end - start);
 }
 
 bool HtmlTokenizer::readAttributes(HtmlToken *token) {
@@ -114,16 +141,14 @@ bool HtmlTokenizer::readAttributes(HtmlToken *token) {
             ++m_at;
             return true;
         }
-        if (isSpace(c) || c == '/') {
+        if (isAny(c, Space | Slash)) {
             token->selfClosing = c == '/';
             ++m_at;
             continue;
         }
         token->selfClosing = false;
-        const std::size_t start = m_at++;
-        while (m_at < m_html.size() && !isSpace(m_html[m_at]) && m_html[m_at] != '/' && m_html[m_at] != '>' &&
-               m_html[m_at] != '=')
-            ++m_at;
+        const std::size_t start = m_at++; // the first character belongs to the name, whatever it is
+        takeUntil(Space | Slash | Close | Equals);
         const std::string_view name = m_html.substr(start, m_at - start);
         skipSpaces();
         if (at(m_at) != '=')
@@ -131,11 +156,9 @@ bool HtmlTokenizer::readAttributes(HtmlToken *token) {
         ++m_at;
         skipSpaces();
         const std::string_view value = readValue();
-        for (auto [known, kept] :
-             {std::pair("style", &attributes.style), std::pair("start", &attributes.start),
-              std::pair("value", &attributes.value)})
-            if (!kept->data() && isSame(name, known))
-                *kept = value;
+        std::string_view *kept = attributeNamed(name, attributes);
+        if (kept && !kept->data())
+            *kept = value;
     }
     return false;
 }
@@ -145,8 +168,8 @@ std::string_view HtmlTokenizer::takeRawText(std::string_view name) {
     for (;; end += 2) {
         end = std::min(m_html.find("</", end), m_html.size());
         const char behind = at(end + 2 + name.size());
-        if (end == m_html.size() || (isSame(m_html.substr(end + 2, name.size()), name) &&
-                                     (isSpace(behind) || behind == '/' || behind == '>')))
+        if (end == m_html.size() ||
+            (isSame(m_html.substr(end + 2, name.size()), name) && isAny(behind, Space | Slash | Close)))
             break;
     }
     const std::string_view text = m_html.substr(m_at, end - m_at);
