@@ -1,28 +1,43 @@
-// An emitter of our own: common ones write control characters raw and end a text at a NUL, and a strict
-// reader can read neither.
-
 #include "platform/services/propertylist/XmlPropertyList.h"
 #include "platform/services/storage/Storage.h"
 
 #include <QDateTime>
 #include <QLocale>
 #include <QTimeZone>
-#include <cmath>
+#include <QXmlStreamWriter>
 #include <limits>
 
 namespace platform {
 
 namespace {
 
+// The toolkit's writer refuses the whole for one of these.
+QString withoutForbidden(const QString &text) {
+    QString result;
+    result.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar unit = text[i];
+        const bool isPair = unit.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+        if (isPair)
+            result += text.sliced(i++, 2);
+        else if (unit == u'\t' || unit == u'\n' || unit == u'\r' ||
+                 (unit >= u' ' && !unit.isSurrogate() && unit < u'\ufffe'))
+            result += unit;
+    }
+    return result;
+}
+
 class Writer {
 public:
     QByteArray document(const rt::Value &value) {
-        m_out = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                "<plist version=\"1.0\">\n";
-        if (!rt::isPresent(value) || !write(value, 1))
-            return {};
-        m_out += "</plist>\n";
-        return m_out;
+        m_xml.setAutoFormatting(true);
+        m_xml.setAutoFormattingIndent(-1); // one tab
+        m_xml.writeStartDocument();
+        m_xml.writeStartElement(u"plist"_s);
+        m_xml.writeAttribute(u"version"_s, u"1.0"_s);
+        const bool isWritten = rt::isPresent(value) && write(value, 1);
+        m_xml.writeEndDocument();
+        return isWritten ? m_out : QByteArray();
     }
 
 private:
@@ -36,48 +51,48 @@ private:
         case QMetaType::QStringList:
             return writeArray(value.toList(), depth);
         case QMetaType::Bool:
-            return line(depth, value.toBool() ? "<true/>" : "<false/>");
+            m_xml.writeEmptyElement(value.toBool() ? u"true"_s : u"false"_s);
+            return true;
         case QMetaType::QString:
-            return element(depth, "string", escaped(value.toString()));
+            return writeElement(u"string"_s, value.toString());
         case QMetaType::QByteArray:
-            return element(depth, "data", value.toByteArray().toBase64());
+            return writeElement(u"data"_s, QString::fromLatin1(value.toByteArray().toBase64()));
         case QMetaType::QDateTime:
-            return writeDate(value.toDateTime(), depth);
+            return value.toDateTime().isValid() &&
+                   writeElement(u"date"_s, value.toDateTime().toUTC().toString(Qt::ISODate));
         case QMetaType::Double:
         case QMetaType::Float:
-            return element(depth, "real",
-                           QByteArray::number(value.toDouble(), 'g', QLocale::FloatingPointShortest));
+            return writeElement(u"real"_s,
+                                QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest));
         default:
-            return writeInteger(value, depth);
+            return writeInteger(value);
         }
     }
 
     bool writeDictionary(const QVariantMap &entries, int depth) {
-        line(depth, "<dict>");
+        m_xml.writeStartElement(u"dict"_s);
         for (auto entry = entries.cbegin(); entry != entries.cend(); ++entry) {
             if (!rt::isPresent(entry.value()))
                 continue;
-            element(depth + 1, "key", escaped(entry.key()));
+            writeElement(u"key"_s, entry.key());
             if (!write(entry.value(), depth + 1))
                 return false;
         }
-        return line(depth, "</dict>");
+        m_xml.writeEndElement();
+        return true;
     }
 
     bool writeArray(const QVariantList &items, int depth) {
-        line(depth, "<array>");
+        m_xml.writeStartElement(u"array"_s);
         for (const rt::Value &item : items) {
             if (rt::isPresent(item) && !write(item, depth + 1))
                 return false;
         }
-        return line(depth, "</array>");
+        m_xml.writeEndElement();
+        return true;
     }
 
-    bool writeDate(const QDateTime &instant, int depth) {
-        return instant.isValid() && element(depth, "date", instant.toUTC().toString(Qt::ISODate).toLatin1());
-    }
-
-    bool writeInteger(const rt::Value &value, int depth) {
+    bool writeInteger(const rt::Value &value) {
         switch (value.typeId()) {
         case QMetaType::Int:
         case QMetaType::UInt:
@@ -85,68 +100,30 @@ private:
         case QMetaType::LongLong:
         case QMetaType::Short:
         case QMetaType::UShort:
-            return element(depth, "integer", QByteArray::number(value.toLongLong()));
+            return writeElement(u"integer"_s, QString::number(value.toLongLong()));
         case QMetaType::ULong:
         case QMetaType::ULongLong:
             return value.toULongLong() <= quint64(std::numeric_limits<qint64>::max()) &&
-                   element(depth, "integer", QByteArray::number(value.toULongLong()));
+                   writeElement(u"integer"_s, QString::number(value.toULongLong()));
         default:
             return false;
         }
     }
 
-    static QByteArray escaped(const QString &text) {
-        QString result;
-        result.reserve(text.size());
-        for (qsizetype i = 0; i < text.size(); ++i) {
-            const QChar unit = text[i];
-            if (unit.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
-                result += unit;
-                result += text[++i];
-                continue;
-            }
-            appendEscaped(result, unit);
+    bool writeElement(const QString &name, const QString &content) {
+        m_xml.writeStartElement(name);
+        const QStringList lines = withoutForbidden(content).split(u'\r');
+        m_xml.writeCharacters(lines.first());
+        for (const QString &line : lines.sliced(1)) {
+            m_xml.writeEntityReference(u"#13"_s); // a reader would turn a bare one into a line feed
+            m_xml.writeCharacters(line);
         }
-        return result.toUtf8();
-    }
-
-    static void appendEscaped(QString &result, QChar unit) {
-        switch (unit.unicode()) {
-        case u'&':
-            result += QLatin1String("&amp;");
-            return;
-        case u'<':
-            result += QLatin1String("&lt;");
-            return;
-        case u'>':
-            result += QLatin1String("&gt;");
-            return;
-        case u'\r': // a reader would turn a bare one into a line feed
-            result += QLatin1String("&#13;");
-            return;
-        case u'\t':
-        case u'\n':
-            result += unit;
-            return;
-        default:
-            if (unit.unicode() >= 0x20 && !unit.isSurrogate() && unit.unicode() < 0xfffe)
-                result += unit;
-        }
-    }
-
-    bool element(int depth, const QByteArray &name, const QByteArray &content) {
-        return line(depth, '<' + name + '>' + content + "</" + name + '>');
-    }
-
-    // The dictionary or array of the document stands at the margin, as other writers have it.
-    bool line(int depth, const QByteArray &text) {
-        m_out.append(depth - 1, '\t');
-        m_out += text;
-        m_out += '\n';
+        m_xml.writeEndElement();
         return true;
     }
 
     QByteArray m_out;
+    QXmlStreamWriter m_xml{&m_out};
 };
 
 } // namespace
