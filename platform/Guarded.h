@@ -1,4 +1,4 @@
-// The edge between our code and other people's, which nothing that is thrown may cross.
+// The edge between our code and foreign code, which nothing that is thrown may cross.
 #pragma once
 
 #include <QtGlobal>

@@ -1,3 +1,4 @@
+// The services of a real desktop, put together.
 #include "platform/services/Services.h"
 #include "platform/services/bus/DesktopNotifications.h"
 #include "platform/services/bus/SessionBus.h"

@@ -26,7 +26,7 @@ struct AddFuzzTarget {
 };
 
 // What must hold for every input. A claim that does not ends the fuzzer, and fails the test with an
-// exception, which must not pass through other people's frames.
+// exception, which must not pass through foreign frames.
 void claim(bool holds, const char *what);
 // The same for two texts, which are shown when they differ.
 void claimSame(const QString &actual, const QString &expected, const char *what);

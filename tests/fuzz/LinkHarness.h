@@ -1,4 +1,4 @@
-// A running meeting client, and floors above the link that take notes of what reaches them.
+// A running meeting client, and layers above the link that take notes of what reaches them.
 #pragma once
 
 #include "platform/services/TestServices.h"

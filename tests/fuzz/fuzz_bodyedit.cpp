@@ -1,4 +1,4 @@
-// The body as a person edits it: what is typed goes into the HTML as it came, and everything can be taken
+// The body as a user edits it: what is typed goes into the HTML as it came, and everything can be taken
 // back.
 #include "platform/Literals.h"
 #include "standin/mailhost/model/BodyText.h"
@@ -23,7 +23,7 @@ bool isSimple(const QString &html) {
     return whole.match(html).hasMatch();
 }
 
-// One change by a person at a place of the text.
+// One change by a user at a place of the text.
 void change(QTextDocument &document, quint8 place, quint8 action) {
     QTextCursor cursor(&document);
     cursor.setPosition(document.characterCount() * place / 256);

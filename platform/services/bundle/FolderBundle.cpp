@@ -1,3 +1,4 @@
+// A bundle as a folder: texts by language, images and interface descriptions.
 #include "platform/Literals.h"
 #include "platform/services/bundle/Bundle.h"
 #include "platform/services/bundle/BundleImages.h"

@@ -1,3 +1,4 @@
+// Property lists in files.
 #include "platform/services/propertylist/XmlPropertyList.h"
 #include "platform/services/storage/Storage.h"
 #include "platform/services/storage/WholeFile.h"

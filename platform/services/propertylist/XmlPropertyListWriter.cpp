@@ -1,3 +1,4 @@
+// Values as an XML property list, by the toolkit's writer.
 #include "platform/services/propertylist/XmlPropertyList.h"
 #include "platform/services/storage/Storage.h"
 
