@@ -2,6 +2,7 @@
 #include "bench/table/Rows.h"
 #include "bench/table/Sections.h"
 #include "bench/table/SideBySide.h"
+#include "platform/Literals.h"
 #include "plugin/util/vlMD5.h"
 
 #if PARLO_BENCH_OPENSSL
