@@ -99,7 +99,6 @@ class Class final : public Object {
 public:
     [[nodiscard]] const QString &name() const { return m_name; }
     [[nodiscard]] Class *superclass() const { return m_superclass; }
-    [[nodiscard]] bool isMetaclass() const { return m_metaclass == nullptr; }
     [[nodiscard]] Class *metaclass() const { return m_metaclass; }
     [[nodiscard]] bool isSubclassOf(const Class *other) const; // also true for itself
     // The nearest method up the class chain, or nullptr. Cached; nullptr for the null selector.
