@@ -35,8 +35,7 @@ public:
     // After the start tag of an element whose content is text whatever it looks like: that text, up to the
     // end tag of the name or the end of the HTML.
     [[nodiscard]] std::string_view takeRawText(std::string_view name);
-    // How much has been taken.
-    [[nodiscard]] std::size_t position() const { return m_at; }
+    // The next token begins at that position.
     void skipTo(std::size_t position) { m_at = position; }
 
 private:
