@@ -1,42 +1,31 @@
-// A running meeting client, and layers above the link that take notes of what reaches them.
+// A running meeting client, and layers above the link that record what reaches them.
 #pragma once
 
-#include "platform/services/TestServices.h"
-#include "plugin/link/linkPorts.h"
-
-#include <QList>
-#include <QTemporaryDir>
+#include "plugin/link/discovery/vlGetClientVersionHelper.h"
+#include "plugin/link/requests/vlAPIMgr.h"
+#include "tests/support/FreshPlugin.h"
+#include "tests/support/RecordingLink.h"
+#include "tests/support/ScriptedClient.h"
 
 namespace fuzz {
 
-class LinkHarness : public RequestFeedback, public FinishReceiver {
-public:
-    struct Finished {
-        MeetingCommand command;
-        QVariantMap response;
-    };
-
-    // Fresh for each input: nothing that an earlier one left behind changes what this one does.
-    LinkHarness();
-    ~LinkHarness() override;
-    LinkHarness(const LinkHarness &) = delete;
-    LinkHarness &operator=(const LinkHarness &) = delete;
-
+// Fresh for each input: nothing that an earlier one left behind changes what this one does.
+struct LinkHarness {
+    LinkHarness() {
+        LinkPorts::instance() = {&feedback, &receiver};
+        (void)vlAPIMgr::sharedInstance();
+        (void)vlGetClientVersionHelper::sharedInstance();
+    }
     // The notification arrives at everything that listens.
-    void receive(const QString &channel, const platform::TextMap &userInfo);
+    void receive(const QString &channel, const platform::TextMap &userInfo) {
+        fresh.desktop.bus->post(channel, QString(), userInfo, true);
+        fresh.desktop.runLoop->advance(0);
+    }
 
-    QList<Finished> finished;
-    QStringList alerts;
-
-    [[nodiscard]] std::unique_ptr<RequestProgress> makeProgress() override;
-    void showAlertMessage(QWidget *window, const QString &message) override;
-    void showClientError(QWidget *window, const QString &message) override;
-    void onExcuteCommandFinished(MeetingCommand command, const QVariantMap &data) override;
-    [[nodiscard]] QString getApptWindowIDByWindow(QWidget *window) const override;
-    void setScheduleForEmail(const QString &email) override;
-
-private:
-    platform::TestDesktop m_desktop;
+    RecordingFeedback feedback;
+    RecordingReceiver receiver;
+    FreshLink fresh; // goes before what it reports to
+    ScriptedClient client{fresh.desktop};
 };
 
 } // namespace fuzz

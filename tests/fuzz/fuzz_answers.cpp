@@ -43,20 +43,20 @@ const Kind kinds[] = {
     {'A', ClientAnswer::GetPAC, [](const QByteArray &bytes) { return base64(bytes); }},
 };
 
-void claimCommit(const LinkHarness::Finished &finished, const QString &content) {
-    claimSame(finished.response.value(vl_API_Para_InvitationEmail).toString(), content.section(u';', 1),
+void claimCommit(const RecordingReceiver::Finished &finished, const QString &content) {
+    claimSame(finished.response().value(vl_API_Para_InvitationEmail).toString(), content.section(u';', 1),
               "the invitation is what follows the first separator");
     claim(!content.startsWith(u"0;") && !content.startsWith(u';'), "a meeting has a key");
 }
 
 void claimOutcome(const LinkHarness &harness, ClientAnswer answer, const QString &content) {
-    claim(harness.finished.size() + harness.alerts.size() <= 1, "an answer ends in one outcome at most");
+    const QList<RecordingReceiver::Finished> &finished = harness.receiver.finished;
+    claim(finished.size() + harness.feedback.alerts.size() <= 1, "an answer ends in one outcome at most");
     const bool isCommit = answer == ClientAnswer::Schedule || answer == ClientAnswer::Update;
-    if (isCommit && !harness.finished.isEmpty())
-        claimCommit(harness.finished.first(), content);
+    if (isCommit && !finished.isEmpty())
+        claimCommit(finished.first(), content);
     if (answer == ClientAnswer::Delete)
-        claim(harness.finished.size() == 1 &&
-                  harness.finished.first().command == MeetingCommand::CmdDeleteMeeting,
+        claim(finished.size() == 1 && finished.first().command == MeetingCommand::CmdDeleteMeeting,
               "every answer to a deletion is handed back");
 }
 
@@ -114,8 +114,8 @@ void ask(ClientAnswer answer) {
 void receive(LinkHarness &harness, const Kind &kind, const QByteArray &bytes) {
     ask(kind.answer);
     const QString content = kind.content(bytes);
-    harness.finished.clear();
-    harness.alerts.clear();
+    harness.receiver.finished.clear();
+    harness.feedback.alerts.clear();
     harness.receive(kIPCNotifyVelaClientToOutlookPlugin,
                     {{VL_IPC_ACTION_ID, QString::number(int(kind.answer))}, {VL_IPC_CONTENT, content}});
     if (content.contains(QChar(0)))
