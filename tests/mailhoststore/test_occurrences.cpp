@@ -1,5 +1,5 @@
-#include "bench/ManyAppointments.h"
 #include "standin/mailhost/store/SampleCalendar.h"
+#include "tests/mailhoststore/ManyAppointments.h"
 #include "tests/mailhoststore/StoreFixture.h"
 
 #include <QElapsedTimer>
@@ -142,7 +142,7 @@ TEST_F(OccurrencesTest, TheSampleWeekIsAWeekOfWork) {
 
 TEST_F(OccurrencesTest, TenThousandAppointmentsOpenAndListQuicklyAlsoAfterAChange) {
     const QDate monday(2026, 11, 23);
-    const QByteArray text = bench::manyAppointments(10000, monday);
+    const QByteArray text = manyAppointments(10000, monday);
     const auto week = [](const CalendarFile &file, const QDate &from) {
         return file.occurrences(from.startOfDay(), from.addDays(7).startOfDay());
     };
@@ -171,7 +171,7 @@ TEST_F(OccurrencesTest, TenThousandAppointmentsOpenAndListQuicklyAlsoAfterAChang
 
 TEST_F(OccurrencesTest, AListIsTheSameHoweverItsCalendarCameToBe) {
     const QDate monday(2026, 11, 23);
-    auto file = opened(bench::manyAppointments(600, monday));
+    auto file = opened(manyAppointments(600, monday));
     const auto day = [&](const CalendarFile &of, int number) {
         QStringList rows;
         for (const Occurrence &o :
