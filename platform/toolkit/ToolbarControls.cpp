@@ -62,6 +62,8 @@ void ToolbarAction::fill() {
     setEnabled(m_item->isEnabled());
     if (auto *button = qobject_cast<QToolButton *>(m_toolbar->widgetForAction(this))) {
         button->setObjectName(m_item->controlName());
+        button->setAccessibleName(withoutMnemonic(m_item->label()));
+        button->setAccessibleDescription(m_item->toolTip());
         button->setFocusPolicy(Qt::TabFocus);
     }
 }
