@@ -1,9 +1,8 @@
 #include "tests/e2e/Desktop.h"
 
 #include "platform/services/Services.h"
-#include "standin/mailhost/store/CalendarFile.h"
-#include "standin/meetingclient/ClientLink.h"
 #include "standin/walkthrough/OwnRoot.h"
+#include "tests/support/CalendarBuilder.h"
 
 #include <QDir>
 #include <QFile>
@@ -20,6 +19,7 @@ const QString answerChannel = u"VelaVideoClientToVelaOutlookPlugin_PRL"_s;
 const QString clientIdentifier = u"com.parlo.meetings"_s;
 const QString slowly = u"delay any 1500"_s;
 const QString programName = u" — Parlo Host"_s;
+const QStringList subjects{u"First"_s, u"Second"_s, u"Third"_s};
 constexpr int meetingAction = 3;
 constexpr int strongSaturation = 140; // of 255
 constexpr int plainWidth = 60;
@@ -32,31 +32,10 @@ QString program(const char *name) {
 } // namespace
 
 std::ostream &operator<<(std::ostream &out, const Programs &programs) {
-    return out << "host " << programs.hostVersion
-               << (programs.client == Client::AnswersAtOnce ? ", client answers at once"
-                                                            : ", client takes a while");
+    return out << "host " << programs.hostVersion << (programs.answersLate ? ", late answers" : "");
 }
 
-// The client's own code, without a window and a file system between request and answer.
-class Desktop::OwnClient {
-public:
-    OwnClient()
-        : m_store(QString())
-        , m_service(m_store)
-        , m_link(m_store, m_service, m_rules) {}
-    [[nodiscard]] QJsonObject meetings() const { return m_store.meetings(); }
-
-private:
-    meetingclient::MeetingStore m_store;
-    meetingclient::MeetingService m_service;
-    meetingclient::AnswerRules m_rules;
-    meetingclient::ClientLink m_link;
-};
-
-Desktop::Desktop() = default;
-
 Desktop::~Desktop() {
-    m_ownClient.reset();
     platform::setServices({});
 }
 
@@ -64,8 +43,6 @@ void Desktop::SetUp() {
     ASSERT_TRUE(screen.isThere());
     ASSERT_TRUE(m_bus.start());
     platform::DesktopOptions options;
-    if (GetParam().client == Client::AnswersAtOnce)
-        options.bundleIdentifier = clientIdentifier;
     options.rootFolder = path(u"root"_s);
     options.defaultsFolder = path(u"test-defaults"_s);
     options.documentsFolder = path(u"test-documents"_s);
@@ -76,6 +53,11 @@ void Desktop::SetUp() {
     writeCalendar();
     ASSERT_TRUE(startClient());
     ASSERT_TRUE(startHost());
+    // The first key selects what is nearest to the present time. It is lost while the window is coming up.
+    ASSERT_TRUE(waitFor([this] {
+        screen.press(u"Home"_s);
+        return !selectedTile().isNull();
+    }));
 }
 
 void Desktop::TearDown() {
@@ -87,12 +69,6 @@ void Desktop::TearDown() {
     for (const Message &message : std::as_const(m_messages))
         std::cerr << (message.isRequest ? "sent " : "answered ") << message.action << ": "
                   << qPrintable(message.content.left(100).simplified()) << '\n';
-    const QString folder = qEnvironmentVariable("PARLO_PICTURES");
-    if (!folder.isEmpty())
-        screen.picture().save(QDir(folder).filePath(
-            QString::fromLatin1(testing::UnitTest::GetInstance()->current_test_info()->name())
-                .replace(u'/', u'-') +
-            u".png"_s));
 }
 
 void Desktop::observe(bool requests, const QString &channel) {
@@ -103,19 +79,18 @@ void Desktop::observe(bool requests, const QString &channel) {
 }
 
 void Desktop::writeCalendar() const {
-    QByteArray text =
-        "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Parlo//End to end//EN\r\nX-WR-CALNAME:Ada Example\r\n";
-    const QByteArray day = QDate::currentDate().toString(u"yyyyMMdd"_s).toLatin1();
+    CalendarBuilder builder;
     int hour = 9;
-    for (const QByteArray subject : {"First", "Second", "Third"}) {
-        text += "BEGIN:VEVENT\r\nUID:" + subject.toLower() +
-                "\r\nDTSTAMP:20260101T000000Z\r\nSUMMARY:" + subject + "\r\nDTSTART:" + day + 'T' +
-                QByteArray::number(hour).rightJustified(2, '0') + "0000\r\nDURATION:PT1H\r\nEND:VEVENT\r\n";
+    for (const QString &subject : subjects) {
+        const QString start =
+            QDateTime(QDate::currentDate(), QTime(hour, 0)).toString(u"yyyyMMdd'T'HHmmss"_s);
+        builder.event(subject.toLower(), subject.toUtf8(),
+                      "DTSTART:" + start.toLatin1() + "\nDURATION:PT1H\n");
         hour += 2;
     }
     QFile file(calendarPath());
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(text + "END:VCALENDAR\r\n");
+    file.write(builder.text());
 }
 
 QProcessEnvironment Desktop::environment() const {
@@ -134,16 +109,13 @@ QProcessEnvironment Desktop::environment() const {
 }
 
 bool Desktop::startClient() {
-    if (GetParam().client == Client::AnswersAtOnce) {
-        m_ownClient = std::make_unique<OwnClient>();
-    } else {
-        m_clientProcess.setProcessEnvironment(environment());
-        if (!m_clientProcess.run(program("parlo-client"), {u"--background"_s, u"--data"_s,
-                                                           path(u"meetings.json"_s), u"--rule"_s, slowly}))
-            return false;
-    }
-    return waitFor(
-        [] { return platform::services().workspace->runningApplications().contains(clientIdentifier); });
+    QStringList arguments{u"--background"_s, u"--data"_s, path(u"meetings.json"_s)};
+    if (GetParam().answersLate)
+        arguments += {u"--rule"_s, slowly};
+    m_client.setProcessEnvironment(environment());
+    return m_client.run(program("parlo-client"), arguments) && waitFor([] {
+               return platform::services().workspace->runningApplications().contains(clientIdentifier);
+           });
 }
 
 bool Desktop::startHost() {
@@ -169,7 +141,9 @@ void Desktop::goTo(const QString &title) {
 }
 
 void Desktop::open(const QString &subject) {
-    screen.press(u"Down"_s);
+    screen.press(u"Home"_s);
+    for (qsizetype i = subjects.indexOf(subject); i > 0; --i)
+        screen.press(u"Down"_s);
     openSelected(subject);
 }
 
@@ -200,6 +174,7 @@ void Desktop::close(const QString &subject) {
     screen.press(u"ctrl+w"_s);
     ASSERT_TRUE(
         waitFor([this, &subject] { return !screen.windows().contains(unchanged(subject) + programName); }));
+    ASSERT_TRUE(becomesActive(calendar));
 }
 
 void Desktop::giveMeeting(const QString &subject) {
@@ -229,43 +204,28 @@ QPoint Desktop::selectedTile() const {
     return {};
 }
 
-namespace {
-
-mailhost::Appointment appointment(const QString &calendarPath, const QString &uid) {
+mailhost::Appointment Desktop::inFile(const QString &uid) const {
     QString error;
-    const auto file = mailhost::CalendarFile::open(calendarPath, &error);
-    const auto found = file ? file->find(uid, QString()) : std::nullopt;
-    return found ? *found : mailhost::Appointment();
-}
-
-} // namespace
-
-QString Desktop::subjectInFile(const QString &uid) const {
-    return appointment(calendarPath(), uid).summary;
-}
-
-QDateTime Desktop::startInFile(const QString &uid) const {
-    return appointment(calendarPath(), uid).start.value;
+    const auto file = mailhost::CalendarFile::open(calendarPath(), &error);
+    return file ? file->find(uid).value_or(mailhost::Appointment()) : mailhost::Appointment();
 }
 
 QString Desktop::meetingKeyInFile(const QString &uid) const {
-    return QJsonDocument::fromJson(appointment(calendarPath(), uid).ucCapabilities.toUtf8())
+    return QJsonDocument::fromJson(inFile(uid).ucCapabilities.toUtf8())
         .object()
         .value(u"meetingKey"_s)
         .toString();
 }
 
-std::string Desktop::meetingOfClient(const QString &key) const {
-    QJsonObject meetings;
-    if (m_ownClient) {
-        meetings = m_ownClient->meetings();
-    } else {
-        QFile file(path(u"meetings.json"_s));
-        if (file.open(QIODevice::ReadOnly))
-            meetings = QJsonDocument::fromJson(file.readAll()).object().value(u"meetings"_s).toObject();
-    }
-    const QJsonObject meeting = meetings.value(key).toObject();
-    return meeting.isEmpty() ? std::string() : QJsonDocument(meeting).toJson().toStdString();
+QJsonObject Desktop::meetingOfClient(const QString &key) const {
+    QFile file(path(u"meetings.json"_s));
+    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll())
+                                                .object()
+                                                .value(u"meetings"_s)
+                                                .toObject()
+                                                .value(key)
+                                                .toObject()
+                                          : QJsonObject();
 }
 
 QStringList Desktop::requests(const QString &command) const {

@@ -3,36 +3,26 @@
 #pragma once
 
 #include "platform/Literals.h"
+#include "standin/mailhost/store/CalendarFile.h"
 #include "tests/e2e/Screen.h"
 #include "tests/platform/PrivateBus.h"
 
-#include <QDateTime>
+#include <QJsonObject>
 #include <QPoint>
 #include <gtest/gtest.h>
-#include <memory>
 
 namespace e2e {
 
-enum class Client {
-    AnswersAtOnce, // lives in the test's process and answers while it hears the request
-    TakesAWhile    // the meeting client itself, told to answer a second and a half later
-};
-
 struct Programs {
     const char *hostVersion;
-    Client client;
+    bool answersLate; // the client is told to answer a second and a half later
 };
 std::ostream &operator<<(std::ostream &out, const Programs &programs);
 
-inline constexpr Programs olderHost{"15.8", Client::AnswersAtOnce};
-inline constexpr Programs newerHost{"16", Client::AnswersAtOnce};
-inline constexpr Programs olderHostLateAnswers{"15.8", Client::TakesAWhile};
-inline constexpr Programs newerHostLateAnswers{"16", Client::TakesAWhile};
-// What a test is called with them.
-inline std::string nameOf(const testing::TestParamInfo<Programs> &info) {
-    return std::string(info.param.hostVersion == std::string("16") ? "NewerHost" : "OlderHost") +
-           (info.param.client == Client::AnswersAtOnce ? "AtOnce" : "LateAnswers");
-}
+inline constexpr Programs olderHost{"15.8", false};
+inline constexpr Programs newerHost{"16", false};
+inline constexpr Programs olderHostLateAnswers{"15.8", true};
+inline constexpr Programs newerHostLateAnswers{"16", true};
 
 // One message between plug-in and client.
 struct Message {
@@ -45,7 +35,6 @@ struct Message {
 // invited. The main window is active when a test begins.
 class Desktop : public testing::TestWithParam<Programs> {
 protected:
-    Desktop();
     ~Desktop() override;
     void SetUp() override;
     void TearDown() override;
@@ -53,7 +42,7 @@ protected:
     // What the user does. Each waits until it can be seen, and fails the test when that does not come.
     void goTo(const QString &title);
     void openSelected(const QString &subject);
-    void open(const QString &subject); // the next one below the selected one
+    void open(const QString &subject); // "First", "Second" or "Third"
     void addMeeting(const QString &subject);
     void typeSubject(const QString &subject); // over the former one
     void save(const QString &subject);
@@ -71,11 +60,10 @@ protected:
     // A point of the appointment that is selected in the grid; a null one when none is seen.
     [[nodiscard]] QPoint selectedTile() const;
     // From the calendar file; by UID "first", "second", "third".
-    [[nodiscard]] QString subjectInFile(const QString &uid) const;
-    [[nodiscard]] QDateTime startInFile(const QString &uid) const;
+    [[nodiscard]] mailhost::Appointment inFile(const QString &uid) const;
     [[nodiscard]] QString meetingKeyInFile(const QString &uid) const;
-    // From the client's data file: the meeting as text; empty when there is none.
-    [[nodiscard]] std::string meetingOfClient(const QString &key) const;
+    // From the client's data file; an empty object when there is none.
+    [[nodiscard]] QJsonObject meetingOfClient(const QString &key) const;
     // Requests that change a meeting and begin with that command ("1;" schedules, "2;" updates, "3;"
     // deletes).
     [[nodiscard]] QStringList requests(const QString &command) const;
@@ -84,7 +72,6 @@ protected:
     Screen &screen = Screen::instance();
 
 private:
-    class OwnClient;
     void writeCalendar() const;
     [[nodiscard]] QProcessEnvironment environment() const;
     bool startClient();
@@ -96,8 +83,7 @@ private:
     QTemporaryDir m_folder;
     PrivateBus m_bus;
     QList<Message> m_messages;
-    std::unique_ptr<OwnClient> m_ownClient;
-    Child m_clientProcess;
+    Child m_client;
     Child m_host;
 };
 

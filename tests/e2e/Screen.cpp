@@ -1,13 +1,10 @@
 #include "tests/e2e/Screen.h"
 
 #include "platform/Literals.h"
+#include "tests/platform/PrivateBus.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QFile>
 #include <QPoint>
-#include <QTimer>
-#include <QtEndian>
 #include <csignal>
 #include <sys/prctl.h>
 
@@ -15,30 +12,11 @@ namespace e2e {
 
 namespace {
 
-constexpr int patience = 30'000; // milliseconds
-constexpr int betweenLooks = 10; // milliseconds
 constexpr int dragSteps = 6;
-const QString screenSize = u"1280x1024x24"_s;
-
-// The header of the X window dump format: big-endian numbers, of which these are needed.
-struct DumpHeader {
-    quint32 size, version, format, depth, width, height, xOffset, byteOrder, unit, bitOrder, pad,
-        bitsPerPixel, bytesPerLine, visualClass, red, green, blue, bitsPerColour, entries, colours;
-};
+constexpr int width = 1280;
+constexpr int height = 1024;
 
 } // namespace
-
-bool waitFor(const std::function<bool()> &condition) {
-    const QDeadlineTimer deadline(patience);
-    QTimer wake;
-    wake.start(betweenLooks);
-    while (!condition()) {
-        if (deadline.hasExpired())
-            return false;
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-    return true;
-}
 
 Child::Child() {
     setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
@@ -67,8 +45,9 @@ Screen::Screen() {
 }
 
 bool Screen::startServer() {
-    if (!m_server.run(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, screenSize, u"-nolisten"_s,
-                                  u"tcp"_s, u"-fbdir"_s, m_folder.path()}) ||
+    if (!m_server.run(u"Xvfb"_s,
+                      {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"%1x%2x24"_s.arg(width).arg(height),
+                       u"-nolisten"_s, u"tcp"_s, u"-fbdir"_s, m_folder.path()}) ||
         !waitFor([this] { return m_server.canReadLine(); }))
         return false;
     m_display = u':' + QString::fromLatin1(m_server.readLine()).trimmed();
@@ -145,21 +124,14 @@ QMap<QString, QString> Screen::titles() {
     return titles;
 }
 
+// The server's file ends with the pixels, 32 bits each.
 QImage Screen::picture() const {
     QFile file(m_folder.filePath(u"Xvfb_screen0"_s));
-    if (!file.open(QIODevice::ReadOnly))
+    constexpr qint64 octets = qint64(width) * height * 4;
+    if (!file.open(QIODevice::ReadOnly) || !file.seek(file.size() - octets))
         return {};
-    const QByteArray dump = file.readAll();
-    DumpHeader header;
-    if (dump.size() < qsizetype(sizeof header))
-        return {};
-    qFromBigEndian<quint32>(dump.constData(), sizeof header / sizeof(quint32), &header);
-    constexpr int colourEntryBytes = 12;
-    const qsizetype begin = header.size + header.colours * colourEntryBytes;
-    if (header.bitsPerPixel != 32 || dump.size() < begin + qsizetype(header.bytesPerLine) * header.height)
-        return {};
-    return QImage(reinterpret_cast<const uchar *>(dump.constData()) + begin, int(header.width),
-                  int(header.height), int(header.bytesPerLine), QImage::Format_RGB32)
+    const QByteArray pixels = file.read(octets);
+    return QImage(reinterpret_cast<const uchar *>(pixels.constData()), width, height, QImage::Format_RGB32)
         .copy();
 }
 

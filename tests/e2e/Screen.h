@@ -6,12 +6,8 @@
 #include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
-#include <functional>
 
 namespace e2e {
-
-// Runs the event loop until the condition holds. False when it does not within a generous time.
-bool waitFor(const std::function<bool()> &condition);
 
 // A process that ends with this one, however this one ends.
 class Child : public QProcess {
@@ -35,7 +31,7 @@ public:
     void type(const QString &text);
     void drag(const QPoint &from, const QPoint &to);
     // The user chooses another window in the window manager.
-    void activate(const QString &title); // nothing when there is none of that title
+    void activate(const QString &title);
 
     // Titles. A null text when no window is active.
     [[nodiscard]] QString activeWindow();

@@ -10,21 +10,15 @@ const QString second = u"Second"_s;
 const QString third = u"Third"_s;
 const QString changesOfMeetings = u"2;"_s;
 
-class Editors : public Desktop {
-protected:
-    void expectNoUpdateOf(const QString &key) const {
-        for (const QString &content : requests(changesOfMeetings))
-            EXPECT_FALSE(content.contains(key)) << qPrintable(content);
-    }
-};
+class Editors : public Desktop {};
 
 } // namespace
 
 TEST_P(Editors, OfAPlainAppointmentKnowsNothingOfTheMeetingBesideIt) {
     ASSERT_NO_FATAL_FAILURE(giveMeeting(first));
     const QString key = meetingKeyInFile(u"first"_s);
-    const std::string meeting = meetingOfClient(key);
-    ASSERT_FALSE(meeting.empty());
+    const QJsonObject meeting = meetingOfClient(key);
+    ASSERT_FALSE(meeting.isEmpty());
     ASSERT_NO_FATAL_FAILURE(openSelected(first));
     ASSERT_NO_FATAL_FAILURE(goTo(calendar));
     ASSERT_NO_FATAL_FAILURE(open(second));
@@ -33,7 +27,7 @@ TEST_P(Editors, OfAPlainAppointmentKnowsNothingOfTheMeetingBesideIt) {
     typeSubject(plain);
     ASSERT_TRUE(becomesActive(changed(plain)));
     ASSERT_NO_FATAL_FAILURE(save(plain));
-    EXPECT_EQ(subjectInFile(u"second"_s), plain);
+    EXPECT_EQ(inFile(u"second"_s).summary, plain);
     EXPECT_EQ(meetingKeyInFile(u"second"_s), QString());
 
     screen.press(u"alt+i"_s);
@@ -44,7 +38,7 @@ TEST_P(Editors, OfAPlainAppointmentKnowsNothingOfTheMeetingBesideIt) {
     const QString otherKey = meetingKeyInFile(u"second"_s);
     EXPECT_NE(otherKey, key);
     EXPECT_EQ(requests(u"1;"_s).size(), 2);
-    expectNoUpdateOf(key);
+    EXPECT_FALSE(requests(changesOfMeetings).join(u' ').contains(key));
     EXPECT_EQ(meetingOfClient(key), meeting);
 }
 
@@ -53,14 +47,12 @@ TEST_P(Editors, RemoveTheirOwnMeetingAndNoOther) {
     ASSERT_NO_FATAL_FAILURE(giveMeeting(second));
     const QString firstKey = meetingKeyInFile(u"first"_s);
     const QString secondKey = meetingKeyInFile(u"second"_s);
-    const std::string meeting = meetingOfClient(firstKey);
+    const QJsonObject meeting = meetingOfClient(firstKey);
     ASSERT_NO_FATAL_FAILURE(openSelected(second));
     ASSERT_NO_FATAL_FAILURE(goTo(calendar));
     ASSERT_NO_FATAL_FAILURE(open(third));
     ASSERT_NO_FATAL_FAILURE(goTo(calendar));
-    screen.press(u"Up"_s);
-    screen.press(u"Up"_s);
-    ASSERT_NO_FATAL_FAILURE(openSelected(first));
+    ASSERT_NO_FATAL_FAILURE(open(first));
 
     ASSERT_NO_FATAL_FAILURE(goTo(unchanged(second)));
     screen.press(u"alt+m"_s);
@@ -68,7 +60,7 @@ TEST_P(Editors, RemoveTheirOwnMeetingAndNoOther) {
     ASSERT_NO_FATAL_FAILURE(save(second));
     EXPECT_EQ(requests(u"3;"_s).join(u' ').toStdString(), "3;" + secondKey.toStdString());
     EXPECT_EQ(meetingKeyInFile(u"second"_s), QString());
-    EXPECT_EQ(meetingOfClient(secondKey), "");
+    EXPECT_TRUE(meetingOfClient(secondKey).isEmpty());
 
     EXPECT_EQ(meetingKeyInFile(u"first"_s), firstKey);
     EXPECT_EQ(meetingOfClient(firstKey), meeting);
@@ -77,7 +69,7 @@ TEST_P(Editors, RemoveTheirOwnMeetingAndNoOther) {
     typeSubject(renamed);
     ASSERT_TRUE(becomesActive(changed(renamed)));
     ASSERT_NO_FATAL_FAILURE(save(renamed));
-    EXPECT_TRUE(waitFor([&] { return meetingOfClient(firstKey).find("Renamed") != std::string::npos; }));
+    EXPECT_TRUE(waitFor([&] { return meetingOfClient(firstKey).value(u"subject"_s) == renamed; }));
     EXPECT_EQ(requests(changesOfMeetings).size(), 1);
 
     ASSERT_NO_FATAL_FAILURE(goTo(unchanged(third)));
@@ -85,6 +77,6 @@ TEST_P(Editors, RemoveTheirOwnMeetingAndNoOther) {
     EXPECT_TRUE(becomesActive(settingsSheet)) << "the strip does not offer to add a meeting";
 }
 
-INSTANTIATE_TEST_SUITE_P(All, Editors, testing::Values(olderHost, newerHost), nameOf);
+INSTANTIATE_TEST_SUITE_P(All, Editors, testing::Values(olderHost, newerHost));
 
 } // namespace e2e
