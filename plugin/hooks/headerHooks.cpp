@@ -6,7 +6,6 @@
 #include "plugin/hooks/hookReplacements.h"
 #include "plugin/hooks/hookTable.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
-#include "plugin/util/vlOLUtils.h"
 #include "plugin/workflow/vlApptUIActionMgr.h"
 
 #include <QVarLengthArray>
@@ -38,15 +37,7 @@ bool isShown(const QWidget *view) {
     return true;
 }
 
-bool isAnyView(const QWidget *) {
-    return true;
-}
-
-bool isAutoLayoutView(const QWidget *view) {
-    return vlOLUtils::kindofClass(view, autoLayoutName);
-}
-
-// What is no text field has a null text, which is not the label's.
+// A view that is no text field has a null text, which is not that of the label.
 bool isTimeZoneLabel(const QWidget *view) {
     return platform::textFieldValue(view) == timeZoneLabel;
 }
@@ -73,11 +64,14 @@ bool hasTimeZoneRow(const QWidget *header, IsRow isRow) {
 }
 
 bool vlHasTimezoneForHeaderContainer(const QWidget *header) {
-    return hasTimeZoneRow(header, isAnyView);
+    return hasTimeZoneRow(header, [](const QWidget *) { return true; });
 }
 
 bool vlHasTimezone(const QWidget *header) {
-    return hasTimeZoneRow(header, isAutoLayoutView);
+    const rt::Class *rowClass = rt::classNamed(autoLayoutName);
+    return hasTimeZoneRow(header, [rowClass](const QWidget *view) {
+        return rt::isKindOf(dynamic_cast<const rt::Object *>(view), rowClass);
+    });
 }
 
 void placeStrip(QWidget *strip, double y) {

@@ -5,7 +5,6 @@
 #include "plugin/util/vlPluginBuildMgr.h"
 
 #include <QWidget>
-#include <algorithm>
 
 namespace {
 
