@@ -32,7 +32,7 @@ TEST(HooksOfAnOldHost, HeaderTileAndToolbarAreLeftAloneTheRestIsHookedAndItIsSai
     EXPECT_EQ(shown, 1);
 
     // A method that this host lacks answers no value; the others are the host's own.
-    Thing editor("ERCalendarEventEditorViewController");
+    FakeObject editor("ERCalendarEventEditorViewController");
     EXPECT_EQ(rt::send(&editor, olItem_hostSave), rt::Value());
     EXPECT_TRUE(calls().isEmpty());
     rt::send(&editor, olItem_hostSaveFromSender, rt::Value());

@@ -39,7 +39,7 @@ struct HostWindow : QMainWindow {
             identifiers.append(item->itemIdentifier());
         return identifiers;
     }
-    Thing controller{"ERageMainWindowController"};
+    FakeObject controller{"ERageMainWindowController"};
     platform::Toolbar *toolbar = new platform::Toolbar(u"Main"_s);
 };
 
@@ -77,17 +77,6 @@ TEST_F(HooksTest, TheItemsStandBeforeTheLastFlexibleSpace) {
         addBoth();
         EXPECT_EQ(window.shown().join(u' '), one.after.join(u' '));
     }
-}
-
-TEST_F(HooksTest, TwoOpenWindowsAndALaterOneHaveTheItemsOnce) {
-    HostWindow one({"A", flex}), two({"A", flex});
-    addBoth();
-    const HostWindow later({"A", flex});
-    EXPECT_EQ(one.shown().count(vlStartToolbarItemIdentifier), 1);
-    EXPECT_EQ(two.shown(), one.shown());
-    EXPECT_EQ(later.shown(), one.shown());
-    EXPECT_NE(one.toolbar->controlFor(vlStartToolbarItemIdentifier),
-              two.toolbar->controlFor(vlStartToolbarItemIdentifier));
 }
 
 TEST_F(HooksTest, AHiddenToolbarAndAWindowOfAnotherKindGetNothing) {
