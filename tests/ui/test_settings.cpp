@@ -79,7 +79,6 @@ TEST_F(SettingsSheet, WritesEachChoiceIntoTheModelAtOnce) {
         click(choice.button);
         EXPECT_TRUE(choice.isChosen()) << choice.button;
         EXPECT_TRUE(find<QAbstractButton>(choice.button)->isChecked()) << choice.button;
-        EXPECT_TRUE(find<QAbstractButton>(choice.button)->text().startsWith(u'[')) << choice.button;
     }
     EXPECT_FALSE(find<QRadioButton>("videoHostMatrixOn")->isChecked()) << "the two rows are apart";
 }
@@ -105,12 +104,26 @@ TEST_F(SettingsSheet, GrowsAndShrinksDownwardsWithTheThirdPartyText) {
     EXPECT_EQ(sheet()->geometry(), small);
 }
 
-TEST_F(SettingsSheet, ShowsAnUnknownAudioTypeAsNoChoice) {
-    shownModel().setAudioType(100);
-    sheets.getSchSettingWindowInArray(editor.id())->settingViewController()->initializeItems();
+TEST_F(SettingsSheet, ShowsWhatTheModelHoldsAndAnUnknownAudioTypeAsNoChoice) {
+    vlSettingData &model = shownModel();
+    model.setAudioType(100);
+    for (const bool on : {true, false}) {
+        model.setHostvideoOn(on);
+        model.setPaticipantvideoOn(!on);
+        model.setEnableJoinBeforeHost(on);
+        model.setNotShowMeAgain(on);
+        sheets.getSchSettingWindowInArray(editor.id())->settingViewController()->initializeItems();
+        for (const char *name :
+             {"videoHostMatrixOn", "videoParticipantMatrixOff", "enableJBHButton", "notShowMeAgain"})
+            EXPECT_EQ(find<QAbstractButton>(name)->isChecked(), on) << name;
+        for (const char *name : {"videoHostMatrixOff", "videoParticipantMatrixOn"})
+            EXPECT_EQ(find<QAbstractButton>(name)->isChecked(), !on) << name;
+    }
     for (const char *name : {"telephonyButton", "voipButton", "bothButton", "thirdPartyAudioButton"})
         EXPECT_FALSE(find<QRadioButton>(name)->isChecked()) << name;
     EXPECT_TRUE(find<QRadioButton>("thirdPartyAudioButton")->isHidden()) << "this user has none";
+    for (const QAbstractButton *button : sheet()->findChildren<QAbstractButton *>())
+        EXPECT_TRUE(button->text().startsWith(u'[')) << qPrintable(button->objectName());
 }
 
 TEST_F(SettingsSheet, AsksForAPasswordOnlyWhenOneIsRequired) {
@@ -206,7 +219,9 @@ TEST_F(SettingsSheet, IsReusedForTheSameWindowWithTheLastEdits) {
     click("enableJBHButton");
     click("buttonCancel");
     EXPECT_EQ(show(), first);
+    signIn({{"enableThirdPartyAudio", true}, {"use3rdPartyAsDefaultAudio", true}});
     sheets.refreshSettingWindow(editor.id());
+    EXPECT_TRUE(find<QRadioButton>("thirdPartyAudioButton")->isChecked());
     EXPECT_EQ(find<QCheckBox>("usePMI")->text(), personal);
     EXPECT_TRUE(find<QCheckBox>("enableJBHButton")->isChecked());
     EXPECT_TRUE(rt::boolValue(sheets.getVlSettingsData(editor.id()).value(vl_Setting_EnableJBH)));
