@@ -317,6 +317,9 @@ TEST_F(Strip, CanBeUsedByKeyboardAlone) {
     }
     editor.strip().onUIChanged(StripState::MeetingAttached);
     EXPECT_TRUE(button(editor.strip(), settingsKey)->hasFocus()) << "the focus went with the hidden button";
+    editor.editor.locationField()->setFocus();
+    editor.strip().onUIChanged(StripState::NoMeeting);
+    EXPECT_TRUE(editor.editor.locationField()->hasFocus());
 }
 
 TEST_F(Strip, DrawsItsEdgesOnlyForAnAppointmentThatTakesMeetings) {

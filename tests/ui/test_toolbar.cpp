@@ -34,6 +34,7 @@ TEST_F(ToolbarItems, AreMadeOnceAndNoOtherIdentifierHasOne) {
         EXPECT_EQ(item, manager.itemFor(identifier));
         EXPECT_EQ(item->itemIdentifier(), identifier);
         EXPECT_FALSE(item->image().isNull());
+        EXPECT_EQ(item->paletteLabel(), "[VlPalletLabel]");
         EXPECT_EQ(item->toolTip(), QString(item->label()).replace("Label", "Tooltip"));
         labels.append(item->label());
     }
@@ -112,7 +113,9 @@ TEST_F(ToolbarItems, HaveAViewOfTheirOwnInEachToolbarAllOpeningOneMenu) {
     ASSERT_NE(view, nullptr);
     EXPECT_EQ(view->sizeHint(), QSize(32, 32));
     EXPECT_EQ(view->menu(), item->menu());
+    const QImage empty = view->grab().toImage();
     item->fillView(view);
+    EXPECT_NE(view->grab().toImage(), empty);
     EXPECT_EQ(view->accessibleName(), echo("InstantMeetingLabel"));
     first.reset();
     second->show();
