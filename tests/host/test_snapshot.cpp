@@ -39,7 +39,7 @@ TEST(MergedRead, PrefersThePendingChangeAndKnowsAClearedOneFromNone) {
 
 TEST(Snapshot, HoldsWhatTheAppointmentHas) {
     FakeDate start("2026-11-24 07:00:00", twoHoursAhead), end("2026-11-24 08:30:00", twoHoursAhead);
-    FakeObject pattern("ECEmailAccount"), person("ECCalendarEventAttendee", {{"name", "A"}});
+    FakeObject pattern("ECEmailAccount"), attendee("ECCalendarEventAttendee", {{"name", "A"}});
     const QVariantMap snapshot = snapshotOf({{"summary", "S"},
                                              {"location", "L"},
                                              {"body", "<p>"},
@@ -47,7 +47,7 @@ TEST(Snapshot, HoldsWhatTheAppointmentHas) {
                                              {"startTime", rt::fromObject(&start)},
                                              {"endTime", rt::fromObject(&end)},
                                              {"recurrence", rt::fromObject(&pattern)},
-                                             {"attendeeList", QVariantList{rt::fromObject(&person)}}},
+                                             {"attendeeList", QVariantList{rt::fromObject(&attendee)}}},
                                             {{"content.olmUCCapabilities", "never merged"}});
     const QVariant zone = QVariant::fromValue(twoHoursAhead);
     const QVariantMap expected{

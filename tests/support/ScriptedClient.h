@@ -47,7 +47,7 @@ public:
     // Sends its answer to a request that it has kept silent on, or that nobody made.
     void sendsNow(Asked what, const QString &content);
     void sendsNow(const QString &actionId, const QString &content); // null: a message without content
-    // The answers that the words above make, for sendsNow().
+    // The answers that the operations above make, for sendsNow().
     [[nodiscard]] static QString meetingAnswer(const QVariantMap &meeting);
     [[nodiscard]] static QString profileAnswer(const QVariantMap &profile);
     [[nodiscard]] static QString accountsAnswer(const QList<Account> &accounts);

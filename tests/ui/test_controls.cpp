@@ -70,7 +70,7 @@ TEST_F(Controls, DrawNothingWithoutImageOrTitle) {
         EXPECT_TRUE(inkOf(picture(button), button.rect()).isNull());
         button.setTitle(u"Title"_s);
         EXPECT_FALSE(inkOf(picture(button), button.rect()).isNull());
-        button.setTitle(u""_s); // a table without the words is no reason to hide the picture
+        button.setTitle(u""_s); // a table without the text is no reason to hide the picture
         EXPECT_FALSE(inkOf(picture(button), button.rect()).isNull());
     };
     vlSettingsButton settings;
@@ -109,17 +109,17 @@ TEST_F(Controls, DrawEachStateInItsPlace) {
         button.show();
         const QImage plain = picture(button);
         EXPECT_EQ(inkOf(plain, aroundImage), image);
-        const QRect words = inkOf(plain, title);
-        EXPECT_NEAR(words.center().x(), button.width() / 2, 8);
+        const QRect text = inkOf(plain, title);
+        EXPECT_NEAR(text.center().x(), button.width() / 2, 8);
         button.setDown(true);
         EXPECT_EQ(inkOf(picture(button), aroundImage), image);
-        EXPECT_EQ(inkOf(picture(button), title).top(), words.top() + pressedShift);
+        EXPECT_EQ(inkOf(picture(button), title).top(), text.top() + pressedShift);
         button.setDown(false);
         pointerOver(button);
         EXPECT_EQ(inkOf(picture(button), aroundImage), image.adjusted(-3, -3, 3, 3));
         pointerAway(button);
         button.setEnabled(false);
-        EXPECT_EQ(inkOf(picture(button), title), words);
+        EXPECT_EQ(inkOf(picture(button), title), text);
         EXPECT_NE(picture(button).copy(title), plain.copy(title)) << "in gray";
         button.setEnabled(true);
         EXPECT_EQ(picture(button), plain);
