@@ -12,7 +12,8 @@ namespace {
 
 // The host's own items, by whatever identifier the tool-bar asks for.
 platform::ToolbarItem *hostItem(const QString &identifier) {
-    static QHash<QString, platform::ToolbarItem *> items;
+    // Kept to the end of the process: any tool-bar may show them.
+    static auto &items = *new QHash<QString, platform::ToolbarItem *>;
     platform::ToolbarItem *&item = items[identifier];
     if (!item)
         item = new platform::ToolbarItem(identifier);
