@@ -81,9 +81,10 @@ bool CalendarWalk::move() {
     if (!grid)
         return m_report.step(false, u"the grid shows the appointment"_s);
     mailhost::EventTileView *tile = grid->selectedTile();
-    drag(tile, tile->rect().center(), distanceOf(grid, hour));
+    // Upwards: the tile may stand at the window's lower edge.
+    drag(tile, tile->rect().center(), distanceOf(grid, -hour));
     const bool moved =
-        Report::waitFor([&] { return m_session.inFile(m_uid).start.value == before.addSecs(hour); });
+        Report::waitFor([&] { return m_session.inFile(m_uid).start.value == before.addSecs(-hour); });
     const bool good = m_report.step(moved && agree() && m_session.shows(m_uid) &&
                                         m_report.sentSinceMark(meetingAction, updatePrefix) == 1,
                                     u"dragged by an hour: file, client and grid agree"_s);

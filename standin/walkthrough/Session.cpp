@@ -11,7 +11,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLineEdit>
-#include <QScrollArea>
 #include <algorithm>
 
 namespace walkthrough {
@@ -166,16 +165,7 @@ mailhost::CalendarGrid *Session::reveal(const QString &uid, const QString &insta
     controller->showDay(dayOf(uid, instanceId));
     mailhost::CalendarGrid *grid = controller->mainWindow()->calendar();
     Report::settle();
-    if (!grid->select(uid, instanceId))
-        return nullptr;
-    // Room above and below the tile: a drag must not leave the window.
-    QWidget *ancestor = grid->selectedTile();
-    while (ancestor && !qobject_cast<QScrollArea *>(ancestor))
-        ancestor = ancestor->parentWidget();
-    if (auto *area = qobject_cast<QScrollArea *>(ancestor))
-        area->ensureWidgetVisible(grid->selectedTile(), 0, area->viewport()->height() / 3);
-    Report::settle();
-    return grid;
+    return grid->select(uid, instanceId) ? grid : nullptr;
 }
 
 mailhost::EditorViewController *Session::editorController() const {
