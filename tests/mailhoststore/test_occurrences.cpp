@@ -164,9 +164,9 @@ TEST_F(OccurrencesTest, TenThousandAppointmentsOpenAndListQuicklyAlsoAfterAChang
     EXPECT_GT(second.size(), 35);
     ASSERT_EQ(third.size(), first.size());
     EXPECT_EQ(third[0].summary, changed.summary);
-    EXPECT_LT(opening, 60000); // loose: this also runs under sanitizers on a busy machine
-    EXPECT_LT(listing, 1500);
-    EXPECT_LT(again, 1500); // reading everything again takes longer
+    EXPECT_LT(opening, 9000); // loose: this also runs under sanitizers on a busy machine
+    EXPECT_LT(listing, 300);
+    EXPECT_LT(again, 300); // reading everything again takes longer
 }
 
 TEST_F(OccurrencesTest, AListIsTheSameHoweverItsCalendarCameToBe) {
