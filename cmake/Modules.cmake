@@ -3,8 +3,7 @@
 add_library(parlo_base INTERFACE)
 target_include_directories(parlo_base INTERFACE ${CMAKE_SOURCE_DIR})
 target_link_libraries(parlo_base INTERFACE Qt6::Core Qt6::Gui Qt6::Widgets)
-target_compile_options(parlo_base INTERFACE -Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual
-  $<$<NOT:$<CONFIG:Release>>:-Werror>) # who builds to use it may have a compiler with warnings of its own
+target_compile_options(parlo_base INTERFACE -Wall -Wextra -Werror -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual)
 target_compile_definitions(parlo_base INTERFACE
   QT_NO_KEYWORDS QT_NO_CAST_FROM_BYTEARRAY QT_DISABLE_DEPRECATED_BEFORE=0x060000)
 if(PARLO_SANITIZE)
