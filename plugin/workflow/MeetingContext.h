@@ -42,7 +42,7 @@ struct MeetingContext : RequestOwner, vlMeetingState {
     MeetingCommand sheetCommand = MeetingCommand::CmdNone;  // what opened the settings sheet
     bool usesProfile = false;     // the user's profile was read, or found read, for this work
     bool isOperationHeld = false; // a host operation waits for the work to end; which one, the strip records
-    bool isChangedMeanwhile = false; // on the calendar, while the operation was held
+    bool isChangedMeanwhile = false; // while the operation was held, or its meeting was made
     bool isFinishing = false;        // the work has ended; the operation is run on the next turn
     QVariantMap sentAppointment;     // in the schedule request whose meeting has not been read back
     std::optional<PendingWriteBack> pendingWriteBack;

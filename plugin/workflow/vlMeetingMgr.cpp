@@ -474,9 +474,21 @@ int vlMeetingMgr::writeMeeting(const Work &work) {
     return writeLoadedMeeting(work.editor, true);
 }
 
+// A save that did not wait for the new meeting is run again with it. What has been changed since the meeting
+// was asked for goes to the client before that.
+void vlMeetingMgr::holdSaveOfChangedAppointment(rt::Object *editor) {
+    MeetingContext &context = MeetingContext::atHand();
+    const QVariantMap sent = std::exchange(context.sentAppointment, {});
+    if (sent.isEmpty() || !context.strip || context.strip->getOLUIAction() != HostAction::ActionSave)
+        return;
+    const QVariantMap request = vlMeetingDataMgr::sharedInstance().getVlSchMeetingData(editor);
+    if (isAppointmentChanged(rt::mapValue(request.value(vl_Outlook_ApptInfo)), sent))
+        context.isOperationHeld = context.isChangedMeanwhile = true;
+}
+
 // Into the appointment; `commit`: the stored record too.
 int vlMeetingMgr::writeLoadedMeeting(rt::Object *openEditor, bool commit) {
-    MeetingContext::atHand().sentAppointment.clear();
+    holdSaveOfChangedAppointment(openEditor);
     const rt::Weak<> editor(openEditor);
     updateMailBodyForSchedule(editor.get());
     updateVlKeyInfoToAppointment(editor.get(), vlGetMeetingHelper::sharedInstance().getMeetingInfo(), commit);

@@ -161,6 +161,7 @@ private:
     int commitUpdateMeeting(EditorStrip *strip, const QVariantMap &request);
     int updatePMIMeeting(EditorStrip *strip);
     int sendUpdate(EditorStrip *strip, const QVariantMap &request);
+    static void holdSaveOfChangedAppointment(rt::Object *editor);
     int writeLoadedMeeting(rt::Object *openEditor, bool commit);
     int finishEditorLater(rt::Object *editor);
     static void forgetLoadedElsewhere();

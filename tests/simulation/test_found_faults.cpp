@@ -50,6 +50,9 @@ const FoundFault faultsFound[] = {
     {"ASaveThatWasRefusedAsksAgain",
      TWO_MEETINGS "rule once drop get, menu later plain, wait 31, open plain, subject plain w1x, rule once "
                   "error get 0;Error 5003, save plain, alert escape, save plain"},
+    {"WhatIsChangedOnTheCalendarWhileAMeetingIsMadeReachesIt",
+     "slow: rule once delay get 2000, open other, strip other add, sheet ok, save other, menu longer other, "
+     "wait 3"},
     {"AHeldSendGoesOutOnceWhateverIsRepeated",
      MEETING_OF_INVITED "open invited, body invited w1x, rule once repeat get 2, send invited"},
     {"AnEditorWhoseHeldStoringFailsStaysOpen",
