@@ -10,6 +10,7 @@
 #include <cstring>
 #include <ctime>
 #include <poll.h>
+#include <utility>
 
 namespace platform {
 
@@ -57,10 +58,6 @@ SessionBus::SessionBus(const QString &ownName, Receiver receiver)
     QObject::connect(&m_timeout, &QTimer::timeout, &m_timeout, [this] { process(); });
     m_retry.setSingleShot(true);
     QObject::connect(&m_retry, &QTimer::timeout, &m_retry, [this] { open(); });
-    m_firstTurn.setSingleShot(true);
-    QObject::connect(&m_firstTurn, &QTimer::timeout, &m_firstTurn, [this] { startClaiming(); });
-    if (!m_ownName.isEmpty())
-        m_firstTurn.start(0);
     open();
     // A program that posts something and ends at once, without an event loop, must have been heard.
     waitUntilReady();
@@ -93,15 +90,9 @@ int SessionBus::prepare(sd_bus *bus) {
     return 0;
 }
 
-void SessionBus::startClaiming() {
-    m_claims = true;
-    if (!m_bus)
-        return;
-    claimName();
-    watch();
-}
-
 void SessionBus::claimName() {
+    if (m_ownName.isEmpty())
+        return;
     const int asked =
         sd_bus_request_name_async(m_bus.get(), nullptr, m_ownName.constData(), 0, onNameAnswer, this);
     if (asked < 0)
@@ -156,6 +147,9 @@ void SessionBus::announceReady() {
 // Nothing of ours is called from inside the library's own processing: a receiver that runs an event loop of
 // its own would make it deaf.
 void SessionBus::process() {
+    // Before anything is delivered: a receiver may ask whether this program runs.
+    if (!std::exchange(m_claims, true) && m_bus)
+        claimName();
     const std::weak_ptr<bool> alive = m_alive;
     for (int messages = 0; messages < messagesPerTurn; ++messages) {
         const int result = m_bus ? processOnce() : 0;
@@ -205,7 +199,7 @@ void SessionBus::watch() {
             watchDescriptor(descriptor, events);
     }
     uint64_t moment = UINT64_MAX;
-    if (!m_received.isEmpty())
+    if (!m_claims || !m_received.isEmpty())
         m_timeout.start(0ms);
     else if (m_bus && sd_bus_get_timeout(m_bus.get(), &moment) >= 0 && moment != UINT64_MAX)
         m_timeout.start(untilMoment(moment));

@@ -68,14 +68,12 @@ private:
     void waitUntilReady();
     void lost(int error);
     void announceReady();
-    void tryAgainLater();
     void process();
     int processOnce();
     void deliverReceived();
     void watch();
     void watchDescriptor(int descriptor, int events);
     void addMatch(const QString &name);
-    void startClaiming();
     void claimName();
     [[nodiscard]] int trySend(const QString &name, const QString &sender, const TextMap &userInfo);
     [[nodiscard]] Message call(const char *member, const QString *argument);
@@ -90,13 +88,12 @@ private:
     QStringList m_observed;
     QQueue<Received> m_received;
     bool m_isReady = false;
-    bool m_claims = false;
+    bool m_claims = false; // from the first turn of the event loop on
     bool m_lossWasLogged = false;
     Notifier m_readable;
     Notifier m_writable;
     QTimer m_timeout; // what the library wants to do by itself, or is left to do
     QTimer m_retry;
-    QTimer m_firstTurn;
     std::chrono::milliseconds m_retryDelay;
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };
