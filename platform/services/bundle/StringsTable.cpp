@@ -1,122 +1,74 @@
 #include "platform/services/bundle/StringsTable.h"
 
+#include "platform/Literals.h"
+
+#include <QRegularExpression>
 #include <algorithm>
-#include <optional>
 
 namespace platform {
 
 namespace {
 
-class Scanner {
-public:
-    explicit Scanner(const QString &text)
-        : m_text(text) {}
+// Possessive throughout ("++", "*+"): a damaged table must not be tried in every way there is.
+const QString blanks = uR"((?:\s++|/\*.*?(?:\*/|\z)|//[^\n]*+)*+)"_s;
+const QString quoted = uR"regex("((?:[^"\\]++|\\.)*+)")regex"_s;
+const auto options =
+    QRegularExpression::DotMatchesEverythingOption | QRegularExpression::UseUnicodePropertiesOption;
 
-    QHash<QString, QString> table() {
-        QHash<QString, QString> entries;
-        for (skipBlanks(); m_at < m_text.size(); skipBlanks()) {
-            const auto key = quoted();
-            const bool hasValue = key && take(u'=');
-            const auto value = hasValue ? quoted() : std::nullopt;
-            if (value && take(u';')) {
-                entries.insert(*key, *value);
-                continue;
-            }
-            m_isWhole = false;
-            skipEntry();
+QChar escaped(QChar unit) {
+    switch (unit.unicode()) {
+    case u'n':
+        return u'\n';
+    case u't':
+        return u'\t';
+    case u'r':
+        return u'\r';
+    default:
+        return unit;
+    }
+}
+
+// Never null.
+QString unescaped(QStringView text) {
+    constexpr qsizetype digits = 4;
+    QString result(u""_s);
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] != u'\\') {
+            result += text[i];
+            continue;
         }
-        return entries;
+        const QChar unit = text[++i];
+        bool isNumber = unit == u'U' || unit == u'u';
+        const ushort code = isNumber ? text.mid(i + 1, digits).toUShort(&isNumber, 16) : ushort(0);
+        result += isNumber ? QChar(code) : escaped(unit);
+        if (isNumber)
+            i = std::min(i + digits, text.size() - 1);
     }
-
-    bool isWhole() const { return m_isWhole; }
-
-private:
-    bool startsWith(QLatin1String part) const { return QStringView(m_text).sliced(m_at).startsWith(part); }
-
-    void skipBehind(QLatin1String end) {
-        const qsizetype found = m_text.indexOf(end, m_at + 2);
-        m_at = found < 0 ? m_text.size() : found + end.size();
-    }
-
-    void skipBlanks() {
-        while (m_at < m_text.size()) {
-            if (startsWith(QLatin1String("/*")))
-                skipBehind(QLatin1String("*/"));
-            else if (startsWith(QLatin1String("//")))
-                skipBehind(QLatin1String("\n"));
-            else if (m_text[m_at].isSpace())
-                ++m_at;
-            else
-                return;
-        }
-    }
-
-    void skipEntry() {
-        const qsizetype end = m_text.indexOf(u';', m_at);
-        m_at = end < 0 ? m_text.size() : end + 1;
-    }
-
-    bool take(char16_t unit) {
-        skipBlanks();
-        if (m_at >= m_text.size() || m_text[m_at] != unit)
-            return false;
-        ++m_at;
-        return true;
-    }
-
-    std::optional<QString> quoted() {
-        if (!take(u'"'))
-            return {};
-        QString result(QLatin1String(""));
-        while (m_at < m_text.size()) {
-            const QChar unit = m_text[m_at++];
-            if (unit == u'"')
-                return result;
-            result += unit == u'\\' && m_at < m_text.size() ? escape() : unit;
-        }
-        return {};
-    }
-
-    QChar escape() {
-        const QChar unit = m_text[m_at++];
-        switch (unit.unicode()) {
-        case u'n':
-            return u'\n';
-        case u't':
-            return u'\t';
-        case u'r':
-            return u'\r';
-        case u'U':
-        case u'u':
-            return hexadecimal(unit);
-        default:
-            return unit;
-        }
-    }
-
-    QChar hexadecimal(QChar otherwise) {
-        constexpr qsizetype digits = 4;
-        bool isNumber = false;
-        const ushort code = QStringView(m_text).mid(m_at, digits).toUShort(&isNumber, 16);
-        if (!isNumber)
-            return otherwise;
-        m_at = std::min(m_at + digits, m_text.size());
-        return QChar(code);
-    }
-
-    const QString m_text;
-    qsizetype m_at = 0;
-    bool m_isWhole = true;
-};
+    return result;
+}
 
 } // namespace
 
 QHash<QString, QString> parseStringsTable(const QByteArray &bytes, bool *isWhole) {
-    const QByteArray content = bytes.startsWith("\xef\xbb\xbf") ? bytes.sliced(3) : bytes;
-    Scanner scanner(QString::fromUtf8(content));
-    const QHash<QString, QString> entries = scanner.table();
+    static const QRegularExpression skipped(u"\\G"_s + blanks, options);
+    static const QRegularExpression entry(u"\\G"_s + quoted + blanks + u'=' + blanks + quoted + blanks + u';',
+                                          options);
+    const QString text = QString::fromUtf8(bytes.startsWith("\xef\xbb\xbf") ? bytes.sliced(3) : bytes);
+    QHash<QString, QString> entries;
+    bool isMalformed = false;
+    for (qsizetype at = 0; (at = skipped.match(text, at).capturedEnd()) < text.size();) {
+        const QRegularExpressionMatch match = entry.match(text, at);
+        if (match.hasMatch()) {
+            entries.insert(unescaped(match.capturedView(1)), unescaped(match.capturedView(2)));
+            at = match.capturedEnd();
+        } else {
+            isMalformed = true;
+            const qsizetype end = text.indexOf(u';', at);
+            at = end < 0 ? text.size() : end + 1;
+        }
+    }
     if (isWhole)
-        *isWhole = scanner.isWhole();
+        *isWhole = !isMalformed;
     return entries;
 }
 
