@@ -18,11 +18,6 @@ int rounded(qreal coordinate) {
     return qRound(std::clamp(coordinate, -maxCoordinate, maxCoordinate));
 }
 
-bool isFinite(const QRectF &frame) {
-    return std::isfinite(frame.x()) && std::isfinite(frame.y()) && std::isfinite(frame.width()) &&
-           std::isfinite(frame.height());
-}
-
 } // namespace
 
 QRectF bottomLeftFrame(const QWidget *view) {
@@ -35,7 +30,7 @@ QRectF bottomLeftFrame(const QWidget *view) {
 }
 
 void setBottomLeftFrame(QWidget *view, const QRectF &frame) {
-    if (!view || !isFinite(frame))
+    if (!view || !std::isfinite(frame.x() + frame.y() + frame.width() + frame.height()))
         return;
     const int height = rounded(frame.height());
     int top = rounded(frame.y());

@@ -46,36 +46,22 @@ std::string attributeName(const GumboAttribute &attribute) {
     return name;
 }
 
-// The entity for the character that begins the text, and how many bytes that character has.
-std::pair<std::string_view, std::size_t> entityAt(std::string_view text, bool inAttribute) {
-    switch (text.front()) {
-    case '&':
-        return {"&amp;", 1};
-    case '"':
-        return inAttribute ? std::pair("&quot;", 1) : std::pair("\"", 1);
-    case '<':
-        return inAttribute ? std::pair("<", 1) : std::pair("&lt;", 1);
-    case '>':
-        return inAttribute ? std::pair(">", 1) : std::pair("&gt;", 1);
-    default:
-        break;
-    }
-    if (text.starts_with(noBreakSpace))
-        return {"&nbsp;", noBreakSpace.size()};
-    return {text.substr(0, 1), 1};
-}
-
 void appendEscaped(std::string &out, std::string_view text, bool inAttribute) {
-    constexpr std::string_view special = "&\"<>\xC2";
-    while (!text.empty()) {
-        const std::size_t plain = std::min(text.find_first_of(special), text.size());
-        out += text.substr(0, plain);
-        text.remove_prefix(plain);
-        if (text.empty())
-            return;
-        const auto [entity, length] = entityAt(text, inAttribute);
-        out += entity;
-        text.remove_prefix(length);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '&') {
+            out += "&amp;";
+        } else if (text[i] == '"' && inAttribute) {
+            out += "&quot;";
+        } else if (text[i] == '<' && !inAttribute) {
+            out += "&lt;";
+        } else if (text[i] == '>' && !inAttribute) {
+            out += "&gt;";
+        } else if (text.substr(i, noBreakSpace.size()) == noBreakSpace) {
+            out += "&nbsp;";
+            i += noBreakSpace.size() - 1;
+        } else {
+            out += text[i];
+        }
     }
 }
 
@@ -146,6 +132,8 @@ public:
             const GumboNode *parent; // of its children
             unsigned next;
         };
+        if (root.type == GUMBO_NODE_DOCUMENT && root.v.document.has_doctype)
+            appendDoctype(m_out, root.v.document);
         std::vector<Level> open{{&root, &parent, 0}};
         while (!open.empty()) {
             Level &level = open.back();
@@ -227,18 +215,8 @@ std::string outerHtmlOf(const GumboNode &node) {
     return serialiser.take();
 }
 
-std::string innerHtmlOf(const GumboNode &node, const ReplacedContent &replaced) {
-    std::string doctype;
-    if (node.type == GUMBO_NODE_DOCUMENT && node.v.document.has_doctype)
-        appendDoctype(doctype, node.v.document);
+std::string contentOf(const GumboNode &node, const GumboNode &parent, const ReplacedContent &replaced) {
     Serialiser serialiser(replaced);
-    serialiser.appendContent(node, node);
-    return doctype + serialiser.take();
-}
-
-std::string contentOf(const GumboNode &node, const GumboNode &parent) {
-    const ReplacedContent nothing;
-    Serialiser serialiser(nothing);
     serialiser.appendContent(node, parent);
     return serialiser.take();
 }

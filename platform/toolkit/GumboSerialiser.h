@@ -13,9 +13,9 @@ struct ReplacedContent {
 };
 
 [[nodiscard]] std::string outerHtmlOf(const GumboNode &node);
-[[nodiscard]] std::string innerHtmlOf(const GumboNode &node, const ReplacedContent &replaced = {});
-// What the node holds, written as the content of another element.
-[[nodiscard]] std::string contentOf(const GumboNode &node, const GumboNode &parent);
+// What the node holds, written as the content of `parent`; of a document with its type.
+[[nodiscard]] std::string contentOf(const GumboNode &node, const GumboNode &parent,
+                                    const ReplacedContent &replaced = {});
 
 // The name as it is written, in lower case but for names of svg that have upper case letters.
 [[nodiscard]] std::string elementName(const GumboElement &element);

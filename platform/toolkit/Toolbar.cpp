@@ -64,7 +64,6 @@ Qt::ToolButtonStyle styleOf(ToolbarDisplayMode mode) {
 
 Toolbar::Toolbar(const QString &identifier, QWidget *parent)
     : QToolBar(parent)
-    , m_identifier(identifier)
     , m_arrangement(ToolbarArrangement::shared(identifier)) {
     setMovable(false);
     setIconSize(QSize(imageSide, imageSide));
@@ -219,21 +218,16 @@ void Toolbar::restoreDefault() {
 
 void Toolbar::revalidate() {
     const QPointer<Toolbar> alive = this;
-    QList<QPointer<ToolbarItem>> items;
-    for (const Place &place : places(identifiers()))
-        items.append(place.item);
-    for (const QPointer<ToolbarItem> &item : std::as_const(items))
-        if (item)
-            item->validate();
+    const QList<Place> shown = places(identifiers());
+    for (const Place &place : shown)
+        if (place.item)
+            place.item->validate();
     if (alive)
-        arrange(items);
+        arrange(shown);
 }
 
 void Toolbar::rebuild() {
-    QList<QPointer<ToolbarItem>> items;
-    for (const Place &place : places(identifiers()))
-        items.append(place.item);
-    arrange(items);
+    arrange(places(identifiers()));
     if (m_sheet)
         m_sheet->refresh();
 }
@@ -247,15 +241,16 @@ QAction *Toolbar::makeAction(ToolbarItem *item) {
 }
 
 // Items that stay keep their control, with the keyboard's focus.
-void Toolbar::arrange(const QList<QPointer<ToolbarItem>> &items) {
+void Toolbar::arrange(const QList<Place> &places) {
     QList<Shown> former = std::exchange(m_shown, {});
     const bool keeps = toolButtonStyle() == styleOf(displayMode());
     setToolButtonStyle(styleOf(displayMode()));
-    for (const QPointer<ToolbarItem> &item : items) {
+    for (const auto &[position, item] : places) {
         if (!item)
             continue;
-        const auto kept = std::find_if(former.cbegin(), former.cend(),
-                                       [&](const Shown &shown) { return keeps && shown.item == item; });
+        const auto kept = std::find_if(former.cbegin(), former.cend(), [&, item = item](const Shown &shown) {
+            return keeps && shown.item == item;
+        });
         m_shown.append(kept != former.cend() ? *kept : Shown{item, makeAction(item)});
         if (kept != former.cend())
             former.erase(kept);
@@ -305,10 +300,6 @@ bool Toolbar::eventFilter(QObject *, QEvent *event) {
     if (mayChangeItems && !m_validation.isActive())
         m_validation.start();
     return false;
-}
-
-QWidget *Toolbar::customizationSheet() const {
-    return m_sheet;
 }
 
 void Toolbar::offerItems(const QString &delegateClass, const QStringList &identifiers,

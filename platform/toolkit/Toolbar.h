@@ -30,7 +30,6 @@ public:
     explicit Toolbar(const QString &identifier, QWidget *parent = nullptr);
     ~Toolbar() override;
 
-    [[nodiscard]] const QString &toolbarIdentifier() const { return m_identifier; }
     void setDelegate(rt::Object *delegate); // not owned, may die; asked for the items at once
 
     // Whether the user has not hidden it; true before its window is first shown.
@@ -53,7 +52,6 @@ public:
     void revalidate();
     // Opens the sheet in which the user adds, moves and removes items.
     void customize();
-    [[nodiscard]] QWidget *customizationSheet() const;
 
     // For a part of the program that supplies items beyond the delegate's lists: every tool-bar with a
     // delegate of the class offers them where it is customized. `restored` puts those that belong there by
@@ -79,12 +77,11 @@ private:
     [[nodiscard]] ToolbarItem *itemFor(const QString &identifier, bool willBeInserted);
     [[nodiscard]] QList<Place> places(const QStringList &identifiers);
     void rebuild();
-    void arrange(const QList<QPointer<ToolbarItem>> &items);
+    void arrange(const QList<Place> &places);
     [[nodiscard]] QAction *makeAction(ToolbarItem *item);
     void orderFocus();
     void addDisplayModes(QMenu *menu);
 
-    QString m_identifier;
     std::shared_ptr<ToolbarArrangement> m_arrangement;
     rt::Weak<> m_delegate;
     QHash<QString, QPointer<ToolbarItem>> m_items;

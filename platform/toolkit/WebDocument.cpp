@@ -80,7 +80,7 @@ bool WebDocument::hasElement(const QString &tagName) const {
 
 QString WebDocument::innerHtml(const QString &tagName) const {
     const GumboNode *element = m_parsed->element(tagName);
-    return element ? text(innerHtmlOf(*element)) : QString();
+    return element ? text(contentOf(*element, *element)) : QString();
 }
 
 QString WebDocument::withInnerHtml(const QString &tagName, const QString &html) const {
@@ -88,7 +88,8 @@ QString WebDocument::withInnerHtml(const QString &tagName, const QString &html) 
     if (!element)
         return {};
     const Parsed fragment(html, contextTag(element->v.element));
-    return text(innerHtmlOf(m_parsed->document(), {element, contentOf(fragment.root(), *element)}));
+    const GumboNode &document = m_parsed->document();
+    return text(contentOf(document, document, {element, contentOf(fragment.root(), *element)}));
 }
 
 } // namespace platform

@@ -1,6 +1,7 @@
 #include "platform/toolkit/Windows.h"
 
 #include "platform/Guarded.h"
+#include "platform/runtime/Runtime.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -36,13 +37,6 @@ QList<CloseObserver> &closeObservers() {
 rt::Weak<> &delegateReference() {
     static auto *delegate = new rt::Weak<>;
     return *delegate;
-}
-
-bool hasRuntimeClass(const rt::Object *object, const QString &className) {
-    for (const rt::Class *c = object->isa(); c; c = c->superclass())
-        if (c->name() == className)
-            return true;
-    return false;
 }
 
 bool isTextField(const QWidget *view) {
@@ -114,7 +108,7 @@ bool isViewOfKind(const QWidget *view, const QString &className) {
     if (className == u"NSTextField" && isTextField(view))
         return true;
     if (const auto *object = dynamic_cast<const rt::Object *>(view))
-        return hasRuntimeClass(object, className);
+        return rt::isKindOf(object, rt::classNamed(className));
     return view->inherits(className.toUtf8().constData());
 }
 

@@ -15,50 +15,34 @@ constexpr const char *interfaceName = "com.parlo.DistributedNotifications";
 constexpr const char *memberName = "Posted";
 constexpr const char *signature = "ssa{ss}";
 
-int appendText(sd_bus_message *message, const QString &text) {
-    return sd_bus_message_append_basic(message, 's', carriedText(text).toUtf8().constData());
+QByteArray carried(const QString &text) {
+    return carriedText(text).toUtf8();
 }
 
-int appendEntry(sd_bus_message *message, const QString &key, const QString &value) {
-    int result = sd_bus_message_open_container(message, 'e', "ss");
-    if (result >= 0)
-        result = appendText(message, key);
-    if (result >= 0)
-        result = appendText(message, value);
-    return result < 0 ? result : sd_bus_message_close_container(message);
+QString textOf(const char *utf8) {
+    // A byte order mark at its beginning is a character like any other.
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+    return decoder(QByteArrayView(utf8));
 }
 
 int appendUserInfo(sd_bus_message *message, const TextMap &userInfo) {
     int result = sd_bus_message_open_container(message, 'a', "{ss}");
     for (auto entry = userInfo.cbegin(); entry != userInfo.cend() && result >= 0; ++entry)
-        result = appendEntry(message, entry.key(), entry.value());
+        result = sd_bus_message_append(message, "{ss}", carried(entry.key()).constData(),
+                                       carried(entry.value()).constData());
     return result < 0 ? result : sd_bus_message_close_container(message);
-}
-
-bool readText(sd_bus_message *message, QString *text) {
-    const char *bytes = nullptr;
-    if (sd_bus_message_read_basic(message, 's', &bytes) <= 0 || !bytes)
-        return false;
-    // A byte order mark at its beginning is a character like any other.
-    QStringDecoder decoder(QStringDecoder::Utf8,
-                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
-    *text = decoder(QByteArrayView(bytes, qsizetype(std::strlen(bytes))));
-    return true;
 }
 
 bool readUserInfo(sd_bus_message *message, TextMap *userInfo) {
     if (sd_bus_message_enter_container(message, 'a', "{ss}") < 0)
         return false;
-    int entered = 0;
-    while ((entered = sd_bus_message_enter_container(message, 'e', "ss")) > 0) {
-        QString key;
-        QString value;
-        if (!readText(message, &key) || !readText(message, &value) ||
-            sd_bus_message_exit_container(message) < 0)
-            return false;
-        userInfo->insert(key, value);
-    }
-    return entered == 0;
+    const char *key = nullptr;
+    const char *value = nullptr;
+    int read = 0;
+    while ((read = sd_bus_message_read(message, "{ss}", &key, &value)) > 0)
+        userInfo->insert(textOf(key), textOf(value));
+    return read == 0;
 }
 
 bool isPosted(sd_bus_message *message) {
@@ -82,20 +66,19 @@ int makeNotificationSignal(sd_bus *bus, const QString &name, const QString &send
     if (result >= 0)
         result = sd_bus_message_set_auto_start(*message, 0);
     if (result >= 0)
-        result = appendText(*message, name);
-    if (result >= 0)
-        result = appendText(*message, sender);
+        result =
+            sd_bus_message_append(*message, "ss", carried(name).constData(), carried(sender).constData());
     return result < 0 ? result : appendUserInfo(*message, userInfo);
 }
 
 bool readNotificationSignal(sd_bus_message *message, QString *name, TextMap *userInfo) {
-    QString readName;
-    QString sender;
+    const char *readName = nullptr;
+    const char *sender = nullptr;
     TextMap readInfo;
-    if (!isPosted(message) || !readText(message, &readName) || !readText(message, &sender) ||
+    if (!isPosted(message) || sd_bus_message_read(message, "ss", &readName, &sender) <= 0 ||
         !readUserInfo(message, &readInfo))
         return false;
-    *name = readName;
+    *name = textOf(readName);
     *userInfo = readInfo;
     return true;
 }

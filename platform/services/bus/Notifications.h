@@ -40,9 +40,11 @@ class NotificationCenter {
 public:
     using Handler = std::function<void(const QString &name, const QVariantMap &userInfo)>;
 
-    void post(const QString &name, const QVariantMap &userInfo);
-    [[nodiscard]] ObserverId addObserver(const QString &name, Handler handler);
-    void removeObserver(ObserverId observer);
+    void post(const QString &name, const QVariantMap &userInfo) { m_observers.deliver(name, userInfo); }
+    [[nodiscard]] ObserverId addObserver(const QString &name, Handler handler) {
+        return m_observers.add(name, std::move(handler));
+    }
+    void removeObserver(ObserverId observer) { m_observers.remove(observer); }
 
 private:
     ObserverList<QVariantMap> m_observers;

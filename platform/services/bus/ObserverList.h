@@ -36,15 +36,12 @@ public:
     // The name that the observer was registered for; a null text when there is no such observer.
     QString remove(ObserverId id) {
         QList<Registration> &registrations = m_state->registrations;
-        const auto found =
-            std::find_if(registrations.cbegin(), registrations.cend(),
-                         [id](const Registration &registration) { return registration.id == id; });
-        if (found == registrations.cend())
-            return {};
-        const Registration removed =
-            *found; // its handler may own what calls back into this list when it dies
-        registrations.erase(found);
-        return removed.name;
+        for (qsizetype i = 0; i < registrations.size(); ++i) {
+            // Dies outside the list: its handler may own what calls back into the list then.
+            if (registrations[i].id == id)
+                return registrations.takeAt(i).name;
+        }
+        return {};
     }
 
     void clear() {
@@ -58,13 +55,16 @@ public:
     }
 
     void deliver(const QString &name, const UserInfo &userInfo) const {
-        const std::shared_ptr<const State> state = m_state; // a handler may destroy this list
+        // Copies: a handler may destroy the caller's values, and this list.
+        const std::shared_ptr<const State> state = m_state;
+        const std::pair posted(name, userInfo);
         const ObserverId last = state->lastId;
-        for (ObserverId previous = 0; const Registration *next = state->after(previous, last, name);) {
+        for (ObserverId previous = 0;
+             const Registration *next = state->after(previous, last, posted.first);) {
             previous = next->id;
             const std::shared_ptr<const Handler> handler = next->handler; // a handler may remove itself
             if (*handler)
-                guarded("notification", [&] { (*handler)(name, userInfo); });
+                guarded("notification", [&] { (*handler)(posted.first, posted.second); });
         }
     }
 
@@ -79,14 +79,11 @@ private:
         ObserverId lastId = 0;
 
         const Registration *after(ObserverId previous, ObserverId last, const QString &name) const {
-            auto next = std::upper_bound(
-                registrations.cbegin(), registrations.cend(), previous,
-                [](ObserverId id, const Registration &registration) { return id < registration.id; });
-            for (; next != registrations.cend() && next->id <= last; ++next) {
-                if (next->name == name)
-                    return &*next;
-            }
-            return nullptr;
+            const auto next = std::find_if(
+                registrations.cbegin(), registrations.cend(), [&](const Registration &registration) {
+                    return registration.id > previous && registration.id <= last && registration.name == name;
+                });
+            return next == registrations.cend() ? nullptr : &*next;
         }
     };
     std::shared_ptr<State> m_state = std::make_shared<State>();

@@ -1,7 +1,7 @@
 #include "platform/services/html/HtmlElement.h"
 
-#include <array>
-#include <initializer_list>
+#include <algorithm>
+#include <unordered_map>
 
 namespace platform {
 
@@ -27,92 +27,72 @@ std::uint64_t keyOf(std::string_view name) {
     return key | std::uint64_t(1) << 63;
 }
 
-class Table {
-public:
-    static const Table &instance() {
-        static const auto *table = new Table;
-        return *table;
-    }
-    [[nodiscard]] HtmlElement find(std::uint64_t key) const {
-        for (std::size_t slot = slotOf(key);; slot = (slot + 1) % slots) {
-            if (m_slots[slot].key == key)
-                return m_slots[slot].element;
-            if (m_slots[slot].key == 0)
-                return {};
-        }
-    }
+using E = HtmlElement;
+constexpr std::uint32_t paragraphEnd = E::Block | E::EndsParagraph;
+constexpr std::uint32_t block = paragraphEnd | E::Structural;
 
-private:
-    using E = HtmlElement;
-    static constexpr int slotBits = 9;
-    static constexpr std::size_t slots = std::size_t(1) << slotBits;
-    static std::size_t slotOf(std::uint64_t key) {
-        return std::size_t(key * 0x9e3779b97f4a7c15U >> (64 - slotBits));
-    }
-
-    Table() {
-        addBlocks();
-        addTables();
-        add({"script", "style", "iframe", "noframes", "noembed"}, E::Hidden | E::RawText);
-        add({"title"}, E::Hidden | E::RawText | E::References);
-        add({"template"}, E::Hidden | E::Structural);
-        add({"head"}, E::Hidden | E::Head);
-        add({"html", "body"}, E::Document);
-        add({"textarea"}, E::RawText | E::References | E::FirstNewline);
-        add({"input", "meta", "link", "base", "area", "col", "param", "wbr", "frame", "embed", "source",
-             "track", "basefont", "bgsound", "keygen"},
-            E::Void);
-        add({"br"}, E::LineBreak | E::Void);
-        add({"img"}, E::Image | E::Void);
-        add({"a", "button", "nobr", "image", "colgroup"}, E::Unnestable);
-        add({"b", "big", "code", "em", "font", "i", "s", "small", "strike", "strong", "tt", "u"},
-            E::Formatting);
-        add({"applet", "marquee", "noscript", "object", "select"}, E::Structural);
-    }
-    void addBlocks() {
-        constexpr std::uint32_t paragraphEnd = E::Block | E::EndsParagraph;
-        constexpr std::uint32_t block = paragraphEnd | E::Structural;
-        add({"address", "article", "aside", "blockquote", "center", "details", "div", "fieldset", "figure",
-             "footer", "form", "header", "main", "nav", "section", "summary", "hgroup", "figcaption"},
-            block);
-        add({"dialog"}, paragraphEnd);
-        add({"legend", "optgroup"}, E::Block);
-        add({"dir", "menu", "dl"}, block | E::ListScope);
-        add({"ul"}, block | E::ListScope | E::BulletList);
-        add({"ol"}, block | E::ListScope | E::NumberedList);
-        add({"li"}, block | E::ListItem | E::Paragraph);
-        add({"dd", "dt"}, block | E::Term);
-        add({"p"}, paragraphEnd | E::Paragraph | E::PlainParagraph);
-        add({"h1", "h2", "h3", "h4", "h5", "h6"}, block | E::Paragraph);
-        add({"hr"}, paragraphEnd | E::Void);
-        add({"pre", "listing"}, block | E::Preformatted | E::FirstNewline);
-        add({"xmp", "plaintext"}, paragraphEnd | E::Preformatted | E::RawText);
-    }
-    void addTables() {
-        add({"table"}, E::Table | E::TableScope | E::EndsParagraph | E::Structural);
-        add({"thead", "tbody", "tfoot"}, E::Table | E::RowGroup);
-        add({"tr"}, E::Table | E::Row);
-        add({"td", "th"}, E::Block | E::Cell);
-        add({"caption"}, E::Block | E::Unnestable);
-    }
-    void add(std::initializer_list<const char *> names, std::uint32_t traits) {
-        for (const char *name : names) {
-            const std::uint64_t key = keyOf(name);
-            std::size_t slot = slotOf(key);
-            while (m_slots[slot].key != 0)
-                slot = (slot + 1) % slots;
-            m_slots[slot] = {key, HtmlElement(traits)};
-        }
-    }
-
-    std::array<HtmlElement::Named, slots> m_slots{};
+constexpr struct {
+    std::string_view names;
+    std::uint32_t traits;
+} kinds[] = {
+    {"address article aside blockquote center details div fieldset figure footer form header main nav "
+     "section "
+     "summary hgroup figcaption",
+     block},
+    {"dialog", paragraphEnd},
+    {"legend optgroup", E::Block},
+    {"dir menu dl", block | E::ListScope},
+    {"ul", block | E::ListScope | E::BulletList},
+    {"ol", block | E::ListScope | E::NumberedList},
+    {"li", block | E::ListItem | E::Paragraph},
+    {"dd dt", block | E::Term},
+    {"p", paragraphEnd | E::Paragraph | E::PlainParagraph},
+    {"h1 h2 h3 h4 h5 h6", block | E::Paragraph},
+    {"hr", paragraphEnd | E::Void},
+    {"pre listing", block | E::Preformatted | E::FirstNewline},
+    {"xmp plaintext", paragraphEnd | E::Preformatted | E::RawText},
+    {"table", E::Table | E::TableScope | E::EndsParagraph | E::Structural},
+    {"thead tbody tfoot", E::Table | E::RowGroup},
+    {"tr", E::Table | E::Row},
+    {"td th", E::Block | E::Cell},
+    {"caption", E::Block | E::Unnestable},
+    {"script style iframe noframes noembed", E::Hidden | E::RawText},
+    {"title", E::Hidden | E::RawText | E::References},
+    {"template", E::Hidden | E::Structural},
+    {"head", E::Hidden | E::Head},
+    {"html body", E::Document},
+    {"textarea", E::RawText | E::References | E::FirstNewline},
+    {"input meta link base area col param wbr frame embed source track basefont bgsound keygen", E::Void},
+    {"br", E::LineBreak | E::Void},
+    {"img", E::Image | E::Void},
+    {"a button nobr image colgroup", E::Unnestable},
+    {"b big code em font i s small strike strong tt u", E::Formatting},
+    {"applet marquee noscript object select", E::Structural},
 };
+
+using Elements = std::unordered_map<std::uint64_t, HtmlElement>;
+
+const Elements &elements() {
+    static const auto *all = [] {
+        auto *made = new Elements;
+        for (const auto &[names, traits] : kinds) {
+            for (std::size_t start = 0; start < names.size();) {
+                const std::size_t end = std::min(names.find(' ', start), names.size());
+                made->emplace(keyOf(names.substr(start, end - start)), traits);
+                start = end + 1;
+            }
+        }
+        return made;
+    }();
+    return *all;
+}
 
 } // namespace
 
 HtmlElement::Named HtmlElement::named(std::string_view name) {
     const std::uint64_t key = keyOf(name);
-    return {key, Table::instance().find(key)};
+    const auto found = elements().find(key);
+    return {key, found == elements().end() ? HtmlElement() : found->second};
 }
 
 int HtmlElement::weight() const {

@@ -1,7 +1,7 @@
 #include "platform/services/html/HtmlReader.h"
 
 #include <algorithm>
-#include <array>
+#include <charconv>
 #include <libxml/HTMLparser.h>
 #include <string>
 #include <unordered_map>
@@ -13,27 +13,9 @@ namespace {
 // Deeper than this, an element is flattened: its end is not looked for.
 constexpr std::size_t maxNesting = 512;
 constexpr std::size_t maxSearch = 2 * maxNesting;
-constexpr std::uint32_t largestCodePoint = 0x10ffff;
-
-bool isLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
 
 bool isSpace(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
-}
-
-bool isNameCharacter(char c) {
-    return isLetter(c) || (c >= '0' && c <= '9');
-}
-
-int digitOf(char c, int base) {
-    int digit = base;
-    if (c >= '0' && c <= '9')
-        digit = c - '0';
-    else if (isLetter(c))
-        digit = (c | 0x20) - 'a' + 10;
-    return digit < base ? digit : -1;
 }
 
 // The character of a name such as "eacute"; empty when there is none of that name. The library's own search
@@ -96,23 +78,24 @@ void HtmlReader::readText(std::string_view text) {
 
 // A character reference, or an ampersand that begins none. Returns its length.
 std::size_t HtmlReader::readReference(std::string_view text) {
+    constexpr std::string_view nameCharacters =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
     const auto at = [text](std::size_t position) { return position < text.size() ? text[position] : '\0'; };
     std::size_t position = 1;
     std::string character;
     if (at(position) == '#') {
         const bool isHexadecimal = (at(++position) | 0x20) == 'x';
         position += isHexadecimal ? 1 : 0;
-        const int base = isHexadecimal ? 16 : 10;
-        const std::size_t digits = position;
+        const char *digits = text.data() + std::min(position, text.size());
         std::uint32_t value = 0;
-        for (int digit = 0; (digit = digitOf(at(position), base)) >= 0; ++position)
-            value = std::min(value * std::uint32_t(base) + std::uint32_t(digit), largestCodePoint + 1);
-        if (position > digits)
-            character = utf8Of(value);
+        const auto [end, error] =
+            std::from_chars(digits, text.data() + text.size(), value, isHexadecimal ? 16 : 10);
+        if (end != digits)
+            character = utf8Of(error == std::errc() ? value : 0);
+        position += std::size_t(end - digits);
         position += at(position) == ';' ? 1 : 0;
     } else {
-        while (isNameCharacter(at(position)))
-            ++position;
+        position = std::min(text.find_first_not_of(nameCharacters, position), text.size());
         if (at(position) == ';')
             character = namedCharacter(text.substr(1, position - 1));
         ++position;

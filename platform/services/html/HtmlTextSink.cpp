@@ -1,9 +1,9 @@
 #include "platform/services/html/HtmlTextSink.h"
 
+#include <QString>
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <strings.h>
 #include <utility>
 
 namespace platform {
@@ -29,9 +29,6 @@ ByteClass classOf(char byte) {
     return byteClasses[static_cast<unsigned char>(byte)];
 }
 
-constexpr std::uint32_t largestCodePoint = 0x10ffff;
-constexpr std::uint32_t replacement = 0xfffd;
-
 // U+0080 to U+009F are decoded as Windows-1252, as mail programs do. 0: unassigned.
 constexpr std::array<char16_t, 32> windows1252 = {
     0x20ac, 0,      0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021, 0x02c6, 0x2030, 0x0160,
@@ -46,16 +43,12 @@ std::string_view trimmed(std::string_view text) {
     return text;
 }
 
-bool sameText(std::string_view text, std::string_view lowerCase) {
-    return text.size() == lowerCase.size() && strncasecmp(text.data(), lowerCase.data(), text.size()) == 0;
-}
-
 bool isDisplayNone(std::string_view declaration) {
     const std::size_t colon = declaration.find(':');
-    if (colon == std::string_view::npos || !sameText(trimmed(declaration.substr(0, colon)), "display"))
+    if (colon == std::string_view::npos || !isSame(trimmed(declaration.substr(0, colon)), "display"))
         return false;
     std::string_view value = declaration.substr(colon + 1);
-    return sameText(trimmed(value.substr(0, value.find('!'))), "none");
+    return isSame(trimmed(value.substr(0, value.find('!'))), "none");
 }
 
 bool isNotDisplayed(HtmlTextSink::Attributes attributes) {
@@ -79,17 +72,10 @@ long numberIn(std::string_view value, long fallback) {
 
 } // namespace
 
-std::string utf8Of(std::uint32_t c) {
-    if (c == 0 || c > largestCodePoint || (c >= 0xd800 && c < 0xe000))
-        c = replacement;
-    if (c < 0x80)
-        return {char(c)};
-    if (c < 0x800)
-        return {char(0xc0 | c >> 6), char(0x80 | (c & 0x3f))};
-    if (c < 0x10000)
-        return {char(0xe0 | c >> 12), char(0x80 | (c >> 6 & 0x3f)), char(0x80 | (c & 0x3f))};
-    return {char(0xf0 | c >> 18), char(0x80 | (c >> 12 & 0x3f)), char(0x80 | (c >> 6 & 0x3f)),
-            char(0x80 | (c & 0x3f))};
+std::string utf8Of(char32_t c) {
+    if (c == 0 || c > QChar::LastValidCodePoint || QChar::isSurrogate(c))
+        c = QChar::ReplacementCharacter;
+    return QString::fromUcs4(&c, 1).toStdString();
 }
 
 bool HtmlTextSink::atLineStart() const {

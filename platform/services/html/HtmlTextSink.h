@@ -11,8 +11,8 @@
 
 namespace platform {
 
-// The code point, U+FFFD for one that is none.
-[[nodiscard]] std::string utf8Of(std::uint32_t codePoint);
+// The code point in UTF-8, U+FFFD for one that is none.
+[[nodiscard]] std::string utf8Of(char32_t codePoint);
 
 class HtmlTextSink {
 public:

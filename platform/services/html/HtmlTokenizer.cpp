@@ -28,10 +28,6 @@ bool isAny(char c, unsigned classes) {
     return (characterClasses[static_cast<unsigned char>(c)] & classes) != 0;
 }
 
-bool isSame(std::string_view text, std::string_view other) {
-    return text.size() == other.size() && strncasecmp(text.data(), other.data(), text.size()) == 0;
-}
-
 // nullptr: one that does not matter.
 std::string_view *attributeNamed(std::string_view name, HtmlAttributes &attributes) {
     switch (name.front() | 0x20) {
@@ -47,6 +43,10 @@ std::string_view *attributeNamed(std::string_view name, HtmlAttributes &attribut
 }
 
 } // namespace
+
+bool isSame(std::string_view text, std::string_view other) {
+    return text.size() == other.size() && strncasecmp(text.data(), other.data(), text.size()) == 0;
+}
 
 bool HtmlTokenizer::next(HtmlToken *token) {
     if (m_at >= m_html.size())

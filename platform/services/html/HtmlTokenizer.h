@@ -6,6 +6,9 @@
 
 namespace platform {
 
+// Whether the texts differ in the case of ASCII letters at most.
+[[nodiscard]] bool isSame(std::string_view text, std::string_view other);
+
 // Those that matter, as they stand in the tag. One that is not there has no data.
 struct HtmlAttributes {
     std::string_view style;
