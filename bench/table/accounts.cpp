@@ -4,10 +4,10 @@
 #include "bench/table/SideBySide.h"
 #include "meeting.pb.h"
 #include "platform/runtime/Runtime.h"
-#include "platform/services/TestServices.h"
 #include "plugin/host/adapters/vlECCalendarEvent.h"
 #include "plugin/link/readers/vlGetPACHelper.h"
 #include "plugin/proto/vlProtoBufConvert.h"
+#include "tests/support/TestServices.h"
 
 #include <QTemporaryDir>
 

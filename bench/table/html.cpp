@@ -106,13 +106,8 @@ bool withProgram(const Program &program, const QString &file) {
     return false;
 }
 
-const platform::HtmlImporter &importer() {
-    static const auto *made = platform::makeHtmlImporter().release();
-    return *made;
-}
-
 void compare(const Document &document, const QString &other, const Work &work) {
-    const auto ours = [&] { keep(importer().plainText(document.html)); };
+    const auto ours = [&] { keep(platform::plainTextOfHtml(document.html)); };
     const Comparison times = sideBySide({repeating(ours), work}, {.seconds = 1});
     addRatio(document.what, times.seconds[0], other, times.seconds[1], times.ratios[1], 1.0);
 }
@@ -159,7 +154,7 @@ Document mail(qsizetype bytes) {
 }
 
 Work convert(const Document &document) {
-    return repeating([html = document.html] { keep(importer().plainText(html)); });
+    return repeating([html = document.html] { keep(platform::plainTextOfHtml(html)); });
 }
 
 void compareWithAims() {

@@ -47,8 +47,6 @@ Services makeDesktopServices(const DesktopOptions &options) {
     desktop.workspace = std::move(workspace);
     desktop.userDefaults =
         std::make_unique<FileUserDefaults>(defaultsFolderOf(options), options.bundleIdentifier);
-    desktop.propertyLists = makePropertyLists();
-    desktop.htmlImporter = makeHtmlImporter();
     desktop.pluginBundle = makeFolderBundle(resources);
     return desktop;
 }

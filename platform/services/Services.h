@@ -3,9 +3,8 @@
 
 #include "platform/services/bundle/Bundle.h"
 #include "platform/services/bus/Notifications.h"
-#include "platform/services/html/HtmlImporter.h"
 #include "platform/services/runloop/RunLoop.h"
-#include "platform/services/storage/Storage.h"
+#include "platform/services/storage/UserDefaults.h"
 #include "platform/services/workspace/Workspace.h"
 
 #include <QVariantMap>
@@ -21,8 +20,6 @@ struct Services {
     std::unique_ptr<RunLoop> runLoop;
     std::unique_ptr<Workspace> workspace;
     std::unique_ptr<UserDefaults> userDefaults;
-    std::unique_ptr<PropertyLists> propertyLists;
-    std::unique_ptr<HtmlImporter> htmlImporter;
     // The plug-in's own resources.
     std::unique_ptr<Bundle> pluginBundle;
     // Values that code on the main thread leaves for code that runs there later.

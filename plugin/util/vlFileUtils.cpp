@@ -1,6 +1,7 @@
 #include "plugin/util/vlFileUtils.h"
 
 #include "platform/services/Services.h"
+#include "platform/services/propertylist/PropertyList.h"
 
 #include <QDir>
 #include <QFile>
@@ -64,7 +65,7 @@ bool vlMoveFile(const QString &from, const QString &to) {
 QString vlGetFileVersion(const QString &path) {
     const platform::Services &services = platform::services();
     const rt::Value list =
-        services.propertyLists->read(services.workspace->resolve(path + infoPlistOfBundle));
+        platform::PropertyList::read(services.workspace->resolve(path + infoPlistOfBundle));
     return rt::orEmpty(rt::textValue(rt::mapValue(list).value(bundleVersionKey)));
 }
 

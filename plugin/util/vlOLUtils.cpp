@@ -2,6 +2,7 @@
 
 #include "platform/runtime/Runtime.h"
 #include "platform/services/Services.h"
+#include "platform/services/propertylist/PropertyList.h"
 #include "platform/toolkit/Windows.h"
 
 #include <QWidget>
@@ -107,7 +108,7 @@ QString vlOLUtils::trimAllSpaceAndNewLine(const QString &text) {
 void vlOLUtils::saveStrToFile(const QString &text, const QString &path) {
     if (text.isNull() || path.isEmpty())
         return;
-    platform::services().propertyLists->write(path, QVariantList{text});
+    platform::PropertyList::write(path, QVariantList{text});
 }
 
 QString vlOLUtils::readStrFromFile(const QString &path) {
@@ -115,6 +116,6 @@ QString vlOLUtils::readStrFromFile(const QString &path) {
         return {};
     if (path.isEmpty())
         return u""_s;
-    const QVariantList stored = rt::listValue(platform::services().propertyLists->read(path));
+    const QVariantList stored = rt::listValue(platform::PropertyList::read(path));
     return stored.isEmpty() ? u""_s : rt::orEmpty(rt::textValue(stored.last()));
 }

@@ -1,6 +1,7 @@
 #include "standin/agent/PluginAgent.h"
 
 #include "platform/services/Services.h"
+#include "platform/services/propertylist/PropertyList.h"
 
 namespace pluginagent {
 
@@ -49,8 +50,7 @@ QString PluginAgent::clientVersion() {
     if (bundle.isEmpty())
         return {};
     const QString list = platform::services().workspace->resolve(bundle) + u"/Contents/Info.plist"_s;
-    return rt::textValue(
-        rt::mapValue(platform::services().propertyLists->read(list)).value(u"CFBundleVersion"_s));
+    return rt::textValue(rt::mapValue(platform::PropertyList::read(list)).value(u"CFBundleVersion"_s));
 }
 
 bool PluginAgent::launchClient() {

@@ -1,9 +1,9 @@
 // The body of an appointment and the invitation that is written into it, found again, replaced and removed.
-#include "platform/services/TestServices.h"
 #include "plugin/host/body/linkMaker.h"
 #include "plugin/host/body/vlBodyHelper.h"
 #include "plugin/host/body/vlEmailBodyMgr.h"
 #include "tests/fuzz/FuzzTarget.h"
+#include "tests/support/TestServices.h"
 
 using namespace fuzz;
 

@@ -1,9 +1,9 @@
 // Calendar files of other programs: read, listed, changed, saved, taken apart and put together again.
-#include "platform/services/TestServices.h"
 #include "standin/mailhost/store/CalendarFile.h"
 #include "standin/mailhost/store/ComponentTree.h"
 #include "standin/mailhost/store/TextValue.h"
 #include "tests/fuzz/FuzzTarget.h"
+#include "tests/support/TestServices.h"
 
 #include <QFile>
 #include <QSet>

@@ -21,8 +21,7 @@ bool isPlainWords(const QString &text) {
 }
 
 void claimPlainText(const QString &html) {
-    static const auto importer = platform::makeHtmlImporter();
-    const QString text = importer->plainText(html);
+    const QString text = platform::plainTextOfHtml(html);
     claim(!text.isNull(), "there is always a text");
     claim(text.size() <= 8 * html.size() + 16, "the text is no larger than the HTML makes it");
     if (isPlainWords(html))

@@ -1,5 +1,5 @@
 // Property lists: bundles, defaults, one-string files.
-#include "platform/services/storage/Storage.h"
+#include "platform/services/propertylist/PropertyList.h"
 #include "tests/fuzz/FuzzTarget.h"
 
 #include <QDateTime>
@@ -40,16 +40,15 @@ bool isExact(const rt::Value &value) {
 }
 
 void open(const QByteArray &bytes) {
-    static const auto lists = platform::makePropertyLists();
-    const rt::Value value = lists->parse(bytes);
-    const QByteArray xml = lists->toXml(value);
+    const rt::Value value = platform::PropertyList::parse(bytes);
+    const QByteArray xml = platform::PropertyList::toXml(value);
     claim(rt::isPresent(value) || xml.isEmpty(), "nothing is no property list");
     if (xml.isEmpty())
         return;
-    const rt::Value read = lists->parse(xml);
+    const rt::Value read = platform::PropertyList::parse(xml);
     claim(rt::isPresent(read), "what is written can be read");
     claim(!isExact(value) || read == value, "what is written reads as before");
-    claimSame(lists->toXml(read), xml, "and is then written as before");
+    claimSame(platform::PropertyList::toXml(read), xml, "and is then written as before");
 }
 
 const AddFuzzTarget target("propertylist", open);

@@ -1,9 +1,9 @@
 // The hooks on a host that is too old for the plug-in.
-#include "platform/services/TestServices.h"
 #include "plugin/hooks/hookTable.h"
 #include "plugin/hooks/loadSteps.h"
 #include "plugin/host/adapters/hostNames.h"
 #include "tests/hooks/HookedHost.h"
+#include "tests/support/TestServices.h"
 
 #include <QApplication>
 #include <QDialog>

@@ -1,5 +1,4 @@
 // The adapters over host objects: what a missing object, class, member or method gives.
-#include "platform/services/TestServices.h"
 #include "plugin/host/adapters/vlCCGridViewController.h"
 #include "plugin/host/adapters/vlECCalendarEvent.h"
 #include "plugin/host/adapters/vlECMutableCalendarEvent.h"
@@ -8,6 +7,7 @@
 #include "plugin/host/adapters/vlOLCalendarGridViewWrapper.h"
 #include "plugin/host/adapters/vlOLWordMailEditor.h"
 #include "tests/support/FakeHost.h"
+#include "tests/support/TestServices.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The invitation block in the text of a body: put in, replaced, taken out.
-#include "platform/services/TestServices.h"
 #include "plugin/host/body/vlBodyHelper.h"
+#include "tests/support/TestServices.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // The adapter of an open appointment editor.
-#include "platform/services/TestServices.h"
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/util/vlPluginBuildMgr.h"
 #include "tests/support/FakeHost.h"
+#include "tests/support/TestServices.h"
 
 #include <QLineEdit>
 #include <gtest/gtest.h>

@@ -1,5 +1,4 @@
 // The invitation in the body editors of older and newer hosts.
-#include "platform/services/TestServices.h"
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/host/adapters/vlOLWordMailEditor.h"
 #include "plugin/host/body/bodyPorts.h"
@@ -8,6 +7,7 @@
 #include "plugin/host/body/vlEmailBodyMgr.h"
 #include "plugin/util/vlMd5Utils.h"
 #include "tests/support/FakeHost.h"
+#include "tests/support/TestServices.h"
 
 #include <gtest/gtest.h>
 

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "platform/runtime/Runtime.h"
-#include "platform/services/TestServices.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/HostApplication.h"
 #include "tests/mailhost/PrintText.h"
+#include "tests/support/TestServices.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,8 +1,8 @@
 // Calendar files in a folder of the test's own, and what changed in them.
 #pragma once
 
-#include "platform/services/TestServices.h"
 #include "standin/mailhost/store/CalendarFile.h"
+#include "tests/support/TestServices.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,5 +1,6 @@
-#include "platform/services/TestServices.h"
+#include "platform/services/propertylist/PropertyList.h"
 #include "standin/agent/PluginAgent.h"
+#include "tests/support/TestServices.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -23,8 +24,8 @@ protected:
         desktop.workspace->bundles.append({identifier, path, executable});
         const QString contents = desktop.workspace->resolve(path) + u"/Contents"_s;
         QDir().mkpath(contents);
-        ASSERT_TRUE(platform::services().propertyLists->write(contents + u"/Info.plist"_s,
-                                                              QVariantMap{{"CFBundleVersion", version}}));
+        ASSERT_TRUE(platform::PropertyList::write(contents + u"/Info.plist"_s,
+                                                  QVariantMap{{"CFBundleVersion", version}}));
     }
     void givenAnInstalledClient() {
         givenAClient("com.parlo.meetings", clientPath, "/bin/client", "3.6.40500");

@@ -1,6 +1,7 @@
 #include "tests/scenarios/Scenario.h"
 
 #include "platform/services/Services.h"
+#include "platform/services/propertylist/PropertyList.h"
 #include "plugin/link/linkSession.h"
 #include "plugin/load/pluginLoad.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
@@ -112,7 +113,7 @@ void Scenario::installServices(const QString &hostVersion) {
 void Scenario::writeInfo(const QString &bundle, const QVariantMap &values) {
     const QString contents = m_desktop.workspace->resolve(bundle) + u"/Contents"_s;
     QDir().mkpath(contents);
-    EXPECT_TRUE(platform::services().propertyLists->write(contents + u"/Info.plist"_s, values));
+    EXPECT_TRUE(platform::PropertyList::write(contents + u"/Info.plist"_s, values));
 }
 
 QString Scenario::text(const QString &key) {

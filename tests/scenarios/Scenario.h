@@ -2,12 +2,12 @@
 // in-memory bus, a calendar file on disk, and time that only the test moves.
 #pragma once
 
-#include "platform/services/TestServices.h"
 #include "standin/mailhost/store/CalendarFile.h"
 #include "standin/mailhost/windows/HostApplication.h"
 #include "standin/mailhost/windows/editor/EditorWindow.h"
 #include "standin/meetingclient/ClientLink.h"
 #include "tests/support/CalendarBuilder.h"
+#include "tests/support/TestServices.h"
 
 #include <QTemporaryDir>
 #include <memory>

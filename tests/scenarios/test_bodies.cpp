@@ -1,4 +1,5 @@
 // The text around the invitation, and stored records that another program has written.
+#include "platform/services/html/HtmlImporter.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "tests/scenarios/Scenario.h"
@@ -37,7 +38,7 @@ INSTANTIATE_TEST_SUITE_P(Editors, Bodies,
 
 TEST_P(Bodies, HoweverTheEditorManglesTheBookmarksTheTextAroundTheBlockSurvivesUpdateAndRemoval) {
     const auto savedText = [this] {
-        return platform::services().htmlImporter->plainText(scenario.inFile(Scenario::plain).bodyHtml);
+        return platform::plainTextOfHtml(scenario.inFile(Scenario::plain).bodyHtml);
     };
     mailhost::EditorWindow *editor = scenario.open(Scenario::plain);
     auto *body = editor->findChild<QTextEdit *>(mailhost::controls::bodyEditor);

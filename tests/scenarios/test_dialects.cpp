@@ -1,5 +1,6 @@
 // Meetings in the files of other programs: nothing changes in a file but the lines of the meeting.
 #include "platform/services/Services.h"
+#include "platform/services/html/HtmlImporter.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "tests/scenarios/Scenario.h"
 #include "tests/support/ProcessZone.h"
@@ -29,7 +30,7 @@ QByteArray octetsOf(const QString &path) {
 }
 
 QString plainText(const QString &html) {
-    return platform::services().htmlImporter->plainText(html).simplified();
+    return platform::plainTextOfHtml(html).simplified();
 }
 
 // Without folds, line ends as they stand.

@@ -1,7 +1,7 @@
 // What goes over the bus between plug-in and meeting client, as far as a run has to understand it.
 #pragma once
 
-#include "platform/services/TestServices.h"
+#include "tests/support/TestServices.h"
 
 namespace simulation {
 

@@ -1,11 +1,12 @@
 // The plug-in made afresh for one test: doubles of all services, new shared objects, empty ports.
 #pragma once
 
-#include "platform/services/TestServices.h"
+#include "platform/services/propertylist/PropertyList.h"
 #include "plugin/link/linkPorts.h"
 #include "plugin/link/linkSession.h"
 #include "plugin/workflow/workflowPorts.h"
 #include "tests/support/FreshWorkflow.h"
+#include "tests/support/TestServices.h"
 
 #include <QDir>
 
@@ -16,7 +17,7 @@ inline void installBundle(const platform::TestDesktop &desktop, const QString &i
     desktop.workspace->bundles.append({identifier, path, executable});
     const QString contents = desktop.workspace->resolve(path) + u"/Contents"_s;
     QDir().mkpath(contents);
-    platform::services().propertyLists->write(contents + u"/Info.plist"_s, info);
+    platform::PropertyList::write(contents + u"/Info.plist"_s, info);
 }
 
 inline void installHost(const platform::TestDesktop &desktop, const QString &version) {

@@ -1,7 +1,7 @@
 // A meeting client on the in-memory bus that answers as a test has told it.
 #pragma once
 
-#include "platform/services/TestServices.h"
+#include "tests/support/TestServices.h"
 
 #include <QHash>
 #include <QString>

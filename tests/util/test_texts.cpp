@@ -1,8 +1,9 @@
 // Trimming, and the property list that holds one text.
 #include "platform/runtime/Runtime.h"
-#include "platform/services/TestServices.h"
+#include "platform/services/propertylist/PropertyList.h"
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/util/vlPluginBuildMgr.h"
+#include "tests/support/TestServices.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -55,7 +56,7 @@ TEST_F(OneStringFile, GivesBackTheTextThatWasSaved) {
     vlOLUtils::saveStrToFile(u"kept"_s, path);
     vlOLUtils::saveStrToFile(QString(), path);
     EXPECT_EQ(vlOLUtils::readStrFromFile(path), "kept");
-    platform::services().propertyLists->write(path, QVariantList{"first", "last"});
+    platform::PropertyList::write(path, QVariantList{"first", "last"});
     EXPECT_EQ(vlOLUtils::readStrFromFile(path), "last");
 }
 
@@ -71,7 +72,7 @@ TEST_F(OneStringFile, IsEmptyTextWhenItIsNoSuchFile) {
     EXPECT_TRUE(readsEmpty(path));
     for (const rt::Value &root : {rt::Value(QVariantList{}), rt::Value(QVariantMap{{"a", "b"}}),
                                   rt::Value(QVariantList{"text", qint64(3)})}) {
-        platform::services().propertyLists->write(path, root);
+        platform::PropertyList::write(path, root);
         EXPECT_TRUE(readsEmpty(path)) << root.typeName();
     }
 }

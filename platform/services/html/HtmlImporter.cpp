@@ -4,7 +4,6 @@
 #include "platform/services/html/HtmlReader.h"
 
 #include <QStringEncoder>
-#include <cstring>
 #include <string>
 
 namespace platform {
@@ -17,29 +16,21 @@ std::string cleanUtf8(const QString &text) {
     std::string bytes(std::size_t(encoder.requiredSpace(text.size())), '\0');
     const char *end = encoder.appendToBuffer(bytes.data(), text);
     bytes.resize(std::size_t(end - bytes.data()));
-    if (std::memchr(bytes.data(), 0, bytes.size()))
-        std::erase(bytes, '\0');
+    std::erase(bytes, '\0');
     return bytes;
 }
 
-class PlainTextImporter final : public HtmlImporter {
-public:
-    [[nodiscard]] QString plainText(const QString &html) const override {
-        if (html.isEmpty())
-            return u""_s;
-        const std::string bytes = cleanUtf8(html);
-        HtmlTextSink sink;
-        sink.reserve(bytes.size());
-        HtmlReader(sink).read(bytes);
-        const std::string text = sink.take();
-        return QString::fromUtf8(text.data(), qsizetype(text.size()));
-    }
-};
-
 } // namespace
 
-std::unique_ptr<HtmlImporter> makeHtmlImporter() {
-    return std::make_unique<PlainTextImporter>();
+QString plainTextOfHtml(const QString &html) {
+    if (html.isEmpty())
+        return u""_s;
+    const std::string bytes = cleanUtf8(html);
+    HtmlTextSink sink;
+    sink.reserve(bytes.size());
+    HtmlReader(sink).read(bytes);
+    const std::string text = sink.take();
+    return QString::fromUtf8(text.data(), qsizetype(text.size()));
 }
 
 } // namespace platform

@@ -1,8 +1,7 @@
 // Strict where common readers are lenient: a key without a value, a second root, a bad integer or invalid
 // UTF-8 rejects the whole file, because its content would be a guess.
 
-#include "platform/services/propertylist/XmlPropertyList.h"
-#include "platform/services/storage/Storage.h"
+#include "platform/services/propertylist/PropertyList.h"
 
 #include <QDateTime>
 #include <QTimeZone>
@@ -34,7 +33,7 @@ public:
 
 private:
     rt::Value value(int depth) {
-        if (depth > PropertyLists::maximumDepth)
+        if (depth > PropertyList::maximumDepth)
             return malformed("nested too deep");
         const QString type = m_xml.name().toString();
         if (type == QLatin1String("dict"))
@@ -135,8 +134,8 @@ private:
 
 } // namespace
 
-rt::Value fromXmlPropertyList(const QByteArray &bytes) {
-    return Reader(bytes).document();
+rt::Value PropertyList::parse(const QByteArray &bytes) {
+    return bytes.size() > maximumSize ? rt::Value() : Reader(bytes).document();
 }
 
 } // namespace platform

@@ -1,6 +1,5 @@
 // Values as an XML property list, by the toolkit's writer.
-#include "platform/services/propertylist/XmlPropertyList.h"
-#include "platform/services/storage/Storage.h"
+#include "platform/services/propertylist/PropertyList.h"
 
 #include <QDateTime>
 #include <QLocale>
@@ -43,7 +42,7 @@ public:
 
 private:
     bool write(const rt::Value &value, int depth) {
-        if (depth > PropertyLists::maximumDepth)
+        if (depth > PropertyList::maximumDepth)
             return false;
         switch (value.typeId()) {
         case QMetaType::QVariantMap:
@@ -129,7 +128,7 @@ private:
 
 } // namespace
 
-QByteArray toXmlPropertyList(const rt::Value &value) {
+QByteArray PropertyList::toXml(const rt::Value &value) {
     return Writer().document(value);
 }
 

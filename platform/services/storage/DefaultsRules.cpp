@@ -1,6 +1,6 @@
 #include "platform/services/storage/DefaultsRules.h"
 
-#include "platform/services/propertylist/XmlPropertyList.h"
+#include "platform/services/propertylist/PropertyList.h"
 
 namespace platform {
 
@@ -13,7 +13,7 @@ bool changeDefault(QVariantMap *values, const QString &key, const rt::Value &val
     if (old != values->constEnd() && old->typeId() == value.typeId() && *old == value)
         return false;
     // One level deeper, as it will lie in the dictionary of all values.
-    if (toXmlPropertyList(QVariantList{value}).isEmpty() || rt::isNullMarker(value)) {
+    if (PropertyList::toXml(QVariantList{value}).isEmpty() || rt::isNullMarker(value)) {
         qWarning("the default \"%s\" cannot be kept: %s", qPrintable(key), value.typeName());
         return false;
     }

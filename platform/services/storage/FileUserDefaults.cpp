@@ -1,5 +1,6 @@
 #include "platform/services/storage/FileUserDefaults.h"
 
+#include "platform/services/propertylist/PropertyList.h"
 #include "platform/services/storage/DefaultsRules.h"
 
 #include <QDir>
@@ -45,7 +46,7 @@ void FileUserDefaults::load() {
     const QString path = pathOf(m_domain);
     if (!QFileInfo::exists(path))
         return;
-    const rt::Value root = m_propertyLists->read(path);
+    const rt::Value root = PropertyList::read(path);
     if (root.typeId() == QMetaType::QVariantMap) {
         m_values = root.toMap();
         return;
@@ -71,7 +72,7 @@ void FileUserDefaults::setValue(const QString &key, const rt::Value &value) {
 bool FileUserDefaults::synchronize() {
     if (!m_isChanged)
         return true;
-    if (!m_isWritable || !QDir().mkpath(m_folder) || !m_propertyLists->write(pathOf(m_domain), m_values))
+    if (!m_isWritable || !QDir().mkpath(m_folder) || !PropertyList::write(pathOf(m_domain), m_values))
         return false;
     m_isChanged = false;
     return true;
@@ -80,8 +81,7 @@ bool FileUserDefaults::synchronize() {
 rt::Value FileUserDefaults::valueInDomain(const QString &domain, const QString &key) const {
     if (domain == m_domain)
         return value(key);
-    return isDomainName(domain) ? rt::mapValue(m_propertyLists->read(pathOf(domain))).value(key)
-                                : rt::Value();
+    return isDomainName(domain) ? rt::mapValue(PropertyList::read(pathOf(domain))).value(key) : rt::Value();
 }
 
 } // namespace platform

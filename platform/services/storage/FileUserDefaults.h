@@ -1,7 +1,7 @@
 // The user's defaults as one XML property list for each domain.
 #pragma once
 
-#include "platform/services/storage/Storage.h"
+#include "platform/services/storage/UserDefaults.h"
 
 #include <QVariantMap>
 
@@ -25,7 +25,6 @@ private:
 
     QString m_folder;
     QString m_domain;
-    std::unique_ptr<PropertyLists> m_propertyLists = makePropertyLists();
     QVariantMap m_values;
     bool m_isChanged = false;
     bool m_isWritable = false;

@@ -1,6 +1,7 @@
 #include "platform/services/workspace/DesktopWorkspace.h"
 
 #include "platform/services/bus/SessionBus.h"
+#include "platform/services/propertylist/PropertyList.h"
 #include "platform/services/workspace/RootFolder.h"
 
 #include <QApplication>
@@ -54,7 +55,7 @@ QString DesktopWorkspace::resolve(const QString &path) const {
 }
 
 QVariantMap DesktopWorkspace::infoOf(const QString &bundlePath) const {
-    return rt::mapValue(m_propertyLists->read(resolve(bundlePath) + infoFile));
+    return rt::mapValue(PropertyList::read(resolve(bundlePath) + infoFile));
 }
 
 QString DesktopWorkspace::pathForBundleIdentifier(const QString &identifier) const {

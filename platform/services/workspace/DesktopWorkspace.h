@@ -1,7 +1,6 @@
 // Applications as folders below the root folder and as names on the session bus.
 #pragma once
 
-#include "platform/services/storage/Storage.h"
 #include "platform/services/workspace/Workspace.h"
 
 #include <QVariantMap>
@@ -36,7 +35,6 @@ private:
     std::shared_ptr<SessionBus> m_bus;
     QString m_root; // without a trailing "/"
     QString m_documents;
-    std::unique_ptr<PropertyLists> m_propertyLists = makePropertyLists();
 };
 
 } // namespace platform

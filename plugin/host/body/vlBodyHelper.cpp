@@ -1,6 +1,6 @@
 #include "plugin/host/body/vlBodyHelper.h"
 
-#include "platform/services/Services.h"
+#include "platform/services/html/HtmlImporter.h"
 #include "plugin/host/body/bookmarkRange.h"
 #include "plugin/host/body/linkMaker.h"
 #include "plugin/host/body/textReplace.h"
@@ -74,7 +74,7 @@ QString updatedBetween(const BookmarkTexts &texts, QString body, const QString &
 QString vlBodyHelper::convertHTMLToPlainText(const QString &html) const {
     if (html.isEmpty())
         return {};
-    return rt::orEmpty(platform::services().htmlImporter->plainText(trimHTMLNBSPTags(html)));
+    return platform::plainTextOfHtml(trimHTMLNBSPTags(html));
 }
 
 QString vlBodyHelper::trimHTMLNBSPTags(const QString &text) const {

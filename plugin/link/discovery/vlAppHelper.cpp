@@ -1,6 +1,7 @@
 #include "plugin/link/discovery/vlAppHelper.h"
 
 #include "platform/services/Services.h"
+#include "platform/services/propertylist/PropertyList.h"
 #include "plugin/link/channel/vlIPCChannel.h"
 #include "plugin/util/versionRule.h"
 
@@ -48,7 +49,7 @@ bool vlAppHelper::isOutlookVersionLargeThan2016() const {
 }
 
 rt::Value vlAppHelper::objectForPropertyListKey(const QString &key, const QString &filePath) const {
-    const rt::Value list = platform::services().propertyLists->read(workspace().resolve(filePath));
+    const rt::Value list = platform::PropertyList::read(workspace().resolve(filePath));
     return rt::mapValue(list).value(key);
 }
 

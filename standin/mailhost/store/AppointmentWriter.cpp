@@ -1,6 +1,7 @@
 #include "standin/mailhost/store/AppointmentWriter.h"
 
-#include "platform/services/Services.h"
+#include "platform/Literals.h"
+#include "platform/services/html/HtmlImporter.h"
 #include "standin/mailhost/store/ConferenceLink.h"
 #include "standin/mailhost/store/TextValue.h"
 
@@ -186,8 +187,7 @@ void writeOrganizer(Component &component, const Appointment &was, const Appointm
 // ---- body
 
 QString plainTwin(const QString &html) {
-    const auto &shared = platform::services().htmlImporter;
-    QString text = shared ? shared->plainText(html) : platform::makeHtmlImporter()->plainText(html);
+    QString text = platform::plainTextOfHtml(html);
     text.replace(QChar(0x2028), u'\n');
     text.remove(QChar(0xFFFC)); // stands for an image
     while (text.endsWith(u'\n'))

@@ -1,4 +1,4 @@
-#include "platform/services/TestServices.h"
+#include "tests/support/TestServices.h"
 
 #include "platform/services/bundle/InterfaceLoader.h"
 #include "platform/services/bus/NotificationLimits.h"
@@ -164,8 +164,6 @@ TestDesktop installTestServices() {
     fresh.runLoop = std::move(runLoop);
     fresh.workspace = std::move(workspace);
     fresh.userDefaults = std::move(userDefaults);
-    fresh.propertyLists = makePropertyLists();
-    fresh.htmlImporter = makeHtmlImporter();
     fresh.pluginBundle = std::move(bundle);
     setServices(std::move(fresh));
     return desktop;

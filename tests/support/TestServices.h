@@ -130,7 +130,7 @@ public:
     [[nodiscard]] std::unique_ptr<QWidget> loadInterface(const QString &name) const override;
 };
 
-// The doubles of one test. Property lists and the HTML importer are the real ones.
+// The doubles of one test.
 struct TestDesktop {
     VirtualRunLoop *runLoop;
     MemoryNotificationBus *bus;
