@@ -1,20 +1,15 @@
 // Property lists: what is written and read, and the files that hold them.
-#include "platform/services/storage/Storage.h"
+#include "platform/services/propertylist/PropertyList.h"
+#include "tests/platform/TestFolder.h"
 
-#include <QDir>
-#include <QFile>
 #include <QPoint>
-#include <QTemporaryDir>
 #include <QTimeZone>
-#include <gtest/gtest.h>
 #include <limits>
 #include <sys/stat.h>
 
 namespace {
 
-using platform::PropertyLists;
-
-const std::unique_ptr<PropertyLists> lists = platform::makePropertyLists();
+using platform::PropertyList;
 
 QVariantMap everything() {
     return {{u"text"_s, u"Grüße 😀 <&>\" \r\n\ttrailing  "_s},
@@ -36,25 +31,21 @@ QByteArray xmlOf(const QByteArray &content) {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\">" + content + "</plist>";
 }
 
-TEST(PropertyLists, WhatIsWrittenReadsBackAsItWas) {
-    const QByteArray xml = lists->toXml(everything());
-    const rt::Value back = lists->parse(xml);
-    ASSERT_EQ(back.typeId(), QMetaType::QVariantMap);
-    for (const auto &[key, value] : everything().asKeyValueRange()) {
-        EXPECT_EQ(back.toMap().value(key), value) << qPrintable(key);
-        EXPECT_EQ(back.toMap().value(key).typeId(), value.typeId()) << qPrintable(key);
-    }
-    EXPECT_FALSE(back.toMap().value(u"empty"_s).toString().isNull());
-    EXPECT_EQ(back.toMap().size(), everything().size());
-    EXPECT_EQ(lists->toXml(back), xml) << "the same value must give the same bytes";
-    EXPECT_EQ(lists->parse("\xef\xbb\xbf" + xml), back) << "with a byte order mark";
-    EXPECT_EQ(
-        lists->parse(QByteArray(xml).insert(xml.indexOf("<plist"), "<!DOCTYPE plist SYSTEM \"list.dtd\">")),
-        back)
-        << "with a document type, as other programs write it";
+TEST(PropertyList, WhatIsWrittenReadsBackAsItWas) {
+    const QByteArray xml = PropertyList::toXml(everything());
+    const QVariantMap back = PropertyList::parse(xml).toMap();
+    EXPECT_EQ(back, everything());
+    for (const auto &[key, value] : everything().asKeyValueRange())
+        EXPECT_EQ(back.value(key).typeId(), value.typeId()) << qPrintable(key);
+    EXPECT_FALSE(back.value(u"empty"_s).toString().isNull());
+    EXPECT_EQ(PropertyList::toXml(back), xml) << "the same value must give the same bytes";
+    EXPECT_EQ(PropertyList::parse("\xef\xbb\xbf" + xml), back) << "with a byte order mark";
+    const QByteArray type = "<!DOCTYPE plist SYSTEM \"list.dtd\">";
+    EXPECT_EQ(PropertyList::parse(QByteArray(xml).insert(xml.indexOf("<plist"), type)), back)
+        << "as other programs write it";
 }
 
-TEST(PropertyLists, WhatXmlCannotCarryIsLeftOut) {
+TEST(PropertyList, WhatItCannotHoldIsLeftOutOrGivesNothing) {
     const QString text =
         u"a"_s + QChar(u'\0') + QChar(u'\x1b') + QChar(0xd800) + QChar(0xfffe) + QChar(0xdc00) + u"b"_s;
     const QVariantMap value{{u"text"_s, text},
@@ -63,28 +54,23 @@ TEST(PropertyLists, WhatXmlCannotCarryIsLeftOut) {
                             {u"no text"_s, QString()},
                             {u"list"_s, QVariantList{1, rt::nullMarker(), 2}}};
     const QVariantMap expected{{u"text"_s, u"ab"_s}, {u"list"_s, QVariantList{1, 2}}};
-    EXPECT_EQ(lists->parse(lists->toXml(value)).toMap(), expected);
-}
-
-TEST(PropertyLists, WhatHasNoPlaceInOneGivesNothing) {
+    EXPECT_EQ(PropertyList::parse(PropertyList::toXml(value)).toMap(), expected);
     QVariant deep = u"deep"_s;
-    for (int i = 0; i < PropertyLists::maximumDepth; ++i)
+    for (int i = 0; i < PropertyList::maximumDepth; ++i)
         deep = QVariantList{deep};
-    for (const QVariant &value :
+    for (const QVariant &none :
          {QVariant(QPoint(1, 2)), QVariant(QDateTime()), QVariant(std::numeric_limits<quint64>::max()), deep})
-        EXPECT_TRUE(lists->toXml(QVariantMap{{u"key"_s, QVariantList{value}}}).isEmpty()) << value.typeName();
-    EXPECT_TRUE(lists->toXml(QVariant()).isEmpty());
-    EXPECT_TRUE(lists->toXml(rt::nullMarker()).isEmpty());
+        EXPECT_TRUE(PropertyList::toXml(QVariantMap{{u"key"_s, QVariantList{none}}}).isEmpty())
+            << none.typeName();
+    EXPECT_TRUE(PropertyList::toXml(QVariant()).isEmpty());
+    EXPECT_TRUE(PropertyList::toXml(rt::nullMarker()).isEmpty());
 }
 
 // Whatever damage does, the fuzz target "propertylist" tries; here is what a lenient reader would take.
-TEST(PropertyLists, WhatIsNotQuiteOneIsUnreadable) {
-    const QByteArray whole = lists->toXml(everything()).trimmed();
-    EXPECT_TRUE(lists->parse(whole).isValid());
+TEST(PropertyList, WhatIsNotQuiteOneIsUnreadable) {
     const QByteArray malformed[] = {
         "<dict/>",
-        whole.chopped(1),
-        whole.first(whole.size() / 2),
+        xmlOf("<dict/>").chopped(1),
         xmlOf(""),
         xmlOf("<dict/><dict/>"),
         xmlOf("<dict/>") + "<plist><dict/></plist>",
@@ -105,61 +91,47 @@ TEST(PropertyLists, WhatIsNotQuiteOneIsUnreadable) {
         "<plist><string>&d;</string></plist>",
     };
     for (const QByteArray &bytes : malformed)
-        EXPECT_FALSE(lists->parse(bytes).isValid()) << bytes.left(120).constData();
+        EXPECT_FALSE(PropertyList::parse(bytes).isValid()) << bytes.left(120).constData();
 }
 
-// Files
-
-class PropertyListFiles : public testing::Test {
-protected:
-    void put(const QByteArray &content) const {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-    }
-
-    QTemporaryDir folder;
-    QString path = folder.filePath(u"a.plist"_s);
-};
-
-TEST_F(PropertyListFiles, AWriteThatFailsLeavesTheOldFileAndNothingElse) {
-    ASSERT_TRUE(lists->write(path, QVariantMap{{u"old"_s, 1}}));
-    EXPECT_FALSE(lists->write(path, QVariantMap{{u"new"_s, QPoint()}}));
-    EXPECT_FALSE(lists->write(path, QVariant()));
-    EXPECT_FALSE(lists->write(folder.filePath(u"no/such/folder.plist"_s), QVariantMap()));
-    EXPECT_EQ(lists->read(path).toMap(), (QVariantMap{{u"old"_s, 1}}));
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"a.plist"_s});
-    ASSERT_TRUE(lists->write(path, QVariantMap()));
-    EXPECT_EQ(lists->read(path), QVariant(QVariantMap()));
+TEST(PropertyListFiles, AWriteThatFailsLeavesTheOldFileAndNothingElse) {
+    const TestFolder folder;
+    const QString path = folder.path(u"a.plist"_s);
+    ASSERT_TRUE(PropertyList::write(path, QVariantMap{{u"old"_s, 1}}));
+    EXPECT_FALSE(PropertyList::write(path, QVariantMap{{u"new"_s, QPoint()}}));
+    EXPECT_FALSE(PropertyList::write(path, QVariant()));
+    EXPECT_FALSE(PropertyList::write(folder.path(u"no/such/folder.plist"_s), QVariantMap()));
+    EXPECT_EQ(PropertyList::read(path).toMap(), (QVariantMap{{u"old"_s, 1}}));
+    EXPECT_EQ(folder.files(), QStringList{u"a.plist"_s});
 }
 
 // Whoever keeps the same again does not wait for the disk.
-TEST_F(PropertyListFiles, TheSameBytesAreNotWrittenAgainAndOthersAre) {
-    const auto file = [this] {
+TEST(PropertyListFiles, TheSameBytesAreNotWrittenAgainAndOthersAre) {
+    const TestFolder folder;
+    const QString path = folder.path(u"a.plist"_s);
+    const auto fileNumber = [&path] {
         struct stat status {};
         EXPECT_EQ(::stat(qPrintable(path), &status), 0);
         return status.st_ino; // each write puts a new file in its place
     };
-    ASSERT_TRUE(lists->write(path, QVariantMap{{u"n"_s, 1}}));
+    ASSERT_TRUE(PropertyList::write(path, QVariantMap{{u"n"_s, 1}}));
     QFile keptOpen(path); // so that no new file gets its number
     ASSERT_TRUE(keptOpen.open(QIODevice::ReadOnly));
-    const auto first = file();
-    EXPECT_TRUE(lists->write(path, QVariantMap{{u"n"_s, 1}}));
-    EXPECT_EQ(file(), first);
-    EXPECT_TRUE(lists->write(path, QVariantMap{{u"n"_s, true}}));
-    EXPECT_NE(file(), first);
-    EXPECT_EQ(lists->read(path).toMap(), (QVariantMap{{u"n"_s, true}}));
+    const auto first = fileNumber();
+    EXPECT_TRUE(PropertyList::write(path, QVariantMap{{u"n"_s, 1}}));
+    EXPECT_EQ(fileNumber(), first);
+    EXPECT_TRUE(PropertyList::write(path, QVariantMap{{u"n"_s, true}}));
+    EXPECT_NE(fileNumber(), first);
 }
 
-TEST_F(PropertyListFiles, WhatIsNoReadableFileHasNoValue) {
-    EXPECT_FALSE(lists->read(path).isValid());
-    EXPECT_FALSE(lists->read(folder.path()).isValid());
-    EXPECT_FALSE(lists->read(u"/dev/zero"_s).isValid());
-    EXPECT_FALSE(lists->read(QString()).isValid());
-    put(xmlOf("<dict/>" + QByteArray(PropertyLists::maximumSize, ' ')));
-    EXPECT_FALSE(lists->read(path).isValid()) << "too large";
-    put(xmlOf("<dict/>" + QByteArray(1000, ' ')));
-    EXPECT_TRUE(lists->read(path).isValid());
+TEST(PropertyListFiles, WhatIsNoReadableFileHasNoValue) {
+    const TestFolder folder;
+    for (const QString &path : {folder.path(u"missing"_s), folder.path(), u"/dev/zero"_s, QString()})
+        EXPECT_FALSE(PropertyList::read(path).isValid()) << qPrintable(path);
+    folder.put(u"large"_s, xmlOf("<dict/>" + QByteArray(PropertyList::maximumSize, ' ')));
+    EXPECT_FALSE(PropertyList::read(folder.path(u"large"_s)).isValid());
+    folder.put(u"small"_s, xmlOf("<dict/>" + QByteArray(1000, ' ')));
+    EXPECT_TRUE(PropertyList::read(folder.path(u"small"_s)).isValid());
 }
 
 } // namespace

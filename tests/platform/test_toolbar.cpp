@@ -2,8 +2,8 @@
 #include "platform/toolkit/Toolbar.h"
 
 #include "platform/runtime/Runtime.h"
-#include "platform/services/TestServices.h"
 #include "platform/toolkit/ToolbarCustomization.h"
+#include "tests/support/TestServices.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -56,30 +56,26 @@ QVariantList listOf(const QStringList &texts) {
     return {texts.cbegin(), texts.cend()};
 }
 
+Delegate &asDelegate(rt::Object *object) {
+    return static_cast<Delegate &>(*object);
+}
+
 rt::Class *delegateClass() {
-    static rt::Class *cls = [] {
-        rt::Class *made = rt::defineClass(u"ToolbarTestDelegate"_s);
-        rt::addMethod(
-            made, "toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:",
-            [](rt::Object *self, rt::Selector, rt::Args arguments) {
-                return rt::fromObject(static_cast<Delegate *>(self)->item(rt::textValue(arguments[1])));
-            },
-            "@@:@@B");
-        rt::addMethod(
-            made, "toolbarDefaultItemIdentifiers:",
-            [](rt::Object *self, rt::Selector, rt::Args) {
-                return rt::Value(listOf(static_cast<Delegate *>(self)->defaults));
-            },
-            "@@:@");
-        rt::addMethod(
-            made, "toolbarAllowedItemIdentifiers:",
-            [](rt::Object *, rt::Selector, rt::Args) {
-                return rt::Value(listOf({"New", "Back", "Today", "Spare"}));
-            },
-            "@@:@");
-        return made;
-    }();
-    return cls;
+    rt::Class *made = rt::defineClass(u"ToolbarTestDelegate"_s);
+    const auto add = [made](const char *selector, rt::Implementation method) {
+        rt::addMethod(made, selector, method, "@@:@@B");
+    };
+    add("toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:",
+        [](rt::Object *self, rt::Selector, rt::Args arguments) {
+            return rt::fromObject(asDelegate(self).item(rt::textValue(arguments[1])));
+        });
+    add("toolbarDefaultItemIdentifiers:", [](rt::Object *self, rt::Selector, rt::Args) {
+        return rt::Value(listOf(asDelegate(self).defaults));
+    });
+    add("toolbarAllowedItemIdentifiers:", [](rt::Object *, rt::Selector, rt::Args) {
+        return rt::Value(listOf({"New", "Back", "Today", "Spare"}));
+    });
+    return made;
 }
 
 Delegate::Delegate()
@@ -157,21 +153,6 @@ TEST_F(ToolbarTest, KeepsThePlaceOfAnItemThatNobodySuppliesYet) {
     EXPECT_EQ(remembered().count("Plug"), 1);
 }
 
-TEST_F(ToolbarTest, OfTwoWindowsKeepInStepEachWithItsOwnControls) {
-    Window one(delegate);
-    auto two = std::make_unique<Window>(delegate);
-    one.toolbar->insertItem("Plug", 1);
-    EXPECT_EQ(two->shown(), one.shown());
-    QWidget *first = one.toolbar->controlFor("Plug");
-    ASSERT_NE(first, nullptr);
-    EXPECT_NE(first, two->toolbar->controlFor("Plug"));
-    two->toolbar->setDisplayMode(platform::ToolbarDisplayMode::TextOnly);
-    EXPECT_EQ(one.toolbar->displayMode(), platform::ToolbarDisplayMode::TextOnly);
-    two.reset();
-    one.toolbar->removeItem(0);
-    EXPECT_EQ(one.shown(), (QStringList{"Plug", "Back", flexible, "Today"}));
-}
-
 TEST_F(ToolbarTest, IsNotMisledByWhatStandsInTheDefaults) {
     QVariantList many;
     for (int i = 0; i < 10000; ++i)
@@ -199,25 +180,31 @@ TEST_F(ToolbarTest, IsNotMisledByWhatStandsInTheDefaults) {
     EXPECT_FALSE(full.toolbar->insertItem(separator, 0));
 }
 
-TEST_F(ToolbarTest, ShowsInEveryWindowWhatIsChangedAtAnItem) {
-    CountingItem *item = delegate.item("New");
+TEST_F(ToolbarTest, OfTwoWindowsKeepInStepEachWithItsOwnControls) {
     int made = 0;
-    item->setView(
+    delegate.item("New")->setView(
         [&made] {
             ++made;
             return new QLabel;
         },
         [](QWidget *view, const ToolbarItem &shown) { static_cast<QLabel *>(view)->setText(shown.label()); });
-    Window one(delegate), two(delegate);
-    EXPECT_EQ(made, 2);
-    item->setLabel("Other");
-    delegate.item("Back")->setEnabled(false);
-    for (const Window *window : {&one, &two}) {
-        EXPECT_EQ(qobject_cast<QLabel *>(window->toolbar->controlFor("New"))->text(), "Other");
-        EXPECT_FALSE(window->toolbar->controlFor("Back")->isEnabled());
-    }
-    one.toolbar->insertItem("Spare", 0);
+    Window one(delegate);
+    auto two = std::make_unique<Window>(delegate);
+    one.toolbar->insertItem("Plug", 1);
+    EXPECT_EQ(two->shown(), one.shown());
+    EXPECT_NE(one.toolbar->controlFor("Plug"), two->toolbar->controlFor("Plug"));
     EXPECT_EQ(made, 2) << "a control stays when another item comes";
+    delegate.item("New")->setLabel("Other");
+    delegate.item("Back")->setEnabled(false);
+    for (const Toolbar *toolbar : {one.toolbar, two->toolbar}) {
+        EXPECT_EQ(qobject_cast<QLabel *>(toolbar->controlFor("New"))->text(), "Other");
+        EXPECT_FALSE(toolbar->controlFor("Back")->isEnabled());
+    }
+    two->toolbar->setDisplayMode(platform::ToolbarDisplayMode::TextOnly);
+    EXPECT_EQ(one.toolbar->displayMode(), platform::ToolbarDisplayMode::TextOnly);
+    two.reset();
+    one.toolbar->removeItem(0);
+    EXPECT_EQ(one.shown(), (QStringList{"Plug", "Back", flexible, "Today"}));
 }
 
 TEST_F(ToolbarTest, LivesOnWhenItsDelegateOrAnItemDies) {
@@ -236,10 +223,9 @@ TEST_F(ToolbarTest, LivesOnWhenItsDelegateOrAnItemDies) {
 
 TEST_F(ToolbarTest, SurvivesAClickThatEndsItsWindowOrItsItem) {
     auto window = std::make_unique<Window>(delegate);
-    delegate.item("New")->setAction([&window](ToolbarItem &, QWidget *) { window.reset(); });
     delegate.item("Back")->setAction([this](ToolbarItem &, QWidget *) { delegate.items.erase("Back"); });
-    delegate.item("Today")->setAction(
-        [&window](ToolbarItem &, QWidget *) { window->toolbar->removeItem(2); });
+    delegate.item("Today")->setAction([&](ToolbarItem &, QWidget *) { window->toolbar->removeItem(2); });
+    delegate.item("New")->setAction([&window](ToolbarItem &, QWidget *) { window.reset(); });
     window->window.show();
     static_cast<QToolButton *>(window->toolbar->controlFor("Back"))->click();
     EXPECT_EQ(delegate.items.count("Back"), 0u);
@@ -262,7 +248,6 @@ TEST_F(ToolbarTest, ValidatesOnceAfterManyKeys) {
 }
 
 TEST_F(ToolbarTest, ReachesEveryItemInANarrowWindow) {
-    const QStringList names{"New", "Back", "Today", "Plug"};
     delegate.item("Plug")->setView([] { return new QPushButton; }, nullptr);
     Window one(delegate);
     one.toolbar->insertItem("Plug", 99);
@@ -276,9 +261,9 @@ TEST_F(ToolbarTest, ReachesEveryItemInANarrowWindow) {
     ASSERT_TRUE(more->isVisible());
     EXPECT_FALSE(one.toolbar->controlFor("Plug")->isVisible());
     QTest::keyClick(more, Qt::Key_Space);
-    for (const QString &name : names)
+    for (const char *name : {"New", "Back", "Today", "Plug"})
         EXPECT_TRUE(QTest::qWaitFor([&] { return one.toolbar->controlFor(name)->isVisible(); }, 5000))
-            << qPrintable(name);
+            << name;
 }
 
 TEST_F(ToolbarTest, IsWalkedThroughByTabInItsOrder) {
@@ -300,11 +285,14 @@ protected:
     void SetUp() override {
         one.window.show();
         one.toolbar->customize();
-        ASSERT_TRUE(one.toolbar->customizationSheet() != nullptr);
+        ASSERT_TRUE(sheet() != nullptr);
+    }
+    [[nodiscard]] QDialog *sheet() const {
+        return one.window.findChild<QDialog *>(platform::customization::sheet);
     }
     template<typename T>
     T *control(const QString &name) const {
-        return one.toolbar->customizationSheet()->findChild<T *>(name);
+        return sheet()->findChild<T *>(name);
     }
     void press(const QString &name) const { QTest::keyClick(control<QPushButton>(name), Qt::Key_Space); }
     void select(const QString &listName, const QString &identifier) const {
@@ -340,7 +328,7 @@ TEST_F(CustomizationTest, WorksByKeyboard) {
     EXPECT_EQ(one.toolbar->displayMode(), platform::ToolbarDisplayMode::IconAndText);
     press(doneButton);
     settle();
-    EXPECT_EQ(one.toolbar->customizationSheet(), nullptr);
+    EXPECT_EQ(sheet(), nullptr);
 }
 
 TEST_F(CustomizationTest, EndsWithItsTool) {

@@ -1,13 +1,10 @@
 // Applications as folders, without a bus.
 #include "platform/services/Services.h"
-#include "platform/services/TestServices.h"
+#include "platform/services/propertylist/PropertyList.h"
 #include "tests/platform/PrivateBus.h"
+#include "tests/platform/TestFolder.h"
+#include "tests/support/TestServices.h"
 #include "tests/support/Warnings.h"
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -25,30 +22,26 @@ protected:
     void putBundle(const QString &path, const QString &identifier, const QString &executable) const {
         const QString contents = folder.path() + path + u"/Contents"_s;
         ASSERT_TRUE(QDir().mkpath(contents + u"/MacOS"_s));
-        ASSERT_TRUE(desktop.propertyLists->write(
+        ASSERT_TRUE(platform::PropertyList::write(
             contents + u"/Info.plist"_s,
             QVariantMap{{u"CFBundleIdentifier"_s, identifier}, {u"CFBundleExecutable"_s, executable}}));
     }
 
-    // Writes its arguments to a file, one a line.
-    QString putProgram(const QString &path) const {
+    // Writes its arguments to the file "outcome", one a line.
+    [[nodiscard]] QString putProgram(const QString &path) const {
+        folder.put(path.mid(1), "#!/bin/sh\ncd '" + folder.path().toUtf8() +
+                                    "'\nprintf '%s\\n' \"started\" \"$@\" > new\nmv new outcome\n");
         const QString program = folder.path() + path;
-        QFile file(program);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("#!/bin/sh\nprintf '%s\\n' \"started\" \"$@\" > '" + outcome().toUtf8() + ".new'\nmv '" +
-                   outcome().toUtf8() + ".new' '" + outcome().toUtf8() + "'\n");
-        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         return program;
     }
-    [[nodiscard]] QString outcome() const { return folder.filePath(u"outcome"_s); }
     [[nodiscard]] QByteArray awaitOutcome() const {
-        EXPECT_TRUE(waitFor([this] { return QFile::exists(outcome()); }));
-        QFile file(outcome());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        EXPECT_TRUE(waitFor([this] { return QFile::exists(folder.path(u"outcome"_s)); }));
+        return folder.content(u"outcome"_s);
     }
 
     PrivateBus bus; // never started: the address leads nowhere
-    QTemporaryDir folder;
+    TestFolder folder;
     platform::Services desktop;
 };
 
@@ -97,20 +90,18 @@ TEST_F(WorkspaceTest, AnExecutableIsAFileInItsBundleThatMayBeRun) {
     }
 }
 
-TEST_F(WorkspaceTest, AnApplicationIsStartedByItsIdentifier) {
+TEST_F(WorkspaceTest, AnApplicationIsStartedByItsIdentifierAndAProcessWithItsArguments) {
+    platform::Workspace &workspace = *desktop.workspace;
     putBundle(u"/Applications/A.app"_s, u"com.parlo.a"_s, u"run"_s);
-    EXPECT_FALSE(desktop.workspace->launchApplication(u"com.parlo.a"_s)) << "its executable is missing";
-    EXPECT_FALSE(desktop.workspace->launchApplication(u"com.parlo.nobody"_s));
-    putProgram(u"/Applications/A.app/Contents/MacOS/run"_s);
-    EXPECT_TRUE(desktop.workspace->launchApplication(u"com.parlo.a"_s));
+    EXPECT_FALSE(workspace.launchApplication(u"com.parlo.a"_s)) << "its executable is missing";
+    EXPECT_FALSE(workspace.launchApplication(u"com.parlo.nobody"_s));
+    EXPECT_FALSE(workspace.startProcess(folder.path(u"missing"_s), {}));
+    EXPECT_FALSE(workspace.startProcess(QString(), {}));
+    const QString program = putProgram(u"/Applications/A.app/Contents/MacOS/run"_s);
+    EXPECT_TRUE(workspace.launchApplication(u"com.parlo.a"_s));
     EXPECT_EQ(awaitOutcome(), "started\n");
-}
-
-TEST_F(WorkspaceTest, AProcessGetsItsArgumentsAsTheyAre) {
-    const QString program = putProgram(u"/program"_s);
-    EXPECT_FALSE(desktop.workspace->startProcess(folder.filePath(u"missing"_s), {}));
-    EXPECT_FALSE(desktop.workspace->startProcess(QString(), {}));
-    EXPECT_TRUE(desktop.workspace->startProcess(program, {u"a b"_s, u"velamtg://host/start?x=$HOME&y='"_s}));
+    ASSERT_TRUE(QFile::remove(folder.path(u"outcome"_s)));
+    EXPECT_TRUE(workspace.startProcess(program, {u"a b"_s, u"velamtg://host/start?x=$HOME&y='"_s}));
     EXPECT_EQ(awaitOutcome(), "started\na b\nvelamtg://host/start?x=$HOME&y='\n");
 }
 
