@@ -99,21 +99,6 @@ TEST_F(CalendarGridTest, WhatIsNoDragSendsNothing) {
     EXPECT_EQ(grid->selected()->uid, u"a"_s);
 }
 
-TEST_F(CalendarGridTest, ADragNearTheEdgeScrolls) {
-    window->resize(1100, 500);
-    QTest::qWait(1);
-    QScrollBar *bar = nullptr;
-    for (QScrollArea *area : grid->findChildren<QScrollArea *>())
-        if (area->widget() == columns())
-            bar = area->verticalScrollBar();
-    ASSERT_NE(bar, nullptr);
-    const int before = bar->value();
-    const QPoint middle = middleOf(tile(u"a"_s));
-    startDrag(middle, QPoint(middle.x(), window->height() - 2));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return bar->value() > before; }));
-    QTest::keyClick(grid, Qt::Key_Escape);
-}
-
 TEST_F(CalendarGridTest, WhateverChangesUnderAGestureEndsIt) {
     const QSignalSpy moved(grid, &CalendarGrid::moved);
     const QPoint middle = middleOf(tile(u"a"_s));
@@ -153,31 +138,6 @@ TEST_F(CalendarGridTest, ARightClickSelectsBeforeItAsksForTheMenu) {
     QTest::mouseClick(window->windowHandle(), Qt::RightButton, {}, middleOf(tile(u"b"_s)));
     QTest::mouseClick(window->windowHandle(), Qt::RightButton, {}, emptyAt(5, 13 * 60));
     EXPECT_EQ(selected, (QStringList{u"b"_s, u"nothing"_s}));
-}
-
-TEST_F(CalendarGridTest, WhatThereIsNoRoomForIsFoldedAwayAndStillReached) {
-    for (int i = 0; i < 12; ++i)
-        week.append(timed(u"many%1"_s.arg(i), u"Many"_s, 4, QTime(9, 0), 60));
-    show();
-    int shown = 0;
-    for (const EventTileView *tile : grid->tiles()) {
-        shown += tile->occurrence().uid.startsWith(u"many") && tile->isVisible();
-        EXPECT_TRUE(!tile->isVisible() || tile->width() >= 30);
-    }
-    EXPECT_GT(shown, 0);
-    EXPECT_LT(shown, 12);
-    const QPoint mark(edgesNow().left(5) - 16, columns()->yOf(9 * 60) + 6);
-    EXPECT_EQ(columns()->foldedAt(mark).size(), 12 - shown);
-    for (const char *missing : {"raise()", "grabbing the keyboard"}) // of the platform without a display
-        expectWarning(QString::fromLatin1(missing));
-    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, columns()->mapTo(window.get(), mark));
-    auto *menu = grid->findChild<QMenu *>();
-    ASSERT_NE(menu, nullptr);
-    ASSERT_EQ(menu->actions().size(), 12 - shown);
-    menu->actions().last()->trigger();
-    menu->close();
-    ASSERT_TRUE(grid->selected());
-    EXPECT_TRUE(grid->selectedTile()->isVisible());
 }
 
 TEST_F(CalendarGridTest, ADayWithAClockChangeDropsOnTheClock) {

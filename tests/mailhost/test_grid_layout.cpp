@@ -152,7 +152,7 @@ TEST_F(GridLayoutTest, ADragSnapsKeepsTheLengthAndCountsRealSeconds) {
         Grip grip;
         ClockPlace from;
         ClockPlace to;
-        bool keepInDay;
+        bool holdsBegin;
         QDateTime start;
         qint64 seconds;
     };
@@ -178,7 +178,7 @@ TEST_F(GridLayoutTest, ADragSnapsKeepsTheLengthAndCountsRealSeconds) {
         {"first day behind the last", trip, Grip::Begin, at(0, 0), at(5, 0), true, local(1, 0, 0),
          23 * hour}};
     for (const Case &c : cases) {
-        const TimeSpan span = draggedSpan(c.occurrence, c.grip, c.from, c.to, c.keepInDay);
+        const TimeSpan span = draggedSpan({c.occurrence, c.grip, c.from, c.holdsBegin}, c.to);
         EXPECT_EQ(span.start, c.start) << c.name << ": " << qPrintable(span.start.toString());
         EXPECT_EQ(span.seconds(), c.seconds) << c.name;
     }

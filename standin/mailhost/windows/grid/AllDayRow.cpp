@@ -28,9 +28,8 @@ int AllDayRow::heightFor(int lines) const {
 }
 
 QList<GridSurface::TilePlan> AllDayRow::plan(const GridLayout &layout, const QList<Occurrence> &occurrences,
-                                             bool ghost) {
+                                             bool ghost) const {
     QList<TilePlan> plans;
-    plans.reserve(layout.bars.size());
     for (const DayBar &bar : layout.bars) {
         const Occurrence &occurrence = occurrences[bar.occurrence];
         int line = bar.line;
@@ -42,8 +41,8 @@ QList<GridSurface::TilePlan> AllDayRow::plan(const GridLayout &layout, const QLi
         const int left = edges().left(bar.firstDay) + (bar.startsHere ? gap : 1);
         const int right = edges().left(bar.lastDay + 1) - (bar.endsHere ? gap : 0);
         const QRect frame(left, margin + line * (style().barHeight + gap), right - left, style().barHeight);
-        plans.append({keyOf(occurrence, 0), bar.occurrence, frame,
-                      TileEnds{bar.startsHere, bar.endsHere, true}, false});
+        plans.append(
+            {keyOf(occurrence, 0), bar.occurrence, frame, TileEnds{bar.startsHere, bar.endsHere, true}});
     }
     return plans;
 }

@@ -16,7 +16,8 @@ public:
     [[nodiscard]] int heightFor(int lines) const;
 
 protected:
-    QList<TilePlan> plan(const GridLayout &layout, const QList<Occurrence> &occurrences, bool ghost) override;
+    QList<TilePlan> plan(const GridLayout &layout, const QList<Occurrence> &occurrences,
+                         bool ghost) const override;
     void paintEvent(QPaintEvent *event) override;
 };
 

@@ -3,11 +3,13 @@
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/grid/AllDayRow.h"
 #include "standin/mailhost/windows/grid/DayColumns.h"
-#include "standin/mailhost/windows/grid/GridAccessibility.h"
 #include "standin/mailhost/windows/grid/GridGestures.h"
 #include "standin/mailhost/windows/grid/GridHeader.h"
 #include "standin/mailhost/windows/grid/TileRename.h"
 
+#include <QAccessibleWidget>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -20,15 +22,31 @@ namespace {
 constexpr int mostBarLines = 5; // of the all-day row before it scrolls
 constexpr int leastRenameWidth = 150;
 constexpr int aboveWorkingHours = 20; // minutes that are seen above them at first
+constexpr int newOnesMinute = 9 * minutesPerHour;
+constexpr int slotMinutes = 30;
+
+bool isSameOne(const std::optional<Occurrence> &a, const std::optional<Occurrence> &b) {
+    return a && b && a->uid == b->uid && a->instanceId == b->instanceId;
+}
+
+// The keys that its tile has no use for are the grid's.
+class Area : public QScrollArea {
+    void keyPressEvent(QKeyEvent *event) override { event->ignore(); }
+};
 
 QScrollArea *makeArea(QWidget *content) {
-    auto *area = new QScrollArea;
+    auto *area = new Area;
     area->setFrameShape(QFrame::NoFrame);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setFocusPolicy(Qt::NoFocus);
     area->setBackgroundRole(QPalette::Base);
     area->setWidget(content);
     return area;
+}
+
+QAccessibleInterface *makeAccessible(const QString &, QObject *object) {
+    auto *grid = qobject_cast<CalendarGrid *>(object);
+    return grid ? new QAccessibleWidget(grid, QAccessible::Grouping) : nullptr;
 }
 
 } // namespace
@@ -42,7 +60,7 @@ CalendarGrid::CalendarGrid(QWidget *parent)
     , m_columns(new DayColumns)
     , m_gestures(new GridGestures(this))
     , m_now([] { return QDateTime::currentDateTime(); }) {
-    installGridAccessibility();
+    [[maybe_unused]] static const bool installed = (QAccessible::installFactory(makeAccessible), true);
     setObjectName(controls::calendarGrid);
     setAccessibleName(tr("Calendar"));
     setFocusPolicy(Qt::StrongFocus);
@@ -60,7 +78,7 @@ CalendarGrid::CalendarGrid(QWidget *parent)
     layout->addWidget(m_scroll, 1);
     takeStyle();
     connect(m_columns, &GridSurface::resized, this, &CalendarGrid::arrange);
-    connectGestures();
+    connectInput();
 }
 
 CalendarGrid::~CalendarGrid() {
@@ -69,9 +87,13 @@ CalendarGrid::~CalendarGrid() {
         m_rename->abandon();
 }
 
+std::array<GridSurface *, 2> CalendarGrid::surfaces() const {
+    return {m_allDay, m_columns};
+}
+
 void CalendarGrid::setController(rt::Object *controller) {
-    m_allDay->setController(controller);
-    m_columns->setController(controller);
+    for (GridSurface *surface : surfaces())
+        surface->setController(controller);
 }
 
 void CalendarGrid::setClock(std::function<QDateTime()> now) {
@@ -113,6 +135,7 @@ void CalendarGrid::show(const QList<Occurrence> &occurrences, const QDate &first
     const std::optional<Occurrence> before = selected();
     const std::optional<GridPosition> formerPlace = m_place;
     const QDate formerFirst = m_contents->first;
+    setFocusTile(nullptr); // it may go
     auto contents = std::make_shared<GridContents>();
     contents->occurrences = occurrences;
     contents->first = first;
@@ -125,19 +148,15 @@ void CalendarGrid::show(const QList<Occurrence> &occurrences, const QDate &first
     const bool arrived = m_arrival && m_place;
     m_arrival.reset();
     m_header->setDays(first, today);
-    m_allDay->setContents(m_contents);
-    m_columns->setContents(m_contents);
+    for (GridSurface *surface : surfaces())
+        surface->setContents(m_contents);
     arrange();
     moveLine();
     showPlace();
     keepRename(before);
     const std::optional<Occurrence> after = selected();
-    const bool sameOne =
-        before && after && before->uid == after->uid && before->instanceId == after->instanceId;
-    if (arrived || (sameOne && before->start != after->start))
+    if (arrived || (isSameOne(before, after) && before->start != after->start))
         reveal();
-    if (arrived || before.has_value() != after.has_value() || (before && !sameOne))
-        announce(this, selectedTile());
     if (m_place != formerPlace || formerFirst != first || before.has_value() != after.has_value())
         Q_EMIT selectionMoved();
 }
@@ -151,8 +170,7 @@ std::optional<GridPosition> CalendarGrid::placeAfterChange(const std::optional<O
         return m_walk.arriveAt(int(m_contents->first.daysTo(m_arrival->date)), m_arrival->minute,
                                m_arrivesAllDay);
     if (before) {
-        std::optional<GridPosition> place = placeOf(indexOf(before->uid, before->instanceId));
-        if (place)
+        if (const std::optional<GridPosition> place = placeOf(indexOf(*before)))
             return place;
     }
     if (!m_place)
@@ -172,9 +190,9 @@ CalendarGrid::Extent CalendarGrid::extent() const {
     return m_contents->days == int(Extent::Day) ? Extent::Day : Extent::Week;
 }
 
-int CalendarGrid::indexOf(const QString &uid, const QString &instanceId) const {
+int CalendarGrid::indexOf(const Occurrence &occurrence) const {
     for (int i = 0; i < m_contents->occurrences.size(); ++i)
-        if (m_contents->occurrences[i].uid == uid && m_contents->occurrences[i].instanceId == instanceId)
+        if (isSameOne(m_contents->occurrences[i], occurrence))
             return i;
     return -1;
 }
@@ -190,14 +208,10 @@ std::optional<GridPosition> CalendarGrid::placeOf(int occurrence) const {
     return std::nullopt;
 }
 
-std::optional<Occurrence> CalendarGrid::occurrenceAt(const std::optional<GridPosition> &place) const {
-    if (!place || place->occurrence < 0)
-        return std::nullopt;
-    return m_contents->occurrences[place->occurrence];
-}
-
 std::optional<Occurrence> CalendarGrid::selected() const {
-    return occurrenceAt(m_place);
+    if (!m_place || m_place->occurrence < 0)
+        return std::nullopt;
+    return m_contents->occurrences[m_place->occurrence];
 }
 
 bool CalendarGrid::select(const QString &uid, const QString &instanceId) {
@@ -218,10 +232,12 @@ bool CalendarGrid::select(const QString &uid, const QString &instanceId) {
 
 QDateTime CalendarGrid::momentOf(const GridPosition &place) const {
     const QDate date = m_contents->first.addDays(place.day);
-    const std::optional<Occurrence> occurrence = occurrenceAt(place);
-    if (place.allDay || (occurrence && occurrence->start.toLocalTime().date() != date))
+    if (place.allDay)
         return date.startOfDay();
-    return occurrence ? occurrence->start.toLocalTime() : momentAt({date, place.minute});
+    if (place.occurrence < 0)
+        return momentAt({date, place.minute});
+    const QDateTime start = m_contents->occurrences[place.occurrence].start.toLocalTime();
+    return start.date() == date ? start : date.startOfDay();
 }
 
 QDateTime CalendarGrid::selectedMoment() const {
@@ -254,22 +270,44 @@ void CalendarGrid::setPlace(const std::optional<GridPosition> &place, bool toRev
     showPlace();
     if (toReveal)
         reveal();
-    announce(this, selectedTile());
     Q_EMIT selectionMoved();
 }
 
 void CalendarGrid::showPlace() {
     const int occurrence = m_place ? m_place->occurrence : -1;
-    const bool focused = hasFocus();
     ClockPlace cursor;
     if (m_place && occurrence < 0)
         cursor = {m_contents->first.addDays(m_place->day), m_place->minute};
-    for (GridSurface *surface :
-         {static_cast<GridSurface *>(m_allDay), static_cast<GridSurface *>(m_columns)}) {
+    for (GridSurface *surface : surfaces()) {
         const bool here = m_place && surface->isAllDay() == m_place->allDay;
-        surface->setSelected(here ? occurrence : -1, focused);
+        surface->setSelected(here ? occurrence : -1);
         surface->setCursorPlace(here ? cursor : ClockPlace());
     }
+    setFocusTile(selectedTile());
+    const QDateTime moment = selectedMoment();
+    setAccessibleDescription(moment.isValid() ? spokenDay(moment.date()) + u", "_s +
+                                                    QLocale().toString(moment.time(), QLocale::ShortFormat)
+                                              : QString());
+}
+
+// The tile stands for the grid wherever the keyboard goes: together they are one stop for Tab. nullptr: the
+// grid itself has it.
+void CalendarGrid::setFocusTile(EventTileView *tile) {
+    QWidget *former = focusProxy();
+    if (former == tile)
+        return;
+    const QWidget *keyboard = window()->focusWidget(); // also while another window is active
+    const bool focused = keyboard == this || (former && keyboard == former);
+    setFocusProxy(nullptr);
+    if (former)
+        former->setFocusPolicy(Qt::ClickFocus);
+    if (tile) {
+        tile->setFocusPolicy(Qt::StrongFocus);
+        setTabOrder(this, tile); // else the grid would move to the tile's place in the order
+        setFocusProxy(tile);
+    }
+    if (focused)
+        setFocus(Qt::OtherFocusReason);
 }
 
 void CalendarGrid::reveal() {
@@ -318,8 +356,7 @@ void CalendarGrid::keepRename(const std::optional<Occurrence> &before) {
     if (!m_rename)
         return;
     const std::optional<Occurrence> now = selected();
-    const bool same = before && now && before->uid == now->uid && before->instanceId == now->instanceId &&
-                      before->summary == now->summary &&
+    const bool same = isSameOne(before, now) && before->summary == now->summary &&
                       m_rename->parentWidget() == surfaceOf(m_place->occurrence);
     if (same)
         return placeRename();
@@ -352,6 +389,203 @@ void CalendarGrid::showEvent(QShowEvent *event) {
     m_scrolled = true;
     const int top = GridStyle::firstWorkingHour * minutesPerHour - aboveWorkingHours;
     m_scroll->verticalScrollBar()->setValue(m_columns->yOf(top));
+}
+
+void CalendarGrid::connectInput() {
+    using G = GridGestures;
+    for (GridSurface *surface : surfaces()) {
+        m_gestures->watch(surface);
+        connect(surface, &GridSurface::reached, this, [this, surface](EventTileView *tile, bool pressed) {
+            const int occurrence = surface->occurrenceOf(tile);
+            if (!m_place || m_place->occurrence != occurrence)
+                setPlace(placeOf(occurrence), false);
+            if (pressed)
+                Q_EMIT opened();
+        });
+    }
+    connect(m_gestures, &G::touched, this, [this] { setFocus(Qt::MouseFocusReason); });
+    connect(m_gestures, &G::pointedAt, this, &CalendarGrid::pointAt);
+    connect(m_gestures, &G::opened, this, &CalendarGrid::opened);
+    connect(m_gestures, &G::newRequested, this, [this](GridSurface *surface, const ClockPlace &place) {
+        Q_EMIT newRequested(surface->isAllDay() ? place.date.startOfDay() : momentAt(place),
+                            surface->isAllDay());
+    });
+    connect(m_gestures, &G::menuAsked, this, &CalendarGrid::menuRequested);
+    connect(m_gestures, &G::dragged, this, &CalendarGrid::finishDrag);
+}
+
+void CalendarGrid::pointAt(GridSurface *surface, EventTileView *tile, const ClockPlace &place) {
+    GridPosition pointed{int(m_contents->first.daysTo(place.date)), place.minute, surface->occurrenceOf(tile),
+                         surface->isAllDay()};
+    if (surface->isAllDay())
+        pointed.minute = m_place ? m_place->minute : newOnesMinute;
+    setPlace(pointed, false);
+}
+
+void CalendarGrid::finishDrag(const Occurrence &occurrence, Grip grip, const TimeSpan &span) {
+    if (!isSameOne(selected(), occurrence))
+        return;
+    if (grip == Grip::Body)
+        Q_EMIT moved(span.start);
+    else
+        Q_EMIT resized(span.start, span.seconds());
+}
+
+GridPosition CalendarGrid::firstPlace() const {
+    const qint64 today = m_contents->first.daysTo(m_contents->today);
+    if (today < 0 || today >= m_contents->days)
+        return {0, newOnesMinute, -1, false};
+    const ClockPlace now = clockPlaceOf(m_now());
+    return {int(today), now.minute / slotMinutes * slotMinutes, -1, false};
+}
+
+void CalendarGrid::walk(WalkStep step) {
+    if (!m_contents->first.isValid())
+        return;
+    if (!m_place) {
+        const GridPosition first = firstPlace();
+        return setPlace(m_walk.arriveAt(first.day, first.minute, false), true);
+    }
+    if (const std::optional<GridPosition> next = m_walk.step(step, *m_place))
+        return setPlace(next, true);
+    const int direction = step == WalkStep::Left ? -1 : 1;
+    GridPosition behind = *m_place;
+    behind.day += direction;
+    turnPage(behind, direction * m_contents->days);
+}
+
+// `to` may lie outside the days that are shown.
+void CalendarGrid::turnPage(const GridPosition &to, int days) {
+    m_arrival = ClockPlace{m_contents->first.addDays(to.day), to.minute};
+    m_arrivesAllDay = to.allDay;
+    Q_EMIT pageRequested(days);
+}
+
+void CalendarGrid::scrollPage(int direction) {
+    QScrollBar *bar = m_scroll->verticalScrollBar();
+    const int before = bar->value();
+    bar->setValue(before + direction * (bar->pageStep() - m_style->hourHeight));
+    if (bar->value() != before || !m_contents->first.isValid())
+        return;
+    GridPosition place = m_place.value_or(firstPlace());
+    place.day += direction * m_contents->days;
+    turnPage(place, direction * m_contents->days);
+}
+
+void CalendarGrid::activate() {
+    if (!m_place)
+        return;
+    if (m_place->occurrence >= 0)
+        Q_EMIT opened();
+    else
+        Q_EMIT newRequested(momentOf(*m_place), m_place->allDay);
+}
+
+void CalendarGrid::askForMenuByKey() {
+    reveal();
+    const EventTileView *tile = selectedTile();
+    const QPoint point =
+        tile ? tile->mapToGlobal(QPoint(tile->width() / 2, std::min(tile->height(), m_style->lineHeight)))
+        : m_place && !m_place->allDay ? m_columns->mapToGlobal(QPoint(m_style->gutter + m_style->lineHeight,
+                                                                      m_columns->yOf(m_place->minute)))
+                                      : mapToGlobal(rect().center());
+    Q_EMIT menuRequested(point);
+}
+
+void CalendarGrid::keyPressEvent(QKeyEvent *event) {
+    const bool menuKey = event->key() == Qt::Key_Menu ||
+                         (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
+    if (menuKey) {
+        // Some desktops send both the key and the request; the request comes first.
+        const bool had = std::exchange(m_menuByContext, false);
+        return had ? void() : askForMenuByKey();
+    }
+    if (event->key() == Qt::Key_Escape && m_gestures->isDragging())
+        return m_gestures->abandon();
+    if (event->modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier))
+        return QWidget::keyPressEvent(event);
+    switch (event->key()) {
+    case Qt::Key_Up:
+        return walk(WalkStep::Up);
+    case Qt::Key_Down:
+        return walk(WalkStep::Down);
+    case Qt::Key_Left:
+        return walk(WalkStep::Left);
+    case Qt::Key_Right:
+        return walk(WalkStep::Right);
+    case Qt::Key_Home:
+        return walk(WalkStep::First);
+    case Qt::Key_End:
+        return walk(WalkStep::Last);
+    case Qt::Key_PageUp:
+        return scrollPage(-1);
+    case Qt::Key_PageDown:
+        return scrollPage(1);
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return activate();
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void CalendarGrid::contextMenuEvent(QContextMenuEvent *event) {
+    event->accept();
+    if (event->reason() == QContextMenuEvent::Mouse)
+        return; // the press has asked for it
+    m_menuByContext = true;
+    askForMenuByKey();
+}
+
+bool CalendarGrid::event(QEvent *event) {
+    // Escape ends the drag, and nothing else that the window would do with it.
+    if (event->type() == QEvent::ShortcutOverride && m_gestures->isDragging() &&
+        static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape) {
+        event->accept();
+        return true;
+    }
+    if (event->type() == QEvent::WindowDeactivate)
+        m_gestures->abandon();
+    return QWidget::event(event);
+}
+
+void CalendarGrid::changeEvent(QEvent *event) {
+    QWidget::changeEvent(event);
+    switch (event->type()) {
+    case QEvent::PaletteChange:
+    case QEvent::FontChange:
+    case QEvent::StyleChange:
+    case QEvent::LocaleChange:
+        takeStyle();
+        break;
+    default:
+        break;
+    }
+}
+
+void CalendarGrid::focusInEvent(QFocusEvent *event) {
+    QWidget::focusInEvent(event);
+    const bool byTab = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    if (byTab && !m_place && m_contents->first.isValid())
+        walk(WalkStep::Down);
+}
+
+void CalendarGrid::hideEvent(QHideEvent *event) {
+    QWidget::hideEvent(event);
+    m_gestures->abandon();
+    m_minute.stop();
+}
+
+void CalendarGrid::resizeEvent(QResizeEvent *event) {
+    QWidget::resizeEvent(event);
+    m_gestures->abandon();
+}
+
+void CalendarGrid::timerEvent(QTimerEvent *event) {
+    if (event->timerId() == m_minute.timerId())
+        moveLine();
+    else
+        QWidget::timerEvent(event);
 }
 
 } // namespace mailhost

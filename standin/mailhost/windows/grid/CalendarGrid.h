@@ -1,4 +1,4 @@
-// One day or one week on a time scale: what the person sees of the calendar and takes hold of. It shows what
+// One day or one week on a time scale: what the user sees of the calendar and takes hold of. It shows what
 // it was given and changes nothing itself: every gesture ends in a signal, and what it leads to is seen with
 // the next show(). Until then everything stands where it stood.
 #pragma once
@@ -11,6 +11,7 @@
 #include <QBasicTimer>
 #include <QPointer>
 #include <QWidget>
+#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -57,10 +58,11 @@ public:
     // The first shown one of that appointment (and of that day of the series, when given); false when none
     // is shown.
     bool select(const QString &uid, const QString &instanceId = QString());
-    // The day and time that the person pointed at or moved to last, or of the selected tile; null (invalid)
+    // The day and time that the user pointed at or moved to last, or of the selected tile; null (invalid)
     // when nothing was. An all-day row gives midnight.
     [[nodiscard]] QDateTime selectedMoment() const;
     // The tile of the selected appointment (its first, when it goes over several days); nullptr when none is.
+    // It has the keyboard focus when the grid has it.
     [[nodiscard]] EventTileView *selectedTile() const;
     [[nodiscard]] QList<EventTileView *> tiles() const; // in reading order
 
@@ -80,7 +82,7 @@ Q_SIGNALS:
     void newRequested(const QDateTime &start, bool allDay);
     // The context menu of the selected one (or of the empty place: nothing is selected) is asked for there.
     void menuRequested(const QPoint &globalPosition);
-    // The person turns pages with the keyboard past the edge, by that many days.
+    // The user turns pages with the keyboard past the edge, by that many days.
     void pageRequested(int days);
 
 protected:
@@ -89,34 +91,33 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
-    void focusOutEvent(QFocusEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    void connectGestures();
+    void connectInput();
     void takeStyle();
     void arrange();
     void moveLine(); // of the current time
     [[nodiscard]] std::optional<GridPosition> placeAfterChange(const std::optional<Occurrence> &before,
                                                                const QDate &formerFirst) const;
-    [[nodiscard]] int indexOf(const QString &uid, const QString &instanceId) const; // -1: not shown
+    [[nodiscard]] int indexOf(const Occurrence &occurrence) const; // -1: not shown
     void keepRename(const std::optional<Occurrence> &before);
     void placeRename();
     void finishRename(const QString &subject);
     void setPlace(const std::optional<GridPosition> &place, bool reveal);
     void showPlace();
+    void setFocusTile(EventTileView *tile);
     void reveal();
+    [[nodiscard]] std::array<GridSurface *, 2> surfaces() const;
     [[nodiscard]] GridSurface *surfaceOf(int occurrence) const;
-    [[nodiscard]] std::optional<Occurrence> occurrenceAt(const std::optional<GridPosition> &place) const;
     [[nodiscard]] std::optional<GridPosition> placeOf(int occurrence) const;
     [[nodiscard]] QDateTime momentOf(const GridPosition &place) const;
     [[nodiscard]] GridPosition firstPlace() const;
     void pointAt(GridSurface *surface, EventTileView *tile, const ClockPlace &place);
     void finishDrag(const Occurrence &occurrence, Grip grip, const TimeSpan &span);
-    void showFolded(const QList<int> &occurrences, const QPoint &globalPosition);
     void walk(WalkStep step);
     void turnPage(const GridPosition &from, int days);
     void scrollPage(int direction);

@@ -8,10 +8,8 @@ namespace mailhost {
 
 namespace {
 
-constexpr int gap = 2;             // between tiles, and to the day's right
-constexpr int freeStrip = 6;       // at the right of each day, for a double click beside a tile
-constexpr int leastTileWidth = 40; // narrower ones are folded away
-constexpr int foldWidth = 26;
+constexpr int gap = 2;       // between tiles, and to the day's right
+constexpr int freeStrip = 6; // at the right of each day, for a double click beside a tile
 constexpr int cursorMinutes = 30;
 constexpr int nowLineHeight = 9;
 constexpr int labelPadding = 8;
@@ -63,52 +61,18 @@ void DayColumns::setNow(const QTime &now) {
     placed();
 }
 
-int DayColumns::columnsThatFit(const TimedPiece &piece) const {
-    const int width = edges().left(piece.day + 1) - edges().left(piece.day) - freeStrip;
-    if (piece.columns * leastTileWidth <= width)
-        return piece.columns;
-    return std::max(1, (width - foldWidth) / leastTileWidth);
-}
-
-QRect DayColumns::frameOf(const TimedPiece &piece, int columns) const {
-    const int left = edges().left(piece.day) + gap;
-    int width = edges().left(piece.day + 1) - left - freeStrip;
-    if (columns < piece.columns)
-        width -= foldWidth;
-    const int column = std::min(piece.column, columns - 1);
-    const int behind = std::min(columns, column + piece.span);
-    const int x = left + width * column / columns;
-    // Folded ones take the place of the mark too.
-    const int right = piece.column >= columns ? left + width + foldWidth : left + width * behind / columns;
-    const int top = yOf(piece.begin) + 1;
-    return QRect(QPoint(x, top), QPoint(std::max(x + 1, right - gap - 1), yOf(piece.end) - 1));
-}
-
-void DayColumns::fold(const TimedPiece &piece) {
-    const int right = edges().left(piece.day + 1) - freeStrip - gap;
-    const QRect rect(right - foldWidth + gap, yOf(piece.begin) + 1, foldWidth - gap, style().lineHeight);
-    const bool joins =
-        !m_folds.isEmpty() && m_folds.last().rect.left() == rect.left() && m_folds.last().until > piece.begin;
-    if (!joins)
-        m_folds.append({rect, piece.end, {}});
-    m_folds.last().until = std::max(m_folds.last().until, piece.end);
-    m_folds.last().occurrences.append(piece.occurrence);
-}
-
 QList<GridSurface::TilePlan> DayColumns::plan(const GridLayout &layout, const QList<Occurrence> &occurrences,
-                                              bool ghost) {
+                                              bool) const {
     QList<TilePlan> plans;
-    plans.reserve(layout.pieces.size());
-    if (!ghost)
-        m_folds.clear();
     for (const TimedPiece &piece : layout.pieces) {
-        const int columns = columnsThatFit(piece);
-        const bool folded = piece.column >= columns;
-        const Occurrence &occurrence = occurrences[piece.occurrence];
-        plans.append({keyOf(occurrence, piece.startsHere ? 0 : piece.day + 1), piece.occurrence,
-                      frameOf(piece, columns), TileEnds{piece.startsHere, piece.endsHere, false}, folded});
-        if (folded)
-            fold(piece);
+        const int left = edges().left(piece.day) + gap;
+        const int width = edges().left(piece.day + 1) - left - freeStrip;
+        const int x = left + width * piece.column / piece.columns;
+        const int right = left + width * (piece.column + piece.span) / piece.columns - gap - 1;
+        const QRect frame(QPoint(x, yOf(piece.begin) + 1),
+                          QPoint(std::max(x + 1, right), yOf(piece.end) - 1));
+        plans.append({keyOf(occurrences[piece.occurrence], piece.startsHere ? 0 : piece.day + 1),
+                      piece.occurrence, frame, TileEnds{piece.startsHere, piece.endsHere, false}});
     }
     return plans;
 }
@@ -127,13 +91,6 @@ void DayColumns::placed() {
     m_nowLine->setVisible(shown);
 }
 
-QList<int> DayColumns::foldedAt(const QPoint &point) const {
-    for (const Fold &fold : m_folds)
-        if (fold.rect.contains(point))
-            return fold.occurrences;
-    return {};
-}
-
 void DayColumns::paintEvent(QPaintEvent *event) {
     QPainter painter(this);
     painter.setClipRect(event->rect());
@@ -141,7 +98,6 @@ void DayColumns::paintEvent(QPaintEvent *event) {
     paintDays(painter);
     paintScale(painter);
     paintCursor(painter);
-    paintFolds(painter);
 }
 
 void DayColumns::paintDays(QPainter &painter) const {
@@ -194,21 +150,6 @@ void DayColumns::paintCursor(QPainter &painter) const {
     painter.setBrush(style().cursor);
     painter.setPen(QPen(style().accent, 1));
     painter.drawRoundedRect(QRectF(slot).adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
-    painter.restore();
-}
-
-void DayColumns::paintFolds(QPainter &painter) const {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setFont(style().detail);
-    for (const Fold &fold : m_folds) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(GridStyle::mixed(style().text, style().base, 0.14));
-        painter.drawRoundedRect(fold.rect, 4, 4);
-        painter.setPen(style().text);
-        const qsizetype count = fold.occurrences.size();
-        painter.drawText(fold.rect, Qt::AlignCenter, count > 99 ? tr("…") : tr("+%1").arg(count));
-    }
     painter.restore();
 }
 

@@ -15,32 +15,20 @@ public:
     [[nodiscard]] int yOf(int minute) const;
     // Where the line of the current time stands: today's column; an invalid time: nowhere.
     void setNow(const QTime &now);
-    // The appointments for which there is no room and which the mark at that point stands for.
-    [[nodiscard]] QList<int> foldedAt(const QPoint &point) const;
 
 protected:
-    QList<TilePlan> plan(const GridLayout &layout, const QList<Occurrence> &occurrences, bool ghost) override;
+    QList<TilePlan> plan(const GridLayout &layout, const QList<Occurrence> &occurrences,
+                         bool ghost) const override;
     void placed() override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    // "+3" in place of what does not fit.
-    struct Fold {
-        QRect rect;
-        int until = 0; // minute
-        QList<int> occurrences;
-    };
-    [[nodiscard]] QRect frameOf(const TimedPiece &piece, int columns) const;
-    [[nodiscard]] int columnsThatFit(const TimedPiece &piece) const;
-    void fold(const TimedPiece &piece);
     void paintScale(QPainter &painter) const;
     void paintDays(QPainter &painter) const;
-    void paintFolds(QPainter &painter) const;
     void paintCursor(QPainter &painter) const;
 
     QWidget *m_nowLine;
     QTime m_now;
-    QList<Fold> m_folds;
 };
 
 } // namespace mailhost

@@ -2,6 +2,7 @@
 
 #include "standin/mailhost/model/Bind.h"
 
+#include <QAccessibleWidget>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -35,6 +36,35 @@ QPainterPath outline(const QRectF &rect, const TileEnds &ends) {
     return path;
 }
 
+// An item of a list, which can be selected and pressed. Everything else is Qt's own.
+class AccessibleTile : public QAccessibleWidget {
+public:
+    explicit AccessibleTile(EventTileView *tile)
+        : QAccessibleWidget(tile, QAccessible::ListItem) {}
+
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.selectable = true;
+        state.selected = tile()->state().selected;
+        return state;
+    }
+    QStringList actionNames() const override { return QAccessibleWidget::actionNames() << pressAction(); }
+    void doAction(const QString &name) override {
+        if (name == pressAction())
+            Q_EMIT tile()->pressed();
+        else
+            QAccessibleWidget::doAction(name);
+    }
+
+private:
+    [[nodiscard]] EventTileView *tile() const { return static_cast<EventTileView *>(object()); }
+};
+
+QAccessibleInterface *makeAccessible(const QString &, QObject *object) {
+    auto *tile = qobject_cast<EventTileView *>(object);
+    return tile ? new AccessibleTile(tile) : nullptr;
+}
+
 } // namespace
 
 EventTileView::EventTileView(QWidget *surface)
@@ -42,6 +72,7 @@ EventTileView::EventTileView(QWidget *surface)
     , rt::Object(rt::classNamed(u"CCEventTileView"_s)) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_NoSystemBackground);
+    setFocusPolicy(Qt::ClickFocus);
 }
 
 EventTileView *EventTileView::make(QWidget *surface, const QRectF &frame, rt::Object *controller,
@@ -80,6 +111,7 @@ void EventTileView::setOccurrence(const Occurrence &occurrence, const TileEnds &
     m_ends = ends;
     if (same)
         return;
+    setAccessibleName(spokenName(occurrence));
     m_texts.reset();
     update();
 }
@@ -97,16 +129,17 @@ const TileTexts &EventTileView::texts() const {
     return *m_texts;
 }
 
-QRect EventTileView::subjectRect() const {
-    return m_style ? texts().subjectRect() : QRect();
-}
-
 bool EventTileView::isShortened() const {
     return m_style && texts().isShortened();
 }
 
 void EventTileView::resizeEvent(QResizeEvent *) {
     m_texts.reset();
+}
+
+void EventTileView::focusInEvent(QFocusEvent *event) {
+    QWidget::focusInEvent(event);
+    Q_EMIT focused();
 }
 
 // Drawn in the full colour.
@@ -127,7 +160,7 @@ void EventTileView::drawBody(QPainter &painter) const {
         painter.fillPath(shape, m_fill);
         painter.restore();
     }
-    if (m_state.focused && full && !m_ghost) {
+    if (hasFocus() && full) {
         painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(m_style->accentText, 1));
         painter.drawRoundedRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), radius - 1, radius - 1);
@@ -149,6 +182,7 @@ void EventTileView::paintEvent(QPaintEvent *) {
 }
 
 void defineTileClass() {
+    [[maybe_unused]] static const bool installed = (QAccessible::installFactory(makeAccessible), true);
     addMethods(rt::defineClass(u"CCEventTileView"_s, rt::defineClass(u"NSView"_s)),
                {{"initWithFrame:andController:andFillColor:isGhost:", bind<&EventTileView::initWithFrame>,
                  "@@:ffff@@B"}});

@@ -1,5 +1,5 @@
-// A tile of an appointment in the grid, of class "CCEventTileView". It only draws: what is done with the
-// pointer arrives at the surface that it lies on.
+// A tile of an appointment in the grid, of class "CCEventTileView". It draws, has the keyboard while it is
+// selected, and says what it is; what is done with the pointer arrives at the surface that it lies on.
 #pragma once
 
 #include "platform/runtime/Runtime.h"
@@ -15,7 +15,6 @@ namespace mailhost {
 // How a tile is shown at the moment.
 struct TileState {
     bool selected = false;
-    bool focused = false; // selected, and the grid has the keyboard
     bool hovered = false;
     bool dimmed = false; // its ghost is being dragged
     friend bool operator==(const TileState &a, const TileState &b) = default;
@@ -31,7 +30,7 @@ public:
     [[nodiscard]] rt::Object *initWithFrame(const QRectF &frame, rt::Object *controller,
                                             const rt::Value &fillColor, bool isGhost);
 
-    // A tile is used again for another appointment: nothing is drawn anew when nothing differs.
+    // Nothing is drawn anew when nothing differs.
     void setStyle(std::shared_ptr<const GridStyle> style);
     void setOccurrence(const Occurrence &occurrence, const TileEnds &ends);
     void setState(const TileState &state);
@@ -39,12 +38,15 @@ public:
     [[nodiscard]] const TileEnds &ends() const { return m_ends; }
     [[nodiscard]] const TileState &state() const { return m_state; }
     [[nodiscard]] bool isGhost() const { return m_ghost; }
-    // Where the subject is written, in the tile's coordinates.
-    [[nodiscard]] QRect subjectRect() const;
     // Whether some of its texts had to be shortened or left out.
     [[nodiscard]] bool isShortened() const;
 
+Q_SIGNALS:
+    void focused();
+    void pressed(); // by an assistive program
+
 protected:
+    void focusInEvent(QFocusEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 

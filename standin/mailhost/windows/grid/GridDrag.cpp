@@ -26,15 +26,15 @@ TimeSpan draggedDays(const Occurrence &occurrence, Grip grip, qint64 days) {
     return {begin.startOfDay(), behind.startOfDay()};
 }
 
-TimeSpan movedTimes(const Occurrence &occurrence, const ClockPlace &from, const ClockPlace &to,
-                    bool keepInDay) {
+TimeSpan movedTimes(const DragStart &drag, const ClockPlace &to) {
+    const Occurrence &occurrence = drag.occurrence;
     const ClockPlace start = clockPlaceOf(occurrence.start);
-    const qint64 days = from.date.daysTo(to.date);
-    const int minutes = to.minute - from.minute;
+    const qint64 days = drag.from.date.daysTo(to.date);
+    const int minutes = to.minute - drag.from.minute;
     ClockPlace place{start.date.addDays(days), start.minute};
     if (snapped(minutes) != 0) {
         place.minute = snapped(start.minute + minutes);
-        if (keepInDay)
+        if (drag.holdsBegin)
             place.minute = std::clamp(place.minute, 0, minutesPerDay - quarterHour);
     } else if (days == 0) {
         return {occurrence.start, occurrence.end};
@@ -45,16 +45,16 @@ TimeSpan movedTimes(const Occurrence &occurrence, const ClockPlace &from, const 
 
 } // namespace
 
-TimeSpan draggedSpan(const Occurrence &occurrence, Grip grip, const ClockPlace &from, const ClockPlace &to,
-                     bool keepInDay) {
+TimeSpan draggedSpan(const DragStart &drag, const ClockPlace &to) {
+    const Occurrence &occurrence = drag.occurrence;
     if (occurrence.allDay)
-        return draggedDays(occurrence, grip, from.date.daysTo(to.date));
-    if (grip == Grip::Body)
-        return movedTimes(occurrence, from, to, keepInDay);
-    if (snapped(to.minute - from.minute) == 0 && from.date == to.date)
+        return draggedDays(occurrence, drag.grip, drag.from.date.daysTo(to.date));
+    if (drag.grip == Grip::Body)
+        return movedTimes(drag, to);
+    if (snapped(to.minute - drag.from.minute) == 0 && drag.from.date == to.date)
         return {occurrence.start, occurrence.end};
     const QDateTime edge = momentAt({to.date, snapped(to.minute)});
-    if (grip == Grip::Begin)
+    if (drag.grip == Grip::Begin)
         return {std::min(edge, occurrence.end.addSecs(-leastSeconds)), occurrence.end};
     return {occurrence.start, std::max(edge, occurrence.start.addSecs(leastSeconds))};
 }

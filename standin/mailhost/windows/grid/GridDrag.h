@@ -14,11 +14,18 @@ struct TimeSpan {
     friend bool operator==(const TimeSpan &a, const TimeSpan &b) = default;
 };
 
-// When the appointment takes place if what was taken hold of at `from` is let go at `to`. Timed ones snap to
-// quarters of an hour and keep at least one; all-day ones to days. A drag to the side alone keeps the clock
-// time to the minute. The length of a moved one is kept in seconds (in days, when it is all-day). With
-// `keepInDay` a moved one begins within the day at `to`.
-[[nodiscard]] TimeSpan draggedSpan(const Occurrence &occurrence, Grip grip, const ClockPlace &from,
-                                   const ClockPlace &to, bool keepInDay);
+// What was taken hold of, and where.
+struct DragStart {
+    Occurrence occurrence;
+    Grip grip = Grip::Body;
+    ClockPlace from;
+    bool holdsBegin = true; // it was taken by the piece that has the appointment's begin
+};
+
+// When the appointment takes place if it is let go at `to`. Timed ones snap to quarters of an hour and keep
+// at least one; all-day ones to days. A drag to the side alone keeps the clock time to the minute. The length
+// of a moved one is kept in seconds (in days, when it is all-day). One that was held by its begin begins
+// within the day at `to`.
+[[nodiscard]] TimeSpan draggedSpan(const DragStart &drag, const ClockPlace &to);
 
 } // namespace mailhost

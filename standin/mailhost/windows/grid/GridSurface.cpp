@@ -8,15 +8,22 @@ namespace mailhost {
 
 namespace {
 
-constexpr int mostSpareTiles = 64;
 constexpr int widestGrip = 6; // at a tile's edge; a quarter of a small one
 constexpr int leastGrip = 2;
 
-Grip gripAt(int position, int length, bool begin, bool end) {
+Grip gripAt(int position, int length, const TileEnds &ends) {
     const int grip = std::clamp(length / 4, leastGrip, widestGrip);
-    if (end && position >= length - grip)
+    if (ends.end && position >= length - grip)
         return Grip::End;
-    return begin && position < grip ? Grip::Begin : Grip::Body;
+    return ends.start && position < grip ? Grip::Begin : Grip::Body;
+}
+
+// What asks for it may still be at work in the tile.
+void discard(EventTileView *tile) {
+    if (!tile)
+        return;
+    tile->hide();
+    tile->deleteLater();
 }
 
 } // namespace
@@ -28,38 +35,9 @@ int DayEdges::dayAt(int x) const {
     return days - 1;
 }
 
-QList<EventTileView *> TilePool::assign(const QStringList &keys,
-                                        const std::shared_ptr<const GridStyle> &style) {
-    QHash<QString, QPointer<EventTileView>> former;
-    former.swap(m_used);
-    QList<EventTileView *> tiles;
-    tiles.reserve(keys.size());
-    for (const QString &key : keys)
-        tiles.append(former.take(key));
-    for (const QPointer<EventTileView> &left : std::as_const(former))
-        m_spare.append(left);
-    for (int i = 0; i < keys.size(); ++i) {
-        while (!tiles[i] && !m_spare.isEmpty())
-            tiles[i] = m_spare.takeLast();
-        if (!tiles[i])
-            tiles[i] = EventTileView::make(m_surface, QRectF(), m_controller.get(), style->accent, m_ghosts);
-        tiles[i]->setStyle(style);
-        // A damaged file may have two of one name.
-        m_used.insert(m_used.contains(keys[i]) ? keys[i] + u'\n' + QString::number(i) : keys[i], tiles[i]);
-    }
-    while (m_spare.size() > mostSpareTiles)
-        delete m_spare.takeLast().data();
-    for (const QPointer<EventTileView> &spare : std::as_const(m_spare))
-        if (spare)
-            spare->hide();
-    return tiles;
-}
-
 GridSurface::GridSurface(QWidget *parent)
     : QWidget(parent)
-    , m_contents(std::make_shared<GridContents>())
-    , m_tiles(this, false)
-    , m_ghostTiles(this, true) {
+    , m_contents(std::make_shared<GridContents>()) {
     setMouseTracking(true);
 }
 
@@ -69,16 +47,11 @@ void GridSurface::setStyle(std::shared_ptr<const GridStyle> style) {
     update();
 }
 
-void GridSurface::setController(rt::Object *controller) {
-    m_tiles.setController(controller);
-    m_ghostTiles.setController(controller);
-}
-
 void GridSurface::setContents(std::shared_ptr<const GridContents> contents) {
     m_contents = std::move(contents);
     m_selected = -1;
     m_cursor = {};
-    setHovered(nullptr);
+    m_hovered.clear();
     hideGhost();
     place();
     update();
@@ -96,59 +69,52 @@ QString GridSurface::keyOf(const Occurrence &occurrence, int piece) {
     return occurrence.uid + u'\n' + occurrence.instanceId + u'\n' + QString::number(piece);
 }
 
+EventTileView *GridSurface::newTile(bool ghost) {
+    EventTileView *tile = EventTileView::make(this, QRectF(), m_controller.get(), m_style->accent, ghost);
+    connect(tile, &EventTileView::focused, this, [this, tile] { Q_EMIT reached(tile, false); });
+    connect(tile, &EventTileView::pressed, this, [this, tile] { Q_EMIT reached(tile, true); });
+    return tile;
+}
+
 void GridSurface::place() {
     if (!m_style)
         return;
-    const QList<TilePlan> plans = plan(m_contents->layout, m_contents->occurrences, false);
-    QStringList keys;
-    keys.reserve(plans.size());
-    for (const TilePlan &plan : plans)
-        keys.append(plan.key);
-    const QList<EventTileView *> tiles = m_tiles.assign(keys, m_style);
+    QMultiHash<QString, Tile> former;
+    former.swap(m_tiles);
     m_placed.clear();
-    m_placed.reserve(plans.size());
-    for (int i = 0; i < plans.size(); ++i) {
-        tiles[i]->setOccurrence(m_contents->occurrences[plans[i].occurrence], plans[i].ends);
-        tiles[i]->setGeometry(plans[i].frame);
-        m_placed.append({tiles[i], plans[i].occurrence, plans[i].folded});
-        showState(m_placed.last());
+    for (const TilePlan &plan : plan(m_contents->layout, m_contents->occurrences, false)) {
+        Tile tile = former.take(plan.key);
+        if (!tile)
+            tile = newTile(false);
+        m_tiles.insert(plan.key, tile);
+        m_placed.append({tile, plan.occurrence});
+        tile->setStyle(m_style);
+        tile->setOccurrence(m_contents->occurrences[plan.occurrence], plan.ends);
+        tile->setGeometry(plan.frame);
+        tile->show();
     }
+    for (const Tile &left : std::as_const(former))
+        discard(left);
+    showStates();
     placed();
 }
 
-void GridSurface::showState(const Placed &placed) {
-    if (!placed.tile)
-        return;
-    const bool selected = placed.occurrence == m_selected;
-    placed.tile->setState(
-        {selected, selected && m_focused, placed.tile == m_hovered, placed.occurrence == m_dimmed});
-    const bool shown = !placed.folded || selected;
-    if (placed.tile->isHidden() == shown)
-        placed.tile->setVisible(shown);
-    if (placed.folded && selected)
-        placed.tile->raise();
+void GridSurface::showStates() {
+    for (const auto &[tile, occurrence] : std::as_const(m_placed))
+        if (tile)
+            tile->setState({occurrence == m_selected, tile == m_hovered, occurrence == m_dimmed});
 }
 
 GridSurface::Hit GridSurface::hitAt(const QPoint &point) const {
-    // What is folded away lies on top while it is selected.
-    Hit hit;
-    bool found = false;
-    for (const Placed &placed : m_placed) {
-        if (!placed.tile || placed.tile->isHidden() || !placed.tile->geometry().contains(point))
+    for (const auto &[tile, occurrence] : m_placed) {
+        if (!tile || !tile->geometry().contains(point))
             continue;
-        if (found && !placed.folded)
-            continue;
-        hit.tile = placed.tile;
-        found = true;
+        const QPoint inside = point - tile->pos();
+        const bool across = tile->ends().allDay;
+        return {tile, across ? gripAt(inside.x(), tile->width(), tile->ends())
+                             : gripAt(inside.y(), tile->height(), tile->ends())};
     }
-    if (!hit.tile)
-        return hit;
-    const QPoint inside = point - hit.tile->pos();
-    const TileEnds &ends = hit.tile->ends();
-    hit.grip = ends.allDay ? gripAt(inside.x(), hit.tile->width(), ends.start, ends.end)
-                           : gripAt(inside.y(), hit.tile->height(), ends.start, ends.end);
-    hit.onSubject = hit.tile->subjectRect().contains(inside);
-    return hit;
+    return {};
 }
 
 void GridSurface::setCursorPlace(const ClockPlace &place) {
@@ -173,69 +139,39 @@ int GridSurface::occurrenceOf(const EventTileView *tile) const {
     return -1;
 }
 
-void GridSurface::setSelected(int occurrence, bool focused) {
-    if (m_selected == occurrence && m_focused == focused)
-        return;
+void GridSurface::setSelected(int occurrence) {
     m_selected = occurrence;
-    m_focused = focused;
-    for (const Placed &placed : std::as_const(m_placed))
-        showState(placed);
-    placed();
+    showStates();
 }
 
 void GridSurface::setHovered(EventTileView *tile) {
     if (m_hovered == tile)
         return;
-    for (EventTileView *changed : {m_hovered.data(), tile}) {
-        if (!changed)
-            continue;
-        TileState state = changed->state();
-        state.hovered = changed == tile;
-        changed->setState(state);
-    }
     m_hovered = tile;
+    showStates();
 }
 
 void GridSurface::showGhost(int original, const Occurrence &dragged) {
+    hideGhost();
     const QList<Occurrence> one{dragged};
-    const QList<TilePlan> plans = plan(layOut(one, m_contents->first, m_contents->days), one, true);
-    QStringList keys;
-    for (const TilePlan &plan : plans)
-        keys.append(plan.key);
-    const QList<EventTileView *> tiles = m_ghostTiles.assign(keys, m_style);
-    m_ghosts.clear();
-    for (int i = 0; i < plans.size(); ++i) {
-        tiles[i]->setOccurrence(dragged, plans[i].ends);
-        tiles[i]->setGeometry(plans[i].frame);
-        tiles[i]->show();
-        tiles[i]->raise();
-        m_ghosts.append(tiles[i]);
+    for (const TilePlan &plan : plan(layOut(one, m_contents->first, m_contents->days), one, true)) {
+        EventTileView *tile = newTile(true);
+        tile->setStyle(m_style);
+        tile->setOccurrence(dragged, plan.ends);
+        tile->setGeometry(plan.frame);
+        tile->show();
+        m_ghosts.append(tile);
     }
-    if (m_dimmed == original)
-        return;
     m_dimmed = original;
-    for (const Placed &placed : std::as_const(m_placed))
-        showState(placed);
+    showStates();
 }
 
 void GridSurface::hideGhost() {
-    for (const QPointer<EventTileView> &ghost : std::as_const(m_ghosts))
-        if (ghost)
-            ghost->hide();
+    for (const Tile &ghost : std::as_const(m_ghosts))
+        discard(ghost);
     m_ghosts.clear();
-    if (m_dimmed < 0)
-        return;
     m_dimmed = -1;
-    for (const Placed &placed : std::as_const(m_placed))
-        showState(placed);
-}
-
-QList<EventTileView *> GridSurface::ghosts() const {
-    QList<EventTileView *> tiles;
-    for (const QPointer<EventTileView> &ghost : m_ghosts)
-        if (ghost)
-            tiles.append(ghost);
-    return tiles;
+    showStates();
 }
 
 bool GridSurface::event(QEvent *event) {

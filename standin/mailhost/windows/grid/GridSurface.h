@@ -27,36 +27,17 @@ struct GridContents {
     QDate today;
 };
 
-// The tiles of a surface, which are used again for other appointments: the same tile for the same one.
-class TilePool {
-public:
-    TilePool(QWidget *surface, bool ghosts)
-        : m_surface(surface)
-        , m_ghosts(ghosts) {}
-    void setController(rt::Object *controller) { m_controller = controller; }
-    // One visible-to-be tile for each key, in their order; the others are hidden. Keys are unique.
-    QList<EventTileView *> assign(const QStringList &keys, const std::shared_ptr<const GridStyle> &style);
-
-private:
-    QWidget *m_surface;
-    bool m_ghosts;
-    rt::Weak<rt::Object> m_controller;
-    QHash<QString, QPointer<EventTileView>> m_used;
-    QList<QPointer<EventTileView>> m_spare;
-};
-
 class GridSurface : public QWidget {
     Q_OBJECT
 public:
     struct Hit {
         EventTileView *tile = nullptr;
         Grip grip = Grip::Body;
-        bool onSubject = false;
     };
 
     explicit GridSurface(QWidget *parent);
     void setStyle(std::shared_ptr<const GridStyle> style);
-    void setController(rt::Object *controller);
+    void setController(rt::Object *controller) { m_controller = controller; }
     void setContents(std::shared_ptr<const GridContents> contents);
     void setEdges(const DayEdges &edges);
 
@@ -70,15 +51,16 @@ public:
     // The tiles of that appointment from left to right; those that lie there no more are left out.
     [[nodiscard]] QList<EventTileView *> tilesOf(int occurrence) const;
     [[nodiscard]] int occurrenceOf(const EventTileView *tile) const; // -1: none
-    void setSelected(int occurrence, bool focused);                  // -1: none
+    void setSelected(int occurrence);                                // -1: none
     void setHovered(EventTileView *tile);
     // The appointment as it is while it is being dragged; its tiles are dimmed.
     void showGhost(int original, const Occurrence &dragged);
     void hideGhost();
-    [[nodiscard]] QList<EventTileView *> ghosts() const;
 
 Q_SIGNALS:
     void resized();
+    // A tile got the keyboard, or an assistive program pressed it.
+    void reached(mailhost::EventTileView *tile, bool pressed);
 
 protected:
     // One tile to be: its name, its place, and the ends that it shows.
@@ -87,10 +69,9 @@ protected:
         int occurrence = 0;
         QRect frame;
         TileEnds ends;
-        bool folded = false; // shown only while it is selected
     };
     [[nodiscard]] virtual QList<TilePlan> plan(const GridLayout &layout, const QList<Occurrence> &occurrences,
-                                               bool ghost) = 0;
+                                               bool ghost) const = 0;
     virtual void placed() {}
     bool event(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -102,25 +83,25 @@ protected:
     [[nodiscard]] static QString keyOf(const Occurrence &occurrence, int piece);
 
 private:
+    using Tile = QPointer<EventTileView>;
     struct Placed {
-        QPointer<EventTileView> tile;
+        Tile tile;
         int occurrence = 0;
-        bool folded = false;
     };
+    [[nodiscard]] EventTileView *newTile(bool ghost);
     void place();
-    void showState(const Placed &placed);
+    void showStates();
 
     std::shared_ptr<const GridStyle> m_style;
     std::shared_ptr<const GridContents> m_contents;
+    rt::Weak<rt::Object> m_controller;
     DayEdges m_edges;
     ClockPlace m_cursor;
-    TilePool m_tiles;
-    TilePool m_ghostTiles;
+    QMultiHash<QString, Tile> m_tiles; // by key: the same tile for the same appointment
     QList<Placed> m_placed;
-    QList<QPointer<EventTileView>> m_ghosts;
-    QPointer<EventTileView> m_hovered;
+    QList<Tile> m_ghosts;
+    Tile m_hovered;
     int m_selected = -1;
-    bool m_focused = false;
     int m_dimmed = -1;
 };
 

@@ -1,5 +1,7 @@
 #include "standin/mailhost/windows/grid/TileTexts.h"
 
+#include "platform/Literals.h"
+
 #include <QFontMetrics>
 #include <QPainter>
 #include <QPainterPath>
@@ -65,7 +67,38 @@ QString timesFor(const Occurrence &occurrence, int width, const GridStyle &style
     return {};
 }
 
+QString spokenTimes(const Occurrence &occurrence) {
+    const QDateTime start = occurrence.start.toLocalTime();
+    const QDateTime end = occurrence.end.toLocalTime();
+    const auto clock = [](const QDateTime &time) {
+        return QLocale().toString(time.time(), QLocale::ShortFormat);
+    };
+    if (occurrence.allDay) {
+        const QDate last = std::max(start.date(), end.date().addDays(-1));
+        return last == start.date()
+                   ? QObject::tr("%1, all day").arg(spokenDay(last))
+                   : QObject::tr("%1 to %2, all day").arg(spokenDay(start.date()), spokenDay(last));
+    }
+    const QString to = end.date() == start.date() ? clock(end) : spokenDay(end.date()) + u' ' + clock(end);
+    return QObject::tr("%1, %2 to %3").arg(spokenDay(start.date()), clock(start), to);
+}
+
 } // namespace
+
+QString spokenDay(const QDate &date) {
+    return QLocale().toString(date, u"dddd d MMMM"_s);
+}
+
+QString spokenName(const Occurrence &occurrence) {
+    QStringList parts{TileTexts::subjectOf(occurrence), spokenTimes(occurrence),
+                      occurrence.location.simplified()};
+    if (occurrence.isOccurrence || occurrence.isException)
+        parts.append(QObject::tr("repeats"));
+    if (occurrence.hasMeetingRecord)
+        parts.append(QObject::tr("online meeting"));
+    parts.removeAll(QString());
+    return parts.join(u", "_s);
+}
 
 QString TileTexts::subjectOf(const Occurrence &occurrence) {
     const QString subject = occurrence.summary.simplified();
@@ -158,11 +191,8 @@ void TileTexts::writeOnOneLine(const QStringList &texts, const GridStyle &style)
             return;
         }
         const QRect rect(left, m_area.top(), room, style.lineHeight);
-        const int width = add(text, rect, strong, style);
-        if (strong)
-            m_subjectRect = QRect(rect.topLeft(), QSize(width, style.lineHeight));
+        left += add(text, rect, strong, style) + between;
         strong = false;
-        left += width + between;
     }
 }
 
@@ -172,7 +202,6 @@ void TileTexts::writeBelowEachOther(const QStringList &texts, const GridStyle &s
     const int used =
         wrap(texts.first(), std::clamp(lines - others, 1, mostSubjectLines), style, m_area.top());
     int top = m_area.top() + used * style.lineHeight;
-    m_subjectRect = QRect(m_area.left(), m_area.top(), m_area.width(), top - m_area.top());
     for (int i = 1; i <= others; ++i, top += style.lineHeight) {
         if (used + i > lines) {
             m_shortened = true;

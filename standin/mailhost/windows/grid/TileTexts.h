@@ -24,7 +24,6 @@ public:
     TileTexts(const Occurrence &occurrence, const TileEnds &ends, const QSize &size, const GridStyle &style,
               bool timesFirst);
     void draw(QPainter &painter, const GridStyle &style, const QColor &text, const QColor &faint) const;
-    [[nodiscard]] QRect subjectRect() const { return m_subjectRect; }
     [[nodiscard]] bool isShortened() const { return m_shortened; }
 
     // Of one without a subject: "Untitled".
@@ -52,8 +51,11 @@ private:
     int m_firstLineEnd = 0; // the right edge of what the marks leave of the first line
     QList<Line> m_lines;
     QList<PlacedMark> m_marks;
-    QRect m_subjectRect;
     bool m_shortened = false;
 };
+
+[[nodiscard]] QString spokenDay(const QDate &date);
+// "Subject, Tuesday 24 November, 10:00 to 10:30, location, repeats, online meeting".
+[[nodiscard]] QString spokenName(const Occurrence &occurrence);
 
 } // namespace mailhost
