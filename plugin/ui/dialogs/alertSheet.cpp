@@ -10,6 +10,13 @@
 
 namespace {
 
+constexpr int messageWidth = 320;               // points: most messages take two lines
+constexpr int smallestWidth = messageWidth / 2; // of its lines
+constexpr int widthStep = 8;
+constexpr int sideMargin = 20;
+constexpr int topMargin = 16;
+constexpr int bottomMargin = 20;
+
 const QString imageWarning = u"warning.png"_s;
 const QString outletTitle = u"qt_msgbox_label"_s;
 const QString outletMessage = u"qt_msgbox_informativelabel"_s;
@@ -42,17 +49,33 @@ void addButtons(QMessageBox *alert, const QStringList &buttons) {
     }
 }
 
-// The hidden title keeps its row above the message: without this a short message sinks below the image.
-void alignWithImage(QMessageBox *alert) {
+// So narrow that the message takes no more lines than it must: its lines are about equally long.
+int balancedWidth(const QLabel &label) {
+    const auto height = [&label](int width) {
+        return label.fontMetrics()
+            .boundingRect(QRect(0, 0, width, 0), Qt::TextWordWrap, label.text())
+            .height();
+    };
+    int width = messageWidth;
+    while (width > smallestWidth && height(width - widthStep) == height(messageWidth))
+        width -= widthStep;
+    return width;
+}
+
+// The hidden title keeps its row above the message: without this a short message sinks below the image. The
+// box would take the narrowest width at all.
+void arrange(QMessageBox *alert) {
     auto *label = alert->findChild<QLabel *>(outletMessage);
     auto *grid = qobject_cast<QGridLayout *>(alert->layout());
     if (!label || !grid)
         return;
+    grid->setContentsMargins(sideMargin, topMargin, sideMargin, bottomMargin);
+    label->setMinimumWidth(messageWidth);
     int row = 0, column = 0, rows = 0, columns = 0;
     grid->getItemPosition(grid->indexOf(label), &row, &column, &rows, &columns);
     grid->setRowStretch(row, 1);
     label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    label->setContentsMargins(0, 0, 0, 0);
+    label->setContentsMargins(0, 0, messageWidth - balancedWidth(*label), 0);
 }
 
 } // namespace
@@ -64,7 +87,7 @@ void showAlertSheet(QWidget *window, const QString &message, const QStringList &
     alert->setIconPixmap(warningIcon(window ? window->devicePixelRatioF() : alert->devicePixelRatioF()));
     showPlainly(alert, message);
     addButtons(alert, buttons);
-    alignWithImage(alert);
+    arrange(alert);
     if (window)
         QObject::connect(window->window(), &QObject::destroyed, alert, &QObject::deleteLater);
     platform::beginSheet(alert, window, [alert, handler = std::move(ended)](int) {
