@@ -7,15 +7,34 @@
 #include "plugin/util/localizedString.h"
 
 #include <QDialog>
+#include <QDialogButtonBox>
 #include <QPushButton>
+
+namespace {
+
+constexpr int smallestWidth = 96; // points
+
+// The box puts it where this desktop has it.
+QPushButton *addButton(QDialogButtonBox *box, const QString &name, QDialogButtonBox::ButtonRole role) {
+    auto *button = new QPushButton;
+    button->setObjectName(name);
+    button->setMinimumWidth(smallestWidth);
+    button->setAutoDefault(false);
+    box->addButton(button, role);
+    return button;
+}
+
+} // namespace
 
 ButtonGroupViewController::ButtonGroupViewController(SheetOwner *windowController, QDialog *sheet)
     : m_windowController(windowController)
     , settingWindow(sheet) {
-    buttonContinue = sheet->findChild<QPushButton *>(u"buttonContinue"_s);
-    buttonCancel = sheet->findChild<QPushButton *>(u"buttonCancel"_s);
-    if (!isConnected())
+    auto *box = sheet->findChild<QDialogButtonBox *>(u"buttonGroupView"_s);
+    if (!box)
         return;
+    buttonContinue = addButton(box, u"buttonContinue"_s, QDialogButtonBox::AcceptRole);
+    buttonCancel = addButton(box, u"buttonCancel"_s, QDialogButtonBox::RejectRole);
+    buttonContinue->setDefault(true);
     connect(buttonContinue, &QPushButton::clicked, this, &ButtonGroupViewController::onClickContinue);
     connect(buttonCancel, &QPushButton::clicked, this, &ButtonGroupViewController::onClickCancel);
 }

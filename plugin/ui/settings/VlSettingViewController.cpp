@@ -11,15 +11,18 @@
 #include <QLayout>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
 
 namespace {
 
 constexpr qint32 maxPasswordLength = 10;
+constexpr int darkBelow = 128;             // lightness of a window
 constexpr int settingsAreaHeight = 412;    // with the third-party text
 constexpr int audioBoxHeight = 152;        // with the third-party text
 constexpr int besidePersonalMeeting = 100; // points: margins and check mark to the sides of its text
+const QString numberSeparator = u": "_s;   // at the end of a title to which a number is added
 constexpr const char *propertyTag = "tag"; // a radio button's audio type
 
 int tagOf(const QRadioButton *button) {
@@ -31,6 +34,16 @@ void setOn(QRadioButton *button, bool on) {
     button->setAutoExclusive(false);
     button->setChecked(on);
     button->setAutoExclusive(true);
+}
+
+// The styles outline an indicator in a darker shade of the window: in a dark palette that is black on black.
+// The indicator is all that the control draws in this colour.
+void outlineOnDark(QAbstractButton *control) {
+    const QPalette surroundings = control->parentWidget()->palette();
+    QPalette own; // otherwise the surroundings'
+    if (surroundings.color(QPalette::Window).lightness() < darkBelow)
+        own.setColor(QPalette::Window, surroundings.color(QPalette::WindowText));
+    control->setPalette(own);
 }
 
 template<typename Control>
@@ -60,8 +73,12 @@ VlSettingViewController::VlSettingViewController(SheetOwner *windowController, S
     , m_sheet(sheet)
     , passwordFormatter(new vlMaxLengthFormatter(this)) {
     findOutlets();
-    if (m_connected)
-        connectActions();
+    if (!m_connected)
+        return;
+    connectActions();
+    QSizePolicy policy = passwordTextField->sizePolicy();
+    policy.setRetainSizeWhenHidden(true); // its row stays as high as it is with the field
+    passwordTextField->setSizePolicy(policy);
 }
 
 void VlSettingViewController::findOutlets() {
@@ -172,6 +189,9 @@ void VlSettingViewController::initializeItems() {
     enableJBHButton->setChecked(m_settingData.enableJoinBeforeHost());
     showPersonalMeeting();
     notShowMeAgain->setChecked(m_settingData.notShowMeAgain());
+    for (QAbstractButton *control : m_sheet->findChildren<QAbstractButton *>())
+        if (!qobject_cast<QPushButton *>(control))
+            outlineOnDark(control);
 }
 
 void VlSettingViewController::showAudioType(int type) {
@@ -196,7 +216,9 @@ void VlSettingViewController::showPassword() {
 
 void VlSettingViewController::showPersonalMeeting() {
     const QString number = m_model.personalMeetingNumber();
-    const QString full = usePMI->text() + number;
+    const QString title = usePMI->text();
+    const bool announcesNothing = number.isEmpty() && title.endsWith(numberSeparator);
+    const QString full = announcesNothing ? title.chopped(numberSeparator.size()).trimmed() : title + number;
     const int room = m_sheet->width() - besidePersonalMeeting;
     const QString shown = usePMI->fontMetrics().elidedText(full, Qt::ElideRight, room, Qt::TextShowMnemonic);
     usePMI->setText(shown);
