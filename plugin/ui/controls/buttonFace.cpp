@@ -58,6 +58,7 @@ TitleLine ButtonFace::measured(double width) const {
     TitleLine line;
     line.font.setFamilies({titleFamily, QApplication::font().family()});
     line.font.setPixelSize(titleSize);
+    line.font.setStretch(QFont::Unstretched); // else a condensed face may be taken for one of two titles
     const QFontMetricsF metrics(line.font);
     line.x = std::max(0.0, titleX(width));
     line.text = metrics.elidedText(mLable, Qt::ElideRight, width - line.x);
