@@ -34,13 +34,29 @@ QSize vlPopupToolbarView::sizeHint() const {
 // image.
 void vlPopupToolbarView::paintEvent(QPaintEvent *) {
     QPainter painter(this);
-    mImage.draw(painter, rect());
+    if (isEnabled())
+        mImage.draw(painter, rect());
+    else
+        painter.drawPixmap(rect(), disabledImage(painter.deviceTransform().m11()));
     if (!hasFocus())
         return;
     QStyleOptionFocusRect option;
     option.initFrom(this);
     option.backgroundColor = palette().color(QPalette::Window);
     style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+}
+
+// As a button of the same tool-bar shows its image then.
+QPixmap vlPopupToolbarView::disabledImage(qreal ratio) const {
+    QPixmap pixmap(size() * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    mImage.draw(painter, rect());
+    painter.end();
+    QStyleOption option;
+    option.initFrom(this);
+    return style()->generatedIconPixmap(QIcon::Disabled, pixmap, &option);
 }
 
 void vlPopupToolbarView::mousePressEvent(QMouseEvent *event) {

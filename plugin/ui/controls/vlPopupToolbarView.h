@@ -27,6 +27,8 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
+    [[nodiscard]] QPixmap disabledImage(qreal ratio) const;
+
     BundleImage mImage;
     std::shared_ptr<QMenu> mMenu;
 };
