@@ -14,12 +14,18 @@ namespace platform {
 namespace {
 
 constexpr int imageSide = 24; // points
+constexpr int buttonGap = 6;  // points
 
-// Of an item that has no image because it has no look: a thin line or a stretch.
-QIcon standardIcon(const QString &identifier, const QPalette &palette) {
+QPixmap clearPixmap() {
     QPixmap pixmap(QSize(imageSide, imageSide) * 2);
     pixmap.setDevicePixelRatio(2);
     pixmap.fill(Qt::transparent);
+    return pixmap;
+}
+
+// Of an item that has no image because it has no look: a thin line or a stretch.
+QIcon standardIcon(const QString &identifier, const QPalette &palette) {
+    QPixmap pixmap = clearPixmap();
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(palette.color(QPalette::Disabled, QPalette::Text), 1.5));
@@ -36,6 +42,19 @@ QIcon standardIcon(const QString &identifier, const QPalette &palette) {
     return pixmap;
 }
 
+// The styles tint the image of a selected row with the colour of the selection: there it has the text's
+// colour, or a gray one would not be seen.
+QIcon selectable(QIcon icon, const QPalette &palette) {
+    QPixmap pixmap = clearPixmap();
+    QPainter painter(&pixmap);
+    icon.paint(&painter, QRect(0, 0, imageSide, imageSide));
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(QRect(0, 0, imageSide, imageSide), palette.color(QPalette::HighlightedText));
+    painter.end();
+    icon.addPixmap(pixmap, QIcon::Selected);
+    return icon;
+}
+
 // Two items of a plug-in may have one palette label: the label proper then tells them apart.
 QString titleOf(const ToolbarItem &item) {
     const QString label = withoutMnemonic(item.label());
@@ -48,9 +67,8 @@ void fillList(QListWidget *list, const QList<ToolbarItem *> &items) {
     list->clear();
     for (const ToolbarItem *item : items) {
         const bool standard = isStandardToolbarIdentifier(item->itemIdentifier());
-        auto *entry = new QListWidgetItem(standard ? standardIcon(item->itemIdentifier(), list->palette())
-                                                   : item->image(),
-                                          titleOf(*item), list);
+        const QIcon icon = standard ? standardIcon(item->itemIdentifier(), list->palette()) : item->image();
+        auto *entry = new QListWidgetItem(selectable(icon, list->palette()), titleOf(*item), list);
         entry->setData(Qt::UserRole, item->itemIdentifier());
         entry->setToolTip(item->toolTip());
     }
@@ -109,6 +127,7 @@ void ToolbarCustomization::build() {
     auto *hint = new QLabel(tr("Select an item and use the buttons. Changes show at once."));
     hint->setWordWrap(true);
     auto *buttons = new QVBoxLayout;
+    buttons->setSpacing(buttonGap);
     buttons->addStretch();
     buttons->addWidget(m_add);
     buttons->addWidget(m_remove);
