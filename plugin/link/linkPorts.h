@@ -1,6 +1,7 @@
 // What the client link needs from the layers above it.
 #pragma once
 
+#include "plugin/link/clientCodes.h"
 #include "plugin/link/meetingCommand.h"
 
 #include <QString>
@@ -23,7 +24,8 @@ public:
 class RequestFeedback {
 public:
     virtual ~RequestFeedback() = default;
-    [[nodiscard]] virtual std::unique_ptr<RequestProgress> makeProgress() = 0;
+    // For the requests of one kind, which is named by its answer.
+    [[nodiscard]] virtual std::unique_ptr<RequestProgress> makeProgress(ClientAnswer kind) = 0;
     virtual void showAlertMessage(QWidget *window, const QString &message) = 0;
     // The alert that offers to launch the client.
     virtual void showClientError(QWidget *window, const QString &message) = 0;

@@ -56,5 +56,11 @@ inline const QString buttonLaunchClient = u"Button_LaunchClient"_s;
 inline const QString buttonOKGot = u"Button_OKGot"_s;
 inline const QString removeMeetingForOther = u"RemoveVelaMeetingForOther"_s;
 inline const QString communicationProgress = u"CommunicationProgressTitle"_s;
+inline const QString progressSchedule = u"ProgressSchedule"_s;
+inline const QString progressUpdate = u"ProgressUpdate"_s;
+inline const QString progressDelete = u"ProgressDelete"_s;
+inline const QString progressGetMeeting = u"ProgressGetMeeting"_s;
+inline const QString progressGetUserProfile = u"ProgressGetUserProfile"_s;
+inline const QString progressGetPAC = u"ProgressGetPAC"_s;
 
 } // namespace uiKeys

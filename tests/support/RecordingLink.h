@@ -20,7 +20,7 @@ public:
     int shownEver = 0;
     QWidget *shownOn = nullptr;
 
-    [[nodiscard]] std::unique_ptr<RequestProgress> makeProgress() override {
+    [[nodiscard]] std::unique_ptr<RequestProgress> makeProgress(ClientAnswer) override {
         return std::make_unique<Progress>(*this);
     }
     void showAlertMessage(QWidget *window, const QString &message) override {

@@ -62,7 +62,7 @@ void RecordingSheets::addSchSettingWindowToArray(const QString &, const QVariant
     parent = newParent;
 }
 
-std::unique_ptr<RequestProgress> RecordingAlerts::makeProgress() {
+std::unique_ptr<RequestProgress> RecordingAlerts::makeProgress(ClientAnswer) {
     return std::make_unique<NotingProgress>(*this);
 }
 

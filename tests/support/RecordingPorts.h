@@ -76,7 +76,7 @@ public:
 
 class RecordingAlerts : public WorkflowAlerts, public RequestFeedback {
 public:
-    [[nodiscard]] std::unique_ptr<RequestProgress> makeProgress() override;
+    [[nodiscard]] std::unique_ptr<RequestProgress> makeProgress(ClientAnswer) override;
     void showAlertMessage(QWidget *window, const QString &message) override;
     void showClientError(QWidget *window, const QString &message) override;
     void showRemoveMeetingWarning(rt::Object *editor, QWidget *window) override;

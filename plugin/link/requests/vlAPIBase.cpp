@@ -187,7 +187,7 @@ void vlAPIBase::onTimeOut() {
 void vlAPIBase::showProgress(QWidget *window) {
     RequestFeedback *feedback = LinkPorts::instance().feedback;
     if (feedback != m_progressMaker) {
-        myProgressUI = feedback ? feedback->makeProgress() : nullptr;
+        myProgressUI = feedback ? feedback->makeProgress(m_kind.answer) : nullptr;
         m_progressMaker = feedback;
     }
     if (myProgressUI)

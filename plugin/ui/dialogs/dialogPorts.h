@@ -10,8 +10,8 @@
 
 class DialogPorts : public RequestFeedback, public WorkflowAlerts {
 public:
-    [[nodiscard]] std::unique_ptr<RequestProgress> makeProgress() override {
-        return std::make_unique<vlProgressUIMgr>();
+    [[nodiscard]] std::unique_ptr<RequestProgress> makeProgress(ClientAnswer kind) override {
+        return std::make_unique<vlProgressUIMgr>(kind);
     }
     // Of both ports.
     void showAlertMessage(QWidget *window, const QString &message) override {

@@ -9,6 +9,9 @@
 // once.
 class vlProgressUIMgr : public RequestProgress, public SharedObject<vlProgressUIMgr> {
 public:
+    vlProgressUIMgr() = default; // says only that something is waited for
+    explicit vlProgressUIMgr(ClientAnswer kind)
+        : m_controller(kind) {}
     void showCommunication(QWidget *window) override;
     void closeCommunication() override;
     [[nodiscard]] bool showProgressWindow() const { return m_showProgressWindow; }

@@ -2,15 +2,37 @@
 
 #include "platform/services/Services.h"
 #include "platform/toolkit/Windows.h"
+#include "plugin/ui/controls/BusyBar.h"
 #include "plugin/ui/localizationKeys.h"
 #include "plugin/util/localizedString.h"
 
 #include <QEvent>
 #include <QLabel>
+#include <QLayout>
 
 namespace {
 const QString interfaceName = u"vlProgressWindowController"_s;
+const QString outletAction = u"text_action"_s;
 const QString outletMessage = u"text_communicationMsg"_s;
+
+QString actionKey(ClientAnswer kind) {
+    switch (kind) {
+    case ClientAnswer::Schedule:
+        return uiKeys::progressSchedule;
+    case ClientAnswer::Update:
+        return uiKeys::progressUpdate;
+    case ClientAnswer::Delete:
+        return uiKeys::progressDelete;
+    case ClientAnswer::GetMeeting:
+        return uiKeys::progressGetMeeting;
+    case ClientAnswer::GetUserProfile:
+        return uiKeys::progressGetUserProfile;
+    case ClientAnswer::GetPAC:
+        return uiKeys::progressGetPAC;
+    }
+    return {};
+}
+
 } // namespace
 
 // Shown as long as it lives.
@@ -31,10 +53,20 @@ public:
         m_window->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
         m_window->setAttribute(Qt::WA_QuitOnClose, false);
         m_window->installEventFilter(this);
+        m_window->layout()->addWidget(new BusyBar);
         awakeFromNib();
-        m_modalSession.begin(m_window.get());
     }
     [[nodiscard]] QWidget *window() const { return m_window.get(); }
+    // Tells what the last request that waits is for.
+    void show(std::optional<ClientAnswer> kind) {
+        if (!m_window)
+            return;
+        if (auto *label = m_window->findChild<QLabel *>(outletAction)) {
+            label->setText(kind ? vlLocalizedString(actionKey(*kind)) : QString());
+            label->setVisible(kind.has_value());
+        }
+        m_modalSession.begin(m_window.get()); // nothing while it runs
+    }
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override {
@@ -51,6 +83,7 @@ private:
         const QString message = vlLocalizedString(uiKeys::communicationProgress);
         if (auto *label = m_window->findChild<QLabel *>(outletMessage))
             label->setText(message);
+        m_window->setWindowTitle(vlLocalizedString(uiKeys::palletLabel));
         m_window->setAccessibleName(message);
     }
 
@@ -58,7 +91,8 @@ private:
     platform::ModalSession m_modalSession; // dies before its window
 };
 
-vlProgressWindowController::vlProgressWindowController() = default;
+vlProgressWindowController::vlProgressWindowController(std::optional<ClientAnswer> kind)
+    : m_kind(kind) {}
 
 vlProgressWindowController::~vlProgressWindowController() {
     abortDomodal();
@@ -87,4 +121,5 @@ QWidget *vlProgressWindowController::window() const {
 
 void vlProgressWindowController::show() {
     m_window = ProgressWindow::shown();
+    m_window->show(m_kind);
 }

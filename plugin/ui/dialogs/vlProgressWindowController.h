@@ -2,8 +2,10 @@
 #pragma once
 
 #include "platform/services/runloop/RunLoop.h"
+#include "plugin/link/clientCodes.h"
 
 #include <memory>
+#include <optional>
 
 class ProgressWindow;
 class QWidget;
@@ -15,7 +17,8 @@ class vlProgressWindowController {
 public:
     static constexpr double delaySeconds = 0.4;
 
-    vlProgressWindowController();
+    // Tells what is done: the requests of this kind, or nothing more than that something is waited for.
+    explicit vlProgressWindowController(std::optional<ClientAnswer> kind = {});
     ~vlProgressWindowController();
     vlProgressWindowController(const vlProgressWindowController &) = delete;
     vlProgressWindowController &operator=(const vlProgressWindowController &) = delete;
@@ -29,6 +32,7 @@ public:
 private:
     void show();
 
+    std::optional<ClientAnswer> m_kind;
     std::weak_ptr<platform::TimerId> m_delay; // expires when it has passed
     std::shared_ptr<ProgressWindow> m_window;
 };
