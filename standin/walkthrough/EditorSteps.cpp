@@ -79,8 +79,8 @@ bool EditorWalk::addThroughTheSheet() {
     click(shown(u"thirdPartyAudioButton"_s));
     click(shown(u"requiredMeetingPswButton"_s));
     Report::settle();
-    m_report->picture(QApplication::activeModalWidget(), u"settings-sheet-longer"_s);
     type(QApplication::activeModalWidget(), password);
+    m_report->picture(QApplication::activeModalWidget(), u"settings-sheet-longer"_s);
     click(shown(u"bothButton"_s));
     click(shown(u"enableJBHButton"_s));
     click(shownButton(continueButton()));
