@@ -115,9 +115,9 @@ public:
             qFatal("the calendar cannot be written");
         file.close();
         QString error;
+        m_host.installDesktopServices();
         if (!m_host.installBundle(&error))
             qFatal("%s", qPrintable(error));
-        m_host.installDesktopServices();
         m_host.start();
         if (!m_host.openCalendar(&error))
             qFatal("%s", qPrintable(error));

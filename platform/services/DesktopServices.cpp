@@ -6,21 +6,34 @@
 #include "platform/services/storage/FileUserDefaults.h"
 #include "platform/services/workspace/DesktopWorkspace.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
+#include <dlfcn.h>
 
 namespace platform {
 
 namespace {
 
-const QString installedRoot = u"/opt/parlo"_s;
 const QString installedResources =
     u"/Users/Shared/ParloMeetingsOutlookPlugin/ParloMeetings.bundle/Contents/Resources"_s;
 
-QString rootOf(const DesktopOptions &options) {
+// Wherever a package was unpacked to.
+QString folderOfThisLibrary() {
+    static const char inThisLibrary = 0;
+    Dl_info library{};
+    return dladdr(&inThisLibrary, &library) ? QFileInfo(QFile::decodeName(library.dli_fname)).canonicalPath()
+                                            : QString();
+}
+
+QStringList rootsOf(const DesktopOptions &options) {
     if (!options.rootFolder.isEmpty())
-        return options.rootFolder;
+        return {options.rootFolder};
     const QString fromEnvironment = qEnvironmentVariable("PARLO_ROOT");
-    return fromEnvironment.isEmpty() ? installedRoot : fromEnvironment;
+    if (!fromEnvironment.isEmpty())
+        return {fromEnvironment};
+    return {QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/parlo"_s,
+            folderOfThisLibrary()};
 }
 
 QString defaultsFolderOf(const DesktopOptions &options) {
@@ -36,7 +49,7 @@ Services makeDesktopServices(const DesktopOptions &options) {
     auto bus = std::make_shared<SessionBus>(
         options.bundleIdentifier,
         [observers](const QString &name, const TextMap &userInfo) { observers->deliver(name, userInfo); });
-    auto workspace = std::make_unique<DesktopWorkspace>(bus, rootOf(options), options.documentsFolder);
+    auto workspace = std::make_unique<DesktopWorkspace>(bus, rootsOf(options), options.documentsFolder);
     const QString resources =
         options.pluginResources.isEmpty() ? workspace->resolve(installedResources) : options.pluginResources;
 

@@ -33,11 +33,12 @@ void setServices(Services services);
 // What a desktop program starts from.
 struct DesktopOptions {
     QString bundleIdentifier; // of this program: its name on the bus and its defaults domain
-    QString
-        rootFolder; // below which absolute bundle paths lie; empty: $PARLO_ROOT, else the installed default
+    // Below which absolute bundle paths lie. Empty: $PARLO_ROOT; without it the user's own data folder
+    // "parlo", then the folder of this library, beside which an installation has its bundles.
+    QString rootFolder;
     QString defaultsFolder;  // where defaults are kept; empty: the desktop's configuration folder
     QString documentsFolder; // empty: the desktop's Documents folder
-    QString pluginResources; // folder of the plug-in's resources; empty: the installed one below the root
+    QString pluginResources; // folder of the plug-in's resources; empty: the installed one below a root
 };
 // The services of a real desktop. Needs an application object. Claims the bundle identifier on the session
 // bus when the event loop first runs, or as soon as there is a bus; a name that another process holds is left

@@ -2,12 +2,38 @@
 #include "platform/services/Services.h"
 #include "standin/agent/PluginAgent.h"
 
-#include <QApplication>
+#include <QCoreApplication>
+#include <QTimer>
+
+namespace {
+
+// It belongs to a session: it ends when the bus has been away at two looks. One look alone may fall into the
+// moment in which a bus is started again.
+class SessionWatch {
+public:
+    SessionWatch() {
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { look(); });
+        m_timer.start(interval);
+    }
+
+private:
+    void look() {
+        const bool isThere = !platform::services().workspace->runningApplications().isEmpty();
+        if (!isThere && m_wasAway)
+            QCoreApplication::quit();
+        m_wasAway = !isThere;
+    }
+
+    static constexpr std::chrono::seconds interval{10};
+    QTimer m_timer;
+    bool m_wasAway = false;
+};
+
+} // namespace
 
 int main(int argc, char **argv) {
-    QApplication application(argc, argv);
-    QApplication::setApplicationName(u"parlo-agent"_s);
-    QApplication::setQuitOnLastWindowClosed(false);
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(u"parlo-agent"_s);
     const QString identifier = u"com.parlo.vOutlookPluginAgent"_s;
     platform::DesktopOptions options;
     platform::setServices(platform::makeDesktopServices(options));
@@ -16,5 +42,6 @@ int main(int argc, char **argv) {
     options.bundleIdentifier = identifier;
     platform::setServices(platform::makeDesktopServices(options));
     const pluginagent::PluginAgent agent;
-    return QApplication::exec();
+    const SessionWatch watch;
+    return QCoreApplication::exec();
 }

@@ -17,9 +17,9 @@ int main(int argc, char **argv) {
         return options ? 0 : 2;
     }
     mailhost::HostApplication host(*options);
+    host.installDesktopServices();
     if (!host.installBundle(&error))
         QTextStream(stderr) << error << '\n';
-    host.installDesktopServices();
     host.start();
     QString problem;
     const bool opened = host.openCalendar(&problem);

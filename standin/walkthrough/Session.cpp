@@ -61,8 +61,8 @@ bool Session::start() {
     }
     m_host = std::make_unique<mailhost::HostApplication>(m_options);
     QString error;
-    const bool installed = m_host->installBundle(&error);
     m_host->installDesktopServices();
+    const bool installed = m_host->installBundle(&error);
     m_report = std::make_unique<Report>(m_out);
     if (m_session.kill)
         m_report->expect(*m_session.kill);

@@ -29,6 +29,11 @@ QString program(const char *name) {
     return QDir(qEnvironmentVariable("PARLO_BIN")).filePath(QString::fromLatin1(name));
 }
 
+// Installed programs find everything by themselves.
+bool isInstallation() {
+    return !qEnvironmentVariableIsSet("PARLO_ROOT");
+}
+
 } // namespace
 
 std::ostream &operator<<(std::ostream &out, const Programs &programs) {
@@ -49,7 +54,8 @@ void Desktop::SetUp() {
     platform::setServices(platform::makeDesktopServices(options));
     observe(true, requestChannel);
     observe(false, answerChannel);
-    walkthrough::makeRoot(path(u"root"_s), qEnvironmentVariable("PARLO_ROOT"));
+    if (!isInstallation())
+        walkthrough::makeRoot(path(u"root"_s), qEnvironmentVariable("PARLO_ROOT"));
     writeCalendar();
     ASSERT_TRUE(startClient());
     ASSERT_TRUE(startHost());
@@ -97,7 +103,8 @@ QProcessEnvironment Desktop::environment() const {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"DISPLAY"_s, screen.display());
     environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
-    environment.insert(u"PARLO_ROOT"_s, path(u"root"_s));
+    if (!isInstallation())
+        environment.insert(u"PARLO_ROOT"_s, path(u"root"_s));
     for (const char *name :
          {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"}) {
         const QString folder = path(QString::fromLatin1(name));

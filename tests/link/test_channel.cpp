@@ -1,5 +1,6 @@
 // The envelope of messages to the client and the agent.
 #include "plugin/link/channel/vlIPCChannel.h"
+#include "plugin/link/discovery/vlAppHelper.h"
 #include "tests/link/LinkFixture.h"
 
 class Channel : public LinkTest {};
@@ -11,6 +12,17 @@ TEST_F(Channel, AMessageIsAnEnvelopeOfActionIdAndContent) {
     EXPECT_EQ(posted(), (QList<platform::TextMap>{{{"actionId", "0"}, {"content", "a;b"}},
                                                   {{"actionId", "4294967295"}, {"content", ""}}}));
     EXPECT_EQ(posted("vOutlookPluginToVOutlookPluginAgent"), (QList<platform::TextMap>{{{"actionId", "2"}}}));
+}
+
+TEST_F(Channel, AMessageStartsTheAgentUnlessItRuns) {
+    vlIPCChannel::sendIPCMessageToPluginAgent(2, QString());
+    EXPECT_TRUE(desktop.workspace->launched.isEmpty()) << "it is not installed";
+    installBundle(desktop, kVlPluginAgentIdentify, kPathVlPluginAgent, {});
+    vlIPCChannel::sendIPCMessageToPluginAgent(2, QString());
+    desktop.workspace->running.append(kVlPluginAgentIdentify);
+    vlIPCChannel::sendIPCMessageToPluginAgent(2, QString());
+    EXPECT_EQ(desktop.workspace->launched, QStringList{kVlPluginAgentIdentify});
+    EXPECT_EQ(posted("vOutlookPluginToVOutlookPluginAgent").size(), 3);
 }
 
 TEST_F(Channel, AnAnswerThatIsForNoRequestChangesNothing) {

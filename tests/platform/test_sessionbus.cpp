@@ -1,8 +1,10 @@
 // What only a real bus can do to the desktop's services.
 #include "platform/services/Services.h"
+#include "platform/services/propertylist/PropertyList.h"
 #include "tests/platform/PrivateBus.h"
 #include "tests/support/Warnings.h"
 
+#include <QDir>
 #include <gtest/gtest.h>
 
 namespace {
@@ -56,6 +58,24 @@ TEST_F(SessionBusTest, ProgramsHearEachOtherAndSeeEachOtherRunning) {
     ASSERT_TRUE(waitFor([this] { return heard.size() == 2; })) << "a poster that ends at once must be heard";
     EXPECT_EQ(heard, (QStringList{u"1"_s, u"2"_s}));
     EXPECT_TRUE(waitFor([&one] { return one.workspace->runningApplications() == QStringList{thisProgram}; }));
+}
+
+TEST_F(SessionBusTest, WhatIsPostedAfterALaunchReachesTheLaunchedProgram) {
+    ASSERT_TRUE(bus.start());
+    Services one = desktopOf({});
+    const QString contents = folder.path() + u"/Applications/Other.app/Contents"_s;
+    ASSERT_TRUE(QDir().mkpath(contents + u"/MacOS"_s));
+    ASSERT_TRUE(platform::PropertyList::write(
+        contents + u"/Info.plist"_s,
+        QVariantMap{{u"CFBundleIdentifier"_s, otherProgram}, {u"CFBundleExecutable"_s, u"true"_s}}));
+    ASSERT_TRUE(QFile::link(u"/bin/true"_s, contents + u"/MacOS/true"_s));
+    ASSERT_TRUE(one.workspace->launchApplication(otherProgram));
+    post(one, u"1"_s);
+    post(one, u"2"_s);
+    Services two = desktopOf(otherProgram); // in the place of the program, which is slow to start
+    observe(two);
+    EXPECT_TRUE(waitFor([this] { return heard.size() == 2; }));
+    EXPECT_EQ(heard, (QStringList{u"1"_s, u"2"_s}));
 }
 
 TEST_F(SessionBusTest, ABusThatComesLateOrAgainIsUsed) {

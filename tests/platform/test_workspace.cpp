@@ -1,6 +1,8 @@
 // Applications as folders, without a bus.
 #include "platform/services/Services.h"
+#include "platform/services/bus/SessionBus.h"
 #include "platform/services/propertylist/PropertyList.h"
+#include "platform/services/workspace/DesktopWorkspace.h"
 #include "tests/platform/PrivateBus.h"
 #include "tests/platform/TestFolder.h"
 #include "tests/support/TestServices.h"
@@ -72,6 +74,24 @@ TEST_F(WorkspaceTest, BundlesAreFoundByIdentifierAlsoInAProductsFolder) {
     EXPECT_FALSE(workspace.isFilePackage(u"/Applications"_s));
     ASSERT_TRUE(QDir(folder.path() + u"/Applications/Some App.app"_s).removeRecursively());
     EXPECT_TRUE(workspace.pathForBundleIdentifier(u"com.parlo.some"_s).isNull()) << "every call looks again";
+}
+
+TEST_F(WorkspaceTest, AnEarlierRootTakesPrecedenceAndGetsWhatIsNew) {
+    const QString own = folder.path(u"own"_s);
+    putBundle(u"/own/Applications/Mine.app"_s, u"com.parlo.mine"_s, u"run"_s);
+    putBundle(u"/own/Applications/Both.app"_s, u"com.parlo.both"_s, u"run"_s);
+    putBundle(u"/Applications/Both.app"_s, u"com.parlo.both"_s, u"run"_s);
+    putBundle(u"/Applications/Installed.app"_s, u"com.parlo.installed"_s, u"run"_s);
+    const platform::DesktopWorkspace workspace(
+        std::make_shared<platform::SessionBus>(QString(), [](const QString &, const platform::TextMap &) {}),
+        {own, folder.path()}, {});
+    EXPECT_EQ(workspace.resolve(u"/Applications/Both.app"_s), own + u"/Applications/Both.app"_s);
+    EXPECT_EQ(workspace.resolve(u"/Applications/Installed.app"_s),
+              folder.path() + u"/Applications/Installed.app"_s);
+    EXPECT_EQ(workspace.resolve(u"/Applications/New.app"_s), own + u"/Applications/New.app"_s);
+    for (const QString &name : {u"Mine"_s, u"Both"_s, u"Installed"_s})
+        EXPECT_EQ(workspace.pathForBundleIdentifier(u"com.parlo."_s + name.toLower()),
+                  u"/Applications/%1.app"_s.arg(name));
 }
 
 TEST_F(WorkspaceTest, AnExecutableIsAFileInItsBundleThatMayBeRun) {

@@ -58,12 +58,15 @@ SessionBus::SessionBus(const QString &ownName, Receiver receiver)
     QObject::connect(&m_timeout, &QTimer::timeout, &m_timeout, [this] { process(); });
     m_retry.setSingleShot(true);
     QObject::connect(&m_retry, &QTimer::timeout, &m_retry, [this] { open(); });
+    m_holdEnd.setSingleShot(true);
+    QObject::connect(&m_holdEnd, &QTimer::timeout, &m_holdEnd, [this] { sendHeld(); });
     open();
     // A program that posts something and ends at once, without an event loop, must have been heard.
     waitUntilReady();
 }
 
 SessionBus::~SessionBus() {
+    m_awaited.reset();
     m_matches.clear();
 }
 
@@ -124,6 +127,7 @@ void SessionBus::lost(int error) {
     m_isReady = false;
     m_readable.reset();
     m_writable.reset();
+    m_awaited.reset();
     m_matches.clear();
     m_bus.reset();
     if (!m_lossWasLogged)
@@ -224,6 +228,10 @@ void SessionBus::watchDescriptor(int descriptor, int events) {
 // Notifications
 
 QString SessionBus::send(const QString &name, const QString &sender, const TextMap &userInfo) {
+    if (m_holdEnd.isActive()) {
+        m_held.enqueue({name, sender, userInfo});
+        return {};
+    }
     int sent = m_bus ? trySend(name, sender, userInfo) : -ENOTCONN;
     if (m_bus && sd_bus_is_open(m_bus.get()) <= 0) { // gone, and noticed only now
         sent = -ENOTCONN;
@@ -240,6 +248,38 @@ int SessionBus::trySend(const QString &name, const QString &sender, const TextMa
     const int made = makeNotificationSignal(m_bus.get(), name, sender, userInfo, &message);
     const Message owner(message);
     return made < 0 ? made : sd_bus_send(m_bus.get(), message, nullptr);
+}
+
+void SessionBus::holdUntilOwned(const QString &name) {
+    if (!m_bus)
+        return;
+    const QByteArray rule = "type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',"
+                            "interface='org.freedesktop.DBus',member='NameOwnerChanged',arg0='" +
+                            name.toUtf8() + '\'';
+    sd_bus_slot *slot = nullptr;
+    if (sd_bus_add_match_async(m_bus.get(), &slot, rule.constData(), onOwnerChanged, onMatchAnswer, this) < 0)
+        return;
+    m_awaited.reset(slot);
+    m_holdEnd.start(longestHold);
+    watch();
+}
+
+int SessionBus::onOwnerChanged(sd_bus_message *change, void *self, sd_bus_error *) {
+    const char *name = nullptr;
+    const char *before = nullptr;
+    const char *now = nullptr;
+    if (sd_bus_message_read(change, "sss", &name, &before, &now) > 0 && *now)
+        static_cast<SessionBus *>(self)->m_holdEnd.start(0ms);
+    return 0;
+}
+
+void SessionBus::sendHeld() {
+    m_awaited.reset();
+    for (const Held &next : std::exchange(m_held, {})) {
+        const QString refusal = send(next.name, next.sender, next.userInfo);
+        if (!refusal.isNull())
+            qWarning("notification \"%s\" dropped: %s", qPrintable(next.name), qPrintable(refusal));
+    }
 }
 
 void SessionBus::observe(const QString &name) {

@@ -23,6 +23,7 @@ class SessionBus {
 public:
     using Receiver = std::function<void(const QString &name, const TextMap &userInfo)>;
     static constexpr std::chrono::milliseconds patience{500};
+    static constexpr std::chrono::milliseconds longestHold{3000};
 
     // Claims `ownName`, unless it is empty, when the event loop first runs: whoever sees the name may send
     // something, and what the program observes is in place by then. A name that another process holds is left
@@ -41,6 +42,9 @@ public:
     [[nodiscard]] QStringList ownedNames();
     // The process that owns the name; 0 when unknown.
     [[nodiscard]] qint64 processOwning(const QString &name);
+    // A program is being started that will own the name: what is sent from now on is held back until it owns
+    // it, because only then it hears, or until `longestHold` has passed. The order stays.
+    void holdUntilOwned(const QString &name);
 
 private:
     template<typename Type, Type *(*release)(Type *)>
@@ -62,6 +66,11 @@ private:
         QString name;
         TextMap userInfo;
     };
+    struct Held {
+        QString name;
+        QString sender;
+        TextMap userInfo;
+    };
 
     void open();
     int prepare(sd_bus *bus);
@@ -75,10 +84,12 @@ private:
     void watchDescriptor(int descriptor, int events);
     void addMatch(const QString &name);
     void claimName();
+    void sendHeld();
     [[nodiscard]] int trySend(const QString &name, const QString &sender, const TextMap &userInfo);
     [[nodiscard]] Message call(const char *member, const QString *argument);
 
     static int onMessage(sd_bus_message *message, void *self, sd_bus_error *);
+    static int onOwnerChanged(sd_bus_message *change, void *self, sd_bus_error *);
     static int onNameAnswer(sd_bus_message *answer, void *self, sd_bus_error *);
 
     const QByteArray m_ownName;
@@ -87,6 +98,8 @@ private:
     std::map<QString, Slot> m_matches;
     QStringList m_observed;
     QQueue<Received> m_received;
+    Slot m_awaited; // the change of owner that ends holding back
+    QQueue<Held> m_held;
     bool m_isReady = false;
     bool m_claims = false; // from the first turn of the event loop on
     bool m_lossWasLogged = false;
@@ -94,6 +107,7 @@ private:
     Notifier m_writable;
     QTimer m_timeout; // what the library wants to do by itself, or is left to do
     QTimer m_retry;
+    QTimer m_holdEnd; // active: what is sent is held back
     std::chrono::milliseconds m_retryDelay;
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };

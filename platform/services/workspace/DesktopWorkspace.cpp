@@ -12,6 +12,7 @@
 #include <QStandardPaths>
 #include <QUrl>
 #include <QWidget>
+#include <algorithm>
 
 namespace platform {
 
@@ -41,17 +42,28 @@ QWidget *windowToShow() {
 
 } // namespace
 
-DesktopWorkspace::DesktopWorkspace(std::shared_ptr<SessionBus> bus, const QString &root,
+DesktopWorkspace::DesktopWorkspace(std::shared_ptr<SessionBus> bus, const QStringList &roots,
                                    const QString &documents)
     : m_bus(std::move(bus))
-    , m_root(root)
+    , m_roots(roots)
     , m_documents(documents) {
-    while (m_root.endsWith(u'/'))
-        m_root.chop(1);
+    for (QString &root : m_roots)
+        while (root.endsWith(u'/'))
+            root.chop(1);
 }
 
 QString DesktopWorkspace::resolve(const QString &path) const {
-    return belowRoot(m_root, path);
+    const QStringList places = everyPlaceOf(path);
+    const auto found = std::find_if(places.begin(), places.end(),
+                                    [](const QString &place) { return QFileInfo::exists(place); });
+    return found == places.end() ? places.first() : *found;
+}
+
+QStringList DesktopWorkspace::everyPlaceOf(const QString &path) const {
+    QStringList places;
+    for (const QString &root : m_roots)
+        places.append(belowRoot(root, path));
+    return places;
 }
 
 QVariantMap DesktopWorkspace::infoOf(const QString &bundlePath) const {
@@ -81,15 +93,19 @@ QString DesktopWorkspace::bundleOfProcess(qint64 process, const QString &identif
     if (end < 0)
         return {};
     const QString bundle = executable.first(end);
-    const QString root = QFileInfo(m_root).canonicalFilePath();
-    const QString path =
-        !root.isEmpty() && bundle.startsWith(root + QLatin1Char('/')) ? bundle.sliced(root.size()) : bundle;
+    QString path = bundle;
+    for (const QString &folder : m_roots) {
+        const QString root = QFileInfo(folder).canonicalFilePath();
+        if (!root.isEmpty() && bundle.startsWith(root + QLatin1Char('/')))
+            path = bundle.sliced(root.size());
+    }
     return rt::textValue(infoOf(path).value(identifierKey)) == identifier ? path : QString();
 }
 
 QString DesktopWorkspace::bundleBelow(const QString &folder, const QString &identifier, int depth) const {
-    const QStringList names =
-        QDir(resolve(folder + QLatin1Char('/'))).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    QStringList names;
+    for (const QString &place : everyPlaceOf(folder + QLatin1Char('/')))
+        names += QDir(place).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
     for (const QString &name : names) {
         const QString path = folder + QLatin1Char('/') + name;
         const bool isBundle = isFilePackage(path);
@@ -119,7 +135,11 @@ QStringList DesktopWorkspace::runningApplications() const {
 
 bool DesktopWorkspace::launchApplication(const QString &identifier) {
     const QString path = pathForBundleIdentifier(identifier);
-    return !path.isNull() && startProcess(executablePath(path), {});
+    const QString executable = path.isNull() ? QString() : executablePath(path);
+    if (executable.isEmpty())
+        return false;
+    m_bus->holdUntilOwned(identifier);
+    return startProcess(executable, {});
 }
 
 bool DesktopWorkspace::startProcess(const QString &executable, const QStringList &arguments) {

@@ -1,4 +1,4 @@
-// Applications as folders below the root folder and as names on the session bus.
+// Applications as folders below the root folders and as names on the session bus.
 #pragma once
 
 #include "platform/services/workspace/Workspace.h"
@@ -12,8 +12,9 @@ class SessionBus;
 
 class DesktopWorkspace : public Workspace {
 public:
-    // An empty `documents` stands for the desktop's Documents folder.
-    DesktopWorkspace(std::shared_ptr<SessionBus> bus, const QString &root, const QString &documents);
+    // REQUIRES: `roots` is not empty. What lies below an earlier one takes precedence. An empty `documents`
+    // stands for the desktop's Documents folder.
+    DesktopWorkspace(std::shared_ptr<SessionBus> bus, const QStringList &roots, const QString &documents);
     [[nodiscard]] QString resolve(const QString &path) const override;
     [[nodiscard]] QString pathForBundleIdentifier(const QString &identifier) const override;
     [[nodiscard]] bool isFilePackage(const QString &path) const override;
@@ -29,11 +30,12 @@ public:
 
 private:
     [[nodiscard]] QVariantMap infoOf(const QString &bundlePath) const;
+    [[nodiscard]] QStringList everyPlaceOf(const QString &path) const;
     [[nodiscard]] QString bundleOfProcess(qint64 process, const QString &identifier) const;
     [[nodiscard]] QString bundleBelow(const QString &folder, const QString &identifier, int depth) const;
 
     std::shared_ptr<SessionBus> m_bus;
-    QString m_root; // without a trailing "/"
+    QStringList m_roots; // without a trailing "/"
     QString m_documents;
 };
 

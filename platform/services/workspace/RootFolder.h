@@ -1,4 +1,4 @@
-// Where the system's absolute bundle paths lie on this machine.
+// Where the system's absolute bundle paths lie below a folder of this machine.
 #pragma once
 
 #include "platform/Literals.h"

@@ -7,14 +7,15 @@
 namespace platform {
 
 // Paths given to and answered by this class are the system's own absolute paths ("/Applications/Some.app");
-// resolve() turns one into the path where it lies on this machine, below the root folder. The other services
+// resolve() turns one into the path where it lies on this machine, below a root folder. The other services
 // take resolved or plain paths. Nothing is cached: every call looks again. Main thread only.
 class Workspace {
 public:
     virtual ~Workspace() = default;
 
-    // Below the root folder when `path` begins with "/Applications/" or "/Users/Shared/"; otherwise the path
-    // itself. A leading "~" is not expanded.
+    // Below a root folder when `path` begins with "/Applications/" or "/Users/Shared/"; otherwise the path
+    // itself. Of several root folders the first that has the path; if none has it, the first, which is the
+    // one that the user may write to. A leading "~" is not expanded.
     [[nodiscard]] virtual QString resolve(const QString &path) const = 0;
     // The (unresolved) path of the application with that bundle identifier: first among the running ones that
     // have announced it, else among the bundles in "/Applications" and "/Users/Shared". A null text when
@@ -27,7 +28,8 @@ public:
     [[nodiscard]] virtual QString executablePath(const QString &bundlePath) const = 0;
     // The bundle identifiers of the applications that run now: the well-known names owned on the session bus.
     [[nodiscard]] virtual QStringList runningApplications() const = 0;
-    // Starts the application asynchronously; false when there is no such application.
+    // Starts the application asynchronously; false when there is no such application. Notifications posted
+    // from now on reach it.
     virtual bool launchApplication(const QString &identifier) = 0;
     // Starts a process of the (resolved) executable, detached; whether it started.
     virtual bool startProcess(const QString &executable, const QStringList &arguments) = 0;

@@ -20,5 +20,8 @@ void vlIPCChannel::sendIPCMessageToVelaClient(quint32 actionId, const QString &c
 }
 
 void vlIPCChannel::sendIPCMessageToPluginAgent(quint32 actionId, const QString &content) {
+    platform::Workspace &workspace = *platform::services().workspace;
+    if (!workspace.runningApplications().contains(kVlPluginAgentIdentify))
+        workspace.launchApplication(kVlPluginAgentIdentify);
     postEnvelope(VL_IPC_OUTLOOKPLUGIN_TO_PLUGINAGENT, actionId, content);
 }

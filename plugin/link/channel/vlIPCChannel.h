@@ -16,10 +16,13 @@ inline const QString kIPCNotifyVelaClientToOutlookPluginAgent = u"VelaVideoClien
 inline const QString kNoti_ActivateVelaApplicationExternally = u"Noti_ActivateVelaApplicationExternally"_s;
 inline const QString kParam_ActivateVelaApplicationExternally = u"Param_ActivateVelaApplicationExternally"_s;
 
+inline const QString kVlPluginAgentIdentify = u"com.parlo.vOutlookPluginAgent"_s;
+
 // Posts {"actionId": decimal, "content": text}; a null content leaves its entry out. Returns at once; what
 // nobody hears is lost without a sign.
 class vlIPCChannel {
 public:
     static void sendIPCMessageToVelaClient(quint32 actionId, const QString &content);
+    // Starts the agent first when it is installed and does not run.
     static void sendIPCMessageToPluginAgent(quint32 actionId, const QString &content);
 };

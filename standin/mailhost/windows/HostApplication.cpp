@@ -1,6 +1,7 @@
 #include "standin/mailhost/windows/HostApplication.h"
 
 #include "platform/runtime/Loading.h"
+#include "platform/services/Services.h"
 #include "platform/services/storage/WholeFile.h"
 #include "platform/toolkit/Windows.h"
 #include "standin/mailhost/model/Bind.h"
@@ -76,10 +77,8 @@ void HostApplication::defineClasses() {
 }
 
 bool HostApplication::installBundle(QString *error) const {
-    const QString root = qEnvironmentVariable("PARLO_ROOT");
-    if (root.isEmpty())
-        return true;
-    const QString path = root + u"/Applications/Parlo Host.app/Contents/Info.plist"_s;
+    const QString path =
+        platform::services().workspace->resolve(u"/Applications/Parlo Host.app/Contents/Info.plist"_s);
     const QByteArray information = bundleInformation(m_options.hostVersion);
     QFile existing(path);
     if (existing.open(QIODevice::ReadOnly) && existing.readAll() == information)
@@ -195,13 +194,10 @@ bool HostApplication::loadPlugin(QString *error) const {
         return true;
     if (!m_options.pluginPath.isEmpty())
         return rt::loadImage(m_options.pluginPath, error);
-    const QString file = u"ParloMeetings.so"_s;
-    const QStringList places{QCoreApplication::applicationDirPath() + u"/../lib/"_s,
-                             qEnvironmentVariable("PARLO_ROOT") +
-                                 u"/Users/Shared/ParloMeetingsOutlookPlugin/"_s};
-    for (const QString &place : places)
-        if (QFile::exists(place + file))
-            return rt::loadImage(place + file, error);
+    const QString installed = platform::services().workspace->resolve(
+        u"/Users/Shared/ParloMeetingsOutlookPlugin/ParloMeetings.bundle/Contents/MacOS/ParloMeetings.so"_s);
+    if (QFile::exists(installed))
+        return rt::loadImage(installed, error);
     *error = QObject::tr("The plug-in is not installed. Name it with --plugin, or start with --no-plugin.");
     return false;
 }

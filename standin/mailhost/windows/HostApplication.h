@@ -18,8 +18,8 @@ public:
 
     // Defines the classes of the host's object model; once is enough, again does nothing.
     static void defineClasses();
-    // Below the root folder ($PARLO_ROOT) there is then this program's bundle with the chosen version. False
-    // with a sentence in `error` when it cannot be written. Without a root folder nothing is written.
+    // Below the root folder there is then this program's bundle with the chosen version. False with a
+    // sentence in `error` when it cannot be written. After the services are filled.
     bool installBundle(QString *error) const;
     // Fills the platform's services with the desktop's.
     void installDesktopServices() const;
