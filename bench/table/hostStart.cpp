@@ -30,11 +30,8 @@ int main(int argc, char **argv) {
     QElapsedTimer timer;
     timer.start();
     const QApplication application(argc, argv);
-    QString error, help;
-    const auto options = mailhost::parseArguments(QApplication::arguments(), &error, &help);
-    if (!options)
-        qFatal("%s", qPrintable(error));
-    mailhost::HostApplication host(*options);
+    QString error;
+    mailhost::HostApplication host(mailhost::optionsFromArguments());
     host.installDesktopServices();
     host.start();
     if (!host.openCalendar(&error))

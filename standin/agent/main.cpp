@@ -1,8 +1,8 @@
 // The stand-in plug-in agent: a process without a window.
 #include "platform/services/Services.h"
 #include "standin/agent/PluginAgent.h"
+#include "standin/program/Program.h"
 
-#include <QCoreApplication>
 #include <QTimer>
 
 namespace {
@@ -32,8 +32,10 @@ private:
 } // namespace
 
 int main(int argc, char **argv) {
-    const QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName(u"parlo-agent"_s);
+    const auto application = program::makeWindowlessApplication(argc, argv, u"parlo-agent"_s);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(u"Finds and starts the meeting client for the calendar's plug-in."_s);
+    program::parse(parser);
     const QString identifier = u"com.parlo.vOutlookPluginAgent"_s;
     platform::DesktopOptions options;
     platform::setServices(platform::makeDesktopServices(options));

@@ -1,37 +1,44 @@
+#include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/HostApplication.h"
 #include "standin/mailhost/windows/MessageBoxes.h"
+#include "standin/program/Program.h"
 
 #include <QApplication>
-#include <QTextStream>
-#include <QTimer>
+
+namespace {
+
+int refuseCalendar(const QString &problem) {
+    program::complain(problem);
+    if (program::isReadOnTerminal())
+        return program::CannotOpen;
+    const std::unique_ptr<QMessageBox> box(
+        mailhost::makeMessage(nullptr, mailhost::controls::errorMessage,
+                              QObject::tr("The calendar could not be opened."), problem));
+    box->setIcon(QMessageBox::Warning);
+    box->exec();
+    return program::CannotOpen;
+}
+
+} // namespace
 
 int main(int argc, char **argv) {
-    QApplication application(argc, argv);
-    QApplication::setApplicationName(u"parlo-host"_s);
-    QApplication::setApplicationDisplayName(u"Parlo Host"_s);
-    QString error, help;
-    const std::optional<mailhost::HostOptions> options =
-        mailhost::parseArguments(QApplication::arguments(), &error, &help);
-    if (!options || !help.isEmpty()) {
-        QTextStream(options ? stdout : stderr) << (options ? help : error + u'\n');
-        return options ? 0 : 2;
-    }
-    mailhost::HostApplication host(*options);
+    QGuiApplication::setApplicationDisplayName(u"Parlo Host"_s);
+    const auto application = program::makeApplication(argc, argv, u"parlo-host"_s);
+    mailhost::HostApplication host(mailhost::optionsFromArguments());
     host.installDesktopServices();
+    QString error;
     if (!host.installBundle(&error))
-        QTextStream(stderr) << error << '\n';
+        program::complain(error);
     host.start();
     QString problem;
-    const bool opened = host.openCalendar(&problem);
+    if (!host.openCalendar(&problem))
+        return refuseCalendar(problem);
     host.show();
     // The plug-in joins a program that is complete: its classes, its services and its main window are there.
-    QString pluginError;
-    const bool loaded = host.loadPlugin(&pluginError);
-    if (!loaded)
-        QTextStream(stderr) << pluginError << '\n';
-    if (!opened || !loaded)
-        mailhost::showErrorMessage(
-            host.mainWindowController()->window(),
-            !opened ? problem : QObject::tr("The plug-in could not be loaded: %1").arg(pluginError));
+    if (!host.loadPlugin(&error)) {
+        program::complain(error);
+        mailhost::showErrorMessage(host.mainWindowController()->window(),
+                                   QObject::tr("The plug-in could not be loaded: %1").arg(error));
+    }
     return QApplication::exec();
 }

@@ -3,12 +3,11 @@
 #include "standin/meetingclient/ClientLink.h"
 #include "standin/meetingclient/ClientWindow.h"
 #include "standin/meetingclient/People.h"
+#include "standin/program/Program.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QDir>
 #include <QStandardPaths>
-#include <cstdio>
 
 namespace {
 
@@ -29,18 +28,15 @@ int tell(const QString &rule) {
     const bool known =
         rule == meetingclient::controlExit ||
         (meetingclient::isOrder(rule) ? meetingclient::obey(tried, rule, &error) : check.add(rule, &error));
-    if (!known) {
-        std::fprintf(stderr, "%s\n", qPrintable(error));
-        return 2;
-    }
+    if (!known)
+        program::refuse(error);
     platform::services().distributedNotifications->post(meetingclient::controlNotification, QString(),
                                                         {{meetingclient::controlRuleKey, rule}}, true);
     return 0;
 }
 
-void describe(QCommandLineParser &parser) {
+void addOptions(QCommandLineParser &parser) {
     parser.setApplicationDescription(u"The meeting client that the plug-in talks to."_s);
-    parser.addHelpOption();
     parser.addOption({u"data"_s, u"Keep meetings, profile and accounts in <file>."_s, u"file"_s});
     parser.addOption({u"rule"_s,
                       u"Do something to answers: \"delay schedule 5000\", \"drop get\", \"repeat update 3\", "
@@ -58,11 +54,10 @@ void describe(QCommandLineParser &parser) {
 } // namespace
 
 int main(int argc, char **argv) {
-    QApplication application(argc, argv);
-    QApplication::setApplicationName(u"parlo-client"_s);
+    const auto application = program::makeApplication(argc, argv, u"parlo-client"_s, {u"--tell"_s});
     QCommandLineParser parser;
-    describe(parser);
-    parser.process(application);
+    addOptions(parser);
+    program::parse(parser);
 
     // A process that only passes something on does not take the client's place on the bus.
     platform::DesktopOptions options;
@@ -86,10 +81,8 @@ int main(int argc, char **argv) {
     meetingclient::AnswerRules rules;
     for (const QString &rule : parser.values(u"rule"_s)) {
         QString error;
-        if (!rules.add(rule, &error)) {
-            std::fprintf(stderr, "%s\n", qPrintable(error));
-            return 2;
-        }
+        if (!rules.add(rule, &error))
+            program::refuse(error);
     }
     meetingclient::ClientLink link(store, service, rules);
     meetingclient::ClientWindow window(store, rules);
@@ -101,7 +94,7 @@ int main(int argc, char **argv) {
                      [&window](const QString &url) { window.bringToFront(url); });
     QObject::connect(&link, &Link::instantMeetingStarted, &window,
                      [&window](bool video, const QString &url) { window.showInstantMeeting(video, url); });
-    QObject::connect(&link, &Link::quitRequested, &application, [] { std::_Exit(0); });
+    QObject::connect(&link, &Link::quitRequested, application.get(), [] { std::_Exit(0); });
     if (!parser.isSet(u"background"_s))
         window.show();
     return QApplication::exec();

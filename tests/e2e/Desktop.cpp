@@ -120,9 +120,18 @@ bool Desktop::startClient() {
     if (GetParam().answersLate)
         arguments += {u"--rule"_s, slowly};
     m_client.setProcessEnvironment(environment());
-    return m_client.run(program("parlo-client"), arguments) && waitFor([] {
-               return platform::services().workspace->runningApplications().contains(clientIdentifier);
-           });
+    return m_client.run(program("parlo-client"), arguments) && waitFor(isClientRunning);
+}
+
+void Desktop::endClient() {
+    Child order;
+    order.setProcessEnvironment(environment());
+    ASSERT_TRUE(order.run(program("parlo-client"), {u"--tell"_s, u"exit"_s}));
+    ASSERT_TRUE(waitFor([] { return !isClientRunning(); }));
+}
+
+bool Desktop::isClientRunning() {
+    return platform::services().workspace->runningApplications().contains(clientIdentifier);
 }
 
 bool Desktop::startHost() {

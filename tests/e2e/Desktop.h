@@ -50,6 +50,10 @@ protected:
     // Everything by keys: open, add, save, close.
     void giveMeeting(const QString &subject);
 
+    // Ends the client; it stays installed.
+    void endClient();
+    [[nodiscard]] static bool isClientRunning();
+
     // Whether the window of that title gets active within the usual time.
     ::testing::AssertionResult becomesActive(const QString &title);
     static QString unchanged(const QString &subject) { return subject + u" — Appointment"_s; }

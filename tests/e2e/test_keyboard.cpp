@@ -59,6 +59,17 @@ TEST_P(Keyboard, RenamesTheTileAfterADrag) {
     EXPECT_TRUE(waitFor([this] { return inFile(u"first"_s).summary == u"Dragged"_s; }));
 }
 
+// Nothing but the host runs: the newer host asks the agent, which is only installed, too.
+TEST_P(Keyboard, LaunchesTheClientThatIsOnlyInstalled) {
+    ASSERT_NO_FATAL_FAILURE(endClient());
+    ASSERT_NO_FATAL_FAILURE(open(u"First"_s));
+    screen.press(u"alt+i"_s);
+    ASSERT_TRUE(waitFor([this] { return screen.activeWindow() == u"Parlo Host"_s; })) << "no alert";
+    screen.press(u"Return"_s);
+    ASSERT_TRUE(waitFor(isClientRunning));
+    ASSERT_NO_FATAL_FAILURE(endClient());
+}
+
 INSTANTIATE_TEST_SUITE_P(All, Keyboard,
                          testing::Values(olderHost, newerHost, olderHostLateAnswers, newerHostLateAnswers));
 

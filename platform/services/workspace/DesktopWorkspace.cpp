@@ -152,6 +152,7 @@ bool DesktopWorkspace::startProcess(const QString &executable, const QStringList
     // It outlives this process, and must not hold open a pipe that somebody reads our output from.
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
     return process.startDetached();
 }
 

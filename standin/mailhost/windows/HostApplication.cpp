@@ -8,6 +8,7 @@
 #include "standin/mailhost/model/HostContext.h"
 #include "standin/mailhost/store/SampleCalendar.h"
 #include "standin/mailhost/windows/MessageBoxes.h"
+#include "standin/program/Program.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -219,7 +220,7 @@ EditorWindowController *HostApplication::openNewAppointment() {
     return EditorWindowController::open().isEmpty() ? nullptr : EditorWindowController::open().last();
 }
 
-std::optional<HostOptions> parseArguments(const QStringList &arguments, QString *error, QString *help) {
+HostOptions optionsFromArguments() {
     QCommandLineParser parser;
     parser.setApplicationDescription(QObject::tr("A mail and calendar program."));
     const QCommandLineOption version(u"host-version"_s, QObject::tr("Generation: 14.1.4, 15.8, 15.9 or 16."),
@@ -233,27 +234,17 @@ std::optional<HostOptions> parseArguments(const QStringList &arguments, QString 
     const QCommandLineOption outbox(u"outbox"_s, QObject::tr("Folder that messages are written to."),
                                     u"folder"_s);
     parser.addOptions({version, noPlugin, plugin, documents, defaults, outbox});
-    const QCommandLineOption helpOption = parser.addHelpOption();
     parser.addPositionalArgument(u"calendar.ics"_s, QObject::tr("The calendar to open."),
                                  u"[calendar.ics]"_s);
-    if (!parser.parse(arguments)) {
-        *error = parser.errorText();
-        return std::nullopt;
-    }
-    if (parser.isSet(helpOption))
-        *help = parser.helpText();
+    program::parse(parser);
     static const QStringList versions{u"14.1.4"_s, u"15.8"_s, u"15.9"_s, u"16"_s};
     HostOptions options;
     options.hostVersion = parser.value(version);
-    if (!versions.contains(options.hostVersion)) {
-        *error = QObject::tr("There is no generation %1. Choose one of %2.")
-                     .arg(options.hostVersion, versions.join(u", "_s));
-        return std::nullopt;
-    }
-    if (parser.positionalArguments().size() > 1) {
-        *error = QObject::tr("Only one calendar can be opened.");
-        return std::nullopt;
-    }
+    if (!versions.contains(options.hostVersion))
+        program::refuse(QObject::tr("There is no generation %1 of the host; choose one of %2")
+                            .arg(options.hostVersion, versions.join(u", "_s)));
+    if (parser.positionalArguments().size() > 1)
+        program::refuse(QObject::tr("Only one calendar can be opened"));
     options.noPlugin = parser.isSet(noPlugin);
     options.pluginPath = parser.value(plugin);
     options.documentsFolder = parser.value(documents);

@@ -61,8 +61,7 @@ private:
     std::vector<std::unique_ptr<MainWindowController>> m_mainWindows; // in order of opening
 };
 
-// The options of a command line. On a mistake a null optional, with a sentence in `error`; `help` gets the
-// usage text when that is asked for.
-std::optional<HostOptions> parseArguments(const QStringList &arguments, QString *error, QString *help);
+// The options of the command line. Ends the process on a mistake, and when help or version is asked for.
+[[nodiscard]] HostOptions optionsFromArguments();
 
 } // namespace mailhost
