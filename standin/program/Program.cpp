@@ -56,14 +56,11 @@ std::unique_ptr<QCoreApplication> makeWindowlessApplication(int &argc, char **ar
 }
 
 void parse(QCommandLineParser &parser) {
-    const QCommandLineOption help = parser.addHelpOption();
-    const QCommandLineOption version = parser.addVersionOption();
+    parser.addHelpOption();
+    parser.addVersionOption();
     if (!parser.parse(QCoreApplication::arguments()))
         refuse(parser.errorText());
-    if (parser.isSet(version))
-        parser.showVersion();
-    if (parser.isSet(help))
-        parser.showHelp();
+    parser.process(QCoreApplication::arguments());
 }
 
 void refuse(const QString &sentence) {
