@@ -1,3 +1,4 @@
+#include "standin/mailhost/store/MailMessage.h"
 #include "standin/mailhost/store/MailText.h"
 #include "tests/mailhoststore/StoreFixture.h"
 

@@ -1,9 +1,12 @@
+// Series, single days of them, and days that follow a changed one.
 #include "tests/mailhoststore/StoreFixture.h"
 
 using namespace mailhost;
 
 namespace {
 
+using Kind = CalendarTime::Kind;
+const QString one = u"one"_s;
 const QByteArray zoned =
     "DTSTART;TZID=Europe/Berlin:20260309T090000\r\nDTEND;TZID=Europe/Berlin:20260309T093000\r\n"
     "RRULE:FREQ=DAILY;COUNT=5\r\nSUMMARY:Round\r\nX-ODD;X-P=\"a;b\":kept\r\n"
@@ -11,25 +14,46 @@ const QByteArray zoned =
 
 class SeriesTest : public StoreTest {
 protected:
-    static QStringList days(const CalendarFile &file) {
-        QStringList found;
+    static QList<Occurrence> occurrences(const CalendarFile &file) {
         const QDateTime from(QDate(2026, 3, 1), QTime(0, 0));
-        for (const Occurrence &occurrence : file.occurrences(from, from.addMonths(2)))
+        return file.occurrences(from, from.addMonths(5));
+    }
+    static QString days(const CalendarFile &file) {
+        QStringList found;
+        for (const Occurrence &occurrence : occurrences(file))
             found.append(occurrence.start.toString(u"MM-dd HH:mm"_s));
-        return found;
+        return found.join(u", "_s);
     }
     static QString instance(const CalendarFile &file, int index) {
-        const QDateTime from(QDate(2026, 3, 1), QTime(0, 0));
-        return file.occurrences(from, from.addMonths(2)).value(index).instanceId;
+        return occurrences(file).value(index).instanceId;
     }
+    // The series with that day of it changed.
     static Appointment day(const CalendarFile &file, const QString &instanceId, int addedSeconds) {
-        Appointment changed = *file.find(u"one"_s);
-        const qint64 length = changed.start.value.secsTo(changed.end.value);
+        Appointment changed = *file.find(one);
         changed.recurrenceId = instanceId;
         changed.recurrenceRule.clear();
         changed.start.value = changed.start.value.addSecs(addedSeconds);
-        changed.end.value = changed.start.value.addSecs(length);
+        changed.end.value = changed.end.value.addSecs(addedSeconds);
         return changed;
+    }
+    // A series, and exceptions of it.
+    [[nodiscard]] std::unique_ptr<CalendarFile> series(const QByteArray &lines,
+                                                       const QByteArray &exceptions = {}) const {
+        return opened("BEGIN:VCALENDAR\r\nVERSION:2.0\r\nBEGIN:VEVENT\r\nUID:one\r\n" + lines +
+                      "\r\nSUMMARY:Round\r\nEND:VEVENT\r\n" + exceptions + "END:VCALENDAR\r\n");
+    }
+    static QByteArray exception(const QByteArray &lines) {
+        return "BEGIN:VEVENT\r\nUID:one\r\n" + lines + "\r\nEND:VEVENT\r\n";
+    }
+    static bool move(CalendarFile &file, const CalendarTime &start) {
+        Appointment changed = *file.find(one);
+        changed.start = changed.end = start;
+        changed.end.value = start.kind == Kind::Date ? start.value.addDays(1) : start.value.addSecs(1800);
+        return file.update(changed);
+    }
+    static CalendarTime berlin(int month, int day, int hour) {
+        return {Kind::Zoned, QDateTime(QDate(2026, month, day), QTime(hour, 0), QTimeZone("Europe/Berlin")),
+                u"Europe/Berlin"_s};
     }
 };
 
@@ -56,9 +80,9 @@ TEST_F(SeriesTest, ADayIsNamedInTheFormOfItsSeries) {
         changed.summary = u"Changed"_s;
         file->add(changed);
         EXPECT_TRUE(saved(*file).contains(QByteArray(form.recurrenceId) + "\r\n")) << saved(*file).data();
-        EXPECT_EQ(days(*file).size(), 2);
-        EXPECT_TRUE(file->remove(u"one"_s, form.first));
-        EXPECT_EQ(days(*file).size(), 1);
+        EXPECT_EQ(occurrences(*file).size(), 2);
+        EXPECT_TRUE(file->remove(one, form.first));
+        EXPECT_EQ(occurrences(*file).size(), 1);
     }
 }
 
@@ -69,60 +93,174 @@ TEST_F(SeriesTest, AChangedDayBeginsAsItsSeriesWithAllThatNobodyHereKnows) {
     EXPECT_EQ(text.count("X-ODD;X-P=\"a;b\":kept"), 2);
     EXPECT_EQ(text.count("X-IN:kept"), 2);
     EXPECT_EQ(text.count("RRULE:FREQ=DAILY"), 1);
-    EXPECT_EQ(days(*file),
-              (QStringList{"03-09 09:00", "03-10 09:00", "03-11 10:00", "03-12 09:00", "03-13 09:00"}));
+    EXPECT_EQ(days(*file), u"03-09 09:00, 03-10 09:00, 03-11 10:00, 03-12 09:00, 03-13 09:00"_s);
 }
 
 TEST_F(SeriesTest, ADeletedDayStaysAwayAndOnlyARealOneCanBeDeleted) {
     auto file = openedEvent(zoned);
-    EXPECT_TRUE(file->remove(u"one"_s, instance(*file, 1)));
-    EXPECT_FALSE(file->remove(u"one"_s, u"20260310T090000"_s)) << "it is gone";
-    EXPECT_FALSE(file->remove(u"one"_s, u"20260310T100000"_s));
-    EXPECT_FALSE(file->remove(u"one"_s, u"rubbish\r\nX-BAD:1"_s));
-    EXPECT_EQ(days(*file), (QStringList{"03-09 09:00", "03-11 09:00", "03-12 09:00", "03-13 09:00"}));
+    EXPECT_TRUE(file->remove(one, instance(*file, 1)));
+    EXPECT_FALSE(file->remove(one, u"20260310T090000"_s)) << "it is gone";
+    EXPECT_FALSE(file->remove(one, u"20260310T100000"_s));
+    EXPECT_FALSE(file->remove(one, u"rubbish\r\nX-BAD:1"_s));
+    EXPECT_EQ(days(*file), u"03-09 09:00, 03-11 09:00, 03-12 09:00, 03-13 09:00"_s);
     EXPECT_TRUE(saved(*file).contains("EXDATE;TZID=Europe/Berlin:20260310T090000\r\n"));
 }
 
-TEST_F(SeriesTest, DeletedAndChangedDaysMoveWithTheirSeries) {
+TEST_F(SeriesTest, ARuleFollowsTheStartOfItsSeries) {
+    const QByteArray start = "DTSTART;TZID=Europe/Berlin:20260309T090000\r\n"; // the second Monday of March
+    const CalendarTime whole{Kind::Date, QDate(2026, 3, 26).startOfDay(), {}};
+    const CalendarTime floating{Kind::Floating, QDateTime(QDate(2026, 3, 26), QTime(7, 0)), {}};
     const struct {
         const char *rule;
-        int days;
-        int seconds;
-        QStringList expected;
+        CalendarTime to;
+        const char *days;
+        const char *after;
     } moves[] = {
-        {"FREQ=DAILY;COUNT=4", 0, 5400, {"03-09 10:30", "03-11 15:00", "03-12 10:30"}},
-        {"FREQ=DAILY;UNTIL=20260312T080000Z", 0, -3600, {"03-09 08:00", "03-11 15:00", "03-12 08:00"}},
-        {"FREQ=DAILY;COUNT=4", 1, 0, {"03-10 09:00", "03-11 15:00", "03-13 09:00"}},
-        // Over the change of the clocks on 29 March.
-        {"FREQ=DAILY;COUNT=4", 18, 0, {"03-11 15:00", "03-27 09:00", "03-30 09:00"}}};
-    for (const auto &move : moves) {
-        SCOPED_TRACE(move.rule);
-        auto file = opened("BEGIN:VCALENDAR\r\nVERSION:2.0\r\nBEGIN:VEVENT\r\nUID:one\r\n"
-                           "DTSTART;TZID=Europe/Berlin:20260309T090000\r\n"
-                           "DTEND;TZID=Europe/Berlin:20260309T093000\r\nRRULE:" +
-                           QByteArray(move.rule) +
-                           "\r\nEXDATE;TZID=Europe/Berlin:20260310T090000\r\nEND:VEVENT\r\n"
-                           "BEGIN:VEVENT\r\nUID:one\r\nRECURRENCE-ID;TZID=Europe/Berlin:20260311T090000\r\n"
-                           "DTSTART;TZID=Europe/Berlin:20260311T150000\r\n"
-                           "DTEND;TZID=Europe/Berlin:20260311T153000\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n");
-        Appointment series = *file->find(u"one"_s);
-        series.start.value = series.start.value.addDays(move.days).addSecs(move.seconds);
-        series.end.value = series.end.value.addDays(move.days).addSecs(move.seconds);
-        ASSERT_TRUE(file->update(series));
-        EXPECT_EQ(days(*file), move.expected) << saved(*file).data();
-        auto again = opened(saved(*file));
-        EXPECT_EQ(days(*again), move.expected);
+        {"FREQ=WEEKLY;COUNT=3;BYDAY=MO", berlin(3, 11, 9), "03-11 09:00, 03-18 09:00, 03-25 09:00",
+         "FREQ=WEEKLY;COUNT=3;BYDAY=WE"},
+        // Several weekdays are the user's own choice.
+        {"FREQ=WEEKLY;BYDAY=MO,WE;COUNT=3", berlin(3, 9, 23), "03-09 23:00, 03-11 23:00, 03-16 23:00",
+         "FREQ=WEEKLY;BYDAY=MO,WE;COUNT=3"},
+        {"FREQ=MONTHLY;BYDAY=2MO;COUNT=3", berlin(3, 10, 9), "03-10 09:00, 04-14 09:00, 05-12 09:00",
+         "FREQ=MONTHLY;BYDAY=2TU;COUNT=3"},
+        {"FREQ=MONTHLY;BYDAY=2MO;UNTIL=20260511T070000Z", berlin(3, 11, 9),
+         "03-11 09:00, 04-08 09:00, 05-13 09:00", "FREQ=MONTHLY;BYDAY=2WE;UNTIL=20260513T070000Z"},
+        {"FREQ=MONTHLY;BYDAY=MO;BYSETPOS=2;COUNT=2", berlin(3, 20, 9), "03-20 09:00, 04-17 09:00",
+         "FREQ=MONTHLY;BYDAY=FR;BYSETPOS=3;COUNT=2"},
+        {"FREQ=MONTHLY;BYMONTHDAY=9;COUNT=2", berlin(3, 30, 9), "03-30 09:00, 04-30 09:00",
+         "FREQ=MONTHLY;BYMONTHDAY=30;COUNT=2"},
+        {"FREQ=DAILY;BYHOUR=9;BYMINUTE=0;COUNT=2", berlin(3, 9, 14), "03-09 14:00, 03-10 14:00",
+         "FREQ=DAILY;BYHOUR=14;BYMINUTE=0;COUNT=2"},
+        // Over the change of the clocks.
+        {"FREQ=DAILY;UNTIL=20260311T080000Z", berlin(3, 28, 9), "03-28 09:00, 03-29 09:00, 03-30 09:00",
+         "FREQ=DAILY;UNTIL=20260330T070000Z"},
+        {"FREQ=DAILY;UNTIL=20260310", berlin(3, 26, 9), "03-26 09:00, 03-27 09:00",
+         "FREQ=DAILY;UNTIL=20260327"},
+        {"FREQ=DAILY;UNTIL=20260310T080000Z", whole, "03-26 00:00, 03-27 00:00", "FREQ=DAILY;UNTIL=20260327"},
+        {"FREQ=DAILY;UNTIL=20260310T080000Z", floating, "03-26 07:00, 03-27 07:00",
+         "FREQ=DAILY;UNTIL=20260327T070000"},
+        {"FREQ=DAILY;COUNT=2;UNTIL=never", berlin(3, 10, 9), "03-10 09:00", "FREQ=DAILY;COUNT=2;UNTIL=never"},
+    };
+    for (const auto &test : moves) {
+        SCOPED_TRACE(test.after);
+        auto file = series(start + "RRULE:" + test.rule);
+        ASSERT_TRUE(move(*file, test.to));
+        EXPECT_EQ(days(*file), QString::fromLatin1(test.days));
+        const QByteArray text = saved(*file);
+        EXPECT_TRUE(text.contains("RRULE:" + QByteArray(test.after) + "\r\n")) << text.data();
+        EXPECT_EQ(days(*opened(text)), QString::fromLatin1(test.days));
     }
+    auto dates = series("DTSTART;VALUE=DATE:20260326\r\nRRULE:FREQ=DAILY;UNTIL=20260327");
+    ASSERT_TRUE(move(*dates, berlin(3, 26, 9)));
+    EXPECT_EQ(days(*dates), u"03-26 09:00, 03-27 09:00"_s);
+    EXPECT_TRUE(saved(*dates).contains("UNTIL=20260327T080000Z\r\n"));
 }
 
-TEST_F(SeriesTest, AWeeklyRuleGoesToTheNewWeekday) {
-    auto file = openedEvent("DTSTART:20260309T090000Z\r\nDTEND:20260309T093000Z\r\n"
-                            "RRULE:FREQ=WEEKLY;BYDAY=MO;COUNT=2");
-    Appointment series = *file->find(u"one"_s);
-    series.start.value = series.start.value.addDays(1);
-    series.end.value = series.end.value.addDays(1);
-    file->update(series);
-    EXPECT_EQ(days(*file), (QStringList{"03-10 10:00", "03-17 10:00"}));
+// Whatever names such a day names it by the start that it has.
+TEST_F(SeriesTest, ASeriesWithDaysOfItsOwnKeepsItsStartAndNothingElse) {
+    const QByteArray start = "DTSTART;TZID=Europe/Berlin:20260309T090000\r\nRRULE:FREQ=DAILY;COUNT=4";
+    const struct {
+        QByteArray lines;
+        QByteArray exceptions;
+    } cases[] = {
+        {"\r\nEXDATE;VALUE=DATE:20260310", {}},
+        {"\r\nRDATE:20260320T080000Z", {}},
+        {{}, exception("RECURRENCE-ID:20260310T080000Z\r\nDTSTART:20260310T140000Z")},
+    };
+    for (const auto &test : cases) {
+        auto file = series(start + test.lines, test.exceptions);
+        const QByteArray before = file->componentsOf(one);
+        EXPECT_TRUE(file->keepsStart(one));
+        for (const CalendarTime &to :
+             {berlin(3, 9, 10), CalendarTime{Kind::Date, QDate(2026, 3, 9).startOfDay(), {}}})
+            EXPECT_FALSE(move(*file, to));
+        EXPECT_EQ(file->componentsOf(one), before);
+        Appointment longer = *file->find(one);
+        longer.end.value = longer.start.value.addSecs(7200);
+        longer.summary = u"Longer"_s;
+        EXPECT_TRUE(file->update(longer));
+        EXPECT_EQ(file->find(one)->end, longer.end);
+    }
+    auto single = openedEvent("DTSTART:20260309T080000Z\r\nEXDATE:20260310T080000Z");
+    EXPECT_TRUE(move(*single, berlin(3, 9, 10))) << "it is no series";
+}
+
+TEST_F(SeriesTest, ASeriesWithoutIdentifierIsGivenOneTogetherWithItsFirstChangedDay) {
+    auto file = opened("BEGIN:VCALENDAR\r\nVERSION:2.0\r\nBEGIN:VEVENT\r\nDTSTART:20260309T090000Z\r\n"
+                       "RRULE:FREQ=DAILY;COUNT=2\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n");
+    Appointment day = file->appointments().value(0);
+    day.recurrenceId = u"20260310T090000Z"_s;
+    day.recurrenceRule.clear();
+    day.start.value = day.end.value = day.start.value.addDays(1).addSecs(3600);
+    EXPECT_EQ(file->add(day), day.uid);
+    EXPECT_EQ(days(*opened(saved(*file))), u"03-09 10:00, 03-10 11:00"_s);
+}
+
+TEST_F(SeriesTest, TheDaysBehindAChangeOfThisAndAllFollowingOnesFollowIt) {
+    const QByteArray lines = "DTSTART;TZID=Europe/Berlin:20260309T090000\r\n"
+                             "DTEND;TZID=Europe/Berlin:20260309T093000\r\nRRULE:FREQ=WEEKLY;COUNT=6\r\n"
+                             "EXDATE;TZID=Europe/Berlin:20260330T090000";
+    const QByteArray changes =
+        exception("RECURRENCE-ID;RANGE=THISANDFUTURE;TZID=Europe/Berlin:20260323T090000\r\n"
+                  "DTSTART;TZID=Europe/Berlin:20260324T140000\r\nDURATION:PT2H\r\n"
+                  "SUMMARY:Later\r\nLOCATION:There\r\nX-NEW:kept") +
+        exception("RECURRENCE-ID;TZID=Europe/Berlin:20260406T090000\r\n"
+                  "DTSTART;TZID=Europe/Berlin:20260406T110000\r\nSUMMARY:Alone");
+    auto file = series(lines, changes);
+    const QString expected = u"03-09 09:00, 03-16 09:00, 03-24 14:00, 04-06 11:00, 04-14 14:00"_s;
+    EXPECT_EQ(days(*file), expected);
+    // Also where the series itself has nothing.
+    const auto last = file->occurrences(QDate(2026, 4, 14).startOfDay(), QDate(2026, 4, 15).startOfDay());
+    ASSERT_EQ(last.size(), 1);
+    EXPECT_EQ(last[0].summary, u"Later"_s);
+    EXPECT_EQ(last[0].location, u"There"_s);
+    EXPECT_EQ(last[0].start.secsTo(last[0].end), 7200);
+    EXPECT_EQ(last[0].instanceId, u"20260413T090000"_s);
+    EXPECT_TRUE(last[0].isOccurrence && !last[0].isException);
+
+    Appointment day = *file->find(one, u"20260323T090000"_s);
+    day.recurrenceId = last[0].instanceId;
+    day.start.value = last[0].start.addDays(1);
+    day.end.value = last[0].end.addDays(1);
+    EXPECT_FALSE(file->add(day).isNull());
+    EXPECT_EQ(days(*file), QString(expected).replace(u"04-14"_s, u"04-15"_s));
+    EXPECT_EQ(saved(*file).count("X-NEW:kept"), 2) << "it begins as what it followed";
+    ASSERT_TRUE(file->remove(one, day.recurrenceId));
+
+    // The first of them alone goes; what followed it stays where it is.
+    auto again = series(lines, changes);
+    const QByteArray whole = again->componentsOf(one);
+    ASSERT_TRUE(again->remove(one, u"20260323T090000"_s));
+    EXPECT_EQ(days(*again), u"03-09 09:00, 03-16 09:00, 04-06 11:00, 04-14 14:00"_s);
+    EXPECT_EQ(days(*opened(saved(*again))), days(*again));
+    ASSERT_TRUE(again->restore(one, whole));
+    EXPECT_EQ(again->componentsOf(one), whole);
+
+    QByteArray cancelled = changes;
+    cancelled.replace("SUMMARY:Later", "STATUS:CANCELLED");
+    EXPECT_EQ(days(*series(lines, cancelled)), u"03-09 09:00, 03-16 09:00, 04-06 11:00"_s);
+}
+
+TEST_F(SeriesTest, ADayIsNamedAndTakenOutByWhatItIsHoweverTheFileTellsIt) {
+    // Extra days in another zone, and an exception in UTC.
+    auto file = series("DTSTART;TZID=Europe/Berlin:20260309T090000\r\n"
+                       "RDATE;TZID=America/New_York:20260320T090000\r\nRRULE:FREQ=DAILY;COUNT=2",
+                       exception("RECURRENCE-ID:20260310T080000Z\r\nDTSTART:20260310T140000Z"));
+    EXPECT_EQ(days(*file), u"03-09 09:00, 03-10 15:00, 03-20 14:00"_s);
+    const auto extra = file->occurrences(QDate(2026, 3, 20).startOfDay(), QDate(2026, 3, 21).startOfDay());
+    EXPECT_EQ(extra.value(0).instanceId, u"20260320T140000"_s) << "in the words of the series";
+    Appointment day = *file->find(one);
+    day.recurrenceRule.clear();
+    day.recurrenceId = u"20260310T090000"_s;
+    EXPECT_TRUE(file->add(day).isNull()) << "the exception in UTC is for that day";
+    EXPECT_TRUE(file->add(*file->find(one)).isNull());
+    EXPECT_TRUE(file->remove(one, extra.value(0).instanceId));
+    EXPECT_TRUE(file->remove(one, u"20260310T080000Z"_s));
+    EXPECT_EQ(days(*file), u"03-09 09:00"_s);
+    EXPECT_TRUE(saved(*file).contains("EXDATE;TZID=Europe/Berlin:20260310T090000\r\n"));
+    EXPECT_TRUE(file->remove(one, u"20260309T090000"_s));
+    EXPECT_EQ(days(*file), QString()) << "a series may be without days";
+    EXPECT_TRUE(file->find(one));
 }
 
 TEST_F(SeriesTest, WhatIsPutBackIsThereToTheLetter) {
@@ -147,32 +285,4 @@ TEST_F(SeriesTest, WhatIsPutBackIsThereToTheLetter) {
     EXPECT_FALSE(changed->restore(u"other"_s, before));
     ASSERT_TRUE(changed->restore(first.uid, before));
     EXPECT_EQ(saved(*changed), text) << "in its old place";
-}
-
-TEST_F(SeriesTest, AJoinLinkInTheLocationIsOfferedToOtherCalendars) {
-    const QByteArray others = "CONFERENCE;VALUE=URI;FEATURE=PHONE:tel:+1-555-0100\r\n"
-                              "CONFERENCE;VALUE=URI;LABEL=\"Theirs; odd\":https://them.example/x\r\n";
-    auto file = openedEvent("DTSTART:20260309T090000Z\r\n" + others + "SUMMARY:a");
-    const auto own = [&](const QString &location, const QString &record) {
-        Appointment changed = *file->find(u"one"_s);
-        changed.location = location;
-        changed.ucCapabilities = record;
-        file->update(changed);
-        const QByteArray text = saved(*file).replace("\r\n ", "");
-        EXPECT_TRUE(text.contains(others)) << text.data();
-        const qsizetype at = text.indexOf("X-PARLO-LINK=LOCATION:");
-        return at < 0 ? QByteArray() : text.mid(at + 22, text.indexOf("\r\n", at) - at - 22);
-    };
-    const QString record = u"{\"joinUrl\":\"https://m.example/j/1?p=a,b\"}"_s;
-    EXPECT_EQ(own(u"See https://map.example/7, https://m.example/j/1?p=a,b Room"_s, record),
-              "https://m.example/j/1?p=a,b");
-    EXPECT_EQ(own(u"Room (https://other.example/j/2)."_s, {}), "https://other.example/j/2");
-    EXPECT_EQ(own(u"https://them.example/x"_s, {}), "") << "theirs offers it already";
-    EXPECT_EQ(own(u"https://m.example/ä\"x"_s, {}), "https://m.example/%C3%A4");
-    EXPECT_EQ(own(u"Room 7"_s, record), "");
-    EXPECT_EQ(own(u"https://m.example/"_s + QString(5000, u'a'), {}), "");
-    EXPECT_EQ(own(u"https:// nothing"_s, {}), "");
-    EXPECT_EQ(own(u"https://m.example/a\r\nX-BAD:1"_s, {}), "https://m.example/a");
-    EXPECT_FALSE(saved(*file).contains("\nX-BAD"));
-    EXPECT_EQ(own(QString(), {}), "");
 }

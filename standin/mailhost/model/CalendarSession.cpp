@@ -1,5 +1,7 @@
 #include "standin/mailhost/model/CalendarSession.h"
 
+#include "standin/mailhost/store/MailMessage.h"
+
 #include <QDir>
 #include <QSet>
 
@@ -94,8 +96,17 @@ bool CalendarSession::writeOrGoBack() {
     return false;
 }
 
+QString CalendarSession::startIsKept() {
+    return tr("Days of this series were changed or deleted, so its start stays. Move single days.");
+}
+
 bool CalendarSession::store(const Appointment &appointment) {
     const std::optional<Appointment> former = m_file->find(appointment.uid, appointment.recurrenceId);
+    if (former && appointment.recurrenceId.isEmpty() && former->start != appointment.start &&
+        m_file->keepsStart(appointment.uid)) {
+        m_lastError = startIsKept();
+        return false;
+    }
     UndoStep step{appointment.uid, m_file->componentsOf(appointment.uid), {}, {}};
     if (!m_file->update(appointment) && m_file->add(appointment).isNull()) {
         m_lastError =

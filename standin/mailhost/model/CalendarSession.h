@@ -31,6 +31,8 @@ public:
     // Whether the person may change the appointment: it has no organizer, or one of the accounts is.
     [[nodiscard]] bool isOwner(const Appointment &appointment) const;
 
+    // Why the start of a series stays that CalendarFile::keepsStart(), for the user to read.
+    [[nodiscard]] static QString startIsKept();
     // Adds it, or changes the one with the same identifiers. False with a sentence for the user in
     // lastError().
     bool store(const Appointment &appointment);

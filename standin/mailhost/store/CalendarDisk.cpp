@@ -1,6 +1,6 @@
-#include "platform/Literals.h"
-#include "standin/mailhost/store/CalendarFilePrivate.h"
+#include "standin/mailhost/store/CalendarDisk.h"
 
+#include "platform/Literals.h"
 #include "platform/services/storage/WholeFile.h"
 
 #include <QCryptographicHash>
@@ -32,6 +32,33 @@ QString whyNotReadable(const QString &path) {
     if (info.size() > largestFile)
         return u"“%1” is larger than 256 MB. Split it into smaller calendars."_s.arg(name);
     return {};
+}
+
+QString parseFailureText(const QString &name, const ParseResult &result) {
+    switch (result.failure) {
+    case ParseFailure::None:
+        break;
+    case ParseFailure::NotACalendar:
+        return u"“%1” is not a calendar file. Choose a file in the iCalendar format (.ics)."_s.arg(name);
+    case ParseFailure::Truncated:
+        return u"“%1” ends in the middle of an entry. Get a complete copy of it."_s.arg(name);
+    case ParseFailure::Mismatched:
+        return u"“%1” is damaged at line %2. Get another copy of it."_s.arg(name).arg(result.line);
+    case ParseFailure::TooDeep:
+        return u"“%1” is damaged at line %2: its entries are nested too deeply. Get another copy of it."_s
+            .arg(name)
+            .arg(result.line);
+    }
+    return {};
+}
+
+// The older format has the same shape, but other rules for folding and encoding: rewriting would damage it.
+bool isOldFormat(const Document &document) {
+    const auto calendars = document.calendars();
+    return std::any_of(calendars.begin(), calendars.end(), [](const Component *calendar) {
+        const ContentLine *version = calendar->line("VERSION");
+        return version && version->value().trimmed() == "1.0";
+    });
 }
 
 } // namespace
@@ -66,23 +93,14 @@ std::optional<QByteArray> readCalendarText(const QString &path, QString *error) 
     return text;
 }
 
-QString parseFailureText(const QString &path, const ParseResult &result) {
-    const QString name = shownName(path);
-    switch (result.failure) {
-    case ParseFailure::None:
-        break;
-    case ParseFailure::NotACalendar:
-        return u"“%1” is not a calendar file. Choose a file in the iCalendar format (.ics)."_s.arg(name);
-    case ParseFailure::Truncated:
-        return u"“%1” ends in the middle of an entry. Get a complete copy of it."_s.arg(name);
-    case ParseFailure::Mismatched:
-        return u"“%1” is damaged at line %2. Get another copy of it."_s.arg(name).arg(result.line);
-    case ParseFailure::TooDeep:
-        return u"“%1” is damaged at line %2: its entries are nested too deeply. Get another copy of it."_s
-            .arg(name)
-            .arg(result.line);
-    }
-    return {};
+std::optional<Document> readDocument(const QString &path, const QByteArray &text, QString *error) {
+    Document document;
+    const ParseResult result = parseDocument(text, &document);
+    *error = parseFailureText(shownName(path), result);
+    if (error->isEmpty() && isOldFormat(document))
+        *error = u"“%1” is in the old vCalendar 1.0 format. Export it as iCalendar 2.0 and open that."_s.arg(
+            shownName(path));
+    return error->isEmpty() ? std::optional(std::move(document)) : std::nullopt;
 }
 
 bool replaceCalendarText(const QString &path, const QByteArray &text, const QByteArray &expected,

@@ -9,6 +9,13 @@
 
 namespace mailhost {
 
+struct CalendarEntry;
+class CalendarIndex;
+struct Document;
+class EntrySummaries;
+class SeriesDays;
+class WeekListing;
+
 class CalendarFile {
 public:
     // Reads the file. On failure answers nullptr and says in `error` what is wrong and what to do, for the
@@ -19,9 +26,9 @@ public:
     static std::unique_ptr<CalendarFile> create(const QString &path);
     ~CalendarFile();
 
-    [[nodiscard]] const QString &path() const;
+    [[nodiscard]] const QString &path() const { return m_path; }
     // For the user to read; a listing may add some. Valid as long as the object.
-    [[nodiscard]] const QStringList &warnings() const;
+    [[nodiscard]] const QStringList &warnings() const { return m_warnings; }
 
     // All appointments and exceptions, in the file's order. Not the occurrences of series.
     [[nodiscard]] QList<Appointment> appointments() const;
@@ -40,19 +47,20 @@ public:
     // does not know, but for what says when the series takes place. A null text, and nothing is added, when
     // there is such an appointment, or an exception for that day, already.
     QString add(const Appointment &appointment);
+    // Whether days of the series were changed, deleted or added. They are named by its start, so it stays.
+    [[nodiscard]] bool keepsStart(const QString &uid) const;
     // Writes the values that differ into the component; every property, parameter and component that
     // Appointment does not carry stays as it is, and so does the text of one whose value did not change. A
     // change is dated (LAST-MODIFIED, DTSTAMP); SEQUENCE is only what the appointment says: whoever sends it
     // raises it. A time is written in the zone that its zoneId names, or else in that of its value, with a
-    // VTIMEZONE where the file lacks one. When the start of a series is moved, its deleted and changed days
-    // follow, the UNTIL of its rule, and the day in a rule that names only the one on which it began; changed
-    // days take place when they did. The body is written as STYLED-DESCRIPTION and X-ALT-DESC with its
-    // plain twin in DESCRIPTION. A join link in the location is also written as CONFERENCE
-    // (ConferenceLink.h). False when there is no such one.
+    // VTIMEZONE where the file lacks one. The rule of a moved series follows (SeriesRule.h). The body is
+    // written as STYLED-DESCRIPTION and X-ALT-DESC with its plain twin in DESCRIPTION. A join link in the
+    // location is also written as CONFERENCE (ConferenceLink.h). Returns false, and changes nothing, if the
+    // appointment does not exist, or for another start of a series that keepsStart().
     bool update(const Appointment &appointment);
     // A series goes with its exceptions. With a recurrenceId (or the instanceId of a day that has no
     // exception) that day is taken out of its series: it becomes an EXDATE. Days that followed it
-    // (RANGE=THISANDFUTURE) do so further. False when there is no such one.
+    // (RANGE=THISANDFUTURE) do so further. Returns false if the appointment does not exist.
     bool remove(const QString &uid, const QString &recurrenceId = QString());
 
     // All components of that appointment (a series with its exceptions) as text, to be put back by restore().
@@ -74,15 +82,22 @@ public:
     [[nodiscard]] QByteArray itipMessage(const QString &uid, const QString &recurrenceId, bool cancel) const;
 
 private:
-    CalendarFile();
-    struct Private;
-    std::unique_ptr<Private> d;
-};
+    CalendarFile(const QString &path, Document document);
+    void changed(CalendarEntry &entry); // also dates it
+    void note(CalendarEntry &entry);    // that it was changed
+    void erase(CalendarEntry &entry);
 
-// Writes an iMIP message (RFC 6047) for the appointment to the outbox folder, one .eml file, atomically: from
-// the organizer to every attendee, with a text part and the text/calendar part. Answers the file's path, a
-// null text with a sentence in `error` when it cannot be written.
-QString writeImipMessage(const QString &outbox, const CalendarFile &calendar, const Appointment &appointment,
-                         bool cancel, QString *error);
+    QString m_path;
+    QByteArray m_digestOnDisk; // of what was read or saved last; empty: there was no file
+    bool m_dirty = false;
+    QStringList m_warnings;
+    std::unique_ptr<CalendarIndex> m_index;
+    std::unique_ptr<EntrySummaries> m_summaries;
+    std::unique_ptr<SeriesDays> m_days;
+    std::unique_ptr<WeekListing> m_listing;
+    // What find() read last: an editor asks for its appointment again and again. Null after any change.
+    mutable const CalendarEntry *m_found = nullptr;
+    mutable Appointment m_foundAppointment;
+};
 
 } // namespace mailhost

@@ -1,7 +1,7 @@
 // Owning handles for what libical hands out, and its times as seconds.
 #pragma once
 
-#include "standin/mailhost/store/Zones.h"
+#include "standin/mailhost/store/ClockTime.h"
 
 #include <libical/ical.h>
 #include <memory>
@@ -29,9 +29,8 @@ inline void prepareIcal() {
 
 // Without a zone: a clock time, or an instant where libical takes UTC.
 [[nodiscard]] inline icaltimetype icalTime(Seconds seconds) {
-    const Seconds dayNumber = seconds >= 0 ? seconds / 86400 : -((86399 - seconds) / 86400);
-    const QDate date = QDate::fromJulianDay(dayNumber + 2440588);
-    const int second = int(seconds - dayNumber * 86400);
+    const QDate date = dateOf(seconds);
+    const int second = int(seconds - midnightOf(seconds));
     icaltimetype time = icaltime_null_time();
     time.year = date.year();
     time.month = date.month();
@@ -47,7 +46,7 @@ inline void prepareIcal() {
     const QDate date(time.year, time.month, time.day);
     if (!date.isValid())
         return std::nullopt;
-    return (date.toJulianDay() - 2440588) * 86400 + time.hour * 3600 + time.minute * 60 + time.second;
+    return secondsOf(date) + time.hour * 3600 + time.minute * 60 + time.second;
 }
 
 } // namespace mailhost

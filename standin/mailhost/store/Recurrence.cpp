@@ -10,17 +10,11 @@ namespace mailhost {
 namespace {
 
 using Kind = CalendarTime::Kind;
-constexpr Seconds day = 86400;
-constexpr Seconds cachedAround = 56 * day;
+constexpr Seconds cachedAround = 56 * daySeconds;
 constexpr int mostSteps = 100000; // of one rule for one question: a rule with COUNT is run from its beginning
 constexpr int mostInstances = 11000; // of one series in one answer: every minute of a week
 constexpr qsizetype longestRule = 1000;
 constexpr Seconds latestClock = 7258118400; // 2200
-
-Seconds midnightOf(Seconds clock) {
-    const Seconds rest = clock % day;
-    return clock - (rest < 0 ? rest + day : rest);
-}
 
 } // namespace
 
@@ -188,8 +182,8 @@ void Series::fillCache(Seconds fromUtc, Seconds toUtc) const {
     m_cacheFrom = fromUtc - around;
     m_cacheTo = toUtc + around;
     // Zones are at most a day away from UTC.
-    const Seconds from = m_cacheFrom - m_times.span.days * day - m_times.span.seconds - day;
-    const Seconds to = m_cacheTo + day;
+    const Seconds from = m_cacheFrom - m_times.span.days * daySeconds - m_times.span.seconds - daySeconds;
+    const Seconds to = m_cacheTo + daySeconds;
     QSet<Seconds> clocks;
     QSet<Seconds> excluded;
     if (m_times.start.clock >= from && m_times.start.clock <= to)
@@ -225,11 +219,11 @@ Seconds Series::lastEnd() const {
     constexpr Seconds never = std::numeric_limits<Seconds>::max();
     if (m_lastEnd)
         return *m_lastEnd;
-    const Seconds length = (m_times.span.days + 1) * day + m_times.span.seconds;
+    const Seconds length = (m_times.span.days + 1) * daySeconds + m_times.span.seconds;
     Seconds last = m_times.start.clock;
     for (const Rule &rule : m_rules) {
         if (rule.until) {
-            last = std::max(last, rule.until->clock + day);
+            last = std::max(last, rule.until->clock + daySeconds);
             continue;
         }
         if (!rule.counted)
@@ -241,22 +235,10 @@ Seconds Series::lastEnd() const {
         for (const Seconds clock : std::as_const(clocks))
             last = std::max(last, clock);
     }
-    last += length + day; // zones are at most a day away from UTC
+    last += length + daySeconds; // zones are at most a day away from UTC
     for (const Instance &additional : m_additional)
         last = std::max(last, additional.endUtc);
     return *(m_lastEnd = last);
-}
-
-std::vector<Seconds> Series::ruleDays(Bounds bounds) const {
-    QSet<Seconds> clocks = {m_times.start.clock};
-    for (Rule rule : m_rules) {
-        if (bounds == Bounds::None)
-            rule.until.reset();
-        expand(rule, m_times.start.clock, latestClock, &clocks);
-    }
-    std::vector<Seconds> days(clocks.begin(), clocks.end());
-    std::sort(days.begin(), days.end());
-    return days;
 }
 
 std::vector<Series::Instance> Series::between(Seconds fromUtc, Seconds toUtc) const {

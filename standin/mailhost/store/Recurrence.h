@@ -37,10 +37,6 @@ public:
     // and EXDATE.
     [[nodiscard]] std::vector<Instance> between(Seconds fromUtc, Seconds toUtc) const;
 
-    // The clock times of the start and of the RRULEs, sorted, at most some thousands, whatever is excluded.
-    enum class Bounds { None, Until };
-    [[nodiscard]] std::vector<Seconds> ruleDays(Bounds bounds) const;
-
 private:
     struct Rule {
         QByteArray text; // without UNTIL

@@ -1,20 +1,13 @@
-// A rule whose series begins on another day.
+// A rule (RRULE) whose series begins at another time.
 #pragma once
 
 #include "standin/mailhost/store/Times.h"
 
 namespace mailhost {
 
-struct AdaptedRule {
-    QByteArray text;
-    bool otherDay = false; // it named the day, and names another one now
-};
-
-// Weekday (also as "the second Monday"), day of the month, month and time of day become those of `after`
-// where the rule names exactly those of `before`, and no others beside.
-[[nodiscard]] AdaptedRule adaptedRule(const QByteArray &rule, const Moment &before, const Moment &after);
-
-// The rule names its days, instead of taking them from the start.
-[[nodiscard]] bool namesDays(const QByteArray &rule);
+// The parts of the rule that name exactly the day or the time of `before` name those of `after`: the weekday
+// (also as "the second Monday"), the day of the month, the month, the time of day. Other parts stay. UNTIL
+// moves as far as the start.
+[[nodiscard]] QByteArray movedRule(const QByteArray &rule, const Moment &before, const Moment &after);
 
 } // namespace mailhost

@@ -1,35 +1,11 @@
 #include "standin/mailhost/store/Times.h"
 
-#include <array>
-#include <cstdio>
-
 namespace mailhost {
 
 namespace {
 
 using Kind = CalendarTime::Kind;
-constexpr Seconds daySeconds = 86400;
-constexpr qint64 epochDay = 2440588; // Julian day of 1970-01-01
 constexpr Seconds longestSpan = 400LL * 366 * daySeconds;
-
-int number(const QByteArray &text, qsizetype at, qsizetype digits) {
-    int value = 0;
-    for (qsizetype i = at; i < at + digits; ++i) {
-        if (text[i] < '0' || text[i] > '9')
-            return -1;
-        value = value * 10 + (text[i] - '0');
-    }
-    return value;
-}
-
-std::optional<Seconds> secondOfDay(const QByteArray &text) {
-    const int hour = number(text, 9, 2);
-    const int minute = number(text, 11, 2);
-    const int second = number(text, 13, 2);
-    if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 60)
-        return std::nullopt;
-    return hour * 3600 + minute * 60 + qMin(second, 59); // 60 is a leap second
-}
 
 QDateTime clockDateTime(Seconds clock) {
     return QDateTime::fromSecsSinceEpoch(clock, Qt::UTC);
@@ -40,37 +16,6 @@ Seconds clockSeconds(const QDateTime &value) {
 }
 
 } // namespace
-
-std::optional<ClockTime> parseClock(const QByteArray &untrimmed) {
-    const QByteArray text = untrimmed.trimmed();
-    const bool dateOnly = text.size() == 8;
-    if (!dateOnly && text.size() != 15 && text.size() != 16)
-        return std::nullopt;
-    const QDate date(number(text, 0, 4), number(text, 4, 2), number(text, 6, 2));
-    if (!date.isValid() || date.year() < 1)
-        return std::nullopt;
-    const Seconds midnight = (date.toJulianDay() - epochDay) * daySeconds;
-    if (dateOnly)
-        return ClockTime{Kind::Date, midnight};
-    const auto second = secondOfDay(text);
-    const bool utc = text.size() == 16;
-    if (!second || (text[8] != 'T' && text[8] != 't') || (utc && text[15] != 'Z' && text[15] != 'z'))
-        return std::nullopt;
-    return ClockTime{utc ? Kind::Utc : Kind::Floating, midnight + *second};
-}
-
-QByteArray clockText(Seconds clock, Kind kind) {
-    const QDateTime value = clockDateTime(clock);
-    const QDate date = value.date();
-    const QTime time = value.time();
-    const int year = qBound(1, date.year(), 9999);
-    // Faster than a format of QDateTime: a week of a full calendar writes hundreds of them.
-    std::array<char, 32> text = {};
-    std::snprintf(text.data(), text.size(),
-                  kind == Kind::Date ? "%04d%02d%02d" : "%04d%02d%02dT%02d%02d%02d%s", year, date.month(),
-                  date.day(), time.hour(), time.minute(), time.second(), kind == Kind::Utc ? "Z" : "");
-    return text.data();
-}
 
 CalendarTime Moment::calendarTime() const {
     CalendarTime time;
@@ -176,8 +121,7 @@ std::optional<Moment> readMoment(const ContentLine *line, ZoneTable &zones) {
 Moment momentOf(const CalendarTime &time, ZoneTable &zones) {
     if (time.kind == Kind::Date || time.kind == Kind::Floating) {
         const QDateTime local = time.value.toLocalTime();
-        const Seconds clock = time.kind == Kind::Date ? (local.date().toJulianDay() - epochDay) * daySeconds
-                                                      : clockSeconds(local);
+        const Seconds clock = time.kind == Kind::Date ? secondsOf(local.date()) : clockSeconds(local);
         return Moment{time.kind, clock, {}, localZone()};
     }
     const Seconds utc = time.value.toSecsSinceEpoch();

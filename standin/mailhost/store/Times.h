@@ -1,19 +1,9 @@
-// Dates, times and durations of content lines.
+// Points in time and durations of content lines.
 #pragma once
 
-#include "standin/mailhost/store/Appointment.h"
 #include "standin/mailhost/store/Zones.h"
 
 namespace mailhost {
-
-// What stands in the text alone: Date, Utc, or Floating for a clock time whose zone stands elsewhere.
-struct ClockTime {
-    CalendarTime::Kind kind = CalendarTime::Kind::Floating;
-    Seconds clock = 0;
-};
-// "19970714", "19970714T133000", "19970714T133000Z". Nothing for what is no date of the years 1 to 9999.
-[[nodiscard]] std::optional<ClockTime> parseClock(const QByteArray &text);
-[[nodiscard]] QByteArray clockText(Seconds clock, CalendarTime::Kind kind);
 
 // A point in time together with the clock that it is told by.
 struct Moment {

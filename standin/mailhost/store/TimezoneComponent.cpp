@@ -1,7 +1,6 @@
 // Writes the system's rules of a zone as a VTIMEZONE. libical has such components too, but it condenses the
 // changes of some zones into rules that give other days.
 #include "standin/mailhost/store/TextValue.h"
-#include "standin/mailhost/store/Times.h"
 #include "standin/mailhost/store/Zones.h"
 
 #include <QMap>

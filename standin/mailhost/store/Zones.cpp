@@ -3,7 +3,6 @@
 #include "platform/Literals.h"
 #include "standin/mailhost/store/IcalHandles.h"
 #include "standin/mailhost/store/TextValue.h"
-#include "standin/mailhost/store/Times.h"
 
 #include <QDateTime>
 #include <QRegularExpression>
@@ -12,7 +11,6 @@ namespace mailhost {
 
 namespace {
 
-constexpr Seconds day = 86400;
 // libical lists a zone's changes one by one up to the year that is asked for: keep hostile dates from making
 // it long.
 constexpr Seconds earliestChange = -11644473600; // 1601
@@ -115,10 +113,10 @@ QTimeZone namedZone(const QString &name) {
 } // namespace
 
 Seconds Zone::toUtc(Seconds clock) const {
-    const int before = offsetAt(clock - day);
+    const int before = offsetAt(clock - daySeconds);
     if (offsetAt(clock - before) == before)
         return clock - before;
-    const int after = offsetAt(clock + day);
+    const int after = offsetAt(clock + daySeconds);
     return offsetAt(clock - after) == after ? clock - after : clock - before;
 }
 

@@ -1,6 +1,7 @@
 // Time zones as calendar files name them.
 #pragma once
 
+#include "standin/mailhost/store/ClockTime.h"
 #include "standin/mailhost/store/ComponentTree.h"
 
 #include <QHash>
@@ -9,9 +10,6 @@
 #include <memory>
 
 namespace mailhost {
-
-// Seconds since 1970-01-01 00:00. A clock time counts them on the zone's own clock.
-using Seconds = qint64;
 
 class Zone {
 public:

@@ -277,14 +277,15 @@ EmailAccount *EditorForm::currentAccount() const {
     return m_session.accounts().find(m_from->currentData().toString());
 }
 
-void EditorForm::setEditable(bool editable) {
+void EditorForm::setEditable(bool editable, bool startToo) {
     for (QLineEdit *field : {m_subject, m_location, m_attendees, m_rooms})
         field->setReadOnly(!editable);
-    for (QWidget *field : {static_cast<QWidget *>(m_from), static_cast<QWidget *>(m_startDate),
-                           static_cast<QWidget *>(m_endDate), static_cast<QWidget *>(m_allDay),
+    m_from->setEnabled(editable);
+    m_endDate->setEnabled(editable);
+    for (QWidget *field : {static_cast<QWidget *>(m_startDate), static_cast<QWidget *>(m_allDay),
                            static_cast<QWidget *>(m_zone)})
-        field->setEnabled(editable);
-    m_startTime->setEnabled(editable && !m_allDay->isChecked());
+        field->setEnabled(editable && startToo);
+    m_startTime->setEnabled(editable && startToo && !m_allDay->isChecked());
     m_endTime->setEnabled(editable && !m_allDay->isChecked());
 }
 

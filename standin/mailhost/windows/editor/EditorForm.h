@@ -32,7 +32,8 @@ public:
     [[nodiscard]] EmailAccount *currentAccount() const;
     [[nodiscard]] QLineEdit *locationField() const { return m_location; }
     [[nodiscard]] QLineEdit *subjectField() const { return m_subject; }
-    void setEditable(bool editable);
+    // The start can be kept from being edited by itself.
+    void setEditable(bool editable, bool startToo);
     void setTimeZoneShown(bool shown);
     [[nodiscard]] bool isTimeZoneShown() const;
 

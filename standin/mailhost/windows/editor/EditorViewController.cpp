@@ -53,7 +53,7 @@ void EditorViewController::showEvent() {
     m_event->setHandler([this](CalendarEvent::SetItem item) { eventWasSet(item); });
     m_shown = m_event->stored();
     m_form->show(m_shown);
-    m_form->setEditable(canEdit() && !m_cancelMode);
+    showEditable();
     m_body->load(m_shown.bodyHtml);
     m_body->setBodyReadOnly(!canEdit());
 }
@@ -81,13 +81,23 @@ void EditorViewController::followCalendar() {
     keep(&Appointment::organizerEmail);
     keep(&Appointment::organizerName);
     m_form->show(merged);
+    showEditable();
     if (bodyUntouched && now.bodyHtml != shown.bodyHtml)
         m_body->load(now.bodyHtml);
     m_frame->showState();
 }
 
+void EditorViewController::showEditable() {
+    m_form->setEditable(canEdit() && !m_cancelMode, !keepsStart());
+}
+
 bool EditorViewController::canEdit() const {
     return m_event->isOwner();
+}
+
+bool EditorViewController::keepsStart() const {
+    return !isOccurrenceOrException() && m_event->session() &&
+           m_event->session()->file().keepsStart(m_event->UUID());
 }
 
 // What is set on the event from outside shows in its field. The others keep what the person has typed since
@@ -145,7 +155,7 @@ bool EditorViewController::isDelegating() const {
 
 void EditorViewController::setIsCancelMode(bool cancelMode) {
     m_cancelMode = cancelMode;
-    m_form->setEditable(canEdit() && !m_cancelMode);
+    showEditable();
     m_frame->showState();
 }
 

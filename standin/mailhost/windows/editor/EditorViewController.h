@@ -76,11 +76,14 @@ public:
     void attachBodyEditor();
     [[nodiscard]] bool isMeeting() const { return !m_form->values().attendees.isEmpty(); }
     [[nodiscard]] bool canEdit() const;
+    // Whether a series is open whose start stays (CalendarFile::keepsStart()).
+    [[nodiscard]] bool keepsStart() const;
     // The rule that the form has now.
     [[nodiscard]] QString recurrenceRule() const { return m_form->values().recurrenceRule; }
 
 private:
     void showEvent();
+    void showEditable();
     void followCalendar();
     void eventWasSet(CalendarEvent::SetItem item);
     bool store(int sequenceStep, const QString &status);

@@ -137,6 +137,8 @@ void EditorWindow::showState() {
         notices.append(tr("Only the organizer, %1, can change this meeting.").arg(appointment.organizerName));
     else if (oneDay && !cancelling)
         notices.append(tr("This is one day of a series. What you change here holds for this day only."));
+    else if (m_controller->keepsStart() && !cancelling)
+        notices.append(CalendarSession::startIsKept());
     if (cancelling)
         notices.append(tr("The attendees will be told that the meeting does not take place."));
     m_notice->setText(notices.join(u"   ·   "_s));
