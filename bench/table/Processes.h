@@ -3,7 +3,7 @@
 
 #include "bench/table/BareBus.h"
 #include "platform/Literals.h"
-#include "tests/platform/PrivateBus.h"
+#include "standin/support/PrivateBus.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -19,7 +19,7 @@ public:
 
 private:
     QTemporaryDir m_folder;
-    PrivateBus m_bus;
+    standin::PrivateBus m_bus;
 };
 
 // This program again, as one of the named parts, ready when it has said so. Killed with the object.

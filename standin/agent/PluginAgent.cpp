@@ -2,36 +2,31 @@
 
 #include "platform/services/Services.h"
 #include "platform/services/propertylist/PropertyList.h"
+#include "standin/support/BusNames.h"
 
 namespace pluginagent {
 
+namespace names = standin::names;
+
 namespace {
 
-const QString requestChannel = u"vOutlookPluginToVOutlookPluginAgent"_s;
-const QString answerChannel = u"vOutlookPluginAgentToVOutlookPlugin"_s;
-const QString actionIdKey = u"actionId"_s;
-const QString contentKey = u"content"_s;
-const QString clientIdentifier = u"com.parlo.meetings"_s;
 const QString installPathKey = u"installPath"_s;
 const QString everybodysClient = u"/Applications/Parlo Meetings.app"_s;
 const QString ownClient = // below the home folder
     u"/Library/Application Support/Parlo Meetings/Parlo Meetings.app"_s;
 const QString startUrl = u"velamtg://meetings.parlo.example/start"_s;
-const QString activationName = u"Noti_ActivateVelaApplicationExternally"_s;
-const QString activationUrlKey = u"Param_ActivateVelaApplicationExternally"_s;
 
 enum class Request { ClientVersion = 1, LaunchClient = 2 };
 
 // Where the plug-in looks for it, so that what the plug-in finds can also be started; "" when it is nowhere.
 QString clientBundle() {
     const platform::Services &services = platform::services();
-    const QString chosen =
-        rt::textValue(services.userDefaults->valueInDomain(clientIdentifier, installPathKey));
+    const QString chosen = rt::textValue(services.userDefaults->valueInDomain(names::client, installPathKey));
     const QString own = services.workspace->homeFolder() + ownClient;
     for (const QString &path : {chosen, everybodysClient, own})
         if (!path.isEmpty() && services.workspace->isFilePackage(path))
             return path;
-    return services.workspace->pathForBundleIdentifier(clientIdentifier);
+    return services.workspace->pathForBundleIdentifier(names::client);
 }
 
 } // namespace
@@ -39,7 +34,8 @@ QString clientBundle() {
 PluginAgent::PluginAgent(QObject *parent)
     : QObject(parent)
     , m_observer(platform::services().distributedNotifications->addObserver(
-          requestChannel, [](const QString &, const platform::TextMap &userInfo) { onRequest(userInfo); })) {}
+          names::requestsToAgent,
+          [](const QString &, const platform::TextMap &userInfo) { onRequest(userInfo); })) {}
 
 PluginAgent::~PluginAgent() {
     platform::services().distributedNotifications->removeObserver(m_observer);
@@ -55,9 +51,9 @@ QString PluginAgent::clientVersion() {
 
 bool PluginAgent::launchClient() {
     platform::Services &services = platform::services();
-    if (services.workspace->runningApplications().contains(clientIdentifier)) {
-        services.distributedNotifications->post(activationName, QString(), {{activationUrlKey, startUrl}},
-                                                true);
+    if (services.workspace->runningApplications().contains(names::client)) {
+        services.distributedNotifications->post(names::activation, QString(),
+                                                {{names::activationUrlKey, startUrl}}, true);
         return true;
     }
     const QString bundle = clientBundle();
@@ -66,13 +62,15 @@ bool PluginAgent::launchClient() {
 }
 
 void PluginAgent::onRequest(const platform::TextMap &userInfo) {
-    switch (userInfo.value(actionIdKey).toInt()) {
+    switch (userInfo.value(names::actionIdKey).toInt()) {
     case int(Request::ClientVersion): {
         const QString version = clientVersion();
         if (!version.isEmpty())
             platform::services().distributedNotifications->post(
-                answerChannel, QString(),
-                {{actionIdKey, QString::number(int(Request::ClientVersion))}, {contentKey, version}}, true);
+                names::answersOfAgent, QString(),
+                {{names::actionIdKey, QString::number(int(Request::ClientVersion))},
+                 {names::contentKey, version}},
+                true);
         break;
     }
     case int(Request::LaunchClient):

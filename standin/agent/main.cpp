@@ -2,6 +2,7 @@
 #include "platform/services/Services.h"
 #include "standin/agent/PluginAgent.h"
 #include "standin/program/Program.h"
+#include "standin/support/BusNames.h"
 
 #include <QTimer>
 
@@ -36,12 +37,11 @@ int main(int argc, char **argv) {
     QCommandLineParser parser;
     parser.setApplicationDescription(u"Finds and starts the meeting client for the calendar's plug-in."_s);
     program::parse(parser);
-    const QString identifier = u"com.parlo.vOutlookPluginAgent"_s;
     platform::DesktopOptions options;
     platform::setServices(platform::makeDesktopServices(options));
-    if (platform::services().workspace->runningApplications().contains(identifier))
+    if (platform::services().workspace->runningApplications().contains(standin::names::agent))
         return 0; // one is enough
-    options.bundleIdentifier = identifier;
+    options.bundleIdentifier = standin::names::agent;
     platform::setServices(platform::makeDesktopServices(options));
     const pluginagent::PluginAgent agent;
     const SessionWatch watch;

@@ -2,15 +2,14 @@
 
 #include "platform/services/Services.h"
 #include "standin/meetingclient/People.h"
+#include "standin/support/BusNames.h"
 
 namespace meetingclient {
 
+namespace names = standin::names;
+
 namespace {
 
-const QString requestChannel = u"VelaOutlookPluginToVelaVideoClient_PRL"_s;
-const QString answerChannel = u"VelaVideoClientToVelaOutlookPlugin_PRL"_s;
-const QString actionIdKey = u"actionId"_s;
-const QString contentKey = u"content"_s;
 constexpr int shownCharacters = 90;
 constexpr double millisecond = 0.001;
 
@@ -28,13 +27,12 @@ ClientLink::ClientLink(MeetingStore &store, MeetingService &service, AnswerRules
     , m_rules(rules) {
     platform::DistributedNotificationCenter &bus = *platform::services().distributedNotifications;
     m_observers << bus.addObserver(
-        requestChannel, [this](const QString &, const platform::TextMap &info) { onRequest(info); });
+        names::requestsToClient, [this](const QString &, const platform::TextMap &info) { onRequest(info); });
     m_observers << bus.addObserver(
-        controlNotification, [this](const QString &, const platform::TextMap &info) { onControl(info); });
-    m_observers << bus.addObserver(activationNotification,
-                                   [this](const QString &, const platform::TextMap &info) {
-                                       Q_EMIT activated(info.value(activationUrlKey));
-                                   });
+        names::control, [this](const QString &, const platform::TextMap &info) { onControl(info); });
+    m_observers << bus.addObserver(names::activation, [this](const QString &, const platform::TextMap &info) {
+        Q_EMIT activated(info.value(names::activationUrlKey));
+    });
 }
 
 ClientLink::~ClientLink() {
@@ -44,8 +42,8 @@ ClientLink::~ClientLink() {
 }
 
 void ClientLink::onRequest(const platform::TextMap &userInfo) {
-    const quint32 actionId = userInfo.value(actionIdKey).toUInt();
-    const QString content = userInfo.value(contentKey);
+    const quint32 actionId = userInfo.value(names::actionIdKey).toUInt();
+    const QString content = userInfo.value(names::contentKey);
     Q_EMIT logged(u"← %1  %2"_s.arg(actionId).arg(shortened(content)));
     const std::optional<Answer> answer = m_service.handle(actionId, content);
     Q_EMIT meetingsChanged();
@@ -78,14 +76,15 @@ void ClientLink::onRequest(const platform::TextMap &userInfo) {
 void ClientLink::send(const Answer &answer) {
     Q_EMIT logged(u"→ %1  %2"_s.arg(answer.actionId()).arg(shortened(answer.content)));
     platform::services().distributedNotifications->post(
-        answerChannel, QString(),
-        {{actionIdKey, QString::number(answer.actionId())}, {contentKey, answer.content}}, true);
+        names::answersOfClient, QString(),
+        {{names::actionIdKey, QString::number(answer.actionId())}, {names::contentKey, answer.content}},
+        true);
 }
 
 void ClientLink::onControl(const platform::TextMap &userInfo) {
     QString error;
-    const QString line = userInfo.value(controlRuleKey);
-    if (line == controlExit) {
+    const QString line = userInfo.value(names::controlRuleKey);
+    if (line == names::controlExit) {
         Q_EMIT quitRequested();
         return;
     }

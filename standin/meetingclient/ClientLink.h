@@ -1,7 +1,6 @@
 // The meeting client on the bus: hears requests, sends answers, is brought to the front, takes orders.
 #pragma once
 
-#include "platform/Literals.h"
 #include "platform/services/bus/Notifications.h"
 #include "standin/meetingclient/AnswerRules.h"
 #include "standin/meetingclient/MeetingService.h"
@@ -9,16 +8,6 @@
 #include <QObject>
 
 namespace meetingclient {
-
-// On the name below, the user info {"rule": line} adds a rule of AnswerRules to a running client, or is an
-// order of People.h.
-inline const QString controlNotification = u"ParloMeetingsClientControl"_s;
-inline const QString controlRuleKey = u"rule"_s;
-// In place of a rule: the client ends itself.
-inline const QString controlExit = u"exit"_s;
-// Brings the client to the front, with its start URL.
-inline const QString activationNotification = u"Noti_ActivateVelaApplicationExternally"_s;
-inline const QString activationUrlKey = u"Param_ActivateVelaApplicationExternally"_s;
 
 class ClientLink : public QObject {
     Q_OBJECT

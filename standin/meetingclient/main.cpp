@@ -4,19 +4,20 @@
 #include "standin/meetingclient/ClientWindow.h"
 #include "standin/meetingclient/People.h"
 #include "standin/program/Program.h"
+#include "standin/support/BusNames.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QStandardPaths>
 
-namespace {
+namespace names = standin::names;
 
-const QString clientIdentifier = u"com.parlo.meetings"_s;
+namespace {
 
 // One client at a time: a second start brings the first to the front, and ends.
 int wakeRunningClient(const QString &url) {
-    platform::services().distributedNotifications->post(meetingclient::activationNotification, QString(),
-                                                        {{meetingclient::activationUrlKey, url}}, true);
+    platform::services().distributedNotifications->post(names::activation, QString(),
+                                                        {{names::activationUrlKey, url}}, true);
     return 0;
 }
 
@@ -26,12 +27,12 @@ int tell(const QString &rule) {
     meetingclient::AnswerRules check;
     meetingclient::MeetingStore tried{QString()};
     const bool known =
-        rule == meetingclient::controlExit ||
+        rule == names::controlExit ||
         (meetingclient::isOrder(rule) ? meetingclient::obey(tried, rule, &error) : check.add(rule, &error));
     if (!known)
         program::refuse(error);
-    platform::services().distributedNotifications->post(meetingclient::controlNotification, QString(),
-                                                        {{meetingclient::controlRuleKey, rule}}, true);
+    platform::services().distributedNotifications->post(names::control, QString(),
+                                                        {{names::controlRuleKey, rule}}, true);
     return 0;
 }
 
@@ -65,9 +66,9 @@ int main(int argc, char **argv) {
     const QString order = parser.value(u"tell"_s);
     if (!order.isEmpty())
         return tell(order);
-    if (platform::services().workspace->runningApplications().contains(clientIdentifier))
+    if (platform::services().workspace->runningApplications().contains(names::client))
         return wakeRunningClient(parser.positionalArguments().value(0));
-    options.bundleIdentifier = clientIdentifier;
+    options.bundleIdentifier = names::client;
     platform::setServices(platform::makeDesktopServices(options));
 
     QString data = parser.value(u"data"_s);

@@ -2,7 +2,7 @@
 // one with gaps in its numbers, and another user.
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/walkthrough/Input.h"
-#include "standin/walkthrough/Session.h"
+#include "standin/walkthrough/Parts.h"
 
 #include <QApplication>
 #include <QLineEdit>

@@ -1,6 +1,7 @@
 #include "standin/walkthrough/BusFlood.h"
 
 #include "platform/services/Services.h"
+#include "standin/support/BusNames.h"
 
 #include <QCoreApplication>
 #include <QRandomGenerator>
@@ -17,16 +18,15 @@ constexpr int pause = 2; // milliseconds between two bursts
 constexpr int burst = 4;
 constexpr int leastUrgent = 19; // of the system's niceness
 constexpr int hugeText = 1'000'000;
-constexpr quint32 seed = 20261124; // the same noise every time
+constexpr quint32 seed = 20261124; // the same messages every time
 
-const QString channels[] = {u"VelaVideoClientToVelaOutlookPlugin_PRL"_s,
-                            u"VelaOutlookPluginToVelaVideoClient_PRL"_s,
+const QString channels[] = {standin::names::answersOfClient, standin::names::requestsToClient,
                             u"VelaOutlookPluginToVelaVideoClient"_s};
 // None of them is a request or an answer, whatever the number before it.
 const QString texts[] = {u"{\"unclosed\": ["_s, u";;;;;;;;;;;;;;;"_s,   QString(),
                          u"%%%not base64%%%"_s, u"9;no such command"_s, QString(QChar(0xd800))};
 
-platform::TextMap somethingElse(QRandomGenerator &random) {
+platform::TextMap uselessMessage(QRandomGenerator &random) {
     // Numbers that stand for nothing: 0, and from 200 on.
     const quint32 action = random.bounded(2) ? 0 : 200 + random.bounded(100000u);
     platform::TextMap info{{u"actionId"_s, QString::number(action)},
@@ -55,8 +55,7 @@ platform::TextMap somethingElse(QRandomGenerator &random) {
 int floodBus() {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     platform::setServices(platform::makeDesktopServices({}));
-    // As much as the bus carries, and what the machine has to spare: where the others get no processor time
-    // the walk would measure that.
+    // As much as the bus carries, but only with processor time that the other programs leave.
     ::setpriority(PRIO_PROCESS, 0, leastUrgent);
     platform::DistributedNotificationCenter &bus = *platform::services().distributedNotifications;
     QRandomGenerator random(seed);
@@ -70,7 +69,7 @@ int floodBus() {
             return;
         onTheirWay = burst;
         for (int i = 0; i < burst; ++i)
-            bus.post(channels[random.bounded(int(std::size(channels)))], QString(), somethingElse(random),
+            bus.post(channels[random.bounded(int(std::size(channels)))], QString(), uselessMessage(random),
                      true);
     });
     timer.start(pause);

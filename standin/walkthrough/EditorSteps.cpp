@@ -1,7 +1,7 @@
 // Add a meeting through the sheet, save, reopen, change, move, remove, send.
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/walkthrough/Input.h"
-#include "standin/walkthrough/Session.h"
+#include "standin/walkthrough/Parts.h"
 
 #include <QApplication>
 #include <QJsonObject>

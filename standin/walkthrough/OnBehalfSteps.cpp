@@ -2,7 +2,7 @@
 // From has changed.
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/walkthrough/Input.h"
-#include "standin/walkthrough/Session.h"
+#include "standin/walkthrough/Parts.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -21,9 +21,9 @@ QByteArray contentOf(const QString &path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// A program of this walk, and not of another one on the same machine: it has the walk's bus in its
-// environment, or is the bus, which the same process has started that started this one.
-bool isOfThisWalk(const QString &process) {
+// A program of this walk-through, and not of another one on the same machine: it has this bus in its
+// environment, or it is the bus, which this process's parent has started.
+bool isOfThisSession(const QString &process) {
     const QByteArray bus = "DBUS_SESSION_BUS_ADDRESS=" + qgetenv("DBUS_SESSION_BUS_ADDRESS");
     if (contentOf(process + u"/environ"_s).split('\0').contains(bus))
         return true;
@@ -38,7 +38,7 @@ int killAll(const QString &program) {
         const int id = entry.toInt();
         const QString process = processes.filePath(entry);
         if (id > 0 && QFileInfo(process + u"/exe"_s).symLinkTarget().section(u'/', -1) == program &&
-            isOfThisWalk(process))
+            isOfThisSession(process))
             killed += ::kill(id, SIGKILL) == 0;
     }
     return killed;
@@ -47,17 +47,17 @@ int killAll(const QString &program) {
 } // namespace
 
 std::optional<ProcessKill> ProcessKill::parse(const QString &text) {
-    const qsizetype whom = names.indexOf(text.section(u':', 0, 0));
+    const qsizetype target = names.indexOf(text.section(u':', 0, 0));
     const int at = text.section(u':', 1).toInt();
-    if (whom < 0 || at < 1)
+    if (target < 0 || at < 1)
         return std::nullopt;
-    return ProcessKill{Whom(whom), at};
+    return ProcessKill{Target(target), at};
 }
 
-int ProcessKill::happen() const {
-    if (whom == Whom::Host)
+int ProcessKill::execute() const {
+    if (target == Target::Host)
         std::raise(SIGKILL);
-    return killAll(programs[int(whom)]);
+    return killAll(programs[int(target)]);
 }
 
 } // namespace walkthrough

@@ -1,4 +1,4 @@
-// What goes wrong in a walk on purpose: one of its programs is killed without warning.
+// An injected fault: one of the programs is killed without warning.
 #pragma once
 
 #include <QString>
@@ -7,14 +7,14 @@
 namespace walkthrough {
 
 struct ProcessKill {
-    enum class Whom { Host, Client, Agent, Bus };
-    Whom whom;
+    enum class Target { Host, Client, Agent, Bus };
+    Target target;
     int atMessage; // how many messages have gone over the bus by then, from 1
 
     // "client:7"; none when it is not of that form.
     [[nodiscard]] static std::optional<ProcessKill> parse(const QString &text);
-    // Kills it, as `kill -9` does, and answers how many processes that were. The host is this process.
-    int happen() const;
+    // Kills it as `kill -9` does, and answers how many processes that were. The host is this process.
+    int execute() const;
 };
 
 } // namespace walkthrough

@@ -2,7 +2,7 @@
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/grid/EventTileView.h"
 #include "standin/walkthrough/Input.h"
-#include "standin/walkthrough/Session.h"
+#include "standin/walkthrough/Parts.h"
 
 #include <QApplication>
 #include <QFile>

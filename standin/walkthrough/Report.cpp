@@ -1,6 +1,7 @@
 #include "standin/walkthrough/Report.h"
 
 #include "platform/services/Services.h"
+#include "standin/support/BusNames.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -13,12 +14,12 @@
 
 namespace walkthrough {
 
+namespace names = standin::names;
+
 namespace {
 
-const QString requestChannel = u"VelaOutlookPluginToVelaVideoClient_PRL"_s;
-const QString answerChannel = u"VelaVideoClientToVelaOutlookPlugin_PRL"_s;
 constexpr int shownCharacters = 140;
-constexpr int shortPatience = 3000;
+constexpr int shortTimeout = 3000;
 constexpr int slice = 20; // milliseconds for which the event loop runs between two looks at a condition
 
 QString oneLine(QString text) {
@@ -34,20 +35,22 @@ void printLine(const QString &line) {
 
 } // namespace
 
-int Report::s_longestPatience = std::numeric_limits<int>::max();
+int Report::s_longestTimeout = std::numeric_limits<int>::max();
 
 void Report::expect(const ProcessKill &kill) {
-    m_mishap = kill;
-    s_longestPatience = shortPatience;
+    m_kill = kill;
+    s_longestTimeout = shortTimeout;
 }
 
 Report::Report(QString folder)
     : m_folder(std::move(folder)) {
     platform::DistributedNotificationCenter &bus = *platform::services().distributedNotifications;
     m_observers << bus.addObserver(
-        requestChannel, [this](const QString &, const platform::TextMap &info) { record(true, info); });
+        names::requestsToClient,
+        [this](const QString &, const platform::TextMap &info) { record(true, info); });
     m_observers << bus.addObserver(
-        answerChannel, [this](const QString &, const platform::TextMap &info) { record(false, info); });
+        names::answersOfClient,
+        [this](const QString &, const platform::TextMap &info) { record(false, info); });
 }
 
 Report::~Report() {
@@ -56,9 +59,9 @@ Report::~Report() {
 }
 
 void Report::record(bool sent, const platform::TextMap &userInfo) {
-    m_messages.append({sent, userInfo.value(u"actionId"_s).toUInt(), userInfo.value(u"content"_s)});
-    if (m_mishap && m_messages.size() == m_mishap->atMessage)
-        comment(u"a kill at message %1: %2 killed"_s.arg(m_messages.size()).arg(m_mishap->happen()));
+    m_messages.append({sent, userInfo.value(names::actionIdKey).toUInt(), userInfo.value(names::contentKey)});
+    if (m_kill && m_messages.size() == m_kill->atMessage)
+        comment(u"a kill at message %1: %2 killed"_s.arg(m_messages.size()).arg(m_kill->execute()));
 }
 
 bool Report::step(bool ok, const QString &what) {
@@ -84,7 +87,7 @@ void Report::picture(QWidget *widget, const QString &name) {
 }
 
 bool Report::waitFor(const std::function<bool()> &condition, int milliseconds) {
-    const QDeadlineTimer deadline(std::min(milliseconds, s_longestPatience));
+    const QDeadlineTimer deadline(std::min(milliseconds, s_longestTimeout));
     while (!condition()) {
         if (deadline.hasExpired())
             return false;

@@ -1,5 +1,5 @@
-// The report of a walk: TAP on standard output, pictures in a folder, and what went over the bus beneath each
-// step.
+// What a walk-through reports: TAP on standard output with the messages on the bus beneath each step, and
+// pictures in a folder.
 #pragma once
 
 #include "platform/services/bus/Notifications.h"
@@ -26,15 +26,15 @@ public:
     explicit Report(QString folder);
     ~Report();
 
-    // One TAP line, with the messages since the last one beneath it. A false one makes the walk fail.
+    // One TAP line, with the messages since the last one beneath it. A false one makes the walk-through fail.
     bool step(bool ok, const QString &what);
     void comment(const QString &text);
     // Saves a picture of the widget; a failure fails the report.
     void picture(QWidget *widget, const QString &name);
 
     // Lets events happen until the condition holds; false when it does not within the time. No fixed waiting.
-    static bool waitFor(const std::function<bool()> &condition, int milliseconds = usualPatience);
-    // Something will go wrong. Nothing is waited for as long as usual then: it may never come.
+    static bool waitFor(const std::function<bool()> &condition, int milliseconds = usualTimeout);
+    // Announces a fault. Time-outs are shorter then, because the awaited event may never come.
     void expect(const ProcessKill &kill);
     // Lets everything happen that falls due within the seconds (0: that is due already).
     static void settle(double seconds = 0);
@@ -51,9 +51,9 @@ public:
     [[nodiscard]] bool failed() const { return m_failed; }
 
 private:
-    static constexpr int usualPatience = 10000;
-    static int s_longestPatience;
-    std::optional<ProcessKill> m_mishap;
+    static constexpr int usualTimeout = 10000;
+    static int s_longestTimeout;
+    std::optional<ProcessKill> m_kill;
     void record(bool sent, const platform::TextMap &userInfo);
     QString m_folder;
     QList<Message> m_messages;

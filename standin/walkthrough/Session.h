@@ -3,8 +3,7 @@
 
 #include "standin/mailhost/windows/HostApplication.h"
 #include "standin/mailhost/windows/editor/EditorWindow.h"
-#include "standin/walkthrough/Desktop.h"
-#include "standin/walkthrough/MeetingSteps.h"
+#include "standin/walkthrough/Programs.h"
 #include "standin/walkthrough/Report.h"
 
 #include <QTemporaryDir>
@@ -46,6 +45,16 @@ inline const QString password = u"Tulip7"_s; // of the first meeting
 [[nodiscard]] inline QString removeInAlertButton() {
     return words(u"Button_OKGot"_s);
 }
+
+struct SessionOptions {
+    QString hostVersion;
+    // Pictures, the calendar file and the outbox go below it.
+    QString out;
+    QString calendar; // is copied first; empty: the sample calendar
+    // Where the programs keep what they keep for their user; empty: in a folder that is thrown away.
+    QString state;
+    std::optional<ProcessKill> kill;
+};
 
 class Session {
 public:
@@ -126,16 +135,5 @@ private:
     QString m_meetingUid;
     QString m_otherMeetingUid;
 };
-
-// The parts of the walk, in their order. Each answers whether the next one can be walked.
-bool runFirstCancellation(Session &session);
-bool runEditor(Session &session);
-bool runCalendar(Session &session);
-bool runRefusals(Session &session);
-bool runLateAnswers(Session &session);
-bool runDeletions(Session &session);
-bool runToolBar(Session &session);
-bool runAudioConferences(Session &session);
-bool runOnBehalf(Session &session);
 
 } // namespace walkthrough

@@ -4,7 +4,7 @@
 #include "platform/toolkit/ToolbarCustomization.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/walkthrough/Input.h"
-#include "standin/walkthrough/Session.h"
+#include "standin/walkthrough/Parts.h"
 
 #include <QApplication>
 #include <QDesktopServices>

@@ -1,10 +1,10 @@
-// Walks the whole road on the real windows without a person: parlo-walkthrough [--host-version V] OUT
-// [my.ics]
+// Runs through everything that a user does, on the real windows and without a user:
+// parlo-walkthrough [--host-version V] OUT [my.ics]
 #include "platform/Literals.h"
+#include "standin/support/OwnRoot.h"
+#include "standin/support/PrivateBus.h"
 #include "standin/walkthrough/BusFlood.h"
-#include "standin/walkthrough/Desktop.h"
-#include "standin/walkthrough/MeetingSteps.h"
-#include "standin/walkthrough/OwnRoot.h"
+#include "standin/walkthrough/Parts.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -15,18 +15,44 @@
 namespace {
 
 const QString versionOption = u"host-version"_s;
-const QString innerOption = u"one-generation"_s;
 const QString languageOption = u"language"_s;
 const QString scaleOption = u"scale"_s;
-const QString stateOption = u"state"_s;
-const QString mishapOption = u"kill"_s;
-const QString noiseOption = u"noise"_s;
 const QString darkOption = u"dark"_s;
+const QString stateOption = u"state"_s;
+const QString killOption = u"kill"_s;
+const QString floodOption = u"flood"_s;
+// Of the processes that this program starts.
+const QString innerOption = u"one-generation"_s;
+const QString flooderOption = u"send-flood"_s;
 constexpr int exitStepFailed = 1;
+constexpr int exitNoBus = 3;
 constexpr int exitCrashed = 4;
 const QStringList generations = {u"15.8"_s, u"16"_s};
 
-// Numbers the lines of one generation's report on from `count`. False when one of them is a failure.
+void addOptions(QCommandLineParser &parser) {
+    parser.addHelpOption();
+    parser.addOption({versionOption, u"Use this generation of the host alone."_s, u"version"_s});
+    parser.addOption({languageOption, u"The desktop's language, as \"de\"."_s, u"language"_s, u"en"_s});
+    parser.addOption({scaleOption, u"Pixels for each point, in each direction."_s, u"ratio"_s, u"1"_s});
+    parser.addOption({darkOption, u"Use a dark palette."_s});
+    parser.addOption({stateOption,
+                      u"Keep what the programs keep for their user, and begin with what is there."_s,
+                      u"folder"_s});
+    parser.addOption({killOption,
+                      u"Kill host, client, agent or bus when so many messages have gone over the "
+                      "bus, as in \"client:7\"; then not every step is expected to succeed."_s,
+                      u"target:message"_s});
+    parser.addOption({floodOption, u"Flood the bus with what is neither request nor answer."_s});
+    for (const QString &name : {innerOption, flooderOption}) {
+        QCommandLineOption option(name);
+        option.setFlags(QCommandLineOption::HiddenFromHelp);
+        parser.addOption(option);
+    }
+    parser.addPositionalArgument(u"out"_s, u"The folder for pictures and calendar files."_s);
+    parser.addPositionalArgument(u"calendar"_s, u"Use a copy of this calendar."_s, u"[my.ics]"_s);
+}
+
+// Numbers the lines of one generation's report on from `count`. False if one of them is a failure.
 bool relay(QProcess &process, int &count, const QString &version) {
     bool good = true;
     while (process.state() != QProcess::NotRunning || process.canReadLine()) {
@@ -46,7 +72,7 @@ bool relay(QProcess &process, int &count, const QString &version) {
     return good;
 }
 
-bool walkOneGeneration(const QString &version, const QStringList &arguments, int &count, bool &crashed) {
+bool runOneGeneration(const QString &version, const QStringList &arguments, int &count, bool &crashed) {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(QCoreApplication::applicationFilePath(),
@@ -55,72 +81,65 @@ bool walkOneGeneration(const QString &version, const QStringList &arguments, int
     if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0)
         return good;
     crashed = crashed || process.exitStatus() == QProcess::CrashExit;
-    std::fprintf(stdout, "not ok %d - host %s: the walk came to its end (%s %d)\n", ++count,
+    std::fprintf(stdout, "not ok %d - host %s: the walk-through comes to its end (%s %d)\n", ++count,
                  qPrintable(version), crashed ? "killed by signal" : "exit code", process.exitCode());
     return false;
 }
 
-// A walk does not depend on the language or the folders of the person who starts it. All its programs run on
-// the platform of this one.
-void prepareEnvironment(const walkthrough::PrivateBus &bus, const QTemporaryDir &home,
-                        const QCommandLineParser &parser) {
+// Nothing depends on the language or the folders of the user who starts this program. All programs run on the
+// platform of this one.
+void prepareEnvironment(const QTemporaryDir &home, const QCommandLineParser &parser) {
     qputenv("QT_QPA_PLATFORM", QGuiApplication::platformName().toUtf8());
     if (!qEnvironmentVariableIsSet("XAUTHORITY")) // the X server's key stays where it is
         qputenv("XAUTHORITY", QDir::home().filePath(u".Xauthority"_s).toUtf8());
-    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
     qputenv("LC_ALL", "C.UTF-8");
     qputenv("LANGUAGE", parser.value(languageOption).toUtf8());
     qputenv("QT_SCALE_FACTOR", parser.value(scaleOption).toUtf8());
-    for (const char *name :
-         {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"}) {
-        const QString folder = home.filePath(QString::fromLatin1(name));
-        QDir().mkpath(folder);
-        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        qputenv(name, folder.toUtf8());
-    }
+    const QProcessEnvironment folders = standin::userFolders(home.path());
+    for (const QString &name : folders.keys())
+        qputenv(qPrintable(name), folders.value(name).toUtf8());
     const QString built = QDir(QCoreApplication::applicationDirPath()).filePath(u"../root"_s);
     const QString root = home.filePath(u"root"_s);
-    walkthrough::makeRoot(root, qEnvironmentVariable("PARLO_ROOT", built));
+    standin::makeRoot(root, qEnvironmentVariable("PARLO_ROOT", built));
     qputenv("PARLO_ROOT", root.toUtf8());
 }
 
-int walkAllGenerations(const QCommandLineParser &parser) {
-    const QStringList versions =
-        parser.isSet(versionOption) ? QStringList{parser.value(versionOption)} : generations;
+int runAllGenerations(const QCommandLineParser &parser) {
     QStringList arguments = parser.positionalArguments();
-    for (const QString &option : {stateOption, mishapOption})
+    for (const QString &option : {stateOption, killOption})
         if (parser.isSet(option))
             arguments = QStringList{u"--"_s + option, parser.value(option)} + arguments;
     if (parser.isSet(darkOption))
         arguments.prepend(u"--"_s + darkOption);
-    const walkthrough::PrivateBus bus;
+    standin::PrivateBus bus;
     const QTemporaryDir home;
-    QProcess noise;
-    if (bus.address().isEmpty()) {
-        std::fprintf(stderr, "%s\n", qPrintable(bus.error()));
-        return 3;
+    if (!bus.start()) {
+        std::fprintf(stderr, "The message bus daemon could not be started. Install the package dbus.\n");
+        return exitNoBus;
     }
-    prepareEnvironment(bus, home, parser);
-    if (parser.isSet(noiseOption)) {
-        noise.start(QCoreApplication::applicationFilePath(), {u"--make-noise"_s});
-        noise.waitForStarted();
+    prepareEnvironment(home, parser);
+    QProcess flooder;
+    if (parser.isSet(floodOption)) {
+        flooder.start(QCoreApplication::applicationFilePath(), {u"--"_s + flooderOption});
+        flooder.waitForStarted();
     }
     int count = 0;
     bool good = true;
     bool crashed = false;
-    for (const QString &version : versions)
-        good = walkOneGeneration(version, arguments, count, crashed) && good;
+    for (const QString &version :
+         parser.isSet(versionOption) ? QStringList{parser.value(versionOption)} : generations)
+        good = runOneGeneration(version, arguments, count, crashed) && good;
     std::fprintf(stdout, "1..%d\n", count);
-    if (parser.isSet(noiseOption) && (noise.waitForFinished(0) || noise.state() != QProcess::Running)) {
-        std::fprintf(stdout, "not ok - the noise came to its end before the walk\n");
+    if (parser.isSet(floodOption) && (flooder.waitForFinished(0) || flooder.state() != QProcess::Running)) {
+        std::fprintf(stdout, "not ok - the bus is flooded until the end\n");
         good = false;
     }
-    noise.kill();
-    noise.waitForFinished();
+    flooder.kill();
+    flooder.waitForFinished();
     return crashed ? exitCrashed : good ? 0 : exitStepFailed;
 }
 
-// As desktops have them; the style is told by nothing else.
+// As desktops have them; nothing else says that the style is dark.
 void useDarkPalette() {
     const QColor back(0x3a, 0x3a, 0x3a), field(0x1a, 0x1a, 0x1a), text(0xea, 0xea, 0xea),
         pale(0x8a, 0x8a, 0x8a);
@@ -140,8 +159,7 @@ void useDarkPalette() {
 } // namespace
 
 int main(int argc, char **argv) {
-    // Set before the application object exists. Otherwise than with "--platform xcb" nothing is seen of a
-    // report.
+    // Set before the application object exists. Only "--platform xcb" shows something on a screen.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
@@ -151,42 +169,20 @@ int main(int argc, char **argv) {
     parser.setApplicationDescription(u"Adds, changes, sends and removes a meeting on the real "
                                      "windows, reports each step as TAP, and leaves "
                                      "pictures and calendar files in a folder."_s);
-    parser.addHelpOption();
-    parser.addOption({versionOption, u"Report in this generation of the host alone."_s, u"version"_s});
-    parser.addOption({languageOption, u"The desktop's language, as \"de\"."_s, u"language"_s, u"en"_s});
-    parser.addOption({scaleOption, u"Pixels for each point, in each direction."_s, u"ratio"_s, u"1"_s});
-    parser.addOption({darkOption, u"In a dark palette."_s});
-    parser.addOption({stateOption,
-                      u"Keep what the programs keep for their user, and begin with what is there."_s,
-                      u"folder"_s});
-    parser.addOption({mishapOption,
-                      u"Kill host, client, agent or bus when so many messages have gone over the "
-                      "bus, as in \"client:7\"; then the walk is not expected to be finished."_s,
-                      u"whom:message"_s});
-    parser.addOption({noiseOption, u"Flood the bus with what is neither request nor answer."_s});
-    QCommandLineOption floodBus(u"make-noise"_s);
-    floodBus.setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOption(floodBus);
-    QCommandLineOption inner(innerOption);
-    inner.setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOption(inner);
-    parser.addPositionalArgument(u"out"_s, u"The folder for pictures and calendar files."_s);
-    parser.addPositionalArgument(u"calendar"_s, u"Report on a copy of this calendar."_s, u"[my.ics]"_s);
+    addOptions(parser);
     parser.process(application);
-    if (parser.isSet(floodBus))
+    if (parser.isSet(flooderOption))
         return walkthrough::floodBus();
     const QStringList arguments = parser.positionalArguments();
     if (arguments.isEmpty())
         parser.showHelp(2);
-
-    if (parser.isSet(darkOption) && parser.isSet(innerOption))
+    if (!parser.isSet(innerOption))
+        return runAllGenerations(parser);
+    if (parser.isSet(darkOption))
         useDarkPalette();
-    if (parser.isSet(innerOption))
-        return walkthrough::runWalkthrough(
-            {.hostVersion = parser.value(versionOption),
-             .out = arguments.value(0),
-             .calendar = arguments.value(1),
-             .state = parser.value(stateOption),
-             .kill = walkthrough::ProcessKill::parse(parser.value(mishapOption))});
-    return walkAllGenerations(parser);
+    return walkthrough::runWalkthrough({.hostVersion = parser.value(versionOption),
+                                        .out = arguments.value(0),
+                                        .calendar = arguments.value(1),
+                                        .state = parser.value(stateOption),
+                                        .kill = walkthrough::ProcessKill::parse(parser.value(killOption))});
 }

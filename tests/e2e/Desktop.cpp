@@ -1,7 +1,8 @@
 #include "tests/e2e/Desktop.h"
 
 #include "platform/services/Services.h"
-#include "standin/walkthrough/OwnRoot.h"
+#include "standin/support/BusNames.h"
+#include "standin/support/OwnRoot.h"
 #include "tests/support/CalendarBuilder.h"
 
 #include <QDir>
@@ -14,9 +15,6 @@ namespace e2e {
 
 namespace {
 
-const QString requestChannel = u"VelaOutlookPluginToVelaVideoClient_PRL"_s;
-const QString answerChannel = u"VelaVideoClientToVelaOutlookPlugin_PRL"_s;
-const QString clientIdentifier = u"com.parlo.meetings"_s;
 const QString slowly = u"delay any 1500"_s;
 const QString programName = u" — Parlo Host"_s;
 const QStringList subjects{u"First"_s, u"Second"_s, u"Third"_s};
@@ -52,10 +50,10 @@ void Desktop::SetUp() {
     options.defaultsFolder = path(u"test-defaults"_s);
     options.documentsFolder = path(u"test-documents"_s);
     platform::setServices(platform::makeDesktopServices(options));
-    observe(true, requestChannel);
-    observe(false, answerChannel);
+    observe(true, standin::names::requestsToClient);
+    observe(false, standin::names::answersOfClient);
     if (!isInstallation())
-        walkthrough::makeRoot(path(u"root"_s), qEnvironmentVariable("PARLO_ROOT"));
+        standin::makeRoot(path(u"root"_s), qEnvironmentVariable("PARLO_ROOT"));
     writeCalendar();
     ASSERT_TRUE(startClient());
     ASSERT_TRUE(startHost());
@@ -80,7 +78,8 @@ void Desktop::TearDown() {
 void Desktop::observe(bool requests, const QString &channel) {
     static_cast<void>(platform::services().distributedNotifications->addObserver(
         channel, [this, requests](const QString &, const platform::TextMap &info) {
-            m_messages.append({requests, info.value(u"actionId"_s).toInt(), info.value(u"content"_s)});
+            m_messages.append({requests, info.value(standin::names::actionIdKey).toInt(),
+                               info.value(standin::names::contentKey)});
         }));
 }
 
@@ -105,13 +104,7 @@ QProcessEnvironment Desktop::environment() const {
     environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
     if (!isInstallation())
         environment.insert(u"PARLO_ROOT"_s, path(u"root"_s));
-    for (const char *name :
-         {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"}) {
-        const QString folder = path(QString::fromLatin1(name));
-        QDir().mkpath(folder);
-        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        environment.insert(QString::fromLatin1(name), folder);
-    }
+    environment.insert(standin::userFolders(m_folder.path()));
     return environment;
 }
 
@@ -131,7 +124,7 @@ void Desktop::endClient() {
 }
 
 bool Desktop::isClientRunning() {
-    return platform::services().workspace->runningApplications().contains(clientIdentifier);
+    return platform::services().workspace->runningApplications().contains(standin::names::client);
 }
 
 bool Desktop::startHost() {

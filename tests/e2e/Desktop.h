@@ -4,8 +4,9 @@
 
 #include "platform/Literals.h"
 #include "standin/mailhost/store/CalendarFile.h"
+#include "standin/support/PrivateBus.h"
 #include "tests/e2e/Screen.h"
-#include "tests/platform/PrivateBus.h"
+#include "tests/support/WaitFor.h"
 
 #include <QJsonObject>
 #include <QPoint>
@@ -85,7 +86,7 @@ private:
     void observe(bool requests, const QString &channel);
 
     QTemporaryDir m_folder;
-    PrivateBus m_bus;
+    standin::PrivateBus m_bus;
     QList<Message> m_messages;
     Child m_client;
     Child m_host;

@@ -1,7 +1,7 @@
 #include "tests/e2e/Screen.h"
 
 #include "platform/Literals.h"
-#include "tests/platform/PrivateBus.h"
+#include "tests/support/WaitFor.h"
 
 #include <QFile>
 #include <QPoint>

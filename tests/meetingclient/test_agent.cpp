@@ -1,21 +1,23 @@
 #include "platform/services/propertylist/PropertyList.h"
 #include "standin/agent/PluginAgent.h"
+#include "standin/support/BusNames.h"
 #include "tests/support/TestServices.h"
 
 #include <QDir>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+namespace names = standin::names;
+
 namespace {
 
-const QString requests = u"vOutlookPluginToVOutlookPluginAgent"_s;
-const QString answers = u"vOutlookPluginAgentToVOutlookPlugin"_s;
 const QString clientPath = u"/Applications/Parlo Meetings.app"_s;
 
 class AgentTest : public testing::Test {
 protected:
     void ask(const char *action) {
-        desktop.bus->post(requests, QString(), {{"actionId", QString::fromLatin1(action)}}, true);
+        desktop.bus->post(names::requestsToAgent, QString(), {{"actionId", QString::fromLatin1(action)}},
+                          true);
         desktop.runLoop->advance(0);
     }
     void givenAClient(const QString &identifier, const QString &path, const QString &executable,
@@ -27,9 +29,7 @@ protected:
         ASSERT_TRUE(platform::PropertyList::write(contents + u"/Info.plist"_s,
                                                   QVariantMap{{"CFBundleVersion", version}}));
     }
-    void givenAnInstalledClient() {
-        givenAClient("com.parlo.meetings", clientPath, "/bin/client", "3.6.40500");
-    }
+    void givenAnInstalledClient() { givenAClient(names::client, clientPath, "/bin/client", "3.6.40500"); }
     QTemporaryDir folder;
     platform::TestDesktop desktop = platform::installTestServices();
     pluginagent::PluginAgent agent;
@@ -42,7 +42,7 @@ TEST_F(AgentTest, TellsTheInstalledClientsVersion) {
     ask("1");
     const auto &posted = desktop.bus->posted();
     ASSERT_EQ(posted.size(), 2);
-    EXPECT_EQ(posted.last().name, answers);
+    EXPECT_EQ(posted.last().name, names::answersOfAgent);
     EXPECT_EQ(posted.last().userInfo, (platform::TextMap{{"actionId", "1"}, {"content", "3.6.40500"}}));
 }
 
@@ -58,10 +58,10 @@ TEST_F(AgentTest, StartsTheClientOrBringsARunningOneToTheFront) {
     ask("2");
     ASSERT_EQ(desktop.workspace->started.size(), 1);
     EXPECT_EQ(desktop.workspace->started.first().executable, u"/bin/client"_s);
-    desktop.workspace->running.append("com.parlo.meetings");
+    desktop.workspace->running.append(names::client);
     ask("2");
     EXPECT_EQ(desktop.workspace->started.size(), 1);
-    EXPECT_EQ(desktop.bus->posted().last().name, u"Noti_ActivateVelaApplicationExternally"_s);
+    EXPECT_EQ(desktop.bus->posted().last().name, names::activation);
 }
 
 // Each place that is filled takes precedence over those before it.
@@ -74,13 +74,13 @@ TEST_F(AgentTest, FindsTheClientWhereThePlugInFindsIt) {
     desktop.workspace->home = folder.filePath("home");
     const QString own =
         desktop.workspace->homeFolder() + u"/Library/Application Support/Parlo Meetings/Parlo Meetings.app"_s;
-    givenAClient("com.parlo.meetings", "/Users/Shared/Other.app", "/bin/1", "1");
+    givenAClient(names::client, "/Users/Shared/Other.app", "/bin/1", "1");
     expectFound("1");
     givenAClient("own", own, "/bin/2", "2");
     expectFound("2");
     givenAClient("everybody's", clientPath, "/bin/3", "3");
     expectFound("3");
-    desktop.userDefaults->domains["com.parlo.meetings"]["installPath"] = "/opt/Chosen.app";
+    desktop.userDefaults->domains[names::client]["installPath"] = "/opt/Chosen.app";
     expectFound("3"); // nothing is there
     givenAClient("chosen", "/opt/Chosen.app", "/bin/4", "4");
     expectFound("4");

@@ -1,7 +1,8 @@
 // The same claims about the bus double and about the session bus, and about notifications inside the process.
 #include "platform/services/Services.h"
-#include "tests/platform/PrivateBus.h"
+#include "standin/support/PrivateBus.h"
 #include "tests/support/TestServices.h"
+#include "tests/support/WaitFor.h"
 #include "tests/support/Warnings.h"
 
 #include <QCoreApplication>
@@ -27,7 +28,7 @@ protected:
             center = std::make_unique<MemoryNotificationBus>(runLoop);
             return;
         }
-        bus = std::make_unique<PrivateBus>();
+        bus = std::make_unique<standin::PrivateBus>();
         ASSERT_TRUE(bus->start());
         center = std::move(platform::makeDesktopServices({}).distributedNotifications);
     }
@@ -48,7 +49,7 @@ protected:
     }
 
     VirtualRunLoop runLoop;
-    std::unique_ptr<PrivateBus> bus;
+    std::unique_ptr<standin::PrivateBus> bus;
     std::unique_ptr<DistributedNotificationCenter> center;
     QList<QPair<QString, TextMap>> heard;
 };

@@ -1,7 +1,7 @@
 // The same claims about the double and about the desktop's run loop.
 #include "platform/services/runloop/QtRunLoop.h"
-#include "tests/platform/PrivateBus.h"
 #include "tests/support/TestServices.h"
+#include "tests/support/WaitFor.h"
 #include "tests/support/Warnings.h"
 
 #include <QElapsedTimer>

@@ -1,7 +1,8 @@
 // What only a real bus can do to the desktop's services.
 #include "platform/services/Services.h"
 #include "platform/services/propertylist/PropertyList.h"
-#include "tests/platform/PrivateBus.h"
+#include "standin/support/PrivateBus.h"
+#include "tests/support/WaitFor.h"
 #include "tests/support/Warnings.h"
 
 #include <QDir>
@@ -38,7 +39,7 @@ protected:
     }
 
     QTemporaryDir folder;
-    PrivateBus bus;
+    standin::PrivateBus bus;
     QStringList heard;
 };
 

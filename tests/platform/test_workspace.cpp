@@ -3,9 +3,10 @@
 #include "platform/services/bus/SessionBus.h"
 #include "platform/services/propertylist/PropertyList.h"
 #include "platform/services/workspace/DesktopWorkspace.h"
-#include "tests/platform/PrivateBus.h"
+#include "standin/support/PrivateBus.h"
 #include "tests/platform/TestFolder.h"
 #include "tests/support/TestServices.h"
+#include "tests/support/WaitFor.h"
 #include "tests/support/Warnings.h"
 
 namespace {
@@ -42,7 +43,7 @@ protected:
         return folder.content(u"outcome"_s);
     }
 
-    PrivateBus bus; // never started: the address leads nowhere
+    standin::PrivateBus bus; // never started: the address leads nowhere
     TestFolder folder;
     platform::Services desktop;
 };

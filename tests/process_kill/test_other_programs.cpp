@@ -30,11 +30,11 @@ Walked walk(const QStringList &options) {
 
 // The log is read by people who help, and sent around.
 TEST(OtherPrograms, CannotKeepTheRoadFromBeingWalkedAndTheLogHoldsNoSecrets) {
-    const Walked walked = walk({"--noise"});
+    const Walked walked = walk({"--flood"});
     EXPECT_EQ(walked.code, 0) << qPrintable(walked.steps + walked.logged);
     for (const char *known : {"is inviting you", "pwd=Tulip7"})
         EXPECT_TRUE(walked.steps.contains(known)) << known << " went over the bus";
-    EXPECT_GT(walked.steps.count("no such command"), 20) << "the noise was none";
+    EXPECT_GT(walked.steps.count("no such command"), 20) << "nothing was flooded";
     for (const char *secret :
          {"is inviting you", "pwd=", "Tulip7", "meetings.parlo.example/j/", "Bring the figures"})
         EXPECT_FALSE(walked.logged.contains(secret)) << secret << '\n' << qPrintable(walked.logged);

@@ -1,8 +1,8 @@
-#include "tests/platform/PrivateBus.h"
+#include "standin/support/PrivateBus.h"
 
 #include "platform/Literals.h"
 
-#include <QTest>
+namespace standin {
 
 namespace {
 
@@ -25,9 +25,13 @@ PrivateBus::~PrivateBus() {
         qputenv(addressVariable, m_formerAddress);
 }
 
+QString PrivateBus::address() {
+    return qEnvironmentVariable(addressVariable);
+}
+
 bool PrivateBus::start() {
     m_daemon.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--print-address"_s,
-                                      u"--address="_s + qEnvironmentVariable(addressVariable)});
+                                      u"--address="_s + address()});
     while (m_daemon.state() != QProcess::NotRunning && !m_daemon.canReadLine()) {
         if (!m_daemon.waitForReadyRead(generousMilliseconds))
             return false;
@@ -48,6 +52,4 @@ bool PrivateBus::sendSignal(const QString &member, const QStringList &arguments)
     return sender.waitForFinished(generousMilliseconds) && sender.exitCode() == 0;
 }
 
-bool waitFor(const std::function<bool()> &condition) {
-    return QTest::qWaitFor(condition, generousMilliseconds);
-}
+} // namespace standin

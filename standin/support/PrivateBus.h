@@ -1,9 +1,10 @@
-// A session bus of a test's own.
+// A session bus for the programs of one test or walk-through alone.
 #pragma once
 
 #include <QProcess>
 #include <QTemporaryDir>
-#include <functional>
+
+namespace standin {
 
 // The address stays the same however often the daemon is started, and is in this process's environment while
 // the object lives. The daemon runs from start() on.
@@ -11,10 +12,11 @@ class PrivateBus {
 public:
     PrivateBus();
     ~PrivateBus();
-    // False when it is not there after a generous while.
+    // False if the daemon does not come up within a generous time.
     bool start();
     void kill();
-    // Sends a signal of the given arguments, each in dbus-send's notation, and waits until that is done.
+    [[nodiscard]] static QString address();
+    // Sends a signal with the given arguments, each in dbus-send's notation, and waits until it is sent.
     bool sendSignal(const QString &member, const QStringList &arguments);
 
 private:
@@ -23,5 +25,4 @@ private:
     QByteArray m_formerAddress;
 };
 
-// Runs the event loop until the condition holds; false when it does not within a generous while.
-bool waitFor(const std::function<bool()> &condition);
+} // namespace standin

@@ -1,11 +1,11 @@
-#include "standin/walkthrough/OwnRoot.h"
+#include "standin/support/OwnRoot.h"
 
 #include "platform/Literals.h"
 
 #include <QDir>
 #include <QFile>
 
-namespace walkthrough {
+namespace standin {
 
 void makeRoot(const QString &folder, const QString &installed) {
     const QString applications = u"Applications"_s;
@@ -23,4 +23,16 @@ void makeRoot(const QString &folder, const QString &installed) {
         QFile::link(from.absoluteFilePath(entry), to.filePath(entry));
 }
 
-} // namespace walkthrough
+QProcessEnvironment userFolders(const QString &folder) {
+    QProcessEnvironment folders;
+    for (const char *name :
+         {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"}) {
+        const QString path = QDir(folder).filePath(QString::fromLatin1(name));
+        QDir().mkpath(path);
+        QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        folders.insert(QString::fromLatin1(name), path);
+    }
+    return folders;
+}
+
+} // namespace standin
