@@ -8,7 +8,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
-#include <QTest>
 #include <QTextEdit>
 
 namespace walkthrough {
@@ -28,178 +27,135 @@ const QString oddPart = u"+1 800 555 0122,  (US Toll Free), +1 415 555 0177, 730
 const QString firstInvitation = u"730 111 2222"_s;
 const QString secondInvitation = u"730 333 4444"_s;
 const QString room = u"Room 5"_s;
+const QString subject = u"By phone"_s; // of the appointment that gets the conferences
 
-class AudioWalk {
-public:
-    explicit AudioWalk(Session &session)
-        : m_session(session)
-        , m_report(session.report()) {}
-    bool report() {
-        return firstFromTheToolBar() && secondInTheSameAppointment() && anotherUser() && switchedOff() &&
-               withGaps();
-    }
-
-private:
-    bool firstFromTheToolBar();
-    bool secondInTheSameAppointment();
-    bool anotherUser();
-    bool switchedOff();
-    bool withGaps();
-    // Opens the strip's menu and chooses the account, counted from 1.
-    bool chooseAccount(int account);
-    [[nodiscard]] QString location() const {
-        return m_session.control<QLineEdit>(controls::locationField)->text();
-    }
-    [[nodiscard]] QString body() const {
-        return m_session.control<QTextEdit>(controls::bodyEditor)->toPlainText();
-    }
-    bool saves() const;
-    [[nodiscard]] QString uid() const { return m_session.editorController()->content()->UUID(); }
-
-    Session &m_session;
-    Report &m_report;
-    QString m_uid;
-};
-
-bool AudioWalk::saves() const {
-    press(m_session.editor(), Qt::Key_S, Qt::ControlModifier);
-    return Report::waitFor([this] { return m_session.saved(); });
+QString uid(const Session &session) {
+    const auto all = session.host().session()->file().appointments();
+    const auto found = std::find_if(all.rbegin(), all.rend(), // of several the newest
+                                    [](const mailhost::Appointment &one) { return one.summary == subject; });
+    return found == all.rend() ? QString() : found->uid;
 }
 
-// The strip does not offer audio conferences before it is known that there are any. Whose there are is asked
+QString body(const Session &session) {
+    return session.control<QTextEdit>(controls::bodyEditor)->toPlainText();
+}
+
+bool locationBecomes(const Session &session, const QString &text) {
+    const bool became = Report::waitFor([&] {
+        return session.editor() && session.control<QLineEdit>(controls::locationField)->text() == text;
+    });
+    Report::settle();
+    return became;
+}
+
+bool chooseAccount(const Session &session, int account) {
+    QMenu *menu = openMenu(session.stripButton(ButtonText::audio()));
+    session.picture(menu, u"strip-audio-menu"_s);
+    return choose(menu, account - 1);
+}
+
+void signIn(const QString &user, const QString &accounts) {
+    RunningClient::tell(u"user "_s + user);
+    RunningClient::tell(u"accounts "_s + accounts);
+    Report::settle(0.2);
+}
+
+// The strip does not offer audio conferences before it is known that the user has any. They are asked for
 // once for each user: the one before this had none.
-bool AudioWalk::firstFromTheToolBar() {
-    RunningClient::tell(u"user u-1002"_s);
-    RunningClient::tell(u"accounts two"_s);
+bool firstFromTheToolBar(Session &session) {
+    signIn(u"u-1002"_s, u"two"_s);
     const bool opened =
-        m_session.openNew(u"Plain"_s) && !(m_session.isFresh() && m_session.stripButton(audioButton()));
-    m_report.picture(m_session.strip(), u"strip-video-only"_s);
-    const bool closed = m_session.discardEditor();
-    m_report.mark();
-    click(shown(u"VLSchedulePACToolbarItem"_s));
-    auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-    if (!m_report.step(opened && closed && menu, u"the tool-bar offers the audio-conference accounts"_s))
+        session.openNew(u"Plain"_s) && !(session.isFresh() && session.stripButton(ButtonText::audio()));
+    session.picture(session.strip(), u"strip-video-only"_s);
+    const bool closed = session.discardEditor();
+    session.report().mark();
+    QMenu *menu = openMenu(shown(audioItem));
+    if (!session.step(opened && closed && menu, u"the tool-bar offers the audio-conference accounts"_s))
         return false;
-    QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
-                      menu->actionGeometry(menu->actions().constFirst()).center());
-    const bool added = Report::waitFor([this] { return m_session.editor() != nullptr; }) &&
-                       Report::waitFor([this] { return location() == firstPart; });
-    Report::settle();
-    m_report.picture(m_session.editor(), u"audio-account-1"_s);
-    if (!m_report.step(added && body().contains(firstInvitation) &&
-                           m_report.sentSinceMark(accountsAction) == 1 &&
-                           m_report.sentSinceMark(meetingAction) == 0,
-                       u"account 1 is in a new appointment: its numbers in the location, its "
-                       "invitation in the body, and nothing was scheduled"_s))
-        return false;
-    m_session.control<QLineEdit>(controls::subjectField)->setFocus();
-    type(m_session.editor(), u"By phone"_s);
-    const bool kept = saves();
-    m_uid = uid();
-    const mailhost::Appointment now = m_session.inFile(m_uid);
-    // Stored, the part stands behind what is the person's own, which is empty here.
-    const bool inFile = now.location == u' ' + firstPart && now.bodyHtml.contains(firstInvitation);
-    return m_report.step(kept && inFile && now.ucCapabilities.isEmpty() && m_session.closeEditor(),
-                         u"saved, the file has both and no record of a meeting"_s);
+    const bool added = choose(menu, 0) && locationBecomes(session, firstPart);
+    session.picture(session.editor(), u"audio-account-1"_s);
+    return session.step(
+        added && body(session).contains(firstInvitation) && session.sent(accountsAction) == 1 &&
+            session.sent(meetingAction) == 0,
+        u"account 1 is in a new appointment: its numbers in the location, its invitation in the body, and nothing was scheduled"_s);
 }
 
-bool AudioWalk::chooseAccount(int account) {
-    if (!click(m_session.stripButton(audioButton())))
-        return false;
-    auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-    if (!menu)
-        return false;
-    m_report.picture(menu, u"strip-audio-menu"_s);
-    QList<QAction *> choices;
-    for (QAction *action : menu->actions())
-        if (action->isVisible() && !action->isSeparator())
-            choices.append(action);
-    if (choices.size() < account)
-        return false;
-    QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
-                      menu->actionGeometry(choices[account - 1]).center());
-    Report::settle();
-    return true;
+bool saveFirst(Session &session) {
+    session.control<QLineEdit>(controls::subjectField)->setFocus();
+    type(session.editor(), subject);
+    const bool saved = session.save();
+    const mailhost::Appointment now = session.inFile(uid(session));
+    // Stored, the part stands behind what the user wrote, which is empty here.
+    return session.step(saved && now.location == u' ' + firstPart && now.bodyHtml.contains(firstInvitation) &&
+                            now.ucCapabilities.isEmpty() && session.closeEditor(),
+                        u"saved, the file has both and no record of a meeting"_s);
 }
 
-bool AudioWalk::secondInTheSameAppointment() {
-    if (!m_report.step(m_session.open(m_uid) && m_session.stripButton(audioButton()),
-                       u"opened again, the strip offers a video meeting and an audio conference"_s))
+bool secondInTheSameAppointment(Session &session) {
+    if (!session.step(session.open(uid(session)) && session.stripButton(ButtonText::audio()),
+                      u"opened again, the strip offers a video meeting and an audio conference"_s))
         return false;
-    m_report.picture(m_session.strip(), u"strip-video-and-audio"_s);
-    hover(m_session.stripButton(audioButton()));
-    m_report.picture(m_session.strip(), u"strip-pointer-over"_s);
-    m_session.stripButton(addButton())->setFocus(Qt::TabFocusReason);
-    m_report.picture(m_session.strip(), u"strip-focus"_s);
-    m_session.control<QLineEdit>(controls::locationField)->setFocus();
-    press(m_session.editor(), Qt::Key_Home);
-    type(m_session.editor(), room + u' ');
-    m_report.mark();
-    const bool chosen = chooseAccount(2);
-    const bool added = Report::waitFor([this] { return location() == room + u' ' + secondPart; });
-    Report::settle();
-    m_report.picture(m_session.editor(), u"audio-account-2"_s);
-    if (!m_report.step(chosen && added && body().contains(secondInvitation) &&
-                           body().contains(firstInvitation) && m_report.sentSinceMark(accountsAction) == 0,
-                       u"account 2 takes the place of account 1 in the location, behind the room that was "
-                       "typed; its invitation is added, and the client is not asked again"_s))
+    session.picture(session.strip(), u"strip-video-and-audio"_s);
+    hover(session.stripButton(ButtonText::audio()));
+    session.picture(session.strip(), u"strip-pointer-over"_s);
+    session.stripButton(ButtonText::add())->setFocus(Qt::TabFocusReason);
+    session.picture(session.strip(), u"strip-focus"_s);
+    session.control<QLineEdit>(controls::locationField)->setFocus();
+    press(session.editor(), Qt::Key_Home);
+    type(session.editor(), room + u' ');
+    session.report().mark();
+    const bool added = chooseAccount(session, 2) && locationBecomes(session, room + u' ' + secondPart);
+    session.picture(session.editor(), u"audio-account-2"_s);
+    if (!session.step(added && body(session).contains(secondInvitation) &&
+                          body(session).contains(firstInvitation) && session.sent(accountsAction) == 0,
+                      u"account 2 takes the place of account 1 in the location, behind the "
+                      u"room that was typed; its invitation is added, and the client is not asked again"_s))
         return false;
-    const bool kept = saves();
-    const mailhost::Appointment now = m_session.inFile(m_uid);
-    return m_report.step(kept && now.location == room + u' ' + secondPart &&
-                             now.bodyHtml.contains(firstInvitation) &&
-                             now.bodyHtml.contains(secondInvitation) && m_session.closeEditor(),
-                         u"saved, the file has both"_s);
+    const bool saved = session.save();
+    const mailhost::Appointment now = session.inFile(uid(session));
+    return session.step(saved && now.location == room + u' ' + secondPart &&
+                            now.bodyHtml.contains(firstInvitation) &&
+                            now.bodyHtml.contains(secondInvitation) && session.closeEditor(),
+                        u"saved, the file has both"_s);
 }
 
-// Other people have other accounts: they are asked for once more.
-bool AudioWalk::anotherUser() {
-    RunningClient::tell(u"user u-1001"_s);
-    RunningClient::tell(u"accounts disabled"_s);
-    Report::settle(0.2);
-    if (!m_session.open(m_uid))
-        return m_report.step(false, u"the appointment opens"_s);
-    m_report.mark();
-    const bool chosen = chooseAccount(1);
-    const bool added = Report::waitFor([this] { return location() == room + u' ' + firstPart; });
-    Report::settle();
-    return m_report.step(chosen && added && m_report.sentSinceMark(profileAction) == 1 &&
-                             m_report.sentSinceMark(accountsAction) == 1,
-                         u"another user has signed in: user and accounts are read again, and account "
-                         "1 takes the place of account 2"_s);
+// Other users have other accounts: they are asked for once more.
+bool anotherUser(Session &session) {
+    signIn(u"u-1001"_s, u"disabled"_s);
+    if (!session.open(uid(session)))
+        return session.step(false, u"the appointment opens"_s);
+    session.report().mark();
+    const bool added = chooseAccount(session, 1) && locationBecomes(session, room + u' ' + firstPart);
+    return session.step(added && session.sent(profileAction) == 1 && session.sent(accountsAction) == 1,
+                        u"another user has signed in: user and accounts are read "
+                        u"again, and account 1 takes the place of account 2"_s);
 }
 
-bool AudioWalk::switchedOff() {
-    const QString before = body();
-    const bool chosen = chooseAccount(2);
-    const bool said = Report::waitFor(
-        [] { return qobject_cast<QMessageBox *>(QApplication::activeModalWidget()) != nullptr; });
-    m_report.picture(QApplication::activeModalWidget(), u"alert-account-disabled"_s);
-    press(QApplication::activeModalWidget(), Qt::Key_Escape);
-    Report::waitFor([] { return QApplication::activeModalWidget() == nullptr; });
-    return m_report.step(chosen && said && body() == before && location() == room + u' ' + firstPart &&
-                             m_session.stripButton(addButton()) && m_session.discardEditor(),
-                         u"an account that is switched off is said, and nothing is changed"_s);
+bool switchedOff(Session &session) {
+    const QString before = body(session);
+    const bool said = chooseAccount(session, 2) && waitForAlert();
+    session.picture(alert(), u"alert-account-disabled"_s);
+    dismissModal();
+    return session.step(said && body(session) == before &&
+                            locationBecomes(session, room + u' ' + firstPart) &&
+                            session.stripButton(ButtonText::add()) && session.discardEditor(),
+                        u"an account that is switched off causes an alert, and nothing is changed"_s);
 }
 
-bool AudioWalk::withGaps() {
-    RunningClient::tell(u"user u-1002"_s);
-    RunningClient::tell(u"accounts odd"_s);
-    Report::settle(0.2);
-    if (!m_session.openNew(u"Numbers with gaps"_s))
-        return m_report.step(false, u"a new editor opens"_s);
-    const bool chosen = chooseAccount(1);
-    const bool added = Report::waitFor([this] { return location() == oddPart; });
-    Report::settle();
-    m_report.step(chosen && added, u"numbers without a country and entries without a number are "
-                                   "taken as they are"_s);
-    return m_session.discardEditor() && added;
+bool withGaps(Session &session) {
+    signIn(u"u-1002"_s, u"odd"_s);
+    if (!session.openNew(u"Numbers with gaps"_s))
+        return session.step(false, u"a new editor opens"_s);
+    const bool added = chooseAccount(session, 1) && locationBecomes(session, oddPart);
+    session.step(added, u"numbers without a country and entries without a number are taken as they are"_s);
+    return session.discardEditor() && added;
 }
 
 } // namespace
 
-bool runAudioConferences(Session &session) {
-    return AudioWalk(session).report();
+Part audioPart() {
+    return {"audio conferences",
+            {firstFromTheToolBar, saveFirst, secondInTheSameAppointment, anotherUser, switchedOff, withGaps}};
 }
 
 } // namespace walkthrough

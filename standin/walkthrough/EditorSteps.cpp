@@ -15,200 +15,154 @@ namespace controls = mailhost::controls;
 
 namespace {
 
-constexpr int launchMilliseconds = 30000;
-
-class EditorWalk {
-public:
-    explicit EditorWalk(Session &session)
-        : m_session(session)
-        , m_report(&session.report())
-        , m_client(&session.client())
-        , m_uid(session.plainUid())
-        , m_meetingUid(session.meetingUid()) {}
-    bool report() {
-        return launchTheClient() && addThroughTheSheet() && save() && reopen() && changeASetting() &&
-               moveAndSave() && saveUnchanged() && removeTheMeeting() && send();
-    }
-
-private:
-    bool launchTheClient();
-    bool addThroughTheSheet();
-    bool save();
-    bool reopen();
-    bool changeASetting();
-    bool moveAndSave();
-    bool saveUnchanged();
-    bool removeTheMeeting();
-    bool send();
-
-    Session &m_session;
-    Report *m_report;
-    RunningClient *m_client;
-    QString m_uid;
-    QString m_meetingUid;
-    mailhost::Appointment m_before;
-    QString m_key;
-};
+const QString typedText = u"Bring the figures."_s;
+const QString password = u"Tulip7"_s;
 
 // Nobody has started the client yet. The newer host asks the agent to do it, the older one starts it itself.
-bool EditorWalk::launchTheClient() {
-    m_before = m_session.inFile(m_uid);
-    if (!m_report->step(m_session.open(m_uid), u"a double click opens \"%1\""_s.arg(m_before.summary)))
+bool launchClient(Session &session) {
+    const mailhost::Appointment before = session.inFile(session.plainUid());
+    if (!session.step(session.open(before.uid), u"a double click opens \"%1\""_s.arg(before.summary)))
         return false;
-    click(m_session.stripButton(addButton()));
-    if (!m_report->step(Report::waitFor([] { return shownButton(launchButton()) != nullptr; }),
-                        u"the client is not running: it is said, and launching it is offered"_s))
+    click(session.stripButton(ButtonText::add()));
+    const bool said = Report::waitFor([] { return shownButton(ButtonText::launch()) != nullptr; });
+    if (!session.step(said, u"the client is not running: an alert says so and offers to launch it"_s))
         return false;
-    m_report->picture(QApplication::activeModalWidget(), u"client-not-running"_s);
-    click(shownButton(launchButton()));
-    return m_report->step(Report::waitFor([] { return RunningClient::isRunning(); }, launchMilliseconds),
-                          u"\"%1\" starts it in a process of its own"_s.arg(launchButton()));
+    session.picture(QApplication::activeModalWidget(), u"client-not-running"_s);
+    return session.launchFromAlert(u"\"%1\" starts it in a process of its own"_s.arg(ButtonText::launch()));
 }
 
-bool EditorWalk::addThroughTheSheet() {
-    auto *body = m_session.control<QTextEdit>(controls::bodyEditor);
-    if (!click(body->viewport()))
-        return m_report->step(false, u"the body can be clicked"_s);
-    press(m_session.editor(), Qt::Key_End, Qt::ControlModifier);
-    type(m_session.editor(), u" "_s + ownWords);
-    m_report->picture(m_session.editor(), u"editor-before"_s);
-    if (!m_session.askForMeeting())
+bool addThroughTheSheet(Session &session) {
+    if (!click(session.control<QTextEdit>(controls::bodyEditor)->viewport()))
+        return session.step(false, u"the body can be clicked"_s);
+    press(session.editor(), Qt::Key_End, Qt::ControlModifier);
+    type(session.editor(), u" "_s + typedText);
+    session.picture(session.editor(), u"editor-before"_s);
+    if (!session.askForMeeting())
         return false;
-    m_report->picture(m_session.editor(), u"editor-behind-sheet"_s);
-    m_report->picture(QApplication::activeModalWidget(), u"settings-sheet"_s);
+    session.picture(session.editor(), u"editor-behind-sheet"_s);
+    session.picture(QApplication::activeModalWidget(), u"settings-sheet"_s);
     click(shown(u"thirdPartyAudioButton"_s));
     click(shown(u"requiredMeetingPswButton"_s));
     Report::settle();
     type(QApplication::activeModalWidget(), password);
-    m_report->picture(QApplication::activeModalWidget(), u"settings-sheet-longer"_s);
+    session.picture(QApplication::activeModalWidget(), u"settings-sheet-longer"_s);
     click(shown(u"bothButton"_s));
     click(shown(u"enableJBHButton"_s));
-    click(shownButton(continueButton()));
-    const bool attached = m_session.isAttached();
-    m_report->picture(m_session.editor(), u"editor-with-meeting"_s);
-    m_report->picture(m_session.strip(), u"strip-with-meeting"_s);
-    m_report->step(attached && m_report->sentSinceMark(meetingAction, schedulePrefix) == 1,
-                   u"confirmed, the meeting is scheduled once and is in the appointment"_s);
+    click(shownButton(ButtonText::confirm()));
+    const bool attached = session.isAttached();
+    session.picture(session.editor(), u"editor-with-meeting"_s);
+    session.picture(session.strip(), u"strip-with-meeting"_s);
+    session.step(attached && session.sent(meetingAction, schedulePrefix) == 1,
+                 u"confirmed, the meeting is scheduled once and is in the appointment"_s);
     return attached;
 }
 
-bool EditorWalk::save() {
-    m_report->mark();
-    press(m_session.editor(), Qt::Key_S, Qt::ControlModifier);
-    const bool done = Report::waitFor(
-        [this] { return m_session.saved() && !m_session.inFile(m_uid).ucCapabilities.isEmpty(); });
-    const mailhost::Appointment now = m_session.inFile(m_uid);
-    const QJsonObject kept = m_session.record(m_uid);
-    m_key = kept.value(u"meetingKey"_s).toString();
-    const QString url = kept.value(u"joinUrl"_s).toString();
-    return m_report->step(done && !m_key.isEmpty() && !url.isEmpty() && now.location.contains(url) &&
-                              now.bodyHtml.contains(url) && now.bodyHtml.contains(ownWords) &&
-                              now.location.startsWith(m_before.location),
-                          u"saved, the file has the join URL in the location, the invitation below what was "
-                          "written, and the record"_s);
+bool saveMeeting(Session &session) {
+    const mailhost::Appointment before = session.inFile(session.plainUid());
+    const bool saved = session.save();
+    const mailhost::Appointment now = session.inFile(before.uid);
+    const QString url = session.record(before.uid).value(u"joinUrl"_s).toString();
+    return session.step(saved && !session.meetingKey(before.uid).isEmpty() && !url.isEmpty() &&
+                            now.location.contains(url) && now.bodyHtml.contains(url) &&
+                            now.bodyHtml.contains(typedText) && now.location.startsWith(before.location),
+                        u"saved, the file has the join URL in the location, the "
+                        u"invitation below what was written, and the record"_s);
 }
 
-bool EditorWalk::reopen() {
-    if (!m_report->step(m_session.closeEditor(), u"the editor closes without a question"_s))
+bool reopen(Session &session) {
+    if (!session.step(session.closeEditor(), u"the editor closes without a question"_s))
         return false;
     QString error;
-    const bool again = m_session.host().openCalendar(&error);
-    const bool opened = again && m_session.open(m_uid);
-    m_report->picture(m_session.editor(), u"editor-reopened"_s);
-    return m_report->step(opened && m_session.stripButton(removeButton()),
-                          u"reopened from the file, the appointment shows its meeting"_s);
+    const bool opened = session.host().openCalendar(&error) && session.open(session.plainUid());
+    session.picture(session.editor(), u"editor-reopened"_s);
+    return session.step(opened && session.stripButton(ButtonText::remove()),
+                        u"reopened from the file, the appointment shows its meeting"_s);
 }
 
-bool EditorWalk::changeASetting() {
-    m_report->mark();
-    if (!click(m_session.stripButton(settingsButton())) ||
-        !Report::waitFor([] { return shownButton(continueButton()) != nullptr; }))
-        return m_report->step(false, u"\"%1\" opens the sheet"_s.arg(settingsButton()));
+bool changeSetting(Session &session) {
+    session.report().mark();
+    if (!click(session.stripButton(ButtonText::settings())) ||
+        !Report::waitFor([] { return shownButton(ButtonText::confirm()) != nullptr; }))
+        return session.step(false, u"\"%1\" opens the sheet"_s.arg(ButtonText::settings()));
     click(shown(u"enableJBHButton"_s));
-    m_report->picture(QApplication::activeModalWidget(), u"settings-changed"_s);
-    click(shownButton(continueButton()));
+    session.picture(QApplication::activeModalWidget(), u"settings-changed"_s);
+    click(shownButton(ButtonText::confirm()));
     // Written back: the meeting has been read again after the update.
-    const bool updated = Report::waitFor([this] { return m_report->answeredSinceMark(updateAnswer) == 1; }) &&
-                         Report::waitFor([this] { return m_report->answeredSinceMark(readAnswer) == 2; });
+    const bool updated = Report::waitFor([&] { return session.answered(updateAnswer) == 1; }) &&
+                         Report::waitFor([&] { return session.answered(readAnswer) == 2; });
     Report::settle();
-    press(m_session.editor(), Qt::Key_S, Qt::ControlModifier);
-    const bool kept = Report::waitFor([this] { return m_session.saved(); });
-    const QJsonObject meeting = m_client->meeting(m_key);
-    return m_report->step(updated && kept && m_report->sentSinceMark(meetingAction, updatePrefix) == 1 &&
-                              !meeting.value(u"enableJBH"_s).toBool(),
-                          u"a changed setting reaches the client with one update"_s);
+    const bool joinsEarly = session.meetingOf(session.plainUid()).value(u"enableJBH"_s).toBool();
+    return session.step(updated && session.save() && session.sent(meetingAction, updatePrefix) == 1 &&
+                            !joinsEarly,
+                        u"a changed setting reaches the client with one update"_s);
 }
 
-bool EditorWalk::moveAndSave() {
-    m_report->mark();
-    auto *time = m_session.control<QTimeEdit>(controls::startTimeField);
-    time->setFocus();
-    press(m_session.editor(), Qt::Key_Up);
-    const bool moved = Report::waitFor([this] { return !m_session.saved(); });
-    press(m_session.editor(), Qt::Key_S, Qt::ControlModifier);
-    const bool kept = Report::waitFor(
-        [this] { return m_session.saved() && m_session.inFile(m_uid).start != m_before.start; });
-    const qint64 start = m_client->meeting(m_key).value(u"startTime"_s).toInteger();
-    return m_report->step(moved && kept && m_report->sentSinceMark(meetingAction, updatePrefix) == 1 &&
-                              start == m_session.inFile(m_uid).start.value.toSecsSinceEpoch(),
-                          u"moved and saved, the client gets one update with the new time"_s);
+bool moveAndSave(Session &session) {
+    session.report().mark();
+    const mailhost::CalendarTime before = session.inFile(session.plainUid()).start;
+    session.control<QTimeEdit>(controls::startTimeField)->setFocus();
+    press(session.editor(), Qt::Key_Up);
+    const bool moved = Report::waitFor([&] { return !session.isSaved(); }) && session.save();
+    const mailhost::CalendarTime now = session.inFile(session.plainUid()).start;
+    const qint64 start = session.meetingOf(session.plainUid()).value(u"startTime"_s).toInteger();
+    return session.step(moved && now != before && session.sent(meetingAction, updatePrefix) == 1 &&
+                            start == now.value.toSecsSinceEpoch(),
+                        u"moved and saved, the client gets one update with the new time"_s);
 }
 
-bool EditorWalk::saveUnchanged() {
-    m_report->mark();
-    press(m_session.editor(), Qt::Key_S, Qt::ControlModifier);
+bool saveUnchanged(Session &session) {
+    session.report().mark();
+    return session.step(session.save() && session.sent(meetingAction, updatePrefix) == 0,
+                        u"saved again unchanged, the client gets no update"_s);
+}
+
+bool removeMeeting(Session &session) {
+    session.report().mark();
+    const QString key = session.meetingKey(session.plainUid());
+    if (!click(session.stripButton(ButtonText::remove())))
+        return session.step(false, u"\"%1\" can be clicked"_s.arg(ButtonText::remove()));
+    const bool gone = Report::waitFor([&] { return session.stripButton(ButtonText::add()) != nullptr; });
     Report::settle();
-    Report::waitFor([this] { return m_session.saved(); });
-    return m_report->step(m_session.saved() && m_report->sentSinceMark(meetingAction, updatePrefix) == 0,
-                          u"saved again unchanged, the client gets no update"_s);
+    const bool saved = session.save();
+    session.picture(session.editor(), u"editor-after-removal"_s);
+    const mailhost::Appointment now = session.inFile(session.plainUid());
+    session.step(gone && saved && session.sent(meetingAction, deletePrefix) == 1 &&
+                     now.ucCapabilities.isEmpty() && !now.bodyHtml.contains(u"MacVlBookmark"_s) &&
+                     now.location.isEmpty() && now.bodyHtml.contains(typedText) &&
+                     session.client().meeting(key).isEmpty(),
+                 u"removed and saved, client and file have no meeting, what was written is still there"_s);
+    return session.closeEditor();
 }
 
-bool EditorWalk::removeTheMeeting() {
-    m_report->mark();
-    if (!click(m_session.stripButton(removeButton())))
-        return m_report->step(false, u"\"%1\" can be clicked"_s.arg(removeButton()));
-    const bool gone = Report::waitFor([this] { return m_session.stripButton(addButton()) != nullptr; });
-    Report::settle();
-    press(m_session.editor(), Qt::Key_S, Qt::ControlModifier);
-    const bool kept = Report::waitFor(
-        [this] { return m_session.saved() && m_session.inFile(m_uid).ucCapabilities.isEmpty(); });
-    m_report->picture(m_session.editor(), u"editor-after-removal"_s);
-    const mailhost::Appointment now = m_session.inFile(m_uid);
-    m_report->step(gone && kept && m_report->sentSinceMark(meetingAction, deletePrefix) == 1 &&
-                       !now.bodyHtml.contains(u"MacVlBookmark"_s) && now.location.isEmpty() &&
-                       now.bodyHtml.contains(ownWords) && m_client->meeting(m_key).isEmpty(),
-                   u"removed and saved, client and file have no meeting, what was written is still there"_s);
-    return m_session.closeEditor();
-}
-
-bool EditorWalk::send() {
-    if (m_meetingUid.isEmpty()) {
-        m_report->comment(u"no meeting of one's own with attendees in the week: nothing is sent"_s);
+bool send(Session &session) {
+    const QString uid = session.meetingUid();
+    if (uid.isEmpty()) {
+        session.report().comment(
+            u"no meeting of the user's own with attendees in the week: nothing is sent"_s);
         return true;
     }
-    if (!m_report->step(m_session.open(m_meetingUid), u"a meeting with attendees opens"_s) ||
-        !m_session.askForMeeting())
+    if (!session.step(session.open(uid), u"a meeting with attendees opens"_s) || !session.askForMeeting())
         return false;
-    click(shownButton(continueButton()));
-    if (!m_session.isAttached())
-        return m_report->step(false, u"the meeting is added"_s);
+    click(shownButton(ButtonText::confirm()));
+    if (!session.isAttached())
+        return session.step(false, u"the meeting is added"_s);
     Report::settle();
-    m_report->picture(m_session.editor(), u"meeting-with-attendees"_s);
-    const int sequence = m_session.inFile(m_meetingUid).sequence;
-    click(shown(controls::sendButton));
-    const bool sent = Report::waitFor([this] { return !m_session.editor(); });
-    const QStringList messages = m_session.sentMessages();
-    m_report->step(sent && messages.size() == 1 && m_session.inFile(m_meetingUid).sequence == sequence + 1 &&
-                       !m_session.record(m_meetingUid).isEmpty(),
-                   u"sent, the message is in the outbox and the sequence went up"_s);
-    m_report->picture(shown(controls::mainWindow), u"main-window-after"_s);
+    session.picture(session.editor(), u"meeting-with-attendees"_s);
+    const int sequence = session.inFile(uid).sequence;
+    const bool sent = session.send();
+    session.step(sent && session.sentMessages().size() == 1 && session.inFile(uid).sequence == sequence + 1 &&
+                     !session.record(uid).isEmpty(),
+                 u"sent, the message is in the outbox and the sequence went up"_s);
+    session.picture(shown(controls::mainWindow), u"main-window-after"_s);
     return sent;
 }
 
 } // namespace
 
-bool runEditor(Session &session) {
-    return EditorWalk(session).report();
+Part editorPart() {
+    return {"editor",
+            {launchClient, addThroughTheSheet, saveMeeting, reopen, changeSetting, moveAndSave, saveUnchanged,
+             removeMeeting, send}};
 }
 
 } // namespace walkthrough

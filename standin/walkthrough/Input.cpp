@@ -5,6 +5,8 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
+#include <QMenu>
+#include <QMessageBox>
 #include <QPointer>
 #include <QRadioButton>
 #include <QTest>
@@ -16,7 +18,7 @@ namespace walkthrough {
 namespace {
 
 constexpr int dragSteps = 8;
-constexpr int patience = 3000; // milliseconds
+constexpr int longestWait = 3000; // milliseconds
 
 bool canTake(QWidget *control) {
     if (!control || !control->isVisible() || !control->isEnabled())
@@ -29,18 +31,19 @@ QWindow *windowOf(QWidget *control) {
     return control->window()->windowHandle();
 }
 
-// The desktop has its own say about where a window is and how big, and takes its time.
+// The desktop decides where a window is and how big, and takes its time.
 bool isPlaced(QWidget *control, const QPoint &at) {
     const QWindow *window = windowOf(control);
     return window && window->isExposed() && window->size() == control->window()->size() &&
            control->window()->rect().contains(control->mapTo(control->window(), at));
 }
 
-// A person waits until a window that is in the way has closed.
+// A user waits until a window that is in the way has closed.
 bool waitUntilReady(QWidget *control, const QPoint &at) {
     const QPointer<QWidget> wanted(control);
     return control &&
-           Report::waitFor([&] { return !wanted || (canTake(wanted) && isPlaced(wanted, at)); }, patience) &&
+           Report::waitFor([&] { return !wanted || (canTake(wanted) && isPlaced(wanted, at)); },
+                           longestWait) &&
            wanted;
 }
 
@@ -145,6 +148,35 @@ QWidget *shownButton(const QString &text) {
             return widget;
     }
     return nullptr;
+}
+
+QMenu *openMenu(QWidget *control) {
+    QMenu *menu = nullptr;
+    const auto opened = [&] { return (menu = qobject_cast<QMenu *>(QApplication::activePopupWidget())); };
+    return click(control) && Report::waitFor(opened) ? menu : nullptr;
+}
+
+bool choose(QMenu *menu, int entry) {
+    QList<QAction *> entries = menu ? menu->actions() : QList<QAction *>();
+    entries.removeIf([](const QAction *action) { return !action->isVisible() || action->isSeparator(); });
+    if (entry >= entries.size() || !entries[entry]->isEnabled())
+        return false;
+    QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(entries[entry]).center());
+    Report::settle();
+    return true;
+}
+
+QMessageBox *alert() {
+    return qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+}
+
+bool waitForAlert() {
+    return Report::waitFor([] { return alert() != nullptr; });
+}
+
+bool dismissModal() {
+    press(QApplication::activeModalWidget(), Qt::Key_Escape);
+    return Report::waitFor([] { return QApplication::activeModalWidget() == nullptr; });
 }
 
 } // namespace walkthrough

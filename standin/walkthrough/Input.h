@@ -1,10 +1,12 @@
-// Real input events, as a person's mouse and keyboard give them: to the window, where the toolkit finds the
+// Real input events, as a user's mouse and keyboard give them: to the window, where the toolkit finds the
 // control.
 #pragma once
 
 #include <QPoint>
 #include <QString>
 
+class QMenu;
+class QMessageBox;
 class QWidget;
 
 namespace walkthrough {
@@ -25,8 +27,18 @@ bool type(QWidget *window, const QString &text);
 
 // The first shown widget of that object name, in any window; nullptr when there is none.
 QWidget *shown(const QString &objectName);
-// The shown dialog or window whose controls have a button of that text (mnemonic marks aside); nullptr when
-// none.
+// The shown button of that text (mnemonic marks aside), in any window; nullptr when there is none.
 QWidget *shownButton(const QString &text);
+
+// The menu that a click on the control opens; nullptr when none opens.
+QMenu *openMenu(QWidget *control);
+// Chooses the visible entry of that number, from 0; false when there is none that is enabled.
+bool choose(QMenu *menu, int entry);
+
+// The message box that is open; nullptr when there is none. waitForAlert() waits for one.
+QMessageBox *alert();
+bool waitForAlert();
+// Presses Escape in the modal window, and waits until none is left.
+bool dismissModal();
 
 } // namespace walkthrough

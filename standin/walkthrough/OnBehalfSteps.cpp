@@ -10,6 +10,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
+#include <QMenu>
 #include <QMessageBox>
 
 namespace walkthrough {
@@ -24,58 +25,33 @@ const QString stranger = u"robin@parlo.example"_s; // has not
 const QString guest = u"guest@parlo.example"_s;
 const bool schedulesForOthers = QLatin1String(PARLO_EDITION) == QLatin1String("Vela");
 
-class OnBehalfWalk {
-public:
-    explicit OnBehalfWalk(Session &session)
-        : m_session(session)
-        , m_report(session.report()) {}
-    bool report();
-
-private:
-    bool audioConference();
-    bool forThePrincipal();
-    bool fromIsSwitchedBack();
-    bool sendIsRefused();
-    bool removedFromTheAlert();
-    bool forSomeoneElse();
-    bool choosesFrom(const QString &email) const;
-    [[nodiscard]] QMessageBox *alert() const {
-        return qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-    }
-    // The strip has a button of that name too.
-    [[nodiscard]] QAbstractButton *removeInAlert() const;
-    [[nodiscard]] QString scheduledFor(const QString &prefix) const;
-
-    Session &m_session;
-    Report &m_report;
-};
-
-QAbstractButton *OnBehalfWalk::removeInAlert() const {
+// The strip has a button of that name too.
+QAbstractButton *removeInAlert() {
     if (alert())
         for (QAbstractButton *button : alert()->findChildren<QAbstractButton *>())
-            if (button->text().remove(u'&') == removeInAlertButton())
+            if (button->text().remove(u'&') == ButtonText::removeInAlert())
                 return button;
     return nullptr;
 }
 
-bool OnBehalfWalk::choosesFrom(const QString &email) const {
-    auto *from = m_session.control<QComboBox>(controls::fromChooser);
+bool chooseFrom(const Session &session, const QString &email) {
+    auto *from = session.control<QComboBox>(controls::fromChooser);
     const int index = from ? from->findData(email) : -1;
     if (index < 0)
         return false;
     from->setFocus();
     for (int i = 0; i < from->count(); ++i) // from the first one on, as by keys
-        press(m_session.editor(), Qt::Key_Up);
+        press(session.editor(), Qt::Key_Up);
     for (int i = 0; i < index; ++i)
-        press(m_session.editor(), Qt::Key_Down);
+        press(session.editor(), Qt::Key_Down);
     Report::settle();
     return from->currentIndex() == index;
 }
 
-// Of the first request that begins with the sub-command.
-QString OnBehalfWalk::scheduledFor(const QString &prefix) const {
-    for (const Message &message : m_report.sinceMark()) {
-        if (!message.sent || message.actionId != meetingAction || !message.content.startsWith(prefix))
+// For whom the first schedule request since the mark was made.
+QString scheduledFor(const Session &session) {
+    for (const Message &message : session.report().sinceMark()) {
+        if (!message.sent || message.actionId != meetingAction || !message.content.startsWith(schedulePrefix))
             continue;
         const QByteArray json = message.content.mid(message.content.indexOf(u'{')).toUtf8();
         const QJsonObject setting = QJsonDocument::fromJson(json).object().value(u"setting"_s).toObject();
@@ -84,106 +60,91 @@ QString OnBehalfWalk::scheduledFor(const QString &prefix) const {
     return {};
 }
 
-bool OnBehalfWalk::audioConference() {
-    if (!m_session.openNew(u"By phone for Kim"_s) || !choosesFrom(principal))
-        return m_report.step(false, u"From offers the people whose calendars are managed"_s);
-    click(m_session.stripButton(audioButton()));
-    press(QApplication::activePopupWidget(), Qt::Key_Down);
-    press(QApplication::activePopupWidget(), Qt::Key_Return);
-    const bool said = Report::waitFor([this] { return alert() != nullptr; });
-    m_report.picture(alert(), u"alert-audio-for-others"_s);
-    press(alert(), Qt::Key_Escape);
-    Report::waitFor([] { return QApplication::activeModalWidget() == nullptr; });
-    return m_report.step(said && m_session.discardEditor(),
-                         u"an audio conference is not added to another person's appointment"_s);
-}
-
-bool OnBehalfWalk::forThePrincipal() {
-    if (!m_session.openNew(u"Meeting for Kim"_s, guest) || !choosesFrom(principal) ||
-        !m_session.askForMeeting())
-        return m_report.step(false, u"a meeting is asked for in Kim's name"_s);
-    const auto *banner = qobject_cast<QLabel *>(shown(u"_textOnbehalfInfo"_s));
-    const bool named = banner && banner->text().contains(u"Kim Principal"_s);
-    m_report.picture(QApplication::activeModalWidget(), u"settings-sheet-for-others"_s);
-    click(shownButton(continueButton()));
-    const bool attached = m_session.isAttached();
-    Report::settle();
-    m_report.picture(m_session.editor(), u"editor-for-others"_s);
-    return m_report.step(named && attached && scheduledFor(schedulePrefix) == principal,
-                         u"the sheet says for whom the meeting is scheduled, and so does the request"_s);
-}
-
-bool OnBehalfWalk::fromIsSwitchedBack() {
-    const auto *settings = qobject_cast<QAbstractButton *>(m_session.stripButton(settingsButton()));
-    const bool enabledBefore = settings && settings->isEnabled();
-    const bool switched = choosesFrom(self);
-    m_report.picture(m_session.strip(), u"strip-settings-disabled"_s);
-    const bool disabled = settings && !settings->isEnabled() && !settings->toolTip().isEmpty();
-    const bool back = choosesFrom(principal) && settings && settings->isEnabled();
-    return m_report.step(enabledBefore && switched && disabled && back && choosesFrom(self),
-                         u"with another From the settings cannot be changed, and a tip says why"_s);
-}
-
-bool OnBehalfWalk::sendIsRefused() {
-    const qsizetype sent = m_session.sentMessages().size();
-    click(shown(controls::sendButton));
-    const bool said = Report::waitFor([this] { return alert() != nullptr; });
-    m_report.picture(alert(), u"alert-other-organizer"_s);
-    return m_report.step(said && removeInAlert() && m_session.sentMessages().size() == sent &&
-                             m_session.editor(),
-                         u"the send is refused: the meeting was made for another organizer"_s);
-}
-
-bool OnBehalfWalk::removedFromTheAlert() {
-    m_report.mark();
-    const qsizetype sent = m_session.sentMessages().size();
-    click(removeInAlert());
-    const bool removed = Report::waitFor([this] { return m_session.stripButton(addButton()) != nullptr; });
-    Report::settle();
-    click(shown(controls::sendButton));
-    const bool gone = Report::waitFor([this] { return !m_session.editor(); });
-    Report::settle(0.1);
-    return m_report.step(removed && gone && m_report.sentSinceMark(meetingAction, deletePrefix) == 1 &&
-                             m_session.sentMessages().size() == sent + 1,
-                         u"removed from the alert, and sent without a meeting"_s);
-}
-
-bool OnBehalfWalk::forSomeoneElse() {
-    if (!m_session.openNew(u"Meeting for Robin"_s, guest) || !choosesFrom(stranger) ||
-        !m_session.askForMeeting())
-        return m_report.step(false, u"a meeting is asked for in Robin's name"_s);
-    const QWidget *banner = shown(u"_textOnbehalfInfo"_s);
-    click(shownButton(continueButton()));
-    const bool attached = m_session.isAttached();
-    const QString whom = scheduledFor(schedulePrefix);
-    const qsizetype sent = m_session.sentMessages().size();
-    Report::settle();
-    click(shown(controls::sendButton));
-    const bool gone = Report::waitFor([this] { return !m_session.editor(); });
-    Report::settle(0.1);
-    return m_report.step(!banner && attached && whom.isEmpty() && gone &&
-                             m_session.sentMessages().size() == sent + 1,
-                         u"for a person who has not granted it the meeting is the user's own, and it "
-                         "is sent"_s);
-}
-
-bool OnBehalfWalk::report() {
+bool audioConference(Session &session) {
     RunningClient::tell(u"user u-1001"_s);
     RunningClient::tell(u"accounts two"_s);
     RunningClient::tell(u"bosses "_s + principal);
     Report::settle(0.2);
-    if (!schedulesForOthers) {
-        m_report.comment(u"this edition schedules for nobody else: on behalf is not walked"_s);
-        return true;
-    }
-    return audioConference() && forThePrincipal() && fromIsSwitchedBack() && sendIsRefused() &&
-           removedFromTheAlert() && forSomeoneElse();
+    if (!session.openNew(u"By phone for Kim"_s) || !chooseFrom(session, principal))
+        return session.step(false, u"From offers the people whose calendars are managed"_s);
+    const bool said = choose(openMenu(session.stripButton(ButtonText::audio())), 0) && waitForAlert();
+    session.picture(alert(), u"alert-audio-for-others"_s);
+    dismissModal();
+    return session.step(said && session.discardEditor(),
+                        u"an audio conference is not added to another person's appointment"_s);
+}
+
+bool forThePrincipal(Session &session) {
+    if (!session.openNew(u"Meeting for Kim"_s, guest) || !chooseFrom(session, principal) ||
+        !session.askForMeeting())
+        return session.step(false, u"a meeting is asked for in Kim's name"_s);
+    const auto *banner = qobject_cast<QLabel *>(shown(u"_textOnbehalfInfo"_s));
+    const bool named = banner && banner->text().contains(u"Kim Principal"_s);
+    session.picture(QApplication::activeModalWidget(), u"settings-sheet-for-others"_s);
+    click(shownButton(ButtonText::confirm()));
+    const bool attached = session.isAttached();
+    Report::settle();
+    session.picture(session.editor(), u"editor-for-others"_s);
+    return session.step(named && attached && scheduledFor(session) == principal,
+                        u"the sheet says for whom the meeting is scheduled, and so does the request"_s);
+}
+
+bool switchFromBack(Session &session) {
+    const auto *settings = qobject_cast<QAbstractButton *>(session.stripButton(ButtonText::settings()));
+    const bool enabledBefore = settings && settings->isEnabled();
+    const bool switched = chooseFrom(session, self);
+    session.picture(session.strip(), u"strip-settings-disabled"_s);
+    const bool disabled = settings && !settings->isEnabled() && !settings->toolTip().isEmpty();
+    const bool back = chooseFrom(session, principal) && settings && settings->isEnabled();
+    return session.step(enabledBefore && switched && disabled && back && chooseFrom(session, self),
+                        u"with another From the settings cannot be changed, and a tip says why"_s);
+}
+
+bool sendIsRefused(Session &session) {
+    const qsizetype sent = session.sentMessages().size();
+    click(shown(controls::sendButton));
+    const bool said = waitForAlert();
+    session.picture(alert(), u"alert-other-organizer"_s);
+    return session.step(said && removeInAlert() && session.sentMessages().size() == sent && session.editor(),
+                        u"the send is refused: the meeting was made for another organizer"_s);
+}
+
+bool removeFromTheAlert(Session &session) {
+    session.report().mark();
+    const qsizetype sent = session.sentMessages().size();
+    click(removeInAlert());
+    const bool removed = Report::waitFor([&] { return session.stripButton(ButtonText::add()) != nullptr; });
+    Report::settle();
+    return session.step(session.send() && removed && session.sent(meetingAction, deletePrefix) == 1 &&
+                            session.sentMessages().size() == sent + 1,
+                        u"removed from the alert, and sent without a meeting"_s);
+}
+
+bool forSomeoneElse(Session &session) {
+    if (!session.openNew(u"Meeting for Robin"_s, guest) || !chooseFrom(session, stranger) ||
+        !session.askForMeeting())
+        return session.step(false, u"a meeting is asked for in Robin's name"_s);
+    const QWidget *banner = shown(u"_textOnbehalfInfo"_s);
+    click(shownButton(ButtonText::confirm()));
+    const bool attached = session.isAttached();
+    const QString whom = scheduledFor(session);
+    const qsizetype sent = session.sentMessages().size();
+    Report::settle();
+    return session.step(session.send() && !banner && attached && whom.isEmpty() &&
+                            session.sentMessages().size() == sent + 1,
+                        u"for a person who has not granted it the meeting is the "
+                        u"user's own, and it is sent"_s);
 }
 
 } // namespace
 
-bool runOnBehalf(Session &session) {
-    return OnBehalfWalk(session).report();
+// One edition schedules for nobody else.
+Part onBehalfPart() {
+    if (!schedulesForOthers)
+        return {"on behalf", {}};
+    return {"on behalf",
+            {audioConference, forThePrincipal, switchFromBack, sendIsRefused, removeFromTheAlert,
+             forSomeoneElse}};
 }
 
 } // namespace walkthrough

@@ -4,34 +4,19 @@
 
 namespace walkthrough {
 
-namespace {
-
-const struct {
-    const char *name;
-    bool (*run)(Session &session);
-} parts[] = {
-    {"first cancellation", runFirstCancellation},
-    {"editor", runEditor},
-    {"calendar", runCalendar},
-    {"refusals", runRefusals},
-    {"late answers", runLateAnswers},
-    {"deletions", runDeletions},
-    {"tool-bar", runToolBar},
-    {"audio conferences", runAudioConferences},
-    {"on behalf", runOnBehalf},
-};
-
-} // namespace
-
 int runWalkthrough(const SessionOptions &options) {
     Session session(options);
     if (!session.start())
         return 1;
-    for (const auto &part : parts) {
-        if (part.run(session))
-            continue;
-        session.report().comment(u"stopped in the part \"%1\""_s.arg(QLatin1String(part.name)));
-        return 1;
+    for (const Part &part :
+         {Part{"cancellation", {cancelWithoutClient}}, editorPart(), calendarPart(), refusalPart(),
+          lateAnswerPart(), deletionPart(), toolBarPart(), audioPart(), onBehalfPart()}) {
+        for (const auto step : part.steps) {
+            if (step(session))
+                continue;
+            session.report().comment(u"stopped in the part \"%1\""_s.arg(QLatin1String(part.name)));
+            return 1;
+        }
     }
     return session.report().failed() ? 1 : 0;
 }

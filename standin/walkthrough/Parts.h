@@ -1,23 +1,31 @@
-// The parts of the walk-through: add a meeting through the sheet, save, reopen, change, move, send, remove.
+// The parts of the walk-through and their steps.
 #pragma once
 
 #include "standin/walkthrough/Session.h"
 
+#include <vector>
+
 namespace walkthrough {
 
-// Runs them in this process, with the host of one generation. Answers the exit code: 0 if every step
+struct Part {
+    const char *name;
+    // Each answers whether the next one can be run.
+    std::vector<bool (*)(Session &session)> steps;
+};
+
+// Runs all parts in this process, with the host of one generation. Answers the exit code: 0 if every step
 // succeeded.
 int runWalkthrough(const SessionOptions &options);
 
-// Each answers whether the next part can be run.
-bool runFirstCancellation(Session &session);
-bool runEditor(Session &session);
-bool runCalendar(Session &session);
-bool runRefusals(Session &session);
-bool runLateAnswers(Session &session);
-bool runDeletions(Session &session);
-bool runToolBar(Session &session);
-bool runAudioConferences(Session &session);
-bool runOnBehalf(Session &session);
+Part editorPart();     // add a meeting through the sheet, save, reopen, change,
+                       // move, remove, send
+Part calendarPart();   // changes on the calendar, with no editor open
+Part refusalPart();    // the same without a client, and refused by it
+Part lateAnswerPart(); // the same when the client's answer comes late
+Part deletionPart();
+Part toolBarPart();
+Part audioPart();
+Part onBehalfPart();
+bool cancelWithoutClient(Session &session);
 
 } // namespace walkthrough

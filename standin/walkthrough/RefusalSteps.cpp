@@ -16,27 +16,28 @@ namespace controls = mailhost::controls;
 
 namespace {
 
-constexpr int launchMilliseconds = 30000;
 constexpr int halfHour = 1800; // seconds
 const QString lateRule = u"once delay update 1500"_s;
 const QString failingRule = u"once error update 0;Error 3001"_s;
 
-// The change is asked for while no client runs: it is said, and nothing is changed that anyone could see.
+bool launchIsOffered() {
+    return Report::waitFor([] { return shownButton(ButtonText::launch()) != nullptr; });
+}
+
+// The change is asked for while no client runs: an alert says so, and nothing is changed that anyone could
+// see.
 bool staysUndone(Session &session, const QString &what, const std::function<void()> &change) {
-    const QString &uid = session.plainUid();
-    const mailhost::Appointment before = session.inFile(uid);
-    if (!session.reveal(uid))
-        return session.report().step(false, u"the grid shows the appointment"_s);
+    const mailhost::Appointment before = session.inFile(session.plainUid());
+    if (!session.reveal(before.uid))
+        return session.step(false, u"the grid shows the appointment"_s);
     change();
-    const bool said = Report::waitFor([] { return shownButton(launchButton()) != nullptr; });
-    session.report().picture(session.mainWindow(), u"refused-"_s + what.section(u' ', 0, 0));
-    press(QApplication::activeModalWidget(), Qt::Key_Escape);
-    Report::waitFor([] { return shownButton(launchButton()) == nullptr; });
-    const mailhost::Appointment now = session.inFile(uid);
-    return session.report().step(said && now.start == before.start && now.end == before.end &&
-                                     now.summary == before.summary && !now.uid.isEmpty() &&
-                                     session.shows(uid),
-                                 what + u" without a client: it is said, and it stays as it was"_s);
+    const bool said = launchIsOffered();
+    session.picture(session.mainWindow(), u"refused-"_s + what.section(u' ', 0, 0));
+    dismissModal();
+    const mailhost::Appointment now = session.inFile(before.uid);
+    return session.step(said && now.start == before.start && now.end == before.end &&
+                            now.summary == before.summary && !now.uid.isEmpty() && session.shows(before.uid),
+                        what + u" without a client: an alert says so, and it stays as it was"_s);
 }
 
 void dragTile(Session &session, bool byItsEdge) {
@@ -62,47 +63,37 @@ bool refuseWithoutClient(Session &session) {
            });
 }
 
-// The last alert offers to launch it.
 bool launchAgain(Session &session) {
     session.reveal(session.plainUid());
     session.pressInMain(Qt::Key_Down, Qt::ControlModifier);
-    Report::waitFor([] { return shownButton(launchButton()) != nullptr; });
-    click(shownButton(launchButton()));
-    const bool runs = Report::waitFor([] { return RunningClient::isRunning(); }, launchMilliseconds);
-    return session.report().step(runs, u"the client is launched again from the alert"_s);
+    launchIsOffered();
+    return session.launchFromAlert(u"the client is launched again from the alert"_s);
 }
 
-// An answer with an error is said; the host had made its change by then.
+// An alert shows the error; the host has made its change by then.
 bool refuseByAnswer(Session &session) {
     const QDateTime before = session.inFile(session.plainUid()).start.value;
     RunningClient::tell(failingRule);
     Report::settle(0.1);
     session.reveal(session.plainUid());
     session.pressInMain(Qt::Key_Down, Qt::ControlModifier);
-    // Before it the progress window may be up, which closes by itself.
-    const bool said = Report::waitFor(
-        [] { return qobject_cast<QMessageBox *>(QApplication::activeModalWidget()) != nullptr; });
-    session.report().picture(QApplication::activeModalWidget(), u"client-refused"_s);
-    press(QApplication::activeModalWidget(), Qt::Key_Escape);
-    Report::waitFor([] { return QApplication::activeModalWidget() == nullptr; });
-    return session.report().step(
+    const bool said = waitForAlert(); // not the progress window, which may come before it
+    session.picture(alert(), u"client-refused"_s);
+    dismissModal();
+    return session.step(
         said && session.inFile(session.plainUid()).start.value == before.addSecs(halfHour) &&
             session.shows(session.plainUid()),
-        u"a client that answers with an error: it is said, and what the "
-        "host has done by then stands"_s);
+        u"a client that answers with an error: an alert says so, and what the host has done by then stands"_s);
 }
 
 // Clicks "Add video meeting" in the open editor and looks at the alert that it leads to.
 bool isRefused(Session &session, const QString &picture) {
-    click(session.stripButton(addButton()));
-    const bool said = Report::waitFor(
-        [] { return qobject_cast<QMessageBox *>(QApplication::activeModalWidget()) != nullptr; });
-    session.report().picture(QApplication::activeModalWidget(), picture);
-    press(QApplication::activeModalWidget(), Qt::Key_Escape);
-    return said && Report::waitFor([] { return QApplication::activeModalWidget() == nullptr; });
+    click(session.stripButton(ButtonText::add()));
+    const bool said = waitForAlert();
+    session.picture(alert(), picture);
+    return dismissModal() && said;
 }
 
-// Each has its own words.
 bool sayEachReason(Session &session) {
     bool good = session.openNew(u"Not today"_s);
     const std::pair<const char *, const char *> answers[] = {
@@ -119,35 +110,68 @@ bool sayEachReason(Session &session) {
     good = QFile::rename(client, aside) && good;
     good = isRefused(session, u"alert-not-installed"_s) && good;
     good = QFile::rename(aside, client) && good;
-    return session.report().step(good && session.discardEditor(),
-                                 u"signed out, without a network, without an answer, not installed: each is "
-                                 "said in its words"_s);
+    return session.step(good && session.discardEditor(),
+                        u"signed out, without a network, without an answer, not "
+                        u"installed: each has an alert of its own"_s);
 }
 
-// Moves the appointment; the client's answer is a second and a half away.
-qint64 moveWithLateAnswer(Session &session) {
+// Moves the appointment and answers its new start; the client's answer is a second and a half away.
+QDateTime moveWithLateAnswer(Session &session) {
     RunningClient::tell(lateRule);
     Report::settle(0.1);
     session.report().mark();
     const QDateTime before = session.inFile(session.plainUid()).start.value;
     session.reveal(session.plainUid());
     session.pressInMain(Qt::Key_Up, Qt::ControlModifier);
-    Report::waitFor([&] { return session.report().sentSinceMark(meetingAction, updatePrefix) == 1; });
-    return before.addSecs(-halfHour).toSecsSinceEpoch();
+    Report::waitFor([&] { return session.sent(meetingAction, updatePrefix) == 1; });
+    return before.addSecs(-halfHour);
 }
 
-bool arrivesLate(Session &session, qint64 expected) {
-    return Report::waitFor([&] { return session.report().answeredSinceMark(updateAnswer) == 1; }) &&
-           Report::waitFor([&] {
-               return session.meetingOf(session.plainUid()).value(u"startTime"_s).toInteger() == expected;
-           }) &&
-           session.inFile(session.plainUid()).start.value.toSecsSinceEpoch() == expected;
+bool arrivesLate(Session &session, const QDateTime &expected) {
+    const auto clientHasIt = [&] {
+        return session.meetingOf(session.plainUid()).value(u"startTime"_s).toInteger() ==
+               expected.toSecsSinceEpoch();
+    };
+    return Report::waitFor([&] { return session.answered(updateAnswer) == 1; }) &&
+           Report::waitFor(clientHasIt) && session.inFile(session.plainUid()).start.value == expected;
+}
+
+bool answerBesideAnEditor(Session &session) {
+    // While the client is waited for, its progress window takes all input: the editor is opened before.
+    click(shown(controls::newAppointmentButton));
+    Report::waitFor([&] { return session.editor() != nullptr; });
+    Report::settle();
+    type(session.editor(), u"Being written"_s);
+    const QDateTime moved = moveWithLateAnswer(session);
+    Report::waitFor([] { return QApplication::activeModalWidget() != nullptr; });
+    const bool notYet = session.answered(updateAnswer) == 0;
+    session.picture(QApplication::activeModalWidget(), u"progress"_s);
+    const bool arrived = arrivesLate(session, moved);
+    Report::settle(0.5);
+    const QStringList entered = session.editorController()
+                                    ? QStringList(session.editorController()->uncommittedChanges().keys())
+                                    : QStringList();
+    return session.step(notYet && arrived && entered == QStringList{u"content.summary"_s},
+                        u"an answer that comes while another editor is open changes nothing in it"_s);
+}
+
+bool answerWithoutMainWindow(Session &session) {
+    const QDateTime moved = moveWithLateAnswer(session);
+    session.mainWindow()->close();
+    const bool closed = Report::waitFor([&] { return !session.mainWindow(); });
+    const bool notYet = session.answered(updateAnswer) == 0;
+    const bool arrived = arrivesLate(session, moved);
+    session.host().addMainWindow()->window()->show();
+    const bool isShown = session.shows(session.plainUid());
+    return session.step(
+        session.discardEditor() && closed && notYet && arrived && isShown,
+        u"an answer that comes after the main window was closed is heard; a new window shows what the file has"_s);
 }
 
 } // namespace
 
 // A meeting of an earlier day, before anything has succeeded in this session.
-bool runFirstCancellation(Session &session) {
+bool cancelWithoutClient(Session &session) {
     const QString uid = session.otherMeetingUid();
     if (uid.isEmpty()) {
         session.report().comment(u"no second meeting with attendees: no cancellation is refused"_s);
@@ -159,50 +183,19 @@ bool runFirstCancellation(Session &session) {
     session.reveal(uid);
     session.pressInMain(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
     click(shown(controls::deleteConfirmButton));
-    const bool said = Report::waitFor([] { return shownButton(launchButton()) != nullptr; });
-    press(QApplication::activeModalWidget(), Qt::Key_Escape);
-    Report::waitFor([] { return shownButton(launchButton()) == nullptr; });
-    return session.report().step(said && session.isInFile(uid) && session.shows(uid) &&
-                                     session.sentMessages().isEmpty(),
-                                 u"cancelled without a client: it is said, the meeting stays and "
-                                 "nobody is told"_s);
+    const bool said = launchIsOffered();
+    dismissModal();
+    return session.step(
+        said && session.isInFile(uid) && session.shows(uid) && session.sentMessages().isEmpty(),
+        u"cancelled without a client: an alert says so, the meeting stays and nobody is told"_s);
 }
 
-bool runRefusals(Session &session) {
-    return refuseWithoutClient(session) && launchAgain(session) && refuseByAnswer(session) &&
-           sayEachReason(session);
+Part refusalPart() {
+    return {"refusals", {refuseWithoutClient, launchAgain, refuseByAnswer, sayEachReason}};
 }
 
-bool runLateAnswers(Session &session) {
-    // While the client is waited for, its progress window takes all input: the editor is opened before.
-    click(shown(controls::newAppointmentButton));
-    Report::waitFor([&] { return session.editor() != nullptr; });
-    Report::settle();
-    type(session.editor(), u"Being written"_s);
-    const qint64 first = moveWithLateAnswer(session);
-    Report::waitFor([] { return QApplication::activeModalWidget() != nullptr; });
-    const bool notYet = session.report().answeredSinceMark(updateAnswer) == 0;
-    session.report().picture(QApplication::activeModalWidget(), u"progress"_s);
-    const bool arrived = arrivesLate(session, first);
-    Report::settle(0.5);
-    const QStringList entered = session.editorController()
-                                    ? QStringList(session.editorController()->uncommittedChanges().keys())
-                                    : QStringList();
-    if (!session.report().step(notYet && arrived && entered == QStringList{u"content.summary"_s},
-                               u"an answer that comes while another editor is open changes nothing "
-                               "in it"_s))
-        return false;
-    const qint64 second = moveWithLateAnswer(session);
-    session.mainWindow()->close();
-    const bool closed = Report::waitFor([&] { return !session.mainWindow(); });
-    const bool late = session.report().answeredSinceMark(updateAnswer) == 0;
-    const bool heard = arrivesLate(session, second);
-    session.host().addMainWindow()->window()->show();
-    const bool isShown = session.shows(session.plainUid());
-    const bool discarded = session.discardEditor();
-    return session.report().step(closed && late && heard && isShown && discarded,
-                                 u"an answer that comes after the main window was closed is heard; a "
-                                 "new window shows what the file has"_s);
+Part lateAnswerPart() {
+    return {"late answers", {answerBesideAnEditor, answerWithoutMainWindow}};
 }
 
 } // namespace walkthrough

@@ -19,9 +19,10 @@ namespace controls = mailhost::controls;
 
 namespace {
 constexpr double closingSeconds = 0.1; // the plug-in forgets a closed editor a hundredth of a second later
+constexpr int launchMilliseconds = 30000;
 } // namespace
 
-QString words(const QString &key) {
+QString pluginText(const QString &key) {
     QString text = platform::services().pluginBundle->localizedString(key, key, u"Localizable_prl"_s);
     return text.remove(u'&').trimmed();
 }
@@ -53,7 +54,7 @@ bool Session::copyCalendar() const {
 bool Session::start() {
     QDir().mkpath(m_out);
     QFile::remove(m_calendarPath);
-    QDir(m_options.outbox).removeRecursively(); // of an earlier walk
+    QDir(m_options.outbox).removeRecursively(); // of an earlier run
     if (!copyCalendar()) {
         std::fprintf(stderr, "The calendar %s cannot be copied to %s.\n", qPrintable(m_source),
                      qPrintable(m_calendarPath));
@@ -69,21 +70,21 @@ bool Session::start() {
     m_host->start();
     const bool opened = installed && m_host->openCalendar(&error);
     m_host->show();
-    if (!m_report->step(opened, u"the host opens the calendar "_s + error))
+    if (!step(opened, u"the host opens the calendar "_s + error))
         return false;
     m_client = std::make_unique<RunningClient>(stateFolder(u"client/meetings.json"_s));
-    if (!m_report->step(m_agent.start(), u"the plug-in agent runs in a process of its own"_s))
+    if (!step(m_agent.start(), u"the plug-in agent runs in a process of its own"_s))
         return false;
     QString pluginError;
-    if (!m_report->step(m_host->loadPlugin(&pluginError), u"the plug-in is loaded %1"_s.arg(pluginError)))
+    if (!step(m_host->loadPlugin(&pluginError), u"the plug-in is loaded %1"_s.arg(pluginError)))
         return false;
     Report::waitFor([] { return shown(controls::mainWindow) != nullptr; });
-    m_report->picture(shown(controls::mainWindow), u"main-window"_s);
+    picture(shown(controls::mainWindow), u"main-window"_s);
     return pickAppointments();
 }
 
-// One appointment of one's own without attendees, and a meeting of one's own with some, those nearest to
-// today; neither part of a series.
+// An appointment without attendees and meetings with some, all the user's own, those nearest to today; none
+// of a series.
 bool Session::pickAppointments() {
     const QDateTime now = QDateTime::currentDateTime();
     QList<mailhost::Appointment> all = m_host->session()->file().appointments();
@@ -103,17 +104,13 @@ bool Session::pickAppointments() {
     }
     if (m_uid.isEmpty())
         m_uid = makeAppointment();
-    return m_report->step(!m_uid.isEmpty(), u"the calendar has an appointment to walk with"_s);
+    return step(!m_uid.isEmpty(), u"the calendar has an appointment to use"_s);
 }
 
-// For a calendar that has none of one's own.
+// For a calendar that has none of the user's own.
 QString Session::makeAppointment() {
-    click(shown(controls::newAppointmentButton));
-    if (!Report::waitFor([this] { return editor() != nullptr; }))
+    if (!openNew(u"Made for this run"_s) || !save())
         return {};
-    type(editor(), u"Report through"_s);
-    press(editor(), Qt::Key_S, Qt::ControlModifier);
-    Report::waitFor([this] { return saved(); });
     const QString uid = editorController()->content()->UUID();
     return closeEditor() ? uid : QString();
 }
@@ -192,14 +189,15 @@ bool Session::open(const QString &uid) {
     const mailhost::CalendarGrid *grid = reveal(uid);
     mailhost::EventTileView *tile = grid ? grid->selectedTile() : nullptr;
     return tile && doubleClick(tile, tile->rect().center()) &&
-           Report::waitFor([this] { return editor() != nullptr; }) &&
-           Report::waitFor([this] { return stripButton(addButton()) || stripButton(removeButton()); });
+           Report::waitFor([this] { return editor() != nullptr; }) && Report::waitFor([this] {
+               return stripButton(ButtonText::add()) || stripButton(ButtonText::remove());
+           });
 }
 
 bool Session::openNew(const QString &subject, const QString &attendee) const {
     click(shown(controls::newAppointmentButton));
     if (!Report::waitFor([this] { return editor() != nullptr; }) ||
-        !Report::waitFor([this] { return stripButton(addButton()) != nullptr; }))
+        !Report::waitFor([this] { return stripButton(ButtonText::add()) != nullptr; }))
         return false;
     // What a new appointment offers is written by then, so that nothing is lost.
     control<QLineEdit>(controls::subjectField)->setFocus();
@@ -211,17 +209,21 @@ bool Session::openNew(const QString &subject, const QString &attendee) const {
 }
 
 QWidget *Session::strip() const {
-    const QWidget *button = stripButton(addButton());
+    const QWidget *button = stripButton(ButtonText::add());
     if (!button)
-        button = stripButton(removeButton());
+        button = stripButton(ButtonText::remove());
     return button ? button->parentWidget() : nullptr;
+}
+
+bool Session::waitUntilClosed() const {
+    const bool closed = Report::waitFor([this] { return !editor(); });
+    Report::settle(closingSeconds);
+    return closed;
 }
 
 bool Session::closeEditor() const {
     press(editor(), Qt::Key_W, Qt::ControlModifier);
-    const bool closed = Report::waitFor([this] { return !editor(); });
-    Report::settle(closingSeconds);
-    return closed;
+    return waitUntilClosed();
 }
 
 bool Session::discardEditor() const {
@@ -229,27 +231,41 @@ bool Session::discardEditor() const {
     Report::waitFor([this] { return !editor() || shown(controls::discardChangesButton); });
     if (QWidget *discard = shown(controls::discardChangesButton))
         click(discard);
-    const bool closed = Report::waitFor([this] { return !editor(); });
-    Report::settle(closingSeconds);
-    return closed;
+    return waitUntilClosed();
 }
 
-bool Session::saved() const {
+bool Session::isSaved() const {
     return editorController() && !editorController()->isDirty();
+}
+
+bool Session::save() const {
+    press(editor(), Qt::Key_S, Qt::ControlModifier);
+    Report::settle();
+    return Report::waitFor([this] { return isSaved(); });
+}
+
+bool Session::send() const {
+    click(shown(controls::sendButton));
+    return waitUntilClosed();
+}
+
+bool Session::launchFromAlert(const QString &what) {
+    click(shownButton(ButtonText::launch()));
+    return step(Report::waitFor([] { return RunningClient::isRunning(); }, launchMilliseconds), what);
 }
 
 bool Session::askForMeeting() {
     m_report->mark();
-    if (!click(stripButton(addButton())))
-        return m_report->step(false, u"the button \"%1\" can be clicked"_s.arg(addButton()));
-    if (!Report::waitFor([] { return shownButton(continueButton()) != nullptr; }))
-        return m_report->step(false, u"the settings sheet opens"_s);
-    m_report->step(true, u"a click on \"%1\" opens the settings sheet"_s.arg(addButton()));
+    if (!click(stripButton(ButtonText::add())))
+        return step(false, u"the button \"%1\" can be clicked"_s.arg(ButtonText::add()));
+    if (!Report::waitFor([] { return shownButton(ButtonText::confirm()) != nullptr; }))
+        return step(false, u"the settings sheet opens"_s);
+    step(true, u"a click on \"%1\" opens the settings sheet"_s.arg(ButtonText::add()));
     return true;
 }
 
 bool Session::isAttached() const {
-    return Report::waitFor([this] { return stripButton(removeButton()) != nullptr; }) &&
+    return Report::waitFor([this] { return stripButton(ButtonText::remove()) != nullptr; }) &&
            Report::waitFor([this] {
                return control<QLineEdit>(controls::locationField)->text().contains(u"https://"_s);
            });
@@ -260,21 +276,16 @@ bool Session::giveMeeting(const QString &uid) {
 }
 
 bool Session::giveMeetingToOpen(const QString &uid) {
-    if (!click(stripButton(addButton())) ||
-        !Report::waitFor([] { return shownButton(continueButton()) != nullptr; }))
+    if (!click(stripButton(ButtonText::add())) ||
+        !Report::waitFor([] { return shownButton(ButtonText::confirm()) != nullptr; }))
         return false;
-    click(shownButton(continueButton()));
+    click(shownButton(ButtonText::confirm()));
     if (!isAttached())
         return false;
     Report::settle();
-    if (QWidget *send = shown(controls::sendButton)) {
-        click(send);
-        const bool closed = Report::waitFor([this] { return !editor(); });
-        Report::settle(closingSeconds);
-        return closed;
-    }
-    press(editor(), Qt::Key_S, Qt::ControlModifier);
-    return Report::waitFor([this, &uid] { return saved() && !meetingKey(uid).isEmpty(); }) && closeEditor();
+    if (shown(controls::sendButton))
+        return send();
+    return save() && !meetingKey(uid).isEmpty() && closeEditor();
 }
 
 bool Session::pressInMain(Qt::Key key, Qt::KeyboardModifiers modifiers) const {

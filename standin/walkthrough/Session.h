@@ -1,4 +1,4 @@
-// What every part of the walk shares: the programs, the calendar, and how a person gets at the controls.
+// What the parts of the walk-through share: the programs, the calendar, and how a user gets at the controls.
 #pragma once
 
 #include "standin/mailhost/windows/HostApplication.h"
@@ -19,32 +19,19 @@ inline constexpr quint32 readAnswer = 4;
 inline const QString schedulePrefix = u"1;"_s;
 inline const QString updatePrefix = u"2;"_s;
 inline const QString deletePrefix = u"3;"_s;
-inline const QString ownWords = u"Bring the figures."_s;
-inline const QString password = u"Tulip7"_s; // of the first meeting
+inline const QString audioItem = u"VLSchedulePACToolbarItem"_s; // of the tool-bar
 
-// A text of the plug-in in the language of the walk, without the mark of its mnemonic.
-[[nodiscard]] QString words(const QString &key);
-[[nodiscard]] inline QString addButton() {
-    return words(u"AddVelaButton"_s);
-}
-[[nodiscard]] inline QString audioButton() {
-    return words(u"AddPACButton"_s);
-}
-[[nodiscard]] inline QString removeButton() {
-    return words(u"CancelVelaButton"_s);
-}
-[[nodiscard]] inline QString launchButton() {
-    return words(u"Button_LaunchClient"_s);
-}
-[[nodiscard]] inline QString settingsButton() {
-    return words(u"ChangeSettingButton"_s);
-}
-[[nodiscard]] inline QString continueButton() {
-    return words(u"Button_Continue"_s);
-}
-[[nodiscard]] inline QString removeInAlertButton() {
-    return words(u"Button_OKGot"_s);
-}
+// A text of the plug-in in the language of this run, without the mark of its mnemonic.
+[[nodiscard]] QString pluginText(const QString &key);
+struct ButtonText {
+    static QString add() { return pluginText(u"AddVelaButton"_s); }
+    static QString audio() { return pluginText(u"AddPACButton"_s); }
+    static QString remove() { return pluginText(u"CancelVelaButton"_s); }
+    static QString launch() { return pluginText(u"Button_LaunchClient"_s); }
+    static QString settings() { return pluginText(u"ChangeSettingButton"_s); }
+    static QString confirm() { return pluginText(u"Button_Continue"_s); }
+    static QString removeInAlert() { return pluginText(u"Button_OKGot"_s); }
+};
 
 struct SessionOptions {
     QString hostVersion;
@@ -60,10 +47,17 @@ class Session {
 public:
     explicit Session(const SessionOptions &options);
 
-    // Copies the calendar, starts host, agent and plug-in, and picks the appointments to walk with.
+    // Copies the calendar, starts host, agent and plug-in, and picks the appointments to use.
     bool start();
 
     [[nodiscard]] Report &report() const { return *m_report; }
+    bool step(bool ok, const QString &what) { return m_report->step(ok, what); }
+    void picture(QWidget *widget, const QString &name) const { m_report->picture(widget, name); }
+    // See Report::sentSinceMark() and answeredSinceMark().
+    [[nodiscard]] int sent(quint32 actionId, const QString &prefix = {}) const {
+        return m_report->sentSinceMark(actionId, prefix);
+    }
+    [[nodiscard]] int answered(quint32 actionId) const { return m_report->answeredSinceMark(actionId); }
     [[nodiscard]] mailhost::HostApplication &host() const { return *m_host; }
     [[nodiscard]] RunningClient &client() const { return *m_client; }
     // Nobody has used these programs before.
@@ -98,12 +92,18 @@ public:
     bool openNew(const QString &subject, const QString &attendee = {}) const;
     // The strip alone, as it shows now.
     [[nodiscard]] QWidget *strip() const;
+    // By keys, and answers whether the editor has nothing unsaved then.
+    [[nodiscard]] bool save() const;
+    [[nodiscard]] bool isSaved() const;
+    // Sends the meeting, and answers whether the editor closes.
+    [[nodiscard]] bool send() const;
     [[nodiscard]] bool closeEditor() const;
     [[nodiscard]] bool discardEditor() const; // with what was typed
-    [[nodiscard]] bool saved() const;
+    // Clicks the button of an alert that offers to launch the client; a step of that text.
+    bool launchFromAlert(const QString &what);
     // From the click on the strip's button to the settings sheet.
     bool askForMeeting();
-    // Shown by the strip and written into the appointment.
+    // The meeting is shown by the strip and written into the appointment.
     [[nodiscard]] bool isAttached() const;
     // The whole way: opened, added, saved (or sent, when people are invited), closed.
     bool giveMeeting(const QString &uid);
@@ -114,6 +114,7 @@ public:
     [[nodiscard]] bool shows(const QString &uid) const; // the grid, what the file has of it
 
 private:
+    [[nodiscard]] bool waitUntilClosed() const;
     [[nodiscard]] bool copyCalendar() const;
     [[nodiscard]] QDate dayOf(const QString &uid, const QString &instanceId) const;
     bool pickAppointments();
