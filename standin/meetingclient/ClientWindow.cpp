@@ -113,14 +113,14 @@ void ClientWindow::give(const QString &order) {
 
 void ClientWindow::showChoices() {
     const QJsonObject profile = m_store.profile();
-    const QString userId = profile.value(QLatin1String("userId")).toString();
+    const QString userId = profile["userId"].toString();
     for (auto it = m_users.cbegin(); it != m_users.cend(); ++it)
         it.value()->setChecked(it.key() == userId);
     for (auto it = m_accounts.cbegin(); it != m_accounts.cend(); ++it)
         it.value()->setChecked(m_store.accounts() == accountsNamed(it.key()));
     QStringList granted;
-    for (const QJsonValue &boss : profile.value(QLatin1String("bosses")).toArray())
-        granted.append(boss.toObject().value(QLatin1String("email")).toString().toLower());
+    for (const QJsonValue &boss : profile["bosses"].toArray())
+        granted.append(boss.toObject()["email"].toString().toLower());
     for (auto it = m_bosses.cbegin(); it != m_bosses.cend(); ++it)
         it.value()->setChecked(granted.contains(it.key()));
 }
@@ -170,21 +170,20 @@ void ClientWindow::appendLog(const QString &line) {
 
 void ClientWindow::refreshMeetings() {
     showChoices();
-    m_user->setText(m_store.profile().value(QLatin1String("accountName")).toString());
+    m_user->setText(m_store.profile()["accountName"].toString());
     const QJsonObject meetings = m_store.meetings();
     m_table->setRowCount(int(meetings.size()));
     int row = 0;
     for (const QJsonValue &value : meetings) {
         const QJsonObject meeting = value.toObject();
-        const qint64 start = meeting.value(QLatin1String("startTime")).toInteger();
+        const qint64 start = meeting["startTime"].toInteger();
         const QString when =
             start == 0 ? tr("any time")
                        : QLocale().toString(QDateTime::fromSecsSinceEpoch(start), QLocale::ShortFormat);
-        m_table->setItem(row, 0, new QTableWidgetItem(meeting.value(QLatin1String("subject")).toString()));
+        m_table->setItem(row, 0, new QTableWidgetItem(meeting["subject"].toString()));
         m_table->setItem(row, 1, new QTableWidgetItem(when));
-        m_table->setItem(
-            row, 2, new QTableWidgetItem(meeting.value(QLatin1String("duration")).toVariant().toString()));
-        m_table->setItem(row, 3, new QTableWidgetItem(meeting.value(QLatin1String("meetingKey")).toString()));
+        m_table->setItem(row, 2, new QTableWidgetItem(meeting["duration"].toVariant().toString()));
+        m_table->setItem(row, 3, new QTableWidgetItem(meeting["meetingKey"].toString()));
         ++row;
     }
     m_activeRules->setText(m_rules.lines().join(u'\n'));

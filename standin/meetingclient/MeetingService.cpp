@@ -51,21 +51,20 @@ bool truth(const QJsonValue &value) {
 // The request counts its seconds as if the appointment's clock stood in this computer's zone, and names the
 // zone that it stands in. A zone that is not known here is taken for the computer's.
 qint64 startInstant(const QJsonObject &appointment) {
-    const qint64 seconds = appointment.value(QLatin1String("startTime")).toString().toLongLong();
-    const QTimeZone zone(appointment.value(QLatin1String("timezone")).toString().toUtf8());
+    const qint64 seconds = appointment["startTime"].toString().toLongLong();
+    const QTimeZone zone(appointment["timezone"].toString().toUtf8());
     const QDateTime clock = QDateTime::fromSecsSinceEpoch(seconds);
     return zone.isValid() ? QDateTime(clock.date(), clock.time(), zone).toSecsSinceEpoch() : seconds;
 }
 
-void addNumbers(const QJsonArray &numbers,
+void addNumbers(const QJsonValue &numbers,
                 google::protobuf::RepeatedPtrField<wire::CountryCodeProto> *field) {
-    for (const QJsonValue &entry : numbers) {
+    for (const QJsonValue &entry : numbers.toArray()) {
         wire::CountryCodeProto *number = field->Add();
-        const QJsonObject object = entry.toObject();
-        if (object.contains(QLatin1String("country")))
-            number->set_country(object.value(QLatin1String("country")).toString().toStdString());
-        if (object.contains(QLatin1String("number")))
-            number->set_number(object.value(QLatin1String("number")).toString().toStdString());
+        if (const QJsonValue country = entry["country"]; country.isString())
+            number->set_country(country.toString().toStdString());
+        if (const QJsonValue digits = entry["number"]; digits.isString())
+            number->set_number(digits.toString().toStdString());
     }
 }
 
@@ -100,23 +99,27 @@ std::optional<Answer> MeetingService::handle(quint32 actionId, const QString &co
     }
     if (!m_store.signedIn())
         return Answer{*operation, errorNotSignedIn};
-    switch (*operation) {
+    return Answer{*operation, answerTo(*operation, content)};
+}
+
+QString MeetingService::answerTo(Operation operation, const QString &content) {
+    switch (operation) {
     case Operation::Schedule:
-        return Answer{*operation, schedule(content)};
+        return schedule(content);
     case Operation::Update:
-        return Answer{*operation, update(content)};
+        return update(content);
     case Operation::Delete:
-        return Answer{*operation, remove(content.mid(2))};
+        return remove(content.mid(2));
     case Operation::Get:
-        return Answer{*operation, get(content.mid(2))};
+        return get(content.mid(2));
     case Operation::Profile:
-        return Answer{*operation, profile()};
+        return profile();
     case Operation::Accounts:
-        return Answer{*operation, accounts()};
+        return accounts();
     case Operation::StartMeeting:
         break;
     }
-    return std::nullopt;
+    return {};
 }
 
 QString MeetingService::joinUrl(const QString &meetingNumber, const QString &password) {
@@ -126,13 +129,13 @@ QString MeetingService::joinUrl(const QString &meetingNumber, const QString &pas
 }
 
 QString MeetingService::invitation(const QJsonObject &meeting) const {
-    const QString number = meeting.value(QLatin1String("originalMeetingNumber")).toString();
-    const QString password = meeting.value(QLatin1String("meetingPassword")).toString();
-    const QString audio = meeting.value(QLatin1String("thirdPartyAudio")).toString();
-    QString text = u"%1 is inviting you to a Parlo Meetings meeting.\n\n"
-                   "Join by video: %2 \n\nMeeting ID: %3\n"_s.arg(
-                       m_store.profile().value(QLatin1String("accountName")).toString(),
-                       meeting.value(QLatin1String("joinUrl")).toString(), grouped(number));
+    const QString number = meeting["originalMeetingNumber"].toString();
+    const QString password = meeting["meetingPassword"].toString();
+    const QString audio = meeting["thirdPartyAudio"].toString();
+    QString text =
+        u"%1 is inviting you to a Parlo Meetings meeting.\n\n"
+        "Join by video: %2 \n\nMeeting ID: %3\n"_s.arg(m_store.profile()["accountName"].toString(),
+                                                       meeting["joinUrl"].toString(), grouped(number));
     if (!password.isEmpty())
         text += u"Password: %1\n"_s.arg(password);
     if (!audio.isEmpty())
@@ -141,39 +144,36 @@ QString MeetingService::invitation(const QJsonObject &meeting) const {
 }
 
 void MeetingService::applyRequest(const QJsonObject &request, QJsonObject &meeting) const {
-    const QJsonObject appointment = request.value(QLatin1String("apptInfo")).toObject();
-    const QJsonObject setting = request.value(QLatin1String("setting")).toObject();
+    const QJsonObject appointment = request["apptInfo"].toObject();
+    const QJsonObject setting = request["setting"].toObject();
     copyKey(appointment, meeting, "subject");
     copyKey(appointment, meeting, "duration");
     copyKey(appointment, meeting, "location");
     copyKey(appointment, meeting, "timezone");
-    meeting.insert(QLatin1String("recurrence"), truth(appointment.value(QLatin1String("recurrence"))));
-    meeting.insert(QLatin1String("startTime"), startInstant(appointment));
+    meeting.insert(u"recurrence"_s, truth(appointment["recurrence"]));
+    meeting.insert(u"startTime"_s, startInstant(appointment));
     for (const char *key : {"enableHostVideo", "enableParticipantsVideo", "enableJBH", "usePMI"})
         meeting.insert(QLatin1String(key), truth(setting.value(QLatin1String(key))));
     copyKey(setting, meeting, "audioOption");
     copyKey(setting, meeting, "scheduleFor");
-    meeting.insert(QLatin1String("meetingPassword"),
-                   setting.value(QLatin1String("meetingPassword")).toString());
-    const bool external = setting.value(QLatin1String("audioOption")).toVariant().toInt() == 3;
-    meeting.insert(QLatin1String("enable3rdPartyAudio"), external);
-    meeting.insert(QLatin1String("thirdPartyAudio"),
-                   external ? setting.value(QLatin1String("thirdPartyAudio")).toString() : QString());
+    meeting.insert(u"meetingPassword"_s, setting["meetingPassword"].toString());
+    const bool external = setting["audioOption"].toVariant().toInt() == 3;
+    meeting.insert(u"enable3rdPartyAudio"_s, external);
+    meeting.insert(u"thirdPartyAudio"_s, external ? setting["thirdPartyAudio"].toString() : QString());
 }
 
 // Gives the meeting the numbers and texts that follow from its settings, keeps it, and answers as the client
 // does.
 QString MeetingService::committed(const QString &key) const {
     QJsonObject meeting = *m_store.meeting(key);
-    const QString room = m_store.profile().value(QLatin1String("roomMeetingId")).toString();
-    const bool personal = truth(meeting.value(QLatin1String("usePMI"))) && !room.isEmpty();
+    const QString room = m_store.profile()["roomMeetingId"].toString();
+    const bool personal = truth(meeting.value(u"usePMI"_s)) && !room.isEmpty();
     const QString number = personal ? room : key;
-    meeting.insert(QLatin1String("originalMeetingNumber"), number);
-    meeting.insert(QLatin1String("joinUrl"),
-                   joinUrl(number, meeting.value(QLatin1String("meetingPassword")).toString()));
-    meeting.insert(QLatin1String("invitationEmail"), invitation(meeting));
+    meeting.insert(u"originalMeetingNumber"_s, number);
+    meeting.insert(u"joinUrl"_s, joinUrl(number, meeting.value(u"meetingPassword"_s).toString()));
+    meeting.insert(u"invitationEmail"_s, invitation(meeting));
     m_store.replaceMeeting(key, meeting);
-    return key + u';' + meeting.value(QLatin1String("invitationEmail")).toString();
+    return key + u';' + meeting.value(u"invitationEmail"_s).toString();
 }
 
 QString MeetingService::schedule(const QString &content) {
@@ -189,7 +189,7 @@ QString MeetingService::update(const QString &content) {
     const std::optional<QJsonObject> request = commitRequest(content);
     if (!request)
         return errorBadRequest;
-    const QString key = request->value(QLatin1String("meetingKey")).toString();
+    const QString key = request->value(u"meetingKey"_s).toString();
     std::optional<QJsonObject> meeting = m_store.meeting(key);
     if (!meeting)
         return errorNotFound;
@@ -206,11 +206,10 @@ QString MeetingService::get(const QString &key) const {
     std::optional<QJsonObject> meeting = m_store.meeting(key);
     if (!meeting)
         return errorNotFound;
-    if (meeting->value(QLatin1String("joinUrl")).toString().isEmpty()) {
-        const QString number = meeting->value(QLatin1String("originalMeetingNumber")).toString(key);
-        meeting->insert(QLatin1String("joinUrl"),
-                        joinUrl(number, meeting->value(QLatin1String("meetingPassword")).toString()));
-        meeting->insert(QLatin1String("invitationEmail"), invitation(*meeting));
+    if (meeting->value(u"joinUrl"_s).toString().isEmpty()) {
+        const QString number = meeting->value(u"originalMeetingNumber"_s).toString(key);
+        meeting->insert(u"joinUrl"_s, joinUrl(number, meeting->value(u"meetingPassword"_s).toString()));
+        meeting->insert(u"invitationEmail"_s, invitation(*meeting));
     }
     const QByteArray json = QJsonDocument(*meeting).toJson(QJsonDocument::Compact).toBase64();
     const wire::MeetingProto binary;
@@ -230,13 +229,11 @@ QString MeetingService::accounts() const {
         const QJsonObject account = entry.toObject();
         wire::PACMeeting *meeting = info->add_meetings();
         if (account.contains(QLatin1String("meetingNumber")))
-            meeting->set_meeting_number(account.value(QLatin1String("meetingNumber")).toInteger());
-        addNumbers(account.value(QLatin1String("tollNumbers")).toArray(), meeting->mutable_toll_numbers());
-        addNumbers(account.value(QLatin1String("tollFreeNumbers")).toArray(),
-                   meeting->mutable_toll_free_numbers());
+            meeting->set_meeting_number(account["meetingNumber"].toInteger());
+        addNumbers(account["tollNumbers"], meeting->mutable_toll_numbers());
+        addNumbers(account["tollFreeNumbers"], meeting->mutable_toll_free_numbers());
         if (account.contains(QLatin1String("invitation")))
-            meeting->set_invitation_email(
-                account.value(QLatin1String("invitation")).toString().toStdString());
+            meeting->set_invitation_email(account["invitation"].toString().toStdString());
     }
     // Partial: the one required field of this message is of no use to a plug-in.
     return QString::fromLatin1(QByteArray::fromStdString(response.SerializePartialAsString()).toBase64());
@@ -244,10 +241,9 @@ QString MeetingService::accounts() const {
 
 void MeetingService::start(const QString &content) {
     const QJsonObject request = QJsonDocument::fromJson(content.toUtf8()).object();
-    const QString room = m_store.profile().value(QLatin1String("roomMeetingId")).toString();
-    m_started =
-        InstantMeeting{request.value(QLatin1String("launchtype")).toString() == QLatin1String("groupVideo"),
-                       joinUrl(room, QString())};
+    const QString room = m_store.profile()["roomMeetingId"].toString();
+    m_started = InstantMeeting{request["launchtype"].toString() == QLatin1String("groupVideo"),
+                               joinUrl(room, QString())};
 }
 
 } // namespace meetingclient

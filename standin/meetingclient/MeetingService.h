@@ -49,6 +49,7 @@ public:
     [[nodiscard]] QString invitation(const QJsonObject &meeting) const;
 
 private:
+    QString answerTo(Operation operation, const QString &content);
     QString schedule(const QString &content);
     QString update(const QString &content);
     QString remove(const QString &key);

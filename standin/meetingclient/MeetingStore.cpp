@@ -8,6 +8,10 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 
+static void initializeResource() { // not possible inside of a namespace
+    Q_INIT_RESOURCE(data);
+}
+
 namespace meetingclient {
 
 namespace {
@@ -17,48 +21,6 @@ const QString keyProfile = u"profile"_s;
 const QString keyMeetings = u"meetings"_s;
 const QString keyAccounts = u"accounts"_s;
 const QString keyNextNumber = u"nextNumber"_s;
-
-QJsonObject freshInstallation() {
-    const QString room = u"4155550142"_s;
-    QJsonObject profile{
-        {"email", "ada@parlo.example"},
-        {"accountName", "Ada Example"},
-        {"userId", "u-1001"},
-        {"snsId", ""},
-        {"snsType", 0},
-        {"hasSelfTelephony", false},
-        {"enableThirdPartyAudio", true},
-        {"enablePSTN", true},
-        {"myTelephonInfo", ""},
-        {"roomMeetingId", room},
-        {"thirdPartyAudio", "Call +1 555 0100 and give the operator the code 2468."},
-        {"bosses", QJsonArray{}},
-        {"use3rdPartyAsDefaultAudio", false},
-        {"useRandomPasswordByDefault", false},
-        {"userOption", 0},
-    };
-    QJsonObject personal{
-        {"subject", "Ada Example's personal meeting"},
-        {"duration", "60"},
-        {"recurrence", true},
-        {"startTime", 0},
-        {"audioOption", 2},
-        {"enableHostVideo", true},
-        {"enableParticipantsVideo", true},
-        {"enableJBH", true},
-        {"usePMI", true},
-        {"enable3rdPartyAudio", true},
-        {"thirdPartyAudio", ""},
-        {"meetingPassword", ""},
-        {"meetingKey", room},
-        {"originalMeetingNumber", room},
-    };
-    return {{keySignedIn, true},
-            {keyProfile, profile},
-            {keyMeetings, QJsonObject{{room, personal}}},
-            {keyAccounts, QJsonArray{}},
-            {keyNextNumber, 840000017}};
-}
 
 QString freeName(const QString &path) {
     for (int n = 1;; ++n) {
@@ -70,9 +32,15 @@ QString freeName(const QString &path) {
 
 } // namespace
 
+QJsonObject builtInData(const QString &name) {
+    initializeResource();
+    QFile file(u":/meetingclient/"_s + name);
+    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+}
+
 MeetingStore::MeetingStore(QString path)
     : m_path(std::move(path))
-    , m_root(freshInstallation()) {
+    , m_root(builtInData(u"fresh.json"_s)) {
     load();
 }
 

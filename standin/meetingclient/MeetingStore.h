@@ -43,4 +43,7 @@ private:
     QString m_lastError;
 };
 
+// The data file of a fresh installation (fresh.json), and the accounts to choose from (accounts.json).
+[[nodiscard]] QJsonObject builtInData(const QString &name);
+
 } // namespace meetingclient

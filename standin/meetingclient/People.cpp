@@ -16,52 +16,6 @@ const QString keyBosses = u"bosses"_s;
 
 const QStringList choices = {u"none"_s, u"one"_s, u"two"_s, u"disabled"_s, u"odd"_s};
 
-QJsonObject number(const QString &country, const QString &digits) {
-    QJsonObject entry;
-    if (!country.isEmpty())
-        entry.insert(u"country"_s, country);
-    if (!digits.isEmpty())
-        entry.insert(u"number"_s, digits);
-    return entry;
-}
-
-QString dialIn(const QString &numbers, const QString &id) {
-    return u"Join by phone.\n\nDial: %1\nConference ID: %2\n\n"
-           "Help with dialling in: https://meetings.parlo.example/phone \n"_s.arg(numbers, id);
-}
-
-QJsonObject account(qint64 id, const QJsonArray &tollFree, const QJsonArray &toll,
-                    const QString &invitation) {
-    return {{"meetingNumber", id},
-            {"tollFreeNumbers", tollFree},
-            {"tollNumbers", toll},
-            {"invitation", invitation}};
-}
-
-QJsonObject firstAccount() {
-    return account(7301112222, {number("US", "+1 800 555 0111")},
-                   {number("US", "+1 415 555 0142"), number("DE", "+49 30 5550142")},
-                   dialIn("+1 800 555 0111", "730 111 2222"));
-}
-
-QJsonObject secondAccount() {
-    return account(7303334444, {number("FR", "+33 800 555 018")}, {number("JP", "+81 3 5550 0199")},
-                   dialIn("+33 800 555 018", "730 333 4444"));
-}
-
-QJsonObject disabledAccount() {
-    QJsonObject disabled = secondAccount();
-    disabled.insert(u"invitation"_s, QString());
-    return disabled;
-}
-
-QJsonArray oddAccounts() {
-    return {account(7305556666, {number({}, "+1 800 555 0122"), number("US", {})},
-                    {number({}, "+1 415 555 0177")}, dialIn("+1 800 555 0122", "730 555 6666")),
-            account(7307778888, {}, {number("JP", "+81 3 5550 0111"), number("JP", "+81 6 5550 0112")},
-                    dialIn("+81 3 5550 0111", "730 777 8888"))};
-}
-
 const Person *personCalled(const QString &userId) {
     const auto found = std::find_if(people().begin(), people().end(),
                                     [&userId](const Person &person) { return person.userId == userId; });
@@ -109,18 +63,8 @@ QStringList accountChoices() {
 }
 
 QJsonArray accountsNamed(const QString &choice) {
-    switch (choices.indexOf(choice)) {
-    case 1:
-        return {firstAccount()};
-    case 2:
-        return {firstAccount(), secondAccount()};
-    case 3:
-        return {firstAccount(), disabledAccount()};
-    case 4:
-        return oddAccounts();
-    default:
-        return {};
-    }
+    static const QJsonObject accounts = builtInData(u"accounts.json"_s);
+    return accounts.value(choice).toArray();
 }
 
 const QList<Person> &people() {
