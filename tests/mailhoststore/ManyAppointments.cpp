@@ -10,23 +10,12 @@ constexpr int perDay = 5;
 constexpr int bodyLines = 40; // of about fifty characters: two kilobytes
 
 QByteArray ruleOf(int i, const QDate &day) {
-    const QByteArray until = day.addDays(200).toString(u"yyyyMMdd"_s).toLatin1() + "T000000Z";
+    const QByteArray until = "UNTIL=" + day.addDays(200).toString(u"yyyyMMdd"_s).toLatin1() + "T000000Z";
+    const QByteArray rules[] = {"WEEKLY;" + until, "DAILY;COUNT=10", "MONTHLY;BYDAY=2TU;COUNT=24",
+                                "WEEKLY;INTERVAL=2;BYDAY=TU,TH;" + until, "DAILY;COUNT=10"};
     if (i % 400 == 0)
         return "RRULE:FREQ=WEEKLY;BYDAY=MO,WE\r\n"; // for ever
-    switch (i % 40) {
-    case 1:
-    case 2:
-        return "RRULE:FREQ=WEEKLY;UNTIL=" + until + "\r\n";
-    case 3:
-    case 4:
-        return "RRULE:FREQ=DAILY;COUNT=10\r\n";
-    case 5:
-        return "RRULE:FREQ=MONTHLY;BYDAY=2TU;COUNT=24\r\n";
-    case 6:
-        return "RRULE:FREQ=WEEKLY;INTERVAL=2;BYDAY=TU,TH;UNTIL=" + until + "\r\n";
-    default:
-        return {};
-    }
+    return i % 40 < 5 ? "RRULE:FREQ=" + rules[i % 40] + "\r\n" : QByteArray();
 }
 
 QByteArray body(int i) {

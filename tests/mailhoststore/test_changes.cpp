@@ -72,16 +72,8 @@ TEST_F(ChangesTest, EachFieldChangesItsOwnLinesOnlyAndIsReadBack) {
 
         const Appointment read = appointment(numbersUid);
         EXPECT_TRUE(sameText(read.summary, wanted.summary));
-        EXPECT_TRUE(sameText(read.location, wanted.location));
-        EXPECT_TRUE(sameText(read.bodyHtml, wanted.bodyHtml)) << qPrintable(read.bodyHtml);
         EXPECT_TRUE(sameText(read.ucCapabilities, wanted.ucCapabilities));
-        EXPECT_EQ(read.start, wanted.start);
-        EXPECT_EQ(read.end, wanted.end);
-        EXPECT_EQ(read.recurrenceRule, wanted.recurrenceRule);
-        EXPECT_EQ(read.organizerName, wanted.organizerName);
-        EXPECT_EQ(read.attendees, wanted.attendees);
-        EXPECT_EQ(read.status, wanted.status);
-        EXPECT_EQ(read.sequence, wanted.sequence);
+        EXPECT_TRUE(read == wanted);
     }
 }
 
@@ -130,13 +122,9 @@ TEST_F(ChangesTest, AWrittenBodyReplacesAllItsFormsAndNoOther) {
 }
 
 TEST_F(ChangesTest, TheRecordComesBackToTheLetter) {
-    const QList<QString> records = {
-        u"{\"meetingKey\":\"1\",\"joinUrl\":\"https://parlo.example/j?a=1,2;b\"}"_s,
-        u" \t leading and trailing \r\n "_s,
-        QString::fromUtf16(u"\0nul\0", 5),
-        QString::fromUcs4(U"\u20AC \U0001F600 \u2028"),
-        u"lone "_s + QChar(0xD800) + u" surrogate"_s,
-        u"x"_s.repeated(5000)};
+    // What the fuzz target cannot make of octets.
+    const QList<QString> records = {u" \t\r\n "_s, QString::fromUtf16(u"\0nul\0", 5),
+                                    u"lone "_s + QChar(0xD800) + u" surrogate"_s};
     for (const QString &record : records) {
         auto file = openedEvent("DTSTART:20250312T100000Z");
         Appointment changed = *file->find(u"one"_s);
@@ -155,19 +143,6 @@ TEST_F(ChangesTest, ARecordThatAnotherProgramWroteAsTextIsRead) {
     EXPECT_EQ(file->find(u"nothing"_s)->ucCapabilities,
               u"{\"meetingKey\":\"8\",\"joinUrl\":\"https://parlo.example\"}"_s);
     EXPECT_TRUE(file->find(u"styled"_s)->ucCapabilities.isNull());
-}
-
-TEST_F(ChangesTest, TextsKeepTheirLineEndsAndBlanks) {
-    for (const char *text : {"a\r\nb\r\n", "a\nb\n", "\r", "a\rb\nc\r\n\r\n", "  both ends  ",
-                             "\\n \\, \\; \\\\", "tab\there"}) {
-        auto file = openedEvent("DTSTART:20250312T100000Z");
-        Appointment changed = *file->find(u"one"_s);
-        changed.location = changed.bodyHtml = QString::fromLatin1(text);
-        ASSERT_TRUE(file->update(changed));
-        (void)saved(*file);
-        EXPECT_EQ(appointment(u"one"_s).location, changed.location);
-        EXPECT_EQ(appointment(u"one"_s).bodyHtml, changed.bodyHtml);
-    }
 }
 
 TEST_F(ChangesTest, NoTextOfAnAppointmentCanAddALineToTheFile) {
@@ -194,35 +169,14 @@ TEST_F(ChangesTest, AddedAndRemovedAppointmentsLeaveTheOthersAlone) {
     EXPECT_FALSE(uid.isEmpty());
     EXPECT_EQ(file->find(uid)->summary, added.summary);
     EXPECT_TRUE(file->find(uid)->location.isNull());
+    const QByteArray components = file->componentsOf(uid);
+    added = *file->find(uid);
+    added.summary = u"Changed"_s;
+    ASSERT_TRUE(file->update(added));
+    EXPECT_EQ(file->find(uid)->summary, added.summary);
+    ASSERT_TRUE(file->restore(uid, components));
+    EXPECT_EQ(file->find(uid)->summary, u"New"_s);
     ASSERT_TRUE(file->remove(uid));
+    EXPECT_FALSE(file->find(uid) || file->contains(uid, {}) || file->remove(uid) || file->update(added));
     EXPECT_EQ(saved(*file), before);
-    EXPECT_FALSE(file->remove(uid));
-    EXPECT_FALSE(file->update(added));
-}
-
-TEST_F(ChangesTest, WhatWasReadOnceIsReadAnewAfterEachChange) {
-    auto file = opened(fixture(u"windows_zones.ics"_s));
-    const Appointment before = *file->find(numbersUid);
-    const QByteArray components = file->componentsOf(numbersUid);
-    Appointment changed = before;
-    changed.summary = u"Changed"_s;
-    ASSERT_TRUE(file->update(changed));
-    EXPECT_EQ(file->find(numbersUid)->summary, changed.summary);
-    ASSERT_TRUE(file->restore(numbersUid, components));
-    EXPECT_EQ(file->find(numbersUid)->summary, before.summary);
-    ASSERT_TRUE(file->remove(numbersUid));
-    EXPECT_FALSE(file->find(numbersUid));
-    EXPECT_FALSE(file->contains(numbersUid, QString()));
-    ASSERT_TRUE(file->restore(numbersUid, components));
-    EXPECT_EQ(file->find(numbersUid)->summary, before.summary);
-}
-
-TEST_F(ChangesTest, ARemovedSeriesTakesItsChangedDaysAlongAndARemovedDayStaysAway) {
-    auto file = opened(fixture(u"series.ics"_s));
-    const QDateTime day(QDate(2025, 4, 2), QTime(0, 0));
-    ASSERT_EQ(file->occurrences(day, day.addDays(1)).size(), 1);
-    ASSERT_TRUE(file->remove(u"weekly"_s, u"20250402T070000Z"_s));
-    EXPECT_TRUE(file->occurrences(day, day.addDays(1)).isEmpty());
-    ASSERT_TRUE(file->remove(u"weekly"_s));
-    EXPECT_EQ(file->appointments().size(), 1);
 }

@@ -26,63 +26,47 @@ protected:
 
 } // namespace
 
-TEST_F(ConferenceTest, NoLinkCanBreakItsLine) {
+TEST_F(ConferenceTest, TheLinkIsFoundInTheLocationAndCannotBreakItsLine) {
     const QString head = u"https://m.example/"_s;
+    const QString map = u"https://map.example/7"_s;
     const struct {
         QString location;
-        QByteArray uri; // empty: no line
+        QByteArray uri;  // empty: no line
+        QString joinUrl; // of the record; counts if the location holds it
     } cases[] = {
-        {head + u"j/1;"_s, "https://m.example/j/1"},
-        {head + u"j/1;jsessionid=2,3; Room 7"_s, "https://m.example/j/1;jsessionid=2,3"},
-        {u"(see "_s + head + u"j/1)"_s, "https://m.example/j/1"},
-        {head + u"j_(1)"_s, "https://m.example/j_(1)"},
-        {u"HTTPS://m.example/j?a=%7B%0D%0A"_s, "https://m.example/j?a=%7B%0D%0A"},
-        {head + QString::fromUtf8("zwölf/🥐?q=ß"), "https://m.example/zw%C3%B6lf/%F0%9F%A5%90?q=%C3%9F"},
-        {head + u"a\nX-EVIL:1"_s, "https://m.example/a"},
-        {head + u"a"_s + QChar(0x2028) + u"X-EVIL:1"_s, "https://m.example/a"},
-        {head + u"a\"b"_s, "https://m.example/a"},
-        {head + QString(10000, u'a'), ""},
-        {head + QString(10000, u'a') + u" https://n.example/2"_s, "https://n.example/2"},
-        {head + QString(1900, u'a'), "https://m.example/" + QByteArray(1900, 'a')},
-        {u"http://m.example/j/1"_s, ""},
-        {u"https://"_s, ""},
+        {head + u"j/1;"_s, "https://m.example/j/1", {}},
+        {head + u"j/1;jsessionid=2,3; Room 7"_s, "https://m.example/j/1;jsessionid=2,3", {}},
+        {u"(see "_s + head + u"j/1)"_s, "https://m.example/j/1", {}},
+        {head + u"j_(1)"_s, "https://m.example/j_(1)", {}},
+        {u"HTTPS://m.example/j?a=%7B%0D%0A"_s, "https://m.example/j?a=%7B%0D%0A", {}},
+        {head + QString::fromUtf8("zwölf/🥐?q=ß"),
+         "https://m.example/zw%C3%B6lf/%F0%9F%A5%90?q=%C3%9F",
+         {}},
+        {head + u"a\nX-EVIL:1"_s, "https://m.example/a", {}},
+        {head + u"a"_s + QChar(0x2028) + u"X-EVIL:1"_s, "https://m.example/a", {}},
+        {head + u"a\"b"_s, "https://m.example/a", {}},
+        {head + QString(10000, u'a') + u" https://n.example/2"_s, "https://n.example/2", {}},
+        {head + QString(1900, u'a'), "https://m.example/" + QByteArray(1900, 'a'), {}},
+        {u"http://m.example/j/1"_s, "", {}},
+        {u"https://"_s, "", {}},
+        {map + u' ' + head, "https://m.example/", head},
+        {map, "https://map.example/7", head},
+        {map + u" http://m.example/j/1"_s, "http://m.example/j/1", u"http://m.example/j/1"_s},
+        {u"javascript:alert(1)"_s, "", u"javascript:alert(1)"_s},
+        {u"Room"_s, "", u"Room"_s},
     };
     for (const auto &test : cases) {
         SCOPED_TRACE(qPrintable(test.location.left(60)));
         auto file = openedEvent("DTSTART:20260309T090000Z");
-        store(*file, test.location);
-        const QByteArray line = ownLine(*file);
-        EXPECT_EQ(line, test.uri.isEmpty() ? QByteArray()
-                                           : "CONFERENCE;VALUE=URI;FEATURE=AUDIO,VIDEO;LABEL=\"Join the "
-                                             "meeting\";X-PARLO-LINK=LOCATION:" +
-                                                 test.uri);
+        store(*file, test.location, u"{\"joinUrl\":\"%1\"}"_s.arg(test.joinUrl));
+        EXPECT_EQ(ownLine(*file), test.uri.isEmpty()
+                                      ? QByteArray()
+                                      : "CONFERENCE;VALUE=URI;FEATURE=AUDIO,VIDEO;LABEL=\"Join the "
+                                        "meeting\";X-PARLO-LINK=LOCATION:" +
+                                            test.uri);
         const QByteArray text = saved(*file);
         EXPECT_FALSE(text.contains("\nX-EVIL"));
         EXPECT_EQ(opened(text)->find(one)->location, test.location);
-    }
-}
-
-TEST_F(ConferenceTest, TheLinkOfTheRecordCountsWhenTheLocationHoldsIt) {
-    const QString map = u"https://map.example/7"_s;
-    const struct {
-        const char *joinUrl;
-        QString location;
-        const char *uri;
-    } cases[] = {
-        {"https://m.example/j/1", map + u" https://m.example/j/1"_s, "https://m.example/j/1"},
-        {"https://m.example/j/1", map, "https://map.example/7"},
-        {"http://m.example/j/1", map + u" http://m.example/j/1"_s, "http://m.example/j/1"},
-        {"javascript:alert(1)", u"javascript:alert(1)"_s, ""},
-        {"Room", u"Room"_s, ""},
-        {"", map, "https://map.example/7"},
-    };
-    for (const auto &test : cases) {
-        auto file = openedEvent("DTSTART:20260309T090000Z");
-        store(*file, test.location, u"{\"joinUrl\":\"%1\"}"_s.arg(QString::fromLatin1(test.joinUrl)));
-        const QByteArray line = ownLine(*file);
-        EXPECT_EQ(line.mid(line.indexOf("=LOCATION:") + 10 * !line.isEmpty()),
-                  line.isEmpty() ? QByteArray() : QByteArray(test.uri));
-        EXPECT_EQ(line.isEmpty(), !*test.uri) << test.uri;
     }
 }
 
@@ -116,17 +100,4 @@ TEST_F(ConferenceTest, OurLineFollowsTheLocationAndLeavesOthersAlone) {
     store(*file, QString());
     EXPECT_EQ(ownLine(*file), "");
     EXPECT_TRUE(saved(*file).contains(theirs));
-}
-
-TEST_F(ConferenceTest, OneDayOfASeriesHasALinkOfItsOwn) {
-    auto file = openedEvent("DTSTART:20260309T090000Z\r\nRRULE:FREQ=DAILY;COUNT=3");
-    store(*file, u"https://m.example/1"_s);
-    Appointment day = *file->find(one);
-    day.recurrenceId = u"20260310T090000Z"_s;
-    day.recurrenceRule.clear();
-    day.location = u"https://m.example/2"_s;
-    ASSERT_EQ(file->add(day), one);
-    const QByteArray text = saved(*file).replace("\r\n ", "");
-    EXPECT_EQ(text.count("X-PARLO-LINK=LOCATION:https://m.example/1\r\n"), 1) << text.data();
-    EXPECT_EQ(text.count("X-PARLO-LINK=LOCATION:https://m.example/2\r\n"), 1);
 }

@@ -117,27 +117,13 @@ TEST_F(OccurrencesTest, AChangeIsSeenInTheNextListing) {
     EXPECT_EQ(starts(*file, QDate(2025, 4, 7), 5), u"04-10 12:00"_s);
 }
 
-TEST_F(OccurrencesTest, TheSampleWeekIsAWeekOfWork) {
-    const QDate monday(2025, 3, 24);
+TEST_F(OccurrencesTest, TheSampleFillsTheWeekThatIsAskedFor) {
+    const QDate monday(2027, 3, 22); // before the change of the clocks, in another year than the resource
     auto file = opened(sampleCalendar(monday.addDays(3)));
     EXPECT_TRUE(file->warnings().isEmpty());
-    const auto week = file->occurrences(monday.startOfDay(), monday.addDays(7).startOfDay());
-    EXPECT_GE(week.size(), 13);
-    EXPECT_EQ(std::count_if(week.begin(), week.end(), [](const Occurrence &o) { return o.isException; }), 1);
-    EXPECT_EQ(std::count_if(week.begin(), week.end(), [](const Occurrence &o) { return o.allDay; }), 1);
-    int mine = 0;
-    int others = 0;
-    int rooms = 0;
-    const auto all = file->appointments();
-    for (const Appointment &appointment : all) {
-        mine += appointment.organizerEmail == u"ada@parlo.example"_s;
-        others += appointment.organizerEmail == u"grace@parlo.example"_s;
-        for (const Attendee &attendee : appointment.attendees)
-            rooms += attendee.type == AttendeeType::Resource;
-    }
-    EXPECT_GE(mine, 6);
-    EXPECT_EQ(others, 1);
-    EXPECT_GE(rooms, 3);
+    EXPECT_EQ(starts(*file, monday, 7),
+              u"03-22 09:15, 03-22 10:00, 03-22 11:00, 03-23 09:00, 03-23 09:15, 03-23 14:00, 03-24 00:00, "
+              "03-24 10:00, 03-24 16:15, 03-25 09:15, 03-25 13:30, 03-25 14:30, 03-26 12:15, 03-26 15:00"_s);
 }
 
 TEST_F(OccurrencesTest, TenThousandAppointmentsOpenAndListQuicklyAlsoAfterAChange) {
@@ -186,7 +172,7 @@ TEST_F(OccurrencesTest, AListIsTheSameHoweverItsCalendarCameToBe) {
         changed.start.value = changed.start.value.addDays(i % 20 - 10);
         changed.end.value = changed.end.value.addDays(i % 3 == 0 ? 5 : i % 20 - 10);
         if (i % 2 == 0)
-            ASSERT_TRUE(file->update(changed));
+            EXPECT_TRUE(file->update(changed) || file->keepsStart(changed.uid));
         else
             (void)file->remove(changed.uid, changed.recurrenceId);
     }

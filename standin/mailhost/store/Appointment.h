@@ -49,6 +49,7 @@ struct Appointment {
     QString ucCapabilities; // the private field, to the letter; null when the file has none
     QString status;         // STATUS, upper case; empty when the file has none
     int sequence = 0;
+    friend bool operator==(const Appointment &a, const Appointment &b) = default;
 };
 
 // One row of a week: an appointment, or one occurrence of a series.

@@ -152,27 +152,22 @@ QList<ContentLine> attendeeLines(const Component &component, const QList<Attende
 }
 
 void writeAttendees(Component &component, const QList<Attendee> &attendees) {
-    QList<ContentLine> lines = attendeeLines(component, attendees);
-    // Into the places where attendees stand now, so that nothing else moves.
-    std::vector<ComponentItem> items;
-    size_t behindLast = 0;
-    for (ComponentItem &item : component.items) {
+    const QList<ContentLine> lines = attendeeLines(component, attendees);
+    // Where the first one stands now, so that nothing else moves.
+    const auto isAttendee = [](const ComponentItem &item) {
         const auto *line = std::get_if<ContentLine>(&item);
-        if (!line || line->name() != "ATTENDEE") {
-            items.push_back(std::move(item));
-        } else if (!lines.isEmpty()) {
-            items.emplace_back(lines.takeFirst());
-            behindLast = items.size();
-        }
+        return line && line->name() == "ATTENDEE";
+    };
+    std::vector<ComponentItem> &items = component.items;
+    const auto first = std::find_if(items.begin(), items.end(), isAttendee) - items.begin();
+    const bool had = size_t(first) < items.size();
+    std::erase_if(items, isAttendee);
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        if (had)
+            items.insert(items.begin() + first + i, lines[i]);
+        else
+            component.append(lines[i]);
     }
-    component.items = std::move(items);
-    if (behindLast == 0) {
-        for (const ContentLine &line : std::as_const(lines))
-            component.append(line);
-        return;
-    }
-    for (qsizetype i = 0; i < lines.size(); ++i)
-        component.items.insert(component.items.begin() + qptrdiff(behindLast) + i, lines[i]);
 }
 
 void writeOrganizer(Component &component, const Appointment &was, const Appointment &is) {
@@ -185,15 +180,6 @@ void writeOrganizer(Component &component, const Appointment &was, const Appointm
 }
 
 // ---- body
-
-QString plainTwin(const QString &html) {
-    QString text = platform::plainTextOfHtml(html);
-    text.replace(QChar(0x2028), u'\n');
-    text.remove(QChar(0xFFFC)); // stands for an image
-    while (text.endsWith(u'\n'))
-        text.chop(1);
-    return text;
-}
 
 void writeHtmlLine(Component &component, const ContentLine *existing, const QByteArray &name,
                    const QString &html) {
@@ -216,7 +202,7 @@ void writeBody(Component &component, const QString &html) {
     ContentLine &plain = component.lineOrNew("DESCRIPTION");
     if (!hadPlain)
         plain.setParameter("DERIVED", u"TRUE"_s);
-    writeText(plain, plainTwin(html));
+    writeText(plain, plainTextOf(html));
     const QString alternative = plain.parameter("ALTREP").value_or(QString());
     if (alternative.startsWith(u"data:text/html,"_s, Qt::CaseInsensitive))
         plain.setParameter("ALTREP",
@@ -236,6 +222,15 @@ void writeRule(Component &component, const QString &rule) {
 }
 
 } // namespace
+
+QString plainTextOf(const QString &html) {
+    QString text = platform::plainTextOfHtml(html);
+    text.replace(QChar(0x2028), u'\n');
+    text.remove(QChar(0xFFFC)); // stands for an image
+    while (text.endsWith(u'\n'))
+        text.chop(1);
+    return text;
+}
 
 bool writeAppointment(Component &component, const Appointment &is, ZoneTable &zones) {
     const Appointment was = readAppointment(component, zones);

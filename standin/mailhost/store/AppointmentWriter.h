@@ -13,4 +13,7 @@ bool writeAppointment(Component &component, const Appointment &appointment, Zone
 // Sets LAST-MODIFIED and DTSTAMP, which are the same thing in a calendar that is not a message, to now.
 void touch(Component &component);
 
+// The plain twin of a body, as DESCRIPTION has it.
+[[nodiscard]] QString plainTextOf(const QString &html);
+
 } // namespace mailhost

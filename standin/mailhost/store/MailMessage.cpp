@@ -2,9 +2,8 @@
 
 #include "platform/Literals.h"
 #include "platform/services/storage/WholeFile.h"
-#include "standin/mailhost/store/ComponentTree.h"
+#include "standin/mailhost/store/AppointmentWriter.h"
 #include "standin/mailhost/store/MailText.h"
-#include "standin/mailhost/store/TextValue.h"
 
 #include <QDir>
 #include <QUuid>
@@ -25,21 +24,13 @@ QString shownTime(const CalendarTime &time) {
     return time.value.toString(u"dddd d MMMM yyyy HH:mm"_s) + zone;
 }
 
-QString messageText(const Appointment &appointment, const QByteArray &calendarText, bool cancel) {
+QString messageText(const Appointment &appointment, bool cancel) {
     QString text = cancel ? u"This appointment has been cancelled.\n\n"_s : QString();
     text += u"Subject: %1\nStarts: %2\nEnds: %3\n"_s.arg(appointment.summary, shownTime(appointment.start),
                                                          shownTime(appointment.end));
     if (!appointment.location.isEmpty())
         text += u"Location: %1\n"_s.arg(appointment.location);
-    Document document;
-    if (parseDocument(calendarText, &document).failure != ParseFailure::None)
-        return text;
-    for (const Component *component : document.calendars().front()->components()) {
-        const ContentLine *description = component->line("DESCRIPTION");
-        if (component->name == "VEVENT" && description)
-            text += u'\n' + readText(*description) + u'\n';
-    }
-    return text;
+    return appointment.bodyHtml.isEmpty() ? text : text + u'\n' + plainTextOf(appointment.bodyHtml) + u'\n';
 }
 
 QByteArray mailMessage(const Appointment &appointment, const QByteArray &calendarText, bool cancel) {
@@ -57,8 +48,8 @@ QByteArray mailMessage(const Appointment &appointment, const QByteArray &calenda
     mail += "MIME-Version: 1.0" + crlf;
     mail += "Content-Type: multipart/alternative;" + crlf + " boundary=\"" + boundary + '"' + crlf + crlf;
     mail += "--" + boundary + crlf + "Content-Type: text/plain; charset=UTF-8" + crlf;
-    mail += "Content-Transfer-Encoding: quoted-printable" + crlf + crlf;
-    mail += quotedPrintable(messageText(appointment, calendarText, cancel)) + crlf;
+    mail += "Content-Transfer-Encoding: base64" + crlf + crlf;
+    mail += base64Lines(messageText(appointment, cancel));
     mail +=
         "--" + boundary + crlf + "Content-Type: text/calendar; method=" + method + "; charset=UTF-8;" + crlf;
     mail += " component=VEVENT" + crlf + "Content-Transfer-Encoding: 8bit" + crlf + crlf;

@@ -10,7 +10,7 @@ namespace mailhost {
 namespace {
 
 constexpr qsizetype encodedWordOctets = 39; // 64 characters with the frame: fits behind the name of a header
-constexpr qsizetype longestHeaderLine = 76;
+constexpr qsizetype longestLine = 76;
 
 QString oneLine(const QString &text) {
     QString out;
@@ -50,7 +50,7 @@ QByteArray foldedHeader(const QByteArray &name, const QList<QByteArray> &words) 
     QByteArray out = name + ':';
     qsizetype column = out.size();
     for (const QByteArray &word : words) {
-        if (column + 1 + word.size() > longestHeaderLine && column > name.size() + 1) {
+        if (column + 1 + word.size() > longestLine && column > name.size() + 1) {
             out += "\r\n";
             column = 0;
         }
@@ -62,14 +62,8 @@ QByteArray foldedHeader(const QByteArray &name, const QList<QByteArray> &words) 
 
 QList<QByteArray> displayName(const QString &name) {
     static const QString specials = u"()<>[]:;@\\,.\""_s;
-    if (mustEncode(name))
-        return encodedWords(name);
-    const bool quote = std::any_of(name.begin(), name.end(), [](QChar c) { return specials.contains(c); });
-    if (!quote)
-        return name.toLatin1().split(' ');
-    QByteArray text = name.toLatin1();
-    text.replace('\\', "\\\\").replace('"', "\\\"");
-    return {'"' + text + '"'};
+    const bool special = std::any_of(name.begin(), name.end(), [](QChar c) { return specials.contains(c); });
+    return special || mustEncode(name) ? encodedWords(name) : name.toLatin1().split(' ');
 }
 
 QByteArray bareAddress(const QString &email) {
@@ -114,27 +108,11 @@ QByteArray messageIdHeader(const QString &senderEmail) {
     return "Message-ID: <" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces) + '@' + domain + ">\r\n";
 }
 
-QByteArray quotedPrintable(const QString &text) {
+QByteArray base64Lines(const QString &text) {
+    const QByteArray octets = QString(text).replace(u'\n', u"\r\n"_s).toUtf8().toBase64();
     QByteArray out;
-    const auto lines = text.toUtf8().replace("\r\n", "\n").replace('\r', '\n').split('\n');
-    for (const QByteArray &line : lines) {
-        qsizetype column = 0;
-        for (qsizetype i = 0; i < line.size(); ++i) {
-            const uchar c = uchar(line[i]);
-            const bool lastBlank = (c == ' ' || c == '\t') && i + 1 == line.size();
-            const bool plain = ((c >= ' ' && c < 0x7F && c != '=') || c == '\t') && !lastBlank;
-            const QByteArray piece =
-                plain ? QByteArray(1, char(c)) : '=' + QByteArray(1, char(c)).toHex().toUpper();
-            if (column + piece.size() > 75) {
-                out += "=\r\n";
-                column = 0;
-            }
-            out += piece;
-            column += piece.size();
-        }
-        out += "\r\n";
-    }
-    out.chop(2);
+    for (qsizetype begin = 0; begin < octets.size(); begin += longestLine)
+        out += octets.mid(begin, longestLine) + "\r\n";
     return out;
 }
 

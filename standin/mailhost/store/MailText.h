@@ -21,6 +21,7 @@ struct MailAddress {
 // A new one every time; in the domain of the sender.
 [[nodiscard]] QByteArray messageIdHeader(const QString &senderEmail);
 
-[[nodiscard]] QByteArray quotedPrintable(const QString &text);
+// A body of that transfer encoding.
+[[nodiscard]] QByteArray base64Lines(const QString &text);
 
 } // namespace mailhost

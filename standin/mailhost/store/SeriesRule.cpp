@@ -66,7 +66,8 @@ QByteArray movedRule(const QByteArray &rule, const Moment &before, const Moment 
             return one.part == name && one.was == argument;
         });
         if (name == "UNTIL")
-            part = name + '=' + movedUntil(argument, before, after);
+            part =
+                part.left(part.indexOf('=') + 1) + movedUntil(part.mid(part.indexOf('=') + 1), before, after);
         else if (moved != std::end(names) && moved->is != moved->was)
             part = name + '=' + moved->is;
     }

@@ -76,57 +76,43 @@ qsizetype lengthOfRule(const Onsets &onsets, int nth) {
     return length;
 }
 
-class TimezoneWriter {
-public:
-    explicit TimezoneWriter(const QByteArray &lineEnd)
-        : m_lineEnd(lineEnd)
-        , m_timezone(Component::make("VTIMEZONE", lineEnd)) {}
+void addLine(Component &component, const QByteArray &name, const QByteArray &value) {
+    component.append(ContentLine::make(name, value, component.lineEnd()));
+}
 
-    void line(Component &component, const QByteArray &name, const QByteArray &value) const {
-        component.append(ContentLine::make(name, value, m_lineEnd));
-    }
-    Component &timezone() const { return *m_timezone; }
-    std::unique_ptr<Component> take() { return std::move(m_timezone); }
+Component &addObservance(Component &timezone, const ChangeKind &kind, const QDateTime &onset) {
+    auto component = Component::make(kind.daylight ? "DAYLIGHT" : "STANDARD", timezone.lineEnd());
+    addLine(*component, "DTSTART", onsetText(onset));
+    addLine(*component, "TZOFFSETFROM", offsetText(kind.from));
+    addLine(*component, "TZOFFSETTO", offsetText(kind.to));
+    addLine(*component, "TZNAME", escapeText(kind.name));
+    Component &added = *component;
+    timezone.items.emplace_back(std::move(component));
+    return added;
+}
 
-    void change(const ChangeKind &kind, Onsets onsets) const {
-        qsizetype length = 0;
-        int best = 0;
-        for (const int nth : {1, 2, 3, 4, -1}) {
-            if (lengthOfRule(onsets, nth) > length) {
-                length = lengthOfRule(onsets, nth);
-                best = nth;
-            }
+void addChanges(Component &timezone, const ChangeKind &kind, Onsets onsets) {
+    qsizetype length = 0;
+    int best = 0;
+    for (const int nth : {1, 2, 3, 4, -1}) {
+        if (lengthOfRule(onsets, nth) > length) {
+            length = lengthOfRule(onsets, nth);
+            best = nth;
         }
-        if (length >= shortestRule) {
-            const QDateTime first = onsets[onsets.size() - length];
-            Component &rule = observance(kind, first);
-            line(rule, "RRULE",
-                 "FREQ=YEARLY;BYMONTH=" + QByteArray::number(first.date().month()) +
-                     ";BYDAY=" + QByteArray::number(best) + weekdays[first.date().dayOfWeek() - 1]);
-            onsets.resize(onsets.size() - length);
-        }
-        if (onsets.isEmpty())
-            return;
-        Component &single = observance(kind, onsets.takeFirst());
-        for (const QDateTime &onset : std::as_const(onsets))
-            line(single, "RDATE", onsetText(onset));
     }
-
-private:
-    Component &observance(const ChangeKind &kind, const QDateTime &onset) const {
-        auto component = Component::make(kind.daylight ? "DAYLIGHT" : "STANDARD", m_lineEnd);
-        line(*component, "DTSTART", onsetText(onset));
-        line(*component, "TZOFFSETFROM", offsetText(kind.from));
-        line(*component, "TZOFFSETTO", offsetText(kind.to));
-        line(*component, "TZNAME", escapeText(kind.name));
-        Component &added = *component;
-        m_timezone->items.emplace_back(std::move(component));
-        return added;
+    if (length >= shortestRule) {
+        const QDateTime first = onsets[onsets.size() - length];
+        addLine(addObservance(timezone, kind, first), "RRULE",
+                "FREQ=YEARLY;BYMONTH=" + QByteArray::number(first.date().month()) +
+                    ";BYDAY=" + QByteArray::number(best) + weekdays[first.date().dayOfWeek() - 1]);
+        onsets.resize(onsets.size() - length);
     }
-
-    QByteArray m_lineEnd;
-    std::unique_ptr<Component> m_timezone;
-};
+    if (onsets.isEmpty())
+        return;
+    Component &single = addObservance(timezone, kind, onsets.takeFirst());
+    for (const QDateTime &onset : std::as_const(onsets))
+        addLine(single, "RDATE", onsetText(onset));
+}
 
 } // namespace
 
@@ -134,13 +120,13 @@ std::unique_ptr<Component> makeTimezoneComponent(const QString &tzid, const QByt
     const QTimeZone zone = systemZoneForTzid(tzid);
     if (!zone.isValid())
         return nullptr;
-    TimezoneWriter writer(lineEnd);
-    writer.line(writer.timezone(), "TZID", escapeText(tzid));
-    writer.line(writer.timezone(), "X-LIC-LOCATION", zone.id());
+    auto timezone = Component::make("VTIMEZONE", lineEnd);
+    addLine(*timezone, "TZID", escapeText(tzid));
+    addLine(*timezone, "X-LIC-LOCATION", zone.id());
     const auto changes = changesOf(zone);
     for (auto change = changes.begin(); change != changes.end(); ++change)
-        writer.change(change.key(), change.value());
-    return writer.take();
+        addChanges(*timezone, change.key(), change.value());
+    return timezone;
 }
 
 } // namespace mailhost

@@ -32,7 +32,7 @@ void WeekListing::changed(CalendarEntry &entry) {
 }
 
 void WeekListing::removed(const CalendarEntry &entry) {
-    m_single.remove(&entry);
+    std::erase_if(m_single, [&](const Single &single) { return single.entry == &entry; });
     std::erase(m_series, &entry);
     std::erase(m_unread, &entry);
 }
@@ -43,7 +43,7 @@ void WeekListing::readUnread() {
         if (summary.series)
             m_series.push_back(entry);
         else if (summary.times)
-            m_single.add(entry, summary.startUtc, summary.endUtc);
+            m_single.push_back({summary.startUtc, summary.endUtc, entry});
     }
     m_unread.clear();
 }
@@ -128,8 +128,10 @@ QList<Occurrence> WeekListing::between(const QDateTime &from, const QDateTime &t
     QElapsedTimer timer;
     timer.start();
     const Period period{from.toSecsSinceEpoch(), to.toSecsSinceEpoch()};
-    for (const CalendarEntry *entry : m_single.overlapping(period.from, period.to))
-        addSingle(*entry);
+    for (const Single &single : m_single) {
+        if (period.overlaps(single.startUtc, single.endUtc))
+            addSingle(*single.entry);
+    }
     for (const CalendarEntry *entry : m_series) {
         if (timer.elapsed() > longestListing) {
             addWarning(m_warnings, u"This calendar repeats so often that not everything can be shown."_s);

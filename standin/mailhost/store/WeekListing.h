@@ -2,7 +2,6 @@
 #pragma once
 
 #include "standin/mailhost/store/EntrySummaries.h"
-#include "standin/mailhost/store/TimeIndex.h"
 
 namespace mailhost {
 
@@ -25,6 +24,11 @@ private:
             return start < to && (start >= from || end > from);
         }
     };
+    struct Single {
+        Seconds startUtc;
+        Seconds endUtc;
+        const CalendarEntry *entry;
+    };
     struct Listed {
         Seconds startUtc;
         qint64 order; // of the entry
@@ -42,7 +46,7 @@ private:
     QStringList &m_warnings;
     std::vector<CalendarEntry *> m_unread;
     std::vector<CalendarEntry *> m_series;
-    TimeIndex m_single;
+    std::vector<Single> m_single; // take place once; looking at ten thousand takes microseconds
     std::vector<Listed> m_listed; // while a list is being made
 };
 

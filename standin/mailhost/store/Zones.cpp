@@ -190,16 +190,12 @@ void ZoneTable::ensureComponent(const QString &tzid) {
     if (!component)
         return;
     m_components.insert(tzid, component.get());
-    // Behind the properties and the zones that are there, before the appointments.
-    auto position = m_calendar.items.begin();
-    for (auto item = m_calendar.items.begin(); item != m_calendar.items.end(); ++item) {
-        const auto *inner = std::get_if<std::unique_ptr<Component>>(&*item);
-        if (!inner ? std::none_of(position, item, [](const ComponentItem &i) { return i.index() == 1; })
-                   : (*inner)->name == "VTIMEZONE")
-            position = item + 1;
-        else if (inner)
-            break;
-    }
+    // Before the appointments.
+    const auto position =
+        std::find_if(m_calendar.items.begin(), m_calendar.items.end(), [](const ComponentItem &item) {
+            const auto *inner = std::get_if<std::unique_ptr<Component>>(&item);
+            return inner && (*inner)->name != "VTIMEZONE";
+        });
     m_calendar.items.insert(position, std::move(component));
 }
 
