@@ -159,7 +159,7 @@ bool body(Desktop &desktop, const Words &words) {
 
 bool later(Desktop &desktop, const Words &words) {
     auto *field = fieldOf<QTimeEdit>(desktop, words[0], controls::startTimeField);
-    if (!field || field->isReadOnly())
+    if (!field || !field->isEnabled()) // of a series with changed days
         return false;
     field->setTime(field->time().addSecs(words[1].toInt() * secondsPerMinute));
     return true;

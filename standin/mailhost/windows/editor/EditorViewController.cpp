@@ -74,8 +74,11 @@ void EditorViewController::followCalendar() {
     };
     keep(&Appointment::summary);
     keep(&Appointment::location);
-    keep(&Appointment::start);
-    keep(&Appointment::end);
+    // The first changed day of a series keeps its start, and so the end that went with it.
+    if (entered.start == shown.start || !keepsStart()) {
+        keep(&Appointment::start);
+        keep(&Appointment::end);
+    }
     keep(&Appointment::attendees);
     keep(&Appointment::recurrenceRule);
     keep(&Appointment::organizerEmail);
