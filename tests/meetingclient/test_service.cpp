@@ -60,7 +60,7 @@ TEST_F(ServiceTest, AScheduledMeetingReadsBackAsItWasAskedFor) {
     EXPECT_TRUE(invitation.contains(meeting["joinUrl"].toString()));
 }
 
-TEST_F(ServiceTest, AnUpdateKeepsTheKeyAndChangesTheMeeting) {
+TEST_F(ServiceTest, AMeetingIsUpdatedAndDeletedByItsKey) {
     const QString key = scheduledKey();
     QJsonObject request = aRequest();
     request["meetingKey"] = key;
@@ -70,6 +70,9 @@ TEST_F(ServiceTest, AnUpdateKeepsTheKeyAndChangesTheMeeting) {
     EXPECT_EQ(answer->actionId(), 2U);
     EXPECT_EQ(answer->content.section(u';', 0, 0), key);
     EXPECT_EQ(readBack(key)["subject"].toString(), u"Retro"_s);
+    EXPECT_EQ(answerTo(3, u"3;"_s + key), key);
+    for (const QString &content : {commit(2, request), u"3;"_s + key, u"4;"_s + key})
+        EXPECT_EQ(answerTo(3, content), u"0;Error 3001"_s);
 }
 
 TEST_F(ServiceTest, AMeetingInAnotherZoneStartsAtTheClockTimeThere) {
@@ -86,20 +89,6 @@ TEST_F(ServiceTest, AMeetingInAnotherZoneStartsAtTheClockTimeThere) {
                   QDateTime(day, nine, QTimeZone(zone)).toSecsSinceEpoch())
             << zone;
     }
-}
-
-TEST_F(ServiceTest, WhatIsNotThereIsAnsweredAsNotFound) {
-    QJsonObject request = aRequest();
-    request["meetingKey"] = "1";
-    EXPECT_EQ(answerTo(3, commit(2, request)), u"0;Error 3001"_s);
-    EXPECT_EQ(answerTo(3, u"3;1"_s), u"0;Error 3001"_s);
-    EXPECT_EQ(answerTo(3, u"4;"_s), u"0;Error 3001"_s);
-}
-
-TEST_F(ServiceTest, ADeletedMeetingIsGone) {
-    const QString key = scheduledKey();
-    EXPECT_EQ(answerTo(3, u"3;"_s + key), key);
-    EXPECT_FALSE(store.meeting(key));
 }
 
 TEST_F(ServiceTest, APersonalMeetingHasTheRoomsNumberInItsUrl) {

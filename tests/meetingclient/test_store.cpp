@@ -26,21 +26,14 @@ TEST_F(StoreTest, WhatWasKeptIsThereAfterARestart) {
         store.setSignedIn(false);
         EXPECT_TRUE(store.lastError().isEmpty());
     }
-    const MeetingStore again(path);
+    MeetingStore again(path);
     ASSERT_TRUE(again.meeting(key));
     EXPECT_EQ((*again.meeting(key))["subject"].toString(), u"Review"_s);
     EXPECT_FALSE(again.signedIn());
-}
-
-TEST_F(StoreTest, KeysAreNeverGivenTwice) {
-    QString first;
-    {
-        MeetingStore store(path);
-        first = store.addMeeting({});
-        store.removeMeeting(first);
-    }
-    MeetingStore again(path);
-    EXPECT_NE(again.addMeeting({}), first);
+    const QString next = again.addMeeting({});
+    MeetingStore third(path);
+    third.removeMeeting(next);
+    EXPECT_NE(MeetingStore(path).addMeeting({}), next) << "keys are never given twice";
 }
 
 TEST_F(StoreTest, ADamagedFileIsKeptAsideAndNotOverwritten) {
@@ -77,20 +70,22 @@ TEST_F(StoreTest, AFullDiskIsSaidAndTheFileStaysWhole) {
 TEST_F(StoreTest, OrdersChangeTheUserTheAccountsAndForWhomIsScheduled) {
     MeetingStore store{QString()};
     QString error;
-    const QString room = store.profile().value("roomMeetingId").toString();
+    const auto profile = [&store](const char *key) {
+        return store.profile().value(QLatin1String(key)).toString();
+    };
+    const QString room = profile("roomMeetingId");
     EXPECT_TRUE(obey(store, "accounts two", &error));
     EXPECT_EQ(store.accounts().size(), 2);
     EXPECT_TRUE(obey(store, "accounts disabled", &error));
     EXPECT_TRUE(store.accounts()[1].toObject().value("invitation").toString().isEmpty());
     EXPECT_TRUE(obey(store, "user u-1002", &error));
-    EXPECT_EQ(store.profile().value("userId").toString(), "u-1002");
-    const QString newRoom = store.profile().value("roomMeetingId").toString();
-    EXPECT_NE(newRoom, room);
-    EXPECT_EQ(store.meeting(newRoom)->value("meetingKey").toString(), newRoom);
+    EXPECT_EQ(profile("userId"), "u-1002");
+    EXPECT_NE(profile("roomMeetingId"), room);
+    EXPECT_EQ(store.meeting(profile("roomMeetingId"))->value("meetingKey").toString(),
+              profile("roomMeetingId"));
     EXPECT_TRUE(store.meeting(room)) << "meetings of others stay";
     EXPECT_TRUE(obey(store, "bosses kim@parlo.example", &error));
-    EXPECT_EQ(store.profile().value("bosses").toArray()[0].toObject().value("displayName").toString(),
-              "Kim Principal");
+    EXPECT_EQ(store.profile().value("bosses").toArray()[0].toObject().value("displayName"), "Kim Principal");
     EXPECT_TRUE(obey(store, "bosses none", &error));
     EXPECT_TRUE(store.profile().value("bosses").toArray().isEmpty());
     EXPECT_TRUE(error.isEmpty());
