@@ -41,34 +41,25 @@ QString htmlFromPlain(const QString &text) {
     return u"<html><body>%1</body></html>"_s.arg(html);
 }
 
+} // namespace
+
 bool isHtml(const ContentLine &line) {
     return line.parameter("FMTTYPE").value_or(QString()).trimmed().startsWith(htmlType, Qt::CaseInsensitive);
 }
 
-} // namespace
-
-const ContentLine *styledBodyLine(const Component &component) {
-    for (const ContentLine *line : component.lines("STYLED-DESCRIPTION")) {
-        const QString valueType = line->parameter("VALUE").value_or(u"TEXT"_s).toUpper();
-        if (isHtml(*line) && valueType == u"TEXT"_s)
-            return line;
-    }
-    return nullptr;
-}
-
-const ContentLine *alternativeBodyLine(const Component &component) {
-    for (const ContentLine *line : component.lines("X-ALT-DESC")) {
-        if (isHtml(*line))
-            return line;
-    }
-    return nullptr;
+bool isStyledBody(const ContentLine &line) {
+    return isHtml(line) && line.parameter("VALUE").value_or(u"TEXT"_s).toUpper() == u"TEXT"_s;
 }
 
 QString readBody(const Component &component) {
-    if (const ContentLine *line = styledBodyLine(component))
-        return readText(*line);
-    if (const ContentLine *line = alternativeBodyLine(component))
-        return readText(*line);
+    for (const ContentLine *line : component.lines("STYLED-DESCRIPTION")) {
+        if (isStyledBody(*line))
+            return readText(*line);
+    }
+    for (const ContentLine *line : component.lines("X-ALT-DESC")) {
+        if (isHtml(*line))
+            return readText(*line);
+    }
     const ContentLine *plain = component.line("DESCRIPTION");
     if (!plain)
         return {};

@@ -14,10 +14,9 @@ inline const QByteArray ucCapabilitiesProperty = QByteArrayLiteral("X-PARLO-UC-C
 // Address of an ATTENDEE or ORGANIZER line: without "mailto:".
 [[nodiscard]] Attendee readAttendee(const ContentLine &line);
 
-// The line that holds the body as HTML and is preferred, null when there is none: STYLED-DESCRIPTION, then
-// X-ALT-DESC.
-[[nodiscard]] const ContentLine *styledBodyLine(const Component &component);
-[[nodiscard]] const ContentLine *alternativeBodyLine(const Component &component);
+// Whether a STYLED-DESCRIPTION, or an X-ALT-DESC, holds the body as HTML. The former is preferred.
+[[nodiscard]] bool isStyledBody(const ContentLine &line);
+[[nodiscard]] bool isHtml(const ContentLine &line);
 // The body; null when the component has none. A DESCRIPTION alone becomes HTML; one that carries its HTML in
 // an ALTREP data address is taken from there.
 [[nodiscard]] QString readBody(const Component &component);

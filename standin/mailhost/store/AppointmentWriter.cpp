@@ -181,14 +181,16 @@ void writeOrganizer(Component &component, const Appointment &was, const Appointm
 
 // ---- body
 
-void writeHtmlLine(Component &component, const ContentLine *existing, const QByteArray &name,
+void writeHtmlLine(Component &component, const QByteArray &name, bool (*isBody)(const ContentLine &),
                    const QString &html) {
-    ContentLine &line = existing ? const_cast<ContentLine &>(*existing)
-                                 : component.append(ContentLine::make(name, {}, component.lineEnd()));
-    if (!existing && name == "STYLED-DESCRIPTION")
+    for (ContentLine *line : component.lines(name)) {
+        if (isBody(*line))
+            return writeText(*line, html);
+    }
+    ContentLine &line = component.append(ContentLine::make(name, {}, component.lineEnd()));
+    if (name == "STYLED-DESCRIPTION")
         line.setParameter("VALUE", u"TEXT"_s);
-    if (!existing)
-        line.setParameter("FMTTYPE", u"text/html"_s);
+    line.setParameter("FMTTYPE", u"text/html"_s);
     writeText(line, html);
 }
 
@@ -207,8 +209,8 @@ void writeBody(Component &component, const QString &html) {
     if (alternative.startsWith(u"data:text/html,"_s, Qt::CaseInsensitive))
         plain.setParameter("ALTREP",
                            u"data:text/html,"_s + QString::fromLatin1(html.toUtf8().toPercentEncoding()));
-    writeHtmlLine(component, styledBodyLine(component), "STYLED-DESCRIPTION", html);
-    writeHtmlLine(component, alternativeBodyLine(component), "X-ALT-DESC", html);
+    writeHtmlLine(component, "STYLED-DESCRIPTION", isStyledBody, html);
+    writeHtmlLine(component, "X-ALT-DESC", isHtml, html);
 }
 
 void writeRule(Component &component, const QString &rule) {

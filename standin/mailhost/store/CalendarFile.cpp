@@ -33,10 +33,7 @@ bool belongsTo(const Component &component, const QString &uid) {
 }
 
 void moveRules(Component &series, const Moment &before, const Moment &after) {
-    for (ComponentItem &item : series.items) {
-        auto *line = std::get_if<ContentLine>(&item);
-        if (!line || line->name() != "RRULE")
-            continue;
+    for (ContentLine *line : series.lines("RRULE")) {
         if (const QByteArray moved = movedRule(line->value(), before, after); moved != line->value())
             line->setValue(moved);
     }
@@ -114,7 +111,7 @@ bool CalendarFile::keepsStart(const QString &uid) const {
 QByteArray CalendarFile::itipMessage(const QString &uid, const QString &recurrenceId, bool cancel) const {
     const CalendarEntry *entry = m_index->find(uid, recurrenceId);
     if (!entry || entry->uidIsMade)
-        return {};
+        return {}; // nobody could answer it; the first change gives it its identifier
     return mailhost::itipMessage(*entry->component, m_index->zonesOf(*entry), cancel);
 }
 

@@ -48,6 +48,27 @@ void appendItems(const std::vector<ComponentItem> &items, QByteArray &out) {
     }
 }
 
+template<typename Line, typename Items>
+std::vector<Line *> linesNamed(Items &items, const QByteArray &name) {
+    std::vector<Line *> found;
+    for (auto &item : items) {
+        Line *line = std::get_if<ContentLine>(&item);
+        if (line && line->name() == name)
+            found.push_back(line);
+    }
+    return found;
+}
+
+template<typename Line, typename Items>
+Line *firstLine(Items &items, const QByteArray &name) {
+    for (auto &item : items) {
+        Line *line = std::get_if<ContentLine>(&item);
+        if (line && line->name() == name)
+            return line;
+    }
+    return nullptr;
+}
+
 } // namespace
 
 std::unique_ptr<Component> Component::make(const QByteArray &name, const QByteArray &lineEnd) {
@@ -74,26 +95,19 @@ std::unique_ptr<Component> Component::copy() const {
 }
 
 const ContentLine *Component::line(const QByteArray &name) const {
-    for (const ComponentItem &item : items) {
-        const auto *line = std::get_if<ContentLine>(&item);
-        if (line && line->name() == name)
-            return line;
-    }
-    return nullptr;
+    return firstLine<const ContentLine>(items, name);
 }
 
 ContentLine *Component::line(const QByteArray &name) {
-    return const_cast<ContentLine *>(std::as_const(*this).line(name));
+    return firstLine<ContentLine>(items, name);
 }
 
 std::vector<const ContentLine *> Component::lines(const QByteArray &name) const {
-    std::vector<const ContentLine *> found;
-    for (const ComponentItem &item : items) {
-        const auto *line = std::get_if<ContentLine>(&item);
-        if (line && line->name() == name)
-            found.push_back(line);
-    }
-    return found;
+    return linesNamed<const ContentLine>(items, name);
+}
+
+std::vector<ContentLine *> Component::lines(const QByteArray &name) {
+    return linesNamed<ContentLine>(items, name);
 }
 
 std::vector<Component *> Component::components() const {

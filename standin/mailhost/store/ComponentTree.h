@@ -26,6 +26,7 @@ struct Component {
     [[nodiscard]] const ContentLine *line(const QByteArray &name) const;
     [[nodiscard]] ContentLine *line(const QByteArray &name);
     [[nodiscard]] std::vector<const ContentLine *> lines(const QByteArray &name) const;
+    [[nodiscard]] std::vector<ContentLine *> lines(const QByteArray &name);
     [[nodiscard]] std::vector<Component *> components() const;
     [[nodiscard]] QByteArray lineEnd() const { return begin.lineEnd(); }
 

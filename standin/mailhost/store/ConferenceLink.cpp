@@ -45,12 +45,10 @@ bool isOwn(const ContentLine &line) {
 }
 
 ContentLine *ownLine(Component &component) {
-    for (ComponentItem &item : component.items) {
-        auto *line = std::get_if<ContentLine>(&item);
-        if (line && line->name() == property && isOwn(*line))
-            return line;
-    }
-    return nullptr;
+    const auto lines = component.lines(property);
+    const auto own =
+        std::find_if(lines.begin(), lines.end(), [](const ContentLine *line) { return isOwn(*line); });
+    return own == lines.end() ? nullptr : *own;
 }
 
 void removeOwnLine(Component &component) {

@@ -1,5 +1,9 @@
 #include "standin/mailhost/store/Times.h"
 
+#include "platform/Literals.h"
+
+#include <QRegularExpression>
+
 namespace mailhost {
 
 namespace {
@@ -42,48 +46,18 @@ Moment Span::after(const Moment &start) const {
 }
 
 std::optional<Span> parseDuration(const QByteArray &untrimmed) {
-    QByteArray text = untrimmed.trimmed().toUpper();
-    const bool negative = text.startsWith('-');
-    if (negative || text.startsWith('+'))
-        text.remove(0, 1);
-    if (!text.startsWith('P') || text.size() < 3)
+    static const QRegularExpression form(u"^([+-]?)P(?:(\\d{1,9})W)?(?:(\\d{1,9})D)?"
+                                         "(?:T(?:(\\d{1,9})H)?(?:(\\d{1,9})M)?(?:(\\d{1,9})S)?)?$"_s,
+                                         QRegularExpression::CaseInsensitiveOption);
+    const QString text = QString::fromLatin1(untrimmed.trimmed());
+    const auto parts = form.match(text);
+    if (!parts.hasMatch() || text.size() < 3)
         return std::nullopt;
-    Span span;
-    qint64 value = -1;
-    for (qsizetype i = 1; i < text.size(); ++i) {
-        const char c = text[i];
-        if (c >= '0' && c <= '9') {
-            value = qMin<qint64>(qMax<qint64>(value, 0) * 10 + (c - '0'), longestSpan);
-            continue;
-        }
-        if (c == 'T' && value < 0)
-            continue;
-        if (value < 0)
-            return std::nullopt;
-        switch (c) {
-        case 'W':
-            span.days += value * 7;
-            break;
-        case 'D':
-            span.days += value;
-            break;
-        case 'H':
-            span.seconds += value * 3600;
-            break;
-        case 'M':
-            span.seconds += value * 60;
-            break;
-        case 'S':
-            span.seconds += value;
-            break;
-        default:
-            return std::nullopt;
-        }
-        value = -1;
-    }
-    span.days = qMin(span.days, longestSpan / daySeconds);
-    span.seconds = qMin(span.seconds, longestSpan);
-    return negative ? Span() : span;
+    if (parts.captured(1) == u"-"_s)
+        return Span();
+    const auto number = [&](int part) { return parts.capturedView(part).toLongLong(); };
+    return Span{qMin(number(2) * 7 + number(3), longestSpan / daySeconds),
+                qMin(number(4) * 3600 + number(5) * 60 + number(6), longestSpan)};
 }
 
 QByteArray durationText(const Span &span) {
