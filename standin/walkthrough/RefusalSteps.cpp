@@ -17,7 +17,7 @@ namespace controls = mailhost::controls;
 namespace {
 
 constexpr int halfHour = 1800; // seconds
-const QString lateRule = u"once delay update 1500"_s;
+const QString lateRule = u"once delay update 2500"_s;
 const QString failingRule = u"once error update 0;Error 3001"_s;
 
 bool launchIsOffered() {
@@ -115,7 +115,7 @@ bool sayEachReason(Session &session) {
                         u"installed: each has an alert of its own"_s);
 }
 
-// Moves the appointment and answers its new start; the client's answer is a second and a half away.
+// Moves the appointment and answers its new start; the client's answer is two and a half seconds away.
 QDateTime moveWithLateAnswer(Session &session) {
     RunningClient::tell(lateRule);
     Report::settle(0.1);

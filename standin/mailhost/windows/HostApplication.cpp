@@ -9,6 +9,7 @@
 #include "standin/mailhost/store/SampleCalendar.h"
 #include "standin/mailhost/windows/MessageBoxes.h"
 #include "standin/program/Program.h"
+#include "standin/support/BusNames.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -32,7 +33,7 @@ QByteArray bundleInformation(const QString &version) {
 <plist version="1.0">
 <dict>
 	<key>CFBundleIdentifier</key>
-	<string>com.microsoft.Outlook</string>
+	<string>%2</string>
 	<key>CFBundleExecutable</key>
 	<string>parlo-host</string>
 	<key>CFBundleShortVersionString</key>
@@ -41,7 +42,7 @@ QByteArray bundleInformation(const QString &version) {
 	<string>%1</string>
 </dict>
 </plist>
-)"_s.arg(version.toHtmlEscaped())
+)"_s.arg(version.toHtmlEscaped(), standin::names::host)
         .toUtf8();
 }
 

@@ -3,12 +3,13 @@
 #include "standin/mailhost/windows/HostApplication.h"
 
 #include "platform/services/Services.h"
+#include "standin/support/BusNames.h"
 
 namespace mailhost {
 
 void HostApplication::installDesktopServices() const {
     platform::DesktopOptions desktop;
-    desktop.bundleIdentifier = u"com.microsoft.Outlook"_s;
+    desktop.bundleIdentifier = standin::names::host;
     desktop.documentsFolder = m_options.documentsFolder;
     desktop.defaultsFolder = m_options.defaultsFolder;
     platform::setServices(platform::makeDesktopServices(desktop));
