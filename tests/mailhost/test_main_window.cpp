@@ -5,6 +5,7 @@
 #include "standin/mailhost/model/CalendarDate.h"
 
 #include <QDir>
+#include <QLabel>
 #include <QToolButton>
 
 namespace mailhost {
@@ -181,6 +182,10 @@ TEST_F(MainWindowTest, ADayIsEditedAsAnExceptionAndItsSeriesCanBeOpenedFromIt) {
     EXPECT_FALSE(editor->isOccurrenceOrException());
     EXPECT_EQ(field(controls::subjectField)->text(), u"Stand-up"_s);
     EXPECT_FALSE(editor->isDirty());
+    for (const QString &name : {controls::startDateField, controls::startTimeField, controls::allDayBox})
+        EXPECT_FALSE(find<QWidget>(name)->isEnabled()) << "the series has a changed day now";
+    EXPECT_TRUE(find<QWidget>(controls::endDateField)->isEnabled());
+    EXPECT_EQ(find<QLabel>(controls::noticeBar)->text(), CalendarSession::startIsKept());
 }
 
 TEST_F(MainWindowTest, AnOpenEditorFollowsTheCalendarAndKeepsWhatWasTyped) {
