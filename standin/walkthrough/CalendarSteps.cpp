@@ -94,7 +94,7 @@ bool changeDays(Session &session, const QString &uid, const QString &day, const 
     if (!session.reveal(uid, exception))
         return session.step(false, u"the grid shows the changed day of a series"_s);
     session.pressInMain(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
-    const bool opened = Report::waitFor([&] { return session.stripButton(ButtonText::add()) != nullptr; });
+    const bool opened = session.waitForStrip(ButtonText::add());
     if (!session.step(opened && session.giveMeetingToOpen(uid), u"opened as a series, it gets a meeting"_s))
         return false;
     const QJsonObject meeting = session.meetingOf(uid);

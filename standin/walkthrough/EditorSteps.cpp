@@ -24,7 +24,7 @@ bool launchClient(Session &session) {
     if (!session.step(session.open(before.uid), u"a double click opens \"%1\""_s.arg(before.summary)))
         return false;
     click(session.stripButton(ButtonText::add()));
-    const bool said = Report::waitFor([] { return shownButton(ButtonText::launch()) != nullptr; });
+    const bool said = waitForButton(ButtonText::launch());
     if (!session.step(said, u"the client is not running: an alert says so and offers to launch it"_s))
         return false;
     session.picture(QApplication::activeModalWidget(), u"client-not-running"_s);
@@ -48,8 +48,7 @@ bool addThroughTheSheet(Session &session) {
     session.picture(QApplication::activeModalWidget(), u"settings-sheet-longer"_s);
     click(shown(u"bothButton"_s));
     click(shown(u"enableJBHButton"_s));
-    click(shownButton(ButtonText::confirm()));
-    const bool attached = session.isAttached();
+    const bool attached = session.confirmSheet();
     session.picture(session.editor(), u"editor-with-meeting"_s);
     session.picture(session.strip(), u"strip-with-meeting"_s);
     session.step(attached && session.sent(meetingAction, schedulePrefix) == 1,
@@ -81,8 +80,7 @@ bool reopen(Session &session) {
 
 bool changeSetting(Session &session) {
     session.report().mark();
-    if (!click(session.stripButton(ButtonText::settings())) ||
-        !Report::waitFor([] { return shownButton(ButtonText::confirm()) != nullptr; }))
+    if (!click(session.stripButton(ButtonText::settings())) || !waitForButton(ButtonText::confirm()))
         return session.step(false, u"\"%1\" opens the sheet"_s.arg(ButtonText::settings()));
     click(shown(u"enableJBHButton"_s));
     session.picture(QApplication::activeModalWidget(), u"settings-changed"_s);
@@ -121,7 +119,7 @@ bool removeMeeting(Session &session) {
     const QString key = session.meetingKey(session.plainUid());
     if (!click(session.stripButton(ButtonText::remove())))
         return session.step(false, u"\"%1\" can be clicked"_s.arg(ButtonText::remove()));
-    const bool gone = Report::waitFor([&] { return session.stripButton(ButtonText::add()) != nullptr; });
+    const bool gone = session.waitForStrip(ButtonText::add());
     Report::settle();
     const bool saved = session.save();
     session.picture(session.editor(), u"editor-after-removal"_s);
@@ -143,10 +141,8 @@ bool send(Session &session) {
     }
     if (!session.step(session.open(uid), u"a meeting with attendees opens"_s) || !session.askForMeeting())
         return false;
-    click(shownButton(ButtonText::confirm()));
-    if (!session.isAttached())
+    if (!session.confirmSheet())
         return session.step(false, u"the meeting is added"_s);
-    Report::settle();
     session.picture(session.editor(), u"meeting-with-attendees"_s);
     const int sequence = session.inFile(uid).sequence;
     const bool sent = session.send();

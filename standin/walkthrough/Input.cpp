@@ -150,6 +150,10 @@ QWidget *shownButton(const QString &text) {
     return nullptr;
 }
 
+bool waitForButton(const QString &text) {
+    return Report::waitFor([&text] { return shownButton(text) != nullptr; });
+}
+
 QMenu *openMenu(QWidget *control) {
     QMenu *menu = nullptr;
     const auto opened = [&] { return (menu = qobject_cast<QMenu *>(QApplication::activePopupWidget())); };

@@ -29,6 +29,7 @@ bool type(QWidget *window, const QString &text);
 QWidget *shown(const QString &objectName);
 // The shown button of that text (mnemonic marks aside), in any window; nullptr when there is none.
 QWidget *shownButton(const QString &text);
+bool waitForButton(const QString &text);
 
 // The menu that a click on the control opens; nullptr when none opens.
 QMenu *openMenu(QWidget *control);

@@ -81,9 +81,7 @@ bool forThePrincipal(Session &session) {
     const auto *banner = qobject_cast<QLabel *>(shown(u"_textOnbehalfInfo"_s));
     const bool named = banner && banner->text().contains(u"Kim Principal"_s);
     session.picture(QApplication::activeModalWidget(), u"settings-sheet-for-others"_s);
-    click(shownButton(ButtonText::confirm()));
-    const bool attached = session.isAttached();
-    Report::settle();
+    const bool attached = session.confirmSheet();
     session.picture(session.editor(), u"editor-for-others"_s);
     return session.step(named && attached && scheduledFor(session) == principal,
                         u"the sheet says for whom the meeting is scheduled, and so does the request"_s);
@@ -113,7 +111,7 @@ bool removeFromTheAlert(Session &session) {
     session.report().mark();
     const qsizetype sent = session.sentMessages().size();
     click(removeInAlert());
-    const bool removed = Report::waitFor([&] { return session.stripButton(ButtonText::add()) != nullptr; });
+    const bool removed = session.waitForStrip(ButtonText::add());
     Report::settle();
     return session.step(session.send() && removed && session.sent(meetingAction, deletePrefix) == 1 &&
                             session.sentMessages().size() == sent + 1,
@@ -125,8 +123,7 @@ bool forSomeoneElse(Session &session) {
         !session.askForMeeting())
         return session.step(false, u"a meeting is asked for in Robin's name"_s);
     const QWidget *banner = shown(u"_textOnbehalfInfo"_s);
-    click(shownButton(ButtonText::confirm()));
-    const bool attached = session.isAttached();
+    const bool attached = session.confirmSheet();
     const QString whom = scheduledFor(session);
     const qsizetype sent = session.sentMessages().size();
     Report::settle();

@@ -20,10 +20,6 @@ constexpr int halfHour = 1800; // seconds
 const QString lateRule = u"once delay update 2500"_s;
 const QString failingRule = u"once error update 0;Error 3001"_s;
 
-bool launchIsOffered() {
-    return Report::waitFor([] { return shownButton(ButtonText::launch()) != nullptr; });
-}
-
 // The change is asked for while no client runs: an alert says so, and nothing is changed that anyone could
 // see.
 bool staysUndone(Session &session, const QString &what, const std::function<void()> &change) {
@@ -31,7 +27,7 @@ bool staysUndone(Session &session, const QString &what, const std::function<void
     if (!session.reveal(before.uid))
         return session.step(false, u"the grid shows the appointment"_s);
     change();
-    const bool said = launchIsOffered();
+    const bool said = waitForButton(ButtonText::launch());
     session.picture(session.mainWindow(), u"refused-"_s + what.section(u' ', 0, 0));
     dismissModal();
     const mailhost::Appointment now = session.inFile(before.uid);
@@ -66,7 +62,7 @@ bool refuseWithoutClient(Session &session) {
 bool launchAgain(Session &session) {
     session.reveal(session.plainUid());
     session.pressInMain(Qt::Key_Down, Qt::ControlModifier);
-    launchIsOffered();
+    waitForButton(ButtonText::launch());
     return session.launchFromAlert(u"the client is launched again from the alert"_s);
 }
 
@@ -183,7 +179,7 @@ bool cancelWithoutClient(Session &session) {
     session.reveal(uid);
     session.pressInMain(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
     click(shown(controls::deleteConfirmButton));
-    const bool said = launchIsOffered();
+    const bool said = waitForButton(ButtonText::launch());
     dismissModal();
     return session.step(
         said && session.isInFile(uid) && session.shows(uid) && session.sentMessages().isEmpty(),

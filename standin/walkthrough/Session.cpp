@@ -196,8 +196,7 @@ bool Session::open(const QString &uid) {
 
 bool Session::openNew(const QString &subject, const QString &attendee) const {
     click(shown(controls::newAppointmentButton));
-    if (!Report::waitFor([this] { return editor() != nullptr; }) ||
-        !Report::waitFor([this] { return stripButton(ButtonText::add()) != nullptr; }))
+    if (!Report::waitFor([this] { return editor() != nullptr; }) || !waitForStrip(ButtonText::add()))
         return false;
     // What a new appointment offers is written by then, so that nothing is lost.
     control<QLineEdit>(controls::subjectField)->setFocus();
@@ -258,17 +257,24 @@ bool Session::askForMeeting() {
     m_report->mark();
     if (!click(stripButton(ButtonText::add())))
         return step(false, u"the button \"%1\" can be clicked"_s.arg(ButtonText::add()));
-    if (!Report::waitFor([] { return shownButton(ButtonText::confirm()) != nullptr; }))
+    if (!waitForButton(ButtonText::confirm()))
         return step(false, u"the settings sheet opens"_s);
     step(true, u"a click on \"%1\" opens the settings sheet"_s.arg(ButtonText::add()));
     return true;
 }
 
-bool Session::isAttached() const {
-    return Report::waitFor([this] { return stripButton(ButtonText::remove()) != nullptr; }) &&
-           Report::waitFor([this] {
-               return control<QLineEdit>(controls::locationField)->text().contains(u"https://"_s);
-           });
+bool Session::confirmSheet() const {
+    click(shownButton(ButtonText::confirm()));
+    const bool attached =
+        waitForStrip(ButtonText::remove()) && Report::waitFor([this] {
+            return control<QLineEdit>(controls::locationField)->text().contains(u"https://"_s);
+        });
+    Report::settle();
+    return attached;
+}
+
+bool Session::waitForStrip(const QString &text) const {
+    return Report::waitFor([this, &text] { return stripButton(text) != nullptr; });
 }
 
 bool Session::giveMeeting(const QString &uid) {
@@ -276,13 +282,10 @@ bool Session::giveMeeting(const QString &uid) {
 }
 
 bool Session::giveMeetingToOpen(const QString &uid) {
-    if (!click(stripButton(ButtonText::add())) ||
-        !Report::waitFor([] { return shownButton(ButtonText::confirm()) != nullptr; }))
+    if (!click(stripButton(ButtonText::add())) || !waitForButton(ButtonText::confirm()))
         return false;
-    click(shownButton(ButtonText::confirm()));
-    if (!isAttached())
+    if (!confirmSheet())
         return false;
-    Report::settle();
     if (shown(controls::sendButton))
         return send();
     return save() && !meetingKey(uid).isEmpty() && closeEditor();

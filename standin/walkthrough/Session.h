@@ -86,6 +86,7 @@ public:
         return editor() ? editor()->findChild<T *>(name) : nullptr;
     }
     [[nodiscard]] QWidget *stripButton(const QString &text) const;
+    [[nodiscard]] bool waitForStrip(const QString &text) const;
 
     bool open(const QString &uid);
     // A new appointment with that subject, and with somebody invited when an address is given.
@@ -103,8 +104,8 @@ public:
     bool launchFromAlert(const QString &what);
     // From the click on the strip's button to the settings sheet.
     bool askForMeeting();
-    // The meeting is shown by the strip and written into the appointment.
-    [[nodiscard]] bool isAttached() const;
+    // Answers whether the meeting is then shown by the strip and written into the appointment.
+    [[nodiscard]] bool confirmSheet() const;
     // The whole way: opened, added, saved (or sent, when people are invited), closed.
     bool giveMeeting(const QString &uid);
     // The same in the editor that is open.
