@@ -101,22 +101,6 @@ TEST_F(OccurrencesTest, ChangedDaysTakeThePlaceOfTheirOccurrence) {
     EXPECT_EQ(days[0].end, QDate(2025, 3, 30).startOfDay());
 }
 
-TEST_F(OccurrencesTest, AChangeIsSeenInTheNextListing) {
-    auto file = opened(fixture(u"series.ics"_s));
-    EXPECT_EQ(starts(*file, QDate(2025, 4, 7), 5), u"04-07 09:00, 04-09 09:00"_s);
-    Appointment series = *file->find(u"weekly"_s);
-    series.recurrenceRule = u"FREQ=WEEKLY;BYDAY=TU"_s;
-    ASSERT_TRUE(file->update(series));
-    EXPECT_EQ(starts(*file, QDate(2025, 4, 7), 5), u"04-08 09:00"_s);
-    Appointment day;
-    day.uid = series.uid;
-    day.recurrenceId = u"20250408T090000"_s;
-    day.start.zoneId = day.end.zoneId = u"Europe/Berlin"_s;
-    day.start.value = day.end.value = QDateTime(QDate(2025, 4, 10), QTime(12, 0), QTimeZone("Europe/Berlin"));
-    file->add(day);
-    EXPECT_EQ(starts(*file, QDate(2025, 4, 7), 5), u"04-10 12:00"_s);
-}
-
 TEST_F(OccurrencesTest, TheSampleFillsTheWeekThatIsAskedFor) {
     const QDate monday(2027, 3, 22); // before the change of the clocks, in another year than the resource
     auto file = opened(sampleCalendar(monday.addDays(3)));

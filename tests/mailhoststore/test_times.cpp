@@ -147,17 +147,3 @@ TEST_F(TimesTest, WrittenZoneRulesAgreeWithTheSystem) {
             ASSERT_EQ(read[i].start.value, instants[i]) << zone << ' ' << qPrintable(instants[i].toString());
     }
 }
-
-TEST_F(TimesTest, AnAppointmentCanBecomeAWholeDayAndBack) {
-    auto file =
-        openedEvent("DTSTART;TZID=Europe/Berlin:20250312T100000\r\nDTEND;TZID=Europe/Berlin:20250312T110000");
-    Appointment changed = *file->find(u"one"_s);
-    const Appointment original = changed;
-    changed.start = {Kind::Date, QDate(2025, 3, 12).startOfDay(), {}};
-    changed.end = {Kind::Date, QDate(2025, 3, 13).startOfDay(), {}};
-    ASSERT_TRUE(file->update(changed));
-    EXPECT_TRUE(saved(*file).contains("DTSTART;VALUE=DATE:20250312\r\nDTEND;VALUE=DATE:20250313\r\n"));
-    ASSERT_TRUE(file->update(original));
-    EXPECT_TRUE(saved(*file).contains(
-        "DTSTART;TZID=Europe/Berlin:20250312T100000\r\nDTEND;TZID=Europe/Berlin:20250312T110000\r\n"));
-}
