@@ -37,7 +37,8 @@ public:
     virtual ~FinishReceiver() = default;
     // The finish dictionary is {"vlAPIResponse", "keyApptWindowID"}; either entry may be missing.
     virtual void onExcuteCommandFinished(MeetingCommand command, const QVariantMap &data) = 0;
-    // The client refused a request of the owner at hand, and the user has been told. No finish code follows.
+    // A request of the owner at hand failed: the client did not get it, refused it or gave no usable answer.
+    // No finish code follows.
     virtual void onRequestDenied() {}
     // The identifier of the appointment editor that the window belongs to; a null text when it belongs to
     // none.

@@ -42,9 +42,10 @@ struct MeetingContext : RequestOwner, vlMeetingState {
     MeetingCommand sheetCommand = MeetingCommand::CmdNone;  // what opened the settings sheet
     bool usesProfile = false;     // the user's profile was read, or found read, for this work
     bool isOperationHeld = false; // a host operation waits for the work to end; which one, the strip records
-    bool isChangedMeanwhile = false; // while the operation was held, or its meeting was made
+    bool isChangedMeanwhile = false; // the appointment, since the client was told of it
     bool isFinishing = false;        // the work has ended; the operation is run on the next turn
-    QVariantMap sentAppointment;     // in the schedule request whose meeting has not been read back
+    bool isNewMeeting = false;       // asked for, and its record is not written yet
+    QVariantMap sentAppointment;     // as the client was last told of it, or found to have it
     std::optional<PendingWriteBack> pendingWriteBack;
     std::unique_ptr<vlOLWordMailEditor> olWordMailEditor;
 

@@ -4,8 +4,8 @@
 #include "platform/runtime/Object.h"
 
 // `record` is the host's editable record; anything else is left alone. One of the first three is called for
-// every record that the host stores, with the context of its appointment at hand. It uses the pending
-// write-back up.
+// every record that the host stores, with the context of its editor at hand (nobody's for a change on the
+// calendar). It uses the pending write-back up.
 
 // For a record of a meeting.
 void updateVlKeyInfoToAppointment(rt::Object *record);

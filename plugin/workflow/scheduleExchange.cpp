@@ -3,6 +3,7 @@
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/link/requests/PendingRequests.h"
+#include "plugin/link/requests/vlAPICommitMeeting.h"
 #include "plugin/link/requests/vlAPIMgr.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
 #include "plugin/workflow/vlMeetingWindows.h"
@@ -12,14 +13,24 @@
 
 namespace {
 
+// Whether that meeting may be what the client has made of the appointment. It cuts a long subject, and gives
+// one to an appointment without.
+bool isMeetingFor(QVariantMap appointment, const QVariantMap &loaded) {
+    const QString asked = rt::textValue(appointment.value(vl_ApptInfo_Subject));
+    const QString made = rt::textValue(loaded.value(vl_ApptInfo_Subject));
+    if (asked.isEmpty() || asked.left(vlAPICommitMeeting::maximumSubjectLength) == made)
+        appointment.insert(vl_ApptInfo_Subject, made);
+    return !isAppointmentChanged(appointment, loaded);
+}
+
 std::shared_ptr<MeetingContext> ownerOfLoadedMeeting() {
     const QVariantMap info = vlGetMeetingHelper::sharedInstance().getMeetingInfo();
     const QVariantMap loaded = rt::mapValue(info.value(vl_Outlook_ApptInfo));
     const auto asked = [&loaded](const MeetingContext &context) {
-        return !context.sentAppointment.isEmpty() && !isAppointmentChanged(context.sentAppointment, loaded);
+        return context.isNewMeeting && isMeetingFor(context.sentAppointment, loaded);
     };
     const auto own = MeetingContext::sharedAtHand();
-    if (own->sentAppointment.isEmpty() || asked(*own))
+    if (!own->isNewMeeting || asked(*own))
         return own;
     const auto contexts = MeetingContext::all();
     const auto other = std::find_if(contexts.begin(), contexts.end(),
@@ -46,7 +57,7 @@ std::shared_ptr<MeetingContext> exchangeScheduleAnswers() {
         return nullptr;
     std::swap(own->meetingKey, other->meetingKey);
     std::swap(own->loadedMeeting, other->loadedMeeting);
-    own->setState(other->state());
+    own->setState(own->meetingKey.isEmpty() ? WorkflowState::StateCommit : WorkflowState::StateCommitDone);
     vlAPIMgr::sharedInstance().exchangeOwners(requesterOf(own), requesterOf(other));
     show(*own);
     show(*other);

@@ -8,5 +8,5 @@
 // The answer to a schedule request does not tell whose it is. With several under way, the client may have
 // answered in another order than it was asked: the meeting that is read back then is the one that another
 // appointment has asked for. If so, that appointment and the one at hand exchange the meetings and requests
-// that they have got. The other one; nullptr: the meeting just read belongs to the one at hand.
+// that they have got, and the one at hand waits for its own. The other one; nullptr: nothing was exchanged.
 std::shared_ptr<MeetingContext> exchangeScheduleAnswers();

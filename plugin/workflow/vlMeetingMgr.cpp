@@ -69,7 +69,8 @@ struct vlMeetingMgr::Transition {
     int (vlMeetingMgr::*next)(const Work &work);
 };
 
-// All that moves the work on an appointment. What has no row changes nothing.
+// What a command or an answer starts. Without a row it starts nothing. Steps that ask for the personal
+// meeting set the state in which its answer is to find the work.
 // clang-format off
 const vlMeetingMgr::Transition vlMeetingMgr::transitions[] = {
     {Source::Command, CmdAddMeeting, {}, StateAdd, &vlMeetingMgr::addVelaMeeting},
@@ -236,7 +237,8 @@ int vlMeetingMgr::scheduleUpdateVelaMeeting(const Work &work) {
         return nothingStarted;
     const QVariantMap request = getVelaMeetingData(work.editor);
     if (work.code != CmdUpdateMeeting) {
-        MeetingContext::atHand().sentAppointment = rt::mapValue(request.value(vl_Outlook_ApptInfo));
+        MeetingContext::atHand().isNewMeeting = true;
+        noteSent(request);
         vlAPIMgr::sharedInstance().scheduleMeeting(parentOf(work.strip), request);
         return nothingStarted;
     }
@@ -346,11 +348,11 @@ void vlMeetingMgr::onExcuteCommandFinished(MeetingCommand command, const QVarian
     follow(Source::Answer, {command, strip, vlMeetingWindows::editorOf(strip), data});
 }
 
-// What waited for it is off: the user asks again.
+// The user asks again for the operation that waited; then a new meeting still gets its record.
 void vlMeetingMgr::onRequestDenied() {
     MeetingContext &context = MeetingContext::atHand();
     context.isOperationHeld = false;
-    context.sentAppointment.clear();
+    context.isNewMeeting = context.isNewMeeting && !context.meetingKey.isEmpty();
 }
 
 int vlMeetingMgr::onAddCancelVelaMeetingFinished(const Work &work) {
@@ -424,6 +426,8 @@ bool vlMeetingMgr::isAppointmentKnown(const Work &work) const {
 }
 
 int vlMeetingMgr::commitAfterReading(const Work &work) {
+    if (const auto other = exchangeScheduleAnswers())
+        return writeMeetingOf(other);
     return isAppointmentKnown(work) ? commitUpdateMeeting(work.strip, requestOf(work)) : nothingStarted;
 }
 
@@ -432,17 +436,18 @@ int vlMeetingMgr::updateAfterReading(const Work &work) {
 }
 
 int vlMeetingMgr::commitUpdateMeeting(EditorStrip *strip, const QVariantMap &request) {
+    noteSent(request);
     if (isMeetingChanged(request, vlGetMeetingHelper::sharedInstance().getMeetingInfo())) {
         const QVariantMap settings = rt::mapValue(request.value(vl_Setting));
         return rt::boolValue(settings.value(vl_Setting_IsPMI)) ? updatePMIMeeting(strip)
                                                                : sendUpdate(strip, request);
     }
     // A save that overtook the reading of a new meeting brings its record too.
-    const bool isNew = !MeetingContext::atHand().sentAppointment.isEmpty();
-    return writeLoadedMeeting(vlMeetingWindows::editorOf(strip), isNew);
+    return writeLoadedMeeting(vlMeetingWindows::editorOf(strip), MeetingContext::atHand().isNewMeeting);
 }
 
 int vlMeetingMgr::sendUpdate(EditorStrip *strip, const QVariantMap &request) {
+    noteSent(request);
     forgetLoadedElsewhere();
     vlAPIMgr::sharedInstance().updateMeeting(parentOf(strip), request);
     return nothingStarted;
@@ -450,10 +455,11 @@ int vlMeetingMgr::sendUpdate(EditorStrip *strip, const QVariantMap &request) {
 
 // The request is made anew when the personal meeting has been read.
 int vlMeetingMgr::updatePMIMeeting(EditorStrip *strip) {
-    if (hasUserProfile())
-        return getPMIMeetingInfo(strip, StateUpdatePMI);
     setState(StateUpdatePMI);
-    vlAPIMgr::sharedInstance().getUserProfile(parentOf(strip));
+    if (hasUserProfile())
+        getPMIMeetingInfo(strip, StateUpdatePMI);
+    else
+        vlAPIMgr::sharedInstance().getUserProfile(parentOf(strip));
     return nothingStarted;
 }
 
@@ -466,29 +472,38 @@ void vlMeetingMgr::forgetLoadedElsewhere() {
 }
 
 int vlMeetingMgr::writeMeeting(const Work &work) {
-    if (const auto other = exchangeScheduleAnswers()) {
-        const RequestOwner::Scope scope(other);
-        setState(StateIdle);
-        return writeLoadedMeeting(vlMeetingWindows::editorOf(other->strip), true);
-    }
+    if (const auto other = exchangeScheduleAnswers())
+        return writeMeetingOf(other);
     return writeLoadedMeeting(work.editor, true);
 }
 
-// A save that did not wait for the new meeting is run again with it. What has been changed since the meeting
-// was asked for goes to the client before that.
-void vlMeetingMgr::holdSaveOfChangedAppointment(rt::Object *editor) {
+int vlMeetingMgr::writeMeetingOf(const std::shared_ptr<MeetingContext> &context) {
+    const RequestOwner::Scope scope(context);
+    setState(StateIdle);
+    return writeLoadedMeeting(vlMeetingWindows::editorOf(context->strip), true);
+}
+
+void vlMeetingMgr::noteSent(const QVariantMap &request) {
+    MeetingContext::atHand().sentAppointment = rt::mapValue(request.value(vl_Outlook_ApptInfo));
+}
+
+// What has been changed since the client was told goes to the client before the host stores it.
+void vlMeetingMgr::noteChangeBeforeOperation(rt::Object *editor) {
     MeetingContext &context = MeetingContext::atHand();
-    const QVariantMap sent = std::exchange(context.sentAppointment, {});
-    if (sent.isEmpty() || !context.strip || context.strip->getOLUIAction() != HostAction::ActionSave)
+    if (!operationToRun(editor))
         return;
     const QVariantMap request = vlMeetingDataMgr::sharedInstance().getVlSchMeetingData(editor);
-    if (isAppointmentChanged(rt::mapValue(request.value(vl_Outlook_ApptInfo)), sent))
-        context.isOperationHeld = context.isChangedMeanwhile = true;
+    const QVariantMap appointment = rt::mapValue(request.value(vl_Outlook_ApptInfo));
+    for (const QString &key :
+         {vl_ApptInfo_Subject, vl_ApptInfo_StartTime, vl_ApptInfo_Duration, vl_ApptInfo_Recurrence})
+        if (appointment.value(key) != context.sentAppointment.value(key))
+            context.isOperationHeld = context.isChangedMeanwhile = true;
 }
 
 // Into the appointment; `commit`: the stored record too.
 int vlMeetingMgr::writeLoadedMeeting(rt::Object *openEditor, bool commit) {
-    holdSaveOfChangedAppointment(openEditor);
+    noteChangeBeforeOperation(openEditor);
+    MeetingContext::atHand().isNewMeeting = false;
     const rt::Weak<> editor(openEditor);
     updateMailBodyForSchedule(editor.get());
     updateVlKeyInfoToAppointment(editor.get(), vlGetMeetingHelper::sharedInstance().getMeetingInfo(), commit);
@@ -516,15 +531,23 @@ int vlMeetingMgr::finishEditorLater(rt::Object *editor) {
     return nothingStarted;
 }
 
+// The operation of the editor, whose context is at hand, that the end of the work lets run; nullptr: none.
+const HeldOperation *vlMeetingMgr::operationToRun(rt::Object *editor) {
+    const EditorStrip *strip = vlMeetingWindows::stripOfEditor(editor);
+    const bool hasAttendees = !rt::listValue(rt::send(editor, "attendeeList")).isEmpty();
+    const HeldOperation *operation = strip ? heldOperation(strip->getOLUIAction(), hasAttendees) : nullptr;
+    const bool isHeld = MeetingContext::atHand().isOperationHeld;
+    return operation && (!operation->endsEditor || isHeld) ? operation : nullptr;
+}
+
 void vlMeetingMgr::closeOLAppointment(rt::Object *editor) {
     const EditorStrip *strip = vlMeetingWindows::stripOfEditor(editor);
     if (!strip)
         return clearAllSavedData(true);
     const ContextScope scope(strip);
-    const bool hasAttendees = !rt::listValue(rt::send(editor, "attendeeList")).isEmpty();
-    const HeldOperation *operation = heldOperation(strip->getOLUIAction(), hasAttendees);
-    const bool isHeld = std::exchange(MeetingContext::atHand().isOperationHeld, false);
-    if (!operation || (operation->endsEditor && !isHeld))
+    const HeldOperation *operation = operationToRun(editor);
+    MeetingContext::atHand().isOperationHeld = false;
+    if (!operation)
         return;
     const rt::Weak<> windowController(strip->editorWindowController());
     if (rt::integerValue(operation->run(editor)) == hostFailed)
@@ -541,6 +564,7 @@ void vlMeetingMgr::clearAllSavedData(bool dropEditor) {
         context.olWordMailEditor.reset();
     vlMeetingDataMgr::sharedInstance().clearSavedMeetingData();
     vlGetMeetingHelper::sharedInstance().setMeetingData({{vl_MeetingKey, u""_s}});
+    context.isNewMeeting = false;
     context.sentAppointment.clear();
     context.usesProfile = false;
     const auto contexts = MeetingContext::all();

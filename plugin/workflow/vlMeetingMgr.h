@@ -14,6 +14,7 @@
 #include <memory>
 
 class vlECCalendarEvent;
+struct HeldOperation;
 class vlERCalendarEventEditorViewController;
 
 // Works on the context at hand: a command for a strip or an editor brings that of its appointment to hand,
@@ -33,14 +34,14 @@ public:
     void setState(WorkflowState state) { MeetingContext::atHand().setState(state); }
 
     // Commands. Each stores the command as the last one and starts it, on the strip, on the editor, or on
-    // neither. 0: started, or nothing to start; else the ClientError's number with which its request was
-    // refused.
+    // neither. 0: started, or nothing to start. Refused: the ClientError's number for a deletion, an instant
+    // meeting and the reading of the personal meeting, else 0 too.
     int sendVlMeetingCommand(MeetingCommand command, EditorStrip *strip);
     int sendVlMeetingCommand(MeetingCommand command, rt::Object *editor);
     int sendVlMeetingCommand(MeetingCommand command);
     // From the calendar: asks the client to read the meeting, for an update, or to delete it. `data` is
-    // {"apptInfo", "keyEventOwnerWindow", "keyApptWindowID", "keyDragAndMoveOnCalendar"}; the window is used
-    // within this call only. 0: asked, or no such command; 1: the client could not be asked. An editor in the
+    // {"apptInfo", "keyEventOwnerWindow", "keyApptWindowID", "keyDragAndMoveOnCalendar"}; the window is kept
+    // weakly, for alerts. 0: asked, or no such command; 1: the client could not be asked. An editor in the
     // window of that identifier takes the change for its own.
     int sendVlMeetingCommand(MeetingCommand command, const QVariantMap &data);
     void setMeetingAction(MeetingCommand command) { MeetingContext::atHand().meetingAction = command; }
@@ -161,7 +162,10 @@ private:
     int commitUpdateMeeting(EditorStrip *strip, const QVariantMap &request);
     int updatePMIMeeting(EditorStrip *strip);
     int sendUpdate(EditorStrip *strip, const QVariantMap &request);
-    static void holdSaveOfChangedAppointment(rt::Object *editor);
+    int writeMeetingOf(const std::shared_ptr<MeetingContext> &context);
+    static void noteSent(const QVariantMap &request);
+    static void noteChangeBeforeOperation(rt::Object *editor);
+    [[nodiscard]] static const HeldOperation *operationToRun(rt::Object *editor);
     int writeLoadedMeeting(rt::Object *openEditor, bool commit);
     int finishEditorLater(rt::Object *editor);
     static void forgetLoadedElsewhere();

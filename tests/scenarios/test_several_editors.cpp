@@ -49,6 +49,24 @@ TEST_P(SeveralEditors, TwoAddsThatAreAnsweredInTheOtherOrderKeepTheirMeetings) {
     EXPECT_TRUE(scenario.client().meeting(key));
 }
 
+TEST_P(SeveralEditors, ASaveBeforeTwoMeetingsAreSortedOutChangesOnlyItsOwn) {
+    scenario.given("once delay schedule 3000");
+    scenario.given("once delay get 1000");
+    for (mailhost::EditorWindow *editor : {first, second}) {
+        scenario.clickAdd(editor);
+        scenario.confirmSheet();
+    }
+    scenario.typeSubject(first, u"Renamed"_s);
+    scenario.pressSave(first); // it has got the meeting of the second
+    scenario.wait(8);
+    scenario.pressSave(second);
+    EXPECT_EQ(scenario.meeting(Scenario::plain)["subject"].toString(), u"Renamed"_s);
+    EXPECT_EQ(scenario.meeting(Scenario::other)["subject"].toString(),
+              scenario.inFile(Scenario::other).summary);
+    EXPECT_LT(scenario.meetingKey(Scenario::plain),
+              scenario.meetingKey(Scenario::other)); // in order of making
+}
+
 TEST_P(SeveralEditors, TheSheetOfOneDoesNotChangeTheSettingsOfTheOther) {
     scenario.clickAdd(first);
     scenario.clickAdd(second);

@@ -53,6 +53,13 @@ const FoundFault faultsFound[] = {
     {"WhatIsChangedOnTheCalendarWhileAMeetingIsMadeReachesIt",
      "slow: rule once delay get 2000, open other, strip other add, sheet ok, save other, menu longer other, "
      "wait 3"},
+    {"WhatIsTypedWhileASendWaitsReachesTheMeeting",
+     MEETING_OF_INVITED "open invited, rule once delay update 2500, subject invited w1x, send invited, "
+                        "later invited 15, wait 6"},
+    {"ASaveWritesTheRecordOfAMeetingWhoseReadingFailed",
+     "faulty: open series, strip series add, rule once corrupt get empty, sheet ok, alert escape, body "
+     "series "
+     "w1x, saveclose series, open series, strip series remove"},
     {"AHeldSendGoesOutOnceWhateverIsRepeated",
      MEETING_OF_INVITED "open invited, body invited w1x, rule once repeat get 2, send invited"},
     {"AnEditorWhoseHeldStoringFailsStaysOpen",

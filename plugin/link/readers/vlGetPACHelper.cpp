@@ -18,7 +18,8 @@ void vlGetPACHelper::setPACInfo(const QString &base64) {
 }
 
 bool vlGetPACHelper::isOfPresentUser() const {
-    return hasPACInfo() && (m_userID.isNull() || m_userID == vlUserProfileHelper::sharedInstance().getUID());
+    return hasPACInfo() && m_accounts.isParsed() &&
+           (m_userID.isNull() || m_userID == vlUserProfileHelper::sharedInstance().getUID());
 }
 
 int vlGetPACHelper::pacCount() const {

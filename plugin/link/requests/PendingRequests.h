@@ -36,8 +36,8 @@ public:
     // Valid until the next call.
     PendingRequest &add(PendingRequest request);
     // The request that an answer with these meeting keys (the likeliest first; none: an answer that tells no
-    // key) belongs to. By the key where one fits, else the one that has waited longest, those whose time is
-    // over last. nullptr when nobody waits for it.
+    // key) belongs to. By the key where one fits, else the one that has waited longest among those whose key
+    // cannot be known, those whose time is over last. nullptr when nobody waits for it.
     [[nodiscard]] PendingRequest *requestFor(const QStringList &keys);
     // Whether another owner still waits with a progress window.
     [[nodiscard]] bool othersShowProgress(const std::shared_ptr<RequestOwner> &owner) const;

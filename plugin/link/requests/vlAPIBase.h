@@ -15,7 +15,7 @@ class RequestFeedback;
 class RequestProgress;
 
 // One object serves all requests of its kind. A request is made for the owner that is at hand, and its answer
-// is handled with that owner at hand; an answer that nobody waits for changes nothing. Main thread only.
+// is handled with that owner at hand; one that nobody waits for changes no appointment. Main thread only.
 // Windows are not owned and may die while a request is out.
 class vlAPIBase {
 public:

@@ -17,8 +17,7 @@ public:
     [[nodiscard]] vlSettingData &settings() { return m_settings; }
     [[nodiscard]] const vlSettingData &settings() const { return m_settings; }
 
-    // The values of a new meeting, or of the appointment's own. Asks for the personal meeting if that is
-    // used.
+    // The values of a new meeting, or of the appointment's own.
     void initFields();
     // The values once the personal meeting has been read, or is not used any more.
     void refresh();

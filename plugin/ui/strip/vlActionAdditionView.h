@@ -30,8 +30,8 @@ inline const QString keyECCalendarEvent = u"keyECCalendarEvent"_s;
 inline const QString keyERCalendarEventEditorWindowController = u"keyERCalendarEventEditorWindowController"_s;
 
 // Made with the host's header view, which owns it. It learns later which editor it serves, and shows nothing
-// until then. It goes when the editor's window closes. It is registered with vlActionAdditionViewMonitor as
-// long as it lives. Host objects are never kept alive. Main thread only.
+// until then. It is registered with vlActionAdditionViewMonitor until the editor's window closes, and is
+// deleted soon after. Host objects are never kept alive. Main thread only.
 class vlActionAdditionView : public QWidget, public EditorStrip {
     Q_OBJECT
 public:
