@@ -13,8 +13,7 @@
 
 namespace {
 
-// Whether that meeting may be what the client has made of the appointment. It cuts a long subject, and gives
-// one to an appointment without.
+// Whether the client may have made that meeting: a long subject is cut, and an empty one filled.
 bool isMeetingFor(QVariantMap appointment, const QVariantMap &loaded) {
     const QString asked = rt::textValue(appointment.value(vl_ApptInfo_Subject));
     const QString made = rt::textValue(loaded.value(vl_ApptInfo_Subject));
