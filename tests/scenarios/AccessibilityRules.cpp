@@ -2,12 +2,7 @@
 
 #include "plugin/ui/strip/vlActionAdditionView.h"
 
-#include <QAbstractButton>
-#include <QAccessible>
-#include <QDialogButtonBox>
-#include <QLabel>
-#include <QRadioButton>
-#include <QToolBar>
+#include <QtWidgets>
 #include <gtest/gtest.h>
 
 namespace scenarios {

@@ -4,13 +4,6 @@
 #include "standin/mailhost/windows/ControlNames.h"
 #include "tests/scenarios/Scenario.h"
 
-#include <QAction>
-#include <QDir>
-#include <QJsonObject>
-#include <QPushButton>
-#include <QTest>
-#include <gtest/gtest.h>
-
 namespace scenarios {
 
 namespace controls = mailhost::controls;

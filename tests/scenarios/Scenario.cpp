@@ -1,35 +1,18 @@
 #include "tests/scenarios/Scenario.h"
 
-#include "platform/services/Services.h"
-#include "platform/services/propertylist/PropertyList.h"
-#include "plugin/link/linkSession.h"
 #include "plugin/load/pluginLoad.h"
-#include "plugin/ui/strip/vlActionAdditionView.h"
 #include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
 #include "plugin/ui/toolbar/vlCommandItemMgr.h"
 #include "plugin/util/localizedString.h"
 #include "standin/mailhost/windows/ControlNames.h"
-#include "tests/support/FreshWorkflow.h"
-
-#include <QApplication>
-#include <QDir>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
-#include <gtest/gtest.h>
 
 namespace scenarios {
 
 namespace {
 
 const QString requestChannel = u"VelaOutlookPluginToVelaVideoClient_PRL"_s;
-const platform::TableWorkspace::BundleEntry hostEntry{u"com.microsoft.Outlook"_s, u"/Applications/Host.app"_s,
-                                                      u"/bin/host"_s};
-const platform::TableWorkspace::BundleEntry clientEntry{
-    u"com.parlo.meetings"_s, u"/Applications/Parlo Meetings.app"_s, u"/bin/client"_s};
+const QString clientIdentifier = u"com.parlo.meetings"_s;
+const QString clientPath = u"/Applications/Parlo Meetings.app"_s;
 constexpr int turns = 4; // of the two loops, each of which may wake the other
 
 template<typename T>
@@ -61,7 +44,12 @@ CalendarBuilder usualCalendar() {
 
 Scenario::Scenario(const QString &hostVersion, const OpenedCalendar &calendar,
                    mailhost::BookmarkMangling mangling) {
-    installServices(hostVersion);
+    platform::services().pluginBundle = platform::makeFolderBundle(u"" PARLO_RESOURCES ""_s);
+    m_desktop.bundle = nullptr;
+    m_desktop.workspace->root = m_folder.filePath(u"root"_s);
+    m_desktop.workspace->documents = m_folder.filePath(u"Documents"_s);
+    installHost(m_desktop, hostVersion);
+    clientIsInstalled();
     QFile file(calendarPath());
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(calendar.text);
@@ -93,27 +81,6 @@ Scenario::~Scenario() {
         if (qobject_cast<QMessageBox *>(window))
             delete window;
     m_client.reset();
-    // What is remembered lives on the services of this scenario.
-    startWorkflowAfresh();
-    startLinkAfresh();
-}
-
-void Scenario::installServices(const QString &hostVersion) {
-    m_desktop = platform::installTestServices();
-    startWorkflowAfresh();
-    startLinkAfresh();
-    platform::services().pluginBundle = platform::makeFolderBundle(u"" PARLO_RESOURCES ""_s);
-    m_desktop.bundle = nullptr;
-    m_desktop.workspace->root = m_folder.filePath(u"root"_s);
-    m_desktop.workspace->documents = m_folder.filePath(u"Documents"_s);
-    writeInfo(hostEntry.path, {{u"CFBundleShortVersionString"_s, hostVersion}});
-    clientIsInstalled();
-}
-
-void Scenario::writeInfo(const QString &bundle, const QVariantMap &values) {
-    const QString contents = m_desktop.workspace->resolve(bundle) + u"/Contents"_s;
-    QDir().mkpath(contents);
-    EXPECT_TRUE(platform::PropertyList::write(contents + u"/Info.plist"_s, values));
 }
 
 QString Scenario::text(const QString &key) {
@@ -282,22 +249,22 @@ void Scenario::clientQuits() {
 }
 
 void Scenario::clientRuns() {
-    m_desktop.workspace->running = {clientEntry.identifier};
+    m_desktop.workspace->running = {clientIdentifier};
     if (!m_client)
         m_client = std::make_unique<meetingclient::ClientLink>(m_store, m_service, m_rules);
 }
 
 void Scenario::clientIsUninstalled() {
     clientQuits();
-    m_desktop.workspace->bundles = {hostEntry};
-    QDir(m_desktop.workspace->resolve(clientEntry.path)).removeRecursively();
+    m_desktop.workspace->bundles.resize(1); // the host's
+    QDir(m_desktop.workspace->resolve(clientPath)).removeRecursively();
 }
 
 // Takes the place of another version, which may be running.
 void Scenario::clientIsInstalled(const QString &version) {
-    m_desktop.workspace->bundles = {hostEntry, clientEntry};
-    writeInfo(clientEntry.path,
-              {{u"CFBundleVersion"_s, version}, {u"CFBundleIdentifier"_s, clientEntry.identifier}});
+    m_desktop.workspace->bundles.resize(1); // the host's
+    installBundle(m_desktop, clientIdentifier, clientPath,
+                  {{u"CFBundleVersion"_s, version}, {u"CFBundleIdentifier"_s, clientIdentifier}});
 }
 
 } // namespace scenarios

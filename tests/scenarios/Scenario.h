@@ -2,18 +2,19 @@
 // in-memory bus, a calendar file on disk, and time that only the test moves.
 #pragma once
 
+#include "plugin/ui/strip/vlActionAdditionView.h"
 #include "standin/mailhost/store/CalendarFile.h"
 #include "standin/mailhost/windows/HostApplication.h"
 #include "standin/mailhost/windows/editor/EditorWindow.h"
 #include "standin/meetingclient/ClientLink.h"
 #include "tests/support/CalendarBuilder.h"
-#include "tests/support/TestServices.h"
+#include "tests/support/FreshPlugin.h"
 
 #include <QTemporaryDir>
+#include <QtTest/QTest>
+#include <QtWidgets>
+#include <gtest/gtest.h>
 #include <memory>
-
-class QAbstractButton;
-class vlActionAdditionView;
 
 namespace scenarios {
 
@@ -99,16 +100,23 @@ public:
     [[nodiscard]] static QString text(const QString &key);
 
 private:
-    void installServices(const QString &hostVersion);
-    void writeInfo(const QString &bundle, const QVariantMap &values);
     void click(QAbstractButton *button);
     QTemporaryDir m_folder;
-    platform::TestDesktop m_desktop{};
+    FreshPlugin m_fresh;
+    platform::TestDesktop &m_desktop = m_fresh.desktop;
     meetingclient::MeetingStore m_store{QString()};
     meetingclient::MeetingService m_service{m_store};
     meetingclient::AnswerRules m_rules;
     std::unique_ptr<meetingclient::ClientLink> m_client;
     std::unique_ptr<mailhost::HostApplication> m_host;
 };
+
+// A scenario on a host of the version that is the test's parameter.
+class OnHosts : public testing::TestWithParam<const char *> {
+protected:
+    Scenario scenario{QString::fromLatin1(GetParam())};
+};
+// One with each kind of body editor.
+inline const auto bothHosts = testing::Values("15.8", "16");
 
 } // namespace scenarios

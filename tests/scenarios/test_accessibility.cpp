@@ -5,23 +5,13 @@
 #include "tests/scenarios/AccessibilityRules.h"
 #include "tests/scenarios/Scenario.h"
 
-#include <QAbstractButton>
-#include <QAction>
-#include <QApplication>
-#include <QDialog>
-#include <QJsonObject>
-#include <QTest>
-#include <gtest/gtest.h>
-
 using namespace scenarios;
 namespace controls = mailhost::controls;
 
 namespace {
 
-class Accessibility : public testing::TestWithParam<QString> {
+class Accessibility : public OnHosts {
 protected:
-    Scenario scenario{GetParam()};
-
     static QWidget *shownDialog() {
         for (QWidget *widget : QApplication::topLevelWidgets())
             if (qobject_cast<QDialog *>(widget) && widget->isVisible())
@@ -41,10 +31,7 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Generations, Accessibility, testing::Values(u"15.8"_s, u"16"_s),
-                         [](const auto &info) {
-                             return info.param == QLatin1String("16") ? "newer" : "older";
-                         });
+INSTANTIATE_TEST_SUITE_P(Hosts, Accessibility, bothHosts);
 
 } // namespace
 

@@ -1,13 +1,7 @@
 // The text around the invitation, and stored records that another program has written.
 #include "platform/services/html/HtmlImporter.h"
-#include "plugin/ui/strip/vlActionAdditionView.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "tests/scenarios/Scenario.h"
-
-#include <QJsonObject>
-#include <QTest>
-#include <QTextEdit>
-#include <gtest/gtest.h>
 
 using namespace scenarios;
 using mailhost::BookmarkMangling;

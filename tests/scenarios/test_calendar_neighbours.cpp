@@ -1,12 +1,6 @@
 // The calendar beside the rest: days of a series, editors, several main windows and the tool-bar.
 #include "plugin/hooks/vlHookERageMainWindowController.h"
-#include "plugin/ui/strip/vlActionAdditionView.h"
 #include "tests/scenarios/OnTheCalendar.h"
-
-#include <QAbstractButton>
-#include <QDir>
-#include <QJsonObject>
-#include <QTimeEdit>
 
 using namespace scenarios;
 
@@ -26,9 +20,7 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Generations, BesideTheCalendar, testing::Values("15.8", "16"), [](const auto &info) {
-    return QString::fromLatin1(info.param).replace(u'.', u'_').toStdString();
-});
+INSTANTIATE_TEST_SUITE_P(Hosts, BesideTheCalendar, bothHosts);
 
 } // namespace
 
@@ -72,24 +64,6 @@ TEST_P(BesideTheCalendar, ADayOpensAsADayOrAsItsSeries) {
     EXPECT_EQ(Scenario::stripOf(openedEditor())->uiStatus(), StripState::MeetingAttached);
 }
 
-TEST_P(BesideTheCalendar, ALateAnswerDoesNotTouchTheEditorThatWasOpenedMeanwhile) {
-    giveMeeting(Scenario::plain);
-    const qint64 start = startInFile(Scenario::plain);
-    scenario.given("delay update 5000");
-    select(Scenario::plain);
-    command(controls::laterAction);
-    mailhost::EditorWindow *editor = scenario.open(Scenario::other);
-    scenario.typeSubject(editor, "Being typed");
-    scenario.wait(6);
-    EXPECT_EQ(startAtClient(Scenario::plain), start + 1800);
-    EXPECT_EQ(startInFile(Scenario::plain), start + 1800);
-    EXPECT_TRUE(editor->isVisible());
-    EXPECT_EQ(editor->viewController()->uncommittedChanges().keys(), QStringList{"content.summary"});
-    scenario.pressSave(editor);
-    EXPECT_EQ(scenario.inFile(Scenario::other).summary, "Being typed");
-    EXPECT_TRUE(scenario.inFile(Scenario::other).ucCapabilities.isEmpty());
-}
-
 TEST_P(BesideTheCalendar, ALateAnswerFindsTheMainWindowClosed) {
     giveMeeting(Scenario::plain);
     const qint64 start = startInFile(Scenario::plain);
@@ -124,20 +98,6 @@ TEST_P(BesideTheCalendar, AnOpenEditorFollowsAMoveOnTheCalendar) {
     EXPECT_EQ(startInFile(Scenario::plain), start) << "saving what was typed does not move it back";
     EXPECT_EQ(scenario.inFile(Scenario::plain).summary, "Typed meanwhile");
     EXPECT_EQ(startAtClient(Scenario::plain), start);
-}
-
-TEST_P(BesideTheCalendar, AnEditorThatIsBroughtForwardAgainKeepsItsChangesForTheClient) {
-    giveMeeting(Scenario::plain);
-    mailhost::EditorWindow *editor = scenario.open(Scenario::plain);
-    const qint64 before = startInFile(Scenario::plain);
-    auto *time = editor->findChild<QTimeEdit *>(controls::startTimeField);
-    time->setTime(time->time().addSecs(3600));
-    scenario.settle();
-    EXPECT_EQ(scenario.open(Scenario::plain), editor);
-    EXPECT_EQ(startInFile(Scenario::plain), before) << "nobody has saved";
-    scenario.pressSave(editor);
-    EXPECT_EQ(startInFile(Scenario::plain), before + 3600);
-    EXPECT_EQ(startAtClient(Scenario::plain), before + 3600);
 }
 
 TEST_P(BesideTheCalendar, EveryMainWindowHasThePluginsItemsAndKeepsTheUsersArrangement) {

@@ -1,14 +1,8 @@
 // The calendar cannot be written: the disk is full, the folder is read-only, or another program has changed
 // the file meanwhile.
-#include "plugin/ui/strip/vlActionAdditionView.h"
 #include "tests/scenarios/Scenario.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/ReadOnlyFolder.h"
-
-#include <QFile>
-#include <QFileInfo>
-#include <QJsonObject>
-#include <gtest/gtest.h>
 
 using namespace scenarios;
 

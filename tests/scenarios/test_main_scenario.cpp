@@ -1,27 +1,14 @@
 // A meeting from the click that adds it to the one that removes it, in every generation of the host.
-#include "plugin/ui/strip/vlActionAdditionView.h"
-#include "plugin/ui/toolbar/vlCommandItemMgr.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "tests/scenarios/Scenario.h"
-
-#include <QDir>
-#include <QJsonObject>
-#include <QTimeEdit>
-#include <gtest/gtest.h>
 
 using namespace scenarios;
 
 namespace {
 
-class MainScenario : public testing::TestWithParam<const char *> {
-protected:
-    Scenario scenario{QString::fromLatin1(GetParam())};
-};
+class MainScenario : public OnHosts {};
 
-INSTANTIATE_TEST_SUITE_P(Generations, MainScenario, testing::Values("14.1.4", "15.8", "15.9", "16"),
-                         [](const auto &info) {
-                             return QString::fromLatin1(info.param).replace(u'.', u'_').toStdString();
-                         });
+INSTANTIATE_TEST_SUITE_P(Generations, MainScenario, testing::Values("14.1.4", "15.8", "15.9", "16"));
 
 } // namespace
 
@@ -104,7 +91,7 @@ TEST_P(MainScenario, SentWithAttendeesTheMessageCarriesTheMeetingAndTheRooms) {
     EXPECT_TRUE(Scenario::openEditors().isEmpty()) << "a sent editor closes";
 }
 
-TEST_P(MainScenario, ACancelledSheetChangesNothing) {
+TEST_P(MainScenario, AfterACancelledSheetTheAppointmentSavesAsWithoutThePlugin) {
     const QByteArray before = scenario.fileBytes();
     mailhost::EditorWindow *editor = scenario.open(Scenario::plain);
     scenario.clickAdd(editor);
@@ -113,50 +100,9 @@ TEST_P(MainScenario, ACancelledSheetChangesNothing) {
     EXPECT_EQ(Scenario::stripOf(editor)->uiStatus(), StripState::NoMeeting);
     EXPECT_FALSE(editor->viewController()->isDirty());
     EXPECT_EQ(scenario.fileBytes(), before);
-}
-
-TEST_P(MainScenario, AnAppointmentWithoutAMeetingSavesAsWithoutThePlugin) {
-    mailhost::EditorWindow *editor = scenario.open(Scenario::other);
     scenario.forget();
     scenario.typeSubject(editor, u"Renamed"_s);
     scenario.pressSave(editor);
-    EXPECT_EQ(scenario.inFile(Scenario::other).summary, u"Renamed"_s);
+    EXPECT_EQ(scenario.inFile(Scenario::plain).summary, u"Renamed"_s);
     EXPECT_TRUE(scenario.desktop().bus->posted().isEmpty());
-}
-
-TEST_P(MainScenario, ALongSubjectIsCutForTheClientAndNotForTheUser) {
-    mailhost::EditorWindow *editor = scenario.host().openNewAppointment()->editorWindow();
-    scenario.settle();
-    const QString subject = QString(100, u'a') + QString(100, u'b');
-    scenario.typeSubject(editor, subject);
-    scenario.addMeetingAndSave(editor);
-    const QString uid = editor->viewController()->content()->UUID();
-    EXPECT_EQ(scenario.inFile(uid).summary, subject);
-    EXPECT_EQ(scenario.meeting(uid)["subject"].toString(), subject.left(128));
-}
-
-TEST_P(MainScenario, ANewMeetingOpenedForItAddsTheMeetingByItself) {
-    vlCommandItemMgr::sharedInstance().SendToolbarItemCommand(qint32(ToolbarCommand::ScheduleNewMeeting));
-    scenario.settle();
-    ASSERT_EQ(Scenario::openEditors().size(), 1);
-    scenario.confirmSheet();
-    EXPECT_EQ(Scenario::stripOf(Scenario::openEditors().first()->editorWindow())->uiStatus(),
-              StripState::MeetingAttached);
-    EXPECT_TRUE(platform::services().mainThreadDictionary.isEmpty());
-}
-
-TEST_P(MainScenario, AnInstantMeetingAndTheLogFolderNeedNoEditor) {
-    vlCommandItemMgr &commands = vlCommandItemMgr::sharedInstance();
-    for (const auto &[video, type] : {std::pair{"1", "groupVideo"}, {"0", "groupShare"}}) {
-        scenario.forget();
-        commands.SendToolbarItemCommand(qint32(ToolbarCommand::StartInstantMeeting),
-                                        {{keyStartWithVideo, QString::fromLatin1(video)}});
-        ASSERT_EQ(scenario.desktop().bus->posted().size(), 1);
-        const platform::TextMap sent = scenario.desktop().bus->posted().first().userInfo;
-        EXPECT_EQ(sent.value(u"actionId"_s), u"2"_s);
-        EXPECT_TRUE(sent.value(u"content"_s).contains(QString::fromLatin1(type)));
-    }
-    commands.SendToolbarItemCommand(qint32(ToolbarCommand::OpenLogFolder));
-    EXPECT_EQ(scenario.desktop().workspace->opened,
-              QStringList{scenario.desktop().workspace->documents + u"/ParloMeetingsOutlookPlugin"_s});
 }

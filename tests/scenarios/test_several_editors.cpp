@@ -1,20 +1,13 @@
 // Several appointments are worked on at once: each keeps its own meeting.
 #include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
-#include "plugin/ui/strip/vlActionAdditionView.h"
 #include "tests/scenarios/Scenario.h"
-
-#include <QCheckBox>
-#include <QDialog>
-#include <QJsonObject>
-#include <gtest/gtest.h>
 
 using namespace scenarios;
 
 namespace {
 
-class SeveralEditors : public testing::TestWithParam<const char *> {
+class SeveralEditors : public OnHosts {
 protected:
-    Scenario scenario{QString::fromLatin1(GetParam())};
     mailhost::EditorWindow *first = scenario.open(Scenario::plain);
     mailhost::EditorWindow *second = scenario.open(Scenario::other);
 
@@ -26,7 +19,7 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Hosts, SeveralEditors, testing::Values("15.8", "16"));
+INSTANTIATE_TEST_SUITE_P(Hosts, SeveralEditors, bothHosts);
 
 } // namespace
 

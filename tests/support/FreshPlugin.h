@@ -4,8 +4,14 @@
 #include "platform/services/propertylist/PropertyList.h"
 #include "plugin/link/linkPorts.h"
 #include "plugin/link/linkSession.h"
+#include "plugin/util/sharedObject.h"
+#include "plugin/workflow/CalendarChanges.h"
+#include "plugin/workflow/vlApptUIActionMgr.h"
+#include "plugin/workflow/vlCalendarActionMgr.h"
+#include "plugin/workflow/vlMeetingDataMgr.h"
+#include "plugin/workflow/vlMeetingMgr.h"
+#include "plugin/workflow/vlPACMeetingMgr.h"
 #include "plugin/workflow/workflowPorts.h"
-#include "tests/support/FreshWorkflow.h"
 #include "tests/support/TestServices.h"
 
 #include <QDir>
@@ -23,6 +29,19 @@ inline void installBundle(const platform::TestDesktop &desktop, const QString &i
 inline void installHost(const platform::TestDesktop &desktop, const QString &version) {
     installBundle(desktop, u"com.microsoft.Outlook"_s, u"/Applications/Host.app"_s,
                   {{u"CFBundleShortVersionString"_s, version}});
+}
+
+// Forgets all that the workflow keeps. For a test or a simulation that puts other services in place: the
+// singletons are recreated on next use, with the services set at that time. Existing references become
+// invalid, and the ports of lower layers that lead to them are emptied.
+inline void startWorkflowAfresh() {
+    RequestOwner::setNobody(MeetingContext::make());
+    SharedObject<CalendarChanges>::renew();
+    SharedObject<vlMeetingMgr>::renew();
+    SharedObject<vlMeetingDataMgr>::renew();
+    SharedObject<vlPACMeetingMgr>::renew();
+    SharedObject<vlApptUIActionMgr>::renew();
+    SharedObject<vlCalendarActionMgr>::renew();
 }
 
 // The link and everything below it.
