@@ -12,7 +12,6 @@
 
 class LinkTest : public testing::Test {
 protected:
-    static constexpr auto clientsChannel = "VelaVideoClientToVelaOutlookPlugin_PRL";
     static constexpr auto requestChannel = "VelaOutlookPluginToVelaVideoClient_PRL";
 
     LinkTest() {

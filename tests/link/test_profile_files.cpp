@@ -30,19 +30,6 @@ protected:
 
 } // namespace
 
-TEST_F(Profile, ReadsEachMemberByItsOwnRule) {
-    EXPECT_FALSE(helper.hasUserProfile());
-    EXPECT_TRUE(helper.getEmail().isNull() && vlCommon::getUID().isNull());
-    EXPECT_FALSE(helper.bossesInfo().isValid() || helper.enablePSTN());
-    helper.setUserProfile(QVariantMap{{"enablePSTN", "YES"},
-                                      {"use3rdPartyAsDefaultAudio", qint64(1)},
-                                      {"userOption", std::numeric_limits<qint64>::min()}});
-    EXPECT_TRUE(helper.enablePSTN() && helper.use3rdPartyAsDefaultAudio());
-    EXPECT_FALSE(helper.useRandomPasswordByDefault() || helper.alwaysUseBothAsDefaultAudio() ||
-                 helper.alwaysEnableJoinBeforeHostByDefault());
-    EXPECT_EQ(helper.userOption(), std::numeric_limits<qint64>::min());
-}
-
 TEST_F(Profile, AnotherUserIsAChangeOfAccountEvenAcrossAClearing) {
     const auto signIn = [this](const QVariantMap &profile) {
         helper.setUserProfile(profile);

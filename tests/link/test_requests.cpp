@@ -1,4 +1,6 @@
 // What each request sends, and what it makes of its answer.
+#include "plugin/link/channel/vlIPCChannel.h"
+#include "plugin/link/discovery/vlAppHelper.h"
 #include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/link/readers/vlGetPACHelper.h"
 #include "plugin/link/readers/vlUserProfileHelper.h"
@@ -25,6 +27,39 @@ protected:
 
 } // namespace
 
+TEST_F(Requests, GoIntoAnEnvelopeOfActionIdAndContent) {
+    vlIPCChannel::sendIPCMessageToVelaClient(0, "a;b");
+    vlIPCChannel::sendIPCMessageToVelaClient(4294967295U, "");
+    vlIPCChannel::sendIPCMessageToPluginAgent(2, QString());
+    EXPECT_EQ(posted(), (QList<platform::TextMap>{{{"actionId", "0"}, {"content", "a;b"}},
+                                                  {{"actionId", "4294967295"}, {"content", ""}}}));
+    EXPECT_EQ(posted("vOutlookPluginToVOutlookPluginAgent"), (QList<platform::TextMap>{{{"actionId", "2"}}}));
+}
+
+TEST_F(Requests, ToTheAgentStartItUnlessItRuns) {
+    vlIPCChannel::sendIPCMessageToPluginAgent(2, QString());
+    EXPECT_TRUE(desktop.workspace->launched.isEmpty()) << "it is not installed";
+    installBundle(desktop, kVlPluginAgentIdentify, kPathVlPluginAgent, {});
+    vlIPCChannel::sendIPCMessageToPluginAgent(2, QString());
+    desktop.workspace->running.append(kVlPluginAgentIdentify);
+    vlIPCChannel::sendIPCMessageToPluginAgent(2, QString());
+    EXPECT_EQ(desktop.workspace->launched, QStringList{kVlPluginAgentIdentify});
+    EXPECT_EQ(posted("vOutlookPluginToVOutlookPluginAgent").size(), 3);
+}
+
+TEST_F(Requests, AnAnswerThatIsForNoRequestChangesNothing) {
+    givenTheClient();
+    manager.getUserProfile(window.get());
+    for (const char *actionId :
+         {"5", "7", "8", "0", "-1", "10", "abc", "3x", "", "4294967297", "1e300", "nan", "inf"})
+        clientAnswers(actionId, "12345;invitation");
+    desktop.bus->post("VelaVideoClientToVelaOutlookPlugin_PRL", QString(), {{"content", "12345;invitation"}},
+                      true);
+    desktop.runLoop->advance(0);
+    EXPECT_TRUE(receiver.finished.isEmpty());
+    EXPECT_TRUE(feedback.alerts.isEmpty());
+}
+
 TEST_F(Requests, AStartSaysWhetherThereIsVideoAndWaitsForNothing) {
     givenTheClient();
     for (const bool withVideo : {true, false}) {
@@ -38,7 +73,7 @@ TEST_F(Requests, AStartSaysWhetherThereIsVideoAndWaitsForNothing) {
     }
     desktop.runLoop->advance(0);
     EXPECT_EQ(desktop.runLoop->pendingCount(), 0);
-    EXPECT_EQ(feedback.shownEver, 0);
+    EXPECT_TRUE(feedback.shownOn.isEmpty());
 
     client.quits();
     desktop.bus->clearPosted();
@@ -92,20 +127,6 @@ TEST_F(Requests, AMeetingThatCannotBeReadEmptiesWhatIsKept) {
         EXPECT_FALSE(receiver.finished[0].data.contains("vlAPIResponse"));
         EXPECT_TRUE(meeting.meetingData().isEmpty());
     }
-}
-
-TEST_F(Requests, ThePersonalMeetingIsReadAsOneOnlyWhenAskedFor) {
-    givenTheClient();
-    for (const bool forPMI : {true, false}) {
-        meeting.setMeetingData({{"usePMI", 1}});
-        manager.getMeeting(window.get(), {{"meetingKey", "77"}, {"isForPMI", forPMI}});
-        clientAnswers(ClientAnswer::GetMeeting, fields(14, R"({"meetingKey": "77", "usePMI": 0})"));
-        EXPECT_EQ(meeting.meetingData().value("usePMI").toInt(), forPMI ? 1 : 0);
-    }
-    manager.getMeeting(window.get(), {{"meetingKey", "77"}}); // does not inherit the flag
-    meeting.setMeetingData({{"usePMI", 1}});
-    clientAnswers(ClientAnswer::GetMeeting, fields(14, R"({"usePMI": 0})"));
-    EXPECT_EQ(meeting.meetingData().value("usePMI").toInt(), 0);
 }
 
 TEST_F(Requests, WhatIsHandedBackIsTheClientsWord) {

@@ -243,17 +243,3 @@ void FakeEditor::pends(const QString &member, const QVariant &value) {
     changes.insert("content." + member, value);
     values.insert("uncommittedChanges", changes);
 }
-
-FakeGrid::FakeGrid(FakeAppointment &selected)
-    : m_controller("CCGridViewController",
-                   {{"view", rt::fromWidget(&m_window)}, {"selectedEvent", rt::fromObject(&selected)}})
-    , m_wrapper("OLCalendarGridViewWrapper", {{"gridViewController", rt::fromObject(&m_controller)}}) {}
-
-FakeMainWindow::FakeMainWindow()
-    : m_controller("ERageMainWindowController") {
-    platform::registerWindow(this, &m_controller);
-}
-
-FakeMainWindow::~FakeMainWindow() {
-    platform::unregisterWindow(this);
-}

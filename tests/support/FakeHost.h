@@ -102,26 +102,3 @@ private:
     FakeObject m_bodyContent;
     FakeObject m_bodyEditor;
 };
-
-// The calendar grid in its window, with an appointment selected.
-class FakeGrid {
-public:
-    explicit FakeGrid(FakeAppointment &selected);
-    [[nodiscard]] QWidget *window() { return &m_window; }
-    [[nodiscard]] rt::Object *wrapper() { return &m_wrapper; }
-
-private:
-    QWidget m_window;
-    FakeObject m_controller;
-    FakeObject m_wrapper;
-};
-
-// The main window, registered as such for as long as it lives.
-class FakeMainWindow : public QWidget {
-public:
-    FakeMainWindow();
-    ~FakeMainWindow() override;
-
-private:
-    FakeObject m_controller;
-};

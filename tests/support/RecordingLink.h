@@ -16,9 +16,8 @@ public:
         bool offersLaunch;
     };
     QList<Alert> alerts;
-    int shown = 0; // progress windows that are up now
-    int shownEver = 0;
-    QWidget *shownOn = nullptr;
+    int shown = 0;            // progress windows that are up now
+    QList<QWidget *> shownOn; // whatever was shown a progress, in order
 
     [[nodiscard]] std::unique_ptr<RequestProgress> makeProgress(ClientAnswer) override {
         return std::make_unique<Progress>(*this);
@@ -39,8 +38,7 @@ private:
             if (std::exchange(m_shown, true))
                 return;
             ++m_feedback.shown;
-            ++m_feedback.shownEver;
-            m_feedback.shownOn = window;
+            m_feedback.shownOn.append(window);
         }
         void closeCommunication() override { m_feedback.shown -= std::exchange(m_shown, false); }
 

@@ -1,30 +1,37 @@
 // Strips, sheets, alerts and request windows that only take notes.
 #pragma once
 
-#include "plugin/link/linkPorts.h"
 #include "plugin/workflow/MeetingContext.h"
 #include "plugin/workflow/workflowPorts.h"
 #include "tests/support/FakeHost.h"
+#include "tests/support/RecordingLink.h"
 
 #include <QMap>
 #include <QPointer>
 
 class RecordingStrip : public EditorStrip {
 public:
-    explicit RecordingStrip(FakeEditor &editor);
+    explicit RecordingStrip(FakeEditor &editor)
+        : window(editor.window())
+        , m_editor(&editor)
+        , m_windowController(editor.windowController()) {
+        m_context->strip = this;
+    }
     ~RecordingStrip() override { m_context->strip = nullptr; }
 
     [[nodiscard]] const std::shared_ptr<MeetingContext> &context() const override { return m_context; }
-    [[nodiscard]] QString getAppointmentWindowID() const override;
+    [[nodiscard]] QString getAppointmentWindowID() const override { return rt::identifier(window.data()); }
     [[nodiscard]] rt::Object *editorWindowController() const override { return m_windowController.get(); }
     [[nodiscard]] rt::Object *editorViewController() const override { return m_editor.get(); }
     [[nodiscard]] bool blockDeleteVelaMeeting() const override { return blocked; }
-    [[nodiscard]] bool currentIsVelaMeeting() const override;
+    [[nodiscard]] bool currentIsVelaMeeting() const override { return !m_context->meetingKey.isEmpty(); }
     [[nodiscard]] bool isApptDirty() const override { return false; }
     void setOLUIAction(HostAction newAction) override { action = newAction; }
     [[nodiscard]] HostAction getOLUIAction() const override { return action; }
     [[nodiscard]] DataStatus getVlDataStatus() override { return status; }
-    void setActionResultData(const QVariantMap &answer) override;
+    void setActionResultData(const QVariantMap &answer) override {
+        succeeded = answer.value(keyVLResult) == keyVLSuccess;
+    }
     void setActionToSuccess() override { succeeded = true; }
     [[nodiscard]] bool getActionResult() const override { return succeeded; }
     void onUIChanged(StripState state) override { shown.append(state); }
@@ -47,19 +54,31 @@ private:
 
 class RecordingStrips : public EditorStrips {
 public:
-    [[nodiscard]] EditorStrip *getVlActionAdditionViewByEditorViewCtrl(rt::Object *editor) const override;
-    [[nodiscard]] EditorStrip *
-    getVlActionAdditionViewByApptWindowID(const QString &identifier) const override;
-    [[nodiscard]] EditorStrip *getVlActionAdditionViewByWindow(const QWidget *window) const override;
+    [[nodiscard]] EditorStrip *getVlActionAdditionViewByEditorViewCtrl(rt::Object *editor) const override {
+        return first([=](const auto &strip) { return strip.editorViewController() == editor; });
+    }
+    [[nodiscard]] EditorStrip *getVlActionAdditionViewByApptWindowID(const QString &id) const override {
+        return first([&](const auto &strip) { return strip.getAppointmentWindowID() == id; });
+    }
+    [[nodiscard]] EditorStrip *getVlActionAdditionViewByWindow(const QWidget *window) const override {
+        return first([=](const auto &strip) { return strip.window == window; });
+    }
     void createStrip(QWidget *headerView, const QRectF &frame) { created.append({headerView, frame}); }
 
     QList<RecordingStrip *> live;
     QList<std::pair<QWidget *, QRectF>> created;
+
+private:
+    template<typename Matches>
+    EditorStrip *first(Matches matches) const {
+        const auto found = std::find_if(live.begin(), live.end(), [&](const auto *s) { return matches(*s); });
+        return found == live.end() ? nullptr : *found;
+    }
 };
 
 class RecordingSheets : public SettingsSheets {
 public:
-    void addSchSettingWindowToArray(const QString &id, const QVariantMap &data, QWidget *parent) override;
+    void addSchSettingWindowToArray(const QString &, const QVariantMap &, QWidget *) override {}
     void showSchSettingWindow(const QString &id) override { shown.append(id); }
     [[nodiscard]] bool hasSchSettingWindow(const QString &id) const override { return settings.contains(id); }
     [[nodiscard]] QVariantMap getVlSettingsData(const QString &id) const override {
@@ -70,18 +89,12 @@ public:
     QMap<QString, QVariantMap> settings; // of the sheets that there are
     QStringList shown;
     QStringList refreshed;
-    QWidget *parent = nullptr;
-    QVariantMap data;
 };
 
-class RecordingAlerts : public WorkflowAlerts, public RequestFeedback {
+class RecordingAlerts : public RecordingFeedback, public WorkflowAlerts {
 public:
-    [[nodiscard]] std::unique_ptr<RequestProgress> makeProgress(ClientAnswer) override;
-    void showAlertMessage(QWidget *window, const QString &message) override;
-    void showClientError(QWidget *window, const QString &message) override;
-    void showRemoveMeetingWarning(rt::Object *editor, QWidget *window) override;
-
-    QList<std::pair<QWidget *, QString>> messages;
-    QList<QWidget *> progressOn; // every window that was shown a progress
-    QList<std::pair<rt::Object *, QWidget *>> removeWarnings;
+    void showAlertMessage(QWidget *window, const QString &message) override {
+        RecordingFeedback::showAlertMessage(window, message);
+    }
+    void showRemoveMeetingWarning(rt::Object *, QWidget *) override {}
 };

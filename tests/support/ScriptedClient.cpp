@@ -98,7 +98,7 @@ void ScriptedClient::sendsNow(const QString &actionId, const QString &content) {
 }
 
 void ScriptedClient::knowsTheUser(const QVariantMap &profile) {
-    answers(Asked::Profile, profileAnswer(profile));
+    answers(Asked::Profile, vlOLUtils::toJSONString(profile));
 }
 
 void ScriptedClient::holdsTheMeeting(const QVariantMap &meeting) {
@@ -144,10 +144,6 @@ void ScriptedClient::isUninstalled() {
 QString ScriptedClient::meetingAnswer(const QVariantMap &meeting) {
     const QByteArray json = vlOLUtils::toJSONData(meeting);
     return QString(meetingField, u';') + EncodeUtils::base64Encode(json);
-}
-
-QString ScriptedClient::profileAnswer(const QVariantMap &profile) {
-    return vlOLUtils::toJSONString(profile);
 }
 
 QString ScriptedClient::accountsAnswer(const QList<Account> &accounts) {

@@ -49,7 +49,6 @@ public:
     void sendsNow(const QString &actionId, const QString &content); // null: a message without content
     // The answers that the operations above make, for sendsNow().
     [[nodiscard]] static QString meetingAnswer(const QVariantMap &meeting);
-    [[nodiscard]] static QString profileAnswer(const QVariantMap &profile);
     [[nodiscard]] static QString accountsAnswer(const QList<Account> &accounts);
 
     // What it was asked, in order; since the last call of forget().

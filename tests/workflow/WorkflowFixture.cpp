@@ -2,6 +2,7 @@
 
 #include "platform/runtime/Runtime.h"
 #include "platform/services/Services.h"
+#include "platform/toolkit/Windows.h"
 #include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/link/readers/vlGetPACHelper.h"
 #include "plugin/link/readers/vlUserProfileHelper.h"
@@ -19,12 +20,14 @@ WorkflowTest::WorkflowTest() {
     WorkflowPorts::instance() = {&strips, &sheets, &alerts, nullptr};
     LinkPorts::instance() = {&alerts, &manager()};
     BodyPorts::instance().holder = &manager();
+    platform::registerWindow(&mainWindow, &mainController);
     static_cast<void>(vlAPIMgr::sharedInstance()); // listens from now on
     client.knowsTheUser(theUser());
     client.hasAccounts({});
 }
 
 WorkflowTest::~WorkflowTest() {
+    platform::unregisterWindow(&mainWindow);
     rt::drainTemporaries();
 }
 

@@ -54,7 +54,8 @@ protected:
     RecordingStrips strips;
     RecordingSheets sheets;
     RecordingAlerts alerts;
-    FakeMainWindow mainWindow;
+    FakeObject mainController{"ERageMainWindowController"};
+    QWidget mainWindow;
     std::unique_ptr<FakeAppointment> appointment = std::make_unique<FakeAppointment>();
     std::unique_ptr<FakeEditor> editor;
     std::unique_ptr<RecordingStrip> strip;

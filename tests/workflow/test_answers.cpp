@@ -45,17 +45,6 @@ TEST_F(Answers, AnAddWithoutSheetReadsThePersonalMeetingFirstWhenTheUserPrefersI
     EXPECT_EQ(setting.value(vl_Setting_EnableJBH), true); // the personal meeting's own
 }
 
-TEST_F(Answers, CommittedSettingsOfAMeetingAreSentAsAnUpdate) {
-    givenAnAppointmentWithAMeeting();
-    givenTheMeetingIsLoaded();
-    givenTheProfileIsLoaded();
-    manager().sendVlMeetingCommand(CmdChangeSettings, strip.get());
-    sheets.settings.insert(windowID(), {{vl_Setting_AudioOption, 1}});
-    theSheetIsLeft(true);
-    ASSERT_EQ(client.asked(), QList<Asked>{Asked::Update});
-    EXPECT_EQ(client.last().json.value("setting").toMap().value(vl_Setting_AudioOption), 1);
-}
-
 TEST_F(Answers, AnUnchangedAppointmentIsWrittenAgainWithoutTheClientAndWithoutTheRecord) {
     givenAnAppointmentWithAMeeting();
     strip->action = HostAction::ActionSave;
@@ -118,51 +107,30 @@ TEST_F(Answers, ADeleteTakesTheMeetingOutWhetherItSucceededOrNot) {
     }
 }
 
-TEST_F(Answers, TheProfileBringsTheAccountsWhenTheyAreMissing) {
-    givenAnAppointment();
-    givenTheProfileIsLoaded();
-    for (int i = 0; i < 2; ++i) {
-        answer(CmdGetUserProfileDone);
-        turn();
-        EXPECT_EQ(client.asked(), QList<Asked>{Asked::Accounts});
-        EXPECT_TRUE(alerts.progressOn.isEmpty());
-        givenTheAccountsAreLoaded();
-    }
-}
-
 TEST_F(Answers, AfterTheEditorHasClosedNothingIsWrittenSentOrShown) {
-    struct Case {
-        MeetingCommand answered;
-        WorkflowState state;
-        bool stripStays = false;
-    };
-    const Case cases[] = {{CmdGetMeetingDone, StateChangeSettings},
-                          {CmdGetMeetingDone, StateCommit},
-                          {CmdGetMeetingDone, StateCommitDone},
-                          {CmdGetMeetingDone, StateSettingsPMI},
-                          {CmdGetMeetingDone, StateAddPMI},
-                          {CmdGetMeetingDone, StateUpdatePMI},
-                          {CmdGetMeetingDone, StateCommit, true},
-                          {CmdGetMeetingDone, StateUpdatePMI, true},
-                          {CmdScheduleMeeting, StateCommit},
-                          {CmdUpdateMeeting, StateCommit},
-                          {CmdDeleteMeeting, StateIdle},
-                          {CmdGetAudioConferenceDone, StateAudioConference}};
-    for (const Case &c : cases) {
-        SCOPED_TRACE(int(c.answered));
+    const std::pair<MeetingCommand, WorkflowState> cases[] = {
+        {CmdGetMeetingDone, StateChangeSettings},
+        {CmdGetMeetingDone, StateCommit},
+        {CmdGetMeetingDone, StateCommitDone},
+        {CmdGetMeetingDone, StateSettingsPMI},
+        {CmdGetMeetingDone, StateAddPMI},
+        {CmdGetMeetingDone, StateUpdatePMI},
+        {CmdScheduleMeeting, StateCommit},
+        {CmdUpdateMeeting, StateCommit},
+        {CmdDeleteMeeting, StateIdle},
+        {CmdGetAudioConferenceDone, StateAudioConference}};
+    for (const auto &[answered, state] : cases) {
+        SCOPED_TRACE(testing::Message() << int(answered) << " in " << int(state));
         givenAnAppointmentWithAMeeting();
         givenTheMeetingIsLoaded();
         store().setSavedApptInfo({{vl_ApptInfo_Subject, "Review"}}); // as an editor's opening does
-        QWidget window;
-        strip->window = &window;
-        c.stripStays ? editor.reset() : theEditorCloses();
-        manager().setState(c.state);
-        answer(c.answered, succeeded);
-        turn();
-        EXPECT_TRUE(client.requests().isEmpty()) << int(c.state);
-        EXPECT_TRUE(sheets.shown.isEmpty() && sheets.refreshed.isEmpty()) << int(c.state);
-        EXPECT_EQ(appointment->location(), "") << int(c.state);
-        EXPECT_FALSE(manager().needClearLocation()) << int(c.state);
         theEditorCloses();
+        manager().setState(state);
+        answer(answered, succeeded);
+        turn();
+        EXPECT_TRUE(client.requests().isEmpty());
+        EXPECT_TRUE(sheets.shown.isEmpty() && sheets.refreshed.isEmpty());
+        EXPECT_EQ(appointment->location(), "");
+        EXPECT_FALSE(manager().needClearLocation());
     }
 }

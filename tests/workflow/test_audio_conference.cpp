@@ -31,11 +31,11 @@ TEST_F(AudioConference, IsWrittenIntoBodyAndLocationAfterUserAndAccountsAreRead)
     EXPECT_EQ(storedLocation(), "Room R") << "written before it was had";
     turn();
     EXPECT_EQ(client.asked(), (QList<Asked>{Asked::Profile, Asked::Accounts}));
-    EXPECT_EQ(alerts.progressOn, QList<QWidget *>{editor->window()}); // for the accounts
+    EXPECT_EQ(alerts.shownOn, QList<QWidget *>{editor->window()}); // for the accounts
     EXPECT_EQ(appointment->location(), "Room R 800-1 (US Toll Free), 111");
     EXPECT_EQ(editor->locationField()->text(), appointment->location());
     EXPECT_TRUE(editor->body().contains("Dial 800-1"));
-    EXPECT_TRUE(alerts.messages.isEmpty() && strip->shown.isEmpty()) << "tried before they were there";
+    EXPECT_TRUE(alerts.alerts.isEmpty() && strip->shown.isEmpty()) << "tried before they were there";
     EXPECT_EQ(manager().state(), StateAudioConference);
 
     manager().sendVlMeetingCommand(CmdAddAudioConference2, strip.get()); // all is known now
@@ -43,15 +43,6 @@ TEST_F(AudioConference, IsWrittenIntoBodyAndLocationAfterUserAndAccountsAreRead)
     EXPECT_EQ(client.requests().size(), 2);
     EXPECT_EQ(appointment->location(), "Room R 800-2 (US Toll Free), 222");
     EXPECT_EQ(storedLocation(), appointment->location());
-}
-
-TEST_F(AudioConference, TheProfilesAnswerIsEnoughWhenTheAccountsAreThere) {
-    givenAnAppointment();
-    givenTheAccountsAreLoaded(twoAccounts);
-    manager().sendVlMeetingCommand(CmdAddAudioConference2, strip.get());
-    turn();
-    EXPECT_EQ(client.asked(), QList<Asked>{Asked::Profile});
-    EXPECT_EQ(appointment->location(), "800-2 (US Toll Free), 222");
 }
 
 TEST_F(AudioConference, TheAccountsOfTheUserBeforeAreReadAgainAndNeverUsed) {
@@ -82,9 +73,9 @@ TEST_F(AudioConference, AnAccountWithoutInvitationGivesAnAlertAndNoMeeting) {
     givenTheProfileIsLoaded();
     givenTheAccountsAreLoaded({{"800-1", 111, ""}});
     manager().sendVlMeetingCommand(CmdAddAudioConference1, strip.get());
-    ASSERT_EQ(alerts.messages.size(), 1);
-    EXPECT_EQ(alerts.messages.first().first, editor->window());
-    EXPECT_EQ(alerts.messages.first().second, "[WarnMsg_PACIsDisabled]");
+    ASSERT_EQ(alerts.alerts.size(), 1);
+    EXPECT_EQ(alerts.alerts.first().window, editor->window());
+    EXPECT_EQ(alerts.alerts.first().message, "[WarnMsg_PACIsDisabled]");
     EXPECT_EQ(strip->shown, QList<StripState>{StripState::NoMeeting});
     EXPECT_EQ(appointment->location(), "Room R");
     EXPECT_EQ(storedLocation(), "Room R") << "a save has written its numbers";

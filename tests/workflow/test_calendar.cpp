@@ -1,8 +1,6 @@
 #include "tests/workflow/WorkflowFixture.h"
 
-#include "platform/toolkit/Windows.h"
 #include "plugin/workflow/vlCalendarActionMgr.h"
-#include "plugin/workflow/vlMeetingWindows.h"
 
 namespace {
 
@@ -17,7 +15,11 @@ protected:
     static QString utc(const QString &member) {
         return known(member).toMap().value(vl_ApptInfo_CalDate_UTCTime).toString();
     }
-    FakeGrid grid{*appointment};
+    QWidget gridWindow;
+    FakeObject controller{
+        "CCGridViewController",
+        {{"view", rt::fromWidget(&gridWindow)}, {"selectedEvent", rt::fromObject(appointment.get())}}};
+    FakeObject grid{"OLCalendarGridViewWrapper", {{"gridViewController", rt::fromObject(&controller)}}};
     FakeDate noon{QDateTime(QDate(2026, 11, 24), QTime(12, 0), Qt::UTC)};
 };
 
@@ -33,19 +35,19 @@ TEST_F(Calendar, AResizeSetsStartEndAndWholeMinutes) {
                           {-90, "-1", "2026-11-24 11:58:30"}};
     for (const Case &c : cases) {
         SCOPED_TRACE(c.seconds);
-        EXPECT_EQ(calendar().updateDuration(grid.wrapper(), &noon, c.seconds), 0);
+        EXPECT_EQ(calendar().updateDuration(&grid, &noon, c.seconds), 0);
         EXPECT_EQ(known(vl_ApptInfo_Duration), c.duration);
         EXPECT_EQ(utc(vl_ApptInfo_StartTime), "2026-11-24 12:00:00");
         EXPECT_EQ(utc(vl_ApptInfo_EndTime), c.end);
     }
-    calendar().updateDuration(grid.wrapper(), &noon, 1e300);
+    calendar().updateDuration(&grid, &noon, 1e300);
     EXPECT_EQ(known(vl_ApptInfo_Duration), "35791394"); // as far as 32 bits go
 }
 
 TEST_F(Calendar, AMoveKeepsTheLengthAndTheMeetingsOwnSettings) {
     client.holdsTheMeeting(theMeeting({{"enableJBH", true}}));
     client.schedulesAs(key, invitation);
-    EXPECT_EQ(calendar().updateStartTime(grid.wrapper(), &noon), 0);
+    EXPECT_EQ(calendar().updateStartTime(&grid, &noon), 0);
     EXPECT_EQ(utc(vl_ApptInfo_EndTime), "2026-11-24 13:00:00");
     EXPECT_FALSE(calendar().getActionResult()) << "told before the answer";
     turn();
@@ -61,7 +63,7 @@ TEST_F(Calendar, AMoveKeepsTheLengthAndTheMeetingsOwnSettings) {
 
 TEST_F(Calendar, ARenameLeavesTheDatesAsTheyAre) {
     for (const QString &subject : {QString("New name"), QString("")}) {
-        EXPECT_EQ(calendar().updateSubject(grid.wrapper(), subject), 0);
+        EXPECT_EQ(calendar().updateSubject(&grid, subject), 0);
         EXPECT_EQ(known(vl_ApptInfo_Subject), subject);
         EXPECT_EQ(utc(vl_ApptInfo_StartTime), "2026-11-24 09:00:00");
     }
@@ -72,7 +74,7 @@ TEST_F(Calendar, WhatCannotHaveAMeetingSendsNothing) {
     for (const char *obstacle : {"isOccurrence", "isModifiedException"}) {
         appointment->values.insert(obstacle, true);
         EXPECT_EQ(calendar().deleteMeeting(appointment.get()), 0);
-        EXPECT_EQ(calendar().updateStartTime(grid.wrapper(), &noon), 0);
+        EXPECT_EQ(calendar().updateStartTime(&grid, &noon), 0);
         appointment->values.remove(obstacle);
     }
     appointment->values.insert("isOwner", false);
@@ -81,36 +83,4 @@ TEST_F(Calendar, WhatCannotHaveAMeetingSendsNothing) {
     EXPECT_EQ(calendar().updateStartTime(nullptr, &noon), 0);
     turn();
     EXPECT_TRUE(client.requests().isEmpty());
-}
-
-TEST_F(Calendar, AMeetingIsToldByTheKeyInItsRecord) {
-    FakeObject record("ECMutableCalendarEvent");
-    const std::pair<QVariant, bool> cases[] = {{{}, false},
-                                               {"[\"meetingKey\"]", false},
-                                               {"{\"meetingKey\":\"\"}", false},
-                                               {"{\"meetingKey\":\"k\"}", true}};
-    for (const auto &[text, isMeeting] : cases) {
-        record.values.insert("olmUCCapabilities", text);
-        EXPECT_EQ(calendar().isCurVelaMeeting(&record), isMeeting) << qPrintable(text.toString());
-    }
-    EXPECT_FALSE(calendar().isCurVelaMeeting(nullptr));
-}
-
-TEST_F(Calendar, WithoutAStripEverythingBelongsToTheMainWindow) {
-    QWidget another;
-    FakeObject controller("ERCalendarEventEditorWindowController");
-    platform::registerWindow(&another, &controller);
-    EXPECT_EQ(calendar().mainWindow(), &mainWindow);
-    EXPECT_EQ(vlMeetingWindows::getPluginParentWindow(nullptr), &mainWindow);
-    platform::unregisterWindow(&mainWindow);
-    EXPECT_EQ(calendar().mainWindow(), nullptr);
-    platform::unregisterWindow(&another);
-}
-
-TEST_F(Calendar, TheLinkFindsTheEditorOfAWindow) {
-    givenAnAppointment();
-    const FinishReceiver &receiver = manager();
-    EXPECT_EQ(receiver.getApptWindowIDByWindow(editor->window()), windowID());
-    EXPECT_TRUE(receiver.getApptWindowIDByWindow(&mainWindow).isNull());
-    EXPECT_TRUE(receiver.getApptWindowIDByWindow(nullptr).isNull());
 }

@@ -19,32 +19,6 @@ protected:
 
 } // namespace
 
-TEST_F(Commands, NumbersThatAreNoCommandAreOnlyRemembered) {
-    givenAnAppointmentWithAMeeting();
-    manager().setState(StateAdd);
-    for (const int code : {0, 7, 8, 13, 14, -1}) {
-        EXPECT_EQ(manager().sendVlMeetingCommand(MeetingCommand(code), editor.get()), 0);
-        EXPECT_EQ(int(manager().getMeetingAction()), code);
-    }
-    turn();
-    EXPECT_EQ(manager().state(), StateAdd);
-    EXPECT_TRUE(client.requests().isEmpty());
-}
-
-TEST_F(Commands, ARequestTellsOfTheAppointmentItsSettingsItsKeyAndItsWindow) {
-    givenAnAppointmentWithAMeeting();
-    editor->pends("summary", "Review, second part");
-    const QVariantMap request = manager().getVelaMeetingData(editor.get());
-    EXPECT_EQ(request.value(vl_Outlook_ApptInfo).toMap().value(vl_ApptInfo_Subject), "Review, second part");
-    EXPECT_TRUE(request.contains(vl_Setting));
-    EXPECT_EQ(request.value(vl_MeetingKey), key);
-    EXPECT_EQ(request.value(keyApptWindowID), windowID());
-    EXPECT_EQ(rt::widgetValue(request.value(keyEventOwnerWindow)), editor->window());
-
-    const QVariantMap ofNothing = manager().getVelaMeetingData(nullptr);
-    EXPECT_EQ(ofNothing.keys(), (QStringList{vl_MeetingKey, vl_Setting}));
-}
-
 TEST_F(Commands, AnAddWaitsForTheProfileBeforeItDecidesAboutTheSheet) {
     givenAnAppointment();
     givenSavedSettings({{vl_Setting_NotShowMeAgain, true}});
@@ -61,7 +35,7 @@ TEST_F(Commands, AChangeOfSettingsReadsTheMeetingUnlessItIsLoaded) {
     givenTheProfileIsLoaded();
     manager().sendVlMeetingCommand(CmdChangeSettings, strip.get());
     EXPECT_TRUE(sheets.shown.isEmpty());
-    EXPECT_EQ(alerts.progressOn, QList<QWidget *>{editor->window()});
+    EXPECT_EQ(alerts.shownOn, QList<QWidget *>{editor->window()});
     turn();
     EXPECT_EQ(client.last().key, key);
     EXPECT_EQ(sheets.shown.size(), 1);
@@ -114,7 +88,7 @@ TEST_F(Commands, AnEditorThatIsOpenLearnsOfTheDragAndTheDeleteStaysWithTheCalend
     EXPECT_EQ(manager().sendVlMeetingCommand(CmdDeleteMeeting, request), 0);
     EXPECT_EQ(strip->action, HostAction::ActionCalendarDrag);
     EXPECT_EQ(manager().state(), StateAdd);
-    EXPECT_EQ(alerts.progressOn, QList<QWidget *>{&mainWindow});
+    EXPECT_EQ(alerts.shownOn, QList<QWidget *>{&mainWindow});
     turn();
     EXPECT_EQ(client.last().what, Asked::Delete);
     EXPECT_EQ(client.last().key, key);

@@ -82,16 +82,16 @@ TEST_F(Settings, WhatTheUserSavedCountsAsFarAsTheSheetIsNotWanted) {
         givenTheProfileIsLoaded({{"useRandomPasswordByDefault", c.random}});
         givenSavedSettings({{vl_Setting_NotShowMeAgain, c.notShow},
                             {vl_Setting_IsPMI, c.pmi},
-                            {vl_Setting_EnableHostVideo, true},
-                            {vl_Setting_EnableParticipantsVideo, false},
+                            {vl_Setting_EnableHostVideo, !c.pmi},
+                            {vl_Setting_EnableParticipantsVideo, c.pmi},
                             {vl_Setting_EnableJBH, true},
                             {vl_Setting_AudioOption, 1},
                             {vl_Setting_MeetingPassword, "saved 9"}});
         settings.initSettingData();
         EXPECT_EQ(settings.usePMI(), c.pmi);
         EXPECT_EQ(settings.notShowMeAgain(), c.notShow);
-        EXPECT_EQ(settings.hostvideoOn(), c.takesVideo);
-        EXPECT_FALSE(settings.paticipantvideoOn());
+        EXPECT_EQ(settings.hostvideoOn(), c.takesVideo && !c.pmi);
+        EXPECT_EQ(settings.paticipantvideoOn(), c.takesVideo && c.pmi);
         EXPECT_EQ(settings.enableJoinBeforeHost(), c.takesVideo);
         EXPECT_EQ(settings.audioType(), c.takesVideo ? 1 : 2);
         EXPECT_EQ(settings.meetingPassword() == "saved 9", c.takesPassword);

@@ -123,16 +123,6 @@ TEST_F(WriteBack, TheRecordIsWrittenOnlyWithACommitAndItsDigestIsKept) {
     EXPECT_TRUE(editor->record().contains(store().encodeMailBody()));
 }
 
-TEST_F(WriteBack, WhatIsNoEditorIsLeftAlone) {
-    FakeObject noEditor("ECMutableCalendarEvent");
-    for (rt::Object *object : {static_cast<rt::Object *>(&noEditor), static_cast<rt::Object *>(nullptr)}) {
-        manager().updateVlKeyInfoToAppointment(object, {{vl_Meeting_JoinUrl, "u"}}, true);
-        manager().updateVlMeetingInfoToAppointmentForDelete(object, {});
-    }
-    EXPECT_TRUE(manager().getJoinURL().isNull());
-    EXPECT_FALSE(manager().needClearLocation());
-}
-
 TEST_F(WriteBack, TheStoredRecordGetsTheLocationThatItLacks) {
     struct Case {
         QVariant location;                                // of the record
