@@ -24,15 +24,6 @@ QString updated(const QString &body) {
 
 } // namespace
 
-TEST(Block, AnHtmlInvitationStandsBetweenBookmarksAndNothingElse) {
-    EXPECT_EQ(helper().insertVlBodyBookMark("<p>Join</p>", true), B + "<p>Join</p>" + E);
-    for (const QString &nothing : {QString(), QString("")}) {
-        const QString made = helper().insertVlBodyBookMark(nothing, true);
-        EXPECT_TRUE(made.isEmpty() && !made.isNull());
-        EXPECT_EQ(helper().insertVlBodyBookMark(nothing, false), made);
-    }
-}
-
 TEST(Block, APlainInvitationIsMarkedFromItsFirstWordToBehindItsLast) {
     const QString join = "https://meet.example/j/1";
     const QString link = "<a href=\"" + join + "\">" + join + "</a>";
@@ -80,15 +71,6 @@ TEST(Body, AnInvitationGoesInWhereItBelongs) {
     for (const auto &c : cases)
         EXPECT_EQ(updated(c.body), c.result) << c.about;
     EXPECT_TRUE(updated(QString()).isNull());
-}
-
-TEST(Body, TheHeadMarkerOfAPlainBlockIsFoundWithoutItsLineBreaks) {
-    const QString first = helper().updateVlBodyWithSrcBody(page("Mine"), "The first invitation", false, {});
-    const QString second = helper().updateVlBodyWithSrcBody(first, "The second one", false, {});
-    EXPECT_EQ(second.count(B), 1);
-    EXPECT_EQ(second.count(E), 1);
-    EXPECT_TRUE(second.startsWith("<html><body>Mine<br><br>"));
-    EXPECT_FALSE(second.contains("first"));
 }
 
 TEST(Body, AFontTagBeforeTheBookmarkBeginsTheBlockWhenItsHeadIsNotFound) {
@@ -168,25 +150,6 @@ TEST(Body, TheBlockIsRemovedAndNothingAroundIt) {
     for (const QString &body :
          {QString(), QString(""), page("Hi"), page(B + "old"), page("old" + E), page(B + Ex)})
         EXPECT_TRUE(helper().removeVlBodyForDelete(body).isNull());
-}
-
-TEST(Body, AddingUpdatingAndRemovingLeaveWhatTheUserWrote) {
-    const QString mine = "<p>\U0001F600 &lt;agenda&gt; http://mine.example </p>\r\n<font size=2>x@</font>";
-    for (const bool html : {true, false}) {
-        const QString added = helper().updateVlBodyWithSrcBody(page(mine), "First invitation text", html, {});
-        const QString changed = helper().updateVlBodyWithSrcBody(added, "Second text https://x", html, {});
-        EXPECT_TRUE(added.startsWith("<html><body>" + mine));
-        EXPECT_TRUE(changed.startsWith("<html><body>" + mine));
-        const QString removed = helper().removeVlBodyForDelete(changed);
-        EXPECT_EQ(QString(removed).remove("<br>"), page(mine)) << html;
-    }
-}
-
-TEST(Body, TheTextOfAnAudioConferenceGoesToTheEndWithoutBookmarks) {
-    EXPECT_EQ(helper().updateBodyForPAC(page("Hi"), "Dial\n1", false), page("Hi<br><br>Dial<br>1<br><br>"));
-    EXPECT_EQ(helper().updateBodyForPAC(page("Hi"), "<b>Dial</b>", true), page("Hi<b>Dial</b>"));
-    EXPECT_TRUE(helper().updateBodyForPAC("Hi", "Dial", false).isNull());
-    EXPECT_TRUE(helper().updateBodyForPAC(page("Hi"), QString(), false).isNull());
 }
 
 TEST(PlainText, LosesNoBreakSpaceEntitiesAndIsNullOnlyForNothing) {

@@ -18,17 +18,6 @@ struct OpenEditor {
 
 } // namespace
 
-TEST(Editor, ItsEventSeesWhatTheUserTypesWhileTheAdapterLives) {
-    OpenEditor open;
-    const vlERCalendarEventEditorViewController adapter(&open.editor);
-    const vlECCalendarEvent *event = adapter.ecCalendarEvent();
-    EXPECT_EQ(event->getOneMergedItem("summary"), "Review");
-    open.editor.pends("summary", "Typed");
-    EXPECT_EQ(event->getOneMergedItem("summary"), "Typed");
-    EXPECT_EQ(adapter.getVlMeetingData().value(vl_ApptInfo_Subject), "Typed");
-    EXPECT_EQ(adapter.ecCalendarEvent(), event);
-}
-
 TEST(Editor, ItsEventFollowsAContentThatTheHostReplaces) {
     OpenEditor open;
     auto other = std::make_unique<FakeObject>("ECCalendarEvent", QVariantMap{{"summary", "Other"}});
@@ -133,16 +122,4 @@ TEST(Editor, ABodyThatWasThereFromTheBeginningIsNoChangeAndASettingIs) {
     adapter.setIsDirty(false);
     EXPECT_TRUE(adapter.isVlMeetingItemsChanged());
     EXPECT_EQ(open.editor.values.value("isDirty"), false);
-}
-
-TEST(Editor, ReadsAndWritesItsLocationField) {
-    OpenEditor open;
-    const vlERCalendarEventEditorViewController adapter(&open.editor);
-    EXPECT_EQ(adapter.getLocationFromUI(), "");
-    EXPECT_FALSE(adapter.getLocationFromUI().isNull());
-    adapter.updateLocationFieldFromUI("Room 1");
-    EXPECT_EQ(open.editor.locationField()->text(), "Room 1");
-    EXPECT_EQ(adapter.getLocationFromUI(), "Room 1");
-    open.editor.values.remove("locationTextField");
-    EXPECT_TRUE(adapter.getLocationFromUI().isNull());
 }

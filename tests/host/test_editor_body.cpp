@@ -130,17 +130,6 @@ TEST_F(EditorBody, AnUnchangedInvitationLeavesABodyThatSaysSomething) {
     EXPECT_FALSE(vlEmailBodyMgr::sharedInstance().needUpdateVlEmail(nullptr, "Join", true, false));
 }
 
-TEST_F(EditorBody, ABodyIsEmptyWhenItShowsNothingButWhiteSpace) {
-    using Editor = vlERCalendarEventEditorViewController;
-    for (const QString &empty : {QString(), QString(""), page(""), page("&nbsp;<br>\u00a0<p> </p>")})
-        EXPECT_TRUE(Editor::isBodyContentEmpty(empty)) << qPrintable(empty);
-    EXPECT_FALSE(Editor::isBodyContentEmpty(page(".")));
-    EXPECT_FALSE(Editor::isBodyContentEmpty(page("<img src=x>")));
-    // Pending changes count.
-    editor.values.insert("uncommittedChanges", QVariantMap{{"content.body", page("")}});
-    EXPECT_TRUE(Editor(&editor).isCurrentEmailBodyEmpty());
-}
-
 TEST_F(EditorBody, AnAudioConferenceIsAddedToEitherEditor) {
     const vlEmailBodyMgr &manager = vlEmailBodyMgr::sharedInstance();
     withNewerBody(page("Hi"));

@@ -106,21 +106,6 @@ TEST(Snapshot, DurationIsInWholeMinutesTowardZero) {
     }
 }
 
-TEST(Snapshot, APendingEndCountsBeforeItIsSaved) {
-    FakeDate start("2026-11-24 09:00:00", QTimeZone::utc()), end("2026-11-24 09:30:00", QTimeZone::utc());
-    FakeDate moved("2026-11-24 10:30:00", QTimeZone::utc());
-    const QVariantMap snapshot =
-        snapshotOf({{"startTime", rt::fromObject(&start)}, {"endTime", rt::fromObject(&end)}},
-                   {{"content.endTime", rt::fromObject(&moved)}});
-    EXPECT_EQ(snapshot.value(vl_ApptInfo_Duration), "90");
-    FakeObject stranger("ECEmailAccount");
-    EXPECT_EQ(
-        snapshotOf({{"endTime", rt::fromObject(&end)}}, {{"content.startTime", rt::fromObject(&stranger)}})
-            .value(vl_ApptInfo_Duration),
-        "0");
-    EXPECT_EQ(rt::mapValue(snapshot.value(vl_ApptInfo_EndTime)).value("UTCTime"), "2026-11-24 10:30:00");
-}
-
 TEST(Snapshot, AttendeesKeepTheirOrderAndEndAtTheFirstMissingValue) {
     FakeObject full("ECCalendarEventAttendee",
                     {{"name", "Room"}, {"emailAddress", "r@x"}, {"attendeeType", 2}});

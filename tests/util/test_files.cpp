@@ -47,17 +47,6 @@ TEST_F(Files, AreMadeAnewInFoldersThatAreMadeOnce) {
     EXPECT_FALSE(vlGetDirectoryItems(at("a/b/.f")));
 }
 
-TEST_F(Files, DeletingTakesAFolderWholeButALinkAlone) {
-    ASSERT_TRUE(vlCreateDirection(at("real/inner")));
-    ASSERT_TRUE(vlCreateFile(at("real/inner/f"), "x"));
-    ASSERT_TRUE(QFile::link(at("real"), at("link")));
-    EXPECT_TRUE(vlDeleteFile(at("link")));
-    EXPECT_TRUE(vlIsFileExist(at("real/inner/f")));
-    EXPECT_TRUE(vlDeleteFile(at("real")));
-    EXPECT_FALSE(vlIsFileExist(at("real")));
-    EXPECT_FALSE(vlDeleteFile(at("real")));
-}
-
 TEST_F(Files, AMoveReplacesItsTargetAndLosesNothingElse) {
     ASSERT_TRUE(vlCreateFile(at("a"), "new"));
     ASSERT_TRUE(vlCreateFile(at("b"), "old"));
@@ -68,16 +57,4 @@ TEST_F(Files, AMoveReplacesItsTargetAndLosesNothingElse) {
                                    {folder.path(), at("b")}})
         EXPECT_FALSE(vlMoveFile(from, to));
     EXPECT_EQ(contents(at("b")), "new");
-}
-
-TEST_F(Files, ABundlesVersionIsFoundBelowTheRoot) {
-    const platform::TestDesktop desktop = platform::installTestServices();
-    desktop.workspace->root = folder.path();
-    const QString bundle = u"/Applications/Some.app"_s;
-    EXPECT_EQ(vlGetFileVersion(bundle), "");
-    installBundle(desktop, {}, bundle, {{"CFBundleVersion", "3.6.40487"}});
-    EXPECT_EQ(vlGetFileVersion(bundle), "3.6.40487");
-    EXPECT_EQ(vlGetFileVersion(folder.path() + bundle), "3.6.40487");
-    installBundle(desktop, {}, bundle, {{"CFBundleVersion", qint64(3)}});
-    EXPECT_EQ(vlGetFileVersion(bundle), "");
 }

@@ -57,15 +57,6 @@ TEST(Json, OnlyDictionariesAndArraysOfJsonValuesAreWritten) {
     EXPECT_EQ(vlOLUtils::toJSONString(QVariantMap{}).simplified().remove(u' '), "{}");
 }
 
-TEST(Json, FragmentsAreValuesToo) {
-    EXPECT_EQ(parsed("\"word\""), rt::Value(u"word"_s));
-    EXPECT_EQ(parsed(" 9223372036854775807 "), rt::Value(largest));
-    EXPECT_EQ(parsed("true"), rt::Value(true));
-    EXPECT_EQ(parsed("-0.25"), rt::Value(-0.25));
-    EXPECT_TRUE(rt::isNullMarker(parsed("null")));
-    EXPECT_EQ(parsed("\xEF\xBB\xBF[1]").toList().size(), 1);
-}
-
 TEST(Json, WhatIsNotOneJsonValueIsNone) {
     for (const char *text : {"", " ", "{", "[", "1,2", "1 2", "],[", "1],[2", "{},{}", "[1,]", "1,", ",1",
                              "\"open", "{\"a\":}", "{\"a\" 1}", "nul", "'a'", "{a:1}", "\x01"})
