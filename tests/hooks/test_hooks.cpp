@@ -230,17 +230,6 @@ TEST_F(HooksTest, ARecordIsBroughtUpToDateBeforeTheHostStoresIt) {
     }
 }
 
-TEST_F(HooksTest, TheBodyEditorIsKnownBeforeTheHostAttachesIt) {
-    FakeObject body("OLWordMailEditor");
-    rt::Object *known = nullptr;
-    fakehost::during() = [&known] {
-        if (const vlOLWordMailEditor *adapter = vlMeetingMgr::sharedInstance().olWordMailEditor())
-            known = adapter->delegate();
-    };
-    rt::send(&editor, "hostWordMailEditor:", rt::fromObject(&body));
-    EXPECT_EQ(known, &body);
-}
-
 TEST_F(HooksTest, WhatDiesInTheMiddleOfAHookIsNotTouchedAgain) {
     for (const char *selector : {"save:", "saveAndCloseWindow:"}) {
         auto dying = std::make_unique<FakeEditor>(event);

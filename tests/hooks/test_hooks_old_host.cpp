@@ -15,8 +15,10 @@ using namespace hookedhost;
 // No bundle of a host is found at all, which reads as a host that is not supported.
 TEST(HooksOfAnOldHost, HeaderTileAndToolbarAreLeftAloneTheRestIsHookedAndItIsSaidOnce) {
     define(HookRowName::EditorSave);
-    platform::installTestServices();
+    const platform::TestDesktop desktop = platform::installTestServices();
     runLoadSteps();
+    ASSERT_EQ(desktop.bus->posted().size(), 1) << "the agent is asked for the client's version all the same";
+    EXPECT_EQ(desktop.bus->posted().first().userInfo.value(u"actionId"_s), u"1"_s);
     const QSet<HookRowName> leftOut = {HookRowName::OlderHeaderDraw, HookRowName::TileInit,
                                        HookRowName::ToolbarItem, HookRowName::ToolbarDefaultItems,
                                        HookRowName::ToolbarAllowedItems};

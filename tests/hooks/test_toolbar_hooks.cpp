@@ -1,48 +1,11 @@
 // The plug-in's items in the tool-bars of main windows.
-#include "platform/toolkit/Toolbar.h"
-#include "platform/toolkit/Windows.h"
 #include "plugin/hooks/vlHookERageMainWindowController.h"
+#include "plugin/ui/toolbar/vlCommandItemMgr.h"
 #include "tests/hooks/HooksFixture.h"
-
-#include <QMainWindow>
 
 using namespace hookedhost;
 
 namespace {
-
-// The host's own items, by whatever identifier the tool-bar asks for.
-platform::ToolbarItem *hostItem(const QString &identifier) {
-    // Kept to the end of the process: any tool-bar may show them.
-    static auto &items = *new QHash<QString, platform::ToolbarItem *>;
-    platform::ToolbarItem *&item = items[identifier];
-    if (!item)
-        item = new platform::ToolbarItem(identifier);
-    return item;
-}
-
-// The host's method is the double's: it answers from a table that has one entry for this row.
-struct HostWindow : QMainWindow {
-    explicit HostWindow(const QStringList &identifiers) {
-        answers().insert(u"ERageMainWindowController "
-                         "vl_ERageMainWindowController_toolbarDefaultItemIdentifiers:"_s,
-                         QVariantList(identifiers.cbegin(), identifiers.cend()));
-        answers().insert(u"ERageMainWindowController vl_ERageMainWindowController_toolbarItem:"
-                         "itemForItemIdentifier:willBeInsertedIntoToolbar:"_s,
-                         rt::fromObject(hostItem(u"A"_s)));
-        addToolBar(toolbar);
-        platform::registerWindow(this, &controller);
-        toolbar->setDelegate(&controller);
-    }
-    ~HostWindow() override { platform::unregisterWindow(this); }
-    [[nodiscard]] QStringList shown() const {
-        QStringList identifiers;
-        for (const platform::ToolbarItem *item : toolbar->visibleItems())
-            identifiers.append(item->itemIdentifier());
-        return identifiers;
-    }
-    FakeObject controller{"ERageMainWindowController"};
-    platform::Toolbar *toolbar = new platform::Toolbar(u"Main"_s);
-};
 
 const QString flex = platform::toolbarFlexibleSpaceIdentifier;
 const QString bar = platform::toolbarSeparatorIdentifier;
@@ -78,6 +41,13 @@ TEST_F(HooksTest, TheItemsStandBeforeTheLastFlexibleSpace) {
         addBoth();
         EXPECT_EQ(window.shown().join(u' '), one.after.join(u' '));
     }
+}
+
+TEST_F(HooksTest, LoadingAddsTheItemsToTheOpenWindowsAndMakesThemWork) {
+    EXPECT_EQ(itemsAfterLoading,
+              (QStringList{vlStartToolbarItemIdentifier, vlScheduleToolbarItemIdentifier, u"A"_s}));
+    vlCommandItemMgr::sharedInstance().SendToolbarItemCommand(qint32(ToolbarCommand::ScheduleNewMeeting));
+    EXPECT_TRUE(platform::services().mainThreadDictionary.contains(keyFlagAutoAddToVlMeeting));
 }
 
 TEST_F(HooksTest, AHiddenToolbarAndAWindowOfAnotherKindGetNothing) {
