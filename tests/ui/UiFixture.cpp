@@ -7,8 +7,6 @@
 #include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
 #include "plugin/workflow/vlMeetingMgr.h"
 
-#include <QApplication>
-
 EditorWithStrip::EditorWithStrip() {
     window->resize(1000, 300);
     editor.header()->setGeometry(0, 0, 1000, 150);

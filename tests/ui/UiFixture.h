@@ -5,9 +5,9 @@
 #include "tests/support/FakeHost.h"
 #include "tests/support/FreshPlugin.h"
 
-#include <QAbstractButton>
-#include <QDialog>
 #include <QTemporaryDir>
+#include <QtTest/QTest>
+#include <QtWidgets>
 #include <gtest/gtest.h>
 
 // An open editor with a strip in its header, whose context is at hand as long as this lives.

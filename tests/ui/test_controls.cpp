@@ -6,12 +6,6 @@
 #include "tests/support/Warnings.h"
 #include "tests/ui/UiFixture.h"
 
-#include <QAccessible>
-#include <QFontMetricsF>
-#include <QMenu>
-#include <QPainter>
-#include <QtTest/QTest>
-
 namespace {
 
 constexpr int buttonWidth = 168;
@@ -58,27 +52,6 @@ protected:
     }
 };
 
-TEST_F(Controls, DrawNothingWithoutImageOrTitle) {
-    desktop.bundle->missingImages.insert(u"absent"_s);
-    const auto check = [](auto &button) {
-        button.resize(buttonWidth, buttonHeight);
-        button.setTitle(u"Title"_s);
-        button.setImage(BundleImage(u"absent"_s));
-        EXPECT_TRUE(inkOf(picture(button), button.rect()).isNull());
-        button.setTitle(QString());
-        button.setImage(BundleImage(u"there"_s));
-        EXPECT_TRUE(inkOf(picture(button), button.rect()).isNull());
-        button.setTitle(u"Title"_s);
-        EXPECT_FALSE(inkOf(picture(button), button.rect()).isNull());
-        button.setTitle(u""_s); // a table without the text is no reason to hide the picture
-        EXPECT_FALSE(inkOf(picture(button), button.rect()).isNull());
-    };
-    vlSettingsButton settings;
-    check(settings);
-    vlPopupButton popup;
-    check(popup);
-}
-
 // Of the plug-in's own pictures, at every pixel: a drawing that was made for the other ratio has soft edges.
 TEST_F(Controls, AreCrispAtEveryRatio) {
     platform::services().pluginBundle = platform::makeFolderBundle(u"" PLUGIN_RESOURCES ""_s);
@@ -117,6 +90,10 @@ TEST_F(Controls, DrawEachStateInItsPlace) {
         button.setDown(false);
         pointerOver(button);
         EXPECT_EQ(inkOf(picture(button), aroundImage), image.adjusted(-3, -3, 3, 3));
+        button.hide();
+        button.show(); // where the pointer is, is told anew
+        EXPECT_EQ(inkOf(picture(button), aroundImage), image);
+        pointerOver(button);
         pointerAway(button);
         button.setEnabled(false);
         EXPECT_EQ(inkOf(picture(button), title), text);
@@ -196,6 +173,9 @@ TEST_F(Controls, OfTheToolBarOpenTheirMenuByPointerAndByKey) {
     view.setMenu(menu);
     EXPECT_EQ(inkOf(picture(view), view.rect()), view.rect()) << "the image fills the view";
     view.show();
+    EXPECT_EQ(view.focusPolicy(), Qt::TabFocus);
+    QTest::keyClick(&view, Qt::Key_A);
+    EXPECT_FALSE(menu->isVisible());
     QTest::mousePress(&view, Qt::LeftButton);
     EXPECT_TRUE(menu->isVisible());
     EXPECT_EQ(menu->pos(), view.mapToGlobal(QPoint(0, 32)));

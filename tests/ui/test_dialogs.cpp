@@ -6,10 +6,6 @@
 #include "plugin/workflow/vlMeetingMgr.h"
 #include "tests/ui/UiFixture.h"
 
-#include <QLabel>
-#include <QMessageBox>
-#include <QtTest/QTest>
-
 namespace {
 
 const QString launchKey = u"Button_LaunchClient"_s;

@@ -6,18 +6,6 @@
 #include "plugin/util/localizedString.h"
 #include "tests/ui/UiFixture.h"
 
-#include <QAction>
-#include <QButtonGroup>
-#include <QCheckBox>
-#include <QDialog>
-#include <QFile>
-#include <QFontMetricsF>
-#include <QGroupBox>
-#include <QLabel>
-#include <QMenu>
-#include <QRadioButton>
-#include <QRegularExpression>
-
 namespace {
 
 using Table = QHash<QString, QString>;

@@ -6,16 +6,10 @@
 #include "plugin/ui/settings/VlSettingViewController.h"
 #include "plugin/util/vlFileUtils.h"
 #include "plugin/util/vlOLUtils.h"
+#include "plugin/util/vlPluginBuildMgr.h"
+#include "plugin/workflow/vlMeetingMgr.h"
+#include "tests/support/ScriptedClient.h"
 #include "tests/ui/UiFixture.h"
-
-#include <QCheckBox>
-#include <QClipboard>
-#include <QDialog>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QtTest/QTest>
 
 class SettingsSheet : public UiTest {
 protected:
@@ -122,6 +116,10 @@ TEST_F(SettingsSheet, ShowsWhatTheModelHoldsAndAnUnknownAudioTypeAsNoChoice) {
     for (const char *name : {"telephonyButton", "voipButton", "bothButton", "thirdPartyAudioButton"})
         EXPECT_FALSE(find<QRadioButton>(name)->isChecked()) << name;
     EXPECT_TRUE(find<QRadioButton>("thirdPartyAudioButton")->isHidden()) << "this user has none";
+    // The texts are the table's.
+    EXPECT_TRUE(sheet()->windowTitle().startsWith(u'['));
+    for (const QGroupBox *box : sheet()->findChildren<QGroupBox *>())
+        EXPECT_TRUE(box->title().startsWith(u'[')) << qPrintable(box->objectName());
     for (const QAbstractButton *button : sheet()->findChildren<QAbstractButton *>())
         EXPECT_TRUE(button->text().startsWith(u'[')) << qPrintable(button->objectName());
 }
@@ -227,6 +225,27 @@ TEST_F(SettingsSheet, IsReusedForTheSameWindowWithTheLastEdits) {
     EXPECT_TRUE(rt::boolValue(sheets.getVlSettingsData(editor.id()).value(vl_Setting_EnableJBH)));
 }
 
+TEST_F(SettingsSheet, HasTheSettingsOfThePersonalMeetingAsLongAsThatIsChosen) {
+    WorkflowPorts::instance().sheets = &sheets;
+    LinkPorts::instance().finishReceiver = &vlMeetingMgr::sharedInstance();
+    ScriptedClient client(desktop);
+    signIn({{"enableThirdPartyAudio", true}, {"use3rdPartyAsDefaultAudio", true}});
+    client.holdsTheMeeting(
+        {{"meetingKey", "1234567890"}, {"usePMI", 1}, {"audioOption", 1}, {"meetingPassword", "12"}});
+    show();
+    for (const bool isChosen : {true, false}) {
+        click("usePMI");
+        desktop.runLoop->advance(0);
+        EXPECT_EQ(client.timesAsked(ScriptedClient::Asked::GetMeeting), 1);
+        for (const char *name : {"usePMI", "voipButton"})
+            EXPECT_EQ(find<QAbstractButton>(name)->isChecked(), isChosen) << name;
+        EXPECT_EQ(model.usePMI(), isChosen);
+        EXPECT_TRUE(find<QCheckBox>("requiredMeetingPswButton")->isChecked());
+        EXPECT_TRUE(find<QLineEdit>("passwordTextField")->isEnabled());
+    }
+    EXPECT_EQ(client.last().key, u"1234567890"_s);
+}
+
 TEST_F(SettingsSheet, CutsAPersonalMeetingThatDoesNotFitVisibly) {
     VlSettingWindowController *controller = show();
     controller->settingViewController()->settingData().setRoomMeetingId(QString(60, u'9'));
@@ -282,24 +301,72 @@ TEST_F(SettingsSheet, IsModalForItsWindowAndStartsWithNoControlFocused) {
     EXPECT_TRUE(find<QPushButton>("buttonContinue")->isDefault());
 }
 
-TEST_F(SettingsSheet, IsNotShownWithoutAParentAnIdentifierOrItsInterfaceDescription) {
-    sheets.addSchSettingWindowToArray(u"1"_s, {}, nullptr);
-    sheets.addSchSettingWindowToArray(QString(), {}, editor.window);
-    sheets.showSchSettingWindow(u"1"_s);
-    sheets.showSchSettingWindow(QString());
-    EXPECT_FALSE(sheets.hasSchSettingWindow(u"1"_s));
-    desktop.bundle->interfaceFolder.clear();
+// In the edition that schedules for others.
+class OnBehalf : public SettingsSheet {
+protected:
+    void SetUp() override {
+        if (!vlPluginBuildMgr::supportScheduleFor())
+            GTEST_SKIP() << "This edition schedules for nobody else.";
+        mayScheduleFor(name);
+        editor.account.values["emailAddress"] = address;
+        editor.attach();
+    }
+    static void mayScheduleFor(const QString &displayName) {
+        signIn({{"bosses",
+                 QVariantList{QVariantMap{{"displayName", displayName}, {"email", address.toLower()}}}}});
+    }
+    void isDelegating(bool delegating) { editor.editor.values["isDelegating"] = delegating; }
+    QWidget *banner() { return find<QWidget>("onbehalfView"); }
+    QVariant scheduledFor() { return sheets.getVlSettingsData(editor.id()).value(vl_Setting_ScheduleFor); }
+
+    inline static const QString address = u"Boss@example.com"_s;
+    inline static const QString name = u"Bo %@ <b>"_s;
+};
+
+TEST_F(OnBehalf, TheSheetGrowsDownwardsByABannerWithTheName) {
     show();
-    EXPECT_TRUE(dialogs().isEmpty());
-    EXPECT_TRUE(sheets.getVlSettingsData(editor.id()).isEmpty());
+    EXPECT_TRUE(banner()->isHidden());
+    EXPECT_FALSE(find<QCheckBox>("usePMI")->isHidden());
+    EXPECT_EQ(scheduledFor(), u""_s);
+    const QRect small = sheet()->geometry();
+
+    isDelegating(true);
+    show();
+    EXPECT_FALSE(banner()->isHidden());
+    EXPECT_TRUE(find<QCheckBox>("usePMI")->isHidden());
+    EXPECT_EQ(scheduledFor(), address);
+    EXPECT_EQ(sheet()->geometry(), small.adjusted(0, 0, 0, banner()->minimumHeight()));
+    show();
+    EXPECT_EQ(sheet()->height(), small.height() + banner()->minimumHeight());
+
+    editor.account.values["emailAddress"] = u"stranger@example.com"_s; // for whom the user may not schedule
+    show();
+    EXPECT_TRUE(banner()->isHidden());
+    EXPECT_EQ(sheet()->geometry(), small);
+    EXPECT_EQ(scheduledFor(), u""_s);
 }
 
-TEST(MaxLengthFormatter, CountsUnitsAndRefusesWhatIsLonger) {
-    vlMaxLengthFormatter formatter;
-    EXPECT_EQ(formatter.maxLength(), 50);
-    formatter.setMaxLength(2);
-    EXPECT_TRUE(formatter.isPartialStringValid(u"\U0001F600"_s)); // two units
-    EXPECT_FALSE(formatter.isPartialStringValid(u"\U0001F600a"_s));
-    formatter.setMaxLength(-1);
-    EXPECT_FALSE(formatter.isPartialStringValid(QString()));
+TEST_F(OnBehalf, TheBannerShowsTheNameToTheLetterAndCutsALongOneVisibly) {
+    platform::services().pluginBundle = platform::makeFolderBundle(u"" PLUGIN_RESOURCES ""_s);
+    isDelegating(true);
+    show();
+    auto *label = find<QLabel>("_textOnbehalfInfo");
+    EXPECT_TRUE(label->text().contains(name)) << qPrintable(label->text());
+    EXPECT_EQ(label->textFormat(), Qt::PlainText);
+    EXPECT_EQ(banner()->palette().color(QPalette::Window), QColor(99, 192, 64));
+    const QString longName = u"Bo <i> "_s.repeated(40);
+    mayScheduleFor(longName);
+    show();
+    EXPECT_TRUE(label->text().endsWith(QChar(0x2026))) << qPrintable(label->text());
+    EXPECT_LE(label->fontMetrics().horizontalAdvance(label->text()), label->width());
+    EXPECT_TRUE(label->accessibleName().contains(longName));
+    EXPECT_TRUE(label->toolTip().contains(longName.toHtmlEscaped()));
+}
+
+TEST_F(OnBehalf, AnAudioConferenceIsRefusedWithAWord) {
+    isDelegating(true);
+    editor.strip().onClickAddPACAccount1();
+    EXPECT_EQ(editor.context()->meetingAction, MeetingCommand::CmdNone);
+    EXPECT_EQ(dialogs().size(), 1);
+    EXPECT_EQ(editor.strip().uiStatus(), StripState::NoMeeting);
 }

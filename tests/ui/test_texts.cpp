@@ -2,9 +2,6 @@
 #include "plugin/util/localizedString.h"
 #include "tests/ui/UiFixture.h"
 
-#include <QFile>
-#include <QRegularExpression>
-
 namespace {
 
 QString contentOf(const QString &path) {
@@ -63,12 +60,5 @@ TEST_F(Resources, HaveEveryPictureInItsSizeAtEveryRatio) {
             EXPECT_EQ(image.deviceIndependentSize(), points) << qPrintable(name);
             EXPECT_EQ(image.size(), (points * ratio).toSize()) << qPrintable(name);
         }
-    }
-}
-
-TEST_F(Resources, KeepTheWordsOutOfTheInterfaceDescriptions) {
-    for (const char *name : {"VlSettingWindowController.ui", "vlProgressWindowController.ui"}) {
-        const QString description = contentOf(u"" PLUGIN_RESOURCES "/"_s + QString::fromUtf8(name));
-        EXPECT_FALSE(description.contains(QLatin1String("<string>"))) << name;
     }
 }

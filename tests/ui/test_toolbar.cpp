@@ -8,8 +8,6 @@
 #include "tests/support/Warnings.h"
 #include "tests/ui/UiFixture.h"
 
-#include <QMenu>
-
 namespace {
 
 class ToolbarItems : public UiTest {
@@ -117,6 +115,8 @@ TEST_F(ToolbarItems, HaveAViewOfTheirOwnInEachToolbarAllOpeningOneMenu) {
     item->fillView(view);
     EXPECT_NE(view->grab().toImage(), empty);
     EXPECT_EQ(view->accessibleName(), echo("InstantMeetingLabel"));
+    EXPECT_EQ(view->accessibleDescription(), item->toolTip());
+    EXPECT_EQ(view->toolTip(), item->toolTip());
     first.reset();
     second->show();
     item->perform(second.get());
