@@ -1,6 +1,7 @@
-// The user's audio conference accounts, as the client sends them.
+// The user's audio conference accounts, as the client sends them, and messages in bytes.
 #include "meeting.pb.h"
 #include "plugin/link/readers/vlGetPACHelper.h"
+#include "plugin/proto/vlProtoBufConvert.h"
 #include "plugin/util/EncodeUtils.h"
 #include "tests/link/LinkFixture.h"
 
@@ -24,13 +25,6 @@ void add(google::protobuf::RepeatedPtrField<wire::CountryCodeProto> *field, cons
     }
 }
 
-wire::PACMeeting *addAccount(wire::Response &response, const Numbers &tollFree, const Numbers &toll) {
-    wire::PACMeeting *account = response.mutable_pac_info()->add_meetings();
-    add(account->mutable_toll_free_numbers(), tollFree);
-    add(account->mutable_toll_numbers(), toll);
-    return account;
-}
-
 QString encoded(const wire::Response &response) {
     return EncodeUtils::base64Encode(QByteArray::fromStdString(response.SerializePartialAsString()));
 }
@@ -41,12 +35,7 @@ protected:
 };
 
 QString twoAccounts() {
-    wire::Response response;
-    wire::PACMeeting *first = addAccount(response, {{"800", "US"}}, {{"212", "US"}});
-    first->set_meeting_number(9876543210LL);
-    first->set_invitation_email("Dial \xe2\x82\xac");
-    addAccount(response, {}, {});
-    return encoded(response);
+    return ScriptedClient::accountsAnswer({{"800", 9876543210LL, u"Dial \u20ac"_s}, {}});
 }
 
 } // namespace
@@ -69,7 +58,9 @@ TEST_F(Accounts, DialInTextsHaveTheExactFormThatIsLookedForLater) {
     for (const Case &c : cases) {
         SCOPED_TRACE(c.commas);
         wire::Response response;
-        addAccount(response, c.tollFree, c.toll);
+        wire::PACMeeting *account = response.mutable_pac_info()->add_meetings();
+        add(account->mutable_toll_free_numbers(), c.tollFree);
+        add(account->mutable_toll_numbers(), c.toll);
         helper.setPACInfo(encoded(response));
         EXPECT_EQ(helper.pacDialInNumber(1), c.lines);
         EXPECT_EQ(helper.pacDialInNumberWithCommaSeparator(1), c.commas);
@@ -138,4 +129,33 @@ TEST_F(Accounts, WhetherThereAreAnyIsRememberedBesideTheRest) {
     helper.setPACInfo(encoded(none));
     EXPECT_EQ(helper.pacCount(), 0);
     EXPECT_FALSE(helper.isPACEnabled());
+}
+
+TEST(Proto, BytesThatAreNoMessageAreRefused) {
+    wire::PACInfo info;
+    const auto reads = [&info](const QByteArray &bytes) {
+        return vlProtoBufConvert::ProtoFromByteStream(&info, bytes.constData(), int(bytes.size()));
+    };
+    const auto accountsWith = [](qint64 number) {
+        wire::PACInfo accounts;
+        accounts.add_meetings()->set_meeting_number(number);
+        return QByteArray::fromStdString(accounts.SerializePartialAsString());
+    };
+    EXPECT_TRUE(vlProtoBufConvert::ProtoFromByteStream(&info, "", 0));
+    EXPECT_FALSE(vlProtoBufConvert::ProtoFromByteStream(&info, nullptr, 0));
+    EXPECT_FALSE(vlProtoBufConvert::ProtoFromByteStream(nullptr, "", 0));
+    EXPECT_FALSE(vlProtoBufConvert::ProtoFromByteStream(&info, "", -1));
+    // A zero byte in place of a tag ends the message.
+    EXPECT_TRUE(reads(accountsWith(7) + QByteArray("\0\xff\xff", 3)));
+    EXPECT_TRUE(reads(accountsWith(8)));
+    EXPECT_EQ(info.meetings_size(), 2) << "what is read is added";
+    EXPECT_FALSE(reads(accountsWith(7) + "\xff\xff"));
+    // Groups of an unknown field, each inside the one before.
+    const auto nested = [](int depth) { return QByteArray(depth, '\x13') + QByteArray(depth, '\x14'); };
+    EXPECT_TRUE(reads(nested(60)));
+    EXPECT_FALSE(reads(nested(70)));
+    QByteArray zeroes(vlProtoBufConvert::totalBytesLimit + 1, '\0');
+    EXPECT_FALSE(reads(zeroes));
+    zeroes.chop(1);
+    EXPECT_TRUE(reads(zeroes));
 }
