@@ -9,6 +9,7 @@ struct DottedVersion {
     qint64 major = 0;
     qint64 minor = 0;
     qint64 build = 0;
+    // NOLINTNEXTLINE(modernize-use-nullptr): the linter takes the 0 of a comparison for a pointer
     friend auto operator<=>(const DottedVersion &, const DottedVersion &) = default;
 };
 

@@ -1,6 +1,7 @@
 #include "plugin/ui/controls/vlKeyUpTextField.h"
 
 #include <QKeyEvent>
+#include <utility>
 
 vlKeyUpTextField::vlKeyUpTextField(QWidget *parent)
     : QLineEdit(parent) {
@@ -31,8 +32,8 @@ void vlKeyUpTextField::keyReleaseEvent(QKeyEvent *event) {
     send(keyupTarget, keyupAction);
 }
 
-// The action is a copy: it may set another one.
+// The action is a copy: it may set another one in its place.
 void vlKeyUpTextField::send(const QPointer<QObject> &target, Action action) {
     if (target && action)
-        action(this);
+        std::exchange(action, nullptr)(this);
 }

@@ -36,8 +36,7 @@ void VlSettingWindowController::loadWindow() {
         qWarning("The interface description of the meeting settings lacks some of their controls");
         return;
     }
-    loaded.release();
-    m_window.reset(dialog);
+    m_window.reset(static_cast<QDialog *>(loaded.release()));
     m_window->setAttribute(Qt::WA_QuitOnClose, false);
     m_settings = std::move(settings);
     m_buttons = std::move(buttons);

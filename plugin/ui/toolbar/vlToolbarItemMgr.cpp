@@ -141,12 +141,11 @@ vlToolbarItemMgr::Menu vlToolbarItemMgr::loadMenu(const QString &resource, Chose
     auto *menu = qobject_cast<QMenu *>(loaded.get());
     if (!menu)
         return nullptr;
-    loaded.release();
     for (QAction *choice : menu->actions())
         if (!choice->isSeparator())
             QObject::connect(choice, &QAction::triggered, choice,
                              [this, choice, chosen] { (this->*chosen)(choice); });
-    return Menu(menu);
+    return Menu(static_cast<QMenu *>(loaded.release()));
 }
 
 void vlToolbarItemMgr::loadStartMenu() {
