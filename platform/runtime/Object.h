@@ -103,7 +103,7 @@ public:
     [[nodiscard]] bool isSubclassOf(const Class *other) const; // also true for itself
     // The nearest method up the class chain, or nullptr. Cached; nullptr for the null selector.
     [[nodiscard]] Method *lookup(Selector selector) {
-        const CacheSlot &slot = m_cache[selector.hash() >> cacheShift];
+        const CacheSlot &slot = m_cache[selector.cachePlace()];
         // The null selector, which is what an empty slot holds, has no method.
         return slot.selector == selector ? slot.method : lookupAndKeep(selector);
     }
@@ -113,8 +113,6 @@ private:
     Class(QString name, Class *superclass, Class *metaclass);
     Method *lookupAndKeep(Selector selector);
     Method *lookupUncached(Selector selector) const;
-    static constexpr int cacheBits = 6;
-    static constexpr int cacheShift = 32 - cacheBits; // the upper bits of a selector's hash
     struct CacheSlot {
         Selector selector;
         Method *method = nullptr;
@@ -123,7 +121,7 @@ private:
     Class *m_superclass;
     Class *m_metaclass;
     QHash<Selector, Method *> m_methods;
-    std::array<CacheSlot, 1U << cacheBits> m_cache{};
+    std::array<CacheSlot, detail::cachePlaces> m_cache{};
 };
 
 } // namespace rt

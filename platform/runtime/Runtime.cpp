@@ -18,7 +18,7 @@ const detail::SelectorEntry *intern(const QString &name) {
     detail::SelectorEntry *&entry = selectorTable()[name];
     if (!entry)
         entry = new detail::SelectorEntry{name, int(name.count(u':')),
-                                          std::uint32_t(::qHash(name) * 0x9e3779b1U)};
+                                          std::uint32_t(::qHash(name) % detail::cachePlaces)};
     return entry;
 }
 
@@ -73,7 +73,7 @@ Method *Class::lookupAndKeep(Selector selector) {
     Method *method = lookupUncached(selector);
     // A miss is not kept: the method may be added later to this class or to one above it.
     if (method)
-        m_cache[selector.hash() >> cacheShift] = {selector, method};
+        m_cache[selector.cachePlace()] = {selector, method};
     return method;
 }
 

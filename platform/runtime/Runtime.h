@@ -32,19 +32,15 @@ bool exchangeImplementations(Method *a, Method *b);
 [[nodiscard]] bool isKindOf(const Object *object, const Class *cls);
 [[nodiscard]] bool respondsTo(Object *object, Selector selector);
 
-// Calls the method that the object's class has under the selector, starting the lookup at `start`: for a
-// method that calls what its superclass does. No value when the object is nullptr, has no such method, or the
-// number of arguments is not the selector's.
-inline Value sendSuper(Object *object, Class *start, Selector selector, Args arguments) {
-    if (!object || !start || arguments.count() != selector.argumentCount())
-        return {};
-    const Method *method = start->lookup(selector);
-    return method ? method->implementation(object, selector, arguments) : Value();
-}
-// The same, starting at the object's own class. In the header, as is what it calls until a cache misses: a
-// call by name is to cost little more than a virtual one.
+// Calls the method that the object has under the selector. No value when the object is nullptr, has no such
+// method, or the number of arguments is not the selector's. In the header, as is what it calls until a cache
+// misses: a call by name is to cost little more than a virtual one.
 inline Value sendArgs(Object *object, Selector selector, Args arguments) {
-    return object ? sendSuper(object, object->isa(), selector, arguments) : Value();
+    Class *cls = object ? object->isa() : nullptr; // a metaclass has none
+    const Method *method = cls ? cls->lookup(selector) : nullptr;
+    if (!method || arguments.count() != selector.argumentCount()) [[unlikely]]
+        return {};
+    return method->implementation(object, selector, arguments);
 }
 
 template<typename... A>

@@ -8,10 +8,11 @@
 namespace rt {
 
 namespace detail {
+constexpr std::uint32_t cachePlaces = 64; // of each class's cache of methods; a power of two
 struct SelectorEntry {
     QString name;
-    int argumentCount;  // number of ':' in the name
-    std::uint32_t hash; // spread over the bits that a class's cache uses
+    int argumentCount;        // number of ':' in the name
+    std::uint32_t cachePlace; // below cachePlaces
 };
 } // namespace detail
 
@@ -30,7 +31,8 @@ public:
     [[nodiscard]] QString name() const;
     // How many arguments a call takes: one for each colon.
     [[nodiscard]] int argumentCount() const { return m_entry ? m_entry->argumentCount : 0; }
-    [[nodiscard]] std::uint32_t hash() const { return m_entry ? m_entry->hash : 0; }
+    // Where a class keeps the method under this selector once it was found.
+    [[nodiscard]] std::uint32_t cachePlace() const { return m_entry ? m_entry->cachePlace : 0; }
 
     friend bool operator==(Selector a, Selector b) { return a.m_entry == b.m_entry; }
     friend std::size_t qHash(Selector s, std::size_t seed = 0) { return ::qHash(s.m_entry, seed); }

@@ -145,5 +145,5 @@ rt::Value callHost(HookRowName row, rt::Object *self, rt::Args arguments) {
     // Where the host lacks the method nothing was exchanged: the call would come back here for ever.
     if (!method || method->implementation == hookRow(row).replacement)
         return {};
-    return rt::sendArgs(self, selector, arguments);
+    return method->implementation(self, selector, arguments);
 }

@@ -65,12 +65,10 @@ TEST_F(Family, ANameIsTakenOnce) {
 
 TEST_F(Family, ASubclassInheritsAndOverrides) {
     rt::addMethod(child, "other", answer<20>, "q@:");
-    Object one(parent);
-    Object two(child);
+    Object one(parent), two(child);
     EXPECT_EQ(ask(&two, "number"), 1);
     EXPECT_EQ(ask(&two, "other"), 20);
     EXPECT_EQ(ask(&one, "other"), 2);
-    EXPECT_EQ(rt::integerValue(rt::sendSuper(&two, parent, Selector("other"), {})), 2);
     EXPECT_TRUE(rt::isKindOf(&two, child) && rt::isKindOf(&two, root));
     EXPECT_FALSE(rt::isKindOf(&one, child));
 }
@@ -85,21 +83,11 @@ TEST_F(Family, AnExchangeIsSeenFromBothSidesAndByWhatInherits) {
         EXPECT_EQ(ask(object, "number"), 2);
         EXPECT_EQ(ask(object, "other"), 1);
     }
-    rt::exchangeImplementations(rt::instanceMethod(parent, Selector("number")),
-                                rt::instanceMethod(parent, Selector("other")));
-    EXPECT_FALSE(rt::exchangeImplementations(rt::instanceMethod(parent, Selector("number")),
-                                             rt::instanceMethod(parent, Selector("missing"))));
+    EXPECT_FALSE(rt::exchangeImplementations(rt::instanceMethod(parent, Selector("number")), nullptr));
     EXPECT_FALSE(rt::exchangeImplementations(nullptr, rt::instanceMethod(parent, Selector("number"))));
-    EXPECT_EQ(ask(&two, "number"), 1);
-}
-
-TEST_F(Family, AnExchangeLeavesAnOverridingSubclassAlone) {
+    EXPECT_EQ(ask(&two, "number"), 2);
     rt::addMethod(child, "number", answer<10>, "q@:");
-    Object two(child);
-    rt::exchangeImplementations(rt::instanceMethod(parent, Selector("number")),
-                                rt::instanceMethod(parent, Selector("other")));
-    EXPECT_EQ(ask(&two, "number"), 10);
-    EXPECT_EQ(ask(&two, "other"), 1);
+    EXPECT_EQ(ask(&two, "number"), 10) << "an override is not exchanged";
 }
 
 TEST_F(Family, ClassMethodsAreExchangedThroughTheMetaclass) {
@@ -115,23 +103,18 @@ TEST_F(Family, ClassMethodsAreExchangedThroughTheMetaclass) {
     EXPECT_FALSE(rt::respondsTo(&one, Selector("shared")));
 }
 
-TEST_F(Family, AMethodAddedAfterCallsIsFound) {
+TEST_F(Family, AMethodIsAddedOnceAndFoundAlsoAfterCalls) {
     Object two(child);
     EXPECT_FALSE(rt::send(&two, "late").isValid());
     EXPECT_EQ(ask(&two, "number"), 1);
     EXPECT_TRUE(rt::addMethod(root, "late", answer<7>, "q@:"));
     EXPECT_TRUE(rt::addMethod(child, "number", answer<8>, "q@:"));
-    EXPECT_EQ(ask(&two, "late"), 7);
-    EXPECT_EQ(ask(&two, "number"), 8);
-}
-
-TEST_F(Family, AMethodIsAddedOnceAndOnlyWhole) {
-    EXPECT_FALSE(rt::addMethod(parent, "number", answer<9>, "q@:"));
+    EXPECT_FALSE(rt::addMethod(child, "number", answer<9>, "q@:"));
     EXPECT_FALSE(rt::addMethod(nullptr, "number", answer<9>, "q@:"));
     EXPECT_FALSE(rt::addMethod(parent, "", answer<9>, "q@:"));
     EXPECT_FALSE(rt::addMethod(parent, "new", nullptr, "q@:"));
-    Object one(parent);
-    EXPECT_EQ(ask(&one, "number"), 1);
+    EXPECT_EQ(ask(&two, "late"), 7);
+    EXPECT_EQ(ask(&two, "number"), 8);
 }
 
 TEST_F(Family, ManySelectorsKeepTheirOwnMethods) {
@@ -159,7 +142,6 @@ TEST_F(Family, NothingIsAskedOfNothing) {
     Object one(parent);
     EXPECT_FALSE(rt::send(nullptr, "number").isValid());
     EXPECT_FALSE(rt::send(&one, Selector()).isValid());
-    EXPECT_FALSE(rt::sendSuper(&one, nullptr, Selector("number"), {}).isValid());
     EXPECT_FALSE(rt::send(parent->metaclass(), "number").isValid());
     EXPECT_FALSE(rt::respondsTo(nullptr, Selector("number")) || rt::respondsTo(&one, Selector()));
     EXPECT_FALSE(rt::isKindOf(nullptr, parent) || rt::isKindOf(&one, nullptr));
@@ -174,11 +156,8 @@ TEST(Selectors, AreEqualWhenTheirNamesAre) {
     EXPECT_EQ(Selector("take:and:").argumentCount(), 2);
     EXPECT_EQ(Selector(u"größe:"_s).name(), u"größe:"_s);
     for (const Selector none :
-         {Selector(), Selector(""), Selector(QString()), Selector(static_cast<const char *>(nullptr))}) {
-        EXPECT_TRUE(none.isNull());
-        EXPECT_TRUE(none.name().isEmpty());
-        EXPECT_EQ(none.argumentCount(), 0);
-    }
+         {Selector(), Selector(""), Selector(QString()), Selector(static_cast<const char *>(nullptr))})
+        EXPECT_TRUE(none.isNull() && none.name().isEmpty() && none.argumentCount() == 0);
 }
 
 class ViewObject : public QLabel, public Object {
