@@ -12,8 +12,10 @@
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/HostApplication.h"
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QPointer>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -40,7 +42,10 @@ void waitFor(const char *what, Condition condition) {
     elapsed.start();
     QTimer alarm; // wakes the loop when nothing else does
     alarm.start(patience);
-    while (!condition()) {
+    for (;;) {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        if (condition())
+            return;
         if (elapsed.elapsed() > patience)
             qFatal("in vain waited for %s", what);
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
@@ -76,23 +81,21 @@ private:
     QProcess m_process;
 };
 
-// Counts what goes over the bus in the meantime: questions to it, and notifications, of which one there and
-// one back are a round trip.
+// Counts what goes over the bus from its making on: questions to it, and notifications, of which one there
+// and one back are a round trip.
 class Traffic {
 public:
     Traffic() {
         m_monitor.setStandardErrorFile(QProcess::nullDevice());
         m_monitor.start(u"dbus-monitor"_s, {u"--session"_s, u"--profile"_s});
-        m_monitor.waitForReadyRead(patience);
-        QTest::qWait(200);
-        m_monitor.readAll();
+        m_monitor.waitForReadyRead(patience); // its first line says that it listens
+        std::ignore = untilMark();
     }
     [[nodiscard]] int roundTrips() {
-        QTest::qWait(200);
         int questions = 0;
         int notifications = 0;
-        for (const QByteArray &line : m_monitor.readAllStandardOutput().split('\n')) {
-            notifications += line.startsWith("sig") && line.endsWith("Posted");
+        for (const QByteArray &line : untilMark().split('\n')) {
+            notifications += line.startsWith("sig") && line.endsWith("DistributedNotifications\tPosted");
             questions += line.startsWith("mc") && !line.contains("AddMatch");
         }
         return questions + (notifications + 1) / 2;
@@ -103,7 +106,20 @@ public:
     }
 
 private:
+    // All that was seen before a signal that is sent now.
+    [[nodiscard]] QByteArray untilMark() {
+        m_marker.send("BenchMark", "");
+        QByteArray seen;
+        while (!seen.contains("com.parlo.Bench\tPosted\n")) {
+            if (!m_monitor.waitForReadyRead(patience))
+                qFatal("the monitor of the bus is silent");
+            seen += m_monitor.readAllStandardOutput();
+        }
+        return seen;
+    }
+
     QProcess m_monitor;
+    BareBus m_marker{"BenchMark"};
 };
 
 class Host {
@@ -178,12 +194,14 @@ private:
     }
     mailhost::EditorWindow *openNext() {
         mailhost::EditorWindow *editor = m_host.openEditorFor(u"%1@bench"_s.arg(m_next++))->editorWindow();
-        QTest::qWait(20); // all that follows an opening is not measured
+        while (QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents))
+            continue; // all that follows an opening is not measured
         return editor;
     }
     static void close(mailhost::EditorWindow *editor) {
+        const QPointer<QWidget> closing = editor;
         editor->close();
-        QTest::qWait(50);
+        waitFor("the editor's end", [&closing] { return !closing; });
     }
 
     mailhost::HostApplication m_host;
