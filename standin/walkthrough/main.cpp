@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QPalette>
 #include <QProcess>
 #include <cstdio>
 
