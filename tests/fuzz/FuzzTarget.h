@@ -32,6 +32,15 @@ void claim(bool holds, const char *what);
 void claimSame(const QString &actual, const QString &expected, const char *what);
 void claimSame(const QByteArray &actual, const QByteArray &expected, const char *what);
 
+// The value is written and read again, which changes nothing that the format can hold.
+template<typename Value, typename Write, typename Read>
+void claimRoundTrip(const Value &value, Write write, Read read, bool isExact) {
+    const QByteArray written = write(value);
+    const Value again = read(written);
+    claim(!isExact || again == value, "what is written reads as before");
+    claimSame(QByteArray(write(again)), written, "and is then written as before");
+}
+
 // Input that is made of several texts: each call takes what stands before the next separator, a byte that no
 // UTF-8 has.
 class Pieces {

@@ -23,24 +23,36 @@ QString base64(const QByteArray &bytes) {
     return EncodeUtils::base64Encode(bytes);
 }
 
+QString asText(const QByteArray &bytes) {
+    return QString::fromUtf8(bytes);
+}
+
 // How an input's first byte is read: an answer as it is, or the inner part of one, wrapped as the client
-// wraps it.
+// wraps it. An answer that was not asked for is dropped.
 struct Kind {
     char letter;
     ClientAnswer answer;
+    void (*ask)(vlAPIMgr &manager);
     QString (*content)(const QByteArray &bytes);
 };
+void askForMeeting(vlAPIMgr &manager) {
+    manager.getMeeting(nullptr, {});
+}
+void askForAccounts(vlAPIMgr &manager) {
+    manager.getPAC(nullptr);
+}
 const Kind kinds[] = {
-    {'s', ClientAnswer::Schedule, [](const QByteArray &bytes) { return QString::fromUtf8(bytes); }},
-    {'u', ClientAnswer::Update, [](const QByteArray &bytes) { return QString::fromUtf8(bytes); }},
-    {'d', ClientAnswer::Delete, [](const QByteArray &bytes) { return QString::fromUtf8(bytes); }},
-    {'g', ClientAnswer::GetMeeting, [](const QByteArray &bytes) { return QString::fromUtf8(bytes); }},
-    {'p', ClientAnswer::GetUserProfile, [](const QByteArray &bytes) { return QString::fromUtf8(bytes); }},
-    {'a', ClientAnswer::GetPAC, [](const QByteArray &bytes) { return QString::fromUtf8(bytes); }},
-    {'G', ClientAnswer::GetMeeting, [](const QByteArray &bytes) { return meetingHead + base64(bytes); }},
-    {'B', ClientAnswer::GetMeeting,
+    {'s', ClientAnswer::Schedule, [](vlAPIMgr &manager) { manager.scheduleMeeting(nullptr, {}); }, asText},
+    {'u', ClientAnswer::Update, [](vlAPIMgr &manager) { manager.updateMeeting(nullptr, {}); }, asText},
+    {'d', ClientAnswer::Delete, [](vlAPIMgr &manager) { manager.deleteMeeting(nullptr, {}); }, asText},
+    {'p', ClientAnswer::GetUserProfile, [](vlAPIMgr &manager) { manager.getUserProfile(nullptr); }, asText},
+    {'g', ClientAnswer::GetMeeting, askForMeeting, asText},
+    {'a', ClientAnswer::GetPAC, askForAccounts, asText},
+    {'G', ClientAnswer::GetMeeting, askForMeeting,
+     [](const QByteArray &bytes) { return meetingHead + base64(bytes); }},
+    {'B', ClientAnswer::GetMeeting, askForMeeting,
      [](const QByteArray &bytes) { return meetingHead + base64("{}") + u';' + base64(bytes); }},
-    {'A', ClientAnswer::GetPAC, [](const QByteArray &bytes) { return base64(bytes); }},
+    {'A', ClientAnswer::GetPAC, askForAccounts, base64},
 };
 
 void claimCommit(const RecordingReceiver::Finished &finished, const QString &content) {
@@ -86,33 +98,8 @@ void useAccounts() {
     }
 }
 
-// An answer that nobody waits for is dropped.
-void ask(ClientAnswer answer) {
-    vlAPIMgr &manager = vlAPIMgr::sharedInstance();
-    switch (answer) {
-    case ClientAnswer::Schedule:
-        manager.scheduleMeeting(nullptr, {});
-        return;
-    case ClientAnswer::Update:
-        manager.updateMeeting(nullptr, {});
-        return;
-    case ClientAnswer::Delete:
-        manager.deleteMeeting(nullptr, {});
-        return;
-    case ClientAnswer::GetMeeting:
-        manager.getMeeting(nullptr, {});
-        return;
-    case ClientAnswer::GetUserProfile:
-        manager.getUserProfile(nullptr);
-        return;
-    case ClientAnswer::GetPAC:
-        manager.getPAC(nullptr);
-        return;
-    }
-}
-
 void receive(LinkHarness &harness, const Kind &kind, const QByteArray &bytes) {
-    ask(kind.answer);
+    kind.ask(vlAPIMgr::sharedInstance());
     const QString content = kind.content(bytes);
     harness.receiver.finished.clear();
     harness.feedback.alerts.clear();

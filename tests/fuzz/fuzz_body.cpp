@@ -3,7 +3,6 @@
 #include "plugin/host/body/vlBodyHelper.h"
 #include "plugin/host/body/vlEmailBodyMgr.h"
 #include "tests/fuzz/FuzzTarget.h"
-#include "tests/support/TestServices.h"
 
 using namespace fuzz;
 
@@ -155,8 +154,6 @@ void claimLinks(const QString &text) {
 }
 
 void open(const QByteArray &bytes) {
-    static const platform::TestDesktop desktop = platform::installTestServices(); // for the importer
-    Q_UNUSED(desktop)
     Pieces pieces(bytes);
     const quint8 kind = pieces.nextByte();
     if (kind == 'l')

@@ -1,9 +1,9 @@
 // Calendar files of other programs: read, listed, changed, saved, taken apart and put together again.
+#include "platform/Literals.h"
 #include "standin/mailhost/store/CalendarFile.h"
 #include "standin/mailhost/store/ComponentTree.h"
 #include "standin/mailhost/store/TextValue.h"
 #include "tests/fuzz/FuzzTarget.h"
-#include "tests/support/TestServices.h"
 
 #include <QFile>
 #include <QSet>
@@ -199,8 +199,6 @@ void claimText(const Document &document, const QByteArray &bytes) {
 }
 
 void open(const QByteArray &bytes) {
-    static const platform::TestDesktop desktop = platform::installTestServices();
-    Q_UNUSED(desktop)
     Document document;
     if (parseDocument(bytes, &document).failure == ParseFailure::None)
         claimText(document, bytes);

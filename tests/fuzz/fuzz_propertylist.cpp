@@ -43,12 +43,8 @@ void open(const QByteArray &bytes) {
     const rt::Value value = platform::PropertyList::parse(bytes);
     const QByteArray xml = platform::PropertyList::toXml(value);
     claim(rt::isPresent(value) || xml.isEmpty(), "nothing is no property list");
-    if (xml.isEmpty())
-        return;
-    const rt::Value read = platform::PropertyList::parse(xml);
-    claim(rt::isPresent(read), "what is written can be read");
-    claim(!isExact(value) || read == value, "what is written reads as before");
-    claimSame(platform::PropertyList::toXml(read), xml, "and is then written as before");
+    if (!xml.isEmpty())
+        claimRoundTrip(value, platform::PropertyList::toXml, platform::PropertyList::parse, isExact(value));
 }
 
 const AddFuzzTarget target("propertylist", open);
