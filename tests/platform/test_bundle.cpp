@@ -90,14 +90,10 @@ TEST_F(BundleTest, ASharperBitmapServesSharperDisplays) {
     putBitmap(u"both@2x.png"_s, {32, 32}, Qt::blue);
     putBitmap(u"plain.png"_s, {16, 16}, Qt::red);
     putBitmap(u"sharp@2x.png"_s, {32, 32}, Qt::blue);
-    struct Case {
-        const char *name;
-        qreal ratio;
-        QColor colour;
-    };
-    for (const auto &[name, ratio, colour] :
-         {Case{"both", 1, Qt::red}, Case{"both.png", 2, Qt::blue}, Case{"both", 1.5, Qt::blue},
-          Case{"plain", 2, Qt::red}, Case{"sharp", 1, Qt::blue}, Case{"sharp", 2, Qt::blue}}) {
+    const std::tuple<const char *, qreal, QColor> cases[] = {
+        {"both", 1, Qt::red},  {"both.png", 2, Qt::blue}, {"both", 1.5, Qt::blue},
+        {"plain", 2, Qt::red}, {"sharp", 1, Qt::blue},    {"sharp", 2, Qt::blue}};
+    for (const auto &[name, ratio, colour] : cases) {
         const QImage image = bundle->image(QLatin1String(name), ratio);
         EXPECT_EQ(image.deviceIndependentSize(), QSizeF(16, 16)) << name << ratio;
         EXPECT_EQ(image.devicePixelRatio(), ratio) << name;

@@ -23,11 +23,8 @@ TEST_P(PlainText, IsWhatARichTextImporterGives) {
     EXPECT_EQ(text, GetParam().text) << qPrintable(text);
 }
 
-std::string caseName(const testing::TestParamInfo<Case> &info) {
-    return info.param.name;
-}
-
-const Case blocks[] = {
+const Case cases[] = {
+    // blocks
     {"BareText", u"bare"_s, u"bare"_s},
     {"DocumentTagsGiveNothing",
      u"<html><head><title>t</title><style>p{}</style></head><body>x</body></html>"_s, u"x"_s},
@@ -43,10 +40,7 @@ const Case blocks[] = {
     {"AParagraphIsEndedByABlockAlsoFromInside", u"<p>a<b><br>b<div>c</div>"_s, u"a\u2028b\nc\n"_s},
     {"TheEndOfAFormatEndsNoParagraph", u"<span><p>a</span>b</p>"_s, u"ab\n"_s},
     {"TextEndsTheHead", u"<head><title>t</title> a<p>b"_s, u"a\nb\n"_s},
-};
-INSTANTIATE_TEST_SUITE_P(Blocks, PlainText, testing::ValuesIn(blocks), caseName);
-
-const Case lines[] = {
+    // lines
     {"ABreakInAParagraphSeparates", u"<p>a<br>b</p>"_s, u"a\u2028b\n"_s},
     {"ABreakInAHeadingSeparates", u"<h2>a<br/>b</h2>"_s, u"a\u2028b\n"_s},
     {"ABreakElsewhereEndsTheLine", u"a<br>b<div>c<br>d</div>"_s, u"a\nb\nc\nd\n"_s},
@@ -58,10 +52,7 @@ const Case lines[] = {
     {"ABlankBeforeABreakIsNotSeen", u"a <br> b"_s, u"a\nb"_s},
     {"ANoBreakSpaceStays", u"<p>&nbsp;a&nbsp;</p>"_s, u"\u00a0a\u00a0\n"_s},
     {"PreformattedTextStays", u"<pre>\n x\r\n\n  y\r z\u0096</pre>w"_s, u" x\n\n  y\n z\u2013\nw"_s},
-};
-INSTANTIATE_TEST_SUITE_P(Lines, PlainText, testing::ValuesIn(lines), caseName);
-
-const Case structures[] = {
+    // structures
     {"Bullets", u"<ul><li>a</li> <li>b<br>c</ul>d"_s, u"\t•\ta\n\t•\tb\u2028c\nd"_s},
     {"Numbers", u"<ol><li>a<li>b</ol><ol start=7><li>c<li value=3>d<li>e</ol>"_s,
      u"\t1.\ta\n\t2.\tb\n\t7.\tc\n\t3.\td\n\t4.\te\n"_s},
@@ -73,20 +64,14 @@ const Case structures[] = {
     {"EachCellIsALine", u"x<table> <tr> <td>a</td> <td></td> </tr> <tr> <th> c </th> </tr> </table>y"_s,
      u"x\na\n\nc\ny"_s},
     {"AnImageIsACharacter", u"a<img src='cid:1' alt='p'>b"_s, u"a\ufffcb"_s},
-};
-INSTANTIATE_TEST_SUITE_P(Structures, PlainText, testing::ValuesIn(structures), caseName);
-
-const Case unseen[] = {
+    // unseen
     {"Scripts", u"a<script>if(x<y){'<p>'}</script>b<style>p{}</style>c"_s, u"abc"_s},
     {"NotDisplayed", u"a<div style='color:red; DISPLAY : none !important'>b<p>c<br></div>d"_s, u"ad"_s},
     {"OtherStylesAreSeen", u"<b style='display:nonesuch;x-display:none'>a</b>"_s, u"a"_s},
     {"CommentsAndConditions",
      u"a<!-- <p>x</p> --><!--[if mso]>y<![endif]--><![if !mso]>b<![endif]><?xml z?>c"_s, u"abc"_s},
     {"AnEncodingThatTheTextClaims", u"<meta charset=utf-16><meta charset=iso-8859-1>é"_s, u"é"_s},
-};
-INSTANTIATE_TEST_SUITE_P(Unseen, PlainText, testing::ValuesIn(unseen), caseName);
-
-const Case characters[] = {
+    // characters
     {"LessThanIsText", u"<p>1 < 2 & 3<"_s, u"1 < 2 & 3<\n"_s},
     {"Entities", u"&lt;&amp;&eacute;&#8364;&#x1F600;"_s, u"<&é€😀"_s},
     {"ReferencesToNoCharacter", u"&#0;&#xd800;&#x110000;&#99999999999;&#;&#x;&nosuch;&amp"_s,
@@ -97,7 +82,8 @@ const Case characters[] = {
     {"ANulSpoilsNothing", u"a"_s + QChar(0) + u"b"_s, u"ab"_s},
     {"UnknownTags", u"<p>a<o:p>&nbsp;</o:p></p><x-y>b"_s, u"a\u00a0\nb"_s},
 };
-INSTANTIATE_TEST_SUITE_P(Characters, PlainText, testing::ValuesIn(characters), caseName);
+INSTANTIATE_TEST_SUITE_P(HtmlImporter, PlainText, testing::ValuesIn(cases),
+                         [](const auto &info) { return std::string(info.param.name); });
 
 TEST(HtmlImporter, DeepNestingLosesNoText) {
     const QString html = u"<div>"_s.repeated(20'000) + u"x"_s + u"</div>"_s.repeated(20'000) + u"y"_s;

@@ -21,7 +21,6 @@ TEST(Values, TruthAndIntegerFollowOneTable) {
         {"no value", {}, false, 0},
         {"null marker", rt::nullMarker(), false, 0},
         {"true", true, true, 1},
-        {"false", false, false, 0},
         {"int", -3, true, -3},
         {"byte", QVariant::fromValue<quint8>(7), true, 7},
         {"wide", highest, true, highest},
@@ -30,21 +29,15 @@ TEST(Values, TruthAndIntegerFollowOneTable) {
         {"not a number", std::numeric_limits<double>::quiet_NaN(), false, 0},
         {"infinity", std::numeric_limits<double>::infinity(), true, highest},
         {"huge", -1e300, true, lowest},
-        {"null text", QString(), false, 0},
         {"empty text", u""_s, false, 0},
         {"YES", u"YES"_s, true, 0},
-        {"yes", u"yes"_s, true, 0},
         {"True", u"True"_s, true, 0},
         {"NO", u"NO"_s, false, 0},
         {"1", u"1"_s, true, 1},
-        {"0", u"0"_s, false, 0},
         {"leading integer", u" -12abc3"_s, true, -12},
-        {"plus", u"+5"_s, true, 5},
         {"sign alone", u"-"_s, false, 0},
-        {"words", u"abc1"_s, false, 0},
         {"too long", u"99999999999999999999"_s, true, highest},
         {"too low", u"-99999999999999999999"_s, true, lowest},
-        {"list", QVariantList{1}, false, 0},
         {"dictionary", QVariantMap{{u"a"_s, 1}}, false, 0},
         {"bytes", QByteArray("1"), false, 0},
     };
@@ -95,19 +88,15 @@ TEST(Values, AViewThatIsAnObjectIsReadAsBoth) {
         EXPECT_EQ(rt::objectValue(value), static_cast<rt::Object *>(&view));
         EXPECT_EQ(rt::widgetValue(value), static_cast<QWidget *>(&view));
     }
-    QLabel label;
-    EXPECT_EQ(rt::objectValue(rt::fromWidget(&label)), nullptr);
-    rt::Object object(rt::defineClass(u"ValuesTestObject"_s));
-    EXPECT_EQ(rt::widgetValue(rt::fromObject(&object)), nullptr);
-}
-
-TEST(Values, NeitherObjectNorViewIsFoundInOtherValues) {
     for (const rt::Value &value : {rt::Value(), rt::nullMarker(), rt::Value(u"1f"_s), rt::Value(5)}) {
         EXPECT_EQ(rt::objectValue(value), nullptr);
         EXPECT_EQ(rt::widgetValue(value), nullptr);
     }
-    EXPECT_FALSE(rt::fromObject(nullptr).isValid());
-    EXPECT_FALSE(rt::fromWidget(nullptr).isValid());
+    EXPECT_FALSE(rt::fromObject(nullptr).isValid() || rt::fromWidget(nullptr).isValid());
+    QLabel label;
+    EXPECT_EQ(rt::objectValue(rt::fromWidget(&label)), nullptr);
+    rt::Object object(rt::defineClass(u"ValuesTestObject"_s));
+    EXPECT_EQ(rt::widgetValue(rt::fromObject(&object)), nullptr);
 }
 
 TEST(Values, AnIdentifierIsTheLowHalfOfTheAddressInLowerCaseHexadecimal) {

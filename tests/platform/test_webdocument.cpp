@@ -2,7 +2,6 @@
 #include "platform/Literals.h"
 #include "platform/toolkit/WebDocument.h"
 
-#include <QRegularExpression>
 #include <gtest/gtest.h>
 
 namespace {
@@ -99,16 +98,6 @@ TEST(WebDocument, AWholeDocumentSetIntoTheBodyLosesItsOuterTags) {
               "<title>new</title><p>new</p></body></html>"_s);
 }
 
-TEST(WebDocument, SettingTheDocumentsOwnTextIntoItsBodyTwiceDoublesNothing) {
-    const QString body = u"a<b>b</b><!-- c --><o:p>&nbsp;</o:p><p>d</p>"_s;
-    QString html = body;
-    for (int i = 0; i < 2; ++i) {
-        const WebDocument document(html);
-        html = document.withInnerHtml(u"body"_s, document.documentElementOuterHtml());
-        EXPECT_EQ(bodyOf(html), body);
-    }
-}
-
 TEST(WebDocument, AFragmentIsReadAsTheContentOfItsElement) {
     const struct {
         const char *element;
@@ -141,20 +130,13 @@ TEST(WebDocument, DeepNestingIsFlattenedAndNoTextIsLost) {
     }
 }
 
-TEST(WebDocument, TheOuterElementsOfAFlattenedTextEndWhereTheyDid) {
+TEST(WebDocument, OnlyWhatIsNestedIsFlattened) {
     const QString deep = u"<div>"_s.repeated(5'000) + u"x"_s + u"</div>"_s.repeated(5'000);
     const QString body = bodyOf(deep + u"<p>after</p>"_s);
     EXPECT_TRUE(body.endsWith(u"</div><p>after</p>"_s)) << qPrintable(body.right(60));
     EXPECT_EQ(body.count(u"<div>"_s), 2'000);
-}
-
-TEST(WebDocument, ManyElementsSideBySideAreNotFlattened) {
-    for (const char *part :
-         {"<p>x</p>", "<div><font>y</div></font>", "<a name=\"z\"></a>", "<b>i<i>j</b>k</i>"}) {
-        const QString html = QString::fromUtf8(part).repeated(6'000);
-        const QString name = QString::fromUtf8(part).mid(1).split(QRegularExpression(u"[ >]"_s)).first();
-        EXPECT_GE(bodyOf(html).count(u'<' + name), 6'000) << part;
-    }
+    for (const QString &part : {u"<p>x</p>"_s, u"<div><font>y</div></font>"_s, u"<b>i<i>j</b>k</i>"_s})
+        EXPECT_GE(bodyOf(part.repeated(6'000)).count(part.first(2)), 6'000) << qPrintable(part);
 }
 
 } // namespace
