@@ -2,7 +2,6 @@
 
 #include "platform/services/html/HtmlElement.h"
 
-#include <algorithm>
 #include <vector>
 
 namespace platform {

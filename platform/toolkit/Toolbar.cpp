@@ -245,10 +245,11 @@ void Toolbar::arrange(const QList<Place> &places) {
     QList<Shown> former = std::exchange(m_shown, {});
     const bool keeps = toolButtonStyle() == styleOf(displayMode());
     setToolButtonStyle(styleOf(displayMode()));
-    for (const auto &[position, item] : places) {
+    for (const Place &place : places) {
+        ToolbarItem *item = place.item;
         if (!item)
             continue;
-        const auto kept = std::find_if(former.cbegin(), former.cend(), [&, item = item](const Shown &shown) {
+        const auto kept = std::find_if(former.cbegin(), former.cend(), [keeps, item](const Shown &shown) {
             return keeps && shown.item == item;
         });
         m_shown.append(kept != former.cend() ? *kept : Shown{item, makeAction(item)});

@@ -28,49 +28,13 @@ ToolbarItem::ToolbarItem(const QString &identifier, rt::Class *isa)
 
 ToolbarItem::~ToolbarItem() = default;
 
-template<typename T>
-void ToolbarItem::set(T &field, const T &value) {
-    if (field == value)
-        return;
-    field = value;
-    Q_EMIT changed();
-}
-
-void ToolbarItem::setLabel(const QString &label) {
-    set(m_label, label);
-}
-
 QString ToolbarItem::paletteLabel() const {
     return m_paletteLabel.isEmpty() ? withoutMnemonic(m_label) : m_paletteLabel;
-}
-
-void ToolbarItem::setPaletteLabel(const QString &label) {
-    set(m_paletteLabel, label);
-}
-
-void ToolbarItem::setToolTip(const QString &toolTip) {
-    set(m_toolTip, toolTip);
 }
 
 void ToolbarItem::setImage(const QIcon &image) {
     m_image = image;
     Q_EMIT changed();
-}
-
-void ToolbarItem::setEnabled(bool enabled) {
-    set(m_enabled, enabled);
-}
-
-QString ToolbarItem::controlName() const {
-    return m_controlName.isEmpty() ? m_identifier : m_controlName;
-}
-
-void ToolbarItem::setControlName(const QString &name) {
-    set(m_controlName, name);
-}
-
-void ToolbarItem::setAction(Action action) {
-    m_action = std::move(action);
 }
 
 void ToolbarItem::perform(QWidget *sender) {
@@ -83,15 +47,6 @@ void ToolbarItem::perform(QWidget *sender) {
 void ToolbarItem::setView(ViewMaker make, ViewFiller fill) {
     m_makeView = std::move(make);
     m_fillView = std::move(fill);
-}
-
-QWidget *ToolbarItem::makeView() const {
-    return m_makeView ? m_makeView() : nullptr;
-}
-
-void ToolbarItem::fillView(QWidget *view) const {
-    if (view && m_fillView)
-        m_fillView(view, *this);
 }
 
 void ToolbarItem::setMenu(QMenu *menu) {

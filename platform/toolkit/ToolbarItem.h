@@ -9,7 +9,7 @@
 #include <QPointer>
 #include <QString>
 #include <functional>
-#include <memory>
+#include <utility>
 
 namespace platform {
 
@@ -41,27 +41,32 @@ public:
 
     // Shown below the image; "&" marks a mnemonic.
     [[nodiscard]] const QString &label() const { return m_label; }
-    void setLabel(const QString &label);
+    void setLabel(const QString &label) { set(m_label, label); }
     // Shown where the tool-bar is customized; the label without its mnemonic when empty.
     [[nodiscard]] QString paletteLabel() const;
-    void setPaletteLabel(const QString &label);
+    void setPaletteLabel(const QString &label) { set(m_paletteLabel, label); }
     [[nodiscard]] const QString &toolTip() const { return m_toolTip; }
-    void setToolTip(const QString &toolTip);
+    void setToolTip(const QString &toolTip) { set(m_toolTip, toolTip); }
     [[nodiscard]] const QIcon &image() const { return m_image; } // shown at 32 points
     void setImage(const QIcon &image);
     [[nodiscard]] bool isEnabled() const { return m_enabled; }
-    void setEnabled(bool enabled);
+    void setEnabled(bool enabled) { set(m_enabled, enabled); }
     // The object name of the item's control in each tool-bar; the identifier unless set.
-    [[nodiscard]] QString controlName() const;
-    void setControlName(const QString &name);
+    [[nodiscard]] const QString &controlName() const {
+        return m_controlName.isEmpty() ? m_identifier : m_controlName;
+    }
+    void setControlName(const QString &name) { set(m_controlName, name); }
 
-    void setAction(Action action); // none: a click does nothing
+    void setAction(Action action) { m_action = std::move(action); } // none: a click does nothing
     void perform(QWidget *sender); // runs the action when the item is enabled
     // A control of the item's own in place of a button. While only text is shown there is a button all the
     // same.
     void setView(ViewMaker make, ViewFiller fill);
-    [[nodiscard]] QWidget *makeView() const; // nullptr: the item has none
-    void fillView(QWidget *view) const;
+    [[nodiscard]] QWidget *makeView() const { return m_makeView ? m_makeView() : nullptr; } // nullptr: none
+    void fillView(QWidget *view) const {
+        if (view && m_fillView)
+            m_fillView(view, *this);
+    }
     // What the item opens: an item with a view shows that there is one. Not owned.
     void setMenu(QMenu *menu);
     [[nodiscard]] QMenu *menu() const { return m_menu; }
@@ -74,7 +79,12 @@ Q_SIGNALS:
 
 private:
     template<typename T>
-    void set(T &field, const T &value);
+    void set(T &field, const T &value) {
+        if (field == value)
+            return;
+        field = value;
+        Q_EMIT changed();
+    }
 
     QString m_identifier;
     QString m_label;

@@ -50,16 +50,6 @@ public:
     constexpr explicit HtmlElement(std::uint32_t traits)
         : m_traits(traits) {}
     [[nodiscard]] constexpr bool isAny(std::uint32_t traits) const { return (m_traits & traits) != 0; }
-    [[nodiscard]] bool isBlock() const { return isAny(Block); }
-    [[nodiscard]] bool isTable() const { return isAny(Table); }
-    [[nodiscard]] bool isHidden() const { return isAny(Hidden); }
-    [[nodiscard]] bool isPreformatted() const { return isAny(Preformatted); }
-    [[nodiscard]] bool isListItem() const { return isAny(ListItem); }
-    [[nodiscard]] bool isList() const { return isAny(BulletList | NumberedList); }
-    [[nodiscard]] bool isNumberedList() const { return isAny(NumberedList); }
-    [[nodiscard]] bool isLineBreak() const { return isAny(LineBreak); }
-    [[nodiscard]] bool isImage() const { return isAny(Image); }
-    [[nodiscard]] bool isParagraph() const { return isAny(Paragraph); }
     // Whether losing track of where it ends changes no more than where an outer element ends.
     [[nodiscard]] bool canBeFlattened() const {
         return !isAny(Hidden | Preformatted | LineBreak | Image | Void);

@@ -45,8 +45,11 @@ void HtmlReader::read(std::string_view html) {
         case HtmlToken::Kind::StartTag: {
             const HtmlElement::Named named = HtmlElement::named(token.name);
             openElement(named, token.attributes, token.selfClosing);
-            if (named.element.isAny(HtmlElement::RawText) && !token.selfClosing)
-                addRawText(named.element, tokenizer.takeRawText(token.name));
+            if (!named.element.isAny(HtmlElement::RawText) || token.selfClosing)
+                break;
+            const std::string_view raw = tokenizer.takeRawText(token.name);
+            if (!named.element.isAny(HtmlElement::Hidden))
+                m_sink.text(raw);
             break;
         }
         case HtmlToken::Kind::EndTag:
@@ -103,11 +106,6 @@ std::size_t HtmlReader::readReference(std::string_view text) {
     endHead();
     m_sink.text(character.empty() ? std::string_view("&") : character);
     return character.empty() ? 1 : position;
-}
-
-void HtmlReader::addRawText(HtmlElement element, std::string_view text) {
-    if (!element.isHidden())
-        m_sink.text(text);
 }
 
 // Elements

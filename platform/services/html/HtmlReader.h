@@ -27,7 +27,6 @@ private:
 
     void readText(std::string_view text);
     [[nodiscard]] std::size_t readReference(std::string_view text);
-    void addRawText(HtmlElement element, std::string_view text);
     void openElement(const HtmlElement::Named &named, const HtmlAttributes &attributes, bool selfClosing);
     void makeRoomFor(HtmlElement element);
     void endElement(const HtmlElement::Named &named);

@@ -10,6 +10,8 @@ namespace platform {
 
 namespace {
 
+using E = HtmlElement;
+
 constexpr std::string_view lineSeparator = "\xE2\x80\xA8";     // U+2028
 constexpr std::string_view objectReplacement = "\xEF\xBF\xBC"; // U+FFFC
 constexpr std::string_view bullet = "\t\xE2\x80\xA2\t";
@@ -116,14 +118,14 @@ void HtmlTextSink::startItem(Attributes attributes) {
 }
 
 void HtmlTextSink::startBlock(HtmlElement tag, Attributes attributes) {
-    breakBeforeBlock(tag.isListItem());
-    m_breakIsSeparator = tag.isParagraph();
+    breakBeforeBlock(tag.isAny(E::ListItem));
+    m_breakIsSeparator = tag.isAny(E::Paragraph);
     m_frames.back().start = m_text.size();
-    if (tag.isList())
-        m_lists.push_back({tag.isNumberedList(), numberIn(attributes.start, 1)});
-    if (tag.isListItem())
+    if (tag.isAny(E::BulletList | E::NumberedList))
+        m_lists.push_back({tag.isAny(E::NumberedList), numberIn(attributes.start, 1)});
+    if (tag.isAny(E::ListItem))
         startItem(attributes);
-    if (tag.isPreformatted()) {
+    if (tag.isAny(E::Preformatted)) {
         m_preformatted = true;
         m_preStart = m_text.size();
     }
@@ -144,25 +146,25 @@ void HtmlTextSink::addLineBreak() {
 
 void HtmlTextSink::open(HtmlElement tag, Attributes attributes) {
     m_frames.push_back({tag, m_text.size(), m_breakIsSeparator, m_preformatted, false});
-    if (tag.isHidden() || (m_hiddenDepth == 0 && isNotDisplayed(attributes))) {
+    if (tag.isAny(E::Hidden) || (m_hiddenDepth == 0 && isNotDisplayed(attributes))) {
         m_frames.back().hidden = true;
         ++m_hiddenDepth;
     }
     if (m_hiddenDepth > 0)
         return;
-    if (tag.isBlock()) {
+    if (tag.isAny(E::Block)) {
         startBlock(tag, attributes);
-    } else if (tag.isTable()) {
+    } else if (tag.isAny(E::Table)) {
         breakBeforeBlock(false);
-    } else if (tag.isLineBreak()) {
+    } else if (tag.isAny(E::LineBreak)) {
         addLineBreak();
-    } else if (tag.isImage()) {
+    } else if (tag.isAny(E::Image)) {
         addRun(objectReplacement);
     }
 }
 
 void HtmlTextSink::openFlattened(HtmlElement tag) {
-    if (m_hiddenDepth == 0 && (tag.isBlock() || tag.isTable()))
+    if (m_hiddenDepth == 0 && (tag.isAny(E::Block | E::Table)))
         breakBeforeBlock(false);
 }
 
@@ -176,11 +178,11 @@ void HtmlTextSink::close() {
         --m_hiddenDepth;
     if (wasHidden)
         return;
-    if (frame.tag.isBlock())
+    if (frame.tag.isAny(E::Block))
         breakLine(m_text.size() == frame.start);
-    else if (frame.tag.isTable() && m_text.size() != frame.start)
+    else if (frame.tag.isAny(E::Table) && m_text.size() != frame.start)
         breakLine(false);
-    if (frame.tag.isList() && !m_lists.empty())
+    if (frame.tag.isAny(E::BulletList | E::NumberedList) && !m_lists.empty())
         m_lists.pop_back();
     m_breakIsSeparator = frame.breakIsSeparator;
     m_preformatted = frame.preformatted;

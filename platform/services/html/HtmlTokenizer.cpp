@@ -68,7 +68,7 @@ HtmlToken::Kind HtmlTokenizer::readMarkup(HtmlToken *token) {
     const bool isEnd = next == '/';
     if (isAny(isEnd ? at(m_at + 2) : next, Letter)) {
         m_at += isEnd ? 2 : 1;
-        token->name = readName();
+        token->name = takeUntil(Space | Slash | Close);
         if (!isEnd)
             token->attributes = {};
         if (!readAttributes(token))
@@ -117,10 +117,6 @@ std::string_view HtmlTokenizer::takeUntil(unsigned classes) {
     while (m_at < m_html.size() && !isAny(m_html[m_at], classes))
         ++m_at;
     return {m_html.data() + start, m_at - start};
-}
-
-std::string_view HtmlTokenizer::readName() {
-    return takeUntil(Space | Slash | Close);
 }
 
 std::string_view HtmlTokenizer::readValue() {

@@ -44,7 +44,6 @@ public:
 private:
     [[nodiscard]] HtmlToken::Kind readMarkup(HtmlToken *token);
     std::string_view takeUntil(unsigned classes);
-    [[nodiscard]] std::string_view readName();
     // Through the tag's end. False when the text ends first.
     [[nodiscard]] bool readAttributes(HtmlToken *token);
     [[nodiscard]] std::string_view readValue();

@@ -60,10 +60,6 @@ void FileUserDefaults::load() {
                  qPrintable(path));
 }
 
-rt::Value FileUserDefaults::value(const QString &key) const {
-    return m_values.value(key);
-}
-
 void FileUserDefaults::setValue(const QString &key, const rt::Value &value) {
     if (changeDefault(&m_values, key, value))
         m_isChanged = true;

@@ -14,7 +14,7 @@ class FileUserDefaults : public UserDefaults {
 public:
     // With an empty domain nothing is kept beyond the process.
     FileUserDefaults(const QString &folder, const QString &domain);
-    [[nodiscard]] rt::Value value(const QString &key) const override;
+    [[nodiscard]] rt::Value value(const QString &key) const override { return m_values.value(key); }
     void setValue(const QString &key, const rt::Value &value) override;
     bool synchronize() override;
     [[nodiscard]] rt::Value valueInDomain(const QString &domain, const QString &key) const override;

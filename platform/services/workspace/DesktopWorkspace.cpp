@@ -78,7 +78,7 @@ QString DesktopWorkspace::pathForBundleIdentifier(const QString &identifier) con
         if (!path.isNull())
             return path;
     }
-    for (const QString &folder : bundleFolders()) {
+    for (const QString &folder : bundleFolders) {
         const QString path = bundleBelow(folder.chopped(1), identifier, searchDepth);
         if (!path.isNull())
             return path;

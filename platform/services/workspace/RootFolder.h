@@ -9,15 +9,12 @@
 namespace platform {
 
 // The folders, with a trailing "/", whose content lies below the root folder.
-inline const QStringList &bundleFolders() {
-    static const QStringList folders{u"/Applications/"_s, u"/Users/Shared/"_s};
-    return folders;
-}
+inline const QStringList bundleFolders{u"/Applications/"_s, u"/Users/Shared/"_s};
 
 // The path below `root` when it begins with one of those folders; otherwise, or with an empty root, the path
 // itself.
 inline QString belowRoot(const QString &root, const QString &path) {
-    for (const QString &folder : bundleFolders()) {
+    for (const QString &folder : bundleFolders) {
         if (path.startsWith(folder))
             return root + path;
     }
