@@ -3,6 +3,7 @@
 #include "platform/Literals.h"
 #include "platform/services/html/HtmlReader.h"
 
+#include <QByteArray>
 #include <QStringEncoder>
 #include <string>
 
@@ -11,12 +12,13 @@ namespace platform {
 namespace {
 
 // UTF-8 in which a lone surrogate is U+FFFD, without NULs.
-std::string cleanUtf8(const QString &text) {
+QByteArray cleanUtf8(const QString &text) {
     QStringEncoder encoder(QStringEncoder::Utf8, QStringConverter::Flag::Stateless);
-    std::string bytes(std::size_t(encoder.requiredSpace(text.size())), '\0');
-    const char *end = encoder.appendToBuffer(bytes.data(), text);
-    bytes.resize(std::size_t(end - bytes.data()));
-    std::erase(bytes, '\0');
+    // Three times what is needed: memory that is never written to costs nothing.
+    QByteArray bytes(encoder.requiredSpace(text.size()), Qt::Uninitialized);
+    bytes.truncate(encoder.appendToBuffer(bytes.data(), text) - bytes.data());
+    if (bytes.contains('\0'))
+        bytes.removeIf([](char byte) { return byte == '\0'; });
     return bytes;
 }
 
@@ -25,10 +27,10 @@ std::string cleanUtf8(const QString &text) {
 QString plainTextOfHtml(const QString &html) {
     if (html.isEmpty())
         return u""_s;
-    const std::string bytes = cleanUtf8(html);
+    const QByteArray bytes = cleanUtf8(html);
     HtmlTextSink sink;
-    sink.reserve(bytes.size());
-    HtmlReader(sink).read(bytes);
+    sink.reserve(std::size_t(bytes.size()));
+    HtmlReader(sink).read({bytes.constData(), std::size_t(bytes.size())});
     const std::string text = sink.take();
     return QString::fromUtf8(text.data(), qsizetype(text.size()));
 }
