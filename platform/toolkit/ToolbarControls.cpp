@@ -143,8 +143,8 @@ void ToolbarViewCell::paintEvent(QPaintEvent *) {
     const QRect text(0, top, width(), height() - top);
     const bool underlines = style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, this);
     const int mnemonic = underlines ? Qt::TextShowMnemonic : Qt::TextHideMnemonic;
-    style()->drawItemText(&painter, text, Qt::AlignHCenter | Qt::AlignTop | mnemonic, palette(), isEnabled(),
-                          m_item->label(), foregroundRole());
+    style()->drawItemText(&painter, text, int(Qt::AlignHCenter) | int(Qt::AlignTop) | mnemonic, palette(),
+                          isEnabled(), m_item->label(), foregroundRole());
 }
 
 void ToolbarViewCell::mousePressEvent(QMouseEvent *event) {
