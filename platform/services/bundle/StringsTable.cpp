@@ -15,6 +15,12 @@ const QString quoted = uR"regex("((?:[^"\\]++|\\.)*+)")regex"_s;
 const auto options =
     QRegularExpression::DotMatchesEverythingOption | QRegularExpression::UseUnicodePropertiesOption;
 
+// The whole text would be checked for each entry; what was decoded from UTF-8 needs no check.
+QRegularExpressionMatch matchAt(const QRegularExpression &expression, const QString &text, qsizetype at) {
+    return expression.match(text, at, QRegularExpression::NormalMatch,
+                            QRegularExpression::DontCheckSubjectStringMatchOption);
+}
+
 QChar escaped(QChar unit) {
     switch (unit.unicode()) {
     case u'n':
@@ -56,8 +62,8 @@ QHash<QString, QString> parseStringsTable(const QByteArray &bytes, bool *isWhole
     const QString text = QString::fromUtf8(bytes.startsWith("\xef\xbb\xbf") ? bytes.sliced(3) : bytes);
     QHash<QString, QString> entries;
     bool isMalformed = false;
-    for (qsizetype at = 0; (at = skipped.match(text, at).capturedEnd()) < text.size();) {
-        const QRegularExpressionMatch match = entry.match(text, at);
+    for (qsizetype at = 0; (at = matchAt(skipped, text, at).capturedEnd()) < text.size();) {
+        const QRegularExpressionMatch match = matchAt(entry, text, at);
         if (match.hasMatch()) {
             entries.insert(unescaped(match.capturedView(1)), unescaped(match.capturedView(2)));
             at = match.capturedEnd();
