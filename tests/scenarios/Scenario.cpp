@@ -3,7 +3,6 @@
 #include "plugin/load/pluginLoad.h"
 #include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
 #include "plugin/ui/toolbar/vlCommandItemMgr.h"
-#include "plugin/util/localizedString.h"
 #include "standin/mailhost/windows/ControlNames.h"
 
 namespace scenarios {
@@ -83,10 +82,6 @@ Scenario::~Scenario() {
     m_client.reset();
 }
 
-QString Scenario::text(const QString &key) {
-    return vlLocalizedString(key);
-}
-
 void Scenario::settle() {
     for (int i = 0; i < turns; ++i) {
         QCoreApplication::sendPostedEvents();
@@ -111,10 +106,6 @@ mailhost::EditorWindow *Scenario::open(const QString &uid) {
 vlActionAdditionView *Scenario::stripOf(mailhost::EditorWindow *window) {
     return dynamic_cast<vlActionAdditionView *>(
         vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByWindow(window));
-}
-
-QList<mailhost::EditorWindowController *> Scenario::openEditors() {
-    return mailhost::EditorWindowController::open();
 }
 
 void Scenario::close(mailhost::EditorWindow *window) {

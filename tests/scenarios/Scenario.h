@@ -3,6 +3,7 @@
 #pragma once
 
 #include "plugin/ui/strip/vlActionAdditionView.h"
+#include "plugin/util/localizedString.h"
 #include "standin/mailhost/store/CalendarFile.h"
 #include "standin/mailhost/windows/HostApplication.h"
 #include "standin/mailhost/windows/editor/EditorWindow.h"
@@ -47,7 +48,9 @@ public:
     [[nodiscard]] static vlActionAdditionView *stripOf(mailhost::EditorWindow *window);
     // The button that is shown under that text; nullptr when there is none.
     [[nodiscard]] static QAbstractButton *stripButton(mailhost::EditorWindow *window, const QString &textKey);
-    [[nodiscard]] static QList<mailhost::EditorWindowController *> openEditors();
+    [[nodiscard]] static QList<mailhost::EditorWindowController *> openEditors() {
+        return mailhost::EditorWindowController::open();
+    }
 
     // The user's clicks and keys. What follows at once has happened afterwards; what a timer brings has not.
     void clickAdd(mailhost::EditorWindow *window) { click(stripButton(window, u"AddVelaButton"_s)); }
@@ -97,7 +100,7 @@ public:
     meetingclient::MeetingStore &client() { return m_store; }
     mailhost::HostApplication &host() { return *m_host; }
     [[nodiscard]] QString calendarPath() const { return m_folder.filePath(u"my.ics"_s); }
-    [[nodiscard]] static QString text(const QString &key);
+    [[nodiscard]] static QString text(const QString &key) { return vlLocalizedString(key); }
 
 private:
     void click(QAbstractButton *button);

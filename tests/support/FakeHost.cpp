@@ -172,14 +172,6 @@ FakeComposeView::FakeComposeView(QWidget *parent, const QString &html)
                                  {"getElementsByTagName:", QVariantList{rt::fromObject(&m_body)}}})
     , m_frame("WebFrame", {{"DOMDocument", rt::fromObject(&m_document)}}) {}
 
-QString FakeComposeView::writtenBody() const {
-    return m_body.values.value("innerHTML").toString();
-}
-
-QDateTime FakeAppointment::usualStart() {
-    return QDateTime(QDate(2026, 11, 24), QTime(9, 0), Qt::UTC);
-}
-
 FakeAppointment::FakeAppointment(const QDateTime &start, int minutes)
     : FakeObject("ECCalendarEvent", {{"summary", "Review"}, {"isOwner", true}})
     , m_start(start)
@@ -228,14 +220,6 @@ void FakeEditor::close() {
     platform::windowWillClose(m_window);
     delete m_window;
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
-QString FakeEditor::body() const {
-    return m_bodyContent.values.value("bodyContent").toString();
-}
-
-QString FakeEditor::record() const {
-    return rt::textValue(values.value("olmUCCapabilities"));
 }
 
 void FakeEditor::pends(const QString &member, const QVariant &value) {

@@ -54,7 +54,8 @@ public:
 class FakeComposeView : public FakeView {
 public:
     FakeComposeView(QWidget *parent, const QString &html);
-    [[nodiscard]] QString writtenBody() const; // null when nothing was written
+    // Null when nothing was written.
+    [[nodiscard]] QString writtenBody() const { return m_body.values.value(u"innerHTML"_s).toString(); }
     [[nodiscard]] rt::Object *frame() { return &m_frame; }
 
 private:
@@ -64,7 +65,7 @@ private:
 // An appointment of the user's: "Review" for one hour, without attendees, place and meeting.
 class FakeAppointment : public FakeObject {
 public:
-    static QDateTime usualStart(); // 2026-11-24 09:00:00 UTC
+    static QDateTime usualStart() { return {QDate(2026, 11, 24), QTime(9, 0), Qt::UTC}; }
     explicit FakeAppointment(const QDateTime &start = usualStart(), int minutes = 60);
 
     void invites(const QString &name, int type = 0); // type 2: a room
@@ -89,8 +90,10 @@ public:
     [[nodiscard]] QLineEdit *locationField() { return m_locationField; }
     [[nodiscard]] FakeObject *windowController() { return &m_windowController; }
     [[nodiscard]] FakeObject *bodyEditor() { return &m_bodyEditor; }
-    [[nodiscard]] QString body() const;   // as the body editor shows it
-    [[nodiscard]] QString record() const; // the stored plug-in data; null when none was written
+    // As the body editor shows it.
+    [[nodiscard]] QString body() const { return m_bodyContent.values.value(u"bodyContent"_s).toString(); }
+    // The stored plug-in data; null when none was written.
+    [[nodiscard]] QString record() const { return rt::textValue(values.value(u"olmUCCapabilities"_s)); }
     void pends(const QString &member, const QVariant &value); // an edit that is not saved yet
     void close(); // as the host does: tells, then the window goes away
 

@@ -3,10 +3,8 @@
 #include "meeting.pb.h"
 #include "plugin/link/channel/vlIPCChannel.h"
 #include "plugin/link/clientCodes.h"
-#include "plugin/link/discovery/vlAppHelper.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/util/EncodeUtils.h"
-#include "plugin/util/vlOLUtils.h"
 #include "tests/support/FreshPlugin.h"
 
 namespace {
@@ -17,49 +15,22 @@ using Asked = ScriptedClient::Asked;
 const QString clientPath = u"/Applications/Parlo Meetings.app"_s;
 constexpr qsizetype meetingField = 13;
 
-ClientAnswer answerIdOf(Asked what) {
-    switch (what) {
-    case Asked::Schedule:
-        return ClientAnswer::Schedule;
-    case Asked::Delete:
-        return ClientAnswer::Delete;
-    case Asked::GetMeeting:
-        return ClientAnswer::GetMeeting;
-    case Asked::Profile:
-        return ClientAnswer::GetUserProfile;
-    case Asked::Accounts:
-        return ClientAnswer::GetPAC;
-    case Asked::Update:
-    case Asked::Start:
-        break;
-    }
-    return ClientAnswer::Update;
+QVariantMap jsonIn(const QString &content) {
+    return rt::mapValue(vlOLUtils::toArrayOrNSDictionary(content.mid(content.indexOf(u'{'))));
 }
 
-ScriptedClient::Request meetingRequest(const QString &content) {
-    const auto command = MeetingSubCommand(content.section(u';', 0, 0).toInt());
-    if (command == MeetingSubCommand::Delete || command == MeetingSubCommand::Get)
-        return {command == MeetingSubCommand::Get ? Asked::GetMeeting : Asked::Delete,
-                content.section(u';', 1),
-                {}};
-    const QVariantMap json =
-        rt::mapValue(vlOLUtils::toArrayOrNSDictionary(content.mid(content.indexOf(u'{'))));
-    return {command == MeetingSubCommand::Update ? Asked::Update : Asked::Schedule, {}, json};
-}
-
+// Requests have the codes of their answers; those about meetings, in front of their content.
 ScriptedClient::Request requestIn(const platform::TextMap &envelope) {
     const QString content = envelope.value(VL_IPC_CONTENT);
-    switch (ClientAction(envelope.value(VL_IPC_ACTION_ID).toInt())) {
-    case ClientAction::Meeting:
-        return meetingRequest(content);
-    case ClientAction::GetUserProfile:
-        return {Asked::Profile, {}, {}};
-    case ClientAction::GetPAC:
-        return {Asked::Accounts, {}, {}};
-    case ClientAction::StartMeeting:
-        break;
-    }
-    return {Asked::Start, {}, rt::mapValue(vlOLUtils::toArrayOrNSDictionary(content))};
+    const int action = envelope.value(VL_IPC_ACTION_ID).toInt();
+    if (ClientAction(action) == ClientAction::StartMeeting)
+        return {Asked::Start, {}, jsonIn(content)};
+    if (ClientAction(action) != ClientAction::Meeting)
+        return {Asked(action), {}, {}};
+    const auto what = Asked(content.section(u';', 0, 0).toInt());
+    if (what == Asked::Delete || what == Asked::GetMeeting)
+        return {what, content.section(u';', 1), {}};
+    return {what, {}, jsonIn(content)};
 }
 
 } // namespace
@@ -86,10 +57,6 @@ void ScriptedClient::hear(const platform::TextMap &envelope) {
         sendsNow(m_requests.last().what, *answer);
 }
 
-void ScriptedClient::sendsNow(Asked what, const QString &content) {
-    sendsNow(QString::number(qint32(answerIdOf(what))), content);
-}
-
 void ScriptedClient::sendsNow(const QString &actionId, const QString &content) {
     platform::TextMap envelope{{VL_IPC_ACTION_ID, actionId}};
     if (!content.isNull())
@@ -97,43 +64,15 @@ void ScriptedClient::sendsNow(const QString &actionId, const QString &content) {
     m_desktop.bus->post(kIPCNotifyVelaClientToOutlookPlugin, QString(), envelope, true);
 }
 
-void ScriptedClient::knowsTheUser(const QVariantMap &profile) {
-    answers(Asked::Profile, vlOLUtils::toJSONString(profile));
-}
-
-void ScriptedClient::holdsTheMeeting(const QVariantMap &meeting) {
-    answers(Asked::GetMeeting, meetingAnswer(meeting));
-}
-
 void ScriptedClient::schedulesAs(const QString &key, const QString &invitation) {
     answers(Asked::Schedule, key + u';' + invitation);
     answers(Asked::Update, key + u';' + invitation);
-}
-
-void ScriptedClient::deletes() {
-    answers(Asked::Delete, u"done"_s);
-}
-
-void ScriptedClient::hasAccounts(const QList<Account> &accounts) {
-    answers(Asked::Accounts, accountsAnswer(accounts));
-}
-
-void ScriptedClient::answers(Asked what, const QString &content) {
-    m_answers.insert(what, content);
-}
-
-void ScriptedClient::keepsSilentOn(Asked what) {
-    m_answers.remove(what);
 }
 
 void ScriptedClient::isInstalled(const QString &version, bool running) {
     installBundle(m_desktop, kVelausIdentify, clientPath, {{u"CFBundleVersion"_s, version}});
     if (running)
         m_desktop.workspace->running.append(kVelausIdentify);
-}
-
-void ScriptedClient::quits() {
-    m_desktop.workspace->running.removeAll(kVelausIdentify);
 }
 
 void ScriptedClient::isUninstalled() {
@@ -167,8 +106,4 @@ QList<Asked> ScriptedClient::asked() const {
     for (const Request &request : m_requests)
         kinds.append(request.what);
     return kinds;
-}
-
-ScriptedClient::Request ScriptedClient::last() const {
-    return m_requests.isEmpty() ? Request{Asked::Start, {}, {}} : m_requests.last();
 }

@@ -1,6 +1,8 @@
 // A meeting client on the in-memory bus that answers as a test has told it.
 #pragma once
 
+#include "plugin/link/discovery/vlAppHelper.h"
+#include "plugin/util/vlOLUtils.h"
 #include "tests/support/TestServices.h"
 
 #include <QHash>
@@ -13,7 +15,16 @@
 // outlive it. The files of the desktop are in a temporary folder that the client owns.
 class ScriptedClient {
 public:
-    enum class Asked { Start, Schedule, Update, Delete, GetMeeting, Profile, Accounts };
+    // By the code of the answer; a start has none.
+    enum class Asked {
+        Start = -1,
+        Schedule = 1,
+        Update = 2,
+        Delete = 3,
+        GetMeeting = 4,
+        Profile = 6,
+        Accounts = 9
+    };
     struct Request {
         Asked what;
         QString key;      // of GetMeeting and Delete
@@ -33,19 +44,21 @@ public:
     ScriptedClient &operator=(const ScriptedClient &) = delete;
 
     // What it answers from now on, to every request of the kind.
-    void knowsTheUser(const QVariantMap &profile);
-    void
-    holdsTheMeeting(const QVariantMap &meeting); // members as the client sends them, "startTime" in seconds
+    void answers(Asked what, const QString &content) { m_answers.insert(what, content); } // an error, too
+    void keepsSilentOn(Asked what) { m_answers.remove(what); }
+    void knowsTheUser(const QVariantMap &profile) {
+        answers(Asked::Profile, vlOLUtils::toJSONString(profile));
+    }
+    // Members as the client sends them, "startTime" in seconds.
+    void holdsTheMeeting(const QVariantMap &meeting) { answers(Asked::GetMeeting, meetingAnswer(meeting)); }
     void schedulesAs(const QString &key, const QString &invitation); // schedules and updates
-    void deletes();
-    void hasAccounts(const QList<Account> &accounts);
-    void answers(Asked what, const QString &content); // as it is, an error for example
-    void keepsSilentOn(Asked what);
+    void deletes() { answers(Asked::Delete, u"done"_s); }
+    void hasAccounts(const QList<Account> &accounts) { answers(Asked::Accounts, accountsAnswer(accounts)); }
     void isInstalled(const QString &version = supportedVersion, bool running = true);
-    void quits(); // no longer runs
+    void quits() { m_desktop.workspace->running.removeAll(kVelausIdentify); } // no longer runs
     void isUninstalled();
     // Sends its answer to a request that it has kept silent on, or that nobody made.
-    void sendsNow(Asked what, const QString &content);
+    void sendsNow(Asked what, const QString &content) { sendsNow(QString::number(int(what)), content); }
     void sendsNow(const QString &actionId, const QString &content); // null: a message without content
     // The answers that the operations above make, for sendsNow().
     [[nodiscard]] static QString meetingAnswer(const QVariantMap &meeting);
@@ -55,7 +68,10 @@ public:
     [[nodiscard]] const QList<Request> &requests() const { return m_requests; }
     [[nodiscard]] QList<Asked> asked() const;
     [[nodiscard]] int timesAsked(Asked what) const { return int(asked().count(what)); }
-    [[nodiscard]] Request last() const; // a Start without members when there is none
+    // A Start without members when there is none.
+    [[nodiscard]] Request last() const {
+        return m_requests.value(m_requests.size() - 1, {Asked::Start, {}, {}});
+    }
     void forget() { m_requests.clear(); }
     [[nodiscard]] QString filePath(const QString &name) const { return m_root.filePath(name); }
 

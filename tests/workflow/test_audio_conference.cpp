@@ -60,6 +60,7 @@ TEST_F(AudioConference, TheAccountsOfTheUserBeforeAreReadAgainAndNeverUsed) {
         EXPECT_EQ(client.timesAsked(Asked::Accounts), i);
         EXPECT_EQ(appointment->location(), "");
     }
+    EXPECT_EQ(alerts.alerts.last().message, "[SystemError]") << "the last answer cannot be read";
     client.hasAccounts({{"900", 9, "Dial 900"}});
     manager().sendVlMeetingCommand(CmdAddAudioConference1, strip.get());
     turn();
