@@ -152,8 +152,8 @@ TEST_F(Dialogs, ShowProgressWhenTheAnswerTakesLongAndNothingBefore) {
     EXPECT_FALSE(progress.showProgressWindow());
 }
 
-TEST_F(Dialogs, ShowOneProgressWindowWhileAnyRequestIsOut) {
-    vlProgressUIMgr first, second;
+TEST_F(Dialogs, ShowOneProgressWindowWhileAnyRequestIsOutAndWhatTheLastOneIsFor) {
+    vlProgressUIMgr first(ClientAnswer::Schedule), second(ClientAnswer::Delete);
     first.showCommunication(nullptr);
     desktop.runLoop->advance(0.2);
     second.showCommunication(nullptr);
@@ -161,6 +161,7 @@ TEST_F(Dialogs, ShowOneProgressWindowWhileAnyRequestIsOut) {
     const QWidget *shown = first.progressWindowController().window();
     ASSERT_TRUE(shown);
     EXPECT_EQ(second.progressWindowController().window(), shown);
+    EXPECT_EQ(shown->findChild<QLabel *>(u"text_action"_s)->text(), echo(u"ProgressDelete"_s));
     first.closeCommunication();
     EXPECT_TRUE(shown->isVisible());
     second.closeCommunication();
