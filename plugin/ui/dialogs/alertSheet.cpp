@@ -7,11 +7,13 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <algorithm>
 
 namespace {
 
-constexpr int messageWidth = 320;               // points: most messages take two lines
-constexpr int smallestWidth = messageWidth / 2; // of its lines
+constexpr int usualWidth = 320;               // points, of the message
+constexpr int widestWidth = 384;              // where that saves a line
+constexpr int smallestWidth = usualWidth / 2; // of its lines
 constexpr int widthStep = 8;
 constexpr int sideMargin = 20;
 constexpr int topMargin = 16;
@@ -49,15 +51,15 @@ void addButtons(QMessageBox *alert, const QStringList &buttons) {
     }
 }
 
-// So narrow that the message takes no more lines than it must: its lines are about equally long.
+// So narrow that the message just takes no more lines than it must: they are about equally long.
 int balancedWidth(const QLabel &label) {
     const auto height = [&label](int width) {
         return label.fontMetrics()
             .boundingRect(QRect(0, 0, width, 0), Qt::TextWordWrap, label.text())
             .height();
     };
-    int width = messageWidth;
-    while (width > smallestWidth && height(width - widthStep) == height(messageWidth))
+    int width = widestWidth;
+    while (width > smallestWidth && height(width - widthStep) == height(widestWidth))
         width -= widthStep;
     return width;
 }
@@ -70,12 +72,13 @@ void arrange(QMessageBox *alert) {
     if (!label || !grid)
         return;
     grid->setContentsMargins(sideMargin, topMargin, sideMargin, bottomMargin);
-    label->setMinimumWidth(messageWidth);
     int row = 0, column = 0, rows = 0, columns = 0;
     grid->getItemPosition(grid->indexOf(label), &row, &column, &rows, &columns);
     grid->setRowStretch(row, 1);
     label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    label->setContentsMargins(0, 0, messageWidth - balancedWidth(*label), 0);
+    const int lines = balancedWidth(*label);
+    label->setMinimumWidth(std::max(lines, usualWidth));
+    label->setContentsMargins(0, 0, label->minimumWidth() - lines, 0);
 }
 
 } // namespace
