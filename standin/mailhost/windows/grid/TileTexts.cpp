@@ -1,10 +1,10 @@
 #include "standin/mailhost/windows/grid/TileTexts.h"
 
 #include "platform/Literals.h"
+#include "standin/mailhost/windows/LineDrawing.h"
 
 #include <QFontMetrics>
 #include <QPainter>
-#include <QPainterPath>
 #include <QTextLayout>
 #include <algorithm>
 
@@ -20,43 +20,6 @@ constexpr int markGap = 3;
 constexpr int leastText = 34; // below it a text is not worth its place
 constexpr int mostSubjectLines = 3;
 constexpr int between = 8; // texts on one line
-
-void drawRepeats(QPainter &painter, const QRectF &rect) {
-    const QRectF circle = rect.adjusted(1.5, 1.5, -1.5, -1.5);
-    constexpr int degree = 16;
-    painter.setBrush(Qt::NoBrush);
-    painter.drawArc(circle, 25 * degree, 130 * degree);
-    painter.drawArc(circle, 205 * degree, 130 * degree);
-    painter.setBrush(painter.pen().color());
-    const qreal head = rect.width() * 0.22;
-    const auto arrow = [&](const QPointF &tip, qreal direction) {
-        QPolygonF shape;
-        shape << tip << tip + QPointF(-head, -direction * head * 1.2)
-              << tip + QPointF(head, -direction * head * 1.2);
-        painter.save();
-        painter.setPen(Qt::NoPen);
-        painter.drawPolygon(shape);
-        painter.restore();
-    };
-    arrow({circle.right(), circle.center().y() + head * 0.5}, 1);
-    arrow({circle.left(), circle.center().y() - head * 0.5}, -1);
-}
-
-void drawOnline(QPainter &painter, const QRectF &rect) {
-    painter.save();
-    painter.setBrush(painter.pen().color());
-    painter.setPen(Qt::NoPen);
-    const qreal unit = rect.width() / 11;
-    painter.drawRoundedRect(QRectF(rect.left(), rect.top() + 2 * unit, 7 * unit, 7 * unit), 1.6 * unit,
-                            1.6 * unit);
-    QPolygonF lens;
-    lens << QPointF(rect.left() + 7.7 * unit, rect.top() + 4.7 * unit)
-         << QPointF(rect.left() + 11 * unit, rect.top() + 2.5 * unit)
-         << QPointF(rect.left() + 11 * unit, rect.top() + 8.5 * unit)
-         << QPointF(rect.left() + 7.7 * unit, rect.top() + 6.3 * unit);
-    painter.drawPolygon(lens);
-    painter.restore();
-}
 
 // From and to where that fits, else the begin alone, else nothing: half a time says the wrong one.
 QString timesFor(const Occurrence &occurrence, int width, const GridStyle &style) {
@@ -132,11 +95,11 @@ TileTexts::TileTexts(const Occurrence &occurrence, const TileEnds &ends, const Q
 
 // At the right of the first line where that leaves room for the subject, else at the right of the last line.
 void TileTexts::placeMarks(const Occurrence &occurrence, const GridStyle &style) {
-    QList<Mark> marks;
+    QStringList marks;
     if (occurrence.hasMeetingRecord)
-        marks.append(Mark::Online);
+        marks.append(u"online"_s);
     if (occurrence.isOccurrence || occurrence.isException)
-        marks.append(Mark::Repeats);
+        marks.append(u"repeats"_s);
     const bool oneLine = m_area.height() / style.lineHeight < 2;
     while (oneLine && !marks.isEmpty() && m_area.width() - marks.size() * (markSize + markGap) < leastText)
         marks.removeLast();
@@ -146,7 +109,7 @@ void TileTexts::placeMarks(const Occurrence &occurrence, const GridStyle &style)
     const bool onFirst = oneLine || m_area.width() - width >= 2 * leastText;
     const int lineTop = onFirst ? m_area.top() : m_area.bottom() + 1 - style.lineHeight;
     int right = m_area.right() + 1;
-    for (const Mark mark : std::as_const(marks)) {
+    for (const QString &mark : std::as_const(marks)) {
         m_marks.append(
             {mark, QRect(right - markSize, lineTop + (style.lineHeight - markSize) / 2, markSize, markSize)});
         right -= markSize + markGap;
@@ -157,28 +120,13 @@ void TileTexts::placeMarks(const Occurrence &occurrence, const GridStyle &style)
         m_area.setBottom(lineTop - 1);
 }
 
-// Shaping a text is what costs: one that fits is shaped once.
-bool TileTexts::addIfItFits(const QString &text, const QRect &rect, bool strong, const GridStyle &style) {
-    Line line{QStaticText(text), rect.topLeft(), strong};
-    line.text.setTextFormat(Qt::PlainText);
-    line.text.setPerformanceHint(QStaticText::AggressiveCaching);
-    line.text.prepare(QTransform(), strong ? style.subject : style.detail);
-    if (qRound(line.text.size().width()) > rect.width())
-        return false;
-    m_lines.append(line);
-    return true;
-}
-
 // Answers the width that it takes.
 int TileTexts::add(const QString &text, const QRect &rect, bool strong, const GridStyle &style) {
-    if (!addIfItFits(text, rect, strong, style)) {
-        m_shortened = true;
-        const QFontMetrics metrics(strong ? style.subject : style.detail);
-        // A pixel less, since the two ways to measure round differently.
-        if (!addIfItFits(metrics.elidedText(text, Qt::ElideRight, rect.width() - 1), rect, strong, style))
-            return 0;
-    }
-    return qRound(m_lines.last().text.size().width());
+    const QFontMetrics metrics(strong ? style.subject : style.detail);
+    const QString shown = metrics.elidedText(text, Qt::ElideRight, rect.width());
+    m_shortened = m_shortened || shown != text;
+    m_lines.append({shown, rect, strong});
+    return metrics.horizontalAdvance(shown);
 }
 
 void TileTexts::writeOnOneLine(const QStringList &texts, const GridStyle &style) {
@@ -213,11 +161,6 @@ void TileTexts::writeBelowEachOther(const QStringList &texts, const GridStyle &s
 
 // Over at most that many lines, the last of them shortened; answers how many it took.
 int TileTexts::wrap(const QString &text, int lines, const GridStyle &style, int top) {
-    const QRect first(m_area.left(), top, m_firstLineEnd + 1 - m_area.left(), style.lineHeight);
-    if (lines == 1)
-        add(text, first, true, style);
-    if (lines == 1 || addIfItFits(text, first, true, style))
-        return 1;
     QTextLayout layout(text, style.subject);
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
@@ -225,9 +168,9 @@ int TileTexts::wrap(const QString &text, int lines, const GridStyle &style, int 
     layout.beginLayout();
     int used = 0;
     for (QTextLine line = layout.createLine(); line.isValid() && used < lines; line = layout.createLine()) {
-        const QRect rect =
-            used == 0 ? first
-                      : QRect(m_area.left(), top + used * style.lineHeight, m_area.width(), style.lineHeight);
+        const int right = used == 0 ? m_firstLineEnd : m_area.right();
+        const QRect rect(m_area.left(), top + used * style.lineHeight, right + 1 - m_area.left(),
+                         style.lineHeight);
         line.setLineWidth(rect.width());
         const bool last = ++used == lines;
         const QString part = text.mid(line.textStart(), last ? -1 : line.textLength());
@@ -239,16 +182,13 @@ int TileTexts::wrap(const QString &text, int lines, const GridStyle &style, int 
 
 void TileTexts::draw(QPainter &painter, const GridStyle &style, const QColor &text,
                      const QColor &faint) const {
-    for (const bool strong : {true, false}) {
-        painter.setFont(strong ? style.subject : style.detail);
-        painter.setPen(strong ? text : faint);
-        for (const Line &line : m_lines)
-            if (line.strong == strong)
-                painter.drawStaticText(line.place, line.text);
+    for (const Line &line : m_lines) {
+        painter.setFont(line.strong ? style.subject : style.detail);
+        painter.setPen(line.strong ? text : faint);
+        painter.drawText(line.place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, line.text);
     }
-    painter.setPen(QPen(faint, 1.3));
-    for (const PlacedMark &mark : m_marks)
-        mark.mark == Mark::Repeats ? drawRepeats(painter, mark.rect) : drawOnline(painter, mark.rect);
+    for (const auto &[name, rect] : m_marks)
+        paintLineDrawing(painter, name, rect, faint);
 }
 
 } // namespace mailhost

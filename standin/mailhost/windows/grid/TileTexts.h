@@ -1,11 +1,10 @@
-// What is written on a tile of a given size: each text shaped, wrapped and shortened once.
+// What is written on a tile of a given size: each text wrapped and shortened once.
 #pragma once
 
 #include "standin/mailhost/store/Appointment.h"
 #include "standin/mailhost/windows/grid/GridStyle.h"
 
 #include <QRect>
-#include <QStaticText>
 
 class QPainter;
 
@@ -31,13 +30,12 @@ public:
 
 private:
     struct Line {
-        QStaticText text;
-        QPoint place;
+        QString text;
+        QRect place;
         bool strong = false;
     };
-    enum class Mark { Repeats, Online };
-    struct PlacedMark {
-        Mark mark;
+    struct Mark {
+        QString name;
         QRect rect;
     };
     void placeMarks(const Occurrence &occurrence, const GridStyle &style);
@@ -45,12 +43,11 @@ private:
     void writeBelowEachOther(const QStringList &texts, const GridStyle &style);
     int wrap(const QString &text, int lines, const GridStyle &style, int top);
     int add(const QString &text, const QRect &rect, bool strong, const GridStyle &style);
-    bool addIfItFits(const QString &text, const QRect &rect, bool strong, const GridStyle &style);
 
     QRect m_area;
     int m_firstLineEnd = 0; // the right edge of what the marks leave of the first line
     QList<Line> m_lines;
-    QList<PlacedMark> m_marks;
+    QList<Mark> m_marks;
     bool m_shortened = false;
 };
 

@@ -1,22 +1,22 @@
 #include "standin/mailhost/windows/main/MainToolBar.h"
 
 #include "standin/mailhost/windows/ControlNames.h"
-#include "standin/mailhost/windows/main/MainToolBarIcons.h"
+#include "standin/mailhost/windows/LineDrawing.h"
 
+#include <QAction>
 #include <QCoreApplication>
-#include <utility>
 
 namespace mailhost {
 
 namespace {
 
 struct Description {
-    QString identifier;
+    QString identifier; // also the name of the drawing
     QString controlName;
+    QString command;
     QString label;
     QString toolTip;
-    MainToolBarIcon icon;
-    std::function<void()> MainToolBarActions::*action;
+    QString before = {}; // what stands before it at first
 };
 
 QString tr(const char *text) {
@@ -24,82 +24,65 @@ QString tr(const char *text) {
 }
 
 const QList<Description> &descriptions() {
-    using A = MainToolBarActions;
-    using I = MainToolBarIcon;
+    namespace c = controls;
     static const auto *all = new QList<Description>{
-        {u"NewAppointment"_s, controls::newAppointmentButton, tr("New &appointment"),
-         tr("Make a new appointment (Ctrl+N)"), I::NewAppointment, &A::newAppointment},
-        {u"NewMeeting"_s, controls::newMeetingButton, tr("New &meeting"),
-         tr("Make a new meeting with attendees (Ctrl+Shift+N)"), I::NewMeeting, &A::newMeeting},
-        {u"PreviousWeek"_s, controls::previousWeekButton, tr("Back"), tr("Go back (Ctrl+Left)"), I::Previous,
-         &A::previous},
-        {u"Today"_s, controls::todayButton, tr("&Today"), tr("Go to today (Ctrl+T)"), I::Today, &A::today},
-        {u"NextWeek"_s, controls::nextWeekButton, tr("Forward"), tr("Go forward (Ctrl+Right)"), I::Next,
-         &A::next},
-        {u"Day"_s, controls::dayViewButton, tr("Day"), tr("Show one day (Ctrl+1)"), I::Day, &A::showDay},
-        {u"Week"_s, controls::weekViewButton, tr("Week"), tr("Show a week (Ctrl+2)"), I::Week, &A::showWeek},
-        {u"Delete"_s, controls::deleteToolBarButton, tr("Delete"),
-         tr("Delete the selected appointment (Delete)"), I::Delete, &A::deleteSelected}};
+        {u"NewAppointment"_s, c::newAppointmentButton, c::newAppointmentAction, tr("New &appointment"),
+         tr("Make a new appointment (Ctrl+N)")},
+        {u"NewMeeting"_s, c::newMeetingButton, c::newMeetingAction, tr("New &meeting"),
+         tr("Make a new meeting with attendees (Ctrl+Shift+N)")},
+        {u"PreviousWeek"_s, c::previousWeekButton, c::previousAction, tr("Back"), tr("Go back (Ctrl+Left)"),
+         platform::toolbarSeparatorIdentifier},
+        {u"Today"_s, c::todayButton, c::todayAction, tr("&Today"), tr("Go to today (Ctrl+T)")},
+        {u"NextWeek"_s, c::nextWeekButton, c::nextAction, tr("Forward"), tr("Go forward (Ctrl+Right)")},
+        {u"Day"_s, c::dayViewButton, c::dayViewAction, tr("Day"), tr("Show one day (Ctrl+1)"),
+         platform::toolbarSeparatorIdentifier},
+        {u"Week"_s, c::weekViewButton, c::weekViewAction, tr("Week"), tr("Show a week (Ctrl+2)")},
+        {u"Delete"_s, c::deleteToolBarButton, c::deleteAction, tr("Delete"),
+         tr("Delete the selected appointment (Delete)"), platform::toolbarFlexibleSpaceIdentifier}};
     return *all;
 }
 
 class HostItem : public platform::ToolbarItem {
 public:
-    HostItem(const Description &description, const std::function<void()> &action,
-             std::function<bool()> canRun)
+    HostItem(const Description &description, QAction *command)
         : platform::ToolbarItem(description.identifier)
-        , m_canRun(std::move(canRun)) {
+        , m_command(command) {
         setControlName(description.controlName);
         setLabel(description.label);
         setToolTip(description.toolTip);
-        setImage(mainToolBarIcon(description.icon));
-        if (action)
-            setAction([action](platform::ToolbarItem &, QWidget *) { action(); });
-        else
-            m_canRun = [] { return false; };
+        setImage(lineDrawingIcon(description.identifier));
+        setAction([this](platform::ToolbarItem &, QWidget *) {
+            if (m_command)
+                m_command->trigger();
+        });
         HostItem::validate();
     }
 
-    void validate() override { setEnabled(!m_canRun || m_canRun()); }
+    void validate() override { setEnabled(m_command && m_command->isEnabled()); }
 
 private:
-    std::function<bool()> m_canRun;
+    QPointer<QAction> m_command;
 };
 
 } // namespace
 
-MainToolBarItems::MainToolBarItems(MainToolBarActions actions)
-    : m_actions(std::move(actions)) {}
-
-MainToolBarItems::~MainToolBarItems() = default;
-
 platform::ToolbarItem *MainToolBarItems::item(const QString &identifier) {
-    const auto made = m_items.find(identifier);
-    if (made != m_items.end())
-        return made->second.get();
-    for (const Description &description : descriptions()) {
-        if (description.identifier != identifier)
-            continue;
-        const bool deletes = description.action == &MainToolBarActions::deleteSelected;
-        auto item = std::make_unique<HostItem>(description, m_actions.*description.action,
-                                               deletes ? m_actions.canDelete : nullptr);
-        return (m_items[identifier] = std::move(item)).get();
-    }
-    return nullptr;
+    std::unique_ptr<platform::ToolbarItem> &made = m_items[identifier];
+    for (const Description &description : descriptions())
+        if (!made && description.identifier == identifier)
+            made =
+                std::make_unique<HostItem>(description, m_window->findChild<QAction *>(description.command));
+    return made.get();
 }
 
 QVariantList MainToolBarItems::defaultIdentifiers() {
-    return {u"NewAppointment"_s,
-            u"NewMeeting"_s,
-            platform::toolbarSeparatorIdentifier,
-            u"PreviousWeek"_s,
-            u"Today"_s,
-            u"NextWeek"_s,
-            platform::toolbarSeparatorIdentifier,
-            u"Day"_s,
-            u"Week"_s,
-            platform::toolbarFlexibleSpaceIdentifier,
-            u"Delete"_s};
+    QVariantList identifiers;
+    for (const Description &description : descriptions()) {
+        if (!description.before.isEmpty())
+            identifiers.append(description.before);
+        identifiers.append(description.identifier);
+    }
+    return identifiers;
 }
 
 QVariantList MainToolBarItems::allowedIdentifiers() {

@@ -4,32 +4,18 @@
 #include "platform/toolkit/Toolbar.h"
 
 #include <QVariantList>
-#include <functional>
 #include <map>
 #include <memory>
 
 namespace mailhost {
 
-// What the items do, filled by the main window's controller. An empty one leaves its item disabled.
-struct MainToolBarActions {
-    std::function<void()> newAppointment;
-    std::function<void()> newMeeting;
-    std::function<void()> previous;
-    std::function<void()> today;
-    std::function<void()> next;
-    std::function<void()> showDay;
-    std::function<void()> showWeek;
-    std::function<void()> deleteSelected;
-    // Asked when the items are validated; without it the item is always enabled.
-    std::function<bool()> canDelete;
-};
-
 // The items of one window and the answers that the tool-bar's delegate gives. Keep it as long as the
-// tool-bar.
+// tool-bar. Each item triggers a command (QAction) of the window's menus, and is enabled with it.
 class MainToolBarItems {
 public:
-    explicit MainToolBarItems(MainToolBarActions actions);
-    ~MainToolBarItems();
+    // The window outlives this.
+    explicit MainToolBarItems(QWidget *window)
+        : m_window(window) {}
 
     // The item of that identifier, made once; nullptr for one that is not the host's.
     [[nodiscard]] platform::ToolbarItem *item(const QString &identifier);
@@ -37,7 +23,7 @@ public:
     [[nodiscard]] static QVariantList allowedIdentifiers();
 
 private:
-    MainToolBarActions m_actions;
+    QWidget *m_window;
     std::map<QString, std::unique_ptr<platform::ToolbarItem>> m_items;
 };
 

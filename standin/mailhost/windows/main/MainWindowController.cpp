@@ -36,31 +36,14 @@ MainWindowController::MainWindowController(std::function<QDate()> today)
     : rt::Object(rt::classNamed(u"ERageMainWindowController"_s))
     , m_today(std::move(today))
     , m_day(m_today())
-    , m_toolBarItems(std::make_unique<MainToolBarItems>(toolBarActions()))
     , m_window(std::make_unique<MainWindow>())
     , m_grid(std::make_unique<GridViewWrapper>(m_window->calendar()))
     , m_commands(std::make_unique<AppointmentCommands>(m_window.get(), m_grid.get())) {
     platform::registerWindow(m_window.get(), this);
     buildMenus();
     connectCalendar();
+    m_toolBarItems = std::make_unique<MainToolBarItems>(m_window.get());
     m_window->toolBar()->setDelegate(this);
-}
-
-MainWindowController::~MainWindowController() = default;
-
-// None is run before the window is there.
-MainToolBarActions MainWindowController::toolBarActions() {
-    MainToolBarActions actions;
-    actions.newAppointment = [this] { newAppointment(); };
-    actions.newMeeting = [this] { newMeeting(); };
-    actions.previous = [this] { previousPage(); };
-    actions.today = [this] { goToToday(); };
-    actions.next = [this] { nextPage(); };
-    actions.showDay = [this] { showExtent(CalendarGrid::Extent::Day); };
-    actions.showWeek = [this] { showExtent(CalendarGrid::Extent::Week); };
-    actions.deleteSelected = [this] { m_commands->deleteSelected(); };
-    actions.canDelete = [this] { return m_window && m_window->calendar()->selected(); };
-    return actions;
 }
 
 void MainWindowController::connectCalendar() {
@@ -124,10 +107,6 @@ void MainWindowController::showExtent(CalendarGrid::Extent extent) {
     refresh();
 }
 
-void MainWindowController::goToToday() {
-    showDay(m_today());
-}
-
 void MainWindowController::turnPages(int pages) {
     showDay(m_day.addDays(pages * int(m_extent)));
 }
@@ -180,12 +159,6 @@ void MainWindowController::buildMenus() {
 }
 
 void MainWindowController::buildEditMenu() {
-    struct Row {
-        QString name;
-        QString text;
-        QKeySequence keys;
-        void (AppointmentCommands::*operation)();
-    };
     using A = AppointmentCommands;
     QMenu *edit = m_window->menuBar()->addMenu(tr("&Edit"));
     const auto add = [this, edit](const QString &name, const QString &text, const QKeySequence &keys,
@@ -201,22 +174,22 @@ void MainWindowController::buildEditMenu() {
     add(controls::renameAction, tr("Re&name"), QKeySequence(tr("F2")), &A::renameSelected);
     edit->addSeparator();
     add(controls::earlierAction, tr("Move &earlier"), QKeySequence(tr("Ctrl+Up")),
-        [](A &commands) { commands.moveBy(-halfHour); });
+        [](A &commands) { commands.changeBy(-halfHour, -halfHour); });
     add(controls::laterAction, tr("Move &later"), QKeySequence(tr("Ctrl+Down")),
-        [](A &commands) { commands.moveBy(halfHour); });
+        [](A &commands) { commands.changeBy(halfHour, halfHour); });
     add(controls::dayEarlierAction, tr("Move to the day &before"), QKeySequence(tr("Ctrl+Shift+Left")),
         [](A &commands) { commands.moveByDays(-1); });
     add(controls::dayLaterAction, tr("Move to the day &after"), QKeySequence(tr("Ctrl+Shift+Right")),
         [](A &commands) { commands.moveByDays(1); });
     edit->addSeparator();
     add(controls::longerAction, tr("End la&ter"), QKeySequence(tr("Ctrl+Shift+Down")),
-        [](A &commands) { commands.moveEndBy(halfHour); });
+        [](A &commands) { commands.changeBy(0, halfHour); });
     add(controls::shorterAction, tr("End earl&ier"), QKeySequence(tr("Ctrl+Shift+Up")),
-        [](A &commands) { commands.moveEndBy(-halfHour); });
+        [](A &commands) { commands.changeBy(0, -halfHour); });
     add(controls::startLaterAction, tr("Start later"), QKeySequence(tr("Ctrl+Alt+Down")),
-        [](A &commands) { commands.moveStartBy(halfHour); });
+        [](A &commands) { commands.changeBy(halfHour, 0); });
     add(controls::startEarlierAction, tr("Start earlier"), QKeySequence(tr("Ctrl+Alt+Up")),
-        [](A &commands) { commands.moveStartBy(-halfHour); });
+        [](A &commands) { commands.changeBy(-halfHour, 0); });
     edit->addSeparator();
     add(controls::cancelMeetingAction, tr("&Cancel meeting…"), QKeySequence(tr("Ctrl+Shift+Delete")),
         &A::cancelSelected);
@@ -255,14 +228,12 @@ void MainWindowController::showState() {
           controls::cancelMeetingAction, controls::deleteAction})
         m_window->command(name)->setEnabled(selected.has_value());
     m_window->command(controls::openSeriesAction)->setEnabled(selected && !selected->instanceId.isEmpty());
-    const QString undo = m_session ? m_session->undoText() : QString();
-    const QString redo = m_session ? m_session->redoText() : QString();
-    QAction *undoAction = m_window->command(controls::undoAction);
-    undoAction->setEnabled(!undo.isNull());
-    undoAction->setText(undo.isNull() ? tr("&Undo") : tr("&Undo %1").arg(undo));
-    QAction *redoAction = m_window->command(controls::redoAction);
-    redoAction->setEnabled(!redo.isNull());
-    redoAction->setText(redo.isNull() ? tr("&Redo") : tr("&Redo %1").arg(redo));
+    const auto offer = [this](const QString &name, const QString &text, const QString &what) {
+        m_window->command(name)->setEnabled(!what.isNull());
+        m_window->command(name)->setText(what.isNull() ? text : text + u' ' + what);
+    };
+    offer(controls::undoAction, tr("&Undo"), m_session ? m_session->undoText() : QString());
+    offer(controls::redoAction, tr("&Redo"), m_session ? m_session->redoText() : QString());
     m_window
         ->command(m_extent == CalendarGrid::Extent::Day ? controls::dayViewAction : controls::weekViewAction)
         ->setChecked(true);
@@ -285,6 +256,28 @@ void MainWindowController::showMenu(const QPoint &position) {
             menu->addAction(m_window->command(name));
     }
     menu->popup(position);
+}
+
+rt::Value MainWindowController::toolBarItem(const rt::Value &, const QString &identifier, bool) {
+    return rt::fromObject(m_toolBarItems->item(identifier));
+}
+
+AppDelegate::AppDelegate()
+    : rt::Object(rt::classNamed(u"ErageAppDelegate"_s)) {}
+
+void AppDelegate::newCalendarMeeting(const rt::Value &) {
+    rt::send(editorWindowClass(), "showWindowForNewMeeting");
+}
+
+void defineMainWindowClasses() {
+    using C = MainWindowController;
+    addMethods(rt::defineClass(u"ERageMainWindowController"_s),
+               {{"window", bind<&C::window>, "@@:"},
+                {"toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:", bind<&C::toolBarItem>, "@@:@@B"},
+                {"toolbarDefaultItemIdentifiers:", bind<&C::defaultIdentifiers>, "@@:@"},
+                {"toolbarAllowedItemIdentifiers:", bind<&C::allowedIdentifiers>, "@@:@"}});
+    addMethods(rt::defineClass(u"ErageAppDelegate"_s),
+               {{"newCalendarMeeting:", bind<&AppDelegate::newCalendarMeeting>, "v@:@"}});
 }
 
 } // namespace mailhost

@@ -15,7 +15,6 @@ class MainWindowController : public QObject, public rt::Object {
 public:
     // `today` is asked for whenever it matters; it may change while the program runs.
     explicit MainWindowController(std::function<QDate()> today);
-    ~MainWindowController() override;
 
     // The session is not owned; nullptr shows nothing.
     void setSession(CalendarSession *session);
@@ -32,14 +31,18 @@ public:
 
     void newAppointment();
     void newMeeting();
-    void goToToday();
+    void goToToday() { showDay(m_today()); }
     void previousPage() { turnPages(-1); }
     void nextPage() { turnPages(1); }
 
     [[nodiscard]] rt::Value toolBarItem(const rt::Value &toolBar, const QString &identifier,
                                         bool willBeInserted);
-    [[nodiscard]] QVariantList defaultIdentifiers(const rt::Value &toolBar);
-    [[nodiscard]] QVariantList allowedIdentifiers(const rt::Value &toolBar);
+    [[nodiscard]] QVariantList defaultIdentifiers(const rt::Value &) {
+        return MainToolBarItems::defaultIdentifiers();
+    }
+    [[nodiscard]] QVariantList allowedIdentifiers(const rt::Value &) {
+        return MainToolBarItems::allowedIdentifiers();
+    }
 
 Q_SIGNALS:
     void anotherWindowWanted();
@@ -49,7 +52,6 @@ private:
     void buildMenus();
     void buildEditMenu();
     void buildViewMenu();
-    [[nodiscard]] MainToolBarActions toolBarActions();
     void connectCalendar();
     void refresh();
     void showState(); // of the menus
