@@ -7,46 +7,37 @@ namespace mailhost {
 
 namespace {
 
-QString htmlOf(const BodyReference &body) {
-    return body.get() ? body.get()->bodyHtml() : QString();
+QString htmlOf(const BodyAccess *body) {
+    return body ? body->bodyHtml() : QString();
 }
 
 } // namespace
 
-WordMailEditorContent::WordMailEditorContent(BodyReference body)
+WordMailEditorContent::WordMailEditorContent(BodyAccess *body)
     : rt::Object(rt::classNamed(u"OLWordMailEditorContent"_s))
-    , m_body(std::move(body)) {}
+    , m_body(body) {}
 
-QString WordMailEditorContent::bodyContent() const {
-    return htmlOf(m_body);
-}
-
-WordMailEditor::WordMailEditor(BodyReference body)
+WordMailEditor::WordMailEditor(BodyAccess *body)
     : rt::Object(rt::classNamed(u"OLWordMailEditor"_s))
     , m_body(body)
     , m_content(body) {}
 
 void WordMailEditor::displayHTMLContent(const QString &html, bool readOnly) {
-    BodyAccess *body = m_body.get();
-    if (!body)
+    if (!m_body)
         return;
-    body->showBodyHtml(html);
-    body->setBodyReadOnly(readOnly);
-}
-
-void WordMailEditor::displayHTMLContentWithSignature(const QString &html, bool readOnly, bool) {
-    displayHTMLContent(html, readOnly);
+    m_body->showBodyHtml(html);
+    m_body->setBodyReadOnly(readOnly);
 }
 
 void WordMailEditor::displayHTMLContentAndActivate(const QString &html, bool readOnly, bool, bool activate) {
     displayHTMLContent(html, readOnly);
-    if (activate && m_body.get())
-        m_body.get()->focusBody();
+    if (activate && m_body)
+        m_body->focusBody();
 }
 
-DomElement::DomElement(BodyReference body, QString tagName)
+DomElement::DomElement(BodyAccess *body, QString tagName)
     : rt::Object(rt::classNamed(u"DOMElement"_s))
-    , m_body(std::move(body))
+    , m_body(body)
     , m_tagName(std::move(tagName)) {}
 
 QString DomElement::outerHTML() const {
@@ -59,13 +50,13 @@ QString DomElement::innerHTML() const {
 
 void DomElement::setInnerHTML(const QString &html) {
     const QString changed = platform::WebDocument(htmlOf(m_body)).withInnerHtml(m_tagName, html);
-    if (m_body.get() && !changed.isNull())
-        m_body.get()->showBodyHtml(changed);
+    if (m_body && !changed.isNull())
+        m_body->showBodyHtml(changed);
 }
 
-DomDocument::DomDocument(BodyReference body)
+DomDocument::DomDocument(BodyAccess *body)
     : rt::Object(rt::classNamed(u"DOMDocument"_s))
-    , m_body(std::move(body)) {}
+    , m_body(body) {}
 
 rt::Object *DomDocument::documentElement() {
     return rt::temporary(std::make_unique<DomElement>(m_body, u"html"_s));
@@ -77,9 +68,9 @@ QVariantList DomDocument::getElementsByTagName(const QString &tagName) {
     return {rt::fromObject(rt::temporary(std::make_unique<DomElement>(m_body, tagName)))};
 }
 
-WebFrame::WebFrame(BodyReference body)
+WebFrame::WebFrame(BodyAccess *body)
     : rt::Object(rt::classNamed(u"WebFrame"_s))
-    , m_document(std::move(body)) {}
+    , m_document(body) {}
 
 void defineBodyClasses() {
     addMethods(rt::defineClass(u"OLWordMailEditorContent"_s),

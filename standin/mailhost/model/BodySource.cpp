@@ -1,6 +1,8 @@
 #include "standin/mailhost/model/BodySource.h"
 
 #include "platform/Literals.h"
+#include "platform/services/html/HtmlElement.h"
+#include "platform/services/html/HtmlTokenizer.h"
 
 #include <QRegularExpression>
 #include <QSet>
@@ -9,30 +11,25 @@ namespace mailhost {
 
 namespace {
 
-const QSet<QString> &blockTags() {
-    static const QSet<QString> tags{u"p"_s,  u"div"_s,        u"li"_s,  u"ul"_s,    u"ol"_s,
-                                    u"h1"_s, u"h2"_s,         u"h3"_s,  u"h4"_s,    u"h5"_s,
-                                    u"h6"_s, u"hr"_s,         u"td"_s,  u"table"_s, u"tr"_s,
-                                    u"th"_s, u"blockquote"_s, u"pre"_s, u"dl"_s,    u"dd"_s};
-    return tags;
+platform::HtmlElement elementOf(const QString &tag) {
+    return platform::HtmlElement::named(tag.toStdString()).element;
 }
 
 // A paragraph that may be ended and begun again by repeating its tag.
 bool isSplittable(const QString &tag) {
-    static const QSet<QString> tags{u"p"_s,  u"div"_s, u"li"_s, u"h1"_s, u"h2"_s,
-                                    u"h3"_s, u"h4"_s,  u"h5"_s, u"h6"_s};
-    return tags.contains(tag);
-}
-
-bool isVoidTag(const QString &tag) {
-    static const QSet<QString> tags{u"br"_s,   u"img"_s,   u"hr"_s,  u"meta"_s,
-                                    u"link"_s, u"input"_s, u"col"_s, u"base"_s};
-    return tags.contains(tag);
+    return tag == u"div" || elementOf(tag).isAny(platform::HtmlElement::Paragraph);
 }
 
 // Elements whose content is not text of the body.
 bool isRawElement(const QString &tag) {
-    return tag == u"script" || tag == u"style" || tag == u"title" || tag == u"xml";
+    using E = platform::HtmlElement;
+    return tag == u"xml" || (elementOf(tag).isAny(E::Hidden) && elementOf(tag).isAny(E::RawText));
+}
+
+// An anchor with a name that leads nowhere, once it turns out to be empty.
+bool isBookmarkTag(const QString &text) {
+    static const QRegularExpression name(u"\\bname\\s*="_s, QRegularExpression::CaseInsensitiveOption);
+    return text.contains(name) && !text.contains(u"href", Qt::CaseInsensitive);
 }
 
 bool isLeftOutOfDisplay(const BodyPiece &piece) {
@@ -44,7 +41,7 @@ bool isLeftOutOfDisplay(const BodyPiece &piece) {
 } // namespace
 
 bool isBlockTag(const QString &tag) {
-    return blockTags().contains(tag);
+    return elementOf(tag).isAny(platform::HtmlElement::Block | platform::HtmlElement::Table);
 }
 
 bool isHtmlSpace(QChar c) {
@@ -63,31 +60,33 @@ QString asHtmlDocument(const QString &html) {
 
 BodySource::BodySource(const QString &html)
     : m_html(html) {
+    const std::string utf8 = html.toStdString();
+    platform::HtmlTokenizer tokenizer(utf8);
     qsizetype position = 0;
-    while (position < m_html.size()) {
-        const bool tag = m_html[position] == u'<' && position + 1 < m_html.size() &&
-                         (m_html[position + 1].isLetter() || u"/!?"_s.contains(m_html[position + 1]));
-        if (tag)
-            readTag(position);
-        else
-            readText(position);
+    for (platform::HtmlToken token; tokenizer.next(&token);) {
+        using Kind = platform::HtmlToken::Kind;
+        const QString tag = QString::fromUtf8(token.name.data(), qsizetype(token.name.size())).toLower();
+        const bool raw = token.kind == Kind::StartTag && isRawElement(tag);
+        std::size_t size = token.source.size();
+        if (raw)
+            size += tokenizer.takeRawText(token.name).size();
+        const qsizetype begin = position;
+        position += QString::fromUtf8(token.source.data(), qsizetype(size)).size();
+        if (token.kind == Kind::Text)
+            addText(begin, position);
+        else if (token.kind == Kind::StartTag && tag == u"br")
+            addSolid(begin, position, QChar::LineSeparator, tag);
+        else if (token.kind == Kind::StartTag && tag == u"img")
+            addSolid(begin, position, QChar::ObjectReplacementCharacter, tag);
+        else if (token.kind != Kind::EndTag || tag != u"a" || !endsBookmark(position))
+            m_pieces.append({BodyPiece::Kind::Markup,
+                             false,
+                             token.kind == Kind::EndTag,
+                             {},
+                             begin,
+                             position,
+                             token.kind == Kind::Other ? QString() : tag});
     }
-}
-
-qsizetype BodySource::tagEnd(qsizetype position) const {
-    QChar quote;
-    for (qsizetype i = position + 1; i < m_html.size(); ++i) {
-        const QChar c = m_html[i];
-        if (!quote.isNull()) {
-            if (c == quote)
-                quote = QChar();
-        } else if ((c == u'"' || c == u'\'') && m_html[i - 1] == u'=') {
-            quote = c;
-        } else if (c == u'>') {
-            return i + 1;
-        }
-    }
-    return m_html.size();
 }
 
 void BodySource::addSolid(qsizetype begin, qsizetype end, QChar character, const QString &tag,
@@ -97,40 +96,35 @@ void BodySource::addSolid(qsizetype begin, qsizetype end, QChar character, const
     m_solids.append(piece);
 }
 
-void BodySource::readTag(qsizetype &position) {
-    const qsizetype begin = position;
-    if (QStringView(m_html).mid(begin).startsWith(u"<!--")) {
-        const qsizetype close = m_html.indexOf(u"-->", begin + 4);
-        position = close < 0 ? m_html.size() : close + 3;
-        m_pieces.append({BodyPiece::Kind::Markup, false, false, {}, begin, position, {}});
-        return;
-    }
-    position = tagEnd(begin);
-    const bool closing = m_html[begin + 1] == u'/';
-    qsizetype nameEnd = begin + (closing ? 2 : 1);
-    while (nameEnd < position && (m_html[nameEnd].isLetterOrNumber() || m_html[nameEnd] == u':'))
-        ++nameEnd;
-    const qsizetype nameBegin = begin + (closing ? 2 : 1);
-    const QString tag = m_html.mid(nameBegin, nameEnd - nameBegin).toLower();
-    if (tag == u"br" && !closing)
-        return addSolid(begin, position, QChar::LineSeparator, tag);
-    if (tag == u"img" && !closing)
-        return addSolid(begin, position, QChar::ObjectReplacementCharacter, tag);
-    if (tag == u"a" && !closing && m_bookmarks < maximumBookmarks) {
-        static const QRegularExpression empty(u"\\G<a\\s[^>]*\\bname\\s*=[^>]*>\\s*</a\\s*>"_s,
-                                              QRegularExpression::CaseInsensitiveOption);
-        const QRegularExpressionMatch match = empty.match(m_html, begin);
-        if (match.hasMatch() && !match.captured().contains(u"href", Qt::CaseInsensitive)) {
-            position = match.capturedEnd();
-            return addSolid(begin, position, QChar(char16_t(firstBookmarkCharacter + m_bookmarks++)), tag,
-                            true);
+// Whether the end tag of an anchor makes what comes before it a bookmark: then it is one from now on.
+bool BodySource::endsBookmark(qsizetype end) {
+    qsizetype start = m_pieces.size() - 1;
+    if (start > 0 && m_pieces[start].kind == BodyPiece::Kind::Space)
+        --start;
+    if (start < 0 || m_bookmarks >= maximumBookmarks)
+        return false;
+    const BodyPiece opening = m_pieces[start];
+    if (opening.kind != BodyPiece::Kind::Markup || opening.closing || opening.tag != u"a" ||
+        !isBookmarkTag(textOf(opening)))
+        return false;
+    m_pieces.resize(start);
+    addSolid(opening.begin, end, QChar(char16_t(firstBookmarkCharacter + m_bookmarks++)), opening.tag, true);
+    return true;
+}
+
+void BodySource::addText(qsizetype begin, qsizetype end) {
+    while (begin < end) {
+        const qsizetype from = begin;
+        if (m_html[from] == u'&') {
+            addEntity(begin);
+        } else if (!isHtmlSpace(m_html[from])) {
+            addSolid(from, ++begin, m_html[from]);
+        } else {
+            while (begin < end && isHtmlSpace(m_html[begin]))
+                ++begin;
+            m_pieces.append({BodyPiece::Kind::Space, false, false, {}, from, begin, {}});
         }
     }
-    if (isRawElement(tag) && !closing) {
-        const qsizetype close = m_html.indexOf(u"</"_s + tag, position, Qt::CaseInsensitive);
-        position = close < 0 ? m_html.size() : tagEnd(close);
-    }
-    m_pieces.append({BodyPiece::Kind::Markup, false, closing, {}, begin, position, tag});
 }
 
 void BodySource::addEntity(qsizetype &position) {
@@ -148,8 +142,7 @@ void BodySource::addEntity(qsizetype &position) {
                                                  {u"apos"_s, u'\''}, {u"nbsp"_s, QChar::Nbsp}};
         return addSolid(begin, position, known.value(name));
     }
-    const bool hex = name[1] == u'x' || name[1] == u'X';
-    const uint code = hex ? name.mid(2).toUInt(nullptr, 16) : name.mid(1).toUInt();
+    const uint code = QString(u'0' + name.mid(1)).toUInt(nullptr, name[1].toLower() == u'x' ? 16 : 10);
     if (code < 0x10000 && isHtmlSpace(QChar(char16_t(code)))) {
         m_pieces.append({BodyPiece::Kind::Space, false, false, {}, begin, position, {}});
     } else if (QChar::requiresSurrogates(char32_t(code))) {
@@ -160,30 +153,13 @@ void BodySource::addEntity(qsizetype &position) {
     }
 }
 
-void BodySource::readText(qsizetype &position) {
-    if (m_html[position] == u'&')
-        return addEntity(position);
-    const qsizetype begin = position;
-    if (!isHtmlSpace(m_html[position])) {
-        ++position;
-        return addSolid(begin, position, m_html[begin]);
+bool BodySource::isBesideBlock(qsizetype pieceIndex, int step) const {
+    for (qsizetype i = pieceIndex + step; i >= 0 && i < m_pieces.size(); i += step) {
+        if (m_pieces[i].kind == BodyPiece::Kind::Solid)
+            return false;
+        if (isBlockTag(m_pieces[i].tag))
+            return true;
     }
-    while (position < m_html.size() && isHtmlSpace(m_html[position]))
-        ++position;
-    m_pieces.append({BodyPiece::Kind::Space, false, false, {}, begin, position, {}});
-}
-
-bool BodySource::blockBoundaryBefore(qsizetype pieceIndex) const {
-    for (qsizetype i = pieceIndex - 1; i >= 0 && m_pieces[i].kind != BodyPiece::Kind::Solid; --i)
-        if (isBlockTag(m_pieces[i].tag))
-            return true;
-    return false;
-}
-
-bool BodySource::blockBoundaryAfter(qsizetype pieceIndex) const {
-    for (qsizetype i = pieceIndex + 1; i < m_pieces.size() && m_pieces[i].kind != BodyPiece::Kind::Solid; ++i)
-        if (isBlockTag(m_pieces[i].tag))
-            return true;
     return false;
 }
 
@@ -198,7 +174,7 @@ QString BodySource::displayHtml() const {
         } else if (piece.kind == BodyPiece::Kind::Markup) {
             if (!isLeftOutOfDisplay(piece))
                 shown += textOf(piece);
-        } else if (piece.bookmark && blockBoundaryBefore(i) && blockBoundaryAfter(i)) {
+        } else if (piece.bookmark && isBesideBlock(i, -1) && isBesideBlock(i, 1)) {
             // Between two paragraphs it would show as an empty line: it goes to the end of what it ends, or
             // to the beginning of what it begins.
             const bool ends = textOf(piece).contains(
@@ -229,8 +205,8 @@ QString BodySource::paragraphBreakAt(qsizetype position) const {
     for (const BodyPiece &piece : m_pieces) {
         if (piece.end > position)
             break;
-        if (piece.kind != BodyPiece::Kind::Markup || piece.tag.isEmpty() || isVoidTag(piece.tag) ||
-            isRawElement(piece.tag))
+        if (piece.kind != BodyPiece::Kind::Markup || piece.tag.isEmpty() || isRawElement(piece.tag) ||
+            elementOf(piece.tag).isAny(platform::HtmlElement::Void))
             continue;
         if (!piece.closing) {
             open.append(piece);
@@ -261,11 +237,10 @@ qsizetype BodySource::emptyInsertPosition() const {
     for (const BodyPiece &piece : m_pieces) {
         if (piece.kind != BodyPiece::Kind::Markup || piece.tag.isEmpty())
             continue;
-        if (!piece.closing && (piece.tag == u"body" || isSplittable(piece.tag)))
-            position = piece.end;
-        if (piece.closing && (piece.tag == u"body" || isSplittable(piece.tag)))
+        const bool holdsText = piece.tag == u"body" || isSplittable(piece.tag);
+        if (piece.closing && holdsText)
             break;
-        if (piece.closing && piece.tag == u"head")
+        if (holdsText || (piece.closing && piece.tag == u"head"))
             position = piece.end;
     }
     return position;

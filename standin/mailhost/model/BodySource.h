@@ -48,14 +48,13 @@ public:
     [[nodiscard]] qsizetype emptyInsertPosition() const;
 
 private:
-    void readTag(qsizetype &position);
-    void readText(qsizetype &position);
+    void addText(qsizetype begin, qsizetype end);
     void addSolid(qsizetype begin, qsizetype end, QChar character, const QString &tag = {},
                   bool bookmark = false);
     void addEntity(qsizetype &position);
-    [[nodiscard]] qsizetype tagEnd(qsizetype position) const;
-    [[nodiscard]] bool blockBoundaryBefore(qsizetype pieceIndex) const;
-    [[nodiscard]] bool blockBoundaryAfter(qsizetype pieceIndex) const;
+    bool endsBookmark(qsizetype end);
+    // A block begins or ends before the next solid piece in that direction (-1 or 1).
+    [[nodiscard]] bool isBesideBlock(qsizetype pieceIndex, int step) const;
 
     QString m_html;
     QList<BodyPiece> m_pieces;

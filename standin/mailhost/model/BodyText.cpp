@@ -1,7 +1,5 @@
 #include "standin/mailhost/model/BodyText.h"
 
-#include "standin/mailhost/model/BodyWriter.h"
-
 #include <QAbstractTextDocumentLayout>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -45,6 +43,12 @@ void replaceCharacter(QTextDocument *document, int position, const QString &text
     cursor.insertText(text, format);
 }
 
+BodyStyle styleOf(const QTextCharFormat &format) {
+    return {format.fontWeight() >= QFont::DemiBold, format.fontItalic(),
+            format.fontUnderline() && !format.isAnchor(),
+            format.isAnchor() ? format.anchorHref() : QString()};
+}
+
 // The toolkit writes a rule without what was typed into its line: that line becomes one of its own, above the
 // rule.
 void parkTextOfRules(QTextDocument *document) {
@@ -70,35 +74,27 @@ BodyText::BodyText(QTextDocument *document, QObject *parent)
     connect(document, &QTextDocument::contentsChange, this, &BodyText::followChange);
 }
 
-BodyText::Style BodyText::styleOf(const QTextCharFormat &format) {
-    return {format.fontWeight() >= QFont::DemiBold, format.fontItalic(),
-            format.fontUnderline() && !format.isAnchor(),
-            format.isAnchor() ? format.anchorHref() : QString()};
-}
-
 void BodyText::setHtml(const QString &html) {
     m_loading = true;
-    m_source = BodySource(html);
+    m_loaded.source = BodySource(html);
     m_document->setUndoRedoEnabled(false);
-    m_document->setHtml(m_source.displayHtml());
+    m_document->setHtml(m_loaded.source.displayHtml());
     placeBookmarks();
     m_document->setUndoRedoEnabled(true);
     m_document->setModified(false);
     m_loading = false;
-    m_baseline = m_document->toRawText();
-    m_current = m_baseline;
-    m_baseStyles = styles();
-    m_baseLists = listFlags();
-    m_origin.resize(std::size_t(m_baseline.size()));
+    m_loaded.state = stateNow();
+    m_current = m_loaded.state.text;
+    m_origin.resize(std::size_t(m_current.size()));
     std::iota(m_origin.begin(), m_origin.end(), 0);
-    m_cacheValid = false;
+    m_cache.reset();
     align();
     Q_EMIT edited();
 }
 
 void BodyText::placeBookmarks() {
     const QString raw = m_document->toRawText();
-    for (const BodyPiece &piece : m_source.solids()) {
+    for (const BodyPiece &piece : m_loaded.source.solids()) {
         if (!piece.bookmark)
             continue;
         const qsizetype position = raw.indexOf(piece.character);
@@ -106,19 +102,20 @@ void BodyText::placeBookmarks() {
             continue;
         QTextCharFormat format;
         format.setObjectType(bookmarkObject);
-        format.setProperty(bookmarkHtml, m_source.textOf(piece));
+        format.setProperty(bookmarkHtml, m_loaded.source.textOf(piece));
         replaceCharacter(m_document, int(position), QString(QChar(QChar::ObjectReplacementCharacter)),
                          format);
     }
 }
 
 void BodyText::align() {
-    m_solidAt.assign(std::size_t(m_baseline.size()), -1);
+    const QString &text = m_loaded.state.text;
+    m_loaded.solidAt.assign(std::size_t(text.size()), -1);
     m_aligned = false;
     qsizetype next = 0;
-    const QList<BodyPiece> &solids = m_source.solids();
-    for (qsizetype i = 0; i < m_baseline.size(); ++i) {
-        const QChar c = m_baseline[i];
+    const QList<BodyPiece> &solids = m_loaded.source.solids();
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
         if (isStructure(c))
             continue;
         if (next == solids.size())
@@ -127,7 +124,7 @@ void BodyText::align() {
         const QChar expected = solid.bookmark ? QChar(QChar::ObjectReplacementCharacter) : solid.character;
         if (!expected.isNull() && expected != c)
             return;
-        m_solidAt[std::size_t(i)] = int(next++);
+        m_loaded.solidAt[std::size_t(i)] = int(next++);
     }
     m_aligned = next == solids.size();
 }
@@ -136,7 +133,7 @@ void BodyText::followChange(int position) {
     if (m_loading || !m_document)
         return;
     const QString now = m_document->toRawText();
-    m_cacheValid = false;
+    m_cache.reset();
     const qsizetype shorter = std::min(now.size(), m_current.size());
     qsizetype longestPrefix = 0;
     while (longestPrefix < shorter && now[longestPrefix] == m_current[longestPrefix])
@@ -157,27 +154,16 @@ void BodyText::followChange(int position) {
     Q_EMIT edited();
 }
 
-std::vector<BodyText::Style> BodyText::styles() const {
-    std::vector<Style> all(std::size_t(m_document->characterCount() - 1));
+BodyState BodyText::stateNow() const {
+    BodyState state{m_document->toRawText(), {}, {}};
+    state.styles.resize(std::size_t(state.text.size()));
     for (QTextBlock block = m_document->begin(); block.isValid(); block = block.next()) {
-        for (auto it = block.begin(); !it.atEnd(); ++it) {
-            const Style style = styleOf(it.fragment().charFormat());
-            const auto from = std::size_t(it.fragment().position());
-            std::fill_n(all.begin() + std::ptrdiff_t(from), it.fragment().length(), style);
-        }
+        state.lists.push_back(block.textList() != nullptr);
+        for (auto it = block.begin(); !it.atEnd(); ++it)
+            std::fill_n(state.styles.begin() + it.fragment().position(), it.fragment().length(),
+                        styleOf(it.fragment().charFormat()));
     }
-    return all;
-}
-
-std::vector<bool> BodyText::listFlags() const {
-    std::vector<bool> flags;
-    for (QTextBlock block = m_document->begin(); block.isValid(); block = block.next())
-        flags.push_back(block.textList() != nullptr);
-    return flags;
-}
-
-bool BodyText::isUntouched() const {
-    return !m_document || (m_current == m_baseline && styles() == m_baseStyles && listFlags() == m_baseLists);
+    return state;
 }
 
 QString BodyText::bookmarkAt(int position) const {
@@ -188,16 +174,20 @@ QString BodyText::bookmarkAt(int position) const {
 }
 
 QString BodyText::html() const {
-    if (m_cacheValid)
-        return m_cache;
-    if (isUntouched()) {
-        m_cache = m_source.html();
-    } else {
-        const std::optional<QString> written = m_aligned ? BodyWriter(*this).write() : std::nullopt;
-        m_cache = written ? *written : rewrittenHtml();
-    }
-    m_cacheValid = true;
-    return m_cache;
+    if (!m_cache)
+        m_cache = m_document ? writtenNow() : m_loaded.source.html();
+    return *m_cache;
+}
+
+QString BodyText::writtenNow() const {
+    EditedBody now{stateNow(), m_origin, {}};
+    if (now.state == m_loaded.state)
+        return m_loaded.source.html();
+    for (int i = 0; i < m_current.size(); ++i)
+        if (const QString bookmark = bookmarkAt(i); !bookmark.isNull())
+            now.bookmarks.insert(i, bookmark);
+    const std::optional<QString> written = m_aligned ? writtenBody(m_loaded, now) : std::nullopt;
+    return written ? *written : rewrittenHtml();
 }
 
 QString BodyText::rewrittenHtml() const {

@@ -1,59 +1,43 @@
-// Writes what the person changed in a body into its HTML.
+// Writes what the user changed in a body into its HTML: pure values, no document.
 #pragma once
 
-#include "standin/mailhost/model/BodyText.h"
+#include "standin/mailhost/model/BodySource.h"
 
+#include <QHash>
 #include <optional>
+#include <vector>
 
 namespace mailhost {
 
-// One pass over the text of a BodyText. Lives no longer than the call in which it is made.
-class BodyWriter {
-public:
-    explicit BodyWriter(const BodyText &text);
-    // None when a change has no place in the HTML as it came.
-    [[nodiscard]] std::optional<QString> write();
-
-private:
-    using Style = BodyText::Style;
-    struct Kept {  // a character that is still there
-        int at;    // in the text now; -1 before the first, the size after the last
-        int solid; // -1 before the first, the count after the last
-    };
-    [[nodiscard]] bool findNewLists(); // false: a paragraph was taken out of a list
-    [[nodiscard]] std::vector<Kept> keptCharacters() const;
-    QString writeFresh();
-    [[nodiscard]] qsizetype endOf(const Kept &kept) const;
-    [[nodiscard]] qsizetype beginOf(const Kept &kept) const;
-    [[nodiscard]] int basePosition(const Kept &kept) const;
-    [[nodiscard]] Style baseStyle(const Kept &kept) const;
-    [[nodiscard]] bool isBookmark(const Kept &kept) const;
-    [[nodiscard]] bool gapUnchanged(const Kept &from, const Kept &to) const;
-    [[nodiscard]] bool baselineHasBoundary(const Kept &from, const Kept &to) const;
-    [[nodiscard]] int boundaryIn(const Kept &from, const Kept &to) const;
-    [[nodiscard]] std::optional<QString> markupBetween(const Kept &from, const Kept &to, int boundary) const;
-    [[nodiscard]] bool hasBlockMarkup(const Kept &from, const Kept &to) const;
-    bool writeSolid(const Kept &kept);
-    void copyGap(const Kept &from, const Kept &to);
-    bool writeGap(const Kept &from, const Kept &to);
-    void writeNew(int from, int to, const Style &around, qsizetype sourcePosition);
-    void writeBreak(int position, qsizetype sourcePosition);
-    void enterBlock(int position);
-    void leaveBlock();
-    void closeDelta();
-
-    const BodyText &m_text;
-    std::vector<Style> m_styles;
-    std::vector<int> m_blockAt;         // the block of each place, the end included
-    std::vector<int> m_baseBlockAt;     // likewise of the baseline
-    std::vector<bool> m_newList;        // of each block now: made a list item by the person
-    std::vector<int> m_positionOfSolid; // in the baseline
-    QString m_out;
-    bool m_listOpen = false;
-    qsizetype m_listClosedAt = -1;
-    QString m_deltaClose; // tags that end the open change of style
-    Style m_deltaWanted;
-    Style m_deltaHas;
+struct BodyStyle {
+    bool bold = false;
+    bool italic = false;
+    bool underline = false;
+    QString link;
+    friend bool operator==(const BodyStyle &, const BodyStyle &) = default;
 };
+
+// The raw text of a document, the style of each of its characters, and which of its blocks are list items.
+struct BodyState {
+    QString text;
+    std::vector<BodyStyle> styles;
+    std::vector<bool> lists;
+    friend bool operator==(const BodyState &, const BodyState &) = default;
+};
+
+struct LoadedBody {
+    BodySource source;
+    BodyState state;
+    std::vector<int> solidAt; // for each character its solid piece, or -1
+};
+
+struct EditedBody {
+    BodyState state;
+    std::vector<int> origin;       // for each character its place in the loaded text, or -1
+    QHash<int, QString> bookmarks; // the HTML of each, by its place
+};
+
+// None when a change has no place in the HTML as it came.
+[[nodiscard]] std::optional<QString> writtenBody(const LoadedBody &before, const EditedBody &now);
 
 } // namespace mailhost

@@ -1,7 +1,6 @@
 #include "standin/mailhost/model/CalendarEvent.h"
 
 #include "standin/mailhost/model/Bind.h"
-#include "standin/mailhost/model/CalendarDate.h"
 
 namespace mailhost {
 
@@ -50,55 +49,43 @@ CalendarEvent::CalendarEvent(rt::Class *isa, CalendarSession *session, Appointme
     , m_uid(m_draft.uid)
     , m_recurrenceId(m_draft.recurrenceId) {}
 
-bool CalendarEvent::isStored() const {
-    return m_session && m_session->file().contains(m_uid, m_recurrenceId);
-}
-
 Appointment CalendarEvent::stored() const {
     if (!m_session)
         return m_draft;
     Appointment found = m_session->file().find(m_uid, m_recurrenceId).value_or(m_draft);
-    if (m_isOccurrence && m_occurrenceStart.isValid()) {
-        found.start.value = m_occurrenceStart.toTimeZone(zoneOf(found.start));
-        found.end.value = m_occurrenceEnd.toTimeZone(zoneOf(found.end));
+    if (m_isOccurrence && m_occurrence.start.isValid()) {
+        found.start.value = m_occurrence.start.toTimeZone(zoneOf(found.start));
+        found.end.value = m_occurrence.end.toTimeZone(zoneOf(found.end));
     }
     return found;
 }
 
-void CalendarEvent::setOccurrence(const Occurrence &occurrence) {
-    m_instanceId = occurrence.instanceId;
-    m_occurrenceStart = occurrence.start;
-    m_occurrenceEnd = occurrence.end;
-}
-
 bool CalendarEvent::isSame(const CalendarEvent &other) const {
     return m_session == other.m_session && m_uid == other.m_uid && m_recurrenceId == other.m_recurrenceId &&
-           m_isOccurrence == other.m_isOccurrence && m_instanceId == other.m_instanceId;
+           m_isOccurrence == other.m_isOccurrence && instanceId() == other.instanceId();
 }
 
 std::unique_ptr<CalendarEvent> CalendarEvent::copy() const {
     auto other = std::make_unique<CalendarEvent>(m_session.data(), m_uid, m_recurrenceId, m_isOccurrence);
     other->m_draft = m_draft;
-    other->m_instanceId = m_instanceId;
-    other->m_occurrenceStart = m_occurrenceStart;
-    other->m_occurrenceEnd = m_occurrenceEnd;
+    other->m_occurrence = m_occurrence;
     return other;
 }
 
 Appointment CalendarEvent::changeable() const {
     Appointment changed = appointment();
     if (m_isOccurrence) {
-        changed.recurrenceId = m_instanceId;
+        changed.recurrenceId = m_occurrence.instanceId;
         changed.recurrenceRule.clear();
     }
     return changed;
 }
 
 void CalendarEvent::followStored() {
-    if (!m_isOccurrence || !m_session || !m_session->file().contains(m_uid, m_instanceId))
+    if (!m_isOccurrence || !m_session || !m_session->file().contains(m_uid, m_occurrence.instanceId))
         return;
     m_isOccurrence = false;
-    m_recurrenceId = m_instanceId;
+    m_recurrenceId = m_occurrence.instanceId;
 }
 
 Appointment CalendarEvent::appointment() const {
@@ -118,11 +105,6 @@ void CalendarEvent::clearSet() {
     m_capabilities.reset();
 }
 
-void CalendarEvent::wasSet(SetItem item) {
-    if (m_handler)
-        m_handler(item);
-}
-
 void CalendarEvent::setSummary(const QString &summary) {
     m_summary = summary;
     wasSet(SetItem::Summary);
@@ -136,25 +118,6 @@ void CalendarEvent::setLocation(const QString &location) {
 void CalendarEvent::setOlmUCCapabilities(const QString &text) {
     m_capabilities = text;
     wasSet(SetItem::Capabilities);
-}
-
-rt::Value CalendarEvent::startTime() const {
-    return dateValue(appointment().start);
-}
-rt::Value CalendarEvent::endTime() const {
-    return dateValue(appointment().end);
-}
-rt::Value CalendarEvent::recurrence() const {
-    return recurrenceValue(appointment().recurrenceRule);
-}
-rt::Value CalendarEvent::attendeeList() const {
-    return attendeeValues(appointment().attendees);
-}
-bool CalendarEvent::isOwner() const {
-    return m_session && m_session->isOwner(appointment());
-}
-QTimeZone CalendarEvent::timeZone() const {
-    return zoneOf(appointment().start);
 }
 
 EmailAccount *CalendarEvent::account() const {
@@ -199,7 +162,7 @@ QString CalendarEvent::exportAsICS() const {
 
 bool CalendarEvent::deleteEventNow() {
     // One day of a series without a name of its own cannot be told from the whole series.
-    if (!m_session || (m_isOccurrence && m_instanceId.isEmpty()))
+    if (!m_session || (m_isOccurrence && m_occurrence.instanceId.isEmpty()))
         return false;
     if (m_session->remove(m_uid, instanceId()))
         return true;
@@ -209,7 +172,7 @@ bool CalendarEvent::deleteEventNow() {
 }
 
 void CalendarEvent::cancelMeetingInWindow(QWidget *window) {
-    if (!m_session || (m_isOccurrence && m_instanceId.isEmpty()))
+    if (!m_session || (m_isOccurrence && m_occurrence.instanceId.isEmpty()))
         return;
     if (!m_session->cancel(changeable()) && errorPresenter())
         errorPresenter()(window, m_session->lastError());
@@ -268,11 +231,12 @@ void defineEventClasses() {
     addMethods(rt::defineClass(u"ECRecurrence"_s), {{"rule", bind<&Recurrence::rule>, "@@:"}});
     rt::Class *event = rt::defineClass(u"ECCalendarEvent"_s);
     defineCalendarEvent(event);
+    // The setters are its own: each can be exchanged without that of an event.
     addMethods(rt::defineClass(u"ECMutableCalendarEvent"_s, event),
                {{"setSummary:", bind<&CalendarEvent::setSummary>, "v@:@"},
                 {"setLocation:", bind<&CalendarEvent::setLocation>, "v@:@"},
-                {"setBody:", bind<&MutableCalendarEvent::setBody>, "v@:@"},
                 {"setOlmUCCapabilities:", bind<&CalendarEvent::setOlmUCCapabilities>, "v@:@"},
+                {"setBody:", bind<&MutableCalendarEvent::setBody>, "v@:@"},
                 {"saveRecord", bind<&MutableCalendarEvent::saveRecord>, "l@:"}});
 }
 

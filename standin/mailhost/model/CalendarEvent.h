@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/runtime/Object.h"
+#include "standin/mailhost/model/CalendarDate.h"
 #include "standin/mailhost/model/CalendarSession.h"
 
 #include <QPointer>
@@ -54,12 +55,16 @@ public:
     // The appointment as stored (the draft when it is not), with what was set on this object.
     [[nodiscard]] virtual Appointment appointment() const;
     [[nodiscard]] Appointment stored() const;
-    [[nodiscard]] bool isStored() const;
+    [[nodiscard]] bool isStored() const {
+        return m_session && m_session->file().contains(m_uid, m_recurrenceId);
+    }
     [[nodiscard]] CalendarSession *session() const { return m_session; }
     // For one day of a series: which one, and when it is; the series has its own times.
-    void setOccurrence(const Occurrence &occurrence);
+    void setOccurrence(const Occurrence &occurrence) { m_occurrence = occurrence; }
     // The day of the series that this stands for; empty for what takes place once and for a series.
-    [[nodiscard]] QString instanceId() const { return m_isOccurrence ? m_instanceId : m_recurrenceId; }
+    [[nodiscard]] QString instanceId() const {
+        return m_isOccurrence ? m_occurrence.instanceId : m_recurrenceId;
+    }
     // Both stand for the same appointment, or the same day of the same series.
     [[nodiscard]] bool isSame(const CalendarEvent &other) const;
     // Another object for the same, without what was set on this one.
@@ -75,20 +80,20 @@ public:
 
     [[nodiscard]] QString summary() const { return appointment().summary; }
     [[nodiscard]] QString location() const { return appointment().location; }
-    [[nodiscard]] rt::Value startTime() const;
-    [[nodiscard]] rt::Value endTime() const;
-    [[nodiscard]] rt::Value recurrence() const;
+    [[nodiscard]] rt::Value startTime() const { return dateValue(appointment().start); }
+    [[nodiscard]] rt::Value endTime() const { return dateValue(appointment().end); }
+    [[nodiscard]] rt::Value recurrence() const { return recurrenceValue(appointment().recurrenceRule); }
     [[nodiscard]] QString body() const { return appointment().bodyHtml; }
-    [[nodiscard]] rt::Value attendeeList() const;
+    [[nodiscard]] rt::Value attendeeList() const { return attendeeValues(appointment().attendees); }
     [[nodiscard]] bool isOccurrence() const { return m_isOccurrence; }
     [[nodiscard]] bool isModifiedException() const { return !m_recurrenceId.isEmpty() && !m_isOccurrence; }
-    [[nodiscard]] bool isOwner() const;
+    [[nodiscard]] bool isOwner() const { return m_session && m_session->isOwner(appointment()); }
     [[nodiscard]] EmailAccount *account() const;
     [[nodiscard]] QString UUID() const { return m_uid; }
     [[nodiscard]] bool isRecurring() const { return !appointment().recurrenceRule.isEmpty(); }
     [[nodiscard]] double duration() const;    // seconds
     [[nodiscard]] int recurrenceType() const; // 0 none, 1 daily, 2 weekly, 3 monthly, 4 yearly
-    [[nodiscard]] QTimeZone timeZone() const;
+    [[nodiscard]] QTimeZone timeZone() const { return zoneOf(appointment().start); }
     [[nodiscard]] bool isMeeting() const { return !appointment().attendees.isEmpty(); }
     [[nodiscard]] rt::Value organizer() const;
     [[nodiscard]] rt::Object *seriesMasterRecord() const;
@@ -109,14 +114,15 @@ protected:
     Appointment m_draft;
 
 private:
-    void wasSet(SetItem item);
+    void wasSet(SetItem item) const {
+        if (m_handler)
+            m_handler(item);
+    }
     QPointer<CalendarSession> m_session;
     QString m_uid;
     QString m_recurrenceId;
     bool m_isOccurrence = false;
-    QString m_instanceId;
-    QDateTime m_occurrenceStart;
-    QDateTime m_occurrenceEnd;
+    Occurrence m_occurrence; // the day of its series
     std::optional<QString> m_summary;
     std::optional<QString> m_location;
     std::optional<QString> m_capabilities;

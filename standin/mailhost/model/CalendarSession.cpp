@@ -38,34 +38,32 @@ QString describeChange(const std::optional<Appointment> &before, const Appointme
 
 Mailbox calendarOwner(const QList<Appointment> &appointments) {
     struct Count {
-        int meetings = 0;
-        int organized = 0;
+        std::pair<int, int> meetings; // all, and those that it organizes
         Mailbox mailbox;
     };
     QMap<QString, Count> counts;
-    const auto note = [&counts](const QString &name, const QString &email, bool organizer) {
-        Count &count = counts[email.toLower()];
-        count.meetings += 1;
-        count.organized += organizer ? 1 : 0;
-        if (count.mailbox.email.isEmpty() || (count.mailbox.name.isEmpty() && !name.isEmpty()))
-            count.mailbox = {name, count.mailbox.email.isEmpty() ? email : count.mailbox.email};
-    };
     for (const Appointment &appointment : appointments) {
         if (appointment.organizerEmail.isEmpty())
             continue;
-        QSet<QString> seen{appointment.organizerEmail.toLower()};
-        note(appointment.organizerName, appointment.organizerEmail, true);
-        for (const Attendee &attendee : appointment.attendees) {
-            const QString key = attendee.email.toLower();
-            if (attendee.type == AttendeeType::Resource || key.isEmpty() || seen.contains(key))
+        QSet<QString> seen;
+        const Attendee organizer{appointment.organizerName, appointment.organizerEmail, {}};
+        for (const Attendee &person : QList<Attendee>{organizer} + appointment.attendees) {
+            const QString key = person.email.toLower();
+            if (person.type == AttendeeType::Resource || key.isEmpty() || seen.contains(key))
                 continue;
+            Count &count = counts[key];
+            count.meetings.first += 1;
+            count.meetings.second += seen.isEmpty() ? 1 : 0;
             seen.insert(key);
-            note(attendee.name, attendee.email, false);
+            if (count.mailbox.email.isEmpty())
+                count.mailbox.email = person.email;
+            if (count.mailbox.name.isEmpty())
+                count.mailbox.name = person.name;
         }
     }
-    Count best{0, 0, {u"Ada Example"_s, u"ada@parlo.example"_s}};
+    Count best{{0, 0}, {u"Ada Example"_s, u"ada@parlo.example"_s}};
     for (const Count &count : std::as_const(counts))
-        if (std::pair(count.meetings, count.organized) > std::pair(best.meetings, best.organized))
+        if (count.meetings > best.meetings)
             best = count;
     if (best.mailbox.name.isEmpty())
         best.mailbox.name = best.mailbox.email.section(u'@', 0, 0);
@@ -79,21 +77,15 @@ CalendarSession::CalendarSession(std::unique_ptr<CalendarFile> file, const HostO
     , m_outbox(std::move(outbox))
     , m_accounts(ownMailboxes(options, *m_file), options.delegating) {}
 
-bool CalendarSession::isOwner(const Appointment &appointment) const {
-    return appointment.organizerEmail.isEmpty() || m_accounts.find(appointment.organizerEmail);
-}
-
 bool CalendarSession::writeOrGoBack() {
-    if (m_file->save(&m_lastError)) {
-        m_lastError.clear();
-        Q_EMIT changed();
-        return true;
-    }
     QString ignored;
-    if (auto onDisk = CalendarFile::open(m_file->path(), &ignored))
+    const bool written = m_file->save(&m_lastError);
+    if (written)
+        m_lastError.clear();
+    else if (auto onDisk = CalendarFile::open(m_file->path(), &ignored))
         m_file = std::move(onDisk);
     Q_EMIT changed();
-    return false;
+    return written;
 }
 
 QString CalendarSession::startIsKept() {
@@ -181,14 +173,6 @@ QString CalendarSession::nextOf(std::vector<UndoStep> &steps, QByteArray UndoSte
     return steps.empty() ? QString() : steps.back().what;
 }
 
-QString CalendarSession::undoText() {
-    return nextOf(m_undo, &UndoStep::after);
-}
-
-QString CalendarSession::redoText() {
-    return nextOf(m_redo, &UndoStep::before);
-}
-
 bool CalendarSession::takeBack(std::vector<UndoStep> &from, std::vector<UndoStep> &to, bool forward) {
     UndoStep step = std::move(from.back());
     from.pop_back();
@@ -198,14 +182,6 @@ bool CalendarSession::takeBack(std::vector<UndoStep> &from, std::vector<UndoStep
     }
     to.push_back(std::move(step));
     return writeOrGoBack();
-}
-
-bool CalendarSession::undo() {
-    return !undoText().isNull() && takeBack(m_undo, m_redo, false);
-}
-
-bool CalendarSession::redo() {
-    return !redoText().isNull() && takeBack(m_redo, m_undo, true);
 }
 
 } // namespace mailhost

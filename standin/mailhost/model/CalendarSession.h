@@ -29,7 +29,9 @@ public:
     [[nodiscard]] const Accounts &accounts() const { return m_accounts; }
     [[nodiscard]] const HostOptions &options() const { return m_options; }
     // Whether the person may change the appointment: it has no organizer, or one of the accounts is.
-    [[nodiscard]] bool isOwner(const Appointment &appointment) const;
+    [[nodiscard]] bool isOwner(const Appointment &appointment) const {
+        return appointment.organizerEmail.isEmpty() || m_accounts.find(appointment.organizerEmail);
+    }
 
     // Why the start of a series stays that CalendarFile::keepsStart(), for the user to read.
     [[nodiscard]] static QString startIsKept();
@@ -47,10 +49,10 @@ public:
     // What undo() and redo() would do next, for the person to read; a null text when there is nothing. Only
     // changes that nobody else has followed can be taken back: not those of an appointment with a meeting
     // record, and not when the appointment has been changed otherwise since.
-    [[nodiscard]] QString undoText();
-    [[nodiscard]] QString redoText();
-    bool undo();
-    bool redo();
+    [[nodiscard]] QString undoText() { return nextOf(m_undo, &UndoStep::after); }
+    [[nodiscard]] QString redoText() { return nextOf(m_redo, &UndoStep::before); }
+    bool undo() { return !undoText().isNull() && takeBack(m_undo, m_redo, false); }
+    bool redo() { return !redoText().isNull() && takeBack(m_redo, m_undo, true); }
     [[nodiscard]] const QString &lastError() const { return m_lastError; }
     // The path of the last message written.
     [[nodiscard]] const QString &lastMessage() const { return m_lastMessage; }

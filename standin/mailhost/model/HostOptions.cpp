@@ -11,18 +11,11 @@ bool isNewerGeneration(const QString &hostVersion) {
 
 QString mangled(const QString &html, BookmarkMangling mangling) {
     static const QRegularExpression bookmark(u"<a\\s+name=\"([^\"<>]*)\"\\s*></a>"_s);
-    QString result = html;
-    switch (mangling) {
-    case BookmarkMangling::None:
-        return result;
-    case BookmarkMangling::QuotesStripped:
-        return result.replace(bookmark, u"<a name=\\1></a>"_s);
-    case BookmarkMangling::FontTags:
-        return result.replace(bookmark, u"<font size=\"2\"><a name=\"\\1\"></a></font>"_s);
-    case BookmarkMangling::LineBreaks:
-        return result.replace(bookmark, u"\r\n<a name=\"\\1\"></a>\r\n"_s);
-    }
-    return result;
+    static const QStringList forms{{},
+                                   u"<a name=\\1></a>"_s,
+                                   u"<font size=\"2\"><a name=\"\\1\"></a></font>"_s,
+                                   u"\r\n<a name=\"\\1\"></a>\r\n"_s};
+    return mangling == BookmarkMangling::None ? html : QString(html).replace(bookmark, forms[int(mangling)]);
 }
 
 } // namespace mailhost

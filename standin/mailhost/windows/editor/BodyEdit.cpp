@@ -43,7 +43,7 @@ protected:
 } // namespace
 
 BodyEdit::BodyEdit(BookmarkMangling mangling, QWidget *parent)
-    : QWidget(parent)
+    : BodyAccess(parent)
     , m_mangling(mangling) {
     auto *edit = new BodyTextEdit;
     m_edit = edit;
@@ -94,36 +94,27 @@ void BodyEdit::buildButtons() {
     m_underline = addButton(controls::underlineButton, u"U"_s, tr("Underline"), QKeySequence::Underline);
     m_list = addButton(controls::listButton, u"•"_s, tr("List"), QKeySequence(tr("Ctrl+Shift+L")));
     row->addStretch(1);
-    QFont font = m_bold->font();
-    font.setBold(true);
-    m_bold->setFont(font);
-    font.setBold(false);
-    font.setItalic(true);
-    m_italic->setFont(font);
-    font.setItalic(false);
-    font.setUnderline(true);
-    m_underline->setFont(font);
-    connect(m_bold, &QToolButton::clicked, this, [this](bool on) {
-        QTextCharFormat format;
+    QFont bold, italic, underlined;
+    bold.setBold(true);
+    italic.setItalic(true);
+    underlined.setUnderline(true);
+    m_bold->setFont(bold); // what is not set in a font comes from the parent
+    m_italic->setFont(italic);
+    m_underline->setFont(underlined);
+    const auto connectStyle = [this](QToolButton *button, void (*set)(QTextCharFormat &, bool)) {
+        connect(button, &QToolButton::clicked, this, [this, set](bool on) {
+            QTextCharFormat format;
+            set(format, on);
+            m_edit->mergeCurrentCharFormat(format);
+            m_edit->setFocus();
+        });
+    };
+    connectStyle(m_bold, [](QTextCharFormat &format, bool on) {
         format.setFontWeight(on ? QFont::Bold : QFont::Normal);
-        mergeFormat(format);
     });
-    connect(m_italic, &QToolButton::clicked, this, [this](bool on) {
-        QTextCharFormat format;
-        format.setFontItalic(on);
-        mergeFormat(format);
-    });
-    connect(m_underline, &QToolButton::clicked, this, [this](bool on) {
-        QTextCharFormat format;
-        format.setFontUnderline(on);
-        mergeFormat(format);
-    });
+    connectStyle(m_italic, [](QTextCharFormat &format, bool on) { format.setFontItalic(on); });
+    connectStyle(m_underline, [](QTextCharFormat &format, bool on) { format.setFontUnderline(on); });
     connect(m_list, &QToolButton::clicked, this, &BodyEdit::toggleList);
-}
-
-void BodyEdit::mergeFormat(const QTextCharFormat &format) {
-    m_edit->mergeCurrentCharFormat(format);
-    m_edit->setFocus();
 }
 
 void BodyEdit::toggleList() {
@@ -150,10 +141,6 @@ void BodyEdit::showStyle() {
     m_list->setChecked(m_edit->textCursor().currentList() != nullptr);
 }
 
-QString BodyEdit::bodyHtml() const {
-    return m_text->html();
-}
-
 void BodyEdit::showBodyHtml(const QString &html) {
     m_text->setHtml(asHtmlDocument(mangled(html, m_mangling)));
     m_edit->moveCursor(QTextCursor::Start);
@@ -169,14 +156,10 @@ void BodyEdit::setBodyReadOnly(bool readOnly) {
     m_bar->setEnabled(!readOnly);
 }
 
-void BodyEdit::focusBody() {
-    m_edit->setFocus();
-}
-
 ComposeView::ComposeView(BookmarkMangling mangling, QWidget *parent)
     : BodyEdit(mangling, parent)
     , rt::Object(rt::classNamed(u"ComposeView"_s))
-    , m_frame(BodyReference(this, this)) {}
+    , m_frame(this) {}
 
 void defineComposeViewClass() {
     addMethods(rt::defineClass(u"ComposeView"_s, rt::defineClass(u"NSView"_s)),

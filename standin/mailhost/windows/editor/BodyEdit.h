@@ -12,18 +12,18 @@ class QToolButton;
 namespace mailhost {
 
 // Rich text with a row of style buttons. What it is handed is kept as HTML (see BodyText).
-class BodyEdit : public QWidget, public BodyAccess {
+class BodyEdit : public BodyAccess {
     Q_OBJECT
 public:
     explicit BodyEdit(BookmarkMangling mangling, QWidget *parent = nullptr);
 
     // The body as a whole HTML document.
-    [[nodiscard]] QString bodyHtml() const override;
+    [[nodiscard]] QString bodyHtml() const override { return m_text->html(); }
     // As another program's text that replaces the body: counts as a change, and may have its bookmarks
     // mangled.
     void showBodyHtml(const QString &html) override;
     void setBodyReadOnly(bool readOnly) override;
-    void focusBody() override;
+    void focusBody() override { m_edit->setFocus(); }
 
     // Shows the stored body. The text of bodyHtml() is then asHtmlDocument(html).
     void load(const QString &html);
@@ -36,7 +36,6 @@ private:
     QToolButton *addButton(const QString &name, const QString &text, const QString &what,
                            const QKeySequence &keys);
     void buildButtons();
-    void mergeFormat(const QTextCharFormat &format);
     void toggleList();
     void showStyle();
 
