@@ -85,13 +85,10 @@ inline const QString closeAction = u"closeAction"_s; // Ctrl+W
 inline const QString recurrenceSheet = u"recurrenceSheet"_s;
 inline const QString recurrenceKind = u"recurrenceKind"_s;
 inline const QString recurrenceInterval = u"recurrenceInterval"_s;
-inline const QString recurrenceForever = u"recurrenceForever"_s;
-inline const QString recurrenceByCount = u"recurrenceByCount"_s;
+inline const QString recurrenceEnd = u"recurrenceEnd"_s;
 inline const QString recurrenceCount = u"recurrenceCount"_s;
-inline const QString recurrenceByDate = u"recurrenceByDate"_s;
 inline const QString recurrenceUntil = u"recurrenceUntil"_s;
 inline const QString recurrenceOk = u"recurrenceOk"_s;
-inline const QString recurrenceCancel = u"recurrenceCancel"_s;
 
 // Questions and messages (QMessageBox).
 inline const QString closeQuestion = u"closeQuestion"_s;

@@ -2,12 +2,12 @@
 
 #include "platform/runtime/Loading.h"
 #include "platform/services/Services.h"
+#include "platform/services/propertylist/PropertyList.h"
 #include "platform/services/storage/WholeFile.h"
 #include "platform/toolkit/Windows.h"
 #include "standin/mailhost/model/Bind.h"
 #include "standin/mailhost/model/HostContext.h"
 #include "standin/mailhost/store/SampleCalendar.h"
-#include "standin/mailhost/windows/MessageBoxes.h"
 #include "standin/program/Program.h"
 #include "standin/support/BusNames.h"
 
@@ -29,21 +29,10 @@ bool writeFile(const QString &path, const QByteArray &bytes, QString *error) {
 }
 
 QByteArray bundleInformation(const QString &version) {
-    return uR"(<?xml version="1.0" encoding="UTF-8"?>
-<plist version="1.0">
-<dict>
-	<key>CFBundleIdentifier</key>
-	<string>%2</string>
-	<key>CFBundleExecutable</key>
-	<string>parlo-host</string>
-	<key>CFBundleShortVersionString</key>
-	<string>%1</string>
-	<key>CFBundleVersion</key>
-	<string>%1</string>
-</dict>
-</plist>
-)"_s.arg(version.toHtmlEscaped(), standin::names::host)
-        .toUtf8();
+    return platform::PropertyList::toXml(QVariantMap{{u"CFBundleIdentifier"_s, standin::names::host},
+                                                     {u"CFBundleExecutable"_s, u"parlo-host"_s},
+                                                     {u"CFBundleShortVersionString"_s, version},
+                                                     {u"CFBundleVersion"_s, version}});
 }
 
 } // namespace
@@ -73,7 +62,6 @@ void HostApplication::defineClasses() {
     defineHeaderClasses();
     defineEditorViewControllerClass();
     defineEditorWindowClasses();
-    defineResponderClass();
     defineGridClasses();
     defineMainWindowClasses();
 }
@@ -86,6 +74,14 @@ bool HostApplication::installBundle(QString *error) const {
     if (existing.open(QIODevice::ReadOnly) && existing.readAll() == information)
         return true;
     return writeFile(path, information, error);
+}
+
+void HostApplication::installDesktopServices() const {
+    platform::DesktopOptions desktop;
+    desktop.bundleIdentifier = standin::names::host;
+    desktop.documentsFolder = m_options.documentsFolder;
+    desktop.defaultsFolder = m_options.defaultsFolder;
+    platform::setServices(platform::makeDesktopServices(desktop));
 }
 
 void HostApplication::start() {
@@ -213,44 +209,43 @@ EditorWindowController *HostApplication::openEditorFor(const QString &uid, const
 
 EditorWindowController *HostApplication::openNewMeeting() {
     rt::send(m_delegate.get(), "newCalendarMeeting:", rt::Value());
-    return EditorWindowController::open().isEmpty() ? nullptr : EditorWindowController::open().last();
+    return EditorWindowController::open().value(EditorWindowController::open().size() - 1);
 }
 
 EditorWindowController *HostApplication::openNewAppointment() {
     rt::send(editorWindowClass(), "showWindowForNewEvent");
-    return EditorWindowController::open().isEmpty() ? nullptr : EditorWindowController::open().last();
+    return EditorWindowController::open().value(EditorWindowController::open().size() - 1);
 }
 
 HostOptions optionsFromArguments() {
     QCommandLineParser parser;
     parser.setApplicationDescription(QObject::tr("A mail and calendar program."));
-    const QCommandLineOption version(u"host-version"_s, QObject::tr("Generation: 14.1.4, 15.8, 15.9 or 16."),
-                                     u"version"_s, u"16"_s);
-    const QCommandLineOption noPlugin(u"no-plugin"_s, QObject::tr("Start without the plug-in."));
-    const QCommandLineOption plugin(u"plugin"_s, QObject::tr("The plug-in's library."), u"path"_s);
-    const QCommandLineOption documents(u"documents"_s, QObject::tr("Folder that serves as Documents."),
-                                       u"folder"_s);
-    const QCommandLineOption defaults(u"defaults"_s, QObject::tr("Folder of the stored defaults."),
-                                      u"folder"_s);
-    const QCommandLineOption outbox(u"outbox"_s, QObject::tr("Folder that messages are written to."),
-                                    u"folder"_s);
-    parser.addOptions({version, noPlugin, plugin, documents, defaults, outbox});
+    const auto add = [&parser](const char *name, const QString &text, const char *value,
+                               const QString &standard = {}) {
+        parser.addOption({QString::fromLatin1(name), text, QString::fromLatin1(value), standard});
+    };
+    add("host-version", QObject::tr("Generation: 14.1.4, 15.8, 15.9 or 16."), "version", u"16"_s);
+    add("no-plugin", QObject::tr("Start without the plug-in."), "");
+    add("plugin", QObject::tr("The plug-in's library."), "path");
+    add("documents", QObject::tr("Folder that serves as Documents."), "folder");
+    add("defaults", QObject::tr("Folder of the stored defaults."), "folder");
+    add("outbox", QObject::tr("Folder that messages are written to."), "folder");
     parser.addPositionalArgument(u"calendar.ics"_s, QObject::tr("The calendar to open."),
                                  u"[calendar.ics]"_s);
     program::parse(parser);
     static const QStringList versions{u"14.1.4"_s, u"15.8"_s, u"15.9"_s, u"16"_s};
     HostOptions options;
-    options.hostVersion = parser.value(version);
+    options.hostVersion = parser.value(u"host-version"_s);
     if (!versions.contains(options.hostVersion))
         program::refuse(QObject::tr("There is no generation %1 of the host; choose one of %2")
                             .arg(options.hostVersion, versions.join(u", "_s)));
     if (parser.positionalArguments().size() > 1)
         program::refuse(QObject::tr("Only one calendar can be opened"));
-    options.noPlugin = parser.isSet(noPlugin);
-    options.pluginPath = parser.value(plugin);
-    options.documentsFolder = parser.value(documents);
-    options.defaultsFolder = parser.value(defaults);
-    options.outbox = parser.value(outbox);
+    options.noPlugin = parser.isSet(u"no-plugin"_s);
+    options.pluginPath = parser.value(u"plugin"_s);
+    options.documentsFolder = parser.value(u"documents"_s);
+    options.defaultsFolder = parser.value(u"defaults"_s);
+    options.outbox = parser.value(u"outbox"_s);
     options.calendarPath = parser.positionalArguments().value(0);
     return options;
 }

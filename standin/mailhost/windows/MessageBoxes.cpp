@@ -1,31 +1,12 @@
 #include "standin/mailhost/windows/MessageBoxes.h"
 
 #include "platform/toolkit/Windows.h"
-#include "standin/mailhost/model/Bind.h"
 #include "standin/mailhost/windows/ControlNames.h"
-#include "standin/mailhost/windows/editor/EditorViewController.h"
 
 #include <QApplication>
+#include <QPushButton>
 
 namespace mailhost {
-
-namespace {
-
-class EventViewResponder : public rt::Object {
-public:
-    explicit EventViewResponder(EditorViewController *controller)
-        : rt::Object(rt::classNamed(u"OLCalendarEventViewResponder"_s))
-        , m_controller(controller) {}
-    void switchToRecurringSeries(const rt::Value &) {
-        if (m_controller)
-            m_controller.get()->switchToSeries();
-    }
-
-private:
-    rt::Weak<EditorViewController> m_controller;
-};
-
-} // namespace
 
 QMessageBox *makeMessage(QWidget *parent, const QString &name, const QString &text, const QString &detail) {
     auto *box = new QMessageBox(parent);
@@ -37,21 +18,35 @@ QMessageBox *makeMessage(QWidget *parent, const QString &name, const QString &te
     return box;
 }
 
-void showErrorMessage(QWidget *parent, const QString &message) {
-    QMessageBox *box =
-        makeMessage(parent, controls::errorMessage, QObject::tr("That did not work."), message);
+QMessageBox *showMessage(QWidget *parent, const QString &name, const QString &text, const QString &detail,
+                         const QList<MessageChoice> &choices) {
+    QMessageBox *box = makeMessage(parent, name, text, detail);
+    QList<std::pair<QAbstractButton *, std::function<void()>>> answers;
+    for (const MessageChoice &choice : choices) {
+        QPushButton *button = box->addButton(choice.text, choice.role);
+        button->setObjectName(choice.name);
+        answers.append({button, choice.chosen});
+        const bool accepts = choice.role == QMessageBox::AcceptRole;
+        if (choice.role == QMessageBox::RejectRole)
+            box->setEscapeButton(button);
+        if (accepts || (choice.role == QMessageBox::RejectRole && !box->defaultButton()))
+            box->setDefaultButton(button);
+    }
+    platform::beginSheet(box, parent, [box, answers](int) {
+        const QAbstractButton *clicked = box->clickedButton();
+        box->deleteLater();
+        for (const auto &[button, chosen] : answers)
+            if (button == clicked && chosen)
+                chosen();
+    });
+    return box;
+}
+
+QMessageBox *showErrorMessage(QWidget *parent, const QString &message) {
+    QMessageBox *box = showMessage(parent, controls::errorMessage, QObject::tr("That did not work."), message,
+                                   {{{}, QObject::tr("OK"), QMessageBox::AcceptRole, {}}});
     box->setIcon(QMessageBox::Warning);
-    box->addButton(QObject::tr("OK"), QMessageBox::AcceptRole);
-    platform::beginSheet(box, parent, [box](int) { box->deleteLater(); });
-}
-
-std::unique_ptr<rt::Object> makeSeriesResponder(EditorViewController *controller) {
-    return std::make_unique<EventViewResponder>(controller);
-}
-
-void defineResponderClass() {
-    addMethods(rt::defineClass(u"OLCalendarEventViewResponder"_s),
-               {{"switchToRecurringSeries:", bind<&EventViewResponder::switchToRecurringSeries>, "v@:@"}});
+    return box;
 }
 
 } // namespace mailhost

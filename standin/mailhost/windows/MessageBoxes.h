@@ -1,23 +1,28 @@
-// Questions and messages to the person, and the responder that opens a series.
+// Questions and messages to the user.
 #pragma once
 
-#include "platform/runtime/Object.h"
-
+#include <QList>
 #include <QMessageBox>
-#include <memory>
+#include <functional>
 
 namespace mailhost {
 
-class EditorViewController;
+// A button of a message: its object name, its text, and what it leads to; `chosen` may be empty.
+struct MessageChoice {
+    QString name;
+    QString text;
+    QMessageBox::ButtonRole role = QMessageBox::DestructiveRole;
+    std::function<void()> chosen;
+};
 
-// A message box with the parent as its owner, without buttons.
+// A question under that object name, with the parent as its owner, without buttons.
 [[nodiscard]] QMessageBox *makeMessage(QWidget *parent, const QString &name, const QString &text,
                                        const QString &detail);
-// Shows a message that can only be confirmed; modal for the parent, which may be nullptr, without blocking.
-void showErrorMessage(QWidget *parent, const QString &message);
-
-// The object that answers "switchToRecurringSeries:" for an editor (not owned).
-[[nodiscard]] std::unique_ptr<rt::Object> makeSeriesResponder(EditorViewController *controller);
-void defineResponderClass();
+// Shows one under that object name; modal for the parent, which may be nullptr, without blocking.
+// Return chooses what accepts, else what rejects; Escape what rejects.
+QMessageBox *showMessage(QWidget *parent, const QString &name, const QString &text, const QString &detail,
+                         const QList<MessageChoice> &choices);
+// One that can only be confirmed.
+QMessageBox *showErrorMessage(QWidget *parent, const QString &message);
 
 } // namespace mailhost

@@ -4,23 +4,15 @@
 #include "standin/mailhost/model/CalendarDate.h"
 #include "standin/mailhost/windows/ControlNames.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDateEdit>
 #include <QLabel>
-#include <QLineEdit>
-#include <QSignalBlocker>
-#include <QTimeEdit>
 
 namespace mailhost {
 
 namespace {
 
-template<typename T>
-T *named(T *widget, const QString &name, const QString &accessibleName) {
-    widget->setObjectName(name);
-    widget->setAccessibleName(accessibleName);
-    return widget;
+void name(QWidget *field, const QString &controlName, const QString &accessibleName) {
+    field->setObjectName(controlName);
+    field->setAccessibleName(accessibleName);
 }
 
 QLabel *labelFor(QWidget *buddy, const QString &text) {
@@ -39,17 +31,7 @@ EditorForm::EditorForm(HeaderView *header, const CalendarSession &session)
     : QObject(header)
     , m_header(header)
     , m_session(session)
-    , m_from(named(new QComboBox, controls::fromChooser, tr("From")))
-    , m_subject(named(new QLineEdit, controls::subjectField, tr("Subject")))
-    , m_location(named(new QLineEdit, controls::locationField, tr("Location")))
-    , m_attendees(named(new QLineEdit, controls::attendeesField, tr("Attendees")))
-    , m_rooms(named(new QLineEdit, controls::roomsField, tr("Rooms")))
-    , m_startDate(named(new QDateEdit, controls::startDateField, tr("Start date")))
-    , m_startTime(named(new QTimeEdit, controls::startTimeField, tr("Start time")))
-    , m_endDate(named(new QDateEdit, controls::endDateField, tr("End date")))
-    , m_endTime(named(new QTimeEdit, controls::endTimeField, tr("End time")))
-    , m_allDay(named(new QCheckBox(tr("All &day")), controls::allDayBox, tr("All day")))
-    , m_zone(named(new QComboBox, controls::timeZoneChooser, tr("Time zone"))) {
+    , m_allDay(new QCheckBox(tr("All &day"))) {
     buildPeople();
     buildTimes();
 }
@@ -57,11 +39,15 @@ EditorForm::EditorForm(HeaderView *header, const CalendarSession &session)
 void EditorForm::buildPeople() {
     m_attendees->setPlaceholderText(tr("Name <address>, …"));
     m_rooms->setPlaceholderText(tr("Room <address>, …"));
-    m_header->addWideRow(labelFor(m_from, tr("&From:")), m_from);
-    m_header->addWideRow(labelFor(m_attendees, tr("&Attendees:")), m_attendees);
-    m_header->addWideRow(labelFor(m_rooms, tr("&Rooms:")), m_rooms);
-    m_header->addWideRow(labelFor(m_subject, tr("S&ubject:")), m_subject);
-    m_header->addWideRow(labelFor(m_location, tr("&Location:")), m_location);
+    const auto addRow = [this](QWidget *field, const QString &controlName, const QString &label) {
+        name(field, controlName, QString(label).remove(u'&').remove(u':'));
+        m_header->addRow(labelFor(field, label), {field}, false);
+    };
+    addRow(m_from, controls::fromChooser, tr("&From:"));
+    addRow(m_attendees, controls::attendeesField, tr("&Attendees:"));
+    addRow(m_rooms, controls::roomsField, tr("&Rooms:"));
+    addRow(m_subject, controls::subjectField, tr("S&ubject:"));
+    addRow(m_location, controls::locationField, tr("&Location:"));
     for (QLineEdit *field : {m_subject, m_location, m_attendees, m_rooms})
         connect(field, &QLineEdit::textChanged, this, [this] {
             if (!m_showing)
@@ -84,14 +70,20 @@ void EditorForm::buildTimes() {
         time->setDisplayFormat(u"HH:mm"_s);
         time->setFixedWidth(74);
     }
-    m_header->addNarrowRow(labelFor(m_startDate, tr("S&tarts:")), {m_startDate, m_startTime, m_allDay});
+    name(m_startDate, controls::startDateField, tr("Start date"));
+    name(m_startTime, controls::startTimeField, tr("Start time"));
+    name(m_endDate, controls::endDateField, tr("End date"));
+    name(m_endTime, controls::endTimeField, tr("End time"));
+    name(m_allDay, controls::allDayBox, tr("All day"));
+    name(m_zone, controls::timeZoneChooser, tr("Time zone"));
+    m_header->addRow(labelFor(m_startDate, tr("S&tarts:")), {m_startDate, m_startTime, m_allDay}, true);
     m_allDay->setFixedWidth(78);
     auto *filler = new QWidget;
     filler->setFixedWidth(78);
-    m_header->addNarrowRow(labelFor(m_endDate, tr("&Ends:")), {m_endDate, m_endTime, filler});
+    m_header->addRow(labelFor(m_endDate, tr("&Ends:")), {m_endDate, m_endTime, filler}, true);
     // The row of this label is what tells whether the time zone is showing: its text is known to other
     // programs.
-    m_zoneRow = m_header->addNarrowRow(labelFor(m_zone, u"Time zone:"_s), {m_zone});
+    m_zoneRow = m_header->addRow(labelFor(m_zone, u"Time zone:"_s), {m_zone}, true);
     m_zoneRow->setObjectName(controls::timeZoneRow);
     m_zoneRow->hide();
     const auto edit = [this] {
@@ -103,11 +95,8 @@ void EditorForm::buildTimes() {
     connect(m_endDate, &QDateEdit::dateChanged, this, edit);
     connect(m_endTime, &QTimeEdit::timeChanged, this, edit);
     connect(m_zone, &QComboBox::currentIndexChanged, this, edit);
-    connect(m_allDay, &QCheckBox::toggled, this, [this, edit](bool allDay) {
-        m_startTime->setEnabled(!allDay && m_startDate->isEnabled());
-        m_endTime->setEnabled(!allDay && m_endDate->isEnabled());
-        edit();
-    });
+    connect(m_allDay, &QCheckBox::toggled, this, &EditorForm::enableTimes);
+    connect(m_allDay, &QCheckBox::toggled, this, edit);
 }
 
 void EditorForm::show(const Appointment &appointment) {
@@ -128,11 +117,9 @@ void EditorForm::show(const Appointment &appointment) {
     m_from->setCurrentIndex(email.isEmpty() ? 0 : std::max(0, m_from->findData(email)));
     m_subject->setText(appointment.summary);
     m_location->setText(appointment.location);
-    for (QLineEdit *field : {m_subject, m_location})
-        field->setCursorPosition(0);
     m_attendees->setText(addressText(appointment.attendees, false));
     m_rooms->setText(addressText(appointment.attendees, true));
-    for (QLineEdit *field : {m_attendees, m_rooms})
+    for (QLineEdit *field : {m_subject, m_location, m_attendees, m_rooms})
         field->setCursorPosition(0);
     showZones();
     showTimes();
@@ -142,19 +129,11 @@ void EditorForm::show(const Appointment &appointment) {
 void EditorForm::showZones() {
     m_zone->clear();
     const CalendarTime &start = m_shown.start;
+    const QString shown = start.kind == CalendarTime::Kind::Zoned ? start.zoneId
+                          : start.kind == CalendarTime::Kind::Utc ? tr("UTC")
+                                                                  : tr("The same in every zone");
+    m_zone->addItem(shown, QVariant::fromValue(zoneOf(start)));
     const QString system = QString::fromUtf8(QTimeZone::systemTimeZoneId());
-    switch (start.kind) {
-    case CalendarTime::Kind::Zoned:
-        m_zone->addItem(start.zoneId, QVariant::fromValue(zoneOf(start)));
-        break;
-    case CalendarTime::Kind::Utc:
-        m_zone->addItem(tr("UTC"), QVariant::fromValue(QTimeZone::utc()));
-        break;
-    case CalendarTime::Kind::Floating:
-    case CalendarTime::Kind::Date:
-        m_zone->addItem(tr("The same in every zone"), QVariant::fromValue(QTimeZone::systemTimeZone()));
-        break;
-    }
     m_zone->addItem(system, QVariant::fromValue(QTimeZone::systemTimeZone()));
     for (const char *id :
          {"America/Los_Angeles", "America/New_York", "America/Sao_Paulo", "Europe/London", "Europe/Berlin",
@@ -179,13 +158,8 @@ void EditorForm::showTimes() {
     m_startTime->setTime(start.time());
     m_endDate->setDate(end.date());
     m_endTime->setTime(end.time());
-    m_startTime->setEnabled(!allDay && m_startDate->isEnabled());
-    m_endTime->setEnabled(!allDay && m_endDate->isEnabled());
+    enableTimes();
     m_lastStart = enteredStart();
-}
-
-QTimeZone EditorForm::chosenZone() const {
-    return m_zone->currentData().value<QTimeZone>();
 }
 
 QDateTime EditorForm::enteredStart() const {
@@ -236,10 +210,10 @@ CalendarTime EditorForm::timeFor(const QDateTime &entered, const CalendarTime &b
 
 Appointment EditorForm::values() const {
     Appointment values = m_shown;
-    if (m_subject->text() != m_shown.summary)
-        values.summary = m_subject->text();
-    if (m_location->text() != m_shown.location)
-        values.location = m_location->text();
+    for (const auto &[field, text] :
+         {std::pair(m_subject, &values.summary), std::pair(m_location, &values.location)})
+        if (field->text() != *text) // a null text stays one
+            *text = field->text();
     values.recurrenceRule = m_rule;
     values.start = timeFor(enteredStart(), m_shown.start);
     values.end = timeFor(enteredEnd(), m_shown.end);
@@ -265,36 +239,19 @@ void EditorForm::setRecurrenceRule(const QString &rule) {
     Q_EMIT edited();
 }
 
-void EditorForm::setSummary(const QString &summary) {
-    m_subject->setText(summary);
-}
-
-void EditorForm::setLocation(const QString &location) {
-    m_location->setText(location);
-}
-
-EmailAccount *EditorForm::currentAccount() const {
-    return m_session.accounts().find(m_from->currentData().toString());
-}
-
 void EditorForm::setEditable(bool editable, bool startToo) {
     for (QLineEdit *field : {m_subject, m_location, m_attendees, m_rooms})
         field->setReadOnly(!editable);
     m_from->setEnabled(editable);
     m_endDate->setEnabled(editable);
-    for (QWidget *field : {static_cast<QWidget *>(m_startDate), static_cast<QWidget *>(m_allDay),
-                           static_cast<QWidget *>(m_zone)})
+    for (QWidget *field : std::initializer_list<QWidget *>{m_startDate, m_allDay, m_zone})
         field->setEnabled(editable && startToo);
-    m_startTime->setEnabled(editable && startToo && !m_allDay->isChecked());
-    m_endTime->setEnabled(editable && !m_allDay->isChecked());
+    enableTimes();
 }
 
-void EditorForm::setTimeZoneShown(bool shown) {
-    m_zoneRow->setVisible(shown);
-}
-
-bool EditorForm::isTimeZoneShown() const {
-    return !m_zoneRow->isHidden();
+void EditorForm::enableTimes() {
+    m_startTime->setEnabled(m_startDate->isEnabled() && !m_allDay->isChecked());
+    m_endTime->setEnabled(m_endDate->isEnabled() && !m_allDay->isChecked());
 }
 
 } // namespace mailhost

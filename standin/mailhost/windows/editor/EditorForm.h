@@ -4,14 +4,11 @@
 #include "standin/mailhost/model/CalendarSession.h"
 #include "standin/mailhost/windows/editor/HeaderViews.h"
 
-#include <QObject>
-
-class QCheckBox;
-class QComboBox;
-class QDateEdit;
-class QLineEdit;
-class QPushButton;
-class QTimeEdit;
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QLineEdit>
+#include <QTimeEdit>
 
 namespace mailhost {
 
@@ -27,15 +24,14 @@ public:
     // recurrence and organizer differs.
     [[nodiscard]] Appointment values() const;
     void setRecurrenceRule(const QString &rule);
-    void setSummary(const QString &summary);
-    void setLocation(const QString &location);
-    [[nodiscard]] EmailAccount *currentAccount() const;
+    [[nodiscard]] EmailAccount *currentAccount() const {
+        return m_session.accounts().find(m_from->currentData().toString());
+    }
     [[nodiscard]] QLineEdit *locationField() const { return m_location; }
     [[nodiscard]] QLineEdit *subjectField() const { return m_subject; }
     // The start can be kept from being edited by itself.
     void setEditable(bool editable, bool startToo);
-    void setTimeZoneShown(bool shown);
-    [[nodiscard]] bool isTimeZoneShown() const;
+    [[nodiscard]] QWidget *timeZoneRow() const { return m_zoneRow; }
 
 Q_SIGNALS:
     void edited();
@@ -45,9 +41,10 @@ private:
     void buildPeople();
     void buildTimes();
     void showTimes();
+    void enableTimes();
     void showZones();
     void startChanged();
-    [[nodiscard]] QTimeZone chosenZone() const;
+    [[nodiscard]] QTimeZone chosenZone() const { return m_zone->currentData().value<QTimeZone>(); }
     [[nodiscard]] QDateTime enteredStart() const;
     [[nodiscard]] QDateTime enteredEnd() const;
     [[nodiscard]] CalendarTime timeFor(const QDateTime &entered, const CalendarTime &before) const;
@@ -58,17 +55,17 @@ private:
     QString m_rule;
     QDateTime m_lastStart;
     bool m_showing = false;
-    QComboBox *m_from;
-    QLineEdit *m_subject;
-    QLineEdit *m_location;
-    QLineEdit *m_attendees;
-    QLineEdit *m_rooms;
-    QDateEdit *m_startDate;
-    QTimeEdit *m_startTime;
-    QDateEdit *m_endDate;
-    QTimeEdit *m_endTime;
+    QComboBox *m_from = new QComboBox;
+    QLineEdit *m_subject = new QLineEdit;
+    QLineEdit *m_location = new QLineEdit;
+    QLineEdit *m_attendees = new QLineEdit;
+    QLineEdit *m_rooms = new QLineEdit;
+    QDateEdit *m_startDate = new QDateEdit;
+    QTimeEdit *m_startTime = new QTimeEdit;
+    QDateEdit *m_endDate = new QDateEdit;
+    QTimeEdit *m_endTime = new QTimeEdit;
     QCheckBox *m_allDay;
-    QComboBox *m_zone;
+    QComboBox *m_zone = new QComboBox;
     QWidget *m_zoneRow = nullptr;
 };
 

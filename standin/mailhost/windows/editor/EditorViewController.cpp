@@ -14,14 +14,11 @@ namespace mailhost {
 
 namespace {
 
-const QString &keyPrefix() {
-    static const QString prefix = u"content."_s;
-    return prefix;
-}
+const QString keyPrefix = u"content."_s;
 
 void noteText(QVariantMap &changes, const char *name, const QString &now, const QString &before) {
     if (now != before)
-        changes.insert(keyPrefix() + QString::fromLatin1(name),
+        changes.insert(keyPrefix + QString::fromLatin1(name),
                        now.isEmpty() ? rt::nullMarker() : rt::Value(now));
 }
 
@@ -36,7 +33,7 @@ EditorViewController::EditorViewController(std::unique_ptr<CalendarEvent> event,
     , m_body(body)
     , m_frame(frame) {
     if (isNewerGeneration(m_event->session()->options().hostVersion))
-        m_wordEditor = std::make_unique<WordMailEditor>(BodyReference(body, body));
+        m_wordEditor = std::make_unique<WordMailEditor>(body);
     connect(form, &EditorForm::edited, this, [this] { m_frame->showState(); });
     connect(body, &BodyEdit::edited, this, [this] { m_frame->showState(); });
     connect(m_event->session(), &CalendarSession::changed, this, &EditorViewController::followCalendar);
@@ -94,10 +91,6 @@ void EditorViewController::showEditable() {
     m_form->setEditable(canEdit() && !m_cancelMode, !keepsStart());
 }
 
-bool EditorViewController::canEdit() const {
-    return m_event->isOwner();
-}
-
 bool EditorViewController::keepsStart() const {
     return !isOccurrenceOrException() && m_event->session() &&
            m_event->session()->file().keepsStart(m_event->UUID());
@@ -107,9 +100,9 @@ bool EditorViewController::keepsStart() const {
 // something was set on them.
 void EditorViewController::eventWasSet(CalendarEvent::SetItem item) {
     if (item == CalendarEvent::SetItem::Summary)
-        m_form->setSummary(m_event->summary());
+        m_form->subjectField()->setText(m_event->summary());
     if (item == CalendarEvent::SetItem::Location)
-        m_form->setLocation(m_event->location());
+        m_form->locationField()->setText(m_event->location());
     m_frame->showState();
 }
 
@@ -120,35 +113,27 @@ QVariantMap EditorViewController::uncommittedChanges() const {
     noteText(changes, "summary", now.summary, before.summary);
     noteText(changes, "location", now.location, before.location);
     if (now.start != before.start)
-        changes.insert(keyPrefix() + u"startTime"_s, dateValue(now.start));
+        changes.insert(keyPrefix + u"startTime"_s, dateValue(now.start));
     if (now.end != before.end)
-        changes.insert(keyPrefix() + u"endTime"_s, dateValue(now.end));
+        changes.insert(keyPrefix + u"endTime"_s, dateValue(now.end));
     if (now.recurrenceRule != before.recurrenceRule)
-        changes.insert(keyPrefix() + u"recurrence"_s,
+        changes.insert(keyPrefix + u"recurrence"_s,
                        now.recurrenceRule.isEmpty() ? rt::nullMarker() : recurrenceValue(now.recurrenceRule));
     if (now.attendees != before.attendees)
-        changes.insert(keyPrefix() + u"attendeeList"_s,
+        changes.insert(keyPrefix + u"attendeeList"_s,
                        now.attendees.isEmpty() ? rt::nullMarker() : attendeeValues(now.attendees));
     if (!before.organizerEmail.isEmpty() && now.organizerEmail != before.organizerEmail)
-        changes.insert(keyPrefix() + u"organizer"_s, now.organizerEmail);
+        changes.insert(keyPrefix + u"organizer"_s, now.organizerEmail);
     if (const QString html = m_body->bodyHtml(); html != asHtmlDocument(before.bodyHtml))
-        changes.insert(keyPrefix() + u"body"_s, html);
+        changes.insert(keyPrefix + u"body"_s, html);
     if (m_capabilities || m_event->hasSetCapabilities())
         noteText(changes, "olmUCCapabilities", olmUCCapabilities(), before.ucCapabilities);
     return changes;
 }
 
-bool EditorViewController::isDirty() const {
-    return m_forcedDirty || !uncommittedChanges().isEmpty();
-}
-
 void EditorViewController::setIsDirty(bool dirty) {
     m_forcedDirty = dirty;
     m_frame->showState();
-}
-
-bool EditorViewController::hasMultipleAccounts() const {
-    return m_event->session()->accounts().all().size() > 1;
 }
 
 bool EditorViewController::isDelegating() const {
@@ -162,25 +147,9 @@ void EditorViewController::setIsCancelMode(bool cancelMode) {
     m_frame->showState();
 }
 
-bool EditorViewController::isOccurrenceOrException() const {
-    return m_event->isOccurrence() || m_event->isModifiedException();
-}
-
-QWidget *EditorViewController::locationTextField() const {
-    return m_form->locationField();
-}
-
 void EditorViewController::setOlmUCCapabilities(const QString &text) {
     m_capabilities = text;
     contentDidChange();
-}
-
-void EditorViewController::reloadComposeView() {
-    m_body->load(m_event->stored().bodyHtml);
-}
-
-void EditorViewController::contentDidChange() {
-    m_frame->showState();
 }
 
 bool EditorViewController::store(int sequenceStep, const QString &status) {
@@ -221,24 +190,12 @@ bool EditorViewController::save() {
     return canEdit() && store(0, {});
 }
 
-void EditorViewController::saveFrom(rt::Object *) {
-    rt::send(this, "save");
-}
-
-void EditorViewController::saveAndClose(rt::Object *) {
-    rt::send(this, "saveAndCloseWindow:", true);
-}
-
 int EditorViewController::saveAndCloseWindow(bool close) {
     if (!save())
         return -1;
     if (close)
         m_frame->closeFrameLater();
     return 0;
-}
-
-int EditorViewController::saveAndCloseWindowAndReturnError(bool close, const rt::Value &) {
-    return saveAndCloseWindow(close);
 }
 
 void EditorViewController::sendMeetingPostValidate() {
@@ -261,30 +218,13 @@ void EditorViewController::sendCancellation() {
     m_frame->closeFrameLater();
 }
 
-void EditorViewController::fromFieldModified(const rt::Value &) {
-    m_frame->showState();
-}
-
-void EditorViewController::hostWordMailEditor(rt::Object *editor) {
-    m_attachedWordEditor = rt::Weak<>(editor);
-}
-
 void EditorViewController::attachBodyEditor() {
     if (m_wordEditor)
         rt::send(this, "hostWordMailEditor:", rt::fromObject(m_wordEditor.get()));
 }
 
-void EditorViewController::requestSave() {
-    rt::send(this, "save:", rt::Value());
-}
-
-void EditorViewController::requestSaveAndClose() {
-    rt::send(this, "saveAndClose:", rt::Value());
-}
-
 void EditorViewController::requestSend() {
     const Appointment appointment = m_form->values();
-    QStringList problems;
     const QStringList incomplete = incompleteAddresses(appointment.attendees);
     if (!incomplete.isEmpty())
         return m_frame->showError(tr("There is no mail address for %1. Enter it as Name <name@example.com>.")
@@ -294,16 +234,13 @@ void EditorViewController::requestSend() {
     if (appointment.end.value < appointment.start.value)
         return m_frame->showError(
             tr("The meeting ends before it starts. Change one of the times, then send."));
-    if (appointment.summary.trimmed().isEmpty())
-        problems.append(tr("The meeting has no subject."));
-    if (problems.isEmpty() || m_cancelMode) {
-        rt::send(this, "sendMeetingPostValidate");
-        return;
-    }
-    m_frame->askBeforeSending(problems, [weak = rt::Weak<EditorViewController>(this)] {
+    const auto send = [weak = rt::Weak<EditorViewController>(this)] {
         if (weak)
             rt::send(weak.get(), "sendMeetingPostValidate");
-    });
+    };
+    if (!appointment.summary.trimmed().isEmpty() || m_cancelMode)
+        return send();
+    m_frame->askBeforeSending(tr("The meeting has no subject."), send);
 }
 
 void EditorViewController::openRecurrenceSheet() {

@@ -1,6 +1,7 @@
 // Decides for one appointment editor: what is pending, what saving and sending do.
 #pragma once
 
+#include "platform/runtime/Runtime.h"
 #include "standin/mailhost/model/CalendarEvent.h"
 #include "standin/mailhost/windows/editor/BodyEdit.h"
 #include "standin/mailhost/windows/editor/EditorForm.h"
@@ -15,12 +16,12 @@ namespace mailhost {
 class EditorFrame {
 public:
     virtual ~EditorFrame() = default;
-    [[nodiscard]] virtual QWidget *frameWindow() const = 0;
+    [[nodiscard]] virtual QWidget *frameWindow() = 0;
     virtual void closeFrameLater() = 0; // on the next turn of the event loop
     virtual void showState() = 0;       // title, buttons, notice
     // Shows a message attached to the window.
     virtual void showError(const QString &message) = 0;
-    virtual void askBeforeSending(const QStringList &problems, std::function<void()> send) = 0;
+    virtual void askBeforeSending(const QString &problem, std::function<void()> send) = 0;
 };
 
 // Every operation that a person starts goes through the object runtime, so that exchanged methods are run.
@@ -34,40 +35,44 @@ public:
 
     [[nodiscard]] CalendarEvent *content() const { return m_event.get(); }
     [[nodiscard]] QVariantMap uncommittedChanges() const;
-    [[nodiscard]] bool isDirty() const;
+    [[nodiscard]] bool isDirty() const { return m_forcedDirty || !uncommittedChanges().isEmpty(); }
     void setIsDirty(bool dirty);
     [[nodiscard]] rt::Object *currentEmailAccount() const { return m_form->currentAccount(); }
     [[nodiscard]] rt::Value attendeeList() const { return attendeeValues(m_form->values().attendees); }
     [[nodiscard]] rt::Value meetingOrganizer() const { return m_event->organizer(); }
-    [[nodiscard]] bool hasMultipleAccounts() const;
+    [[nodiscard]] bool hasMultipleAccounts() const { return m_event->session()->accounts().all().size() > 1; }
     [[nodiscard]] bool isDelegating() const;
     [[nodiscard]] bool isCancelMode() const { return m_cancelMode; }
     void setIsCancelMode(bool cancelMode);
-    [[nodiscard]] bool isOccurrenceOrException() const;
+    [[nodiscard]] bool isOccurrenceOrException() const {
+        return m_event->isOccurrence() || m_event->isModifiedException();
+    }
     // What was set here is a change like what is typed: the event itself has it from the next save on.
     [[nodiscard]] QString olmUCCapabilities() const {
         return m_capabilities ? *m_capabilities : m_event->olmUCCapabilities();
     }
     void setOlmUCCapabilities(const QString &text);
-    [[nodiscard]] QWidget *locationTextField() const;
-    void reloadComposeView();
-    void contentDidChange();
+    [[nodiscard]] QWidget *locationTextField() const { return m_form->locationField(); }
+    void reloadComposeView() { m_body->load(m_event->stored().bodyHtml); }
+    void contentDidChange() { m_frame->showState(); }
     void focusOnBody() { m_body->focusBody(); }
     [[nodiscard]] QWidget *view() const { return m_view; }
 
     [[nodiscard]] bool save();
-    void saveFrom(rt::Object *sender);
-    void saveAndClose(rt::Object *sender);
+    void saveFrom(rt::Object *) { rt::send(this, "save"); }
+    void saveAndClose(rt::Object *) { rt::send(this, "saveAndCloseWindow:", true); }
     [[nodiscard]] int saveAndCloseWindow(bool close); // 0: saved
-    [[nodiscard]] int saveAndCloseWindowAndReturnError(bool close, const rt::Value &error);
+    [[nodiscard]] int saveAndCloseWindowAndReturnError(bool close, const rt::Value &) {
+        return saveAndCloseWindow(close);
+    }
     void sendMeetingPostValidate();
-    void fromFieldModified(const rt::Value &sender);
+    void fromFieldModified(const rt::Value &) { m_frame->showState(); }
     void switchToRecurrenceDidEnd(const rt::Value &sheet, int returnCode, const rt::Value &context);
-    void hostWordMailEditor(rt::Object *editor);
+    void hostWordMailEditor(rt::Object *editor) { m_attachedWordEditor = rt::Weak<>(editor); }
 
     // What the person's controls start.
-    void requestSave();
-    void requestSaveAndClose();
+    void requestSave() { rt::send(this, "save:", rt::Value()); }
+    void requestSaveAndClose() { rt::send(this, "saveAndClose:", rt::Value()); }
     void requestSend();
     void openRecurrenceSheet();
     // Shows the series in place of one of its days.
@@ -75,7 +80,7 @@ public:
     // Tells that this editor's body editor is the one in use.
     void attachBodyEditor();
     [[nodiscard]] bool isMeeting() const { return !m_form->values().attendees.isEmpty(); }
-    [[nodiscard]] bool canEdit() const;
+    [[nodiscard]] bool canEdit() const { return m_event->isOwner(); }
     // Whether a series is open whose start stays (CalendarFile::keepsStart()).
     [[nodiscard]] bool keepsStart() const;
     // The rule that the form has now.

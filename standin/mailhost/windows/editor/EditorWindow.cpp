@@ -1,7 +1,9 @@
 #include "standin/mailhost/windows/editor/EditorWindow.h"
 
-#include "platform/runtime/Runtime.h"
 #include "platform/toolkit/Windows.h"
+#include "standin/mailhost/model/Bind.h"
+#include "standin/mailhost/model/CalendarDate.h"
+#include "standin/mailhost/model/HostContext.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/MessageBoxes.h"
 #include "standin/mailhost/windows/editor/RecurrenceSheet.h"
@@ -12,12 +14,30 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
 
 namespace mailhost {
+
+namespace {
+
+// Opens the series of an editor that shows one of its days.
+class EventViewResponder : public rt::Object {
+public:
+    explicit EventViewResponder(EditorViewController *controller)
+        : rt::Object(rt::classNamed(u"OLCalendarEventViewResponder"_s))
+        , m_controller(controller) {}
+    void switchToRecurringSeries(const rt::Value &) {
+        if (m_controller)
+            m_controller.get()->switchToSeries();
+    }
+
+private:
+    rt::Weak<EditorViewController> m_controller;
+};
+
+} // namespace
 
 EditorWindow::EditorWindow(EditorWindowController *controller, std::unique_ptr<CalendarEvent> event)
     : m_windowController(controller) {
@@ -27,7 +47,7 @@ EditorWindow::EditorWindow(EditorWindowController *controller, std::unique_ptr<C
     build(session, newer);
     m_controller =
         std::make_unique<EditorViewController>(std::move(event), centralWidget(), m_form, m_body, this);
-    m_seriesResponder = makeSeriesResponder(m_controller.get());
+    m_seriesResponder = std::make_unique<EventViewResponder>(m_controller.get());
     buildMenu();
     showState();
     // Not on the first button: what is typed then would press it.
@@ -37,8 +57,6 @@ EditorWindow::EditorWindow(EditorWindowController *controller, std::unique_ptr<C
             m_controller->attachBodyEditor();
     });
 }
-
-EditorWindow::~EditorWindow() = default;
 
 void EditorWindow::build(const CalendarSession &session, bool newerGeneration) {
     const BookmarkMangling mangling = session.options().bookmarkMangling;
@@ -94,7 +112,8 @@ QWidget *EditorWindow::buildToolBar() {
     connect(m_saveAndClose, &QPushButton::clicked, this, [this] { m_controller->requestSaveAndClose(); });
     connect(m_delete, &QPushButton::clicked, this, &EditorWindow::deleteAppointment);
     connect(m_repeat, &QPushButton::clicked, this, [this] { m_controller->openRecurrenceSheet(); });
-    connect(m_timeZone, &QPushButton::toggled, this, [this](bool shown) { m_form->setTimeZoneShown(shown); });
+    connect(m_timeZone, &QPushButton::toggled, this,
+            [this](bool shown) { m_form->timeZoneRow()->setVisible(shown); });
     connect(m_openSeries, &QPushButton::clicked, this, &EditorWindow::openSeries);
     return m_toolBar;
 }
@@ -145,54 +164,35 @@ void EditorWindow::showState() {
     m_notice->setVisible(!notices.isEmpty());
 }
 
-QMessageBox *EditorWindow::newMessage(const QString &name, const QString &text, const QString &detail) {
+void EditorWindow::ask(const QString &name, const QString &text, const QString &detail,
+                       const QList<MessageChoice> &choices) {
     if (m_message)
         m_message->deleteLater(); // it may be the one whose answer is being handled
-    m_message = makeMessage(this, name, text, detail);
-    return m_message;
-}
-
-void EditorWindow::showMessage(std::function<void(QAbstractButton *clicked)> answered) {
-    QMessageBox *box = m_message;
-    platform::beginSheet(box, this, [box, answered = std::move(answered)](int) {
-        box->deleteLater();
-        if (answered)
-            answered(box->clickedButton());
-    });
+    m_message = showMessage(this, name, text, detail, choices);
 }
 
 void EditorWindow::showError(const QString &message) {
-    QMessageBox *box = newMessage(controls::errorMessage, tr("That did not work."), message);
-    box->setIcon(QMessageBox::Warning);
-    box->addButton(tr("OK"), QMessageBox::AcceptRole);
-    showMessage({});
+    if (m_message)
+        m_message->deleteLater();
+    m_message = showErrorMessage(this, message);
 }
 
-void EditorWindow::askBeforeSending(const QStringList &problems, std::function<void()> send) {
-    QMessageBox *box =
-        newMessage(controls::sendQuestion, tr("Send the meeting as it is?"), problems.join(u' '));
-    QPushButton *sendAnyway = box->addButton(tr("&Send anyway"), QMessageBox::AcceptRole);
-    sendAnyway->setObjectName(controls::sendAnywayButton);
-    box->addButton(tr("&Keep editing"), QMessageBox::RejectRole);
-    showMessage([sendAnyway, send = std::move(send)](QAbstractButton *clicked) {
-        if (clicked == sendAnyway)
-            send();
-    });
+void EditorWindow::askBeforeSending(const QString &problem, std::function<void()> send) {
+    ask(controls::sendQuestion, tr("Send the meeting as it is?"), problem,
+        {{controls::sendAnywayButton, tr("&Send anyway"), QMessageBox::AcceptRole, std::move(send)},
+         {{}, tr("&Keep editing"), QMessageBox::RejectRole, {}}});
 }
 
 void EditorWindow::deleteAppointment() {
     // Deleting may be refused by what stands between; the window stays then.
-    QMessageBox *box = newMessage(controls::deleteQuestion, tr("Delete this appointment?"),
-                                  tr("It is taken out of the calendar for good."));
-    QPushButton *confirm = box->addButton(tr("&Delete"), QMessageBox::DestructiveRole);
-    confirm->setObjectName(controls::deleteConfirmButton);
-    box->addButton(tr("&Keep"), QMessageBox::RejectRole);
-    showMessage([this, confirm](QAbstractButton *clicked) {
-        if (clicked != confirm)
-            return;
+    const auto remove = [this] {
         if (rt::boolValue(rt::send(m_controller->content(), "deleteEventNow")))
             closeFrameLater();
-    });
+    };
+    ask(controls::deleteQuestion, tr("Delete this appointment?"),
+        tr("It is taken out of the calendar for good."),
+        {{controls::deleteConfirmButton, tr("&Delete"), QMessageBox::DestructiveRole, remove},
+         {{}, tr("&Keep"), QMessageBox::RejectRole, {}}});
 }
 
 void EditorWindow::openSeries() {
@@ -207,23 +207,14 @@ void EditorWindow::openSeries() {
     });
 }
 
-void EditorWindow::askToSave(const QString &question, std::function<void(bool save)> answered) {
+void EditorWindow::askToSave(const QString &question, const std::function<void(bool save)> &answered) {
     if (m_message && m_message->isVisible())
         return;
-    QMessageBox *box =
-        newMessage(controls::closeQuestion, question, tr("They are lost if you do not save them."));
-    QPushButton *save = box->addButton(tr("&Save"), QMessageBox::AcceptRole);
-    save->setObjectName(controls::saveChangesButton);
-    QPushButton *discard = box->addButton(tr("&Don't save"), QMessageBox::DestructiveRole);
-    discard->setObjectName(controls::discardChangesButton);
-    QPushButton *keep = box->addButton(tr("&Cancel"), QMessageBox::RejectRole);
-    keep->setObjectName(controls::keepEditingButton);
-    box->setDefaultButton(save);
-    box->setEscapeButton(keep);
-    showMessage([save, discard, answered = std::move(answered)](QAbstractButton *clicked) {
-        if (clicked == save || clicked == discard)
-            answered(clicked == save);
-    });
+    ask(controls::closeQuestion, question, tr("They are lost if you do not save them."),
+        {{controls::saveChangesButton, tr("&Save"), QMessageBox::AcceptRole, [answered] { answered(true); }},
+         {controls::discardChangesButton, tr("&Don't save"), QMessageBox::DestructiveRole,
+          [answered] { answered(false); }},
+         {controls::keepEditingButton, tr("&Cancel"), QMessageBox::RejectRole, {}}});
 }
 
 void EditorWindow::closeFrameLater() {
@@ -260,6 +251,128 @@ void EditorWindow::changeEvent(QEvent *event) {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && isActiveWindow() && m_controller && !m_closed)
         m_controller->attachBodyEditor();
+}
+
+namespace {
+
+QList<EditorWindowController *> &openControllers() {
+    static auto *controllers = new QList<EditorWindowController *>;
+    return *controllers;
+}
+
+// A new appointment of half an hour or of one day, or nullptr without a calendar.
+std::unique_ptr<CalendarEvent> newEvent() {
+    const HostContext &context = HostContext::instance();
+    if (!context.session)
+        return nullptr;
+    Appointment draft;
+    draft.uid = CalendarFile::newUid();
+    const NewPlace place =
+        context.placeOfNew ? context.placeOfNew() : NewPlace{QDateTime::currentDateTime(), false};
+    const QDateTime zoned = place.start.toTimeZone(QTimeZone::systemTimeZone());
+    const QString zone = QString::fromUtf8(QTimeZone::systemTimeZoneId());
+    if (place.allDay) {
+        const QDate day = place.start.date();
+        draft.start = {CalendarTime::Kind::Date, day.startOfDay(), {}};
+        draft.end = {CalendarTime::Kind::Date, day.addDays(1).startOfDay(), {}};
+    } else {
+        draft.start = {CalendarTime::Kind::Zoned, zoned, zone};
+        draft.end = {CalendarTime::Kind::Zoned, zoned.addSecs(30 * 60), zone};
+    }
+    return std::make_unique<CalendarEvent>(context.session.data(), draft);
+}
+
+rt::Value showEvent(rt::Object *, rt::Selector, rt::Args arguments) {
+    return rt::fromObject(EditorWindowController::showFor(rt::objectValue(arguments[0]), false));
+}
+
+rt::Value showCancellation(rt::Object *, rt::Selector, rt::Args arguments) {
+    return rt::fromObject(EditorWindowController::showFor(rt::objectValue(arguments[0]), true));
+}
+
+// Through the method that takes an event: whoever follows what is opened learns of new ones there.
+rt::Value showNew(rt::Object *self, const char *selector) {
+    std::unique_ptr<CalendarEvent> event = newEvent();
+    return event ? rt::send(self, selector, rt::fromObject(event.release())) : rt::Value();
+}
+
+rt::Value showNewMeeting(rt::Object *self, rt::Selector, rt::Args) {
+    return showNew(self, "showWindowForMeeting:");
+}
+
+rt::Value showNewEvent(rt::Object *self, rt::Selector, rt::Args) {
+    return showNew(self, "showWindowForEvent:");
+}
+
+} // namespace
+
+QList<EditorWindowController *> EditorWindowController::open() {
+    return openControllers();
+}
+
+EditorWindowController *EditorWindowController::showFor(rt::Object *object, bool cancelMode) {
+    auto *event = dynamic_cast<CalendarEvent *>(object);
+    if (!event || !event->session())
+        return nullptr;
+    std::unique_ptr<CalendarEvent> owned(event);
+    for (EditorWindowController *controller : std::as_const(openControllers())) {
+        EditorWindow *window = controller->m_window;
+        const CalendarEvent *shown = window ? window->viewController()->content() : nullptr;
+        if (!shown || !shown->isSame(*event))
+            continue;
+        controller->m_otherEvents.push_back(std::move(owned));
+        window->show();
+        window->activateWindow();
+        return controller;
+    }
+    auto *controller = new EditorWindowController(std::move(owned));
+    if (cancelMode)
+        rt::send(controller->m_window->viewController(), "setIsCancelMode:", true);
+    controller->m_window->viewController()->attachBodyEditor();
+    controller->m_window->show();
+    controller->m_window->activateWindow();
+    return controller;
+}
+
+EditorWindowController::EditorWindowController(std::unique_ptr<CalendarEvent> event)
+    : rt::Object(rt::classNamed(u"ERCalendarEventEditorWindowController"_s))
+    , m_window(new EditorWindow(this, std::move(event))) {
+    openControllers().append(this);
+    platform::registerWindow(m_window, this);
+}
+
+EditorWindowController::~EditorWindowController() {
+    openControllers().removeAll(this);
+    delete m_window;
+}
+
+void EditorWindowController::windowClosed() {
+    openControllers().removeAll(this);
+    platform::unregisterWindow(m_window);
+    deleteLater(); // with the window and everything in it, after what is at work now
+}
+
+rt::Class *editorWindowClass() {
+    return rt::classNamed(u"ERCalendarEventEditorWindowController"_s);
+}
+
+rt::Object *showEditorFor(std::unique_ptr<CalendarEvent> event) {
+    const char *selector = event->isMeeting() ? "showWindowForMeeting:" : "showWindowForEvent:";
+    return rt::objectValue(rt::send(editorWindowClass(), selector, rt::fromObject(event.release())));
+}
+
+void defineEditorWindowClasses() {
+    rt::Class *cls = rt::defineClass(u"ERCalendarEventEditorWindowController"_s);
+    addMethods(cls, {{"editorViewController", bind<&EditorWindowController::editorViewController>, "@@:"},
+                     {"window", bind<&EditorWindowController::window>, "@@:"},
+                     {"close", bind<&EditorWindowController::close>, "v@:"}});
+    addMethods(cls->metaclass(), {{"showWindowForMeeting:", &showEvent, "@@:@"},
+                                  {"showWindowForNewMeeting", &showNewMeeting, "@@:"},
+                                  {"showWindowForEvent:", &showEvent, "@@:@"},
+                                  {"showWindowForNewEvent", &showNewEvent, "@@:"},
+                                  {"showCancellationWindowForMeeting:", &showCancellation, "@@:@"}});
+    addMethods(rt::defineClass(u"OLCalendarEventViewResponder"_s),
+               {{"switchToRecurringSeries:", bind<&EventViewResponder::switchToRecurringSeries>, "v@:@"}});
 }
 
 } // namespace mailhost

@@ -1,14 +1,13 @@
 // The window of one appointment editor and its controller.
 #pragma once
 
+#include "standin/mailhost/windows/MessageBoxes.h"
 #include "standin/mailhost/windows/editor/EditorViewController.h"
 
 #include <QMainWindow>
 
-class QAbstractButton;
 class QAction;
 class QLabel;
-class QMessageBox;
 class QPushButton;
 
 namespace mailhost {
@@ -19,17 +18,16 @@ class EditorWindow : public QMainWindow, public EditorFrame {
     Q_OBJECT
 public:
     EditorWindow(EditorWindowController *controller, std::unique_ptr<CalendarEvent> event);
-    ~EditorWindow() override;
 
     [[nodiscard]] EditorViewController *viewController() const { return m_controller.get(); }
     // Closes without asking.
     void closeNow();
 
-    [[nodiscard]] QWidget *frameWindow() const override { return const_cast<EditorWindow *>(this); }
+    [[nodiscard]] QWidget *frameWindow() override { return this; }
     void closeFrameLater() override;
     void showState() override;
     void showError(const QString &message) override;
-    void askBeforeSending(const QStringList &problems, std::function<void()> send) override;
+    void askBeforeSending(const QString &problem, std::function<void()> send) override;
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -41,11 +39,11 @@ private:
     void buildMenu();
     void openSeries();
     // `answered` is not called when the person goes on editing.
-    void askToSave(const QString &question, std::function<void(bool save)> answered);
+    void askToSave(const QString &question, const std::function<void(bool save)> &answered);
     void deleteAppointment();
     QPushButton *addButton(const QString &name, const QString &text);
-    QMessageBox *newMessage(const QString &name, const QString &text, const QString &detail);
-    void showMessage(std::function<void(QAbstractButton *clicked)> answered);
+    void ask(const QString &name, const QString &text, const QString &detail,
+             const QList<MessageChoice> &choices);
 
     EditorWindowController *m_windowController;
     EditorForm *m_form = nullptr;
@@ -76,10 +74,15 @@ public:
     static QList<EditorWindowController *> open();
     ~EditorWindowController() override;
 
-    [[nodiscard]] rt::Object *editorViewController() const;
-    [[nodiscard]] QWidget *window() const;
+    [[nodiscard]] rt::Object *editorViewController() const {
+        return m_window ? m_window->viewController() : nullptr;
+    }
+    [[nodiscard]] QWidget *window() const { return m_window; }
     [[nodiscard]] EditorWindow *editorWindow() const { return m_window; }
-    void close();
+    void close() {
+        if (m_window)
+            m_window->closeNow();
+    }
 
 private:
     explicit EditorWindowController(std::unique_ptr<CalendarEvent> event);

@@ -17,8 +17,27 @@ constexpr int rowHeight = 30;
 
 } // namespace
 
+HostView::HostView(rt::Class *isa, QWidget *parent)
+    : QWidget(parent)
+    , rt::Object(isa) {}
+
+// Only an ornament: another program may take this drawing over.
+bool HostView::drawRect(const QRectF &rect) {
+    if (!m_painting)
+        return false;
+    QPainter painter(this);
+    draw(painter, rect);
+    return true;
+}
+
+void HostView::paintEvent(QPaintEvent *event) {
+    m_painting = true;
+    rt::send(this, "drawRect:", QRectF(event->rect()));
+    m_painting = false;
+}
+
 HeaderView::HeaderView(rt::Class *isa, bool newerGeneration)
-    : rt::Object(isa)
+    : HostView(isa)
     , m_newerGeneration(newerGeneration)
     , m_layout(new QVBoxLayout(this)) {
     setObjectName(controls::editorHeader);
@@ -39,45 +58,27 @@ rt::Object *HeaderView::initWithFrame(const QRectF &frame) {
     return this;
 }
 
-QWidget *HeaderView::newRow() {
+QWidget *HeaderView::addRow(QLabel *label, const QList<QWidget *> &fields, bool narrow) {
     QWidget *row = m_newerGeneration ? new AutoLayoutView(this) : new QWidget(this);
     auto *layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);
     row->setFixedHeight(rowHeight);
-    return row;
-}
-
-QWidget *HeaderView::addWideRow(QLabel *label, QWidget *field) {
-    QWidget *row = newRow();
+    if (narrow)
+        row->setFixedWidth(narrowWidth - m_layout->contentsMargins().left());
     label->setFixedWidth(labelWidth);
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    row->layout()->addWidget(label);
-    row->layout()->addWidget(field);
-    m_layout->addWidget(row);
-    return row;
-}
-
-QWidget *HeaderView::addNarrowRow(QLabel *label, const QList<QWidget *> &fields) {
-    QWidget *row = newRow();
-    row->setFixedWidth(narrowWidth - m_layout->contentsMargins().left());
-    label->setFixedWidth(labelWidth);
-    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    row->layout()->addWidget(label);
+    layout->addWidget(label);
     for (QWidget *field : fields)
-        row->layout()->addWidget(field);
-    m_layout->addWidget(row, 0, Qt::AlignLeft);
+        layout->addWidget(field);
+    m_layout->addWidget(row, 0, narrow ? Qt::AlignLeft : Qt::Alignment());
     return row;
 }
 
-bool HeaderView::drawRect(const QRectF &rect) {
-    if (!m_painting)
-        return false;
-    QPainter painter(this);
+void HeaderView::draw(QPainter &painter, const QRectF &rect) {
     painter.fillRect(rect, palette().color(QPalette::Window));
     painter.setPen(palette().color(QPalette::Mid));
     painter.drawLine(0, height() - 1, width(), height() - 1);
-    return true;
 }
 
 QVariantList HeaderView::managedSubviewsData() const {
@@ -87,32 +88,14 @@ QVariantList HeaderView::managedSubviewsData() const {
     return data;
 }
 
-void HeaderView::paintEvent(QPaintEvent *event) {
-    m_painting = true;
-    rt::send(this, "drawRect:", QRectF(event->rect()));
-    m_painting = false;
-}
-
 AutoLayoutView::AutoLayoutView(QWidget *parent)
-    : QWidget(parent)
-    , rt::Object(rt::classNamed(u"OLAutoLayoutView"_s)) {}
+    : HostView(rt::classNamed(u"OLAutoLayoutView"_s), parent) {}
 
-// Only an ornament: another program may take this drawing over.
-bool AutoLayoutView::drawRect(const QRectF &) {
-    if (!m_painting)
-        return false;
-    QPainter painter(this);
+void AutoLayoutView::draw(QPainter &painter, const QRectF &) {
     QColor line = palette().color(QPalette::Mid);
     line.setAlpha(60);
     painter.setPen(line);
     painter.drawLine(labelWidth + 8, height() - 1, width(), height() - 1);
-    return true;
-}
-
-void AutoLayoutView::paintEvent(QPaintEvent *event) {
-    m_painting = true;
-    rt::send(this, "drawRect:", QRectF(event->rect()));
-    m_painting = false;
 }
 
 void defineHeaderClasses() {
@@ -120,13 +103,13 @@ void defineHeaderClasses() {
     rt::Class *accepting = rt::defineClass(u"OLAttachmentsAcceptingView"_s, view);
     addMethods(accepting, {{"initWithFrame:", bind<&HeaderView::initWithFrame>, "@@:ffff"}});
     addMethods(rt::defineClass(u"OLCalendarHeaderContainerView"_s, accepting),
-               {{"drawRect:", bind<&HeaderView::drawRect>, "B@:ffff"},
+               {{"drawRect:", bind<&HostView::drawRect>, "B@:ffff"},
                 {"managedSubviewsData", bind<&HeaderView::managedSubviewsData>, "@@:"}});
     addMethods(rt::defineClass(u"OLAutoLayoutAttachmentsAcceptingView"_s, view),
                {{"initWithFrame:", bind<&HeaderView::initWithFrame>, "@@:ffff"},
-                {"drawRect:", bind<&HeaderView::drawRect>, "B@:ffff"}});
+                {"drawRect:", bind<&HostView::drawRect>, "B@:ffff"}});
     addMethods(rt::defineClass(u"OLAutoLayoutView"_s, view),
-               {{"drawRect:", bind<&AutoLayoutView::drawRect>, "B@:ffff"}});
+               {{"drawRect:", bind<&HostView::drawRect>, "B@:ffff"}});
 }
 
 } // namespace mailhost

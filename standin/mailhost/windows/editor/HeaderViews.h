@@ -8,13 +8,29 @@
 #include <QWidget>
 
 class QLabel;
+class QPainter;
 
 namespace mailhost {
 
-// Holds the rows of fields. Each drawing goes through the runtime's "drawRect:". Views that others add are
-// not part of its layout: they find room at the bottom right, where the rows added with addNarrowRow() do not
-// reach.
-class HeaderView : public QWidget, public rt::Object {
+// A view that is painted through the runtime's "drawRect:".
+class HostView : public QWidget, public rt::Object {
+    Q_OBJECT
+public:
+    // False outside of painting.
+    bool drawRect(const QRectF &rect);
+
+protected:
+    explicit HostView(rt::Class *isa, QWidget *parent = nullptr);
+    virtual void draw(QPainter &painter, const QRectF &rect) = 0;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    bool m_painting = false;
+};
+
+// Holds the rows of fields. Views that others add are not part of its layout: they find room at the bottom
+// right, where the narrow rows do not reach.
+class HeaderView : public HostView {
     Q_OBJECT
 public:
     static constexpr int narrowWidth = 446; // points; what is added from outside begins at 460
@@ -22,39 +38,31 @@ public:
     // Of the class that the generation has, initialised with "initWithFrame:".
     static HeaderView *make(bool newerGeneration, const QRectF &frame);
 
-    // A row over the whole width, with its label on the left.
-    QWidget *addWideRow(QLabel *label, QWidget *field);
-    // A row that leaves the right side free. The label is the row's own child.
-    QWidget *addNarrowRow(QLabel *label, const QList<QWidget *> &fields);
+    // A row over the whole width, or a narrow one that leaves the right side free. The label, on the left, is
+    // the row's own child.
+    QWidget *addRow(QLabel *label, const QList<QWidget *> &fields, bool narrow);
 
     [[nodiscard]] rt::Object *initWithFrame(const QRectF &frame);
-    bool drawRect(const QRectF &rect);
     // Dictionaries with each direct subview under "subview".
     [[nodiscard]] QVariantList managedSubviewsData() const;
 
 protected:
-    void paintEvent(QPaintEvent *event) override;
+    void draw(QPainter &painter, const QRectF &rect) override;
 
 private:
     HeaderView(rt::Class *isa, bool newerGeneration);
-    QWidget *newRow();
     bool m_newerGeneration;
-    bool m_painting = false;
     QVBoxLayout *m_layout;
 };
 
 // One row of the newer header.
-class AutoLayoutView : public QWidget, public rt::Object {
+class AutoLayoutView : public HostView {
     Q_OBJECT
 public:
     explicit AutoLayoutView(QWidget *parent);
-    bool drawRect(const QRectF &rect);
 
 protected:
-    void paintEvent(QPaintEvent *event) override;
-
-private:
-    bool m_painting = false;
+    void draw(QPainter &painter, const QRectF &rect) override;
 };
 
 void defineHeaderClasses();

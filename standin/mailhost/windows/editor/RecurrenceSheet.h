@@ -6,8 +6,6 @@
 
 class QComboBox;
 class QDateEdit;
-class QLabel;
-class QRadioButton;
 class QSpinBox;
 
 namespace mailhost {
@@ -21,19 +19,14 @@ public:
     [[nodiscard]] QString rule() const;
 
 private:
-    void build();
-    void read();
+    enum End { Never, AfterSomeTimes, OnADay }; // the choices of m_end
     void enableFields();
 
     QString m_before;
-    QDateTime m_start;
     QComboBox *m_kind;
     QSpinBox *m_interval;
-    QLabel *m_unit;
-    QRadioButton *m_forever;
-    QRadioButton *m_byCount;
+    QComboBox *m_end;
     QSpinBox *m_count;
-    QRadioButton *m_byDate;
     QDateEdit *m_until;
 };
 

@@ -3,7 +3,6 @@
 #include "platform/runtime/Runtime.h"
 #include "standin/mailhost/model/CalendarDate.h"
 #include "standin/mailhost/windows/ControlNames.h"
-#include "standin/mailhost/windows/MessageBoxes.h"
 #include "standin/mailhost/windows/editor/EditorWindow.h"
 #include "standin/mailhost/windows/grid/EventTileView.h"
 
@@ -16,10 +15,6 @@ namespace {
 using namespace std::chrono_literals;
 constexpr qint64 secondsPerDay = std::chrono::seconds(24h).count();
 constexpr qint64 shortestAppointment = std::chrono::seconds(15min).count();
-
-bool isAllDay(const CalendarEvent &event) {
-    return event.appointment().start.kind == CalendarTime::Kind::Date;
-}
 
 // A date object as a host's own view makes it: in the appointment's zone.
 rt::Value dateFor(const CalendarEvent &event, const QDateTime &instant) {
@@ -52,10 +47,6 @@ void AppointmentCommands::openSeries() {
         showEditorFor(std::make_unique<CalendarEvent>(m_session, selected->UUID(), QString(), false));
 }
 
-void AppointmentCommands::renameSelected() {
-    m_window->calendar()->beginRename();
-}
-
 void AppointmentCommands::renameTo(const QString &subject) {
     if (CalendarEvent *selected = selectedEvent())
         rt::send(m_grid, "subjectChanged:forEvent:andTileView:", subject, rt::fromObject(selected),
@@ -79,41 +70,27 @@ void AppointmentCommands::resizeTo(const QDateTime &start, qint64 seconds) {
                  dateFor(*selected, start), double(seconds), false, false, false);
 }
 
-void AppointmentCommands::moveBy(int seconds) {
+void AppointmentCommands::changeBy(int startSeconds, int endSeconds) {
     const CalendarEvent *selected = selectedEvent();
-    if (selected && isAllDay(*selected))
-        moveByDays(seconds < 0 ? -1 : 1);
-    else if (selected)
-        moveTo(selected->appointment().start.value.addSecs(seconds));
+    if (!selected)
+        return;
+    const Appointment before = selected->appointment();
+    const bool allDay = before.start.kind == CalendarTime::Kind::Date;
+    const auto moved = [allDay](const QDateTime &time, int seconds) {
+        return allDay ? time.addDays((seconds > 0) - (seconds < 0)) : time.addSecs(seconds);
+    };
+    const QDateTime start = moved(before.start.value, startSeconds);
+    const qint64 length = start.secsTo(moved(before.end.value, endSeconds));
+    if (startSeconds == endSeconds)
+        moveTo(start);
+    else if (length >= (allDay ? secondsPerDay / 2 : shortestAppointment))
+        resizeTo(start, length);
 }
 
 // The clock time stays, also over a change of the clocks.
 void AppointmentCommands::moveByDays(int days) {
     if (const CalendarEvent *selected = selectedEvent())
         moveTo(selected->appointment().start.value.addDays(days));
-}
-
-void AppointmentCommands::moveEndBy(int seconds) {
-    const CalendarEvent *selected = selectedEvent();
-    if (!selected)
-        return;
-    const bool allDay = isAllDay(*selected);
-    const qint64 step = allDay ? (seconds < 0 ? -secondsPerDay : secondsPerDay) : seconds;
-    const qint64 length = qint64(selected->duration()) + step;
-    if (length >= (allDay ? secondsPerDay / 2 : shortestAppointment))
-        resizeTo(selected->appointment().start.value, length);
-}
-
-void AppointmentCommands::moveStartBy(int seconds) {
-    const CalendarEvent *selected = selectedEvent();
-    if (!selected)
-        return;
-    const bool allDay = isAllDay(*selected);
-    const QDateTime before = selected->appointment().start.value;
-    const QDateTime start = allDay ? before.addDays(seconds < 0 ? -1 : 1) : before.addSecs(seconds);
-    const qint64 length = start.secsTo(selected->appointment().end.value);
-    if (length >= (allDay ? secondsPerDay / 2 : shortestAppointment))
-        resizeTo(start, length);
 }
 
 void AppointmentCommands::deleteSelected() {
@@ -124,53 +101,54 @@ void AppointmentCommands::deleteSelected() {
     const QString detail = tr("It is taken out of the calendar.");
     // What is deleted is what was asked about, whatever is selected by then.
     const std::shared_ptr<CalendarEvent> day = m_grid->controller()->newEventForSelection();
-    const auto remove = [](const std::shared_ptr<CalendarEvent> &deleted) {
-        rt::send(deleted.get(), "deleteEventNow");
+    const auto choice = [](const QString &name, const QString &text,
+                           const std::shared_ptr<CalendarEvent> &deleted) {
+        return MessageChoice{name, text, QMessageBox::DestructiveRole,
+                             [deleted] { rt::send(deleted.get(), "deleteEventNow"); }};
     };
     if (day->instanceId().isEmpty())
-        return m_window->ask(
-            tr("Delete “%1”?").arg(subject), detail,
-            {{controls::deleteConfirmButton, tr("&Delete"), [remove, day] { remove(day); }}});
+        return m_window->ask(tr("Delete “%1”?").arg(subject), detail,
+                             {choice(controls::deleteConfirmButton, tr("&Delete"), day)});
     const auto series = std::make_shared<CalendarEvent>(day->session(), day->UUID(), QString(), false);
-    m_window->ask(
-        tr("Delete this day of “%1”, or the whole series?").arg(subject), detail,
-        {{controls::deleteConfirmButton, tr("&Delete this day"), [remove, day] { remove(day); }},
-         {controls::deleteSeriesButton, tr("Delete the &series"), [remove, series] { remove(series); }}});
-}
-
-void AppointmentCommands::cancelNow(const std::shared_ptr<CalendarEvent> &cancelled) {
-    rt::send(cancelled.get(), "cancelMeetingInWindow:", rt::fromWidget(window()));
+    m_window->ask(tr("Delete this day of “%1”, or the whole series?").arg(subject), detail,
+                  {choice(controls::deleteConfirmButton, tr("&Delete this day"), day),
+                   choice(controls::deleteSeriesButton, tr("Delete the &series"), series)});
 }
 
 void AppointmentCommands::cancelSelected() {
     const std::shared_ptr<CalendarEvent> cancelled = m_grid->controller()->newEventForSelection();
     if (!cancelled)
         return;
-    if (!cancelled->isMeeting() || !cancelled->isOwner())
-        return showErrorMessage(window(), tr("Only a meeting that you organize can be cancelled."));
+    if (!cancelled->isMeeting() || !cancelled->isOwner()) {
+        showErrorMessage(m_window, tr("Only a meeting that you organize can be cancelled."));
+        return;
+    }
     m_window->ask(tr("Cancel the meeting “%1”?").arg(subjectOf(*cancelled)),
                   tr("The attendees are told, and it is taken out of the calendar."),
-                  {{controls::deleteConfirmButton, tr("&Cancel the meeting"),
-                    [this, cancelled] { cancelNow(cancelled); }},
-                   {controls::cancelWithMessageButton, tr("&Write a message first…"), [cancelled] {
+                  {{controls::deleteConfirmButton, tr("&Cancel the meeting"), QMessageBox::DestructiveRole,
+                    [this, cancelled] {
+                        rt::send(cancelled.get(), "cancelMeetingInWindow:", rt::fromWidget(m_window));
+                    }},
+                   {controls::cancelWithMessageButton, tr("&Write a message first…"),
+                    QMessageBox::DestructiveRole, [cancelled] {
                         rt::send(editorWindowClass(), "showCancellationWindowForMeeting:",
                                  rt::fromObject(cancelled->copy().release()));
                     }}});
 }
 
-void AppointmentCommands::tellFailure() {
-    if (m_session && !m_session->lastError().isEmpty())
-        showErrorMessage(window(), m_session->lastError());
-}
-
 void AppointmentCommands::undo() {
-    if (m_session && !m_session->undoText().isNull() && !m_session->undo())
-        tellFailure();
+    if (m_session && !m_session->undoText().isNull())
+        tell(m_session->undo());
 }
 
 void AppointmentCommands::redo() {
-    if (m_session && !m_session->redoText().isNull() && !m_session->redo())
-        tellFailure();
+    if (m_session && !m_session->redoText().isNull())
+        tell(m_session->redo());
+}
+
+void AppointmentCommands::tell(bool done) {
+    if (!done && !m_session->lastError().isEmpty())
+        showErrorMessage(m_window, m_session->lastError());
 }
 
 } // namespace mailhost

@@ -1,4 +1,4 @@
-// What a person does to the selected appointment of a calendar view, by mouse or by keyboard.
+// What the user does to the selected appointment of a calendar view, by mouse or by keyboard.
 #pragma once
 
 #include "standin/mailhost/windows/grid/GridController.h"
@@ -17,11 +17,11 @@ public:
 
     void openSelected();
     void openSeries(); // of the selected day; the appointment itself when it does not recur
-    void renameSelected();
-    void moveBy(int seconds); // whole days for an all-day appointment
+    void renameSelected() { m_window->calendar()->beginRename(); }
+    // Moves start and end by so many seconds; those of an all-day appointment by a day in that direction.
+    // Does nothing when too little would be left.
+    void changeBy(int startSeconds, int endSeconds);
     void moveByDays(int days);
-    void moveEndBy(int seconds);
-    void moveStartBy(int seconds);
     void deleteSelected();
     void cancelSelected();
     void undo();
@@ -34,9 +34,7 @@ public:
 
 private:
     [[nodiscard]] CalendarEvent *selectedEvent() const;
-    [[nodiscard]] QWidget *window() const { return m_window; }
-    void cancelNow(const std::shared_ptr<CalendarEvent> &event);
-    void tellFailure();
+    void tell(bool done); // why it was not
 
     MainWindow *m_window;
     GridViewWrapper *m_grid;

@@ -2,15 +2,12 @@
 
 #include "platform/toolkit/Windows.h"
 #include "standin/mailhost/windows/ControlNames.h"
-#include "standin/mailhost/windows/MessageBoxes.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMenu>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace mailhost {
@@ -27,7 +24,6 @@ MainWindow::MainWindow()
     font.setPointSizeF(font.pointSizeF() * 1.6);
     m_title->setFont(font);
     m_title->setContentsMargins(14, 10, 14, 6);
-    m_calendar->setObjectName(controls::calendarGrid);
     auto *centre = new QWidget;
     centre->setAutoFillBackground(true);
     centre->setBackgroundRole(QPalette::Base);
@@ -49,37 +45,18 @@ QAction *MainWindow::addCommand(QMenu *menu, const QString &name, const QString 
     return action;
 }
 
-QAction *MainWindow::command(const QString &name) const {
-    return findChild<QAction *>(name);
-}
-
 void MainWindow::showTitle(const QString &days, const QString &file) {
     m_title->setText(days);
     setWindowTitle(file.isEmpty() ? QApplication::applicationDisplayName()
                                   : file + u" — "_s + QApplication::applicationDisplayName());
 }
 
-void MainWindow::ask(const QString &question, const QString &detail, const QList<Choice> &choices) {
+void MainWindow::ask(const QString &question, const QString &detail, const QList<MessageChoice> &choices) {
     if (m_question)
         m_question->deleteLater();
-    m_question = makeMessage(this, controls::deleteQuestion, question, detail);
-    QMessageBox *box = m_question;
-    QList<std::pair<QAbstractButton *, std::function<void()>>> answers;
-    for (const Choice &choice : choices) {
-        QPushButton *button = box->addButton(choice.text, QMessageBox::DestructiveRole);
-        button->setObjectName(choice.name);
-        answers.append({button, choice.chosen});
-    }
-    QPushButton *keep = box->addButton(tr("&Keep"), QMessageBox::RejectRole);
-    box->setEscapeButton(keep);
-    box->setDefaultButton(keep);
-    platform::beginSheet(box, this, [box, answers](int) {
-        const QAbstractButton *clicked = box->clickedButton();
-        box->deleteLater();
-        for (const auto &[button, chosen] : answers)
-            if (button == clicked && chosen)
-                chosen();
-    });
+    const MessageChoice keep{{}, tr("&Keep"), QMessageBox::RejectRole, {}};
+    m_question =
+        showMessage(this, controls::deleteQuestion, question, detail, choices + QList<MessageChoice>{keep});
 }
 
 void MainWindow::closeEvent(QCloseEvent *event) {

@@ -1,18 +1,17 @@
 // A main window: menus, tool-bar, and the calendar.
 #pragma once
 
+#include "standin/mailhost/windows/MessageBoxes.h"
 #include "standin/mailhost/windows/grid/CalendarGrid.h"
 #include "standin/mailhost/windows/main/MainToolBar.h"
 
-#include <QKeySequence>
+#include <QAction>
 #include <QMainWindow>
 #include <QPointer>
 #include <functional>
 
-class QAction;
 class QLabel;
 class QMenu;
-class QMessageBox;
 
 namespace mailhost {
 
@@ -28,16 +27,11 @@ public:
     // A new item at the end of the menu. `name` is its object name.
     QAction *addCommand(QMenu *menu, const QString &name, const QString &text, const QKeySequence &keys,
                         std::function<void()> operation);
-    [[nodiscard]] QAction *command(const QString &name) const; // nullptr when there is none
+    // nullptr when there is none.
+    [[nodiscard]] QAction *command(const QString &name) const { return findChild<QAction *>(name); }
 
-    // An answer to a question: the button's object name and text, and what it leads to.
-    struct Choice {
-        QString name;
-        QString text;
-        std::function<void()> chosen;
-    };
     // Asks, with one more button that does nothing. A question that is still open goes away.
-    void ask(const QString &question, const QString &detail, const QList<Choice> &choices);
+    void ask(const QString &question, const QString &detail, const QList<MessageChoice> &choices);
 
 Q_SIGNALS:
     // It is closed and hidden; it still exists.
