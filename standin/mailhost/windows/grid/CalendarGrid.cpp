@@ -3,7 +3,6 @@
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/grid/AllDayRow.h"
 #include "standin/mailhost/windows/grid/DayColumns.h"
-#include "standin/mailhost/windows/grid/GridGestures.h"
 #include "standin/mailhost/windows/grid/GridHeader.h"
 #include "standin/mailhost/windows/grid/TileRename.h"
 
@@ -58,7 +57,6 @@ CalendarGrid::CalendarGrid(QWidget *parent)
     , m_rule(new QWidget(this))
     , m_allDay(new AllDayRow)
     , m_columns(new DayColumns)
-    , m_gestures(new GridGestures(this))
     , m_now([] { return QDateTime::currentDateTime(); }) {
     [[maybe_unused]] static const bool installed = (QAccessible::installFactory(makeAccessible), true);
     setObjectName(controls::calendarGrid);
@@ -78,11 +76,12 @@ CalendarGrid::CalendarGrid(QWidget *parent)
     layout->addWidget(m_scroll, 1);
     takeStyle();
     connect(m_columns, &GridSurface::resized, this, &CalendarGrid::arrange);
-    connectInput();
+    for (GridSurface *surface : surfaces())
+        connectInput(surface);
 }
 
 CalendarGrid::~CalendarGrid() {
-    m_gestures->abandon();
+    abandon();
     if (m_rename)
         m_rename->abandon();
 }
@@ -102,9 +101,8 @@ void CalendarGrid::setClock(std::function<QDateTime()> now) {
 }
 
 void CalendarGrid::takeStyle() {
-    m_gestures->abandon();
+    abandon();
     m_style = std::make_shared<GridStyle>(this);
-    m_header->setStyle(m_style);
     m_allDay->setStyle(m_style);
     m_columns->setStyle(m_style);
     m_columns->setFixedHeight(24 * m_style->hourHeight + 1);
@@ -117,7 +115,7 @@ void CalendarGrid::takeStyle() {
 // The header and the all-day row stand over the columns, whose scroll bar takes some of the width.
 void CalendarGrid::arrange() {
     const DayEdges edges{m_style->gutter, m_scroll->viewport()->width(), m_contents->days};
-    m_header->setEdges(edges);
+    m_header->show(m_contents->first, m_contents->today, edges, m_style);
     m_columns->setEdges(edges);
     m_allDay->setEdges(edges);
     const int lines = m_contents->layout.lines;
@@ -131,7 +129,7 @@ void CalendarGrid::arrange() {
 
 void CalendarGrid::show(const QList<Occurrence> &occurrences, const QDate &first, Extent extent,
                         const QDate &today) {
-    m_gestures->abandon();
+    abandon();
     const std::optional<Occurrence> before = selected();
     const std::optional<GridPosition> formerPlace = m_place;
     const QDate formerFirst = m_contents->first;
@@ -147,7 +145,6 @@ void CalendarGrid::show(const QList<Occurrence> &occurrences, const QDate &first
     m_place = placeAfterChange(before, formerFirst);
     const bool arrived = m_arrival && m_place;
     m_arrival.reset();
-    m_header->setDays(first, today);
     for (GridSurface *surface : surfaces())
         surface->setContents(m_contents);
     arrange();
@@ -329,7 +326,7 @@ void CalendarGrid::beginRename() {
     EventTileView *tile = selectedTile();
     if (!tile || (m_rename && !m_rename->isOver()))
         return;
-    m_gestures->abandon();
+    abandon();
     reveal();
     m_rename = new TileRename(surfaceOf(m_place->occurrence), this, tile->occurrence().summary);
     connect(m_rename, &TileRename::committed, this, &CalendarGrid::finishRename);
@@ -391,27 +388,34 @@ void CalendarGrid::showEvent(QShowEvent *event) {
     m_scroll->verticalScrollBar()->setValue(m_columns->yOf(top));
 }
 
-void CalendarGrid::connectInput() {
-    using G = GridGestures;
-    for (GridSurface *surface : surfaces()) {
-        m_gestures->watch(surface);
-        connect(surface, &GridSurface::reached, this, [this, surface](EventTileView *tile, bool pressed) {
-            const int occurrence = surface->occurrenceOf(tile);
-            if (!m_place || m_place->occurrence != occurrence)
-                setPlace(placeOf(occurrence), false);
-            if (pressed)
-                Q_EMIT opened();
-        });
-    }
-    connect(m_gestures, &G::touched, this, [this] { setFocus(Qt::MouseFocusReason); });
-    connect(m_gestures, &G::pointedAt, this, &CalendarGrid::pointAt);
-    connect(m_gestures, &G::opened, this, &CalendarGrid::opened);
-    connect(m_gestures, &G::newRequested, this, [this](GridSurface *surface, const ClockPlace &place) {
+void CalendarGrid::abandon() {
+    for (GridSurface *surface : surfaces())
+        surface->abandon();
+}
+
+bool CalendarGrid::isDragging() const {
+    return m_allDay->isDragging() || m_columns->isDragging();
+}
+
+void CalendarGrid::connectInput(GridSurface *surface) {
+    using S = GridSurface;
+    connect(surface, &S::touched, this, [this] { setFocus(Qt::MouseFocusReason); });
+    connect(surface, &S::pointedAt, this,
+            [this, surface](EventTileView *tile, const ClockPlace &place) { pointAt(surface, tile, place); });
+    connect(surface, &S::opened, this, &CalendarGrid::opened);
+    connect(surface, &S::newRequested, this, [this, surface](const ClockPlace &place) {
         Q_EMIT newRequested(surface->isAllDay() ? place.date.startOfDay() : momentAt(place),
                             surface->isAllDay());
     });
-    connect(m_gestures, &G::menuAsked, this, &CalendarGrid::menuRequested);
-    connect(m_gestures, &G::dragged, this, &CalendarGrid::finishDrag);
+    connect(surface, &S::menuAsked, this, &CalendarGrid::menuRequested);
+    connect(surface, &S::dragged, this, &CalendarGrid::finishDrag);
+    connect(surface, &S::reached, this, [this, surface](EventTileView *tile, bool pressed) {
+        const int occurrence = surface->occurrenceOf(tile);
+        if (!m_place || m_place->occurrence != occurrence)
+            setPlace(placeOf(occurrence), false);
+        if (pressed)
+            Q_EMIT opened();
+    });
 }
 
 void CalendarGrid::pointAt(GridSurface *surface, EventTileView *tile, const ClockPlace &place) {
@@ -500,33 +504,22 @@ void CalendarGrid::keyPressEvent(QKeyEvent *event) {
         const bool had = std::exchange(m_menuByContext, false);
         return had ? void() : askForMenuByKey();
     }
-    if (event->key() == Qt::Key_Escape && m_gestures->isDragging())
-        return m_gestures->abandon();
+    if (event->key() == Qt::Key_Escape && isDragging())
+        return abandon();
     if (event->modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier))
         return QWidget::keyPressEvent(event);
-    switch (event->key()) {
-    case Qt::Key_Up:
-        return walk(WalkStep::Up);
-    case Qt::Key_Down:
-        return walk(WalkStep::Down);
-    case Qt::Key_Left:
-        return walk(WalkStep::Left);
-    case Qt::Key_Right:
-        return walk(WalkStep::Right);
-    case Qt::Key_Home:
-        return walk(WalkStep::First);
-    case Qt::Key_End:
-        return walk(WalkStep::Last);
-    case Qt::Key_PageUp:
-        return scrollPage(-1);
-    case Qt::Key_PageDown:
-        return scrollPage(1);
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        return activate();
-    default:
+    static const QHash<int, WalkStep> steps{{Qt::Key_Up, WalkStep::Up},      {Qt::Key_Down, WalkStep::Down},
+                                            {Qt::Key_Left, WalkStep::Left},  {Qt::Key_Right, WalkStep::Right},
+                                            {Qt::Key_Home, WalkStep::First}, {Qt::Key_End, WalkStep::Last}};
+    const int key = event->key();
+    if (steps.contains(key))
+        walk(steps[key]);
+    else if (key == Qt::Key_PageUp || key == Qt::Key_PageDown)
+        scrollPage(key == Qt::Key_PageUp ? -1 : 1);
+    else if (key == Qt::Key_Return || key == Qt::Key_Enter)
+        activate();
+    else
         QWidget::keyPressEvent(event);
-    }
 }
 
 void CalendarGrid::contextMenuEvent(QContextMenuEvent *event) {
@@ -539,28 +532,22 @@ void CalendarGrid::contextMenuEvent(QContextMenuEvent *event) {
 
 bool CalendarGrid::event(QEvent *event) {
     // Escape ends the drag, and nothing else that the window would do with it.
-    if (event->type() == QEvent::ShortcutOverride && m_gestures->isDragging() &&
+    if (event->type() == QEvent::ShortcutOverride && isDragging() &&
         static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape) {
         event->accept();
         return true;
     }
     if (event->type() == QEvent::WindowDeactivate)
-        m_gestures->abandon();
+        abandon();
     return QWidget::event(event);
 }
 
 void CalendarGrid::changeEvent(QEvent *event) {
     QWidget::changeEvent(event);
-    switch (event->type()) {
-    case QEvent::PaletteChange:
-    case QEvent::FontChange:
-    case QEvent::StyleChange:
-    case QEvent::LocaleChange:
+    static const QSet<QEvent::Type> looks{QEvent::PaletteChange, QEvent::FontChange, QEvent::StyleChange,
+                                          QEvent::LocaleChange};
+    if (looks.contains(event->type()))
         takeStyle();
-        break;
-    default:
-        break;
-    }
 }
 
 void CalendarGrid::focusInEvent(QFocusEvent *event) {
@@ -572,13 +559,13 @@ void CalendarGrid::focusInEvent(QFocusEvent *event) {
 
 void CalendarGrid::hideEvent(QHideEvent *event) {
     QWidget::hideEvent(event);
-    m_gestures->abandon();
+    abandon();
     m_minute.stop();
 }
 
 void CalendarGrid::resizeEvent(QResizeEvent *event) {
     QWidget::resizeEvent(event);
-    m_gestures->abandon();
+    abandon();
 }
 
 void CalendarGrid::timerEvent(QTimerEvent *event) {

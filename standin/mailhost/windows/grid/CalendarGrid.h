@@ -27,7 +27,6 @@ namespace mailhost {
 class AllDayRow;
 class DayColumns;
 class EventTileView;
-class GridGestures;
 class GridHeader;
 class GridSurface;
 class TileRename;
@@ -97,7 +96,9 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    void connectInput();
+    void connectInput(GridSurface *surface);
+    void abandon(); // what the pointer does
+    [[nodiscard]] bool isDragging() const;
     void takeStyle();
     void arrange();
     void moveLine(); // of the current time
@@ -132,7 +133,6 @@ private:
     AllDayRow *m_allDay;
     QScrollArea *m_scroll;
     DayColumns *m_columns;
-    GridGestures *m_gestures;
     QPointer<TileRename> m_rename;
     GridNavigator m_walk;
     std::optional<GridPosition> m_place;

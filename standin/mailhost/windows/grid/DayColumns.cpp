@@ -47,10 +47,6 @@ DayColumns::DayColumns(QWidget *parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
-int DayColumns::yOf(int minute) const {
-    return minute * style().hourHeight / minutesPerHour;
-}
-
 ClockPlace DayColumns::placeAt(const QPoint &point) const {
     const int minute = point.y() * minutesPerHour / style().hourHeight;
     return {contents().first.addDays(edges().dayAt(point.x())), std::clamp(minute, 0, minutesPerDay)};

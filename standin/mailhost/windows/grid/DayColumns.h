@@ -12,7 +12,7 @@ public:
 
     [[nodiscard]] bool isAllDay() const override { return false; }
     [[nodiscard]] ClockPlace placeAt(const QPoint &point) const override;
-    [[nodiscard]] int yOf(int minute) const;
+    [[nodiscard]] int yOf(int minute) const { return minute * style().hourHeight / minutesPerHour; }
     // Where the line of the current time stands: today's column; an invalid time: nowhere.
     void setNow(const QTime &now);
 

@@ -4,7 +4,6 @@
 
 #include <QAccessibleWidget>
 #include <QPainter>
-#include <QPainterPath>
 
 namespace mailhost {
 
@@ -18,22 +17,13 @@ constexpr double hoverMore = 0.09;
 constexpr double dimmedOpacity = 0.38;
 constexpr double ghostOpacity = 0.92;
 
-// Rounded where the appointment has an end, straight where it is cut off.
-QPainterPath outline(const QRectF &rect, const TileEnds &ends) {
-    QPainterPath path;
-    path.addRoundedRect(rect, radius, radius);
-    QRectF straight = rect;
+// Rounded where the appointment has an end; where it is cut off, the rounding lies outside of the tile.
+QRectF outline(QRectF rect, const TileEnds &ends) {
     if (!ends.start)
-        ends.allDay ? straight.setRight(rect.left() + radius) : straight.setBottom(rect.top() + radius);
-    if (!ends.start)
-        path.addRect(straight);
-    straight = rect;
+        ends.allDay ? rect.setLeft(-radius) : rect.setTop(-radius);
     if (!ends.end)
-        ends.allDay ? straight.setLeft(rect.right() - radius) : straight.setTop(rect.bottom() - radius);
-    if (!ends.end)
-        path.addRect(straight);
-    path.setFillRule(Qt::WindingFill);
-    return path;
+        ends.allDay ? rect.setRight(rect.right() + radius) : rect.setBottom(rect.bottom() + radius);
+    return rect;
 }
 
 // An item of a list, which can be selected and pressed. Everything else is Qt's own.
@@ -101,17 +91,10 @@ void EventTileView::setStyle(std::shared_ptr<const GridStyle> style) {
 }
 
 void EventTileView::setOccurrence(const Occurrence &occurrence, const TileEnds &ends) {
-    const bool same = m_ends == ends && m_occurrence.start == occurrence.start &&
-                      m_occurrence.end == occurrence.end && m_occurrence.summary == occurrence.summary &&
-                      m_occurrence.location == occurrence.location &&
-                      m_occurrence.isOccurrence == occurrence.isOccurrence &&
-                      m_occurrence.isException == occurrence.isException &&
-                      m_occurrence.hasMeetingRecord == occurrence.hasMeetingRecord;
     m_occurrence = occurrence;
     m_ends = ends;
-    if (same)
-        return;
-    setAccessibleName(spokenName(occurrence));
+    if (const QString name = spokenName(occurrence); name != accessibleName())
+        setAccessibleName(name);
     m_texts.reset();
     update();
 }
@@ -129,14 +112,6 @@ const TileTexts &EventTileView::texts() const {
     return *m_texts;
 }
 
-bool EventTileView::isShortened() const {
-    return m_style && texts().isShortened();
-}
-
-void EventTileView::resizeEvent(QResizeEvent *) {
-    m_texts.reset();
-}
-
 void EventTileView::focusInEvent(QFocusEvent *event) {
     QWidget::focusInEvent(event);
     Q_EMIT focused();
@@ -151,13 +126,15 @@ void EventTileView::drawBody(QPainter &painter) const {
     const bool full = isFull();
     const double share = (m_style->dark ? softDark : softLight) + (m_state.hovered ? hoverMore : 0);
     const QColor fill = full ? m_fill : GridStyle::mixed(m_fill, m_style->base, share);
-    const QPainterPath shape = outline(rect(), m_ends);
+    const QRectF shape = outline(rect(), m_ends);
     painter.setPen(Qt::NoPen);
-    painter.fillPath(shape, fill);
+    painter.setBrush(fill);
+    painter.drawRoundedRect(shape, radius, radius);
     if (!full && (m_ends.start || !m_ends.allDay)) {
         painter.save();
         painter.setClipRect(QRectF(0, 0, stripWidth, height()));
-        painter.fillPath(shape, m_fill);
+        painter.setBrush(m_fill);
+        painter.drawRoundedRect(shape, radius, radius);
         painter.restore();
     }
     if (hasFocus() && full) {

@@ -30,7 +30,6 @@ public:
     [[nodiscard]] rt::Object *initWithFrame(const QRectF &frame, rt::Object *controller,
                                             const rt::Value &fillColor, bool isGhost);
 
-    // Nothing is drawn anew when nothing differs.
     void setStyle(std::shared_ptr<const GridStyle> style);
     void setOccurrence(const Occurrence &occurrence, const TileEnds &ends);
     void setState(const TileState &state);
@@ -39,7 +38,7 @@ public:
     [[nodiscard]] const TileState &state() const { return m_state; }
     [[nodiscard]] bool isGhost() const { return m_ghost; }
     // Whether some of its texts had to be shortened or left out.
-    [[nodiscard]] bool isShortened() const;
+    [[nodiscard]] bool isShortened() const { return m_style && texts().isShortened(); }
 
 Q_SIGNALS:
     void focused();
@@ -48,7 +47,7 @@ Q_SIGNALS:
 protected:
     void focusInEvent(QFocusEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
+    void resizeEvent(QResizeEvent *) override { m_texts.reset(); }
 
 private:
     explicit EventTileView(QWidget *surface);

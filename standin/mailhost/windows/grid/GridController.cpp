@@ -42,24 +42,25 @@ GridViewWrapper::GridViewWrapper(CalendarGrid *calendar)
     : rt::Object(rt::classNamed(u"OLCalendarGridViewWrapper"_s))
     , m_controller(calendar) {}
 
+void GridViewWrapper::tell(const QString &message) const {
+    if (errorPresenter())
+        errorPresenter()(m_controller.view()->window(), message);
+}
+
 bool GridViewWrapper::mayChange(const CalendarEvent *event) const {
     if (!event || !event->session())
         return false;
-    if (event->isOwner())
-        return true;
-    if (errorPresenter())
-        errorPresenter()(m_controller.view()->window(),
-                         QObject::tr("Only the organizer can change this meeting."));
-    return false;
+    if (!event->isOwner())
+        tell(QObject::tr("Only the organizer can change this meeting."));
+    return event->isOwner();
 }
 
 bool GridViewWrapper::store(CalendarEvent *event, const Appointment &appointment) {
     MutableCalendarEvent record(event->session(), appointment);
-    if (rt::integerValue(rt::send(&record, "saveRecord")) == 0)
-        return true;
-    if (errorPresenter())
-        errorPresenter()(m_controller.view()->window(), event->session()->lastError());
-    return false;
+    const bool stored = rt::integerValue(rt::send(&record, "saveRecord")) == 0;
+    if (!stored)
+        tell(event->session()->lastError());
+    return stored;
 }
 
 namespace {
@@ -76,45 +77,37 @@ CalendarTime movedTo(const CalendarTime &time, const QDateTime &instant) {
 }
 
 // Whole days are counted on the calendar: around a change of the clocks they have 23 or 25 hours.
-void moveWholeDays(Appointment &appointment, const QDateTime &start, qint64 days) {
+void moveTo(Appointment &appointment, const QDateTime &start, double seconds) {
+    if (appointment.start.kind != CalendarTime::Kind::Date) {
+        appointment.start = movedTo(appointment.start, start);
+        appointment.end = movedTo(appointment.end, start.addMSecs(qint64(seconds * 1000)));
+        return;
+    }
     const QDate first = start.toLocalTime().date();
+    const qint64 days = std::max<qint64>(1, qRound64(seconds / secondsPerDay));
     appointment.start.value = first.startOfDay();
-    appointment.end.value = first.addDays(std::max<qint64>(1, days)).startOfDay();
+    appointment.end.value = first.addDays(days).startOfDay();
 }
 
 } // namespace
 
-bool GridViewWrapper::dragResizedEvent(rt::Object *object, const rt::Value &, rt::Object *startDate,
-                                       double seconds, const rt::Value &, bool, bool) {
-    auto *event = dynamic_cast<CalendarEvent *>(object);
-    const auto *start = dynamic_cast<CalendarDate *>(startDate);
-    if (!start || !(seconds >= 0) || !mayChange(event))
-        return false;
-    Appointment appointment = event->changeable();
-    if (appointment.start.kind == CalendarTime::Kind::Date) {
-        moveWholeDays(appointment, start->dateUTC(), qRound64(seconds / secondsPerDay));
-    } else {
-        appointment.start = movedTo(appointment.start, start->dateUTC());
-        appointment.end = movedTo(appointment.end, start->dateUTC().addMSecs(qint64(seconds * 1000)));
-    }
-    return store(event, appointment);
-}
-
-bool GridViewWrapper::performDrag(const rt::Value &, const rt::Value &, rt::Object *date, const rt::Value &) {
-    auto *event = dynamic_cast<CalendarEvent *>(m_controller.selectedEvent());
+bool GridViewWrapper::putTo(rt::Object *date, CalendarEvent *event, std::optional<double> seconds) {
     const auto *start = dynamic_cast<CalendarDate *>(date);
     if (!start || !mayChange(event))
         return false;
     Appointment appointment = event->changeable();
-    const QDateTime former = appointment.start.value;
-    const QDateTime formerEnd = appointment.end.value;
-    if (appointment.start.kind == CalendarTime::Kind::Date) {
-        moveWholeDays(appointment, start->dateUTC(), former.date().daysTo(formerEnd.date()));
-    } else {
-        appointment.start = movedTo(appointment.start, start->dateUTC());
-        appointment.end = movedTo(appointment.end, start->dateUTC().addMSecs(former.msecsTo(formerEnd)));
-    }
+    const double former = double(appointment.start.value.msecsTo(appointment.end.value)) / 1000;
+    moveTo(appointment, start->dateUTC(), seconds.value_or(former));
     return store(event, appointment);
+}
+
+bool GridViewWrapper::dragResizedEvent(rt::Object *event, const rt::Value &, rt::Object *startDate,
+                                       double seconds, const rt::Value &, bool, bool) {
+    return seconds >= 0 && putTo(startDate, dynamic_cast<CalendarEvent *>(event), seconds);
+}
+
+bool GridViewWrapper::performDrag(const rt::Value &, const rt::Value &, rt::Object *date, const rt::Value &) {
+    return putTo(date, dynamic_cast<CalendarEvent *>(m_controller.selectedEvent()), std::nullopt);
 }
 
 bool GridViewWrapper::subjectChanged(const QString &subject, rt::Object *object, const rt::Value &) {

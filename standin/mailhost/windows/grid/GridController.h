@@ -39,6 +39,9 @@ public:
     bool subjectChanged(const QString &subject, rt::Object *event, const rt::Value &tile);
 
 private:
+    void tell(const QString &message) const;
+    // Without seconds it keeps its length.
+    bool putTo(rt::Object *date, CalendarEvent *event, std::optional<double> seconds);
     bool store(CalendarEvent *event, const Appointment &appointment);
     [[nodiscard]] bool mayChange(const CalendarEvent *event) const;
     GridViewController m_controller;

@@ -20,26 +20,16 @@ GridHeader::GridHeader(QWidget *parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
-void GridHeader::setStyle(std::shared_ptr<const GridStyle> style) {
+void GridHeader::show(const QDate &first, const QDate &today, const DayEdges &edges,
+                      std::shared_ptr<const GridStyle> style) {
+    m_first = first;
+    m_today = today;
+    m_edges = edges;
     m_style = std::move(style);
     m_dateFont = m_style->subject;
     if (m_dateFont.pointSizeF() > 0)
         m_dateFont.setPointSizeF(m_dateFont.pointSizeF() * dateScale);
     setFixedHeight(QFontMetrics(m_dateFont).height() + 2 * padding + 2);
-    chooseNames();
-    update();
-}
-
-void GridHeader::setDays(const QDate &first, const QDate &today) {
-    m_first = first;
-    m_today = today;
-    update();
-}
-
-void GridHeader::setEdges(const DayEdges &edges) {
-    if (m_edges == edges)
-        return;
-    m_edges = edges;
     chooseNames();
     update();
 }

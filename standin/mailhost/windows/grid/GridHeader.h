@@ -9,9 +9,8 @@ class GridHeader : public QWidget {
     Q_OBJECT
 public:
     explicit GridHeader(QWidget *parent = nullptr);
-    void setStyle(std::shared_ptr<const GridStyle> style);
-    void setDays(const QDate &first, const QDate &today);
-    void setEdges(const DayEdges &edges);
+    void show(const QDate &first, const QDate &today, const DayEdges &edges,
+              std::shared_ptr<const GridStyle> style);
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -12,31 +12,6 @@ namespace {
 
 constexpr int secondsPerMinute = 60;
 
-bool isShownAs(const QDateTime &moment, const QDate &date, const QTime &time) {
-    return moment.isValid() && moment.date() == date && moment.time() == time;
-}
-
-// A day's minutes may lie before it or behind it.
-ClockPlace withinItsDay(const ClockPlace &place) {
-    const int days = place.minute >= 0 ? place.minute / minutesPerDay
-                                       : -((minutesPerDay - 1 - place.minute) / minutesPerDay);
-    return {place.date.addDays(days), place.minute - days * minutesPerDay};
-}
-
-QTime timeOf(int minute) {
-    return QTime(minute / minutesPerHour, minute % minutesPerHour);
-}
-
-// Where the clocks were put back shortly before, they showed the same time once already.
-QDateTime firstOfTwo(const QDateTime &moment) {
-    constexpr qint64 longBefore = 6 * 3600;
-    const int putBack = moment.addSecs(-longBefore).offsetFromUtc() - moment.offsetFromUtc();
-    if (putBack <= 0)
-        return moment;
-    const QDateTime earlier = moment.addSecs(-putBack);
-    return isShownAs(earlier, moment.date(), moment.time()) ? earlier : moment;
-}
-
 int minuteOf(const QTime &time) {
     return time.hour() * minutesPerHour + time.minute();
 }
@@ -93,41 +68,46 @@ void addPieces(std::vector<std::vector<TimedPiece>> &perDay, int index, const Oc
     }
 }
 
+// Gives out the lowest number that is free.
+class Slots {
+public:
+    // For what takes it from `begin` up to `end`. Called in the order of the begins.
+    int take(int begin, int end) {
+        for (; !m_busy.empty() && m_busy.top().first <= begin; m_busy.pop())
+            m_free.insert(m_busy.top().second);
+        if (m_free.empty())
+            m_free.insert(m_count++);
+        const int slot = *m_free.begin();
+        m_free.erase(m_free.begin());
+        m_busy.emplace(end, slot);
+        return slot;
+    }
+    [[nodiscard]] int count() const { return m_count; }
+
+private:
+    using Busy = std::pair<int, int>; // until when, number
+    std::priority_queue<Busy, std::vector<Busy>, std::greater<>> m_busy;
+    std::set<int> m_free;
+    int m_count = 0;
+};
+
 void placeLines(GridLayout &layout) {
     std::stable_sort(layout.bars.begin(), layout.bars.end(), [](const DayBar &a, const DayBar &b) {
         return a.firstDay != b.firstDay ? a.firstDay < b.firstDay : a.lastDay > b.lastDay;
     });
-    using Busy = std::pair<int, int>; // up to which day, line
-    std::priority_queue<Busy, std::vector<Busy>, std::greater<>> busy;
-    std::set<int> free;
-    for (DayBar &bar : layout.bars) {
-        for (; !busy.empty() && busy.top().first < bar.firstDay; busy.pop())
-            free.insert(busy.top().second);
-        if (free.empty())
-            free.insert(layout.lines++);
-        bar.line = *free.begin();
-        free.erase(free.begin());
-        busy.emplace(bar.lastDay, bar.line);
-    }
+    Slots lines;
+    for (DayBar &bar : layout.bars)
+        bar.line = lines.take(bar.firstDay, bar.lastDay + 1);
+    layout.lines = lines.count();
 }
 
 // Gives each piece of one group (those that overlap, or are chained by others that do) its column. Answers
 // the number of columns.
 int giveColumns(TimedPiece *first, TimedPiece *behind) {
-    using Busy = std::pair<int, int>; // until which minute, column
-    std::priority_queue<Busy, std::vector<Busy>, std::greater<>> busy;
-    std::set<int> free;
-    int columns = 0;
-    for (TimedPiece *piece = first; piece != behind; ++piece) {
-        for (; !busy.empty() && busy.top().first <= piece->begin; busy.pop())
-            free.insert(busy.top().second);
-        if (free.empty())
-            free.insert(columns++);
-        piece->column = *free.begin();
-        free.erase(free.begin());
-        busy.emplace(piece->end, piece->column);
-    }
-    return columns;
+    Slots columns;
+    for (TimedPiece *piece = first; piece != behind; ++piece)
+        piece->column = columns.take(piece->begin, piece->end);
+    return columns.count();
 }
 
 // Lets each piece grow to the right up to the nearest one that overlaps it. What begins later can only come
@@ -153,19 +133,17 @@ void widen(TimedPiece *first, TimedPiece *behind, int columns) {
 
 } // namespace
 
-QDateTime momentAt(const ClockPlace &wanted) {
-    const ClockPlace place = withinItsDay(wanted);
-    const QDateTime moment(place.date, timeOf(place.minute));
-    if (isShownAs(moment, place.date, timeOf(place.minute)))
-        return firstOfTwo(moment);
-    // Skipped: the last quarter of an hour that was shown, and on from there on the real clock.
-    for (int back = quarterHour; back < minutesPerDay; back += quarterHour) {
-        const ClockPlace before = withinItsDay({place.date, place.minute - back});
-        const QDateTime shown(before.date, timeOf(before.minute));
-        if (isShownAs(shown, before.date, timeOf(before.minute)))
-            return shown.addSecs(qint64(back) * secondsPerMinute);
-    }
-    return place.date.startOfDay();
+QDateTime momentAt(const ClockPlace &place) {
+    const QDateTime clock =
+        QDateTime(place.date, QTime(0, 0), Qt::UTC).addSecs(place.minute * secondsPerMinute);
+    const auto shownBy = [&clock](const QDateTime &local) {
+        return clock.addSecs(-local.offsetFromUtc()).toLocalTime();
+    };
+    // By the clocks of the day before. When they are changed in between, by those of then, unless these skip
+    // that time.
+    const QDateTime before = shownBy(clock.addDays(-1).toLocalTime());
+    const QDateTime after = shownBy(before);
+    return after.date() == clock.date() && after.time() == clock.time() ? after : before;
 }
 
 ClockPlace clockPlaceOf(const QDateTime &moment) {

@@ -59,7 +59,8 @@ GridStyle::GridStyle(const QWidget *widget)
             font->setPointSizeF(font->pointSizeF() * 0.92);
     const QFontMetrics metrics(detail);
     lineHeight = std::max(metrics.height(), QFontMetrics(subject).height());
-    hourHeight = std::max(leastHourHeight, heightOfFourLines(lineHeight));
+    hourHeight =
+        std::max(leastHourHeight, 4 * (lineHeight + 2)); // each quarter one line and what is around it
     barHeight = lineHeight + barPadding;
     m_timeFormat = withoutSeconds(m_locale.timeFormat(QLocale::ShortFormat));
     const bool twelve = m_timeFormat.contains(u'a', Qt::CaseInsensitive);
@@ -73,12 +74,6 @@ GridStyle::GridStyle(const QWidget *widget)
     for (int hour = 0; hour < 24; ++hour)
         widest = std::max(widest, metrics.horizontalAdvance(hourLabel(hour)));
     gutter = std::max(widest, metrics.horizontalAdvance(QObject::tr("all day"))) + 2 * gutterPadding;
-}
-
-// A quarter of an hour is one line of text and what stands around it.
-int GridStyle::heightOfFourLines(int lineHeight) {
-    constexpr int quarters = 4;
-    return quarters * (lineHeight + 2);
 }
 
 void GridStyle::takeColours(const QPalette &palette) {
@@ -105,14 +100,6 @@ QColor GridStyle::mixed(const QColor &first, const QColor &second, double share)
     const auto part = [share](int a, int b) { return int(std::lround(a * share + b * (1 - share))); };
     return QColor(part(first.red(), second.red()), part(first.green(), second.green()),
                   part(first.blue(), second.blue()));
-}
-
-QString GridStyle::hourLabel(int hour) const {
-    return m_locale.toString(QTime(hour % 24, 0), m_hourFormat);
-}
-
-QString GridStyle::time(const QTime &time) const {
-    return m_locale.toString(time, m_timeFormat);
 }
 
 QString GridStyle::times(const QDateTime &start, const QDateTime &end) const {

@@ -44,13 +44,14 @@ struct GridStyle {
 
     // `share` of the first colour and the rest of the second.
     [[nodiscard]] static QColor mixed(const QColor &first, const QColor &second, double share);
-    [[nodiscard]] QString hourLabel(int hour) const;
-    [[nodiscard]] QString time(const QTime &time) const;
+    [[nodiscard]] QString hourLabel(int hour) const {
+        return m_locale.toString(QTime(hour, 0), m_hourFormat);
+    }
+    [[nodiscard]] QString time(const QTime &time) const { return m_locale.toString(time, m_timeFormat); }
     [[nodiscard]] QString times(const QDateTime &start, const QDateTime &end) const; // from - to
 
 private:
     void takeColours(const QPalette &palette);
-    [[nodiscard]] static int heightOfFourLines(int lineHeight);
     QLocale m_locale;
     QString m_timeFormat; // the locale's short one, without seconds
     QString m_hourFormat;

@@ -1,5 +1,6 @@
 #include "standin/mailhost/windows/grid/GridSurface.h"
 
+#include <QApplication>
 #include <QHelpEvent>
 #include <QToolTip>
 #include <algorithm>
@@ -10,6 +11,7 @@ namespace {
 
 constexpr int widestGrip = 6; // at a tile's edge; a quarter of a small one
 constexpr int leastGrip = 2;
+constexpr int slotMinutes = 30; // what a click on an empty place points at
 
 Grip gripAt(int position, int length, const TileEnds &ends) {
     const int grip = std::clamp(length / 4, leastGrip, widestGrip);
@@ -52,7 +54,7 @@ void GridSurface::setContents(std::shared_ptr<const GridContents> contents) {
     m_selected = -1;
     m_cursor = {};
     m_hovered.clear();
-    hideGhost();
+    abandon();
     place();
     update();
 }
@@ -151,7 +153,7 @@ void GridSurface::setHovered(EventTileView *tile) {
     showStates();
 }
 
-void GridSurface::showGhost(int original, const Occurrence &dragged) {
+void GridSurface::showGhost(const Occurrence &dragged) {
     hideGhost();
     const QList<Occurrence> one{dragged};
     for (const TilePlan &plan : plan(layOut(one, m_contents->first, m_contents->days), one, true)) {
@@ -162,7 +164,7 @@ void GridSurface::showGhost(int original, const Occurrence &dragged) {
         tile->show();
         m_ghosts.append(tile);
     }
-    m_dimmed = original;
+    m_dimmed = occurrenceOf(m_hold->tile);
     showStates();
 }
 
@@ -172,6 +174,111 @@ void GridSurface::hideGhost() {
     m_ghosts.clear();
     m_dimmed = -1;
     showStates();
+}
+
+void GridSurface::abandon() {
+    if (!m_hold)
+        return;
+    m_hold.reset();
+    hideGhost();
+    setCursor(Qt::ArrowCursor);
+}
+
+ClockPlace GridSurface::slotAt(const QPoint &point) const {
+    ClockPlace place = placeAt(point);
+    place.minute = std::min(place.minute / slotMinutes * slotMinutes, minutesPerDay - slotMinutes);
+    return place;
+}
+
+void GridSurface::mousePressEvent(QMouseEvent *event) {
+    const bool wasDragging = isDragging();
+    abandon();
+    if (wasDragging) // another button: that is no drag any more
+        return;
+    const QPoint point = event->position().toPoint();
+    const QPoint global = event->globalPosition().toPoint();
+    const Qt::MouseButton button = event->button();
+    const QPointer<GridSurface> self(this);
+    // An open subject editor closes and may change everything that is shown.
+    Q_EMIT touched();
+    if (!self || (button != Qt::LeftButton && button != Qt::RightButton))
+        return;
+    const Hit hit = hitAt(point);
+    if (button == Qt::LeftButton && hit.tile)
+        m_hold = Hold{hit.tile,
+                      point,
+                      {hit.tile->occurrence(), hit.grip, placeAt(point), hit.tile->ends().start},
+                      false,
+                      {}};
+    Q_EMIT pointedAt(hit.tile, slotAt(point));
+    if (self && button == Qt::RightButton)
+        Q_EMIT menuAsked(global);
+}
+
+void GridSurface::mouseMoveEvent(QMouseEvent *event) {
+    const QPoint point = event->position().toPoint();
+    if (!event->buttons().testFlag(Qt::LeftButton))
+        abandon(); // the release went somewhere else
+    if (event->buttons() == Qt::NoButton)
+        return hover(point);
+    if (!m_hold || !m_hold->tile)
+        return;
+    if (!m_hold->dragging && (point - m_hold->point).manhattanLength() >= QApplication::startDragDistance()) {
+        m_hold->dragging = true;
+        setHovered(nullptr);
+        if (m_hold->start.grip == Grip::Body)
+            setCursor(Qt::ClosedHandCursor);
+    }
+    if (m_hold->dragging)
+        follow(point);
+}
+
+void GridSurface::hover(const QPoint &point) {
+    const Hit hit = hitAt(point);
+    setHovered(hit.tile);
+    const Qt::CursorShape shape = !hit.tile || hit.grip == Grip::Body ? Qt::ArrowCursor
+                                  : hit.tile->ends().allDay           ? Qt::SizeHorCursor
+                                                                      : Qt::SizeVerCursor;
+    if (cursor().shape() != shape)
+        setCursor(shape);
+}
+
+void GridSurface::follow(const QPoint &point) {
+    const TimeSpan span = draggedSpan(m_hold->start, placeAt(point));
+    if (span == m_hold->span)
+        return;
+    m_hold->span = span;
+    Occurrence ghost = m_hold->start.occurrence;
+    ghost.start = span.start;
+    ghost.end = span.end;
+    showGhost(ghost);
+}
+
+void GridSurface::mouseReleaseEvent(QMouseEvent *event) {
+    if (event->button() != Qt::LeftButton)
+        return;
+    const std::optional<Hold> hold = m_hold;
+    abandon();
+    if (!hold || !hold->dragging || !hold->tile || !hold->span.start.isValid())
+        return;
+    const Occurrence &occurrence = hold->start.occurrence;
+    if (hold->span != TimeSpan{occurrence.start, occurrence.end})
+        Q_EMIT dragged(occurrence, hold->start.grip, hold->span);
+}
+
+void GridSurface::mouseDoubleClickEvent(QMouseEvent *event) {
+    abandon();
+    if (event->button() != Qt::LeftButton)
+        return;
+    const Hit hit = hitAt(event->position().toPoint());
+    const ClockPlace place = slotAt(event->position().toPoint());
+    const QPointer<GridSurface> self(this);
+    // The first click may have been on another tile.
+    Q_EMIT pointedAt(hit.tile, place);
+    if (self && hit.tile)
+        Q_EMIT opened();
+    else if (self)
+        Q_EMIT newRequested(place);
 }
 
 bool GridSurface::event(QEvent *event) {
@@ -191,10 +298,6 @@ bool GridSurface::event(QEvent *event) {
     // As rich text it would be taken for markup.
     QToolTip::showText(help->globalPos(), lines.join(u'\n').toHtmlEscaped().replace(u'\n', u"<br>"_s), this);
     return true;
-}
-
-void GridSurface::resizeEvent(QResizeEvent *) {
-    Q_EMIT resized();
 }
 
 } // namespace mailhost

@@ -27,14 +27,10 @@ struct GridContents {
     QDate today;
 };
 
+// It sends what the pointer means; whatever changes or goes away under a gesture ends it with nothing sent.
 class GridSurface : public QWidget {
     Q_OBJECT
 public:
-    struct Hit {
-        EventTileView *tile = nullptr;
-        Grip grip = Grip::Body;
-    };
-
     explicit GridSurface(QWidget *parent);
     void setStyle(std::shared_ptr<const GridStyle> style);
     void setController(rt::Object *controller) { m_controller = controller; }
@@ -44,7 +40,6 @@ public:
     [[nodiscard]] virtual bool isAllDay() const = 0;
     // The day and time at that point; the nearest when it lies outside.
     [[nodiscard]] virtual ClockPlace placeAt(const QPoint &point) const = 0;
-    [[nodiscard]] Hit hitAt(const QPoint &point) const;
     // Where the cursor of the keyboard and of a click on an empty place stands; an invalid date: nowhere.
     void setCursorPlace(const ClockPlace &place);
 
@@ -52,13 +47,20 @@ public:
     [[nodiscard]] QList<EventTileView *> tilesOf(int occurrence) const;
     [[nodiscard]] int occurrenceOf(const EventTileView *tile) const; // -1: none
     void setSelected(int occurrence);                                // -1: none
-    void setHovered(EventTileView *tile);
-    // The appointment as it is while it is being dragged; its tiles are dimmed.
-    void showGhost(int original, const Occurrence &dragged);
-    void hideGhost();
+    [[nodiscard]] bool isDragging() const { return m_hold && m_hold->dragging; }
+    // Ends what the pointer does: the ghost is gone and nothing is sent.
+    void abandon();
 
 Q_SIGNALS:
     void resized();
+    // A button goes down: before anything is looked for at that point.
+    void touched();
+    // `tile` may be nullptr: an empty place.
+    void pointedAt(mailhost::EventTileView *tile, const mailhost::ClockPlace &place);
+    void opened();
+    void newRequested(const mailhost::ClockPlace &place);
+    void menuAsked(const QPoint &globalPosition);
+    void dragged(const mailhost::Occurrence &occurrence, mailhost::Grip grip, const mailhost::TimeSpan &span);
     // A tile got the keyboard, or an assistive program pressed it.
     void reached(mailhost::EventTileView *tile, bool pressed);
 
@@ -74,7 +76,13 @@ protected:
                                                bool ghost) const = 0;
     virtual void placed() {}
     bool event(QEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
+    void resizeEvent(QResizeEvent *) override { Q_EMIT resized(); }
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void leaveEvent(QEvent *) override { setHovered(nullptr); }
+    void hideEvent(QHideEvent *) override { abandon(); }
 
     [[nodiscard]] const GridStyle &style() const { return *m_style; }
     [[nodiscard]] const GridContents &contents() const { return *m_contents; }
@@ -88,9 +96,29 @@ private:
         Tile tile;
         int occurrence = 0;
     };
+    struct Hit {
+        EventTileView *tile = nullptr;
+        Grip grip = Grip::Body;
+    };
+    // The tile on which the left button is down.
+    struct Hold {
+        Tile tile;
+        QPoint point;
+        DragStart start;
+        bool dragging = false;
+        TimeSpan span; // where it is now; none before the first move
+    };
     [[nodiscard]] EventTileView *newTile(bool ghost);
     void place();
     void showStates();
+    [[nodiscard]] Hit hitAt(const QPoint &point) const;
+    [[nodiscard]] ClockPlace slotAt(const QPoint &point) const;
+    void hover(const QPoint &point);
+    void setHovered(EventTileView *tile);
+    void follow(const QPoint &point);
+    // The appointment as it is while it is being dragged; its tiles are dimmed.
+    void showGhost(const Occurrence &dragged);
+    void hideGhost();
 
     std::shared_ptr<const GridStyle> m_style;
     std::shared_ptr<const GridContents> m_contents;
@@ -101,6 +129,7 @@ private:
     QList<Placed> m_placed;
     QList<Tile> m_ghosts;
     Tile m_hovered;
+    std::optional<Hold> m_hold;
     int m_selected = -1;
     int m_dimmed = -1;
 };

@@ -8,8 +8,9 @@ namespace mailhost {
 
 namespace {
 
-bool endsIt(const QKeyEvent *event) {
-    return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Escape;
+bool endsIt(const QEvent *event) {
+    const int key = static_cast<const QKeyEvent *>(event)->key();
+    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape;
 }
 
 } // namespace
@@ -20,6 +21,7 @@ TileRename::TileRename(QWidget *surface, QWidget *returnTo, const QString &subje
     setObjectName(u"tileRename"_s);
     setAccessibleName(tr("Subject"));
     selectAll();
+    connect(this, &QLineEdit::editingFinished, this, &TileRename::commit);
 }
 
 void TileRename::abandon() {
@@ -43,7 +45,7 @@ void TileRename::commit() {
 
 bool TileRename::event(QEvent *event) {
     // Not the window's shortcuts, while it is open.
-    if (event->type() == QEvent::ShortcutOverride && endsIt(static_cast<QKeyEvent *>(event))) {
+    if (event->type() == QEvent::ShortcutOverride && endsIt(event)) {
         event->accept();
         return true;
     }
@@ -51,24 +53,11 @@ bool TileRename::event(QEvent *event) {
 }
 
 void TileRename::keyPressEvent(QKeyEvent *event) {
-    if (!endsIt(event)) {
-        QLineEdit::keyPressEvent(event);
-        event->accept(); // the keys that it has no use for are not the grid's either
-        return;
-    }
-    event->accept();
     if (event->key() == Qt::Key_Escape)
         abandon();
     else
-        commit();
-}
-
-void TileRename::focusOutEvent(QFocusEvent *event) {
-    QLineEdit::focusOutEvent(event);
-    const bool comesBack =
-        event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason;
-    if (!comesBack)
-        commit();
+        QLineEdit::keyPressEvent(event);
+    event->accept(); // the keys that it has no use for are not the grid's either
 }
 
 } // namespace mailhost
