@@ -5,6 +5,7 @@
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/HostApplication.h"
 #include "tests/mailhost/PrintText.h"
+#include "tests/support/CalendarBuilder.h"
 #include "tests/support/TestServices.h"
 
 #include <QAction>
@@ -22,56 +23,34 @@ namespace mailhost {
 
 class HostFixture : public testing::Test {
 protected:
-    static constexpr const char *calendar = R"(BEGIN:VCALENDAR
-VERSION:2.0
-PRODID:-//Somebody else//Planner 7//EN
-BEGIN:VEVENT
-UID:review@example.com
-DTSTAMP:20260301T080000Z
-DTSTART:20260310T090000Z
-DTEND:20260310T100000Z
-SUMMARY:Design review
-LOCATION:Room 4
-DESCRIPTION:Bring the drawings.
-X-PLANNER-COLOUR;X-SHADE=dark:teal
-END:VEVENT
-BEGIN:VEVENT
-UID:plan@example.com
-DTSTAMP:20260301T080000Z
-DTSTART:20260311T130000Z
-DTEND:20260311T140000Z
-SUMMARY:Planning
-SEQUENCE:3
-ORGANIZER;CN=Ada Example:mailto:ada@parlo.example
-ATTENDEE;CN=Bo Guest;PARTSTAT=ACCEPTED:mailto:bo@example.com
-ATTENDEE;CN=Blue room;CUTYPE=ROOM;ROLE=NON-PARTICIPANT:mailto:blue@example.com
-X-ALT-DESC;FMTTYPE=text/html:<html><body><p>Agenda</p></body></html>
-END:VEVENT
-BEGIN:VEVENT
-UID:foreign@example.com
-DTSTAMP:20260301T080000Z
-DTSTART:20260312T130000Z
-DTEND:20260312T140000Z
-SUMMARY:Their meeting
-ORGANIZER;CN=Cy Other:mailto:cy@example.org
-ATTENDEE;CN=Ada Example:mailto:ada@parlo.example
-END:VEVENT
-BEGIN:VEVENT
-UID:daily@example.com
-DTSTAMP:20260301T080000Z
-DTSTART:20260309T070000Z
-DTEND:20260309T071500Z
-SUMMARY:Stand-up
-RRULE:FREQ=DAILY;COUNT=4
-END:VEVENT
-END:VCALENDAR
-)";
+    static QByteArray calendar() {
+        const auto times = [](const QByteArray &start, const QByteArray &end) {
+            return "DTSTART:202603" + start + "Z\nDTEND:202603" + end + "Z\n";
+        };
+        return CalendarBuilder()
+            .event(u"review@example.com"_s, "Design review",
+                   times("10T090000", "10T100000") + "LOCATION:Room 4\nDESCRIPTION:Bring the drawings.\n"
+                                                     "X-PLANNER-COLOUR;X-SHADE=dark:teal\n")
+            .event(u"plan@example.com"_s, "Planning",
+                   times("11T130000", "11T140000") +
+                       "SEQUENCE:3\nORGANIZER;CN=Ada Example:mailto:ada@parlo.example\n"
+                       "ATTENDEE;CN=Bo Guest;PARTSTAT=ACCEPTED:mailto:bo@example.com\n"
+                       "ATTENDEE;CN=Blue room;CUTYPE=ROOM;ROLE=NON-PARTICIPANT:mailto:blue@example.com\n"
+                       "X-ALT-DESC;FMTTYPE=text/html:<html><body><p>Agenda</p></body></html>\n")
+            .event(u"foreign@example.com"_s, "Their meeting",
+                   times("12T130000", "12T140000") + "ORGANIZER;CN=Cy Other:mailto:cy@example.org\n"
+                                                     "ATTENDEE;CN=Ada Example:mailto:ada@parlo.example\n")
+            .event(u"daily@example.com"_s, "Stand-up",
+                   times("09T070000", "09T071500") + "RRULE:FREQ=DAILY;COUNT=4\n")
+            .event(u"trip@example.com"_s, "Trip", "DTSTART;VALUE=DATE:20260310\nDTEND;VALUE=DATE:20260312\n")
+            .text();
+    }
 
     void SetUp() override {
         platform::installTestServices();
         QFile file(path());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(QByteArray(calendar).replace("\n", "\r\n"));
+        file.write(calendar());
         file.close();
         startHost(u"16"_s);
     }
@@ -81,14 +60,13 @@ END:VCALENDAR
         rt::drainTemporaries();
     }
 
-    void startHost(const QString &version, BookmarkMangling mangling = BookmarkMangling::None) {
+    void startHost(const QString &version) {
         host.reset();
         HostOptions options;
         options.hostVersion = version;
         options.calendarPath = path();
         options.outbox = folder.filePath(u"outbox"_s);
         options.today = QDate(2026, 3, 10);
-        options.bookmarkMangling = mangling;
         host = std::make_unique<HostApplication>(options);
         host->start();
         QString error;

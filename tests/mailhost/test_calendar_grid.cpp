@@ -140,28 +140,6 @@ TEST_F(CalendarGridTest, ARightClickSelectsBeforeItAsksForTheMenu) {
     EXPECT_EQ(selected, (QStringList{u"b"_s, u"nothing"_s}));
 }
 
-TEST_F(CalendarGridTest, ADayWithAClockChangeDropsOnTheClock) {
-    const QDate sunday(2026, 3, 29);
-    Occurrence early = timed(u"early"_s, u"Early"_s, 0, QTime(0, 0), 0);
-    early.start = QDateTime(sunday, QTime(1, 0));
-    early.end = early.start.addSecs(3600); // at 3:00 on the clock
-    week = {early};
-    grid->show(week, sunday, CalendarGrid::Extent::Day, sunday);
-    grid->select(u"early"_s);
-    QTest::qWait(1);
-    EXPECT_EQ(tile(u"early"_s)->height(), columns()->yOf(180) - columns()->yOf(60) - 1);
-    const QSignalSpy moved(grid, &CalendarGrid::moved);
-    const QSignalSpy resized(grid, &CalendarGrid::resized);
-    const QPoint top = tile(u"early"_s)->mapTo(window.get(), QPoint(200, 20));
-    drag(top, QPoint(0, height(90)));
-    ASSERT_EQ(moved.count(), 1);
-    EXPECT_EQ(moved[0][0].toDateTime().toUTC(), QDateTime(sunday, QTime(1, 30), Qt::UTC)); // 2:30 is 3:30
-    const QPoint bottom = tile(u"early"_s)->mapTo(window.get(), QPoint(200, tile(u"early"_s)->height() - 2));
-    drag(bottom, QPoint(0, height(60)));
-    ASSERT_EQ(resized.count(), 1);
-    EXPECT_EQ(resized[0][1].toLongLong(), 2 * 3600); // 1:00 to 4:00 on the clock
-}
-
 TEST_F(CalendarGridTest, TheLineOfTheCurrentTimeIsOnTodayOnly) {
     const auto line = [this]() -> QWidget * {
         for (QWidget *child : columns()->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))

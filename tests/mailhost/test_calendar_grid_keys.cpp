@@ -156,10 +156,12 @@ TEST_F(CalendarGridTest, TheKeyboardFollowsTheSelectedTileAndNeverLeavesTheGridW
     show();
     EXPECT_EQ(QApplication::focusWidget(), grid);
     grid->select(u"b"_s);
+    const QImage withKeyboard = tile(u"b"_s)->grab().toImage();
     QWidget other; // an editor, while the calendar changes
     other.show();
     other.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    EXPECT_NE(tile(u"b"_s)->grab().toImage(), withKeyboard) << "it is seen which one has the keyboard";
     week.removeLast();
     show();
     window->activateWindow();

@@ -12,22 +12,6 @@ namespace {
 
 class EditorTest : public HostFixture {};
 
-TEST_F(EditorTest, AnEditIsSavedAndComesBackFromTheFile) {
-    open(u"review@example.com"_s);
-    type(controls::subjectField, u"Design review 2"_s);
-    QTest::keyClicks(find<QTextEdit>(controls::bodyEditor), u"First. "_s);
-    saveByMenu();
-    EXPECT_FALSE(editor->isDirty());
-    const Appointment saved = onDisk(u"review@example.com"_s);
-    EXPECT_EQ(saved.summary, u"Design review 2"_s);
-    EXPECT_TRUE(saved.bodyHtml.contains(u"First. Bring the drawings."_s)) << qPrintable(saved.bodyHtml);
-    EXPECT_TRUE(fileText().contains("X-PLANNER-COLOUR;X-SHADE=dark:teal"));
-    startHost(u"16"_s);
-    open(u"review@example.com"_s);
-    EXPECT_EQ(field(controls::subjectField)->text(), u"Design review 2"_s);
-    EXPECT_TRUE(pending().isEmpty()) << qPrintable(pending().keys().join(u' '));
-}
-
 TEST_F(EditorTest, PendingChangesFollowTheFields) {
     open(u"plan@example.com"_s);
     EXPECT_TRUE(pending().isEmpty()) << qPrintable(pending().keys().join(u' '));
@@ -120,14 +104,6 @@ TEST_F(EditorTest, ACleanEditorClosesAtOnceAndItsObjectsDie) {
     EXPECT_FALSE(event);
 }
 
-TEST_F(EditorTest, SendingWritesAMessageAndRaisesTheSequence) {
-    open(u"plan@example.com"_s);
-    click(controls::sendButton);
-    EXPECT_FALSE(isOpen());
-    EXPECT_EQ(messages().size(), 1);
-    EXPECT_EQ(onDisk(u"plan@example.com"_s).sequence, 4);
-}
-
 TEST_F(EditorTest, SendingChecksFirst) {
     open(u"plan@example.com"_s);
     type(controls::attendeesField, u"somebody"_s);
@@ -157,21 +133,6 @@ TEST_F(EditorTest, TheButtonsFitTheKindOfAppointment) {
     EXPECT_TRUE(field(controls::subjectField)->isReadOnly());
 }
 
-TEST_F(EditorTest, AnErrorWhileSavingIsShownAndTheChangesStayPending) {
-    open(u"review@example.com"_s);
-    type(controls::subjectField, u"Mine"_s);
-    QFile file(path());
-    ASSERT_TRUE(file.open(QIODevice::Append));
-    file.write("\r\n");
-    file.close();
-    saveByMenu();
-    ASSERT_TRUE(window->findChild<QMessageBox *>(controls::errorMessage));
-    EXPECT_EQ(pending().value(u"content.summary"_s), QVariant(u"Mine"_s));
-    EXPECT_EQ(onDisk(u"review@example.com"_s).summary, u"Design review"_s);
-    saveByMenu();
-    EXPECT_EQ(onDisk(u"review@example.com"_s).summary, u"Mine"_s);
-}
-
 TEST_F(EditorTest, NewMeetingsAreOpenedThroughTheMethodThatTakesAnEvent) {
     static int opened;
     opened = 0;
@@ -190,15 +151,6 @@ TEST_F(EditorTest, NewMeetingsAreOpenedThroughTheMethodThatTakesAnEvent) {
     rt::exchangeImplementations(own, other);
     EXPECT_EQ(opened, 1);
     ASSERT_NE(controller, nullptr);
-    window = controller->editorWindow();
-    editor = window->viewController();
-    type(controls::subjectField, u"Fresh"_s);
-    type(controls::attendeesField, u"Bo <bo@example.com>"_s);
-    click(controls::sendButton);
-    const QList<Appointment> all = host->session()->file().appointments();
-    const auto fresh = std::ranges::find(all, u"Fresh"_s, &Appointment::summary);
-    ASSERT_NE(fresh, all.end());
-    EXPECT_EQ(fresh->organizerEmail, u"ada@parlo.example"_s);
 }
 
 TEST_F(EditorTest, WhatIsTypedIntoANewAppointmentIsItsSubjectOnTheSelectedDay) {
@@ -251,42 +203,6 @@ TEST_P(GenerationTest, TheHeaderLeavesRoomAtTheBottomRightAndShowsItsZoneRow) {
         for (QWidget *child : header->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
             EXPECT_FALSE(child->isVisible() && child->geometry().intersects(strip)) << zone;
     }
-}
-
-TEST_P(GenerationTest, TheBodyIsReachedTheWayTheGenerationHasIt) {
-    startHost(QString::fromLatin1(GetParam().version), BookmarkMangling::QuotesStripped);
-    open(u"plan@example.com"_s);
-    const QString html =
-        u"<html><body><p>New</p><a name=\"MarkBegin\"></a>x<a name=\"MarkEnd\"></a></body></html>"_s;
-    QWidget *compose = nullptr;
-    for (QWidget *child : window->findChildren<QWidget *>())
-        if (auto *object = dynamic_cast<rt::Object *>(child);
-            object && object->isa()->name() == u"ComposeView")
-            compose = child;
-    if (isNewerGeneration(QString::fromLatin1(GetParam().version))) {
-        EXPECT_EQ(compose, nullptr);
-        auto *body = window->findChild<BodyEdit *>();
-        WordMailEditor fresh(BodyReference(body, body));
-        rt::send(&fresh, "displayHTMLContent:readOnly:signatureEditor:activateEditor:", html, false, true,
-                 true);
-        rt::Object *content = rt::objectValue(rt::send(&fresh, "editorContent"));
-        EXPECT_TRUE(rt::textValue(rt::send(content, "bodyContent")).contains(u"<a name=MarkBegin></a>"_s));
-    } else {
-        ASSERT_NE(compose, nullptr);
-        rt::Object *frame = rt::objectValue(rt::send(dynamic_cast<rt::Object *>(compose), "mainFrame"));
-        rt::Object *document = rt::objectValue(rt::send(frame, "DOMDocument"));
-        rt::Object *root = rt::objectValue(rt::send(document, "documentElement"));
-        EXPECT_TRUE(rt::textValue(rt::send(root, "outerHTML")).contains(u"<p>Agenda</p>"_s));
-        const QVariantList bodies = rt::listValue(rt::send(document, "getElementsByTagName:", u"body"_s));
-        ASSERT_EQ(bodies.size(), 1);
-        rt::send(rt::objectValue(bodies[0]), "setInnerHTML:", html);
-    }
-    EXPECT_TRUE(rt::textValue(pending().value(u"content.body"_s)).contains(u"<a name=MarkBegin></a>"_s));
-    QTextCursor cursor = find<QTextEdit>(controls::bodyEditor)->textCursor();
-    cursor.movePosition(QTextCursor::Start);
-    cursor.insertText(u"Typed "_s);
-    EXPECT_TRUE(rt::textValue(pending().value(u"content.body"_s))
-                    .contains(u"<p>Typed New</p><a name=MarkBegin></a>x<a name=MarkEnd></a>"_s));
 }
 
 INSTANTIATE_TEST_SUITE_P(Hosts, GenerationTest,
