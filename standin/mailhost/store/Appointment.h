@@ -39,8 +39,7 @@ struct Appointment {
     QString summary;      // null when the file has none
     QString location;     // null when the file has none
     CalendarTime start;
-    CalendarTime
-        end; // computed from DURATION where the file has that; of whole days the day behind the last one
+    CalendarTime end;       // computed from a DURATION; of whole days the day after the last one
     QString recurrenceRule; // RRULE as written; empty when it does not recur
     QString organizerName;
     QString organizerEmail;    // empty: an appointment without meeting
@@ -52,12 +51,12 @@ struct Appointment {
     friend bool operator==(const Appointment &a, const Appointment &b) = default;
 };
 
-// One row of a week: an appointment, or one occurrence of a series.
+// One entry of a list: an appointment, or one occurrence of a series.
 struct Occurrence {
     QString uid;
     QString recurrenceId; // of an exception; empty otherwise
-    // Names this day of its series: the RECURRENCE-ID that the file has, or would be given, for it. Empty for
-    // what takes place once.
+    // Names this day of its series: the RECURRENCE-ID that an exception for it has or would get. Empty if the
+    // appointment does not recur.
     QString instanceId;
     QDateTime start; // in the system's zone
     QDateTime end;

@@ -26,7 +26,7 @@ AttendeeType attendeeType(const ContentLine &line) {
     const QString kind = line.parameter("CUTYPE").value_or(QString()).toUpper();
     if (kind == u"RESOURCE"_s || kind == u"ROOM"_s)
         return AttendeeType::Resource;
-    if (role == u"NON-PARTICIPANT"_s) // a person who is only told, or a thing
+    if (role == u"NON-PARTICIPANT"_s) // a person who is only informed, or a thing
         return kind.isEmpty() ? AttendeeType::Resource : AttendeeType::Optional;
     return role == u"OPT-PARTICIPANT"_s ? AttendeeType::Optional : AttendeeType::Required;
 }

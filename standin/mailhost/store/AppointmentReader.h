@@ -17,8 +17,8 @@ inline const QByteArray ucCapabilitiesProperty = QByteArrayLiteral("X-PARLO-UC-C
 // Whether a STYLED-DESCRIPTION, or an X-ALT-DESC, holds the body as HTML. The former is preferred.
 [[nodiscard]] bool isStyledBody(const ContentLine &line);
 [[nodiscard]] bool isHtml(const ContentLine &line);
-// The body; null when the component has none. A DESCRIPTION alone becomes HTML; one that carries its HTML in
-// an ALTREP data address is taken from there.
+// The body; null if the component has none. A DESCRIPTION alone is converted to HTML, unless its ALTREP data
+// address holds the HTML.
 [[nodiscard]] QString readBody(const Component &component);
 
 } // namespace mailhost

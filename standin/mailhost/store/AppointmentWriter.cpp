@@ -20,8 +20,7 @@ void setText(Component &component, const QByteArray &name, const QString &text) 
 
 QByteArray addressOf(const QString &email) {
     const bool isAddress = email.startsWith(u"urn:"_s) || email.contains(u":/"_s);
-    // Everything that mail addresses consist of stays readable; the rest could end the line or mean something
-    // else.
+    // Characters of mail addresses stay readable; others could end the line or mean something else.
     return (isAddress ? "" : "mailto:") + email.toUtf8().toPercentEncoding("@!$&'()*+,;=:/#[]{}|~^`");
 }
 
@@ -39,12 +38,11 @@ void writeMoment(Component &component, const QByteArray &name, const Moment &mom
         line.setParameter("TZID", moment.zoneId);
     line.setValue(clockText(moment.clock, moment.kind));
     if (moment.kind == Kind::Zoned)
-        zones.ensureComponent(moment.zoneId); // last: it moves nothing of the component, but costs
+        zones.ensureComponent(moment.zoneId); // last, because it is slow
 }
 
-// An instant in the hour that a clock shows twice can only be told in UTC; a series keeps its zone all the
-// same, as its other days need it, and so does a zone that only its author knows: which hour is told twice
-// there is not known here.
+// In the hour that a clock shows twice only UTC is unambiguous. A series keeps its zone, which its other days
+// need, and so does an appointment in an unknown zone, whose rules are not known here.
 Moment writableMoment(const CalendarTime &time, bool recurs, ZoneTable &zones) {
     Moment moment = momentOf(time, zones);
     const Seconds utc = time.value.toSecsSinceEpoch();
@@ -75,8 +73,7 @@ bool writeTimes(Component &component, const Appointment &was, const Appointment 
                     zones);
     if (!is.end.value.isValid() || (!startDiffers && sameTime(was.end, is.end)))
         return startDiffers;
-    // A length that is written as such moves along with the start; an end that now lies before the start does
-    // not show in what is read.
+    // A DURATION moves with the start. An end before the start is not seen in what is read.
     const auto written = readMoment(component.line("DTEND"), zones);
     const auto now = readTimes(component, zones);
     const CalendarTime implied = written ? written->calendarTime()
@@ -122,13 +119,13 @@ ContentLine newAttendeeLine(const Attendee &attendee, const QByteArray &lineEnd)
     return line;
 }
 
-// The lines for the new list: who was there keeps his line, with the parameters that only others know.
+// The lines for the new list. Attendees who were there keep their line with its unknown parameters.
 QList<ContentLine> attendeeLines(const Component &component, const QList<Attendee> &attendees) {
     struct Known {
         const ContentLine *line;
         Attendee attendee;
     };
-    QMultiHash<QString, Known> known; // by address; insertion in reverse makes the first line the first taken
+    QMultiHash<QString, Known> known; // by address; of equal keys the last inserted is found first
     std::vector<const ContentLine *> lines = component.lines("ATTENDEE");
     for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
         const Attendee attendee = readAttendee(**line);
@@ -218,7 +215,7 @@ void writeRule(Component &component, const QString &rule) {
         component.lineOrNew("RRULE").setValue(rule.toUtf8());
         return;
     }
-    // What does not repeat any more must not come back on single days either.
+    // An appointment that no longer repeats must not take place on single days either.
     for (const char *name : {"RRULE", "RDATE", "EXRULE", "EXDATE"})
         component.removeLines(name);
 }

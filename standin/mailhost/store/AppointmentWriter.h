@@ -5,12 +5,12 @@
 
 namespace mailhost {
 
-// Writes what differs from what the component says now; all else keeps its text. `zones` belongs to the
-// VCALENDAR around the component and gives it the VTIMEZONEs that the new times name. False when nothing
+// Writes the values that differ from the component's; all other lines keep their text. `zones` belongs to the
+// VCALENDAR around the component and adds the VTIMEZONEs that new times need. Returns false if nothing
 // differed. Does not touch UID, RECURRENCE-ID, DTSTAMP and LAST-MODIFIED.
 bool writeAppointment(Component &component, const Appointment &appointment, ZoneTable &zones);
 
-// Sets LAST-MODIFIED and DTSTAMP, which are the same thing in a calendar that is not a message, to now.
+// Sets LAST-MODIFIED and DTSTAMP to the present time. In a stored calendar they mean the same.
 void touch(Component &component);
 
 // The plain twin of a body, as DESCRIPTION has it.

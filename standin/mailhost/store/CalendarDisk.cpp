@@ -76,7 +76,8 @@ std::optional<QByteArray> readCalendarText(const QString &path, QString *error) 
         *error = u"“%1” cannot be read: %2."_s.arg(shownName(path), file.errorString());
         return std::nullopt;
     }
-    // Room for a little more: the file may be growing. Not for the largest: the memory is taken beforehand.
+    // One octet more shows that the file grows meanwhile. Not always the maximum: read() allocates it at
+    // once.
     QByteArray text = file.read(std::min(file.size(), largestFile) + 1);
     if (file.error() != QFileDevice::NoError) {
         *error = u"“%1” cannot be read: %2."_s.arg(shownName(path), file.errorString());

@@ -27,7 +27,7 @@ Document emptyDocument() {
     return document;
 }
 
-// One that the file gives no identifier has a made one.
+// A component without identifier has a generated one.
 bool belongsTo(const Component &component, const QString &uid) {
     return component.name == "VEVENT" && (uidOf(component).isEmpty() || uidOf(component) == uid);
 }
@@ -153,7 +153,7 @@ QString CalendarFile::add(const Appointment &appointment) {
     auto component =
         isException ? m_days->newException(*series, named.recurrenceId) : Component::make("VEVENT", lineEnd);
     if (series && series->uidIsMade)
-        changed(*series); // the two belong together by an identifier that the file must have
+        changed(*series); // the file must have the identifier that connects the two
     writeText(component->lineOrNew("UID"), named.uid);
     const QByteArray now = clockText(QDateTime::currentSecsSinceEpoch(), CalendarTime::Kind::Utc);
     component->lineOrNew("DTSTAMP").setValue(now);
@@ -205,7 +205,7 @@ bool CalendarFile::remove(const QString &uid, const QString &recurrenceId) {
     if (!entry)
         entry = m_days->exceptionOn(*series, recurrenceId);
     auto handedOn = entry ? m_days->handedOn(*series, *entry) : nullptr;
-    // The day is excluded even when its exception goes: else it would come back as the series has it.
+    // The day is excluded even if its exception is removed: else the series would take place on it.
     const bool excluded = m_days->exclude(*series, entry ? m_days->idOf(*series, *entry) : recurrenceId);
     if (excluded)
         changed(*series);
@@ -233,8 +233,8 @@ bool CalendarFile::restore(const QString &uid, const QByteArray &text) {
                                   [&](const auto &component) { return belongsTo(*component, uid); });
     if (!ofIt || (components.empty() && !text.isEmpty()))
         return false;
-    // What is there stays where it is. What was removed goes back to where it was among that: in the file's
-    // order, as it was taken out in the other one.
+    // Present components stay in their place. Removed ones return to theirs in the file's order, because they
+    // were removed in the reverse order.
     QList<CalendarEntry *> present = m_index->entriesOf(uid);
     std::vector<std::unique_ptr<Component>> missing;
     for (auto &component : components) {

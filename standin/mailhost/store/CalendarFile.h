@@ -18,9 +18,9 @@ class WeekListing;
 
 class CalendarFile {
 public:
-    // Reads the file. On failure answers nullptr and says in `error` what is wrong and what to do, for the
-    // user to read. A file that does not exist is an error; a new calendar is made with create(). Dates in
-    // zones that neither the file nor the system knows are taken as local time, with an entry in warnings().
+    // Reads the file. On failure returns nullptr, and `error` tells the user what is wrong and what to do. A
+    // file that does not exist is an error; a new calendar is made with create(). Dates in zones that neither
+    // the file nor the system knows are taken as local time, with an entry in warnings().
     static std::unique_ptr<CalendarFile> open(const QString &path, QString *error);
     // An empty calendar that will be written to that path by the first save, unless there is a file by then.
     static std::unique_ptr<CalendarFile> create(const QString &path);
@@ -35,17 +35,17 @@ public:
     [[nodiscard]] std::optional<Appointment> find(const QString &uid,
                                                   const QString &recurrenceId = QString()) const;
     [[nodiscard]] bool contains(const QString &uid, const QString &recurrenceId) const;
-    // What happens from `from` up to, not including, `to`, sorted by start; series are expanded (RRULE,
-    // RDATE, EXDATE, and RECURRENCE-ID exceptions in place of the occurrence they change, none in place of a
-    // cancelled one; the days behind an exception with RANGE=THISANDFUTURE follow it). The first
-    // listing reads all appointments; later ones what has changed.
+    // The appointments in [from, to), sorted by start. Series are expanded (RRULE, RDATE, EXDATE); an
+    // exception (RECURRENCE-ID) replaces the occurrence that it changes, a cancelled one removes it, and the
+    // days after one with RANGE=THISANDFUTURE follow it. The first list reads all appointments, later ones
+    // only what has changed.
     [[nodiscard]] QList<Occurrence> occurrences(const QDateTime &from, const QDateTime &to) const;
 
     static QString newUid();
-    // Fills an empty uid with a new one and answers the uid. With a recurrenceId (an instanceId) it becomes
-    // an exception of that series, and begins as a copy of the series' component, with all that this program
-    // does not know, but for what says when the series takes place. A null text, and nothing is added, when
-    // there is such an appointment, or an exception for that day, already.
+    // Fills an empty uid with a new one and returns the uid. With a recurrenceId (an instanceId) the
+    // appointment becomes an exception of that series: it begins as a copy of the series' component, with all
+    // that this program does not know, but without its recurrence. Returns a null text, and adds nothing, if
+    // the appointment, or an exception for that day, exists already.
     QString add(const Appointment &appointment);
     // Whether days of the series were changed, deleted or added. They are named by its start, so it stays.
     [[nodiscard]] bool keepsStart(const QString &uid) const;
@@ -60,24 +60,23 @@ public:
     bool update(const Appointment &appointment);
     // A series goes with its exceptions. With a recurrenceId (or the instanceId of a day that has no
     // exception) that day is taken out of its series: it becomes an EXDATE. Days that followed it
-    // (RANGE=THISANDFUTURE) do so further. Returns false if the appointment does not exist.
+    // (RANGE=THISANDFUTURE) still follow it. Returns false if the appointment does not exist.
     bool remove(const QString &uid, const QString &recurrenceId = QString());
 
-    // All components of that appointment (a series with its exceptions) as text, to be put back by restore().
-    // Empty when there is none.
+    // All components of the appointment (a series with its exceptions) as text for restore(). Empty if the
+    // appointment does not exist.
     [[nodiscard]] QByteArray componentsOf(const QString &uid) const;
-    // Puts them back, to the letter, in place of what the appointment is now, or where it was when it was
-    // removed; else at the end of the first VCALENDAR. With an empty text it is removed. False, and nothing
-    // is changed, when the text is no such components.
+    // Writes the components back to the letter: in place of the present ones, or where they were removed, or
+    // else at the end of the first VCALENDAR. An empty text removes the appointment. Returns false, and
+    // changes nothing, if the text does not consist of components of that appointment.
     bool restore(const QString &uid, const QByteArray &components);
 
-    // Writes atomically (a temporary file beside it, then moved over it; the permissions are kept). False
-    // with a sentence for the user when it cannot be written, or when another program has changed the file
-    // since it was read or saved (then nothing is overwritten).
+    // Writes atomically (a temporary file beside it, then moved over it; the permissions are kept). Returns
+    // false, with a sentence for the user, if the file cannot be written, or if another program has changed
+    // it since it was read or saved (then it is not overwritten).
     bool save(QString *error);
 
-    // The appointment alone as an iTIP message body: METHOD:REQUEST (or CANCEL), with the zones it names (RFC
-    // 5546), without alarms and the private field. CRLF. Empty when there is no such one, or when it has no
+    // The appointment as an iTIP message (ItipMessage.h). Empty if the appointment does not exist, or has no
     // UID in the file yet.
     [[nodiscard]] QByteArray itipMessage(const QString &uid, const QString &recurrenceId, bool cancel) const;
 

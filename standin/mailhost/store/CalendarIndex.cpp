@@ -145,7 +145,7 @@ void CalendarIndex::remove(CalendarEntry &entry) {
 }
 
 void CalendarIndex::removeAll(const QString &uid) {
-    // The last first: each then remembers the place that it had among all of them.
+    // In reverse: each then remembers the place that it had among all of them.
     const QList<CalendarEntry *> all = entriesOf(uid);
     for (const CalendarEntry *held : all)
         m_formerPlaces.remove({uid, held->recurrenceId});

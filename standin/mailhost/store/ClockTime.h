@@ -23,13 +23,12 @@ inline constexpr qint64 epochDay = 2440588; // Julian day of 1970-01-01
     return (date.toJulianDay() - epochDay) * daySeconds;
 }
 
-// What the text alone says: Date, Utc, or Floating for a clock time whose zone is told elsewhere.
+// What the text alone says: Date, Utc, or Floating for a clock time. A parameter may name its zone.
 struct ClockTime {
     CalendarTime::Kind kind = CalendarTime::Kind::Floating;
     Seconds clock = 0;
 };
-// "19970714", "19970714T133000", "19970714T133000Z". None for anything else, and outside of the years 1 to
-// 9999.
+// Reads "19970714", "19970714T133000" or "19970714T133000Z" of the years 1 to 9999.
 [[nodiscard]] std::optional<ClockTime> parseClock(const QByteArray &text);
 [[nodiscard]] QByteArray clockText(Seconds clock, CalendarTime::Kind kind);
 

@@ -4,8 +4,7 @@ namespace mailhost {
 
 namespace {
 
-// Real files have three levels (calendar, appointment, alarm). Without a limit a hostile one exhausts the
-// stack.
+// Real files have three levels (calendar, appointment, alarm). A hostile one could exhaust the stack.
 constexpr size_t deepestNesting = 64;
 
 // Cuts the text into content lines with their folds and line ends.
@@ -197,7 +196,7 @@ ParseResult parseDocument(const QByteArray &text, Document *document) {
 std::vector<std::unique_ptr<Component>> parseComponents(const QByteArray &text) {
     std::vector<std::unique_ptr<Component>> found;
     Document document;
-    const QByteArray lineEnd = text.contains('\n') ? "\r\n" : "\r"; // must not hide the ends of its lines
+    const QByteArray lineEnd = text.contains('\n') ? "\r\n" : "\r"; // the same kind as in the text
     const QByteArray whole = "BEGIN:VCALENDAR" + lineEnd + text + "END:VCALENDAR" + lineEnd;
     const bool good = parseDocument(whole, &document).failure == ParseFailure::None;
     if (!good || document.calendars().size() != 1)

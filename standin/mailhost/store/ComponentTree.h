@@ -1,4 +1,5 @@
-// An iCalendar file as a tree of components over its own text: what is not changed is written as it was read.
+// An iCalendar file as a tree of components that keep their text: unchanged lines are written as they were
+// read.
 #pragma once
 
 #include "standin/mailhost/store/ContentLine.h"
@@ -30,10 +31,9 @@ struct Component {
     [[nodiscard]] std::vector<Component *> components() const;
     [[nodiscard]] QByteArray lineEnd() const { return begin.lineEnd(); }
 
-    // The first line of that name, made with an empty value behind the other lines when there is none.
+    // The first line of that name; if there is none, a new one with an empty value.
     ContentLine &lineOrNew(const QByteArray &name);
-    // Puts the line behind the other lines and before the inner components, where the grammar wants
-    // properties.
+    // Inserts the line after the other lines and before the inner components, where the grammar expects it.
     ContentLine &append(ContentLine line);
     void removeLines(const QByteArray &name);
     void appendText(QByteArray &out) const;
@@ -62,8 +62,7 @@ struct ParseResult {
 // Linear in the text. `document` is complete only without a failure.
 [[nodiscard]] ParseResult parseDocument(const QByteArray &text, Document *document);
 
-// The components that a text consists of, for example one VEVENT after another; none when it is anything
-// else.
+// The components of a text, for example one VEVENT after another; none if the text holds anything else.
 [[nodiscard]] std::vector<std::unique_ptr<Component>> parseComponents(const QByteArray &text);
 
 } // namespace mailhost

@@ -11,12 +11,12 @@ namespace mailhost {
 namespace {
 
 const QByteArray property = QByteArrayLiteral("CONFERENCE");
-const QByteArray ownMark = QByteArrayLiteral("X-PARLO-LINK"); // tells our line from those of others
+const QByteArray ownMark = QByteArrayLiteral("X-PARLO-LINK"); // distinguishes our line from others
 const QString fromLocation = u"LOCATION"_s;
 const QString scheme = u"https://"_s;
-constexpr qsizetype longestLink = 2000; // characters; longer ones are no links that anyone would open
+constexpr qsizetype longestLink = 2000; // characters
 
-// Punctuation that ends a sentence or a list is not the link's; nor is a bracket that was opened before it.
+// Punctuation after a link ends the sentence; a bracket belongs to the link only if it was opened in it.
 QString withoutTrailingMarks(QString link) {
     while (!link.isEmpty() && u".,;:!?)]}>\"'"_s.contains(link.back())) {
         if (link.endsWith(u')') && link.count(u'(') >= link.count(u')'))
@@ -58,8 +58,7 @@ void removeOwnLine(Component &component) {
     });
 }
 
-// The value is a URI and not a text: what a URI may not hold is percent-encoded, so that it cannot end the
-// line either.
+// Characters that a URI may not hold are percent-encoded, so they cannot end the line.
 QByteArray uriOf(const QString &link) {
     return QUrl(link, QUrl::TolerantMode).toEncoded();
 }

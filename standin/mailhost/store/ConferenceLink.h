@@ -6,13 +6,13 @@
 
 namespace mailhost {
 
-// The link with which one joins: the "joinUrl" of the private record when the location holds it, else the
-// first https address in the location. Empty when there is none, or only one of more than 2000 characters.
+// The link to join the meeting: the "joinUrl" of the private record if the location holds it, else the first
+// https address in the location. Empty if there is none of at most 2000 characters.
 [[nodiscard]] QString joinLink(const QString &location, const QString &record);
 
-// Makes the component's own CONFERENCE line say the link; an empty one takes the line away. Only the link of
-// a line that is there is changed: a label that somebody gave it stays. Lines that another program wrote are
-// never touched, and when one of them has the link already no second one is written.
+// Writes the link into this program's CONFERENCE line; an empty link removes the line. Of an existing line
+// only the link changes: a label that a user gave it stays. Lines of other programs are never touched; if one
+// of them has the link already, no second one is written.
 void writeConferenceLink(Component &component, const QString &link);
 
 } // namespace mailhost

@@ -17,8 +17,8 @@ qsizetype contentLength(const QByteArray &source) {
     return length;
 }
 
-// The end of the name and parameters: the first colon outside quotes. A quote that is never closed counts as
-// a plain character, as some programs write names with a single quotation mark in them.
+// The end of the name and parameters: the first colon outside quotes. An unclosed quote is a plain character,
+// because some programs write names with a single quotation mark.
 qsizetype headEnd(const QByteArray &line) {
     bool quoted = false;
     for (qsizetype i = 0; i < line.size(); ++i) {
@@ -53,7 +53,7 @@ QByteArray folded(const QByteArray &line, const QByteArray &lineEnd) {
     qsizetype room = longestPhysicalLine;
     while (line.size() - begin > room) {
         qsizetype end = begin + room;
-        // Never inside a character. What is not UTF-8 may be all continuation octets: then anywhere.
+        // Never inside a character. Text that is not UTF-8 may have only continuation octets: then anywhere.
         while (end > begin + room - 4 && (uchar(line[end]) & 0xC0) == 0x80)
             --end;
         out.append(line.constData() + begin, end - begin).append(lineEnd).append(' ');
@@ -99,7 +99,7 @@ QByteArray encodedParameter(const QByteArray &name, const QString &value) {
 } // namespace
 
 QString decodeOctets(const QByteArray &octets) {
-    // A byte order mark is a character like any other here: only a file begins with one.
+    // A byte order mark is a plain character here: only a file begins with one.
     QStringDecoder decoder(QStringDecoder::Utf8,
                            QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
     const QString text = decoder(octets);

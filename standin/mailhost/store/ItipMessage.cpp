@@ -31,7 +31,7 @@ void appendRefolded(const Component &component, QByteArray &out) {
     out += component.end.refolded(crlf).source();
 }
 
-// The component for its receivers: without the owner's alarms and without the private field, stamped now.
+// The component for the attendees: without alarms and private field, with a new DTSTAMP.
 void appendForReceivers(const Component &component, bool cancel, QByteArray &out) {
     out += "BEGIN:VEVENT" + crlf;
     for (const ComponentItem &item : component.items) {
@@ -70,7 +70,7 @@ QByteArray itipMessage(const Component &component, ZoneTable &zones, bool cancel
     }
     appendForReceivers(component, cancel, out);
     out += "END:VCALENDAR" + crlf;
-    out.replace('\0', ""); // mail may carry none
+    out.replace('\0', ""); // not allowed in mail
     return out;
 }
 

@@ -37,8 +37,7 @@ QList<QByteArray> encodedWords(const QString &text) {
     return words;
 }
 
-// A plain text that looks like an encoded word would be read as one; words longer than a line cannot be
-// folded.
+// A plain text that looks like an encoded word would be decoded; words longer than a line cannot be folded.
 bool mustEncode(const QString &text) {
     if (!isAscii(text) || text.contains(u"=?"_s))
         return true;

@@ -13,15 +13,15 @@ struct MailAddress {
     QString email;
 };
 
-// Each answers whole header lines, folded, with their line end. Line breaks and other control characters in
-// what is given never get into them.
+// Each returns whole header lines, folded, with their line end. Control characters in the arguments never get
+// into them.
 [[nodiscard]] QByteArray textHeader(const QByteArray &name, const QString &text);
 [[nodiscard]] QByteArray addressHeader(const QByteArray &name, const QList<MailAddress> &addresses);
 [[nodiscard]] QByteArray dateHeader(const QDateTime &time);
-// A new one every time; in the domain of the sender.
+// A new identifier in the domain of the sender.
 [[nodiscard]] QByteArray messageIdHeader(const QString &senderEmail);
 
-// A body of that transfer encoding.
+// A body in the transfer encoding base64.
 [[nodiscard]] QByteArray base64Lines(const QString &text);
 
 } // namespace mailhost

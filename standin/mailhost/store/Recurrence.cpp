@@ -51,8 +51,7 @@ std::optional<Series::Rule> Series::parseRule(const QByteArray &value) {
                 return std::nullopt;
             continue;
         }
-        // Rules of other calendars than the Gregorian are not for us; libical would also leak the calendar's
-        // name.
+        // Only the Gregorian calendar is supported; libical would also leak the name of another one.
         if (name == "RSCALE" || name == "SKIP") {
             if (argument != "GREGORIAN" && argument != "OMIT")
                 return std::nullopt;
@@ -214,7 +213,7 @@ Series::Instance Series::instance(const Moment &start, const Moment &end) {
     return {start, end, start.utc(), end.utc()};
 }
 
-// Most series of an old calendar are over: they need not be looked at again.
+// Most series of an old calendar are over and need not be expanded again.
 Seconds Series::lastEnd() const {
     constexpr Seconds never = std::numeric_limits<Seconds>::max();
     if (m_lastEnd)

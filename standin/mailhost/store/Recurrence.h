@@ -7,7 +7,7 @@
 
 namespace mailhost {
 
-// Points in time as EXDATE and RECURRENCE-ID name them: an instant, or a whole day in place of one.
+// Points in time as EXDATE and RECURRENCE-ID name them: instants, or whole days.
 class MomentSet {
 public:
     void add(const Moment &moment);
@@ -28,13 +28,13 @@ public:
         Seconds endUtc = 0;
     };
 
-    // Null for an appointment that does not recur. What is wrong with its rules is added to `warnings`; of a
-    // rule that cannot be used only the first day is given.
+    // Null for an appointment that does not recur. Adds faults of its rules to `warnings`; a rule that cannot
+    // be used gives only the first day.
     static std::unique_ptr<Series> read(const Component &component, const TimesOfComponent &times,
                                         ZoneTable &zones, QStringList *warnings);
 
-    // What overlaps [from, to), in no certain order, at most a few thousand: RRULE and RDATE without EXRULE
-    // and EXDATE.
+    // The instances that overlap [from, to), in no certain order, at most a few thousand: RRULE and RDATE
+    // without EXRULE and EXDATE.
     [[nodiscard]] std::vector<Instance> between(Seconds fromUtc, Seconds toUtc) const;
 
 private:

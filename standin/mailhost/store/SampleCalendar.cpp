@@ -6,7 +6,7 @@
 #include <QFile>
 #include <QRegularExpression>
 
-static void initializeResource() { // not possible inside of a namespace
+static void initializeResource() { // the macro does not work inside a namespace
     Q_INIT_RESOURCE(sample);
 }
 

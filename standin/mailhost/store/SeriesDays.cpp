@@ -86,7 +86,7 @@ std::unique_ptr<Component> SeriesDays::newException(const CalendarEntry &series,
             pattern = change.exception->component;
     }
     auto component = pattern->copy();
-    // What says when the series takes place does not belong to the day.
+    // The recurrence of the series does not belong to the day.
     for (const char *name : {"RRULE", "RDATE", "EXRULE", "EXDATE", "RECURRENCE-ID", "CREATED"})
         component->removeLines(name);
     return component;

@@ -11,7 +11,7 @@ QByteArray weekdayOf(const QDate &date) {
     return names[date.dayOfWeek() - 1];
 }
 
-// Of its weekday in the month. Most months have no fifth: whoever chooses it means the last.
+// The ordinal of its weekday in the month. Most months have no fifth one, so it counts as the last.
 QByteArray ordinalOf(const QDate &date) {
     const int ordinal = (date.day() - 1) / 7 + 1;
     return ordinal > 4 ? "-1" : QByteArray::number(ordinal);

@@ -40,7 +40,7 @@ QString withCarriageReturns(const QString &text, const QString &positions) {
     return out.append(QStringView(text).mid(taken));
 }
 
-// Without what the format forbids; carriage returns stay.
+// Removes the characters that the format forbids, except carriage returns.
 QString permitted(const QString &text) {
     QString out;
     out.reserve(text.size());

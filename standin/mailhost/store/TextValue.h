@@ -5,15 +5,15 @@
 
 namespace mailhost {
 
-// "\n", "\,", "\;" and "\\" decoded; any other backslash stays.
+// Decodes "\n", "\,", "\;" and "\\"; any other backslash stays.
 [[nodiscard]] QString unescapeText(const QString &text);
-// Control characters other than tab and line feed, which the format forbids, are left out.
+// Leaves out the control characters that the format forbids (all but tab and line feed).
 [[nodiscard]] QByteArray escapeText(const QString &text);
 
 // The text of a line. Never null.
 [[nodiscard]] QString readText(const ContentLine &line);
-// readText() then answers the same text, but for forbidden control characters. The format has one line break
-// only; where carriage returns stood is kept in the parameter X-PARLO-CR ("LF": before every line feed; else
+// readText() then returns the same text without forbidden control characters. The format has only one kind of
+// line break; the parameter X-PARLO-CR keeps the carriage returns ("LF": one before every line feed; else
 // their positions).
 void writeText(ContentLine &line, const QString &text);
 
@@ -22,11 +22,11 @@ void writeText(ContentLine &line, const QString &text);
     return a.isNull() == b.isNull() && a == b;
 }
 
-// A private record that must come back to the letter: base64 of its UTF-8 with ENCODING=BASE64;VALUE=BINARY
-// (of its UTF-16LE, with X-PARLO-CHARSET, for what is not valid Unicode). As text it would lose line ends and
-// blanks in the hands of programs that rewrite the file.
+// A private record that must be kept to the letter: base64 of its UTF-8 with ENCODING=BASE64;VALUE=BINARY (of
+// its UTF-16LE, with X-PARLO-CHARSET, if it is not valid Unicode). Programs that rewrite the file would
+// change the line ends and blanks of a text.
 void writeRecord(ContentLine &line, const QString &record);
-// Also reads a plain text: as it stands when that is a JSON object, else unescaped. Never null.
+// Also reads a plain text: unchanged if it is a JSON object, else unescaped. Never null.
 [[nodiscard]] QString readRecord(const ContentLine &line);
 
 } // namespace mailhost

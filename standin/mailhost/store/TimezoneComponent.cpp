@@ -15,7 +15,7 @@ constexpr int shortestRule = 3; // years in a row that make a rule
 constexpr int daysOfWeek = 7;
 const char *const weekdays[daysOfWeek] = {"MO", "TU", "WE", "TH", "FR", "SA", "SU"};
 
-// A change of the clock: what kind it is, and the clock time before it at which it comes.
+// A kind of change of the clock.
 struct ChangeKind {
     int from = 0; // seconds east of UTC
     int to = 0;
@@ -25,7 +25,7 @@ struct ChangeKind {
         return std::tie(a.from, a.to, a.daylight, a.name) < std::tie(b.from, b.to, b.daylight, b.name);
     }
 };
-using Onsets = QList<QDateTime>; // clock times, told in UTC, rising
+using Onsets = QList<QDateTime>; // clock times as UTC values, ascending
 
 QByteArray offsetText(int offset) {
     const int minutes = qAbs(offset) / 60;
@@ -62,7 +62,7 @@ bool isNthWeekday(const QDate &date, int nth) {
     return nth > 0 ? (date.day() - 1) / daysOfWeek + 1 == nth : date.day() + daysOfWeek > date.daysInMonth();
 }
 
-// How many of the last onsets come in successive years up to the last one and follow the same rule.
+// The number of onsets at the end of the list that follow one rule in successive years.
 qsizetype lengthOfRule(const Onsets &onsets, int nth) {
     const QDateTime &last = onsets.last();
     qsizetype length = 0;

@@ -97,7 +97,7 @@ void WeekListing::addFollowing(const CalendarEntry &series, const FollowedChange
     const EntrySummary &followed = m_summaries.of(*change.exception);
     const DayChanges &changes = m_summaries.changesOf(series);
     const Seconds length = followed.endUtc - followed.startUtc;
-    // The series may tell its days in another zone than the exception, and they may be shorter.
+    // The days of the series may be in another zone than the exception, and shorter.
     const Seconds first = std::max(change.fromUtc, period.from - change.shift - length - 2 * daySeconds);
     const Seconds last = std::min(change.untilUtc, period.to - change.shift + 2 * daySeconds);
     if (followed.cancelled || first >= last)

@@ -11,8 +11,7 @@ namespace mailhost {
 
 namespace {
 
-// libical lists a zone's changes one by one up to the year that is asked for: keep hostile dates from making
-// it long.
+// libical expands a zone's changes up to the year that is asked for: a hostile date must not make that long.
 constexpr Seconds earliestChange = -11644473600; // 1601
 constexpr Seconds latestChange = 7258118400;     // 2200
 constexpr int mostObservances = 400;
@@ -41,8 +40,8 @@ private:
     IcalTimezone m_zone;
 };
 
-// One STANDARD or DAYLIGHT, reduced to what libical may see: nothing that could make it run long or fail.
-// Empty when it is not usable.
+// One STANDARD or DAYLIGHT, reduced to lines that cannot make libical fail or run long. Empty if it is not
+// usable.
 QByteArray cleanObservance(const Component &observance) {
     static const QRegularExpression offset(u"^[+-]\\d{4}(\\d{2})?$"_s);
     static const QRegularExpression yearly(
@@ -94,7 +93,7 @@ std::shared_ptr<const Zone> readTimezone(const Component &component, const QStri
     IcalTimezone zone(icaltimezone_new());
     if (!parsed || !icaltimezone_set_component(zone.get(), parsed.get()))
         return nullptr;
-    (void)parsed.release(); // the zone's now
+    (void)parsed.release(); // owned by the zone
     QTimeZone systemZone = systemZoneForTzid(tzid);
     const ContentLine *location = component.line("X-LIC-LOCATION");
     if (!systemZone.isValid() && location)

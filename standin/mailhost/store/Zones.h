@@ -16,24 +16,25 @@ public:
     virtual ~Zone() = default;
     // Seconds east of UTC at that instant.
     [[nodiscard]] virtual int offsetAt(Seconds utc) const = 0;
-    // The instant at which the clock shows that time: the first of two; one that the clock skips is read as
-    // if the clock had not been changed yet.
+    // The instant at which the clock shows that time, the first of two. A time that the clock skips is read
+    // as if the clock had not been changed yet.
     [[nodiscard]] Seconds toUtc(Seconds clock) const;
     [[nodiscard]] Seconds toClock(Seconds utc) const { return utc + offsetAt(utc); }
-    // The instant in the system's zone of that meaning; where the file's rules differ from the system's, in a
-    // zone of fixed offset, so that the clock time is always the file's.
+    // The instant in the corresponding zone of the system. Where the file's rules differ from the system's,
+    // the zone has a fixed offset, so that the clock time is always the file's.
     [[nodiscard]] QDateTime dateTime(Seconds utc) const;
 
 protected:
-    QTimeZone m_systemZone; // invalid: the system has none of that meaning
+    QTimeZone m_systemZone; // invalid: the system has no corresponding zone
 };
 
-// Zones that live as long as the process, save the local one, which follows the system's.
+// The local zone follows the system's.
 [[nodiscard]] std::shared_ptr<const Zone> utcZone();
 [[nodiscard]] std::shared_ptr<const Zone> localZone();
 
-// The system's zone that a TZID means: its own name, a Windows name, or either behind a prefix such as
-// "/freeassociation.sourceforge.net/". Invalid when it means none.
+// The system's zone for a TZID, which is the zone's own name, a Windows name, or either after a prefix such
+// as
+// "/freeassociation.sourceforge.net/". Invalid if the system does not know it.
 [[nodiscard]] QTimeZone systemZoneForTzid(const QString &tzid);
 
 // A VTIMEZONE under that TZID with the system's rules since 1970. Null when the system has no such zone.
@@ -45,10 +46,10 @@ protected:
 class ZoneTable {
 public:
     explicit ZoneTable(Component &calendar);
-    // Never null: the VTIMEZONE of the file, else the system's zone, else local time (and the name is noted).
+    // Never null: the VTIMEZONE of the file, else the system's zone, else local time (see unknownNames()).
     [[nodiscard]] std::shared_ptr<const Zone> zone(const QString &tzid);
     [[nodiscard]] const QSet<QString> &unknownNames() const { return m_unknown; }
-    // Adds a VTIMEZONE to the calendar when it has none of that name and the system knows the zone.
+    // Adds a VTIMEZONE to the calendar if it has none of that name and the system knows the zone.
     void ensureComponent(const QString &tzid);
     // The VTIMEZONE of the calendar, null when it has none.
     [[nodiscard]] const Component *component(const QString &tzid) const { return m_components.value(tzid); }
