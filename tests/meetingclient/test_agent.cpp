@@ -37,20 +37,18 @@ protected:
 
 } // namespace
 
-TEST_F(AgentTest, TellsTheInstalledClientsVersion) {
+TEST_F(AgentTest, TellsTheInstalledClientsVersionAndAnswersNothingElse) {
+    for (const char *action : {"1", "2"})
+        ask(action);
+    EXPECT_EQ(desktop.bus->posted().size(), 2) << "without a client only the requests";
     givenAnInstalledClient();
-    ask("1");
+    for (const char *action : {"0", "3", "abc", "", "1"})
+        ask(action);
+    EXPECT_TRUE(desktop.workspace->started.isEmpty());
     const auto &posted = desktop.bus->posted();
-    ASSERT_EQ(posted.size(), 2);
+    ASSERT_EQ(posted.size(), 8);
     EXPECT_EQ(posted.last().name, names::answersOfAgent);
     EXPECT_EQ(posted.last().userInfo, (platform::TextMap{{"actionId", "1"}, {"content", "3.6.40500"}}));
-}
-
-TEST_F(AgentTest, WithoutAClientItAnswersNothingAndStartsNothing) {
-    ask("1");
-    ask("2");
-    EXPECT_EQ(desktop.bus->posted().size(), 2) << "the two requests alone";
-    EXPECT_TRUE(desktop.workspace->started.isEmpty());
 }
 
 TEST_F(AgentTest, StartsTheClientOrBringsARunningOneToTheFront) {
@@ -84,12 +82,4 @@ TEST_F(AgentTest, FindsTheClientWhereThePlugInFindsIt) {
     expectFound("3"); // nothing is there
     givenAClient("chosen", "/opt/Chosen.app", "/bin/4", "4");
     expectFound("4");
-}
-
-TEST_F(AgentTest, OtherRequestsAreIgnored) {
-    givenAnInstalledClient();
-    for (const char *action : {"0", "3", "abc", ""})
-        ask(action);
-    EXPECT_EQ(desktop.bus->posted().size(), 4);
-    EXPECT_TRUE(desktop.workspace->started.isEmpty());
 }

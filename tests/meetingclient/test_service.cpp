@@ -127,19 +127,17 @@ TEST_F(ServiceTest, AccountsTravelAsTheBinaryMessage) {
     EXPECT_FALSE(account.toll_free_numbers(0).has_country());
 }
 
-TEST_F(ServiceTest, AStartRequestHasNoAnswerAndSaysWhetherWithVideo) {
-    EXPECT_FALSE(service.handle(2, u"{\"launchtype\": \"groupShare\"}"_s));
-    ASSERT_TRUE(service.startedMeeting());
-    EXPECT_FALSE(service.startedMeeting()->withVideo);
-    EXPECT_FALSE(service.handle(2, u"{\"launchtype\": \"groupVideo\"}"_s));
-    EXPECT_TRUE(service.startedMeeting()->withVideo);
-}
-
-TEST_F(ServiceTest, WhatIsNotARequestIsNotAnswered) {
+TEST_F(ServiceTest, OnlyRequestsThatWantAnAnswerGetOne) {
+    for (const bool video : {false, true}) {
+        EXPECT_FALSE(service.handle(2, video ? u"{\"launchtype\": \"groupVideo\"}"_s
+                                             : u"{\"launchtype\": \"groupShare\"}"_s));
+        ASSERT_TRUE(service.startedMeeting());
+        EXPECT_EQ(service.startedMeeting()->withVideo, video);
+    }
     for (quint32 action : {0U, 1U, 4U, 5U, 4294967295U})
         EXPECT_FALSE(service.handle(action, u"x"_s)) << action;
     for (const QString &content : {QString(), u"3"_s, u"5;x"_s, u";;;"_s})
         EXPECT_FALSE(service.handle(3, content)) << qPrintable(content);
-    EXPECT_EQ(answerTo(3, u"1;;;;;;;;;;;;;not json"_s), u"0;Error 5003"_s);
-    EXPECT_EQ(answerTo(3, u"1;;"_s), u"0;Error 5003"_s);
+    for (const QString &content : {u"1;;;;;;;;;;;;;not json"_s, u"1;;"_s})
+        EXPECT_EQ(answerTo(3, content), u"0;Error 5003"_s);
 }
