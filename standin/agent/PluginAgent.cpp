@@ -18,7 +18,7 @@ const QString startUrl = u"velamtg://meetings.parlo.example/start"_s;
 
 enum class Request { ClientVersion = 1, LaunchClient = 2 };
 
-// Where the plug-in looks for it, so that what the plug-in finds can also be started; "" when it is nowhere.
+// The client's bundle, searched in the places where the plug-in searches it; "" if there is none.
 QString clientBundle() {
     const platform::Services &services = platform::services();
     const QString chosen = rt::textValue(services.userDefaults->valueInDomain(names::client, installPathKey));

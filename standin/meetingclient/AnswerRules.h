@@ -1,4 +1,5 @@
-// What the client is told to do with its answers, so that a plug-in's behaviour in a bad world can be seen.
+// Rules that delay, drop or damage the client's answers, so that a plug-in's behaviour under faults can be
+// seen.
 #pragma once
 
 #include "standin/meetingclient/MeetingService.h"
@@ -26,17 +27,16 @@ struct PlannedAnswer {
 //   quit    <operation>                  the client ends itself instead of answering
 //   clear                                forgets all rules
 //
-// <operation>: schedule, update, delete, get, profile, accounts, any. "once" before a rule makes it hold for
-// the next matching request alone. Later rules are applied after earlier ones.
+// <operation>: schedule, update, delete, get, profile, accounts, any. A rule with "once" before
+// it applies only to the next matching request. Later rules are applied after earlier ones.
 class AnswerRules {
 public:
-    // False, with a sentence in `error`, when the line is not a rule; then nothing changes.
+    // Returns false, with a sentence in `error`, and changes nothing if the line is not a rule.
     bool add(const QString &line, QString *error = nullptr);
     void clear() { m_rules.clear(); }
     [[nodiscard]] QStringList lines() const;
 
-    // What is to be sent for an answer, in order. May be nothing. `quit` is set when the client is to end
-    // itself.
+    // What to send for an answer, in order; may be empty. Sets `quit` if the client must end itself.
     [[nodiscard]] QList<PlannedAnswer> plan(const Answer &answer, bool *quit);
 
 private:

@@ -66,7 +66,7 @@ ClientWindow::ClientWindow(MeetingStore &store, AnswerRules &rules)
     refreshMeetings();
 }
 
-// Whatever is chosen here can also be told to the running program: both go the same way.
+// The menus give the same orders that can be sent to the running client.
 void ClientWindow::makeMenus() {
     QMenu *users = menuBar()->addMenu(tr("&User"));
     auto *oneUser = new QActionGroup(this);

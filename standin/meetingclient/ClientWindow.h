@@ -1,5 +1,4 @@
-// The meeting client's window: who is signed in, the meetings, what goes over the bus, and what is done with
-// answers.
+// The meeting client's window: the user, the meetings, the messages on the bus, and the answer rules.
 #pragma once
 
 #include "standin/meetingclient/AnswerRules.h"

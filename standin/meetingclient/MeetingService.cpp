@@ -21,7 +21,7 @@ const QString errorBadRequest = u"0;Error 5003"_s;
 constexpr int subCommandDigits = 1;
 constexpr int commitHeadSemicolons = 13;
 
-// The JSON object behind "<digit>;;;;;;;;;;;;;"; none when the head or the JSON is not right.
+// The JSON object after "<digit>;;;;;;;;;;;;;"; none if the head or the JSON is wrong.
 std::optional<QJsonObject> commitRequest(const QString &content) {
     const int head = subCommandDigits + commitHeadSemicolons;
     const QString semicolons(commitHeadSemicolons, u';');
@@ -48,8 +48,8 @@ bool truth(const QJsonValue &value) {
     return value.toVariant().toBool();
 }
 
-// The request counts its seconds as if the appointment's clock stood in this computer's zone, and names the
-// zone that it stands in. A zone that is not known here is taken for the computer's.
+// The request gives the appointment's clock time as seconds in this computer's zone, and names the zone of
+// the appointment. An unknown zone counts as the computer's.
 qint64 startInstant(const QJsonObject &appointment) {
     const qint64 seconds = appointment["startTime"].toString().toLongLong();
     const QTimeZone zone(appointment["timezone"].toString().toUtf8());
@@ -162,8 +162,7 @@ void MeetingService::applyRequest(const QJsonObject &request, QJsonObject &meeti
     meeting.insert(u"thirdPartyAudio"_s, external ? setting["thirdPartyAudio"].toString() : QString());
 }
 
-// Gives the meeting the numbers and texts that follow from its settings, keeps it, and answers as the client
-// does.
+// Derives numbers and texts from the meeting's settings, stores it, and returns the client's answer.
 QString MeetingService::committed(const QString &key) const {
     QJsonObject meeting = *m_store.meeting(key);
     const QString room = m_store.profile()["roomMeetingId"].toString();

@@ -22,7 +22,6 @@ enum class Operation {
 struct Answer {
     Operation operation;
     QString content;
-    // Text for the client's own log.
     [[nodiscard]] quint32 actionId() const { return quint32(operation); }
 };
 
@@ -37,9 +36,9 @@ public:
     explicit MeetingService(MeetingStore &store)
         : m_store(store) {}
 
-    // Which operation a request is; none when it is not one that the client knows.
+    // The operation of a request; none if the client does not know it.
     [[nodiscard]] static std::optional<Operation> operationOf(quint32 actionId, const QString &content);
-    // Carries the request out. No answer for a start request and for what is not a request.
+    // Carries out the request. Returns no answer to a start request or an unknown request.
     std::optional<Answer> handle(quint32 actionId, const QString &content);
     // The instant meeting that the last handle() started.
     [[nodiscard]] const std::optional<InstantMeeting> &startedMeeting() const { return m_started; }

@@ -50,7 +50,7 @@ void MeetingStore::load() {
         return;
     if (!file.open(QIODevice::ReadOnly)) {
         m_lastError = u"The meetings file %1 cannot be read. Check its permissions."_s.arg(m_path);
-        m_path.clear(); // what cannot be read is not overwritten either
+        m_path.clear(); // an unreadable file is not overwritten
         return;
     }
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll());

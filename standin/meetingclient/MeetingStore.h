@@ -27,7 +27,7 @@ public:
 
     [[nodiscard]] QJsonObject meetings() const;
     [[nodiscard]] std::optional<QJsonObject> meeting(const QString &key) const;
-    // Keeps the meeting under a new key, which it gets as "meetingKey", and answers it.
+    // Stores the meeting under a new key, which is also its "meetingKey", and returns the key.
     QString addMeeting(QJsonObject meeting);
     void replaceMeeting(const QString &key, const QJsonObject &meeting);
     bool removeMeeting(const QString &key);

@@ -22,7 +22,7 @@ const Person *personCalled(const QString &userId) {
     return found == people().end() ? nullptr : &*found;
 }
 
-// The personal meeting goes by the number of its room.
+// The key of the personal meeting is the number of its room.
 void signIn(MeetingStore &store, const Person &person) {
     QJsonObject profile = store.profile();
     const QString formerRoom = profile.value(u"roomMeetingId"_s).toString();

@@ -1,5 +1,4 @@
-// Who may be signed in, and what the client has for them: the choices of the client's window and of its
-// orders.
+// The users who can sign in, and their sample data: the choices of the client's window and of its orders.
 #pragma once
 
 #include "standin/meetingclient/MeetingStore.h"
@@ -28,8 +27,8 @@ struct Person {
 // The people for whom anyone here may schedule, once they have granted it.
 [[nodiscard]] const QList<Person> &principals();
 
-// Orders to a running client, one line each. False, with a sentence in `error`, when the line is none of
-// them; then nothing changes.
+// Orders to a running client, one line each. obey() returns false, with a sentence in `error`, and changes
+// nothing if the line is not an order.
 //
 //   accounts <choice>              the user has those audio-conference accounts
 //   user <userId>                  somebody else signs in; meetings stay, the personal meeting becomes theirs
