@@ -1,4 +1,4 @@
-// What other programs and other people of the same machine can do to the session.
+// What other programs and other users of the same machine can do to the session.
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -7,42 +7,42 @@
 
 namespace {
 
-constexpr int walkMilliseconds = 300'000;
+constexpr int longestRun = 300'000;
 constexpr uid_t nobody = 65534;
 
-struct Walked {
+struct Result {
     int code = -1;
     QString steps;
     QString logged; // what host, agent and client write into their logs
 };
 
-Walked walk(const QStringList &options) {
+Result runWalkthrough(const QStringList &options) {
     const QTemporaryDir out;
     QProcess process;
     process.start(qEnvironmentVariable("PARLO_WALK"),
                   options + QStringList{"--host-version", "16", out.path()});
-    EXPECT_TRUE(process.waitForFinished(walkMilliseconds));
+    EXPECT_TRUE(process.waitForFinished(longestRun));
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
 }
 
 } // namespace
 
-// The log is read by people who help, and sent around.
-TEST(OtherPrograms, CannotKeepTheRoadFromBeingWalkedAndTheLogHoldsNoSecrets) {
-    const Walked walked = walk({"--flood"});
-    EXPECT_EQ(walked.code, 0) << qPrintable(walked.steps + walked.logged);
+// Users send the log to others who help them.
+TEST(OtherPrograms, CannotStopTheWalkThroughAndTheLogHoldsNoSecrets) {
+    const Result result = runWalkthrough({"--flood"});
+    EXPECT_EQ(result.code, 0) << qPrintable(result.steps + result.logged);
     for (const char *known : {"is inviting you", "pwd=Tulip7"})
-        EXPECT_TRUE(walked.steps.contains(known)) << known << " went over the bus";
-    EXPECT_GT(walked.steps.count("no such command"), 20) << "nothing was flooded";
+        EXPECT_TRUE(result.steps.contains(known)) << known << " went over the bus";
+    EXPECT_GT(result.steps.count("no such command"), 20) << "nothing was flooded";
     for (const char *secret :
          {"is inviting you", "pwd=", "Tulip7", "meetings.parlo.example/j/", "Bring the figures"})
-        EXPECT_FALSE(walked.logged.contains(secret)) << secret << '\n' << qPrintable(walked.logged);
-    EXPECT_LT(walked.logged.size(), 100'000) << "a flood on the bus becomes a flood in the log";
+        EXPECT_FALSE(result.logged.contains(secret)) << secret << '\n' << qPrintable(result.logged);
+    EXPECT_LT(result.logged.size(), 100'000) << "a flood on the bus becomes a flood in the log";
 }
 
-// The bus belongs to one user: somebody else who knows its address is turned away by it.
-TEST(OtherPeople, CannotReachTheBus) {
+// The bus belongs to one user: it rejects another user who knows its address.
+TEST(OtherUsers, CannotReachTheBus) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "Only the administrator can become somebody else.";
     const QTemporaryDir folder;

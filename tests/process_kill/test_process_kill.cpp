@@ -1,5 +1,5 @@
-// Each program of the road is killed without warning in the middle of it. Afterwards every file is whole, and
-// the road can be walked to its end with what is there.
+// Each program is killed without warning in the middle of the walk-through. Afterwards every file is whole,
+// and another walk-through succeeds with what is there.
 #include "platform/Literals.h"
 #include "standin/mailhost/store/CalendarFile.h"
 
@@ -14,28 +14,27 @@
 
 namespace {
 
-constexpr int exitCrashed = 4; // of the walk-through, when its windows did not end by themselves
-constexpr int walkMilliseconds = 300'000;
+constexpr int exitCrashed = 4; // of the walk-through, if the host crashed
+constexpr int longestRun = 300'000;
 const QString version = u"16"_s;
 
 struct Kill {
-    QString whom;
+    QString program;
     int atMessage;
 };
 
 QList<Kill> kills() {
     const int each = std::max(1, qEnvironmentVariableIntValue("PARLO_PROCESS_KILLS"));
-    // About as many messages go over the bus before the tool-bar is walked; the agent has its last work
-    // before.
+    // About as many messages go over the bus before the part of the tool-bar; the agent is not needed later.
     constexpr struct {
-        const char *whom;
+        const char *name;
         int lastMessage;
     } programs[] = {{"host", 60}, {"client", 60}, {"agent", 50}, {"bus", 60}};
     QList<Kill> all;
-    int first = 7; // each program at another place of the road
-    for (const auto &[whom, lastMessage] : programs) {
+    int first = 7; // each program at another place
+    for (const auto &[name, lastMessage] : programs) {
         for (int i = 0; i < each; ++i)
-            all.append({QString::fromLatin1(whom), 1 + (first + i * lastMessage / each) % lastMessage});
+            all.append({QString::fromLatin1(name), 1 + (first + i * lastMessage / each) % lastMessage});
         first += 13;
     }
     return all;
@@ -56,12 +55,12 @@ QSet<QString> uidsOf(const QByteArray &calendar) {
 
 class ProcessKill : public testing::TestWithParam<Kill> {
 protected:
-    int walk(const QStringList &options) {
+    int runWalkthrough(const QStringList &options) {
         QProcess process;
         process.setProcessChannelMode(QProcess::MergedChannels);
         process.start(qEnvironmentVariable("PARLO_WALK"),
                       QStringList{"--host-version", version, "--state", folder.filePath("state")} + options);
-        EXPECT_TRUE(process.waitForFinished(walkMilliseconds));
+        EXPECT_TRUE(process.waitForFinished(longestRun));
         said = QString::fromUtf8(process.readAll());
         return process.exitCode();
     }
@@ -89,11 +88,11 @@ protected:
 
 } // namespace
 
-TEST_P(ProcessKill, LeavesWholeFilesAndARoadThatCanBeWalked) {
+TEST_P(ProcessKill, LeavesWholeFilesAndASessionThatGoesOn) {
     const Kill kill = GetParam();
-    const int code =
-        walk({"--kill", kill.whom + u':' + QString::number(kill.atMessage), folder.filePath("out")});
-    if (kill.whom == QLatin1String("host")) {
+    const int code = runWalkthrough(
+        {"--kill", kill.program + u':' + QString::number(kill.atMessage), folder.filePath("out")});
+    if (kill.program == QLatin1String("host")) {
         EXPECT_EQ(code, exitCrashed) << qPrintable(said);
     } else {
         EXPECT_TRUE(said.contains(u": 1 killed"_s)) << qPrintable(said);
@@ -101,14 +100,14 @@ TEST_P(ProcessKill, LeavesWholeFilesAndARoadThatCanBeWalked) {
     }
     expectWholeFiles();
     if (code == 0)
-        return; // nothing needed it any more: the whole road has been walked
+        return; // nothing needed it any more
     const QString kept = folder.filePath("kept.ics");
     ASSERT_TRUE(QFile::copy(calendar(), kept));
     const QSet<QString> before = uidsOf(contentOf(kept));
     EXPECT_GT(before.size(), 5);
-    EXPECT_EQ(walk({folder.filePath("again"), kept}), 0) << qPrintable(said);
+    EXPECT_EQ(runWalkthrough({folder.filePath("again"), kept}), 0) << qPrintable(said);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, ProcessKill, testing::ValuesIn(kills()), [](const auto &info) {
-    return info.param.whom.toStdString() + std::to_string(info.param.atMessage);
+    return info.param.program.toStdString() + std::to_string(info.param.atMessage);
 });
