@@ -161,9 +161,13 @@ bool answerWithoutMainWindow(Session &session) {
     if (!session.step(closed && notYet && arrivesLate(session, moved),
                       u"an answer that comes after the main window was closed is heard"_s))
         return false;
-    session.host().addMainWindow()->window()->show();
+    QWidget *window = session.host().addMainWindow()->window();
+    window->show();
+    // Otherwise it could take the focus from the editor later.
+    Report::waitFor([&] { return window->isActiveWindow(); });
     const bool isShown = Report::waitFor([&] { return session.shows(session.plainUid()); });
-    return session.step(session.discardEditor() && isShown, u"a new main window shows what the file has"_s);
+    return session.step(isShown, u"a new main window shows what the file has"_s) &&
+           session.step(session.discardEditor(), u"the other editor is closed without saving"_s);
 }
 
 } // namespace
