@@ -2,6 +2,7 @@
 
 #include "platform/services/Services.h"
 #include "standin/support/BusNames.h"
+#include "standin/walkthrough/ResultPage.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -81,8 +82,10 @@ void Report::comment(const QString &text) {
 }
 
 void Report::picture(QWidget *widget, const QString &name) {
-    const QString file = u"%1/%2-%3.png"_s.arg(m_folder).arg(++m_pictures, 2, 10, QChar(u'0')).arg(name);
-    if (!widget || !widget->grab().save(file))
+    const QString file = u"%1-%2.png"_s.arg(++m_pictures, 2, 10, QChar(u'0')).arg(name);
+    if (widget && widget->grab().save(m_folder + u'/' + file))
+        printLine(pictureMark + file);
+    else
         step(false, u"a picture of %1 is saved"_s.arg(name));
 }
 

@@ -29,7 +29,7 @@ public:
     // One TAP line, with the messages since the last one beneath it. A false one makes the walk-through fail.
     bool step(bool ok, const QString &what);
     void comment(const QString &text);
-    // Saves a picture of the widget; a failure fails the report.
+    // Saves a picture of the widget and reports its file; a failure fails the report.
     void picture(QWidget *widget, const QString &name);
 
     // Lets events happen until the condition holds; false when it does not within the time. No fixed waiting.

@@ -5,6 +5,7 @@
 #include "standin/support/PrivateBus.h"
 #include "standin/walkthrough/BusFlood.h"
 #include "standin/walkthrough/Parts.h"
+#include "standin/walkthrough/ResultPage.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -53,38 +54,49 @@ void addOptions(QCommandLineParser &parser) {
     parser.addPositionalArgument(u"calendar"_s, u"Use a copy of this calendar."_s, u"[my.ics]"_s);
 }
 
-// Numbers the lines of one generation's report on from `count`. False if one of them is a failure.
-bool relay(QProcess &process, int &count, const QString &version) {
-    bool good = true;
+// Numbers the lines of one generation's report on from `count`, and keeps them for the page of results.
+void relay(QProcess &process, int &count, walkthrough::GenerationResult &result) {
+    QStringList pictures;
     while (process.state() != QProcess::NotRunning || process.canReadLine()) {
         if (!process.canReadLine() && !process.waitForReadyRead(100))
             continue;
         while (process.canReadLine()) {
             QString line = QString::fromUtf8(process.readLine()).trimmed();
             const bool ok = line.startsWith(u"ok - "_s);
+            if (line.startsWith(walkthrough::pictureMark)) {
+                pictures << line.sliced(walkthrough::pictureMark.size());
+                continue;
+            }
             if (ok || line.startsWith(u"not ok - "_s)) {
-                good = good && ok;
-                line.replace(line.indexOf(u" - "_s), 3, u" %1 - host %2: "_s.arg(++count).arg(version));
+                const qsizetype dash = line.indexOf(u" - "_s);
+                result.steps.append({ok, line.sliced(dash + 3), std::exchange(pictures, {}), {}});
+                line.replace(dash, 3, u" %1 - host %2: "_s.arg(++count).arg(result.hostVersion));
+            } else if (line.startsWith(u"# "_s) && !result.steps.isEmpty()) {
+                result.steps.last().messages << line.sliced(2);
             }
             std::fprintf(stdout, "%s\n", qPrintable(line));
             std::fflush(stdout);
         }
     }
-    return good;
 }
 
-bool runOneGeneration(const QString &version, const QStringList &arguments, int &count, bool &crashed) {
+walkthrough::GenerationResult runOneGeneration(const QString &version, const QStringList &arguments,
+                                               int &count, bool &crashed) {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(QCoreApplication::applicationFilePath(),
                   QStringList{u"--"_s + innerOption, u"--"_s + versionOption, version} + arguments);
-    const bool good = relay(process, count, version);
+    walkthrough::GenerationResult result{version, {}};
+    relay(process, count, result);
     if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0)
-        return good;
+        return result;
     crashed = crashed || process.exitStatus() == QProcess::CrashExit;
-    std::fprintf(stdout, "not ok %d - host %s: the walk-through comes to its end (%s %d)\n", ++count,
-                 qPrintable(version), crashed ? "killed by signal" : "exit code", process.exitCode());
-    return false;
+    const QString what =
+        u"the walk-through comes to its end (%1 %2)"_s.arg(crashed ? u"killed by signal"_s : u"exit code"_s)
+            .arg(process.exitCode());
+    std::fprintf(stdout, "not ok %d - host %s: %s\n", ++count, qPrintable(version), qPrintable(what));
+    result.steps.append({false, what, {}, {}});
+    return result;
 }
 
 // Nothing depends on the language or the folders of the user who starts this program. All programs run on the
@@ -125,19 +137,38 @@ int runAllGenerations(const QCommandLineParser &parser) {
         flooder.waitForStarted();
     }
     int count = 0;
-    bool good = true;
     bool crashed = false;
+    QList<walkthrough::GenerationResult> results;
     for (const QString &version :
          parser.isSet(versionOption) ? QStringList{parser.value(versionOption)} : generations)
-        good = runOneGeneration(version, arguments, count, crashed) && good;
+        results << runOneGeneration(version, arguments, count, crashed);
     std::fprintf(stdout, "1..%d\n", count);
+    const int failed = int(walkthrough::failedSteps(results));
+    bool good = failed == 0;
     if (parser.isSet(floodOption) && (flooder.waitForFinished(0) || flooder.state() != QProcess::Running)) {
         std::fprintf(stdout, "not ok - the bus is flooded until the end\n");
         good = false;
     }
     flooder.kill();
     flooder.waitForFinished();
+    const QDir out(parser.positionalArguments().constFirst());
+    if (!walkthrough::writeResultPage(out.path(), results))
+        std::fprintf(stderr, "The page of results cannot be written.\n");
+    std::fprintf(stdout, "# %d of %d steps passed; the results are in %s\n", count - failed, count,
+                 qPrintable(out.absoluteFilePath(u"index.html"_s)));
     return crashed ? exitCrashed : good ? 0 : exitStepFailed;
+}
+
+QtMessageHandler usualMessages = nullptr;
+
+// The toolkit remarks on what a platform without a display or a session cannot do, and on a drag that leaves
+// the window. None of it is about a step.
+void dropToolkitRemarks(QtMsgType type, const QMessageLogContext &context, const QString &text) {
+    for (const QString &remark :
+         {u"This plugin does not support"_s, u"XDG_RUNTIME_DIR not set"_s, u"occurs outside target window"_s})
+        if (text.contains(remark))
+            return;
+    usualMessages(type, context, text);
 }
 
 // As desktops have them; nothing else says that the style is dark.
@@ -163,6 +194,7 @@ int main(int argc, char **argv) {
     // Set before the application object exists. Only "--platform xcb" shows something on a screen.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    usualMessages = qInstallMessageHandler(dropToolkitRemarks);
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"parlo-walkthrough"_s);
     QApplication::setQuitOnLastWindowClosed(false);
