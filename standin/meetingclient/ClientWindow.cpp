@@ -6,6 +6,7 @@
 #include <QActionGroup>
 #include <QCheckBox>
 #include <QDateTime>
+#include <QDesktopServices>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -16,12 +17,14 @@
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTableWidget>
+#include <QUrl>
 #include <QVBoxLayout>
 
 namespace meetingclient {
 
 namespace {
 constexpr int longestLog = 2000;
+constexpr int meetingColumn = 3; // the last one
 } // namespace
 
 ClientWindow::ClientWindow(MeetingStore &store, AnswerRules &rules)
@@ -52,6 +55,7 @@ ClientWindow::ClientWindow(MeetingStore &store, AnswerRules &rules)
     m_table->verticalHeader()->hide();
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    connect(m_table, &QTableWidget::cellActivated, this, &ClientWindow::join);
     layout->addWidget(m_table, 3);
 
     layout->addWidget(makeRulesRow());
@@ -164,6 +168,15 @@ void ClientWindow::addRule() {
     refreshMeetings();
 }
 
+void ClientWindow::join(int row) {
+    const QJsonObject meeting =
+        m_store.meetings().value(m_table->item(row, meetingColumn)->text()).toObject();
+    const QUrl link(meeting["joinUrl"].toString(), QUrl::StrictMode);
+    const bool isOpened = link.scheme() == u"https" && QDesktopServices::openUrl(link);
+    statusBar()->showMessage((isOpened ? tr("Opened %1") : tr("Nothing on this desktop opens the link “%1”."))
+                                 .arg(link.toDisplayString()));
+}
+
 void ClientWindow::appendLog(const QString &line) {
     m_log->appendPlainText(line);
 }
@@ -183,7 +196,10 @@ void ClientWindow::refreshMeetings() {
         m_table->setItem(row, 0, new QTableWidgetItem(meeting["subject"].toString()));
         m_table->setItem(row, 1, new QTableWidgetItem(when));
         m_table->setItem(row, 2, new QTableWidgetItem(meeting["duration"].toVariant().toString()));
-        m_table->setItem(row, 3, new QTableWidgetItem(meeting["meetingKey"].toString()));
+        m_table->setItem(row, meetingColumn, new QTableWidgetItem(meeting["meetingKey"].toString()));
+        for (int column = 0; column <= meetingColumn; ++column)
+            m_table->item(row, column)
+                ->setToolTip(tr("Double-click to join %1").arg(meeting["joinUrl"].toString()));
         ++row;
     }
     m_activeRules->setText(m_rules.lines().join(u'\n'));

@@ -35,6 +35,7 @@ private:
     void showChoices();
     void give(const QString &order);
     void addRule();
+    void join(int row); // opens the meeting's link in the desktop's browser
     MeetingStore &m_store;
     AnswerRules &m_rules;
     QLabel *m_user;

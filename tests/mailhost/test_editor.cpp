@@ -5,12 +5,23 @@
 
 #include <QComboBox>
 #include <QDateEdit>
+#include <QDesktopServices>
 #include <QTimeEdit>
 
 namespace mailhost {
 namespace {
 
 class EditorTest : public HostFixture {};
+
+// The desktop's browser.
+class Browser : public QObject {
+    Q_OBJECT
+public:
+    Browser() { QDesktopServices::setUrlHandler(u"https"_s, this, "open"); }
+    ~Browser() override { QDesktopServices::unsetUrlHandler(u"https"_s); }
+    Q_INVOKABLE void open(const QUrl &url) { opened.append(url.toString()); }
+    QStringList opened;
+};
 
 TEST_F(EditorTest, PendingChangesFollowTheFields) {
     open(u"plan@example.com"_s);
@@ -211,5 +222,31 @@ INSTANTIATE_TEST_SUITE_P(Hosts, GenerationTest,
                                          Generation{"15.9", "OLAutoLayoutAttachmentsAcceptingView"},
                                          Generation{"16", "OLAutoLayoutAttachmentsAcceptingView"}));
 
+TEST_F(EditorTest, JoinsByTheLinkThatTheLocationHasNow) {
+    Browser browser;
+    open(u"review@example.com"_s);
+    QAction *join = window->findChild<QAction *>(controls::joinAction);
+    ASSERT_NE(join, nullptr);
+    EXPECT_FALSE(join->isEnabled());
+    for (const char *refused : {"http://m.example/1", "https://good.example@m.example/1", "Room https://"}) {
+        type(controls::locationField, QString::fromLatin1(refused));
+        EXPECT_FALSE(join->isEnabled()) << refused;
+    }
+    type(controls::locationField, u"Room 4; https://m.example/1?a=b&c=d"_s);
+    EXPECT_TRUE(join->text().contains(u"https://m.example/1?a=b&&c=d"_s)) << qPrintable(join->text());
+    QTest::keyClick(window, Qt::Key_J, Qt::ControlModifier);
+    EXPECT_EQ(browser.opened, QStringList{u"https://m.example/1?a=b&c=d"_s});
+    saveByMenu();
+    // The calendar offers it too.
+    MainWindow *main = host->mainWindowController()->mainWindow();
+    ASSERT_TRUE(main->calendar()->select(u"review@example.com"_s));
+    main->command(controls::joinAction)->trigger();
+    EXPECT_EQ(browser.opened.size(), 2);
+    ASSERT_TRUE(main->calendar()->select(u"plan@example.com"_s));
+    EXPECT_FALSE(main->command(controls::joinAction)->isEnabled());
+}
+
 } // namespace
 } // namespace mailhost
+
+#include "test_editor.moc"

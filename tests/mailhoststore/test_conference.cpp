@@ -1,5 +1,7 @@
 #include "tests/mailhoststore/StoreFixture.h"
 
+#include "standin/mailhost/store/ConferenceLink.h"
+
 using namespace mailhost;
 
 namespace {
@@ -100,4 +102,16 @@ TEST_F(ConferenceTest, OurLineFollowsTheLocationAndLeavesOthersAlone) {
     store(*file, QString());
     EXPECT_EQ(ownLine(*file), "");
     EXPECT_TRUE(saved(*file).contains(theirs));
+}
+
+TEST_F(ConferenceTest, TheRecordsLinkIsOpenedBeforeThatOfTheFileAndThatBeforeTheLocations) {
+    auto file = openedEvent("DTSTART:20260309T090000Z\r\nCONFERENCE:tel:+1-412-555\r\n"
+                            "CONFERENCE;LABEL=Theirs:https://them.example/9\r\nSUMMARY:a");
+    const QString theirs = file->conferenceLink(one, {});
+    EXPECT_EQ(theirs, u"https://them.example/9"_s);
+    const QString record = uR"({"joinUrl":"https://m.example/1"})"_s;
+    EXPECT_EQ(linkToOpen(u"Hall; https://m.example/1"_s, record, theirs), u"https://m.example/1"_s);
+    EXPECT_EQ(linkToOpen(u"https://m.example/2"_s, record, theirs), theirs);
+    EXPECT_EQ(linkToOpen(u"https://m.example/2"_s, record, {}), u"https://m.example/2"_s);
+    EXPECT_EQ(linkToOpen(u"ftp://m.example/1"_s, uR"({"joinUrl":"ftp://m.example/1"})"_s, {}), QString());
 }

@@ -87,6 +87,10 @@ public:
     [[nodiscard]] rt::Value attendeeList() const { return attendeeValues(appointment().attendees); }
     [[nodiscard]] bool isOccurrence() const { return m_isOccurrence; }
     [[nodiscard]] bool isModifiedException() const { return !m_recurrenceId.isEmpty() && !m_isOccurrence; }
+    // CONFERENCE as stored; empty when there is none.
+    [[nodiscard]] QString conferenceLink() const {
+        return m_session ? m_session->file().conferenceLink(m_uid, m_recurrenceId) : QString();
+    }
     [[nodiscard]] bool isOwner() const { return m_session && m_session->isOwner(appointment()); }
     [[nodiscard]] EmailAccount *account() const;
     [[nodiscard]] QString UUID() const { return m_uid; }

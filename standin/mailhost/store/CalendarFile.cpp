@@ -4,6 +4,7 @@
 #include "standin/mailhost/store/AppointmentReader.h"
 #include "standin/mailhost/store/AppointmentWriter.h"
 #include "standin/mailhost/store/CalendarDisk.h"
+#include "standin/mailhost/store/ConferenceLink.h"
 #include "standin/mailhost/store/ItipMessage.h"
 #include "standin/mailhost/store/SeriesDays.h"
 #include "standin/mailhost/store/SeriesRule.h"
@@ -106,6 +107,11 @@ QList<Occurrence> CalendarFile::occurrences(const QDateTime &from, const QDateTi
 bool CalendarFile::keepsStart(const QString &uid) const {
     const CalendarEntry *entry = m_index->find(uid, {});
     return entry && m_summaries->of(*entry).series && m_days->hasOwnDays(*entry);
+}
+
+QString CalendarFile::conferenceLink(const QString &uid, const QString &recurrenceId) const {
+    const CalendarEntry *entry = m_index->find(uid, recurrenceId);
+    return entry ? mailhost::conferenceLink(*entry->component) : QString();
 }
 
 QByteArray CalendarFile::itipMessage(const QString &uid, const QString &recurrenceId, bool cancel) const {

@@ -35,6 +35,8 @@ public:
     [[nodiscard]] std::optional<Appointment> find(const QString &uid,
                                                   const QString &recurrenceId = QString()) const;
     [[nodiscard]] bool contains(const QString &uid, const QString &recurrenceId) const;
+    // Of its component (ConferenceLink.h); empty if there is none.
+    [[nodiscard]] QString conferenceLink(const QString &uid, const QString &recurrenceId) const;
     // The appointments in [from, to), sorted by start. Series are expanded (RRULE, RDATE, EXDATE); an
     // exception (RECURRENCE-ID) replaces the occurrence that it changes, a cancelled one removes it, and the
     // days after one with RANGE=THISANDFUTURE follow it. The first list reads all appointments, later ones

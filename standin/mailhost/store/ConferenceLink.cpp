@@ -78,15 +78,39 @@ bool othersHave(const Component &component, const QByteArray &uri) {
     return false;
 }
 
-} // namespace
-
-QString joinLink(const QString &location, const QString &record) {
+// The link of the record; empty when the location does not hold it.
+QString recordedLink(const QString &location, const QString &record) {
     const QString known = QJsonDocument::fromJson(record.toUtf8()).object().value(u"joinUrl"_s).toString();
     const QUrl url(known, QUrl::StrictMode);
     const bool usable = known.size() <= longestLink && !url.scheme().isEmpty() && !url.host().isEmpty();
-    if (usable && location.contains(known))
-        return known;
-    return firstLink(location);
+    return usable && location.contains(known) ? known : QString();
+}
+
+bool mayBeOpened(const QString &link) {
+    const QUrl url(link, QUrl::StrictMode);
+    return link.size() <= longestLink && url.scheme() == u"https" && !url.host().isEmpty() &&
+           url.userInfo().isEmpty();
+}
+
+} // namespace
+
+QString joinLink(const QString &location, const QString &record) {
+    const QString known = recordedLink(location, record);
+    return known.isEmpty() ? firstLink(location) : known;
+}
+
+QString conferenceLink(const Component &component) {
+    for (const ContentLine *line : component.lines(property))
+        if (const QString link = decodeOctets(line->value()).trimmed(); mayBeOpened(link))
+            return link;
+    return {};
+}
+
+QString linkToOpen(const QString &location, const QString &record, const QString &conference) {
+    for (const QString &link : {recordedLink(location, record), conference, firstLink(location)})
+        if (mayBeOpened(link))
+            return link;
+    return {};
 }
 
 void writeConferenceLink(Component &component, const QString &link) {

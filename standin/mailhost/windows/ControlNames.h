@@ -34,6 +34,7 @@ inline const QString startEarlierAction = u"startEarlierAction"_s;
 inline const QString startLaterAction = u"startLaterAction"_s;
 inline const QString dayEarlierAction = u"dayEarlierAction"_s;
 inline const QString dayLaterAction = u"dayLaterAction"_s;
+inline const QString joinAction = u"joinAction"_s; // Ctrl+J; in the editor too
 inline const QString openSeriesAction = u"openSeriesAction"_s;
 inline const QString undoAction = u"undoAction"_s;
 inline const QString redoAction = u"redoAction"_s;

@@ -1,4 +1,5 @@
 #include "standin/mailhost/windows/editor/EditorViewController.h"
+#include "standin/mailhost/store/ConferenceLink.h"
 
 #include "platform/toolkit/Windows.h"
 #include "standin/mailhost/model/Addresses.h"
@@ -89,6 +90,10 @@ void EditorViewController::followCalendar() {
 
 void EditorViewController::showEditable() {
     m_form->setEditable(canEdit() && !m_cancelMode, !keepsStart());
+}
+
+QString EditorViewController::joinLink() const {
+    return linkToOpen(m_form->values().location, olmUCCapabilities(), m_event->conferenceLink());
 }
 
 bool EditorViewController::keepsStart() const {

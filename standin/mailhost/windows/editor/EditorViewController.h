@@ -83,6 +83,8 @@ public:
     [[nodiscard]] bool canEdit() const { return m_event->isOwner(); }
     // Whether a series is open whose start stays (CalendarFile::keepsStart()).
     [[nodiscard]] bool keepsStart() const;
+    // As the form has it now; empty when there is none (linkToOpen()).
+    [[nodiscard]] QString joinLink() const;
     // The rule that the form has now.
     [[nodiscard]] QString recurrenceRule() const { return m_form->values().recurrenceRule; }
 

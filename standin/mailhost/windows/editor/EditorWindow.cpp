@@ -5,6 +5,7 @@
 #include "standin/mailhost/model/CalendarDate.h"
 #include "standin/mailhost/model/HostContext.h"
 #include "standin/mailhost/windows/ControlNames.h"
+#include "standin/mailhost/windows/JoinLink.h"
 #include "standin/mailhost/windows/MessageBoxes.h"
 #include "standin/mailhost/windows/editor/RecurrenceSheet.h"
 
@@ -122,9 +123,15 @@ void EditorWindow::buildMenu() {
     QMenu *menu = menuBar()->addMenu(tr("App&ointment"));
     m_save = menu->addAction(tr("&Save"), QKeySequence::Save, this, [this] { m_controller->requestSave(); });
     m_save->setObjectName(controls::saveAction);
+    m_join = menu->addAction(QString(), QKeySequence(Qt::CTRL | Qt::Key_J), this,
+                             [this] { openJoinLink(this, m_controller->joinLink()); });
+    m_join->setObjectName(controls::joinAction);
     QAction *close = menu->addAction(tr("&Close"), QKeySequence::Close, this, [this] { this->close(); });
     close->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_W), QKeySequence(Qt::CTRL | Qt::Key_F4)});
     close->setObjectName(controls::closeAction);
+    // Beside the fields, which have menus of their own.
+    centralWidget()->setContextMenuPolicy(Qt::ActionsContextMenu);
+    centralWidget()->addActions(menu->actions());
 }
 
 void EditorWindow::showState() {
@@ -149,8 +156,10 @@ void EditorWindow::showState() {
                           : tr("Re&peat: %1…").arg(recurrenceText(appointment.recurrenceRule)));
     m_repeat->setAccessibleName(m_repeat->text().remove(u'&'));
     m_openSeries->setVisible(oneDay && !cancelling);
-    if (m_save)
+    if (m_save) {
         m_save->setEnabled(editable && !cancelling);
+        offerJoin(m_join, m_controller->joinLink());
+    }
     QStringList notices;
     if (!m_controller->content()->isOwner())
         notices.append(tr("Only the organizer, %1, can change this meeting.").arg(appointment.organizerName));

@@ -57,6 +57,7 @@ private:
     QPushButton *m_timeZone = nullptr;
     QPushButton *m_openSeries = nullptr;
     QAction *m_save = nullptr;
+    QAction *m_join = nullptr;
     QPointer<QMessageBox> m_message;
     std::unique_ptr<rt::Object> m_seriesResponder;
     std::unique_ptr<EditorViewController> m_controller;

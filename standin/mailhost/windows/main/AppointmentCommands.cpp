@@ -2,7 +2,9 @@
 
 #include "platform/runtime/Runtime.h"
 #include "standin/mailhost/model/CalendarDate.h"
+#include "standin/mailhost/store/ConferenceLink.h"
 #include "standin/mailhost/windows/ControlNames.h"
+#include "standin/mailhost/windows/JoinLink.h"
 #include "standin/mailhost/windows/editor/EditorWindow.h"
 #include "standin/mailhost/windows/grid/EventTileView.h"
 
@@ -45,6 +47,18 @@ void AppointmentCommands::openSeries() {
     const CalendarEvent *selected = selectedEvent();
     if (selected && m_session)
         showEditorFor(std::make_unique<CalendarEvent>(m_session, selected->UUID(), QString(), false));
+}
+
+QString AppointmentCommands::joinLink() const {
+    const CalendarEvent *selected = selectedEvent();
+    if (!selected)
+        return {};
+    const Appointment appointment = selected->appointment();
+    return linkToOpen(appointment.location, appointment.ucCapabilities, selected->conferenceLink());
+}
+
+void AppointmentCommands::join() {
+    openJoinLink(m_window, joinLink());
 }
 
 void AppointmentCommands::renameTo(const QString &subject) {

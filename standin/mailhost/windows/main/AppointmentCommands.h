@@ -17,6 +17,8 @@ public:
 
     void openSelected();
     void openSeries(); // of the selected day; the appointment itself when it does not recur
+    [[nodiscard]] QString joinLink() const; // of the selected one; empty when there is none
+    void join();
     void renameSelected() { m_window->calendar()->beginRename(); }
     // Moves start and end by so many seconds; those of an all-day appointment by a day in that direction.
     // Does nothing when too little would be left.

@@ -3,6 +3,7 @@
 #include "platform/toolkit/Windows.h"
 #include "standin/mailhost/model/Bind.h"
 #include "standin/mailhost/windows/ControlNames.h"
+#include "standin/mailhost/windows/JoinLink.h"
 #include "standin/mailhost/windows/editor/EditorWindow.h"
 
 #include <QAction>
@@ -171,6 +172,7 @@ void MainWindowController::buildEditMenu() {
     edit->addSeparator();
     add(controls::openAction, tr("&Open"), QKeySequence(tr("Ctrl+O")), &A::openSelected);
     add(controls::openSeriesAction, tr("Open &series"), QKeySequence(tr("Ctrl+Shift+O")), &A::openSeries);
+    add(controls::joinAction, QString(), QKeySequence(tr("Ctrl+J")), &A::join);
     add(controls::renameAction, tr("Re&name"), QKeySequence(tr("F2")), &A::renameSelected);
     edit->addSeparator();
     add(controls::earlierAction, tr("Move &earlier"), QKeySequence(tr("Ctrl+Up")),
@@ -228,6 +230,7 @@ void MainWindowController::showState() {
           controls::cancelMeetingAction, controls::deleteAction})
         m_window->command(name)->setEnabled(selected.has_value());
     m_window->command(controls::openSeriesAction)->setEnabled(selected && !selected->instanceId.isEmpty());
+    offerJoin(m_window->command(controls::joinAction), m_commands->joinLink());
     const auto offer = [this](const QString &name, const QString &text, const QString &what) {
         m_window->command(name)->setEnabled(!what.isNull());
         m_window->command(name)->setText(what.isNull() ? text : text + u' ' + what);
@@ -244,9 +247,13 @@ void MainWindowController::showMenu(const QPoint &position) {
     menu->setObjectName(controls::calendarMenu);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     const QStringList names = m_window->calendar()->selected()
-                                  ? QStringList{controls::openAction,          controls::openSeriesAction,
-                                                controls::renameAction,        QString(),
-                                                controls::cancelMeetingAction, controls::deleteAction}
+                                  ? QStringList{controls::openAction,
+                                                controls::openSeriesAction,
+                                                controls::joinAction,
+                                                controls::renameAction,
+                                                QString(),
+                                                controls::cancelMeetingAction,
+                                                controls::deleteAction}
                                   : QStringList{controls::newAppointmentAction, controls::newMeetingAction,
                                                 QString(), controls::todayAction};
     for (const QString &name : names) {
