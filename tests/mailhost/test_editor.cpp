@@ -1,6 +1,7 @@
 #include "tests/mailhost/HostFixture.h"
 
 #include "standin/mailhost/model/CalendarDate.h"
+#include "tests/support/ProcessZone.h"
 #include "tests/support/Warnings.h"
 
 #include <QComboBox>
@@ -55,6 +56,12 @@ TEST_F(EditorTest, TheEndMovesWithTheStartAndBothArePending) {
     EXPECT_EQ(rt::doubleValue(rt::send(end, "timeIntervalSinceDate:", rt::fromObject(start))), 3600.0);
     saveByMenu();
     EXPECT_TRUE(fileText().contains("DTSTART:20260311T140000Z"));
+}
+
+TEST_F(EditorTest, AZoneThatIsNotTheDesktopsIsShownAtOnce) {
+    const ProcessZone desktop("America/New_York");
+    open(u"review@example.com"_s);
+    EXPECT_FALSE(find<QWidget>(controls::timeZoneRow)->isHidden());
 }
 
 TEST_F(EditorTest, AnotherZoneKeepsTheClockTime) {

@@ -162,6 +162,14 @@ void EditorForm::showTimes() {
     m_lastStart = enteredStart();
 }
 
+bool EditorForm::isInOtherZone() const {
+    const QDateTime &start = m_shown.start.value;
+    const bool hasZone =
+        m_shown.start.kind == CalendarTime::Kind::Zoned || m_shown.start.kind == CalendarTime::Kind::Utc;
+    return hasZone &&
+           start.toTimeZone(zoneOf(m_shown.start)).offsetFromUtc() != start.toLocalTime().offsetFromUtc();
+}
+
 QDateTime EditorForm::enteredStart() const {
     return localDateTime(m_startDate->date(), m_allDay->isChecked() ? QTime(0, 0) : m_startTime->time(),
                          chosenZone());

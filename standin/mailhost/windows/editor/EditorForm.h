@@ -32,6 +32,8 @@ public:
     // The start can be kept from being edited by itself.
     void setEditable(bool editable, bool startToo);
     [[nodiscard]] QWidget *timeZoneRow() const { return m_zoneRow; }
+    // Whether the times shown are not those of the desktop's clock.
+    [[nodiscard]] bool isInOtherZone() const;
 
 Q_SIGNALS:
     void edited();

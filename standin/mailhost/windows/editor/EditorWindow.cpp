@@ -23,6 +23,8 @@ namespace mailhost {
 
 namespace {
 
+constexpr int narrowestHeader = 800; // points; what other programs put beside the times stays in view
+
 // Opens the series of an editor that shows one of its days.
 class EventViewResponder : public rt::Object {
 public:
@@ -51,6 +53,7 @@ EditorWindow::EditorWindow(EditorWindowController *controller, std::unique_ptr<C
     m_seriesResponder = std::make_unique<EventViewResponder>(m_controller.get());
     buildMenu();
     showState();
+    m_timeZone->setChecked(m_form->isInOtherZone());
     // Not on the first button: what is typed then would press it.
     m_form->subjectField()->setFocus();
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
@@ -62,6 +65,7 @@ EditorWindow::EditorWindow(EditorWindowController *controller, std::unique_ptr<C
 void EditorWindow::build(const CalendarSession &session, bool newerGeneration) {
     const BookmarkMangling mangling = session.options().bookmarkMangling;
     resize(960, 780);
+    setMinimumWidth(narrowestHeader);
     auto *view = new QWidget;
     auto *layout = new QVBoxLayout(view);
     layout->setContentsMargins(0, 0, 0, 0);
