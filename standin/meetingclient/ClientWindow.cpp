@@ -17,6 +17,7 @@
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTableWidget>
+#include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -46,6 +47,9 @@ ClientWindow::ClientWindow(MeetingStore &store, AnswerRules &rules)
     top->addWidget(m_user, 1);
     top->addWidget(m_signedIn);
     layout->addLayout(top);
+    m_rights = new QLabel(central);
+    m_rights->setWordWrap(true);
+    layout->addWidget(m_rights);
 
     m_table = new QTableWidget(0, 4, central);
     m_table->setAccessibleName(tr("Meetings"));
@@ -58,13 +62,21 @@ ClientWindow::ClientWindow(MeetingStore &store, AnswerRules &rules)
     connect(m_table, &QTableWidget::cellActivated, this, &ClientWindow::join);
     layout->addWidget(m_table, 3);
 
-    layout->addWidget(makeRulesRow());
-    m_log = new QPlainTextEdit(central);
-    m_log->setAccessibleName(tr("Messages"));
-    m_log->setReadOnly(true);
-    m_log->setMaximumBlockCount(longestLog);
-    m_log->setPlaceholderText(tr("Requests and answers appear here."));
-    layout->addWidget(m_log, 2);
+    auto *opensTest = new QToolButton(central);
+    opensTest->setText(tr("&Test panel"));
+    opensTest->setToolTip(tr("Messages, and rules that change the answers"));
+    opensTest->setCheckable(true);
+    opensTest->setAutoRaise(true);
+    opensTest->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    opensTest->setArrowType(Qt::RightArrow);
+    layout->addWidget(opensTest);
+    QWidget *test = makeTestPanel();
+    test->hide();
+    connect(opensTest, &QToolButton::toggled, this, [test, opensTest](bool open) {
+        opensTest->setArrowType(open ? Qt::DownArrow : Qt::RightArrow);
+        test->setVisible(open);
+    });
+    layout->addWidget(test, 3);
     setCentralWidget(central);
     makeMenus();
     refreshMeetings();
@@ -125,11 +137,18 @@ void ClientWindow::showChoices() {
     QStringList granted;
     for (const QJsonValue &boss : profile["bosses"].toArray())
         granted.append(boss.toObject()["email"].toString().toLower());
-    for (auto it = m_bosses.cbegin(); it != m_bosses.cend(); ++it)
+    QStringList names;
+    for (auto it = m_bosses.cbegin(); it != m_bosses.cend(); ++it) {
         it.value()->setChecked(granted.contains(it.key()));
+        if (it.value()->isChecked())
+            names.append(it.value()->text());
+    }
+    m_rights->setText(tr("Audio-conference accounts: %1.  Schedules for: %2.")
+                          .arg(m_store.accounts().size())
+                          .arg(names.isEmpty() ? tr("nobody else") : names.join(u", "_s)));
 }
 
-QWidget *ClientWindow::makeRulesRow() {
+QWidget *ClientWindow::makeTestPanel() {
     auto *row = new QWidget(this);
     auto *layout = new QVBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -148,6 +167,12 @@ QWidget *ClientWindow::makeRulesRow() {
     m_activeRules->setWordWrap(true);
     layout->addLayout(line);
     layout->addWidget(m_activeRules);
+    m_log = new QPlainTextEdit(row);
+    m_log->setAccessibleName(tr("Messages"));
+    m_log->setReadOnly(true);
+    m_log->setMaximumBlockCount(longestLog);
+    m_log->setPlaceholderText(tr("Requests and answers appear here."));
+    layout->addWidget(m_log, 1);
     connect(m_rule, &QLineEdit::returnPressed, this, &ClientWindow::addRule);
     connect(add, &QPushButton::clicked, this, &ClientWindow::addRule);
     connect(clear, &QPushButton::clicked, this, [this] {

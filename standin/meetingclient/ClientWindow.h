@@ -1,4 +1,5 @@
-// The meeting client's window: the user, the meetings, the messages on the bus, and the answer rules.
+// The meeting client's window: who is signed in and the meetings; in a panel that is closed at first, the
+// messages on the bus and what is done with answers.
 #pragma once
 
 #include "standin/meetingclient/AnswerRules.h"
@@ -29,7 +30,7 @@ public:
     void showInstantMeeting(bool withVideo, const QString &joinUrl);
 
 private:
-    QWidget *makeRulesRow();
+    QWidget *makeTestPanel(); // the messages, and the rules that make the client misbehave
     void makeMenus();
     QAction *addChoice(QMenu *menu, QActionGroup *group, const QString &text, const QString &order);
     void showChoices();
@@ -40,6 +41,7 @@ private:
     AnswerRules &m_rules;
     QLabel *m_user;
     QCheckBox *m_signedIn;
+    QLabel *m_rights; // accounts, and for whom the user schedules
     QHash<QString, QAction *> m_users;    // by user id
     QHash<QString, QAction *> m_accounts; // by the name of the choice
     QHash<QString, QAction *> m_bosses;   // by address
