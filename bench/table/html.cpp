@@ -26,15 +26,29 @@ struct Document {
     QByteArray bytes;
 };
 
+void collectText(const xmlNode *node, std::string &text) {
+    while (node) {
+        if (node->type == XML_TEXT_NODE)
+            text += reinterpret_cast<const char *>(node->content);
+        if (node->children) {
+            node = node->children;
+            continue;
+        }
+        while (node && !node->next)
+            node = node->parent;
+        if (node)
+            node = node->next;
+    }
+}
+
 bool withLibxml2(const QByteArray &bytes) {
     htmlDocPtr document = htmlReadMemory(bytes.constData(), int(bytes.size()), nullptr, "UTF-8",
                                          HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET);
-    xmlChar *text = xmlNodeGetContent(xmlDocGetRootElement(document));
-    const bool hasText = text && *text;
-    keep(text);
-    xmlFree(text);
+    std::string text;
+    collectText(xmlDocGetRootElement(document), text);
     xmlFreeDoc(document);
-    return hasText;
+    keep(text);
+    return !text.empty();
 }
 
 void collectText(const GumboNode *node, std::string &text) {
