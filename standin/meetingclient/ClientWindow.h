@@ -41,7 +41,7 @@ private:
     AnswerRules &m_rules;
     QLabel *m_user;
     QCheckBox *m_signedIn;
-    QLabel *m_rights; // accounts, and for whom the user schedules
+    QLabel *m_rights;                     // accounts, and for whom the user schedules
     QHash<QString, QAction *> m_users;    // by user id
     QHash<QString, QAction *> m_accounts; // by the name of the choice
     QHash<QString, QAction *> m_bosses;   // by address
