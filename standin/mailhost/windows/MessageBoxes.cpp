@@ -43,9 +43,11 @@ QMessageBox *showMessage(QWidget *parent, const QString &name, const QString &te
 }
 
 QMessageBox *showErrorMessage(QWidget *parent, const QString &message) {
-    QMessageBox *box = showMessage(parent, controls::errorMessage, QObject::tr("That did not work."), message,
+    QMessageBox *box = showMessage(parent, controls::errorMessage, {}, {},
                                    {{{}, QObject::tr("OK"), QMessageBox::AcceptRole, {}}});
     box->setIcon(QMessageBox::Warning);
+    box->setTextFormat(Qt::PlainText);
+    box->setText(message);
     return box;
 }
 
