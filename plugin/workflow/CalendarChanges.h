@@ -8,21 +8,22 @@
 #include <memory>
 #include <vector>
 
-// Each change has a context of its own, from the command until the meeting work is done. One that is not
-// answered, or refused, waits for a late answer until the next change of the same meeting takes its place.
+// Each change has its own context, from the command until the meeting work is done. A change that was refused
+// or got no answer waits for a late answer until the next change of the same meeting replaces it.
 class CalendarChanges : public SharedObject<CalendarChanges> {
 public:
-    // The context of a change that begins. It takes the place of an earlier one of the same meeting.
+    // Makes the context of a new change. It replaces an earlier change of the same meeting.
     [[nodiscard]] std::shared_ptr<MeetingContext> contextFor(const QString &meetingKey);
-    // The work of the context at hand is done.
+    // Drops the current context, whose work is done.
     void finish();
-    // Drops an unanswered change of the meeting at hand, which its editor now saves or deletes: it must not
-    // reach the client after that, and the editor shows what it has made of the appointment.
+    // Drops an unanswered change of the current meeting, because the meeting's editor now saves or deletes
+    // it. The change must not reach the client afterwards; the editor already shows its effect on the
+    // appointment.
     void supersede();
-    // Tells editors that are saving the meeting that the calendar changes it meanwhile: what they have sent
-    // may be overtaken by the change, so they compare once more before their work ends.
+    // Tells the editors that are saving the meeting that the calendar is changing it. The change may overtake
+    // the data that they have sent, so they compare again before their work ends.
     static void noteInEditorsThatSave(const QString &meetingKey);
 
 private:
-    std::vector<std::shared_ptr<MeetingContext>> m_changes; // each of another meeting
+    std::vector<std::shared_ptr<MeetingContext>> m_changes; // at most one for each meeting
 };

@@ -30,7 +30,7 @@ constexpr HeldOperation operations[] = {
     {ActionSaveAndClose, false, true, true, hostSaveAndClose, true},
     {ActionSaveAndCloseWithError, false, true, true, hostSaveAndCloseWithError, true},
     {ActionCalendarDrag, false, false, true, nothing, false},
-    // Whether it was sent, the host does not say: what is known is forgotten when the editor closes.
+    // The host does not report whether it has sent: the saved data is cleared when the editor closes.
     {ActionSend, true, true, false, hostSend, false},
 };
 

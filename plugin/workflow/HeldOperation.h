@@ -5,14 +5,14 @@
 
 struct HeldOperation {
     HostAction action;
-    bool withAttendees; // whether it is for appointments with attendees or for those without
-    bool endsEditor;    // the editor closes with it, so it runs only while it is held back
-    bool forgets;       // what is known of the meeting is forgotten when it has succeeded
-    // Runs the host's own operation, under the selector that leads past the plug-in's hook. Its result.
+    bool withAttendees; // for appointments with attendees, or for those without
+    bool endsEditor;    // it closes the editor, so it runs only while it is held back
+    bool forgets;       // the meeting's saved data is cleared after success
+    // Calls the host's original method, past the plug-in's hook, and returns its result.
     rt::Value (*run)(rt::Object *editor);
     bool closesWindow;
 };
 
-// nullptr: the operation is not repeated. Appointments with attendees are only sent, those without only
-// saved.
+// Returns nullptr if the operation is not repeated: appointments with attendees are only sent, those without
+// attendees only saved.
 [[nodiscard]] const HeldOperation *heldOperation(HostAction action, bool hasAttendees);

@@ -1,4 +1,4 @@
-// What the plug-in knows of one appointment while it works on its meeting.
+// The state of the plug-in's work on the meeting of one appointment.
 #pragma once
 
 #include "plugin/host/adapters/vlOLWordMailEditor.h"
@@ -14,38 +14,38 @@
 
 class EditorStrip;
 
-// One for each open editor, owned by its strip, and one for each change on the calendar. The controllers and
-// the data store work on the one that is at hand: whoever comes in from outside (a hook, a button, an answer)
-// brings it to hand first. Main thread only.
+// Each open editor has one, owned by its strip, and each change on the calendar has one. The controllers and
+// the data store work on the current one: every entry from outside (a hook, a button, an answer) first makes
+// its context the current one. Main thread only.
 struct MeetingContext : RequestOwner, vlMeetingState {
     [[nodiscard]] static std::shared_ptr<MeetingContext> make();
-    // That of nobody when none is at hand. Valid as long as its scope.
+    // The current context; outside of every scope the context of nobody. Valid while the scope exists.
     [[nodiscard]] static MeetingContext &atHand();
     [[nodiscard]] static std::shared_ptr<MeetingContext> sharedAtHand();
     [[nodiscard]] bool hasMeeting(const QString &key) const override {
         return !key.isEmpty() && key == meetingKey;
     }
-    // All that live, in order of creation.
+    // All existing contexts, in order of creation.
     [[nodiscard]] static std::vector<std::shared_ptr<MeetingContext>> all();
 
-    EditorStrip *strip = nullptr; // whose this is; nullptr: of a change on the calendar, or closed
+    EditorStrip *strip = nullptr; // its owner; nullptr for a change on the calendar or a closed editor
 
-    // The data store's.
+    // Fields of the data store.
     QString meetingKey; // empty or null: no meeting
     QVariantMap savedApptInfo;
     QString encodeMailBody;
     QString scheduleForEmail;
     PACAccount pacAccountNo = PACAccount::None;
 
-    bool isPACApplied = false;                              // the account's texts are in body and location
+    bool isPACApplied = false;                              // body and location contain the account's texts
     MeetingCommand meetingAction = MeetingCommand::CmdNone; // the last command
-    MeetingCommand sheetCommand = MeetingCommand::CmdNone;  // what opened the settings sheet
-    bool usesProfile = false;     // the user's profile was read, or found read, for this work
-    bool isOperationHeld = false; // a host operation waits for the work to end; which one, the strip records
-    bool isChangedMeanwhile = false; // the appointment, since the client was told of it
-    bool isFinishing = false;        // the work has ended; the operation is run on the next turn
-    bool isNewMeeting = false;       // asked for, and its record is not written yet
-    QVariantMap sentAppointment;     // as the client was last told of it, or found to have it
+    MeetingCommand sheetCommand = MeetingCommand::CmdNone;  // the command that opened the settings sheet
+    bool usesProfile = false;                               // this work uses the user's profile
+    bool isOperationHeld = false;    // a host operation (recorded by the strip) waits for the work
+    bool isChangedMeanwhile = false; // the appointment has changed since it was sent to the client
+    bool isFinishing = false;        // the work has ended; the operation runs on the next turn
+    bool isNewMeeting = false;       // the meeting was requested, its record is not written yet
+    QVariantMap sentAppointment;     // as last sent to the client or read from it
     std::optional<PendingWriteBack> pendingWriteBack;
     std::unique_ptr<vlOLWordMailEditor> olWordMailEditor;
 

@@ -1,14 +1,15 @@
-// What the next stored record of an appointment brings into it.
+// The values that the plug-in adds to an appointment's record when the host stores it next.
 #pragma once
 
 #include <QString>
 
-// Composed by a write-back, used up by the host's next storing of the appointment. Null: not set.
+// A write-back composes it; the next time the host stores the appointment consumes it. A null text is not
+// set.
 struct PendingWriteBack {
     bool needClearLocation = false;
-    QString joinURL;             // just written
+    QString joinURL;             // written by this write-back
     QString olNewLocation;       // the whole location
     QString vlLocation;          // its meeting part: join URL and rooms
-    QString joinURLFromProperty; // of the stored record before this write-back
+    QString joinURLFromProperty; // in the stored record before this write-back
     QString olNewBody;           // HTML
 };

@@ -1,16 +1,16 @@
-// Whether a meeting was made for the organiser who now sends its appointment.
+// Checks whether a meeting was made for the organiser who now sends its appointment.
 #pragma once
 
 #include <QString>
 
 struct ScheduleOwner {
     bool isOnBehalf = false;
-    QString onbehalfEmail;            // empty when on nobody's behalf
-    QString currentEmail;             // of the From field
+    QString onbehalfEmail;            // empty: the user schedules for himself
+    QString currentEmail;             // address in the From field
     bool mayScheduleForOther = false; // for onbehalfEmail
-    QString scheduleForEmail;         // for whom the meeting was made; empty: for the user
+    QString scheduleForEmail;         // owner of the meeting; empty: the user
 };
 
-// Addresses are compared in any case. On behalf of someone for whom the user may not schedule, no meeting was
-// made for that person, and the meeting goes out as it is.
+// The comparison of addresses ignores case. If the user may not schedule for the organiser, the plug-in has
+// made no meeting for that organiser, and the meeting is sent unchanged.
 [[nodiscard]] bool isScheduleOwnerMatched(const ScheduleOwner &owner);

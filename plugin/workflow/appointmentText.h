@@ -1,4 +1,4 @@
-// What is the user's in an appointment's location and subject, and what is not.
+// Separates the user's own text in an appointment's location and subject from the plug-in's text.
 #pragma once
 
 #include "platform/runtime/Value.h"
@@ -8,14 +8,15 @@
 #include <QStringList>
 #include <QVariantMap>
 
-// Takes every occurrence of the part out of the text, first those with the separator right behind them. An
-// empty part takes every separator out.
+// Removes every occurrence of the part from the text, first those that the separator directly follows. An
+// empty part removes every separator.
 void removeLocationPart(QString &text, const QString &part, QChar separator);
 
 // The names of the rooms (resources) among the attendees of an appointment's snapshot, in their order.
 [[nodiscard]] QStringList roomNames(const QVariantMap &snapshot);
 
-// Gives an event or a record whose own subject is blank that of the meeting. `own` is its subject, trimmed.
+// Sets the meeting's subject on an event or record whose own subject is blank. `own` is the trimmed subject
+// of the event or record.
 template<typename Event>
 void fillEmptySubject(const Event &event, const QString &own, const QVariantMap &meetingInfo) {
     const QVariantMap apptInfo = rt::mapValue(meetingInfo.value(vl_Outlook_ApptInfo));

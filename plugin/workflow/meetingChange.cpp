@@ -1,4 +1,4 @@
-// What makes a meeting changed, and so an update necessary.
+// Which differences between two meetings require an update.
 #include "platform/runtime/Value.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
@@ -8,7 +8,7 @@
 
 namespace {
 
-// What the new and the old meeting hold under the same name.
+// The new and the old meeting, compared member by member.
 struct Sides {
     QVariantMap now;
     QVariantMap before;
@@ -27,7 +27,7 @@ struct Sides {
     [[nodiscard]] bool numbersDiffer(const QString &key) const {
         return rt::integerValue(now.value(key)) != rt::integerValue(before.value(key));
     }
-    // Here a missing text is as good as an empty one.
+    // Treats a missing text and an empty text as equal.
     [[nodiscard]] bool contentsDiffer(const QString &key) const {
         const QString a = rt::textValue(now.value(key));
         const QString b = rt::textValue(before.value(key));

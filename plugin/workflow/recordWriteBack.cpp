@@ -32,7 +32,7 @@ void updateVlKeyInfoToAppointment(rt::Object *record) {
 
 void updateVlKeyInfoToAppointmentForPAC(rt::Object *record) {
     const vlPACMeetingMgr &conferences = vlPACMeetingMgr::sharedInstance();
-    if (!MeetingContext::atHand().isPACApplied) // an alert has said so, or the client has not answered yet
+    if (!MeetingContext::atHand().isPACApplied) // not answered yet, or unusable (an alert said so)
         return cleanVlKeyInfoFromAppointment(record);
     const vlECMutableCalendarEvent adapter(record);
     const QString location = adapter.location();

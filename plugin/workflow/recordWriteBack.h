@@ -1,11 +1,11 @@
-// The second pass of the write-back: what the host is about to store as an appointment's record.
+// The second pass of the write-back: changes the record of an appointment that the host is about to store.
 #pragma once
 
 #include "platform/runtime/Object.h"
 
-// `record` is the host's editable record; anything else is left alone. One of the first three is called for
-// every record that the host stores, with the context of its editor at hand (nobody's for a change on the
-// calendar). It uses the pending write-back up.
+// `record` is the host's editable record; other objects stay unchanged. The hook calls one of the first three
+// functions for every record that the host stores, while the editor's context (nobody's for a change on the
+// calendar) is the current one. The call consumes the pending write-back.
 
 // For a record of a meeting.
 void updateVlKeyInfoToAppointment(rt::Object *record);
@@ -14,5 +14,5 @@ void updateVlKeyInfoToAppointmentForPAC(rt::Object *record);
 // For any other record.
 void cleanVlKeyInfoFromAppointment(rt::Object *record);
 
-// Whether the record still lacks the location that was composed last.
+// Whether the record lacks the location that was composed last.
 [[nodiscard]] bool needUpdateLocation(rt::Object *record);

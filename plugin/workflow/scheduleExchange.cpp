@@ -13,7 +13,8 @@
 
 namespace {
 
-// Whether the client may have made that meeting: a long subject is cut, and an empty one filled.
+// Whether the client may have made that meeting for the appointment. The client shortens a long subject and
+// fills in an empty one.
 bool isMeetingFor(QVariantMap appointment, const QVariantMap &loaded) {
     const QString asked = rt::textValue(appointment.value(vl_ApptInfo_Subject));
     const QString made = rt::textValue(loaded.value(vl_ApptInfo_Subject));

@@ -1,12 +1,12 @@
-// Answers to schedule requests that came in another order than the requests.
+// Handles answers to schedule requests that arrive in a different order than the requests.
 #pragma once
 
 #include "plugin/workflow/MeetingContext.h"
 
 #include <memory>
 
-// The answer to a schedule request does not tell whose it is. With several under way, the client may have
-// answered in another order than it was asked: the meeting that is read back then is the one that another
-// appointment has asked for. If so, that appointment and the one at hand exchange the meetings and requests
-// that they have got, and the one at hand waits for its own. The other one; nullptr: nothing was exchanged.
+// The answer to a schedule request does not name its appointment. If several requests are pending and the
+// client answers in a different order, the meeting that was read back belongs to another appointment. In that
+// case the other appointment and the current one exchange their meetings and requests, and the current one
+// waits for its own meeting. Returns the other context, or nullptr if nothing was exchanged.
 std::shared_ptr<MeetingContext> exchangeScheduleAnswers();

@@ -11,7 +11,7 @@ public:
     [[nodiscard]] bool getActionResult() const { return m_bActionSucceed; }
     // True exactly when the answer's "keyVlResult" is "Success".
     void setActionResultData(const QVariantMap &answer);
-    // The result of that editor's strip; false without a strip.
+    // Returns the result that the editor's strip holds; false without a strip.
     [[nodiscard]] bool getActionResultWithCalEventEditorViewCtrl(rt::Object *editor) const;
 
 private:

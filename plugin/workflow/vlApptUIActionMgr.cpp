@@ -16,7 +16,7 @@ HostAction hostActionOf(const QVariantMap &action) {
     return known ? HostAction(code) : HostAction::None;
 }
 
-// What the appointment's state makes of its saving; nothing when the host may save at once.
+// The command that a save requires in this state; no value if the host may save at once.
 std::optional<MeetingCommand> commandFor(DataStatus status) {
     if (status == DataStatus::DeleteMeeting)
         return MeetingCommand::CmdDeleteMeeting;
@@ -47,9 +47,9 @@ int vlApptUIActionMgr::handleVLMeeting(rt::Object *editor, const QVariantMap &ac
         strip->setActionToSuccess();
         return hostMayProceed;
     }
-    MeetingContext::atHand().isOperationHeld = true; // until the work has ended, or was denied
+    MeetingContext::atHand().isOperationHeld = true; // until the work ends or is denied
     const int error = vlMeetingMgr::sharedInstance().sendVlMeetingCommand(*command, editor);
-    if (error) // without a client the cancellation would else go out while the meeting stays
+    if (error) // otherwise the host would send the cancellation and the meeting would remain
         return error == hostMayProceed ? notStarted : error;
     if (EditorStrip *stillThere = vlMeetingWindows::stripOfEditor(editor))
         stillThere->setActionToSuccess();

@@ -1,4 +1,4 @@
-// The editor's side of the meeting work: its buttons, its saving and sending, its closing.
+// Handles what an editor does with its meeting: buttons, saving, sending and closing.
 #pragma once
 
 #include "plugin/link/clientCodes.h"
@@ -13,24 +13,25 @@ class QWidget;
 
 class vlApptUIActionMgr : public SharedObject<vlApptUIActionMgr>, public vlActionResultMgr {
 public:
-    // What handleVLMeeting() answers, beside a ClientError's number.
-    static constexpr int heldBack = 0;       // the workflow runs the host operation when it is done
-    static constexpr int notStarted = 1;     // in place of the one ClientError that has the next number
-    static constexpr int hostMayProceed = 2; // nothing to do for the meeting
+    // Results of handleVLMeeting(), in addition to the number of a ClientError.
+    static constexpr int heldBack = 0;       // the workflow runs the host operation at its end
+    static constexpr int notStarted = 1;     // replaces the ClientError whose number equals hostMayProceed
+    static constexpr int hostMayProceed = 2; // the meeting needs no work
 
     // Puts a strip into the host's header view, which owns it.
     void createVlAdditionViewOnCalHeaderContainerView(QWidget *headerView);
-    // The host is about to save or send: sends the command that this needs. `action` is
-    // {"keyApptViewActionID"}; when it is empty, the strip's host action stays. Any other answer than
-    // heldBack and hostMayProceed: the command could not be started, and the host operation is held back too.
+    // Call it before the host saves or sends: it sends the command that the operation requires. `action` is
+    // {"keyApptViewActionID"}; if it is empty, the strip keeps its host action. Any result other than
+    // heldBack and hostMayProceed means that the command could not start; the host operation is held back as
+    // well.
     int handleVLMeeting(rt::Object *editor, const QVariantMap &action);
 
-    // The strip's buttons. `meetingType` is not read.
+    // Called by the strip's buttons. `meetingType` is unused.
     int addVLMeeting(EditorStrip *strip);
     int addPACMeeting(EditorStrip *strip, PACAccount account);
     int cancelVLMeeting(EditorStrip *strip, int meetingType);
     int changeVLMeeting(EditorStrip *strip, int meetingType);
 
-    // The window with that identifier has closed. Always 0.
+    // Call it after the window with that identifier has closed. Returns 0.
     int closeOLAppointment(const QString &apptWindowID);
 };

@@ -18,7 +18,7 @@ namespace {
 
 constexpr double secondsPerMinute = 60.0;
 
-// Whole minutes, both conversions toward zero; seconds beyond 32 bits count as the nearest limit.
+// Whole minutes; both conversions truncate toward zero. Seconds beyond 32 bits are clamped.
 QString minutesText(double seconds) {
     using Limits = std::numeric_limits<qint32>;
     const auto whole = qint32(std::clamp(seconds, double(Limits::min()), double(Limits::max())));
@@ -41,7 +41,7 @@ void vlMeetingMgr::notifyActionResultToCalActionMgr(const QVariantMap &answer) {
 }
 
 bool vlCalendarActionMgr::isCurVelaMeeting(rt::Object *event) const {
-    // By name, not through an adapter: it is asked of events and of their editable records alike.
+    // Sent by name and not through an adapter, because the object may be an event or its editable record.
     const QString text = rt::textValue(rt::send(event, rt::Selector(olItem_olmUCCapabilities)));
     return !rt::textValue(vlOLUtils::toNSDictionary(text).value(vl_OLProperty_MeetingKey)).isEmpty();
 }
@@ -60,7 +60,7 @@ int vlCalendarActionMgr::updateStartTime(rt::Object *grid, rt::Object *startDate
 
 int vlCalendarActionMgr::updateMeeting(rt::Object *grid, const QString &newSubject, rt::Object *newStartDate,
                                        std::optional<double> newDuration) {
-    const vlOLCalendarDate start(newStartDate); // while it is there: what follows runs host code
+    const vlOLCalendarDate start(newStartDate); // held weakly: the host code called below may delete it
     const vlOLCalendarGridViewWrapper wrapper(grid);
     const vlCCGridViewController controller(wrapper.gridViewController());
     QVariantMap pending;

@@ -22,7 +22,8 @@ QVariantMap loadedSettings() {
     return rt::mapValue(vlGetMeetingHelper::sharedInstance().getMeetingInfo().value(vl_Setting));
 }
 
-// Those saved by the user; when they say to use the personal meeting and that is loaded, its own.
+// The settings saved by the user. If they select the personal meeting and it is loaded, the settings of the
+// personal meeting.
 QVariantMap settingsOfNewMeeting() {
     const QVariantMap saved = vlSettingData::savedSettings();
     if (!rt::boolValue(saved.value(vl_Setting_IsPMI)) ||

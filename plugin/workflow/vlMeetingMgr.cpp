@@ -27,7 +27,7 @@ namespace {
 
 constexpr int nothingStarted = 0;
 constexpr int clientNotReached = 1;
-constexpr qint64 hostFailed = -1; // a host's save-and-close that left the editor open
+constexpr qint64 hostFailed = -1; // the host's save-and-close failed and left the editor open
 
 QWidget *parentOf(const EditorStrip *strip) {
     return vlMeetingWindows::getPluginParentWindow(strip);
@@ -38,14 +38,14 @@ QVariantMap withProgress(QVariantMap request) {
     return request;
 }
 
-// "" when the appointment carries none.
+// "" if the appointment has no meeting.
 QString meetingKeyIn(const QVariantMap &snapshot) {
     const QString text = rt::textValue(snapshot.value(vl_ApptInfo_VlOIProperty));
     const QVariantMap record = vlOLUtils::toNSDictionary(text);
     return rt::orEmpty(rt::textValue(record.value(vl_OLProperty_MeetingKey)));
 }
 
-// Says that the work of the context at hand goes by the user's profile, and whether that is there.
+// Marks the current context as a user of the profile. Returns whether the profile is loaded.
 bool hasUserProfile() {
     MeetingContext::atHand().usesProfile = true;
     return vlUserProfileHelper::sharedInstance().hasUserProfile();
@@ -53,7 +53,7 @@ bool hasUserProfile() {
 
 } // namespace
 
-// What a command or an answer is for, as far as it is still there.
+// The target of a command or an answer. A pointer is nullptr if its object no longer exists.
 struct vlMeetingMgr::Work {
     MeetingCommand code;
     EditorStrip *strip = nullptr;
@@ -64,13 +64,13 @@ struct vlMeetingMgr::Work {
 struct vlMeetingMgr::Transition {
     Source source;
     MeetingCommand code;
-    std::optional<WorkflowState> from; // none: any
-    std::optional<WorkflowState> to;   // none: the state stays
+    std::optional<WorkflowState> from; // no value: any state
+    std::optional<WorkflowState> to;   // no value: the state stays
     int (vlMeetingMgr::*next)(const Work &work);
 };
 
-// What a command or an answer starts. Without a row it starts nothing. Steps that ask for the personal
-// meeting set the state in which its answer is to find the work.
+// The step that each command or answer starts. A code without a row starts nothing. Steps that request the
+// personal meeting set the state themselves, so that its answer finds the right row.
 // clang-format off
 const vlMeetingMgr::Transition vlMeetingMgr::transitions[] = {
     {Source::Command, CmdAddMeeting, {}, StateAdd, &vlMeetingMgr::addVelaMeeting},
@@ -120,7 +120,7 @@ int vlMeetingMgr::follow(Source source, const Work &work) {
     return (this->*row->next)(work);
 }
 
-// The registration is never taken back: the services may be others when this object ends.
+// The destructor does not remove the observer, because the services may have been replaced by then.
 vlMeetingMgr::vlMeetingMgr()
     : m_listens(std::make_shared<bool>(true)) {
     static_cast<void>(platform::services().notifications->addObserver(
@@ -233,7 +233,7 @@ int vlMeetingMgr::schedule(const Work &work) {
 }
 
 int vlMeetingMgr::scheduleUpdateVelaMeeting(const Work &work) {
-    if (!work.editor) // without an appointment a request would schedule an empty one
+    if (!work.editor) // otherwise the request would schedule an empty meeting
         return nothingStarted;
     const QVariantMap request = getVelaMeetingData(work.editor);
     if (work.code != CmdUpdateMeeting) {
@@ -296,7 +296,7 @@ int vlMeetingMgr::sendVlMeetingCommand(MeetingCommand command, const QVariantMap
     request.insert(vl_MeetingKey, key);
     if (!follow(Source::Calendar, {command, strip, nullptr, request}))
         return nothingStarted;
-    changes.finish(); // nothing will be answered
+    changes.finish(); // no answer will come
     return clientNotReached;
 }
 
@@ -331,7 +331,7 @@ bool vlMeetingMgr::isSettingCommitOK(const QVariantMap &data) {
            rt::boolValue(data.value(keyButtonClickIsOK));
 }
 
-// Not the last command: another one may have been begun since the sheet was opened.
+// Uses the command that opened the sheet, not the last one: another command may have started since then.
 void vlMeetingMgr::onInvokeSettingCommit(const QVariantMap &userInfo) {
     const ContextScope scope(rt::textValue(userInfo.value(keyApptWindowID)));
     const MeetingCommand opened = MeetingContext::atHand().sheetCommand;
@@ -343,12 +343,12 @@ void vlMeetingMgr::onInvokeSettingCommit(const QVariantMap &userInfo) {
 void vlMeetingMgr::onExcuteCommandFinished(MeetingCommand command, const QVariantMap &data) {
     EditorStrip *strip = vlMeetingWindows::stripOfWindowID(rt::textValue(data.value(keyApptWindowID)));
     const ContextScope scope(strip);
-    if (command == CmdGetUserProfileDone && state() != StateAudioConference) // a conference asks by itself
+    if (command == CmdGetUserProfileDone && state() != StateAudioConference) // a conference does it itself
         vlPACMeetingMgr::sharedInstance().requestAccountsIfNeeded(strip);
     follow(Source::Answer, {command, strip, vlMeetingWindows::editorOf(strip), data});
 }
 
-// The user asks again for the operation that waited; then a new meeting still gets its record.
+// The user has to repeat the operation that waited. A new meeting gets its record then.
 void vlMeetingMgr::onRequestDenied() {
     MeetingContext &context = MeetingContext::atHand();
     context.isOperationHeld = false;
@@ -375,7 +375,7 @@ int vlMeetingMgr::onChangeSettingFinished(const Work &work) {
                                                        : nothingStarted;
 }
 
-// Tells strip and calendar how the action ended. Returns the client's answer.
+// Reports the result of the action to the strip and the calendar. Returns the client's answer.
 QVariantMap vlMeetingMgr::tellResult(const Work &work, StripState shown) {
     const QVariantMap answer = rt::mapValue(work.data.value(keyVlAPIResponse));
     if (work.strip) {
@@ -397,7 +397,8 @@ int vlMeetingMgr::onSchdulerActionFinished(const Work &work) {
     return nothingStarted;
 }
 
-// Also after a failure the meeting leaves the appointment; the result is for the strip and the calendar.
+// Removes the meeting from the appointment even after a failure; only the strip and the calendar use the
+// result.
 int vlMeetingMgr::onDeleteActionFinished(const Work &work) {
     const rt::Weak<> editor(work.editor);
     const QVariantMap answer = tellResult(work, StripState::NoMeeting);
@@ -407,7 +408,7 @@ int vlMeetingMgr::onDeleteActionFinished(const Work &work) {
     return finishEditorLater(editor.get());
 }
 
-// Work without a strip comes from the calendar: the appointment is the one whose snapshot was kept.
+// Work without a strip comes from the calendar and uses the kept snapshot of the appointment.
 QVariantMap vlMeetingMgr::requestOf(const Work &work) const {
     if (work.strip)
         return getVelaMeetingData(work.editor);
@@ -418,8 +419,8 @@ QVariantMap vlMeetingMgr::requestOf(const Work &work) const {
             {vl_MeetingKey, store.meetingKey()}};
 }
 
-// Whether there is an appointment behind the work: the strip's editor, or without a strip the kept snapshot.
-// Without one the editor has closed meanwhile, and an update would empty the meeting.
+// Whether the work has an appointment: the strip's editor or, without a strip, the kept snapshot. If it has
+// none, the editor has closed in the meantime, and an update would empty the meeting.
 bool vlMeetingMgr::isAppointmentKnown(const Work &work) const {
     return work.strip ? work.editor != nullptr
                       : !vlMeetingDataMgr::sharedInstance().getSavedApptInfo().isEmpty();
@@ -442,7 +443,7 @@ int vlMeetingMgr::commitUpdateMeeting(EditorStrip *strip, const QVariantMap &req
         return rt::boolValue(settings.value(vl_Setting_IsPMI)) ? updatePMIMeeting(strip)
                                                                : sendUpdate(strip, request);
     }
-    // A save that overtook the reading of a new meeting brings its record too.
+    // The record of a new meeting is also written if a save came before the meeting was read.
     return writeLoadedMeeting(vlMeetingWindows::editorOf(strip), MeetingContext::atHand().isNewMeeting);
 }
 
@@ -453,7 +454,7 @@ int vlMeetingMgr::sendUpdate(EditorStrip *strip, const QVariantMap &request) {
     return nothingStarted;
 }
 
-// The request is made anew when the personal meeting has been read.
+// Builds the request again after the personal meeting was read.
 int vlMeetingMgr::updatePMIMeeting(EditorStrip *strip) {
     setState(StateUpdatePMI);
     if (hasUserProfile())
@@ -463,7 +464,7 @@ int vlMeetingMgr::updatePMIMeeting(EditorStrip *strip) {
     return nothingStarted;
 }
 
-// Whoever else has read the meeting that is changed here reads it again before comparing with it.
+// Other contexts that have loaded the meeting changed here must read it again before they compare with it.
 void vlMeetingMgr::forgetLoadedElsewhere() {
     const auto own = MeetingContext::sharedAtHand();
     for (const auto &context : MeetingContext::all())
@@ -487,7 +488,7 @@ void vlMeetingMgr::noteSent(const QVariantMap &request) {
     MeetingContext::atHand().sentAppointment = rt::mapValue(request.value(vl_Outlook_ApptInfo));
 }
 
-// What has been changed since the client was told goes to the client before the host stores it.
+// Changes made since the last request must reach the client before the host stores them.
 void vlMeetingMgr::noteChangeBeforeOperation(rt::Object *editor) {
     MeetingContext &context = MeetingContext::atHand();
     if (!operationToRun(editor))
@@ -500,7 +501,7 @@ void vlMeetingMgr::noteChangeBeforeOperation(rt::Object *editor) {
             context.isOperationHeld = context.isChangedMeanwhile = true;
 }
 
-// Into the appointment; `commit`: the stored record too.
+// Writes into the appointment and, with `commit`, into its stored record.
 int vlMeetingMgr::writeLoadedMeeting(rt::Object *openEditor, bool commit) {
     noteChangeBeforeOperation(openEditor);
     MeetingContext::atHand().isNewMeeting = false;
@@ -512,14 +513,14 @@ int vlMeetingMgr::writeLoadedMeeting(rt::Object *openEditor, bool commit) {
 
 // The end of the work.
 
-// Not from inside the answer: the host operation may close the editor and everything that belongs to it.
-// Answers that come together end it once.
+// Runs after the answer was handled, because the host operation may close the editor and delete everything
+// that belongs to it. Several answers in one turn finish the editor only once.
 int vlMeetingMgr::finishEditorLater(rt::Object *editor) {
     const auto context = MeetingContext::sharedAtHand();
     const bool isChanged = std::exchange(context->isChangedMeanwhile, false);
     if (isChanged && editor && context->isOperationHeld && !context->meetingKey.isEmpty()) {
         context->loadedMeeting = {};
-        return sendVlMeetingCommand(CmdUpdateMeeting, editor); // compares with what the client has by now
+        return sendVlMeetingCommand(CmdUpdateMeeting, editor); // compares with the client's present state
     }
     if (std::exchange(context->isFinishing, true))
         return nothingStarted;
@@ -531,7 +532,7 @@ int vlMeetingMgr::finishEditorLater(rt::Object *editor) {
     return nothingStarted;
 }
 
-// The operation of the editor, whose context is at hand, that the end of the work lets run; nullptr: none.
+// The operation to run when the work ends, for the editor of the current context; nullptr if there is none.
 const HeldOperation *vlMeetingMgr::operationToRun(rt::Object *editor) {
     const EditorStrip *strip = vlMeetingWindows::stripOfEditor(editor);
     const bool hasAttendees = !rt::listValue(rt::send(editor, "attendeeList")).isEmpty();
@@ -551,7 +552,7 @@ void vlMeetingMgr::closeOLAppointment(rt::Object *editor) {
         return;
     const rt::Weak<> windowController(strip->editorWindowController());
     if (rt::integerValue(operation->run(editor)) == hostFailed)
-        return; // the host has said why; the editor stays as it was
+        return; // the host has reported the reason; the editor stays open
     if (operation->forgets)
         clearAllSavedData(true);
     if (operation->closesWindow) // unless the host has closed it already
@@ -573,7 +574,7 @@ void vlMeetingMgr::clearAllSavedData(bool dropEditor) {
     CalendarChanges::sharedInstance().finish();
 }
 
-// For the link, the calendar and the body.
+// Services for the link, the calendar and the body.
 
 bool vlMeetingMgr::isMeetingChanged(const QVariantMap &request, const QVariantMap &loadedMeeting) const {
     return vlMeetingDataMgr::sharedInstance().isMeetingChanged(request, loadedMeeting);

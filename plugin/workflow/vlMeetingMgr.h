@@ -1,4 +1,4 @@
-// The one controller of the meeting work: from the user's commands to requests, from answers to the
+// The controller of the meeting work: turns the user's commands into requests and writes answers into the
 // appointment.
 #pragma once
 
@@ -17,14 +17,14 @@ class vlECCalendarEvent;
 struct HeldOperation;
 class vlERCalendarEventEditorViewController;
 
-// Works on the context at hand: a command for a strip or an editor brings that of its appointment to hand,
-// the link that of whoever has asked. `editor` is the host's editor view controller. Editors and strips are
-// not owned, are nullptr when there is none, and are looked up anew for every step: they may be gone when an
-// answer arrives. A step is skipped when its editor or strip no longer exists. Requests are asynchronous: an
-// operation returns as soon as its request is posted. Main thread only.
+// Works on the current context. A command for a strip or an editor makes its appointment's context the
+// current one; for an answer the link restores the context that asked. `editor` is the host's editor view
+// controller. Editors and strips are not owned, may be nullptr, and are looked up again for every step,
+// because they may no longer exist when an answer arrives; the step is then skipped. Requests are
+// asynchronous: an operation returns as soon as its request is posted. Main thread only.
 class vlMeetingMgr : public SharedObject<vlMeetingMgr>, public FinishReceiver, public BodyEditorHolder {
 public:
-    // Listens for the settings sheet's commit from now on.
+    // Starts to observe the commit of the settings sheet.
     vlMeetingMgr();
     ~vlMeetingMgr() override;
     vlMeetingMgr(const vlMeetingMgr &) = delete;
@@ -33,25 +33,27 @@ public:
     [[nodiscard]] WorkflowState state() const { return MeetingContext::atHand().state(); }
     void setState(WorkflowState state) { MeetingContext::atHand().setState(state); }
 
-    // Commands. Each stores the command as the last one and starts it, on the strip, on the editor, or on
-    // neither. 0: started, or nothing to start. Refused: the ClientError's number for a deletion, an instant
-    // meeting and the reading of the personal meeting, else 0 too.
+    // Commands. Each call records the command as the last one and starts it on the strip, on the editor, or
+    // on neither. Returns 0 if it was started or needs no work. If the request failed, a deletion, an instant
+    // meeting and the reading of the personal meeting return the number of the ClientError; other commands
+    // return 0.
     int sendVlMeetingCommand(MeetingCommand command, EditorStrip *strip);
     int sendVlMeetingCommand(MeetingCommand command, rt::Object *editor);
     int sendVlMeetingCommand(MeetingCommand command);
-    // From the calendar: asks the client to read the meeting, for an update, or to delete it. `data` is
-    // {"apptInfo", "keyEventOwnerWindow", "keyApptWindowID", "keyDragAndMoveOnCalendar"}; the window is kept
-    // weakly, for alerts. 0: asked, or no such command; 1: the client could not be asked. An editor in the
-    // window of that identifier takes the change for its own.
+    // For a change on the calendar: asks the client to read the meeting (for an update) or to delete it.
+    // `data` is {"apptInfo", "keyEventOwnerWindow", "keyApptWindowID", "keyDragAndMoveOnCalendar"}; alerts
+    // use the window, which is held weakly. Returns 0 if the client was asked or the command is another one,
+    // 1 if the client could not be asked. If the window of that identifier has an editor, the change uses the
+    // editor's context.
     int sendVlMeetingCommand(MeetingCommand command, const QVariantMap &data);
     void setMeetingAction(MeetingCommand command) { MeetingContext::atHand().meetingAction = command; }
     [[nodiscard]] MeetingCommand getMeetingAction() const { return MeetingContext::atHand().meetingAction; }
 
     // The meeting request of an editor: {"apptInfo", "setting", "meetingKey", "keyApptWindowID",
-    // "keyEventOwnerWindow"}, each but the settings only where there is one.
+    // "keyEventOwnerWindow"}. Entries without a value are left out, except the settings.
     [[nodiscard]] QVariantMap getVelaMeetingData(rt::Object *editor) const;
 
-    // Reads the user's personal meeting in that state. Without a profile nothing happens.
+    // Sets the state and reads the user's personal meeting. Does nothing without a profile.
     int getPMIMeetingInfo(EditorStrip *strip, WorkflowState state);
     // Whether the user's local profile says not to show the settings sheet again.
     [[nodiscard]] bool notShowSetting() const;
@@ -59,33 +61,33 @@ public:
 
     void onExcuteCommandFinished(MeetingCommand command, const QVariantMap &data) override;
     void onRequestDenied() override;
-    // Runs the host operation that waited for the meeting work, or clears the saved data when the editor is
-    // gone.
+    // Runs the host operation that waited for the meeting work, or clears the saved data if the editor no
+    // longer exists.
     void closeOLAppointment(rt::Object *editor);
-    // Of the context at hand; dropEditor: the body editor's adapter as well. The user's profile goes with the
-    // last work that uses it.
+    // Clears the data of the current context and, with `dropEditor`, the adapter of the body editor. The
+    // user's profile is cleared together with the last context that uses it.
     void clearAllSavedData(bool dropEditor);
 
     // For the link.
     [[nodiscard]] QString getApptWindowIDByWindow(QWidget *window) const override;
     void setScheduleForEmail(const QString &email) override;
 
-    // Writing the meeting into the appointment; `commit`: the stored record too. Nothing without an
-    // appointment.
+    // Writes the meeting into the appointment and, with `commit`, into its stored record. Does nothing
+    // without an appointment.
     void updateVlKeyInfoToAppointment(rt::Object *editor, const QVariantMap &info, bool commit);
     void updateVlMeetingInfoToAppointmentForDelete(rt::Object *editor, const QVariantMap &answer);
     void updateMailBodyForSchedule(rt::Object *editor);
     // The digest of the loaded meeting's invitation; null when it has none.
     [[nodiscard]] QString getEncodeMail() const;
-    // What the user wrote into the location: its text without the meetings' join URLs and the rooms' names.
+    // The user's own part of the location: the text without the join URLs of meetings and the names of rooms.
     // Null without a new join URL.
     [[nodiscard]] QString getOLUserInputLocation(const vlERCalendarEventEditorViewController &editor,
                                                  const QString &oldJoinURL, const QString &joinURL) const;
-    // The meeting's part of the location: the join URL just written and the rooms. Null without either a
-    // valid event or a join URL.
+    // The meeting's part of the location: the new join URL and the rooms. Null without a valid event or
+    // without a join URL.
     [[nodiscard]] QString getVlLocation(const vlECCalendarEvent &event) const;
 
-    // What the next store of the appointment's record by the host brings into it (see PendingWriteBack).
+    // The values to add when the host stores the appointment's record next (see PendingWriteBack).
     void cleanVlInfoForUpdApptInfo() { MeetingContext::atHand().pendingWriteBack.reset(); }
     [[nodiscard]] bool needClearLocation() const { return pending().needClearLocation; }
     [[nodiscard]] QString getJoinURL() const { return pending().joinURL; }
@@ -95,8 +97,8 @@ public:
     [[nodiscard]] QString getOLNewBody() const { return pending().olNewBody; }
     void setOLNewBody(const QString &html) override;
 
-    // For the body's editing. The body editor belongs to the appointment editor that hosts it; without one,
-    // to the context at hand. Neither is kept alive.
+    // Editing of the body. The body editor belongs to the appointment editor that contains it or, without
+    // one, to the current context. Neither is kept alive.
     void setOLWordMailEditor(rt::Object *bodyEditor, rt::Object *editor = nullptr);
     [[nodiscard]] vlOLWordMailEditor *olWordMailEditor() const {
         return MeetingContext::atHand().olWordMailEditor.get();
@@ -104,13 +106,13 @@ public:
     [[nodiscard]] vlOLWordMailEditor *bodyEditorOf(rt::Object *editor) const override;
     [[nodiscard]] QString encodeMailBody() const override;
 
-    // Scheduling for others. Whether the meeting may be sent by the organiser now chosen in the editor.
+    // Scheduling for others: whether the organiser chosen in the editor may send the meeting.
     [[nodiscard]] bool checkScheduleOwnerMatched(rt::Object *editor) const;
-    // Whether the appointment has no stored meeting yet: only a meeting made in this editor is checked.
+    // Whether the appointment has no stored meeting yet; only a meeting made in this editor is checked.
     [[nodiscard]] bool needCheckOwnerMatched(rt::Object *editor) const;
     void showWarningNotAllowScheduleForOthers(rt::Object *editor);
 
-    // Calls that other classes carry out.
+    // Calls forwarded to other classes.
     void notifyActionResultToCalActionMgr(const QVariantMap &answer);
     [[nodiscard]] bool isMeetingChanged(const QVariantMap &request, const QVariantMap &loadedMeeting) const;
     [[nodiscard]] QString getMailBodyWithVelaContentFor1520(const QString &body, const QString &emailBody,
@@ -124,18 +126,19 @@ private:
     int start(const Work &work);
     int follow(Source source, const Work &work);
 
-    // The steps of the transitions. 0: started, or nothing to start; else the ClientError's number.
+    // The steps of the transitions. Return 0 if the step was started or needs no work, else the number of the
+    // ClientError.
     int addVelaMeeting(const Work &work);
     int changeSettings(const Work &work);
     int executeGetMeetingForChangeSetting(const Work &work);
-    // Opens the settings sheet, or goes on at once for a user who does not want to see it again.
+    // Opens the settings sheet, or continues at once if the user has chosen not to see it again.
     int prepareOpenSettings(const Work &work);
     int openSheet(const Work &work);
     int refreshSheet(const Work &work);
     int cancelVelaMeeting(const Work &work);
     int schedule(const Work &work);
     int scheduleUpdateVelaMeeting(const Work &work);
-    int deleteVelaMeeting(const Work &work); // 0 also when the strip blocks it
+    int deleteVelaMeeting(const Work &work); // returns 0 also if the strip blocks it
     int readMeetingOnCalendar(const Work &work);
     int deleteMeetingOnCalendar(const Work &work);
     int startInstantMeeting(const Work &work);
@@ -151,14 +154,14 @@ private:
     int updateAfterReading(const Work &work);
     int writeMeeting(const Work &work);
 
-    // Whether the dictionary is the commit of a settings sheet that was left with OK.
+    // Whether the dictionary reports that the user closed a settings sheet with OK.
     [[nodiscard]] static bool isSettingCommitOK(const QVariantMap &data);
     int showSettingsWindow(EditorStrip *strip, const QVariantMap &data);
     [[nodiscard]] QVariantMap requestOf(const Work &work) const;
     [[nodiscard]] bool isAppointmentKnown(const Work &work) const;
     QVariantMap tellResult(const Work &work, StripState shown);
-    // Sends the update when the request differs from the loaded meeting; otherwise only writes the
-    // appointment again.
+    // Sends the update if the request differs from the loaded meeting; otherwise only writes the appointment
+    // again.
     int commitUpdateMeeting(EditorStrip *strip, const QVariantMap &request);
     int updatePMIMeeting(EditorStrip *strip);
     int sendUpdate(EditorStrip *strip, const QVariantMap &request);
@@ -171,11 +174,11 @@ private:
     static void forgetLoadedElsewhere();
 
     [[nodiscard]] static PendingWriteBack pending();
-    // `formerURL`: of the record before this write-back; null when there was none.
+    // `formerURL` is the join URL in the record before this write-back; null if there was none.
     [[nodiscard]] QString oldJoinURL(const vlERCalendarEventEditorViewController &editor,
                                      const QString &formerURL) const;
     void writeLocation(const vlERCalendarEventEditorViewController &editor, const QString &formerURL,
                        const QString &joinURL);
 
-    std::shared_ptr<bool> m_listens; // to the settings sheet's commit, as long as it lives
+    std::shared_ptr<bool> m_listens; // the observer works while this exists
 };

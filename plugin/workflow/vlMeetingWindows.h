@@ -1,4 +1,4 @@
-// Which window, editor, strip and context belong together.
+// Finds the window, editor, strip and context that belong together.
 #pragma once
 
 #include "platform/runtime/Object.h"
@@ -9,14 +9,14 @@
 class EditorStrip;
 class QWidget;
 
-// Nothing is kept or owned; nullptr and null texts stand for what is not there.
+// Keeps and owns nothing. A missing object is nullptr, a missing text is null.
 class vlMeetingWindows {
 public:
-    // The window to which progress and alerts belong: that of the strip's editor; without a strip the main
-    // window.
+    // The parent window of progress and alerts: the window of the strip's editor or, without a strip, the
+    // main window.
     [[nodiscard]] static QWidget *getPluginParentWindow(const EditorStrip *strip);
     [[nodiscard]] static QString getOLAppointmentWindowID(const EditorStrip *strip);
-    // The identifier of the editor whose strip is in that window.
+    // The identifier of the editor whose strip that window contains.
     [[nodiscard]] static QString getApptWindowIDByWindow(QWidget *window);
 
     [[nodiscard]] static EditorStrip *stripOfEditor(rt::Object *editor);
@@ -26,7 +26,7 @@ public:
     [[nodiscard]] static QWidget *mainWindow();
 };
 
-// Brings an editor's context to hand for as long as it lives. Without a strip, what is at hand stays there.
+// Makes an editor's context the current one during its lifetime. Without a strip the current context stays.
 class ContextScope {
 public:
     explicit ContextScope(const EditorStrip *strip);

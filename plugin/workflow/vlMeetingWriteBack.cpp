@@ -1,4 +1,4 @@
-// Writing the meeting into the appointment: body, stored record, subject and location.
+// Writes the meeting into the appointment: body, stored record, subject and location.
 #include "plugin/host/adapters/hostNames.h"
 #include "plugin/host/adapters/vlECCalendarEvent.h"
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
@@ -16,7 +16,7 @@ namespace {
 
 constexpr QChar locationSeparator = u';';
 
-// The editor's event when both are what they should be, else nullptr.
+// The editor's event if both are valid host objects, else nullptr.
 vlECCalendarEvent *eventOf(const vlERCalendarEventEditorViewController &editor) {
     if (!editor.isValidConnection())
         return nullptr;
@@ -24,7 +24,7 @@ vlECCalendarEvent *eventOf(const vlERCalendarEventEditorViewController &editor) 
     return event && event->isValidConnection() ? event : nullptr;
 }
 
-// The field, as long as the editor has one.
+// The text of the location field if the editor has one, else the event's location.
 QString shownLocation(const vlERCalendarEventEditorViewController &editor) {
     const QString field = editor.getLocationFromUI();
     return field.isNull() ? editor.ecCalendarEvent()->location() : field;
@@ -35,14 +35,14 @@ void setLocationEverywhere(const vlERCalendarEventEditorViewController &editor, 
     editor.updateLocationFieldFromUI(location);
 }
 
-// Of the appointment at hand, begun where there is none.
+// The pending write-back of the current appointment; made on first use.
 PendingWriteBack &writeBack() {
     std::optional<PendingWriteBack> &pending = MeetingContext::atHand().pendingWriteBack;
     return pending ? *pending : pending.emplace();
 }
 
 void removeJoinURLs(QString &text, const QString &oldURL, const QString &newURL) {
-    // One may be the beginning of the other: the longer one goes first, so that no end of it stays.
+    // One URL may be a prefix of the other: the longer one is removed first, so that no rest of it stays.
     const bool oldFirst = oldURL.isEmpty() || oldURL.contains(newURL);
     for (const QString &url : oldFirst ? QStringList{oldURL, newURL} : QStringList{newURL, oldURL})
         if (!url.isEmpty())
@@ -87,8 +87,8 @@ void vlMeetingMgr::updateVlKeyInfoToAppointment(rt::Object *editor, const QVaria
         store.setEncodeMailBody(getEncodeMail());
         adapter.saveVlDataToOLProperty(record);
     }
-    // With what is typed and not saved yet. A subject typed by the user is never replaced: the client may
-    // have only a shortened copy of it.
+    // Includes unsaved input. A subject typed by the user is never replaced: the client may have only a
+    // shortened copy of it.
     const QString own = rt::textValue(event->getOneMergedItem(olItem_summary));
     fillEmptySubject(*event, vlOLUtils::trimAllSpace(own), info);
     writeLocation(adapter, rt::textValue(former.value(vl_Meeting_JoinUrl)),
@@ -111,8 +111,8 @@ void vlMeetingMgr::writeLocation(const vlERCalendarEventEditorViewController &ed
     setLocationEverywhere(editor, QString(pending.olNewLocation));
 }
 
-// The field shows what was written last, the host's own location what the record tells of. Either may be
-// forgotten once the appointment was stored: then it is the one in the record that is about to be replaced.
+// The field shows the URL written last; the host's stored location has the URL in the record. Both may be
+// unknown after the appointment was stored; then the URL of the record that is about to be replaced is used.
 QString vlMeetingMgr::oldJoinURL(const vlERCalendarEventEditorViewController &editor,
                                  const QString &formerURL) const {
     QStringList candidates{getJoinURL(), vlMeetingDataMgr::sharedInstance().getOldJoinUrl()};
@@ -121,7 +121,7 @@ QString vlMeetingMgr::oldJoinURL(const vlERCalendarEventEditorViewController &ed
     candidates.removeAll(QString());
     const QString known = candidates.value(0);
     const QString shown = shownLocation(editor);
-    // One may be the beginning of the other: the longer one that is shown is the one to take out.
+    // One URL may be a prefix of the other: the longer one that the location shows has to be removed.
     const qsizetype shownLength = shown.contains(known) ? known.size() : 0;
     return shown.contains(formerURL) && formerURL.size() > shownLength ? formerURL : known;
 }

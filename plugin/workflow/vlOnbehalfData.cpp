@@ -6,11 +6,11 @@
 
 namespace {
 
-// Of each entry in the profile's list of the people for whom the user may schedule.
+// Members of each entry in the profile's list of people for whom the user may schedule.
 const QString bossEmail = u"email"_s;
 const QString bossDisplayName = u"displayName"_s;
 
-// An adapter on nothing when there is no strip.
+// An adapter without an object if there is no strip.
 vlERCalendarEventEditorViewController editorOf(const QString &apptWindowID) {
     return vlERCalendarEventEditorViewController(
         vlMeetingWindows::editorOf(vlMeetingWindows::stripOfWindowID(apptWindowID)));

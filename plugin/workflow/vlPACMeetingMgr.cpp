@@ -29,7 +29,7 @@ void removeAccount(QString &text, int account) {
     const QString numbers = accounts.pacDialInNumberWithCommaSeparator(account);
     if (numbers.isNull())
         return;
-    // An account without numbers leaves separators behind: its one empty number takes them away.
+    // The text of an account without numbers is only separators: its one empty number removes them.
     for (const QString &number : numbers.split(numberSeparator))
         removeLocationPart(text, number, numberSeparator);
     const QString meetingID = accounts.pacMeetingID(account);
@@ -92,7 +92,7 @@ int vlPACMeetingMgr::schedulePACMeeting(EditorStrip *strip) {
         updateLocation(editor.get());
         return 0;
     }
-    // The account stays chosen but is not applied: no later save writes its numbers into the location.
+    // The account stays selected but is not applied, so no later save writes its numbers into the location.
     tell(strip, keyAccountNotUsable);
     strip->onUIChanged(StripState::NoMeeting);
     return 0;
@@ -104,7 +104,7 @@ int vlPACMeetingMgr::onGetPACActionFinished(const QVariantMap &data) {
         return 0;
     if (knowsTheUsersAccounts())
         return schedulePACMeeting(strip);
-    // The answer could not be read: the accounts in memory are another user's, or none.
+    // The answer was unreadable: memory holds no accounts or another user's accounts.
     tell(strip, keyUnreadableAnswer);
     return 0;
 }

@@ -1,4 +1,4 @@
-// Adding one of the user's audio conferences to an appointment.
+// Adds one of the user's audio conferences to an appointment.
 #pragma once
 
 #include "platform/runtime/Object.h"
@@ -10,30 +10,31 @@
 
 class EditorStrip;
 
-// The chosen account is kept with the meeting data of its appointment until that is
-// cleared. Main thread only.
+// The selected account belongs to the meeting data of its appointment until that data is cleared. Main thread
+// only.
 class vlPACMeetingMgr : public SharedObject<vlPACMeetingMgr> {
 public:
-    // Chooses the account and applies it, after reading profile and accounts where they are missing. Always
-    // 0.
+    // Selects the account and applies it; reads the profile and the accounts first if they are missing.
+    // Returns 0.
     int addPACMeeting(EditorStrip *strip, PACAccount account);
     void executeGetPAC(EditorStrip *strip);
-    // Asks for the accounts unless those in memory are the user's, with a progress window only while an audio
-    // conference is being added. Whether it has asked.
+    // Requests the accounts unless memory holds those of the user. Shows a progress window only while an
+    // audio conference is being added. Returns whether it sent a request.
     bool requestAccountsIfNeeded(const EditorStrip *strip);
     // Whether the accounts in memory are those of the user who is signed in.
     [[nodiscard]] static bool knowsTheUsersAccounts();
-    // Writes the chosen account into body and location; an alert when it has no invitation. Always 0.
+    // Writes the selected account into body and location; shows an alert if the account has no invitation.
+    // Returns 0.
     int schedulePACMeeting(EditorStrip *strip);
-    // The accounts were answered. Writes nothing unless an audio conference is being added.
+    // Handles the answer with the accounts. Writes nothing unless an audio conference is being added.
     int onGetPACActionFinished(const QVariantMap &data);
 
-    // The account's part of a location: dial-in numbers and meeting id; null when no accounts are known.
+    // The account's part of a location: dial-in numbers and meeting id; null if no accounts are known.
     [[nodiscard]] QString getLocationWithPACAccountNo(PACAccount account) const;
-    // The location with the chosen account's part in place of any account's; null when neither
-    // the user nor the account puts anything there.
+    // The location with the parts of all accounts replaced by the part of the selected account; null if
+    // neither the user nor the account contributes text.
     [[nodiscard]] QString getNewLocationForPAC(const QString &location) const;
     void updateLocation(rt::Object *editor);
-    // The location without the numbers and ids of all accounts; null for a null or empty one.
+    // The location without the numbers and ids of all accounts; null for a null or empty location.
     [[nodiscard]] QString getOLUserInputString(const QString &location) const;
 };

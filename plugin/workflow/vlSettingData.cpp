@@ -28,7 +28,7 @@ vlSettingData::OneWrite::~OneWrite() {
         platform::services().userDefaults->synchronize();
 }
 
-// A sheet shows its own values, also after another editor's sheet has written the defaults.
+// A sheet shows its own values even after another editor's sheet has changed the defaults.
 rt::Value vlSettingData::stored(const QString &key) const {
     const auto own = m_values.constFind(key);
     return own == m_values.constEnd() ? platform::services().userDefaults->value(key) : *own;
@@ -157,7 +157,7 @@ QString vlSettingData::getFormatRoomMeetingId(const QString &number) {
         return {};
     constexpr QChar dash = u'-';
     constexpr qsizetype firstGroup = 3;
-    constexpr qsizetype longNumber = 11; // from here on the second group has four digits
+    constexpr qsizetype longNumber = 11; // from this length on the second group has four digits
     const qsizetype secondDash = number.size() >= longNumber ? 8 : 7;
     QString formatted = number;
     if (formatted.size() >= firstGroup)

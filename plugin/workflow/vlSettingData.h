@@ -7,17 +7,17 @@
 #include <QString>
 #include <QVariantMap>
 
-// The values are written into the user's defaults at every set (once when several are set together), so that
-// they outlive the process. An object answers what it has set, and for the rest what the defaults say;
-// without a value false, 0 or "". Main thread only.
+// Every set writes the value into the user's defaults (several sets can share one write), so that it outlives
+// the process. An object returns its own values first, then those of the defaults; false, 0 or "" if there is
+// no value. Main thread only.
 class vlSettingData {
 public:
     // "audioOption".
     enum class AudioType : int { Telephone = 0, Computer = 1, Both = 2, ThirdParty = 3, NoChoice = 100 };
     static constexpr int passwordDigits = 6;
 
-    // Everything that is set while one exists is written together, when the outermost one ends: a sheet that
-    // opens sets most values twice, and each time the system would wait for the disk.
+    // Collects all sets during its lifetime into one write, made when the outermost object ends. A sheet that
+    // opens sets most values twice, and every write waits for the disk.
     class OneWrite {
     public:
         OneWrite();
@@ -30,7 +30,7 @@ public:
     void setHostvideoOn(bool on) { store(vl_Setting_EnableHostVideo, on); }
     [[nodiscard]] bool paticipantvideoOn() const { return flag(vl_Setting_EnableParticipantsVideo); }
     void setPaticipantvideoOn(bool on) { store(vl_Setting_EnableParticipantsVideo, on); }
-    // An AudioType, or whatever number was stored.
+    // An AudioType, or any other number that was stored.
     [[nodiscard]] int audioType() const { return number(vl_Setting_AudioOption); }
     void setAudioType(int type) { store(vl_Setting_AudioOption, type); }
     [[nodiscard]] bool requiredMeetingPassword() const { return flag(vl_Setting_RequiredMPW); }
@@ -53,22 +53,22 @@ public:
     [[nodiscard]] QString scheduleForEmail() const { return text(vl_Setting_ScheduleFor); }
     void setScheduleForEmail(const QString &email) { store(vl_Setting_ScheduleFor, email); }
 
-    // The defaults of a new meeting: fixed ones, then what the profile, the site and the user's saved
-    // settings say.
+    // Sets the defaults of a new meeting: fixed values first, then those of the profile, the site and the
+    // user's saved settings.
     void initSettingData();
     void initWithUserProfile();
     void updateWithSiteDefault();
     void initWithSavedProfile();
-    // The settings of the loaded meeting, when there is one.
+    // Sets the values of the loaded meeting, if there is one.
     void initWithSiteMeetingInfo();
-    // Six digits, each 0 to 8.
+    // Sets a random password of six digits, each 0 to 8.
     void setMeetingPasswordWithRadomDigit();
 
-    // The settings dictionary; "meetingPassword" only when a password is required.
+    // The settings dictionary, with "meetingPassword" only if a password is required.
     [[nodiscard]] QVariantMap getSettingsData() const;
 
-    // What the signed-in user last confirmed, from the local profile file; empty without a profile, without a
-    // file, and for a file that is no JSON.
+    // The settings that the signed-in user last confirmed, from the local profile file; empty without a
+    // profile, without a file, or if the file is not JSON.
     [[nodiscard]] static QVariantMap savedSettings();
     // A personal meeting number in groups ("123-456-7890"); null for a null or empty text.
     [[nodiscard]] static QString getFormatRoomMeetingId(const QString &number);
@@ -82,5 +82,5 @@ private:
     void setFixedDefaults();
     void takeOptions(const QVariantMap &settings);
 
-    QVariantMap m_values; // what was set
+    QVariantMap m_values; // set on this object
 };

@@ -1,4 +1,4 @@
-// What the meeting workflow needs from the user interface above it.
+// The interfaces that the meeting workflow needs from the user interface above it.
 #pragma once
 
 #include "platform/runtime/Object.h"
@@ -12,9 +12,9 @@
 struct MeetingContext;
 class QWidget;
 
-// What a strip shows. The numbers are part of the contract with the strip's table of states.
+// The state that a strip shows. The strip's table of states relies on the numbers.
 enum class StripState : qint32 { Hidden = 1, NoMeeting = 2, MeetingAttached = 3 };
-// What saving the appointment needs, asked of the strip at save time.
+// What has to be done before the appointment is saved. The strip computes it at save time.
 enum class DataStatus : qint32 {
     None = 0,
     NothingToDo = 1,
@@ -32,8 +32,8 @@ enum class HostAction : quint32 {
     ActionCalendarDrag = 5
 };
 
-// Where a new strip lies until its header is drawn for the first time: points, origin at the bottom left of
-// the header; in the older hosts and in those from 15.9 on.
+// The frame of a new strip until its header is drawn for the first time, in points from the bottom left of
+// the header: for older hosts and for hosts from 15.9 on.
 inline constexpr QRectF g_vlAdditionViewFrame{870, 60, 400, 70};
 inline constexpr QRectF g_vlAdditionViewFrame_OL2016{870, 13, 400, 70};
 
@@ -41,11 +41,11 @@ inline constexpr QRectF g_vlAdditionViewFrame_OL2016{870, 13, 400, 70};
 class EditorStrip {
 public:
     virtual ~EditorStrip() = default;
-    // What is known of the editor's appointment; never nullptr.
+    // The context of the editor's appointment; never nullptr.
     [[nodiscard]] virtual const std::shared_ptr<MeetingContext> &context() const = 0;
-    // The identifier of the window that the strip is in; a null text when it is in none.
+    // The identifier of the window that contains the strip; null without a window.
     [[nodiscard]] virtual QString getAppointmentWindowID() const = 0;
-    // Host objects, not owned, nullptr when not known.
+    // Host objects, not owned; nullptr if unknown.
     [[nodiscard]] virtual rt::Object *editorWindowController() const = 0;
     [[nodiscard]] virtual rt::Object *editorViewController() const = 0;
     [[nodiscard]] virtual bool blockDeleteVelaMeeting() const = 0;
@@ -60,11 +60,11 @@ public:
     virtual void onUIChanged(StripState state) = 0;
     virtual void refreshUI() = 0;
     virtual void enableChangeSettingButton(bool enabled) = 0;
-    // Removes the meeting as the remove button does.
+    // Does the same as the remove button.
     virtual void autoRemoveVelaMeeting() = 0;
 };
 
-// The live strips. Every lookup goes in order of registration and answers nullptr when there is none.
+// The existing strips. A lookup searches in order of registration and returns nullptr if it finds no strip.
 class EditorStrips {
 public:
     virtual ~EditorStrips() = default;
@@ -82,27 +82,28 @@ public:
                                             QWidget *parent) = 0;
     virtual void showSchSettingWindow(const QString &apptWindowID) = 0;
     [[nodiscard]] virtual bool hasSchSettingWindow(const QString &apptWindowID) const = 0;
-    // The sheet's current settings; empty when there is no sheet.
+    // The sheet's current settings; empty without a sheet.
     [[nodiscard]] virtual QVariantMap getVlSettingsData(const QString &apptWindowID) const = 0;
     virtual void refreshSettingWindow(const QString &apptWindowID) = 0;
 };
 
-// Alerts that the workflow itself raises.
+// Alerts that the workflow itself shows.
 class WorkflowAlerts {
 public:
     virtual ~WorkflowAlerts() = default;
     virtual void showAlertMessage(QWidget *window, const QString &message) = 0;
-    // Tells that the meeting cannot be sent for another organiser and offers to remove it.
+    // Says that the meeting cannot be sent for another organiser and offers to remove it.
     virtual void showRemoveMeetingWarning(rt::Object *editor, QWidget *window) = 0;
 };
 
-// Filled by the composition root or a test; none is owned. With an empty port nothing is shown and nothing
-// found.
+// The composition root or a test fills the ports; they are not owned. An empty port shows nothing and finds
+// nothing.
 struct WorkflowPorts {
     EditorStrips *strips = nullptr;
     SettingsSheets *sheets = nullptr;
     WorkflowAlerts *alerts = nullptr;
-    // Makes a strip with that frame (origin bottom left) in a host's header view, which owns it.
+    // Makes a strip with that frame (origin at the bottom left) in a host's header view, which owns the
+    // strip.
     std::function<void(QWidget *headerView, const QRectF &frame)> createStrip;
     static WorkflowPorts &instance();
 };
