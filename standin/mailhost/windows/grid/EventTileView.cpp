@@ -117,11 +117,6 @@ void EventTileView::focusInEvent(QFocusEvent *event) {
     Q_EMIT focused();
 }
 
-// Drawn in the full colour.
-bool EventTileView::isFull() const {
-    return m_ghost || (m_state.selected && !m_state.dimmed);
-}
-
 void EventTileView::drawBody(QPainter &painter) const {
     const bool full = isFull();
     const double share = (m_style->dark ? softDark : softLight) + (m_state.hovered ? hoverMore : 0);

@@ -52,7 +52,8 @@ protected:
 private:
     explicit EventTileView(QWidget *surface);
     [[nodiscard]] const TileTexts &texts() const;
-    [[nodiscard]] bool isFull() const;
+    // Drawn in the full colour.
+    [[nodiscard]] bool isFull() const { return m_ghost || (m_state.selected && !m_state.dimmed); }
     void drawBody(QPainter &painter) const;
 
     Occurrence m_occurrence;

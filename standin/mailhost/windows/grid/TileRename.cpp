@@ -6,15 +6,6 @@
 
 namespace mailhost {
 
-namespace {
-
-bool endsIt(const QEvent *event) {
-    const int key = static_cast<const QKeyEvent *>(event)->key();
-    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape;
-}
-
-} // namespace
-
 TileRename::TileRename(QWidget *surface, QWidget *returnTo, const QString &subject)
     : QLineEdit(subject, surface)
     , m_returnTo(returnTo) {
@@ -45,7 +36,8 @@ void TileRename::commit() {
 
 bool TileRename::event(QEvent *event) {
     // Not the window's shortcuts, while it is open.
-    if (event->type() == QEvent::ShortcutOverride && endsIt(event)) {
+    static const QSet<int> ends{Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape};
+    if (event->type() == QEvent::ShortcutOverride && ends.contains(static_cast<QKeyEvent *>(event)->key())) {
         event->accept();
         return true;
     }

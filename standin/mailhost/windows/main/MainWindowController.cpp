@@ -167,6 +167,10 @@ void MainWindowController::buildEditMenu() {
         m_window->addCommand(edit, name, text, keys,
                              [this, operation = std::move(operation)] { operation(*m_commands); });
     };
+    const auto addChange = [&add](const QString &name, const QString &text, const QString &keys, int start,
+                                  int end) {
+        add(name, text, QKeySequence(keys), [start, end](A &commands) { commands.changeBy(start, end); });
+    };
     add(controls::undoAction, tr("&Undo"), QKeySequence::Undo, &A::undo);
     add(controls::redoAction, tr("&Redo"), QKeySequence::Redo, &A::redo);
     edit->addSeparator();
@@ -175,23 +179,17 @@ void MainWindowController::buildEditMenu() {
     add(controls::joinAction, QString(), QKeySequence(tr("Ctrl+J")), &A::join);
     add(controls::renameAction, tr("Re&name"), QKeySequence(tr("F2")), &A::renameSelected);
     edit->addSeparator();
-    add(controls::earlierAction, tr("Move &earlier"), QKeySequence(tr("Ctrl+Up")),
-        [](A &commands) { commands.changeBy(-halfHour, -halfHour); });
-    add(controls::laterAction, tr("Move &later"), QKeySequence(tr("Ctrl+Down")),
-        [](A &commands) { commands.changeBy(halfHour, halfHour); });
+    addChange(controls::earlierAction, tr("Move &earlier"), tr("Ctrl+Up"), -halfHour, -halfHour);
+    addChange(controls::laterAction, tr("Move &later"), tr("Ctrl+Down"), halfHour, halfHour);
     add(controls::dayEarlierAction, tr("Move to the day &before"), QKeySequence(tr("Ctrl+Shift+Left")),
         [](A &commands) { commands.moveByDays(-1); });
     add(controls::dayLaterAction, tr("Move to the day &after"), QKeySequence(tr("Ctrl+Shift+Right")),
         [](A &commands) { commands.moveByDays(1); });
     edit->addSeparator();
-    add(controls::longerAction, tr("End la&ter"), QKeySequence(tr("Ctrl+Shift+Down")),
-        [](A &commands) { commands.changeBy(0, halfHour); });
-    add(controls::shorterAction, tr("End earl&ier"), QKeySequence(tr("Ctrl+Shift+Up")),
-        [](A &commands) { commands.changeBy(0, -halfHour); });
-    add(controls::startLaterAction, tr("Start later"), QKeySequence(tr("Ctrl+Alt+Down")),
-        [](A &commands) { commands.changeBy(halfHour, 0); });
-    add(controls::startEarlierAction, tr("Start earlier"), QKeySequence(tr("Ctrl+Alt+Up")),
-        [](A &commands) { commands.changeBy(-halfHour, 0); });
+    addChange(controls::longerAction, tr("End la&ter"), tr("Ctrl+Shift+Down"), 0, halfHour);
+    addChange(controls::shorterAction, tr("End earl&ier"), tr("Ctrl+Shift+Up"), 0, -halfHour);
+    addChange(controls::startLaterAction, tr("Start later"), tr("Ctrl+Alt+Down"), halfHour, 0);
+    addChange(controls::startEarlierAction, tr("Start earlier"), tr("Ctrl+Alt+Up"), -halfHour, 0);
     edit->addSeparator();
     add(controls::cancelMeetingAction, tr("&Cancel meeting…"), QKeySequence(tr("Ctrl+Shift+Delete")),
         &A::cancelSelected);
