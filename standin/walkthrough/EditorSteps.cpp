@@ -17,6 +17,9 @@ namespace {
 
 const QString typedText = u"Bring the figures."_s;
 const QString password = u"Tulip7"_s;
+constexpr int narrowEditor = 800;   // points
+constexpr int stripSmallestX = 460; // points
+constexpr int stripRise = 23;       // points: from 10 below the header's edge to 13 above it
 
 // Nobody has started the client yet. The newer host asks the agent to do it, the older one starts it itself.
 bool launchClient(Session &session) {
@@ -153,12 +156,35 @@ bool send(Session &session) {
     return sent;
 }
 
+// A header without room leaves the strip where it does not cover a field; a time-zone row moves it upwards.
+bool placeStrip(Session &session) {
+    if (!session.step(session.open(session.plainUid()), u"the first appointment opens again"_s))
+        return false;
+    QWidget *editor = session.editor();
+    const QWidget *strip = session.strip();
+    const QSize usual = editor->size();
+    editor->resize(narrowEditor, usual.height());
+    const bool keepsLeft = Report::waitFor([strip] { return strip->x() == stripSmallestX; });
+    session.picture(editor, u"editor-narrow"_s);
+    editor->resize(usual);
+    const auto above = [strip] { return strip->parentWidget()->height() - strip->geometry().bottom(); };
+    const int before = above();
+    click(shown(controls::timeZoneButton));
+    const bool rises = Report::waitFor([&] { return above() == before + stripRise; });
+    session.picture(editor, u"editor-time-zone"_s);
+    click(shown(controls::timeZoneButton));
+    const bool sinks = Report::waitFor([&] { return above() == before; });
+    session.step(keepsLeft && rises && sinks,
+                 u"the strip finds its place in a narrow editor and beside the time-zone row"_s);
+    return session.discardEditor();
+}
+
 } // namespace
 
 Part editorPart() {
     return {"editor",
             {launchClient, addThroughTheSheet, saveMeeting, reopen, changeSetting, moveAndSave, saveUnchanged,
-             removeMeeting, send}};
+             removeMeeting, send, placeStrip}};
 }
 
 } // namespace walkthrough
