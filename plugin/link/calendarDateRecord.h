@@ -6,7 +6,7 @@
 #include <QString>
 #include <QVariantMap>
 
-// "UTCTime", "localTime" and "timezone", in this order, ending before the first that is missing (null texts,
-// no value or an invalid zone). Times have the form "yyyy-MM-dd HH:mm:ss".
+// Members "UTCTime", "localTime" and "timezone", in this order. The record ends before the first member whose
+// value is missing (a null text or an invalid zone). Times have the form "yyyy-MM-dd HH:mm:ss".
 [[nodiscard]] QVariantMap GenerateVlCalendarDate(const QString &utcTime, const QString &localTime,
                                                  const rt::Value &timeZone);

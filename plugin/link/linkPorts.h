@@ -1,4 +1,4 @@
-// What the client link needs from the layers above it.
+// The interfaces that the client link needs from the layers above it.
 #pragma once
 
 #include "plugin/link/clientCodes.h"
@@ -14,41 +14,40 @@ class QWidget;
 class RequestProgress {
 public:
     virtual ~RequestProgress() = default;
-    // Shows that the client is being talked to. A second call while it is shown does nothing.
+    // Shows that a request to the client is running. A second call while the window is shown does nothing.
     virtual void showCommunication(QWidget *window) = 0;
-    virtual void closeCommunication() = 0; // nothing when not shown
+    virtual void closeCommunication() = 0; // does nothing if it is not shown
 };
 
-// How a request tells the user what happens to it. Without a `window` (nullptr) a dialog stands on its own.
-// Calls return at once.
+// Shows the user the progress and the errors of a request. Without a `window` (nullptr) a dialog has no
+// parent. Calls return at once.
 class RequestFeedback {
 public:
     virtual ~RequestFeedback() = default;
-    // For the requests of one kind, which is named by its answer.
+    // For the requests of one kind, identified by its answer.
     [[nodiscard]] virtual std::unique_ptr<RequestProgress> makeProgress(ClientAnswer kind) = 0;
     virtual void showAlertMessage(QWidget *window, const QString &message) = 0;
     // The alert that offers to launch the client.
     virtual void showClientError(QWidget *window, const QString &message) = 0;
 };
 
-// Where finished requests go.
+// Receives finished requests.
 class FinishReceiver {
 public:
     virtual ~FinishReceiver() = default;
-    // The finish dictionary is {"vlAPIResponse", "keyApptWindowID"}; either entry may be missing.
+    // `data` is {"vlAPIResponse", "keyApptWindowID"}; either entry may be missing.
     virtual void onExcuteCommandFinished(MeetingCommand command, const QVariantMap &data) = 0;
-    // A request of the owner at hand failed: the client did not get it, refused it or gave no usable answer.
-    // No finish code follows.
+    // A request of the current owner failed: the client did not receive it, refused it or gave no usable
+    // answer. No finish code follows.
     virtual void onRequestDenied() {}
-    // The identifier of the appointment editor that the window belongs to; a null text when it belongs to
-    // none.
+    // The identifier of the window's appointment editor; null if the window belongs to no editor.
     [[nodiscard]] virtual QString getApptWindowIDByWindow(QWidget *window) const = 0;
-    // For whom the request being built schedules; a null or empty text: for the user.
+    // Sets for whom the request being built schedules; a null or empty text stands for the user.
     virtual void setScheduleForEmail(const QString &email) = 0;
 };
 
-// Filled by the composition root before the first request, emptied by tests. Neither is owned. With an empty
-// port the link does its work and tells nobody.
+// The composition root fills the ports before the first request; tests empty them. They are not owned. With
+// an empty port the link works without reporting to the user or the workflow.
 struct LinkPorts {
     RequestFeedback *feedback = nullptr;
     FinishReceiver *finishReceiver = nullptr;

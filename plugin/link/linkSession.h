@@ -1,8 +1,7 @@
-// The link's memory as a whole.
+// Resets the state of the link.
 #pragma once
 
-// Forgets all that the link keeps: requests under way, the profile, the last meeting, the accounts. For a
-// test or a simulation that has just put other services in place; the shared objects are made anew, on those
-// services, when they are next asked for. References to the old ones end here. A plug-in never calls it.
-// Ports are left as they are.
+// Drops the link's state: pending requests, the profile, the last meeting and the accounts. Only for a test
+// or a simulation that has just replaced the services. The singletons are created again on next use, with the
+// new services; existing references become invalid. The ports stay unchanged.
 void startLinkAfresh();

@@ -1,4 +1,4 @@
-// The one code space of commands to the meeting controller and of finished requests.
+// The codes of commands to the meeting controller and of finished requests.
 #pragma once
 
 #include <QtGlobal>

@@ -1,5 +1,4 @@
-// The keys of the records that travel between the client, the workflow and the appointment, each beside its
-// record.
+// The keys of the records that the client, the workflow and the appointment exchange, grouped by record.
 #pragma once
 
 #include "platform/Literals.h"
@@ -14,7 +13,7 @@ inline const QString VL_IPC_CONTENT = u"content"_s;
 inline const QString vl_Outlook_ApptInfo = u"apptInfo"_s;
 inline const QString vl_Setting = u"setting"_s;
 inline const QString vl_MeetingKey = u"meetingKey"_s;
-inline const QString vl_Meeting_OriginalNumber = u"originalMeetingNumber"_s; // of a personal one
+inline const QString vl_Meeting_OriginalNumber = u"originalMeetingNumber"_s; // of a personal meeting
 inline const QString vl_Meeting_JoinUrl = u"joinUrl"_s;
 inline const QString vl_API_Para_InviteHtmlEmail = u"invitehtmlemail"_s;
 inline const QString vl_API_Para_InvitationEmail = u"invitationEmail"_s;
@@ -61,7 +60,7 @@ inline const QString vl_OLProperty_EncodeMailBody = u"encodeMailBody"_s;
 inline const QString vl_LocalProfile_EnablePAC = u"enablePAC"_s;
 inline const QString vl_LocalProfile_VelaClientVersion = u"velaClientVersion"_s;
 
-// Options of a request, and what comes back from it.
+// Options of a request, and the members of its result.
 inline const QString vl_API_Call_Para_ShowCommunicationDlg = u"showCommunicationDlg"_s;
 inline const QString vl_API_Call_Para_ForPMI = u"isForPMI"_s;
 inline const QString keyVlAPIResponse = u"vlAPIResponse"_s;

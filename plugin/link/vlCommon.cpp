@@ -23,7 +23,7 @@ QString vlCommon::getUID() {
 QString vlCommon::getVlUserProfilePath(const QString &userId) {
     if (userId.isNull())
         return u""_s;
-    // The id is the client's; whatever it is, it names one file in this folder.
+    // The id comes from the client and is not trusted: it must name one file in this folder.
     QString name = userId;
     name.replace(u'/', u"%2F"_s);
     return getDocumentOutlookPluginRootPath() + u'/' + name + u".txt"_s;

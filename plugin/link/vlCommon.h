@@ -1,4 +1,4 @@
-// Where the plug-in's own files are.
+// The paths of the plug-in's own files.
 #pragma once
 
 #include <QString>
@@ -7,10 +7,10 @@ class vlCommon {
 public:
     // The folder below the user's Documents; it may not exist yet.
     [[nodiscard]] static QString getDocumentOutlookPluginRootPath();
-    // Makes that folder when it is missing.
+    // Creates that folder if it does not exist.
     static void createDocumentOutlookPluginRootPath();
-    // The loaded profile's user id; null without a profile.
+    // The user id of the loaded profile; null without a profile.
     [[nodiscard]] static QString getUID();
-    // The file of the settings that this user last confirmed; "" for no user.
+    // The file with the settings that this user last confirmed; "" without a user.
     [[nodiscard]] static QString getVlUserProfilePath(const QString &userId);
 };

@@ -1,5 +1,5 @@
-// The site configuration: the small file of what the plug-in learnt from the client, for times when the
-// client cannot be asked. Questions about windows are answered in the workflow.
+// The site configuration: a small file with values that the plug-in got from the client, for times when the
+// client is not available.
 #pragma once
 
 #include "platform/runtime/Value.h"
@@ -9,12 +9,12 @@
 class vlMeetingCommon {
 public:
     [[nodiscard]] static QString getLocalVlSiteConfigPath();
-    // The file's text; "" when there is no such file.
+    // The file's text; "" if the file does not exist.
     [[nodiscard]] static QString siteConfigText();
-    // One member; no value when the file does not hold it.
+    // One member; no value if the file lacks it.
     [[nodiscard]] static rt::Value siteConfigMember(const QString &key);
-    // Changes one member and leaves the others as they are. Errors are not reported.
+    // Changes one member and keeps the others. Errors are not reported.
     static void setSiteConfigMember(const QString &key, const rt::Value &value);
-    // Notes whether the user has audio-conference accounts, of which there are that many.
+    // Stores whether the user has audio-conference accounts; `accounts` is their number.
     static void savePACConfigToLocal(int accounts);
 };

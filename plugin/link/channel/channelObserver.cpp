@@ -17,7 +17,7 @@ ChannelObserver::ChannelObserver(const QString &name,
 }
 
 ChannelObserver::~ChannelObserver() {
-    // The id of a centre that is gone may be another observer's in the one that took its place.
+    // If the notification centre was replaced, the new one may have given the same id to another observer.
     if (!m_registered.expired())
         platform::services().distributedNotifications->removeObserver(m_id);
 }

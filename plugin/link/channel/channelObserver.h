@@ -1,4 +1,4 @@
-// A registration for messages that come in.
+// A registration for incoming messages.
 #pragma once
 
 #include "platform/services/bus/Notifications.h"
@@ -6,7 +6,7 @@
 #include <functional>
 #include <memory>
 
-// Observes one name for as long as it lives. It may outlive the services that it was made on.
+// Observes one name during its lifetime. It may outlive the services with which it registered.
 class ChannelObserver {
 public:
     ChannelObserver(const QString &name, std::function<void(const platform::TextMap &userInfo)> handler);
@@ -15,11 +15,11 @@ public:
     ChannelObserver &operator=(const ChannelObserver &) = delete;
 
 private:
-    std::weak_ptr<bool> m_registered; // expires together with the centre that holds the registration
+    std::weak_ptr<bool> m_registered; // expires with the centre that holds the registration
     platform::ObserverId m_id = 0;
 };
 
-// The action id of an envelope: its number, cut to an integer; 0 when it is missing or no number.
+// The action id of an envelope, truncated to an integer; 0 if it is missing or not a number.
 [[nodiscard]] qint64 envelopeActionId(const platform::TextMap &userInfo);
-// The content of an envelope; null when there is none.
+// The content of an envelope; null if it has none.
 [[nodiscard]] QString envelopeContent(const platform::TextMap &userInfo);

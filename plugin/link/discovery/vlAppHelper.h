@@ -1,4 +1,4 @@
-// The applications around the plug-in: the host it is in, the meeting client, the agent.
+// The applications around the plug-in: its host, the meeting client and the agent.
 #pragma once
 
 #include "platform/runtime/Value.h"
@@ -19,16 +19,16 @@ inline const QString kPathVlPluginAgent =
     u"/Users/Shared/ParloMeetingsOutlookPlugin/vOutlookPluginAgent.app"_s;
 inline const QString kVelaClientStartUrl = u"velamtg://meetings.parlo.example/start"_s;
 
-// Keeps nothing: every call looks again. Bundle paths are the system's own absolute paths. Main thread only.
+// Caches nothing: every call looks again. Bundle paths are the system's own absolute paths. Main thread only.
 class vlAppHelper : public SharedObject<vlAppHelper> {
 public:
-    [[nodiscard]] int macOSVersion() const;               // packed decimal: 0x1068 is 10.6.8; 0 when unknown
+    [[nodiscard]] int macOSVersion() const;               // packed decimal: 0x1068 is 10.6.8; 0 if unknown
     [[nodiscard]] bool isSupportedOSVersion() const;      // later than 10.6.0
-    [[nodiscard]] QString OutlookVersion() const;         // null when the host's bundle cannot be read
+    [[nodiscard]] QString OutlookVersion() const;         // null if the host's bundle is unreadable
     [[nodiscard]] bool isSupportedOutlookVersion() const; // at least 14.1.4
     [[nodiscard]] bool isOutlookVersionLargeThan2016() const; // at least 15.9
 
-    // A value of a property-list file; no value when the file cannot be read or has no such key.
+    // A value of a property-list file; no value if the file is unreadable or lacks the key.
     [[nodiscard]] rt::Value objectForPropertyListKey(const QString &key, const QString &filePath) const;
     [[nodiscard]] bool isAppInstalledWithBundleIdentifier(const QString &identifier) const;
     [[nodiscard]] bool isAppRunningWithBundleIdentifier(const QString &identifier) const;
@@ -41,25 +41,25 @@ public:
         return isAppInstalledWithBundleIdentifier(keyOutlookIdentifier);
     }
 
-    // Whether the path is a folder that is an application bundle.
+    // Whether the path names the folder of an application bundle.
     [[nodiscard]] bool IsAppExist(const QString &path) const;
     [[nodiscard]] QString getVelausIdentifier() const { return kVelausIdentify; }
     [[nodiscard]] QString getVelausAppPath() const;
-    // The client's bundle: where its own defaults say it is, else the usual folder, else the per-user path as
-    // it is written, with its "~". Look-ups take getVelaClientBundlePath().
+    // The path of the client's bundle: from the client's defaults, else the usual folder, else the per-user
+    // path with an unexpanded "~". Use getVelaClientBundlePath() to look into it.
     [[nodiscard]] QString getVelaClientInstallPath() const;
-    // The same where it lies: with the user's home folder in place of a leading "~", so that a client that
-    // one user has installed for himself is found.
+    // The same path with a leading "~" replaced by the user's home folder, so that it finds a client that one
+    // user has installed for himself.
     [[nodiscard]] QString getVelaClientBundlePath() const;
-    // The client's executable, null when it has none; tells whether its bundle exists.
+    // The client's executable, null if it has none. Sets `exists` to whether the bundle exists.
     [[nodiscard]] QString getVelausLaunchPath(bool &exists) const;
     [[nodiscard]] bool isVelausInstalled() const;
     [[nodiscard]] bool isVelaRunning() const { return isAppRunningWithBundleIdentifier(kVelausIdentify); }
     // Brings a running client to the front with the URL.
     void walkWithAlreadyRunningVelaus(const QString &url) const;
-    // Starts the client, or brings the running one to the front. Whether a new process was started.
+    // Starts the client or brings the running one to the front. Returns whether it started a new process.
     bool LaunchVelaClient() const;
 
     [[nodiscard]] QString getOutlookSandboxContainerVelaPluginPath() const;
-    [[nodiscard]] QString getVlPluginVersion() const; // the agent's; null when it is not there
+    [[nodiscard]] QString getVlPluginVersion() const; // the agent's version; null without an agent
 };

@@ -1,4 +1,4 @@
-// What the installed meeting client can do, by its version.
+// The features of the installed meeting client, derived from its version.
 #pragma once
 
 #include "platform/Literals.h"
@@ -8,7 +8,7 @@
 
 inline const QString kVelaClientSupportPACAndNoVideoVersion = u"3.6.40487"_s;
 
-// Both look at the version anew each time. An unknown version can do nothing.
+// Both functions read the version again on each call. An unknown version supports no feature.
 class vlClientFeatureMgr : public SharedObject<vlClientFeatureMgr> {
 public:
     [[nodiscard]] bool isSupportedVelaClientVersion() const; // at least 3.6.40487

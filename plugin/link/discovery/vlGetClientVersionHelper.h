@@ -1,4 +1,4 @@
-// How the plug-in learns the meeting client's version.
+// Finds out the meeting client's version.
 #pragma once
 
 #include "platform/services/bus/Notifications.h"
@@ -9,7 +9,7 @@
 
 class ChannelObserver;
 
-// Listens for the agent's answers for as long as it lives. Main thread only.
+// Listens for the agent's answers during its lifetime. Main thread only.
 class vlGetClientVersionHelper : public SharedObject<vlGetClientVersionHelper> {
 public:
     vlGetClientVersionHelper();
@@ -17,13 +17,13 @@ public:
     vlGetClientVersionHelper(const vlGetClientVersionHelper &) = delete;
     vlGetClientVersionHelper &operator=(const vlGetClientVersionHelper &) = delete;
 
-    // Asks the agent; its answer goes to the site configuration.
+    // Asks the agent, whose answer is stored in the site configuration.
     void getClientVersion();
     void onMessageResponseFromPluginAgent(const platform::TextMap &userInfo);
 
     static void saveClientVersionToLocal(const QString &version);
-    // The version of the client's bundle, else the one in the site configuration; null or "" when neither is
-    // known.
+    // The version of the client's bundle, else the version in the site configuration; null or "" if both are
+    // unknown.
     [[nodiscard]] static QString getVelaClientVersion();
 
 private:

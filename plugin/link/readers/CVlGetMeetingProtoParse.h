@@ -5,8 +5,8 @@
 
 #include <QString>
 
-// The binary meeting has no HTML invitation that the plug-in knows of, and nothing else is asked of it. So
-// its bytes are not parsed.
+// Does not parse the bytes: the plug-in would use only an HTML invitation, and the known binary meeting has
+// none.
 class CVlGetMeetingProtoParse {
 public:
     CVlGetMeetingProtoParse(const void *, int) {}

@@ -1,9 +1,9 @@
-// A reader over the bytes that a base64 text stands for.
+// Makes a reader of the bytes that a base64 text encodes.
 #pragma once
 
 #include "plugin/util/EncodeUtils.h"
 
-// A text that does not decode gives the reader no bytes (nullptr), which do not parse.
+// If the text does not decode, the reader gets nullptr, which does not parse.
 template<typename Reader>
 [[nodiscard]] Reader readerOver(const QString &base64) {
     const QByteArray bytes = EncodeUtils::base64DecodeToData(base64);

@@ -11,7 +11,7 @@
 
 namespace {
 
-// What only the client's own meeting dictionary has.
+// Members that only the client's meeting dictionary has.
 const QString keyEnable3rdPartyAudio = u"enable3rdPartyAudio"_s;
 const QString noMeetingNumber = u"0"_s;
 
@@ -54,14 +54,14 @@ bool isPersonal(const QVariantMap &meeting) {
     return rt::integerValue(meeting.value(vl_Setting_IsPMI)) == personalMeeting;
 }
 
-// The client tells it as a text or as an integer; null for anything else.
+// The client sends the number as a text or as an integer; null for anything else.
 QString numberText(const rt::Value &number) {
     const int type = number.typeId();
     const bool isInteger = type == QMetaType::Int || type == QMetaType::LongLong;
     return isInteger ? QString::number(number.toLongLong()) : rt::textValue(number);
 }
 
-// A personal meeting goes by its number, which stays the same from meeting to meeting.
+// The key of a personal meeting is its number, which is the same for every meeting.
 rt::Value keyOf(const QVariantMap &meeting) {
     const QString number = numberText(meeting.value(vl_Meeting_OriginalNumber));
     const bool hasNumber = !number.isNull() && number != noMeetingNumber;

@@ -1,4 +1,4 @@
-// The last meeting that was read from the client for the appointment that is being worked on.
+// The meeting last read from the client for the current appointment.
 #pragma once
 
 #include "plugin/link/requests/RequestOwner.h"
@@ -7,11 +7,11 @@
 #include <QString>
 #include <QVariantMap>
 
-// The meeting is kept with the request owner at hand, until the next one takes its place. Main thread only.
+// The current request owner stores the meeting until the next one replaces it. Main thread only.
 class vlGetMeetingHelper : public SharedObject<vlGetMeetingHelper> {
 public:
-    // Replaces the meeting dictionary. For the personal meeting a "usePMI" of 1 stays, whatever the new
-    // dictionary says: the client does not report the personal meeting as one.
+    // Replaces the meeting dictionary. For the personal meeting a "usePMI" of 1 is kept even if the new
+    // dictionary differs, because the client does not report that a meeting is the personal one.
     void setMeetingData(const QVariantMap &data, bool forPMI);
     [[nodiscard]] const QVariantMap &meetingData() const {
         return RequestOwner::atHand()->loadedMeeting.data;
@@ -19,7 +19,7 @@ public:
     void setMeetingData(const QVariantMap &data) { RequestOwner::atHand()->loadedMeeting.data = data; }
     // Whether there is a meeting with a key.
     [[nodiscard]] bool hasMeetingInfo() const;
-    // The meeting-info record of the meeting. What the meeting does not tell is left out of it.
+    // The meeting-info record of the meeting. Values that the meeting lacks have no entry.
     [[nodiscard]] QVariantMap getMeetingInfo() const;
 
     // Base64 of the binary meeting; a null text is ignored.
@@ -29,5 +29,5 @@ public:
     }
     [[nodiscard]] QString getInviteHtmlEmail() const; // null without a binary meeting
     [[nodiscard]] bool supportHtmlEmail() const;
-    [[nodiscard]] QString getInviteEmail() const; // plain text; null when the meeting has none
+    [[nodiscard]] QString getInviteEmail() const; // plain text; null if the meeting has none
 };

@@ -1,4 +1,4 @@
-// The user's personal audio-conference accounts, as the client last told them.
+// The user's personal audio-conference accounts from the client's last answer.
 #pragma once
 
 #include "plugin/link/readers/CVlGetPACProtoParse.h"
@@ -6,17 +6,17 @@
 
 #include <QString>
 
-// Accounts are numbered from 1. Without any answer the texts are null and the numbers 0; for an account that
-// is not there texts are "" and the meeting id "0". An answer that cannot be read leaves the accounts of the
-// last one that could. Main thread only.
+// Account numbers start at 1. Before the first answer texts are null and numbers 0; for an account that does
+// not exist texts are "" and the meeting id is "0". An unreadable answer keeps the accounts of the last
+// readable one. Main thread only.
 class vlGetPACHelper : public SharedObject<vlGetPACHelper> {
 public:
-    // Base64 of the client's answer; a null text is ignored. Also notes in the site configuration whether
-    // there are accounts.
+    // Takes the client's answer as base64; ignores a null text. Also stores in the site configuration whether
+    // the user has accounts.
     void setPACInfo(const QString &base64);
     [[nodiscard]] bool hasPACInfo() const { return !m_dataPACInfo.isEmpty(); }
-    // Whether the accounts in memory are those of the user who is signed in: an answer that cannot be read
-    // leaves those of the user before.
+    // Whether the accounts in memory belong to the signed-in user. They may be those of the previous user,
+    // because an unreadable answer keeps them.
     [[nodiscard]] bool isOfPresentUser() const;
     [[nodiscard]] int pacCount() const;
     [[nodiscard]] QString pacDialInNumber(int account) const; // one line for each number
@@ -25,11 +25,11 @@ public:
     [[nodiscard]] QString invitationMail(int account) const;
     [[nodiscard]] QString htmlInvitationMail(int account) const;
     [[nodiscard]] bool supportHtmlInvitationMail(int account) const;
-    // What the site configuration says; false when it says nothing.
+    // The value in the site configuration; false if it has none.
     [[nodiscard]] bool isPACEnabled() const;
 
 private:
     QString m_dataPACInfo;
-    CVlGetPACProtoParse m_accounts; // of the last answer that could be read
-    QString m_userID;               // for whom the accounts were read
+    CVlGetPACProtoParse m_accounts; // of the last readable answer
+    QString m_userID;               // owner of the accounts
 };

@@ -1,4 +1,4 @@
-// The signed-in user, as the meeting client tells it.
+// The signed-in user's profile, as the meeting client reports it.
 #pragma once
 
 #include "platform/Literals.h"
@@ -9,14 +9,14 @@
 #include <QVariantList>
 #include <QVariantMap>
 
-// Without a profile, or without the member asked for, every answer is null, empty, false or 0. Main thread
+// Without a profile, or if the profile lacks the member, getters return null, empty, false or 0. Main thread
 // only.
 class vlUserProfileHelper : public SharedObject<vlUserProfileHelper> {
 public:
-    // Replaces the profile with the dictionary; anything else is ignored. Another user id than the last one
-    // sets the account-changed flag, which stays set until it is cleared.
+    // Replaces the profile with the dictionary; ignores anything else. A user id that differs from the last
+    // one sets the account-changed flag, which stays set until it is cleared.
     void setUserProfile(const rt::Value &profile);
-    // The last user id outlives it: another user's next profile still counts as a change of account.
+    // Keeps the last user id, so that the next profile of another user still counts as a change of account.
     void clearUserProfile() { m_dataUserProfile.clear(); }
     [[nodiscard]] bool hasUserProfile() const { return !m_dataUserProfile.isEmpty(); }
     [[nodiscard]] const QVariantMap &userProfile() const { return m_dataUserProfile; }

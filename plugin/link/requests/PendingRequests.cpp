@@ -7,7 +7,7 @@ namespace {
 
 using State = PendingRequest::State;
 
-constexpr std::size_t remembered = 32; // requests that nobody waits for any more
+constexpr std::size_t remembered = 32; // finished requests
 
 bool isWaiting(const PendingRequest &request) {
     return request.state == State::Waiting;
@@ -27,7 +27,7 @@ PendingRequest &PendingRequests::add(PendingRequest request) {
         return other.owner.lock() == owner && other.meetingKey == request.meetingKey &&
                other.state != State::Answered;
     });
-    // One that still waits keeps its turn: the client answers it first.
+    // A request that still waits keeps its place in the order, because the client answers it first.
     if (former != m_requests.end() && isWaiting(*former) && !former->timedOut)
         return *former = std::move(request);
     if (former != m_requests.end())
@@ -40,7 +40,7 @@ PendingRequest *PendingRequests::requestFor(const QStringList &keys) {
     for (const QString &key : keys)
         if (PendingRequest *request = withKey(key))
             return request;
-    // A new meeting's key is not known yet, and the personal meeting has two.
+    // The key of a new meeting is not known yet, and the personal meeting has two keys.
     const auto mayBe = [&keys](const PendingRequest &request) {
         return isWaiting(request) && (keys.isEmpty() || request.meetingKey.isEmpty() || request.forPMI ||
                                       !request.isAnsweredWithKey);
@@ -52,8 +52,9 @@ PendingRequest *PendingRequests::requestFor(const QStringList &keys) {
     return next && std::any_of(keys.begin(), keys.end(), isRepeatedKey) ? nullptr : next;
 }
 
-// Of several for the same meeting, one whose time is not over goes first, then one that waits, then one that
-// was refused: a refusal tells no key, so it may have been another's. An owner that is gone comes last.
+// Among several requests for one meeting, the order is: waiting, timed out, refused, and last those whose
+// owner no longer exists. A refused request stays a candidate, because a refusal has no key and may have been
+// meant for another request.
 PendingRequest *PendingRequests::withKey(const QString &key) {
     PendingRequest *best = nullptr;
     const auto rank = [](const PendingRequest &request) {
@@ -67,8 +68,8 @@ PendingRequest *PendingRequests::withKey(const QString &key) {
     return best;
 }
 
-// Whether that key was in an earlier answer. A new meeting may well get the key of one that is gone, or share
-// the personal meeting.
+// Whether an earlier answer gave that key to an owner that still has the meeting. A new meeting may get the
+// key of a deleted one, and several appointments may share the personal meeting.
 bool PendingRequests::isRepeated(const QString &key, const PendingRequest &next) const {
     return !next.forPMI && std::any_of(m_requests.begin(), m_requests.end(), [&](const auto &earlier) {
         const auto owner = earlier.owner.lock();

@@ -1,4 +1,4 @@
-// The requests of one kind that the client has not answered, and whose answer is whose.
+// Finds the request to which an answer of the client belongs.
 #pragma once
 
 #include "plugin/link/requests/RequestOwner.h"
@@ -19,30 +19,31 @@ struct PendingRequest {
     enum class State { Waiting, Refused, Answered };
 
     std::weak_ptr<RequestOwner> owner;
-    QString meetingKey; // empty: the request has none. Once answered, also that of the answer
+    QString meetingKey; // empty: the request has none. After the answer: the answer's key
     QPointer<QWidget> window;
     bool forPMI = false;
-    bool isAnsweredWithKey = true; // an answer that tells another key is not for it
+    bool isAnsweredWithKey = true; // an answer with another key is not for it
     bool showsProgress = false;
     bool timedOut = false;
-    std::weak_ptr<quint64> timer; // id of its time-out; expires when that has come
+    std::weak_ptr<quint64> timer; // id of its time-out; expires when the time-out fires
     State state = State::Waiting;
 };
 
-// An owner has one request for one meeting: asking again takes the place of the earlier one. Answered
-// requests are remembered for a while, so that a repeated answer is not taken for another request's.
+// An owner has one request for each meeting: a new request replaces the earlier one. Answered requests are
+// kept for a while, so that a repeated answer is not taken for the answer to another request.
 class PendingRequests {
 public:
     // Valid until the next call.
     PendingRequest &add(PendingRequest request);
-    // The request that an answer with these meeting keys (the likeliest first; none: an answer that tells no
-    // key) belongs to. By the key where one fits, else the one that has waited longest among those whose key
-    // cannot be known, those whose time is over last. nullptr when nobody waits for it.
+    // Returns the request to which an answer with these meeting keys belongs. `keys` has the likeliest key
+    // first and is empty for an answer without a key. A request with a matching key comes first, else the
+    // oldest request whose key is unknown; timed-out requests come last. Returns nullptr if no request waits
+    // for the answer.
     [[nodiscard]] PendingRequest *requestFor(const QStringList &keys);
-    // Whether another owner still waits with a progress window.
+    // Whether another owner still waits and shows progress.
     [[nodiscard]] bool othersShowProgress(const std::shared_ptr<RequestOwner> &owner) const;
     [[nodiscard]] PendingRequest *requestWithTimer(const std::shared_ptr<quint64> &timer);
-    // Each of the two gets the other's requests.
+    // Gives each of the two the other's requests.
     void exchangeOwners(const Requester &one, const Requester &other);
 
 private:
@@ -52,5 +53,5 @@ private:
     [[nodiscard]] bool isRepeated(const QString &key, const PendingRequest &next) const;
     void forgetOldOnes();
 
-    std::list<PendingRequest> m_requests; // in order of asking
+    std::list<PendingRequest> m_requests; // in the order in which they were made
 };

@@ -1,32 +1,32 @@
-// For whom the link works: each appointment that is being worked on is one owner of requests.
+// The owner of requests: each appointment with meeting work is one owner.
 #pragma once
 
 #include <QString>
 #include <QVariantMap>
 #include <memory>
 
-// The meeting that was read last for one owner.
+// The meeting last read for one owner.
 struct LoadedMeeting {
     QVariantMap data;
     QString binary; // base64; empty: none
 };
 
-// The layer above derives what it knows of an appointment from this. The link keeps owners weakly: an answer
-// for one that is gone changes nothing. Main thread only.
+// The layer above derives its context of an appointment from this class. The link holds owners weakly: an
+// answer for an owner that no longer exists changes nothing. Main thread only.
 class RequestOwner {
 public:
     virtual ~RequestOwner() = default;
 
-    // Whether the owner's appointment has that meeting now.
+    // Whether the owner's appointment now has that meeting.
     [[nodiscard]] virtual bool hasMeeting(const QString &) const { return false; }
 
-    // For whom is being worked now; never nullptr. Nobody's, as long as no scope is open.
+    // The current owner; never nullptr. Outside of every scope it is nobody().
     [[nodiscard]] static const std::shared_ptr<RequestOwner> &atHand();
-    // Who stands for nobody from now on. The layer above fills it with an owner of its own kind.
+    // Replaces the owner that stands for nobody. The layer above passes an owner of its own type.
     static void setNobody(std::shared_ptr<RequestOwner> nobody);
     [[nodiscard]] static const std::shared_ptr<RequestOwner> &nobody();
 
-    // Brings an owner to hand, and puts the former one back at its end. nullptr: nobody.
+    // Makes an owner the current one and restores the former owner at its end. nullptr stands for nobody.
     class Scope {
     public:
         explicit Scope(std::shared_ptr<RequestOwner> owner);

@@ -25,7 +25,7 @@ ClientError errorOfStatus(ClientStatus status) {
     return ClientError::None;
 }
 
-// The key of the code's text; null for a code without one.
+// The key of the error's text; null for a code without a text.
 QString textKeyOfError(ClientError error) {
     switch (error) {
     case ClientError::NotInstalled:
@@ -103,7 +103,8 @@ void vlAPIBase::onVelaFeedback(const QString &content) {
         handleUnasked(answer);
 }
 
-// What the handling leads to may ask again: the pending request is touched only when it has led to nothing.
+// Handling may send a new request and so invalidate `pending`: it is used afterwards only if handling gave no
+// result.
 void vlAPIBase::take(PendingRequest &pending, const Answer &answer) {
     const PendingRequest request = pending;
     pending.state = PendingRequest::State::Answered;
@@ -112,12 +113,12 @@ void vlAPIBase::take(PendingRequest &pending, const Answer &answer) {
     m_parentWindow = request.window;
     m_owner = request.owner;
     myTimer = request.timer;
-    const RequestOwner::Scope scope(request.owner.lock()); // nobody, when the owner is gone
+    const RequestOwner::Scope scope(request.owner.lock()); // nobody if the owner no longer exists
     onfeedback(qint32(m_kind.answer), answer.content);
     const ClientError error = CheckFeedbackError(answer.content);
     const bool isAccepted = error == ClientError::None || !m_kind.endsWithError;
     const bool isOfUse = isAccepted && handle(request, answer);
-    if (request.owner.expired()) // what was read is for nobody
+    if (request.owner.expired()) // nobody needs the meeting just read
         RequestOwner::nobody()->loadedMeeting = {};
     if (isOfUse)
         return;
@@ -173,8 +174,8 @@ void vlAPIBase::releaseTimer() {
 }
 
 void vlAPIBase::invalidateTimer() {
-    // Expired: it has come, or the run loop that held it is gone and another one counts its timers from the
-    // start.
+    // The pointer has expired if the timer has fired or if the run loop was replaced. The new loop may have
+    // given the same id to another timer.
     if (const auto id = myTimer.lock())
         platform::services().runLoop->cancel(*id);
     myTimer.reset();

@@ -1,4 +1,4 @@
-// What all requests to the meeting client have in common.
+// The base class of all requests to the meeting client.
 #pragma once
 
 #include "platform/runtime/Value.h"
@@ -14,21 +14,21 @@ class QWidget;
 class RequestFeedback;
 class RequestProgress;
 
-// One object serves all requests of its kind. A request is made for the owner that is at hand, and its answer
-// is handled with that owner at hand; one that nobody waits for changes no appointment. Main thread only.
-// Windows are not owned and may die while a request is out.
+// One object serves all requests of its kind. A request belongs to the current owner, and its answer is
+// handled with that owner as the current one. An answer without a waiting request changes no appointment.
+// Main thread only. Windows are not owned and may be deleted while a request is pending.
 class vlAPIBase {
 public:
     static constexpr double timeOutSeconds = 30.0;
 
-    // What one kind of request differs by.
+    // The properties of one kind of request.
     struct Kind {
         ClientAction action = ClientAction::StartMeeting;
         ClientAnswer answer = ClientAnswer::Schedule;
-        ClientError (*errorIn)(const QString &content) = nullptr; // nullptr: no answer comes
-        bool endsWithError = true; // an error is shown and the answer is not handled
-        bool isAwaited = true;     // the work that asked waits for the answer
-        // Where a finished request goes; nullptr: nowhere.
+        ClientError (*errorIn)(const QString &content) = nullptr; // nullptr: the client sends no answer
+        bool endsWithError = true; // an error is shown instead of handling the answer
+        bool isAwaited = true;     // the meeting work waits for the answer
+        // Delivers a finished request; nullptr: the result is not delivered.
         void (*sendResponse)(QWidget *window, MeetingCommand command, const QVariant &data) = nullptr;
     };
 
@@ -37,40 +37,40 @@ public:
     vlAPIBase(const vlAPIBase &) = delete;
     vlAPIBase &operator=(const vlAPIBase &) = delete;
 
-    // Makes the request: checks the client, begins to wait, and posts. An error is shown on the window and
-    // returned, and nothing is posted.
+    // Makes the request: checks the client, starts to wait, and posts the message. On an error it posts
+    // nothing, shows the error on the window and returns it.
     virtual ClientError doAction(QWidget *window);
-    // Takes the client's answer.
+    // Handles the client's answer.
     void onVelaFeedback(const QString &content);
-    // What is posted.
+    // The content of the message to post.
     [[nodiscard]] virtual QString getAPIData() const;
-    // The status of the client now, else what the answer says went wrong.
+    // The error in the client's present status, else the error in the answer.
     ClientError CheckFeedbackError(const QString &content);
 
-    // Checks the client and begins to wait: the time-out runs and, if wished for, the progress window is
-    // shown. An error is shown on the window and returned, and nothing is waited for.
+    // Checks the client and starts to wait: starts the time-out and, if requested, shows the progress window.
+    // On an error it does not wait, shows the error on the window and returns it.
     ClientError action(QWidget *window);
-    // Ends the waiting of the request that was answered.
+    // Stops the waiting of the answered request.
     void onfeedback(qint32 actionId, const QString &content);
-    // Lets go of the time-out of the request at hand, which still comes.
+    // Forgets the time-out of the current request without cancelling it; it will still fire.
     void releaseTimer();
-    // Stops the time-out of the request at hand.
+    // Cancels the time-out of the current request.
     void invalidateTimer();
-    // Closes the progress window, unless another request of this kind needs it. The request stays ready for a
+    // Closes the progress window unless another request of this kind needs it. The request still accepts a
     // late answer.
     void onTimeOut();
-    // Each of the two gets the other's requests.
+    // Gives each of the two the other's requests.
     void exchangeOwners(const Requester &one, const Requester &other) {
         m_pending.exchangeOwners(one, other);
     }
 
-    // Looks at the client now and keeps the outcome as the last error.
+    // Checks the client's present status and keeps the result as the last error.
     ClientError checkVelaAppError();
-    // "Fail" when the last check of the client found an error, "Success" otherwise.
+    // "Fail" if the last check of the client found an error, else "Success".
     [[nodiscard]] QString getAPIResult() const;
-    // Shows the text of the code; an empty text for a code that has none.
+    // Shows the text of the code; an empty text if the code has none.
     void popupErrorMsg(QWidget *window, ClientError errorCode);
-    // Shows the text itself.
+    // Shows the given text.
     void popupWarnWithErrorMsg(QWidget *window, const QString &message);
     [[nodiscard]] ClientStatus GetVelaCLientStatus() const;
 
@@ -80,25 +80,25 @@ public:
     void setShowCommunicationDlg(bool show) { m_showCommunicationDlg = show; }
 
 protected:
-    // What is noted of a request beside its owner and window: its meeting key, and whether it is for the
-    // personal meeting.
+    // Fills in the request's meeting key and whether it is for the personal meeting.
     virtual void describe(PendingRequest &) const {}
-    // What an answer says. It is decoded once.
+    // An answer, decoded once.
     struct Answer {
-        QString content;         // as it came
-        QStringList meetingKeys; // that it tells, the likeliest first
-        rt::Value dictionary;    // no value when it has none that can be read
+        QString content;         // as received
+        QStringList meetingKeys; // the likeliest first
+        rt::Value dictionary;    // no value if it has no readable one
     };
     // Not called for an error.
     [[nodiscard]] virtual Answer decoded(const QString &content) const { return {content, {}, {}}; }
-    // Handles an answer that is no error. False: it was of no use, and nothing is handed back.
+    // Handles an answer that is not an error. Returns false if the answer is unusable; then no result is
+    // delivered.
     virtual bool handle(const PendingRequest &, const Answer &) { return false; }
-    // An answer that is no error and that nobody waits for.
+    // Handles an answer that is not an error and for which no request waits.
     virtual void handleUnasked(const Answer &) {}
     [[nodiscard]] static rt::Value dictionaryIn(const QString &json);
     static constexpr QChar fieldSeparator = u';';
 
-    // To the workflow, for the window of the request at hand.
+    // Sends the result to the workflow, for the window of the current request.
     void sendResponse(MeetingCommand command, const QVariant &data) const;
     [[nodiscard]] QWidget *parentWindow() const { return m_parentWindow; }
 
@@ -106,7 +106,7 @@ private:
     void startTimer();
     void showProgress(QWidget *window);
     void closeProgress();
-    // The work that waits is not going on: the user has been told, or there is nothing to tell.
+    // Ends the work that waits for the answer. The user was told of the error if there was one.
     void deny() const;
     void take(PendingRequest &pending, const Answer &answer);
 
@@ -114,12 +114,12 @@ private:
     ClientError m_error = ClientError::None;
     bool m_showCommunicationDlg = true;
     PendingRequests m_pending;
-    QPointer<QWidget> m_parentWindow; // of the request at hand, and its owner
+    QPointer<QWidget> m_parentWindow; // window and owner of the current request
     std::weak_ptr<RequestOwner> m_owner;
-    std::shared_ptr<vlAPIBase *> m_self; // lets timers know that the object is gone
-    // The time-out of the request at hand; expires when it has come or its loop is gone.
+    std::shared_ptr<vlAPIBase *> m_self; // expires with the object, for its timers
+    // The time-out of the current request; expires when it fires or when its run loop no longer exists.
     std::weak_ptr<quint64> myTimer;
-    // Made when first shown, and again when the port is filled anew.
+    // Made on first use, and again after the port has changed.
     std::unique_ptr<RequestProgress> myProgressUI;
     RequestFeedback *m_progressMaker = nullptr;
 };

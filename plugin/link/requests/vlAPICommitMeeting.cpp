@@ -111,11 +111,11 @@ bool vlAPICommitMeeting::handle(const PendingRequest &, const Answer &answer) {
     const qsizetype separator = content.indexOf(fieldSeparator);
     if (separator < 0)
         return false;
-    // The invitation is everything after the first separator, further separators included.
+    // The invitation may contain separators itself: only the first one counts.
     const QString rawKey = content.left(separator);
     const QString invitation = content.mid(separator + 1);
     if (rawKey.isEmpty() || rawKey == noMeetingKey) {
-        // The client's own words of what went wrong.
+        // The content is the client's error text.
         popupWarnWithErrorMsg(parentWindow(), content);
         return false;
     }

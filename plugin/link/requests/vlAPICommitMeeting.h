@@ -7,7 +7,7 @@
 
 class vlAPICommitMeeting : public vlAPIBase {
 public:
-    // UTF-16 units of the subject that are sent.
+    // In UTF-16 units; the rest of the subject is not sent.
     static constexpr qsizetype maximumSubjectLength = 128;
 
     explicit vlAPICommitMeeting(ClientAnswer answer = ClientAnswer::Schedule,
@@ -15,7 +15,7 @@ public:
     // Replaces the meeting-info record {"apptInfo", "setting", "meetingKey"}.
     void setData(const QVariantMap &meetingInfo) { m_dataMeetingInfo = meetingInfo; }
     void setMsgParamAction(MeetingSubCommand subCommand) { m_msgParamActionId = subCommand; }
-    // Also tells the receiver for whom the meeting is scheduled.
+    // Also reports to the receiver for whom the meeting is scheduled.
     ClientError doAction(QWidget *window) override;
 
     [[nodiscard]] bool hasValidMeetingInfo() const { return true; }

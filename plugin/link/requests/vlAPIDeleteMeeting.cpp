@@ -13,7 +13,7 @@ QString vlAPIDeleteMeeting::getAPIData() const {
 
 void vlAPIDeleteMeeting::describe(PendingRequest &request) const {
     request.meetingKey = m_meetingKey;
-    request.isAnsweredWithKey = false; // the client may say anything
+    request.isAnsweredWithKey = false; // the answer may have any content
 }
 
 bool vlAPIDeleteMeeting::handle(const PendingRequest &, const Answer &reply) {

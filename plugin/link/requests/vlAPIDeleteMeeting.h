@@ -3,7 +3,8 @@
 
 #include "plugin/link/requests/vlAPIBase.h"
 
-// Hands back whatever the client says and never shows an alert: the appointment goes either way.
+// Delivers the client's answer unread and never shows an alert, because the appointment is deleted in any
+// case.
 class vlAPIDeleteMeeting : public vlAPIBase {
 public:
     explicit vlAPIDeleteMeeting(decltype(Kind::sendResponse) sendResponse = nullptr);

@@ -8,7 +8,7 @@
 
 namespace {
 
-// Positions of the fields that are read; an answer that ends before the first is dropped.
+// Positions of the fields in use. An answer that ends before the first of them is dropped.
 constexpr qsizetype meetingField = 13;
 constexpr qsizetype binaryMeetingField = 14;
 
@@ -27,7 +27,7 @@ void vlAPIGetMeeting::describe(PendingRequest &request) const {
     request.forPMI = m_isForPMI;
 }
 
-// The personal meeting is asked for by its number.
+// A request for the personal meeting uses that meeting's number as its key.
 vlAPIGetMeeting::Answer vlAPIGetMeeting::decoded(const QString &content) const {
     const QString encoded = content.section(fieldSeparator, meetingField, meetingField);
     Answer answer{content, {}, dictionaryIn(EncodeUtils::base64Decode(encoded))};

@@ -3,8 +3,7 @@
 
 #include "plugin/link/requests/vlAPIBase.h"
 
-// Keeps what the answer carries in vlGetMeetingHelper and hands it back. An answer with too few fields is
-// dropped.
+// Stores the meeting in vlGetMeetingHelper and delivers it. An answer with too few fields is dropped.
 class vlAPIGetMeeting : public vlAPIBase {
 public:
     explicit vlAPIGetMeeting(decltype(Kind::sendResponse) sendResponse = nullptr);

@@ -3,11 +3,12 @@
 
 #include "plugin/link/requests/vlAPIBase.h"
 
-// Keeps the accounts in vlGetPACHelper and hands back without data. An error is said; then nothing changes.
+// Stores the accounts in vlGetPACHelper and delivers a result without data. An error is shown and changes
+// nothing.
 class vlAPIGetPAC : public vlAPIBase {
 public:
     explicit vlAPIGetPAC(decltype(Kind::sendResponse) sendResponse = nullptr);
-    // Does nothing, and no answer will come, when the client is too old for such accounts.
+    // Does nothing if the client is too old for such accounts; then no answer will come.
     ClientError doAction(QWidget *window) override;
 
 protected:

@@ -3,8 +3,7 @@
 
 #include "plugin/link/requests/vlAPIBase.h"
 
-// Keeps the profile in vlUserProfileHelper (an empty one when the answer is not a dictionary) and hands it
-// back.
+// Stores the profile in vlUserProfileHelper (an empty one if the answer is not a dictionary) and delivers it.
 class vlAPIGetUserProfile : public vlAPIBase {
 public:
     explicit vlAPIGetUserProfile(decltype(Kind::sendResponse) sendResponse = nullptr);

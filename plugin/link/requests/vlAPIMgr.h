@@ -1,4 +1,4 @@
-// All that the workflow can ask the meeting client for.
+// All requests that the workflow can make to the meeting client.
 #pragma once
 
 #include "platform/runtime/Value.h"
@@ -19,8 +19,8 @@ class vlAPIGetPAC;
 class vlAPIGetUserProfile;
 
 // Owns one request object for each operation and listens for the client's answers from its construction on.
-// Calls return at once, with 0 when the request is on its way and a ClientError's number when it is not. The
-// window may be nullptr; it is the parent of alerts and tells whose answer comes back. Main thread only.
+// Calls return at once: 0 if the request was posted, else the number of a ClientError. The window may be
+// nullptr; it is the parent of alerts and identifies the editor in the result. Main thread only.
 class vlAPIMgr : public SharedObject<vlAPIMgr> {
 public:
     vlAPIMgr();
@@ -29,24 +29,24 @@ public:
     vlAPIMgr &operator=(const vlAPIMgr &) = delete;
 
     qint32 startMeeting(bool withVideo);
-    // A meeting-info record {"apptInfo", "setting", "meetingKey"}.
+    // `data` is a meeting-info record {"apptInfo", "setting", "meetingKey"}.
     qint32 scheduleMeeting(QWidget *window, const QVariantMap &data);
     qint32 updateMeeting(QWidget *window, const QVariantMap &data);
     // {"meetingKey"}.
     qint32 deleteMeeting(QWidget *window, const QVariantMap &data);
-    // {"showCommunicationDlg"}: whether the progress window is shown; not when absent.
+    // {"showCommunicationDlg"}: whether to show the progress window; false if absent.
     qint32 getUserProfile(QWidget *window, const QVariantMap &data = {});
     // {"showCommunicationDlg", "meetingKey", "isForPMI"}.
     qint32 getMeeting(QWidget *window, const QVariantMap &data);
     qint32 getPAC(QWidget *window, const QVariantMap &data = {});
 
-    // Takes one answer of the client to the request that it is for. Unknown action ids are dropped.
+    // Gives an answer of the client to its kind of request. Drops unknown action ids.
     void onMessageResponse(const platform::TextMap &userInfo);
-    // Two appointments have got each other's answers: each takes the other's requests over.
+    // For two appointments that got each other's answers: each takes over the other's requests.
     void exchangeOwners(const Requester &one, const Requester &other);
     // Gives the receiver the command with the dictionary {"vlAPIResponse": data, "keyApptWindowID":
-    // identifier of the window's editor}. No data leaves out the first entry; a window that is gone or
-    // belongs to no editor the second.
+    // identifier of the window's editor}. The first entry is left out without data, the second if the window
+    // no longer exists or belongs to no editor.
     static void sendResponseToMeetingMgr(QWidget *window, MeetingCommand command, const rt::Value &data);
 
 private:
@@ -56,5 +56,5 @@ private:
     std::unique_ptr<vlAPIGetMeeting> m_apiGetMeeting;
     std::unique_ptr<vlAPIDeleteMeeting> m_apiDeleteMeeting;
     std::unique_ptr<vlAPIGetPAC> m_apiGetPAC;
-    std::unique_ptr<ChannelObserver> m_answers; // last: no answer comes to an object that is half gone
+    std::unique_ptr<ChannelObserver> m_answers; // last member: no answer reaches a partly destroyed object
 };

@@ -1,4 +1,4 @@
-// Starts an instant meeting. No answer comes, so nothing is waited for.
+// Starts an instant meeting. The client sends no answer, so the request does not wait.
 #pragma once
 
 #include "plugin/link/requests/vlAPIBase.h"
@@ -9,6 +9,6 @@ public:
     vlAPIStartMeeting()
         : vlAPIBase(Kind{}) {}
     using vlAPIBase::doAction;
-    // An error is shown without a window and returned.
+    // Shows an error without a parent window and returns it.
     ClientError doAction(bool withVideo);
 };
