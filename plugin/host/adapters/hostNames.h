@@ -1,4 +1,4 @@
-// The host's classes and their members, by name. None of them is published: whatever is missing in a host
+// The names of the host's classes and their members. They are private to the host: a member that a host lacks
 // reads as no value.
 #pragma once
 
@@ -98,7 +98,7 @@ inline const QString olItem_contentDidChange = u"contentDidChange"_s;
 inline const QString olItem_focusOnBody = u"focusOnBody"_s;
 inline const QString olItem_view = u"view"_s;
 
-// The editor's own operations. The hooks leave them under these selectors.
+// The editor's original operations, under the selectors that they have after the hooks were installed.
 inline constexpr char olItem_hostSaveAndCloseWindow[] =
     "vl_ERCalendarEventEditorViewController_saveAndCloseWindow:";
 inline constexpr char olItem_hostSave[] = "vl_ERCalendarEventEditorViewController_save";
@@ -132,5 +132,5 @@ inline const QString olItem_gridViewController = u"gridViewController"_s;
 inline const QString olItem_gridViewControllers = u"gridViewControllers"_s;
 inline const QString olItem_newCalendarMeeting = u"newCalendarMeeting:"_s;
 
-// The editor's pending changes are kept under this and the member's name.
+// Prefix of the member's name in the editor's pending changes.
 inline const QString key_vlPendingPrefix = u"content."_s;

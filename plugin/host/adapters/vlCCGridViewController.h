@@ -12,7 +12,7 @@ public:
         : vlDelegateBase(key_vlCCGridViewController, controller) {}
 
     [[nodiscard]] QWidget *view() const { return rt::widgetValue(getOLItemID(olItem_view)); }
-    // The view itself when it is in none; nullptr without a view.
+    // The window of the view, or the view itself if it is its own window; nullptr without a view.
     [[nodiscard]] QWidget *gridWindow() const { return view() ? view()->window() : nullptr; }
     // The selected event, or nullptr.
     [[nodiscard]] rt::Object *ecCalendarEvent() const { return object(olItem_selectedEvent); }

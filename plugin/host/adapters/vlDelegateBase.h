@@ -1,4 +1,4 @@
-// The base of every adapter: one host object, reached by name.
+// The base class of all adapters, which call a host object by name.
 #pragma once
 
 #include "platform/runtime/Object.h"
@@ -6,25 +6,25 @@
 
 #include <QString>
 
-// Wraps a host object, which may be missing, of another class, or lack what is asked of it; then every access
-// yields no value and nothing else happens. The object is not kept alive, and it may go away at any time.
-// What an access answers is the host's value, unchanged. Main thread only.
+// Wraps a host object that may be missing, may have another class or may lack the member; then every access
+// returns no value and has no effect. The object is not kept alive and may be deleted at any time. An access
+// returns the host's value unchanged. Main thread only.
 class vlDelegateBase {
 public:
-    // An adapter on nothing.
+    // An adapter without an object.
     vlDelegateBase() = default;
-    // Wraps the object only when it is of the host class of that name (or of a subclass).
+    // Wraps the object only if it is an instance of the host class of that name or of a subclass.
     vlDelegateBase(const QString &className, rt::Object *delegate);
 
-    // Points the adapter at another object, of whatever class. Accesses to one of a wrong class still fail.
+    // Sets another object without checking its class. Accesses to an object of a wrong class still fail.
     void setDelegate(rt::Object *delegate) { m_delegate = rt::Weak<>(delegate); }
-    // The wrapped object; nullptr when there is none (any more).
+    // The wrapped object; nullptr if there is none or it was deleted.
     [[nodiscard]] rt::Object *delegate() const { return m_delegate.get(); }
-    // Whether there is an object and it is of the class; both are looked up anew.
+    // Whether the object still exists and is an instance of the class.
     [[nodiscard]] bool isValidConnection() const;
 
-    // Calls the member of that name with the given arguments. No value when the connection is not valid, the
-    // name is empty, the object has no such member, or it takes another number of arguments.
+    // Calls the member of that name with the given arguments. Returns no value if the connection is not
+    // valid, the name is empty, or the object has no such member with that number of arguments.
     rt::Value getOLItemID(const QString &member) const;
     rt::Value getOLItemID(const QString &member, const rt::Value &arg1) const;
     rt::Value getOLItemID(const QString &member, const rt::Value &arg1, const rt::Value &arg2) const;
@@ -32,7 +32,7 @@ public:
 protected:
     // The same for any number of arguments.
     rt::Value callMember(const QString &member, rt::Args arguments) const;
-    // What a member without arguments answers, as the kind of value that is wanted.
+    // The result of a member without arguments, converted to the requested type.
     [[nodiscard]] QString text(const QString &member) const { return rt::textValue(getOLItemID(member)); }
     [[nodiscard]] bool flag(const QString &member) const { return rt::boolValue(getOLItemID(member)); }
     [[nodiscard]] int number(const QString &member) const {

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double secondsInMinute = 60.0;
 
-// No value leaves the key out; the null marker is kept, since it says that the user has cleared the field.
+// Skips a missing value, but keeps the null marker, which means that the user has cleared the field.
 void insertValue(QVariantMap &record, const QString &key, const rt::Value &value) {
     if (rt::isPresent(value) || rt::isNullMarker(value))
         record.insert(key, value);
@@ -64,7 +64,7 @@ QVariantMap vlECCalendarEvent::dateRecord(const QString &key) const {
 QString vlECCalendarEvent::getVlDuration() const {
     const vlOLCalendarDate start(rt::objectValue(getOneMergedItem(olItem_startTime)));
     const vlOLCalendarDate end(rt::objectValue(getOneMergedItem(olItem_endTime)));
-    // Only a date goes to the host, which does not test what it is given.
+    // Only a date may be passed to the host, which does not check its argument.
     return QString::number(wholeMinutes(end.timeIntervalSinceDate(start.delegate())));
 }
 

@@ -1,4 +1,4 @@
-// An appointment in the host's calendar, seen with the edits that an open editor has not saved yet.
+// An appointment in the host's calendar, merged with the unsaved changes of an open editor.
 #pragma once
 
 #include "plugin/host/adapters/hostNames.h"
@@ -11,32 +11,33 @@
 
 class vlECCalendarEvent : public vlDelegateBase {
 public:
-    // The pending changes by "content." and member name; asked anew for every read, as the user goes on
-    // editing.
+    // Returns the pending changes; keys are "content." and the member name. Called for every read, because
+    // the user may still be editing.
     using PendingChanges = std::function<QVariantMap()>;
 
     explicit vlECCalendarEvent(rt::Object *event, const QVariantMap &unCommitedChange = QVariantMap())
         : vlECCalendarEvent(event, [unCommitedChange] { return unCommitedChange; }) {}
     vlECCalendarEvent(rt::Object *event, PendingChanges unCommitedChange);
 
-    // The pending value when there is one, else the stored one. A subject that the user has cleared is "";
-    // any other cleared value is the null marker.
+    // The pending value if there is one, else the stored one. A subject that the user has cleared is ""; any
+    // other cleared value is the null marker.
     [[nodiscard]] rt::Value getOneMergedItem(const QString &key) const;
     // The stored value.
     [[nodiscard]] rt::Value getOneItem(const QString &key) const { return getOLItemID(key); }
 
-    // Merged. A cleared or missing one is null.
+    // Merged; null if it was cleared or is missing.
     [[nodiscard]] QString getEmailBody() const { return rt::textValue(getOneMergedItem(olItem_body)); }
     [[nodiscard]] QString location() const { return rt::textValue(getOneMergedItem(olItem_location)); }
     [[nodiscard]] bool isBodyHTML() const { return true; }
 
-    // The snapshot of the appointment, merged but for the stored plug-in data. Values that are missing have
-    // no entry, except the two date records, which may be empty, the duration and "recurrence". It holds time
-    // zone objects and so is no JSON.
+    // The snapshot of the appointment: merged values, except for the plug-in's data, which is the stored one.
+    // Missing values have no entry, except the two date records (possibly empty), the duration and
+    // "recurrence". It contains time zone objects and therefore cannot be converted to JSON.
     [[nodiscard]] QVariantMap getVlMeetingData() const;
-    // Whole minutes in decimal, toward zero; "0" when a date is missing, negative when the end lies first.
+    // Whole minutes in decimal, truncated toward zero; "0" if a date is missing, negative if the end comes
+    // before the start.
     [[nodiscard]] QString getVlDuration() const;
-    // The attendee records in the host's order; empty when nobody is invited.
+    // The attendee records in the host's order.
     [[nodiscard]] QVariantList getVlAttendeesData() const;
 
     [[nodiscard]] bool isSupportedOwner() const { return isOwner(); } // the user owns the appointment
@@ -45,7 +46,7 @@ public:
     [[nodiscard]] bool isSupportVela() const {
         return isSupportedOwner() && !isOccurrence() && !isModifiedException();
     }
-    // Of the account that the appointment had when the adapter was made; null without an account.
+    // The address of the account that the appointment had when the adapter was made; null without an account.
     [[nodiscard]] QString emailAddress() const {
         return m_ecEmailAccount ? m_ecEmailAccount->emailAddress() : QString();
     }
@@ -71,7 +72,7 @@ public:
     void setLocation(const QString &location) const { getOLItemID(olItem_setLocation, location); }
     void setOlmUCCapabilities(const QString &data) const { getOLItemID(olItem_setOlmUCCapabilities, data); }
 
-    // Handed through; nothing here depends on them.
+    // Passed on unchanged.
     [[nodiscard]] rt::Value UUID() const { return getOLItemID(olItem_UUID); }
     [[nodiscard]] rt::Value isRecurring() const { return getOLItemID(olItem_isRecurring); }
     [[nodiscard]] rt::Value duration() const { return getOLItemID(olItem_duration); }

@@ -1,4 +1,4 @@
-// Someone, or a room, invited to an appointment.
+// A person or a room invited to an appointment.
 #pragma once
 
 #include "plugin/host/adapters/hostNames.h"
@@ -16,7 +16,7 @@ public:
     // 2: a resource, such as a room.
     [[nodiscard]] qint32 attendeeType() const { return number(olItem_attendeeType); }
 
-    // The attendee record: "name", "email" and "type" (decimal), in this order, ending before the first that
-    // is missing.
+    // The attendee record: "name", "email" and "type" (decimal), in this order. It ends before the first
+    // missing value.
     [[nodiscard]] QVariantMap getVlMeetingData() const;
 };

@@ -14,10 +14,9 @@ public:
             m_fromAddress.emplace(address);
     }
 
-    // Null when not known.
+    // Null if unknown.
     [[nodiscard]] QString emailAddress() const { return text(olItem_emailAddress); }
-    // The address that mail of this account comes from, as it was when the adapter was made; "" when the
-    // account has none.
+    // The sender address of this account at the time when the adapter was made; "" if the account has none.
     [[nodiscard]] QString curFromAddress() const {
         return m_fromAddress ? m_fromAddress->emailAddress() : u""_s;
     }

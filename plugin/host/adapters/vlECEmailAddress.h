@@ -9,7 +9,7 @@ public:
     explicit vlECEmailAddress(rt::Object *address)
         : vlDelegateBase(key_vlECEmailAddress, address) {}
 
-    // Null when not known.
+    // Null if unknown.
     [[nodiscard]] QString emailAddress() const { return text(olItem_emailAddress); }
     [[nodiscard]] QString name() const { return text(olItem_name); }
     [[nodiscard]] rt::Value type() const { return getOLItemID(olItem_type); }

@@ -9,7 +9,7 @@ public:
     explicit vlECMutableCalendarEvent(rt::Object *record)
         : vlDelegateBase(key_vlECMutableCalendarEvent, record) {}
 
-    // Null when there is none.
+    // Null if there is none.
     [[nodiscard]] QString summary() const { return text(olItem_summary); }
     [[nodiscard]] QString location() const { return text(olItem_location); }
     [[nodiscard]] QString body() const { return text(olItem_body); }

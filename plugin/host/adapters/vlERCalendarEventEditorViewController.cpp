@@ -12,7 +12,7 @@ QString pendingKey(const QString &member) {
     return key_vlPendingPrefix + member;
 }
 
-// A cleared value is a change too; an entry without a value is none.
+// A cleared value is a change; an entry without a value is not.
 bool isChanged(const QVariantMap &pending, const QString &member) {
     const rt::Value change = pending.value(pendingKey(member));
     return rt::isPresent(change) || rt::isNullMarker(change);
@@ -32,14 +32,15 @@ vlERCalendarEventEditorViewController::vlERCalendarEventEditorViewController(rt:
 void vlERCalendarEventEditorViewController::resetECCalendarEventInstance() const {
     rt::Object *event = content();
     m_pECCalendarEvent = rt::Weak<>(event);
-    // Only the base is copied into the provider: this adapter may be moved or die before the event adapter.
+    // The provider gets a copy of the base, because this adapter may be moved or destroyed before the event
+    // adapter.
     const vlDelegateBase editor = *this;
     m_ECCalendarEvent =
         std::make_unique<vlECCalendarEvent>(event, [editor] { return pendingChangesOf(editor); });
 }
 
 vlECCalendarEvent *vlERCalendarEventEditorViewController::ecCalendarEvent() const {
-    // A reference to an event that is gone is nullptr, so a new one at the same address counts as another.
+    // The weak reference is nullptr once its event is deleted, so a new event at the same address is noticed.
     if (content() != m_pECCalendarEvent.get() || !m_ECCalendarEvent)
         resetECCalendarEventInstance();
     return m_ECCalendarEvent.get();

@@ -1,4 +1,4 @@
-// One open appointment editor.
+// An open appointment editor.
 #pragma once
 
 #include "plugin/host/adapters/vlDelegateBase.h"
@@ -9,18 +9,19 @@
 
 class QWidget;
 
-// May outlive the editor; then it behaves as an adapter on nothing.
+// May outlive the editor; then it behaves like an adapter without an object.
 class vlERCalendarEventEditorViewController : public vlDelegateBase {
 public:
     explicit vlERCalendarEventEditorViewController(rt::Object *editor);
 
-    // The appointment being edited, with the editor's pending changes as they are when it is asked. Never
-    // nullptr; owned by this adapter and replaced when the editor goes over to another appointment: do not
-    // keep it.
+    // The appointment being edited, merged with the editor's present changes at each access. Never nullptr.
+    // This adapter owns it and replaces it when the editor switches to another appointment: do not store the
+    // pointer.
     [[nodiscard]] vlECCalendarEvent *ecCalendarEvent() const;
     void resetECCalendarEventInstance() const;
 
-    // The snapshot of the appointment; with "onbehalfEmailAddress" when it is scheduled for someone else.
+    // The snapshot of the appointment; with "onbehalfEmailAddress" if the user schedules it for another
+    // person.
     [[nodiscard]] QVariantMap getVlMeetingData() const;
 
     [[nodiscard]] bool isSupportedOwner() const { return ecCalendarEvent()->isSupportedOwner(); }
@@ -30,21 +31,21 @@ public:
     [[nodiscard]] bool blockDeleteVelaMeeting() const {
         return !isSupportedOwner() || isOccurrenceOrException();
     }
-    [[nodiscard]] bool isOnBehalf() const; // always false where the edition does not schedule for others
+    [[nodiscard]] bool isOnBehalf() const; // always false if the edition cannot schedule for others
     [[nodiscard]] QString onbehalfEmailAddress() const; // null unless isOnBehalf()
     [[nodiscard]] QString currentEmailAddress() const;  // of the From field; "" without an account
     [[nodiscard]] QString curFromEmailAddress() const { return ecCalendarEvent()->curFromAddress(); }
 
-    // Tells the host that there is something to save, and remembers that the user was in the settings.
+    // Tells the host whether there are changes to save, and stores that the user changed the settings.
     void setIsDirty(bool dirty);
-    // Whether what a meeting depends on has changed: attendees, recurrence, subject, times, the body against
-    // the one kept by setInitBodyContent(), or the meeting's settings.
+    // Whether values that a meeting depends on have changed: attendees, recurrence, subject, times, the body
+    // compared with the one stored by setInitBodyContent(), or the meeting's settings.
     [[nodiscard]] bool isVlMeetingItemsChanged() const;
-    // Keeps the pending body when it says anything; the given one unless it is null.
+    // Stores the pending body unless it is blank. The overload stores the given body unless it is null.
     void setInitBodyContent();
     void setInitBodyContent(const QString &html);
 
-    // Stores the plug-in's data.
+    // Stores the plug-in's record in the appointment.
     void saveVlDataToOLProperty(const QString &data) const { getOLItemID(olItem_setOlmUCCapabilities, data); }
     void updateLocationFieldFromUI(const QString &text) const;
     [[nodiscard]] QString getLocationFromUI() const; // null without a field, "" for an empty one
@@ -64,20 +65,19 @@ public:
     void contentDidChange() const { getOLItemID(olItem_contentDidChange); }
     void focusOnBody() const { getOLItemID(olItem_focusOnBody); }
 
-    // The body, in whichever of the two body editors this host has. Defined in body/editorBody.cpp.
-    // Write the invitation into it, or take it out when the invitation is empty; nothing when there is
-    // nothing to do.
+    // Operations on the body, for both body editors. Defined in body/editorBody.cpp. Writes the invitation
+    // into the body, or removes it if the invitation is empty. Does nothing if the body needs no change.
     void updateEmailBodyWithVelaContent(const QString &invitation, bool isHTML) const;
-    // Add an audio conference's text at its end; nothing for an empty text.
+    // Appends an audio conference's text to the body; does nothing for an empty text.
     void updateEmailBodyForPAC(const QString &text, bool isHTML) const;
     void updateEmailBody(const QString &html) const;     // the older editor's body element
     void displayEmailContent(const QString &html) const; // the newer editor
-    [[nodiscard]] QString bodyContent() const;           // of the newer editor; null when there is none
-    // No character but white space.
+    [[nodiscard]] QString bodyContent() const;           // of the newer editor; null without one
+    // Whether the body has no characters except white space.
     [[nodiscard]] static bool isBodyContentEmpty(const QString &html);
     [[nodiscard]] bool isCurrentEmailBodyEmpty() const;
-    // Puts the reminder into the older editor when the given body is one single character long, which is what
-    // the host's empty bodies are.
+    // Writes the reminder into the older editor if the given body is a single character, as the host's empty
+    // bodies are.
     void addVlReminderInEmailBody(const QString &html) const;
 
 private:
@@ -85,7 +85,7 @@ private:
     [[nodiscard]] rt::Object *content() const { return object(olItem_content); }
     [[nodiscard]] rt::Object *webDocument() const;
 
-    mutable rt::Weak<> m_pECCalendarEvent; // what the event adapter was made on
+    mutable rt::Weak<> m_pECCalendarEvent; // the object of the event adapter
     mutable std::unique_ptr<vlECCalendarEvent> m_ECCalendarEvent;
     bool m_bVlSettingOpened = false;
     QString m_initBodyContent;

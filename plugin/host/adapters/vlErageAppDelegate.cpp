@@ -8,6 +8,6 @@ void vlErageAppDelegate::openNewMeeting(const QString &flag, const rt::Value &ar
     if (argument.typeId() == QMetaType::QVariantMap)
         services.mainThreadDictionary.insert(keyFlagVlMeetingArgument, argument);
     services.workspace->activateThisApplication();
-    // This adapter may be gone by then: the call holds a reference of its own.
+    // This adapter may be destroyed by then, so the call captures a copy.
     services.runLoop->callAfter(0, [application = *this] { application.newCalendarMeeting(rt::Value()); });
 }

@@ -4,12 +4,13 @@
 #include "plugin/host/adapters/hostNames.h"
 #include "plugin/host/adapters/vlDelegateBase.h"
 
-// Left in the main thread's dictionary for the editor that opens next, each with its own name as value: add a
-// video meeting or an audio conference as soon as you are there. The argument is a dictionary, or missing.
+// Keys in the main thread's dictionary for the editor that opens next; the value of a key is its own name.
+// They tell the editor to add a video meeting or an audio conference at once. The argument is a dictionary or
+// missing.
 inline const QString keyFlagAutoAddToVlMeeting = u"keyFlagAutoAddToVlMeeting"_s;
 inline const QString keyFlagAutoAddToPACMeeting = u"keyFlagAutoAddToPACMeeting"_s;
 inline const QString keyFlagVlMeetingArgument = u"keyFlagVlMeetingArgument"_s;
-// In the argument: which audio-conference account is wanted, a PACAccount.
+// In the argument: the requested audio-conference account, a PACAccount.
 inline const QString keyPACAccountNo = u"pacAccountNo"_s;
 
 class vlErageAppDelegate : public vlDelegateBase {
@@ -19,8 +20,8 @@ public:
 
     // Opens the editor of a new meeting.
     void newCalendarMeeting(const rt::Value &sender) const { getOLItemID(olItem_newCalendarMeeting, sender); }
-    // Leave the flag, bring the host to the front, and open a new meeting on the next turn of the run loop
-    // (not at all when the delegate is gone by then). An argument that is no dictionary is not kept.
+    // Sets the flag, brings the host to the front, and opens a new meeting on the next turn of the run loop,
+    // unless the delegate is deleted by then. An argument that is not a dictionary is ignored.
     void autoAddVelaToAppointment(const rt::Value &argument) const {
         openNewMeeting(keyFlagAutoAddToVlMeeting, argument);
     }

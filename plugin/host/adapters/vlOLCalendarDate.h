@@ -1,4 +1,4 @@
-// A date of the host: an instant with a time zone of its own.
+// A date of the host: an instant with its own time zone.
 #pragma once
 
 #include "plugin/host/adapters/hostNames.h"
@@ -12,17 +12,17 @@ public:
     explicit vlOLCalendarDate(rt::Object *date)
         : vlDelegateBase(key_vlOLCalendarDate, date) {}
 
-    // The instant as "2026-11-24 07:00:00" in UTC and in the date's own zone; null for no valid date.
+    // The instant as "2026-11-24 07:00:00" in UTC and in the date's own zone; null without a valid date.
     [[nodiscard]] QString UTCTime() const;
     [[nodiscard]] QString LocalTime() const;
 
-    // The date record: "UTCTime", "localTime" and "timezone" (a QTimeZone), in this order, ending before the
-    // first that is missing.
+    // The date record: "UTCTime", "localTime" and "timezone" (a QTimeZone), in this order. It ends before the
+    // first missing value.
     [[nodiscard]] QVariantMap getVlMeetingData() const;
     [[nodiscard]] static QVariantMap GenerateVlCalendarDate(const QString &utcTime, const QString &localTime,
                                                             const rt::Value &timeZone);
 
-    // Invalid for no valid date.
+    // Invalid without a valid date.
     [[nodiscard]] QDateTime dateUTC() const { return getOLItemID(olItem_dateUTC).toDateTime(); }
     [[nodiscard]] rt::Value timeZone() const { return getOLItemID(olItem_timeZone); } // a QTimeZone
     [[nodiscard]] int minuteOfHour() const { return number(olItem_minuteOfHour); }
@@ -32,8 +32,7 @@ public:
     [[nodiscard]] int monthOfYear() const { return number(olItem_monthOfYear); }
     [[nodiscard]] int yearOfCommonEra() const { return number(olItem_yearOfCommonEra); }
 
-    // New dates of the host, which owns them: use them within the call that made them. nullptr when there is
-    // none.
+    // New dates, owned by the host: use them only within the call that made them. nullptr on failure.
     [[nodiscard]] rt::Object *dateByAddingTimeInterval(double seconds) const {
         return rt::objectValue(getOLItemID(olItem_dateByAddingTimeInterval, seconds));
     }
@@ -43,6 +42,6 @@ public:
     [[nodiscard]] rt::Object *dateInDifferentTimeZone(const rt::Value &timeZone) const {
         return rt::objectValue(getOLItemID(olItem_dateInDifferentTimeZone, timeZone));
     }
-    // Seconds from `date` (a host date) to this one, negative when it is later; 0 when either is missing.
+    // Seconds from `date` (a host date) to this date, negative if `date` is later; 0 if either is missing.
     [[nodiscard]] double timeIntervalSinceDate(rt::Object *date) const;
 };

@@ -1,4 +1,4 @@
-// What holds the views of the calendar grid.
+// The host's container of the calendar grid's views.
 #pragma once
 
 #include "plugin/host/adapters/hostNames.h"
@@ -9,7 +9,7 @@ public:
     explicit vlOLCalendarGridViewWrapper(rt::Object *wrapper)
         : vlDelegateBase(key_vlOLCalendarGridViewWrapper, wrapper) {}
 
-    // The host's current grid controller; where it keeps several, the first with a selected event, else the
-    // last. nullptr when there is none.
+    // The host's current grid controller. If it has several: the first with a selected event, else the last.
+    // nullptr if it has none.
     [[nodiscard]] rt::Object *gridViewController() const;
 };

@@ -9,7 +9,7 @@ public:
     explicit vlOLWordMailEditor(rt::Object *editor)
         : vlDelegateBase(key_vlOLWordMailEditor, editor) {}
 
-    // Shows the HTML in place of what is there, through the richest method that this host has.
+    // Replaces the shown content with the HTML, through the most capable method that this host has.
     void displayHTMLContent(const QString &html, bool readOnly) const;
     [[nodiscard]] rt::Object *editorContent() const { return object(olItem_editorContent); }
     [[nodiscard]] rt::Value editor() const { return getOLItemID(olItem_editor); }

@@ -1,4 +1,4 @@
-// What is in the newer body editor.
+// The content of the newer body editor.
 #pragma once
 
 #include "plugin/host/adapters/hostNames.h"
@@ -9,5 +9,5 @@ public:
     explicit vlOLWordMailEditorContent(rt::Object *content)
         : vlDelegateBase(key_vlOLWordMailEditorContent, content) {}
 
-    [[nodiscard]] QString bodyContent() const { return text(olItem_bodyContent); } // HTML; null: none
+    [[nodiscard]] QString bodyContent() const { return text(olItem_bodyContent); } // HTML or null
 };

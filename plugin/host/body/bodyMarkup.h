@@ -1,12 +1,12 @@
-// The pieces of HTML that the invitation in a body is written with and found again by.
+// The HTML fragments with which the plug-in writes an invitation into a body and finds it again.
 #pragma once
 
 #include "platform/Literals.h"
 
 #include <QString>
 
-// The two empty anchors around the invitation, as they are written; as the host leaves them when it strips
-// quotes; and as they are in a body that was made with the invitation in it.
+// The two empty anchors around the invitation in three forms: as the plug-in writes them, as the host leaves
+// them when it strips quotes, and as they are in a new body that was created with an invitation.
 inline const QString kvl_BeginBookmark = u"<a name=\"MacVlBookmarkBegin\"></a>"_s;
 inline const QString kvl_EndBookmark = u"<a name=\"MacVlBookmarkEnd\"></a>"_s;
 inline const QString kvl_BeginBookmarkEx = u"<a name=MacVlBookmarkBegin></a>"_s;

@@ -7,17 +7,17 @@
 
 namespace {
 
-// What the host puts around a block when it rewrites a body with fonts.
+// The host puts these tags around a block when it rewrites a body with fonts.
 const QString fontTag = u"<font size="_s;
 const QString closedFont = u"@</font>"_s;
 
 struct Edge {
-    qsizetype position; // where the block begins, or where it ends
-    qsizetype bookmark; // position of the bookmark or marker that tells so
+    qsizetype position; // beginning or end of the block
+    qsizetype bookmark; // position of the bookmark or marker that marks it
 };
 
-// Where the part, which has a "<", lies last, in whatever case. The toolkit's search folds each character of
-// a body for that, which takes five times as long.
+// The last position of the part, which must contain a "<"; ignores case. The toolkit's search folds every
+// character of the body and takes five times as long.
 qsizetype lastIndexIn(QStringView text, QStringView part) {
     const qsizetype mark = part.indexOf(u'<');
     for (qsizetype at = text.size() - part.size(); at >= 0; --at)
@@ -26,8 +26,8 @@ qsizetype lastIndexIn(QStringView text, QStringView part) {
     return -1;
 }
 
-// Whether the HTML holds nothing that a user could have put there: blanks, which the host may have written as
-// entities, and tags that only format.
+// Whether the HTML contains only blanks (possibly written as entities by the host) and formatting tags, so no
+// content of the user.
 bool isOnlyFormatting(QStringView html) {
     static const QRegularExpression formatting(
         u"\\A(?:\\s|&nbsp;|</?(?i:b|br|div|font|i|p|span|u)(?!\\p{L})[^>]*>)*+\\z"_s,

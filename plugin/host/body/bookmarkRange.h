@@ -1,4 +1,4 @@
-// Where in a body the block lies that is to be replaced or removed.
+// Finds the block in a body that has to be replaced or removed.
 #pragma once
 
 #include <QString>
@@ -15,20 +15,21 @@ struct BodyRange {
     qsizetype length;
 };
 
-// What a search for the block came to.
+// The result of a search for the block.
 struct BlockSearch {
     bool found = false;             // both ends were found
-    std::optional<BodyRange> range; // none when they lie in the wrong order: nothing is enclosed
+    std::optional<BodyRange> range; // no value if they are in the wrong order and enclose nothing
 };
 
 // The bookmark pair present in the body (the quoted form is preferred); none when neither pair is complete.
 [[nodiscard]] std::optional<BookmarkTexts> bookmarksIn(const QString &body);
-// From the last head marker (or, where there is none, from the font tag before the first begin bookmark)
-// through the last tail marker (or the last closed font).
+// The range from the last head marker (or, without one, from the font tag before the first begin bookmark) to
+// the end of the last tail marker (or of the last closing font tag).
 [[nodiscard]] BlockSearch findBlock(const QString &body, const BookmarkTexts &texts,
                                     const QString &headMarker, const QString &tailMarker);
-// The last begin bookmark that has an end bookmark behind it, through the last end bookmark.
+// The range from the last begin bookmark that is followed by an end bookmark to the end of the last end
+// bookmark.
 [[nodiscard]] std::optional<BodyRange> lastProperPair(const QString &body, const BookmarkTexts &texts);
-// From the first begin bookmark through the first end bookmark. Where that end lies first: the last begin
-// bookmark before the next end bookmark, through it.
+// The range from the first begin bookmark to the end of the first end bookmark. If that end bookmark comes
+// first, the range from the last begin bookmark before the next end bookmark to the end of the latter.
 [[nodiscard]] std::optional<BodyRange> firstPair(const QString &body, const BookmarkTexts &texts);

@@ -7,15 +7,15 @@
 
 namespace {
 
-// A bookmark ends an address as well: it is a tag of ours, put right behind the invitation's last word, and
-// would be lost inside a link.
+// A bookmark also ends an address: the plug-in writes it directly after the invitation's last word, and
+// inside a link it would be lost.
 bool endsAddress(QStringView text, qsizetype at) {
     const QStringView rest = text.sliced(at);
     return rest.isEmpty() || QStringView(u" \r\n").contains(rest.front()) ||
            rest.startsWith(kvl_BeginBookmark) || rest.startsWith(kvl_EndBookmark);
 }
 
-// Where the part is found next, with something but blanks before it; -1 ends the walk.
+// The next position of the part that has non-blank text before it; -1 ends the search.
 qsizetype walkTo(QStringView text, QStringView part, qsizetype cursor) {
     while (cursor < text.size() && text[cursor].isSpace())
         ++cursor;
@@ -43,7 +43,7 @@ QString withLinksTo(const QString &address, const QString &text) {
     qsizetype cursor = 0;
     for (qsizetype at = walkTo(text, address, 0); at >= 0; at = walkTo(text, address, cursor)) {
         cursor = at + address.size();
-        // A longer address, or a link already; also one that was made directly behind ("...<a href=").
+        // Part of a longer address, or already a link; also directly before a link just made ("...<a href=").
         if (!endsAddress(text, cursor) || QStringView(text).sliced(cursor).startsWith(u" href=\""))
             continue;
         result += QStringView(text).sliced(copied, at - copied);

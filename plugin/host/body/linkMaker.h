@@ -1,8 +1,8 @@
-// Makes HTML of a plain text: links of its addresses, and breaks of its line ends.
+// Converts plain text to HTML: addresses become links, line ends become break tags.
 #pragma once
 
 #include <QString>
 
-// The text with "<a href=..." around every address that qualifies and lineBreakTag in place of every "\n".
-// Nothing else is changed. Never null. Walks over the text once for each address.
+// Returns the text with a link around every address that qualifies and lineBreakTag for every "\n", otherwise
+// unchanged. Never null. It reads the text once for each address.
 [[nodiscard]] QString withLinksAndBreaks(const QString &text);

@@ -10,8 +10,9 @@
 
 namespace {
 
-// How much of a plain invitation tells where it begins and ends in UTF-16 units, and how far behind its end
-// the end bookmark stands, so that the line break that ends the invitation stays inside the block.
+// In UTF-16 units: the length of the texts at the beginning and end of a plain invitation by which it is
+// found, and the distance of the end bookmark from its end. The distance keeps the invitation's last line
+// break inside the block.
 constexpr qsizetype markerLength = 20;
 constexpr qsizetype endBookmarkOffset = 3;
 
@@ -19,7 +20,7 @@ QString without(const QString &text, QStringView part) {
     return replacedAll(text, part, QStringView());
 }
 
-// In place when nobody else holds the body: the largest ones are tens of megabytes.
+// Edits in place if the body is not shared: the largest bodies have tens of megabytes.
 QString replacedRange(QString body, const BodyRange &range, const QString &block) {
     body.replace(range.start, range.length, block);
     return body;
@@ -41,8 +42,8 @@ QString bookmarkedPlainText(const QString &invitation) {
     return text;
 }
 
-// For bookmarks in the wrong order. What lies between them is the user's: a proper pair gives way to the
-// block, and without one the block goes to the end, as into a body that never had any.
+// For bookmarks in the wrong order, which have the user's text between them. The block replaces a proper
+// pair; without one it is appended, as in a body without bookmarks.
 QString updatedDespiteOrder(QString body, const BookmarkTexts &texts, const QString &block) {
     if (const std::optional<BodyRange> pair = lastProperPair(body, texts))
         return replacedRange(std::move(body), *pair, block);
@@ -51,7 +52,7 @@ QString updatedDespiteOrder(QString body, const BookmarkTexts &texts, const QStr
     return replacedRange(std::move(body), {end, 0}, block);
 }
 
-// The invitation of a body that was made with one in it.
+// The invitation in a body that was created with one.
 std::optional<BodyRange> freshBlock(const QString &body) {
     const qsizetype begin = body.indexOf(kvl_InitBeginBookMark);
     if (begin < 0)
@@ -125,7 +126,7 @@ QString vlBodyHelper::updateVlBodyWithSrcBody(QString body, const QString &invit
     if (body.isNull())
         return {};
     const QString block = insertVlBodyBookMark(invitation, isHTML);
-    // Each search is one pass over the body: a fresh block holds the quoted bookmarks too.
+    // A fresh block contains the quoted bookmarks as well, so only a body with those is searched for it.
     const std::optional<BookmarkTexts> texts = bookmarksIn(body);
     const bool isQuoted = texts && texts->begin == kvl_BeginBookmark;
     if (const std::optional<BodyRange> fresh = isQuoted ? freshBlock(body) : std::nullopt)
