@@ -1,7 +1,7 @@
 // The names of the hook table's rows.
 #pragma once
 
-// In the order of the table; a load step installs the rows from one name to another.
+// In the order of the table. A load step installs a range of rows from one name to another.
 enum class HookRowName {
     OlderHeaderDraw,
     NewerHeaderInit,
@@ -26,7 +26,7 @@ enum class HookRowName {
     EditorSaveAndClose,
     EditorSaveAndCloseWindow,
     EditorSave,
-    EditorSaveFromSender, // "save:", which the button and the shortcut send
+    EditorSaveFromSender, // "save:", sent by the button and the shortcut
     EditorSetIsCancelMode,
     EditorSend,
     EditorFromFieldModified,

@@ -25,7 +25,7 @@ bool isCurrentVelaMeeting(rt::Object *gridWrapper) {
     return vlCalendarActionMgr::sharedInstance().isCurVelaMeeting(controller.ecCalendarEvent());
 }
 
-// Hands a change on the grid to the workflow first; the host applies it only when it was accepted.
+// Passes a change on the grid to the workflow first. The host applies it only if the workflow accepts it.
 template<typename Update>
 rt::Value changeOnGrid(HookRowName row, rt::Object *self, rt::Args arguments, Update update) {
     const rt::Weak<> grid(self);
@@ -35,7 +35,7 @@ rt::Value changeOnGrid(HookRowName row, rt::Object *self, rt::Args arguments, Up
         return update(vlCalendarActionMgr::sharedInstance(), grid.get());
     });
     if (result != accepted)
-        return true; // dealt with: the tile goes back to where it was
+        return true; // handled: the tile returns to its old place
     return callHost(row, grid.get(), arguments);
 }
 
@@ -87,7 +87,7 @@ rt::Value eventDelete(rt::Object *self, rt::Selector, rt::Args arguments) {
     return callHost(HookRowName::EventDelete, event.get(), arguments);
 }
 
-// Unlike a delete, a cancellation goes by the action result alone.
+// Unlike a deletion, a cancellation depends only on the action result.
 rt::Value eventCancel(rt::Object *self, rt::Selector, rt::Args arguments) {
     const rt::Weak<> event(self);
     const Deletion deletion = deleteMeetingOf(event);
@@ -97,8 +97,8 @@ rt::Value eventCancel(rt::Object *self, rt::Selector, rt::Args arguments) {
 }
 
 rt::Value switchToSeries(rt::Object *self, rt::Selector, rt::Args arguments) {
-    // The window in which the user asked for it: once the host has switched, another may be active, or this
-    // one closed.
+    // The window in which the user acted. After the host's method another window may be active and this one
+    // closed.
     const QPointer<QWidget> window = QApplication::activeWindow();
     rt::Value result = callHost(HookRowName::SwitchToSeries, self, arguments);
     platform::guarded("following the switch to the series", [&window] {
@@ -109,7 +109,7 @@ rt::Value switchToSeries(rt::Object *self, rt::Selector, rt::Args arguments) {
         const ContextScope scope(strip);
         strip->attachOutlookERCalendarEventEditorWindowController(strip->editorWindowController());
         callHost(HookRowName::EditorSave, strip->editorViewController(), {});
-        if (strip && !strip->isApptDirty()) // a save runs host code, which may close the window
+        if (strip && !strip->isApptDirty()) // the save runs host code, which may close the window
             strip->refreshUI();
     });
     return result;

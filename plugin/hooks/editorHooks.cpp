@@ -15,7 +15,7 @@ namespace hooks {
 
 namespace {
 
-constexpr int heldBackResult = -1; // what the two save-and-close operations answer while they are held back
+constexpr int heldBackResult = -1; // result of both save-and-close operations while held back
 constexpr quint32 lastRefreshingReturnCode = 1;
 
 struct Decision {
@@ -28,8 +28,8 @@ EditorStrip *stripOf(const rt::Weak<> &editor) {
                              [&editor] { return vlMeetingWindows::stripOfEditor(editor.get()); });
 }
 
-// Asks the workflow what the operation needs. When that itself goes wrong, the operation is held back: the
-// editor stays open with its changes.
+// Asks the workflow what the operation requires. If that fails with an exception, the operation is held back:
+// the editor stays open with its changes.
 Decision decide(const rt::Weak<> &editor, HostAction action) {
     return platform::guarded(
         "saving an appointment with a meeting", Decision{false, false}, [&editor, action] {
@@ -41,7 +41,7 @@ Decision decide(const rt::Weak<> &editor, HostAction action) {
         });
 }
 
-// The editor may go away while the workflow is asked; then nothing is left to save.
+// The workflow may close the editor; then there is nothing to save.
 rt::Value saveAndClose(HookRowName row, HostAction action, rt::Object *self, rt::Args arguments) {
     const rt::Weak<> editor(self);
     const ContextScope scope(stripOf(editor));

@@ -25,7 +25,7 @@ const QString olderHeaderName = u"OLCalendarHeaderContainerView"_s;
 const QString newerHeaderName = u"OLAutoLayoutAttachmentsAcceptingView"_s;
 const QString autoLayoutName = u"OLAutoLayoutView"_s;
 
-// The very class, not a subclass of it.
+// True for the class itself, false for a subclass.
 bool isExactly(const rt::Object *object, const QString &className) {
     return object && object->isa()->name() == className;
 }
@@ -37,12 +37,12 @@ bool isShown(const QWidget *view) {
     return true;
 }
 
-// A view that is no text field has a null text, which is not that of the label.
+// A view that is not a text field has a null text, which differs from the label's text.
 bool isTimeZoneLabel(const QWidget *view) {
     return platform::textFieldValue(view) == timeZoneLabel;
 }
 
-// Direct subviews are walked in place, without a list of them.
+// Iterates over the direct subviews without making a list of them.
 template<typename Accept>
 const QWidget *firstSubview(const QWidget *view, Accept accept) {
     for (const QObject *child : view->children())
@@ -52,7 +52,7 @@ const QWidget *firstSubview(const QWidget *view, Accept accept) {
     return nullptr;
 }
 
-// Whether the first label with that text, two levels down in a row of the given kind, is to be seen.
+// Whether the first label with that text, two levels down in a row of the given kind, is visible.
 template<typename IsRow>
 bool hasTimeZoneRow(const QWidget *header, IsRow isRow) {
     const QWidget *label = nullptr;
@@ -87,7 +87,7 @@ void placeStrip(QWidget *strip, double y) {
     platform::setBottomLeftFrame(strip, QRectF(x, y, width, strip->height()));
 }
 
-// Taken out of the lists that they are found in before the first is moved: moving a view runs foreign code.
+// A copy of the strips found, made before the first one is moved: moving a view runs foreign code.
 using Strips = QVarLengthArray<vlActionAdditionView *, 2>;
 
 void placeStrips(const Strips &strips, bool timeZoneRow) {
@@ -125,7 +125,7 @@ rt::Value makeHeader(HookRowName row, const QString &headerClass, rt::Object *se
     return made;
 }
 
-// How the strips and the time-zone row of one kind of header are found.
+// Finds the strips and the time-zone row in one kind of header.
 struct HeaderParts {
     Strips (*strips)(rt::Object *header);
     bool (*hasTimeZone)(const QWidget *header);
@@ -166,13 +166,13 @@ rt::Value newerHeaderDrawRect(rt::Object *self, rt::Selector, rt::Args arguments
                       arguments);
 }
 
-// The rows of the newer header would paint over the strip: their own drawing never runs.
+// Replaces the drawing of the newer header's rows, which would paint over the strip.
 rt::Value headerRowDrawRect(rt::Object *, rt::Selector, rt::Args) {
     return true;
 }
 
 rt::Value editorShownRow(HookRowName row, rt::Object *self, rt::Args arguments) {
-    // The appointment may go away while the host opens its window, and the window may be closed again before
+    // The appointment may be deleted while the host opens its window, and the window may close again before
     // the next turn of the loop.
     const rt::Weak<> event(rt::objectValue(arguments[0]));
     rt::Value shown = callHost(row, self, arguments);

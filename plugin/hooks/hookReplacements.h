@@ -1,5 +1,5 @@
-// The functions that run in place of the host's, by subject. Each has the form of a method of the runtime:
-// the receiver, the selector that was called, the arguments. None lets anything thrown inside reach the host.
+// The replacements of host methods, by subject. Each has the signature of a runtime method: the receiver, the
+// selector that was called, the arguments. No exception leaves them.
 #pragma once
 
 #include "platform/runtime/Runtime.h"
@@ -19,8 +19,8 @@ rt::Value editorShown(rt::Object *self, rt::Selector, rt::Args arguments) {
     return editorShownRow(Row, self, arguments);
 }
 
-// editorHooks.cpp: saving, sending, the From field, recurrence, the body editor, the stored record.
-// The host's own, with the appointment of the editor at hand: it may store its record.
+// editorHooks.cpp: saving, sending, the From field, recurrence, the body editor, the stored record. Calls the
+// host's method with the context of the editor as the current one, because the method may store the record.
 rt::Value editorPassThroughRow(HookRowName row, rt::Object *self, rt::Args arguments);
 template<HookRowName Row>
 rt::Value editorPassThrough(rt::Object *self, rt::Selector, rt::Args arguments) {

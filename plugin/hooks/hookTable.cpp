@@ -12,7 +12,7 @@ constexpr HookKind instance = HookKind::Instance;
 constexpr HookKind classSide = HookKind::Class;
 using enum HookRowName;
 
-// A row that only gives the plug-in a way to the host's own implementation.
+// For rows that only give the plug-in access to the host's implementation.
 template<HookRowName Row>
 rt::Value passThrough(rt::Object *self, rt::Selector, rt::Args arguments) {
     return callHost(Row, self, arguments);
@@ -48,7 +48,7 @@ constexpr HookRow table[] = {
      "vl_OLCalendarGridViewWrapper_subjectChanged:forEvent:andTileView:", "B@:@@@", hooks::gridRename},
     {TileInit, "CCEventTileView", "initWithFrame:andController:andFillColor:isGhost:", instance,
      "vl_CCEventTileView_initWithFrame2:andController:andFillColor:isGhost:", "@@:ffff@@B", passThrough<TileInit>},
-    // The header of the older generation is made by its superclass.
+    // The superclass initialises the header of the older generation.
     {OlderHeaderInit, "OLAttachmentsAcceptingView", "initWithFrame:", instance,
      "vlOLAttachmentsAcceptingView_initWithFrame:", "@@:ffff", hooks::olderHeaderInit},
     // Deleting and cancelling without an editor.
@@ -88,7 +88,7 @@ constexpr HookRow table[] = {
      olItem_hostSaveAndCloseWindowAndReturnError, "i@:B@", hooks::editorSaveAndCloseWithError},
     {EditorHostWordMailEditor, "ERCalendarEventEditorViewController", "hostWordMailEditor:", instance,
      "vl_ERCalendarEventEditorViewController_hostWordMailEditor:", "v@:@", hooks::editorHostWordMailEditor},
-    // The record on its way into the calendar.
+    // The record that is being stored in the calendar.
     {RecordSetCapabilities, "ECMutableCalendarEvent", "setOlmUCCapabilities:", instance,
      "vl_ECMutableCalendarEvent_setOlmUCCapabilities:", "v@:@", passThrough<RecordSetCapabilities>},
     {RecordSave, "ECMutableCalendarEvent", "saveRecord", instance,
@@ -142,7 +142,7 @@ bool installHook(const HookRow &row) {
 rt::Value callHost(HookRowName row, rt::Object *self, rt::Args arguments) {
     const rt::Selector selector = replacementSelectors()[std::size_t(row)];
     const rt::Method *method = self ? self->isa()->lookup(selector) : nullptr;
-    // Where the host lacks the method nothing was exchanged: the call would come back here for ever.
+    // If the host lacks the method, nothing was exchanged and the call would recurse endlessly.
     if (!method || method->implementation == hookRow(row).replacement)
         return {};
     return method->implementation(self, selector, arguments);

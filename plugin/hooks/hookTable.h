@@ -1,4 +1,4 @@
-// The host methods that the plug-in puts itself in front of: one table, and what installs a row of it.
+// The table of host methods that the plug-in intercepts, and the installation of its rows.
 #pragma once
 
 #include "platform/runtime/Runtime.h"
@@ -14,17 +14,17 @@ struct HookRow {
     const char *hostClass;
     const char *hostSelector;
     HookKind kind;
-    // The selector that is added to the host class; after the exchange it runs the host's own implementation.
+    // Added to the host class; after the exchange it calls the host's implementation.
     const char *replacementSelector;
     const char *signature;
     rt::Implementation replacement;
 };
 
-// All rows; never empty, lives as long as the process.
+// All rows; static data.
 [[nodiscard]] std::span<const HookRow> hookTable();
 [[nodiscard]] const HookRow &hookRow(HookRowName name);
-// Adds the replacement to the host class and exchanges it with the host's method. False when the host lacks
-// the class or the method; then the host works on as it did.
+// Adds the replacement to the host class and exchanges it with the host's method. Returns false if the host
+// lacks the class or the method; then the host is unchanged.
 bool installHook(const HookRow &row);
-// Calls the host's own implementation of a row's method; no value when the host has none.
+// Calls the host's implementation of a row's method; no value if the host has none.
 rt::Value callHost(HookRowName row, rt::Object *self, rt::Args arguments);

@@ -19,7 +19,7 @@ bool hostIsSupported() {
     return vlAppHelper::sharedInstance().isSupportedOutlookVersion();
 }
 
-// The one step that says so; the others leave their rows out silently.
+// Only this step shows a message; the others silently skip their rows.
 bool hostIsSupportedElseTell() {
     if (hostIsSupported())
         return true;
@@ -27,7 +27,7 @@ bool hostIsSupportedElseTell() {
     return false;
 }
 
-// The version is asked for whatever the host's own is.
+// Requests the client's version for every version of the host.
 bool askForClientVersion() {
     vlGetClientVersionHelper::sharedInstance().getClientVersion();
     return hostIsSupported();

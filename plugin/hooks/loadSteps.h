@@ -1,5 +1,5 @@
-// What happens when the plug-in is loaded: twelve hook classes, each with its condition and its rows of the
-// hook table.
+// The steps of loading the plug-in: twelve hook classes, each with its condition and its rows of the hook
+// table.
 #pragma once
 
 #include "plugin/hooks/HookRowName.h"
@@ -10,13 +10,13 @@ struct LoadStep {
     const char *hookClass;
     HookRowName firstRow;
     HookRowName lastRow;
-    // Runs first; false leaves the rows uninstalled. nullptr: nothing runs and the rows are installed.
+    // Runs first; if it returns false, the rows are not installed. nullptr: no condition.
     bool (*before)();
-    // Runs after the rows were installed; may be nullptr.
+    // Runs after the installation; may be nullptr.
     void (*after)();
 };
 
 // The steps in the order in which they run.
 [[nodiscard]] std::span<const LoadStep> loadSteps();
-// Runs them all. Once per process; the host's classes must exist, and services and ports must be filled.
+// Runs all steps. Call it once per process, when the host's classes exist and services and ports are filled.
 void runLoadSteps();

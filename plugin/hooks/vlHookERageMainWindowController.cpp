@@ -13,7 +13,8 @@ void addUsualItems(QWidget *window) {
     hook.addVelaButtonToToolbar(window, vlStartToolbarItemIdentifier);
 }
 
-// The host's own list of allowed items stays as it is: users find these only when the tool-bar knows them.
+// The hooks do not change the host's list of allowed items, so users find these items only if the tool-bar
+// offers them.
 void offerAllItems() {
     platform::Toolbar::offerItems(key_vlERageMainWindowController,
                                   {vlStartToolbarItemIdentifier, vlScheduleToolbarItemIdentifier,

@@ -10,11 +10,11 @@ class QWidget;
 
 class vlHookERageMainWindowController : public SharedObject<vlHookERageMainWindowController> {
 public:
-    // Adds the item to every main window that is open, in the application's order of windows. From then on
-    // all items of the plug-in can be chosen where a tool-bar is customized.
+    // Adds the item to every open main window, in the application's order of windows. Afterwards users can
+    // choose all items of the plug-in when they customize a tool-bar.
     void addUIToMainWindow(const QString &identifier);
-    // Puts the item before the last flexible space, with a separator before it unless one stands there
-    // already; first of all, and without a separator, where there is no flexible space. Nothing for a
-    // tool-bar that is not visible or has the item.
+    // Inserts the item before the last flexible space, after a separator that it adds if missing. Without a
+    // flexible space it inserts the item first, without a separator. Does nothing if the tool-bar is hidden
+    // or has the item.
     void addVelaButtonToToolbar(QWidget *window, const QString &toobarIdentifier);
 };
