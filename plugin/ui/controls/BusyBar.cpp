@@ -12,9 +12,9 @@ constexpr int thickness = 8; // points
 constexpr int usualWidth = 312;
 constexpr double pieceShare = 0.3;  // of the bar
 constexpr double firstPhase = 0.25; // in the middle
-constexpr double period = 2400;     // milliseconds to and fro
+constexpr double period = 2400;     // milliseconds for both directions
 constexpr int frameMilliseconds = 30;
-constexpr double grooveOpacity = 0.18; // of the text's colour
+constexpr double grooveOpacity = 0.18; // applied to the text's colour
 
 } // namespace
 

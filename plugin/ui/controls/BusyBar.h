@@ -1,12 +1,12 @@
-// A bar that shows that something is under way and that nobody knows how long it takes.
+// A progress bar for work of unknown duration.
 #pragma once
 
 #include <QBasicTimer>
 #include <QElapsedTimer>
 #include <QProgressBar>
 
-// A piece of the bar that moves to and fro. The styles fill the whole bar with faint stripes instead, which
-// looks complete. It stands still where the desktop wants no animation.
+// A segment moves from side to side. The styles would fill the whole bar with faint stripes, which looks
+// complete. The segment does not move if the desktop disables animations.
 class BusyBar : public QProgressBar {
     Q_OBJECT
 public:

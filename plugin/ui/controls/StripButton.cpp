@@ -4,7 +4,7 @@
 
 StripButton::StripButton(QWidget *parent)
     : QPushButton(parent) {
-    setFocusPolicy(Qt::TabFocus); // a click leaves the focus in the field that the user is writing in
+    setFocusPolicy(Qt::TabFocus); // a click keeps the focus in the field that the user is editing
     setAutoDefault(false);
 }
 
@@ -16,7 +16,7 @@ void StripButton::setImage(const BundleImage &image) {
 void StripButton::setTitle(const QString &title) {
     m_face.setTitle(title);
     setText(title);                             // the mnemonic's shortcut
-    setAccessibleName(m_face.mLable.trimmed()); // some tables end a title in blanks, for its place
+    setAccessibleName(m_face.mLable.trimmed()); // some tables pad a title with blanks to position it
     update();
 }
 
@@ -55,7 +55,7 @@ void StripButton::leaveEvent(QEvent *event) {
     setEntered(false);
 }
 
-// The toolkit reports the pointer anew when a button appears below it.
+// If the button appears below the pointer, the toolkit reports the pointer again.
 void StripButton::showEvent(QShowEvent *event) {
     m_bEntered = false;
     QPushButton::showEvent(event);

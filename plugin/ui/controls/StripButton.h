@@ -1,5 +1,4 @@
-// What the two kinds of button in the strip share: the picture, the title and the highlight under the
-// pointer.
+// The base class of both kinds of button in the strip: picture, title and hover highlight.
 #pragma once
 
 #include "plugin/ui/controls/buttonFace.h"
@@ -22,7 +21,7 @@ protected:
     // In the button's coordinates, y downwards.
     [[nodiscard]] virtual QRectF imageRectangle() const = 0;
     virtual void paintTitle(QPainter &painter) const = 0;
-    // Whether the pointer over the button counts.
+    // Whether the button reacts to the pointer.
     [[nodiscard]] virtual bool canBeEntered() const = 0;
     [[nodiscard]] const ButtonFace &face() const { return m_face; }
     void updateRect();

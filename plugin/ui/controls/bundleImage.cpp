@@ -16,7 +16,7 @@ QSizeF BundleImage::size() const {
 }
 
 void BundleImage::draw(QPainter &painter, const QRectF &rectangle) const {
-    const qreal ratio = painter.deviceTransform().m11(); // what is drawn into may be sharper than the display
+    const qreal ratio = painter.deviceTransform().m11(); // may be higher than the display's
     if (!m_name.isNull() && !qFuzzyCompare(m_image.devicePixelRatio(), ratio)) {
         const QImage sharper = platform::services().pluginBundle->image(m_name, ratio);
         if (!sharper.isNull())

@@ -1,4 +1,4 @@
-// An image of the plug-in's resources that is sharp on every display.
+// An image that is sharp on every display.
 #pragma once
 
 #include <QImage>
@@ -7,21 +7,22 @@
 
 class QPainter;
 
-// A value: copying is cheap. Images by name are rendered for the display's pixel ratio when they are drawn.
+// A value type that is cheap to copy. An image made from a name is rendered for the display's pixel ratio
+// when it is drawn.
 class BundleImage {
 public:
     BundleImage() = default; // no image
-    // One of the resources; no image when there is none of that name.
+    // An image of the plug-in's resources; no image if the name does not exist.
     explicit BundleImage(const QString &name);
-    // A picture of one's own, as it is.
+    // Uses the given picture unchanged.
     explicit BundleImage(const QImage &image);
 
     [[nodiscard]] bool isNull() const { return m_image.isNull(); }
     [[nodiscard]] QSizeF size() const; // in points
-    // Stretched to the rectangle, over what lies below.
+    // Draws the image stretched to the rectangle.
     void draw(QPainter &painter, const QRectF &rectangle) const;
 
 private:
-    QString m_name;         // null: m_image is all there is
-    mutable QImage m_image; // as last rendered
+    QString m_name;         // null: made from a picture
+    mutable QImage m_image; // last rendered
 };

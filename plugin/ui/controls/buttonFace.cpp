@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr double characterWidth = 5.8; // points for each UTF-16 unit of a title
+constexpr double characterWidth = 5.8; // points per UTF-16 unit of a title
 constexpr int titleSize = 11;          // points of a frame, which are Qt's device-independent pixels
 constexpr double highlightMargin = 3;
 constexpr double focusRadius = 4;
@@ -53,12 +53,12 @@ const TitleLine &ButtonFace::titleLine(double width) const {
     return m_line;
 }
 
-// Only a title that was made for another button begins left of it: there it is drawn from the edge on.
+// A title that is too long for the button would begin left of it; it is drawn from the edge instead.
 TitleLine ButtonFace::measured(double width) const {
     TitleLine line;
     line.font.setFamilies({titleFamily, QApplication::font().family()});
     line.font.setPixelSize(titleSize);
-    line.font.setStretch(QFont::Unstretched); // else a condensed face may be taken for one of two titles
+    line.font.setStretch(QFont::Unstretched); // otherwise one of two titles may get a condensed font
     const QFontMetricsF metrics(line.font);
     line.x = std::max(0.0, titleX(width));
     line.text = metrics.elidedText(mLable, Qt::ElideRight, width - line.x);
@@ -88,7 +88,7 @@ void HoverHighlight::draw(QPainter &painter, const QRectF &imageRectangle) const
 QColor textColor(const QWidget &widget, bool enabled) {
     if (isDark(widget))
         return widget.palette().color(enabled ? QPalette::Active : QPalette::Disabled, QPalette::WindowText);
-    return enabled ? Qt::black : Qt::darkGray; // half way between black and white
+    return enabled ? Qt::black : Qt::darkGray; // halfway between black and white
 }
 
 void drawTitle(QPainter &painter, const QAbstractButton &button, const ButtonFace &face, double y,
@@ -109,7 +109,7 @@ void drawTitle(QPainter &painter, const QAbstractButton &button, const ButtonFac
 void drawFocusMark(QPainter &painter, const QAbstractButton &button, const QRectF &imageRectangle) {
     if (!button.hasFocus())
         return;
-    const double margin = highlightMargin; // further out it would touch the title
+    const double margin = highlightMargin; // a larger margin would touch the title
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(button.palette().color(QPalette::Highlight), 2));

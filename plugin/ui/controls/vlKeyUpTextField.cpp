@@ -32,7 +32,7 @@ void vlKeyUpTextField::keyReleaseEvent(QKeyEvent *event) {
     send(keyupTarget, keyupAction);
 }
 
-// The action is a copy: it may set another one in its place.
+// Takes a copy of the action, because the action may replace itself.
 void vlKeyUpTextField::send(const QPointer<QObject> &target, Action action) {
     if (target && action)
         std::exchange(action, nullptr)(this);

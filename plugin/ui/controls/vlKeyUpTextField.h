@@ -13,10 +13,11 @@ public:
     explicit vlKeyUpTextField(QWidget *parent = nullptr);
     ~vlKeyUpTextField() override;
 
-    // The action is called as long as the target lives; neither is owned. No target: nothing is called.
-    void setKeyup(QObject *target, Action action);      // after the field has handled the release of a key
-    void setTextChange(QObject *target, Action action); // after each change by the user
-    void cleanUp();                                     // forgets both
+    // The field calls the action while the target exists and does not own the target. Without a target it
+    // calls nothing.
+    void setKeyup(QObject *target, Action action);      // called after the field has handled a key release
+    void setTextChange(QObject *target, Action action); // called after each change by the user
+    void cleanUp();                                     // removes both actions
 
 protected:
     void keyReleaseEvent(QKeyEvent *event) override;

@@ -8,13 +8,13 @@ namespace {
 
 constexpr double imageBottom = 20; // points above the button's bottom
 constexpr double titleGap = 5;     // points between image and title
-constexpr double anchorLeft = 3;   // the menu's corner: to the left of the image
-constexpr double anchorGap = 6;    // and below it
+constexpr double anchorLeft = 3;   // the menu's corner is left of the image
+constexpr double anchorGap = 6;    // and below the image
 constexpr double pressedOffset = 1;
 
 } // namespace
 
-// Borderless and without an arrow, the toolkit's own drawing leaves no mark: it is not run.
+// The toolkit's drawing is not called: without border and arrow it would show nothing.
 vlPopupButton::vlPopupButton(QWidget *parent)
     : StripButton(parent) {
     setFlat(true);
@@ -42,7 +42,7 @@ bool vlPopupButton::event(QEvent *event) {
     return true;
 }
 
-// The toolkit's own handling never runs: a press must not send the button's own action.
+// Does not call the toolkit's handling, because a press must not send the button's own action.
 void vlPopupButton::mousePressEvent(QMouseEvent *event) {
     event->accept();
     if (isEntered() && event->button() == Qt::LeftButton)

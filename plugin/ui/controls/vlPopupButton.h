@@ -3,14 +3,14 @@
 
 #include "plugin/ui/controls/StripButton.h"
 
-// A press with the pointer over it, Space, Enter, the Down key or its mnemonic open the menu; only the menu's
-// items act. The menu is not owned and may die.
+// A click, Space, Enter, the Down key and the mnemonic open the menu; the button has no other action. The
+// menu is not owned and may be deleted.
 class vlPopupButton : public StripButton {
     Q_OBJECT
 public:
     explicit vlPopupButton(QWidget *parent = nullptr);
 
-    // The menu opens at its top left corner; in the button's coordinates, y downwards.
+    // The menu opens at the top left corner of this rectangle; in the button's coordinates, y downwards.
     [[nodiscard]] QRectF iconRect() const;
 
 protected:

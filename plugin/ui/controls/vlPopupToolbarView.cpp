@@ -7,13 +7,13 @@
 #include <QStyleOptionFocusRect>
 
 namespace {
-constexpr int side = 32; // points, of a tool-bar's image
+constexpr int side = 32; // size of a tool-bar's image in points
 } // namespace
 
 vlPopupToolbarView::vlPopupToolbarView(QWidget *parent)
     : QAbstractButton(parent) {
     setFocusPolicy(Qt::TabFocus);
-    connect(this, &QAbstractButton::clicked, this, &vlPopupToolbarView::popUpMenu); // a screen reader's press
+    connect(this, &QAbstractButton::clicked, this, &vlPopupToolbarView::popUpMenu); // for screen readers
 }
 
 void vlPopupToolbarView::setImage(const BundleImage &image) {
@@ -30,8 +30,7 @@ QSize vlPopupToolbarView::sizeHint() const {
     return {side, side};
 }
 
-// Into the whole area, not only the part that is exposed: a part of it would otherwise hold a small whole
-// image.
+// Draws into the whole area and not only the exposed part, which would otherwise show a small complete image.
 void vlPopupToolbarView::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     if (isEnabled())
@@ -46,7 +45,7 @@ void vlPopupToolbarView::paintEvent(QPaintEvent *) {
     style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
 }
 
-// As a button of the same tool-bar shows its image then.
+// The same look as the image of a disabled button in that tool-bar.
 QPixmap vlPopupToolbarView::disabledImage(qreal ratio) const {
     QPixmap pixmap(size() * ratio);
     pixmap.setDevicePixelRatio(ratio);

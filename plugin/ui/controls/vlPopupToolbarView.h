@@ -7,17 +7,17 @@
 #include <QMenu>
 #include <memory>
 
-// Shows its image over its whole area. A press, Space, Enter and the Down key open the menu at its bottom
-// left corner. Give it a text: it is what a screen reader says.
+// The image fills the whole view. A press, Space, Enter and the Down key open the menu at the view's bottom
+// left corner. Set a text for screen readers.
 class vlPopupToolbarView : public QAbstractButton {
     Q_OBJECT
 public:
     explicit vlPopupToolbarView(QWidget *parent = nullptr);
 
     void setImage(const BundleImage &image);
-    void setMenu(std::shared_ptr<QMenu> menu); // kept by the view too; may be null
+    void setMenu(std::shared_ptr<QMenu> menu); // shared with the caller; may be null
     [[nodiscard]] QMenu *menu() const { return mMenu.get(); }
-    void popUpMenu(); // nothing without a menu
+    void popUpMenu(); // does nothing without a menu
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:

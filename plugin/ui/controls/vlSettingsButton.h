@@ -3,7 +3,7 @@
 
 #include "plugin/ui/controls/StripButton.h"
 
-// Tab focuses it; Space and Enter press it.
+// It takes the focus with Tab; Space and Enter press it.
 class vlSettingsButton : public StripButton {
     Q_OBJECT
 public:

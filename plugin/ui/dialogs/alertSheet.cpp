@@ -11,8 +11,8 @@
 
 namespace {
 
-constexpr int usualWidth = 320;               // points, of the message
-constexpr int widestWidth = 384;              // where that saves a line
+constexpr int usualWidth = 320;               // of the message, in points
+constexpr int widestWidth = 384;              // used if it saves a line
 constexpr int smallestWidth = usualWidth / 2; // of its lines
 constexpr int widthStep = 8;
 constexpr int sideMargin = 20;
@@ -27,11 +27,11 @@ QPixmap warningIcon(qreal ratio) {
     return QPixmap::fromImage(platform::services().pluginBundle->image(imageWarning, ratio));
 }
 
-// Messages come from the client too: no mark in them may turn into formatting.
+// A message may come from the client, so markup in it must not be interpreted.
 void showPlainly(QMessageBox *alert, const QString &message) {
     alert->setTextFormat(Qt::PlainText);
     alert->setText(QString());
-    alert->setInformativeText(u" "_s); // makes the label, before the text has a say in its format
+    alert->setInformativeText(u" "_s); // makes the label before the text can select its format
     if (auto *label = alert->findChild<QLabel *>(outletMessage))
         label->setTextFormat(Qt::PlainText);
     alert->setInformativeText(message);
@@ -51,7 +51,7 @@ void addButtons(QMessageBox *alert, const QStringList &buttons) {
     }
 }
 
-// So narrow that the message just takes no more lines than it must: they are about equally long.
+// The smallest width that needs no further line of text, which makes the lines about equally long.
 int balancedWidth(const QLabel &label) {
     const auto height = [&label](int width) {
         return label.fontMetrics()
@@ -64,8 +64,8 @@ int balancedWidth(const QLabel &label) {
     return width;
 }
 
-// The hidden title keeps its row above the message: without this a short message sinks below the image. The
-// box would take the narrowest width at all.
+// The hidden title still has a row above the message, which would move a short message below the image.
+// Without a minimum width the box would be as narrow as possible.
 void arrange(QMessageBox *alert) {
     auto *label = alert->findChild<QLabel *>(outletMessage);
     auto *grid = qobject_cast<QGridLayout *>(alert->layout());

@@ -1,4 +1,4 @@
-// The one look of all alerts.
+// The common look of all alerts.
 #pragma once
 
 #include <QString>
@@ -9,8 +9,9 @@ class QWidget;
 
 enum class AlertReturn { Other = 0, Default = 1 };
 
-// Shows the warning image, the message to the letter, and the buttons, the first being the default one (the
-// last one answers Escape). Attached to the window, or on its own without one; returns at once. `ended` is
-// called once on the main thread, but not when the window dies first; nothing that it throws gets out.
+// Shows the warning image, the message as plain text, and the buttons: the first is the default one, Escape
+// presses the last. The alert is attached to the window, or has no parent without one. Returns at once.
+// `ended` is called once on the main thread, except if the window is deleted first. Its exceptions are
+// caught.
 void showAlertSheet(QWidget *window, const QString &message, const QStringList &buttons,
                     std::function<void(AlertReturn result)> ended);

@@ -1,4 +1,4 @@
-// The dialogs as the lower layers see them.
+// Implements the ports of the lower layers with the dialogs.
 #pragma once
 
 #include "plugin/link/linkPorts.h"
@@ -13,7 +13,7 @@ public:
     [[nodiscard]] std::unique_ptr<RequestProgress> makeProgress(ClientAnswer kind) override {
         return std::make_unique<vlProgressUIMgr>(kind);
     }
-    // Of both ports.
+    // Implements both ports.
     void showAlertMessage(QWidget *window, const QString &message) override {
         vlAlertHelper::sharedInstance().showAlertMessage(window, message);
     }

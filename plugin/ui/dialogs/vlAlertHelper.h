@@ -7,7 +7,7 @@
 
 class vlAlertHelper : public SharedObject<vlAlertHelper> {
 public:
-    // On its own when there is no window. Does not wait. The button's text is the same in every language.
+    // Has no parent without a window. Returns at once. The button's text is the same in every language.
     void showAlertMessage(QWidget *window, const QString &message) {
         showAlertSheet(window, message, {u"OK"_s}, nullptr);
     }

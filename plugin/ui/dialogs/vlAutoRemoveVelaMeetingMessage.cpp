@@ -4,7 +4,8 @@
 #include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
 #include "plugin/util/localizedString.h"
 
-// Each message keeps its own editor: a second editor may ask while the first one's message is still up.
+// Each message stores its own editor, because a second editor may show its message while the first is still
+// open.
 void vlAutoRemoveVelaMeetingMessage::showMessage(QWidget *window) {
     const rt::Weak<> editor = m_olEditorViewCtrl;
     showAlertSheet(window, vlLocalizedString(uiKeys::removeMeetingForOther),

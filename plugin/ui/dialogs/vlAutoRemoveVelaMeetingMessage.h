@@ -1,4 +1,4 @@
-// The alert that the meeting cannot be sent for another organiser, which offers to remove it.
+// The alert that the meeting cannot be sent for another organiser. It offers to remove the meeting.
 #pragma once
 
 #include "platform/runtime/Object.h"
@@ -7,10 +7,10 @@
 
 class vlAutoRemoveVelaMeetingMessage : public SharedObject<vlAutoRemoveVelaMeetingMessage> {
 public:
-    // The editor that the next message is about; held weakly.
+    // Sets the editor for the next message; held weakly.
     void setEditorViewCtrl(rt::Object *editor) { m_olEditorViewCtrl = rt::Weak<>(editor); }
     void showMessage(QWidget *window);
-    // Removes the meeting, when the editor still has one.
+    // Removes the meeting if the editor still has one.
     static void alertDidEnd(AlertReturn result, rt::Object *editor);
 
 private:

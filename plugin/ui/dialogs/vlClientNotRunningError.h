@@ -1,4 +1,4 @@
-// The alert that the meeting client is not running, which offers to launch it.
+// The alert that the meeting client is not running. It offers to launch the client.
 #pragma once
 
 #include "plugin/ui/dialogs/alertSheet.h"
@@ -7,6 +7,6 @@
 class vlClientNotRunningError : public SharedObject<vlClientNotRunningError> {
 public:
     void showClientError(QWidget *window, const QString &message);
-    // Newer hosts may not start programs themselves: there the agent is asked to.
+    // Newer hosts are not allowed to start programs, so the agent starts the client there.
     void alertDidEnd(AlertReturn result);
 };

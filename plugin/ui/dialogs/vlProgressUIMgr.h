@@ -5,11 +5,11 @@
 #include "plugin/ui/dialogs/vlProgressWindowController.h"
 #include "plugin/util/sharedObject.h"
 
-// Each request object has one of its own. The window comes a moment later; showProgressWindow() is true at
-// once.
+// Each request object has its own instance. The window appears after a delay; showProgressWindow() returns
+// true at once.
 class vlProgressUIMgr : public RequestProgress, public SharedObject<vlProgressUIMgr> {
 public:
-    vlProgressUIMgr() = default; // says only that something is waited for
+    vlProgressUIMgr() = default; // shows a general text
     explicit vlProgressUIMgr(ClientAnswer kind)
         : m_controller(kind) {}
     void showCommunication(QWidget *window) override;

@@ -35,7 +35,7 @@ QString actionKey(ClientAnswer kind) {
 
 } // namespace
 
-// Shown as long as it lives.
+// Shows the window during its lifetime.
 class ProgressWindow : public QObject {
 public:
     static std::shared_ptr<ProgressWindow> shown() {
@@ -49,7 +49,7 @@ public:
         : m_window(platform::services().pluginBundle->loadInterface(interfaceName)) {
         if (!m_window)
             return;
-        // Only the answer or the time-out ends it: there is nothing to close it with.
+        // No close button: only the answer or the time-out closes the window.
         m_window->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
         m_window->setAttribute(Qt::WA_QuitOnClose, false);
         m_window->installEventFilter(this);
@@ -57,7 +57,7 @@ public:
         awakeFromNib();
     }
     [[nodiscard]] QWidget *window() const { return m_window.get(); }
-    // Tells what the last request that waits is for.
+    // Shows the text for the most recent waiting request.
     void show(std::optional<ClientAnswer> kind) {
         if (!m_window)
             return;
@@ -65,7 +65,7 @@ public:
             label->setText(kind ? vlLocalizedString(actionKey(*kind)) : QString());
             label->setVisible(kind.has_value());
         }
-        m_modalSession.begin(m_window.get()); // nothing while it runs
+        m_modalSession.begin(m_window.get()); // no effect if it is already running
     }
 
 protected:
@@ -88,7 +88,7 @@ private:
     }
 
     std::unique_ptr<QWidget> m_window;
-    platform::ModalSession m_modalSession; // dies before its window
+    platform::ModalSession m_modalSession; // destroyed before its window
 };
 
 vlProgressWindowController::vlProgressWindowController(std::optional<ClientAnswer> kind)
@@ -107,8 +107,8 @@ void vlProgressWindowController::domodalSheet(QWidget *) {
 }
 
 void vlProgressWindowController::abortDomodal() {
-    // Expired: it has passed, or the run loop that held it is gone and another one counts its timers from the
-    // start.
+    // The pointer has expired if the delay has passed or if the run loop was replaced. The new loop may have
+    // given the same id to another timer.
     if (const auto delay = m_delay.lock())
         platform::services().runLoop->cancel(*delay);
     m_delay.reset();

@@ -1,4 +1,4 @@
-// The window that tells that the meeting client is being talked to.
+// The window that shows that a request to the meeting client is running.
 #pragma once
 
 #include "platform/services/runloop/RunLoop.h"
@@ -10,22 +10,24 @@
 class ProgressWindow;
 class QWidget;
 
-// Most answers come faster than anybody can read. The window is shown when one has been waited for so long
-// that the user begins to wonder; until then nothing keeps the user from going on. All controllers that show
-// it at a time share one window. Without its interface description it never shows.
+// Most answers arrive before anyone could read the window, so it appears only after a delay. Until then the
+// user can continue to work. All controllers that show the window at the same time share one. Without its
+// interface description it never appears.
 class vlProgressWindowController {
 public:
     static constexpr double delaySeconds = 0.4;
 
-    // Tells what is done: the requests of this kind, or nothing more than that something is waited for.
+    // Shows the text for requests of this kind, or a general text without a kind.
     explicit vlProgressWindowController(std::optional<ClientAnswer> kind = {});
     ~vlProgressWindowController();
     vlProgressWindowController(const vlProgressWindowController &) = delete;
     vlProgressWindowController &operator=(const vlProgressWindowController &) = delete;
 
-    // Has the window shown after the delay, in an application-modal session. Nothing when that is under way.
+    // Shows the window after the delay, in an application-modal session. Does nothing if the delay or the
+    // session is already running.
     void domodalSheet(QWidget *ignored);
-    // Takes it back: the session ends with the last controller that shows the window. Nothing without one.
+    // Cancels the delay or stops showing the window. The session ends with the last controller that shows the
+    // window.
     void abortDomodal();
     [[nodiscard]] QWidget *window() const; // nullptr while this controller does not show it
 
@@ -33,6 +35,6 @@ private:
     void show();
 
     std::optional<ClientAnswer> m_kind;
-    std::weak_ptr<platform::TimerId> m_delay; // expires when it has passed
+    std::weak_ptr<platform::TimerId> m_delay; // expires when the delay has passed
     std::shared_ptr<ProgressWindow> m_window;
 };

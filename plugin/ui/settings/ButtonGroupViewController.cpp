@@ -14,7 +14,7 @@ namespace {
 
 constexpr int smallestWidth = 96; // points
 
-// The box puts it where this desktop has it.
+// The box orders the buttons as the desktop does.
 QPushButton *addButton(QDialogButtonBox *box, const QString &name, QDialogButtonBox::ButtonRole role) {
     auto *button = new QPushButton;
     button->setObjectName(name);

@@ -1,4 +1,4 @@
-// The buttons that leave the settings sheet.
+// The buttons that close the settings sheet.
 #pragma once
 
 #include <QObject>
@@ -14,7 +14,7 @@ public:
     [[nodiscard]] bool isConnected() const { return buttonContinue && buttonCancel; }
     void initWithLocalString();
 
-    // End the sheet, which then tells the workflow.
+    // Close the sheet, which then notifies the workflow.
     void onClickContinue();
     void onClickCancel();
     void postCommitCommand(bool isOk);

@@ -12,12 +12,12 @@ SchSettingWndCtrlMgr::SchSettingWndCtrlMgr() {
 
 SchSettingWndCtrlMgr::~SchSettingWndCtrlMgr() = default;
 
-// Those of dead windows go with it.
+// Also drops the sheets of deleted windows.
 void SchSettingWndCtrlMgr::dropSheetsOf(const QWidget *window) {
     std::erase_if(m_entries, [window](const Entry &entry) {
         const bool isDropped = !entry->parentWindow() || entry->parentWindow() == window;
         if (isDropped && entry->settingWindow())
-            entry->settingWindow()->hide(); // not an end of the sheet: nobody is told of a choice
+            entry->settingWindow()->hide(); // without ending the sheet, so that it reports no choice
         return isDropped;
     });
 }

@@ -8,8 +8,8 @@
 #include <QObject>
 #include <vector>
 
-// One controller for each appointment window identifier, owned here. It is dropped when its parent window
-// closes or dies: the identifier may then come again for another window.
+// Owns one controller for each appointment window identifier. Drops it when its parent window is closed or
+// deleted, because another window may then get the same identifier.
 class SchSettingWndCtrlMgr : public QObject,
                              public SettingsSheets,
                              public SharedObject<SchSettingWndCtrlMgr> {
@@ -18,8 +18,8 @@ public:
     SchSettingWndCtrlMgr();
     ~SchSettingWndCtrlMgr() override;
 
-    // Nothing without a parent or an identifier. The sheet takes its values from the settings model, not from
-    // `data`.
+    // Does nothing without a parent or an identifier. The sheet reads its values from the settings model, not
+    // from `data`.
     void addSchSettingWindowToArray(const QString &apptWindowID, const QVariantMap &data,
                                     QWidget *parent) override;
     void showSchSettingWindow(const QString &apptWindowID) override;
@@ -29,7 +29,7 @@ public:
     void refreshSettingWindow(const QString &apptWindowID) override;
 
 private:
-    // A window may close from inside a call of its own sheet's controller.
+    // A window may close during a call to its own sheet's controller.
     struct DeleteLater {
         void operator()(QObject *object) const { object->deleteLater(); }
     };

@@ -1,4 +1,4 @@
-// What the settings sheet of one appointment decides, without a widget.
+// The decisions of one appointment's settings sheet, without a widget.
 #pragma once
 
 #include "plugin/workflow/vlSettingData.h"
@@ -7,7 +7,7 @@
 #include <QString>
 #include <QVariantMap>
 
-// The appointment is named by the identifier of its window. Main thread only.
+// The identifier of its window identifies the appointment. Main thread only.
 class SettingsSheetModel {
 public:
     explicit SettingsSheetModel(const QString &apptWindowID)
@@ -17,27 +17,28 @@ public:
     [[nodiscard]] vlSettingData &settings() { return m_settings; }
     [[nodiscard]] const vlSettingData &settings() const { return m_settings; }
 
-    // The values of a new meeting, or of the appointment's own.
+    // Sets the values of the appointment's meeting or, without one, of a new meeting.
     void initFields();
-    // The values once the personal meeting has been read, or is not used any more.
+    // Updates the values after the personal meeting was read or deselected.
     void refresh();
     void setUsePMI(bool use);
     void getPMIMeetingInfo();
-    // For whom the meeting is scheduled; "" when it is for the user.
+    // Stores for whom the meeting is scheduled; "" for the user.
     void setScheduleFor();
 
-    // The personal-meeting option is hidden when the meeting is for someone else; the choice is kept.
+    // Whether the meeting is for another person. The personal-meeting option is hidden then, but its value is
+    // kept.
     [[nodiscard]] bool isForOther() const;
     [[nodiscard]] bool usesPersonalMeeting() const { return !isForOther() && m_settings.usePMI(); }
     [[nodiscard]] QString personalMeetingNumber() const; // in groups
-    // A type that the sheet does not offer counts as no choice.
+    // A type that the sheet does not offer means no choice.
     void chooseAudioType(int type, const QList<int> &offered);
     [[nodiscard]] bool showsThirdPartyText() const;
 
-    // The text that the sheet begins with; null: the user has none.
+    // The initial text of the sheet; null if the user has none.
     QString beginThirdPartyText();
-    // `edited`: what the user has made of the text; null: not edited. What is not shown, or shown and not
-    // edited, stays as the client has it: a text view has other line ends.
+    // `edited` is the text after the user's changes, null if the user changed nothing. A text that is hidden
+    // or unchanged keeps the client's form, because a text view uses other line ends.
     [[nodiscard]] QVariantMap getSettingsData(const QString &edited);
 
 private:

@@ -1,4 +1,4 @@
-// What the parts of a settings sheet ask of the sheet's window controller.
+// The interface of the sheet's window controller for the parts of a settings sheet.
 #pragma once
 
 #include <QVariantMap>
@@ -8,8 +8,9 @@ class QWidget;
 class SheetOwner {
 public:
     virtual ~SheetOwner() = default;
-    // On the next turn of the run loop.
+    // Takes effect on the next turn of the run loop.
     virtual void makeFirstResponderWithObject(QWidget *control) = 0;
-    // Tells the workflow how the sheet was left, and keeps the settings as the user's defaults after OK.
+    // Reports to the workflow how the user closed the sheet; after OK also saves the settings as the user's
+    // defaults.
     virtual void postSettingCommitCommand(const QVariantMap &command) = 0;
 };

@@ -21,8 +21,8 @@ constexpr qint32 maxPasswordLength = 10;
 constexpr int darkBelow = 128;             // lightness of a window
 constexpr int settingsAreaHeight = 412;    // with the third-party text
 constexpr int audioBoxHeight = 152;        // with the third-party text
-constexpr int besidePersonalMeeting = 100; // points: margins and check mark to the sides of its text
-const QString numberSeparator = u": "_s;   // at the end of a title to which a number is added
+constexpr int besidePersonalMeeting = 100; // points: margins and check mark beside its text
+const QString numberSeparator = u": "_s;   // between a title and its number
 constexpr const char *propertyTag = "tag"; // a radio button's audio type
 
 int tagOf(const QRadioButton *button) {
@@ -36,11 +36,11 @@ void setOn(QRadioButton *button, bool on) {
     button->setAutoExclusive(true);
 }
 
-// The styles outline an indicator in a darker shade of the window: in a dark palette that is black on black.
-// The indicator is all that the control draws in this colour.
+// The styles outline an indicator in a darker shade of the window colour, which is black on black in a dark
+// palette. The control uses this colour only for the indicator.
 void outlineOnDark(QAbstractButton *control) {
     const QPalette surroundings = control->parentWidget()->palette();
-    QPalette own; // otherwise the surroundings'
+    QPalette own; // otherwise the palette is inherited
     if (surroundings.color(QPalette::Window).lightness() < darkBelow)
         own.setColor(QPalette::Window, surroundings.color(QPalette::WindowText));
     control->setPalette(own);
@@ -77,7 +77,7 @@ VlSettingViewController::VlSettingViewController(SheetOwner *windowController, S
         return;
     connectActions();
     QSizePolicy policy = passwordTextField->sizePolicy();
-    policy.setRetainSizeWhenHidden(true); // its row stays as high as it is with the field
+    policy.setRetainSizeWhenHidden(true); // the row keeps its height without the field
     passwordTextField->setSizePolicy(policy);
 }
 
@@ -132,7 +132,7 @@ void VlSettingViewController::connectActions() {
     onAction(notShowMeAgain, &QAbstractButton::clicked, this, [this] { onClickNotShowMeAgain(); });
 }
 
-// "On" and "Off" alone say nothing to someone who does not see the row; nor does a field without a label.
+// A screen reader would read only "On" or "Off" without the row's title, and fields without a label.
 void VlSettingViewController::nameForAccessibility() {
     const auto plain = [](const auto *labelled) { return labelled->text().remove(u'&'); };
     videoHostMatrix->setAccessibleName(plain(textVideoHost));
@@ -281,7 +281,7 @@ void VlSettingViewController::onClickRequiredMeetingPswButton() {
 
 void VlSettingViewController::onInputPasswordTextField() {
     m_settingData.setMeetingPassword(passwordTextField->text());
-    passwordFormatter->setShownText(passwordTextField->text()); // what was taken away does not come again
+    passwordFormatter->setShownText(passwordTextField->text()); // removed characters no longer count
 }
 
 void VlSettingViewController::onClickEnableJBHButton() {
@@ -321,11 +321,11 @@ void VlSettingViewController::reduceSettingWindowPos(int points) {
     changeSheetHeight(settingsAreaHeight - points, -points);
 }
 
-// The top edge stays where it is.
+// Keeps the position of the top edge.
 void VlSettingViewController::changeSheetHeight(int settingsArea, int change) {
     const int height = m_sheet->height() + change;
     settingBoxConstraintHeight.setConstant(settingsArea);
-    // The smallest size that the layouts allow has changed: it goes from the inner to the outer ones only.
+    // The layouts' minimum size has changed, and each layout passes it only to the next outer one.
     for (QWidget *view = mainSettingBox->parentWidget(); view != m_sheet; view = view->parentWidget())
         view->layout()->activate();
     m_sheet->layout()->activate();

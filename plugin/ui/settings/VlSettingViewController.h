@@ -16,11 +16,11 @@ class QPlainTextEdit;
 class QRadioButton;
 class SheetOwner;
 
-// Shows the sheet's model. Every choice goes into it at once.
+// Shows the sheet's model and writes every choice into it at once.
 class VlSettingViewController : public QObject {
     Q_OBJECT
 public:
-    // Finds its controls below the sheet; isConnected() is false when one is missing.
+    // Finds its controls in the sheet; isConnected() is false if one is missing.
     VlSettingViewController(SheetOwner *windowController, SettingsSheetModel &model, QWidget *sheet);
     [[nodiscard]] bool isConnected() const { return m_connected; }
 
@@ -29,7 +29,7 @@ public:
     void initializeItems();
     void updateUIItems();
     void refreshUI();
-    [[nodiscard]] QVariantMap getSettingsData(); // takes the third-party text into the model first
+    [[nodiscard]] QVariantMap getSettingsData(); // first copies the third-party text into the model
     void onSettingsCommit();
     void getPMIMeetingInfo();
     [[nodiscard]] vlSettingData &settingData() { return m_model.settings(); }
@@ -48,7 +48,7 @@ public:
     void reduceSettingWindowPos(int points);
 
 private:
-    struct VideoMatrix { // one row: column 0 is on
+    struct VideoMatrix { // one row; column 0 means on
         QRadioButton *on = nullptr;
         QRadioButton *off = nullptr;
     };
@@ -64,7 +64,7 @@ private:
 
     SheetOwner *m_windowController; // owns this and the model
     SettingsSheetModel &m_model;
-    vlSettingData &m_settingData; // the model's
+    vlSettingData &m_settingData; // owned by the model
     QWidget *m_sheet;
     vlMaxLengthFormatter *passwordFormatter;
     bool m_connected = true;
@@ -82,7 +82,7 @@ private:
     QRadioButton *voipButton = nullptr;
     QRadioButton *bothButton = nullptr;
     QRadioButton *thirdPartyAudioButton = nullptr;
-    QPlainTextEdit *thirdPartyAudioTextField = nullptr; // it scrolls by itself
+    QPlainTextEdit *thirdPartyAudioTextField = nullptr; // scrolls its text itself
     QCheckBox *requiredMeetingPswButton = nullptr;
     QLineEdit *passwordTextField = nullptr;
     QCheckBox *enableJBHButton = nullptr;

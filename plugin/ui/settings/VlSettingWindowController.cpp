@@ -69,11 +69,11 @@ void VlSettingWindowController::showWindowSheet() {
     if (!m_window || m_window->isVisible())
         return;
     platform::beginSheet(m_window.get(), m_parentWindow, [this](int result) { endSheet(result); });
-    // Without this the toolkit gives the focus to the first control once the window is active.
+    // Otherwise the toolkit moves the focus to the first control when the window becomes active.
     m_window->setFocus(Qt::OtherFocusReason);
 }
 
-// Escape and the window's own close button leave the sheet like Cancel.
+// Escape and the window's close button have the effect of Cancel.
 void VlSettingWindowController::endSheet(int result) {
     m_window->hide();
     m_buttons->postCommitCommand(result == QDialog::Accepted);

@@ -16,8 +16,8 @@ class QWidget;
 class VlSettingViewController;
 class vlOnbehalfViewController;
 
-// The sheet is made when it is first shown. The parent window is not owned and may die; nothing is shown
-// then.
+// Creates the sheet when it is first shown. The parent window is not owned; after its deletion the controller
+// shows nothing.
 class VlSettingWindowController : public QObject, public SheetOwner {
     Q_OBJECT
 public:
@@ -34,7 +34,7 @@ public:
     [[nodiscard]] vlOnbehalfViewController *onbehalfViewController() const { return m_banner.get(); }
 
     void initFields(bool first);
-    void showWindowSheet(); // a sheet that is up already stays as it is
+    void showWindowSheet(); // no effect on a sheet that is already shown
     void makeFirstResponderWithObject(QWidget *control) override;
     void postSettingCommitCommand(const QVariantMap &command) override;
     [[nodiscard]] QVariantMap getVlSettingsData() const; // empty before the sheet is first shown
@@ -50,7 +50,7 @@ private:
     SettingsSheetModel m_model;
     QPointer<QWidget> m_parentWindow;
     std::unique_ptr<QDialog> m_window;
-    std::unique_ptr<VlSettingViewController> m_settings; // the three die before their window
+    std::unique_ptr<VlSettingViewController> m_settings; // destroyed before the window, as the next two
     std::unique_ptr<ButtonGroupViewController> m_buttons;
     std::unique_ptr<vlOnbehalfViewController> m_banner;
 };

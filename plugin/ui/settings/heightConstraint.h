@@ -3,11 +3,11 @@
 
 #include <QWidget>
 
-// Found below the sheet by its own name: the view that it holds names it in its property "heightConstraint".
-// The view must outlive it.
+// Finds its view in the sheet: the view whose property "heightConstraint" has the name. The view must outlive
+// it.
 class HeightConstraint {
 public:
-    HeightConstraint() = default; // holds no view
+    HeightConstraint() = default; // has no view
     HeightConstraint(const QWidget *sheet, const char *name) {
         for (QWidget *view : sheet->findChildren<QWidget *>())
             if (view->property("heightConstraint").toString() == QLatin1String(name))

@@ -1,12 +1,12 @@
-// Keeps the text of a field within a length.
+// Limits the length of a field's text.
 #pragma once
 
 #include "platform/runtime/Value.h"
 
 #include <QValidator>
 
-// An edit that would make the text longer is refused as a whole; the field keeps what it had. A text that is
-// longer when it is shown may be edited as long as it does not become longer than that.
+// Rejects an edit as a whole if it would exceed the limit. If the shown text already exceeds the limit, edits
+// may not make it longer.
 class vlMaxLengthFormatter : public QValidator {
     Q_OBJECT
 public:
@@ -18,13 +18,13 @@ public:
     [[nodiscard]] qint32 maxLength() const { return m_maxLength; } // UTF-16 units
     void setMaxLength(qint32 length) { m_maxLength = length; }
 
-    // What the field shows, or is about to show.
+    // Call it with the text that the field shows or will show.
     void setShownText(const QString &text) { m_shownLength = text.size(); }
 
     [[nodiscard]] bool isPartialStringValid(const QString &partialString) const {
         return partialString.size() <= m_maxLength;
     }
-    // Null when it is no text.
+    // Null if the value is not a text.
     [[nodiscard]] QString stringForObjectValue(const rt::Value &value) const { return rt::textValue(value); }
     [[nodiscard]] rt::Value getObjectValue(const QString &text) const { return text; }
     State validate(QString &input, int &) const override {

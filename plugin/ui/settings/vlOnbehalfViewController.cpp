@@ -14,7 +14,7 @@ namespace {
 constexpr QColor bannerColor(99, 192, 64);
 const QString placeholder = u"%@"_s;
 
-// The name goes in as it is, whatever it holds.
+// Inserts the name literally: it may contain placeholders.
 QString filledIn(QString format, const QString &name) {
     const qsizetype at = format.indexOf(placeholder);
     return at < 0 ? format : format.replace(at, placeholder.size(), name);
@@ -23,7 +23,7 @@ QString filledIn(QString format, const QString &name) {
 void paintBanner(QWidget *view, QLabel *label) {
     QPalette palette = view->palette();
     palette.setColor(QPalette::Window, bannerColor);
-    palette.setColor(QPalette::WindowText, Qt::black); // on this green in dark surroundings too
+    palette.setColor(QPalette::WindowText, Qt::black); // readable on this green in a dark palette too
     view->setAutoFillBackground(true);
     view->setPalette(palette);
     label->setPalette(palette);
@@ -56,7 +56,7 @@ void vlOnbehalfViewController::initFields() {
     updateCtrlPos();
 }
 
-// A name may be longer than the banner: what is cut off is in the tool tip.
+// The tool tip has the whole text, because the banner may cut off a long name.
 void vlOnbehalfViewController::showText(const QString &text) {
     const QMargins margins = m_view->layout()->contentsMargins();
     const int room = settingWindow->width() - margins.left() - margins.right();

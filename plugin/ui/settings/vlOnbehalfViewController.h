@@ -1,4 +1,4 @@
-// The banner that tells for whom the meeting is scheduled.
+// The banner that shows for whom the meeting is scheduled.
 #pragma once
 
 #include "plugin/ui/settings/heightConstraint.h"
@@ -18,7 +18,7 @@ public:
     }
 
     [[nodiscard]] bool needDisplayOnbehalfView() const;
-    // Fills the banner and shows or hides it; the sheet grows and shrinks downwards with it.
+    // Fills the banner and shows or hides it. The height of the sheet changes with it at the bottom.
     void initFields();
     void updateCtrlPos();
 

@@ -22,7 +22,7 @@ std::optional<ShownButtons> StripModel::shownButtons(bool isHidden, bool hasAudi
 
 DataStatus StripModel::getVlDataStatus(const vlERCalendarEventEditorViewController *editor, bool hasMeeting) {
     if (!editor || !editor->ecCalendarEvent()->isSupportVela())
-        return DataStatus::NothingToDo; // not remembered
+        return DataStatus::NothingToDo; // not stored
     m_vlMeetingDataStatus = statusOf(*editor, hasMeeting);
     return m_vlMeetingDataStatus;
 }
@@ -30,7 +30,7 @@ DataStatus StripModel::getVlDataStatus(const vlERCalendarEventEditorViewControll
 DataStatus StripModel::statusOf(const vlERCalendarEventEditorViewController &editor, bool hasMeeting) const {
     if (!hasMeeting && m_vlUIStatus == StripState::NoMeeting)
         return DataStatus::NothingToDo;
-    if (!hasMeeting) // shown as attached, there is none any more: nothing to send
+    if (!hasMeeting) // the strip shows a meeting that no longer exists
         return m_vlUIStatus == StripState::MeetingAttached ? DataStatus::NothingToSend
                                                            : m_vlMeetingDataStatus;
     if (m_vlUIStatus == StripState::NoMeeting || editor.isCancelMode())

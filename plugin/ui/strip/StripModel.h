@@ -1,4 +1,4 @@
-// What the strip of buttons decides, without a widget.
+// The decisions of the strip of buttons, without a widget.
 #pragma once
 
 #include "plugin/workflow/workflowPorts.h"
@@ -14,7 +14,7 @@ struct ShownButtons {
     bool settings = false;
 };
 
-// Of one editor. `editor` is the adapter of the host's editor; nullptr before it is needed first.
+// Belongs to one editor. `editor` is the adapter of the host's editor; nullptr before its first use.
 class StripModel {
 public:
     [[nodiscard]] StripState state() const { return m_vlUIStatus; }
@@ -22,12 +22,13 @@ public:
     void setIsSupportVela(bool supported) { m_bSupportVela = supported; }
     [[nodiscard]] bool isSupportVela() const { return m_bSupportVela; }
 
-    // Whether the appointment shows no button at all, whatever its state. `hasEvent`: its editor is known.
+    // Whether all buttons are hidden in every state. `hasEvent`: the strip has got its editor.
     [[nodiscard]] bool needHideVlView(const vlERCalendarEventEditorViewController *editor,
                                       bool hasEvent) const;
-    // No value for an unknown state: the buttons stay as they are.
+    // No value for an unknown state; the buttons stay unchanged then.
     [[nodiscard]] std::optional<ShownButtons> shownButtons(bool isHidden, bool hasAudioConferences) const;
-    // What a save has to do. The status is remembered, and answered again when the state does not decide it.
+    // What a save has to do. The model stores the status and returns it again if the state alone does not
+    // determine it.
     DataStatus getVlDataStatus(const vlERCalendarEventEditorViewController *editor, bool hasMeeting);
 
 private:

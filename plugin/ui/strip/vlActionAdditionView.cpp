@@ -26,11 +26,11 @@
 
 namespace {
 
-constexpr double closeReportDelay = 0.01; // seconds: the host has taken its window down by then
+constexpr double closeReportDelay = 0.01; // seconds, so that the host has closed its window
 
 const rt::Selector selectorWindow("window");
 const rt::Selector selectorEditorViewController("editorViewController");
-// The host's own save, under the selector that the hook has given it.
+// The host's original save, under the hook's selector.
 const rt::Selector selectorHostSave(olItem_hostSave);
 
 constexpr double edgeWidth = 0.5;
@@ -95,7 +95,7 @@ void vlActionAdditionView::onChangeUINotification(const QVariantMap &notice) {
     const rt::Weak<> event(rt::objectValue(notice.value(keyECCalendarEvent)));
     const QPointer<vlActionAdditionView> strip = dynamic_cast<vlActionAdditionView *>(
         vlActionAdditionViewMonitor::sharedInstance().getVlActionAdditionViewByEditorWinCtrl(controller));
-    if (!strip || strip->m_ownWindow) // none, or shown again, as by a second double click
+    if (!strip || strip->m_ownWindow) // set if the editor is shown again, e.g. by a double click
         return;
     const RequestOwner::Scope scope(strip->m_context);
     strip->initMembers(controller, event.get());
@@ -191,7 +191,7 @@ void vlActionAdditionView::onWindowWillClose(QWidget *window) {
         const RequestOwner::Scope scope(context);
         sendWindowCloseNotification(identifier);
     });
-    deleteLater(); // one of its own buttons may be what closes the window
+    deleteLater(); // the window may be closed by one of the strip's buttons
 }
 
 void vlActionAdditionView::sendWindowCloseNotification(const QString &apptWindowID) {
@@ -204,14 +204,14 @@ void vlActionAdditionView::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     QPen pen(textColor(*this, true), edgeWidth, Qt::CustomDashLine, Qt::RoundCap);
-    pen.setDashPattern({dashOn / edgeWidth, dashOff / edgeWidth}); // in units of the pen's width
+    pen.setDashPattern({dashOn / edgeWidth, dashOff / edgeWidth}); // in multiples of the pen's width
     painter.setPen(pen);
     const QRectF bounds = rect();
     painter.drawLine(bounds.bottomLeft(), bounds.topLeft());
     painter.drawLine(bounds.bottomRight(), bounds.topRight());
 }
 
-// Later buttons lie above earlier ones where their frames overlap; Tab goes from left to right.
+// Where frames overlap, a later button covers an earlier one. Tab moves from left to right.
 void vlActionAdditionView::createVLButton() {
     createAddPACButton();
     m_addButton = makeButton(this, gAddButtonFrame, imageAdd, uiKeys::addButton,
@@ -234,7 +234,7 @@ void vlActionAdditionView::createAddPACButton() {
     onClick(m_addPACButton, &QAbstractButton::clicked, this, &vlActionAdditionView::onClickAddPACAccount1);
 
     m_addPACButtonPopupMenu = std::make_unique<QMenu>();
-    QAction *title = m_addPACButtonPopupMenu->addAction(QString()); // a pull-down's own title, never listed
+    QAction *title = m_addPACButtonPopupMenu->addAction(QString()); // the menu's title, never shown
     title->setVisible(false);
     onClick(title, &QAction::triggered, this, &vlActionAdditionView::onClickAddPACAccount1);
     QAction *first = m_addPACButtonPopupMenu->addAction(vlLocalizedString(uiKeys::account1));
@@ -255,7 +255,8 @@ void vlActionAdditionView::onUIChanged(StripState state) {
 }
 
 void vlActionAdditionView::setShown(const ShownButtons &shown) {
-    // What is shown comes first: the keyboard's focus goes on to it when its own button goes away.
+    // Buttons are shown before others are hidden, so that the focus of a hidden button can move to a visible
+    // one.
     const std::pair<QWidget *, bool> buttons[] = {{m_addButton, shown.add},
                                                   {m_addPACButton, shown.audioConference},
                                                   {m_changeButton, shown.settings},

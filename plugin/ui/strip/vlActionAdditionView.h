@@ -25,35 +25,35 @@ inline constexpr QRectF gAddPACButtonFrame{140, 12, 200, 60};
 inline constexpr QRectF gCancelButtonFrame{120, 12, 188, 60};
 inline constexpr QRectF gChangeSettingButtonFrame{16, 12, 110, 60};
 
-// What onChangeUINotification() is told: the host's event and its editor's window controller.
+// Keys of onChangeUINotification(): the host's event and its editor's window controller.
 inline const QString keyECCalendarEvent = u"keyECCalendarEvent"_s;
 inline const QString keyERCalendarEventEditorWindowController = u"keyERCalendarEventEditorWindowController"_s;
 
-// Made with the host's header view, which owns it. It learns later which editor it serves, and shows nothing
-// until then. It is registered with vlActionAdditionViewMonitor until the editor's window closes, and is
-// deleted soon after. Host objects are never kept alive. Main thread only.
+// Created together with the host's header view, which owns it. It gets its editor later and is empty until
+// then. vlActionAdditionViewMonitor lists it until the editor's window closes; it is deleted soon afterwards.
+// Host objects are never kept alive. Main thread only.
 class vlActionAdditionView : public QWidget, public EditorStrip {
     Q_OBJECT
 public:
     explicit vlActionAdditionView(const QRectF &frame, QWidget *headerView = nullptr);
     ~vlActionAdditionView() override;
-    // Makes a strip in a host's header view, which owns it. Nothing without one.
+    // Makes a strip in a host's header view, which owns it. Does nothing without a view.
     static void create(QWidget *headerView, const QRectF &frame);
 
-    // Tells the strip of that window controller that its editor is open. Ignored when there is no such strip,
-    // or when it has been told before.
+    // Notifies the strip of that window controller that its editor is open. Ignored without such a strip, and
+    // on repetition.
     static void onChangeUINotification(const QVariantMap &notice);
 
     void initMembers(rt::Object *windowController, rt::Object *event);
-    // Makes the adapter of the editor, unless there is one or the controller is not an editor's.
+    // Makes the adapter of the editor, unless it exists or the controller does not belong to an editor.
     void attachOutlookERCalendarEventEditorWindowController(rt::Object *windowController);
-    // Takes the meeting stored in the event into the strip's context.
+    // Copies the meeting stored in the event into the strip's context.
     void initMeetingData(rt::Object *event);
     void loadOIProperty(rt::Object *event);
     void onUIInitialize(rt::Object *) {
         onUIChanged(currentIsVelaMeeting() ? StripState::MeetingAttached : StripState::NoMeeting);
     }
-    // Does what the tool-bar's commands have left for the next editor that opens.
+    // Carries out the command that the tool-bar left for the next editor to open.
     void autoAddToVlMeeting();
 
     [[nodiscard]] rt::Object *editorWindowController() const override;
@@ -82,7 +82,7 @@ public:
     void setOLUIAction(HostAction action) override { m_OLCalEventViewAction = action; }
     [[nodiscard]] HostAction getOLUIAction() const override { return m_OLCalEventViewAction; }
 
-    // The buttons' actions. A click that does not fit the state is ignored.
+    // The buttons' actions. Ignores a click that does not fit the state.
     void onClickAddVelaMeeting();
     void onClickAddPACAccount1() { addPACMeeting(PACAccount::First); }
     void onClickAddPACAccount2() { addPACMeeting(PACAccount::Second); }
@@ -112,10 +112,10 @@ private:
     std::unique_ptr<vlERCalendarEventEditorViewController> m_pERCalendarEventEditorViewCtrl;
     StripModel m_model;
     HostAction m_OLCalEventViewAction = HostAction::None;
-    vlSettingsButton *m_addButton = nullptr; // the buttons are children
+    vlSettingsButton *m_addButton = nullptr; // child widgets, like the next ones
     vlPopupButton *m_addPACButton = nullptr;
     vlSettingsButton *m_cancelButton = nullptr;
     vlSettingsButton *m_changeButton = nullptr;
     std::unique_ptr<QMenu> m_addPACButtonPopupMenu;
-    QPointer<QWidget> m_ownWindow; // set when the strip is told its editor
+    QPointer<QWidget> m_ownWindow; // set when the strip gets its editor
 };

@@ -33,7 +33,7 @@ void vlActionAdditionViewMonitor::removeVlActionAdditionViewInstance(QWidget *st
     m_strips.removeIf([strip](const auto &entry) { return entry.isNull() || entry == strip; });
 }
 
-// Over a copy: asking a host object may close a window.
+// Iterates over a copy, because a call to a host object may close a window.
 template<typename Matches>
 EditorStrip *vlActionAdditionViewMonitor::first(Matches matches) const {
     const QList<QPointer<QWidget>> strips = m_strips;

@@ -1,4 +1,4 @@
-// The live strips of all open appointment editors.
+// The strips of all open appointment editors.
 #pragma once
 
 #include "plugin/util/sharedObject.h"
@@ -8,21 +8,21 @@
 #include <QPointer>
 #include <QWidget>
 
-// Objects and windows are matched by their identifiers. Strips are held weakly: one that dies is no longer
-// found. Lookups go in order of registration and answer nullptr when there is no match. Main thread only.
+// Objects and windows are matched by their identifiers. Strips are held weakly: a deleted strip is no longer
+// found. Lookups search in order of registration and return nullptr without a match. Main thread only.
 class vlActionAdditionViewMonitor : public EditorStrips, public SharedObject<vlActionAdditionViewMonitor> {
 public:
-    // A widget that is no strip is ignored; a strip that is there already stays once.
+    // Ignores a widget that is not a strip and a strip that is already registered.
     void addVlActionAdditionViewInstance(QWidget *strip);
     void removeVlActionAdditionViewInstance(QWidget *strip);
 
     [[nodiscard]] EditorStrip *getVlActionAdditionViewByEditorWinCtrl(const rt::Object *controller) const;
     [[nodiscard]] EditorStrip *getVlActionAdditionViewByEditorViewCtrl(rt::Object *editor) const override;
     [[nodiscard]] EditorStrip *getVlActionAdditionViewByECCalendarEvent(const rt::Object *event) const;
-    // By the window that the strip is in.
+    // Searches by the window that contains the strip.
     [[nodiscard]] EditorStrip *getVlActionAdditionViewByWindowIdentify(const QString &identifier) const;
     [[nodiscard]] EditorStrip *getVlActionAdditionViewByWindow(const QWidget *window) const override;
-    // By the window that the editor's window controller names.
+    // Searches by the window of the editor's window controller.
     [[nodiscard]] EditorStrip *
     getVlActionAdditionViewByApptWindowID(const QString &identifier) const override;
 

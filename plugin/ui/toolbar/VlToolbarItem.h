@@ -4,13 +4,14 @@
 #include "platform/toolkit/ToolbarItem.h"
 #include "plugin/ui/controls/bundleImage.h"
 
-// Usable exactly while the host's version is supported.
+// Enabled only if the host's version is supported.
 class VlToolbarItem : public platform::ToolbarItem {
     Q_OBJECT
 public:
     explicit VlToolbarItem(const QString &identifier);
 
-    // One of the plug-in's resources; kept for the views too, which draw it sharp on every display.
+    // Sets an image of the plug-in's resources. It is also kept for the views, which draw it sharp on every
+    // display.
     void setBundleImage(const BundleImage &image, const QIcon &icon);
     [[nodiscard]] const BundleImage &bundleImage() const { return m_bundleImage; }
 

@@ -46,6 +46,6 @@ void vlCommandItemMgr::scheduleNewPACMeeting(const QVariantMap &data) {
 }
 
 void vlCommandItemMgr::openLogFolder(const QVariantMap &) {
-    vlCommon::createDocumentOutlookPluginRootPath(); // else nothing would open before the first meeting
+    vlCommon::createDocumentOutlookPluginRootPath(); // missing before the first meeting
     platform::services().workspace->openInFileBrowser(vlCommon::getDocumentOutlookPluginRootPath());
 }

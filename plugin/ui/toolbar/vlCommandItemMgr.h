@@ -1,4 +1,4 @@
-// Carries out what the tool-bar of the main window asks for.
+// Carries out the commands of the main window's tool-bar.
 #pragma once
 
 #include "plugin/host/adapters/vlErageAppDelegate.h"
@@ -19,9 +19,9 @@ inline const QString keyStartWithVideo = u"startWithVideo"_s;
 
 class vlCommandItemMgr : public SharedObject<vlCommandItemMgr> {
 public:
-    // Takes the host application's delegate. Without it the commands that open an editor do nothing.
+    // Gets the host application's delegate. Without it the commands that open an editor do nothing.
     void initPluginInstance();
-    // Any other number does nothing. Always 0.
+    // Ignores any other number. Returns 0.
     int SendToolbarItemCommand(qint32 command, const QVariantMap &data = {});
 
     void startInstantMeeting(const QVariantMap &data);

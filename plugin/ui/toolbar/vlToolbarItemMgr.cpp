@@ -15,7 +15,7 @@ namespace {
 
 const QString startMenuResource = u"vlStartMeetingMenu"_s;
 const QString schedulePACMenuResource = u"vlSchedulePACMeetingMenu"_s;
-// Said in English to everyone: it is about the system and not about the plug-in.
+// Not localised, because the message is about the system and not about the plug-in.
 const QString unsupportedSystem =
     u"Your version of OS is not supported. Please upgrade your OS version to 10.6 later."_s;
 const QString withVideo = u"1"_s;
@@ -45,7 +45,7 @@ void send(ToolbarCommand command, const QVariantMap &data = {}) {
 
 } // namespace
 
-// What is told of each item, how its click or its menu is set up, and where it is kept.
+// Describes an item: its texts, the setup of its click or menu, and the member that holds it.
 struct vlToolbarItemMgr::Kind {
     QString identifier;
     QString labelKey;
@@ -157,12 +157,12 @@ void vlToolbarItemMgr::loadStartMenu() {
             choice->setText(vlLocalizedString(tagOf(choice) == TagWithoutVideo ? uiKeys::startWithoutVideo
                                                                                : uiKeys::startWithVideo));
     refreshStartMenu();
-    // The client may be updated while the host runs.
+    // Checked at each opening, because the client may be updated while the host runs.
     QObject::connect(m_StartMenu.get(), &QMenu::aboutToShow, m_StartMenu.get(),
                      [this] { refreshStartMenu(); });
 }
 
-// A choice that does nothing is one that cannot be chosen.
+// Disables the choices that would do nothing.
 void vlToolbarItemMgr::refreshStartMenu() {
     const bool canDoWithout = vlClientFeatureMgr::sharedInstance().isVelaClientSupportPACAndNoVideo();
     for (QAction *choice : m_StartMenu->actions())

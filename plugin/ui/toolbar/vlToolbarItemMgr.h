@@ -18,29 +18,29 @@ class QAction;
 
 class vlToolbarItemMgr : public SharedObject<vlToolbarItemMgr> {
 public:
-    // The singleton is for a process; a test makes managers of its own.
+    // The plug-in uses the singleton; tests construct their own managers.
     vlToolbarItemMgr() = default;
     vlToolbarItemMgr(const vlToolbarItemMgr &) = delete;
     vlToolbarItemMgr &operator=(const vlToolbarItemMgr &) = delete;
 
-    // Each is made when it is first asked for and serves every tool-bar from then on. Owned by the manager.
+    // Each item is made on first use, serves all tool-bars and is owned by the manager.
     [[nodiscard]] VlToolbarItem *VLStartToolbarItem() { return itemFor(vlStartToolbarItemIdentifier); }
     [[nodiscard]] VlToolbarItem *VLScheduleToolbarItem() { return itemFor(vlScheduleToolbarItemIdentifier); }
     [[nodiscard]] VlToolbarItem *vlSchedulePACToolbarItem() {
         return itemFor(vlSchedulePACToolbarItemIdentifier);
     }
     [[nodiscard]] VlToolbarItem *VLOpenLogFolderToolbarItem() { return itemFor(vlOpenLogFolderIdentifier); }
-    // The item of that identifier; nullptr when it is not one of the four.
+    // The item with that identifier; nullptr for other identifiers.
     [[nodiscard]] VlToolbarItem *itemFor(const QString &identifier);
     [[nodiscard]] bool supportStartWithoutVideo() const {
         return vlPluginBuildMgr::supportStartWithoutVideo();
     }
 
-    // `view` is the control in the tool-bar that was used; the menu opens at its lower left corner.
+    // `view` is the control used in the tool-bar; the menu opens at its lower left corner.
     void popupStartContextMenu(QWidget *view) { popUpBelow(m_StartMenu.get(), view); }
     void popupSchedulePACContextMenu(QWidget *view) { popUpBelow(m_SchedulePACMenu.get(), view); }
-    // What the menus' choices do, by their tags; other tags nothing. The command runs on the run loop's next
-    // turn, when the menu has closed.
+    // The actions of the menus' choices, selected by tag; other tags do nothing. The command runs on the next
+    // turn of the run loop, after the menu has closed.
     void onContextMenuAction_Start(const QAction *choice);
     void onContextMenuAction_SchedulePAC(const QAction *choice);
     void onClickStartMeetingWithVideo();
@@ -64,7 +64,7 @@ private:
     void equipOpenLogFolder(VlToolbarItem &item);
     void setClick(VlToolbarItem &item, Clicked clicked);
     void setMenuView(VlToolbarItem &item, const Menu &menu, Opener open);
-    // Null when the resource is not there.
+    // Null if the resource does not exist.
     [[nodiscard]] Menu loadMenu(const QString &resource, Chosen chosen);
     void loadStartMenu();
     void refreshStartMenu();
