@@ -1,4 +1,4 @@
-// The library has no entry point that anyone calls: opening it is what loads the plug-in.
+// The library exports no entry point: opening it registers the function that loads the plug-in.
 #include "platform/runtime/Loading.h"
 #include "plugin/load/pluginLoad.h"
 

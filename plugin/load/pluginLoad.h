@@ -1,9 +1,9 @@
-// The composition root: the one place that knows every module of the plug-in.
+// The composition root, which connects all modules of the plug-in.
 #pragma once
 
-// Hands the objects of the upper layers to the ports of the lower ones. Needs filled services. May be called
-// again (a test that has emptied the ports).
+// Sets the objects of the upper layers in the ports of the lower layers. The services must be filled. May be
+// called again, for example after a test has emptied the ports.
 void fillPluginPorts();
-// What loading the plug-in does: fills the ports and puts the hooks in place. The second call does nothing:
-// hooks stay for the life of the process.
+// Loads the plug-in: fills the ports and installs the hooks. A second call does nothing, because hooks stay
+// installed until the process ends.
 void loadPlugin();

@@ -17,7 +17,7 @@ bool vlProtoBufConvert::ProtoToByteStream(const MessageLite *message, unsigned c
     buffer = static_cast<unsigned char *>(std::malloc(std::size_t(size)));
     if (!buffer)
         return false;
-    // Asked beforehand: for a message that lacks a required field the serialiser may throw.
+    // Checked first, because the serialiser may throw for a message that lacks a required field.
     if (message->IsInitialized() && message->SerializeToArray(buffer, size))
         return true;
     FreeProtoByteStream(buffer, size);

@@ -13,7 +13,7 @@ QString EncodeUtils::base64Encode(const QByteArray &bytes) {
 }
 
 QByteArray EncodeUtils::base64DecodeToData(const QString &text) {
-    // The toolkit takes a text without its padding, which is also what a text that was cut off looks like.
+    // The toolkit accepts a text without padding, which would also accept a truncated text.
     if (text.isNull() || text.size() % charactersPerGroup != 0)
         return {};
     if (text.isEmpty())

@@ -7,9 +7,8 @@
 class EncodeUtils {
 public:
     [[nodiscard]] static QString base64Encode(const QByteArray &bytes);
-    // The decoded bytes; null when the text is null, has a character that is not of the alphabet, or is cut
-    // short.
+    // The decoded bytes; null if the text is null, is truncated or has a character outside the alphabet.
     [[nodiscard]] static QByteArray base64DecodeToData(const QString &text);
-    // The decoded bytes as text; null likewise, and when they are not valid UTF-8.
+    // The decoded bytes as text; null in the same cases and if they are not valid UTF-8.
     [[nodiscard]] static QString base64Decode(const QString &text);
 };

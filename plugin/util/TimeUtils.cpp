@@ -12,15 +12,15 @@ const QString textForm = u"yyyy-MM-dd HH:mm:ss"_s;
 constexpr qint64 millisecondsPerSecond = 1000;
 constexpr qint64 largestTimestamp = std::numeric_limits<qint64>::max() / millisecondsPerSecond;
 
-// A time that does not exist on that day is read with the offset from before the change, which moves it to
-// the instant just as long after the change: an appointment is then shown a little late rather than in 1970.
+// Reads a time that the clock change skips with the offset from before the change, which moves it past the
+// change by the skipped amount. The appointment is then shown a little late and not in 1970.
 QDateTime afterSkippedHour(QDate day, QTime time, const QTimeZone &zone) {
     const QDateTime asUtc(day, time, Qt::UTC);
     const int offsetBefore = zone.offsetFromUtc(asUtc.addDays(-1));
     return asUtc.addSecs(-offsetBefore).toTimeZone(zone);
 }
 
-// Date and time are read apart: read together they would be refused where the process's own zone skips them.
+// Parses date and time separately: together the toolkit rejects them if the process's own zone skips them.
 QDateTime parsed(const QString &text, const QTimeZone &zone) {
     if (text.size() != dateForm.size() + 1 + timeForm.size() || text[dateForm.size()] != u' ')
         return {};

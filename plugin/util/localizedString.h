@@ -1,12 +1,12 @@
-// The texts that a user sees.
+// The localised texts of the user interface.
 #pragma once
 
 #include "platform/Literals.h"
 
 #include <QString>
 
-// The localisation table of every text that a user sees.
+// The localisation table of all these texts.
 inline const QString vl_LocalizableTable = u"Localizable_prl"_s;
 
-// The plug-in's text behind the key; "" when there is none.
+// The plug-in's text for the key; "" if there is none.
 [[nodiscard]] QString vlLocalizedString(const QString &key);

@@ -1,8 +1,8 @@
-// Where the one shared object of a class lives.
+// The base of singletons.
 #pragma once
 
-// The base of a class T with one shared object. It is made when first asked for and never destroyed: the
-// process may end at any time, with other code still calling in.
+// The base of a class T with one shared object. The object is made on first use and never destroyed, because
+// other code may still call it while the process ends.
 template<typename T>
 class SharedObject {
 public:
@@ -11,8 +11,8 @@ public:
             s_object = new T;
         return *s_object;
     }
-    // Puts an end to the object; the next sharedInstance() makes a new one. Only for a desktop that starts
-    // afresh inside one process, which a plug-in's never does.
+    // Destroys the object; the next sharedInstance() makes a new one. Only for tests and simulations that
+    // replace the services inside one process.
     static void renew() {
         delete s_object;
         s_object = nullptr;

@@ -1,4 +1,4 @@
-// Dotted versions as numbers.
+// Compares dotted versions numerically.
 #pragma once
 
 #include <QString>
@@ -14,5 +14,5 @@ struct DottedVersion {
 };
 
 [[nodiscard]] DottedVersion parseDottedVersion(const QString &text);
-// False for a null or empty text: an unknown version is no version.
+// False for a null or empty text, which stands for an unknown version.
 [[nodiscard]] bool isVersionAtLeast(const QString &text, const DottedVersion &reference);

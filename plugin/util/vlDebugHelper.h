@@ -1,4 +1,4 @@
-// A fixed place for diagnostics of host objects.
+// A hook for diagnostics of host objects.
 #pragma once
 
 namespace rt {

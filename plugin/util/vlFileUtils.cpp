@@ -17,7 +17,7 @@ bool isDeletable(const QFileInfo &item) {
     return QFileInfo(item.absolutePath()).isWritable();
 }
 
-// Whether `path` is `folder` or lies in it, links in the way resolved.
+// Whether `path` is `folder` or is inside it, after links are resolved.
 bool isSameOrInside(const QString &path, const QString &folder) {
     const QString inner = QFileInfo(path).canonicalFilePath();
     const QString outer = QFileInfo(folder).canonicalFilePath();

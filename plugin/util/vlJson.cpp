@@ -1,5 +1,5 @@
-// The JSON half of vlOLUtils. The toolkit's converter is stricter and looser than wanted in turn: it refuses
-// a document that is a bare value, and it turns what JSON cannot hold into null without a word.
+// The JSON functions of vlOLUtils. The toolkit's converter does not fit: it rejects a document that is a bare
+// value, and it silently turns values that JSON cannot represent into null.
 #include "plugin/util/vlOLUtils.h"
 
 #include <QJsonArray>
@@ -109,7 +109,8 @@ QString vlOLUtils::toJSONString(const rt::Value &value) {
 rt::Value vlOLUtils::toArrayOrNSDictionaryWithData(const QByteArray &json) {
     if (json.isNull())
         return {};
-    // Inside an array every value is a document of its own; "1,2" is then two of them, and no document.
+    // Wrapping in an array makes a bare value parse. A document like "1,2" then gives two values and is
+    // rejected.
     const QJsonDocument document = QJsonDocument::fromJson('[' + withoutByteOrderMark(json) + ']');
     const QJsonArray values = document.array();
     return values.size() == 1 ? values.first().toVariant() : rt::Value();

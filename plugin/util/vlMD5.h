@@ -11,10 +11,9 @@ class MD5 {
 public:
     virtual ~MD5() = default;
 
-    void init(); // starts over
+    void init(); // restarts
     void reset() { init(); }
-    // Takes in more bytes; a length of 0 or less is ignored, and so is everything after the digest was asked
-    // for.
+    // Adds bytes. Ignores a length of 0 or less, and all input after hex() or binary().
     void feed(const void *bytes, int length);
     void feed(const QByteArray &bytes);
     void finalize() { m_bFinalized = true; }

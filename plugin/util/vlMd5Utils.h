@@ -1,4 +1,4 @@
-// Fingerprints of texts.
+// Digests of texts.
 #pragma once
 
 #include <QString>

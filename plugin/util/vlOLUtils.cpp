@@ -33,7 +33,7 @@ QStringView trimmedWhile(QStringView text, Predicate belongs) {
     return text.sliced(begin, end - begin);
 }
 
-// Null for null only.
+// Returns null only for null.
 template<typename Predicate>
 QString trimmed(const QString &text, Predicate belongs) {
     return text.isNull() ? QString() : rt::orEmpty(trimmedWhile(text, belongs).toString());
@@ -63,7 +63,7 @@ void vlOLUtils::GetSubViewOfKind(const QWidget *view, const QString &className, 
         return;
     for (QObject *child : view->children()) {
         auto *subview = qobject_cast<QWidget *>(child);
-        if (!subview || subview->isWindow()) // a sheet or dialog of the view is no part of it
+        if (!subview || subview->isWindow()) // a sheet or dialog is not part of the view
             continue;
         if (kindofClass(subview, className))
             result.append(subview);

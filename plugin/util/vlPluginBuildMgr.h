@@ -1,4 +1,4 @@
-// Which brand edition this is, and what follows from it. Fixed when it is built.
+// The brand edition, chosen at build time, and its features.
 #pragma once
 
 class vlPluginBuildMgr {
