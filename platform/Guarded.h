@@ -1,4 +1,4 @@
-// The edge between our code and foreign code, which nothing that is thrown may cross.
+// Keeps exceptions of our code from reaching foreign code.
 #pragma once
 
 #include <QtGlobal>
@@ -6,8 +6,7 @@
 
 namespace platform {
 
-// Runs the work. What it throws ends here, with one line in the log that says where; `fallback` is returned
-// then.
+// Runs the work. If it throws, the function logs one line that names the place and returns `fallback`.
 template<typename Work, typename Result>
 Result guarded(const char *where, Result fallback, Work &&work) noexcept {
     try {

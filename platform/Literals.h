@@ -1,5 +1,4 @@
-// Text literals of the whole project: u"text"_s is a QString whose characters lie in the program, without a
-// copy.
+// Text literals: u"text"_s is a QString that refers to the literal without copying it.
 #pragma once
 
 #include <QString>

@@ -22,7 +22,7 @@ void addLoadMethod(void (*load)()) {
 }
 
 bool loadImage(const QString &path, QString *error) {
-    // Never closed: host classes hold pointers to its functions from now on.
+    // Never closed, because host classes now have pointers to its functions.
     if (!dlopen(QFile::encodeName(path).constData(), RTLD_NOW | RTLD_LOCAL)) {
         if (error)
             *error = QString::fromLocal8Bit(dlerror());

@@ -1,16 +1,16 @@
-// Opening a library whose code joins a running program by itself.
+// Loads a library that runs its own code when it is opened.
 #pragma once
 
 #include <QString>
 
 namespace rt {
 
-// Called from a library's static constructor: the function runs as soon as the library has been opened and
-// everything in it is initialised. In the order of the calls.
+// Call it from a library's static constructor. The functions run in the order of the calls, after the library
+// was opened and fully initialised.
 void addLoadMethod(void (*load)());
 
-// Opens the library, keeps it open for the life of the process, and runs its load methods. False, with a
-// sentence in `error`, when it cannot be opened; opening it again does nothing and is true.
+// Opens the library, keeps it open until the process ends, and runs its load methods. Returns false and sets
+// a sentence in `error` if it cannot be opened. Opening it again does nothing and returns true.
 bool loadImage(const QString &path, QString *error = nullptr);
 
 } // namespace rt

@@ -1,4 +1,4 @@
-// Objects and classes that are known by name only.
+// Objects and classes that callers know by name only.
 #pragma once
 
 #include "platform/runtime/Selector.h"
@@ -18,7 +18,7 @@ namespace detail {
 inline const Value noValue;
 }
 
-// The arguments of one call. Reading beyond the last one gives no value, never another caller's memory.
+// The arguments of one call. An index beyond the last argument gives no value and never reads foreign memory.
 class Args {
 public:
     constexpr Args() = default;
@@ -42,16 +42,15 @@ private:
 // The code of a method. `self` is the receiver: for a class method the class itself.
 using Implementation = Value (*)(Object *self, Selector command, Args arguments);
 
-// One entry of a class's method table. Owned by its class, lives as long as the process.
+// One entry of a class's method table. Owned by its class, which lives as long as the process.
 struct Method {
     Selector selector;
     Implementation implementation = nullptr;
-    QByteArray signature; // the platform's type encoding, kept as given
+    QByteArray signature; // the platform's type encoding, stored as given
 };
 
-// The base of every object that can be reached by name. An object has one class for its whole life.
-// Destroying it turns every Weak reference to it to none. An Object may at the same time be a QWidget
-// (multiple inheritance).
+// The base of every object that is called by name. An object never changes its class. Its destruction sets
+// every Weak reference to it to nullptr. An Object may also be a QWidget (multiple inheritance).
 class Object {
 public:
     explicit Object(Class *isa)
@@ -60,12 +59,12 @@ public:
     Object(const Object &) = delete;
     Object &operator=(const Object &) = delete;
 
-    // Never nullptr for a live object made with a class.
+    // Never nullptr for an existing object that was made with a class.
     [[nodiscard]] Class *isa() const { return m_isa; }
 
 private:
     friend class WeakBase;
-    std::shared_ptr<bool> lifeToken() const; // made when first asked for
+    std::shared_ptr<bool> lifeToken() const; // made on first use
     Class *m_isa;
     mutable std::shared_ptr<bool> m_alive;
 };
@@ -78,7 +77,7 @@ protected:
     std::shared_ptr<bool> m_alive;
 };
 
-// A reference that does not keep its object alive and turns to nullptr when the object goes away.
+// A reference that does not keep its object alive and becomes nullptr when the object is destroyed.
 template<typename T = Object>
 class Weak : WeakBase {
 public:
@@ -101,10 +100,10 @@ public:
     [[nodiscard]] Class *superclass() const { return m_superclass; }
     [[nodiscard]] Class *metaclass() const { return m_metaclass; }
     [[nodiscard]] bool isSubclassOf(const Class *other) const; // also true for itself
-    // The nearest method up the class chain, or nullptr. Cached; nullptr for the null selector.
+    // The nearest method up the class chain, or nullptr; nullptr for the null selector. Cached.
     [[nodiscard]] Method *lookup(Selector selector) {
         const CacheSlot &slot = m_cache[selector.cachePlace()];
-        // The null selector, which is what an empty slot holds, has no method.
+        // An empty slot contains the null selector, which has no method.
         return slot.selector == selector ? slot.method : lookupAndKeep(selector);
     }
 

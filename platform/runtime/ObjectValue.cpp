@@ -1,4 +1,4 @@
-// The questions of Value.h for which an object has to be known as one: Object.h stands on Value.h.
+// The functions of Value.h that need the definition of Object. Object.h itself includes Value.h.
 #include "platform/runtime/Object.h"
 
 #include <QWidget>

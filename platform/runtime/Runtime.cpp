@@ -71,13 +71,14 @@ Method *Class::lookupAndKeep(Selector selector) {
     if (selector.isNull())
         return nullptr;
     Method *method = lookupUncached(selector);
-    // A miss is not kept: the method may be added later to this class or to one above it.
+    // A miss is not cached, because the method may later be added to this class or to a superclass.
     if (method)
         m_cache[selector.cachePlace()] = {selector, method};
     return method;
 }
 
-// Owns every class. An added method empties all caches; an exchange need not, since caches hold entries.
+// Owns every class. Adding a method clears all caches. An exchange does not have to, because caches contain
+// method entries.
 class Registry {
 public:
     static Registry &instance() {
@@ -159,8 +160,8 @@ bool respondsTo(Object *object, Selector selector) {
 
 namespace {
 
-// Dies when the event loop's turn has ended that it was made in. A loop that runs inside that turn (a menu, a
-// dialog) does not end it: that is the event system's rule for deferred deletion.
+// Is destroyed at the end of the turn of the event loop in which it was made. A nested loop (a menu, a
+// dialog) does not end that turn; this is the event system's rule for deferred deletion.
 class TemporaryHolder : public QObject {
 public:
     explicit TemporaryHolder(std::unique_ptr<Object> object)
@@ -189,7 +190,7 @@ Object *temporary(std::unique_ptr<Object> object) {
 }
 
 void drainTemporaries() {
-    // What dies may make others; they stay for the next time.
+    // Destructors may make new holders, which stay until the next call.
     const QSet<TemporaryHolder *> dying = TemporaryHolder::holders();
     for (TemporaryHolder *holder : dying)
         if (TemporaryHolder::holders().contains(holder))

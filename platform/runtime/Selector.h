@@ -1,4 +1,4 @@
-// Interned selectors: the names by which methods are found.
+// Interned selectors, the names of methods.
 #pragma once
 
 #include <QHashFunctions>
@@ -31,7 +31,7 @@ public:
     [[nodiscard]] QString name() const;
     // How many arguments a call takes: one for each colon.
     [[nodiscard]] int argumentCount() const { return m_entry ? m_entry->argumentCount : 0; }
-    // Where a class keeps the method under this selector once it was found.
+    // The place of this selector's method in the cache of a class.
     [[nodiscard]] std::uint32_t cachePlace() const { return m_entry ? m_entry->cachePlace : 0; }
 
     friend bool operator==(Selector a, Selector b) { return a.m_entry == b.m_entry; }

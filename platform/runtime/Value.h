@@ -1,4 +1,4 @@
-// Values that travel between host and plug-in, and the questions that may be asked of any of them.
+// The values that host and plug-in exchange, and functions for all of them.
 #pragma once
 
 #include "platform/Literals.h"
@@ -20,10 +20,10 @@ class Object;
 // QRectF.
 using Value = QVariant;
 
-// The marker that stands in a dictionary for "set to nothing", which is not the same as not being there.
+// Marks an entry of a dictionary as "set to nothing", which differs from a missing entry.
 [[nodiscard]] Value nullMarker();
 [[nodiscard]] bool isNullMarker(const Value &value);
-// Neither no value, nor the null marker, nor a null text, nor a null pointer.
+// False for no value, the null marker, a null text and a null pointer.
 [[nodiscard]] bool isPresent(const Value &value);
 
 // "Reads as true": a boolean by itself, a number when not 0, a text when it is "YES", "true" (any case) or
@@ -33,22 +33,22 @@ using Value = QVariant;
 // The integer of a value: numbers truncated toward zero, booleans 1 or 0, a text its leading integer (blanks
 // before it are skipped, out of range gives the nearest limit), everything else 0.
 [[nodiscard]] qint64 integerValue(const Value &value);
-// Likewise as a floating-point number; not-a-number never comes out (0 instead).
+// The same as a floating-point number; 0 in place of not-a-number.
 [[nodiscard]] double doubleValue(const Value &value);
-// The text when the value is a text, a null QString otherwise. Numbers are not turned into text.
+// The text if the value is a text, else a null QString. Does not convert numbers.
 [[nodiscard]] QString textValue(const Value &value);
 // The text, "" in place of a null one.
 [[nodiscard]] inline QString orEmpty(const QString &text) {
     return text.isNull() ? u""_s : text;
 }
-// The dictionary or array when the value is one, an empty one otherwise.
+// The dictionary or array if the value is one, else an empty one.
 [[nodiscard]] QVariantMap mapValue(const Value &value);
 [[nodiscard]] QVariantList listValue(const Value &value);
 
-// The host object in a value: an Object *, or a widget that is one. nullptr otherwise. Not owned; may die at
-// any time.
+// The host object in a value: an Object *, or a widget that is one; else nullptr. Not owned; may be destroyed
+// at any time.
 [[nodiscard]] Object *objectValue(const Value &value);
-// The widget in a value: a QWidget *, or an object that is one. nullptr otherwise. Not owned.
+// The widget in a value: a QWidget *, or an object that is one; else nullptr. Not owned.
 [[nodiscard]] QWidget *widgetValue(const Value &value);
 [[nodiscard]] Value fromObject(Object *object);  // no value for nullptr
 [[nodiscard]] Value fromWidget(QWidget *widget); // no value for nullptr

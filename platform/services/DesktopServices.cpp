@@ -1,4 +1,4 @@
-// The services of a real desktop, put together.
+// Assembles the services of a real desktop.
 #include "platform/services/Services.h"
 #include "platform/services/bus/DesktopNotifications.h"
 #include "platform/services/bus/SessionBus.h"
@@ -18,7 +18,7 @@ namespace {
 const QString installedResources =
     u"/Users/Shared/ParloMeetingsOutlookPlugin/ParloMeetings.bundle/Contents/Resources"_s;
 
-// Wherever a package was unpacked to.
+// A package may be unpacked anywhere.
 QString folderOfThisLibrary() {
     static const char inThisLibrary = 0;
     Dl_info library{};

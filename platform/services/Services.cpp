@@ -10,7 +10,8 @@ Services &services() {
 }
 
 void setServices(Services replacement) {
-    // The old ones die with the new ones in place: what is released with them may call a service.
+    // The old services are destroyed after the new ones are set, because their destruction may call a
+    // service.
     const Services old = std::exchange(services(), std::move(replacement));
 }
 

@@ -1,4 +1,4 @@
-// The one place through which everything that the desktop gives is reached.
+// The only access to the services of the desktop.
 #pragma once
 
 #include "platform/services/bundle/Bundle.h"
@@ -12,8 +12,8 @@
 
 namespace platform {
 
-// Filled once by a program at its start, before a plug-in is loaded, or by a test for itself. Every pointer
-// is set while anything that uses services() lives.
+// A program fills it once at its start, before it loads a plug-in; a test fills its own. Every pointer must
+// be set while any user of services() exists.
 struct Services {
     std::unique_ptr<DistributedNotificationCenter> distributedNotifications;
     std::unique_ptr<NotificationCenter> notifications;
@@ -22,27 +22,27 @@ struct Services {
     std::unique_ptr<UserDefaults> userDefaults;
     // The plug-in's own resources.
     std::unique_ptr<Bundle> pluginBundle;
-    // Values that code on the main thread leaves for code that runs there later.
+    // Values that code on the main thread stores for later code on the main thread.
     QVariantMap mainThreadDictionary;
 };
 
 [[nodiscard]] Services &services();
-// Replaces all services; the old ones are destroyed, the last ones never (the process may end at any time).
+// Replaces all services and destroys the old ones. The last ones are never destroyed, because the process may
+// end at any time.
 void setServices(Services services);
 
-// What a desktop program starts from.
+// Options of a desktop program.
 struct DesktopOptions {
     QString bundleIdentifier; // of this program: its name on the bus and its defaults domain
-    // Below which absolute bundle paths lie. Empty: $PARLO_ROOT; without it the user's own data folder
-    // "parlo", then the folder of this library, beside which an installation has its bundles.
+    // The folder that contains the absolute bundle paths. If empty: $PARLO_ROOT; without it "parlo" in the
+    // user's data folder, then the folder of this library, beside which an installation has its bundles.
     QString rootFolder;
-    QString defaultsFolder;  // where defaults are kept; empty: the desktop's configuration folder
+    QString defaultsFolder;  // folder of the defaults; empty: the desktop's configuration folder
     QString documentsFolder; // empty: the desktop's Documents folder
     QString pluginResources; // folder of the plug-in's resources; empty: the installed one below a root
 };
 // The services of a real desktop. Needs an application object. Claims the bundle identifier on the session
-// bus when the event loop first runs, or as soon as there is a bus; a name that another process holds is left
-// to it.
+// bus when the event loop first runs, or once a bus is available, unless another process owns the name.
 [[nodiscard]] Services makeDesktopServices(const DesktopOptions &options);
 
 } // namespace platform

@@ -1,4 +1,4 @@
-// A tool-bar as the sheet sees it in which a user rearranges it.
+// The tool-bar's interface for the sheet in which the user rearranges it.
 #pragma once
 
 #include "platform/toolkit/ToolbarArrangement.h"
@@ -13,19 +13,19 @@ class CustomizableToolbar {
 public:
     virtual ~CustomizableToolbar() = default;
 
-    // In order, with spaces and separators, and with those for which the window is too narrow at present.
+    // In order, including spaces, separators and items that do not fit into the window at present.
     [[nodiscard]] virtual QList<ToolbarItem *> visibleItems() = 0;
-    // The items that can be added: allowed ones, offered ones and spaces, without those in the tool-bar
-    // unless they may come more than once.
+    // The items that the user can add: allowed items, offered items and spaces. Items already in the tool-bar
+    // are excluded unless they may occur more than once.
     [[nodiscard]] virtual QList<ToolbarItem *> paletteItems() = 0;
-    // Indexes are those of visibleItems(); one beyond either end counts as that end. False, and nothing
-    // changed, for an item that stands in the tool-bar already or that nobody supplies.
+    // Indexes are those of visibleItems() and are clamped. Returns false and changes nothing if the item is
+    // already in the tool-bar or no part of the program supplies it.
     virtual bool insertItem(const QString &identifier, int index) = 0;
     virtual void removeItem(int index) = 0;
     virtual void moveItem(int from, int to) = 0;
     [[nodiscard]] virtual ToolbarDisplayMode displayMode() const = 0;
     virtual void setDisplayMode(ToolbarDisplayMode mode) = 0;
-    // With what the offering parts of the program put into a fresh tool-bar.
+    // Also adds the items that other parts of the program insert into a new tool-bar.
     virtual void restoreDefault() = 0;
 };
 

@@ -8,7 +8,7 @@ namespace platform {
 
 namespace {
 
-constexpr qreal maxCoordinate = 1 << 24; // keeps sums of coordinates well inside an int
+constexpr qreal maxCoordinate = 1 << 24; // keeps sums of coordinates within an int
 
 const QWidget *surroundingView(const QWidget *view) {
     return view->isWindow() ? nullptr : view->parentWidget();

@@ -7,9 +7,9 @@ class QWidget;
 
 namespace platform {
 
-// The view's frame; for a view without parent, with y counted from 0.
+// The view's frame; without a parent, y is relative to 0.
 [[nodiscard]] QRectF bottomLeftFrame(const QWidget *view);
-// Does nothing when the view has that frame already, so that it may be called for every drawing.
+// Does nothing if the view already has that frame, so that a caller may use it at every drawing.
 void setBottomLeftFrame(QWidget *view, const QRectF &frame);
 
 } // namespace platform

@@ -64,7 +64,7 @@ void appendEscaped(std::string &out, std::string_view text, bool inAttribute) {
     }
 }
 
-// A quote of the other kind when the identifier has one; it never has both.
+// Uses the other kind of quote if the identifier contains one; an identifier never contains both.
 void appendIdentifier(std::string &out, const std::string &identifier) {
     const char quote = identifier.find('"') == std::string::npos ? '"' : '\'';
     out += ' ';
@@ -94,7 +94,7 @@ public:
     explicit Serialiser(const ReplacedContent &replaced)
         : m_replaced(replaced) {}
 
-    // What stands before the node's children.
+    // Writes the node's part before its children.
     void open(const GumboNode &node, const GumboNode *parent) {
         switch (node.type) {
         case GUMBO_NODE_DOCUMENT:
@@ -124,7 +124,7 @@ public:
             m_out += "</" + elementName(node.v.element) + '>';
     }
 
-    // `parent`: whose content it is.
+    // `parent` is the element whose content it is.
     void appendContent(const GumboNode &root, const GumboNode &parent) {
         struct Level {
             const GumboNode *node;
@@ -164,7 +164,7 @@ private:
             m_out += '"';
         }
         m_out += '>';
-        // A parser drops a newline that comes first.
+        // A parser would drop a newline at the beginning.
         if (isAny(element, HtmlElement::FirstNewline) && beginsWithNewline(node))
             m_out += '\n';
     }
@@ -189,7 +189,7 @@ const GumboVector *childrenOf(const GumboNode &node) {
     return isElement(node) ? &node.v.element.children : nullptr;
 }
 
-// The parser knows only the names of the standard; any other is in the source text alone.
+// The parser knows only standard names; other names exist only in the source text.
 std::string elementName(const GumboElement &element) {
     GumboStringPiece original = element.original_tag;
     gumbo_tag_from_original_text(&original);

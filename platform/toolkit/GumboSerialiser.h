@@ -1,4 +1,4 @@
-// Writes nodes of a parsed HTML text as HTML again. Texts are UTF-8.
+// Serialises nodes of parsed HTML. Texts are UTF-8.
 #pragma once
 
 #include <gumbo.h>
@@ -6,19 +6,19 @@
 
 namespace platform {
 
-// What is written in place of what an element holds.
+// Replaces the content of an element in the output.
 struct ReplacedContent {
     const GumboNode *element = nullptr;
     std::string html;
 };
 
 [[nodiscard]] std::string outerHtmlOf(const GumboNode &node);
-// What the node holds, written as the content of `parent`; of a document with its type.
+// The serialised content of the node as the content of `parent`; for a document including its type.
 [[nodiscard]] std::string contentOf(const GumboNode &node, const GumboNode &parent,
                                     const ReplacedContent &replaced = {});
 
-// The name as it is written, in lower case but for names of svg that have upper case letters.
+// The name to write: in lower case, except names of svg with upper-case letters.
 [[nodiscard]] std::string elementName(const GumboElement &element);
-[[nodiscard]] const GumboVector *childrenOf(const GumboNode &node); // nullptr: it can have none
+[[nodiscard]] const GumboVector *childrenOf(const GumboNode &node); // nullptr if it cannot have children
 
 } // namespace platform

@@ -21,7 +21,7 @@ std::uint64_t keyOf(std::string_view name) {
     return E::named(name).key;
 }
 
-// The tags that are open at a place of the text, as the parser will see them.
+// The tags that are open at a position of the text, as the parser will see them.
 class OpenTags {
 public:
     explicit OpenTags(int limit)
@@ -78,7 +78,7 @@ private:
         }
     }
 
-    // What the start of an element ends without a tag.
+    // Ends the elements whose end the new element implies.
     void endImplied(const E::Named &tag) {
         if (tag.key == option && !m_open.empty() && m_open.back().key == option)
             popTo(m_open.size() - 1);
@@ -157,7 +157,7 @@ private:
             return m_open.start(tag, token.selfClosing);
         m_kept += token.source;
         m_kept += m_tokenizer.takeRawText(token.name);
-        return false; // it is there already
+        return false; // already present
     }
 
     void addSection(std::string_view source) {

@@ -11,12 +11,11 @@ namespace platform {
 
 namespace {
 
-// Knows which of the application's windows the user had before the active one.
+// Remembers which of the application's windows was active before the present one.
 //
-// A window manager makes a window active some time after it was shown. When it has been hidden by then, the
-// toolkit takes it for the active one all the same, while the desktop's keyboard has never left the window
-// below: no key reaches either of them until the user activates one. So a hidden window passes the activation
-// on.
+// A window manager activates a window some time after it was shown. If the window is hidden by then, the
+// toolkit still treats it as active, while the desktop's keyboard focus has never left the window below:
+// neither of them gets keys until the user activates one. So a hidden window passes the activation on.
 class Activation : public QObject {
 public:
     // Watches from the first call on.
@@ -26,17 +25,16 @@ public:
             activation = new Activation;
         return *activation;
     }
-    // The last window that was active while it was shown; nullptr when there is none.
+    // The last window that was active while it was shown; nullptr if there is none.
     [[nodiscard]] QWindow *lastShown() const { return m_lastShown; }
-    // To be called when the window has been hidden: `below` gets the activation that it leaves behind. When
-    // another program has it, nothing happens.
+    // Call it after the window was hidden: activates `below`. Does nothing if another program is active.
     static void passOn(const QWindow *hidden, QWindow *below) {
         if (hidden && QGuiApplication::focusWindow() == hidden && below && below->isVisible())
             takerOf(below)->requestActivate();
     }
 
 private:
-    // A window behind a modal one takes no keys.
+    // A window behind a modal window gets no keys.
     static QWindow *takerOf(QWindow *window) {
         QWindow *modal = QGuiApplication::modalWindow();
         const bool blocks = modal && modal->isVisible() &&
@@ -60,11 +58,11 @@ private:
     QPointer<QWindow> m_lastShown;
 };
 
-// What is known of the one modal session that may run.
+// The running modal session; at most one exists.
 struct RunningSession {
     QPointer<QWidget> window;
     Qt::WindowModality formerModality = Qt::NonModal;
-    QPointer<QWindow> below; // was active when it began
+    QPointer<QWindow> below; // the active window at its beginning
 };
 
 RunningSession &runningSession() {
@@ -72,8 +70,8 @@ RunningSession &runningSession() {
     return *session;
 }
 
-// Ties the sheet to its window without making it the window's child: a child would die with the window, and
-// the sheet belongs to the caller.
+// Attaches the sheet to its window without making it a child: the window would delete a child, but the caller
+// owns the sheet.
 void attach(QDialog *sheet, QWidget *window) {
     window->winId();
     sheet->winId();
@@ -83,7 +81,7 @@ void attach(QDialog *sheet, QWidget *window) {
 
 class SheetWatch : public QObject {
 public:
-    // Lives until the sheet has ended, its parent has died, or the sheet itself has.
+    // Exists until the sheet ends or until the sheet or its parent is deleted.
     SheetWatch(QDialog *sheet, QWidget *window, std::function<void(int)> ended)
         : QObject(sheet)
         , m_window(window)
@@ -98,7 +96,7 @@ private:
     void finish(int result) {
         const std::function<void(int)> ended = std::exchange(m_ended, nullptr);
         disconnectAndDie();
-        // Before the handler, which may open the next sheet.
+        // Done before the handler, which may open the next sheet.
         if (m_window)
             Activation::passOn(static_cast<QDialog *>(parent())->windowHandle(), m_window->windowHandle());
         if (ended)
@@ -152,7 +150,7 @@ bool ModalSession::begin(QWidget *window) {
         return false;
     m_window = window;
     running = {window, window->windowModality(), Activation::ofApplication().lastShown()};
-    // The modality of a window that is shown already takes effect only when it is shown again.
+    // A change of the modality of a visible window takes effect only when it is shown again.
     window->hide();
     window->setWindowModality(Qt::ApplicationModal);
     window->show();

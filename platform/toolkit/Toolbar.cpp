@@ -43,7 +43,7 @@ QString standardLabel(const QString &identifier) {
     return identifier == toolbarFixedSpaceIdentifier ? Toolbar::tr("Space") : Toolbar::tr("Flexible space");
 }
 
-// One for each kind is enough: nothing tells two separators apart.
+// One item per kind is enough, because all separators are equal.
 ToolbarItem *standardItem(const QString &identifier) {
     static auto *items = new QHash<QString, ToolbarItem *>;
     ToolbarItem *&item = (*items)[identifier];
@@ -118,13 +118,13 @@ ToolbarItem *Toolbar::itemFor(const QString &identifier, bool willBeInserted) {
     if (!item || item->itemIdentifier() != identifier)
         return nullptr;
     m_items.insert(identifier, item);
-    // Queued: a dying item is no item any more when it tells of it.
+    // Queued, because the item is already partly destroyed when it emits the signal.
     connect(item, &QObject::destroyed, this, &Toolbar::rebuild,
             Qt::ConnectionType(Qt::QueuedConnection | Qt::UniqueConnection));
     return item;
 }
 
-// A separator directly before an item that is not there would stand for nothing: it is left out with it.
+// Leaves out missing items together with a separator directly before them.
 QList<Toolbar::Place> Toolbar::places(const QStringList &identifiers) {
     QList<Place> result;
     for (int i = 0; i < int(identifiers.size()); ++i) {
@@ -186,7 +186,7 @@ QList<ToolbarItem *> Toolbar::paletteItems() {
     QStringList candidates = askForList("toolbarAllowedItemIdentifiers:");
     for (const Offer &offer : offersFor(m_delegate.get()))
         candidates += offer.identifiers;
-    candidates.removeIf(isStandardToolbarIdentifier); // they come last
+    candidates.removeIf(isStandardToolbarIdentifier); // added at the end
     candidates << toolbarSeparatorIdentifier << toolbarFixedSpaceIdentifier << toolbarFlexibleSpaceIdentifier;
     candidates.removeDuplicates();
     const QStringList present = identifiers();
@@ -240,7 +240,7 @@ QAction *Toolbar::makeAction(ToolbarItem *item) {
     return separator;
 }
 
-// Items that stay keep their control, with the keyboard's focus.
+// Items that stay keep their control and the keyboard focus.
 void Toolbar::arrange(const QList<Place> &places) {
     QList<Shown> former = std::exchange(m_shown, {});
     const bool keeps = toolButtonStyle() == styleOf(displayMode());
@@ -258,7 +258,7 @@ void Toolbar::arrange(const QList<Place> &places) {
     }
     for (const Shown &gone : std::as_const(former)) {
         removeAction(gone.action);
-        gone.action->deleteLater(); // it may be what was just clicked
+        gone.action->deleteLater(); // it may be the action that was just triggered
     }
     for (int i = 0; i < int(m_shown.size()); ++i) {
         QAction *inPlace = actions().value(i);

@@ -1,4 +1,4 @@
-// A tool-bar that asks its delegate for its items by identifier and that its user can rearrange.
+// A tool-bar that gets its items by identifier from its delegate and that the user can rearrange.
 #pragma once
 
 #include "platform/toolkit/CustomizableToolbar.h"
@@ -11,7 +11,7 @@
 
 namespace platform {
 
-// Of the button that shows what a narrow window has no room for.
+// Object name of the button for items that do not fit into a narrow window.
 inline const QString toolbarExtensionButtonName = u"qt_toolbar_ext_button"_s;
 
 class ToolbarCustomization;
@@ -26,42 +26,41 @@ class ToolbarCustomization;
 class Toolbar : public QToolBar, public CustomizableToolbar {
     Q_OBJECT
 public:
-    // Tool-bars of one identifier share one remembered arrangement.
+    // Tool-bars with the same identifier share one stored arrangement.
     explicit Toolbar(const QString &identifier, QWidget *parent = nullptr);
     ~Toolbar() override;
 
-    void setDelegate(rt::Object *delegate); // not owned, may die; asked for the items at once
+    void setDelegate(rt::Object *delegate); // not owned, may be deleted; supplies the items at once
 
-    // Whether the user has not hidden it; true before its window is first shown.
+    // False if the user has hidden it; true before its window is first shown.
     [[nodiscard]] bool isToolbarVisible() const;
     [[nodiscard]] QList<ToolbarItem *> visibleItems() override;
     bool insertItem(const QString &identifier, int index) override;
     void removeItem(int index) override;
     void moveItem(int from, int to) override;
     [[nodiscard]] QList<ToolbarItem *> paletteItems() override;
-    // The control by which this tool-bar shows an item; nullptr while it does not.
+    // This tool-bar's control for an item; nullptr if it does not show the item.
     [[nodiscard]] QWidget *controlFor(const QString &identifier) const;
 
     [[nodiscard]] ToolbarDisplayMode displayMode() const override { return m_arrangement->displayMode(); }
     void setDisplayMode(ToolbarDisplayMode mode) override { m_arrangement->setDisplayMode(mode); }
-    // As the delegate has it, with what the offering parts put into a fresh tool-bar.
+    // Restores the delegate's default and the items that other parts insert into a new tool-bar.
     void restoreDefault() override;
-    // Lets every item validate itself and asks for missing ones. It also happens by itself, when a window is
-    // activated and after keys and clicks: all events within a short time cause one round, and there is no
-    // polling.
+    // Validates all items and requests missing ones. Also runs automatically when a window is activated and
+    // after keys and clicks: all events within a short time cause one round; there is no polling.
     void revalidate();
     // Opens the sheet in which the user adds, moves and removes items.
     void customize();
 
-    // For a part of the program that supplies items beyond the delegate's lists: every tool-bar with a
-    // delegate of the class offers them where it is customized. `restored` puts those that belong there by
-    // themselves into a tool-bar that was set back to its default. Replaces an earlier offer for the class.
+    // For a part of the program that supplies items beyond the delegate's lists: every tool-bar whose
+    // delegate has the class offers them in its customization sheet. `restored` inserts the default ones of
+    // these items into a tool-bar that was reset. Replaces an earlier offer for the class.
     static void offerItems(const QString &delegateClass, const QStringList &identifiers,
                            std::function<void(QWidget *window)> restored);
 
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override; // of the application
+    bool eventFilter(QObject *watched, QEvent *event) override; // filters the application's events
 
 private:
     struct Place {
@@ -90,7 +89,7 @@ private:
     QTimer m_validation;
 };
 
-// The tool-bar of a window; nullptr when it has none.
+// The tool-bar of a window; nullptr if it has none.
 [[nodiscard]] Toolbar *windowToolbar(const QWidget *window);
 
 } // namespace platform

@@ -14,7 +14,7 @@ namespace {
 const QString keyItems = u"items"_s;
 const QString keyDisplayMode = u"displayMode"_s;
 
-// By the number of the mode; the first is the one of a fresh tool-bar.
+// Indexed by mode; the first is the mode of a new tool-bar.
 const QStringList modeNames{u"iconAndText"_s, u"icon"_s, u"text"_s};
 
 ToolbarDisplayMode modeNamed(const QString &name) {

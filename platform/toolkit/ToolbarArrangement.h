@@ -1,4 +1,4 @@
-// Which items stand in the tool-bars of one kind, in which order, and how they are shown.
+// The items of the tool-bars of one kind, their order and their display mode.
 #pragma once
 
 #include <QObject>
@@ -11,27 +11,27 @@ namespace platform {
 enum class ToolbarDisplayMode { IconAndText, IconOnly, TextOnly };
 
 // Shared by all tool-bars of an identifier and kept in the user's defaults, as a dictionary under "Toolbar
-// <identifier>": "items" (texts) and "displayMode" ("iconAndText", "icon", "text"). Written at once, and
-// only when something changed. What is found there is not trusted: anything that is no identifier, comes
-// twice, or stands beyond the limit is left out.
+// <identifier>": "items" (texts) and "displayMode" ("iconAndText", "icon", "text"). Changes are written at
+// once. Stored values are not trusted: entries that are not identifiers, duplicates and entries beyond the
+// limit are left out.
 class ToolbarArrangement : public QObject {
     Q_OBJECT
 public:
     static constexpr int maximumItems = 200;
     static constexpr int maximumIdentifierLength = 200; // UTF-16 units
 
-    // The arrangement of that identifier, read anew when no tool-bar holds it.
+    // The arrangement of that identifier; read again if no tool-bar uses it.
     static std::shared_ptr<ToolbarArrangement> shared(const QString &identifier);
     explicit ToolbarArrangement(const QString &identifier);
 
-    // None: nothing is remembered, the delegate's default applies.
+    // No value: nothing is stored and the delegate's default applies.
     [[nodiscard]] const std::optional<QStringList> &identifiers() const { return m_identifiers; }
     void setIdentifiers(const QStringList &identifiers);
     [[nodiscard]] ToolbarDisplayMode displayMode() const { return m_displayMode; }
     void setDisplayMode(ToolbarDisplayMode mode);
     void forget(); // items and display mode
 
-    // What of a list of identifiers can stand in a tool-bar.
+    // The valid identifiers of a list.
     [[nodiscard]] static QStringList cleaned(const QVariantList &list);
 
 Q_SIGNALS:

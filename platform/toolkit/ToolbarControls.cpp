@@ -11,9 +11,9 @@ namespace {
 
 constexpr int margin = 4;      // points around a cell's content
 constexpr int labelGap = 2;    // points between view and label
-constexpr int labelDrop = 1;   // points lower, so that labels stand in line with those of buttons
+constexpr int labelDrop = 1;   // points lower, to align labels with those of buttons
 constexpr int arrowSide = 7;   // points, of the mark of a menu
-constexpr int arrowSpace = 12; // points kept free for it on either side of the view
+constexpr int arrowSpace = 12; // points reserved for it on each side of the view
 
 constexpr int fixedSpace = 24; // points
 
@@ -119,7 +119,7 @@ void ToolbarViewCell::resizeEvent(QResizeEvent *) {
     m_view->setGeometry(QRect(QPoint((width() - size.width()) / 2, top), size));
 }
 
-// As a button of the same tool-bar looks: raised under the pointer, its text below.
+// Looks like a button of the same tool-bar: raised under the pointer, with the text below.
 void ToolbarViewCell::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     if (isEnabled() && underMouse()) {

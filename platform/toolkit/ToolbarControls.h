@@ -1,4 +1,4 @@
-// What a tool-bar shows for one item: a button, a space, or the item's own view with its label.
+// The control of an item in a tool-bar: a button, a space, or the item's own view with its label.
 #pragma once
 
 #include "platform/toolkit/ToolbarItem.h"
@@ -15,8 +15,8 @@ public:
     ToolbarAction(ToolbarItem *item, QToolBar *toolbar);
     // The item's button or view; nullptr while the action is not in the tool-bar.
     [[nodiscard]] QWidget *control();
-    // Puts image, label and tool tip of the item into the action and its button. To be called when the action
-    // has been put into the tool-bar; it happens by itself when the item changes.
+    // Copies the item's image, label and tool tip to the action and its button. Call it after the action was
+    // added to the tool-bar; it runs automatically when the item changes.
     void fill();
 
 protected:
@@ -28,7 +28,7 @@ private:
     QToolBar *m_toolbar; // the parent
 };
 
-// The view bears the control name. The label below it belongs to the item too: a click on it is its action.
+// The view has the control name. A click on the label below it triggers the item's action as well.
 class ToolbarViewCell : public QWidget {
     Q_OBJECT
 public:

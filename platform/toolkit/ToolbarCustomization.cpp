@@ -23,7 +23,7 @@ QPixmap clearPixmap() {
     return pixmap;
 }
 
-// Of an item that has no image because it has no look: a thin line or a stretch.
+// Icon of an item without an image: a thin line for a separator, a stretch for a space.
 QIcon standardIcon(const QString &identifier, const QPalette &palette) {
     QPixmap pixmap = clearPixmap();
     QPainter painter(&pixmap);
@@ -42,8 +42,8 @@ QIcon standardIcon(const QString &identifier, const QPalette &palette) {
     return pixmap;
 }
 
-// The styles tint the image of a selected row with the colour of the selection: there it has the text's
-// colour, or a gray one would not be seen.
+// The styles tint the image of a selected row with the selection's colour, which would hide a gray image. The
+// selected image therefore uses the colour of the text.
 QIcon selectable(QIcon icon, const QPalette &palette) {
     QPixmap pixmap = clearPixmap();
     QPainter painter(&pixmap);
@@ -55,7 +55,7 @@ QIcon selectable(QIcon icon, const QPalette &palette) {
     return icon;
 }
 
-// Two items of a plug-in may have one palette label: the label proper then tells them apart.
+// Two items of a plug-in may have the same palette label; the normal label distinguishes them.
 QString titleOf(const ToolbarItem &item) {
     const QString label = withoutMnemonic(item.label());
     const QString palette = item.paletteLabel();
@@ -178,7 +178,7 @@ void ToolbarCustomization::connectControls() {
     });
 }
 
-// Both lists keep their row, so that a key can be pressed again and again.
+// Both lists keep their current row, so that the user can repeat a key.
 void ToolbarCustomization::refresh() {
     if (!m_widget)
         return;
@@ -196,7 +196,7 @@ void ToolbarCustomization::updateButtons() {
     m_later->setEnabled(row >= 0 && row < m_arrangement->count() - 1);
 }
 
-// Behind the selected one, at the end when none is.
+// Inserts after the selected item, or at the end without a selection.
 void ToolbarCustomization::add() {
     const QListWidgetItem *item = m_palette->currentItem();
     const int row = m_arrangement->currentRow();

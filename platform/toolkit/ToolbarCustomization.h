@@ -29,7 +29,7 @@ inline const QString doneButton = u"toolbarDoneButton"_s;
 class ToolbarCustomization : public QDialog {
     Q_OBJECT
 public:
-    // Both are the tool-bar; the sheet does nothing any more when the widget has died.
+    // Both are the same tool-bar. After the widget is deleted the sheet does nothing.
     ToolbarCustomization(QWidget *widget, CustomizableToolbar *toolbar);
     void refresh();
 
@@ -43,7 +43,7 @@ private:
     void updateButtons();
 
     QPointer<QWidget> m_widget;
-    CustomizableToolbar *m_toolbar; // as long as m_widget lives
+    CustomizableToolbar *m_toolbar; // valid while m_widget exists
     QListWidget *m_palette;
     QListWidget *m_arrangement;
     QComboBox *m_displayMode;

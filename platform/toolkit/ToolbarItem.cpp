@@ -40,7 +40,7 @@ void ToolbarItem::setImage(const QIcon &image) {
 void ToolbarItem::perform(QWidget *sender) {
     if (!m_enabled || !m_action)
         return;
-    const Action action = m_action; // the item may go away in it
+    const Action action = m_action; // the action may delete the item
     action(*this, sender);
 }
 

@@ -1,4 +1,4 @@
-// One item of a tool-bar: what it is called, what it looks like, what a click does.
+// An item of a tool-bar: its names, its look and its action.
 #pragma once
 
 #include "platform/runtime/Object.h"
@@ -13,27 +13,28 @@
 
 namespace platform {
 
-// Items that every tool-bar has by itself. They are never asked of the delegate and may stand in a tool-bar
-// more than once.
+// Items that every tool-bar has itself. It does not request them from its delegate, and they may occur more
+// than once.
 inline const QString toolbarFlexibleSpaceIdentifier = u"NSToolbarFlexibleSpaceItem"_s;
 inline const QString toolbarFixedSpaceIdentifier = u"NSToolbarSpaceItem"_s;
 inline const QString toolbarSeparatorIdentifier = u"NSToolbarSeparatorItem"_s;
 [[nodiscard]] bool isStandardToolbarIdentifier(const QString &identifier);
 
-// One item may stand in many tool-bars at once: each shows it by a control of its own, and what is changed
-// here shows in all of them. Not owned by a tool-bar; a dead item leaves every one it stands in.
+// An item may be in many tool-bars at once. Each has its own control for it, and a change of the item updates
+// all of them. Tool-bars do not own it; a deleted item disappears from all of them.
 class ToolbarItem : public QObject, public rt::Object {
     Q_OBJECT
 public:
-    // `sender` is the control that was used: this item's button or view in one tool-bar. Both may die in it.
+    // `sender` is the control that was used: the item's button or view in one tool-bar. The action may delete
+    // both.
     using Action = std::function<void(ToolbarItem &item, QWidget *sender)>;
-    // Makes the item's own control for one tool-bar (which then owns it).
+    // Makes the item's own control for one tool-bar, which owns it.
     using ViewMaker = std::function<QWidget *()>;
-    // Puts image, label and tool tip of the item into such a control: once after it was made, then whenever
-    // the item changes.
+    // Copies the item's image, label and tool tip to such a control: once after it was made and at every
+    // change of the item.
     using ViewFiller = std::function<void(QWidget *view, const ToolbarItem &item)>;
 
-    // Of the runtime's class "ToolbarItem" unless another is given.
+    // Has the runtime class "ToolbarItem" unless `isa` is given.
     explicit ToolbarItem(const QString &identifier, rt::Class *isa = nullptr);
     ~ToolbarItem() override;
 
@@ -42,7 +43,7 @@ public:
     // Shown below the image; "&" marks a mnemonic.
     [[nodiscard]] const QString &label() const { return m_label; }
     void setLabel(const QString &label) { set(m_label, label); }
-    // Shown where the tool-bar is customized; the label without its mnemonic when empty.
+    // Shown in the customization sheet; if empty, the label without its mnemonic.
     [[nodiscard]] QString paletteLabel() const;
     void setPaletteLabel(const QString &label) { set(m_paletteLabel, label); }
     [[nodiscard]] const QString &toolTip() const { return m_toolTip; }
@@ -57,21 +58,20 @@ public:
     }
     void setControlName(const QString &name) { set(m_controlName, name); }
 
-    void setAction(Action action) { m_action = std::move(action); } // none: a click does nothing
-    void perform(QWidget *sender); // runs the action when the item is enabled
-    // A control of the item's own in place of a button. While only text is shown there is a button all the
-    // same.
+    void setAction(Action action) { m_action = std::move(action); } // without an action a click does nothing
+    void perform(QWidget *sender);                                  // runs the action if the item is enabled
+    // Replaces the button by the item's own control. In text-only mode the tool-bar still shows a button.
     void setView(ViewMaker make, ViewFiller fill);
     [[nodiscard]] QWidget *makeView() const { return m_makeView ? m_makeView() : nullptr; } // nullptr: none
     void fillView(QWidget *view) const {
         if (view && m_fillView)
             m_fillView(view, *this);
     }
-    // What the item opens: an item with a view shows that there is one. Not owned.
+    // The menu that the item opens; an item with a view marks it with an arrow. Not owned.
     void setMenu(QMenu *menu);
     [[nodiscard]] QMenu *menu() const { return m_menu; }
 
-    // Called now and then, when the state of the program may have changed: enable or disable the item here.
+    // Called when the state of the program may have changed: enable or disable the item here.
     virtual void validate() {}
 
 Q_SIGNALS:

@@ -15,7 +15,7 @@ QString text(const std::string &utf8) {
     return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
 }
 
-// The first one of that name, any case, in document order; nullptr for none.
+// The first element of that name in document order (ignoring case), or nullptr.
 const GumboNode *firstElement(const GumboNode &root, const QByteArray &name) {
     std::vector<const GumboNode *> pending{&root};
     while (!pending.empty()) {
@@ -31,7 +31,7 @@ const GumboNode *firstElement(const GumboNode &root, const QByteArray &name) {
     return nullptr;
 }
 
-// A root or an unknown element takes what a body takes.
+// A root or an unknown element is parsed like a body.
 GumboTag contextTag(const GumboElement &element) {
     const bool isOutermost = element.tag == GUMBO_TAG_HTML || element.tag == GUMBO_TAG_HEAD;
     const bool isKnown = element.tag != GUMBO_TAG_UNKNOWN && element.tag_namespace == GUMBO_NAMESPACE_HTML;
@@ -42,7 +42,7 @@ GumboTag contextTag(const GumboElement &element) {
 
 class WebDocument::Parsed {
 public:
-    // As a whole document, or as the content of an element of the context's tag.
+    // Parses a whole document, or the content of an element with the context's tag.
     explicit Parsed(const QString &html, GumboTag context = GUMBO_TAG_LAST)
         : m_html(guardedHtml(html.toStdString(), maxNesting)) {
         m_options.max_errors = 0;
@@ -54,7 +54,7 @@ public:
     Parsed &operator=(const Parsed &) = delete;
 
     [[nodiscard]] const GumboNode &document() const { return *m_output->document; }
-    // The html element; of a fragment, one that holds it.
+    // The html element; for a fragment an element that contains it.
     [[nodiscard]] const GumboNode &root() const { return *m_output->root; }
     [[nodiscard]] const GumboNode *element(const QString &tagName) const {
         return firstElement(document(), tagName.toUtf8());

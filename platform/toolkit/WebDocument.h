@@ -1,4 +1,4 @@
-// The document model of a web view: parse, serialise, find the first element of a tag, set an element's
+// The document model of a web view: parses, serialises, finds the first element of a tag, and replaces its
 // content.
 #pragma once
 
@@ -7,23 +7,23 @@
 
 namespace platform {
 
-// HTML as browsers read it (HTML living standard, parsing and serialising), with unknown tags such as those
-// that mail programs write kept as they are. Nesting beyond 2,000 elements is flattened. An empty text gives
-// an empty document: html, head and body.
+// Parses and serialises HTML as browsers do (HTML living standard) and keeps unknown tags, such as those of
+// mail programs. Flattens nesting beyond 2,000 elements. An empty text gives an empty document: html, head
+// and body.
 class WebDocument {
 public:
     explicit WebDocument(const QString &html);
     ~WebDocument();
 
-    // The html element with everything in it, without the document type.
+    // The html element with its content, without the document type.
     [[nodiscard]] QString documentElementOuterHtml() const;
     [[nodiscard]] bool hasElement(const QString &tagName) const;
-    // The content of the first element of that tag (any case) in document order; a null text when there is
+    // The content of the first element with that tag (ignoring case) in document order; null if there is
     // none.
     [[nodiscard]] QString innerHtml(const QString &tagName) const;
-    // The whole document as text, with its document type when it had one, and with another content of that
-    // element: a fragment that is parsed as such. html, head and body tags in it are dropped and what they
-    // hold is kept. A null text when there is no such element.
+    // The whole document (with its document type, if any) with the content of that element replaced by the
+    // fragment `html`. Tags html, head and body in the fragment are dropped, their content is kept. Null if
+    // there is no such element.
     [[nodiscard]] QString withInnerHtml(const QString &tagName, const QString &html) const;
 
 private:

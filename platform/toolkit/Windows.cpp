@@ -92,7 +92,8 @@ void observeWindowWillClose(QObject *owner, std::function<void(QWidget *window)>
 }
 
 void windowWillClose(QWidget *window) {
-    // A copy: a handler may add observers, and may delete the owner of a later one, or the window.
+    // Iterates over a copy, because a handler may add observers or delete the window or the owner of a later
+    // observer.
     const QList<CloseObserver> observers = closeObservers();
     const QPointer<QWidget> alive = window;
     for (const CloseObserver &observer : observers)

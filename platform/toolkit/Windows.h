@@ -13,22 +13,22 @@ class QWidget;
 
 namespace platform {
 
-// Ties a controller to its window and puts the window at the end of the application's list. Neither is owned;
-// a dead one leaves the list. A window that was registered before gets the new controller and keeps its
+// Connects a controller with its window and appends the window to the application's list. Neither is owned; a
+// deleted window leaves the list. A window that is already registered gets the new controller and keeps its
 // place.
 void registerWindow(QWidget *window, rt::Object *controller);
 void unregisterWindow(QWidget *window);
-// The controller of a window; nullptr when it has none or the controller has died.
+// The controller of a window; nullptr if it has none or the controller was deleted.
 [[nodiscard]] rt::Object *windowController(const QWidget *window);
-// The registered windows that are still there, in order of registration.
+// The existing registered windows, in order of registration.
 [[nodiscard]] QList<QWidget *> orderedWindows();
 
-// The application's delegate: the host object that stands for the whole program. Not owned.
+// The application's delegate: the host object that represents the whole program. Not owned.
 void setApplicationDelegate(rt::Object *delegate);
 [[nodiscard]] rt::Object *applicationDelegate();
 
-// Told when a window is about to close (its close was accepted, it still exists). Handlers live as long as
-// `owner`. windowWillClose() is called by a window of the host; anyone else only observes.
+// Calls the handler before a window closes (the close was accepted, the window still exists). Handlers are
+// removed with `owner`. Only the host's windows call windowWillClose(); other code only observes.
 void observeWindowWillClose(QObject *owner, std::function<void(QWidget *window)> handler);
 void windowWillClose(QWidget *window);
 
@@ -36,18 +36,18 @@ void windowWillClose(QWidget *window);
 // widget, "NSTextField" for a label or a line edit; else the name of a C++ class that it has or inherits
 // (Q_OBJECT needed).
 [[nodiscard]] bool isViewOfKind(const QWidget *view, const QString &className);
-// The text of a text field (label or line edit); a null text for anything else.
+// The text of a text field (label or line edit); null for other views.
 [[nodiscard]] QString textFieldValue(const QWidget *field);
 void setTextFieldValue(QWidget *field, const QString &text);
 
-// Opens `sheet` modal for `parent` without blocking; alone and application-modal-free when parent is nullptr.
-// `ended` gets the dialog's result once; it is not called when the parent dies first. The caller keeps owning
-// the sheet. When the sheet goes, the parent gets the activation that it had.
+// Opens `sheet` modal for `parent` without blocking; without a parent the sheet is not modal. `ended` gets
+// the dialog's result once, but not if the parent is deleted first. The caller keeps the ownership of the
+// sheet. When the sheet closes, the parent becomes the active window.
 void beginSheet(QDialog *sheet, QWidget *parent, std::function<void(int result)> ended);
 
-// While one is running, its window is shown and is the only one of the application that takes input; the
-// event loop runs on. Ends with end() or the window's death. A second session while one is running is
-// refused. When the window goes, the window that was active before gets the activation back.
+// While a session runs, its window is shown and is the application's only window with input; the event loop
+// continues. The session ends with end() or when the window is deleted. Only one session can run at a time.
+// When the window disappears, the window that was active before becomes active again.
 class ModalSession {
 public:
     ModalSession() = default;
@@ -55,7 +55,7 @@ public:
     ModalSession(const ModalSession &) = delete;
     ModalSession &operator=(const ModalSession &) = delete;
     bool begin(QWidget *window); // false: another session is running, or no window
-    void end();                  // hides the window; nothing when not running
+    void end();                  // hides the window; does nothing if not running
     [[nodiscard]] bool isRunning() const;
 
 private:

@@ -1,4 +1,4 @@
-// The resources that belong to one bundle: texts, images, interface descriptions.
+// The resources of a bundle: texts, images, interface descriptions.
 #pragma once
 
 #include <QImage>
@@ -16,22 +16,22 @@ namespace platform {
 class Bundle {
 public:
     virtual ~Bundle() = default;
-    // The text behind the key, in the desktop's language when the bundle has it, else in English; `fallback`
-    // when the table has no such key.
+    // The text for the key, in the desktop's language if the bundle has it, else in English; `fallback` if
+    // the table lacks the key.
     [[nodiscard]] virtual QString localizedString(const QString &key, const QString &fallback,
                                                   const QString &table) const = 0;
     // The image of that name at the given device pixel ratio (its devicePixelRatio is set; its size in points
-    // is the same at every ratio); a null image when there is none.
+    // is the same at every ratio); a null image if there is none.
     [[nodiscard]] virtual QImage image(const QString &name, qreal devicePixelRatio = 1.0) const = 0;
-    // The (plain) path of a resource file by its full name; a null text when there is none.
+    // The (plain) path of a resource file by its full name; null if there is none.
     [[nodiscard]] virtual QString pathForResource(const QString &fileName) const = 0;
-    // Builds the top widget of the interface description of that name, with no parent. The caller owns it.
-    // nullptr when there is none or it is malformed (one line in the log). Widgets are found by objectName().
+    // Builds the top widget of the interface description of that name, without a parent; the caller owns it.
+    // Returns nullptr if there is none or it is malformed (logs one line). Find widgets by objectName().
     [[nodiscard]] virtual std::unique_ptr<QWidget> loadInterface(const QString &name) const = 0;
 };
 
-// A bundle in a folder on disk. Its language is the first of the preferred ones (as "de-AT", "zh-CN") that it
-// has, English if none; without any they are those of the desktop's locale.
+// A bundle in a folder on disk. Its language is the first of the preferred languages (such as "de-AT",
+// "zh-CN") that it has, else English. Without preferred languages it uses those of the desktop's locale.
 [[nodiscard]] std::unique_ptr<Bundle> makeFolderBundle(const QString &folder,
                                                        const QStringList &preferredLanguages = {});
 

@@ -24,7 +24,7 @@ private:
     [[nodiscard]] File bitmapFor(const QString &stem, qreal devicePixelRatio) const;
 
     QString m_folder;
-    QHash<QPair<QString, qreal>, QImage> m_images; // also the null ones of names that are not there
+    QHash<QPair<QString, qreal>, QImage> m_images; // includes null images for missing names
 };
 
 } // namespace platform

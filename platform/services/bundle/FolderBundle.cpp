@@ -16,8 +16,8 @@ namespace {
 
 const QString baseLanguage = u"en"_s;
 
-// What serves a language, best first: "de-AT" is also served by "de". The script is spelt out, because a
-// place alone may say it ("zh-CN" is "zh-Hans", "zh-TW" is not).
+// The names of folders that fit a language, best first: "de" also fits "de-AT". The script is added, because
+// the territory may imply it ("zh-CN" is "zh-Hans", "zh-TW" is not).
 QStringList candidatesFor(const QString &language) {
     const QLocale locale(language);
     const QString code = QLocale::languageToCode(locale.language());
@@ -51,7 +51,7 @@ public:
         return QFileInfo(path).isFile() ? path : QString();
     }
 
-    // One with words of its own may be there once more for a language.
+    // A language may have its own copy of a description that contains texts.
     std::unique_ptr<QWidget> loadInterface(const QString &name) const override {
         const QString file = name + QLatin1String(".ui");
         QString path = pathForResource(m_language + QLatin1String(".lproj/") + file);

@@ -14,8 +14,8 @@ namespace platform {
 
 namespace {
 
-// Asked first, because the loader would build half a window from half a file, or say the same again in its
-// own words.
+// Checked first, because the loader would build an incomplete window from a truncated file or log a second
+// message.
 QString xmlErrorOf(const QByteArray &content) {
     QXmlStreamReader reader(content);
     if (reader.readNextStartElement() && reader.name() != QLatin1String("ui"))
@@ -25,9 +25,9 @@ QString xmlErrorOf(const QByteArray &content) {
     return reader.hasError() ? reader.errorString() : QString();
 }
 
-// The loader looks for widget plug-ins below each library path and loads all that it finds, with everything
-// that they need: of those that come with the toolkit that is a whole second toolkit, 6 MB and 8 ms. Our
-// descriptions name none, so it is made while there is nowhere to look.
+// The loader searches each library path for widget plug-ins and loads all of them with their dependencies.
+// The toolkit's own plug-ins need a complete second toolkit: 6 MB and 8 ms. Our descriptions use no plug-ins,
+// so the loader is made while the library paths are empty.
 std::unique_ptr<QUiLoader> makeLoaderWithoutPlugins() {
     const QStringList paths = QCoreApplication::libraryPaths();
     QCoreApplication::setLibraryPaths({});

@@ -13,12 +13,12 @@ namespace platform {
 // Builds widgets from `.ui` files. Each file is read from disk once. Main thread only.
 class InterfaceLoader {
 public:
-    // Pictures that a description names are looked for in the folder.
+    // Searches the folder for pictures that a description names.
     explicit InterfaceLoader(const QString &folder);
     ~InterfaceLoader();
     Q_DISABLE_COPY_MOVE(InterfaceLoader)
 
-    // The top widget, with no parent; nullptr, with one line in the log, when the file cannot be read or is
+    // The top widget, without a parent. Returns nullptr and logs one line if the file is unreadable or
     // malformed.
     [[nodiscard]] std::unique_ptr<QWidget> load(const QString &path);
 
@@ -26,7 +26,7 @@ private:
     [[nodiscard]] QByteArray contentOf(const QString &path);
 
     QString m_folder;
-    std::unique_ptr<QUiLoader> m_loader; // made when first needed: it looks for widget plug-ins
+    std::unique_ptr<QUiLoader> m_loader; // made on first use: it searches for widget plug-ins
     QHash<QString, QByteArray> m_contents;
 };
 

@@ -9,13 +9,13 @@ namespace platform {
 
 namespace {
 
-// Possessive throughout ("++", "*+"): a damaged table must not be tried in every way there is.
+// All quantifiers are possessive ("++", "*+"), so that a damaged table causes no exponential backtracking.
 const QString blanks = uR"((?:\s++|/\*.*?(?:\*/|\z)|//[^\n]*+)*+)"_s;
 const QString quoted = uR"regex("((?:[^"\\]++|\\.)*+)")regex"_s;
 const auto options =
     QRegularExpression::DotMatchesEverythingOption | QRegularExpression::UseUnicodePropertiesOption;
 
-// The whole text would be checked for each entry; what was decoded from UTF-8 needs no check.
+// Without this option each match would check the whole text, which needs no check after decoding from UTF-8.
 QRegularExpressionMatch matchAt(const QRegularExpression &expression, const QString &text, qsizetype at) {
     return expression.match(text, at, QRegularExpression::NormalMatch,
                             QRegularExpression::DontCheckSubjectStringMatchOption);

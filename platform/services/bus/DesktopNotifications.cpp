@@ -10,7 +10,7 @@ DesktopNotificationCenter::DesktopNotificationCenter(std::shared_ptr<SessionBus>
     : m_bus(std::move(bus))
     , m_observers(std::move(observers)) {}
 
-// A delivery that is under way has its own hold on the list.
+// A running delivery has its own reference to the list.
 DesktopNotificationCenter::~DesktopNotificationCenter() {
     m_observers->clear();
 }

@@ -9,8 +9,7 @@ namespace platform {
 
 class SessionBus;
 
-// The observers and the bus are shared with those who made them: the bus's receiver delivers to the
-// observers.
+// Shares the observers and the bus with their creator, because the bus's receiver delivers to the observers.
 class DesktopNotificationCenter : public DistributedNotificationCenter {
 public:
     DesktopNotificationCenter(std::shared_ptr<SessionBus> bus,

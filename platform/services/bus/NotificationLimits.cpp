@@ -17,7 +17,7 @@ bool isCarried(char32_t code) {
 } // namespace
 
 QString carriedText(const QString &text) {
-    // Nearly every text: nothing of it lies where such code points do.
+    // The usual case: the text has no character in the range of such code points.
     constexpr char16_t firstSuspect = 0xD800;
     if (std::none_of(text.begin(), text.end(), [](QChar unit) { return unit.unicode() >= firstSuspect; }))
         return text;

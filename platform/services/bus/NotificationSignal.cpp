@@ -20,7 +20,7 @@ QByteArray carried(const QString &text) {
 }
 
 QString textOf(const char *utf8) {
-    // A byte order mark at its beginning is a character like any other.
+    // Keeps a byte order mark at the beginning as a character.
     QStringDecoder decoder(QStringDecoder::Utf8,
                            QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
     return decoder(QByteArrayView(utf8));
@@ -51,7 +51,7 @@ bool isPosted(sd_bus_message *message) {
            std::strcmp(path, objectPath) == 0 && sd_bus_message_has_signature(message, signature) > 0;
 }
 
-// Texts that need no quoting inside a match rule.
+// Whether the text needs no quoting inside a match rule.
 bool isPlain(const QString &text) {
     return std::all_of(text.cbegin(), text.cend(), [](QChar unit) {
         return unit >= u' ' && unit < u'\x7f' && unit != u'\'' && unit != u'\\';
@@ -86,7 +86,7 @@ bool readNotificationSignal(sd_bus_message *message, QString *name, TextMap *use
 QByteArray notificationMatchRule(const QString &name) {
     QByteArray rule = QByteArrayLiteral("type='signal',path='") + objectPath + "',interface='" +
                       interfaceName + "',member='" + memberName + '\'';
-    // The daemon compares argument 0 itself, so that nobody is woken for names that he does not observe.
+    // The daemon compares argument 0 itself, so that no program wakes up for names that it does not observe.
     if (isPlain(name))
         rule += ",arg0='" + name.toLatin1() + '\'';
     return rule;

@@ -1,6 +1,6 @@
-// How a distributed notification looks on the bus: the signal `Posted` of path
+// The form of a distributed notification on the bus: the signal `Posted` of path
 // /com/parlo/DistributedNotifications and interface com.parlo.DistributedNotifications, with the arguments
-// name, sender ("" when there is none), user info: `ssa{ss}`.
+// name, sender ("" if there is none), user info: `ssa{ss}`.
 #pragma once
 
 #include "platform/services/bus/Notifications.h"
@@ -10,12 +10,13 @@
 
 namespace platform {
 
-// Answers below 0 (-errno) when it fails; `message`, when not null, is the caller's to release either way.
+// Returns a negative value (-errno) on failure. The caller releases `message` in both cases if it is not
+// null.
 [[nodiscard]] int makeNotificationSignal(sd_bus *bus, const QString &name, const QString &sender,
                                          const TextMap &userInfo, sd_bus_message **message);
-// False, and nothing is set, for every other message and for malformed ones.
+// Returns false and sets nothing for other and for malformed messages.
 [[nodiscard]] bool readNotificationSignal(sd_bus_message *message, QString *name, TextMap *userInfo);
-// What the bus must be asked for so that notifications of that name come; others may come with them.
+// The match rule for notifications of that name; it may also match others.
 [[nodiscard]] QByteArray notificationMatchRule(const QString &name);
 
 } // namespace platform

@@ -12,12 +12,11 @@
 
 namespace platform {
 
-// Names one registration; 0 names none.
+// Identifies a registration; 0 identifies none.
 using ObserverId = quint64;
 
-// Handlers by name, called in the order of registration. A handler may add and remove observers, itself
-// included, and may destroy the list: what was added during a delivery is not called by it, what was removed
-// is not called any more.
+// Handlers by name, called in the order of registration. A handler may add and remove observers, including
+// itself, and may destroy the list. A delivery does not call observers that were added or removed during it.
 template<typename UserInfo>
 class ObserverList {
 public:
@@ -33,11 +32,11 @@ public:
         return id;
     }
 
-    // The name that the observer was registered for; a null text when there is no such observer.
+    // Returns the name for which the observer was registered; null if it does not exist.
     QString remove(ObserverId id) {
         QList<Registration> &registrations = m_state->registrations;
         for (qsizetype i = 0; i < registrations.size(); ++i) {
-            // Dies outside the list: its handler may own what calls back into the list then.
+            // Destroyed outside the list, because its handler may own objects that call the list.
             if (registrations[i].id == id)
                 return registrations.takeAt(i).name;
         }
@@ -45,7 +44,7 @@ public:
     }
 
     void clear() {
-        // Taken out first: what the handlers own may call back into this list when it dies.
+        // Moved out first, because destroying a handler may call this list.
         const QList<Registration> removed = std::exchange(m_state->registrations, {});
     }
 

@@ -20,17 +20,17 @@ namespace {
 
 constexpr auto firstRetryDelay = 100ms;
 constexpr auto longestRetryDelay = 10'000ms;
-// After so many messages the rest of the program has its turn.
+// After this number of messages the rest of the event loop runs.
 constexpr int messagesPerTurn = 64;
 
-// Of org.freedesktop.DBus.RequestName.
+// Results of org.freedesktop.DBus.RequestName.
 enum class NameAnswer : uint32_t { IsOwner = 1, OwnedByAnother = 3, WasOwner = 4 };
 
 int ignoreMessage(sd_bus_message *, void *, sd_bus_error *) {
     return 0;
 }
 
-// Without an answer of our own the library would close the connection when the bus refuses a match.
+// Without a handler the library would close the connection when the bus refuses a match.
 int onMatchAnswer(sd_bus_message *answer, void *, sd_bus_error *) {
     if (sd_bus_message_is_method_error(answer, nullptr) > 0)
         qWarning("the session bus refuses an observer: %s", sd_bus_message_get_error(answer)->message);
@@ -61,7 +61,7 @@ SessionBus::SessionBus(const QString &ownName, Receiver receiver)
     m_holdEnd.setSingleShot(true);
     QObject::connect(&m_holdEnd, &QTimer::timeout, &m_holdEnd, [this] { sendHeld(); });
     open();
-    // A program that posts something and ends at once, without an event loop, must have been heard.
+    // The messages of a program that posts and ends at once, without an event loop, must still be sent.
     waitUntilReady();
 }
 
@@ -81,7 +81,7 @@ void SessionBus::open() {
         watch();
 }
 
-// What is asked for here is sent as soon as the connection stands.
+// The library sends these requests once the connection is established.
 int SessionBus::prepare(sd_bus *bus) {
     const int filtered = sd_bus_add_filter(bus, nullptr, onMessage, this);
     if (filtered < 0)
@@ -148,10 +148,10 @@ void SessionBus::announceReady() {
 
 // Event loop
 
-// Nothing of ours is called from inside the library's own processing: a receiver that runs an event loop of
-// its own would make it deaf.
+// Receivers are not called from inside the library's processing: a receiver that runs its own event loop
+// would block it.
 void SessionBus::process() {
-    // Before anything is delivered: a receiver may ask whether this program runs.
+    // Done before any delivery, because a receiver may ask whether this program runs.
     if (!std::exchange(m_claims, true) && m_bus)
         claimName();
     const std::weak_ptr<bool> alive = m_alive;
@@ -192,7 +192,8 @@ int SessionBus::onMessage(sd_bus_message *message, void *self, sd_bus_error *) {
     return 0;
 }
 
-// Makes the event loop wait for what the library waits for. Called after everything that may change that.
+// Makes the event loop wait for the events that the library waits for. Call it after every operation that may
+// change them.
 void SessionBus::watch() {
     if (m_bus) {
         const int descriptor = sd_bus_get_fd(m_bus.get());
@@ -212,7 +213,7 @@ void SessionBus::watch() {
 }
 
 void SessionBus::watchDescriptor(int descriptor, int events) {
-    // The library may go on to another address, and so to another descriptor, while it connects.
+    // The library may try another address, and so use another descriptor, while it connects.
     if (!m_readable || m_readable->socket() != descriptor) {
         m_readable.reset(new QSocketNotifier(descriptor, QSocketNotifier::Read));
         m_writable.reset(new QSocketNotifier(descriptor, QSocketNotifier::Write));
@@ -233,7 +234,7 @@ QString SessionBus::send(const QString &name, const QString &sender, const TextM
         return {};
     }
     int sent = m_bus ? trySend(name, sender, userInfo) : -ENOTCONN;
-    if (m_bus && sd_bus_is_open(m_bus.get()) <= 0) { // gone, and noticed only now
+    if (m_bus && sd_bus_is_open(m_bus.get()) <= 0) { // lost, but not noticed before
         sent = -ENOTCONN;
         lost(sent);
     }
@@ -325,7 +326,7 @@ SessionBus::Message SessionBus::call(const char *member, const QString *argument
     if (result >= 0)
         sd_bus_call(m_bus.get(), question, uint64_t(std::chrono::microseconds(patience).count()), nullptr,
                     &answer);
-    watch(); // what came in the meantime is still to be processed
+    watch(); // messages that arrived meanwhile still need processing
     return Message(answer);
 }
 

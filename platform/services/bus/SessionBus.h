@@ -1,4 +1,4 @@
-// One connection to the session bus, kept on the Qt event loop.
+// A connection to the session bus on the Qt event loop.
 #pragma once
 
 #include "platform/services/bus/Notifications.h"
@@ -15,35 +15,35 @@
 
 namespace platform {
 
-// Carries notifications as signals, owns one well-known name, and asks the bus who is there. A bus that is
-// not there or goes away is tried again, later and later, with one line in the log when it is lost and one
-// when it is back; what is observed and the name are then put in place again. No operation waits longer than
-// `patience`. Main thread only; no thread of its own.
+// Sends and receives notifications as signals, owns one well-known name, and queries the owners of names. If
+// the bus is missing or lost, it reconnects with increasing delays, logs one line at the loss and one at the
+// return, and then restores observers and name. No operation waits longer than `patience`. Main thread only;
+// has no thread.
 class SessionBus {
 public:
     using Receiver = std::function<void(const QString &name, const TextMap &userInfo)>;
     static constexpr std::chrono::milliseconds patience{500};
     static constexpr std::chrono::milliseconds longestHold{3000};
 
-    // Claims `ownName`, unless it is empty, when the event loop first runs: whoever sees the name may send
-    // something, and what the program observes is in place by then. A name that another process holds is left
-    // to it. The receiver is called from the event loop only, may run an event loop of its own, and may
-    // destroy this object.
+    // Claims `ownName`, unless it is empty, when the event loop first runs: other programs may send as soon
+    // as they see the name, and the observers are registered by then. Does not take a name from another
+    // process. The receiver is called from the event loop only, may run a nested event loop, and may destroy
+    // this object.
     SessionBus(const QString &ownName, Receiver receiver);
     ~SessionBus();
     Q_DISABLE_COPY_MOVE(SessionBus)
 
-    // Sends one notification. A null text when it was handed to the bus, else why not.
+    // Sends one notification. Returns null if the bus accepted it, else the reason.
     [[nodiscard]] QString send(const QString &name, const QString &sender, const TextMap &userInfo);
-    // From now on the receiver hears of that name; of others it may hear too.
+    // Starts to receive notifications of that name; the receiver may get others as well.
     void observe(const QString &name);
     void stopObserving(const QString &name);
-    // The well-known names that have an owner now. Empty when there is no bus or no answer.
+    // The well-known names that have an owner now. Empty without a bus or an answer.
     [[nodiscard]] QStringList ownedNames();
-    // The process that owns the name; 0 when unknown.
+    // The process that owns the name; 0 if unknown.
     [[nodiscard]] qint64 processOwning(const QString &name);
-    // A program is being started that will own the name: what is sent from now on is held back until it owns
-    // it, because only then it hears, or until `longestHold` has passed. The order stays.
+    // Call it when starting a program that will own the name. Later messages are held back until the program
+    // owns the name and can receive them, or until `longestHold` has passed. Their order is kept.
     void holdUntilOwned(const QString &name);
 
 private:
@@ -54,7 +54,7 @@ private:
     using Connection = std::unique_ptr<sd_bus, Release<sd_bus, sd_bus_close_unref>>;
     using Slot = std::unique_ptr<sd_bus_slot, Release<sd_bus_slot, sd_bus_slot_unref>>;
     using Message = std::unique_ptr<sd_bus_message, Release<sd_bus_message, sd_bus_message_unref>>;
-    // A notifier may be given up from inside its own signal.
+    // A notifier may be released during its own signal.
     struct GiveUp {
         void operator()(QSocketNotifier *notifier) const {
             notifier->setEnabled(false);
@@ -94,7 +94,7 @@ private:
 
     const QByteArray m_ownName;
     const Receiver m_receiver;
-    Connection m_bus; // null while there is none
+    Connection m_bus; // null while disconnected
     std::map<QString, Slot> m_matches;
     QStringList m_observed;
     QQueue<Received> m_received;
@@ -105,9 +105,9 @@ private:
     bool m_lossWasLogged = false;
     Notifier m_readable;
     Notifier m_writable;
-    QTimer m_timeout; // what the library wants to do by itself, or is left to do
+    QTimer m_timeout; // due or remaining work of the library
     QTimer m_retry;
-    QTimer m_holdEnd; // active: what is sent is held back
+    QTimer m_holdEnd; // active while messages are held back
     std::chrono::milliseconds m_retryDelay;
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };

@@ -13,7 +13,7 @@ constexpr char lowerCase(char c) {
 
 constexpr std::size_t packedLength = 8;
 
-// Up to eight letters as they are, longer names as a hash, which never looks like a short name.
+// Names of up to eight letters unchanged, longer names as a hash that never equals a short name.
 std::uint64_t keyOf(std::string_view name) {
     std::uint64_t key = 0;
     if (name.size() <= packedLength) {

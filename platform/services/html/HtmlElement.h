@@ -1,4 +1,4 @@
-// The elements of HTML: what each does to the text around it, and which of them end which.
+// The elements of HTML: their effect on the text and which elements they end.
 #pragma once
 
 #include <cstdint>
@@ -9,9 +9,9 @@ namespace platform {
 class HtmlElement {
 public:
     enum Trait : std::uint32_t {
-        // For the text.
+        // Effect on the text.
         Block = 1U << 0,
-        Table = 1U << 1, // ends a line and has none of its own: the lines are those of the cells
+        Table = 1U << 1, // ends a line but is not one: only its cells have lines
         Hidden = 1U << 2,
         Preformatted = 1U << 3,
         ListItem = 1U << 4,
@@ -20,7 +20,7 @@ public:
         LineBreak = 1U << 7,
         Image = 1U << 8,
         Paragraph = 1U << 9, // a <br> directly in it separates lines of one paragraph
-        // For what ends what.
+        // Implied ends of elements.
         Void = 1U << 10, // has no content and no end tag
         EndsParagraph = 1U << 11,
         PlainParagraph = 1U << 12, // <p>
@@ -34,7 +34,7 @@ public:
         Document = 1U << 20, // html, body
         RawText = 1U << 21,
         References = 1U << 22,   // in its raw text, character references are read
-        FirstNewline = 1U << 23, // a newline right behind its start tag belongs to the tag
+        FirstNewline = 1U << 23, // a newline directly after its start tag belongs to the tag
         // For the parser of a web document.
         Unnestable = 1U << 24, // not without an element of another kind between
         Formatting = 1U << 25, // its end tag leaves open what was opened inside
@@ -42,7 +42,7 @@ public:
             1U << 26, // its end tag ends all that was opened inside; that of most others does not end it
     };
 
-    // Of the name in any case. A name that is not known is that of an element without traits.
+    // The element of that name; ignores case. An unknown name gives an element without traits.
     struct Named;
     [[nodiscard]] static Named named(std::string_view name);
 
@@ -50,7 +50,7 @@ public:
     constexpr explicit HtmlElement(std::uint32_t traits)
         : m_traits(traits) {}
     [[nodiscard]] constexpr bool isAny(std::uint32_t traits) const { return (m_traits & traits) != 0; }
-    // Whether losing track of where it ends changes no more than where an outer element ends.
+    // Whether ignoring its end affects nothing except the ends of outer elements.
     [[nodiscard]] bool canBeFlattened() const {
         return !isAny(Hidden | Preformatted | LineBreak | Image | Void);
     }

@@ -11,10 +11,10 @@ namespace platform {
 
 namespace {
 
-// UTF-8 in which a lone surrogate is U+FFFD, without NULs.
+// UTF-8 with U+FFFD for lone surrogates and without NULs.
 QByteArray cleanUtf8(const QString &text) {
     QStringEncoder encoder(QStringEncoder::Utf8, QStringConverter::Flag::Stateless);
-    // Three times what is needed: memory that is never written to costs nothing.
+    // Up to three times the need, but memory that is never written costs nothing.
     QByteArray bytes(encoder.requiredSpace(text.size()), Qt::Uninitialized);
     bytes.truncate(encoder.appendToBuffer(bytes.data(), text) - bytes.data());
     if (bytes.contains('\0'))

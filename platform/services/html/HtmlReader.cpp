@@ -10,7 +10,7 @@ namespace platform {
 
 namespace {
 
-// Deeper than this, an element is flattened: its end is not looked for.
+// Deeper elements are flattened: the reader ignores their ends.
 constexpr std::size_t maxNesting = 512;
 constexpr std::size_t maxSearch = 2 * maxNesting;
 
@@ -18,8 +18,8 @@ bool isSpace(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
 }
 
-// The character of a name such as "eacute"; empty when there is none of that name. The library's own search
-// goes through the whole list, so that what was found is kept. Main thread only.
+// The character of a name such as "eacute"; empty for an unknown name. The library searches its whole list,
+// so results are cached. Main thread only.
 const std::string &namedCharacter(std::string_view name) {
     static auto *known = new std::unordered_map<std::string, std::string>;
     static const std::string none;
@@ -28,7 +28,7 @@ const std::string &namedCharacter(std::string_view name) {
         return found->second;
     const htmlEntityDesc *entity = htmlEntityLookup(reinterpret_cast<const xmlChar *>(key.c_str()));
     if (!entity)
-        return none; // not kept: of those there are any number
+        return none; // not cached: their number is unlimited
     return known->emplace(std::move(key), utf8Of(entity->value)).first->second;
 }
 
@@ -59,7 +59,7 @@ void HtmlReader::read(std::string_view html) {
             break;
         }
     }
-    m_open.clear(); // the sink ends what is still open
+    m_open.clear(); // the sink ends the open elements
     m_openParagraphs = 0;
 }
 
@@ -79,7 +79,7 @@ void HtmlReader::readText(std::string_view text) {
     }
 }
 
-// A character reference, or an ampersand that begins none. Returns its length.
+// Reads a character reference, or an ampersand that does not begin one. Returns its length.
 std::size_t HtmlReader::readReference(std::string_view text) {
     constexpr std::string_view nameCharacters =
         "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
@@ -128,7 +128,7 @@ void HtmlReader::openElement(const HtmlElement::Named &named, const HtmlAttribut
     m_openParagraphs += named.element.isAny(HtmlElement::PlainParagraph) ? 1 : 0;
 }
 
-// Ends what the element cannot stand in.
+// Ends the open elements that cannot contain the element.
 void HtmlReader::makeRoomFor(HtmlElement element) {
     using E = HtmlElement;
     if (!element.isAny(E::Hidden | E::Void) || element.isAny(E::LineBreak | E::Image | E::Block))

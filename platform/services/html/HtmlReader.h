@@ -1,4 +1,4 @@
-// Reads HTML, however broken, and tells a sink of its tags and characters.
+// Reads valid and broken HTML and passes its tags and characters to a sink.
 #pragma once
 
 #include "platform/services/html/HtmlTextSink.h"
@@ -9,9 +9,8 @@
 
 namespace platform {
 
-// Reads as browsers do where that shows in plain text: which elements end which, raw text, comments,
-// declarations, character references. Never fails; takes time in proportion to the length, however deeply
-// nested.
+// Follows the rules of browsers that affect plain text: implied ends of elements, raw text, comments,
+// declarations, character references. Never fails. Takes linear time at every nesting depth.
 class HtmlReader {
 public:
     explicit HtmlReader(HtmlTextSink &sink)
@@ -31,10 +30,12 @@ private:
     void makeRoomFor(HtmlElement element);
     void endElement(const HtmlElement::Named &named);
     void closeThrough(std::size_t index);
-    // Ends the nearest open element that has the traits, unless one with the barrier's lies nearer.
+    // Ends the nearest open element that has the traits, unless an element with the barrier's traits is
+    // nearer.
     void closeNearest(std::uint32_t traits, std::uint32_t barrier);
     void endHead();
-    // How far from the inside open elements are searched: deeper nesting does not occur in real documents.
+    // The number of open elements outside of the search, which looks only at the innermost ones. Real
+    // documents have no deeper nesting.
     [[nodiscard]] std::size_t outermostSearched() const;
 
     HtmlTextSink &m_sink;

@@ -23,7 +23,7 @@ constexpr std::array<ByteClass, 256> byteClasses = [] {
     std::array<ByteClass, 256> classes{};
     for (const unsigned char space : {' ', '\t', '\n', '\r', '\f'})
         classes[space] = Space;
-    classes[0xC2] = C1Lead; // of U+0080 to U+00BF
+    classes[0xC2] = C1Lead; // first byte of U+0080 to U+00BF
     return classes;
 }();
 
@@ -100,7 +100,7 @@ void HtmlTextSink::breakLine(bool evenWhenEmpty) {
 }
 
 void HtmlTextSink::breakBeforeBlock(bool item) {
-    // The first block of a list item stands on the marker's line; the first item of a list inside does not.
+    // The first block of a list item is on the marker's line; the first item of a nested list is not.
     if (item || m_text.size() != m_afterMarker)
         breakLine(false);
 }
@@ -132,7 +132,7 @@ void HtmlTextSink::startBlock(HtmlElement tag, Attributes attributes) {
 }
 
 void HtmlTextSink::addLineBreak() {
-    // A soft space before the end of a line is not seen.
+    // A soft space before the end of a line is invisible.
     if (m_tail == Tail::SoftSpace)
         dropSoftTail();
     if (m_breakIsSeparator) {

@@ -1,4 +1,4 @@
-// Turns a stream of HTML tags and characters into plain text. Everything in it is UTF-8.
+// Converts a stream of HTML tags and characters to plain text. All texts are UTF-8.
 #pragma once
 
 #include "platform/services/html/HtmlElement.h"
@@ -11,7 +11,7 @@
 
 namespace platform {
 
-// The code point in UTF-8, U+FFFD for one that is none.
+// The code point in UTF-8; U+FFFD for an invalid one.
 [[nodiscard]] std::string utf8Of(char32_t codePoint);
 
 class HtmlTextSink {
@@ -20,12 +20,12 @@ public:
 
     void reserve(std::size_t bytes) { m_text.reserve(bytes); }
     void open(HtmlElement tag, Attributes attributes);
-    // A tag whose end will not be told.
+    // Opens a tag without a later close().
     void openFlattened(HtmlElement tag);
-    // Ends the tag that was opened last. Nothing when none is open.
+    // Ends the tag that was opened last. Does nothing if no tag is open.
     void close();
     void text(std::string_view characters);
-    // The text so far, after whatever is still open has been ended. Leaves the sink empty.
+    // Ends all open tags and returns the text. The sink is empty afterwards.
     [[nodiscard]] std::string take();
 
 private:
@@ -40,7 +40,8 @@ private:
         bool preformatted;     // of what surrounds it
         bool hidden;
     };
-    // The last character, where white space that follows it, or the end of its block, depends on it.
+    // The kind of the last character, which decides how following white space or the end of the block is
+    // written.
     enum class Tail { Firm, SoftSpace, SoftSeparator };
 
     void startBlock(HtmlElement tag, Attributes attributes);
@@ -51,7 +52,7 @@ private:
     void addLineBreak();
     void addPreformatted(std::string_view characters);
     void addNewlineOfPreformatted(char newline);
-    // Answers how many bytes of `rest` it took.
+    // Returns the number of bytes of `rest` that it consumed.
     std::size_t addTwoByteCharacter(std::string_view rest);
     void addCollapsed(std::string_view characters);
     void addRun(std::string_view characters);

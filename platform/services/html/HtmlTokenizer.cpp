@@ -28,7 +28,7 @@ bool isAny(char c, unsigned classes) {
     return (characterClasses[static_cast<unsigned char>(c)] & classes) != 0;
 }
 
-// nullptr: one that does not matter.
+// nullptr for attributes that are not needed.
 std::string_view *attributeNamed(std::string_view name, HtmlAttributes &attributes) {
     switch (name.front() | 0x20) {
     case 's':

@@ -1,4 +1,4 @@
-// Cuts HTML, however broken, into tags, text and the rest.
+// Splits valid and broken HTML into tags, text and the rest.
 #pragma once
 
 #include <cstddef>
@@ -6,10 +6,10 @@
 
 namespace platform {
 
-// Whether the texts differ in the case of ASCII letters at most.
+// Whether the texts are equal apart from the case of ASCII letters.
 [[nodiscard]] bool isSame(std::string_view text, std::string_view other);
 
-// Those that matter, as they stand in the tag. One that is not there has no data.
+// The needed attributes, as written in the tag. A missing one has no data.
 struct HtmlAttributes {
     std::string_view style;
     std::string_view start;
@@ -20,23 +20,22 @@ struct HtmlToken {
     // Other: a comment, a declaration, or a tag that the text ends in.
     enum class Kind { Text, StartTag, EndTag, Other };
     Kind kind = Kind::Text;
-    std::string_view source; // all of it
-    std::string_view name;   // of a tag, as it is written
+    std::string_view source; // the whole token
+    std::string_view name;   // of a tag, as written
     HtmlAttributes attributes;
     bool selfClosing = false;
 };
 
-// Takes time in proportion to the length. The tokens point into the HTML, and one after the other they are
-// all of it.
+// Takes linear time. The tokens point into the HTML and together cover all of it.
 class HtmlTokenizer {
 public:
     HtmlTokenizer() = default;
     explicit HtmlTokenizer(std::string_view html)
         : m_html(html) {}
-    // False at the end.
+    // Returns false at the end.
     bool next(HtmlToken *token);
-    // After the start tag of an element whose content is text whatever it looks like: that text, up to the
-    // end tag of the name or the end of the HTML.
+    // Call it after the start tag of an element with raw text. Returns the text up to the end tag of that
+    // name or the end of the HTML.
     [[nodiscard]] std::string_view takeRawText(std::string_view name);
     // The next token begins at that position.
     void skipTo(std::size_t position) { m_at = position; }
@@ -44,7 +43,7 @@ public:
 private:
     [[nodiscard]] HtmlToken::Kind readMarkup(HtmlToken *token);
     std::string_view takeUntil(unsigned classes);
-    // Through the tag's end. False when the text ends first.
+    // Reads up to the end of the tag. Returns false if the text ends before.
     [[nodiscard]] bool readAttributes(HtmlToken *token);
     [[nodiscard]] std::string_view readValue();
     void skipComment();

@@ -10,12 +10,13 @@ namespace platform {
 
 namespace {
 
-// No more than a list may have: null for a longer file, and for one that cannot be read.
+// The content of the file; null if it is longer than allowed or unreadable.
 QByteArray contentOf(const QString &path) {
     QFile file(path);
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         return {};
-    // One more than is parsed: the file may be growing. Not simply that much: the memory is taken beforehand.
+    // Reads one byte more than allowed, because the file may be growing. Bounded by the file's size, because
+    // read() allocates the memory first.
     const QByteArray content = file.read(std::min(file.size(), PropertyList::maximumSize) + 1);
     return content.size() > PropertyList::maximumSize ? QByteArray() : content;
 }

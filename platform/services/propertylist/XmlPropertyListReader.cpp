@@ -11,8 +11,7 @@ namespace platform {
 
 namespace {
 
-// Each operation is called on a start element and leaves the reader on its end element, or with an error
-// raised.
+// Each operation expects the reader on a start element and leaves it on the end element, or raises an error.
 class Reader {
 public:
     explicit Reader(const QByteArray &bytes)
@@ -63,7 +62,7 @@ private:
         return items;
     }
 
-    // Only white space and comments may stand between the elements of a container.
+    // A container may have only white space and comments between its elements.
     bool nextElement() {
         while (!m_xml.atEnd()) {
             switch (m_xml.readNext()) {

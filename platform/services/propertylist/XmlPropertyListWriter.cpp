@@ -1,4 +1,4 @@
-// Values as an XML property list, by the toolkit's writer.
+// Writes values as an XML property list with the toolkit's writer.
 #include "platform/services/propertylist/PropertyList.h"
 
 #include <QDateTime>
@@ -11,7 +11,7 @@ namespace platform {
 
 namespace {
 
-// The toolkit's writer refuses the whole for one of these.
+// The toolkit's writer rejects the whole document for one forbidden character.
 QString withoutForbidden(const QString &text) {
     QString result;
     result.reserve(text.size());
@@ -115,7 +115,7 @@ private:
         const QStringList lines = withoutForbidden(content).split(u'\r');
         m_xml.writeCharacters(lines.first());
         for (const QString &line : lines.sliced(1)) {
-            m_xml.writeEntityReference(u"#13"_s); // a reader would turn a bare one into a line feed
+            m_xml.writeEntityReference(u"#13"_s); // readers convert a bare carriage return to a line feed
             m_xml.writeCharacters(line);
         }
         m_xml.writeEndElement();

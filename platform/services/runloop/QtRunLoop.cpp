@@ -8,7 +8,7 @@ namespace platform {
 
 namespace {
 
-// The timer takes no more than that; a call that is due later is looked at again then.
+// The longest wait of the timer; a call that is due later is checked again then.
 constexpr std::chrono::milliseconds longestWait = std::chrono::hours(24);
 constexpr double longestDelay = 10.0 * 365 * 24 * 3600; // seconds
 
@@ -37,19 +37,19 @@ void QtRunLoop::cancel(TimerId timer) {
                                     [timer](const Pending &pending) { return pending.id == timer; });
     if (found == m_pending.end())
         return;
-    const Pending cancelled = std::move(*found); // what it holds may call back into the loop when it dies
+    const Pending cancelled = std::move(*found); // its destruction may call this loop
     m_pending.erase(found);
     armTimer();
 }
 
 void QtRunLoop::runDue() {
     const std::weak_ptr<bool> alive = m_alive;
-    const TimerId last = m_lastId; // what is added meanwhile waits for the next turn
+    const TimerId last = m_lastId; // calls added meanwhile wait for the next turn
     const Clock::time_point now = Clock::now();
     while (!m_pending.empty() && m_pending.front().due <= now && m_pending.front().id <= last) {
         const Pending next = std::move(m_pending.front());
         m_pending.erase(m_pending.begin());
-        armTimer(); // before the call: it may run an event loop of its own
+        armTimer(); // before the call, which may run a nested event loop
         if (next.callback)
             guarded("run loop", next.callback);
         if (alive.expired())

@@ -10,7 +10,7 @@
 
 namespace platform {
 
-// One timer for all calls: Qt keeps no order among timers that end at the same moment.
+// Uses one timer for all calls, because Qt does not order timers that end at the same moment.
 class QtRunLoop : public RunLoop {
 public:
     QtRunLoop();

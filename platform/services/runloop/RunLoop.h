@@ -6,18 +6,18 @@
 
 namespace platform {
 
-using TimerId = quint64; // 0 names none
+using TimerId = quint64; // 0 identifies none
 
-// Main thread only. Calls that fall due at the same moment run in the order in which they were asked for.
+// Main thread only. Calls that are due at the same moment run in the order in which they were requested.
 class RunLoop {
 public:
     using Callback = std::function<void()>;
 
     virtual ~RunLoop() = default;
     // Runs the callback once, after `seconds` (0: on the next turn of the loop), never from inside this call.
-    // Nothing that the callback throws gets out of the loop.
+    // Exceptions of the callback are caught.
     virtual TimerId callAfter(double seconds, Callback callback) = 0;
-    // A call that has run, is unknown or is 0 is ignored.
+    // Ignores a call that has run, is unknown or is 0.
     virtual void cancel(TimerId timer) = 0;
 };
 

@@ -12,7 +12,7 @@ bool changeDefault(QVariantMap *values, const QString &key, const rt::Value &val
     const auto old = values->constFind(key);
     if (old != values->constEnd() && old->typeId() == value.typeId() && *old == value)
         return false;
-    // One level deeper, as it will lie in the dictionary of all values.
+    // Nested by one level, as in the dictionary of all values.
     if (PropertyList::toXml(QVariantList{value}).isEmpty() || rt::isNullMarker(value)) {
         qWarning("the default \"%s\" cannot be kept: %s", qPrintable(key), value.typeName());
         return false;

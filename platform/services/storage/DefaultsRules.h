@@ -1,12 +1,12 @@
-// What may be kept among the user's defaults, wherever they are kept.
+// The rules for values in the user's defaults, for every storage.
 #pragma once
 
 #include "platform/runtime/Value.h"
 
 namespace platform {
 
-// Sets the entry, or removes it with no value or a null text. What a property list cannot hold is refused
-// with one line in the log. Whether anything is different now.
+// Sets the entry, or removes it if the value is missing or a null text. Rejects and logs a value that a
+// property list cannot contain. Returns whether `values` changed.
 bool changeDefault(QVariantMap *values, const QString &key, const rt::Value &value);
 
 } // namespace platform

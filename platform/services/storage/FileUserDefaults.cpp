@@ -11,13 +11,13 @@ namespace platform {
 
 namespace {
 
-// Domains are identifiers; anything else could name a file elsewhere.
+// Domains must be identifiers; other texts could name a file in another folder.
 bool isDomainName(const QString &domain) {
     return !domain.isEmpty() && !domain.startsWith(u'.') && !domain.contains(u'/') &&
            !domain.contains(QChar(u'\0'));
 }
 
-// Where the file now is; a null text when it could not be moved.
+// The new path of the file; null if it could not be moved.
 QString moveAside(const QString &path) {
     constexpr int attempts = 1000;
     for (int number = 1; number <= attempts; ++number) {

@@ -7,12 +7,12 @@
 
 namespace platform {
 
-// Files are `<folder>/<domain>.plist`. The own domain is read once, at construction; other domains whenever
-// they are asked. A file of the own domain that cannot be read is moved aside (to "….broken-N"), with a line
-// in the log, before anything is written; when even that fails nothing is written at all.
+// Files are `<folder>/<domain>.plist`. Reads its own domain once, at construction, and other domains on each
+// access. An unreadable file of its own domain is renamed (to "….broken-N") and logged before the first
+// write; if the renaming fails, nothing is written.
 class FileUserDefaults : public UserDefaults {
 public:
-    // With an empty domain nothing is kept beyond the process.
+    // With an empty domain the values are lost when the process ends.
     FileUserDefaults(const QString &folder, const QString &domain);
     [[nodiscard]] rt::Value value(const QString &key) const override { return m_values.value(key); }
     void setValue(const QString &key, const rt::Value &value) override;

@@ -6,8 +6,8 @@ namespace platform {
 
 bool writeWholeFile(const QString &path, const QByteArray &content, QString *error) {
     QSaveFile file(path);
-    // Flushed by hand: commit() does not notice when the last buffer has no room on the disk, and would put
-    // half a file in the place of the whole one.
+    // The explicit flush is needed: commit() does not notice if the disk is full for the last buffer, and
+    // would replace the file with a truncated one.
     if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush() &&
         file.commit())
         return true;

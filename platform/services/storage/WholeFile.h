@@ -1,4 +1,4 @@
-// Files that are replaced as a whole or not at all.
+// Replaces files as a whole or not at all.
 #pragma once
 
 #include <QByteArray>
@@ -6,9 +6,9 @@
 
 namespace platform {
 
-// Puts the content into the file at the path, which is made or replaced; its folder exists. False when that
-// fails, with the reason in `error` when that is given: the file then is as it was, and nothing temporary is
-// left beside it. That holds on a full disk and when the process is killed in the middle too.
+// Creates or replaces the file at the path; the folder must exist. On failure it returns false, sets the
+// reason in `error` if given, keeps the old file and removes the temporary one. The old file also survives a
+// full disk and a killed process.
 bool writeWholeFile(const QString &path, const QByteArray &content, QString *error = nullptr);
 
 } // namespace platform

@@ -23,10 +23,10 @@ const QString executableFolder = u"/Contents/MacOS/"_s;
 const QString identifierKey = u"CFBundleIdentifier"_s;
 const QString executableKey = u"CFBundleExecutable"_s;
 
-// Bundles lie in the shared folders or in a product's folder in one of them.
+// A bundle is in a shared folder or in a product's folder inside one.
 constexpr int searchDepth = 2;
 
-// What the services of this library correspond to; see Workspace::systemVersion.
+// The version to which this library's services correspond; see Workspace::systemVersion.
 constexpr int servicesVersion = 0x1068;
 
 QWidget *windowToShow() {
@@ -86,7 +86,7 @@ QString DesktopWorkspace::pathForBundleIdentifier(const QString &identifier) con
     return {};
 }
 
-// A process runs from a bundle when its executable lies in one that has this identifier.
+// The bundle with that identifier that contains the executable of the process.
 QString DesktopWorkspace::bundleOfProcess(qint64 process, const QString &identifier) const {
     const QString executable = QFileInfo(u"/proc/%1/exe"_s.arg(process)).symLinkTarget();
     const qsizetype end = executable.lastIndexOf(executableFolder);
@@ -149,7 +149,7 @@ bool DesktopWorkspace::startProcess(const QString &executable, const QStringList
     process.setProgram(executable);
     process.setArguments(arguments);
     process.setWorkingDirectory(homeFolder());
-    // It outlives this process, and must not hold open a pipe that somebody reads our output from.
+    // The child outlives this process and must not keep our output pipe open.
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());

@@ -12,8 +12,8 @@ class SessionBus;
 
 class DesktopWorkspace : public Workspace {
 public:
-    // REQUIRES: `roots` is not empty. What lies below an earlier one takes precedence. An empty `documents`
-    // stands for the desktop's Documents folder.
+    // REQUIRES: `roots` is not empty. Earlier roots take precedence. An empty `documents` stands for the
+    // desktop's Documents folder.
     DesktopWorkspace(std::shared_ptr<SessionBus> bus, const QStringList &roots, const QString &documents);
     [[nodiscard]] QString resolve(const QString &path) const override;
     [[nodiscard]] QString pathForBundleIdentifier(const QString &identifier) const override;
