@@ -10,13 +10,13 @@ namespace pluginagent {
 class PluginAgent : public QObject {
     Q_OBJECT
 public:
-    // Listens on the bus as long as it lives. The services must outlive it.
+    // Listens on the bus during its lifetime. The services must outlive it.
     explicit PluginAgent(QObject *parent = nullptr);
     ~PluginAgent() override;
 
-    // The version of the installed meeting client; a null text when there is none.
+    // The version of the installed meeting client; null without a client.
     [[nodiscard]] static QString clientVersion();
-    // Starts the client, or brings a running one to the front; whether either was possible.
+    // Starts the client or brings a running one to the front. Returns whether either succeeded.
     static bool launchClient();
 
 private:

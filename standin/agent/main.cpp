@@ -8,8 +8,8 @@
 
 namespace {
 
-// It belongs to a session: it ends when the bus has been away at two looks. One look alone may fall into the
-// moment in which a bus is started again.
+// Ends the process with its session: when two successive checks find no bus. A single check may fall into the
+// moment in which a bus restarts.
 class SessionWatch {
 public:
     SessionWatch() {
@@ -40,7 +40,7 @@ int main(int argc, char **argv) {
     platform::DesktopOptions options;
     platform::setServices(platform::makeDesktopServices(options));
     if (platform::services().workspace->runningApplications().contains(standin::names::agent))
-        return 0; // one is enough
+        return 0; // another agent is already running
     options.bundleIdentifier = standin::names::agent;
     platform::setServices(platform::makeDesktopServices(options));
     const pluginagent::PluginAgent agent;

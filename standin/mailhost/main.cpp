@@ -34,7 +34,7 @@ int main(int argc, char **argv) {
     if (!host.openCalendar(&problem))
         return refuseCalendar(problem);
     host.show();
-    // The plug-in joins a program that is complete: its classes, its services and its main window are there.
+    // Loads the plug-in last, when the classes, the services and the main window exist.
     if (!host.loadPlugin(&error)) {
         program::complain(error);
         mailhost::showErrorMessage(host.mainWindowController()->window(),

@@ -1,4 +1,4 @@
-// The accounts from which the person sends.
+// The accounts from which the user sends.
 #pragma once
 
 #include "platform/runtime/Object.h"
@@ -30,7 +30,7 @@ public:
     [[nodiscard]] int connectionState() const { return 1; }
     [[nodiscard]] bool isAccountConnected() const { return true; }
     [[nodiscard]] int accountType() const { return 1; }
-    // The account belongs to another person, for whom this one may schedule.
+    // Whether the account belongs to another person for whom the user may schedule.
     [[nodiscard]] bool isDelegating() const { return m_delegating; }
     [[nodiscard]] const Mailbox &mailbox() const { return m_mailbox; }
 
@@ -46,7 +46,7 @@ class Accounts {
 public:
     explicit Accounts(const QList<Mailbox> &own, const QList<Mailbox> &delegating = {});
     [[nodiscard]] const std::vector<std::unique_ptr<EmailAccount>> &all() const { return m_all; }
-    // By address, in any case; nullptr when it is nobody's here.
+    // Finds an account by address, ignoring case; nullptr if there is none.
     [[nodiscard]] EmailAccount *find(const QString &email) const;
     [[nodiscard]] EmailAccount *defaultAccount() const { return m_all.front().get(); }
 

@@ -93,8 +93,8 @@ struct Binder<Member> {
 
 } // namespace detail
 
-// The method implementation that calls the member function. Null texts and null pointers come out as no
-// value; a null marker goes in as a null text. A receiver of another C++ class gives no value.
+// The method implementation that calls the member function. It returns no value for null texts, null pointers
+// and receivers of another C++ class, and passes a null marker as a null text.
 template<auto Member>
 inline constexpr rt::Implementation bind = &detail::Binder<Member>::call;
 

@@ -1,5 +1,4 @@
-// The body editors as the host's object model shows them. Their widget may die before them; then there is no
-// body.
+// The body editors in the host's object model. After their widget is deleted they have no body.
 #pragma once
 
 #include "platform/runtime/Object.h"
@@ -47,7 +46,7 @@ private:
     WordMailEditorContent m_content;
 };
 
-// The web document of the older generation. Each call reads or writes the body as it is then.
+// The web document of the older generation. Each call reads or writes the present body.
 class DomElement : public rt::Object {
 public:
     DomElement(BodyAccess *body, QString tagName);

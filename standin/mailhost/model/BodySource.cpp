@@ -15,7 +15,7 @@ platform::HtmlElement elementOf(const QString &tag) {
     return platform::HtmlElement::named(tag.toStdString()).element;
 }
 
-// A paragraph that may be ended and begun again by repeating its tag.
+// Whether a paragraph can be split by repeating its tag.
 bool isSplittable(const QString &tag) {
     return tag == u"div" || elementOf(tag).isAny(platform::HtmlElement::Paragraph);
 }
@@ -26,7 +26,8 @@ bool isRawElement(const QString &tag) {
     return tag == u"xml" || (elementOf(tag).isAny(E::Hidden) && elementOf(tag).isAny(E::RawText));
 }
 
-// An anchor with a name that leads nowhere, once it turns out to be empty.
+// Whether the tag begins a bookmark: an anchor with a name, without a target and, as found later, without
+// content.
 bool isBookmarkTag(const QString &text) {
     static const QRegularExpression name(u"\\bname\\s*="_s, QRegularExpression::CaseInsensitiveOption);
     return text.contains(name) && !text.contains(u"href", Qt::CaseInsensitive);
@@ -53,7 +54,7 @@ QString asHtmlDocument(const QString &html) {
     if (html.contains(bodyEnd))
         return html;
     const qsizetype end = html.lastIndexOf(bodyEnd, -1, Qt::CaseInsensitive);
-    if (end >= 0) // as body editors write it, and as those who read from them look for it
+    if (end >= 0) // the form that body editors write and readers search for
         return html.left(end) + bodyEnd + html.mid(end + bodyEnd.size());
     return u"<html><body>"_s + html + u"</body></html>"_s;
 }
@@ -96,7 +97,7 @@ void BodySource::addSolid(qsizetype begin, qsizetype end, QChar character, const
     m_solids.append(piece);
 }
 
-// Whether the end tag of an anchor makes what comes before it a bookmark: then it is one from now on.
+// If the end tag completes an empty anchor, turns the anchor into a bookmark and returns true.
 bool BodySource::endsBookmark(qsizetype end) {
     qsizetype start = m_pieces.size() - 1;
     if (start > 0 && m_pieces[start].kind == BodyPiece::Kind::Space)
@@ -165,7 +166,7 @@ bool BodySource::isBesideBlock(qsizetype pieceIndex, int step) const {
 
 QString BodySource::displayHtml() const {
     QString shown;
-    QString waiting;                 // bookmarks that go before the next character
+    QString waiting;                 // bookmarks to insert before the next character
     qsizetype lastCharacterEnd = -1; // in `shown`
     for (qsizetype i = 0; i < m_pieces.size(); ++i) {
         const BodyPiece &piece = m_pieces[i];
@@ -175,8 +176,8 @@ QString BodySource::displayHtml() const {
             if (!isLeftOutOfDisplay(piece))
                 shown += textOf(piece);
         } else if (piece.bookmark && isBesideBlock(i, -1) && isBesideBlock(i, 1)) {
-            // Between two paragraphs it would show as an empty line: it goes to the end of what it ends, or
-            // to the beginning of what it begins.
+            // Between two paragraphs a bookmark would show as an empty line, so it moves to the end of the
+            // block that it ends or to the beginning of the block that it begins.
             const bool ends = textOf(piece).contains(
                 QRegularExpression(u"end[\"']?\\s*>"_s, QRegularExpression::CaseInsensitiveOption));
             if (ends && waiting.isEmpty() && lastCharacterEnd >= 0) {

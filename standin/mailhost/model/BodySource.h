@@ -1,4 +1,4 @@
-// The HTML of a body, cut into pieces whose places in the text are known.
+// The HTML of a body, split into pieces with known positions.
 #pragma once
 
 #include <QList>
@@ -11,7 +11,7 @@ struct BodyPiece {
     enum class Kind {
         Solid, // one character that a reader sees, a line break, an image, or a bookmark
         Space, // white space between
-        Markup // a tag, a comment, or an element that shows nothing
+        Markup // a tag, a comment, or an invisible element
     };
     Kind kind = Kind::Markup;
     bool bookmark = false;
@@ -22,8 +22,8 @@ struct BodyPiece {
     QString tag; // lower-case name; empty for comments and text
 };
 
-// Bookmarks are empty named anchors. QTextDocument has no place for them, so that they are carried through it
-// as these characters, one for each, and turned back.
+// Bookmarks are empty named anchors. QTextDocument cannot represent them, so each is replaced by one of these
+// characters and restored afterwards.
 constexpr char16_t firstBookmarkCharacter = u'\uE000';
 constexpr int maximumBookmarks = 4096;
 
@@ -41,10 +41,10 @@ public:
     }
     // HTML for QTextDocument: the same solids in the same order, bookmarks as their characters.
     [[nodiscard]] QString displayHtml() const;
-    // What begins a new paragraph at that place: the tags that close and open the paragraph again, or a line
-    // break.
+    // The markup for a new paragraph at that position: the tags that close and reopen the paragraph, or a
+    // line break.
     [[nodiscard]] QString paragraphBreakAt(qsizetype position) const;
-    // Where text goes into a body that shows nothing.
+    // The position for the first text in an empty body.
     [[nodiscard]] qsizetype emptyInsertPosition() const;
 
 private:
@@ -53,7 +53,7 @@ private:
                   bool bookmark = false);
     void addEntity(qsizetype &position);
     bool endsBookmark(qsizetype end);
-    // A block begins or ends before the next solid piece in that direction (-1 or 1).
+    // Whether a block begins or ends before the next solid piece in that direction (-1 or 1).
     [[nodiscard]] bool isBesideBlock(qsizetype pieceIndex, int step) const;
 
     QString m_html;
@@ -65,8 +65,8 @@ private:
 [[nodiscard]] bool isBlockTag(const QString &tag);
 // White space that HTML collapses.
 [[nodiscard]] bool isHtmlSpace(QChar c);
-// The HTML as a whole document: with html and body tags around it when it has no "</body>"; one in other
-// letters becomes that.
+// The HTML as a whole document: adds html and body tags if it has no "</body>", and writes an existing end
+// tag in lower case.
 [[nodiscard]] QString asHtmlDocument(const QString &html);
 
 } // namespace mailhost

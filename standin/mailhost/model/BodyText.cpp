@@ -15,7 +15,7 @@ namespace {
 constexpr int bookmarkObject = QTextFormat::UserObject + 1;
 constexpr int bookmarkHtml = QTextFormat::UserProperty + 1;
 
-// Takes no room and draws nothing.
+// Has no size and draws nothing.
 class BookmarkObject : public QObject, public QTextObjectInterface {
     Q_OBJECT
     Q_INTERFACES(QTextObjectInterface)
@@ -49,8 +49,8 @@ BodyStyle styleOf(const QTextCharFormat &format) {
             format.isAnchor() ? format.anchorHref() : QString()};
 }
 
-// The toolkit writes a rule without what was typed into its line: that line becomes one of its own, above the
-// rule.
+// The toolkit writes a rule without the text typed into its line, so the text becomes a separate line above
+// the rule.
 void parkTextOfRules(QTextDocument *document) {
     for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
         const QTextBlockFormat rule = block.blockFormat();
@@ -142,8 +142,8 @@ void BodyText::followChange(int position) {
     while (longestSuffix < shorter &&
            now[now.size() - 1 - longestSuffix] == m_current[m_current.size() - 1 - longestSuffix])
         ++longestSuffix;
-    // Among equal characters side by side the place of the change tells which one is new. It may also lie far
-    // ahead of the change, since the document counts the formats that it touches.
+    // In a run of equal characters the reported position decides which one is new. The position may be far
+    // ahead of the change, because the document also counts changed formats.
     const qsizetype earliest = std::min(longestPrefix, shorter - longestSuffix);
     const qsizetype prefix = std::clamp<qsizetype>(position, earliest, longestPrefix);
     const qsizetype suffix = std::min(longestSuffix, shorter - prefix);

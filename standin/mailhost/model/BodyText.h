@@ -1,4 +1,4 @@
-// The text that the user edits, tied to the HTML it came from.
+// The text that the user edits, connected with its original HTML.
 #pragma once
 
 #include "standin/mailhost/model/BodyWriter.h"
@@ -9,22 +9,21 @@
 
 namespace mailhost {
 
-// Shows HTML in a QTextDocument and gives it back. QTextDocument's own HTML rewrites everything and drops
-// bookmarks; here only what the user changed is written anew, into the HTML as it came. What cannot be put
-// into it that way (a paragraph taken out of a list, HTML whose text QTextDocument does not show as expected)
-// is written by QTextDocument, bookmarks kept.
+// Shows HTML in a QTextDocument and returns it. QTextDocument's own HTML rewrites everything and drops
+// bookmarks; this class writes only the user's changes, into the original HTML. If that is not possible (a
+// paragraph taken out of a list, HTML whose text QTextDocument shows differently), QTextDocument writes it,
+// with the bookmarks kept.
 class BodyText : public QObject {
     Q_OBJECT
 public:
-    // The document is not owned and must outlive this.
+    // The document is not owned and must outlive this object.
     explicit BodyText(QTextDocument *document, QObject *parent = nullptr);
 
     // Replaces everything, also the undo history.
     void setHtml(const QString &html);
-    // The HTML: the very text given to setHtml() while nothing is changed (or everything is undone).
+    // The HTML: exactly the text given to setHtml() if nothing is changed (or everything is undone).
     [[nodiscard]] QString html() const;
-    // The HTML of the bookmark at that place of the document, which has no width; a null text when there is
-    // none.
+    // The HTML of the zero-width bookmark at that position of the document; null if there is none.
     [[nodiscard]] QString bookmarkAt(int position) const;
 
 Q_SIGNALS:
@@ -44,7 +43,7 @@ private:
     QString m_current;         // the document's raw text now
     std::vector<int> m_origin; // for each character of m_current its place in the loaded text, or -1
     bool m_loading = false;
-    mutable std::optional<QString> m_cache; // none: to be written anew
+    mutable std::optional<QString> m_cache; // no value: has to be written again
 };
 
 } // namespace mailhost

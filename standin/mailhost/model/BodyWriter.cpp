@@ -44,7 +44,7 @@ QString escaped(QChar c, QChar previous) {
     return QString(c).toHtmlEscaped();
 }
 
-// The tags that make text of the one style look like the other.
+// The tags that turn text of one style into the other.
 Tags changeOf(const BodyStyle &from, const BodyStyle &to) {
     Tags tags;
     if (to.bold != from.bold)
@@ -58,7 +58,7 @@ Tags changeOf(const BodyStyle &from, const BodyStyle &to) {
     return tags;
 }
 
-// One pass over the text.
+// Writes the text in one pass.
 class Writer {
 public:
     Writer(const LoadedBody &before, const EditedBody &now)
@@ -90,12 +90,12 @@ public:
     }
 
 private:
-    struct Kept {  // a character that is still there
+    struct Kept {  // an unchanged character
         int at;    // in the text now; -1 before the first, the size after the last
         int solid; // -1 before the first, the count after the last
     };
 
-    // False when a paragraph was taken out of a list.
+    // Returns false if a paragraph was taken out of a list.
     bool findNewLists() {
         const std::vector<bool> &lists = m_now.state.lists;
         m_newList.assign(lists.size(), false);
@@ -106,7 +106,7 @@ private:
                 if (origin < 0)
                     origin = m_now.origin[position];
             if (origin < 0) {
-                // A paragraph of its own: a further item when it follows one that was there.
+                // A new paragraph: a further item if it follows an existing item.
                 const bool follows = block > 0 && lists[block - 1] && !m_newList[block - 1];
                 m_newList[block] = lists[block] && !follows;
                 continue;
@@ -135,7 +135,7 @@ private:
         const qsizetype from = m_before.source.emptyInsertPosition();
         qsizetype to = from;
         if (!m_before.source.solids().isEmpty()) {
-            // Nothing of what was there is left: neither are its paragraphs.
+            // All original text was deleted, so its paragraph tags go too.
             const qsizetype end = html.lastIndexOf(u"</body", -1, Qt::CaseInsensitive);
             to = end < from ? html.size() : end;
         }
@@ -189,8 +189,8 @@ private:
         return false;
     }
 
-    // Where a paragraph still ends between the two: -1 when it does not. A paragraph end that the person
-    // typed over one that was there stands for it.
+    // The position of a paragraph end that still exists between the two; -1 if there is none. A paragraph end
+    // that the user typed over an existing one replaces it.
     int boundaryIn(const Kept &from, const Kept &to) const {
         int typed = -1;
         for (int i = from.at + 1; i < to.at; ++i) {
@@ -211,8 +211,8 @@ private:
         });
     }
 
-    // The tags between two characters. Where two paragraphs were joined, those that ended the one and began
-    // the other go; none when they do not match.
+    // The tags between two characters. If two paragraphs were joined, leaves out the tags that ended the
+    // first and began the second; no value if these do not match.
     std::optional<QString> markupBetween(const Kept &from, const Kept &to, int boundary) const {
         const bool outer = from.solid < 0 || to.solid == m_before.source.solids().size();
         const bool joined = boundary < 0 && !outer && baselineHasBoundary(from, to);
@@ -256,8 +256,7 @@ private:
         const std::optional<QString> markup = markupBetween(from, to, boundary);
         if (!markup)
             return false;
-        // A bookmark that is shown at the beginning of what follows it belongs before what is typed behind
-        // it.
+        // A bookmark shown at the beginning of the following block belongs before the text typed after it.
         const bool shownAhead =
             isBookmark(from) && hasBlockMarkup(from, to) && to.solid < int(m_positionOfSolid.size());
         const bool allRight = boundary < 0 && (from.solid < 0 || shownAhead);
@@ -284,7 +283,7 @@ private:
         const bool emptyAfter = position + 1 == text.size() || isBlockEnd(text[position + 1]);
         const bool typedAfter =
             !emptyAfter || position + 1 == text.size() || m_now.origin[std::size_t(position) + 1] < 0;
-        // A paragraph with nothing in it would not be shown.
+        // An empty paragraph would not be shown.
         const bool paragraphs = tags != u"<br>";
         if (paragraphs && emptyBefore)
             m_out += u"&nbsp;"_s;
@@ -333,7 +332,7 @@ private:
             closeDelta();
             if (wanted != has) {
                 if (has.underline && !wanted.underline)
-                    return false; // nothing inside an underlined text can take its line away
+                    return false; // inner tags cannot remove the line of an underlined text
                 const Tags tags = changeOf(has, wanted);
                 m_out += tags.open;
                 m_deltaClose = tags.close;
@@ -375,7 +374,7 @@ private:
     const LoadedBody &m_before;
     const EditedBody &m_now;
     std::vector<int> m_blockAt;         // the block of each place, the end included
-    std::vector<int> m_baseBlockAt;     // likewise of the loaded text
+    std::vector<int> m_baseBlockAt;     // the same for the loaded text
     std::vector<bool> m_newList;        // of each block now: made a list item by the user
     std::vector<int> m_positionOfSolid; // in the loaded text
     QString m_out;

@@ -1,4 +1,4 @@
-// Writes what the user changed in a body into its HTML: pure values, no document.
+// Writes the user's changes of a body into its HTML. Works on values, without a document.
 #pragma once
 
 #include "standin/mailhost/model/BodySource.h"
@@ -37,7 +37,7 @@ struct EditedBody {
     QHash<int, QString> bookmarks; // the HTML of each, by its place
 };
 
-// None when a change has no place in the HTML as it came.
+// No value if a change cannot be written into the original HTML.
 [[nodiscard]] std::optional<QString> writtenBody(const LoadedBody &before, const EditedBody &now);
 
 } // namespace mailhost

@@ -1,4 +1,4 @@
-// A date with its own time zone, as the host's object model hands it out.
+// A date with its own time zone in the host's object model.
 #pragma once
 
 #include "platform/runtime/Object.h"
@@ -22,11 +22,11 @@ public:
     [[nodiscard]] int dayOfMonth() const { return local().date().day(); }
     [[nodiscard]] int monthOfYear() const { return local().date().month(); }
     [[nodiscard]] int yearOfCommonEra() const { return local().date().year(); }
-    // A new date with the same zone; see rt::temporary() for how long it lives.
+    // A new date with the same zone; see rt::temporary() for its lifetime.
     [[nodiscard]] rt::Object *dateByAddingTimeInterval(double seconds);
     [[nodiscard]] double timeIntervalSinceDate(rt::Object *other) const; // seconds; 0 without another date
     [[nodiscard]] rt::Object *dateInDifferentTimeZone(const rt::Value &zone);
-    // %Y %m %d %H %M %S %y %B %b %A %a %Z %%; anything else stays as it is.
+    // %Y %m %d %H %M %S %y %B %b %A %a %Z %%; other text stays unchanged.
     [[nodiscard]] QString description(const QString &format, const rt::Value &zone,
                                       const rt::Value &locale) const;
 
@@ -37,7 +37,7 @@ private:
     QTimeZone m_zone;
 };
 
-// The zone in which the time is meant: its own, or the system's for floating times and whole days.
+// The zone of the time: its own, or the system's for floating times and whole days.
 [[nodiscard]] QTimeZone zoneOf(const CalendarTime &time);
 // A date object that lives until the next turn of the event loop.
 [[nodiscard]] rt::Value dateValue(const CalendarTime &time);

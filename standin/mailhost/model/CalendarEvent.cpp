@@ -161,7 +161,7 @@ QString CalendarEvent::exportAsICS() const {
 }
 
 bool CalendarEvent::deleteEventNow() {
-    // One day of a series without a name of its own cannot be told from the whole series.
+    // A day of a series without its own identifier cannot be distinguished from the whole series.
     if (!m_session || (m_isOccurrence && m_occurrence.instanceId.isEmpty()))
         return false;
     if (m_session->remove(m_uid, instanceId()))
@@ -231,7 +231,7 @@ void defineEventClasses() {
     addMethods(rt::defineClass(u"ECRecurrence"_s), {{"rule", bind<&Recurrence::rule>, "@@:"}});
     rt::Class *event = rt::defineClass(u"ECCalendarEvent"_s);
     defineCalendarEvent(event);
-    // The setters are its own: each can be exchanged without that of an event.
+    // The class has its own setters, so that a hook can exchange them without those of the event.
     addMethods(rt::defineClass(u"ECMutableCalendarEvent"_s, event),
                {{"setSummary:", bind<&CalendarEvent::setSummary>, "v@:@"},
                 {"setLocation:", bind<&CalendarEvent::setLocation>, "v@:@"},

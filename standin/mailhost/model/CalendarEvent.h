@@ -1,4 +1,4 @@
-// Appointments as the host's object model shows them.
+// Appointments in the host's object model.
 #pragma once
 
 #include "platform/runtime/Object.h"
@@ -11,7 +11,7 @@
 
 namespace mailhost {
 
-// Shows a message to the person, attached to a window when there is one. Filled by the windows.
+// Shows a message to the user, attached to the window if given. Set by the windows.
 using ErrorPresenter = std::function<void(QWidget *parent, const QString &message)>;
 [[nodiscard]] ErrorPresenter &errorPresenter();
 
@@ -26,7 +26,7 @@ private:
     Attendee m_attendee;
 };
 
-// How an appointment recurs.
+// The recurrence of an appointment.
 class Recurrence : public rt::Object {
 public:
     explicit Recurrence(QString rule);
@@ -38,13 +38,13 @@ private:
 
 // Lists and recurrence as host values that live until the next turn of the event loop.
 [[nodiscard]] rt::Value attendeeValues(const QList<Attendee> &attendees);
-[[nodiscard]] rt::Value recurrenceValue(const QString &rule); // no value when it does not recur
+[[nodiscard]] rt::Value recurrenceValue(const QString &rule); // no value if it does not recur
 
-// A live view on one appointment of the calendar, or on one that is not stored yet. What is set on it is seen
-// through this object at once and stored with the next save of the editor that shows it.
+// A live view of an appointment in the calendar or of one that is not stored yet. Values set on this object
+// are visible through it at once and are stored when the editor that shows it is saved.
 class CalendarEvent : public rt::Object {
 public:
-    // Told of what is set from outside, so that an editor can show it.
+    // The values that other code may set; the editor is notified and shows them.
     enum class SetItem { Summary, Location, Capabilities };
     using SetHandler = std::function<void(SetItem item)>;
 
@@ -52,7 +52,7 @@ public:
                   bool isOccurrence);
     CalendarEvent(CalendarSession *session, Appointment draft);
 
-    // The appointment as stored (the draft when it is not), with what was set on this object.
+    // The stored appointment (or the draft) with the values set on this object.
     [[nodiscard]] virtual Appointment appointment() const;
     [[nodiscard]] Appointment stored() const;
     [[nodiscard]] bool isStored() const {
@@ -61,20 +61,20 @@ public:
     [[nodiscard]] CalendarSession *session() const { return m_session; }
     // For one day of a series: which one, and when it is; the series has its own times.
     void setOccurrence(const Occurrence &occurrence) { m_occurrence = occurrence; }
-    // The day of the series that this stands for; empty for what takes place once and for a series.
+    // The identifier of this day in its series; empty for a single appointment and for a whole series.
     [[nodiscard]] QString instanceId() const {
         return m_isOccurrence ? m_occurrence.instanceId : m_recurrenceId;
     }
-    // Both stand for the same appointment, or the same day of the same series.
+    // Whether both represent the same appointment, or the same day of the same series.
     [[nodiscard]] bool isSame(const CalendarEvent &other) const;
-    // Another object for the same, without what was set on this one.
+    // A copy without the values set on this object.
     [[nodiscard]] std::unique_ptr<CalendarEvent> copy() const;
-    // What is to be stored when it is changed: of one day of a series an exception.
+    // The appointment to store after a change; for a day of a series this is an exception.
     [[nodiscard]] Appointment changeable() const;
-    // After an exception was stored for the day: from now on it stands for that.
+    // Call it after an exception was stored for the day: the object then represents the exception.
     void followStored();
     void setHandler(SetHandler handler) { m_handler = std::move(handler); }
-    // Forgets what was set: it has been stored.
+    // Drops the set values, which are stored now.
     void clearSet();
     [[nodiscard]] bool hasSetCapabilities() const { return m_capabilities.has_value(); }
 
@@ -87,7 +87,7 @@ public:
     [[nodiscard]] rt::Value attendeeList() const { return attendeeValues(appointment().attendees); }
     [[nodiscard]] bool isOccurrence() const { return m_isOccurrence; }
     [[nodiscard]] bool isModifiedException() const { return !m_recurrenceId.isEmpty() && !m_isOccurrence; }
-    // CONFERENCE as stored; empty when there is none.
+    // The stored CONFERENCE; empty if there is none.
     [[nodiscard]] QString conferenceLink() const {
         return m_session ? m_session->file().conferenceLink(m_uid, m_recurrenceId) : QString();
     }
@@ -108,9 +108,9 @@ public:
     virtual void setSummary(const QString &summary);
     virtual void setLocation(const QString &location);
     virtual void setOlmUCCapabilities(const QString &text);
-    // Takes it out of the calendar. False, with a message to the person, when it could not be.
+    // Removes the appointment from the calendar. On failure returns false and shows a message to the user.
     bool deleteEventNow();
-    // Tells the attendees, and deletes.
+    // Notifies the attendees and deletes the appointment.
     void cancelMeetingInWindow(QWidget *window);
 
 protected:
@@ -142,7 +142,7 @@ public:
     void setLocation(const QString &location) override { m_draft.location = location; }
     void setBody(const QString &html) { m_draft.bodyHtml = html; }
     void setOlmUCCapabilities(const QString &text) override { m_draft.ucCapabilities = text; }
-    // 0 when it is in the calendar; otherwise the session says why not.
+    // Returns 0 if the record is stored; otherwise the session has the reason.
     qint64 saveRecord();
 };
 

@@ -13,7 +13,7 @@ QList<Mailbox> ownMailboxes(const HostOptions &options, const CalendarFile &file
     if (!options.accounts.isEmpty())
         return options.accounts;
     const Mailbox owner = calendarOwner(file.appointments());
-    // A second account of the same person, as most people have one.
+    // Most users have a second account.
     return {owner, {owner.name, u"private."_s + owner.email}};
 }
 
@@ -38,7 +38,7 @@ QString describeChange(const std::optional<Appointment> &before, const Appointme
 
 Mailbox calendarOwner(const QList<Appointment> &appointments) {
     struct Count {
-        std::pair<int, int> meetings; // all, and those that it organizes
+        std::pair<int, int> meetings; // number of all, and of those that it organizes
         Mailbox mailbox;
     };
     QMap<QString, Count> counts;
@@ -145,9 +145,9 @@ bool CalendarSession::cancel(Appointment appointment) {
     return told;
 }
 
-// Before it is written: writing tells everyone, who then ask what can be taken back. A step that could not be
-// written goes by itself, since the file has something else then. A new change makes what was taken back
-// before unreachable.
+// Called before writing, because writing notifies observers, which then ask for the next undo step. A step
+// whose writing fails is dropped later, because the file does not match it. A new change clears the redo
+// steps.
 void CalendarSession::remember(UndoStep step, bool hasRecord) {
     step.after = m_file->componentsOf(step.uid);
     if (step.after == step.before)
@@ -166,7 +166,7 @@ void CalendarSession::forgetSteps(const QString &uid) {
     std::erase_if(m_redo, ofIt);
 }
 
-// The last step whose appointment is still as the step left it; others can never be taken any more.
+// The last step whose appointment is still in the state that the step left. Other steps are dropped.
 QString CalendarSession::nextOf(std::vector<UndoStep> &steps, QByteArray UndoStep::*expected) const {
     while (!steps.empty() && m_file->componentsOf(steps.back().uid) != steps.back().*expected)
         steps.pop_back();

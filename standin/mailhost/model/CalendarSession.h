@@ -1,4 +1,4 @@
-// The calendar that is open, and what may be done to it.
+// The open calendar and the operations on it.
 #pragma once
 
 #include "standin/mailhost/model/Accounts.h"
@@ -9,46 +9,47 @@
 
 namespace mailhost {
 
-// A change that can be taken back.
+// A change that can be undone.
 struct UndoStep {
     QString uid;
-    QByteArray before; // the components of the appointment; empty: there was none
+    QByteArray before; // the components of the appointment; empty if it did not exist
     QByteArray after;
     QString what; // "Move of “Design review”"
 };
 
-// Every change is written to the file at once. When that fails the file is read again, so that the program
-// shows what is on disk, also what another program has written there meanwhile. Main thread only.
+// Writes every change to the file at once. If writing fails, reads the file again, so that the program shows
+// the state on disk, including changes by other programs. Main thread only.
 class CalendarSession : public QObject {
     Q_OBJECT
 public:
-    // The file is not nullptr.
+    // `file` must not be nullptr.
     CalendarSession(std::unique_ptr<CalendarFile> file, const HostOptions &options, QString outbox);
 
     [[nodiscard]] const CalendarFile &file() const { return *m_file; }
     [[nodiscard]] const Accounts &accounts() const { return m_accounts; }
     [[nodiscard]] const HostOptions &options() const { return m_options; }
-    // Whether the person may change the appointment: it has no organizer, or one of the accounts is.
+    // Whether the user may change the appointment: it has no organizer, or one of the accounts is the
+    // organizer.
     [[nodiscard]] bool isOwner(const Appointment &appointment) const {
         return appointment.organizerEmail.isEmpty() || m_accounts.find(appointment.organizerEmail);
     }
 
-    // Why the start of a series stays that CalendarFile::keepsStart(), for the user to read.
+    // The reason, for the user, why the start of a series cannot change (see CalendarFile::keepsStart()).
     [[nodiscard]] static QString startIsKept();
-    // Adds it, or changes the one with the same identifiers. False with a sentence for the user in
-    // lastError().
+    // Adds the appointment or changes the one with the same identifiers. On failure returns false and sets a
+    // sentence for the user in lastError().
     bool store(const Appointment &appointment);
     bool remove(const QString &uid, const QString &recurrenceId);
-    // Writes the message to the attendees (a cancellation: that the meeting does not take place) into the
-    // outbox. What was sent cannot be taken back.
+    // Writes the message to the attendees (an invitation or a cancellation) into the outbox. Sending cannot
+    // be undone.
     bool sendMessage(const Appointment &appointment, bool cancellation);
-    // Tells the attendees that it does not take place, and removes it. Removed is only what they were told
-    // of: otherwise they would go on expecting the meeting.
+    // Sends the cancellation to the attendees and removes the appointment. Removes nothing if the sending
+    // failed: the attendees would still expect the meeting.
     bool cancel(Appointment appointment);
 
-    // What undo() and redo() would do next, for the person to read; a null text when there is nothing. Only
-    // changes that nobody else has followed can be taken back: not those of an appointment with a meeting
-    // record, and not when the appointment has been changed otherwise since.
+    // The text, for the user, of the next undo or redo step; null if there is none. Changes of an appointment
+    // with a meeting record cannot be undone, and neither can changes of an appointment that was changed in
+    // another way since.
     [[nodiscard]] QString undoText() { return nextOf(m_undo, &UndoStep::after); }
     [[nodiscard]] QString redoText() { return nextOf(m_redo, &UndoStep::before); }
     bool undo() { return !undoText().isNull() && takeBack(m_undo, m_redo, false); }
@@ -77,8 +78,8 @@ private:
     QString m_lastMessage;
 };
 
-// Whose calendar it is: the address that takes part in most of its meetings, as organizer when there is a
-// tie. Without meetings the example person.
+// The owner of the calendar: the address that takes part in most meetings; among equals the one that
+// organizes most. Without meetings the sample user.
 [[nodiscard]] Mailbox calendarOwner(const QList<Appointment> &appointments);
 
 } // namespace mailhost

@@ -1,4 +1,4 @@
-// What class methods of the host's object model, which have no object to ask, need to know.
+// Data for class methods of the host's object model, which have no object.
 #pragma once
 
 #include "standin/mailhost/model/CalendarSession.h"
@@ -9,13 +9,13 @@
 
 namespace mailhost {
 
-// Where a new appointment is put.
+// The start of a new appointment.
 struct NewPlace {
     QDateTime start; // midnight for a whole day
     bool allDay = false;
 };
 
-// Filled by the application object; with an empty one nothing new can be made.
+// Set by the application object; without it no new appointment can be made.
 struct HostContext {
     QPointer<CalendarSession> session;
     std::function<NewPlace()> placeOfNew;

@@ -1,4 +1,4 @@
-// What the host program is started with.
+// The options of the host program.
 #pragma once
 
 #include "platform/Literals.h"
@@ -9,7 +9,7 @@
 
 namespace mailhost {
 
-// What the body editor does to bookmarks whenever it is handed HTML, as such editors are known to.
+// How the body editor changes the bookmarks in HTML that it gets, as real editors do.
 enum class BookmarkMangling { None, QuotesStripped, FontTags, LineBreaks };
 
 struct Mailbox {
@@ -26,8 +26,8 @@ struct HostOptions {
     QString defaultsFolder;  // empty: the desktop's
     QString outbox;          // empty: "Outbox" in the program's data folder
     QString calendarPath;    // empty: the sample calendar
-    QList<Mailbox> accounts; // empty: found out from the calendar
-    // Other people whose calendars this one manages: From offers them too.
+    QList<Mailbox> accounts; // empty: derived from the calendar
+    // Other people whose calendars the user manages: the From field offers them too.
     QList<Mailbox> delegating{{u"Kim Principal"_s, u"kim@parlo.example"_s},
                               {u"Robin Director"_s, u"robin@parlo.example"_s}};
     BookmarkMangling bookmarkMangling = BookmarkMangling::None;
@@ -36,7 +36,7 @@ struct HostOptions {
 
 // Whether a host of that version has the header with rows and the Word-style body: 15.9 and later.
 [[nodiscard]] bool isNewerGeneration(const QString &hostVersion);
-// Does to the bookmarks in the HTML what the option says.
+// Returns the HTML with its bookmarks changed as the option says.
 [[nodiscard]] QString mangled(const QString &html, BookmarkMangling mangling);
 
 } // namespace mailhost

@@ -1,4 +1,4 @@
-// The object names of what can be clicked or typed into, so that a walk-through finds it with findChild().
+// The object names of controls, by which tests and the walk-through find them with findChild().
 #pragma once
 
 #include "platform/Literals.h"
@@ -76,7 +76,7 @@ inline const QString deleteButton = u"deleteButton"_s;
 inline const QString repeatButton = u"repeatButton"_s;
 inline const QString timeZoneButton = u"timeZoneButton"_s;     // shows and hides the time-zone row
 inline const QString openSeriesButton = u"openSeriesButton"_s; // shown for one day of a series
-inline const QString noticeBar = u"noticeBar"_s;               // why nothing can be changed
+inline const QString noticeBar = u"noticeBar"_s;               // the reason why the appointment is read-only
 
 // Menu actions of the editor (QAction).
 inline const QString saveAction = u"saveAction"_s;   // Ctrl+S

@@ -119,13 +119,13 @@ MainWindowController *HostApplication::addMainWindow() {
     return controller;
 }
 
-// Editors go on; the program ends with its last window.
+// Editors stay open; the program ends with its last window.
 void HostApplication::windowClosed(MainWindowController *controller) {
     for (auto it = m_mainWindows.begin(); it != m_mainWindows.end(); ++it) {
         if (it->get() != controller)
             continue;
         platform::unregisterWindow(controller->window());
-        it->release()->deleteLater(); // what closes it is still at work in it
+        it->release()->deleteLater(); // the caller may still be running in it
         m_mainWindows.erase(it);
         return;
     }
@@ -141,7 +141,7 @@ bool HostApplication::closeAll() {
     return true;
 }
 
-// In the window that the person is at, else in the first one.
+// Uses the active main window, else the first one.
 NewPlace HostApplication::placeOfNew() const {
     for (const auto &controller : m_mainWindows)
         if (controller->window()->isActiveWindow())
@@ -156,7 +156,8 @@ QString HostApplication::dataFolder() const {
 }
 
 QString HostApplication::sampleFile(QString *error) const {
-    // One for each week: last week's sample would show an empty week today. Changes made to it stay.
+    // One file for each week, because last week's sample would show an empty week today. The user's changes
+    // stay in the file.
     const QString monday = mondayOf(today()).toString(Qt::ISODate);
     const QString path = dataFolder() + u"/Sample week %1.ics"_s.arg(monday);
     if (QFile::exists(path) || writeFile(path, sampleCalendar(today()), error))

@@ -1,4 +1,4 @@
-// The whole program, as an object that main() or a test drives.
+// The whole program as an object for main() and tests.
 #pragma once
 
 #include "standin/mailhost/model/HostOptions.h"
@@ -7,8 +7,8 @@
 
 namespace mailhost {
 
-// Needs a QApplication and filled services (installDesktopServices() or a test's own) before start(). One at
-// a time. Closing and deleting it closes its windows.
+// Needs a QApplication and filled services (installDesktopServices() or a test's own) before start(). Only
+// one may exist. Its destruction closes its windows.
 class HostApplication {
 public:
     explicit HostApplication(HostOptions options);
@@ -16,34 +16,33 @@ public:
     HostApplication(const HostApplication &) = delete;
     HostApplication &operator=(const HostApplication &) = delete;
 
-    // Defines the classes of the host's object model; once is enough, again does nothing.
+    // Defines the classes of the host's object model. A second call does nothing.
     static void defineClasses();
-    // Below the root folder there is then this program's bundle with the chosen version. False with a
-    // sentence in `error` when it cannot be written. After the services are filled.
+    // Writes this program's bundle with the chosen version below the root folder. On failure returns false
+    // and sets a sentence in `error`. Call it after the services are filled.
     bool installBundle(QString *error) const;
     // Fills the platform's services with the desktop's.
     void installDesktopServices() const;
 
     // Makes the first main window (not shown) and the application delegate.
     void start();
-    // Opens the calendar of the options, or the sample calendar from the program's data folder. False with a
-    // sentence in `error`; what was open stays open.
+    // Opens the calendar of the options, or the sample calendar from the program's data folder. On failure
+    // returns false, sets a sentence in `error` and keeps the old calendar open.
     bool openCalendar(QString *error);
     void show();
-    // Opens the plug-in library. True when there is none to load. After start().
+    // Loads the plug-in library. Returns true if there is none to load. Call it after start().
     bool loadPlugin(QString *error) const;
 
     [[nodiscard]] const HostOptions &options() const { return m_options; }
     [[nodiscard]] CalendarSession *session() const { return m_session.get(); }
-    // The first main window that is open; nullptr when there is none.
+    // The first open main window, or nullptr.
     [[nodiscard]] MainWindowController *mainWindowController() const;
     [[nodiscard]] QList<MainWindowController *> mainWindowControllers() const;
-    // One more main window on the same calendar (not shown).
+    // Makes another main window on the same calendar (not shown).
     MainWindowController *addMainWindow();
-    // Closes the editors and then the main windows. False when an editor with changes stays open.
+    // Closes the editors and then the main windows. Returns false if an editor with changes stays open.
     bool closeAll();
-    // The editor of the appointment, opened as the person opens it; nullptr when there is no such
-    // appointment.
+    // Opens the editor of the appointment as the user does; nullptr if the appointment does not exist.
     EditorWindowController *openEditorFor(const QString &uid, const QString &recurrenceId = QString());
     EditorWindowController *openNewMeeting();
     EditorWindowController *openNewAppointment();
@@ -61,7 +60,7 @@ private:
     std::vector<std::unique_ptr<MainWindowController>> m_mainWindows; // in order of opening
 };
 
-// The options of the command line. Ends the process on a mistake, and when help or version is asked for.
+// The options of the command line. Ends the process on an error and for help or version.
 [[nodiscard]] HostOptions optionsFromArguments();
 
 } // namespace mailhost

@@ -10,8 +10,8 @@ namespace mailhost {
 
 // Lets the action say which link it opens; an empty link grays it.
 void offerJoin(QAction *action, const QString &link);
-// Opens the link; when the desktop has nothing that opens it, a message in the window says so. Does nothing
-// with an empty link.
+// Opens the link. If the desktop cannot open it, shows a message in the window. Does nothing with an empty
+// link.
 void openJoinLink(QWidget *window, const QString &link);
 
 } // namespace mailhost

@@ -9,7 +9,7 @@
 #include <QPalette>
 #include <QSvgRenderer>
 
-// Of a static library, the linker takes only what is asked for.
+// The linker takes only referenced parts of a static library.
 static void takeInResource() {
     Q_INIT_RESOURCE(icons);
 }

@@ -8,8 +8,8 @@ class QPainter;
 namespace mailhost {
 
 void paintLineDrawing(QPainter &painter, const QString &name, const QRectF &rect, const QColor &colour);
-// In the colour of the program's text at the time of painting: it suits a light and a dark desktop, and is
-// sharp at every size.
+// Uses the text colour at the time of painting, which suits light and dark desktops, and is sharp at every
+// size.
 [[nodiscard]] QIcon lineDrawingIcon(const QString &name);
 
 } // namespace mailhost

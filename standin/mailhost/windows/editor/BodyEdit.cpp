@@ -19,7 +19,7 @@ public:
     BodyText *body = nullptr;
 
 protected:
-    // A bookmark has no width: erasing goes past it to the character that the person sees.
+    // A bookmark has no width: erasing skips it and takes the next visible character.
     void keyPressEvent(QKeyEvent *event) override {
         const bool back =
             event->matches(QKeySequence::DeleteStartOfWord) || event->key() == Qt::Key_Backspace;
@@ -33,7 +33,7 @@ protected:
         }
         QTextEdit::keyPressEvent(event);
     }
-    // Pasted text takes the style of the place: other programs' styles seldom fit an invitation.
+    // Pasted text gets the style at the cursor, because styles of other programs seldom fit an invitation.
     void insertFromMimeData(const QMimeData *source) override {
         if (source->hasText())
             textCursor().insertText(source->text());
@@ -98,7 +98,7 @@ void BodyEdit::buildButtons() {
     bold.setBold(true);
     italic.setItalic(true);
     underlined.setUnderline(true);
-    m_bold->setFont(bold); // what is not set in a font comes from the parent
+    m_bold->setFont(bold); // the parent supplies the other properties of the font
     m_italic->setFont(italic);
     m_underline->setFont(underlined);
     const auto connectStyle = [this](QToolButton *button, void (*set)(QTextCharFormat &, bool)) {

@@ -11,7 +11,7 @@ class QToolButton;
 
 namespace mailhost {
 
-// Rich text with a row of style buttons. What it is handed is kept as HTML (see BodyText).
+// Rich text with a row of style buttons. Keeps the given text as HTML (see BodyText).
 class BodyEdit : public BodyAccess {
     Q_OBJECT
 public:
@@ -19,8 +19,8 @@ public:
 
     // The body as a whole HTML document.
     [[nodiscard]] QString bodyHtml() const override { return m_text->html(); }
-    // As another program's text that replaces the body: counts as a change, and may have its bookmarks
-    // mangled.
+    // Replaces the body with the text of another program. Counts as a change, and may change the bookmarks
+    // (see BookmarkMangling).
     void showBodyHtml(const QString &html) override;
     void setBodyReadOnly(bool readOnly) override;
     void focusBody() override { m_edit->setFocus(); }
@@ -49,7 +49,7 @@ private:
     BodyText *m_text;
 };
 
-// The body editor of the older generation, which a web document stands behind.
+// The body editor of the older generation, based on a web document.
 class ComposeView : public BodyEdit, public rt::Object {
     Q_OBJECT
 public:

@@ -81,8 +81,7 @@ void EditorForm::buildTimes() {
     auto *filler = new QWidget;
     filler->setFixedWidth(78);
     m_header->addRow(labelFor(m_endDate, tr("&Ends:")), {m_endDate, m_endTime, filler}, true);
-    // The row of this label is what tells whether the time zone is showing: its text is known to other
-    // programs.
+    // Other programs find this label by its text, to see whether the time-zone row is visible.
     m_zoneRow = m_header->addRow(labelFor(m_zone, u"Time zone:"_s), {m_zone}, true);
     m_zoneRow->setObjectName(controls::timeZoneRow);
     m_zoneRow->hide();
@@ -150,7 +149,7 @@ void EditorForm::showTimes() {
     const bool allDay = m_shown.start.kind == CalendarTime::Kind::Date;
     const QDateTime start = m_shown.start.value.toTimeZone(zoneOf(m_shown.start));
     QDateTime end = m_shown.end.value.toTimeZone(zoneOf(m_shown.start));
-    // The file has the day after the last one; a person means the last one.
+    // The file has the day after the last one, but users expect the last one.
     if (allDay)
         end = std::max(start, end.addDays(-1));
     m_allDay->setChecked(allDay);
@@ -181,7 +180,7 @@ QDateTime EditorForm::enteredEnd() const {
     return localDateTime(m_endDate->date(), m_endTime->time(), chosenZone());
 }
 
-// The end goes with the start, so that a moved appointment keeps its length.
+// Moves the end together with the start, so that a moved appointment keeps its length.
 void EditorForm::startChanged() {
     if (m_showing)
         return;
@@ -202,7 +201,7 @@ CalendarTime EditorForm::timeFor(const QDateTime &entered, const CalendarTime &b
         return {CalendarTime::Kind::Date, day, {}};
     }
     const bool sameZone = m_zone->currentIndex() == 0;
-    // To the minute: seconds are not shown and stay while the minute does.
+    // Compares minutes: the form does not show seconds, which are kept while the minute stays the same.
     if (sameZone && before.kind != CalendarTime::Kind::Date &&
         before.value.toUTC().addSecs(-before.value.time().second()) == entered.toUTC())
         return before;
@@ -220,7 +219,7 @@ Appointment EditorForm::values() const {
     Appointment values = m_shown;
     for (const auto &[field, text] :
          {std::pair(m_subject, &values.summary), std::pair(m_location, &values.location)})
-        if (field->text() != *text) // a null text stays one
+        if (field->text() != *text) // a null text stays null
             *text = field->text();
     values.recurrenceRule = m_rule;
     values.start = timeFor(enteredStart(), m_shown.start);

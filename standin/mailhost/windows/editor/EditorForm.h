@@ -12,16 +12,16 @@
 
 namespace mailhost {
 
-// Puts its fields into a header view, which owns them; dies with it.
+// Adds its fields to a header view, which owns them and this object.
 class EditorForm : public QObject {
     Q_OBJECT
 public:
     EditorForm(HeaderView *header, const CalendarSession &session);
 
-    // Shows the appointment. What is not touched afterwards comes back from values() as it was.
+    // Shows the appointment. values() returns fields that the user does not touch unchanged.
     void show(const Appointment &appointment);
-    // The shown appointment with what the person has entered. Nothing but summary, location, times, people,
-    // recurrence and organizer differs.
+    // The shown appointment with the user's input. Only summary, location, times, people, recurrence and
+    // organizer may differ.
     [[nodiscard]] Appointment values() const;
     void setRecurrenceRule(const QString &rule);
     [[nodiscard]] EmailAccount *currentAccount() const {
@@ -29,10 +29,10 @@ public:
     }
     [[nodiscard]] QLineEdit *locationField() const { return m_location; }
     [[nodiscard]] QLineEdit *subjectField() const { return m_subject; }
-    // The start can be kept from being edited by itself.
+    // `startToo`: whether the start is editable as well.
     void setEditable(bool editable, bool startToo);
     [[nodiscard]] QWidget *timeZoneRow() const { return m_zoneRow; }
-    // Whether the times shown are not those of the desktop's clock.
+    // Whether the shown times differ from the desktop's clock.
     [[nodiscard]] bool isInOtherZone() const;
 
 Q_SIGNALS:

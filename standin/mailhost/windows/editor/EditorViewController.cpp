@@ -56,8 +56,8 @@ void EditorViewController::showEvent() {
     m_body->setBodyReadOnly(!canEdit());
 }
 
-// The appointment may be moved on the calendar, or changed by another program, while it is open here. What
-// the person has not touched in this editor follows; what they have typed stays.
+// The appointment may be moved on the calendar or changed by another program while it is open here. Fields
+// that the user has not touched are updated; the user's input stays.
 void EditorViewController::followCalendar() {
     const Appointment now = m_event->stored();
     if (m_storing || !m_event->isStored())
@@ -72,7 +72,7 @@ void EditorViewController::followCalendar() {
     };
     keep(&Appointment::summary);
     keep(&Appointment::location);
-    // The first changed day of a series keeps its start, and so the end that went with it.
+    // After the first changed day of a series its start stays, and so does the end that moved with it.
     if (entered.start == shown.start || !keepsStart()) {
         keep(&Appointment::start);
         keep(&Appointment::end);
@@ -101,8 +101,8 @@ bool EditorViewController::keepsStart() const {
            m_event->session()->file().keepsStart(m_event->UUID());
 }
 
-// What is set on the event from outside shows in its field. The others keep what the person has typed since
-// something was set on them.
+// Shows a value that other code set on the event. Other fields keep what the user has typed since they were
+// set.
 void EditorViewController::eventWasSet(CalendarEvent::SetItem item) {
     if (item == CalendarEvent::SetItem::Summary)
         m_form->subjectField()->setText(m_event->summary());
@@ -191,7 +191,7 @@ bool EditorViewController::store(int sequenceStep, const QString &status) {
 
 bool EditorViewController::save() {
     if (canEdit() && m_event->isOccurrence() && !isDirty())
-        return true; // a day that nothing was changed of is still that of its series
+        return true; // an unchanged occurrence still belongs to its series
     return canEdit() && store(0, {});
 }
 

@@ -1,4 +1,4 @@
-// Decides for one appointment editor: what is pending, what saving and sending do.
+// The logic of one appointment editor: pending changes, saving and sending.
 #pragma once
 
 #include "platform/runtime/Runtime.h"
@@ -12,7 +12,7 @@ class QDialog;
 
 namespace mailhost {
 
-// What the controller needs of the window around it.
+// The interface of the window for its controller.
 class EditorFrame {
 public:
     virtual ~EditorFrame() = default;
@@ -24,11 +24,11 @@ public:
     virtual void askBeforeSending(const QString &problem, std::function<void()> send) = 0;
 };
 
-// Every operation that a person starts goes through the object runtime, so that exchanged methods are run.
+// Every operation that the user starts goes through the object runtime, so that exchanged methods run.
 class EditorViewController : public QObject, public rt::Object {
     Q_OBJECT
 public:
-    // Takes the event over. The view, the form in it and the body are the window's.
+    // Takes ownership of the event. The window owns the view, its form and the body.
     EditorViewController(std::unique_ptr<CalendarEvent> event, QWidget *view, EditorForm *form,
                          BodyEdit *body, EditorFrame *frame);
     ~EditorViewController() override;
@@ -47,7 +47,7 @@ public:
     [[nodiscard]] bool isOccurrenceOrException() const {
         return m_event->isOccurrence() || m_event->isModifiedException();
     }
-    // What was set here is a change like what is typed: the event itself has it from the next save on.
+    // Values set here are unsaved changes, like typed text: the event itself gets them at the next save.
     [[nodiscard]] QString olmUCCapabilities() const {
         return m_capabilities ? *m_capabilities : m_event->olmUCCapabilities();
     }
@@ -70,22 +70,22 @@ public:
     void switchToRecurrenceDidEnd(const rt::Value &sheet, int returnCode, const rt::Value &context);
     void hostWordMailEditor(rt::Object *editor) { m_attachedWordEditor = rt::Weak<>(editor); }
 
-    // What the person's controls start.
+    // The operations of the user's controls.
     void requestSave() { rt::send(this, "save:", rt::Value()); }
     void requestSaveAndClose() { rt::send(this, "saveAndClose:", rt::Value()); }
     void requestSend();
     void openRecurrenceSheet();
-    // Shows the series in place of one of its days.
+    // Shows the series instead of one of its days.
     void switchToSeries();
-    // Tells that this editor's body editor is the one in use.
+    // Announces this editor's body editor as the one in use.
     void attachBodyEditor();
     [[nodiscard]] bool isMeeting() const { return !m_form->values().attendees.isEmpty(); }
     [[nodiscard]] bool canEdit() const { return m_event->isOwner(); }
-    // Whether a series is open whose start stays (CalendarFile::keepsStart()).
+    // Whether the open series cannot change its start (CalendarFile::keepsStart()).
     [[nodiscard]] bool keepsStart() const;
-    // As the form has it now; empty when there is none (linkToOpen()).
+    // The link in the form's present values; empty if there is none (linkToOpen()).
     [[nodiscard]] QString joinLink() const;
-    // The rule that the form has now.
+    // The rule in the form's present values.
     [[nodiscard]] QString recurrenceRule() const { return m_form->values().recurrenceRule; }
 
 private:
@@ -98,7 +98,7 @@ private:
 
     std::unique_ptr<CalendarEvent> m_event;
     std::vector<std::unique_ptr<CalendarEvent>>
-        m_formerEvents; // still known to others while the window is open
+        m_formerEvents; // other code may still use them while the window is open
     QWidget *m_view;
     EditorForm *m_form;
     BodyEdit *m_body;
@@ -106,7 +106,7 @@ private:
     std::unique_ptr<WordMailEditor> m_wordEditor;
     rt::Weak<> m_attachedWordEditor;
     QPointer<QDialog> m_sheet;
-    Appointment m_shown; // as the form and the body were filled last
+    Appointment m_shown; // the values last shown in the form and the body
     bool m_storing = false;
     std::optional<QString> m_capabilities;
     bool m_forcedDirty = false;

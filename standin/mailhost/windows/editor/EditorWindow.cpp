@@ -23,7 +23,7 @@ namespace mailhost {
 
 namespace {
 
-constexpr int narrowestHeader = 800; // points; what other programs put beside the times stays in view
+constexpr int narrowestHeader = 800; // points; keeps controls of other programs beside the times visible
 
 // Opens the series of an editor that shows one of its days.
 class EventViewResponder : public rt::Object {
@@ -54,7 +54,7 @@ EditorWindow::EditorWindow(EditorWindowController *controller, std::unique_ptr<C
     buildMenu();
     showState();
     m_timeZone->setChecked(m_form->isInOtherZone());
-    // Not on the first button: what is typed then would press it.
+    // Not on the first button, which typed text would press.
     m_form->subjectField()->setFocus();
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
         if (now && now->window() == this && !m_closed)
@@ -105,7 +105,7 @@ QWidget *EditorWindow::buildToolBar() {
     m_send = addButton(controls::sendButton, tr("Se&nd"));
     m_saveAndClose = addButton(controls::saveAndCloseButton, tr("Sa&ve && Close"));
     m_saveAndClose->setAccessibleName(tr("Save and close"));
-    m_delete = addButton(controls::deleteButton, tr("Delete")); // its letters are those of the fields
+    m_delete = addButton(controls::deleteButton, tr("Delete")); // the fields use all its letters as mnemonics
     m_delete->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_D));
     m_delete->setToolTip(tr("Delete (%1)").arg(m_delete->shortcut().toString(QKeySequence::NativeText)));
     m_repeat = addButton(controls::repeatButton, tr("Re&peat…"));
@@ -133,7 +133,7 @@ void EditorWindow::buildMenu() {
     QAction *close = menu->addAction(tr("&Close"), QKeySequence::Close, this, [this] { this->close(); });
     close->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_W), QKeySequence(Qt::CTRL | Qt::Key_F4)});
     close->setObjectName(controls::closeAction);
-    // Beside the fields, which have menus of their own.
+    // Applies outside of the fields, which have their own menus.
     centralWidget()->setContextMenuPolicy(Qt::ActionsContextMenu);
     centralWidget()->addActions(menu->actions());
 }
@@ -180,7 +180,7 @@ void EditorWindow::showState() {
 void EditorWindow::ask(const QString &name, const QString &text, const QString &detail,
                        const QList<MessageChoice> &choices) {
     if (m_message)
-        m_message->deleteLater(); // it may be the one whose answer is being handled
+        m_message->deleteLater(); // its answer may be being handled now
     m_message = showMessage(this, name, text, detail, choices);
 }
 
@@ -197,7 +197,7 @@ void EditorWindow::askBeforeSending(const QString &problem, std::function<void()
 }
 
 void EditorWindow::deleteAppointment() {
-    // Deleting may be refused by what stands between; the window stays then.
+    // A hook may refuse the deletion; the window stays open then.
     const auto remove = [this] {
         if (rt::boolValue(rt::send(m_controller->content(), "deleteEventNow")))
             closeFrameLater();
@@ -231,7 +231,7 @@ void EditorWindow::askToSave(const QString &question, const std::function<void(b
 }
 
 void EditorWindow::closeFrameLater() {
-    // What asked for it may still be at work in this window.
+    // The caller may still be running in this window.
     QTimer::singleShot(0, this, &EditorWindow::closeNow);
 }
 
@@ -303,7 +303,7 @@ rt::Value showCancellation(rt::Object *, rt::Selector, rt::Args arguments) {
     return rt::fromObject(EditorWindowController::showFor(rt::objectValue(arguments[0]), true));
 }
 
-// Through the method that takes an event: whoever follows what is opened learns of new ones there.
+// Uses the method that takes an event, because other code hooks it to notice new editors.
 rt::Value showNew(rt::Object *self, const char *selector) {
     std::unique_ptr<CalendarEvent> event = newEvent();
     return event ? rt::send(self, selector, rt::fromObject(event.release())) : rt::Value();
@@ -362,7 +362,7 @@ EditorWindowController::~EditorWindowController() {
 void EditorWindowController::windowClosed() {
     openControllers().removeAll(this);
     platform::unregisterWindow(m_window);
-    deleteLater(); // with the window and everything in it, after what is at work now
+    deleteLater(); // deletes the window and its content after the running calls
 }
 
 rt::Class *editorWindowClass() {

@@ -38,7 +38,7 @@ private:
     QWidget *buildToolBar();
     void buildMenu();
     void openSeries();
-    // `answered` is not called when the person goes on editing.
+    // `answered` is not called if the user continues to edit.
     void askToSave(const QString &question, const std::function<void(bool save)> &answered);
     void deleteAppointment();
     QPushButton *addButton(const QString &name, const QString &text);
@@ -64,11 +64,11 @@ private:
     bool m_closed = false;
 };
 
-// Lives until its window has closed.
+// Exists until its window has closed.
 class EditorWindowController : public QObject, public rt::Object {
     Q_OBJECT
 public:
-    // Takes the event over and shows the window. An appointment that is open already gets its window shown
+    // Takes ownership of the event and shows the window. If the appointment is already open, shows its window
     // instead.
     static EditorWindowController *showFor(rt::Object *event, bool cancelMode);
     // The open editors, in order of opening.
@@ -91,13 +91,12 @@ private:
     void windowClosed();
 
     QPointer<EditorWindow> m_window;
-    std::vector<std::unique_ptr<CalendarEvent>> m_otherEvents; // handed over for the same appointment
+    std::vector<std::unique_ptr<CalendarEvent>> m_otherEvents; // given for the same appointment
 };
 
 void defineEditorWindowClasses();
 [[nodiscard]] rt::Class *editorWindowClass();
-// Opens the editor as a person does, through the class's own methods. Answers its controller; nullptr when
-// there is none.
+// Opens the editor as the user does, through the class's own methods. Returns its controller, or nullptr.
 rt::Object *showEditorFor(std::unique_ptr<CalendarEvent> event);
 
 } // namespace mailhost

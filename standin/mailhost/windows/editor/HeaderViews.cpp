@@ -21,7 +21,7 @@ HostView::HostView(rt::Class *isa, QWidget *parent)
     : QWidget(parent)
     , rt::Object(isa) {}
 
-// Only an ornament: another program may take this drawing over.
+// Draws only a decoration, which a plug-in may replace.
 bool HostView::drawRect(const QRectF &rect) {
     if (!m_painting)
         return false;

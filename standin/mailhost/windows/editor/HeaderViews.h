@@ -1,4 +1,4 @@
-// The upper part of the editor, in the two forms that the host's generations have.
+// The upper part of the editor, for both generations of the host.
 #pragma once
 
 #include "platform/runtime/Object.h"
@@ -12,11 +12,11 @@ class QPainter;
 
 namespace mailhost {
 
-// A view that is painted through the runtime's "drawRect:".
+// A view that the runtime's "drawRect:" paints.
 class HostView : public QWidget, public rt::Object {
     Q_OBJECT
 public:
-    // False outside of painting.
+    // Returns false outside of painting.
     bool drawRect(const QRectF &rect);
 
 protected:
@@ -28,14 +28,14 @@ private:
     bool m_painting = false;
 };
 
-// Holds the rows of fields. Views that others add are not part of its layout: they find room at the bottom
-// right, where the narrow rows do not reach.
+// Holds the rows of fields. Views that plug-ins add are not part of its layout; their space is at the bottom
+// right, beside the narrow rows.
 class HeaderView : public HostView {
     Q_OBJECT
 public:
-    static constexpr int narrowWidth = 446; // points; what is added from outside begins at 460
+    static constexpr int narrowWidth = 446; // points; views of plug-ins begin at 460
 
-    // Of the class that the generation has, initialised with "initWithFrame:".
+    // Makes a view of the generation's class, initialised with "initWithFrame:".
     static HeaderView *make(bool newerGeneration, const QRectF &frame);
 
     // A row over the whole width, or a narrow one that leaves the right side free. The label, on the left, is

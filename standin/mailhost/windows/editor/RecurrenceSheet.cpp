@@ -27,9 +27,9 @@ QDate untilDate(const QString &until) {
     return instant.toLocalTime().date();
 }
 
-// What the sheet shows of a rule, and the parts that it does not show.
+// A rule, split into the parts that the sheet shows and the others.
 struct Rule {
-    int kind = 0; // index in frequencies(); 0: none that is known here
+    int kind = 0; // index in frequencies(); 0: none or unknown
     int interval = 1;
     int count = 0; // 0: not limited
     QDate until;
@@ -63,7 +63,7 @@ QString written(const Rule &rule) {
     if (rule.count > 0)
         parts.append(u"COUNT=%1"_s.arg(rule.count));
     if (rule.until.isValid()) {
-        // The end of that day, in UTC as a rule with zoned times has to have it.
+        // The end of that day, in UTC as required for a rule with zoned times.
         const QDateTime end(rule.until, QTime(23, 59, 59));
         parts.append(u"UNTIL="_s + end.toUTC().toString(u"yyyyMMdd'T'HHmmss'Z'"_s));
     }

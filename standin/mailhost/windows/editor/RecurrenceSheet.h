@@ -1,4 +1,4 @@
-// Asks how an appointment recurs.
+// The sheet for the recurrence of an appointment.
 #pragma once
 
 #include <QDateTime>
@@ -13,8 +13,8 @@ namespace mailhost {
 class RecurrenceSheet : public QDialog {
     Q_OBJECT
 public:
-    // `rule` is an RRULE value, or empty. Parts that the sheet does not show (BYDAY and others) stay in the
-    // rule while the kind of recurrence does.
+    // `rule` is an RRULE value, or empty. Parts that the sheet does not show (BYDAY and others) are kept
+    // unless the kind of recurrence changes.
     RecurrenceSheet(const QString &rule, const QDateTime &start, QWidget *parent);
     [[nodiscard]] QString rule() const;
 
@@ -30,7 +30,7 @@ private:
     QDateEdit *m_until;
 };
 
-// A short description of the rule for the person: "Every 2 weeks, 10 times".
+// A short description of the rule for the user: "Every 2 weeks, 10 times".
 [[nodiscard]] QString recurrenceText(const QString &rule);
 
 } // namespace mailhost

@@ -12,7 +12,7 @@ public:
 
     [[nodiscard]] bool isAllDay() const override { return true; }
     [[nodiscard]] ClockPlace placeAt(const QPoint &point) const override;
-    // With that many lines of bars.
+    // The height for that number of lines of bars.
     [[nodiscard]] int heightFor(int lines) const;
 
 protected:

@@ -20,7 +20,7 @@ namespace {
 
 constexpr int mostBarLines = 5; // of the all-day row before it scrolls
 constexpr int leastRenameWidth = 150;
-constexpr int aboveWorkingHours = 20; // minutes that are seen above them at first
+constexpr int aboveWorkingHours = 20; // minutes visible above them at first
 constexpr int newOnesMinute = 9 * minutesPerHour;
 constexpr int slotMinutes = 30;
 
@@ -28,7 +28,7 @@ bool isSameOne(const std::optional<Occurrence> &a, const std::optional<Occurrenc
     return a && b && a->uid == b->uid && a->instanceId == b->instanceId;
 }
 
-// The keys that its tile has no use for are the grid's.
+// Passes keys that a tile does not use to the grid.
 class Area : public QScrollArea {
     void keyPressEvent(QKeyEvent *event) override { event->ignore(); }
 };
@@ -112,7 +112,7 @@ void CalendarGrid::takeStyle() {
     arrange();
 }
 
-// The header and the all-day row stand over the columns, whose scroll bar takes some of the width.
+// Aligns the header and the all-day row with the columns, whose scroll bar takes some of the width.
 void CalendarGrid::arrange() {
     const DayEdges edges{m_style->gutter, m_scroll->viewport()->width(), m_contents->days};
     m_header->show(m_contents->first, m_contents->today, edges, m_style);
@@ -133,7 +133,7 @@ void CalendarGrid::show(const QList<Occurrence> &occurrences, const QDate &first
     const std::optional<Occurrence> before = selected();
     const std::optional<GridPosition> formerPlace = m_place;
     const QDate formerFirst = m_contents->first;
-    setFocusTile(nullptr); // it may go
+    setFocusTile(nullptr); // the tile may be deleted
     auto contents = std::make_shared<GridContents>();
     contents->occurrences = occurrences;
     contents->first = first;
@@ -158,7 +158,8 @@ void CalendarGrid::show(const QList<Occurrence> &occurrences, const QDate &first
         Q_EMIT selectionMoved();
 }
 
-// What was selected stays so. Where it is gone, the place on the clock stays, and turns with the pages.
+// Keeps the selection. If the selected appointment is gone, keeps its place on the clock, which moves with
+// the pages.
 std::optional<GridPosition> CalendarGrid::placeAfterChange(const std::optional<Occurrence> &before,
                                                            const QDate &formerFirst) const {
     const int days = m_contents->days;
@@ -214,7 +215,7 @@ std::optional<Occurrence> CalendarGrid::selected() const {
 bool CalendarGrid::select(const QString &uid, const QString &instanceId) {
     const QPointer<CalendarGrid> self(this);
     if (m_rename)
-        m_rename->commit(); // may change what is shown
+        m_rename->commit(); // may change the shown appointments
     if (!self)
         return false;
     for (const int index : m_walk.readingOrder()) {
@@ -287,8 +288,8 @@ void CalendarGrid::showPlace() {
                                               : QString());
 }
 
-// The tile stands for the grid wherever the keyboard goes: together they are one stop for Tab. nullptr: the
-// grid itself has it.
+// Makes the tile the grid's focus proxy, so that both are one stop for Tab. nullptr: the grid itself gets the
+// focus.
 void CalendarGrid::setFocusTile(EventTileView *tile) {
     QWidget *former = focusProxy();
     if (former == tile)
@@ -300,7 +301,7 @@ void CalendarGrid::setFocusTile(EventTileView *tile) {
         former->setFocusPolicy(Qt::ClickFocus);
     if (tile) {
         tile->setFocusPolicy(Qt::StrongFocus);
-        setTabOrder(this, tile); // else the grid would move to the tile's place in the order
+        setTabOrder(this, tile); // otherwise the grid would move to the tile's place in the order
         setFocusProxy(tile);
     }
     if (focused)
@@ -317,7 +318,7 @@ void CalendarGrid::reveal() {
     if (!tile && m_place->allDay)
         return;
     constexpr int margin = 4;
-    // What is higher than the view shows its begin.
+    // An area higher than the view shows its beginning.
     area->ensureVisible(0, top + height, 0, margin);
     area->ensureVisible(0, top, 0, margin);
 }
@@ -347,8 +348,8 @@ void CalendarGrid::placeRename() {
     m_rename->raise();
 }
 
-// Whoever types a subject goes on where the appointment stands now; where another subject or none is shown
-// there is nothing to go on with.
+// Continues an open subject editor at the appointment's new place. If the appointment is hidden or its
+// subject has changed, the editor ends.
 void CalendarGrid::keepRename(const std::optional<Occurrence> &before) {
     if (!m_rename)
         return;
@@ -458,7 +459,7 @@ void CalendarGrid::walk(WalkStep step) {
     turnPage(behind, direction * m_contents->days);
 }
 
-// `to` may lie outside the days that are shown.
+// `to` may be outside of the shown days.
 void CalendarGrid::turnPage(const GridPosition &to, int days) {
     m_arrival = ClockPlace{m_contents->first.addDays(to.day), to.minute};
     m_arrivesAllDay = to.allDay;
@@ -525,13 +526,13 @@ void CalendarGrid::keyPressEvent(QKeyEvent *event) {
 void CalendarGrid::contextMenuEvent(QContextMenuEvent *event) {
     event->accept();
     if (event->reason() == QContextMenuEvent::Mouse)
-        return; // the press has asked for it
+        return; // the key press has already opened it
     m_menuByContext = true;
     askForMenuByKey();
 }
 
 bool CalendarGrid::event(QEvent *event) {
-    // Escape ends the drag, and nothing else that the window would do with it.
+    // Escape only ends the drag, without its effect on the window.
     if (event->type() == QEvent::ShortcutOverride && isDragging() &&
         static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape) {
         event->accept();

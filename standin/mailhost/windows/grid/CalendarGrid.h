@@ -1,6 +1,5 @@
-// One day or one week on a time scale: what the user sees of the calendar and takes hold of. It shows what
-// it was given and changes nothing itself: every gesture ends in a signal, and what it leads to is seen with
-// the next show(). Until then everything stands where it stood.
+// A view of one day or one week on a time scale. It shows the given appointments and changes nothing itself:
+// every gesture ends with a signal, and its result becomes visible with the next show().
 #pragma once
 
 #include "standin/mailhost/store/Appointment.h"
@@ -41,47 +40,48 @@ public:
     explicit CalendarGrid(QWidget *parent = nullptr);
     ~CalendarGrid() override;
 
-    // What tiles are told as their controller; held weakly, may be nullptr.
+    // The controller that tiles get; held weakly, may be nullptr.
     void setController(rt::Object *controller);
-    // Where the time of the line on today comes from; the desktop's, until it is set.
+    // Sets the clock of the current-time line; the default is the desktop's clock.
     void setClock(std::function<QDateTime()> now);
 
-    // Shows the days from `first` on; `occurrences` is sorted by start and holds whatever overlaps them. What
-    // was selected stays selected where it is still shown (the same day of a series, wherever it has moved
-    // to). The scroll position stays; the first time it is put to the working hours.
+    // Shows the days from `first` on; `occurrences` is sorted by start and contains all that overlap them.
+    // Keeps the selection if the appointment (or the same day of a series) is still shown. Keeps the scroll
+    // position; the first call scrolls to the working hours.
     void show(const QList<Occurrence> &occurrences, const QDate &first, Extent extent, const QDate &today);
     [[nodiscard]] QDate firstDay() const;
     [[nodiscard]] Extent extent() const;
 
     [[nodiscard]] std::optional<Occurrence> selected() const;
-    // The first shown one of that appointment (and of that day of the series, when given); false when none
-    // is shown.
+    // Selects the first shown tile of that appointment (and of that day of the series, if given). Returns
+    // false if none is shown.
     bool select(const QString &uid, const QString &instanceId = QString());
-    // The day and time that the user pointed at or moved to last, or of the selected tile; null (invalid)
-    // when nothing was. An all-day row gives midnight.
+    // The day and time that the user pointed at or moved to last, or that of the selected tile; invalid if
+    // there is none. Midnight in the all-day row.
     [[nodiscard]] QDateTime selectedMoment() const;
-    // The tile of the selected appointment (its first, when it goes over several days); nullptr when none is.
-    // It has the keyboard focus when the grid has it.
+    // The tile of the selected appointment (the first one if it has several), or nullptr. It has the keyboard
+    // focus if the grid has it.
     [[nodiscard]] EventTileView *selectedTile() const;
     [[nodiscard]] QList<EventTileView *> tiles() const; // in reading order
 
-    // Opens the in-place editor of the selected tile's subject; nothing without a selection.
+    // Opens the in-place editor of the selected tile's subject. Does nothing without a selection.
     void beginRename();
 
 Q_SIGNALS:
     void selectionMoved();
-    void opened(); // the selected one is to be opened
-    // The selected one was dragged: it is to begin then. All-day ones begin at midnight.
+    void opened(); // request to open the selected appointment
+    // The selected appointment was dragged to that start; midnight for all-day appointments.
     void moved(const QDateTime &start);
-    // An edge of the selected one was dragged: it is to begin then and take that long.
+    // An edge of the selected appointment was dragged; the arguments are its new start and length.
     void resized(const QDateTime &start, qint64 seconds);
-    // A new subject was typed into the selected tile; not sent for an unchanged one.
+    // The user typed a new subject into the selected tile; not emitted for an unchanged one.
     void renamed(const QString &subject);
-    // A double click on an empty place.
+    // The user double-clicked an empty place.
     void newRequested(const QDateTime &start, bool allDay);
-    // The context menu of the selected one (or of the empty place: nothing is selected) is asked for there.
+    // Requests the context menu at that position, for the selected appointment or, without a selection, for
+    // the empty place.
     void menuRequested(const QPoint &globalPosition);
-    // The user turns pages with the keyboard past the edge, by that many days.
+    // The user moved past the edge with the keyboard; the page has to turn by that number of days.
     void pageRequested(int days);
 
 protected:
@@ -97,7 +97,7 @@ protected:
 
 private:
     void connectInput(GridSurface *surface);
-    void abandon(); // what the pointer does
+    void abandon(); // the gesture of the pointer
     [[nodiscard]] bool isDragging() const;
     void takeStyle();
     void arrange();
@@ -136,10 +136,10 @@ private:
     QPointer<TileRename> m_rename;
     GridNavigator m_walk;
     std::optional<GridPosition> m_place;
-    std::optional<ClockPlace> m_arrival; // where the keyboard goes with the next page
+    std::optional<ClockPlace> m_arrival; // the cursor's place on the next page
     bool m_arrivesAllDay = false;
-    bool m_scrolled = false;      // put to the working hours
-    bool m_menuByContext = false; // the key that follows has had its menu
+    bool m_scrolled = false;      // was scrolled to the working hours
+    bool m_menuByContext = false; // the menu for the following key event is already open
     std::function<QDateTime()> m_now;
     QBasicTimer m_minute;
 };

@@ -14,7 +14,7 @@ constexpr int cursorMinutes = 30;
 constexpr int nowLineHeight = 9;
 constexpr int labelPadding = 8;
 
-// Lies over the tiles.
+// Drawn above the tiles.
 class NowLine : public QWidget {
 public:
     NowLine(QWidget *parent)

@@ -13,7 +13,7 @@ public:
     [[nodiscard]] bool isAllDay() const override { return false; }
     [[nodiscard]] ClockPlace placeAt(const QPoint &point) const override;
     [[nodiscard]] int yOf(int minute) const { return minute * style().hourHeight / minutesPerHour; }
-    // Where the line of the current time stands: today's column; an invalid time: nowhere.
+    // Sets the position of the current-time line in today's column; hides it for an invalid time.
     void setNow(const QTime &now);
 
 protected:

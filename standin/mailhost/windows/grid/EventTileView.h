@@ -1,5 +1,5 @@
-// A tile of an appointment in the grid, of class "CCEventTileView". It draws, has the keyboard while it is
-// selected, and says what it is; what is done with the pointer arrives at the surface that it lies on.
+// A tile of an appointment in the grid, of class "CCEventTileView". It draws, has the keyboard focus while it
+// is selected, and supplies its accessible name. The surface below it handles the pointer.
 #pragma once
 
 #include "platform/runtime/Runtime.h"
@@ -12,7 +12,7 @@
 
 namespace mailhost {
 
-// How a tile is shown at the moment.
+// The visual state of a tile.
 struct TileState {
     bool selected = false;
     bool hovered = false;
@@ -23,7 +23,7 @@ struct TileState {
 class EventTileView : public QWidget, public rt::Object {
     Q_OBJECT
 public:
-    // A new tile on that surface, initialised through the object runtime. The frame is in the surface's
+    // Makes a tile on that surface, initialised through the object runtime. The frame is in the surface's
     // coordinates; the controller may be nullptr.
     static EventTileView *make(QWidget *surface, const QRectF &frame, rt::Object *controller,
                                const QColor &fill, bool ghost);
@@ -37,12 +37,12 @@ public:
     [[nodiscard]] const TileEnds &ends() const { return m_ends; }
     [[nodiscard]] const TileState &state() const { return m_state; }
     [[nodiscard]] bool isGhost() const { return m_ghost; }
-    // Whether some of its texts had to be shortened or left out.
+    // Whether some of its texts are shortened or left out.
     [[nodiscard]] bool isShortened() const { return m_style && texts().isShortened(); }
 
 Q_SIGNALS:
     void focused();
-    void pressed(); // by an assistive program
+    void pressed(); // pressed by an assistive program
 
 protected:
     void focusInEvent(QFocusEvent *event) override;
@@ -62,7 +62,7 @@ private:
     std::shared_ptr<const GridStyle> m_style;
     QColor m_fill;
     bool m_ghost = false;
-    mutable std::optional<TileTexts> m_texts; // made when first drawn in a size
+    mutable std::optional<TileTexts> m_texts; // made at the first drawing in a size
 };
 
 void defineTileClass();

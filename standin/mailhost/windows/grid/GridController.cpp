@@ -33,7 +33,7 @@ rt::Object *GridViewController::selectedEvent() {
         return m_event.get();
     }
     if (m_event)
-        rt::temporary(std::move(m_event)); // whoever was just given it may still use it
+        rt::temporary(std::move(m_event)); // recent callers may still use it
     m_event = std::move(event);
     return m_event.get();
 }
@@ -67,7 +67,7 @@ namespace {
 
 constexpr double secondsPerDay = 24 * 60 * 60;
 
-// The same kind of time, moved to another instant.
+// A time of the same kind at another instant.
 CalendarTime movedTo(const CalendarTime &time, const QDateTime &instant) {
     CalendarTime moved = time;
     moved.value = instant.toTimeZone(zoneOf(time));

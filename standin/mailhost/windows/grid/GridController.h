@@ -1,4 +1,4 @@
-// The calendar view as the host's object model shows it: what is selected, and changes made in place.
+// The calendar view in the host's object model: the selection, and changes made in place.
 #pragma once
 
 #include "standin/mailhost/model/CalendarDate.h"
@@ -12,9 +12,9 @@ public:
     explicit GridViewController(CalendarGrid *calendar);
     void setSession(CalendarSession *session);
     [[nodiscard]] QWidget *view() const { return m_calendar; }
-    // The event of the selected row; nullptr when none is. Lives until another is selected.
+    // The selected event, or nullptr. Valid until the selection changes.
     [[nodiscard]] rt::Object *selectedEvent();
-    // A new event object for the selected row, which the caller takes.
+    // A new object for the selected event, owned by the caller.
     [[nodiscard]] std::unique_ptr<CalendarEvent> newEventForSelection() const;
 
 private:
@@ -30,8 +30,8 @@ public:
     [[nodiscard]] rt::Object *gridViewController() { return &m_controller; }
     [[nodiscard]] QVariantList gridViewControllers() { return {rt::fromObject(&m_controller)}; }
 
-    // Each changes the stored appointment; one day of a series becomes an exception. False when it may not be
-    // changed (it is another's) or cannot be written; the person has been told why.
+    // Each changes the stored appointment; a day of a series becomes an exception. Returns false, after a
+    // message to the user, if the appointment belongs to another person or cannot be written.
     bool dragResizedEvent(rt::Object *event, const rt::Value &tile, rt::Object *startDate, double seconds,
                           const rt::Value &inProgress, bool partialStart, bool partialEnd);
     bool performDrag(const rt::Value &from, const rt::Value &to, rt::Object *date,
@@ -40,7 +40,7 @@ public:
 
 private:
     void tell(const QString &message) const;
-    // Without seconds it keeps its length.
+    // Without `seconds` the event keeps its length.
     bool putTo(rt::Object *date, CalendarEvent *event, std::optional<double> seconds);
     bool store(CalendarEvent *event, const Appointment &appointment);
     [[nodiscard]] bool mayChange(const CalendarEvent *event) const;

@@ -1,4 +1,4 @@
-// What a drag on the grid means: pure values, no widgets.
+// Computes the result of a drag on the grid. Works on values, without widgets.
 #pragma once
 
 #include "standin/mailhost/windows/grid/GridLayout.h"
@@ -14,18 +14,18 @@ struct TimeSpan {
     friend bool operator==(const TimeSpan &a, const TimeSpan &b) = default;
 };
 
-// What was taken hold of, and where.
+// The dragged part and its position.
 struct DragStart {
     Occurrence occurrence;
     Grip grip = Grip::Body;
     ClockPlace from;
-    bool holdsBegin = true; // it was taken by the piece that has the appointment's begin
+    bool holdsBegin = true; // the dragged piece contains the appointment's beginning
 };
 
-// When the appointment takes place if it is let go at `to`. Timed ones snap to quarters of an hour and keep
-// at least one; all-day ones to days. A drag to the side alone keeps the clock time to the minute. The length
-// of a moved one is kept in seconds (in days, when it is all-day). One that was held by its begin begins
-// within the day at `to`.
+// The new time of the appointment if the user releases it at `to`. Timed appointments snap to quarters of an
+// hour and keep at least one; all-day appointments snap to days. A sideways drag keeps the clock time to the
+// minute. A moved appointment keeps its length in seconds (all-day: in days). If it was dragged by its
+// beginning, it begins within the day at `to`.
 [[nodiscard]] TimeSpan draggedSpan(const DragStart &drag, const ClockPlace &to);
 
 } // namespace mailhost

@@ -10,7 +10,7 @@ namespace mailhost {
 namespace {
 
 constexpr int padding = 5;
-constexpr int between = 6; // name and date
+constexpr int between = 6; // space between name and date
 constexpr double dateScale = 1.35;
 
 } // namespace
@@ -34,7 +34,7 @@ void GridHeader::show(const QDate &first, const QDate &today, const DayEdges &ed
     update();
 }
 
-// The short names for all of them, where one does not fit.
+// Uses the short names for all days if one long name does not fit.
 void GridHeader::chooseNames() {
     const QFontMetrics words(m_style->subject); // today's is bold
     const int date = QFontMetrics(m_dateFont).horizontalAdvance(u"00"_s) + 10;

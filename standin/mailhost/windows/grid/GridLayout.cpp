@@ -16,7 +16,7 @@ int minuteOf(const QTime &time) {
     return time.hour() * minutesPerHour + time.minute();
 }
 
-// Of the days shown, counted from the first; what lies outside is cut off.
+// A range of the shown days, counted from the first and clipped.
 struct DayRange {
     int first;
     int last;
@@ -46,7 +46,7 @@ void addPieces(std::vector<std::vector<TimedPiece>> &perDay, int index, const Oc
     const QDateTime end = std::max(start, occurrence.end.toLocalTime());
     const ClockPlace from{start.date(), minuteOf(start.time())};
     ClockPlace to{end.date(), minuteOf(end.time())};
-    if (to.minute == 0 && to.date > from.date) // its last day is the one that ends at midnight
+    if (to.minute == 0 && to.date > from.date) // its last day ends at this midnight
         to = {to.date.addDays(-1), minutesPerDay};
     const auto range = shownDays(from.date, to.date, first, int(perDay.size()));
     if (!range)
@@ -59,7 +59,7 @@ void addPieces(std::vector<std::vector<TimedPiece>> &perDay, int index, const Oc
         piece.endsHere = range->endsHere && day == range->last;
         piece.begin = piece.startsHere ? from.minute : 0;
         piece.end = piece.endsHere ? to.minute : minutesPerDay;
-        // Around the hour that comes twice the clock may end before it began.
+        // In the repeated hour the clock may show an end before the beginning.
         if (piece.startsHere && piece.endsHere && piece.end < piece.begin)
             piece.end = piece.begin + int(start.secsTo(end) / secondsPerMinute);
         piece.begin = std::min(piece.begin, minutesPerDay - quarterHour);
@@ -68,10 +68,10 @@ void addPieces(std::vector<std::vector<TimedPiece>> &perDay, int index, const Oc
     }
 }
 
-// Gives out the lowest number that is free.
+// Assigns the lowest free number.
 class Slots {
 public:
-    // For what takes it from `begin` up to `end`. Called in the order of the begins.
+    // Takes a number from `begin` to `end`. Call it in the order of beginnings.
     int take(int begin, int end) {
         for (; !m_busy.empty() && m_busy.top().first <= begin; m_busy.pop())
             m_free.insert(m_busy.top().second);
@@ -101,8 +101,8 @@ void placeLines(GridLayout &layout) {
     layout.lines = lines.count();
 }
 
-// Gives each piece of one group (those that overlap, or are chained by others that do) its column. Answers
-// the number of columns.
+// Assigns a column to each piece of a group (pieces that overlap directly or through others). Returns the
+// number of columns.
 int giveColumns(TimedPiece *first, TimedPiece *behind) {
     Slots columns;
     for (TimedPiece *piece = first; piece != behind; ++piece)
@@ -110,8 +110,8 @@ int giveColumns(TimedPiece *first, TimedPiece *behind) {
     return columns.count();
 }
 
-// Lets each piece grow to the right up to the nearest one that overlaps it. What begins later can only come
-// nearer to the one that is to its left at that moment: a farther one is already held by that one.
+// Widens each piece to the right up to the nearest piece that overlaps it. A later piece can only limit its
+// direct left neighbour, because that neighbour already limits the pieces farther left.
 void widen(TimedPiece *first, TimedPiece *behind, int columns) {
     std::set<std::pair<int, TimedPiece *>> active;
     using Ends = std::pair<int, TimedPiece *>;
@@ -139,7 +139,7 @@ QDateTime momentAt(const ClockPlace &place) {
     const auto shownBy = [&clock](const QDateTime &local) {
         return clock.addSecs(-local.offsetFromUtc()).toLocalTime();
     };
-    // By the clocks of the day before. When they are changed in between, by those of then, unless these skip
+    // Uses the offset of the day before. If the clocks change in between, uses the new offset unless it skips
     // that time.
     const QDateTime before = shownBy(clock.addDays(-1).toLocalTime());
     const QDateTime after = shownBy(before);
@@ -172,7 +172,7 @@ GridLayout layOut(const QList<Occurrence> &occurrences, const QDate &first, int 
     }
     placeLines(layout);
     for (std::vector<TimedPiece> &day : perDay) {
-        // The longer ones to the left of those that begin with them.
+        // Of pieces with the same beginning, the longer ones are at the left.
         std::stable_sort(day.begin(), day.end(), [](const TimedPiece &a, const TimedPiece &b) {
             return a.begin != b.begin ? a.begin < b.begin : a.end > b.end;
         });

@@ -1,5 +1,5 @@
-// Where appointments stand on a grid of days: pure values, no widgets. Minutes are those of the clock on the
-// wall, 0 to 1440, also on days on which the clocks change.
+// The layout of appointments on a grid of days. Works on values, without widgets. Minutes are clock minutes,
+// 0 to 1440, also on days with a clock change.
 #pragma once
 
 #include "standin/mailhost/store/Appointment.h"
@@ -8,36 +8,36 @@ namespace mailhost {
 
 inline constexpr int minutesPerHour = 60;
 inline constexpr int minutesPerDay = 24 * minutesPerHour;
-// The least that an appointment takes on the scale and the step that drags snap to.
+// In minutes: the smallest length of an appointment on the scale, and the step of drags.
 inline constexpr int quarterHour = 15;
 
-// A place on the clock. The minute may lie outside its day; momentAt() carries it over.
+// A day and a clock time. The minute may be outside of the day; momentAt() carries it over.
 struct ClockPlace {
     QDate date;
     int minute = 0;
     friend bool operator==(const ClockPlace &a, const ClockPlace &b) = default;
 };
-// The instant at which the clocks of the system's zone show that. A time that a change of the clocks skips is
-// as much later as they are moved; of a time that comes twice the first.
+// The instant at which the clock of the system's zone shows that time. A skipped time moves later by the
+// amount of the clock change; of a repeated time the first instant is used.
 [[nodiscard]] QDateTime momentAt(const ClockPlace &place);
 [[nodiscard]] ClockPlace clockPlaceOf(const QDateTime &moment);
 
-// What of a timed appointment lies in one day.
+// The part of a timed appointment in one day.
 struct TimedPiece {
-    int occurrence = 0; // index in the list that was laid out
+    int occurrence = 0; // index in the given list
     int day = 0;
     int begin = 0;
-    int end = 0; // at least a quarter of an hour behind the begin, or the day's end
+    int end = 0; // at least a quarter of an hour after the beginning, or the day's end
     bool startsHere = true;
     bool endsHere = true;
-    // Side by side with what overlaps it: the first of its columns, how many it may take, and how many the
-    // group has into which overlapping ones chain.
+    // The place beside overlapping pieces: its first column, its number of columns, and the number of columns
+    // of the whole group of overlapping pieces.
     int column = 0;
     int span = 1;
     int columns = 1;
 };
 
-// What of an all-day appointment is shown.
+// The shown part of an all-day appointment.
 struct DayBar {
     int occurrence = 0;
     int firstDay = 0;
@@ -53,7 +53,7 @@ struct GridLayout {
     int lines = 0;            // of the all-day row
 };
 
-// Lays out what of the occurrences falls into the `days` days from `first` on. n log n.
+// Lays out the parts of the occurrences within `days` days from `first` on. Takes n log n time.
 [[nodiscard]] GridLayout layOut(const QList<Occurrence> &occurrences, const QDate &first, int days);
 
 // Places the pieces of one day, sorted by begin, side by side.

@@ -81,7 +81,7 @@ GridPosition GridNavigator::arriveAt(int day, int minute, bool allDay, int excep
     for (const Stop &stop : m_days[day]) {
         if (stop.occurrence == exceptOccurrence)
             continue;
-        // One of the other kind only where there is nothing else.
+        // Prefers the same kind; takes another kind only if there is no other.
         const int distance =
             (stop.allDay != allDay ? minutesPerDay : 0) +
             (stop.allDay || (stop.begin <= minute && minute < stop.end) ? 0 : std::abs(stop.begin - minute));
@@ -93,7 +93,7 @@ GridPosition GridNavigator::arriveAt(int day, int minute, bool allDay, int excep
     if (!nearest)
         return onTheClock(day, minute);
     GridPosition place = placeOf(day, *nearest, minute);
-    place.minute = minute; // further steps to the side keep to the time that was left
+    place.minute = minute; // further sideways steps keep the original time
     return place;
 }
 

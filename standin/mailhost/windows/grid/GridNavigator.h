@@ -1,5 +1,5 @@
-// The way of the arrow keys over the grid: from appointment to appointment, and over the clock where there is
-// none. Pure values, no widgets.
+// Keyboard navigation in the grid: from appointment to appointment, or along the clock on empty days. Works
+// on values, without widgets.
 #pragma once
 
 #include "standin/mailhost/windows/grid/GridLayout.h"
@@ -10,7 +10,7 @@ namespace mailhost {
 
 struct GridPosition {
     int day = 0;
-    int minute = 0;      // the clock time that steps to the side keep to
+    int minute = 0;      // the clock time that sideways steps keep
     int occurrence = -1; // -1: a place on the clock
     bool allDay = false;
     friend bool operator==(const GridPosition &a, const GridPosition &b) = default;
@@ -23,9 +23,9 @@ public:
     GridNavigator() = default;
     GridNavigator(const GridLayout &layout, int days);
 
-    // nullopt: the step leads out of the days.
+    // No value if the step leaves the shown days.
     [[nodiscard]] std::optional<GridPosition> step(WalkStep step, const GridPosition &from) const;
-    // What the day has nearest to that time; the place on the clock when it has nothing.
+    // The occurrence of the day nearest to that time; the place on the clock if the day is empty.
     [[nodiscard]] GridPosition arriveAt(int day, int minute, bool allDay, int exceptOccurrence = -1) const;
     // The occurrences in reading order: by day, all-day ones first. Each once.
     [[nodiscard]] QList<int> readingOrder() const;

@@ -16,7 +16,7 @@ namespace {
 constexpr int leastHourHeight = 48;
 constexpr int gutterPadding = 10;
 constexpr int barPadding = 6;
-constexpr double leastContrast = 4.5; // between small text and what is behind it
+constexpr double leastContrast = 4.5; // between small text and its background
 
 double linear(double channel) {
     return channel <= 0.03928 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
@@ -32,7 +32,7 @@ double contrast(const QColor &a, const QColor &b) {
     return std::max(first, second) / std::min(first, second);
 }
 
-// The same hue, as far from the text's colour as is needed to read it.
+// The same hue with enough contrast to the text's colour.
 QColor legibleUnder(QColor color, const QColor &text) {
     const bool lightText = luminance(text) > 0.18;
     constexpr int steps = 24;
@@ -60,7 +60,7 @@ GridStyle::GridStyle(const QWidget *widget)
     const QFontMetrics metrics(detail);
     lineHeight = std::max(metrics.height(), QFontMetrics(subject).height());
     hourHeight =
-        std::max(leastHourHeight, 4 * (lineHeight + 2)); // each quarter one line and what is around it
+        std::max(leastHourHeight, 4 * (lineHeight + 2)); // each quarter holds one line and its padding
     barHeight = lineHeight + barPadding;
     m_timeFormat = withoutSeconds(m_locale.timeFormat(QLocale::ShortFormat));
     const bool twelve = m_timeFormat.contains(u'a', Qt::CaseInsensitive);
@@ -87,7 +87,7 @@ void GridStyle::takeColours(const QPalette &palette) {
     accent = legibleUnder(colour(QPalette::Highlight), accentText);
     faint = mixed(text, base, dark ? 0.68 : 0.64);
     offHours = mixed(text, base, dark ? 0.05 : 0.035);
-    // Solid: what shines through is drawn several times as slowly.
+    // Opaque, because drawing translucent colours takes several times as long.
     today = mixed(accent, base, dark ? 0.1 : 0.045);
     todayOffHours = mixed(accent, offHours, dark ? 0.1 : 0.045);
     cursor = mixed(accent, base, dark ? 0.24 : 0.15);

@@ -1,4 +1,4 @@
-// The colours, fonts, measures and time texts of the calendar grid, taken once from a widget's palette and
+// The colours, fonts, sizes and time texts of the calendar grid, derived once from a widget's palette and
 // font and from the default locale. Lengths are device-independent pixels.
 #pragma once
 
@@ -21,7 +21,7 @@ struct GridStyle {
     QColor offHours; // behind the hours and days without work
     QColor today;    // behind today
     QColor todayOffHours;
-    QColor cursor; // behind the place that the keyboard is at
+    QColor cursor; // background of the keyboard cursor's place
     QColor hourLine;
     QColor halfHourLine;
     QColor text;
@@ -34,7 +34,7 @@ struct GridStyle {
     QFont detail;
     int lineHeight = 0; // of the tile's texts
     int hourHeight = 0; // a tile of a quarter of an hour holds a line of text
-    int gutter = 0;     // what the hour labels take at the left
+    int gutter = 0;     // width of the hour labels at the left
     int timeWidth = 0;  // of the widest time, and of the widest from - to
     int timesWidth = 0;
     int barHeight = 0; // one line of the all-day row

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int widestGrip = 6; // at a tile's edge; a quarter of a small one
 constexpr int leastGrip = 2;
-constexpr int slotMinutes = 30; // what a click on an empty place points at
+constexpr int slotMinutes = 30; // the unit that a click on an empty place selects
 
 Grip gripAt(int position, int length, const TileEnds &ends) {
     const int grip = std::clamp(length / 4, leastGrip, widestGrip);
@@ -20,7 +20,7 @@ Grip gripAt(int position, int length, const TileEnds &ends) {
     return ends.start && position < grip ? Grip::Begin : Grip::Body;
 }
 
-// What asks for it may still be at work in the tile.
+// The caller may still be running in the tile.
 void discard(EventTileView *tile) {
     if (!tile)
         return;
@@ -193,7 +193,7 @@ ClockPlace GridSurface::slotAt(const QPoint &point) const {
 void GridSurface::mousePressEvent(QMouseEvent *event) {
     const bool wasDragging = isDragging();
     abandon();
-    if (wasDragging) // another button: that is no drag any more
+    if (wasDragging) // another button ends the drag
         return;
     const QPoint point = event->position().toPoint();
     const QPoint global = event->globalPosition().toPoint();
@@ -218,7 +218,7 @@ void GridSurface::mousePressEvent(QMouseEvent *event) {
 void GridSurface::mouseMoveEvent(QMouseEvent *event) {
     const QPoint point = event->position().toPoint();
     if (!event->buttons().testFlag(Qt::LeftButton))
-        abandon(); // the release went somewhere else
+        abandon(); // another window got the release
     if (event->buttons() == Qt::NoButton)
         return hover(point);
     if (!m_hold || !m_hold->tile)
@@ -273,7 +273,7 @@ void GridSurface::mouseDoubleClickEvent(QMouseEvent *event) {
     const Hit hit = hitAt(event->position().toPoint());
     const ClockPlace place = slotAt(event->position().toPoint());
     const QPointer<GridSurface> self(this);
-    // The first click may have been on another tile.
+    // The first click may have hit another tile.
     Q_EMIT pointedAt(hit.tile, place);
     if (self && hit.tile)
         Q_EMIT opened();
@@ -295,7 +295,7 @@ bool GridSurface::event(QEvent *event) {
     if (!occurrence.allDay)
         lines.insert(1, m_style->times(occurrence.start, occurrence.end));
     lines.removeAll(QString());
-    // As rich text it would be taken for markup.
+    // Escaped, because tool tips may interpret rich text.
     QToolTip::showText(help->globalPos(), lines.join(u'\n').toHtmlEscaped().replace(u'\n', u"<br>"_s), this);
     return true;
 }

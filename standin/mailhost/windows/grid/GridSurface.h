@@ -1,4 +1,4 @@
-// What the two areas of the calendar grid that hold tiles have in common: the time scale and the all-day row.
+// The base class of both areas of the calendar grid with tiles: the time scale and the all-day row.
 #pragma once
 
 #include "standin/mailhost/windows/grid/EventTileView.h"
@@ -8,7 +8,7 @@
 
 namespace mailhost {
 
-// Where the days stand from left to right, behind the gutter of the hour labels.
+// The horizontal positions of the days, after the gutter of the hour labels.
 struct DayEdges {
     int gutter = 0;
     int width = 0; // of everything
@@ -18,7 +18,7 @@ struct DayEdges {
     friend bool operator==(const DayEdges &a, const DayEdges &b) = default;
 };
 
-// What the grid shows at the moment.
+// The present content of the grid.
 struct GridContents {
     QList<Occurrence> occurrences;
     GridLayout layout;
@@ -27,7 +27,7 @@ struct GridContents {
     QDate today;
 };
 
-// It sends what the pointer means; whatever changes or goes away under a gesture ends it with nothing sent.
+// Emits the changes that the pointer makes. A gesture is cancelled if its appointment changes or disappears.
 class GridSurface : public QWidget {
     Q_OBJECT
 public:
@@ -38,22 +38,23 @@ public:
     void setEdges(const DayEdges &edges);
 
     [[nodiscard]] virtual bool isAllDay() const = 0;
-    // The day and time at that point; the nearest when it lies outside.
+    // The day and time at that point, or the nearest if it is outside.
     [[nodiscard]] virtual ClockPlace placeAt(const QPoint &point) const = 0;
-    // Where the cursor of the keyboard and of a click on an empty place stands; an invalid date: nowhere.
+    // Sets the place of the cursor, which shows the keyboard's position or a click on an empty place; hides
+    // it for an invalid date.
     void setCursorPlace(const ClockPlace &place);
 
-    // The tiles of that appointment from left to right; those that lie there no more are left out.
+    // The existing tiles of that appointment from left to right.
     [[nodiscard]] QList<EventTileView *> tilesOf(int occurrence) const;
     [[nodiscard]] int occurrenceOf(const EventTileView *tile) const; // -1: none
     void setSelected(int occurrence);                                // -1: none
     [[nodiscard]] bool isDragging() const { return m_hold && m_hold->dragging; }
-    // Ends what the pointer does: the ghost is gone and nothing is sent.
+    // Cancels the gesture: removes the ghost and emits nothing.
     void abandon();
 
 Q_SIGNALS:
     void resized();
-    // A button goes down: before anything is looked for at that point.
+    // Emitted at a button press, before the search for a tile at that point.
     void touched();
     // `tile` may be nullptr: an empty place.
     void pointedAt(mailhost::EventTileView *tile, const mailhost::ClockPlace &place);
@@ -61,11 +62,11 @@ Q_SIGNALS:
     void newRequested(const mailhost::ClockPlace &place);
     void menuAsked(const QPoint &globalPosition);
     void dragged(const mailhost::Occurrence &occurrence, mailhost::Grip grip, const mailhost::TimeSpan &span);
-    // A tile got the keyboard, or an assistive program pressed it.
+    // A tile got the keyboard focus, or an assistive program pressed it.
     void reached(mailhost::EventTileView *tile, bool pressed);
 
 protected:
-    // One tile to be: its name, its place, and the ends that it shows.
+    // A planned tile: its name, its place, and the ends that it shows.
     struct TilePlan {
         QString key;
         int occurrence = 0;
@@ -116,7 +117,7 @@ private:
     void hover(const QPoint &point);
     void setHovered(EventTileView *tile);
     void follow(const QPoint &point);
-    // The appointment as it is while it is being dragged; its tiles are dimmed.
+    // Shows the appointment at the dragged position and dims its tiles.
     void showGhost(const Occurrence &dragged);
     void hideGhost();
 

@@ -19,7 +19,7 @@ void TileRename::abandon() {
     if (m_over)
         return;
     m_over = true;
-    // Before it hides: else the keyboard would go to whatever comes next in the window.
+    // Done before hiding; otherwise the focus would move to the next control in the window.
     if (hasFocus() && m_returnTo)
         m_returnTo->setFocus(Qt::OtherFocusReason);
     hide();
@@ -49,7 +49,7 @@ void TileRename::keyPressEvent(QKeyEvent *event) {
         abandon();
     else
         QLineEdit::keyPressEvent(event);
-    event->accept(); // the keys that it has no use for are not the grid's either
+    event->accept(); // unused keys must not reach the grid
 }
 
 } // namespace mailhost

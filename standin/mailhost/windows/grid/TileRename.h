@@ -1,5 +1,5 @@
-// The line in which a tile's subject is written anew, in its place. Return and leaving it commit, Escape
-// abandons. Reports once, and is gone after that.
+// The in-place editor of a tile's subject. Return and the loss of focus commit, Escape cancels. Reports once
+// and then deletes itself.
 #pragma once
 
 #include <QLineEdit>
@@ -10,9 +10,9 @@ namespace mailhost {
 class TileRename : public QLineEdit {
     Q_OBJECT
 public:
-    // The keyboard goes to `returnTo` when it ends while it has it.
+    // If it has the focus at its end, `returnTo` gets the focus.
     TileRename(QWidget *surface, QWidget *returnTo, const QString &subject);
-    // Ends it: nothing is reported any more.
+    // Ends the editor without a report.
     void abandon();
     void commit();
     [[nodiscard]] bool isOver() const { return m_over; }

@@ -14,14 +14,14 @@ namespace {
 
 constexpr int barWidth = 4; // of the strip of colour at the left
 constexpr int padding = 4;  // beside the texts
-constexpr int narrow = 48;  // a tile below it has less of everything
+constexpr int narrow = 48;  // a narrower tile shows less
 constexpr int markSize = 11;
 constexpr int markGap = 3;
-constexpr int leastText = 34; // below it a text is not worth its place
+constexpr int leastText = 34; // a narrower text is left out
 constexpr int mostSubjectLines = 3;
 constexpr int between = 8; // texts on one line
 
-// From and to where that fits, else the begin alone, else nothing: half a time says the wrong one.
+// Start and end if they fit, else the start alone, else nothing, because a shortened time would be wrong.
 QString timesFor(const Occurrence &occurrence, int width, const GridStyle &style) {
     if (style.timesWidth <= width)
         return style.times(occurrence.start, occurrence.end);
@@ -93,7 +93,8 @@ TileTexts::TileTexts(const Occurrence &occurrence, const TileEnds &ends, const Q
         writeBelowEachOther(texts, style);
 }
 
-// At the right of the first line where that leaves room for the subject, else at the right of the last line.
+// Places the marks at the right of the first line if the subject still has room, else at the right of the
+// last line.
 void TileTexts::placeMarks(const Occurrence &occurrence, const GridStyle &style) {
     QStringList marks;
     if (occurrence.hasMeetingRecord)
@@ -120,7 +121,7 @@ void TileTexts::placeMarks(const Occurrence &occurrence, const GridStyle &style)
         m_area.setBottom(lineTop - 1);
 }
 
-// Answers the width that it takes.
+// Returns the width of the text.
 int TileTexts::add(const QString &text, const QRect &rect, bool strong, const GridStyle &style) {
     const QFontMetrics metrics(strong ? style.subject : style.detail);
     const QString shown = metrics.elidedText(text, Qt::ElideRight, rect.width());
@@ -159,7 +160,7 @@ void TileTexts::writeBelowEachOther(const QStringList &texts, const GridStyle &s
     }
 }
 
-// Over at most that many lines, the last of them shortened; answers how many it took.
+// Wraps the text over at most that number of lines and shortens the last one. Returns the number of lines.
 int TileTexts::wrap(const QString &text, int lines, const GridStyle &style, int top) {
     QTextLayout layout(text, style.subject);
     QTextOption option;

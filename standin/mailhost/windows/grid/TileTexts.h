@@ -1,4 +1,4 @@
-// What is written on a tile of a given size: each text wrapped and shortened once.
+// The texts on a tile of a given size, wrapped and shortened once.
 #pragma once
 
 #include "standin/mailhost/store/Appointment.h"
@@ -25,7 +25,7 @@ public:
     void draw(QPainter &painter, const GridStyle &style, const QColor &text, const QColor &faint) const;
     [[nodiscard]] bool isShortened() const { return m_shortened; }
 
-    // Of one without a subject: "Untitled".
+    // The subject, or "Untitled".
     [[nodiscard]] static QString subjectOf(const Occurrence &occurrence);
 
 private:
@@ -45,7 +45,7 @@ private:
     int add(const QString &text, const QRect &rect, bool strong, const GridStyle &style);
 
     QRect m_area;
-    int m_firstLineEnd = 0; // the right edge of what the marks leave of the first line
+    int m_firstLineEnd = 0; // right edge of the first line, left of the marks
     QList<Line> m_lines;
     QList<Mark> m_marks;
     bool m_shortened = false;

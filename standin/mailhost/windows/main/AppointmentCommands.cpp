@@ -101,7 +101,7 @@ void AppointmentCommands::changeBy(int startSeconds, int endSeconds) {
         resizeTo(start, length);
 }
 
-// The clock time stays, also over a change of the clocks.
+// Keeps the clock time, also across a clock change.
 void AppointmentCommands::moveByDays(int days) {
     if (const CalendarEvent *selected = selectedEvent())
         moveTo(selected->appointment().start.value.addDays(days));
@@ -113,7 +113,7 @@ void AppointmentCommands::deleteSelected() {
         return;
     const QString subject = subjectOf(*selected);
     const QString detail = tr("It is taken out of the calendar.");
-    // What is deleted is what was asked about, whatever is selected by then.
+    // Deletes the appointment named in the question, even if the selection has changed since.
     const std::shared_ptr<CalendarEvent> day = m_grid->controller()->newEventForSelection();
     const auto choice = [](const QString &name, const QString &text,
                            const std::shared_ptr<CalendarEvent> &deleted) {

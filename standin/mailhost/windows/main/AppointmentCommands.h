@@ -1,4 +1,4 @@
-// What the user does to the selected appointment of a calendar view, by mouse or by keyboard.
+// The user's commands for the selected appointment of a calendar view, by mouse or keyboard.
 #pragma once
 
 #include "standin/mailhost/windows/grid/GridController.h"
@@ -6,22 +6,22 @@
 
 namespace mailhost {
 
-// Every change goes through the methods of the host's object model, so that who follows them learns of it
-// and may refuse it; what was refused is still in the calendar as it was, and shown so.
+// Every change uses the methods of the host's object model, so that hooks see it and may refuse it. A refused
+// change leaves the calendar unchanged, and the view shows that.
 class AppointmentCommands : public QObject {
     Q_OBJECT
 public:
-    // Neither is owned; both outlive this.
+    // Neither is owned; both must outlive this object.
     AppointmentCommands(MainWindow *window, GridViewWrapper *grid);
     void setSession(CalendarSession *session) { m_session = session; }
 
     void openSelected();
-    void openSeries(); // of the selected day; the appointment itself when it does not recur
-    [[nodiscard]] QString joinLink() const; // of the selected one; empty when there is none
+    void openSeries(); // of the selected day; the appointment itself if it does not recur
+    [[nodiscard]] QString joinLink() const; // of the selected appointment; empty if there is none
     void join();
     void renameSelected() { m_window->calendar()->beginRename(); }
-    // Moves start and end by so many seconds; those of an all-day appointment by a day in that direction.
-    // Does nothing when too little would be left.
+    // Moves start and end by these seconds; for an all-day appointment by a day in that direction. Does
+    // nothing if the rest would be too short.
     void changeBy(int startSeconds, int endSeconds);
     void moveByDays(int days);
     void deleteSelected();
@@ -29,14 +29,14 @@ public:
     void undo();
     void redo();
 
-    // The ends of the mouse's gestures.
+    // Carry out the mouse's gestures.
     void moveTo(const QDateTime &start);
     void resizeTo(const QDateTime &start, qint64 seconds);
     void renameTo(const QString &subject);
 
 private:
     [[nodiscard]] CalendarEvent *selectedEvent() const;
-    void tell(bool done); // why it was not
+    void tell(bool done); // if not done, shows the reason
 
     MainWindow *m_window;
     GridViewWrapper *m_grid;

@@ -16,7 +16,7 @@ struct Description {
     QString command;
     QString label;
     QString toolTip;
-    QString before = {}; // what stands before it at first
+    QString before = {}; // the item before it by default
 };
 
 QString tr(const char *text) {

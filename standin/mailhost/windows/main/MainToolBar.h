@@ -9,15 +9,15 @@
 
 namespace mailhost {
 
-// The items of one window and the answers that the tool-bar's delegate gives. Keep it as long as the
-// tool-bar. Each item triggers a command (QAction) of the window's menus, and is enabled with it.
+// The items of one window and the results of the tool-bar's delegate. It must outlive the tool-bar. Each item
+// triggers a command (QAction) of the window's menus and is enabled together with it.
 class MainToolBarItems {
 public:
-    // The window outlives this.
+    // The window must outlive this object.
     explicit MainToolBarItems(QWidget *window)
         : m_window(window) {}
 
-    // The item of that identifier, made once; nullptr for one that is not the host's.
+    // The item of that identifier, made once; nullptr if it is not the host's.
     [[nodiscard]] platform::ToolbarItem *item(const QString &identifier);
     [[nodiscard]] static QVariantList defaultIdentifiers();
     [[nodiscard]] static QVariantList allowedIdentifiers();

@@ -27,14 +27,14 @@ public:
     // A new item at the end of the menu. `name` is its object name.
     QAction *addCommand(QMenu *menu, const QString &name, const QString &text, const QKeySequence &keys,
                         std::function<void()> operation);
-    // nullptr when there is none.
+    // The command of that name, or nullptr.
     [[nodiscard]] QAction *command(const QString &name) const { return findChild<QAction *>(name); }
 
-    // Asks, with one more button that does nothing. A question that is still open goes away.
+    // Asks a question, with an additional button that does nothing. Closes a question that is still open.
     void ask(const QString &question, const QString &detail, const QList<MessageChoice> &choices);
 
 Q_SIGNALS:
-    // It is closed and hidden; it still exists.
+    // Emitted after the window is closed and hidden; it still exists.
     void closed();
 
 protected:

@@ -13,7 +13,7 @@ namespace mailhost {
 class MainWindowController : public QObject, public rt::Object {
     Q_OBJECT
 public:
-    // `today` is asked for whenever it matters; it may change while the program runs.
+    // `today` is called whenever needed, because the date may change while the program runs.
     explicit MainWindowController(std::function<QDate()> today);
 
     // The session is not owned; nullptr shows nothing.
@@ -22,11 +22,11 @@ public:
     [[nodiscard]] MainWindow *mainWindow() const { return m_window.get(); }
     [[nodiscard]] GridViewWrapper *grid() const { return m_grid.get(); }
     [[nodiscard]] AppointmentCommands *commands() const { return m_commands.get(); }
-    // The week (or the day, when one day is shown) with that day in it.
+    // Shows the week with that day, or the day itself in the day view.
     void showDay(const QDate &day);
     void showExtent(CalendarGrid::Extent extent);
-    // Where an appointment made now begins: where the person pointed last, else on the shown day at the next
-    // half hour.
+    // The start of a new appointment: the place where the user pointed last, else the next half hour on the
+    // shown day.
     [[nodiscard]] NewPlace placeOfNew() const;
 
     void newAppointment();
@@ -66,13 +66,13 @@ private:
     CalendarGrid::Extent m_extent = CalendarGrid::Extent::Week;
     std::optional<NewPlace> m_askedPlace;
     QPointer<CalendarSession> m_session;
-    std::unique_ptr<MainToolBarItems> m_toolBarItems; // outlive the tool-bar in the window
+    std::unique_ptr<MainToolBarItems> m_toolBarItems; // must outlive the window's tool-bar
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<GridViewWrapper> m_grid;
     std::unique_ptr<AppointmentCommands> m_commands;
 };
 
-// Of class "ErageAppDelegate": stands for the whole program.
+// Represents the whole program; of class "ErageAppDelegate".
 class AppDelegate : public rt::Object {
 public:
     AppDelegate();
