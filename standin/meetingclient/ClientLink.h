@@ -1,4 +1,4 @@
-// The meeting client on the bus: hears requests, sends answers, is brought to the front, takes orders.
+// The meeting client on the bus: receives requests, sends answers, comes to the front, and takes orders.
 #pragma once
 
 #include "platform/services/bus/Notifications.h"
@@ -22,7 +22,7 @@ Q_SIGNALS:
     void meetingsChanged(); // or the user, or what the user has
     void activated(const QString &url);
     void instantMeetingStarted(bool withVideo, const QString &joinUrl);
-    // A rule said that the client is to end itself.
+    // A rule requires that the client ends itself.
     void quitRequested();
 
 private:

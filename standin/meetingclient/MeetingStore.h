@@ -1,4 +1,4 @@
-// What the meeting client knows: its user, the user's meetings, and the audio-conference accounts.
+// The meeting client's data: its user, the user's meetings, and the audio-conference accounts.
 #pragma once
 
 #include <QByteArray>

@@ -21,7 +21,7 @@ bool holdsOneOf(const QStringList &options, int argc, char **argv) {
     return false;
 }
 
-// The toolkit tells of a missing display in several lines, and aborts.
+// The toolkit reports a missing display in several lines and aborts.
 void whileConnecting(QtMsgType type, const QMessageLogContext &, const QString &) {
     if (type != QtFatalMsg)
         return;

@@ -1,4 +1,4 @@
-// How the programs start: options that need no display, and one sentence on standard error for what is wrong.
+// The start of the programs: options that need no display, and errors as one sentence on standard error.
 #pragma once
 
 #include "platform/Literals.h"

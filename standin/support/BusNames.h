@@ -1,4 +1,4 @@
-// The names by which the programs know each other on the session bus, and what they put into messages.
+// The names of the programs on the session bus, and the contents of their messages.
 #pragma once
 
 #include "platform/Literals.h"

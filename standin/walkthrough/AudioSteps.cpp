@@ -19,7 +19,7 @@ namespace {
 constexpr quint32 accountsAction = 9;
 constexpr quint32 profileAction = 6;
 
-// What the client's first and second account put into a location, to the letter.
+// The exact texts that the client's first and second account add to a location.
 const QString firstPart =
     u"+1 800 555 0111 (US Toll Free), +1 415 555 0142 (US Toll), +49 30 5550142 (DE Toll), 7301112222"_s;
 const QString secondPart = u"+33 800 555 018 (FR Toll Free), +81 3 5550 0199 (JP Toll), 7303334444"_s;
@@ -27,7 +27,7 @@ const QString oddPart = u"+1 800 555 0122,  (US Toll Free), +1 415 555 0177, 730
 const QString firstInvitation = u"730 111 2222"_s;
 const QString secondInvitation = u"730 333 4444"_s;
 const QString room = u"Room 5"_s;
-const QString subject = u"By phone"_s; // of the appointment that gets the conferences
+const QString subject = u"By phone"_s; // subject of the appointment that gets the conferences
 
 QString uid(const Session &session) {
     const auto all = session.host().session()->file().appointments();
@@ -60,8 +60,8 @@ void signIn(const QString &user, const QString &accounts) {
     Report::settle(0.2);
 }
 
-// The strip does not offer audio conferences before it is known that the user has any. They are asked for
-// once for each user: the one before this had none.
+// The strip offers audio conferences only after the plug-in has found accounts. It requests them once for
+// each user, and the previous user had none.
 bool firstFromTheToolBar(Session &session) {
     signIn(u"u-1002"_s, u"two"_s);
     const bool opened =
@@ -85,7 +85,7 @@ bool saveFirst(Session &session) {
     type(session.editor(), subject);
     const bool saved = session.save();
     const mailhost::Appointment now = session.inFile(uid(session));
-    // Stored, the part stands behind what the user wrote, which is empty here.
+    // In the stored location the part follows the user's text, which is empty here.
     return session.step(saved && now.location == u' ' + firstPart && now.bodyHtml.contains(firstInvitation) &&
                             now.ucCapabilities.isEmpty() && session.closeEditor(),
                         u"saved, the file has both and no record of a meeting"_s);
@@ -119,7 +119,7 @@ bool secondInTheSameAppointment(Session &session) {
                         u"saved, the file has both"_s);
 }
 
-// Other users have other accounts: they are asked for once more.
+// Other users have other accounts, so the plug-in requests them again.
 bool anotherUser(Session &session) {
     signIn(u"u-1001"_s, u"disabled"_s);
     if (!session.open(uid(session)))

@@ -55,7 +55,7 @@ platform::TextMap uselessMessage(QRandomGenerator &random) {
 int floodBus() {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     platform::setServices(platform::makeDesktopServices({}));
-    // As much as the bus carries, but only with processor time that the other programs leave.
+    // Sends as much as the bus carries, but uses only processor time that the other programs leave.
     ::setpriority(PRIO_PROCESS, 0, leastUrgent);
     platform::DistributedNotificationCenter &bus = *platform::services().distributedNotifications;
     QRandomGenerator random(seed);

@@ -1,10 +1,10 @@
-// Another program on the same bus that means no good.
+// A hostile program that floods the bus.
 #pragma once
 
 namespace walkthrough {
 
-// Floods both channels between plug-in and client with what neither of them sends: unknown actions, answers
-// to nothing, texts that are no answers, megabytes. Returns when nobody who has started it is left.
+// Floods both channels between plug-in and client with messages that neither of them sends: unknown actions,
+// answers without a request, invalid texts, megabytes. Runs until the parent process ends.
 int floodBus();
 
 } // namespace walkthrough

@@ -1,5 +1,5 @@
-// What is done to a meeting on the calendar, with no editor open: dragged, made longer, renamed, deleted,
-// cancelled; and one day of a series, of which the client is told nothing.
+// Changes a meeting on the calendar without an open editor: drags, resizes, renames, deletes and cancels it.
+// Also changes one day of a series, which the client must not notice.
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/grid/EventTileView.h"
 #include "standin/walkthrough/Input.h"
@@ -14,18 +14,19 @@ namespace controls = mailhost::controls;
 namespace {
 
 constexpr int hour = 3600;     // seconds
-constexpr int edge = 2;        // points from a tile's edge that take hold of it
-constexpr int daysAround = 28; // in which a series is looked for
+constexpr int edge = 2;        // points from a tile's edge in which a drag resizes
+constexpr int daysAround = 28; // searched for a series
 const QString newSubject = u"Renamed on the calendar"_s;
 
-// The distance on the screen that means so many seconds, by the tile's own length.
+// The distance on the screen for these seconds, derived from the tile's length.
 QPoint distanceOf(const mailhost::CalendarGrid *grid, int seconds) {
     const mailhost::Occurrence shown = *grid->selected();
     return {0, int(qRound(double(grid->selectedTile()->height()) * seconds /
                           double(shown.start.secsTo(shown.end))))};
 }
 
-// One update was sent and answered (the next change would meet its answer); client, file and grid agree.
+// Waits until one update was sent and answered, so that its answer cannot meet the next change; client, file
+// and grid must agree.
 bool agree(Session &session) {
     const bool answered = Report::waitFor(
         [&] { return session.sent(meetingAction, updatePrefix) > 0 && session.answered(updateAnswer) > 0; });
@@ -54,7 +55,7 @@ bool move(Session &session) {
     if (!grid)
         return session.step(false, u"the grid shows the appointment"_s);
     mailhost::EventTileView *tile = grid->selectedTile();
-    // Upwards: the tile may stand at the window's lower edge.
+    // Upwards, because the tile may be at the window's lower edge.
     drag(tile, tile->rect().center(), distanceOf(grid, -hour));
     const bool moved = Report::waitFor(
         [&] { return session.inFile(session.plainUid()).start.value == before.addSecs(-hour); });
@@ -120,7 +121,7 @@ bool changeDays(Session &session, const QString &uid, const QString &day, const 
         u"a day moved, the changed day moved and a day deleted: the file has it, the client is told nothing"_s);
 }
 
-// A series of the user's own with two usual days and a changed one, where the calendar has one.
+// Uses a series of the user with two normal days and a changed one, if the calendar has one.
 bool followSeries(Session &session) {
     const QDateTime now = QDateTime::currentDateTime();
     const mailhost::CalendarSession &calendar = *session.host().session();
@@ -143,7 +144,7 @@ bool followSeries(Session &session) {
     return true;
 }
 
-// Answers whether it is gone from file, client and grid.
+// Returns whether file, client and grid no longer have the appointment.
 bool removeByKeys(Session &session, const QString &uid, Qt::KeyboardModifiers modifiers,
                   const QString &picture) {
     const QString key = session.meetingKey(uid);

@@ -1,4 +1,4 @@
-// Add a meeting through the sheet, save, reopen, change, move, remove, send.
+// Adds a meeting through the sheet, saves, reopens, changes, moves, removes and sends it.
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/walkthrough/Input.h"
 #include "standin/walkthrough/Parts.h"
@@ -21,7 +21,7 @@ constexpr int narrowEditor = 800;   // points
 constexpr int stripSmallestX = 460; // points
 constexpr int stripRise = 23;       // points: from 10 below the header's edge to 13 above it
 
-// Nobody has started the client yet. The newer host asks the agent to do it, the older one starts it itself.
+// The client does not run yet. The newer host asks the agent to start it, the older one starts it itself.
 bool launchClient(Session &session) {
     const mailhost::Appointment before = session.inFile(session.plainUid());
     if (!session.step(session.open(before.uid), u"a double click opens \"%1\""_s.arg(before.summary)))
@@ -88,7 +88,7 @@ bool changeSetting(Session &session) {
     click(shown(u"enableJBHButton"_s));
     session.picture(QApplication::activeModalWidget(), u"settings-changed"_s);
     click(shownButton(ButtonText::confirm()));
-    // Written back: the meeting has been read again after the update.
+    // The write-back is complete when the meeting was read again after the update.
     const bool updated = Report::waitFor([&] { return session.answered(updateAnswer) == 1; }) &&
                          Report::waitFor([&] { return session.answered(readAnswer) == 2; });
     Report::settle();
@@ -156,7 +156,7 @@ bool send(Session &session) {
     return sent;
 }
 
-// A header without room leaves the strip where it does not cover a field; a time-zone row moves it upwards.
+// In a narrow header the strip stays where it covers no field; a time-zone row moves it upwards.
 bool placeStrip(Session &session) {
     if (!session.step(session.open(session.plainUid()), u"the first appointment opens again"_s))
         return false;

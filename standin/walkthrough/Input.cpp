@@ -69,7 +69,7 @@ QString plain(QString text) {
 
 } // namespace
 
-// A choice is as wide as its row and takes clicks on its mark and its words alone, however short these are.
+// A check box or radio button is as wide as its row but accepts clicks only on its mark and text.
 bool click(QWidget *control) {
     if (!control)
         return false;
@@ -82,7 +82,7 @@ bool clickAt(QWidget *control, const QPoint &point) {
     if (!waitUntilReady(control, point))
         return false;
     const QPoint at = inWindow(control, point);
-    // From outside, as a hand comes: the toolkit takes a move to where the pointer was last for none.
+    // Moves in from outside, because the toolkit ignores a move to the pointer's last position.
     QTest::mouseMove(windowOf(control), QPoint(1, 1));
     QTest::mouseMove(windowOf(control), at);
     QTest::mouseClick(windowOf(control), Qt::LeftButton, Qt::NoModifier, at);
@@ -99,7 +99,7 @@ void hover(QWidget *control) {
 bool drag(QWidget *control, const QPoint &from, const QPoint &distance) {
     if (!waitUntilReady(control, from))
         return false;
-    // The control may go away when the gesture ends.
+    // The end of the gesture may delete the control.
     QWindow *window = windowOf(control);
     const QPoint begin = inWindow(control, from);
     QTest::mouseMove(window, begin);
@@ -113,7 +113,7 @@ bool drag(QWidget *control, const QPoint &from, const QPoint &distance) {
 bool doubleClick(QWidget *control, const QPoint &at) {
     if (!waitUntilReady(control, at))
         return false;
-    // A double click is a click first: it selects.
+    // A double click begins with a click, which selects.
     QTest::mouseClick(windowOf(control), Qt::LeftButton, Qt::NoModifier, inWindow(control, at));
     QTest::mouseDClick(windowOf(control), Qt::LeftButton, Qt::NoModifier, inWindow(control, at));
     return true;

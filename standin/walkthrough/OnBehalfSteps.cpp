@@ -1,5 +1,5 @@
-// Scheduling for other people: one who has granted it, one who has not, and a send that is refused because
-// From has changed.
+// Schedules for other people: for one who has granted it and one who has not; and sends after From has
+// changed, which is refused.
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/walkthrough/Input.h"
 #include "standin/walkthrough/Parts.h"
@@ -25,7 +25,7 @@ const QString stranger = u"robin@parlo.example"_s; // has not
 const QString guest = u"guest@parlo.example"_s;
 const bool schedulesForOthers = QLatin1String(PARLO_EDITION) == QLatin1String("Vela");
 
-// The strip has a button of that name too.
+// Searches only the alert, because the strip has a button of that name too.
 QAbstractButton *removeInAlert() {
     if (alert())
         for (QAbstractButton *button : alert()->findChildren<QAbstractButton *>())
@@ -48,7 +48,7 @@ bool chooseFrom(const Session &session, const QString &email) {
     return from->currentIndex() == index;
 }
 
-// For whom the first schedule request since the mark was made.
+// The person for whom the first schedule request since the mark was made.
 QString scheduledFor(const Session &session) {
     for (const Message &message : session.report().sinceMark()) {
         if (!message.sent || message.actionId != meetingAction || !message.content.startsWith(schedulePrefix))
@@ -135,7 +135,7 @@ bool forSomeoneElse(Session &session) {
 
 } // namespace
 
-// One edition schedules for nobody else.
+// One edition cannot schedule for others.
 Part onBehalfPart() {
     if (!schedulesForOthers)
         return {"on behalf", {}};

@@ -9,11 +9,11 @@ namespace walkthrough {
 
 struct Part {
     const char *name;
-    // Each answers whether the next one can be run.
+    // Each returns whether the next one can run.
     std::vector<bool (*)(Session &session)> steps;
 };
 
-// Runs all parts in this process, with the host of one generation. Answers the exit code: 0 if every step
+// Runs all parts in this process, with the host of one generation. Returns the exit code: 0 if every step
 // succeeded.
 int runWalkthrough(const SessionOptions &options);
 
@@ -21,7 +21,7 @@ Part editorPart();     // add a meeting through the sheet, save, reopen, change,
                        // move, remove, send
 Part calendarPart();   // changes on the calendar, with no editor open
 Part refusalPart();    // the same without a client, and refused by it
-Part lateAnswerPart(); // the same when the client's answer comes late
+Part lateAnswerPart(); // the same with a late answer of the client
 Part deletionPart();
 Part toolBarPart();
 Part audioPart();

@@ -21,8 +21,8 @@ QByteArray contentOf(const QString &path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// A program of this walk-through, and not of another one on the same machine: it has this bus in its
-// environment, or it is the bus, which this process's parent has started.
+// Whether the process belongs to this walk-through and not to another one on the machine: its environment has
+// this bus, or it is the bus that this process's parent has started.
 bool isOfThisSession(const QString &process) {
     const QByteArray bus = "DBUS_SESSION_BUS_ADDRESS=" + qgetenv("DBUS_SESSION_BUS_ADDRESS");
     if (contentOf(process + u"/environ"_s).split('\0').contains(bus))

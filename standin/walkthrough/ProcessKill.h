@@ -1,4 +1,4 @@
-// An injected fault: one of the programs is killed without warning.
+// An injected fault: kills one of the programs without warning.
 #pragma once
 
 #include <QString>
@@ -9,11 +9,11 @@ namespace walkthrough {
 struct ProcessKill {
     enum class Target { Host, Client, Agent, Bus };
     Target target;
-    int atMessage; // how many messages have gone over the bus by then, from 1
+    int atMessage; // the number of messages on the bus before it, from 1
 
-    // "client:7"; none when it is not of that form.
+    // "client:7"; no value for another form.
     [[nodiscard]] static std::optional<ProcessKill> parse(const QString &text);
-    // Kills it as `kill -9` does, and answers how many processes that were. The host is this process.
+    // Kills the program like `kill -9` and returns the number of killed processes. The host is this process.
     int execute() const;
 };
 

@@ -11,7 +11,7 @@ namespace walkthrough {
 class AgentProcess {
 public:
     ~AgentProcess();
-    // Starts it from its bundle and waits until it is on the bus. False when that fails.
+    // Starts it from its bundle and waits until it is on the bus. Returns false on failure.
     bool start();
 
 private:
@@ -21,7 +21,7 @@ private:
 // The meeting client, which the user launches.
 class RunningClient {
 public:
-    // Clients that are launched from now on keep their meetings in that file.
+    // Clients launched later keep their meetings in that file.
     explicit RunningClient(QString dataFile);
     // Tells the client to end.
     ~RunningClient();

@@ -1,4 +1,4 @@
-// The same changes when the client refuses them, and when its answer comes late.
+// The same changes with a client that refuses them or answers late.
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/grid/EventTileView.h"
 #include "standin/walkthrough/Input.h"
@@ -20,8 +20,7 @@ constexpr int halfHour = 1800; // seconds
 const QString lateRule = u"once delay update 2500"_s;
 const QString failingRule = u"once error update 0;Error 3001"_s;
 
-// The change is asked for while no client runs: an alert says so, and nothing is changed that anyone could
-// see.
+// Requests the change while no client runs: an alert appears, and the calendar stays unchanged.
 bool staysUndone(Session &session, const QString &what, const std::function<void()> &change) {
     const mailhost::Appointment before = session.inFile(session.plainUid());
     if (!session.reveal(before.uid))
@@ -82,7 +81,7 @@ bool refuseByAnswer(Session &session) {
         u"a client that answers with an error: an alert says so, and what the host has done by then stands"_s);
 }
 
-// Clicks "Add video meeting" in the open editor and looks at the alert that it leads to.
+// Clicks "Add video meeting" in the open editor and checks the alert.
 bool isRefused(Session &session, const QString &picture) {
     click(session.stripButton(ButtonText::add()));
     const bool said = waitForAlert();
@@ -135,7 +134,7 @@ bool arrivesLate(Session &session, const QDateTime &expected) {
 }
 
 bool answerBesideAnEditor(Session &session) {
-    // While the client is waited for, its progress window takes all input: the editor is opened before.
+    // Opens the editor first, because the progress window blocks all input while the client is busy.
     click(shown(controls::newAppointmentButton));
     Report::waitFor([&] { return session.editor() != nullptr; });
     Report::settle();
@@ -172,7 +171,7 @@ bool answerWithoutMainWindow(Session &session) {
 
 } // namespace
 
-// A meeting of an earlier day, before anything has succeeded in this session.
+// Cancels a meeting of an earlier day before any request has succeeded in this session.
 bool cancelWithoutClient(Session &session) {
     const QString uid = session.otherMeetingUid();
     if (uid.isEmpty()) {

@@ -101,7 +101,7 @@ bool Report::waitFor(const std::function<bool()> &condition, int milliseconds) {
 }
 
 void Report::settle(double seconds) {
-    // It comes after everything that was due before it.
+    // This timer fires after all timers that are due before it.
     bool due = false;
     platform::services().runLoop->callAfter(seconds, [&due] { due = true; });
     waitFor([&due] { return due; });

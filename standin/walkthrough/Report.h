@@ -1,4 +1,4 @@
-// What a walk-through reports: TAP on standard output with the messages on the bus beneath each step, and
+// The report of a walk-through: TAP on standard output with the messages on the bus below each step, and
 // pictures in a folder.
 #pragma once
 
@@ -22,28 +22,29 @@ struct Message {
 
 class Report {
 public:
-    // Observes both channels of the client for as long as it lives. Pictures go into `folder`, which exists.
+    // Observes both channels of the client during its lifetime. Pictures go into `folder`, which exists.
     explicit Report(QString folder);
     ~Report();
 
-    // One TAP line, with the messages since the last one beneath it. A false one makes the walk-through fail.
+    // Writes one TAP line, with the messages since the last one below it. If `ok` is false, the walk-through
+    // fails.
     bool step(bool ok, const QString &what);
     void comment(const QString &text);
     // Saves a picture of the widget and reports its file; a failure fails the report.
     void picture(QWidget *widget, const QString &name);
 
-    // Lets events happen until the condition holds; false when it does not within the time. No fixed waiting.
+    // Runs the event loop until the condition holds; returns false if it does not within the time.
     static bool waitFor(const std::function<bool()> &condition, int milliseconds = usualTimeout);
     // Announces a fault. Time-outs are shorter then, because the awaited event may never come.
     void expect(const ProcessKill &kill);
-    // Lets everything happen that falls due within the seconds (0: that is due already).
+    // Runs all timers that are due within the seconds (0: those already due).
     static void settle(double seconds = 0);
 
     // The messages since the last mark, in order.
     void mark() { m_marked = m_messages.size(); }
     [[nodiscard]] QList<Message> sinceMark() const { return m_messages.mid(m_marked); }
-    // How many requests of one kind the plug-in sent since the mark: the action id and how the content
-    // begins.
+    // The number of requests that the plug-in sent since the mark with this action id and this beginning of
+    // the content.
     [[nodiscard]] int sentSinceMark(quint32 actionId, const QString &prefix = QString()) const;
     [[nodiscard]] int answeredSinceMark(quint32 actionId) const;
 

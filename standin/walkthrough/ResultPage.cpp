@@ -31,13 +31,13 @@ code { display: block; font-size: .85em; word-break: break-all; opacity: .8; }
 <h1>Walk-through</h1>
 )"_s;
 
-// One step, at the index of each walk that has it.
+// A step, with its index in each walk that has it.
 struct Row {
     QString text;
     QList<const StepResult *> results;
 };
 
-// A step that only one walk has stands after the one that it followed there.
+// A step of only one walk comes after the step that it follows there.
 QList<Row> rowsOf(const QList<GenerationResult> &walks) {
     QList<Row> rows;
     for (qsizetype walk = 0; walk < walks.size(); ++walk) {

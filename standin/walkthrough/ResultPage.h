@@ -1,5 +1,5 @@
-// What a walk has left, as one page for a browser: each step with its pictures and messages, the generations
-// of the host side by side.
+// The results of a walk as a page for a browser: each step with its pictures and messages, with the
+// generations of the host side by side.
 #pragma once
 
 #include "platform/Literals.h"
@@ -10,7 +10,7 @@
 
 namespace walkthrough {
 
-// How a report names the file of a picture.
+// The mark before a picture's file name in a report.
 inline const QString pictureMark = u"# picture "_s;
 
 struct StepResult {
@@ -26,7 +26,7 @@ struct GenerationResult {
 };
 
 [[nodiscard]] qsizetype failedSteps(const QList<GenerationResult> &walks);
-// Writes "index.html" into the folder. False when it cannot be written.
+// Writes "index.html" into the folder. Returns false on failure.
 [[nodiscard]] bool writeResultPage(const QString &folder, const QList<GenerationResult> &walks);
 
 } // namespace walkthrough

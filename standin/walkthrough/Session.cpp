@@ -83,8 +83,8 @@ bool Session::start() {
     return pickAppointments();
 }
 
-// An appointment without attendees and meetings with some, all the user's own, those nearest to today; none
-// of a series.
+// Picks an appointment without attendees and meetings with attendees: owned by the user, nearest to today,
+// not recurring.
 bool Session::pickAppointments() {
     const QDateTime now = QDateTime::currentDateTime();
     QList<mailhost::Appointment> all = m_host->session()->file().appointments();
@@ -107,7 +107,7 @@ bool Session::pickAppointments() {
     return step(!m_uid.isEmpty(), u"the calendar has an appointment to use"_s);
 }
 
-// For a calendar that has none of the user's own.
+// Makes an appointment if the calendar has none of the user.
 QString Session::makeAppointment() {
     if (!openNew(u"Made for this run"_s) || !save())
         return {};
@@ -143,7 +143,7 @@ QWidget *Session::mainWindow() const {
     return controller ? controller->window() : nullptr;
 }
 
-// A day of a series that is not changed is where its name says.
+// The identifier of an unchanged day of a series contains its date.
 QDate Session::dayOf(const QString &uid, const QString &instanceId) const {
     const mailhost::Appointment stored = inFile(uid, instanceId);
     if (!stored.uid.isEmpty())
@@ -198,7 +198,7 @@ bool Session::openNew(const QString &subject, const QString &attendee) const {
     click(shown(controls::newAppointmentButton));
     if (!Report::waitFor([this] { return editor() != nullptr; }) || !waitForStrip(ButtonText::add()))
         return false;
-    // What a new appointment offers is written by then, so that nothing is lost.
+    // The proposed values are written when the field has the focus, so that they do not overwrite input.
     control<QLineEdit>(controls::subjectField)->setFocus();
     type(editor(), subject);
     if (attendee.isEmpty())

@@ -1,4 +1,4 @@
-// What the parts of the walk-through share: the programs, the calendar, and how a user gets at the controls.
+// The common base of the walk-through's parts: the programs, the calendar, and access to the controls.
 #pragma once
 
 #include "standin/mailhost/windows/HostApplication.h"
@@ -11,7 +11,7 @@
 
 namespace walkthrough {
 
-// What the plug-in sends and what the client answers with.
+// The codes of requests and answers.
 inline constexpr quint32 startAction = 2;
 inline constexpr quint32 meetingAction = 3;
 inline constexpr quint32 updateAnswer = 2;
@@ -21,7 +21,7 @@ inline const QString updatePrefix = u"2;"_s;
 inline const QString deletePrefix = u"3;"_s;
 inline const QString audioItem = u"VLSchedulePACToolbarItem"_s; // of the tool-bar
 
-// A text of the plug-in in the language of this run, without the mark of its mnemonic.
+// A text of the plug-in in the language of this run, without its mnemonic mark.
 [[nodiscard]] QString pluginText(const QString &key);
 struct ButtonText {
     static QString add() { return pluginText(u"AddVelaButton"_s); }
@@ -35,10 +35,10 @@ struct ButtonText {
 
 struct SessionOptions {
     QString hostVersion;
-    // Pictures, the calendar file and the outbox go below it.
+    // The folder for pictures, the calendar file and the outbox.
     QString out;
     QString calendar; // is copied first; empty: the sample calendar
-    // Where the programs keep what they keep for their user; empty: in a folder that is thrown away.
+    // The folder for the programs' user data; empty: a temporary folder.
     QString state;
     std::optional<ProcessKill> kill;
 };
@@ -60,24 +60,24 @@ public:
     [[nodiscard]] int answered(quint32 actionId) const { return m_report->answeredSinceMark(actionId); }
     [[nodiscard]] mailhost::HostApplication &host() const { return *m_host; }
     [[nodiscard]] RunningClient &client() const { return *m_client; }
-    // Nobody has used these programs before.
+    // Whether the programs run with new user data.
     [[nodiscard]] bool isFresh() const { return m_session.state.isEmpty(); }
-    [[nodiscard]] const QString &plainUid() const { return m_uid; } // nobody is invited
-    // Two meetings with attendees; empty where the calendar has none.
+    [[nodiscard]] const QString &plainUid() const { return m_uid; } // without attendees
+    // Two meetings with attendees; empty if the calendar has none.
     [[nodiscard]] const QString &meetingUid() const { return m_meetingUid; }
     [[nodiscard]] const QString &otherMeetingUid() const { return m_otherMeetingUid; }
 
-    // From the file on disk.
+    // The appointment in the file on disk.
     [[nodiscard]] mailhost::Appointment inFile(const QString &uid, const QString &recurrenceId = {}) const;
     [[nodiscard]] bool isInFile(const QString &uid) const { return !inFile(uid).uid.isEmpty(); }
     [[nodiscard]] QJsonObject record(const QString &uid) const;
     [[nodiscard]] QString meetingKey(const QString &uid) const;
     [[nodiscard]] QStringList sentMessages() const; // files in the outbox
-    // As the client has it; empty when it has none.
+    // The client's data of the meeting; empty if it has none.
     [[nodiscard]] QJsonObject meetingOf(const QString &uid) const;
 
     [[nodiscard]] QWidget *mainWindow() const;
-    // The grid with that day in it and the appointment selected; nullptr when it is not shown.
+    // Shows that day in the grid and selects the appointment; nullptr if it is not shown.
     mailhost::CalendarGrid *reveal(const QString &uid, const QString &instanceId = {}) const;
     [[nodiscard]] QWidget *editor() const; // the last one opened
     [[nodiscard]] mailhost::EditorViewController *editorController() const;
@@ -89,30 +89,30 @@ public:
     [[nodiscard]] bool waitForStrip(const QString &text) const;
 
     bool open(const QString &uid);
-    // A new appointment with that subject, and with somebody invited when an address is given.
+    // Opens a new appointment with that subject and, if given, an attendee.
     bool openNew(const QString &subject, const QString &attendee = {}) const;
-    // The strip alone, as it shows now.
+    // The strip of the open editor.
     [[nodiscard]] QWidget *strip() const;
-    // By keys, and answers whether the editor has nothing unsaved then.
+    // Saves with the keyboard and returns whether the editor has no unsaved changes.
     [[nodiscard]] bool save() const;
     [[nodiscard]] bool isSaved() const;
-    // Sends the meeting, and answers whether the editor closes.
+    // Sends the meeting and returns whether the editor closes.
     [[nodiscard]] bool send() const;
     [[nodiscard]] bool closeEditor() const;
-    [[nodiscard]] bool discardEditor() const; // with what was typed
-    // Clicks the button of an alert that offers to launch the client; a step of that text.
+    [[nodiscard]] bool discardEditor() const; // drops the input
+    // Clicks the button of an alert that offers to launch the client; reports a step with that text.
     bool launchFromAlert(const QString &what);
-    // From the click on the strip's button to the settings sheet.
+    // Clicks the strip's button and waits for the settings sheet.
     bool askForMeeting();
-    // Answers whether the meeting is then shown by the strip and written into the appointment.
+    // Confirms the sheet. Returns whether the strip then shows the meeting and the appointment contains it.
     [[nodiscard]] bool confirmSheet() const;
-    // The whole way: opened, added, saved (or sent, when people are invited), closed.
+    // Opens the appointment, adds a meeting, saves (with attendees: sends) and closes it.
     bool giveMeeting(const QString &uid);
-    // The same in the editor that is open.
+    // Does the same in the open editor.
     bool giveMeetingToOpen(const QString &uid);
     // Presses the keys in the main window.
     bool pressInMain(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const;
-    [[nodiscard]] bool shows(const QString &uid) const; // the grid, what the file has of it
+    [[nodiscard]] bool shows(const QString &uid) const; // whether the grid shows the file's values
 
 private:
     [[nodiscard]] bool waitUntilClosed() const;

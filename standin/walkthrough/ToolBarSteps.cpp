@@ -1,5 +1,4 @@
-// The plug-in's items in the main window's tool-bar: the two that are there by themselves, and the two that
-// the user puts there.
+// The plug-in's items in the main window's tool-bar: the two default ones and the two that the user adds.
 #include "platform/services/Services.h"
 #include "platform/toolkit/ToolbarCustomization.h"
 #include "standin/mailhost/windows/ControlNames.h"
@@ -24,7 +23,7 @@ const QString startItem = u"VLStartToolbarItem"_s;
 const QString scheduleItem = u"VLScheduleToolbarItem"_s;
 const QString logFolderItem = u"VLOpenLogFolder"_s;
 
-// Stands for the desktop's file browser.
+// Replaces the desktop's file browser.
 class FileBrowser : public QObject {
     Q_OBJECT
 public:

@@ -1,5 +1,5 @@
-// Runs through everything that a user does, on the real windows and without a user:
-// parlo-walkthrough [--host-version V] OUT [my.ics]
+// Runs through a user's actions automatically on the real windows: parlo-walkthrough [--host-version V] OUT
+// [my.ics]
 #include "platform/Literals.h"
 #include "standin/support/OwnRoot.h"
 #include "standin/support/PrivateBus.h"
@@ -23,7 +23,7 @@ const QString darkOption = u"dark"_s;
 const QString stateOption = u"state"_s;
 const QString killOption = u"kill"_s;
 const QString floodOption = u"flood"_s;
-// Of the processes that this program starts.
+// For the processes that this program starts.
 const QString innerOption = u"one-generation"_s;
 const QString flooderOption = u"send-flood"_s;
 constexpr int exitStepFailed = 1;
@@ -54,7 +54,8 @@ void addOptions(QCommandLineParser &parser) {
     parser.addPositionalArgument(u"calendar"_s, u"Use a copy of this calendar."_s, u"[my.ics]"_s);
 }
 
-// Numbers the lines of one generation's report on from `count`, and keeps them for the page of results.
+// Continues the numbering of one generation's report from `count`, and keeps the lines for the page of
+// results.
 void relay(QProcess &process, int &count, walkthrough::GenerationResult &result) {
     QStringList pictures;
     while (process.state() != QProcess::NotRunning || process.canReadLine()) {
@@ -99,11 +100,11 @@ walkthrough::GenerationResult runOneGeneration(const QString &version, const QSt
     return result;
 }
 
-// Nothing depends on the language or the folders of the user who starts this program. All programs run on the
-// platform of this one.
+// Makes the run independent of the language and folders of the user who starts it. All programs use this
+// program's platform.
 void prepareEnvironment(const QTemporaryDir &home, const QCommandLineParser &parser) {
     qputenv("QT_QPA_PLATFORM", QGuiApplication::platformName().toUtf8());
-    if (!qEnvironmentVariableIsSet("XAUTHORITY")) // the X server's key stays where it is
+    if (!qEnvironmentVariableIsSet("XAUTHORITY")) // keeps the X server's key
         qputenv("XAUTHORITY", QDir::home().filePath(u".Xauthority"_s).toUtf8());
     qputenv("LC_ALL", "C.UTF-8");
     qputenv("LANGUAGE", parser.value(languageOption).toUtf8());
@@ -161,8 +162,8 @@ int runAllGenerations(const QCommandLineParser &parser) {
 
 QtMessageHandler usualMessages = nullptr;
 
-// The toolkit remarks on what a platform without a display or a session cannot do, and on a drag that leaves
-// the window. None of it is about a step.
+// Drops messages of the toolkit about missing abilities of a platform without a display or session, and about
+// a drag that leaves the window. They do not concern a step.
 void dropToolkitRemarks(QtMsgType type, const QMessageLogContext &context, const QString &text) {
     for (const QString &remark :
          {u"This plugin does not support"_s, u"XDG_RUNTIME_DIR not set"_s, u"occurs outside target window"_s})
@@ -171,7 +172,7 @@ void dropToolkitRemarks(QtMsgType type, const QMessageLogContext &context, const
     usualMessages(type, context, text);
 }
 
-// As desktops have them; nothing else says that the style is dark.
+// The palette of a dark desktop; the style has no other sign of it.
 void useDarkPalette() {
     const QColor back(0x3a, 0x3a, 0x3a), field(0x1a, 0x1a, 0x1a), text(0xea, 0xea, 0xea),
         pale(0x8a, 0x8a, 0x8a);

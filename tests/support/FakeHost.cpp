@@ -19,7 +19,7 @@ void runDuring() {
 
 rt::Value answer(rt::Object *self, rt::Selector command, rt::Args) {
     const rt::Value value = static_cast<FakeObject *>(self)->values.value(command.name());
-    runDuring(); // the object may be gone afterwards
+    runDuring(); // it may delete the object
     return value;
 }
 
@@ -105,7 +105,7 @@ void defineEditor(bool withReplacedMethods) {
     define("ERCalendarEventEditorWindowController", {"editorViewController", "window"}, {"close"});
 }
 
-// Each generation of the host shows a body through a method with one argument more.
+// Each newer generation of the host shows a body through a method with one more argument.
 void defineBodyEditors() {
     define("OLWordMailEditorContent", {"bodyContent"});
     rt::Class *cls = nullptr;

@@ -1,4 +1,4 @@
-// The double of the host: its classes known by name, its objects answering what a test puts into them.
+// The double of the host: its classes by name, and objects that return the values that a test sets.
 #pragma once
 
 #include "platform/runtime/Runtime.h"
@@ -17,16 +17,16 @@ class QLineEdit;
 
 namespace fakehost {
 
-// Defines the classes; once for the process. Without them, a test that hooks the host adds the methods that
-// the hooks replace.
+// Defines the classes, once per process. Without `withReplacedMethods`, a test that hooks the host adds the
+// methods that the hooks replace.
 void define(bool withReplacedMethods = true);
 // Runs inside every method of an object, after it was recorded. Empty by default.
 std::function<void()> &during();
 
 } // namespace fakehost
 
-// Answers its members from `values`, which its setters change. Whatever else is called on it is kept, in
-// order, and answers from `values` too.
+// Members return entries of `values`, which setters change. Other calls are recorded in order and also return
+// entries of `values`.
 class FakeObject : public rt::Object {
 public:
     explicit FakeObject(const QString &className, const QVariantMap &values = {});
@@ -54,7 +54,7 @@ public:
 class FakeComposeView : public FakeView {
 public:
     FakeComposeView(QWidget *parent, const QString &html);
-    // Null when nothing was written.
+    // Null if no body was written.
     [[nodiscard]] QString writtenBody() const { return m_body.values.value(u"innerHTML"_s).toString(); }
     [[nodiscard]] rt::Object *frame() { return &m_frame; }
 
@@ -62,7 +62,7 @@ private:
     FakeObject m_root, m_body, m_document, m_frame;
 };
 
-// An appointment of the user's: "Review" for one hour, without attendees, place and meeting.
+// An appointment of the user: "Review" for one hour, without attendees, location and meeting.
 class FakeAppointment : public FakeObject {
 public:
     static QDateTime usualStart() { return {QDate(2026, 11, 24), QTime(9, 0), Qt::UTC}; }
@@ -79,7 +79,7 @@ private:
 };
 
 // An editor with its window, its window controller, its header, its location field and a Word-style body
-// editor. `called` holds the host operations that were run on it.
+// editor. `called` contains the host operations that were run on it.
 class FakeEditor : public FakeObject {
 public:
     explicit FakeEditor(FakeAppointment &appointment);
@@ -90,12 +90,12 @@ public:
     [[nodiscard]] QLineEdit *locationField() { return m_locationField; }
     [[nodiscard]] FakeObject *windowController() { return &m_windowController; }
     [[nodiscard]] FakeObject *bodyEditor() { return &m_bodyEditor; }
-    // As the body editor shows it.
+    // The text in the body editor.
     [[nodiscard]] QString body() const { return m_bodyContent.values.value(u"bodyContent"_s).toString(); }
-    // The stored plug-in data; null when none was written.
+    // The stored plug-in record; null if none was written.
     [[nodiscard]] QString record() const { return rt::textValue(values.value(u"olmUCCapabilities"_s)); }
-    void pends(const QString &member, const QVariant &value); // an edit that is not saved yet
-    void close(); // as the host does: tells, then the window goes away
+    void pends(const QString &member, const QVariant &value); // adds an unsaved edit
+    void close(); // notifies and deletes the window, as the host does
 
 private:
     QPointer<QWidget> m_window = new QWidget;

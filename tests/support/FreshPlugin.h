@@ -31,9 +31,9 @@ inline void installHost(const platform::TestDesktop &desktop, const QString &ver
                   {{u"CFBundleShortVersionString"_s, version}});
 }
 
-// Forgets all that the workflow keeps. For a test or a simulation that puts other services in place: the
-// singletons are recreated on next use, with the services set at that time. Existing references become
-// invalid, and the ports of lower layers that lead to them are emptied.
+// Resets the state of the workflow. For a test or a simulation that has replaced the services: the singletons
+// are recreated on next use, with the services set at that time. Existing references become invalid, and the
+// ports of lower layers that lead to them are emptied.
 inline void startWorkflowAfresh() {
     RequestOwner::setNobody(MeetingContext::make());
     SharedObject<CalendarChanges>::renew();

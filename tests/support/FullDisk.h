@@ -1,4 +1,4 @@
-// A disk without room, for as long as it lives: no file of this process can grow beyond the given size.
+// Simulates a full disk during its lifetime: no file of this process can grow beyond the given size.
 #pragma once
 
 #include <csignal>

@@ -1,4 +1,4 @@
-// A folder in which nobody may write, for as long as it lives.
+// Makes a folder read-only during its lifetime.
 #pragma once
 
 #include <QString>
@@ -6,7 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-// The administrator may write everywhere: to the disk this thread is somebody else in the meantime.
+// Root can write everywhere, so the thread uses another file-system user meanwhile.
 class ReadOnlyFolder {
 public:
     explicit ReadOnlyFolder(const QString &path)

@@ -1,4 +1,4 @@
-// What the link reports to the layers above it, recorded.
+// Records the reports of the link to the layers above it.
 #pragma once
 
 #include "plugin/link/linkPorts.h"
@@ -16,8 +16,8 @@ public:
         bool offersLaunch;
     };
     QList<Alert> alerts;
-    int shown = 0;            // progress windows that are up now
-    QList<QWidget *> shownOn; // whatever was shown a progress, in order
+    int shown = 0;            // number of progress windows shown now
+    QList<QWidget *> shownOn; // parents of the progress windows, in order
 
     [[nodiscard]] std::unique_ptr<RequestProgress> makeProgress(ClientAnswer) override {
         return std::make_unique<Progress>(*this);

@@ -1,4 +1,4 @@
-// Strips, sheets, alerts and request windows that only take notes.
+// Ports for strips, sheets, alerts and request windows that only record calls.
 #pragma once
 
 #include "plugin/workflow/MeetingContext.h"
@@ -86,7 +86,7 @@ public:
     }
     void refreshSettingWindow(const QString &id) override { refreshed.append(id); }
 
-    QMap<QString, QVariantMap> settings; // of the sheets that there are
+    QMap<QString, QVariantMap> settings; // of the existing sheets
     QStringList shown;
     QStringList refreshed;
 };

@@ -1,4 +1,4 @@
-// A meeting client on the in-memory bus that answers as a test has told it.
+// A meeting client on the in-memory bus with answers from the test.
 #pragma once
 
 #include "plugin/link/discovery/vlAppHelper.h"
@@ -10,9 +10,9 @@
 #include <QTemporaryDir>
 #include <QVariantMap>
 
-// Installed and running unless it is told otherwise; silent until it is given an answer. Answers go out
-// when the request arrives and reach the plug-in on the same turn of the virtual run loop. The desktop must
-// outlive it. The files of the desktop are in a temporary folder that the client owns.
+// Installed and running by default; silent until it gets an answer. Answers go out when the request arrives
+// and reach the plug-in on the same turn of the virtual run loop. The desktop must outlive it. The files of
+// the desktop are in a temporary folder that the client owns.
 class ScriptedClient {
 public:
     // By the code of the answer; a start has none.
@@ -43,7 +43,7 @@ public:
     ScriptedClient(const ScriptedClient &) = delete;
     ScriptedClient &operator=(const ScriptedClient &) = delete;
 
-    // What it answers from now on, to every request of the kind.
+    // Sets the answer to every later request of the kind.
     void answers(Asked what, const QString &content) { m_answers.insert(what, content); } // an error, too
     void keepsSilentOn(Asked what) { m_answers.remove(what); }
     void knowsTheUser(const QVariantMap &profile) {
@@ -57,18 +57,18 @@ public:
     void isInstalled(const QString &version = supportedVersion, bool running = true);
     void quits() { m_desktop.workspace->running.removeAll(kVelausIdentify); } // no longer runs
     void isUninstalled();
-    // Sends its answer to a request that it has kept silent on, or that nobody made.
+    // Sends an answer to a request that it left unanswered, or without a request.
     void sendsNow(Asked what, const QString &content) { sendsNow(QString::number(int(what)), content); }
     void sendsNow(const QString &actionId, const QString &content); // null: a message without content
     // The answers that the operations above make, for sendsNow().
     [[nodiscard]] static QString meetingAnswer(const QVariantMap &meeting);
     [[nodiscard]] static QString accountsAnswer(const QList<Account> &accounts);
 
-    // What it was asked, in order; since the last call of forget().
+    // The requests since the last call of forget(), in order.
     [[nodiscard]] const QList<Request> &requests() const { return m_requests; }
     [[nodiscard]] QList<Asked> asked() const;
     [[nodiscard]] int timesAsked(Asked what) const { return int(asked().count(what)); }
-    // A Start without members when there is none.
+    // The last request; a Start without members if there is none.
     [[nodiscard]] Request last() const {
         return m_requests.value(m_requests.size() - 1, {Asked::Start, {}, {}});
     }

@@ -59,7 +59,7 @@ void MemoryNotificationBus::post(const QString &name, const QString &sender, con
     m_posted.append({name, sender, userInfo, deliverImmediately});
     TextMap arriving = userInfo;
     for (QString &value : arriving) {
-        value = value.isNull() ? u""_s : carriedText(value); // a wire knows no null text
+        value = value.isNull() ? u""_s : carriedText(value); // the bus cannot carry a null text
     }
     m_runLoop.callAfter(0, [this, alive = std::weak_ptr<bool>(m_alive), name, arriving] {
         if (!alive.expired())

@@ -11,14 +11,14 @@
 
 namespace platform {
 
-// Time stands still until a test advances it.
+// Its time changes only when a test advances it.
 class VirtualRunLoop : public RunLoop {
 public:
     TimerId callAfter(double seconds, Callback callback) override;
     void cancel(TimerId timer) override;
 
-    // Runs everything that falls due within the next `seconds`, in order, also what that adds. advance(0) is
-    // one turn of the loop repeated until nothing is due.
+    // Runs all calls that are due within the next `seconds`, in order, including calls added meanwhile.
+    // advance(0) repeats turns of the loop until no call is due.
     void advance(double seconds);
     [[nodiscard]] double now() const { return m_now; }
     [[nodiscard]] int pendingCount() const { return int(m_pending.size()); }
@@ -53,7 +53,7 @@ public:
     }
     void removeObserver(ObserverId observer) override { m_observers.remove(observer); }
 
-    // Everything posted so far, in order, also what nobody observed; not what was refused.
+    // All accepted notifications so far, in order, including unobserved ones.
     [[nodiscard]] const QList<Posted> &posted() const { return m_posted; }
     void clearPosted() { m_posted.clear(); }
 
@@ -138,7 +138,7 @@ struct TestDesktop {
     MemoryUserDefaults *userDefaults;
     EchoBundle *bundle;
 };
-// Fills services() with fresh doubles and answers pointers to them; they live until the next setServices().
+// Fills services() with new doubles and returns pointers to them, valid until the next setServices().
 TestDesktop installTestServices();
 
 } // namespace platform

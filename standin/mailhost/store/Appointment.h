@@ -9,7 +9,7 @@
 
 namespace mailhost {
 
-// A point in time as the calendar file has it.
+// A point in time in the form of the calendar file.
 struct CalendarTime {
     enum class Kind {
         Zoned,    // an instant in a named zone
@@ -34,7 +34,7 @@ struct Attendee {
 };
 
 struct Appointment {
-    QString uid;          // never empty for one that is in a file
+    QString uid;          // never empty for an appointment in a file
     QString recurrenceId; // RECURRENCE-ID as written; empty for a single appointment or the series itself
     QString summary;      // null when the file has none
     QString location;     // null when the file has none

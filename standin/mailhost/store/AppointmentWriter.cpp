@@ -73,7 +73,7 @@ bool writeTimes(Component &component, const Appointment &was, const Appointment 
                     zones);
     if (!is.end.value.isValid() || (!startDiffers && sameTime(was.end, is.end)))
         return startDiffers;
-    // A DURATION moves with the start. An end before the start is not seen in what is read.
+    // A DURATION moves with the start. The reader hides an end before the start.
     const auto written = readMoment(component.line("DTEND"), zones);
     const auto now = readTimes(component, zones);
     const CalendarTime implied = written ? written->calendarTime()
@@ -150,7 +150,7 @@ QList<ContentLine> attendeeLines(const Component &component, const QList<Attende
 
 void writeAttendees(Component &component, const QList<Attendee> &attendees) {
     const QList<ContentLine> lines = attendeeLines(component, attendees);
-    // Where the first one stands now, so that nothing else moves.
+    // At the position of the first attendee line, so that other lines do not move.
     const auto isAttendee = [](const ComponentItem &item) {
         const auto *line = std::get_if<ContentLine>(&item);
         return line && line->name() == "ATTENDEE";

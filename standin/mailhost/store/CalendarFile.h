@@ -1,5 +1,4 @@
-// An iCalendar file (RFC 5545) that is read, changed and written without losing what this program does not
-// know.
+// Reads, changes and writes an iCalendar file (RFC 5545) without losing data that this program does not know.
 #pragma once
 
 #include "standin/mailhost/store/Appointment.h"
@@ -53,12 +52,12 @@ public:
     [[nodiscard]] bool keepsStart(const QString &uid) const;
     // Writes the values that differ into the component; every property, parameter and component that
     // Appointment does not carry stays as it is, and so does the text of one whose value did not change. A
-    // change is dated (LAST-MODIFIED, DTSTAMP); SEQUENCE is only what the appointment says: whoever sends it
-    // raises it. A time is written in the zone that its zoneId names, or else in that of its value, with a
-    // VTIMEZONE where the file lacks one. The rule of a moved series follows (SeriesRule.h). The body is
-    // written as STYLED-DESCRIPTION and X-ALT-DESC with its plain twin in DESCRIPTION. A join link in the
-    // location is also written as CONFERENCE (ConferenceLink.h). Returns false, and changes nothing, if the
-    // appointment does not exist, or for another start of a series that keepsStart().
+    // change is dated (LAST-MODIFIED, DTSTAMP); SEQUENCE is taken from the appointment: the sender increases
+    // it. A time is written in the zone that its zoneId names, or else in that of its value, with a VTIMEZONE
+    // where the file lacks one. The rule of a moved series follows (SeriesRule.h). The body is written as
+    // STYLED-DESCRIPTION and X-ALT-DESC with its plain twin in DESCRIPTION. A join link in the location is
+    // also written as CONFERENCE (ConferenceLink.h). Returns false, and changes nothing, if the appointment
+    // does not exist, or for another start of a series that keepsStart().
     bool update(const Appointment &appointment);
     // A series goes with its exceptions. With a recurrenceId (or the instanceId of a day that has no
     // exception) that day is taken out of its series: it becomes an EXDATE. Days that followed it
@@ -89,14 +88,14 @@ private:
     void erase(CalendarEntry &entry);
 
     QString m_path;
-    QByteArray m_digestOnDisk; // of what was read or saved last; empty: there was no file
+    QByteArray m_digestOnDisk; // of the file last read or saved; empty: there was no file
     bool m_dirty = false;
     QStringList m_warnings;
     std::unique_ptr<CalendarIndex> m_index;
     std::unique_ptr<EntrySummaries> m_summaries;
     std::unique_ptr<SeriesDays> m_days;
     std::unique_ptr<WeekListing> m_listing;
-    // What find() read last: an editor asks for its appointment again and again. Null after any change.
+    // The last result of find(), because an editor reads its appointment repeatedly. Null after any change.
     mutable const CalendarEntry *m_found = nullptr;
     mutable Appointment m_foundAppointment;
 };

@@ -12,7 +12,7 @@ namespace {
 
 const QUuid madeUidNamespace(u"{5d2f2a55-6a0e-4a39-9a0b-5a3b0e7a9c11}"_s);
 
-// For a component without UID: the same at every reading of the same file.
+// An identifier for a component without UID; the same at every reading of the same file.
 QString madeUid(const Component &component, qsizetype position) {
     QByteArray text;
     component.appendText(text);
@@ -145,7 +145,7 @@ void CalendarIndex::remove(CalendarEntry &entry) {
 }
 
 void CalendarIndex::removeAll(const QString &uid) {
-    // In reverse: each then remembers the place that it had among all of them.
+    // In reverse order, so that each entry remembers its place among all of them.
     const QList<CalendarEntry *> all = entriesOf(uid);
     for (const CalendarEntry *held : all)
         m_formerPlaces.remove({uid, held->recurrenceId});

@@ -1,4 +1,4 @@
-// The appointments of a calendar document by identifier, and where each stands in it.
+// The appointments of a calendar document by identifier, with their positions.
 #pragma once
 
 #include "standin/mailhost/store/Zones.h"
@@ -32,19 +32,20 @@ public:
     // A series with its exceptions, in order.
     [[nodiscard]] QList<CalendarEntry *> entriesOf(const QString &uid) const { return m_byUid.value(uid); }
 
-    // Puts a component behind the others of the calendar of `neighbour` (null: the first calendar).
+    // Appends a component to the calendar of `neighbour` (null: the first calendar).
     CalendarEntry &append(const CalendarEntry *neighbour, std::unique_ptr<Component> component);
-    // The calendar in which append() puts what is new.
+    // The calendar to which append() adds.
     [[nodiscard]] Component *calendarFor(const CalendarEntry *neighbour) const;
     [[nodiscard]] ZoneTable &zonesFor(const CalendarEntry *neighbour) const {
         return *m_zones.at(calendarFor(neighbour));
     }
-    // Puts the component into the place of the entry's.
+    // Replaces the component of the entry.
     void replace(CalendarEntry &entry, std::unique_ptr<Component> component);
-    // Deletes the entry and its component, and remembers where it stood for putBack().
+    // Deletes the entry and its component, and stores its position for putBack().
     void remove(CalendarEntry &entry);
     void removeAll(const QString &uid);
-    // Puts the component where the one of that name was removed; else at the end of the first calendar.
+    // Inserts the component where the one with the same identifiers was removed, else at the end of the first
+    // calendar.
     CalendarEntry &putBack(const QString &uid, std::unique_ptr<Component> component);
     // Writes an identifier that the file does not have.
     static void writeMadeUid(CalendarEntry &entry);
@@ -55,7 +56,7 @@ private:
         std::ptrdiff_t index; // among its items
     };
     void addAll(Component *calendar);
-    // `uidOfNameless` is for a component without UID; else one is made from its text.
+    // `uidOfNameless` is used for a component without UID; without it the identifier is made from the text.
     CalendarEntry &addEntry(Component *calendar, Component *component, const QString &uidOfNameless = {});
     void sort(); // after an entry was put between others
     [[nodiscard]] static std::ptrdiff_t placeOf(const CalendarEntry &entry);
@@ -65,7 +66,7 @@ private:
     QHash<QString, QList<CalendarEntry *>> m_byUid;                            // each in order
     std::unordered_map<const Component *, std::unique_ptr<ZoneTable>> m_zones; // by VCALENDAR
     QStringList m_unknownZones;
-    // A damaged file has several of one name: the first of them first.
+    // Several places if a damaged file repeats identifiers, in the file's order.
     QHash<std::pair<QString, QString>, QList<Place>> m_formerPlaces;
 };
 

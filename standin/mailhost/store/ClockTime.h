@@ -23,7 +23,7 @@ inline constexpr qint64 epochDay = 2440588; // Julian day of 1970-01-01
     return (date.toJulianDay() - epochDay) * daySeconds;
 }
 
-// What the text alone says: Date, Utc, or Floating for a clock time. A parameter may name its zone.
+// The kind by the text alone: Date, Utc, or Floating for a clock time. A parameter may add a zone.
 struct ClockTime {
     CalendarTime::Kind kind = CalendarTime::Kind::Floating;
     Seconds clock = 0;

@@ -1,4 +1,4 @@
-// What the list of a week needs of each appointment, read when it is first asked for.
+// The data of each appointment that the list of a week needs, read on first use.
 #pragma once
 
 #include "standin/mailhost/store/CalendarIndex.h"
@@ -8,7 +8,7 @@
 
 namespace mailhost {
 
-// Later than everything that a file can say.
+// Later than every time in a file.
 inline constexpr Seconds farthest = std::numeric_limits<Seconds>::max() / 4;
 
 struct EntrySummary {
@@ -30,7 +30,7 @@ struct FollowedChange {
     CalendarEntry *exception = nullptr;
 };
 
-// What the exceptions of a series say about its days.
+// The changes of a series' days by its exceptions.
 struct DayChanges {
     MomentSet days; // that have an exception
     std::vector<FollowedChange> followed;
@@ -38,7 +38,7 @@ struct DayChanges {
 
 class EntrySummaries {
 public:
-    // What is wrong with an appointment is added to `warnings`. Both outlive this.
+    // Adds faults of appointments to `warnings`. Both must outlive this object.
     EntrySummaries(const CalendarIndex &index, QStringList &warnings);
 
     // Both valid until the entry (or another of its series) is forgotten.
@@ -54,7 +54,7 @@ private:
     std::unordered_map<const CalendarEntry *, DayChanges> m_changes;
 };
 
-// For the user to read; the first ones only.
+// Adds a text for the user; keeps only the first ones.
 void addWarning(QStringList &warnings, const QString &text);
 
 } // namespace mailhost

@@ -1,4 +1,4 @@
-// Owning handles for what libical hands out, and its times as seconds.
+// Owning handles for objects of libical, and conversion of its times to seconds.
 #pragma once
 
 #include "standin/mailhost/store/ClockTime.h"
@@ -18,7 +18,7 @@ using IcalComponent = std::unique_ptr<icalcomponent, IcalDeleter>;
 using IcalTimezone = std::unique_ptr<icaltimezone, IcalDeleter>;
 using IcalIterator = std::unique_ptr<icalrecur_iterator, IcalDeleter>;
 
-// Before the first use: errors in the data are values, not the end of the process.
+// Call it before the first use: libical then returns errors in the data and does not abort the process.
 inline void prepareIcal() {
     static const bool prepared = [] {
         icalerror_set_errors_are_fatal(0);
@@ -41,7 +41,7 @@ inline void prepareIcal() {
     return time;
 }
 
-// Nothing for a day that does not exist: in damaged files a rule may step onto one.
+// No value for a day that does not exist, which a rule in a damaged file may give.
 [[nodiscard]] inline std::optional<Seconds> secondsOf(const icaltimetype &time) {
     const QDate date(time.year, time.month, time.day);
     if (!date.isValid())

@@ -213,7 +213,7 @@ Series::Instance Series::instance(const Moment &start, const Moment &end) {
     return {start, end, start.utc(), end.utc()};
 }
 
-// Most series of an old calendar are over and need not be expanded again.
+// Lets callers skip the expansion of series that have ended, which are most of an old calendar.
 Seconds Series::lastEnd() const {
     constexpr Seconds never = std::numeric_limits<Seconds>::max();
     if (m_lastEnd)

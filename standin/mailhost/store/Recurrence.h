@@ -7,7 +7,7 @@
 
 namespace mailhost {
 
-// Points in time as EXDATE and RECURRENCE-ID name them: instants, or whole days.
+// The points in time of EXDATE and RECURRENCE-ID: instants or whole days.
 class MomentSet {
 public:
     void add(const Moment &moment);
@@ -58,11 +58,11 @@ private:
     std::vector<Rule> m_excludedRules;
     std::vector<Instance> m_additional; // RDATE
     MomentSet m_excluded;
-    // Expanding is dear: the weeks around the last question are kept, for the user who turns pages.
+    // The expansion is expensive, so the weeks around the last request are cached for a user who turns pages.
     mutable std::vector<Instance> m_cache;
     mutable Seconds m_cacheFrom = 0;
     mutable Seconds m_cacheTo = 0;
-    // Nothing of it is later; found out when first asked for.
+    // The end of the last instance; computed on first use.
     mutable std::optional<Seconds> m_lastEnd;
 };
 

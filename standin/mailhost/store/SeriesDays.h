@@ -1,4 +1,4 @@
-// Single days of a series: how they are named, changed and taken out of it.
+// Identifies, changes and removes single days of a series.
 #pragma once
 
 #include "standin/mailhost/store/EntrySummaries.h"
@@ -12,7 +12,7 @@ namespace mailhost {
 
 class SeriesDays {
 public:
-    // Both outlive this.
+    // Both must outlive this object.
     SeriesDays(const CalendarIndex &index, EntrySummaries &summaries);
 
     // Whether days of the series were changed, deleted or added.
@@ -21,13 +21,13 @@ public:
     [[nodiscard]] QString idOf(const CalendarEntry &series, const CalendarEntry &exception);
     // The exception of that day, however the file names it; null if there is none.
     [[nodiscard]] CalendarEntry *exceptionOn(const CalendarEntry &series, const QString &instanceId) const;
-    // What a day looks like before it becomes an exception.
+    // The component of a new exception for that day, before its changes.
     [[nodiscard]] std::unique_ptr<Component> newException(const CalendarEntry &series,
                                                           const QString &instanceId);
     // Adds the EXDATE. False if the series does not take place on that day.
     bool exclude(const CalendarEntry &series, const QString &instanceId);
-    // The exception moved to the next day that follows it (RANGE=THISANDFUTURE): what replaces it when its
-    // own day is removed. Null if no day does.
+    // The exception moved to the next day that follows it (RANGE=THISANDFUTURE). It replaces the exception
+    // when its own day is removed. Null if no day follows it.
     [[nodiscard]] std::unique_ptr<Component> handedOn(const CalendarEntry &series,
                                                       const CalendarEntry &exception);
 

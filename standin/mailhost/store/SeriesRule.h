@@ -1,4 +1,4 @@
-// A rule (RRULE) whose series begins at another time.
+// Adapts a rule (RRULE) to another start of its series.
 #pragma once
 
 #include "standin/mailhost/store/Times.h"

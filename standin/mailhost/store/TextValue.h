@@ -1,4 +1,5 @@
-// Texts of content lines: escaping (RFC 5545, section 3.3.11), and what the format itself cannot carry.
+// Texts of content lines: escaping (RFC 5545, section 3.3.11), and characters that the format cannot
+// represent.
 #pragma once
 
 #include "standin/mailhost/store/ContentLine.h"

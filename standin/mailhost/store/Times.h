@@ -5,7 +5,7 @@
 
 namespace mailhost {
 
-// A point in time together with the clock that it is told by.
+// A point in time together with its clock.
 struct Moment {
     CalendarTime::Kind kind = CalendarTime::Kind::Floating;
     Seconds clock = 0;
@@ -22,18 +22,19 @@ struct Span {
     Seconds seconds = 0;
     [[nodiscard]] Moment after(const Moment &start) const;
 };
-// "P1D", "PT1H30M", "P2W". Nothing for what is no duration; a negative one is given as none.
+// Reads "P1D", "PT1H30M", "P2W". No value for other texts; an empty span for a negative duration.
 [[nodiscard]] std::optional<Span> parseDuration(const QByteArray &text);
 [[nodiscard]] QByteArray durationText(const Span &span);
 
-// The line's value (or one of its values) told in the zone that the line names.
+// The line's value (or one of its values) in the zone that the line names.
 [[nodiscard]] std::optional<Moment> readMoment(const ContentLine &line, const QByteArray &value,
                                                ZoneTable &zones);
 [[nodiscard]] std::optional<Moment> readMoment(const ContentLine *line, ZoneTable &zones);
 // A zoned time without a zone name takes that of its value's zone; one of a nameless zone becomes UTC.
 [[nodiscard]] Moment momentOf(const CalendarTime &time, ZoneTable &zones);
 
-// The same point in time, told in the same way. Of invalid ones only the kind and the zone count.
+// Whether both are the same point in time in the same form. For invalid times only kind and zone are
+// compared.
 [[nodiscard]] bool sameTime(const CalendarTime &a, const CalendarTime &b);
 
 // DTSTART and DTEND (or DURATION, or what the format says for neither) of an appointment.

@@ -9,8 +9,8 @@ namespace mailhost {
 
 namespace {
 
-// A week of an honest calendar takes a few milliseconds. Series that were made to take long are left out
-// after this time.
+// A week of a normal calendar takes a few milliseconds. After this time further series are left out, so that
+// a hostile file cannot block the program.
 constexpr qint64 longestListing = 3000; // milliseconds
 
 QDateTime localTime(Seconds utc) {
@@ -139,7 +139,7 @@ QList<Occurrence> WeekListing::between(const QDateTime &from, const QDateTime &t
         }
         addSeries(*entry, period);
     }
-    // By the seconds: comparing local times asks the system for its time zone again and again.
+    // Compares seconds, because comparing local times queries the system's time zone each time.
     std::sort(m_listed.begin(), m_listed.end(), [](const Listed &a, const Listed &b) {
         return std::pair(a.startUtc, a.order) < std::pair(b.startUtc, b.order);
     });

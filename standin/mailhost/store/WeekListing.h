@@ -1,4 +1,4 @@
-// What takes place in a period of time: single appointments and the days of series.
+// Lists the appointments in a period of time: single ones and the days of series.
 #pragma once
 
 #include "standin/mailhost/store/EntrySummaries.h"
@@ -7,10 +7,10 @@ namespace mailhost {
 
 class WeekListing {
 public:
-    // All three outlive this.
+    // All three must outlive this object.
     WeekListing(const CalendarIndex &index, EntrySummaries &summaries, QStringList &warnings);
 
-    // The entry is new or was changed. It is read when the next list is asked for.
+    // Call it for a new or changed entry. The next list reads it.
     void changed(CalendarEntry &entry);
     void removed(const CalendarEntry &entry);
     // See CalendarFile::occurrences().
@@ -46,7 +46,7 @@ private:
     QStringList &m_warnings;
     std::vector<CalendarEntry *> m_unread;
     std::vector<CalendarEntry *> m_series;
-    std::vector<Single> m_single; // take place once; looking at ten thousand takes microseconds
+    std::vector<Single> m_single; // not recurring; a scan of ten thousand takes microseconds
     std::vector<Listed> m_listed; // while a list is being made
 };
 

@@ -1,4 +1,4 @@
-// Time zones as calendar files name them.
+// The time zones of calendar files.
 #pragma once
 
 #include "standin/mailhost/store/ClockTime.h"
