@@ -20,9 +20,9 @@ class ToolbarCustomization;
 // a text, a flag) with a ToolbarItem that it keeps alive, "toolbarDefaultItemIdentifiers:" and
 // "toolbarAllowedItemIdentifiers:" with lists of texts.
 //
-// An identifier that the delegate cannot supply, because a plug-in is not loaded yet or has gone, keeps its
-// place in the arrangement unseen, together with a separator directly before it, and is asked for again
-// whenever the items are listed or revalidated. Main thread only.
+// An identifier that the delegate cannot supply (its plug-in is not loaded) keeps its place in the
+// arrangement, but is hidden together with a separator directly before it. The tool-bar requests it again
+// whenever it lists or revalidates its items. Main thread only.
 class Toolbar : public QToolBar, public CustomizableToolbar {
     Q_OBJECT
 public:

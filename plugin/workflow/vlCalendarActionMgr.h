@@ -30,6 +30,6 @@ public:
     // `command` is CmdUpdateMeeting or CmdDeleteMeeting. Sends nothing for an unsupported event.
     int updateAppointmentOnCalendar(const QVariantMap &snapshot, QWidget *ownWindow, bool isSupportVela,
                                     MeetingCommand command);
-    // The host's main window; nullptr when there is none.
+    // The host's main window; nullptr without one.
     [[nodiscard]] QWidget *mainWindow() const;
 };

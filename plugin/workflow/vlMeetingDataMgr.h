@@ -43,7 +43,7 @@ public:
     // Whether a request differs from the client's meeting in a way that requires an update. A text that is
     // missing on either side counts as a difference.
     [[nodiscard]] bool isMeetingChanged(const QVariantMap &request, const QVariantMap &loadedMeeting) const;
-    // The join URL in the saved snapshot's record; null when there is none.
+    // The join URL in the saved snapshot's record; null if there is none.
     [[nodiscard]] QString getOldJoinUrl() const;
 
 private:

@@ -1,5 +1,5 @@
 // The meeting client's window: who is signed in and the meetings; in a panel that is closed at first, the
-// messages on the bus and what is done with answers.
+// messages on the bus and the rules for answers.
 #pragma once
 
 #include "standin/meetingclient/AnswerRules.h"

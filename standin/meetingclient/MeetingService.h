@@ -25,7 +25,7 @@ struct Answer {
     [[nodiscard]] quint32 actionId() const { return quint32(operation); }
 };
 
-// What the start request asked for.
+// The instant meeting of a start request.
 struct InstantMeeting {
     bool withVideo = false;
     QString joinUrl;

@@ -22,7 +22,7 @@ constexpr quint32 seed = 20261124; // the same messages every time
 
 const QString channels[] = {standin::names::answersOfClient, standin::names::requestsToClient,
                             u"VelaOutlookPluginToVelaVideoClient"_s};
-// None of them is a request or an answer, whatever the number before it.
+// No text is a valid request or answer with any number before it.
 const QString texts[] = {u"{\"unclosed\": ["_s, u";;;;;;;;;;;;;;;"_s,   QString(),
                          u"%%%not base64%%%"_s, u"9;no such command"_s, QString(QChar(0xd800))};
 

@@ -1,5 +1,5 @@
-// A target: one way by which bytes that somebody else made come in. The fuzzer and the test of the corpora
-// open the same targets.
+// A fuzz target: one entry for bytes from outside. The fuzzer and the test of the corpora use the same
+// targets.
 #pragma once
 
 #include <QByteArray>
@@ -18,21 +18,21 @@ struct FuzzTarget {
 // All targets that are linked into the program.
 [[nodiscard]] std::vector<FuzzTarget> &fuzzTargets();
 
-// A static one of these in a file adds its target.
+// A static object of this class in a file adds its target.
 struct AddFuzzTarget {
     AddFuzzTarget(const char *name, void (*open)(const QByteArray &bytes)) {
         fuzzTargets().push_back({name, open});
     }
 };
 
-// What must hold for every input. A claim that does not ends the fuzzer, and fails the test with an
+// A condition that must hold for every input. If it does not, the fuzzer aborts and the test fails with an
 // exception, which must not pass through foreign frames.
 void claim(bool holds, const char *what);
-// The same for two texts, which are shown when they differ.
+// The same for two texts, which are shown if they differ.
 void claimSame(const QString &actual, const QString &expected, const char *what);
 void claimSame(const QByteArray &actual, const QByteArray &expected, const char *what);
 
-// The value is written and read again, which changes nothing that the format can hold.
+// Writes the value and reads it again; the result must be equal as far as the format can represent the value.
 template<typename Value, typename Write, typename Read>
 void claimRoundTrip(const Value &value, Write write, Read read, bool isExact) {
     const QByteArray written = write(value);
@@ -41,8 +41,8 @@ void claimRoundTrip(const Value &value, Write write, Read read, bool isExact) {
     claimSame(QByteArray(write(again)), written, "and is then written as before");
 }
 
-// Input that is made of several texts: each call takes what stands before the next separator, a byte that no
-// UTF-8 has.
+// Splits an input into several texts. Each call returns the part before the next separator, a byte that does
+// not occur in UTF-8.
 class Pieces {
 public:
     static constexpr char separator = '\xFF';
@@ -52,7 +52,7 @@ public:
     [[nodiscard]] bool atEnd() const { return m_rest.isEmpty(); }
     QByteArray next();
     QString nextText() { return QString::fromUtf8(next()); }
-    // One byte, 0 when there is none.
+    // The next byte; 0 at the end.
     quint8 nextByte();
     [[nodiscard]] QByteArray rest() const { return m_rest.toByteArray(); }
 

@@ -1,4 +1,4 @@
-// A running meeting client, and layers above the link that record what reaches them.
+// A running meeting client, and layers above the link that record its reports.
 #pragma once
 
 #include "plugin/link/discovery/vlGetClientVersionHelper.h"
@@ -9,14 +9,14 @@
 
 namespace fuzz {
 
-// Fresh for each input: nothing that an earlier one left behind changes what this one does.
+// Made again for each input, so that inputs cannot affect each other.
 struct LinkHarness {
     LinkHarness() {
         LinkPorts::instance() = {&feedback, &receiver};
         (void)vlAPIMgr::sharedInstance();
         (void)vlGetClientVersionHelper::sharedInstance();
     }
-    // The notification arrives at everything that listens.
+    // Delivers the notification to all observers.
     void receive(const QString &channel, const platform::TextMap &userInfo) {
         fresh.desktop.bus->post(channel, QString(), userInfo, true);
         fresh.desktop.runLoop->advance(0);
@@ -24,7 +24,7 @@ struct LinkHarness {
 
     RecordingFeedback feedback;
     RecordingReceiver receiver;
-    FreshLink fresh; // goes before what it reports to
+    FreshLink fresh; // must be destroyed before the ports that it reports to
     ScriptedClient client{fresh.desktop};
 };
 

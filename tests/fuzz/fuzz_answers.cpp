@@ -1,4 +1,4 @@
-// What the client and the agent say: texts of each kind, one after the other.
+// Answers of the client and the agent: texts of each kind, one after the other.
 #include "plugin/link/channel/vlIPCChannel.h"
 #include "plugin/link/clientCodes.h"
 #include "plugin/link/discovery/vlClientFeatureMgr.h"
@@ -27,8 +27,8 @@ QString asText(const QByteArray &bytes) {
     return QString::fromUtf8(bytes);
 }
 
-// How an input's first byte is read: an answer as it is, or the inner part of one, wrapped as the client
-// wraps it. An answer that was not asked for is dropped.
+// The meaning of an input's first byte: a complete answer, or the inner part of one, encoded as the client
+// does. An answer without a request is dropped.
 struct Kind {
     char letter;
     ClientAnswer answer;
@@ -72,7 +72,7 @@ void claimOutcome(const LinkHarness &harness, ClientAnswer answer, const QString
               "every answer to a deletion is handed back");
 }
 
-// What the client told is asked for all over the plug-in, and goes into the next request.
+// Uses the client's data as the rest of the plug-in does, and sends it in the next request.
 void useMeeting() {
     const vlGetMeetingHelper &helper = vlGetMeetingHelper::sharedInstance();
     const QVariantMap info = helper.getMeetingInfo();

@@ -18,12 +18,12 @@ bool has(const QString &text, const char *part) {
     return text.contains(QLatin1String(part), Qt::CaseInsensitive);
 }
 
-// Nothing in it that a search for the block goes by.
+// Whether the text has no mark by which the block is found.
 bool isTheUsers(const QString &text) {
     return !has(text, "MacVlBookmark") && !has(text, "<font size=") && !has(text, "@</font>");
 }
 
-// What the user wrote stays where it is, whatever is written into the end of the body.
+// The user's text stays unchanged for every invitation written at the end of the body.
 void openUsersBody(Pieces &pieces, bool isHtml) {
     const QString before = pieces.nextText();
     const QString after = bodyEnd + pieces.nextText();
@@ -85,8 +85,7 @@ QString tail(const QString &body) {
     return text;
 }
 
-// Whatever is in the body: a block comes in as a whole, and nothing goes but what lies between edges of
-// blocks.
+// For every body: a block is inserted as a whole, and only text between edges of blocks is removed.
 void openAnyBody(Pieces &pieces, bool isHtml) {
     const QString invitation = pieces.nextText();
     const QString body = QString::fromUtf8(pieces.rest());
@@ -123,7 +122,7 @@ qsizetype addressEnd(QStringView text, qsizetype at) {
     return at;
 }
 
-// Taking links and line breaks off again gives the text.
+// Without the links and line breaks the result equals the text.
 void claimLinks(const QString &text) {
     static const QString opening = u"<a href=\""_s;
     static const QString lineBreak = u"<br>"_s;

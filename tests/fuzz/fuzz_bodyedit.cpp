@@ -1,5 +1,4 @@
-// The body as a user edits it: what is typed goes into the HTML as it came, and everything can be taken
-// back.
+// A user edits the body: the changes are written into the original HTML, and all of them can be undone.
 #include "platform/Literals.h"
 #include "standin/mailhost/model/BodyText.h"
 #include "tests/fuzz/FuzzTarget.h"
@@ -15,7 +14,7 @@ namespace {
 const QString word = u"Zyzzyva"_s;
 const QString bookmark = u"<a name=\"MacVlBookmarkBegin\"></a>"_s;
 
-// HTML in which nothing is damaged: the toolkit shows all of it.
+// Whether the HTML is undamaged, so that the toolkit shows all of it.
 bool isSimple(const QString &html) {
     static const QRegularExpression whole(QRegularExpression::anchoredPattern(
         u"([^<&]|&[a-z]+;|</?(p|b|i|u|div|br|hr|ul|ol|li|span|html|body|pre|h1)>|"
@@ -23,7 +22,7 @@ bool isSimple(const QString &html) {
     return whole.match(html).hasMatch();
 }
 
-// One change by a user at a place of the text.
+// Makes one change at a position of the text.
 void change(QTextDocument &document, quint8 place, quint8 action) {
     QTextCursor cursor(&document);
     cursor.setPosition(document.characterCount() * place / 256);

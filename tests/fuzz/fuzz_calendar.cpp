@@ -1,4 +1,4 @@
-// Calendar files of other programs: read, listed, changed, saved, taken apart and put together again.
+// Reads, lists, changes, saves, splits and reassembles calendar files of other programs.
 #include "platform/Literals.h"
 #include "standin/mailhost/store/CalendarFile.h"
 #include "standin/mailhost/store/ComponentTree.h"
@@ -105,7 +105,7 @@ void claimRestored(const QByteArray &text, const QString &uid) {
     claimSame(saved(*file), text, "where it was");
 }
 
-// As a user would who drags it, writes into it and invites somebody.
+// Changes each appointment like a user who drags it, edits it and invites an attendee.
 void changeEverything(const QByteArray &text) {
     write(text);
     auto file = CalendarFile::open(calendarPath(), nullptr);
@@ -129,7 +129,7 @@ void changeEverything(const QByteArray &text) {
     claim(CalendarFile::open(calendarPath(), nullptr) != nullptr, "what was saved can be opened");
 }
 
-// What a text loses in the format.
+// The text without the characters that the format cannot represent.
 QString permitted(QString text) {
     text.removeIf([](QChar unit) {
         return (unit < u' ' && unit != u'\t' && unit != u'\n' && unit != u'\r') || unit == QChar(0x7f);
@@ -211,7 +211,7 @@ void open(const QByteArray &bytes) {
     QSet<std::pair<QString, QString>> seen;
     QList<Appointment> found;
     for (const Appointment &appointment : all) {
-        // Of two with one name the first is meant.
+        // Of two with the same identifiers the first is used.
         const std::pair name(appointment.uid, appointment.recurrenceId);
         if (seen.contains(name))
             continue;

@@ -1,4 +1,4 @@
-// What comes over the bus: the octets of the connection, the signal in them, and what listens to it.
+// Input from the bus: the octets of the connection, the signal in them, and its observers.
 #include "platform/services/bus/NotificationLimits.h"
 #include "platform/services/bus/NotificationSignal.h"
 #include "plugin/link/channel/vlIPCChannel.h"
@@ -12,7 +12,7 @@ using namespace fuzz;
 
 namespace {
 
-// A bus connection whose other end says what it is told to.
+// A bus connection whose other end sends the given octets.
 class Wire {
 public:
     Wire() {
@@ -90,7 +90,7 @@ void openOctets(const QByteArray &octets) {
     }
 }
 
-// A notification of ours comes in as it went out.
+// A notification arrives as it was sent.
 void openTexts(const QByteArray &bytes) {
     Pieces pieces(bytes);
     const QString name = pieces.nextText();

@@ -40,7 +40,7 @@ void claimRecord(const QString &text) {
     data.clearSavedMeetingData();
 }
 
-// It comes back from the file to the letter, whatever it is.
+// Every text is read from the file exactly as it was written.
 void claimKeptInFile(const QString &text) {
     mailhost::ContentLine line = mailhost::ContentLine::make("X-RECORD", "old", "\r\n");
     mailhost::writeRecord(line, text);

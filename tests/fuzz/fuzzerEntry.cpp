@@ -6,7 +6,7 @@
 
 namespace {
 
-// What targets have to say about bad input is said thousands of times a second.
+// Drops log messages, because targets would log bad input thousands of times a second.
 void sayNothing(QtMsgType type, const QMessageLogContext &, const QString &text) {
     if (type == QtFatalMsg)
         std::fprintf(stderr, "%s\n", qPrintable(text));

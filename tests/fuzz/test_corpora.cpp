@@ -1,4 +1,4 @@
-// Opens every target with everything in its corpus, so that what a fuzzer once found stays mended.
+// Runs every target on its corpus, so that faults found by a fuzzer stay fixed.
 #include "platform/Literals.h"
 #include "tests/fuzz/FuzzTarget.h"
 

@@ -1,4 +1,4 @@
-// What other programs and other users of the same machine can do to the session.
+// Attacks of other programs and other users of the machine on the session.
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -13,7 +13,7 @@ constexpr uid_t nobody = 65534;
 struct Result {
     int code = -1;
     QString steps;
-    QString logged; // what host, agent and client write into their logs
+    QString logged; // the log of host, agent and client
 };
 
 Result runWalkthrough(const QStringList &options) {

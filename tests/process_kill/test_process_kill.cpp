@@ -64,7 +64,7 @@ protected:
         said = QString::fromUtf8(process.readAll());
         return process.exitCode();
     }
-    // Every file that a program keeps for its user is what that program writes.
+    // Every file of user data is complete and has the form that its program writes.
     void expectWholeFiles() {
         QDirIterator files(folder.filePath("state"), QDir::Files, QDirIterator::Subdirectories);
         while (files.hasNext()) {

@@ -11,7 +11,7 @@ namespace {
 
 using Roles = QList<QAccessible::Role>;
 
-// Of controls that take text or are moved through with the arrow keys.
+// Roles of controls that take text or use the arrow keys.
 const Roles fields{QAccessible::EditableText, QAccessible::SpinBox, QAccessible::List, QAccessible::Table};
 const Roles choices{QAccessible::Button,   QAccessible::ButtonMenu,  QAccessible::ButtonDropDown,
                     QAccessible::CheckBox, QAccessible::RadioButton, QAccessible::ComboBox};
@@ -26,7 +26,8 @@ bool anyParent(const QWidget *widget, Condition holds) {
     return parent && (holds(parent) || anyParent(parent, holds));
 }
 
-// The field of a spin box, the list of a chooser: their control stands for them.
+// Whether the widget is an inner part of a control, such as the field of a spin box; the control represents
+// it.
 bool isPart(const QWidget *widget) {
     return anyParent(widget, [](const QWidget *parent) {
         return parent->inherits("QAbstractSpinBox") || parent->inherits("QComboBox") ||
@@ -52,7 +53,8 @@ bool hasLabelWithALetter(const QWidget *widget) {
     });
 }
 
-// Of a group of choices one letter is enough: arrow keys go to the others. Escape presses what rejects.
+// One letter is enough for a group of choices, because arrow keys reach the others. Escape presses a
+// rejecting button.
 bool hasKeys(const QWidget *widget, const QAccessibleInterface &control) {
     const auto *button = qobject_cast<const QAbstractButton *>(widget);
     if (fields.contains(control.role()) || !control.text(QAccessible::Accelerator).isEmpty() ||
@@ -67,7 +69,7 @@ bool hasKeys(const QWidget *widget, const QAccessibleInterface &control) {
            });
 }
 
-// False when it is no control.
+// Returns false if it is not a control.
 bool check(const QWidget *widget, const QString &where) {
     const QAccessibleInterface &control =
         *QAccessible::queryAccessibleInterface(const_cast<QWidget *>(widget));
@@ -82,7 +84,7 @@ bool check(const QWidget *widget, const QString &where) {
     }
     EXPECT_FALSE(name.isEmpty()) << which << " has no name";
     if (widget->isEnabled()) {
-        // Tab reaches the radio button of a group that is chosen.
+        // Tab reaches only the checked radio button of a group.
         EXPECT_TRUE(takesTab || qobject_cast<const QRadioButton *>(widget))
             << which << " is not reached by Tab";
         EXPECT_TRUE(hasKeys(widget, control) || isToolThatNamesItsKeys(widget, control))

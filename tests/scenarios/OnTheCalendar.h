@@ -40,7 +40,7 @@ protected:
         main()->commands()->renameTo(subject);
         scenario.settle();
     }
-    // A command that asks first, and the button that the user presses then.
+    // Runs a command that asks a question, and presses the button of the answer.
     void command(const QString &name, const QString &answer) {
         command(name);
         auto *button = main()->mainWindow()->findChild<QPushButton *>(answer);
@@ -69,7 +69,7 @@ protected:
     }
     qint64 startInFile(const QString &uid) { return scenario.inFile(uid).start.value.toSecsSinceEpoch(); }
     qint64 startAtClient(const QString &uid) { return scenario.meeting(uid)["startTime"].toInteger(); }
-    // What the user sees is what the file has.
+    // The grid shows the values in the file.
     void expectTheGridShowsTheFile(const QString &uid) {
         const bool exists = isInFile(uid);
         ASSERT_EQ(calendar()->select(uid), exists);

@@ -1,5 +1,5 @@
-// A desktop in one process: the real plug-in on the real host's windows, the client's real service on an
-// in-memory bus, a calendar file on disk, and time that only the test moves.
+// A desktop in one process: the real plug-in in the real host's windows, the client's real service on an
+// in-memory bus, a calendar file on disk, and a clock that only the test advances.
 #pragma once
 
 #include "plugin/ui/strip/vlActionAdditionView.h"
@@ -19,11 +19,11 @@
 
 namespace scenarios {
 
-// What the host of a scenario opens.
+// The calendar that the host of a scenario opens.
 struct OpenedCalendar {
     QByteArray text;
     QDate today{2026, 11, 24};
-    // Of the user; without any the host finds out whose calendar it is.
+    // The user's accounts; if empty, the host derives the owner from the calendar.
     QList<mailhost::Mailbox> accounts{{u"Ada Example"_s, u"ada@parlo.example"_s}};
 };
 
@@ -32,7 +32,7 @@ struct OpenedCalendar {
 
 class Scenario {
 public:
-    // The host of that version, an installed and running client, and an open calendar.
+    // Starts the host of that version, with an installed and running client and an open calendar.
     explicit Scenario(const QString &hostVersion, const OpenedCalendar &calendar = {usualCalendar().text()},
                       mailhost::BookmarkMangling mangling = mailhost::BookmarkMangling::None);
     ~Scenario();
@@ -46,13 +46,13 @@ public:
     // Closes it without a question.
     void close(mailhost::EditorWindow *window);
     [[nodiscard]] static vlActionAdditionView *stripOf(mailhost::EditorWindow *window);
-    // The button that is shown under that text; nullptr when there is none.
+    // The visible button with that text, or nullptr.
     [[nodiscard]] static QAbstractButton *stripButton(mailhost::EditorWindow *window, const QString &textKey);
     [[nodiscard]] static QList<mailhost::EditorWindowController *> openEditors() {
         return mailhost::EditorWindowController::open();
     }
 
-    // The user's clicks and keys. What follows at once has happened afterwards; what a timer brings has not.
+    // The user's clicks and keys. Each call also handles the immediate results, but no timers.
     void clickAdd(mailhost::EditorWindow *window) { click(stripButton(window, u"AddVelaButton"_s)); }
     void clickRemove(mailhost::EditorWindow *window) { click(stripButton(window, u"CancelVelaButton"_s)); }
     void clickSettings(mailhost::EditorWindow *window) {
@@ -72,24 +72,24 @@ public:
 
     [[nodiscard]] static bool sheetIsUp();
     [[nodiscard]] static bool progressIsUp();
-    [[nodiscard]] static QString alertText(); // of the alert that is up; null when none is
+    [[nodiscard]] static QString alertText(); // text of the open alert; null without an alert
     void answerAlert();                       // presses its default button
     void dismissAlert();                      // presses Escape; nothing when no alert is up
 
-    // From the file on disk.
+    // The appointment in the file on disk.
     [[nodiscard]] mailhost::Appointment inFile(const QString &uid) const;
     [[nodiscard]] QByteArray fileBytes() const;
     [[nodiscard]] QString meetingKey(const QString &uid) const;
-    // The client's meeting of an appointment; an empty object when it has none.
+    // The client's meeting of an appointment; an empty object if it has none.
     [[nodiscard]] QJsonObject meeting(const QString &uid) const;
-    // What the plug-in has sent to the client under action 3 that begins with the sub-command, since the last
+    // The number of messages with action 3 and this sub-command that the plug-in sent since the last
     // forget().
     [[nodiscard]] int sent(const QString &subCommand) const { return int(sentContents(subCommand).size()); }
     // The contents of those, as they went over the bus.
     [[nodiscard]] QStringList sentContents(const QString &subCommand) const;
     void forget() { m_desktop.bus->clearPosted(); }
 
-    void given(const QString &rule); // what the client does with its answers
+    void given(const QString &rule); // gives the client a rule for its answers
     void clientQuits();
     void clientRuns();
     void clientIsUninstalled();

@@ -1,4 +1,4 @@
-// Every window as a user meets it who cannot see it or has no mouse.
+// Every window, for users who cannot see it or have no mouse.
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/main/MainWindowController.h"
 #include "standin/meetingclient/ClientWindow.h"

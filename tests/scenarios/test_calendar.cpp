@@ -1,4 +1,4 @@
-// What the user does to a meeting on the calendar itself.
+// The user changes a meeting on the calendar itself.
 #include "plugin/load/pluginLoad.h"
 #include "tests/scenarios/OnTheCalendar.h"
 

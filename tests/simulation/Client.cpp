@@ -1,4 +1,4 @@
-// What the meeting client does, whoever else answers on its channel, and what becomes of the disk.
+// Steps of the meeting client, of other programs on its channel, and of the disk.
 #include "plugin/link/channel/vlIPCChannel.h"
 #include "standin/meetingclient/MeetingService.h"
 #include "standin/meetingclient/People.h"
@@ -60,13 +60,13 @@ bool order(Desktop &desktop, const Words &words) {
     return meetingclient::obey(desktop.scenario().client(), words.join(u' '), &error);
 }
 
-// An answer that nobody asked for, to the letter.
+// Sends this text as an answer without a request.
 bool forge(Desktop &desktop, const Words &words) {
     post(desktop, words[0], words.mid(1).join(u' '));
     return true;
 }
 
-// The client's true answer to a question about an appointment's meeting that nobody has asked.
+// Sends the client's real answer about an appointment's meeting without a request.
 bool forgeMeeting(Desktop &desktop, const Words &words) {
     meetingclient::MeetingService service(desktop.scenario().client());
     post(desktop, u"4"_s, service.handle(3, u"4;"_s + desktop.keyInFile(words[0]))->content);

@@ -20,11 +20,11 @@ struct Editor {
     QStringList location;
     bool hasRemovedMeeting = false; // which empties the location
 };
-// What its fields show.
+// The texts in its fields.
 [[nodiscard]] QString bodyOf(const Editor &editor);
 [[nodiscard]] QString locationOf(const Editor &editor);
 
-// What one step led to.
+// The result of one step.
 struct Step {
     QString line;
     std::optional<HostOperation> pressed; // the host operation that the user asked for
@@ -48,20 +48,19 @@ class Desktop {
 public:
     explicit Desktop(const QString &hostVersion);
 
-    // Does what the line says. False when it cannot be done now (or says nothing known); nothing has happened
-    // then.
+    // Carries out the line. Returns false and does nothing if the line is not possible now or is unknown.
     bool perform(const QString &line);
 
     [[nodiscard]] Step &step() { return m_step; }
     [[nodiscard]] const Step &step() const { return m_step; }
     [[nodiscard]] scenarios::Scenario &scenario() { return m_scenario; }
     [[nodiscard]] const QList<Editor> &editors() const { return m_editors; }
-    // The one of that appointment; nullptr when it is not open.
+    // The editor of that appointment; nullptr if it is not open.
     [[nodiscard]] Editor *editorOf(const QString &appointment);
     // Null for a name that no appointment has had.
     [[nodiscard]] QString uidOf(const QString &appointment) const { return m_uids.value(appointment); }
     [[nodiscard]] QStringList appointments() const { return m_uids.keys(); }
-    // The words that are in the file, because they were in the body when it was stored last.
+    // The words in the file: those in the body when it was stored last.
     [[nodiscard]] const QMap<QString, QStringList> &savedBodies() const { return m_savedBodies; }
     // The calendar as it is on disk now; no value when it cannot be read.
     [[nodiscard]] const std::optional<Appointments> &onDisk() const { return m_onDisk; }
@@ -86,7 +85,7 @@ private:
     int m_newOnes = 0;
 };
 
-// What a word does; `words` are those behind it. False when it cannot be done now; then nothing has happened.
+// The action of a word; `words` are its arguments. Returns false and does nothing if it is not possible now.
 struct Command {
     const char *word;
     int arguments; // at least
@@ -97,9 +96,9 @@ struct Command {
 
 // The key of the stored meeting; an empty text without one.
 [[nodiscard]] QString keyInRecord(const mailhost::Appointment &appointment);
-// Whether the user can get at it: it is shown and no dialog stands before it.
+// Whether the user can use the widget: it is visible and no dialog blocks it.
 [[nodiscard]] bool isReachable(const QWidget *widget);
-// The window that a dialog or sheet belongs to; nullptr when there is none.
+// The window of a dialog or sheet, or nullptr.
 [[nodiscard]] QWidget *windowBelow(const QWidget *window);
 
 } // namespace simulation

@@ -17,10 +17,10 @@ struct HostRun {
     mailhost::EditorWindow *editor = nullptr; // may have gone since, only to be compared
 };
 
-// Looks over the shoulder of the host's implementations behind the plug-in's hooks. The plug-in must be
-// loaded; once for a process is enough, again does nothing.
+// Observes the host's implementations behind the plug-in's hooks. The plug-in must be loaded. A second call
+// does nothing.
 void watchHost();
-// What ran since the last call, in order.
+// The operations that ran since the last call, in order.
 [[nodiscard]] QList<HostRun> takeHostRuns();
 
 } // namespace simulation

@@ -11,7 +11,7 @@ namespace simulation {
 
 namespace {
 
-// What the checks look at.
+// The data that the checks use.
 struct Observed {
     Desktop &desktop;
     const Ledger &ledger;
@@ -19,7 +19,7 @@ struct Observed {
     const QByteArray &calendarAtFirst;
 };
 
-// All that the file says about one appointment, to the letter.
+// The exact text of one appointment in the file.
 QByteArray componentOf(const QByteArray &calendar, const QString &uid) {
     const qsizetype at = calendar.indexOf("UID:" + uid.toUtf8());
     return at < 0 ? QByteArray() : calendar.mid(at, calendar.indexOf("END:VEVENT", at) - at);
@@ -32,7 +32,7 @@ QString firstMissing(const QStringList &words, const QString &text) {
     return {};
 }
 
-// An editor goes only when the user lets it go, or with the operation that closes it and has stored it.
+// An editor closes only if the user closes it, or with the operation that has stored and closes it.
 QString editorsStayOpen(const Observed &run) {
     const Step &step = run.desktop.step();
     QSet<const mailhost::EditorWindow *> gone = step.openBefore;
@@ -132,7 +132,7 @@ QString appointmentsKeepTheirOwn(const Observed &run) {
     return {};
 }
 
-// What the client has is what the calendar has, as far as nobody is at work on it; or the user knows.
+// Client and calendar have the same values unless work is in progress or the user was told of the difference.
 QString meetingFollows(const Observed &run, const QString &name, const mailhost::Appointment &appointment) {
     const QString key = keyInRecord(appointment);
     if (key.isEmpty() || run.ledger.isPersonal(key) || run.ledger.wasRemoved(key))

@@ -1,11 +1,11 @@
-// What must hold after every step, whatever anybody has done.
+// The invariants that must hold after every step.
 #pragma once
 
 #include "tests/simulation/Ledger.h"
 
 namespace simulation {
 
-// How much may have gone wrong so far; in each of them several editors are open beside the calendar.
+// The faults that may have happened so far. In all conditions several editors are open beside the calendar.
 enum class Conditions {
     Prompt, // a client that answers everything at once
     Slow,   // one that answers late and in another order
@@ -18,7 +18,7 @@ public:
         : m_desktop(desktop)
         , m_conditions(conditions)
         , m_ledger(desktop) {}
-    // After each step, once: the first thing that does not hold, as a sentence; a null text when all does.
+    // Call it once after each step. Returns a sentence about the first violated invariant; null if all hold.
     [[nodiscard]] QString whatIsWrong();
 
 private:

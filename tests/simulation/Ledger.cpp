@@ -79,7 +79,7 @@ void Ledger::noteLine() {
         m_removed.insert(key);
 }
 
-// An answer is for a request of the same step, else for the one that has waited longest.
+// An answer belongs to a request of the same step, else to the oldest request.
 void Ledger::noteRequests() {
     for (const Message &message : std::as_const(m_desktop.step().messages)) {
         if (!message.isAnswer && message.request)
@@ -100,7 +100,7 @@ void Ledger::noteRequests() {
     }
 }
 
-// Those that are shown, each in the window that it belongs to.
+// Records the shown alerts with their windows.
 void Ledger::noteAlerts() {
     for (const QWidget *window : QApplication::topLevelWidgets()) {
         if (!window->isVisible() || !qobject_cast<const QMessageBox *>(window))

@@ -1,12 +1,12 @@
-// What has become of each appointment's meeting so far: which appointment it belongs to, what the client has
-// not answered yet, what the user was told, and which host operation still waits.
+// The history of each appointment's meeting: its appointment, the unanswered requests, the alerts that the
+// user has seen, and the host operation that still waits.
 #pragma once
 
 #include "tests/simulation/Desktop.h"
 
 namespace simulation {
 
-// What a calendar and a meeting client both have of an appointment.
+// The values of an appointment that calendar and meeting client share.
 struct SharedValues {
     QString subject; // as far as the client keeps it
     qint64 start = 0;
@@ -21,16 +21,16 @@ class Ledger {
 public:
     explicit Ledger(Desktop &desktop)
         : m_desktop(desktop) {}
-    // After each step, once. The first thing that cannot be right, as a sentence; else a null text.
+    // Call it once after each step. Returns a sentence about the first fault, or null.
     [[nodiscard]] QString note();
 
     // The name of the appointment whose meeting that is or was. Null when nobody knows yet, and for the
     // personal meetings, which are for any appointment and follow none.
     [[nodiscard]] QString ownerOf(const QString &key) const { return m_owners.value(key); }
     [[nodiscard]] bool isPersonal(const QString &key) const;
-    // The user, or somebody at the client, has wanted it to go.
+    // Whether the user, or another person at the client, has removed the meeting.
     [[nodiscard]] bool wasRemoved(const QString &key) const { return m_removed.contains(key); }
-    // The user has ever wanted a meeting or an audio conference for the appointment.
+    // Whether the user has ever requested a meeting or an audio conference for the appointment.
     [[nodiscard]] bool wasWanted(const QString &appointment) const { return m_wanted.contains(appointment); }
     // Whether the user knows, or is still to hear, that the client has other values than the calendar: since
     // either of them changed last, an alert was shown, or a request has not been answered.

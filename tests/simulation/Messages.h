@@ -1,4 +1,4 @@
-// What goes over the bus between plug-in and meeting client, as far as a run has to understand it.
+// The messages between plug-in and meeting client, as far as a run has to interpret them.
 #pragma once
 
 #include "tests/support/TestServices.h"

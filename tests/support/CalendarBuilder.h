@@ -11,7 +11,7 @@ public:
         m_lines += lines;
         return *this;
     }
-    // Adds an appointment; the lines are its times and whatever else it has.
+    // Adds an appointment; the lines are its times and other properties.
     CalendarBuilder &event(const QString &uid, const QByteArray &subject, const QByteArray &lines) {
         m_lines += "BEGIN:VEVENT\nUID:" + uid.toUtf8() + "\nDTSTAMP:20261101T080000Z\nSUMMARY:" + subject +
                    '\n' + lines + "END:VEVENT\n";

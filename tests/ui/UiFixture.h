@@ -10,7 +10,8 @@
 #include <QtWidgets>
 #include <gtest/gtest.h>
 
-// An open editor with a strip in its header, whose context is at hand as long as this lives.
+// An open editor with a strip in its header. Its context is the current one during the lifetime of this
+// object.
 struct EditorWithStrip {
     EditorWithStrip();
     void open(); // tells the strip, as the hooks do

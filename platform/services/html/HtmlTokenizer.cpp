@@ -9,7 +9,7 @@ namespace platform {
 
 namespace {
 
-// What a character can be inside of a tag.
+// The classes of characters inside of a tag.
 enum CharacterClass : unsigned char { Space = 1, Slash = 2, Close = 4, Equals = 8, Letter = 16 };
 
 constexpr std::array<unsigned char, 256> characterClasses = [] {
@@ -143,7 +143,7 @@ bool HtmlTokenizer::readAttributes(HtmlToken *token) {
             continue;
         }
         token->selfClosing = false;
-        const std::size_t start = m_at++; // the first character belongs to the name, whatever it is
+        const std::size_t start = m_at++; // any first character belongs to the name
         takeUntil(Space | Slash | Close | Equals);
         const std::string_view name = m_html.substr(start, m_at - start);
         skipSpaces();

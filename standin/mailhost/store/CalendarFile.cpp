@@ -117,7 +117,7 @@ QString CalendarFile::conferenceLink(const QString &uid, const QString &recurren
 QByteArray CalendarFile::itipMessage(const QString &uid, const QString &recurrenceId, bool cancel) const {
     const CalendarEntry *entry = m_index->find(uid, recurrenceId);
     if (!entry || entry->uidIsMade)
-        return {}; // nobody could answer it; the first change gives it its identifier
+        return {}; // an answer could not name it; the first change writes its identifier
     return mailhost::itipMessage(*entry->component, m_index->zonesOf(*entry), cancel);
 }
 

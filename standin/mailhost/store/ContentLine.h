@@ -33,7 +33,7 @@ public:
     // Quoted and escaped as needed. An existing one keeps its place.
     void setParameter(const QByteArray &name, const QString &value);
     void removeParameter(const QByteArray &name);
-    // The same line folded anew with that line end.
+    // The same line, folded again with that line end.
     [[nodiscard]] ContentLine refolded(const QByteArray &lineEnd) const;
 
 private:

@@ -1,4 +1,4 @@
-// A realistic week, for a first look at the program without a calendar of one's own.
+// A realistic week for trying the program without a calendar file.
 #pragma once
 
 #include <QByteArray>

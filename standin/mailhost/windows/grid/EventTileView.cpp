@@ -17,7 +17,7 @@ constexpr double hoverMore = 0.09;
 constexpr double dimmedOpacity = 0.38;
 constexpr double ghostOpacity = 0.92;
 
-// Rounded where the appointment has an end; where it is cut off, the rounding lies outside of the tile.
+// Rounded at the appointment's ends; where the tile is cut off, the rounding is outside of it.
 QRectF outline(QRectF rect, const TileEnds &ends) {
     if (!ends.start)
         ends.allDay ? rect.setLeft(-radius) : rect.setTop(-radius);
