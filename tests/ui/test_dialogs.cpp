@@ -54,6 +54,20 @@ TEST_F(Dialogs, ShowTheMessageToTheLetter) {
     EXPECT_FALSE(alert());
 }
 
+TEST_F(Dialogs, BreakAWordThatIsWiderThanTheyAre) {
+    const QString address = u"https://m.example/"_s + QString(200, u'x');
+    window.show();
+    ports.showAlertMessage(&window, address);
+    ASSERT_TRUE(alert());
+    const auto *label = alert()->findChild<QLabel *>(u"qt_msgbox_informativelabel"_s);
+    const QRect needed =
+        label->fontMetrics().boundingRect(label->contentsRect(), Qt::TextWordWrap, label->text());
+    EXPECT_LE(needed.width(), label->width());
+    EXPECT_LE(needed.height(), label->height());
+    EXPECT_EQ(label->text().remove(QChar(0x200B)), address);
+    press(alert(), u"OK"_s);
+}
+
 TEST_F(Dialogs, GoWhenTheirWindowDies) {
     auto parent = std::make_unique<QWidget>();
     parent->show();

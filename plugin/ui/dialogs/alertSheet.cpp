@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <algorithm>
 
 namespace {
@@ -27,6 +28,12 @@ QPixmap warningIcon(qreal ratio) {
     return QPixmap::fromImage(platform::services().pluginBundle->image(imageWarning, ratio));
 }
 
+// A label breaks lines only at blanks, and would cut an address that is wider than the alert.
+QString withBreaks(QString message) {
+    static const QRegularExpression longWord(u"([!-~]{40})(?=[!-~])"_s);
+    return message.replace(longWord, u"\\1\u200B"_s);
+}
+
 // A message may come from the client, so markup in it must not be interpreted.
 void showPlainly(QMessageBox *alert, const QString &message) {
     alert->setTextFormat(Qt::PlainText);
@@ -34,7 +41,7 @@ void showPlainly(QMessageBox *alert, const QString &message) {
     alert->setInformativeText(u" "_s); // makes the label before the text can select its format
     if (auto *label = alert->findChild<QLabel *>(outletMessage))
         label->setTextFormat(Qt::PlainText);
-    alert->setInformativeText(message);
+    alert->setInformativeText(withBreaks(message));
     if (auto *title = alert->findChild<QLabel *>(outletTitle))
         title->hide();
     alert->setAccessibleName(message);
