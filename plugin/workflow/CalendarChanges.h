@@ -17,8 +17,7 @@ public:
     // Drops the current context, whose work is done.
     void finish();
     // Drops an unanswered change of the current meeting, because the meeting's editor now saves or deletes
-    // it. The change must not reach the client afterwards; the editor already shows its effect on the
-    // appointment.
+    // it. The change must not reach the client afterwards; the editor already shows its effect.
     void supersede();
     // Tells the editors that are saving the meeting that the calendar is changing it. The change may overtake
     // the data that they have sent, so they compare again before their work ends.

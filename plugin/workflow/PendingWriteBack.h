@@ -3,8 +3,7 @@
 
 #include <QString>
 
-// A write-back composes it; the next time the host stores the appointment consumes it. A null text is not
-// set.
+// A write-back composes it; the next storing of the appointment consumes it. A null text is not set.
 struct PendingWriteBack {
     bool needClearLocation = false;
     QString joinURL;             // written by this write-back

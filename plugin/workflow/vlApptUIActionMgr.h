@@ -22,8 +22,7 @@ public:
     void createVlAdditionViewOnCalHeaderContainerView(QWidget *headerView);
     // Call it before the host saves or sends: it sends the command that the operation requires. `action` is
     // {"keyApptViewActionID"}; if it is empty, the strip keeps its host action. Any result other than
-    // heldBack and hostMayProceed means that the command could not start; the host operation is held back as
-    // well.
+    // heldBack and hostMayProceed: the command could not start; the host operation is held back too.
     int handleVLMeeting(rt::Object *editor, const QVariantMap &action);
 
     // Called by the strip's buttons. `meetingType` is unused.

@@ -397,8 +397,7 @@ int vlMeetingMgr::onSchdulerActionFinished(const Work &work) {
     return nothingStarted;
 }
 
-// Removes the meeting from the appointment even after a failure; only the strip and the calendar use the
-// result.
+// Removes the meeting from the appointment even after a failure; strip and calendar use the result.
 int vlMeetingMgr::onDeleteActionFinished(const Work &work) {
     const rt::Weak<> editor(work.editor);
     const QVariantMap answer = tellResult(work, StripState::NoMeeting);

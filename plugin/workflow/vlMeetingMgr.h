@@ -1,5 +1,4 @@
-// The controller of the meeting work: turns the user's commands into requests and writes answers into the
-// appointment.
+// The controller of the meeting work: turns commands into requests and writes answers into appointments.
 #pragma once
 
 #include "platform/runtime/Value.h"
@@ -35,8 +34,7 @@ public:
 
     // Commands. Each call records the command as the last one and starts it on the strip, on the editor, or
     // on neither. Returns 0 if it was started or needs no work. If the request failed, a deletion, an instant
-    // meeting and the reading of the personal meeting return the number of the ClientError; other commands
-    // return 0.
+    // meeting and the reading of the personal meeting return the ClientError's number; others return 0.
     int sendVlMeetingCommand(MeetingCommand command, EditorStrip *strip);
     int sendVlMeetingCommand(MeetingCommand command, rt::Object *editor);
     int sendVlMeetingCommand(MeetingCommand command);
@@ -61,8 +59,7 @@ public:
 
     void onExcuteCommandFinished(MeetingCommand command, const QVariantMap &data) override;
     void onRequestDenied() override;
-    // Runs the host operation that waited for the meeting work, or clears the saved data if the editor no
-    // longer exists.
+    // Runs the host operation that waited for the work, or clears the saved data if the editor is gone.
     void closeOLAppointment(rt::Object *editor);
     // Clears the data of the current context and, with `dropEditor`, the adapter of the body editor. The
     // user's profile is cleared together with the last context that uses it.
@@ -72,8 +69,7 @@ public:
     [[nodiscard]] QString getApptWindowIDByWindow(QWidget *window) const override;
     void setScheduleForEmail(const QString &email) override;
 
-    // Writes the meeting into the appointment and, with `commit`, into its stored record. Does nothing
-    // without an appointment.
+    // Writes the meeting into the appointment and, with `commit`, into its stored record, if there is one.
     void updateVlKeyInfoToAppointment(rt::Object *editor, const QVariantMap &info, bool commit);
     void updateVlMeetingInfoToAppointmentForDelete(rt::Object *editor, const QVariantMap &answer);
     void updateMailBodyForSchedule(rt::Object *editor);
@@ -83,8 +79,7 @@ public:
     // Null without a new join URL.
     [[nodiscard]] QString getOLUserInputLocation(const vlERCalendarEventEditorViewController &editor,
                                                  const QString &oldJoinURL, const QString &joinURL) const;
-    // The meeting's part of the location: the new join URL and the rooms. Null without a valid event or
-    // without a join URL.
+    // The meeting's part of the location: the new join URL and the rooms. Null without event or join URL.
     [[nodiscard]] QString getVlLocation(const vlECCalendarEvent &event) const;
 
     // The values to add when the host stores the appointment's record next (see PendingWriteBack).
@@ -126,8 +121,7 @@ private:
     int start(const Work &work);
     int follow(Source source, const Work &work);
 
-    // The steps of the transitions. Return 0 if the step was started or needs no work, else the number of the
-    // ClientError.
+    // The steps of the transitions. Return 0 if started or without work, else the ClientError's number.
     int addVelaMeeting(const Work &work);
     int changeSettings(const Work &work);
     int executeGetMeetingForChangeSetting(const Work &work);
@@ -160,8 +154,7 @@ private:
     [[nodiscard]] QVariantMap requestOf(const Work &work) const;
     [[nodiscard]] bool isAppointmentKnown(const Work &work) const;
     QVariantMap tellResult(const Work &work, StripState shown);
-    // Sends the update if the request differs from the loaded meeting; otherwise only writes the appointment
-    // again.
+    // Sends the update if the request differs from the loaded meeting; else only writes the appointment.
     int commitUpdateMeeting(EditorStrip *strip, const QVariantMap &request);
     int updatePMIMeeting(EditorStrip *strip);
     int sendUpdate(EditorStrip *strip, const QVariantMap &request);

@@ -5,8 +5,7 @@
 
 #include <QString>
 
-// Editors are identified by their appointment window identifier. An editor without a strip schedules for the
-// user.
+// Editors are identified by their appointment window identifier. Without a strip it schedules for the user.
 class vlOnbehalfData : public SharedObject<vlOnbehalfData> {
 public:
     [[nodiscard]] bool isOnbehalf(const QString &apptWindowID) const;

@@ -10,12 +10,10 @@
 
 class EditorStrip;
 
-// The selected account belongs to the meeting data of its appointment until that data is cleared. Main thread
-// only.
+// The selected account belongs to its appointment's meeting data until that is cleared. Main thread only.
 class vlPACMeetingMgr : public SharedObject<vlPACMeetingMgr> {
 public:
-    // Selects the account and applies it; reads the profile and the accounts first if they are missing.
-    // Returns 0.
+    // Selects the account and applies it; reads profile and accounts first if they are missing. Returns 0.
     int addPACMeeting(EditorStrip *strip, PACAccount account);
     void executeGetPAC(EditorStrip *strip);
     // Requests the accounts unless memory holds those of the user. Shows a progress window only while an
@@ -23,8 +21,7 @@ public:
     bool requestAccountsIfNeeded(const EditorStrip *strip);
     // Whether the accounts in memory are those of the user who is signed in.
     [[nodiscard]] static bool knowsTheUsersAccounts();
-    // Writes the selected account into body and location; shows an alert if the account has no invitation.
-    // Returns 0.
+    // Writes the selected account into body and location; alerts if it has no invitation. Returns 0.
     int schedulePACMeeting(EditorStrip *strip);
     // Handles the answer with the accounts. Writes nothing unless an audio conference is being added.
     int onGetPACActionFinished(const QVariantMap &data);

@@ -102,8 +102,7 @@ struct WorkflowPorts {
     EditorStrips *strips = nullptr;
     SettingsSheets *sheets = nullptr;
     WorkflowAlerts *alerts = nullptr;
-    // Makes a strip with that frame (origin at the bottom left) in a host's header view, which owns the
-    // strip.
+    // Makes a strip with that frame (origin at the bottom left) in a host's header view, which owns it.
     std::function<void(QWidget *headerView, const QRectF &frame)> createStrip;
     static WorkflowPorts &instance();
 };
