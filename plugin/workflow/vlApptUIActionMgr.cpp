@@ -74,11 +74,7 @@ int vlApptUIActionMgr::changeVLMeeting(EditorStrip *strip, int) {
     return vlMeetingMgr::sharedInstance().sendVlMeetingCommand(MeetingCommand::CmdChangeSettings, strip);
 }
 
-int vlApptUIActionMgr::closeOLAppointment(const QString &apptWindowID) {
-    vlMeetingMgr &manager = vlMeetingMgr::sharedInstance();
-    if (const EditorStrip *strip = vlMeetingWindows::stripOfWindowID(apptWindowID))
-        manager.closeOLAppointment(strip->editorViewController());
-    else
-        manager.clearAllSavedData(true);
+int vlApptUIActionMgr::closeOLAppointment() {
+    vlMeetingMgr::sharedInstance().clearAllSavedData(true);
     return 0;
 }

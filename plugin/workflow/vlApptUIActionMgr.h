@@ -31,6 +31,7 @@ public:
     int cancelVLMeeting(EditorStrip *strip, int meetingType);
     int changeVLMeeting(EditorStrip *strip, int meetingType);
 
-    // Call it after the window with that identifier has closed. Returns 0.
-    int closeOLAppointment(const QString &apptWindowID);
+    // Call it in the context of an editor after its window has closed. Returns 0. The window's identifier is
+    // of no use here: the next editor's window may have the same address.
+    int closeOLAppointment();
 };

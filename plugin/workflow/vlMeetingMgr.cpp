@@ -436,12 +436,12 @@ int vlMeetingMgr::updateAfterReading(const Work &work) {
 }
 
 int vlMeetingMgr::commitUpdateMeeting(EditorStrip *strip, const QVariantMap &request) {
-    noteSent(request);
     if (isMeetingChanged(request, vlGetMeetingHelper::sharedInstance().getMeetingInfo())) {
         const QVariantMap settings = rt::mapValue(request.value(vl_Setting));
         return rt::boolValue(settings.value(vl_Setting_IsPMI)) ? updatePMIMeeting(strip)
                                                                : sendUpdate(strip, request);
     }
+    noteSent(request);
     // The record of a new meeting is also written if a save came before the meeting was read.
     return writeLoadedMeeting(vlMeetingWindows::editorOf(strip), MeetingContext::atHand().isNewMeeting);
 }

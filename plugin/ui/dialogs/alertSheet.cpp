@@ -65,8 +65,9 @@ int balancedWidth(const QLabel &label) {
             .boundingRect(QRect(0, 0, width, 0), Qt::TextWordWrap, label.text())
             .height();
     };
+    const int fewestLines = height(widestWidth);
     int width = widestWidth;
-    while (width > smallestWidth && height(width - widthStep) == height(widestWidth))
+    while (width > smallestWidth && height(width - widthStep) == fewestLines)
         width -= widthStep;
     return width;
 }

@@ -186,16 +186,11 @@ void vlActionAdditionView::onWindowWillClose(QWidget *window) {
     setParent(nullptr);
     m_ownWindow = nullptr;
     m_context->strip = nullptr;
-    const QString identifier = rt::identifier(window);
-    platform::services().runLoop->callAfter(closeReportDelay, [identifier, context = m_context] {
+    platform::services().runLoop->callAfter(closeReportDelay, [context = m_context] {
         const RequestOwner::Scope scope(context);
-        sendWindowCloseNotification(identifier);
+        vlApptUIActionMgr::sharedInstance().closeOLAppointment();
     });
     deleteLater(); // the window may be closed by one of the strip's buttons
-}
-
-void vlActionAdditionView::sendWindowCloseNotification(const QString &apptWindowID) {
-    vlApptUIActionMgr::sharedInstance().closeOLAppointment(apptWindowID);
 }
 
 void vlActionAdditionView::paintEvent(QPaintEvent *) {

@@ -92,7 +92,6 @@ public:
     void popupNotSupportPACWarningMsg();
 
     void onWindowWillClose(QWidget *window);
-    static void sendWindowCloseNotification(const QString &apptWindowID);
 
     [[nodiscard]] const std::shared_ptr<MeetingContext> &context() const override { return m_context; }
 
