@@ -1,8 +1,9 @@
-# Sourced by ./run and ./test: installs what is missing, configures and builds. Needs $root (the checkout).
+# Sourced by ./run, ./test and others: installs what is missing, configures and builds. Needs $root (the checkout);
+# $purposes may name what is wanted besides running: "test", "package" (scripts/packages.txt).
 
 missing_packages() {
-    grep -v '^#' "$root/scripts/packages.txt" | while read -r package; do
-        [ -n "$package" ] || continue
+    grep -v '^#' "$root/scripts/packages.txt" | while read -r package purpose; do
+        [[ -z "$purpose" || " ${purposes:-} " = *" $purpose "* ]] || continue
         [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || echo "$package"
     done
 }
