@@ -61,35 +61,30 @@ public:
 
     // Never nullptr for an existing object that was made with a class.
     [[nodiscard]] Class *isa() const { return m_isa; }
+    // Expires when the object is destroyed.
+    [[nodiscard]] std::weak_ptr<bool> life() const;
 
 private:
-    friend class WeakBase;
-    std::shared_ptr<bool> lifeToken() const; // made on first use
     Class *m_isa;
-    mutable std::shared_ptr<bool> m_alive;
-};
-
-class WeakBase {
-protected:
-    explicit WeakBase(const Object *object);
-    WeakBase() = default;
-    [[nodiscard]] bool alive() const { return m_alive && *m_alive; }
-    std::shared_ptr<bool> m_alive;
+    mutable std::shared_ptr<bool> m_life; // made on first use
 };
 
 // A reference that does not keep its object alive and becomes nullptr when the object is destroyed.
 template<typename T = Object>
-class Weak : WeakBase {
+class Weak {
 public:
     Weak() = default;
     Weak(T *object)
-        : WeakBase(object)
-        , m_object(object) {}
-    [[nodiscard]] T *get() const { return alive() ? m_object : nullptr; }
+        : m_object(object) {
+        if (object)
+            m_life = object->life();
+    }
+    [[nodiscard]] T *get() const { return m_life.expired() ? nullptr : m_object; }
     explicit operator bool() const { return get() != nullptr; }
 
 private:
     T *m_object = nullptr;
+    std::weak_ptr<bool> m_life;
 };
 
 // A class: a name, a superclass, a table of instance methods, and a metaclass whose table holds the class

@@ -1,7 +1,6 @@
 #include "platform/runtime/Runtime.h"
 
-#include <QObject>
-#include <QSet>
+#include <QWidget>
 
 namespace rt {
 
@@ -33,19 +32,13 @@ QString Selector::name() const {
     return m_entry ? m_entry->name : QString();
 }
 
-Object::~Object() {
-    if (m_alive)
-        *m_alive = false;
-}
+Object::~Object() = default;
 
-std::shared_ptr<bool> Object::lifeToken() const {
-    if (!m_alive)
-        m_alive = std::make_shared<bool>(true);
-    return m_alive;
+std::weak_ptr<bool> Object::life() const {
+    if (!m_life)
+        m_life = std::make_shared<bool>(true);
+    return m_life;
 }
-
-WeakBase::WeakBase(const Object *object)
-    : m_alive(object ? object->lifeToken() : nullptr) {}
 
 Class::Class(QString name, Class *superclass, Class *metaclass)
     : Object(metaclass)
@@ -131,10 +124,6 @@ bool addMethod(Class *cls, Selector selector, Implementation implementation, con
     return Registry::instance().add(cls, selector, implementation, signature);
 }
 
-bool addMethod(Class *cls, const char *selector, Implementation implementation, const char *signature) {
-    return addMethod(cls, Selector(selector), implementation, signature);
-}
-
 Method *instanceMethod(Class *cls, Selector selector) {
     return cls ? cls->lookup(selector) : nullptr;
 }
@@ -166,14 +155,7 @@ class TemporaryHolder : public QObject {
 public:
     explicit TemporaryHolder(std::unique_ptr<Object> object)
         : m_object(std::move(object)) {
-        holders().insert(this);
         deleteLater();
-    }
-    ~TemporaryHolder() override { holders().remove(this); }
-
-    static QSet<TemporaryHolder *> &holders() {
-        static auto *living = new QSet<TemporaryHolder *>;
-        return *living;
     }
 
 private:
@@ -189,12 +171,44 @@ Object *temporary(std::unique_ptr<Object> object) {
     return raw;
 }
 
-void drainTemporaries() {
-    // Destructors may make new holders, which stay until the next call.
-    const QSet<TemporaryHolder *> dying = TemporaryHolder::holders();
-    for (TemporaryHolder *holder : dying)
-        if (TemporaryHolder::holders().contains(holder))
-            delete holder;
+// Values that are objects
+
+namespace {
+
+QString addressText(const void *address) {
+    if (!address)
+        return {};
+    return QString::number(quint32(reinterpret_cast<quintptr>(address) & 0xffffffffU), 16);
+}
+
+} // namespace
+
+Object *objectValue(const Value &value) {
+    if (value.metaType() == QMetaType::fromType<Object *>())
+        return value.value<Object *>();
+    return dynamic_cast<Object *>(value.value<QWidget *>());
+}
+
+QWidget *widgetValue(const Value &value) {
+    if (value.metaType() == QMetaType::fromType<Object *>())
+        return dynamic_cast<QWidget *>(value.value<Object *>());
+    return value.value<QWidget *>();
+}
+
+Value fromObject(Object *object) {
+    return object ? Value::fromValue(object) : Value();
+}
+
+Value fromWidget(QWidget *widget) {
+    return widget ? Value::fromValue(widget) : Value();
+}
+
+QString identifier(const Object *object) {
+    return addressText(object);
+}
+
+QString identifier(const QWidget *widget) {
+    return addressText(widget);
 }
 
 } // namespace rt

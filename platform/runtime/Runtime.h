@@ -19,7 +19,6 @@ Class *defineClass(const QString &name, Class *superclass = nullptr);
 // Adds a method to the class itself. Returns false and changes nothing if this class itself already has a
 // method under that selector or an argument is missing. Add class methods to the metaclass.
 bool addMethod(Class *cls, Selector selector, Implementation implementation, const char *signature);
-bool addMethod(Class *cls, const char *selector, Implementation implementation, const char *signature);
 
 // The method that an instance of the class (or the class itself) would run; nullptr if there is none.
 [[nodiscard]] Method *instanceMethod(Class *cls, Selector selector);
@@ -52,13 +51,9 @@ Value send(Object *object, Selector selector, A &&...arguments) {
         return sendArgs(object, selector, Args(values, int(sizeof...(A))));
     }
 }
-template<typename... A>
-Value send(Object *object, const char *selector, A &&...arguments) {
-    return send(object, Selector(selector), std::forward<A>(arguments)...);
-}
 
-// Keeps a temporary object alive until the end of the current turn of the main event loop (in a test without
-// a loop: until drainTemporaries()). For results of methods that have no owner. Returns the object.
+// Keeps a temporary object alive until the end of the current turn of the main event loop (without a loop:
+// until deferred deletions are sent). For results of methods that have no owner. Returns the object.
 Object *temporary(std::unique_ptr<Object> object);
 template<typename T>
 T *temporary(std::unique_ptr<T> object) {
@@ -66,6 +61,5 @@ T *temporary(std::unique_ptr<T> object) {
     temporary(std::unique_ptr<Object>(std::move(object)));
     return raw;
 }
-void drainTemporaries();
 
 } // namespace rt

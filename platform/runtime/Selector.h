@@ -24,7 +24,7 @@ public:
     constexpr Selector() = default;
     // Interns the name. An empty or null name gives the null selector.
     explicit Selector(const QString &name);
-    explicit Selector(const char *name);
+    Selector(const char *name);
 
     [[nodiscard]] bool isNull() const { return m_entry == nullptr; }
     // The name with its colons; empty for the null selector.

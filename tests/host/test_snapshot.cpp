@@ -160,5 +160,5 @@ TEST(Date, CountsToAndFromOtherDates) {
     EXPECT_EQ(adapter.timeIntervalSinceDate(moved), 90.0);
     EXPECT_EQ(adapter.timeIntervalSinceDate(nullptr), 0.0);
     EXPECT_EQ(vlOLCalendarDate(nullptr).dateByAddingTimeInterval(1), nullptr);
-    rt::drainTemporaries();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }

@@ -57,7 +57,6 @@ protected:
     void TearDown() override {
         host.reset();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        rt::drainTemporaries();
     }
 
     void startHost(const QString &version) {

@@ -28,7 +28,7 @@ WorkflowTest::WorkflowTest() {
 
 WorkflowTest::~WorkflowTest() {
     platform::unregisterWindow(&mainWindow);
-    rt::drainTemporaries();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 QVariantMap WorkflowTest::theMeeting(const QVariantMap &changes) {
