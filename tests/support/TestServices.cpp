@@ -1,9 +1,6 @@
 #include "tests/support/TestServices.h"
 
 #include "platform/services/bundle/InterfaceLoader.h"
-#include "platform/services/bus/NotificationLimits.h"
-#include "platform/services/storage/DefaultsRules.h"
-#include "platform/services/workspace/RootFolder.h"
 
 #include <QFileInfo>
 #include <QImage>
@@ -63,7 +60,7 @@ void MemoryNotificationBus::post(const QString &name, const QString &sender, con
     }
     m_runLoop.callAfter(0, [this, alive = std::weak_ptr<bool>(m_alive), name, arriving] {
         if (!alive.expired())
-            m_observers.deliver(name, arriving);
+            m_observers.post(name, arriving);
     });
 }
 
@@ -141,14 +138,9 @@ QImage EchoBundle::image(const QString &name, qreal devicePixelRatio) const {
     return image;
 }
 
-QString EchoBundle::pathForResource(const QString &fileName) const {
-    const QString path = interfaceFolder + QLatin1Char('/') + fileName;
-    return !interfaceFolder.isEmpty() && QFileInfo(path).isFile() ? path : QString();
-}
-
 std::unique_ptr<QWidget> EchoBundle::loadInterface(const QString &name) const {
-    const QString path = pathForResource(name + QLatin1String(".ui"));
-    return path.isNull() ? nullptr : InterfaceLoader(interfaceFolder).load(path);
+    const QString path = interfaceFolder + u'/' + name + QLatin1String(".ui");
+    return QFileInfo(path).isFile() ? InterfaceLoader(interfaceFolder).load(path) : nullptr;
 }
 
 TestDesktop installTestServices() {

@@ -49,9 +49,9 @@ public:
     void post(const QString &name, const QString &sender, const TextMap &userInfo,
               bool deliverImmediately) override;
     [[nodiscard]] ObserverId addObserver(const QString &name, Handler handler) override {
-        return m_observers.add(name, std::move(handler));
+        return m_observers.addObserver(name, std::move(handler));
     }
-    void removeObserver(ObserverId observer) override { m_observers.remove(observer); }
+    void removeObserver(ObserverId observer) override { m_observers.removeObserver(observer); }
 
     // All accepted notifications so far, in order, including unobserved ones.
     [[nodiscard]] const QList<Posted> &posted() const { return m_posted; }
@@ -126,7 +126,6 @@ public:
     [[nodiscard]] QString localizedString(const QString &key, const QString &fallback,
                                           const QString &table) const override;
     [[nodiscard]] QImage image(const QString &name, qreal devicePixelRatio) const override;
-    [[nodiscard]] QString pathForResource(const QString &fileName) const override;
     [[nodiscard]] std::unique_ptr<QWidget> loadInterface(const QString &name) const override;
 };
 

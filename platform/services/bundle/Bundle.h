@@ -23,8 +23,6 @@ public:
     // The image of that name at the given device pixel ratio (its devicePixelRatio is set; its size in points
     // is the same at every ratio); a null image if there is none.
     [[nodiscard]] virtual QImage image(const QString &name, qreal devicePixelRatio = 1.0) const = 0;
-    // The (plain) path of a resource file by its full name; null if there is none.
-    [[nodiscard]] virtual QString pathForResource(const QString &fileName) const = 0;
     // Builds the top widget of the interface description of that name, without a parent; the caller owns it.
     // Returns nullptr if there is none or it is malformed (logs one line). Find widgets by objectName().
     [[nodiscard]] virtual std::unique_ptr<QWidget> loadInterface(const QString &name) const = 0;

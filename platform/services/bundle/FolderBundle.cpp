@@ -46,18 +46,14 @@ public:
         return m_images.image(name, devicePixelRatio);
     }
 
-    QString pathForResource(const QString &fileName) const override {
-        const QString path = m_folder + QLatin1Char('/') + fileName;
-        return QFileInfo(path).isFile() ? path : QString();
-    }
-
     // A language may have its own copy of a description that contains texts.
     std::unique_ptr<QWidget> loadInterface(const QString &name) const override {
-        const QString file = name + QLatin1String(".ui");
-        QString path = pathForResource(m_language + QLatin1String(".lproj/") + file);
-        if (path.isNull())
-            path = pathForResource(file);
-        return path.isNull() ? nullptr : m_interfaces.load(path);
+        for (const QString &folder : {folderOf(m_language), m_folder}) {
+            const QString path = folder + QLatin1Char('/') + name + QLatin1String(".ui");
+            if (QFileInfo(path).isFile())
+                return m_interfaces.load(path);
+        }
+        return nullptr;
     }
 
 private:

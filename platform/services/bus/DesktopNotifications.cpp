@@ -1,19 +1,11 @@
 #include "platform/services/bus/DesktopNotifications.h"
 
-#include "platform/services/bus/NotificationLimits.h"
-#include "platform/services/bus/SessionBus.h"
-
 namespace platform {
 
-DesktopNotificationCenter::DesktopNotificationCenter(std::shared_ptr<SessionBus> bus,
-                                                     std::shared_ptr<ObserverList<TextMap>> observers)
-    : m_bus(std::move(bus))
-    , m_observers(std::move(observers)) {}
-
-// A running delivery has its own reference to the list.
-DesktopNotificationCenter::~DesktopNotificationCenter() {
-    m_observers->clear();
-}
+DesktopNotificationCenter::DesktopNotificationCenter(const QString &ownName)
+    : m_bus(std::make_shared<SessionBus>(ownName, [this](const QString &name, const TextMap &userInfo) {
+        m_observers.post(name, userInfo);
+    })) {}
 
 void DesktopNotificationCenter::post(const QString &name, const QString &sender, const TextMap &userInfo,
                                      bool /*deliverImmediately: the bus never holds anything back*/) {
@@ -26,12 +18,12 @@ void DesktopNotificationCenter::post(const QString &name, const QString &sender,
 
 ObserverId DesktopNotificationCenter::addObserver(const QString &name, Handler handler) {
     m_bus->observe(name);
-    return m_observers->add(name, std::move(handler));
+    return m_observers.addObserver(name, std::move(handler));
 }
 
 void DesktopNotificationCenter::removeObserver(ObserverId observer) {
-    const QString name = m_observers->remove(observer);
-    if (!m_observers->observes(name))
+    const QString name = m_observers.removeObserver(observer);
+    if (!m_observers.observes(name))
         m_bus->stopObserving(name);
 }
 

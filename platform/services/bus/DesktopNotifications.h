@@ -2,27 +2,27 @@
 #pragma once
 
 #include "platform/services/bus/Notifications.h"
+#include "platform/services/bus/SessionBus.h"
 
 #include <memory>
 
 namespace platform {
 
-class SessionBus;
-
-// Shares the observers and the bus with their creator, because the bus's receiver delivers to the observers.
 class DesktopNotificationCenter : public DistributedNotificationCenter {
 public:
-    DesktopNotificationCenter(std::shared_ptr<SessionBus> bus,
-                              std::shared_ptr<ObserverList<TextMap>> observers);
-    ~DesktopNotificationCenter() override;
+    // Claims `ownName` as SessionBus does.
+    explicit DesktopNotificationCenter(const QString &ownName);
     void post(const QString &name, const QString &sender, const TextMap &userInfo,
               bool deliverImmediately) override;
     [[nodiscard]] ObserverId addObserver(const QString &name, Handler handler) override;
     void removeObserver(ObserverId observer) override;
 
+    // For services that query the bus. It delivers to this object.
+    [[nodiscard]] const std::shared_ptr<SessionBus> &bus() const { return m_bus; }
+
 private:
+    ObserverList<TextMap> m_observers;
     std::shared_ptr<SessionBus> m_bus;
-    std::shared_ptr<ObserverList<TextMap>> m_observers;
 };
 
 } // namespace platform

@@ -1,7 +1,5 @@
 #include "platform/services/bus/NotificationSignal.h"
 
-#include "platform/services/bus/NotificationLimits.h"
-
 #include <QStringDecoder>
 #include <algorithm>
 #include <cstring>

@@ -33,20 +33,13 @@ public:
     virtual void removeObserver(ObserverId observer) = 0; // unknown and 0 are ignored
 };
 
-// Notifications inside the process, delivered before post() returns, in the order of registration. A delivery
-// does not call observers that were added or removed during it. Exceptions of a handler are caught.
-class NotificationCenter {
-public:
-    using Handler = std::function<void(const QString &name, const QVariantMap &userInfo)>;
+// The reason why the notification cannot be sent by any transport; null if it can.
+[[nodiscard]] QString refusalOf(const QString &name, const QString &sender, const TextMap &userInfo);
+// The text as it arrives. U+FFFD replaces what a bus does not carry: noncharacters (U+FDD0 to U+FDEF and the
+// last two code points of each plane) and lone surrogates.
+[[nodiscard]] QString carriedText(const QString &text);
 
-    void post(const QString &name, const QVariantMap &userInfo) { m_observers.deliver(name, userInfo); }
-    [[nodiscard]] ObserverId addObserver(const QString &name, Handler handler) {
-        return m_observers.add(name, std::move(handler));
-    }
-    void removeObserver(ObserverId observer) { m_observers.remove(observer); }
-
-private:
-    ObserverList<QVariantMap> m_observers;
-};
+// Notifications inside the process, delivered before post() returns.
+using NotificationCenter = ObserverList<QVariantMap>;
 
 } // namespace platform

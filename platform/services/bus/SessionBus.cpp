@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <ctime>
 #include <poll.h>
 #include <utility>
 
@@ -37,14 +36,11 @@ int onMatchAnswer(sd_bus_message *answer, void *, sd_bus_error *) {
     return 0;
 }
 
+// A moment of the monotonic clock, which is the one of steady_clock.
 std::chrono::milliseconds untilMoment(uint64_t monotonicMicroseconds) {
-    timespec now{};
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    const auto nowMicroseconds = uint64_t(now.tv_sec) * 1'000'000 + uint64_t(now.tv_nsec) / 1000;
-    if (monotonicMicroseconds <= nowMicroseconds)
-        return 0ms;
-    const auto wait = std::chrono::microseconds(monotonicMicroseconds - nowMicroseconds);
-    return std::min<std::chrono::milliseconds>(std::chrono::ceil<std::chrono::milliseconds>(wait), 1h);
+    const std::chrono::steady_clock::time_point moment{std::chrono::microseconds(monotonicMicroseconds)};
+    const auto wait = std::chrono::ceil<std::chrono::milliseconds>(moment - std::chrono::steady_clock::now());
+    return std::clamp<std::chrono::milliseconds>(wait, 0ms, 1h);
 }
 
 } // namespace
@@ -65,10 +61,7 @@ SessionBus::SessionBus(const QString &ownName, Receiver receiver)
     waitUntilReady();
 }
 
-SessionBus::~SessionBus() {
-    m_awaited.reset();
-    m_matches.clear();
-}
+SessionBus::~SessionBus() = default;
 
 void SessionBus::open() {
     sd_bus *bus = nullptr;
@@ -154,12 +147,9 @@ void SessionBus::process() {
     // Done before any delivery, because a receiver may ask whether this program runs.
     if (!std::exchange(m_claims, true) && m_bus)
         claimName();
-    const std::weak_ptr<bool> alive = m_alive;
     for (int messages = 0; messages < messagesPerTurn; ++messages) {
         const int result = m_bus ? processOnce() : 0;
         deliverReceived();
-        if (alive.expired())
-            return;
         if (result <= 0)
             break;
     }
@@ -177,11 +167,9 @@ int SessionBus::processOnce() {
 }
 
 void SessionBus::deliverReceived() {
-    const std::weak_ptr<bool> alive = m_alive;
-    while (!alive.expired() && !m_received.isEmpty()) {
+    while (!m_received.isEmpty()) {
         const Received next = m_received.dequeue();
-        const Receiver receiver = m_receiver; // outlives this object
-        guarded("session bus", [&] { receiver(next.name, next.userInfo); });
+        guarded("session bus", [&] { m_receiver(next.name, next.userInfo); });
     }
 }
 

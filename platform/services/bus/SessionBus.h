@@ -27,8 +27,7 @@ public:
 
     // Claims `ownName`, unless it is empty, when the event loop first runs: other programs may send as soon
     // as they see the name, and the observers are registered by then. Does not take a name from another
-    // process. The receiver is called from the event loop only, may run a nested event loop, and may destroy
-    // this object.
+    // process. The receiver is called from the event loop only and may run a nested event loop.
     SessionBus(const QString &ownName, Receiver receiver);
     ~SessionBus();
     Q_DISABLE_COPY_MOVE(SessionBus)
@@ -94,7 +93,7 @@ private:
 
     const QByteArray m_ownName;
     const Receiver m_receiver;
-    Connection m_bus; // null while disconnected
+    Connection m_bus; // null while disconnected; must be destroyed after its slots
     std::map<QString, Slot> m_matches;
     QStringList m_observed;
     QQueue<Received> m_received;
@@ -109,7 +108,6 @@ private:
     QTimer m_retry;
     QTimer m_holdEnd; // active while messages are held back
     std::chrono::milliseconds m_retryDelay;
-    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };
 
 } // namespace platform

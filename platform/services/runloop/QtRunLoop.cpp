@@ -43,7 +43,6 @@ void QtRunLoop::cancel(TimerId timer) {
 }
 
 void QtRunLoop::runDue() {
-    const std::weak_ptr<bool> alive = m_alive;
     const TimerId last = m_lastId; // calls added meanwhile wait for the next turn
     const Clock::time_point now = Clock::now();
     while (!m_pending.empty() && m_pending.front().due <= now && m_pending.front().id <= last) {
@@ -52,8 +51,6 @@ void QtRunLoop::runDue() {
         armTimer(); // before the call, which may run a nested event loop
         if (next.callback)
             guarded("run loop", next.callback);
-        if (alive.expired())
-            return;
     }
     armTimer();
 }

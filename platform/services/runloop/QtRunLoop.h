@@ -5,7 +5,6 @@
 
 #include <QTimer>
 #include <chrono>
-#include <memory>
 #include <vector>
 
 namespace platform {
@@ -30,7 +29,6 @@ private:
     QTimer m_timer;
     std::vector<Pending> m_pending; // sorted by due, then id
     TimerId m_lastId = 0;
-    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };
 
 } // namespace platform

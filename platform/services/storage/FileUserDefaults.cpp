@@ -1,7 +1,6 @@
 #include "platform/services/storage/FileUserDefaults.h"
 
 #include "platform/services/propertylist/PropertyList.h"
-#include "platform/services/storage/DefaultsRules.h"
 
 #include <QDir>
 #include <QFile>

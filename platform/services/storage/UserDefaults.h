@@ -21,4 +21,7 @@ public:
     [[nodiscard]] virtual rt::Value valueInDomain(const QString &domain, const QString &key) const = 0;
 };
 
+// setValue() of every storage: changes the entry by the rules above. Returns whether `values` changed.
+bool changeDefault(QVariantMap *values, const QString &key, const rt::Value &value);
+
 } // namespace platform

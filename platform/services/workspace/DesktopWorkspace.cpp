@@ -2,7 +2,6 @@
 
 #include "platform/services/bus/SessionBus.h"
 #include "platform/services/propertylist/PropertyList.h"
-#include "platform/services/workspace/RootFolder.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -25,9 +24,6 @@ const QString executableKey = u"CFBundleExecutable"_s;
 
 // A bundle is in a shared folder or in a product's folder inside one.
 constexpr int searchDepth = 2;
-
-// The version to which this library's services correspond; see Workspace::systemVersion.
-constexpr int servicesVersion = 0x1068;
 
 QWidget *windowToShow() {
     if (QWidget *modal = QApplication::activeModalWidget())
@@ -157,7 +153,7 @@ bool DesktopWorkspace::startProcess(const QString &executable, const QStringList
 }
 
 int DesktopWorkspace::systemVersion() const {
-    return QSysInfo::kernelVersion().isEmpty() ? 0 : servicesVersion;
+    return 0x1068;
 }
 
 QString DesktopWorkspace::homeFolder() const {

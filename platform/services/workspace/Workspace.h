@@ -1,10 +1,24 @@
 // The applications, bundles and folders of the desktop.
 #pragma once
 
+#include "platform/Literals.h"
+
 #include <QString>
 #include <QStringList>
 
 namespace platform {
+
+// The folders (with a trailing "/") of the system's own paths, which lie below a root folder on this machine.
+inline const QStringList bundleFolders{u"/Applications/"_s, u"/Users/Shared/"_s};
+// The path below `root` if it begins with one of those folders; otherwise, or with an empty root, the path
+// itself.
+inline QString belowRoot(const QString &root, const QString &path) {
+    for (const QString &folder : bundleFolders) {
+        if (path.startsWith(folder))
+            return root + path;
+    }
+    return path;
+}
 
 // Takes and returns the system's own absolute paths ("/Applications/Some.app"); resolve() maps one to the
 // path on this machine, below a root folder. The other services take resolved or plain paths. Caches nothing:
@@ -13,9 +27,9 @@ class Workspace {
 public:
     virtual ~Workspace() = default;
 
-    // The path below a root folder if `path` begins with "/Applications/" or "/Users/Shared/"; otherwise the
-    // path itself. Uses the first root folder that has the path, else the first root folder, which is
-    // writable for the user. Does not expand a leading "~".
+    // The path below a root folder if `path` begins with one of `bundleFolders`; otherwise the path itself.
+    // Uses the first root folder that has the path, else the first root folder, which is writable for the
+    // user. Does not expand a leading "~".
     [[nodiscard]] virtual QString resolve(const QString &path) const = 0;
     // The (unresolved) path of the application with that bundle identifier: first among the running ones that
     // have announced it, else among the bundles in "/Applications" and "/Users/Shared". Null if there is

@@ -1,4 +1,4 @@
-#include "platform/services/storage/DefaultsRules.h"
+#include "platform/services/storage/UserDefaults.h"
 
 #include "platform/services/propertylist/PropertyList.h"
 

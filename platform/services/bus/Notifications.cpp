@@ -1,4 +1,4 @@
-#include "platform/services/bus/NotificationLimits.h"
+#include "platform/services/bus/Notifications.h"
 
 #include "platform/Literals.h"
 
