@@ -169,8 +169,6 @@ void HtmlTextSink::openFlattened(HtmlElement tag) {
 }
 
 void HtmlTextSink::close() {
-    if (m_frames.empty())
-        return;
     const Frame frame = m_frames.back();
     m_frames.pop_back();
     const bool wasHidden = m_hiddenDepth > 0;
@@ -182,7 +180,7 @@ void HtmlTextSink::close() {
         breakLine(m_text.size() == frame.start);
     else if (frame.tag.isAny(E::Table) && m_text.size() != frame.start)
         breakLine(false);
-    if (frame.tag.isAny(E::BulletList | E::NumberedList) && !m_lists.empty())
+    if (frame.tag.isAny(E::BulletList | E::NumberedList))
         m_lists.pop_back();
     m_breakIsSeparator = frame.breakIsSeparator;
     m_preformatted = frame.preformatted;
@@ -265,7 +263,7 @@ std::string HtmlTextSink::take() {
     while (!m_frames.empty())
         close();
     dropSoftTail();
-    return std::exchange(*this, HtmlTextSink()).m_text;
+    return std::move(m_text);
 }
 
 } // namespace platform

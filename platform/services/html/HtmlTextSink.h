@@ -22,10 +22,10 @@ public:
     void open(HtmlElement tag, Attributes attributes);
     // Opens a tag without a later close().
     void openFlattened(HtmlElement tag);
-    // Ends the tag that was opened last. Does nothing if no tag is open.
+    // Ends the tag that was opened last.
     void close();
     void text(std::string_view characters);
-    // Ends all open tags and returns the text. The sink is empty afterwards.
+    // Ends all open tags and returns the text. Call it last.
     [[nodiscard]] std::string take();
 
 private:
