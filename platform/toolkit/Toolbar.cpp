@@ -2,8 +2,6 @@
 
 #include "platform/runtime/Runtime.h"
 #include "platform/toolkit/ToolbarControls.h"
-#include "platform/toolkit/ToolbarCustomization.h"
-#include "platform/toolkit/Windows.h"
 
 #include <QActionGroup>
 #include <QContextMenuEvent>
@@ -79,10 +77,6 @@ Toolbar::Toolbar(const QString &identifier, QWidget *parent)
             revalidate();
     });
     QCoreApplication::instance()->installEventFilter(this);
-}
-
-Toolbar::~Toolbar() {
-    delete m_sheet;
 }
 
 void Toolbar::setDelegate(rt::Object *delegate) {
@@ -228,8 +222,7 @@ void Toolbar::revalidate() {
 
 void Toolbar::rebuild() {
     arrange(places(identifiers()));
-    if (m_sheet)
-        m_sheet->refresh();
+    Q_EMIT rearranged();
 }
 
 QAction *Toolbar::makeAction(ToolbarItem *item) {
@@ -286,14 +279,6 @@ void Toolbar::orderFocus() {
         setTabOrder(last, extension);
 }
 
-void Toolbar::customize() {
-    if (!m_sheet) {
-        m_sheet = new ToolbarCustomization(this, this);
-        m_sheet->setAttribute(Qt::WA_DeleteOnClose);
-    }
-    beginSheet(m_sheet, window(), nullptr);
-}
-
 bool Toolbar::eventFilter(QObject *, QEvent *event) {
     const bool mayChangeItems = event->type() == QEvent::WindowActivate ||
                                 event->type() == QEvent::MouseButtonRelease ||
@@ -329,7 +314,7 @@ void Toolbar::contextMenuEvent(QContextMenuEvent *event) {
     addDisplayModes(menu);
     menu->addSeparator();
     QAction *action = menu->addAction(tr("&Customize tool-bar…"));
-    connect(action, &QAction::triggered, this, &Toolbar::customize, Qt::QueuedConnection);
+    connect(action, &QAction::triggered, this, &Toolbar::customizationRequested, Qt::QueuedConnection);
     menu->popup(event->globalPos());
     event->accept();
 }

@@ -1,7 +1,6 @@
 // A tool-bar that gets its items by identifier from its delegate and that the user can rearrange.
 #pragma once
 
-#include "platform/toolkit/CustomizableToolbar.h"
 #include "platform/toolkit/ToolbarArrangement.h"
 #include "platform/toolkit/ToolbarItem.h"
 
@@ -14,8 +13,6 @@ namespace platform {
 // Object name of the button for items that do not fit into a narrow window.
 inline const QString toolbarExtensionButtonName = u"qt_toolbar_ext_button"_s;
 
-class ToolbarCustomization;
-
 // The delegate answers "toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:" (the tool-bar as a widget,
 // a text, a flag) with a ToolbarItem that it keeps alive, "toolbarDefaultItemIdentifiers:" and
 // "toolbarAllowedItemIdentifiers:" with lists of texts.
@@ -23,40 +20,46 @@ class ToolbarCustomization;
 // An identifier that the delegate cannot supply (its plug-in is not loaded) keeps its place in the
 // arrangement, but is hidden together with a separator directly before it. The tool-bar requests it again
 // whenever it lists or revalidates its items. Main thread only.
-class Toolbar : public QToolBar, public CustomizableToolbar {
+class Toolbar : public QToolBar {
     Q_OBJECT
 public:
     // Tool-bars with the same identifier share one stored arrangement.
     explicit Toolbar(const QString &identifier, QWidget *parent = nullptr);
-    ~Toolbar() override;
 
     void setDelegate(rt::Object *delegate); // not owned, may be deleted; supplies the items at once
 
     // False if the user has hidden it; true before its window is first shown.
     [[nodiscard]] bool isToolbarVisible() const;
-    [[nodiscard]] QList<ToolbarItem *> visibleItems() override;
-    bool insertItem(const QString &identifier, int index) override;
-    void removeItem(int index) override;
-    void moveItem(int from, int to) override;
-    [[nodiscard]] QList<ToolbarItem *> paletteItems() override;
+    // In order, including spaces, separators and items that do not fit into the window at present.
+    [[nodiscard]] QList<ToolbarItem *> visibleItems();
+    // The items that the user can add: allowed items, offered items and spaces. Items already in the tool-bar
+    // are excluded unless they may occur more than once.
+    [[nodiscard]] QList<ToolbarItem *> paletteItems();
+    // Indexes are those of visibleItems() and are clamped. Returns false and changes nothing if the item is
+    // already in the tool-bar or no part of the program supplies it.
+    bool insertItem(const QString &identifier, int index);
+    void removeItem(int index);
+    void moveItem(int from, int to);
     // This tool-bar's control for an item; nullptr if it does not show the item.
     [[nodiscard]] QWidget *controlFor(const QString &identifier) const;
 
-    [[nodiscard]] ToolbarDisplayMode displayMode() const override { return m_arrangement->displayMode(); }
-    void setDisplayMode(ToolbarDisplayMode mode) override { m_arrangement->setDisplayMode(mode); }
+    [[nodiscard]] ToolbarDisplayMode displayMode() const { return m_arrangement->displayMode(); }
+    void setDisplayMode(ToolbarDisplayMode mode) { m_arrangement->setDisplayMode(mode); }
     // Restores the delegate's default and the items that other parts insert into a new tool-bar.
-    void restoreDefault() override;
+    void restoreDefault();
     // Validates all items and requests missing ones. Also runs automatically when a window is activated and
     // after keys and clicks: all events within a short time cause one round; there is no polling.
     void revalidate();
-    // Opens the sheet in which the user adds, moves and removes items.
-    void customize();
 
     // For a part of the program that supplies items beyond the delegate's lists: every tool-bar whose
     // delegate has the class offers them in its customization sheet. `restored` inserts the default ones of
     // these items into a tool-bar that was reset. Replaces an earlier offer for the class.
     static void offerItems(const QString &delegateClass, const QStringList &identifiers,
                            std::function<void(QWidget *window)> restored);
+
+Q_SIGNALS:
+    void rearranged();             // the items or the display mode may have changed
+    void customizationRequested(); // the user chose "Customize tool-bar" in the context menu
 
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
@@ -85,7 +88,6 @@ private:
     rt::Weak<> m_delegate;
     QHash<QString, QPointer<ToolbarItem>> m_items;
     QList<Shown> m_shown;
-    QPointer<ToolbarCustomization> m_sheet;
     QTimer m_validation;
 };
 

@@ -1,5 +1,7 @@
 #include "platform/toolkit/ToolbarCustomization.h"
 
+#include "platform/toolkit/Windows.h"
+
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -87,9 +89,15 @@ QListWidget *makeList(const QString &name, const QString &accessibleName) {
 
 } // namespace
 
-ToolbarCustomization::ToolbarCustomization(QWidget *widget, CustomizableToolbar *toolbar)
-    : QDialog(widget->window())
-    , m_widget(widget)
+void customizeToolbar(Toolbar *toolbar) {
+    auto *sheet = new ToolbarCustomization(toolbar);
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(toolbar, &QObject::destroyed, sheet, [sheet] { delete sheet; });
+    beginSheet(sheet, toolbar->window(), nullptr);
+}
+
+ToolbarCustomization::ToolbarCustomization(Toolbar *toolbar)
+    : QDialog(toolbar->window())
     , m_toolbar(toolbar)
     , m_palette(makeList(customization::palette, tr("Items that can be added")))
     , m_arrangement(makeList(customization::arrangement, tr("Items in the tool-bar, in order")))
@@ -144,10 +152,8 @@ void ToolbarCustomization::build() {
     lists->addWidget(m_arrangement, 1, 2);
     lists->setColumnStretch(0, 1);
     lists->setColumnStretch(2, 1);
-    QPushButton *restoreDefault = button(customization::restoreButton, tr("Restore &default"), [this] {
-        if (m_widget)
-            m_toolbar->restoreDefault();
-    });
+    QPushButton *restoreDefault =
+        button(customization::restoreButton, tr("Restore &default"), [this] { m_toolbar->restoreDefault(); });
     auto *done = new QPushButton(tr("D&one"));
     done->setObjectName(customization::doneButton);
     done->setDefault(true);
@@ -172,16 +178,13 @@ void ToolbarCustomization::connectControls() {
         connect(list, &QListWidget::currentRowChanged, this, &ToolbarCustomization::updateButtons);
     connect(m_palette, &QListWidget::itemActivated, this, &ToolbarCustomization::add);
     connect(m_arrangement, &QListWidget::itemActivated, this, &ToolbarCustomization::remove);
-    connect(m_displayMode, &QComboBox::activated, this, [this](int index) {
-        if (m_widget)
-            m_toolbar->setDisplayMode(ToolbarDisplayMode(index));
-    });
+    connect(m_displayMode, &QComboBox::activated, this,
+            [this](int index) { m_toolbar->setDisplayMode(ToolbarDisplayMode(index)); });
+    connect(m_toolbar, &Toolbar::rearranged, this, &ToolbarCustomization::refresh);
 }
 
 // Both lists keep their current row, so that the user can repeat a key.
 void ToolbarCustomization::refresh() {
-    if (!m_widget)
-        return;
     fillList(m_palette, m_toolbar->paletteItems());
     fillList(m_arrangement, m_toolbar->visibleItems());
     m_displayMode->setCurrentIndex(int(m_toolbar->displayMode()));
@@ -201,18 +204,15 @@ void ToolbarCustomization::add() {
     const QListWidgetItem *item = m_palette->currentItem();
     const int row = m_arrangement->currentRow();
     const int index = row < 0 ? m_arrangement->count() : row + 1;
-    if (m_widget && item && m_toolbar->insertItem(item->data(Qt::UserRole).toString(), index))
+    if (item && m_toolbar->insertItem(item->data(Qt::UserRole).toString(), index))
         m_arrangement->setCurrentRow(index);
 }
 
 void ToolbarCustomization::remove() {
-    if (m_widget)
-        m_toolbar->removeItem(m_arrangement->currentRow());
+    m_toolbar->removeItem(m_arrangement->currentRow());
 }
 
 void ToolbarCustomization::move(int by) {
-    if (!m_widget)
-        return;
     const int to = m_arrangement->currentRow() + by;
     m_toolbar->moveItem(m_arrangement->currentRow(), to);
     m_arrangement->setCurrentRow(to);

@@ -1,10 +1,9 @@
 // The sheet in which a user rearranges a tool-bar. Each change shows at once in every tool-bar of its kind.
 #pragma once
 
-#include "platform/toolkit/CustomizableToolbar.h"
+#include "platform/toolkit/Toolbar.h"
 
 #include <QDialog>
-#include <QPointer>
 
 class QComboBox;
 class QListWidget;
@@ -26,14 +25,16 @@ inline const QString restoreButton = u"toolbarRestoreButton"_s;
 inline const QString doneButton = u"toolbarDoneButton"_s;
 } // namespace customization
 
+// Opens the sheet on the window of the tool-bar. Closes it when the tool-bar is deleted.
+void customizeToolbar(Toolbar *toolbar);
+
 class ToolbarCustomization : public QDialog {
     Q_OBJECT
 public:
-    // Both are the same tool-bar. After the widget is deleted the sheet does nothing.
-    ToolbarCustomization(QWidget *widget, CustomizableToolbar *toolbar);
-    void refresh();
+    explicit ToolbarCustomization(Toolbar *toolbar);
 
 private:
+    void refresh();
     void build();
     void connectControls();
     QPushButton *button(const QString &name, const QString &text, const std::function<void()> &operation);
@@ -42,8 +43,7 @@ private:
     void move(int by);
     void updateButtons();
 
-    QPointer<QWidget> m_widget;
-    CustomizableToolbar *m_toolbar; // valid while m_widget exists
+    Toolbar *m_toolbar; // lives longer
     QListWidget *m_palette;
     QListWidget *m_arrangement;
     QComboBox *m_displayMode;

@@ -1,5 +1,6 @@
 #include "standin/mailhost/windows/main/MainToolBar.h"
 
+#include "platform/toolkit/ToolbarCustomization.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/LineDrawing.h"
 
@@ -98,6 +99,8 @@ platform::Toolbar *makeMainToolBar(QWidget *window) {
     auto *toolbar = new platform::Toolbar(u"MainWindow"_s, window);
     toolbar->setObjectName(controls::mainToolBar);
     toolbar->setWindowTitle(tr("Tool-bar"));
+    QObject::connect(toolbar, &platform::Toolbar::customizationRequested, toolbar,
+                     [toolbar] { platform::customizeToolbar(toolbar); });
     return toolbar;
 }
 

@@ -1,5 +1,6 @@
 #include "standin/mailhost/windows/main/MainWindowController.h"
 
+#include "platform/toolkit/ToolbarCustomization.h"
 #include "platform/toolkit/Windows.h"
 #include "standin/mailhost/model/Bind.h"
 #include "standin/mailhost/windows/ControlNames.h"
@@ -216,7 +217,7 @@ void MainWindowController::buildViewMenu() {
     }
     view->addSeparator();
     m_window->addCommand(view, controls::customizeToolBarAction, tr("Customise tool-&bar…"), QKeySequence(),
-                         [this] { m_window->toolBar()->customize(); });
+                         [this] { platform::customizeToolbar(m_window->toolBar()); });
 }
 
 void MainWindowController::showState() {
