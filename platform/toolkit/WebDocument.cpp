@@ -74,10 +74,6 @@ QString WebDocument::documentElementOuterHtml() const {
     return text(outerHtmlOf(m_parsed->root()));
 }
 
-bool WebDocument::hasElement(const QString &tagName) const {
-    return m_parsed->element(tagName) != nullptr;
-}
-
 QString WebDocument::innerHtml(const QString &tagName) const {
     const GumboNode *element = m_parsed->element(tagName);
     return element ? text(contentOf(*element, *element)) : QString();

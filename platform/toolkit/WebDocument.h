@@ -17,7 +17,6 @@ public:
 
     // The html element with its content, without the document type.
     [[nodiscard]] QString documentElementOuterHtml() const;
-    [[nodiscard]] bool hasElement(const QString &tagName) const;
     // The content of the first element with that tag (ignoring case) in document order; null if there is
     // none.
     [[nodiscard]] QString innerHtml(const QString &tagName) const;

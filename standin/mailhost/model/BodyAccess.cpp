@@ -63,7 +63,7 @@ rt::Object *DomDocument::documentElement() {
 }
 
 QVariantList DomDocument::getElementsByTagName(const QString &tagName) {
-    if (!platform::WebDocument(htmlOf(m_body)).hasElement(tagName))
+    if (platform::WebDocument(htmlOf(m_body)).innerHtml(tagName).isNull())
         return {};
     return {rt::fromObject(rt::temporary(std::make_unique<DomElement>(m_body, tagName)))};
 }
