@@ -1,25 +1,28 @@
-// The same claims about the bus double and about the session bus, and about notifications inside the process.
+// The same claims about the bus double and about the session bus; then what only a real bus can do.
 #include "platform/services/Services.h"
+#include "platform/services/propertylist/PropertyList.h"
 #include "standin/support/PrivateBus.h"
+#include "tests/platform/TestFolder.h"
 #include "tests/support/TestServices.h"
 #include "tests/support/WaitFor.h"
 #include "tests/support/Warnings.h"
 
 #include <QCoreApplication>
-#include <gtest/gtest.h>
 #include <stdexcept>
 
 namespace {
 
 using platform::DistributedNotificationCenter;
 using platform::MemoryNotificationBus;
-using platform::NotificationCenter;
 using platform::ObserverId;
+using platform::Services;
 using platform::TextMap;
 using platform::VirtualRunLoop;
 
 const QString channel = u"channel"_s;
 const QString endMark = u"end"_s;
+const QString thisProgram = u"com.parlo.test"_s;
+const QString otherProgram = u"com.parlo.test.other"_s;
 
 class DistributedContract : public testing::TestWithParam<bool> {
 protected:
@@ -37,7 +40,7 @@ protected:
         return [this](const QString &name, const TextMap &userInfo) { heard.append({name, userInfo}); };
     }
 
-    // Everything posted before has arrived when this comes back.
+    // Returns when everything that was posted before has arrived.
     void deliver() {
         bool isOver = false;
         const ObserverId observer =
@@ -57,40 +60,34 @@ protected:
 INSTANTIATE_TEST_SUITE_P(Double, DistributedContract, testing::Values(false));
 INSTANTIATE_TEST_SUITE_P(Desktop, DistributedContract, testing::Values(true));
 
-TEST_P(DistributedContract, APosterThatObservesHearsItselfAfterItHasPosted) {
-    const TextMap userInfo{{u"text"_s, u"Grüße, 会議 😀\n"_s}, {u""_s, u"no key"_s}, {u"empty"_s, u""_s}};
-    std::ignore = center->addObserver(channel, note());
-    center->post(channel, QString(), userInfo, true);
-    center->post(u"another"_s, u"somebody"_s, {}, true);
-    center->post(channel, u"somebody"_s, {{u"null"_s, QString()}}, false);
-    EXPECT_TRUE(heard.isEmpty()) << "delivered from inside post()";
-    deliver();
-    ASSERT_EQ(heard.size(), 2);
-    EXPECT_EQ(heard[0], qMakePair(channel, userInfo));
-    EXPECT_FALSE(heard[1].second.value(u"null"_s).isNull()) << "a null text cannot cross a wire";
-}
-
 TEST_P(DistributedContract, NotificationsOfAnyNameArriveInTheOrderOfTheirSender) {
     QStringList names{u"it's"_s, u"back\\slash"_s, u"a,b='c'"_s, u"Größe"_s, u" "_s, u""_s, channel};
     for (const QString &name : std::as_const(names))
         std::ignore = center->addObserver(name, note()); // their matches must not double anything
+    const TextMap odd{{u"text"_s, u"Grüße, 会議 😀\n"_s}, {u""_s, u"no key"_s}, {u"null"_s, QString()}};
+    center->post(u"not observed"_s, {}, {}, true);
+    center->post(channel, u"somebody"_s, odd, false);
     for (int i = 0; i < 500; ++i)
         names.append(channel);
     for (int i = 0; i < names.size(); ++i)
         center->post(names[i], {}, {{u"i"_s, QString::number(i)}}, true);
+    EXPECT_TRUE(heard.isEmpty()) << "delivered from inside post()";
     deliver();
-    ASSERT_EQ(heard.size(), names.size());
+    ASSERT_EQ(heard.size(), names.size() + 1);
+    EXPECT_EQ(heard[0], qMakePair(channel, odd));
+    EXPECT_FALSE(heard[0].second.value(u"null"_s).isNull()) << "the bus cannot carry a null text";
     for (int i = 0; i < names.size(); ++i)
-        EXPECT_EQ(heard[i], qMakePair(names[i], TextMap{{u"i"_s, QString::number(i)}}));
+        EXPECT_EQ(heard[i + 1], qMakePair(names[i], TextMap{{u"i"_s, QString::number(i)}}));
 }
 
-TEST_P(DistributedContract, WhoIsRemovedHearsNoMoreAndTheOthersStillDo) {
+TEST_P(DistributedContract, ADeliveryReachesObserversThatWereThereAndStillAre) {
     expectWarning(u"notification: on purpose"_s);
     ObserverId second = 0;
     ObserverId first = center->addObserver(channel, [&](const QString &name, const TextMap &userInfo) {
         note()(name, userInfo);
         center->removeObserver(first);
         center->removeObserver(second);
+        std::ignore = center->addObserver(channel, note());
         throw std::runtime_error("on purpose");
     });
     second = center->addObserver(channel, note());
@@ -102,7 +99,7 @@ TEST_P(DistributedContract, WhoIsRemovedHearsNoMoreAndTheOthersStillDo) {
     EXPECT_EQ(heard.size(), 2) << "the first and the third";
     center->post(channel, {}, {}, true);
     deliver();
-    EXPECT_EQ(heard.size(), 3) << "the third";
+    EXPECT_EQ(heard.size(), 4) << "the third and the one that the first added";
 }
 
 TEST_P(DistributedContract, WhatCannotBeSentIsDroppedAndTheNextOneArrives) {
@@ -122,39 +119,136 @@ TEST_P(DistributedContract, WhatCannotBeSentIsDroppedAndTheNextOneArrives) {
     EXPECT_EQ(heard[0].second.value(u"k"_s), large);
 }
 
-TEST_P(DistributedContract, AnObserverMayDestroyTheCentre) {
-    bool isOver = false;
-    std::ignore = center->addObserver(channel, [&](const QString &, const TextMap &) {
-        center.reset();
-        isOver = true;
-    });
-    std::ignore = center->addObserver(channel, [](const QString &, const TextMap &) {
-        ADD_FAILURE() << "called by a centre that is gone";
-    });
-    center->post(channel, {}, {}, true);
-    center->post(channel, {}, {}, true);
-    runLoop.advance(0);
-    ASSERT_TRUE(waitFor([&isOver] { return isOver; }));
-    QCoreApplication::processEvents();
+// --- what only a real bus can do
+
+class SessionBusTest : public testing::Test {
+protected:
+    Services desktopOf(const QString &identifier) {
+        platform::DesktopOptions options;
+        options.bundleIdentifier = identifier;
+        options.rootFolder = folder.path();
+        options.defaultsFolder = folder.path();
+        return platform::makeDesktopServices(options);
+    }
+
+    void observe(Services &desktop) {
+        std::ignore = desktop.distributedNotifications->addObserver(
+            channel,
+            [this](const QString &, const TextMap &userInfo) { heard.append(userInfo.value(u"n"_s)); });
+    }
+
+    static void post(Services &desktop, const QString &n) {
+        desktop.distributedNotifications->post(channel, {}, {{u"n"_s, n}}, true);
+    }
+
+    static bool awaitRunning(const Services &desktop, const QStringList &programs) {
+        return waitFor([&] {
+            QStringList running = desktop.workspace->runningApplications();
+            running.sort();
+            return running == programs;
+        });
+    }
+
+    TestFolder folder;
+    standin::PrivateBus bus;
+    QStringList heard;
+};
+
+TEST_F(SessionBusTest, ProgramsHearEachOtherAndSeeEachOtherRunning) {
+    ASSERT_TRUE(bus.start());
+    Services one = desktopOf(thisProgram);
+    EXPECT_TRUE(one.workspace->runningApplications().isEmpty()) << "it does not hear anything yet";
+    observe(one);
+    EXPECT_TRUE(awaitRunning(one, {thisProgram}));
+    {
+        Services two = desktopOf(otherProgram);
+        EXPECT_TRUE(awaitRunning(one, {thisProgram, otherProgram}));
+        const Services late = desktopOf(otherProgram); // does not take the name from its owner
+        post(two, u"1"_s);
+        post(two, u"2"_s);
+    }
+    ASSERT_TRUE(waitFor([this] { return heard.size() == 2; })) << "a poster that ends at once must be heard";
+    EXPECT_EQ(heard, (QStringList{u"1"_s, u"2"_s}));
+    EXPECT_TRUE(awaitRunning(one, {thisProgram}));
 }
 
-TEST(NotificationCenter, DeliversAtOnceAndToThoseWhoWereThere) {
-    NotificationCenter center;
-    QStringList heard;
-    const auto note = [&heard](const QString &name, const QVariantMap &userInfo) {
-        heard.append(name + userInfo.value(u"n"_s).toString());
+TEST_F(SessionBusTest, WhatIsPostedAfterALaunchReachesTheLaunchedProgram) {
+    ASSERT_TRUE(bus.start());
+    Services one = desktopOf({});
+    const QString contents = folder.path(u"Applications/Other.app/Contents"_s);
+    ASSERT_TRUE(QDir().mkpath(contents + u"/MacOS"_s));
+    ASSERT_TRUE(platform::PropertyList::write(
+        contents + u"/Info.plist"_s,
+        QVariantMap{{u"CFBundleIdentifier"_s, otherProgram}, {u"CFBundleExecutable"_s, u"true"_s}}));
+    ASSERT_TRUE(QFile::link(u"/bin/true"_s, contents + u"/MacOS/true"_s));
+    ASSERT_TRUE(one.workspace->launchApplication(otherProgram));
+    post(one, u"1"_s);
+    post(one, u"2"_s);
+    Services two = desktopOf(otherProgram); // in place of the program, which is slow to start
+    observe(two);
+    EXPECT_TRUE(waitFor([this] { return heard.size() == 2; }));
+    EXPECT_EQ(heard, (QStringList{u"1"_s, u"2"_s}));
+}
+
+TEST_F(SessionBusTest, ABusThatStartsLateOrAgainIsUsed) {
+    expectWarning(u"there is no session bus"_s);
+    Services desktop = desktopOf(thisProgram);
+    observe(desktop);
+    for (int round = 0; round < 2; ++round) {
+        if (round > 0)
+            expectWarning(u"the session bus went away"_s);
+        bus.kill();
+        ASSERT_TRUE(awaitRunning(desktop, {}));
+        expectWarning(u"\"channel\" dropped: there is no session bus"_s);
+        post(desktop, u"lost"_s);
+        ASSERT_TRUE(bus.start());
+        ASSERT_TRUE(awaitRunning(desktop, {thisProgram})) << "the name is claimed again";
+        post(desktop, QString::number(round));
+        ASSERT_TRUE(waitFor([this, round] { return heard.size() == round + 1; }));
+    }
+    EXPECT_EQ(heard, (QStringList{u"0"_s, u"1"_s}));
+}
+
+TEST_F(SessionBusTest, SignalsOfAnotherFormAreIgnored) {
+    ASSERT_TRUE(bus.start());
+    Services desktop = desktopOf(thisProgram);
+    observe(desktop);
+    const QString interface = u"com.parlo.DistributedNotifications."_s;
+    const QString wrong = u"dict:string:string:n,wrong"_s;
+    const std::pair<QString, QStringList> forms[] = {
+        {u"Posted"_s, {}},
+        {u"Posted"_s, {u"int32:7"_s, wrong}},
+        {u"Posted"_s, {u"string:"_s, u"dict:string:int32:n,7"_s}},
+        {u"Posted"_s, {u"string:"_s, wrong, u"byte:1"_s}},
+        {u"Other"_s, {u"string:"_s, wrong}},
+        {u"Posted"_s, {u"string:"_s, u"dict:string:string:n,right"_s}},
     };
-    std::ignore = center.addObserver(u"inner"_s, note);
-    std::ignore = center.addObserver(channel, [&](const QString &name, const QVariantMap &userInfo) {
-        center.post(u"inner"_s, {});
-        note(name, userInfo);
-        std::ignore = center.addObserver(
-            channel, [&heard](const QString &, const QVariantMap &) { heard.append(u"late"_s); });
-    });
-    center.post(channel, {{u"n"_s, 1}});
-    EXPECT_EQ(heard, (QStringList{u"inner"_s, u"channel1"_s}));
-    center.post(channel, {{u"n"_s, 2}});
-    EXPECT_EQ(heard.mid(2), (QStringList{u"inner"_s, u"channel2"_s, u"late"_s}));
+    for (const auto &[member, arguments] : forms)
+        EXPECT_TRUE(bus.sendSignal(interface + member, QStringList{u"string:"_s + channel} + arguments));
+    ASSERT_TRUE(waitFor([this] { return !heard.isEmpty(); }));
+    EXPECT_EQ(heard, QStringList{u"right"_s});
+}
+
+TEST_F(SessionBusTest, AnObserverThatRunsAnEventLoopStillHearsTheRest) {
+    ASSERT_TRUE(bus.start());
+    Services desktop = desktopOf(thisProgram);
+    const auto handler = [this, &desktop](const QString &, const TextMap &info) {
+        heard.append(info.value(u"n"_s));
+        if (heard.size() > 1)
+            return;
+        // As a dialog would. The question to the bus must neither block nor lose what arrives meanwhile.
+        EXPECT_TRUE(desktop.workspace->runningApplications().contains(thisProgram));
+        post(desktop, u"3"_s);
+        EXPECT_TRUE(waitFor([this] { return heard.size() == 3; }));
+        heard.append(u"closed"_s);
+    };
+    std::ignore = desktop.distributedNotifications->addObserver(channel, handler);
+    Services other = desktopOf(otherProgram);
+    post(other, u"1"_s);
+    post(other, u"2"_s);
+    std::ignore = other.workspace->runningApplications(); // its answer comes after both have been delivered
+    ASSERT_TRUE(waitFor([this] { return heard.contains(u"closed"_s); }));
+    EXPECT_EQ(heard, (QStringList{u"1"_s, u"2"_s, u"3"_s, u"closed"_s}));
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// The object runtime: classes by name, calls by selector, exchanged methods, weak references.
+// The object runtime: values, classes by name, calls by selector, exchanged methods, weak references.
 #include "platform/runtime/Loading.h"
 #include "platform/runtime/Runtime.h"
 
@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QTimer>
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace {
 
@@ -15,11 +16,83 @@ using rt::Object;
 using rt::Selector;
 using rt::Value;
 
+// --- values
+
+TEST(Values, AreReadByOneTable) {
+    constexpr qint64 highest = std::numeric_limits<qint64>::max();
+    const struct {
+        const char *name;
+        Value value;
+        bool isPresent;
+        bool truth;
+        qint64 integer;
+    } readings[] = {
+        {"no value", {}, false, false, 0},
+        {"null marker", rt::nullMarker(), false, false, 0},
+        {"null text", QString(), false, false, 0},
+        {"null widget", Value::fromValue<QWidget *>(nullptr), false, false, 0},
+        {"null object", Value::fromValue<Object *>(nullptr), false, false, 0},
+        {"false", false, true, false, 0},
+        {"byte", QVariant::fromValue<quint8>(7), true, true, 7},
+        {"fraction", 0.5, true, true, 0},
+        {"negative fraction", -2.9, true, true, -2},
+        {"not a number", std::numeric_limits<double>::quiet_NaN(), true, false, 0},
+        {"infinity", std::numeric_limits<double>::infinity(), true, true, highest},
+        {"huge", -1e300, true, true, std::numeric_limits<qint64>::min()},
+        {"empty text", u""_s, true, false, 0},
+        {"Yes", u"Yes"_s, true, true, 0},
+        {"TRUE", u"TRUE"_s, true, true, 0},
+        {"NO", u"NO"_s, true, false, 0},
+        {"leading integer", u" -12abc3"_s, true, true, -12},
+        {"sign alone", u"-"_s, true, false, 0},
+        {"too long", u"99999999999999999999"_s, true, true, highest},
+        {"dictionary", QVariantMap{{u"a"_s, 1}}, true, false, 0},
+        {"bytes", QByteArray("1"), true, false, 0},
+    };
+    for (const auto &reading : readings) {
+        EXPECT_EQ(rt::isPresent(reading.value), reading.isPresent) << reading.name;
+        EXPECT_EQ(rt::boolValue(reading.value), reading.truth) << reading.name;
+        EXPECT_EQ(rt::integerValue(reading.value), reading.integer) << reading.name;
+    }
+    EXPECT_DOUBLE_EQ(rt::doubleValue(u" 2.5 "_s), 2.5);
+    EXPECT_DOUBLE_EQ(rt::doubleValue(u"nan"_s), 0.0);
+    EXPECT_DOUBLE_EQ(rt::doubleValue(QByteArray("1")), 0.0);
+    EXPECT_TRUE(rt::textValue(5).isNull()) << "a number is not converted to a text";
+    EXPECT_TRUE(rt::listValue(u"ab"_s).isEmpty()) << "a text is not a list of characters";
+}
+
+class ViewObject : public QLabel, public Object {
+public:
+    ViewObject()
+        : Object(rt::defineClass(u"RuntimeTestView"_s)) {}
+};
+
+TEST(Values, OfAViewThatIsAnObjectReadAsBoth) {
+    ViewObject view;
+    for (const Value &value :
+         {rt::fromObject(&view), rt::fromWidget(&view), Value::fromValue<QLabel *>(&view)}) {
+        EXPECT_EQ(rt::objectValue(value), static_cast<Object *>(&view));
+        EXPECT_EQ(rt::widgetValue(value), static_cast<QWidget *>(&view));
+    }
+    QLabel label;
+    Object object(rt::defineClass(u"RuntimeTestObject"_s));
+    for (const Value &value : {Value(), Value(u"1f"_s), rt::fromWidget(&label), rt::fromWidget(nullptr)})
+        EXPECT_EQ(rt::objectValue(value), nullptr);
+    for (const Value &value : {Value(), Value(u"1f"_s), rt::fromObject(&object), rt::fromObject(nullptr)})
+        EXPECT_EQ(rt::widgetValue(value), nullptr);
+}
+
+TEST(Values, AnIdentifierIsTheLowHalfOfTheAddressInLowerCaseHexadecimal) {
+    EXPECT_EQ(rt::identifier(reinterpret_cast<const QWidget *>(quintptr(0x1'0000'0ABC))), u"abc"_s);
+    EXPECT_TRUE(rt::identifier(static_cast<const Object *>(nullptr)).isNull());
+}
+
+// --- classes and calls
+
 template<int number>
 Value answer(Object *, Selector, Args) {
     return number;
 }
-
 Value count(Object *, Selector, Args arguments) {
     return arguments.count();
 }
@@ -30,7 +103,7 @@ Value beyondTheLast(Object *, Selector, Args arguments) {
     return arguments[arguments.count()];
 }
 
-// A root, a class in the middle with "number" and "other", and a subclass that inherits both.
+// A root class, a parent class with "number" and "other", and a child class that inherits both.
 class Family : public testing::Test {
 protected:
     Family() {
@@ -63,44 +136,34 @@ TEST_F(Family, ANameIsTakenOnce) {
     EXPECT_EQ(rt::metaclassNamed(u"NoSuchClass"_s), nullptr);
 }
 
-TEST_F(Family, ASubclassInheritsAndOverrides) {
-    rt::addMethod(child, "other", answer<20>, "q@:");
-    Object one(parent), two(child);
-    EXPECT_EQ(ask(&two, "number"), 1);
-    EXPECT_EQ(ask(&two, "other"), 20);
-    EXPECT_EQ(ask(&one, "other"), 2);
-    EXPECT_TRUE(rt::isKindOf(&two, child) && rt::isKindOf(&two, root));
-    EXPECT_FALSE(rt::isKindOf(&one, child));
-}
-
-TEST_F(Family, AnExchangeIsSeenFromBothSidesAndByWhatInherits) {
+TEST_F(Family, AnExchangeAffectsBothMethodsAndWhatInheritsThem) {
     Object one(parent);
     Object two(child);
     EXPECT_EQ(ask(&two, "number"), 1); // fills the cache of the subclass
-    EXPECT_TRUE(rt::exchangeImplementations(rt::instanceMethod(child, Selector("number")),
-                                            rt::instanceMethod(parent, Selector("other"))));
+    EXPECT_TRUE(rt::exchangeImplementations(rt::instanceMethod(child, "number"),
+                                            rt::instanceMethod(parent, "other")));
+    EXPECT_FALSE(rt::exchangeImplementations(rt::instanceMethod(parent, "number"), nullptr));
+    EXPECT_FALSE(rt::exchangeImplementations(nullptr, rt::instanceMethod(parent, "number")));
     for (Object *object : {&one, &two}) {
         EXPECT_EQ(ask(object, "number"), 2);
         EXPECT_EQ(ask(object, "other"), 1);
     }
-    EXPECT_FALSE(rt::exchangeImplementations(rt::instanceMethod(parent, Selector("number")), nullptr));
-    EXPECT_FALSE(rt::exchangeImplementations(nullptr, rt::instanceMethod(parent, Selector("number"))));
-    EXPECT_EQ(ask(&two, "number"), 2);
     rt::addMethod(child, "number", answer<10>, "q@:");
     EXPECT_EQ(ask(&two, "number"), 10) << "an override is not exchanged";
+    EXPECT_EQ(ask(&one, "number"), 2);
+    EXPECT_TRUE(rt::isKindOf(&two, child) && rt::isKindOf(&two, root));
+    EXPECT_FALSE(rt::isKindOf(&one, child));
 }
 
 TEST_F(Family, ClassMethodsAreExchangedThroughTheMetaclass) {
     rt::addMethod(parent->metaclass(), "shared", answer<3>, "q@:");
     rt::addMethod(rt::metaclassNamed(parent->name()), "mine", answer<4>, "q@:");
-    EXPECT_EQ(rt::instanceMethod(parent, Selector("shared")), nullptr);
+    EXPECT_EQ(rt::instanceMethod(parent, "shared"), nullptr);
     EXPECT_EQ(ask(child, "shared"), 3);
-    EXPECT_TRUE(rt::exchangeImplementations(rt::classMethod(child, Selector("shared")),
-                                            rt::classMethod(parent, Selector("mine"))));
+    EXPECT_TRUE(
+        rt::exchangeImplementations(rt::classMethod(child, "shared"), rt::classMethod(parent, "mine")));
     EXPECT_EQ(ask(child, "shared"), 4);
     EXPECT_EQ(ask(parent, "mine"), 3);
-    Object one(parent);
-    EXPECT_FALSE(rt::respondsTo(&one, Selector("shared")));
 }
 
 TEST_F(Family, AMethodIsAddedOnceAndFoundAlsoAfterCalls) {
@@ -132,96 +195,48 @@ TEST_F(Family, ACallWithTheWrongNumberOfArgumentsIsNotMade) {
     rt::addMethod(root, "beyond:", beyondTheLast, "@@:@");
     Object one(root);
     EXPECT_EQ(rt::integerValue(rt::send(&one, "take:and:", 1, 2)), 2);
-    for (const rt::Value &answer :
+    for (const Value &answer :
          {rt::send(&one, "take:and:", 1), rt::send(&one, "take:and:"), rt::send(&one, "take:and:", 1, 2, 3),
           rt::send(&one, "beyond:", 1), Args()[-1]})
         EXPECT_FALSE(answer.isValid());
 }
 
-TEST_F(Family, NothingIsAskedOfNothing) {
+TEST_F(Family, AMissingObjectClassOrSelectorGivesNothing) {
     Object one(parent);
     EXPECT_FALSE(rt::send(nullptr, "number").isValid());
-    EXPECT_FALSE(rt::send(&one, Selector()).isValid());
+    for (const Selector none : {Selector(), Selector(""), Selector(static_cast<const char *>(nullptr))})
+        EXPECT_FALSE(rt::respondsTo(&one, none) || rt::send(&one, none).isValid());
     EXPECT_FALSE(rt::send(parent->metaclass(), "number").isValid());
-    EXPECT_FALSE(rt::respondsTo(nullptr, Selector("number")) || rt::respondsTo(&one, Selector()));
+    EXPECT_FALSE(rt::respondsTo(nullptr, "number"));
     EXPECT_FALSE(rt::isKindOf(nullptr, parent) || rt::isKindOf(&one, nullptr));
-    EXPECT_EQ(rt::instanceMethod(nullptr, Selector("number")), nullptr);
-    EXPECT_EQ(rt::classMethod(nullptr, Selector("number")), nullptr);
-    EXPECT_EQ(rt::classMethod(parent->metaclass(), Selector("number")), nullptr);
+    EXPECT_EQ(rt::instanceMethod(nullptr, "number"), nullptr);
+    EXPECT_EQ(rt::classMethod(nullptr, "number"), nullptr);
+    EXPECT_EQ(rt::classMethod(parent->metaclass(), "number"), nullptr);
 }
 
-TEST(Selectors, AreEqualWhenTheirNamesAre) {
-    EXPECT_EQ(Selector("take:and:"), Selector(u"take:and:"_s));
-    EXPECT_FALSE(Selector("take:") == Selector("take"));
-    EXPECT_EQ(Selector("take:and:").argumentCount(), 2);
-    EXPECT_EQ(Selector(u"größe:"_s).name(), u"größe:"_s);
-    for (const Selector none :
-         {Selector(), Selector(""), Selector(QString()), Selector(static_cast<const char *>(nullptr))})
-        EXPECT_TRUE(none.isNull() && none.name().isEmpty() && none.argumentCount() == 0);
-}
+// --- lives of objects
 
-class ViewObject : public QLabel, public Object {
-public:
-    ViewObject()
-        : Object(rt::defineClass(u"RuntimeTestView"_s)) {}
-};
-
-TEST(WeakReferences, TurnToNoneWhenTheirObjectDies) {
-    auto object = std::make_unique<Object>(rt::defineClass(u"RuntimeTestObject"_s));
-    const rt::Weak<> first(object.get());
-    const rt::Weak<> copy = first;
-    EXPECT_EQ(copy.get(), object.get());
-    object.reset();
-    EXPECT_FALSE(first || copy || rt::Weak<>() || rt::Weak<>(nullptr));
-}
-
-TEST(WeakReferences, OfAViewTurnToNoneHoweverItDies) {
+TEST(WeakReferences, ToAViewBecomeNoneHoweverItIsDeleted) {
     QWidget window;
     auto *view = new ViewObject;
     view->setParent(&window);
     const rt::Weak<ViewObject> asView(view);
     const rt::Weak<> asObject(view);
     EXPECT_EQ(asView.get(), view);
+    EXPECT_FALSE(rt::Weak<>() || rt::Weak<>(nullptr));
     QObject::connect(view, &QObject::destroyed, &window, [asView] { EXPECT_EQ(asView.get(), nullptr); });
     delete static_cast<QWidget *>(view);
     EXPECT_EQ(asView.get(), nullptr);
     EXPECT_EQ(asObject.get(), nullptr);
 }
 
-rt::Weak<> makeTemporary() {
-    return {rt::temporary(std::make_unique<Object>(rt::defineClass(u"RuntimeTestObject"_s)))};
-}
-
-class Maker : public Object {
-public:
-    explicit Maker(rt::Weak<> &made)
-        : Object(rt::defineClass(u"RuntimeTestObject"_s))
-        , m_made(made) {}
-    ~Maker() override { m_made = makeTemporary(); }
-
-private:
-    rt::Weak<> &m_made;
-};
-
-TEST(Temporaries, LiveUntilTheyAreDrainedAndMayMakeOthersWhenTheyDie) {
+TEST(Temporaries, OutliveANestedLoopAndAreDeletedAfterTheirTurn) {
     EXPECT_EQ(rt::temporary(std::unique_ptr<Object>()), nullptr);
-    rt::Weak<> made;
-    const rt::Weak<> maker(rt::temporary(std::make_unique<Maker>(made)));
-    const rt::Weak<> other = makeTemporary();
-    EXPECT_TRUE(maker && other);
-    rt::drainTemporaries();
-    EXPECT_TRUE(made);
-    EXPECT_FALSE(maker || other);
-    rt::drainTemporaries();
-    EXPECT_FALSE(made);
-}
-
-TEST(Temporaries, OutliveALoopInsideTheirTurnAndDieAfterIt) {
     QEventLoop outer;
     rt::Weak<> temporary;
     bool aliveAfterInner = false;
     QTimer::singleShot(0, &outer, [&] {
-        temporary = makeTemporary();
+        temporary = rt::temporary(std::make_unique<Object>(rt::defineClass(u"RuntimeTestObject"_s)));
         QEventLoop inner;
         QTimer::singleShot(0, &inner, [&inner] { QTimer::singleShot(0, &inner, &QEventLoop::quit); });
         inner.exec();

@@ -1,6 +1,4 @@
-// The tool-bar: its items, where they are remembered, and the sheet in which its user arranges them.
-#include "platform/toolkit/Toolbar.h"
-
+// The tool-bar: its items, their stored arrangement, and the sheet in which the user changes it.
 #include "platform/runtime/Runtime.h"
 #include "platform/toolkit/ToolbarCustomization.h"
 #include "tests/support/TestServices.h"
@@ -32,7 +30,7 @@ public:
     void validate() override { ++validations; }
 };
 
-// Supplies what is in `supply`; the items live as long as it.
+// Supplies the items that are named in `supply` and owns them.
 class Delegate : public rt::Object {
 public:
     Delegate()
@@ -42,11 +40,14 @@ public:
     std::map<QString, std::unique_ptr<CountingItem>> items;
 
     CountingItem *item(const QString &identifier) {
-        if (supply.contains(identifier) && !items[identifier]) {
-            items[identifier] = std::make_unique<CountingItem>(identifier);
-            items[identifier]->setLabel(identifier);
+        if (!supply.contains(identifier))
+            return nullptr;
+        std::unique_ptr<CountingItem> &item = items[identifier];
+        if (!item) {
+            item = std::make_unique<CountingItem>(identifier);
+            item->setLabel(identifier);
         }
-        return supply.contains(identifier) ? items[identifier].get() : nullptr;
+        return item.get();
     }
 
 private:
@@ -87,28 +88,22 @@ struct Window {
 
 class ToolbarTest : public testing::Test {
 protected:
-    void remembers(const QVariant &items) {
+    void store(const QVariant &items) {
         desktop.userDefaults->values.insert(key, QVariantMap{{"items", items}});
     }
-    [[nodiscard]] QStringList remembered() const {
-        return desktop.userDefaults->values.value(key).toMap().value("items").toStringList();
-    }
-    static void settle() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
     platform::TestDesktop desktop = platform::installTestServices();
     Delegate delegate;
 };
 
-TEST_F(ToolbarTest, ShowsTheDefaultAndRemembersNothingUntilItIsChanged) {
+TEST_F(ToolbarTest, StoresAnArrangementOnlyWhenItChanges) {
     Window one(delegate);
     EXPECT_EQ(one.shown(), delegate.defaults);
-    one.window.show();
-    one.toolbar->revalidate();
     EXPECT_TRUE(desktop.userDefaults->values.isEmpty());
     EXPECT_TRUE(one.toolbar->insertItem("Spare", 1));
-    EXPECT_EQ(remembered(), (QStringList{"New", "Spare", "Back", flexible, "Today"}));
+    EXPECT_EQ(Window(delegate).shown(), (QStringList{"New", "Spare", "Back", flexible, "Today"}));
     const int writes = desktop.userDefaults->synchronizations;
-    EXPECT_FALSE(one.toolbar->insertItem("Spare", 0)) << "it stands there already";
+    EXPECT_FALSE(one.toolbar->insertItem("Spare", 0)) << "it is already there";
     EXPECT_FALSE(one.toolbar->insertItem("Nobody", 0));
     one.toolbar->moveItem(1, 1);
     one.toolbar->removeItem(99);
@@ -120,56 +115,49 @@ TEST_F(ToolbarTest, ShowsTheDefaultAndRemembersNothingUntilItIsChanged) {
         << "an index beyond an end counts as that end";
 }
 
-TEST_F(ToolbarTest, KeepsThePlaceOfAnItemThatNobodySuppliesYet) {
-    remembers(QVariantList{"New", separator, "Plug", flexible, "Today"});
+TEST_F(ToolbarTest, KeepsThePlaceOfAnItemThatIsNotSuppliedYet) {
+    store(QVariantList{"New", separator, "Plug", flexible, "Today"});
     delegate.supply.removeAll("Plug");
-    {
-        Window one(delegate);
-        EXPECT_EQ(one.shown(), (QStringList{"New", flexible, "Today"})) << "nor its separator";
-        EXPECT_TRUE(one.toolbar->insertItem("Back", 1));
-        one.toolbar->moveItem(2, 0);
-        EXPECT_EQ(one.shown(), (QStringList{flexible, "New", "Back", "Today"}));
-        delegate.supply.append("Plug");
-        one.toolbar->revalidate();
-        EXPECT_NE(one.toolbar->controlFor("Plug"), nullptr) << "as soon as it is supplied";
-    }
-    EXPECT_TRUE(Window(delegate).shown().contains("Plug")) << "at another start of the program";
-    EXPECT_EQ(remembered().count("Plug"), 1);
+    Window one(delegate);
+    EXPECT_EQ(one.shown(), (QStringList{"New", flexible, "Today"})) << "nor its separator";
+    EXPECT_TRUE(one.toolbar->insertItem("Back", 1));
+    one.toolbar->moveItem(2, 0);
+    EXPECT_EQ(one.shown(), (QStringList{flexible, "New", "Back", "Today"}));
+    delegate.supply.append("Plug");
+    one.toolbar->revalidate();
+    EXPECT_NE(one.toolbar->controlFor("Plug"), nullptr) << "as soon as it is supplied";
+    EXPECT_EQ(Window(delegate).shown().count("Plug"), 1) << "also the next time";
 }
 
-TEST_F(ToolbarTest, IsNotMisledByWhatStandsInTheDefaults) {
-    const QStringList odd{"New", flexible, flexible};
+TEST_F(ToolbarTest, LeavesOutStoredEntriesThatAreNotIdentifiers) {
     const std::pair<QVariant, QStringList> cases[] = {
         {u"New"_s, delegate.defaults},
         {QVariantList{}, {}},
-        {QVariantList{1, QVariantMap{}, "", QString(1000, u'x'), "New", "New", QByteArray("Back"), flexible,
-                      flexible},
-         odd},
+        {QVariantList{1, QVariantMap{}, "", QString(1000, u'x'), "New", "New", flexible, flexible},
+         {"New", flexible, flexible}},
         {QVariantList(10'000, separator), QStringList(platform::ToolbarArrangement::maximumItems, separator)},
     };
     for (const auto &[stored, shown] : cases) {
-        remembers(stored);
+        store(stored);
         EXPECT_EQ(Window(delegate).shown(), shown);
     }
     EXPECT_FALSE(Window(delegate).toolbar->insertItem(separator, 0)) << "it is full";
-    desktop.userDefaults->values.insert(key, 7);
-    EXPECT_EQ(Window(delegate).shown(), delegate.defaults);
 }
 
-TEST_F(ToolbarTest, OfTwoWindowsKeepInStepEachWithItsOwnControls) {
+TEST_F(ToolbarTest, ShowsTheSameInTwoWindowsEachWithItsOwnControls) {
     int made = 0;
     delegate.item("New")->setView(
         [&made] {
             ++made;
             return new QLabel;
         },
-        [](QWidget *view, const ToolbarItem &shown) { static_cast<QLabel *>(view)->setText(shown.label()); });
+        [](QWidget *view, const ToolbarItem &item) { static_cast<QLabel *>(view)->setText(item.label()); });
     Window one(delegate);
     auto two = std::make_unique<Window>(delegate);
     one.toolbar->insertItem("Plug", 1);
     EXPECT_EQ(two->shown(), one.shown());
     EXPECT_NE(one.toolbar->controlFor("Plug"), two->toolbar->controlFor("Plug"));
-    EXPECT_EQ(made, 2) << "a control stays when another item comes";
+    EXPECT_EQ(made, 2) << "a control stays when another item is inserted";
     delegate.item("New")->setLabel("Other");
     delegate.item("Back")->setEnabled(false);
     for (const Toolbar *toolbar : {one.toolbar, two->toolbar}) {
@@ -178,36 +166,26 @@ TEST_F(ToolbarTest, OfTwoWindowsKeepInStepEachWithItsOwnControls) {
     }
     two->toolbar->setDisplayMode(platform::ToolbarDisplayMode::TextOnly);
     EXPECT_EQ(one.toolbar->displayMode(), platform::ToolbarDisplayMode::TextOnly);
-    two.reset();
-    one.toolbar->removeItem(0);
-    EXPECT_EQ(one.shown(), (QStringList{"Plug", "Back", flexible, "Today"}));
 }
 
-TEST_F(ToolbarTest, LivesOnWhenItsDelegateOrAnItemDies) {
+TEST_F(ToolbarTest, SurvivesTheEndOfAnItemItsWindowOrItsDelegate) {
     auto dying = std::make_unique<Delegate>();
-    Window one(*dying);
-    one.window.show();
-    dying->items.erase("Back");
-    QCoreApplication::processEvents();
-    EXPECT_TRUE(one.shown().contains("Back")) << "made anew by the delegate";
-    dying.reset();
-    QCoreApplication::processEvents();
-    one.toolbar->revalidate();
-    EXPECT_TRUE(one.toolbar->paletteItems().size() >= 3);
-    EXPECT_EQ(one.toolbar->controlFor("Back"), nullptr);
-}
-
-TEST_F(ToolbarTest, SurvivesAClickThatEndsItsWindowOrItsItem) {
-    auto window = std::make_unique<Window>(delegate);
-    delegate.item("Back")->setAction([this](ToolbarItem &, QWidget *) { delegate.items.erase("Back"); });
-    delegate.item("Today")->setAction([&](ToolbarItem &, QWidget *) { window->toolbar->removeItem(2); });
-    delegate.item("New")->setAction([&window](ToolbarItem &, QWidget *) { window.reset(); });
+    auto window = std::make_unique<Window>(*dying);
+    dying->item("Back")->setAction([&](ToolbarItem &, QWidget *) { dying->items.erase("Back"); });
+    dying->item("Today")->setAction([&](ToolbarItem &, QWidget *) { window->toolbar->removeItem(2); });
+    dying->item("New")->setAction([&window](ToolbarItem &, QWidget *) { window.reset(); });
     window->window.show();
     static_cast<QToolButton *>(window->toolbar->controlFor("Back"))->click();
-    EXPECT_EQ(delegate.items.count("Back"), 0u);
+    EXPECT_EQ(dying->items.count("Back"), 0u);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(window->shown().contains("Back")) << "made anew by the delegate";
     static_cast<QToolButton *>(window->toolbar->controlFor("Today"))->click();
-    delegate.item("New")->perform(nullptr);
+    dying->item("New")->perform(nullptr);
     EXPECT_EQ(window, nullptr);
+    Window other(*dying);
+    dying.reset();
+    other.toolbar->revalidate();
+    EXPECT_EQ(other.toolbar->controlFor("New"), nullptr);
 }
 
 TEST_F(ToolbarTest, ValidatesOnceAfterManyKeys) {
@@ -215,7 +193,7 @@ TEST_F(ToolbarTest, ValidatesOnceAfterManyKeys) {
     one.window.show();
     CountingItem *item = delegate.item("New");
     const auto isValidated = [item] { return item->validations > 0; };
-    ASSERT_TRUE(QTest::qWaitFor(isValidated, 5000)); // what showing it began
+    ASSERT_TRUE(QTest::qWaitFor(isValidated, 5000)); // because the window was shown
     item->validations = 0;
     for (int i = 0; i < 20; ++i)
         QTest::keyClick(&one.window, Qt::Key_A);
@@ -223,26 +201,7 @@ TEST_F(ToolbarTest, ValidatesOnceAfterManyKeys) {
     EXPECT_EQ(item->validations, 1);
 }
 
-TEST_F(ToolbarTest, ReachesEveryItemInANarrowWindow) {
-    delegate.item("Plug")->setView([] { return new QPushButton; }, nullptr);
-    Window one(delegate);
-    one.toolbar->insertItem("Plug", 99);
-    one.window.setAnimated(false);
-    one.window.resize(700, 600);
-    one.window.show();
-    auto *more = one.window.findChild<QToolButton *>(platform::toolbarExtensionButtonName);
-    EXPECT_FALSE(more->isVisible());
-    one.window.resize(90, 600);
-    QCoreApplication::processEvents();
-    ASSERT_TRUE(more->isVisible());
-    EXPECT_FALSE(one.toolbar->controlFor("Plug")->isVisible());
-    QTest::keyClick(more, Qt::Key_Space);
-    for (const char *name : {"New", "Back", "Today", "Plug"})
-        EXPECT_TRUE(QTest::qWaitFor([&] { return one.toolbar->controlFor(name)->isVisible(); }, 5000))
-            << name;
-}
-
-TEST_F(ToolbarTest, IsWalkedThroughByTabInItsOrder) {
+TEST_F(ToolbarTest, GivesTheFocusToItsItemsInTheirOrder) {
     Window one(delegate);
     one.toolbar->insertItem("Spare", 0);
     one.window.show();
@@ -258,25 +217,20 @@ TEST_F(ToolbarTest, IsWalkedThroughByTabInItsOrder) {
 // The sheet in which the user arranges the tool-bar.
 class CustomizationTest : public ToolbarTest {
 protected:
-    void SetUp() override {
+    CustomizationTest() {
         one.window.show();
-        one.toolbar->customize();
-        ASSERT_TRUE(sheet() != nullptr);
-    }
-    [[nodiscard]] QDialog *sheet() const {
-        return one.window.findChild<QDialog *>(platform::customization::sheet);
+        platform::customizeToolbar(one.toolbar);
     }
     template<typename T>
     T *control(const QString &name) const {
-        return sheet()->findChild<T *>(name);
+        return one.window.findChild<T *>(name);
     }
     void press(const QString &name) const { QTest::keyClick(control<QPushButton>(name), Qt::Key_Space); }
-    void select(const QString &listName, const QString &identifier) const {
+    void select(const QString &listName, const QString &title) const {
         auto *list = control<QListWidget>(listName);
-        for (int row = 0; row < list->count(); ++row)
-            if (list->item(row)->data(Qt::UserRole).toString() == identifier)
-                return list->setCurrentRow(row);
-        ADD_FAILURE() << qPrintable(identifier) << " is not in " << qPrintable(listName);
+        const QList<QListWidgetItem *> found = list->findItems(title, Qt::MatchExactly);
+        ASSERT_EQ(found.size(), 1) << qPrintable(title) << " in " << qPrintable(listName);
+        list->setCurrentItem(found.first());
     }
     Window one{delegate};
 };
@@ -286,14 +240,13 @@ TEST_F(CustomizationTest, WorksByKeyboard) {
     select(arrangement, "New");
     select(palette, "Spare");
     press(addButton);
-    EXPECT_EQ(one.shown(), (QStringList{"New", "Spare", "Back", flexible, "Today"}));
     press(laterButton);
     press(laterButton);
     EXPECT_EQ(one.shown(), (QStringList{"New", "Back", flexible, "Spare", "Today"}));
     press(earlierButton);
     press(removeButton);
     EXPECT_EQ(one.shown(), (QStringList{"New", "Back", flexible, "Today"}));
-    select(palette, "Spare"); // what was removed can be had again
+    select(palette, "Spare"); // a removed item can be added again
     select(arrangement, "Today");
     EXPECT_FALSE(control<QPushButton>(laterButton)->isEnabled());
     QTest::keyClick(control<QComboBox>(displayMode), Qt::Key_Down);
@@ -303,13 +256,14 @@ TEST_F(CustomizationTest, WorksByKeyboard) {
     EXPECT_EQ(one.shown(), delegate.defaults);
     EXPECT_EQ(one.toolbar->displayMode(), platform::ToolbarDisplayMode::IconAndText);
     press(doneButton);
-    settle();
-    EXPECT_EQ(sheet(), nullptr);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(control<QDialog>(sheet), nullptr);
 }
 
-TEST_F(CustomizationTest, EndsWithItsTool) {
+TEST_F(CustomizationTest, EndsWithItsToolbar) {
+    EXPECT_NE(control<QDialog>(platform::customization::sheet), nullptr);
     delete one.toolbar;
-    EXPECT_TRUE(one.window.findChildren<platform::ToolbarCustomization *>().isEmpty());
+    EXPECT_EQ(control<QDialog>(platform::customization::sheet), nullptr);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// Frames, windows with controllers, sheets and modal sessions.
+// Frames, windows with controllers, views, sheets and modal sessions.
 #include "platform/runtime/Runtime.h"
 #include "platform/toolkit/Frames.h"
 #include "platform/toolkit/Windows.h"
@@ -17,18 +17,6 @@
 
 namespace {
 
-rt::Class *testClass() {
-    return rt::defineClass(u"ToolkitTestObject"_s);
-}
-
-class ViewObject : public QLabel, public rt::Object {
-public:
-    explicit ViewObject(rt::Class *isa)
-        : rt::Object(isa) {}
-};
-
-// --- frames
-
 TEST(Frames, CountFromTheBottomOfTheParent) {
     QWidget parent;
     parent.resize(200, 100);
@@ -43,27 +31,20 @@ TEST(Frames, CountFromTheBottomOfTheParent) {
     EXPECT_EQ(view.geometry(), QRect(10, 75, 50, 20));
     platform::setBottomLeftFrame(&view, QRectF(0, 0, 1e300, 20));
     EXPECT_EQ(view.width(), QWIDGETSIZE_MAX);
-    platform::setBottomLeftFrame(nullptr, QRectF(0, 0, 1, 1));
-    EXPECT_TRUE(platform::bottomLeftFrame(nullptr).isNull());
 }
 
-// --- windows
-
-TEST(Windows, StandInOrderOfRegistrationWhileTheyLive) {
+TEST(Windows, AreListedInOrderOfRegistrationWhileTheyExist) {
+    rt::Class *cls = rt::defineClass(u"ToolkitTestObject"_s);
     auto first = std::make_unique<QWidget>();
     QWidget second;
-    rt::Object one(testClass());
-    auto two = std::make_unique<rt::Object>(testClass());
+    rt::Object one(cls);
+    auto two = std::make_unique<rt::Object>(cls);
     platform::registerWindow(first.get(), &one);
     platform::registerWindow(&second, two.get());
     platform::registerWindow(first.get(), two.get());
-    platform::registerWindow(nullptr, nullptr);
-    platform::unregisterWindow(nullptr);
     EXPECT_EQ(platform::orderedWindows(), (QList<QWidget *>{first.get(), &second}));
     EXPECT_EQ(platform::windowController(first.get()), two.get());
-    EXPECT_EQ(platform::windowController(nullptr), nullptr);
     platform::unregisterWindow(first.get());
-    EXPECT_EQ(platform::orderedWindows(), QList<QWidget *>{&second});
     EXPECT_EQ(platform::windowController(first.get()), nullptr);
     platform::registerWindow(first.get(), &one);
     first.reset();
@@ -75,7 +56,7 @@ TEST(Windows, StandInOrderOfRegistrationWhileTheyLive) {
     EXPECT_EQ(platform::applicationDelegate(), nullptr);
 }
 
-TEST(WindowClosing, IsToldToObserversWhoseOwnersLive) {
+TEST(WindowClosing, IsReportedToObserversWhoseOwnersExist) {
     QWidget window;
     QStringList told;
     QObject owner;
@@ -87,8 +68,8 @@ TEST(WindowClosing, IsToldToObserversWhoseOwnersLive) {
         platform::observeWindowWillClose(&owner, [&](QWidget *) { told.append(u"late"_s); });
         throw std::runtime_error("x");
     });
-    platform::observeWindowWillClose(doomed.get(), [](QWidget *) { ADD_FAILURE() << "its owner is dead"; });
-    platform::observeWindowWillClose(nullptr, [](QWidget *) { ADD_FAILURE() << "nobody owns it"; });
+    platform::observeWindowWillClose(doomed.get(),
+                                     [](QWidget *) { ADD_FAILURE() << "its owner is deleted"; });
     expectWarning(u"'s handler: "_s);
     platform::windowWillClose(&window);
     EXPECT_EQ(told, QStringList{u"first"_s});
@@ -96,14 +77,18 @@ TEST(WindowClosing, IsToldToObserversWhoseOwnersLive) {
     EXPECT_EQ(told, (QStringList{u"first"_s, u"first"_s, u"late"_s}));
 }
 
-// --- views
+class ViewObject : public QLabel, public rt::Object {
+public:
+    explicit ViewObject(rt::Class *isa)
+        : rt::Object(isa) {}
+};
 
-TEST(Views, AreAskedForTheirKindByName) {
+TEST(Views, HaveAKindByNameAndTextFieldsAValue) {
     rt::Class *base = rt::defineClass(u"ToolkitTestBaseView"_s);
     const ViewObject view(rt::defineClass(u"ToolkitTestView"_s, base));
-    const QLabel label;
-    const QLineEdit edit;
-    const QPushButton button;
+    QLabel label;
+    QLineEdit edit;
+    QPushButton button(u"push"_s);
     const std::tuple<const QWidget *, const char *, bool> cases[] = {
         {&view, "ToolkitTestView", true}, {&view, "ToolkitTestBaseView", true}, {&view, "NSView", true},
         {&view, "OtherView", false},      {&label, "NSTextField", true},        {&edit, "NSTextField", true},
@@ -112,23 +97,13 @@ TEST(Views, AreAskedForTheirKindByName) {
     };
     for (const auto &[asked, kind, is] : cases)
         EXPECT_EQ(platform::isViewOfKind(asked, QString::fromUtf8(kind)), is) << kind;
-}
-
-TEST(Views, TextFieldsHaveAValueAndOthersHaveNone) {
-    QLabel label;
-    QLineEdit edit;
-    QPushButton button(u"push"_s);
     for (QWidget *field : {static_cast<QWidget *>(&label), static_cast<QWidget *>(&edit)}) {
         platform::setTextFieldValue(field, u"a"_s);
         EXPECT_EQ(platform::textFieldValue(field), u"a"_s);
         platform::setTextFieldValue(field, QString());
         EXPECT_FALSE(platform::textFieldValue(field).isNull());
     }
-    for (QWidget *other : {static_cast<QWidget *>(&button), static_cast<QWidget *>(nullptr)}) {
-        platform::setTextFieldValue(other, u"a"_s);
-        EXPECT_TRUE(platform::textFieldValue(other).isNull());
-    }
-    EXPECT_EQ(button.text(), u"push"_s);
+    EXPECT_TRUE(platform::textFieldValue(&button).isNull());
 }
 
 // --- sheets and modal sessions
@@ -142,11 +117,9 @@ bool takesClicks(QPushButton &button) {
 
 class Sheet : public testing::Test {
 protected:
-    void SetUp() override {
-        for (QWidget *shown : {parent.get(), other.get()}) {
-            shown->resize(200, 100);
-            shown->show();
-        }
+    Sheet() {
+        parent->show();
+        other->show();
     }
 
     void begin(QWidget *window) {
@@ -159,10 +132,11 @@ protected:
     QPushButton *otherButton = new QPushButton(u"o"_s, other.get());
     QDialog sheet;
     QList<int> results;
+    QWidget window;
+    platform::ModalSession session;
 };
 
 TEST_F(Sheet, BlocksItsOwnWindowOnlyAndEndsOnce) {
-    EXPECT_TRUE(takesClicks(*parentButton));
     begin(parentButton); // a view stands for its window
     EXPECT_TRUE(sheet.isVisible());
     EXPECT_FALSE(takesClicks(*parentButton));
@@ -177,7 +151,7 @@ TEST_F(Sheet, BlocksItsOwnWindowOnlyAndEndsOnce) {
     EXPECT_EQ(results, (QList<int>{7, QDialog::Rejected}));
 }
 
-TEST_F(Sheet, DoesNotEndWhenItsParentDiesFirst) {
+TEST_F(Sheet, HasNoResultWhenItsParentIsDeletedFirst) {
     begin(parent.get());
     parent.reset();
     EXPECT_FALSE(sheet.isVisible());
@@ -194,34 +168,31 @@ TEST_F(Sheet, SurvivesAHandlerThatThrowsOrDeletesIt) {
     sheet.accept();
     auto *dying = new QDialog;
     platform::beginSheet(dying, parent.get(), [dying](int) { dying->deleteLater(); });
-    dying->accept();
+    dying->reject();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(takesClicks(*parentButton));
-    platform::beginSheet(nullptr, parent.get(), {});
-    platform::beginSheet(&sheet, parent.get(), {});
-    sheet.accept();
 }
 
-TEST_F(Sheet, AModalSessionBlocksEveryOtherWindowUntilItEnds) {
-    QWidget window;
-    platform::ModalSession session, second;
+TEST_F(Sheet, AModalSessionBlocksEveryOtherWindowUntilItOrItsWindowEnds) {
+    platform::ModalSession second;
     EXPECT_FALSE(session.begin(nullptr));
     EXPECT_TRUE(session.begin(&window));
     EXPECT_TRUE(session.isRunning() && window.isVisible());
     EXPECT_FALSE(takesClicks(*parentButton) || takesClicks(*otherButton));
     EXPECT_FALSE(second.begin(other.get()) || second.isRunning() || session.begin(other.get()));
     session.end();
-    session.end();
     EXPECT_FALSE(session.isRunning() || window.isVisible());
     EXPECT_EQ(window.windowModality(), Qt::NonModal);
     EXPECT_TRUE(takesClicks(*parentButton));
     EXPECT_TRUE(second.begin(other.get()));
     EXPECT_TRUE(takesClicks(*otherButton));
+    other.reset();
+    EXPECT_FALSE(second.isRunning());
+    EXPECT_TRUE(takesClicks(*parentButton));
+    EXPECT_TRUE(session.begin(parent.get()));
 }
 
 TEST_F(Sheet, AndModalSessionLeaveTheActivationToTheWindowBelow) {
-    QWidget window;
-    platform::ModalSession session;
     parent->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(parent.get()));
     begin(parent.get());
@@ -232,15 +203,6 @@ TEST_F(Sheet, AndModalSessionLeaveTheActivationToTheWindowBelow) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     session.end();
     EXPECT_TRUE(QTest::qWaitForWindowActive(parent.get()));
-}
-
-TEST_F(Sheet, AModalSessionEndsWithItsWindow) {
-    platform::ModalSession session;
-    EXPECT_TRUE(session.begin(other.get()));
-    other.reset();
-    EXPECT_FALSE(session.isRunning());
-    EXPECT_TRUE(takesClicks(*parentButton));
-    EXPECT_TRUE(session.begin(parent.get()));
 }
 
 } // namespace

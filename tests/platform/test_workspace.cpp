@@ -1,11 +1,9 @@
 // Applications as folders, without a bus.
-#include "platform/services/Services.h"
 #include "platform/services/bus/SessionBus.h"
 #include "platform/services/propertylist/PropertyList.h"
 #include "platform/services/workspace/DesktopWorkspace.h"
 #include "standin/support/PrivateBus.h"
 #include "tests/platform/TestFolder.h"
-#include "tests/support/TestServices.h"
 #include "tests/support/WaitFor.h"
 #include "tests/support/Warnings.h"
 
@@ -13,13 +11,9 @@ namespace {
 
 class WorkspaceTest : public testing::Test {
 protected:
-    WorkspaceTest() {
+    static std::shared_ptr<platform::SessionBus> noBus() {
         expectWarning(u"there is no session bus"_s);
-        platform::DesktopOptions options;
-        options.rootFolder = folder.path() + u'/';
-        options.defaultsFolder = folder.path();
-        options.documentsFolder = u"/somewhere/Documents"_s;
-        desktop = platform::makeDesktopServices(options);
+        return std::make_shared<platform::SessionBus>(QString(), nullptr);
     }
 
     void putBundle(const QString &path, const QString &identifier, const QString &executable) const {
@@ -38,67 +32,41 @@ protected:
         QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         return program;
     }
-    [[nodiscard]] QByteArray awaitOutcome() const {
+    [[nodiscard]] QByteArray takeOutcome() const {
         EXPECT_TRUE(waitFor([this] { return QFile::exists(folder.path(u"outcome"_s)); }));
-        return folder.content(u"outcome"_s);
+        const QByteArray outcome = folder.content(u"outcome"_s);
+        EXPECT_TRUE(QFile::remove(folder.path(u"outcome"_s)));
+        return outcome;
     }
 
     standin::PrivateBus bus; // never started: the address leads nowhere
     TestFolder folder;
-    platform::Services desktop;
+    QString own = folder.path(u"own"_s);
+    platform::DesktopWorkspace workspace{noBus(), {own + u'/', folder.path()}, {}};
 };
 
-TEST_F(WorkspaceTest, OnlyPathsOfTheSystemLieBelowTheRoot) {
-    const platform::Workspace &workspace = *desktop.workspace;
-    EXPECT_EQ(workspace.resolve(u"/Applications/A.app"_s), folder.path() + u"/Applications/A.app"_s);
-    EXPECT_EQ(workspace.resolve(u"/Users/Shared/x"_s), folder.path() + u"/Users/Shared/x"_s);
+TEST_F(WorkspaceTest, PathsOfTheSystemAreBelowTheFirstRootThatHasThem) {
+    putBundle(u"/own/Applications/Both.app"_s, u"com.parlo.both"_s, u"run"_s);
+    putBundle(u"/Applications/Both.app"_s, u"com.parlo.both"_s, u"run"_s);
+    putBundle(u"/Users/Shared/Product/Agent.app"_s, u"com.parlo.agent"_s, u"run"_s);
+    EXPECT_EQ(workspace.resolve(u"/Applications/Both.app"_s), own + u"/Applications/Both.app"_s);
+    EXPECT_EQ(workspace.resolve(u"/Users/Shared/Product"_s), folder.path() + u"/Users/Shared/Product"_s);
+    EXPECT_EQ(workspace.resolve(u"/Applications/New.app"_s), own + u"/Applications/New.app"_s);
     for (const QString &path : {u"/Users/me/Applications/A.app"_s, u"~/Applications/A.app"_s,
                                 u"/ApplicationsOf"_s, u"Applications/"_s, QString()})
         EXPECT_EQ(workspace.resolve(path), path);
-    platform::TableWorkspace doubled;
-    doubled.root = folder.path();
-    EXPECT_EQ(doubled.resolve(u"/Applications/A.app"_s), workspace.resolve(u"/Applications/A.app"_s));
-    EXPECT_EQ(workspace.documentsFolder(), u"/somewhere/Documents"_s);
-}
-
-TEST_F(WorkspaceTest, BundlesAreFoundByIdentifierAlsoInAProductsFolder) {
-    putBundle(u"/Applications/Some App.app"_s, u"com.parlo.some"_s, u"some"_s);
-    putBundle(u"/Users/Shared/Product/Agent.app"_s, u"com.parlo.agent"_s, u"agent"_s);
-    ASSERT_TRUE(QDir().mkpath(folder.path() + u"/Applications/Empty.app"_s));
-    const platform::Workspace &workspace = *desktop.workspace;
-    EXPECT_EQ(workspace.pathForBundleIdentifier(u"com.parlo.some"_s), u"/Applications/Some App.app"_s);
+    EXPECT_EQ(workspace.pathForBundleIdentifier(u"com.parlo.both"_s), u"/Applications/Both.app"_s);
     EXPECT_EQ(workspace.pathForBundleIdentifier(u"com.parlo.agent"_s), u"/Users/Shared/Product/Agent.app"_s);
     EXPECT_TRUE(workspace.pathForBundleIdentifier(u"com.parlo"_s).isNull());
     EXPECT_TRUE(workspace.pathForBundleIdentifier(QString()).isNull());
-    EXPECT_TRUE(workspace.isFilePackage(u"/Applications/Some App.app"_s));
-    EXPECT_FALSE(workspace.isFilePackage(u"/Applications/Empty.app"_s));
-    EXPECT_FALSE(workspace.isFilePackage(u"/Applications"_s));
-    ASSERT_TRUE(QDir(folder.path() + u"/Applications/Some App.app"_s).removeRecursively());
-    EXPECT_TRUE(workspace.pathForBundleIdentifier(u"com.parlo.some"_s).isNull()) << "every call looks again";
-}
-
-TEST_F(WorkspaceTest, AnEarlierRootTakesPrecedenceAndGetsWhatIsNew) {
-    const QString own = folder.path(u"own"_s);
-    putBundle(u"/own/Applications/Mine.app"_s, u"com.parlo.mine"_s, u"run"_s);
-    putBundle(u"/own/Applications/Both.app"_s, u"com.parlo.both"_s, u"run"_s);
-    putBundle(u"/Applications/Both.app"_s, u"com.parlo.both"_s, u"run"_s);
-    putBundle(u"/Applications/Installed.app"_s, u"com.parlo.installed"_s, u"run"_s);
-    const platform::DesktopWorkspace workspace(
-        std::make_shared<platform::SessionBus>(QString(), [](const QString &, const platform::TextMap &) {}),
-        {own, folder.path()}, {});
-    EXPECT_EQ(workspace.resolve(u"/Applications/Both.app"_s), own + u"/Applications/Both.app"_s);
-    EXPECT_EQ(workspace.resolve(u"/Applications/Installed.app"_s),
-              folder.path() + u"/Applications/Installed.app"_s);
-    EXPECT_EQ(workspace.resolve(u"/Applications/New.app"_s), own + u"/Applications/New.app"_s);
-    for (const QString &name : {u"Mine"_s, u"Both"_s, u"Installed"_s})
-        EXPECT_EQ(workspace.pathForBundleIdentifier(u"com.parlo."_s + name.toLower()),
-                  u"/Applications/%1.app"_s.arg(name));
+    EXPECT_TRUE(workspace.isFilePackage(u"/Applications/Both.app"_s));
+    EXPECT_FALSE(workspace.isFilePackage(u"/Users/Shared/Product"_s));
+    ASSERT_TRUE(QDir(folder.path() + u"/Users/Shared/Product"_s).removeRecursively());
+    EXPECT_TRUE(workspace.pathForBundleIdentifier(u"com.parlo.agent"_s).isNull()) << "every call looks again";
 }
 
 TEST_F(WorkspaceTest, AnExecutableIsAFileInItsBundleThatMayBeRun) {
     const QString bundle = u"/Applications/A.app"_s;
-    const platform::Workspace &workspace = *desktop.workspace;
-    EXPECT_TRUE(workspace.executablePath(bundle).isNull());
     putBundle(bundle, u"com.parlo.a"_s, u"run"_s);
     EXPECT_TRUE(workspace.executablePath(bundle).isNull()) << "there is none";
     const QString program = putProgram(bundle + u"/Contents/MacOS/run"_s);
@@ -112,7 +80,6 @@ TEST_F(WorkspaceTest, AnExecutableIsAFileInItsBundleThatMayBeRun) {
 }
 
 TEST_F(WorkspaceTest, AnApplicationIsStartedByItsIdentifierAndAProcessWithItsArguments) {
-    platform::Workspace &workspace = *desktop.workspace;
     putBundle(u"/Applications/A.app"_s, u"com.parlo.a"_s, u"run"_s);
     EXPECT_FALSE(workspace.launchApplication(u"com.parlo.a"_s)) << "its executable is missing";
     EXPECT_FALSE(workspace.launchApplication(u"com.parlo.nobody"_s));
@@ -120,10 +87,9 @@ TEST_F(WorkspaceTest, AnApplicationIsStartedByItsIdentifierAndAProcessWithItsArg
     EXPECT_FALSE(workspace.startProcess(QString(), {}));
     const QString program = putProgram(u"/Applications/A.app/Contents/MacOS/run"_s);
     EXPECT_TRUE(workspace.launchApplication(u"com.parlo.a"_s));
-    EXPECT_EQ(awaitOutcome(), "started\n");
-    ASSERT_TRUE(QFile::remove(folder.path(u"outcome"_s)));
+    EXPECT_EQ(takeOutcome(), "started\n");
     EXPECT_TRUE(workspace.startProcess(program, {u"a b"_s, u"velamtg://host/start?x=$HOME&y='"_s}));
-    EXPECT_EQ(awaitOutcome(), "started\na b\nvelamtg://host/start?x=$HOME&y='\n");
+    EXPECT_EQ(takeOutcome(), "started\na b\nvelamtg://host/start?x=$HOME&y='\n");
 }
 
 } // namespace
