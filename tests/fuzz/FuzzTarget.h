@@ -5,14 +5,13 @@
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
-#include <functional>
 #include <vector>
 
 namespace fuzz {
 
 struct FuzzTarget {
-    const char *name; // of its corpus' folder as well
-    std::function<void(const QByteArray &bytes)> open;
+    const char *name; // also of the folder with its corpus
+    void (*open)(const QByteArray &bytes);
 };
 
 // All targets that are linked into the program.

@@ -1,7 +1,8 @@
-// Answers of the client and the agent: texts of each kind, one after the other.
+// Answers of the client and the agent, in any order.
 #include "plugin/link/channel/vlIPCChannel.h"
 #include "plugin/link/clientCodes.h"
 #include "plugin/link/discovery/vlClientFeatureMgr.h"
+#include "plugin/link/discovery/vlGetClientVersionHelper.h"
 #include "plugin/link/meetingCommand.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/readers/vlGetMeetingHelper.h"
@@ -11,62 +12,75 @@
 #include "plugin/util/EncodeUtils.h"
 #include "plugin/util/vlOLUtils.h"
 #include "tests/fuzz/FuzzTarget.h"
-#include "tests/fuzz/LinkHarness.h"
+#include "tests/support/FreshPlugin.h"
+#include "tests/support/RecordingLink.h"
+#include "tests/support/ScriptedClient.h"
 
 using namespace fuzz;
 
 namespace {
 
-const QString meetingHead = QString(13, u';');
+// A running meeting client, and layers above the link that record its reports. Made again for each input, so
+// that inputs cannot affect each other.
+struct LinkHarness {
+    LinkHarness() {
+        LinkPorts::instance() = {&feedback, &receiver};
+        (void)vlAPIMgr::sharedInstance();
+        (void)vlGetClientVersionHelper::sharedInstance();
+    }
+    // Delivers the notification to all observers.
+    void receive(const QString &channel, const platform::TextMap &userInfo) {
+        fresh.desktop.bus->post(channel, QString(), userInfo, true);
+        fresh.desktop.runLoop->advance(0);
+    }
 
-QString base64(const QByteArray &bytes) {
-    return EncodeUtils::base64Encode(bytes);
+    RecordingFeedback feedback;
+    RecordingReceiver receiver;
+    FreshLink fresh; // must be destroyed before the ports that it reports to
+    ScriptedClient client{fresh.desktop};
+};
+
+// The letter is the input's first byte. Small letters stand for a complete answer; capital letters for the
+// inner part of one, which is encoded here as the client does.
+QString contentOf(char letter, const QByteArray &bytes) {
+    const QString encoded = EncodeUtils::base64Encode(bytes);
+    const QString meetingHead(13, u';');
+    switch (letter) {
+    case 'A':
+        return encoded;
+    case 'G':
+        return meetingHead + encoded;
+    case 'B':
+        return meetingHead + EncodeUtils::base64Encode("{}") + u';' + encoded;
+    default:
+        return QString::fromUtf8(bytes);
+    }
 }
 
-QString asText(const QByteArray &bytes) {
-    return QString::fromUtf8(bytes);
-}
-
-// The meaning of an input's first byte: a complete answer, or the inner part of one, encoded as the client
-// does. An answer without a request is dropped.
+// An answer is dropped if nobody asked.
 struct Kind {
-    char letter;
+    const char *letters;
     ClientAnswer answer;
     void (*ask)(vlAPIMgr &manager);
-    QString (*content)(const QByteArray &bytes);
 };
-void askForMeeting(vlAPIMgr &manager) {
-    manager.getMeeting(nullptr, {});
-}
-void askForAccounts(vlAPIMgr &manager) {
-    manager.getPAC(nullptr);
-}
 const Kind kinds[] = {
-    {'s', ClientAnswer::Schedule, [](vlAPIMgr &manager) { manager.scheduleMeeting(nullptr, {}); }, asText},
-    {'u', ClientAnswer::Update, [](vlAPIMgr &manager) { manager.updateMeeting(nullptr, {}); }, asText},
-    {'d', ClientAnswer::Delete, [](vlAPIMgr &manager) { manager.deleteMeeting(nullptr, {}); }, asText},
-    {'p', ClientAnswer::GetUserProfile, [](vlAPIMgr &manager) { manager.getUserProfile(nullptr); }, asText},
-    {'g', ClientAnswer::GetMeeting, askForMeeting, asText},
-    {'a', ClientAnswer::GetPAC, askForAccounts, asText},
-    {'G', ClientAnswer::GetMeeting, askForMeeting,
-     [](const QByteArray &bytes) { return meetingHead + base64(bytes); }},
-    {'B', ClientAnswer::GetMeeting, askForMeeting,
-     [](const QByteArray &bytes) { return meetingHead + base64("{}") + u';' + base64(bytes); }},
-    {'A', ClientAnswer::GetPAC, askForAccounts, base64},
+    {"s", ClientAnswer::Schedule, [](vlAPIMgr &manager) { manager.scheduleMeeting(nullptr, {}); }},
+    {"u", ClientAnswer::Update, [](vlAPIMgr &manager) { manager.updateMeeting(nullptr, {}); }},
+    {"d", ClientAnswer::Delete, [](vlAPIMgr &manager) { manager.deleteMeeting(nullptr, {}); }},
+    {"p", ClientAnswer::GetUserProfile, [](vlAPIMgr &manager) { manager.getUserProfile(nullptr); }},
+    {"gGB", ClientAnswer::GetMeeting, [](vlAPIMgr &manager) { manager.getMeeting(nullptr, {}); }},
+    {"aA", ClientAnswer::GetPAC, [](vlAPIMgr &manager) { manager.getPAC(nullptr); }},
 };
-
-void claimCommit(const RecordingReceiver::Finished &finished, const QString &content) {
-    claimSame(finished.response().value(vl_API_Para_InvitationEmail).toString(), content.section(u';', 1),
-              "the invitation is what follows the first separator");
-    claim(!content.startsWith(u"0;") && !content.startsWith(u';'), "a meeting has a key");
-}
 
 void claimOutcome(const LinkHarness &harness, ClientAnswer answer, const QString &content) {
     const QList<RecordingReceiver::Finished> &finished = harness.receiver.finished;
     claim(finished.size() + harness.feedback.alerts.size() <= 1, "an answer ends in one outcome at most");
     const bool isCommit = answer == ClientAnswer::Schedule || answer == ClientAnswer::Update;
-    if (isCommit && !finished.isEmpty())
-        claimCommit(finished.first(), content);
+    if (isCommit && !finished.isEmpty()) {
+        claimSame(finished.first().response().value(vl_API_Para_InvitationEmail).toString(),
+                  content.section(u';', 1), "the invitation is what follows the first separator");
+        claim(!content.startsWith(u"0;") && !content.startsWith(u';'), "a meeting has a key");
+    }
     if (answer == ClientAnswer::Delete)
         claim(finished.size() == 1 && finished.first().command == MeetingCommand::CmdDeleteMeeting,
               "every answer to a deletion is handed back");
@@ -98,9 +112,8 @@ void useAccounts() {
     }
 }
 
-void receive(LinkHarness &harness, const Kind &kind, const QByteArray &bytes) {
+void receive(LinkHarness &harness, const Kind &kind, const QString &content) {
     kind.ask(vlAPIMgr::sharedInstance());
-    const QString content = kind.content(bytes);
     harness.receiver.finished.clear();
     harness.feedback.alerts.clear();
     harness.receive(kIPCNotifyVelaClientToOutlookPlugin,
@@ -129,8 +142,8 @@ void open(const QByteArray &bytes) {
         if (letter == 'v')
             receiveFromAgent(harness, piece);
         for (const Kind &kind : kinds) {
-            if (kind.letter == letter)
-                receive(harness, kind, piece);
+            if (QByteArrayView(kind.letters).contains(letter))
+                receive(harness, kind, contentOf(letter, piece));
         }
     }
 }

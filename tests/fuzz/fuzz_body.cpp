@@ -1,8 +1,10 @@
-// The body of an appointment and the invitation that is written into it, found again, replaced and removed.
+// The body of an appointment: an invitation is written into it, found again, replaced and removed.
 #include "plugin/host/body/linkMaker.h"
 #include "plugin/host/body/vlBodyHelper.h"
 #include "plugin/host/body/vlEmailBodyMgr.h"
 #include "tests/fuzz/FuzzTarget.h"
+
+#include <QRegularExpression>
 
 using namespace fuzz;
 
@@ -51,38 +53,21 @@ void openUsersBody(Pieces &pieces, bool isHtml) {
     claimSame(removed, page, "without its block the body is what it was");
 }
 
-qsizetype firstOf(const QString &text, std::initializer_list<const char *> parts) {
-    qsizetype first = text.size();
-    for (const char *part : parts) {
-        const qsizetype at = text.indexOf(QLatin1String(part), 0, Qt::CaseInsensitive);
-        first = at < 0 ? first : std::min(first, at);
-    }
-    return first;
-}
+constexpr auto edgeOptions =
+    QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption;
 
-qsizetype behindLastOf(const QString &text, std::initializer_list<const char *> parts) {
-    qsizetype last = 0;
-    for (const char *part : parts) {
-        const QLatin1String text8(part);
-        const qsizetype at = text.lastIndexOf(text8, -1, Qt::CaseInsensitive);
-        last = at < 0 ? last : std::max(last, at + text8.size());
-    }
-    return last;
-}
-
-// Outside everything that could be an edge of a block.
+// The text before everything that could be the beginning of a block, with the blanks before that.
 QString head(const QString &body) {
-    QString text = body.left(firstOf(body, {"<font size=", "<br><br>+<a name=", "<a name="}));
-    while (!text.isEmpty() && text.back().isSpace()) // of the block when that begins with blanks
-        text.chop(1);
-    return text;
+    static const QRegularExpression edge(uR"(\s*(<font size=|(<br><br>\+)?<a name=|\z))"_s, edgeOptions);
+    return body.left(body.indexOf(edge));
 }
 
+// The text after everything that could be the end of a block, with the blanks after that.
 QString tail(const QString &body) {
-    QString text = body.mid(behindLastOf(body, {"</a>", "</a>.<br><br>", "</font>"}));
-    while (!text.isEmpty() && text.front().isSpace())
-        text.remove(0, 1);
-    return text;
+    static const QRegularExpression edge(uR"((\A|</a>(\.<br><br>)?|</font>)\s*)"_s, edgeOptions);
+    QRegularExpressionMatch last;
+    const qsizetype at = body.lastIndexOf(edge, -1, &last);
+    return at < 0 ? body : body.mid(last.capturedEnd());
 }
 
 // For every body: a block is inserted as a whole, and only text between edges of blocks is removed.
@@ -112,44 +97,17 @@ void openAnyBody(Pieces &pieces, bool isHtml) {
     (void)helper.convertHTMLToPlainText(body);
 }
 
-qsizetype addressEnd(QStringView text, qsizetype at) {
-    for (; at < text.size(); ++at) {
-        const QStringView rest = text.sliced(at);
-        if (u" \r\n"_s.contains(text[at]) || rest.startsWith(kvl_BeginBookmark) ||
-            rest.startsWith(kvl_EndBookmark))
-            break;
-    }
-    return at;
-}
-
 // Without the links and line breaks the result equals the text.
 void claimLinks(const QString &text) {
-    static const QString opening = u"<a href=\""_s;
-    static const QString lineBreak = u"<br>"_s;
-    if (text.contains(opening))
+    static const QRegularExpression link(uR"regex(<a href="(https?://[^ \r\n]*?)">\1</a>)regex"_s);
+    if (text.contains(u"<a href=\""_s) || text.contains(u"<br>"_s))
         return;
     const QString linked = withLinksAndBreaks(text);
-    qsizetype at = 0;
-    qsizetype inText = 0;
-    while (at < linked.size() && inText < text.size()) {
-        if (text[inText] == u'\n') {
-            claim(QStringView(linked).sliced(at).startsWith(lineBreak), "a line ends in a break");
-            at += lineBreak.size();
-            ++inText;
-            continue;
-        }
-        if (!QStringView(linked).sliced(at).startsWith(opening)) {
-            claim(linked[at++] == text[inText++], "nothing is changed but addresses");
-            continue;
-        }
-        const QString address = text.mid(inText, addressEnd(text, inText) - inText);
-        const QString link = opening + address + u"\">"_s + address + u"</a>"_s;
-        claim(QStringView(linked).sliced(at).startsWith(link), "a link leads to what it shows");
-        claim(address.startsWith(HTTP_TAG) || address.startsWith(HTTPS_TAG), "only addresses are linked");
-        at += link.size();
-        inText += address.size();
-    }
-    claim(at == linked.size() && inText == text.size(), "nothing is lost or added");
+    for (const QRegularExpressionMatch &match : link.globalMatch(linked))
+        claim(!match.captured(1).contains(kvl_BeginBookmark), "a bookmark ends an address");
+    QString back = linked;
+    claimSame(back.replace(link, u"\\1"_s).replace(u"<br>"_s, u"\n"_s), text,
+              "only links and breaks are added");
 }
 
 void open(const QByteArray &bytes) {

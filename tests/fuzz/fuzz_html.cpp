@@ -54,10 +54,8 @@ void claimNesting(const std::string &html) {
 
 void claimDocument(const QString &html) {
     const platform::WebDocument document(html);
-    claim(document.hasElement(u"html"_s), "every document has its element");
-    claim(document.documentElementOuterHtml().startsWith(u"<html"), "which is the outermost");
-    const bool hasBody = document.hasElement(bodyTag);
-    claim(document.innerHtml(bodyTag).isNull() != hasBody, "an element has a content");
+    claim(document.documentElementOuterHtml().startsWith(u"<html"), "a document has its element");
+    const bool hasBody = !document.innerHtml(bodyTag).isNull();
     claim(document.withInnerHtml(bodyTag, html).isNull() != hasBody, "an element's content can be set");
     const QString changed = document.withInnerHtml(bodyTag, u"x<p>y</p>"_s);
     claim(!hasBody || changed.contains(u"x<p>y</p></body>"_s), "to what it is then");
