@@ -1,36 +1,136 @@
-// What each hooked method adds to the host's own, and that the host's own still runs.
+// What the hooked methods and the plug-in's tool-bar items add to the host, and that the host's own methods
+// still run.
 #include "platform/toolkit/Frames.h"
+#include "platform/toolkit/Toolbar.h"
 #include "platform/toolkit/Windows.h"
-#include "plugin/host/adapters/vlOLWordMailEditor.h"
+#include "plugin/hooks/loadSteps.h"
+#include "plugin/hooks/vlHookERageMainWindowController.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
+#include "plugin/ui/toolbar/vlCommandItemMgr.h"
 #include "plugin/workflow/vlCalendarActionMgr.h"
 #include "plugin/workflow/vlMeetingMgr.h"
-#include "tests/hooks/HooksFixture.h"
+#include "tests/hooks/HookedHost.h"
+#include "tests/support/FreshPlugin.h"
+#include "tests/support/RecordingPorts.h"
 
 #include <QApplication>
 #include <QLabel>
+#include <QMainWindow>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
 
 using namespace hookedhost;
 
-TEST_F(HooksTest, UnderTheReplacementSelectorTheHostsOwnRunsOnceForEveryRow) {
-    for (const HookRow &row : hookTable()) {
-        rt::Class *cls = rt::classNamed(QString::fromLatin1(row.hostClass));
-        FakeView view(cls->name());
-        FakeObject object(cls->name());
-        const bool isView = cls->name().contains(u"View"_s) && !cls->name().contains(u"Controller"_s);
-        rt::Object *receiver = row.kind == HookKind::Class ? static_cast<rt::Object *>(cls)
-                               : isView                    ? static_cast<rt::Object *>(&view)
-                                                           : &object;
-        calls().clear();
-        rt::sendArgs(receiver, rt::Selector(row.replacementSelector), argumentsFor(row));
-        EXPECT_EQ(calls().size(), 1) << row.replacementSelector;
+namespace {
+
+const QString olderHeader = u"OLCalendarHeaderContainerView"_s;
+const QString newerHeader = u"OLAutoLayoutAttachmentsAcceptingView"_s;
+
+class HookedStrip : public RecordingStrip {
+public:
+    using RecordingStrip::RecordingStrip;
+    void setOLUIAction(HostAction action) override {
+        asked << u"action %1"_s.arg(quint32(action));
+        if (whenAsked)
+            whenAsked();
     }
-    answers().insert(u"ERCalendarEventEditorViewController vl_ERCalendarEventEditorViewController_save"_s,
-                     42);
+    void refreshUI() override { asked << u"refresh"_s; }
+    void enableChangeSettingButton(bool enabled) override { asked << u"enable %1"_s.arg(enabled); }
+
+    QStringList asked;
+    std::function<void()> whenAsked;
+};
+
+// A main window whose tool-bar has the given items by default. The host makes the item "A" for each of them.
+struct HostWindow : QMainWindow {
+    explicit HostWindow(const QStringList &identifiers) {
+        // Kept to the end of the process: any tool-bar may show it.
+        static platform::ToolbarItem *const hostItem = new platform::ToolbarItem(u"A"_s);
+        answers().insert(u"ERageMainWindowController "
+                         "vl_ERageMainWindowController_toolbarDefaultItemIdentifiers:"_s,
+                         QVariantList(identifiers.cbegin(), identifiers.cend()));
+        answers().insert(u"ERageMainWindowController vl_ERageMainWindowController_toolbarItem:"
+                         "itemForItemIdentifier:willBeInsertedIntoToolbar:"_s,
+                         rt::fromObject(hostItem));
+        addToolBar(toolbar);
+        platform::registerWindow(this, &controller);
+        toolbar->setDelegate(&controller);
+    }
+    ~HostWindow() override { platform::unregisterWindow(this); }
+    [[nodiscard]] QStringList shown() const {
+        QStringList identifiers;
+        for (const platform::ToolbarItem *item : toolbar->visibleItems())
+            identifiers.append(item->itemIdentifier());
+        return identifiers;
+    }
+    FakeObject controller{"ERageMainWindowController"};
+    platform::Toolbar *toolbar = new platform::Toolbar(u"Main"_s);
+};
+
+class HooksTest : public testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        folder = new QTemporaryDir;
+        define();
+        installServices();
+        HostWindow window({u"A"_s});
+        runLoadSteps();
+        itemsAfterLoading = window.shown();
+    }
+    static void TearDownTestSuite() { delete folder; }
+
+    static platform::TestDesktop installServices() {
+        platform::TestDesktop desktop = platform::installTestServices();
+        desktop.workspace->root = folder->path();
+        installHost(desktop, u"16.0"_s);
+        return desktop;
+    }
+
+    void SetUp() override {
+        desktop = installServices();
+        WorkflowPorts::instance().strips = &strips;
+        WorkflowPorts::instance().createStrip = [this](QWidget *header, const QRectF &frame) {
+            strips.createStrip(header, frame);
+        };
+        strip.blocked = true;
+        strip.context()->meetingKey = u"840000017"_s;
+        strip.status = DataStatus::NothingToDo;
+        calls().clear();
+        answers().clear();
+    }
+    void TearDown() override {
+        fakehost::during() = nullptr;
+        WorkflowPorts::instance() = {};
+    }
+
+    inline static QTemporaryDir *folder = nullptr;
+    inline static QStringList itemsAfterLoading;
+    platform::TestDesktop desktop{};
+    RecordingStrips strips;
+    FakeAppointment event;
+    FakeEditor editor{event};
+    HookedStrip strip{editor};
+    FakeObject controller{"CCGridViewController", {{"selectedEvent", rt::fromObject(&event)}}};
+    FakeObject grid{"OLCalendarGridViewWrapper", {{"gridViewController", rt::fromObject(&controller)}}};
+};
+
+const QString flex = platform::toolbarFlexibleSpaceIdentifier;
+const QString bar = platform::toolbarSeparatorIdentifier;
+
+void addBoth() {
+    vlHookERageMainWindowController &hook = vlHookERageMainWindowController::sharedInstance();
+    hook.addUIToMainWindow(vlScheduleToolbarItemIdentifier);
+    hook.addUIToMainWindow(vlStartToolbarItemIdentifier);
+}
+
+} // namespace
+
+TEST_F(HooksTest, ArgumentsAndResultsPassThroughToTheHost) {
+    const QString host = u"ERCalendarEventEditorViewController vl_ERCalendarEventEditorViewController_"_s;
+    answers().insert(host + u"save"_s, 42);
     EXPECT_EQ(rt::send(&editor, "save"), rt::Value(42));
     rt::send(&editor, "setIsCancelMode:", true);
-    EXPECT_EQ(calls().last(), u"ERCalendarEventEditorViewController "
-                              "vl_ERCalendarEventEditorViewController_setIsCancelMode:(1)"_s);
+    EXPECT_EQ(calls().last(), host + u"setIsCancelMode:(1)"_s);
 }
 
 TEST_F(HooksTest, OnlyTheVeryHeaderClassGetsAStripAndMovesIt) {
@@ -51,7 +151,7 @@ TEST_F(HooksTest, OnlyTheVeryHeaderClassGetsAStripAndMovesIt) {
     EXPECT_EQ(placed.geometry(), before);
 }
 
-// The first time zone label of a row decides, wherever the header lies; no other text does.
+// The first time zone label in a row decides, wherever the header is. No other text has an effect.
 TEST_F(HooksTest, TheStripIsPlacedByTheHeadersRightEdgeAndItsTimeZoneRow) {
     const char *zone = "Time zone:";
     const struct {
@@ -87,12 +187,10 @@ TEST_F(HooksTest, TheStripIsPlacedByTheHeadersRightEdgeAndItsTimeZoneRow) {
             EXPECT_EQ(platform::bottomLeftFrame(&placed).y(), -10) << "the row is hidden";
         }
     }
-}
-
-TEST_F(HooksTest, TheRowsOfTheNewerHeaderDoNotPaintThemselves) {
     FakeView row(u"OLAutoLayoutView"_s);
+    calls().clear();
     EXPECT_EQ(rt::send(&row, "drawRect:", QRectF()), rt::Value(true));
-    EXPECT_TRUE(calls().isEmpty());
+    EXPECT_TRUE(calls().isEmpty()) << "a row of the newer header does not paint itself";
 }
 
 TEST_F(HooksTest, ASaveThatNeedsTheClientIsHeldBackAndOneThatDoesNotGoesOn) {
@@ -111,7 +209,7 @@ TEST_F(HooksTest, ASaveThatNeedsTheClientIsHeldBackAndOneThatDoesNotGoesOn) {
     for (const auto &one : cases) {
         strip.asked.clear();
         calls().clear();
-        strip.status = DataStatus::DeleteMeeting; // blocked for this strip: handed over, nothing sent
+        strip.status = DataStatus::DeleteMeeting; // held back; this strip blocks the request
         EXPECT_EQ(rt::sendArgs(&editor, rt::Selector(one.selector), one.arguments), one.held) << one.selector;
         EXPECT_TRUE(calls().isEmpty()) << one.selector;
         EXPECT_EQ(strip.asked.value(0), QString::fromLatin1(one.action));
@@ -137,8 +235,8 @@ TEST_F(HooksTest, TheStripFollowsTheFromFieldAndTheRecurrenceSheet) {
     }
 }
 
-// The events of a user are asked for at the client, which is not there; those of others need no asking.
-TEST_F(HooksTest, AMeetingGoesFromTheCalendarOnlyByTheAnswersThatTheHostWaitsFor) {
+// The plug-in asks the client, which does not run here, only about the user's own meetings.
+TEST_F(HooksTest, TheHostDeletesAMeetingOnTheCalendarOnlyAfterTheClientHasDoneSo) {
     const struct {
         bool hasMeeting, isOwner, actionResult, deletes, cancels;
     } cases[] = {{false, true, false, true, true},
@@ -169,7 +267,9 @@ TEST_F(HooksTest, AChangeOnTheGridIsTheHostsOnlyWhenTheClientCouldBeAsked) {
             event.values.insert("isOwner", isOwner);
             const bool asks = hasMeeting && isOwner;
             calls().clear();
-            const rt::Value answer = rt::sendArgs(&grid, rt::Selector(hook.hostSelector), argumentsFor(hook));
+            const rt::Selector selector(hook.hostSelector);
+            const std::vector<rt::Value> arguments(std::size_t(selector.argumentCount()));
+            const rt::Value answer = rt::sendArgs(&grid, selector, arguments);
             EXPECT_EQ(answer, asks ? rt::Value(true) : rt::Value(u"the host's"_s)) << hook.hostSelector;
             EXPECT_EQ(calls().size(), asks ? 0 : 1) << hook.hostSelector;
         }
@@ -177,7 +277,7 @@ TEST_F(HooksTest, AChangeOnTheGridIsTheHostsOnlyWhenTheClientCouldBeAsked) {
     EXPECT_TRUE(desktop.bus->posted().isEmpty());
 }
 
-// The host may open or close windows while it switches.
+// While the host switches to the series, it may open or close windows.
 TEST_F(HooksTest, TheSwitchToTheSeriesIsFollowedInTheWindowInWhichItWasAskedFor) {
     FakeObject responder("OLCalendarEventViewResponder");
     auto window = std::make_unique<QWidget>();
@@ -226,7 +326,7 @@ TEST_F(HooksTest, ARecordIsBroughtUpToDateBeforeTheHostStoresIt) {
         rt::send(&record, "saveRecord");
         EXPECT_EQ(calls(), QStringList{"ECMutableCalendarEvent vl_ECMutableCalendarEvent_saveRecord(0)"});
         EXPECT_EQ(stored, hasMeeting ? QVariant(u"Room https://join"_s) : QVariant());
-        EXPECT_TRUE(vlMeetingMgr::sharedInstance().getOLNewLocation().isNull()); // it has ended either way
+        EXPECT_TRUE(vlMeetingMgr::sharedInstance().getOLNewLocation().isNull()); // used up in both cases
     }
 }
 
@@ -254,4 +354,63 @@ TEST_F(HooksTest, WhatDiesInTheMiddleOfAHookIsNotTouchedAgain) {
     EXPECT_EQ(dyingEvent, nullptr);
     desktop.runLoop->advance(0);
     EXPECT_EQ(desktop.runLoop->pendingCount(), 0);
+}
+
+TEST_F(HooksTest, TheItemsStandBeforeTheLastFlexibleSpace) {
+    const QString schedule = vlScheduleToolbarItemIdentifier;
+    const QString start = vlStartToolbarItemIdentifier;
+    const struct {
+        QStringList before, after;
+    } cases[] = {
+        {{"A", flex}, {"A", bar, schedule, bar, start, flex}},
+        {{"A", bar, flex}, {"A", bar, schedule, bar, start, flex}},
+        {{flex, "A", flex}, {flex, "A", bar, schedule, bar, start, flex}},
+        {{"A"}, {start, schedule, "A"}},
+        {{flex, "A"}, {schedule, bar, start, flex, "A"}},
+        {{}, {start, schedule}},
+        {{"A", schedule, flex}, {"A", schedule, bar, start, flex}},
+        {{start, schedule, "A", flex}, {start, schedule, "A", flex}},
+    };
+    for (const auto &one : cases) {
+        desktop.userDefaults->values.clear();
+        HostWindow window(one.before);
+        addBoth();
+        EXPECT_EQ(window.shown().join(u' '), one.after.join(u' '));
+        addBoth();
+        EXPECT_EQ(window.shown().join(u' '), one.after.join(u' '));
+    }
+}
+
+TEST_F(HooksTest, LoadingAddsTheItemsToTheOpenWindowsAndMakesThemWork) {
+    EXPECT_EQ(itemsAfterLoading,
+              (QStringList{vlStartToolbarItemIdentifier, vlScheduleToolbarItemIdentifier, u"A"_s}));
+    vlCommandItemMgr::sharedInstance().SendToolbarItemCommand(qint32(ToolbarCommand::ScheduleNewMeeting));
+    EXPECT_TRUE(platform::services().mainThreadDictionary.contains(keyFlagAutoAddToVlMeeting));
+}
+
+TEST_F(HooksTest, AHiddenToolbarAndAWindowOfAnotherKindGetNothing) {
+    HostWindow window({"A", flex});
+    window.toolbar->hide();
+    addBoth();
+    EXPECT_EQ(window.shown(), (QStringList{"A", flex}));
+    window.toolbar->show();
+    platform::registerWindow(&window, &editor);
+    addBoth();
+    EXPECT_EQ(window.shown(), (QStringList{"A", flex}));
+    vlHookERageMainWindowController::sharedInstance().addVelaButtonToToolbar(nullptr, u"x"_s);
+}
+
+TEST_F(HooksTest, AllFourItemsCanBeAddedByHandAndComeBackWithTheDefault) {
+    HostWindow window({"A", flex});
+    addBoth();
+    QStringList offered;
+    for (const platform::ToolbarItem *item : window.toolbar->paletteItems())
+        offered.append(item->itemIdentifier());
+    EXPECT_TRUE(offered.contains(vlSchedulePACToolbarItemIdentifier));
+    EXPECT_TRUE(offered.contains(vlOpenLogFolderIdentifier));
+    const QStringList usual = window.shown();
+    while (!window.shown().isEmpty())
+        window.toolbar->removeItem(0);
+    window.toolbar->restoreDefault();
+    EXPECT_EQ(window.shown(), usual);
 }

@@ -1,5 +1,4 @@
 // The hooks on a host that is too old for the plug-in.
-#include "plugin/hooks/hookTable.h"
 #include "plugin/hooks/loadSteps.h"
 #include "plugin/host/adapters/hostNames.h"
 #include "tests/hooks/HookedHost.h"
@@ -12,8 +11,8 @@
 
 using namespace hookedhost;
 
-// No bundle of a host is found at all, which reads as a host that is not supported.
-TEST(HooksOfAnOldHost, HeaderTileAndToolbarAreLeftAloneTheRestIsHookedAndItIsSaidOnce) {
+// There is no bundle of a host, which counts as a host that is not supported.
+TEST(HooksOfAnOldHost, HeaderTileAndToolbarStayTheHostsAndTheUserIsToldOnce) {
     define(HookRowName::EditorSave);
     const platform::TestDesktop desktop = platform::installTestServices();
     runLoadSteps();
@@ -33,7 +32,7 @@ TEST(HooksOfAnOldHost, HeaderTileAndToolbarAreLeftAloneTheRestIsHookedAndItIsSai
         shown += qobject_cast<QDialog *>(window) && window->isVisible();
     EXPECT_EQ(shown, 1);
 
-    // A method that this host lacks answers no value; the others are the host's own.
+    // A method that this host lacks gives no value. The others are the host's own.
     FakeObject editor("ERCalendarEventEditorViewController");
     EXPECT_EQ(rt::send(&editor, olItem_hostSave), rt::Value());
     EXPECT_TRUE(calls().isEmpty());
