@@ -1,7 +1,7 @@
-// The adapters over host objects: what a missing object, class, member or method gives.
+// The adapters over host objects, which may lack a class, a member or a method, or go away.
 #include "plugin/host/adapters/vlCCGridViewController.h"
 #include "plugin/host/adapters/vlECCalendarEvent.h"
-#include "plugin/host/adapters/vlECMutableCalendarEvent.h"
+#include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/host/adapters/vlErageAppDelegate.h"
 #include "plugin/host/adapters/vlOLCalendarDate.h"
 #include "plugin/host/adapters/vlOLCalendarGridViewWrapper.h"
@@ -9,7 +9,18 @@
 #include "tests/support/FakeHost.h"
 #include "tests/support/TestServices.h"
 
+#include <QLineEdit>
 #include <gtest/gtest.h>
+
+namespace {
+
+// An open editor with an appointment of the user.
+struct OpenEditor {
+    FakeAppointment event;
+    FakeEditor editor{event};
+};
+
+} // namespace
 
 TEST(Adapter, ClassAndMemberAreTestedAtEveryAccess) {
     FakeObject event("ECCalendarEvent", {{"summary", "S"}, {"isOwner", true}});
@@ -21,14 +32,11 @@ TEST(Adapter, ClassAndMemberAreTestedAtEveryAccess) {
         EXPECT_EQ(adapter.delegate(), object);
         EXPECT_FALSE(adapter.isValidConnection());
         EXPECT_TRUE(adapter.summary().isNull());
-        EXPECT_TRUE(adapter.emailAddress().isNull());
-        EXPECT_TRUE(adapter.curFromAddress().isNull());
         EXPECT_FALSE(adapter.isSupportVela());
         EXPECT_FALSE(adapter.isValidHostAppointment());
     }
     EXPECT_FALSE(vlDelegateBase(QString(), &event).isValidConnection());
     EXPECT_FALSE(vlDelegateBase("NoSuchClass", &event).isValidConnection());
-    // So is what a member takes.
     const vlDelegateBase base("ECMutableCalendarEvent", &other);
     for (const QString &member : {QString(), QString(""), QString("noSuchMember"), QString("setSummary:")})
         EXPECT_FALSE(base.getOLItemID(member).isValid()) << qPrintable(member);
@@ -36,25 +44,23 @@ TEST(Adapter, ClassAndMemberAreTestedAtEveryAccess) {
 }
 
 TEST(Adapter, SurvivesTheDeathOfItsObject) {
-    auto event = std::make_unique<FakeObject>("ECCalendarEvent", QVariantMap{{"isOwner", true}});
-    const vlECCalendarEvent adapter(event.get());
-    EXPECT_TRUE(adapter.isOwner());
-    event.reset();
-    EXPECT_FALSE(adapter.isValidConnection());
-    EXPECT_FALSE(adapter.isOwner());
-    EXPECT_EQ(adapter.getVlDuration(), "0");
-}
-
-TEST(Event, AddressesAreThoseOfItsAccount) {
-    FakeObject from("ECEmailAddress", {{"emailAddress", "from@x"}});
-    FakeObject account("ECEmailAccount", {{"emailAddress", "me@x"}});
-    FakeObject event("ECCalendarEvent", {{"account", rt::fromObject(&account)}, {"isOwner", true}});
-    EXPECT_EQ(vlECCalendarEvent(&event).emailAddress(), "me@x");
-    EXPECT_TRUE(vlECCalendarEvent(&event).isValidHostAppointment());
-    const QString none = vlECCalendarEvent(&event).curFromAddress();
-    EXPECT_TRUE(none.isEmpty() && !none.isNull());
-    account.values.insert("fromAddress", rt::fromObject(&from));
-    EXPECT_EQ(vlECCalendarEvent(&event).curFromAddress(), "from@x");
+    auto open = std::make_unique<OpenEditor>();
+    const vlECCalendarEvent event(&open->event);
+    vlERCalendarEventEditorViewController editor(&open->editor);
+    open->editor.pends("summary", "Typed");
+    EXPECT_TRUE(event.isOwner());
+    open.reset();
+    EXPECT_FALSE(event.isValidConnection() || event.isOwner());
+    EXPECT_EQ(event.getVlDuration(), "0");
+    EXPECT_EQ(editor.getVlMeetingData(), vlECCalendarEvent(nullptr).getVlMeetingData());
+    EXPECT_EQ(editor.view(), nullptr);
+    EXPECT_TRUE(editor.getLocationFromUI().isNull());
+    editor.updateLocationFieldFromUI("x");
+    editor.saveVlDataToOLProperty("x");
+    editor.setIsDirty(true);
+    EXPECT_TRUE(editor.needHideVlButton());
+    const QString address = editor.currentEmailAddress();
+    EXPECT_TRUE(address.isEmpty() && !address.isNull());
 }
 
 TEST(Grid, GivesTheControllerWithASelectedEventElseTheLast) {
@@ -84,21 +90,18 @@ TEST(Grid, GivesTheControllerWithASelectedEventElseTheLast) {
 }
 
 TEST(WordEditor, ShowsHtmlThroughTheRichestMethodOfTheHost) {
-    const struct {
-        QString className, member;
-        QVariantList arguments;
-    } cases[] = {
+    const std::tuple<QString, QString, QVariantList> cases[] = {
         {"OLWordMailEditor", "displayHTMLContent:readOnly:", {"<p>", false}},
         {"SigningWordEditor", "displayHTMLContent:readOnly:signatureEditor:", {"<p>", false, true}},
         {"ActivatingWordEditor",
          "displayHTMLContent:readOnly:signatureEditor:activateEditor:",
          {"<p>", false, true, true}},
     };
-    for (const auto &c : cases) {
-        FakeObject editor(c.className);
+    for (const auto &[className, method, arguments] : cases) {
+        FakeObject editor(className);
         vlOLWordMailEditor(&editor).displayHTMLContent("<p>", false);
-        EXPECT_EQ(editor.called, QStringList{c.member});
-        EXPECT_EQ(editor.arguments, c.arguments);
+        EXPECT_EQ(editor.called, QStringList{method});
+        EXPECT_EQ(editor.arguments, arguments);
     }
 }
 
@@ -126,4 +129,77 @@ TEST(Application, OpensANewMeetingOnTheNextTurnWithTheFlagForItsEditor) {
     dying.reset();
     desktop.runLoop->advance(0);
     EXPECT_EQ(desktop.runLoop->pendingCount(), 0);
+}
+
+TEST(Editor, ItsEventFollowsAContentThatTheHostReplaces) {
+    OpenEditor open;
+    auto other = std::make_unique<FakeObject>("ECCalendarEvent", QVariantMap{{"summary", "Other"}});
+    const vlERCalendarEventEditorViewController adapter(&open.editor);
+    open.editor.values.insert("content", rt::fromObject(other.get()));
+    EXPECT_EQ(adapter.ecCalendarEvent()->summary(), "Other");
+    EXPECT_FALSE(adapter.isSupportedOwner());
+    // The host drops it before it has another one.
+    other.reset();
+    open.editor.values.remove("content");
+    EXPECT_TRUE(adapter.ecCalendarEvent()->summary().isNull());
+    open.editor.values.insert("content", rt::fromObject(&open.event));
+    EXPECT_TRUE(adapter.isSupportedOwner());
+}
+
+TEST(Editor, TellsWhenTheMeetingButtonsHaveNoPlace) {
+    const struct {
+        const char *member;
+        bool value, hide, block;
+    } cases[] = {{"isOwner", true, false, false},
+                 {"isOwner", false, true, true},
+                 {"isCancelMode", true, true, false},
+                 {"isOccurrenceOrException", true, true, true}};
+    for (const auto &c : cases) {
+        OpenEditor open;
+        open.event.values.insert(c.member, c.value);
+        open.editor.values.insert(c.member, c.value);
+        const vlERCalendarEventEditorViewController adapter(&open.editor);
+        EXPECT_EQ(adapter.needHideVlButton(), c.hide) << c.member;
+        EXPECT_EQ(adapter.blockDeleteVelaMeeting(), c.block) << c.member;
+    }
+}
+
+TEST(Editor, ChangesThatAMeetingDependsOnAreNoticed) {
+    const std::tuple<QString, rt::Value, bool> cases[] = {
+        {"attendeeList", QVariantList(), true},
+        {"recurrence", rt::nullMarker(), true},
+        {"summary", "", true},
+        {"startTime", rt::nullMarker(), true},
+        {"endTime", 1, true},
+        {"location", "Room", false},
+        {"summary", rt::Value(), false},
+        {"body", "<p>Hi", true},
+        {"body", "", false},
+        {"body", rt::nullMarker(), false},
+    };
+    for (const auto &[member, value, changed] : cases) {
+        OpenEditor open;
+        open.editor.pends(member, value);
+        EXPECT_EQ(vlERCalendarEventEditorViewController(&open.editor).isVlMeetingItemsChanged(), changed)
+            << qPrintable(member);
+    }
+}
+
+TEST(Editor, ABodyThatWasThereFromTheBeginningIsNoChangeAndASettingIs) {
+    platform::installTestServices();
+    OpenEditor open;
+    vlERCalendarEventEditorViewController adapter(&open.editor);
+    open.editor.pends("body", "<div> &nbsp;<br></div>");
+    adapter.setInitBodyContent(); // says nothing: not kept
+    EXPECT_TRUE(adapter.isVlMeetingItemsChanged());
+    open.editor.pends("body", "<div>Hi</div>");
+    adapter.setInitBodyContent();
+    adapter.setInitBodyContent(QString());
+    EXPECT_FALSE(adapter.isVlMeetingItemsChanged());
+    open.editor.pends("body", "<div>Hi!</div>");
+    EXPECT_TRUE(adapter.isVlMeetingItemsChanged());
+    open.editor.pends("body", "<div>Hi</div>");
+    adapter.setIsDirty(false);
+    EXPECT_TRUE(adapter.isVlMeetingItemsChanged());
+    EXPECT_EQ(open.editor.values.value("isDirty"), false);
 }

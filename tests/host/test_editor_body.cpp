@@ -13,7 +13,7 @@
 
 namespace {
 
-// Stands for the workflow.
+// Stands in for the workflow.
 class Holder : public BodyEditorHolder {
 public:
     vlOLWordMailEditor *bodyEditorOf(rt::Object *) const override { return editor.get(); }
@@ -49,6 +49,9 @@ protected:
     void write(const QString &invitation, bool isDelete = false, bool isHTML = true) {
         vlEmailBodyMgr::sharedInstance().updateMailBody(&editor, invitation, isDelete, isHTML);
     }
+    void writePAC(const QString &invitation, bool isHTML) {
+        vlEmailBodyMgr::sharedInstance().updateMailBodyForPAC(&editor, invitation, isHTML);
+    }
 
     platform::TestDesktop desktop = platform::installTestServices();
     Holder holder;
@@ -56,44 +59,44 @@ protected:
     FakeEditor editor{event};
 };
 
-TEST_F(EditorBody, TheOlderEditorGetsTheWholeDocumentIntoItsBody) {
-    FakeComposeView *body = withOlderBody(page("Hi"));
+TEST_F(EditorBody, OfTheNewerKindIsShownAndKeptByTheWorkflow) {
+    withNewerBody(page("Hi"));
+    write("Join");
+    EXPECT_EQ(shown(), page("Hi" + block));
+    EXPECT_EQ(holder.written, shown());
+    EXPECT_EQ(editor.bodyEditor()->arguments.value(1), false); // not read-only
+    write("", true, false);
+    EXPECT_EQ(shown(), page("Hi"));
+    writePAC("Dial", false);
+    EXPECT_EQ(shown(), page("Hi<br><br>Dial<br><br>"));
+    EXPECT_EQ(holder.written, shown());
+}
+
+TEST_F(EditorBody, OfTheOlderKindGetsTheWholeDocumentAndComesFirst) {
     withNewerBody(page("not this one"));
+    FakeComposeView *body = withOlderBody(page("Hi" + block));
     write("Join");
     EXPECT_EQ(body->writtenBody(), page("Hi" + block));
+    write(QString(), true, false);
+    EXPECT_EQ(body->writtenBody(), page("Hi"));
+    writePAC("<b>1</b>", true);
+    EXPECT_EQ(body->writtenBody(), page("Hi" + block + "<b>1</b>"));
     EXPECT_TRUE(shown().isNull());
     EXPECT_TRUE(holder.written.isNull());
     EXPECT_NE(vlGetEmailBodyElementInEventEditorUI(editor.window()), nullptr);
     EXPECT_EQ(vlGetDOMDocumentInEventEditorUI(nullptr), nullptr);
 }
 
-TEST_F(EditorBody, TheNewerEditorShowsItAndTheWorkflowKeepsIt) {
-    withNewerBody(page("Hi"));
-    write("Join");
-    EXPECT_EQ(shown(), page("Hi" + block));
-    EXPECT_EQ(holder.written, page("Hi" + block));
-    EXPECT_EQ(editor.bodyEditor()->arguments.value(1), false); // not read-only
-}
-
-TEST_F(EditorBody, ADeleteWithoutATextTakesTheBlockOutOfEitherEditor) {
-    withNewerBody(page("Hi" + block));
-    write("", true, false);
-    EXPECT_EQ(shown(), page("Hi"));
-    FakeComposeView *older = withOlderBody(page("Hi" + block));
-    write(QString(), true, false);
-    EXPECT_EQ(older->writtenBody(), page("Hi"));
-}
-
-TEST_F(EditorBody, WithoutABlockAnEditorOrAWorkflowNothingChanges) {
-    vlEmailBodyMgr &manager = vlEmailBodyMgr::sharedInstance();
+TEST_F(EditorBody, IsLeftAloneWithoutABlockAnEditorOrAWorkflow) {
     write("", true, false); // no editor of either kind
     withNewerBody(page("Hi"));
     write("", true, false);
-    manager.updateMailBody(nullptr, "Join", false, true);
-    manager.updateMailBodyForPAC(nullptr, "Dial", true);
+    writePAC("", false);
+    vlEmailBodyMgr::sharedInstance().updateMailBody(nullptr, "Join", false, true);
+    vlEmailBodyMgr::sharedInstance().updateMailBodyForPAC(nullptr, "Dial", true);
     BodyPorts::instance().holder = nullptr;
     write("Join");
-    manager.updateMailBodyForPAC(&editor, "Dial", true);
+    writePAC("Dial", true);
     EXPECT_TRUE(shown().isNull());
     EXPECT_TRUE(holder.written.isNull());
     FakeComposeView *older = withOlderBody(page("Hi"));
@@ -128,17 +131,4 @@ TEST_F(EditorBody, AnUnchangedInvitationLeavesABodyThatSaysSomething) {
             << c.about;
     }
     EXPECT_FALSE(vlEmailBodyMgr::sharedInstance().needUpdateVlEmail(nullptr, "Join", true, false));
-}
-
-TEST_F(EditorBody, AnAudioConferenceIsAddedToEitherEditor) {
-    const vlEmailBodyMgr &manager = vlEmailBodyMgr::sharedInstance();
-    withNewerBody(page("Hi"));
-    manager.updateMailBodyForPAC(&editor, "", false);
-    EXPECT_TRUE(shown().isNull());
-    manager.updateMailBodyForPAC(&editor, "Dial", false);
-    EXPECT_EQ(shown(), page("Hi<br><br>Dial<br><br>"));
-    EXPECT_EQ(holder.written, shown());
-    FakeComposeView *older = withOlderBody(page("Hi"));
-    manager.updateMailBodyForPAC(&editor, "<b>1</b>", true);
-    EXPECT_EQ(older->writtenBody(), page("Hi<b>1</b>"));
 }
