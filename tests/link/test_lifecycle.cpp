@@ -1,4 +1,4 @@
-// What all requests to the client have in common, from sending to answer, error or time-out.
+// What all requests have in common, from sending to the answer, the error or the time-out.
 #include "tests/link/LinkFixture.h"
 
 namespace {
@@ -37,15 +37,21 @@ protected:
     vlAPIMgr &manager = vlAPIMgr::sharedInstance();
 
     qint32 send(const Kind &kind) { return kind.send(manager, window.get()); }
+    void givenAWindow() {
+        window = std::make_unique<QWidget>();
+        receiver.editors = {{window.get(), "1a2b"}};
+    }
 };
 
 } // namespace
 
-TEST_F(Lifecycle, AnAnswerGoesToTheWorkflowAlsoAfterTheThirtySecondsOfTheProgress) {
+TEST_F(Lifecycle, AnAnswerGoesToTheWorkflowInTimeLateAndAfterItsWindow) {
     givenTheClient();
+    enum { InTime, Late, WithoutWindow };
     for (const Kind &kind : kinds) {
-        for (const bool isLate : {false, true}) {
-            SCOPED_TRACE(kind.name);
+        for (const auto answered : {InTime, Late, WithoutWindow}) {
+            SCOPED_TRACE(testing::Message() << kind.name << ' ' << answered);
+            givenAWindow();
             receiver.finished.clear();
             desktop.bus->clearPosted();
             EXPECT_EQ(send(kind), 0);
@@ -55,7 +61,9 @@ TEST_F(Lifecycle, AnAnswerGoesToTheWorkflowAlsoAfterTheThirtySecondsOfTheProgres
             EXPECT_EQ(feedback.shownOn.last(), window.get());
             desktop.runLoop->advance(29.9);
             EXPECT_EQ(feedback.shown, 1);
-            if (isLate) {
+            if (answered == WithoutWindow)
+                window.reset();
+            if (answered == Late) {
                 desktop.runLoop->advance(0.2);
                 EXPECT_EQ(feedback.shown, 0);
                 EXPECT_TRUE(receiver.finished.isEmpty());
@@ -65,7 +73,8 @@ TEST_F(Lifecycle, AnAnswerGoesToTheWorkflowAlsoAfterTheThirtySecondsOfTheProgres
             EXPECT_EQ(desktop.runLoop->pendingCount(), 0);
             ASSERT_EQ(receiver.finished.size(), 1);
             EXPECT_EQ(receiver.finished[0].command, kind.command);
-            EXPECT_EQ(receiver.finished[0].data.value("keyApptWindowID"), "1a2b");
+            EXPECT_EQ(receiver.finished[0].data.value("keyApptWindowID"),
+                      window ? QVariant("1a2b") : QVariant());
             EXPECT_TRUE(feedback.alerts.isEmpty());
         }
     }
@@ -88,14 +97,13 @@ TEST_F(Lifecycle, TheClientsStatusStopsARequestBeforeItIsSent) {
         bool running;
         ClientError error;
         const char *message;
-        bool offersLaunch;
     };
-    // An unsupported client says so whether it runs or not.
+    // An unsupported client is reported as such whether it runs or not.
     const Case cases[] = {
-        {nullptr, true, ClientError::NotInstalled, "[NoVelaClient]", false},
-        {"3.6.40486", true, ClientError::NotSupported, "[NotSupportedVelaClientVersion]", false},
-        {"3.6.40486", false, ClientError::NotSupported, "[NotSupportedVelaClientVersion]", false},
-        {ScriptedClient::supportedVersion, false, ClientError::NotRunning, "[VelaClientNotRunning]", true}};
+        {nullptr, true, ClientError::NotInstalled, "[NoVelaClient]"},
+        {"3.6.40486", true, ClientError::NotSupported, "[NotSupportedVelaClientVersion]"},
+        {"3.6.40486", false, ClientError::NotSupported, "[NotSupportedVelaClientVersion]"},
+        {ScriptedClient::supportedVersion, false, ClientError::NotRunning, "[VelaClientNotRunning]"}};
     for (const Case &c : cases) {
         desktop.workspace->bundles.clear();
         desktop.workspace->running.clear();
@@ -110,14 +118,12 @@ TEST_F(Lifecycle, TheClientsStatusStopsARequestBeforeItIsSent) {
             EXPECT_TRUE(posted().isEmpty());
             EXPECT_TRUE(feedback.shownOn.isEmpty());
             EXPECT_EQ(desktop.runLoop->pendingCount(), 0);
-            if (isSilent) {
-                EXPECT_TRUE(feedback.alerts.isEmpty());
-                continue;
+            ASSERT_EQ(feedback.alerts.size(), isSilent ? 0 : 1);
+            if (!isSilent) {
+                EXPECT_EQ(feedback.alerts[0].message, c.message);
+                EXPECT_EQ(feedback.alerts[0].offersLaunch, c.error == ClientError::NotRunning);
+                EXPECT_EQ(feedback.alerts[0].window, window.get());
             }
-            ASSERT_EQ(feedback.alerts.size(), 1);
-            EXPECT_EQ(feedback.alerts[0].message, c.message);
-            EXPECT_EQ(feedback.alerts[0].offersLaunch, c.offersLaunch);
-            EXPECT_EQ(feedback.alerts[0].window, window.get());
         }
     }
 }
@@ -127,6 +133,7 @@ TEST_F(Lifecycle, EachRequestKnowsItsOwnErrorAnswers) {
     struct Case {
         QString content, message;
         QString takenBy; // kinds for which it is an answer like any other
+        bool hasQuit = false;
     };
     const Case cases[] = {
         {"", "[SystemError]", ""},
@@ -136,70 +143,37 @@ TEST_F(Lifecycle, EachRequestKnowsItsOwnErrorAnswers) {
         {"0;Error 5003", "[NetworkConnectionError]", "accounts"},
         {"0;Error 3001", "[MeetingNotFound]", "profile accounts"},
         {"0;Error 3018", "[MeetingNotFound]", "profile accounts"},
+        {"an answer of a client that has quit", "[VelaClientNotRunning]", "", true},
     };
     for (const Kind &kind : kinds) {
         for (const Case &c : cases) {
-            SCOPED_TRACE(std::string(kind.name) + ' ' + qPrintable(c.content));
-            feedback.alerts.clear();
-            receiver.finished.clear();
-            receiver.denied = 0;
-            send(kind);
-            clientAnswers(kind.answer, c.content);
-            const bool isTaken = kind.answer == ClientAnswer::Delete || c.takenBy.contains(kind.name);
-            EXPECT_EQ(receiver.finished.size(), isTaken ? 1 : 0);
-            // No work waits for accounts.
-            EXPECT_EQ(receiver.denied, isTaken || kind.answer == ClientAnswer::GetPAC ? 0 : 1);
-            ASSERT_EQ(feedback.alerts.size(), isTaken ? 0 : 1);
-            if (!isTaken) {
-                EXPECT_EQ(feedback.alerts[0].message, c.message);
-                EXPECT_EQ(feedback.alerts[0].window, window.get());
+            for (const bool windowDies : {false, true}) {
+                SCOPED_TRACE(std::string(kind.name) + ' ' + qPrintable(c.content));
+                givenAWindow();
+                feedback.alerts.clear();
+                receiver.finished.clear();
+                receiver.denied = 0;
+                send(kind);
+                if (windowDies)
+                    window.reset();
+                if (c.hasQuit)
+                    client.quits();
+                clientAnswers(kind.answer, c.hasQuit ? kind.accepted : c.content);
+                desktop.workspace->running = QStringList{kVelausIdentify};
+                const bool isTaken = kind.answer == ClientAnswer::Delete || c.takenBy.contains(kind.name);
+                EXPECT_EQ(receiver.finished.size(), isTaken ? 1 : 0);
+                // No work waits for accounts.
+                EXPECT_EQ(receiver.denied, isTaken || kind.answer == ClientAnswer::GetPAC ? 0 : 1);
+                ASSERT_EQ(feedback.alerts.size(), isTaken ? 0 : 1);
+                if (!isTaken) {
+                    EXPECT_EQ(feedback.alerts[0].message, c.message);
+                    EXPECT_EQ(feedback.alerts[0].offersLaunch, c.hasQuit);
+                    EXPECT_EQ(feedback.alerts[0].window, window.get());
+                } else if (c.hasQuit) {
+                    EXPECT_EQ(receiver.finished[0].response().value("keyVlResult"), "Fail");
+                }
+                EXPECT_EQ(feedback.shown, 0);
             }
-            EXPECT_EQ(feedback.shown, 0);
-        }
-    }
-}
-
-TEST_F(Lifecycle, AClientThatHasQuitSinceOutweighsItsAnswer) {
-    givenTheClient();
-    for (const Kind &kind : kinds) {
-        SCOPED_TRACE(kind.name);
-        desktop.workspace->running = QStringList{"com.parlo.meetings"};
-        receiver.finished.clear();
-        feedback.alerts.clear();
-        send(kind);
-        desktop.workspace->running.clear();
-        clientAnswers(kind.answer, kind.accepted);
-        if (kind.answer == ClientAnswer::Delete) {
-            EXPECT_EQ(receiver.finished.value(0).response().value("keyVlResult"), "Fail");
-        } else {
-            EXPECT_TRUE(receiver.finished.isEmpty());
-            ASSERT_EQ(feedback.alerts.size(), 1);
-            EXPECT_TRUE(feedback.alerts[0].offersLaunch);
-        }
-    }
-}
-
-TEST_F(Lifecycle, AWindowMayDieWhileItsRequestIsOut) {
-    givenTheClient();
-    for (const Kind &kind : kinds) {
-        SCOPED_TRACE(kind.name);
-        auto dying = std::make_unique<QWidget>();
-        receiver.editors.insert(dying.get(), "dead");
-        feedback.alerts.clear();
-        receiver.finished.clear();
-        kind.send(manager, dying.get());
-        dying.reset();
-        clientAnswers(kind.answer, kind.accepted);
-        ASSERT_EQ(receiver.finished.size(), 1);
-        EXPECT_FALSE(receiver.finished[0].data.contains("keyApptWindowID"));
-        EXPECT_TRUE(feedback.alerts.isEmpty());
-        dying = std::make_unique<QWidget>();
-        kind.send(manager, dying.get());
-        dying.reset();
-        clientAnswers(kind.answer, "");
-        if (kind.answer != ClientAnswer::Delete) {
-            ASSERT_EQ(feedback.alerts.size(), 1);
-            EXPECT_EQ(feedback.alerts[0].window, nullptr);
         }
     }
 }

@@ -1,4 +1,4 @@
-// Whose answer is whose, when several appointments have asked.
+// Several appointments have asked: to which of them an answer belongs.
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/link/requests/RequestOwner.h"
@@ -46,7 +46,7 @@ TEST_F(Owners, AMeetingGoesToWhoAskedForItsKeyInWhateverOrder) {
     clientTells("2");
     EXPECT_EQ(readBy(b), "2");
     EXPECT_EQ(readBy(a), "");
-    clientTells("2"); // again: it is not a's
+    clientTells("2"); // again: it is not for a
     EXPECT_EQ(readBy(a), "");
     EXPECT_EQ(receiver.finished.size(), 1);
     clientTells("1");
@@ -68,7 +68,7 @@ TEST_F(Owners, WhatWaitsInTimeGoesBeforeWhatIsTimedOut) {
 TEST_F(Owners, ARefusalThatWasMeantForAnotherDoesNotCostTheAnswer) {
     reads(a, "1");
     reads(b, "2");
-    clientAnswers(ClientAnswer::GetMeeting, "0;Error 5003"); // for b, but it does not say so
+    clientAnswers(ClientAnswer::GetMeeting, "0;Error 5003"); // for b, but the answer does not say so
     clientTells("1");
     EXPECT_EQ(readBy(a), "1");
     EXPECT_EQ(feedback.alerts.size(), 1);

@@ -1,4 +1,4 @@
-// The meeting that the client sends becomes a record of the plug-in.
+// The plug-in's record of a meeting that the client has sent.
 #include "plugin/link/calendarDateRecord.h"
 #include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "tests/link/LinkFixture.h"
@@ -78,32 +78,22 @@ TEST_F(Meeting, LeavesOutWhatTheClientDidNotTell) {
 }
 
 TEST_F(Meeting, APersonalOneGoesByItsNumber) {
-    struct Case {
-        QVariant usePMI, number;
-        const char *key;
-    };
-    const Case cases[] = {{1, "999", "999"},     {true, "999", "999"},
-                          {"1", "999", "999"},   {1, "0", "77"},
-                          {0, "999", "77"},      {2, "999", "77"},
-                          {QVariant(), 9, "77"}, {1, QVariant(), "77"},
-                          {1, 0, "77"},          {1, qint64(5551234567), "5551234567"}};
-    for (const Case &c : cases) {
-        EXPECT_EQ(infoOf({{"usePMI", c.usePMI}, {"originalMeetingNumber", c.number}}).value("meetingKey"),
-                  c.key)
-            << c.usePMI.toInt() << ' ' << qPrintable(c.number.toString());
+    const std::tuple<QVariant, QVariant, const char *> cases[] = {
+        {1, "999", "999"}, {true, "999", "999"}, {1, qint64(5551234567), "5551234567"},
+        {1, "0", "77"},    {0, "999", "77"},     {1, QVariant(), "77"},
+        {2, "999", "77"},  {QVariant(), 9, "77"}};
+    for (const auto &[usePMI, number, key] : cases) {
+        EXPECT_EQ(infoOf({{"usePMI", usePMI}, {"originalMeetingNumber", number}}).value("meetingKey"), key)
+            << usePMI.toInt() << ' ' << qPrintable(number.toString());
     }
 }
 
 TEST_F(Meeting, StaysPersonalThroughTheNextReadForIt) {
-    struct Case {
-        int before;
-        bool forPMI;
-        int after;
-    };
-    for (const Case &c : {Case{1, true, 1}, Case{1, false, 0}, Case{0, true, 0}, Case{2, true, 0}}) {
-        helper.setMeetingData({{"usePMI", c.before}, {"old", 1}});
-        helper.setMeetingData({{"usePMI", 0}}, c.forPMI);
-        EXPECT_EQ(helper.meetingData(), (QVariantMap{{"usePMI", c.after}}));
+    for (const auto &[before, forPMI, after] :
+         {std::tuple{1, true, 1}, {1, false, 0}, {0, true, 0}, {2, true, 0}}) {
+        helper.setMeetingData({{"usePMI", before}, {"old", 1}});
+        helper.setMeetingData({{"usePMI", 0}}, forPMI);
+        EXPECT_EQ(helper.meetingData(), (QVariantMap{{"usePMI", after}}));
     }
 }
 
