@@ -118,11 +118,3 @@ QStringList WorkflowTest::hostOperations() const {
     QStringList operations = editor->called;
     return operations.replaceInStrings("vl_ERCalendarEventEditorViewController_", "");
 }
-
-void PrintTo(MeetingCommand command, std::ostream *out) {
-    *out << "command " << int(command);
-}
-
-void PrintTo(WorkflowState state, std::ostream *out) {
-    *out << "state " << qint64(state);
-}

@@ -1,4 +1,4 @@
-// The meeting workflow between a host, a client and a user interface that a test plays.
+// The meeting workflow between doubles of the host, the client and the user interface.
 #pragma once
 
 #include "plugin/link/meetingKeys.h"
@@ -37,9 +37,9 @@ protected:
                                        {"800", 123, "Dial 800"}});
     void givenSavedSettings(const QVariantMap &settings); // in the profile file of theUser()
 
-    void theEditorCloses(); // with its strip, before anything is told of it
+    void theEditorCloses(); // with its strip; the workflow is not told
     void theSheetIsLeft(bool withOK);
-    int presses(HostAction action); // what the hook of the host's operation is answered
+    int presses(HostAction action); // the result for the hook of the host's operation
     void turn() { desktop.runLoop->advance(0); }
     void answer(MeetingCommand command, const QVariantMap &response = {});
 
@@ -61,7 +61,3 @@ protected:
     std::unique_ptr<RecordingStrip> strip;
     std::unique_ptr<RequestOwner::Scope> atHand; // the strip's context, while there is one
 };
-
-// What a failed comparison shows.
-void PrintTo(MeetingCommand command, std::ostream *out);
-void PrintTo(WorkflowState state, std::ostream *out);

@@ -76,16 +76,6 @@ TEST_F(Answers, AnUpdateOfThePersonalMeetingReadsUserAndMeetingFirst) {
     EXPECT_EQ(manager().state(), StateUpdatePMI);
 }
 
-TEST_F(Answers, ThePersonalMeetingRefreshesOnlyASheetThatIsOpen) {
-    givenAnAppointment();
-    manager().setState(StateSettingsPMI);
-    answer(CmdGetMeetingDone);
-    EXPECT_TRUE(sheets.refreshed.isEmpty());
-    sheets.settings.insert(windowID(), {});
-    answer(CmdGetMeetingDone);
-    EXPECT_EQ(sheets.refreshed, QStringList{windowID()});
-}
-
 TEST_F(Answers, ADeleteTakesTheMeetingOutWhetherItSucceededOrNot) {
     for (const QString &result : {keyVLSuccess, keyVLFail}) {
         givenAnAppointmentWithAMeeting();

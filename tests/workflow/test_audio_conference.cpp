@@ -28,14 +28,14 @@ TEST_F(AudioConference, IsWrittenIntoBodyAndLocationAfterUserAndAccountsAreRead)
     givenAnAppointment();
     client.hasAccounts(twoAccounts);
     manager().sendVlMeetingCommand(CmdAddAudioConference1, strip.get());
-    EXPECT_EQ(storedLocation(), "Room R") << "written before it was had";
+    EXPECT_EQ(storedLocation(), "Room R") << "written before the accounts are read";
     turn();
     EXPECT_EQ(client.asked(), (QList<Asked>{Asked::Profile, Asked::Accounts}));
     EXPECT_EQ(alerts.shownOn, QList<QWidget *>{editor->window()}); // for the accounts
     EXPECT_EQ(appointment->location(), "Room R 800-1 (US Toll Free), 111");
     EXPECT_EQ(editor->locationField()->text(), appointment->location());
     EXPECT_TRUE(editor->body().contains("Dial 800-1"));
-    EXPECT_TRUE(alerts.alerts.isEmpty() && strip->shown.isEmpty()) << "tried before they were there";
+    EXPECT_TRUE(alerts.alerts.isEmpty() && strip->shown.isEmpty()) << "written before the accounts are read";
     EXPECT_EQ(manager().state(), StateAudioConference);
 
     manager().sendVlMeetingCommand(CmdAddAudioConference2, strip.get()); // all is known now
@@ -79,31 +79,28 @@ TEST_F(AudioConference, AnAccountWithoutInvitationGivesAnAlertAndNoMeeting) {
     EXPECT_EQ(alerts.alerts.first().message, "[WarnMsg_PACIsDisabled]");
     EXPECT_EQ(strip->shown, QList<StripState>{StripState::NoMeeting});
     EXPECT_EQ(appointment->location(), "Room R");
-    EXPECT_EQ(storedLocation(), "Room R") << "a save has written its numbers";
+    EXPECT_EQ(storedLocation(), "Room R") << "a save has written the numbers";
 }
 
-TEST_F(AudioConference, TheUsersOwnTextIsWhatNoAccountPutThere) {
+TEST_F(AudioConference, ALocationIsTheUsersTextBeforeTheNumbersOfTheAccount) {
+    struct Case {
+        const char *location, *own, *composed;
+    };
+    store().setPACAccountNo(PACAccount::First);
     EXPECT_EQ(conferences().getOLUserInputString("A, B"), "A, B"); // no accounts are known
+    EXPECT_TRUE(conferences().getNewLocationForPAC({}).isNull());
     givenTheAccountsAreLoaded(twoAccounts);
-    const std::pair<const char *, const char *> cases[] = {
-        {"Room R 800-1 (US Toll Free), 111 800-2 (US Toll Free), 222", "Room R"},
-        {"111,222, Room R", "Room R"},
-        {"800-1 (US Toll Free), 111", ""},
-        {"A, B", "A, B"}};
-    for (const auto &[location, own] : cases)
-        EXPECT_EQ(conferences().getOLUserInputString(location), own) << location;
     EXPECT_TRUE(conferences().getOLUserInputString("").isNull());
+    EXPECT_EQ(conferences().getNewLocationForPAC({}), "800-1 (US Toll Free), 111");
+    for (const Case &c : {Case{"Room R 800-1 (US Toll Free), 111 800-2 (US Toll Free), 222", "Room R",
+                               "Room R 800-1 (US Toll Free), 111"},
+                          Case{"111,222, Room R", "Room R", "Room R 800-1 (US Toll Free), 111"},
+                          Case{"800-1 (US Toll Free), 111", "", " 800-1 (US Toll Free), 111"},
+                          Case{"A, B", "A, B", "A, B 800-1 (US Toll Free), 111"}}) {
+        EXPECT_EQ(conferences().getOLUserInputString(c.location), c.own);
+        EXPECT_EQ(conferences().getNewLocationForPAC(c.location), c.composed);
+    }
     givenTheAccountsAreLoaded({{{}, 555, "Dial"}}); // without numbers: every comma goes
     EXPECT_EQ(conferences().getOLUserInputString("Room R , 555"), "Room R");
-}
-
-TEST_F(AudioConference, ALocationIsMadeOfWhateverThereIs) {
-    store().setPACAccountNo(PACAccount::First);
-    EXPECT_TRUE(conferences().getNewLocationForPAC({}).isNull());
-    EXPECT_EQ(conferences().getNewLocationForPAC("Room R"), "Room R");
-    givenTheAccountsAreLoaded(twoAccounts);
-    EXPECT_EQ(conferences().getNewLocationForPAC({}), "800-1 (US Toll Free), 111");
-    EXPECT_EQ(conferences().getNewLocationForPAC("222"), " 800-1 (US Toll Free), 111"); // present, but empty
-    givenTheAccountsAreLoaded({{{}, 555, "Dial"}});
     EXPECT_EQ(conferences().getNewLocationForPAC("Room R"), "Room R , 555");
 }

@@ -8,7 +8,7 @@ class Calendar : public WorkflowTest {
 protected:
     Calendar() { appointment->carriesTheMeeting(key, joinUrl); }
     static vlCalendarActionMgr &calendar() { return vlCalendarActionMgr::sharedInstance(); }
-    // What is known of the appointment once the grid's change is on its way.
+    // What the plug-in knows of the appointment after it has sent the grid's change.
     static QVariant known(const QString &member) {
         return MeetingContext::all().back()->savedApptInfo.value(member);
     }
@@ -26,22 +26,17 @@ protected:
 } // namespace
 
 TEST_F(Calendar, AResizeSetsStartEndAndWholeMinutes) {
-    struct Case {
-        double seconds;
-        const char *duration, *end;
-    };
-    const Case cases[] = {{5400, "90", "2026-11-24 13:30:00"},
-                          {59.9, "0", "2026-11-24 12:00:59"},
-                          {-90, "-1", "2026-11-24 11:58:30"}};
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.seconds);
-        EXPECT_EQ(calendar().updateDuration(&grid, &noon, c.seconds), 0);
-        EXPECT_EQ(known(vl_ApptInfo_Duration), c.duration);
+    for (const auto &[seconds, duration, end] : {std::tuple{5400., "90", "2026-11-24 13:30:00"},
+                                                 {59.9, "0", "2026-11-24 12:00:59"},
+                                                 {-90., "-1", "2026-11-24 11:58:30"}}) {
+        SCOPED_TRACE(seconds);
+        EXPECT_EQ(calendar().updateDuration(&grid, &noon, seconds), 0);
+        EXPECT_EQ(known(vl_ApptInfo_Duration), duration);
         EXPECT_EQ(utc(vl_ApptInfo_StartTime), "2026-11-24 12:00:00");
-        EXPECT_EQ(utc(vl_ApptInfo_EndTime), c.end);
+        EXPECT_EQ(utc(vl_ApptInfo_EndTime), end);
     }
     calendar().updateDuration(&grid, &noon, 1e300);
-    EXPECT_EQ(known(vl_ApptInfo_Duration), "35791394"); // as far as 32 bits go
+    EXPECT_EQ(known(vl_ApptInfo_Duration), "35791394"); // the largest number of seconds in 32 bits
 }
 
 TEST_F(Calendar, AMoveKeepsTheLengthAndTheMeetingsOwnSettings) {
@@ -49,7 +44,7 @@ TEST_F(Calendar, AMoveKeepsTheLengthAndTheMeetingsOwnSettings) {
     client.schedulesAs(key, invitation);
     EXPECT_EQ(calendar().updateStartTime(&grid, &noon), 0);
     EXPECT_EQ(utc(vl_ApptInfo_EndTime), "2026-11-24 13:00:00");
-    EXPECT_FALSE(calendar().getActionResult()) << "told before the answer";
+    EXPECT_FALSE(calendar().getActionResult()) << "before the answer";
     turn();
     EXPECT_EQ(client.asked(), (QList<Asked>{Asked::GetMeeting, Asked::Update}));
     const QVariantMap update = client.last().json;
@@ -58,7 +53,7 @@ TEST_F(Calendar, AMoveKeepsTheLengthAndTheMeetingsOwnSettings) {
     EXPECT_EQ(update.value("setting").toMap().value("enableJBH"), true);
     EXPECT_TRUE(calendar().getActionResult());
     for (const auto &context : MeetingContext::all())
-        EXPECT_NE(context->meetingKey, key) << "it was not forgotten";
+        EXPECT_NE(context->meetingKey, key) << "the finished change is still known";
 }
 
 TEST_F(Calendar, ARenameLeavesTheDatesAsTheyAre) {
@@ -71,14 +66,13 @@ TEST_F(Calendar, ARenameLeavesTheDatesAsTheyAre) {
 }
 
 TEST_F(Calendar, WhatCannotHaveAMeetingSendsNothing) {
-    for (const char *obstacle : {"isOccurrence", "isModifiedException"}) {
-        appointment->values.insert(obstacle, true);
+    for (const auto &[obstacle, value] :
+         {std::pair{"isOccurrence", true}, {"isModifiedException", true}, {"isOwner", false}}) {
+        appointment->values.insert(obstacle, value);
         EXPECT_EQ(calendar().deleteMeeting(appointment.get()), 0);
         EXPECT_EQ(calendar().updateStartTime(&grid, &noon), 0);
-        appointment->values.remove(obstacle);
+        appointment->values.insert(obstacle, !value);
     }
-    appointment->values.insert("isOwner", false);
-    EXPECT_EQ(calendar().deleteMeeting(appointment.get()), 0);
     EXPECT_EQ(calendar().deleteMeeting(nullptr), 0);
     EXPECT_EQ(calendar().updateStartTime(nullptr, &noon), 0);
     turn();

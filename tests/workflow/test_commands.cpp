@@ -6,7 +6,7 @@ namespace {
 
 class Commands : public WorkflowTest {
 protected:
-    // The calendar's request about the appointment, which no editor need show.
+    // The calendar's request about the appointment, with or without an editor.
     [[nodiscard]] QVariantMap calendarRequest(QWidget *window, const QString &record) const {
         return {{vl_Outlook_ApptInfo,
                  QVariantMap{{vl_ApptInfo_Subject, "Review"}, {vl_ApptInfo_VlOIProperty, record}}},
@@ -22,7 +22,7 @@ protected:
 TEST_F(Commands, AnAddWaitsForTheProfileBeforeItDecidesAboutTheSheet) {
     givenAnAppointment();
     givenSavedSettings({{vl_Setting_NotShowMeAgain, true}});
-    EXPECT_FALSE(manager().notShowSetting()); // whose file it is is not known yet
+    EXPECT_FALSE(manager().notShowSetting()); // the user is not known yet
     manager().sendVlMeetingCommand(CmdAddMeeting, strip.get());
     turn();
     EXPECT_TRUE(manager().notShowSetting());
@@ -44,17 +44,7 @@ TEST_F(Commands, AChangeOfSettingsReadsTheMeetingUnlessItIsLoaded) {
     EXPECT_EQ(client.timesAsked(Asked::GetMeeting), 1);
 }
 
-TEST_F(Commands, WithoutAnAppointmentOrWhereTheStripBlocksItNothingIsSent) {
-    givenAnAppointmentWithAMeeting();
-    strip->blocked = true;
-    EXPECT_EQ(manager().sendVlMeetingCommand(CmdDeleteMeeting, editor.get()), 0);
-    for (const MeetingCommand command : {CmdScheduleMeeting, CmdUpdateMeeting, CmdDeleteMeeting})
-        EXPECT_EQ(manager().sendVlMeetingCommand(command, static_cast<rt::Object *>(nullptr)), 0);
-    turn();
-    EXPECT_TRUE(client.requests().isEmpty());
-}
-
-TEST_F(Commands, OnlySomeTellThatTheClientIsNotThere) {
+TEST_F(Commands, OnlySomeReportThatTheClientDoesNotRun) {
     givenAnAppointmentWithAMeeting();
     client.quits();
     constexpr int notRunning = 5;
@@ -66,6 +56,9 @@ TEST_F(Commands, OnlySomeTellThatTheClientIsNotThere) {
     const QVariantMap request = calendarRequest(&mainWindow, record());
     EXPECT_EQ(manager().sendVlMeetingCommand(CmdUpdateMeeting, request), 1);
     EXPECT_EQ(manager().sendVlMeetingCommand(CmdDeleteMeeting, request), 1);
+    strip->blocked = true;
+    EXPECT_EQ(manager().sendVlMeetingCommand(CmdDeleteMeeting, editor.get()), 0) << "the strip blocks it";
+    EXPECT_EQ(manager().sendVlMeetingCommand(CmdDeleteMeeting, static_cast<rt::Object *>(nullptr)), 0);
 }
 
 TEST_F(Commands, WithoutAKeyInTheRecordTheCalendarAsksForTheEmptyKey) {

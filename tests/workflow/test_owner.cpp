@@ -11,20 +11,15 @@ class Owner : public WorkflowTest {};
 } // namespace
 
 TEST_F(Owner, AMeetingGoesOutForThePersonForWhomItWasMade) {
-    struct Case {
-        const char *what;
-        ScheduleOwner owner;
-        bool matched;
-    };
-    const Case cases[] = {
+    const std::tuple<const char *, ScheduleOwner, bool> cases[] = {
         {"for the user, by the user", {false, "", "me@x", false, ""}, true},
         {"for the user, now for a stranger", {true, "other@x", "other@x", false, ""}, true},
         {"for another person", {true, "second@x", "second@x", true, "boss@x"}, false},
         {"for a person, now for a stranger", {true, "other@x", "other@x", false, "boss@x"}, true},
         {"on behalf without an address", {true, "", "", false, ""}, false},
     };
-    for (const Case &c : cases)
-        EXPECT_EQ(isScheduleOwnerMatched(c.owner), c.matched) << c.what;
+    for (const auto &[what, owner, isMatched] : cases)
+        EXPECT_EQ(isScheduleOwnerMatched(owner), isMatched) << what;
 }
 
 // The editor acts for the boss; the meeting in it is not stored yet.
@@ -38,9 +33,9 @@ TEST_F(Owner, OnlyTheEditionForItSchedulesForOthers) {
     const vlOnbehalfData &onbehalf = vlOnbehalfData::sharedInstance();
     EXPECT_EQ(onbehalf.isOnbehalf(windowID()), edition);
     EXPECT_EQ(onbehalf.onbehalfEmail(windowID()), edition ? "Boss@example.org" : "");
-    EXPECT_FALSE(onbehalf.isCurrentScheduleVelaForOther(windowID())) << "nobody has granted it yet";
+    EXPECT_FALSE(onbehalf.isCurrentScheduleVelaForOther(windowID())) << "the boss has not allowed it yet";
     EXPECT_TRUE(manager().checkScheduleOwnerMatched(editor.get()))
-        << "not checked for somebody who has not granted";
+        << "not checked for somebody who has not allowed it";
     givenTheProfileIsLoaded(
         {{"bosses", QVariantList{QVariantMap{{"displayName", "B"}, {"email", "boss@example.org"}}}}});
     EXPECT_EQ(onbehalf.isCurrentScheduleVelaForOther(windowID()), edition);

@@ -29,26 +29,25 @@ TEST_F(Settings, LiveInTheUsersDefaultsAndAreWrittenAtOnce) {
     EXPECT_EQ(desktop.userDefaults->synchronizations, 4) << "what a sheet begins with is written once";
 }
 
-TEST_F(Settings, WithoutAUserTheDefaultsAreTheFixedOnes) {
+TEST_F(Settings, TheProfileAndTheSiteComeBeforeTheFixedOnes) {
     settings.setHostvideoOn(true);
     settings.setRequiredMeetingPassword(true);
     settings.setMeetingPassword("left over");
     settings.setScheduleForEmail("a@example.org");
-    settings.initSettingData();
+    settings.initSettingData(); // without a user
+    EXPECT_EQ(settings.meetingPassword(), "");
     const QVariantMap data = settings.getSettingsData();
     EXPECT_EQ(data.size(), 10); // without the password
     EXPECT_EQ(data.value("enableHostVideo"), false);
     EXPECT_EQ(data.value("audioOption"), 2);
     EXPECT_EQ(data.value("scheduleFor"), "");
-    EXPECT_EQ(settings.meetingPassword(), "");
-}
 
-TEST_F(Settings, TheProfileAndTheSiteComeBeforeTheFixedOnes) {
-    givenTheProfileIsLoaded({{"enableThirdPartyAudio", true},
-                             {"thirdPartyAudio", "Call 1"},
-                             {"use3rdPartyAsDefaultAudio", true},
-                             {"useRandomPasswordByDefault", true},
-                             {"userOption", -1}});
+    QVariantMap profile{{"enableThirdPartyAudio", true},
+                        {"thirdPartyAudio", "Call 1"},
+                        {"use3rdPartyAsDefaultAudio", true},
+                        {"useRandomPasswordByDefault", true},
+                        {"userOption", -1}};
+    givenTheProfileIsLoaded(profile);
     settings.initSettingData();
     EXPECT_EQ(settings.audioType(), 3);
     EXPECT_EQ(settings.thirdPartyAudio(), "Call 1");
@@ -63,9 +62,10 @@ TEST_F(Settings, TheProfileAndTheSiteComeBeforeTheFixedOnes) {
     settings.updateWithSiteDefault();
     EXPECT_EQ(settings.meetingPassword(), "the personal meeting's");
 
-    givenTheProfileIsLoaded({{"thirdPartyAudio", "Call 1"}, {"use3rdPartyAsDefaultAudio", true}});
+    profile.remove("enableThirdPartyAudio");
+    givenTheProfileIsLoaded(profile);
     settings.initSettingData();
-    EXPECT_EQ(settings.audioType(), 2); // it is not enabled
+    EXPECT_EQ(settings.audioType(), 2);
     EXPECT_EQ(settings.thirdPartyAudio(), "");
 }
 
@@ -74,10 +74,9 @@ TEST_F(Settings, WhatTheUserSavedCountsAsFarAsTheSheetIsNotWanted) {
         bool random, notShow, pmi;
         bool takesVideo, takesPassword;
     };
-    const Case cases[] = {{false, false, false, false, false}, {false, false, true, false, false},
-                          {false, true, false, true, true},    {true, true, false, true, false},
-                          {true, true, true, true, true},      {true, false, false, false, false}};
-    for (const Case &c : cases) {
+    for (const Case &c : {Case{false, false, false, false, false}, Case{false, false, true, false, false},
+                          Case{false, true, false, true, true}, Case{true, true, false, true, false},
+                          Case{true, true, true, true, true}, Case{true, false, false, false, false}}) {
         SCOPED_TRACE(testing::Message() << c.random << c.notShow << c.pmi);
         givenTheProfileIsLoaded({{"useRandomPasswordByDefault", c.random}});
         givenSavedSettings({{vl_Setting_NotShowMeAgain, c.notShow},
@@ -132,13 +131,11 @@ TEST_F(Settings, ARandomPasswordHasSixDigitsAndNoNine) {
 }
 
 TEST_F(Settings, APersonalMeetingNumberIsShownInGroups) {
-    const QPair<const char *, const char *> cases[] = {{"12", "12"},
-                                                       {"123", "123-"},
-                                                       {"12345", "123-45"},
-                                                       {"123456", "123-456-"},
-                                                       {"1234567890", "123-456-7890"},
-                                                       {"12345678901", "123-4567-8901"}};
-    for (const auto &[number, shown] : cases)
+    for (const auto &[number, shown] : {std::pair{"12", "12"},
+                                        {"123", "123-"},
+                                        {"123456", "123-456-"},
+                                        {"1234567890", "123-456-7890"},
+                                        {"12345678901", "123-4567-8901"}})
         EXPECT_EQ(vlSettingData::getFormatRoomMeetingId(number), shown);
     EXPECT_TRUE(vlSettingData::getFormatRoomMeetingId("").isNull());
 }

@@ -1,6 +1,5 @@
 #include "tests/workflow/WorkflowFixture.h"
 
-#include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/util/vlMd5Utils.h"
 #include "plugin/workflow/recordWriteBack.h"
@@ -11,7 +10,7 @@ namespace {
 
 class WriteBack : public WorkflowTest {
 protected:
-    // As an update does: with the loaded meeting's information, and without the record.
+    // As an update of the body and the location does, which leaves the record alone.
     void meetingIsWritten(const QString &url) {
         manager().updateVlKeyInfoToAppointment(editor.get(), {{vl_Meeting_JoinUrl, url}}, false);
     }
@@ -66,7 +65,7 @@ TEST_F(WriteBack, RoomsBelongToTheMeetingsPart) {
     meetingIsWritten("u/1");
     EXPECT_EQ(appointment->location(), "By the lift, Ann; u/1 Blue; Green");
     EXPECT_EQ(manager().getVlLocation(), "u/1 Blue; Green");
-    meetingIsWritten("u/2"); // again, after what was written itself
+    meetingIsWritten("u/2"); // again, after the text that the first one wrote
     EXPECT_EQ(appointment->location(), "By the lift, Ann; u/2 Blue; Green");
 }
 
@@ -93,8 +92,6 @@ TEST_F(WriteBack, AMeetingWithoutAJoinURLLeavesTheLocationAlone) {
     manager().updateVlKeyInfoToAppointment(editor.get(), {}, false);
     EXPECT_EQ(editor->locationField()->text(), "Room R");
     EXPECT_TRUE(manager().getOLNewLocation().isNull());
-    const vlERCalendarEventEditorViewController adapter(editor.get());
-    EXPECT_TRUE(manager().getOLUserInputLocation(adapter, {}, {}).isNull());
 }
 
 TEST_F(WriteBack, ASubjectOfBlanksGivesWayToTheMeetings) {
@@ -108,6 +105,13 @@ TEST_F(WriteBack, ASubjectOfBlanksGivesWayToTheMeetings) {
     appointment->values.insert("summary", "");
     manager().updateVlKeyInfoToAppointment(editor.get(), {}, false);
     EXPECT_EQ(appointment->subject(), "");
+
+    FakeObject record("ECMutableCalendarEvent", {{"summary", " "}});
+    updateVlKeyInfoToAppointment(&record);
+    EXPECT_EQ(record.values.value("summary"), " "); // no meeting is loaded
+    givenTheMeetingIsLoaded();
+    updateVlKeyInfoToAppointment(&record);
+    EXPECT_EQ(record.values.value("summary"), "Review");
 }
 
 TEST_F(WriteBack, TheRecordIsWrittenOnlyWithACommitAndItsDigestIsKept) {
@@ -148,15 +152,6 @@ TEST_F(WriteBack, TheStoredRecordGetsTheLocationThatItLacks) {
     }
 }
 
-TEST_F(WriteBack, AStoredRecordWithoutSubjectGetsTheLoadedMeetings) {
-    FakeObject record("ECMutableCalendarEvent", {{"summary", " "}});
-    updateVlKeyInfoToAppointment(&record);
-    EXPECT_EQ(record.values.value("summary"), " "); // no meeting is loaded
-    givenTheMeetingIsLoaded();
-    updateVlKeyInfoToAppointment(&record);
-    EXPECT_EQ(record.values.value("summary"), "Review");
-}
-
 TEST_F(WriteBack, AfterADeleteTheNextRecordLosesItsLocationOnce) {
     givenAnAppointmentWithAMeeting();
     manager().updateVlMeetingInfoToAppointmentForDelete(editor.get(), {});
@@ -167,6 +162,6 @@ TEST_F(WriteBack, AfterADeleteTheNextRecordLosesItsLocationOnce) {
     cleanVlKeyInfoFromAppointment(&record);
     EXPECT_EQ(record.values.value("location"), "Room R");
     manager().updateVlMeetingInfoToAppointmentForDelete(editor.get(), {});
-    answer(CmdScheduleMeeting, {{vl_MeetingKey, key}}); // takes back what a delete wanted
+    answer(CmdScheduleMeeting, {{vl_MeetingKey, key}}); // a new meeting cancels it
     EXPECT_FALSE(manager().needClearLocation());
 }
