@@ -1,4 +1,4 @@
-// The tables of every language: the same keys, the same marks, room for every text.
+// The plug-in's own resources: the tables of texts in every language, and the pictures.
 #include "platform/services/bundle/StringsTable.h"
 #include "plugin/ui/controls/buttonFace.h"
 #include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
@@ -37,22 +37,63 @@ class Languages : public UiTest {};
 
 } // namespace
 
-TEST_F(Languages, HaveTheSameKeysAndPlaceTheSameTexts) {
+TEST_F(Languages, HaveATextForEveryKeyAndPlaceTheSameTexts) {
     const Table english = tableOf(languages.first());
-    EXPECT_GT(english.size(), 50);
+    // The keys of the layers below, which have no list of them.
+    QStringList keys = {"NoVelaClient",
+                        "InternetError",
+                        "VelaClientNotRunning",
+                        "NotSupportedVelaClientVersion",
+                        "VelaClientNotSignIn",
+                        "SystemError",
+                        "MeetingNotFound",
+                        "NetworkConnectionError",
+                        "WarnMsg_PACIsDisabled",
+                        "OutlookVersionLowerThan1414",
+                        "AddVelaMeetingReminderMsg"};
+    QFile header(u"" PLUGIN_FOLDER "/ui/localizationKeys.h"_s);
+    ASSERT_TRUE(header.open(QIODevice::ReadOnly));
+    static const QRegularExpression literal(u"u\"(\\w+)\"_s"_s);
+    const QString keysOfTheInterface = QString::fromUtf8(header.readAll());
+    for (auto found = literal.globalMatch(keysOfTheInterface); found.hasNext();)
+        keys.append(found.next().captured(1));
+    EXPECT_GT(keys.size(), 25);
+    for (const QString &key : keys)
+        EXPECT_FALSE(english[key].isEmpty()) << qPrintable(key);
+
     const QStringList strip = {"AddVelaButton", "AddPACButton", "CancelVelaButton", "ChangeSettingButton"};
     for (const QString &language : languages) {
         const Table table = tableOf(language);
+        EXPECT_EQ(QSet<QString>(table.keyBegin(), table.keyEnd()),
+                  QSet<QString>(english.keyBegin(), english.keyEnd()))
+            << qPrintable(language);
         for (auto it = english.cbegin(); it != english.cend(); ++it) {
-            ASSERT_TRUE(table.contains(it.key())) << qPrintable(language + u' ' + it.key());
-            if (!strip.contains(it.key())) { // their blanks are for their place
-                EXPECT_EQ(marksOf(table[it.key()]), marksOf(*it)) << qPrintable(language + u' ' + it.key());
+            SCOPED_TRACE(qPrintable(language + u' ' + it.key()));
+            if (!strip.contains(it.key())) { // blanks around the titles of the strip only place them
+                EXPECT_EQ(marksOf(table[it.key()]), marksOf(*it));
             }
-            EXPECT_EQ(table[it.key()].contains(u'&'), it->contains(u'&'))
-                << qPrintable(language + u' ' + it.key());
+            EXPECT_EQ(table[it.key()].contains(u'&'), it->contains(u'&'));
         }
-        for (auto it = table.cbegin(); it != table.cend(); ++it)
-            EXPECT_TRUE(english.contains(it.key())) << qPrintable(language + u' ' + it.key());
+    }
+}
+
+TEST_F(Languages, ShareThePicturesWhichHaveTheirSizeAtEveryRatio) {
+    const auto bundle = platform::makeFolderBundle(u"" PLUGIN_RESOURCES ""_s);
+    QList<std::pair<QString, QSizeF>> pictures = {{"settingbg_left", {3, 38}},
+                                                  {"settingbg_center", {32, 38}},
+                                                  {"settingbg_right", {3, 38}},
+                                                  {"warning.png", {64, 64}}};
+    for (const char *name :
+         {"Schedule_Meeting_normal", "Remove_Meeting_normal", "Settings_normal", "Settings_disable",
+          "Add_Personal_Audio_Conference", "Start_Meeting_normal_32", "Schedule_Meeting_normal_32",
+          "Schedule_PACMeeting_32", "OpenLogFolder_normal_32"})
+        pictures.append({name, {32, 32}});
+    for (const auto &[name, points] : pictures) {
+        for (const qreal ratio : {1.0, 2.0}) {
+            const QImage image = bundle->image(name, ratio);
+            EXPECT_EQ(image.deviceIndependentSize(), points) << qPrintable(name);
+            EXPECT_EQ(image.size(), (points * ratio).toSize()) << qPrintable(name);
+        }
     }
 }
 
