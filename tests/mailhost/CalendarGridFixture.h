@@ -1,9 +1,8 @@
 // A grid in a window of its own, with two appointments and a trip in its week.
 #pragma once
 
-#include "standin/mailhost/windows/grid/AllDayRow.h"
 #include "standin/mailhost/windows/grid/CalendarGrid.h"
-#include "standin/mailhost/windows/grid/DayColumns.h"
+#include "standin/mailhost/windows/grid/GridAreas.h"
 #include "standin/mailhost/windows/grid/TileRename.h"
 #include "tests/support/ProcessZone.h"
 #include "tests/support/Warnings.h"
@@ -70,8 +69,8 @@ protected:
         return nullptr;
     }
     EventTileView *tile(const QString &uid) const {
-        for (EventTileView *tile : grid->tiles())
-            if (tile->occurrence().uid == uid)
+        for (EventTileView *tile : grid->findChildren<EventTileView *>())
+            if (tile->occurrence().uid == uid && tile->isVisible() && !tile->isGhost())
                 return tile;
         return nullptr;
     }
@@ -80,12 +79,11 @@ protected:
         return tile->mapTo(window.get(), tile->rect().center());
     }
     QPoint emptyAt(int day, int minute) const {
-        const DayEdges edges = edgesNow();
-        const QPoint point((edges.left(day) + edges.left(day + 1)) / 2, columns()->yOf(minute) + 3);
+        const QPoint point(left(day) + dayWidth() / 2, columns()->yOf(minute) + 3);
         return columns()->mapTo(window.get(), point);
     }
-    DayEdges edgesNow() const { return {GridStyle(grid).gutter, columns()->width(), int(grid->extent())}; }
-    int dayWidth() const { return edgesNow().left(1) - edgesNow().left(0); }
+    int left(int day) const { return GridStyle(grid).gutter + day * dayWidth(); } // of the week's days
+    int dayWidth() const { return (columns()->width() - GridStyle(grid).gutter) / 7; }
     int height(int minutes) const { return columns()->yOf(minutes); }
     void press(const QPoint &point) { QTest::mousePress(window->windowHandle(), Qt::LeftButton, {}, point); }
     void moveTo(const QPoint &point) { QTest::mouseMove(window->windowHandle(), point); }

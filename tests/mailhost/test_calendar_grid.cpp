@@ -22,7 +22,7 @@ TEST_F(CalendarGridTest, AClickSelectsAndADoubleClickOpensOrBeginsANewOne) {
     EXPECT_FALSE(fresh[0][1].toBool());
     auto *allDay = grid->findChild<AllDayRow *>();
     QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {},
-                       allDay->mapTo(window.get(), QPoint(edgesNow().left(5) + 20, 8)));
+                       allDay->mapTo(window.get(), QPoint(left(5) + 20, 8)));
     ASSERT_EQ(fresh.count(), 2);
     EXPECT_EQ(fresh[1][0].toDateTime(), at(5, 0));
     EXPECT_TRUE(fresh[1][1].toBool());
@@ -52,7 +52,7 @@ TEST_F(CalendarGridTest, EdgesResize) {
     const QSignalSpy resized(grid, &CalendarGrid::resized);
     const auto edge = [this](const QString &uid, bool end) {
         const EventTileView *found = tile(uid);
-        const QPoint inside = found->ends().allDay
+        const QPoint inside = found->piece().allDay
                                   ? QPoint(end ? found->width() - 2 : 1, found->height() / 2)
                                   : QPoint(found->width() / 2, end ? found->height() - 2 : 1);
         return found->mapTo(window.get(), inside);
@@ -107,7 +107,6 @@ TEST_F(CalendarGridTest, WhateverChangesUnderAGestureEndsIt) {
         {"shown again", [this] { show(); }},
         {"gone from the list", [this] { grid->show({}, monday, CalendarGrid::Extent::Week, monday); }},
         {"another week", [this] { grid->show(week, monday.addDays(7), CalendarGrid::Extent::Week, monday); }},
-        {"the tile dies", [this] { delete tile(u"a"_s); }},
         {"another extent", [this] { show(CalendarGrid::Extent::Day); }}};
     for (const auto &[name, change] : changes) {
         for (const bool dragging : {false, true}) {
@@ -150,7 +149,7 @@ TEST_F(CalendarGridTest, TheLineOfTheCurrentTimeIsOnTodayOnly) {
     ASSERT_NE(line(), nullptr);
     EXPECT_TRUE(line()->isVisible());
     EXPECT_NEAR(line()->geometry().center().y(), columns()->yOf(11 * 60 + 20), 1);
-    EXPECT_NEAR(line()->geometry().right(), edgesNow().left(2), 2);
+    EXPECT_NEAR(line()->geometry().right(), left(2), 2);
     grid->show(week, monday.addDays(7), CalendarGrid::Extent::Week, monday.addDays(1));
     EXPECT_FALSE(line()->isVisible());
 }

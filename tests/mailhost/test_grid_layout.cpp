@@ -1,6 +1,6 @@
 // The grid's decisions, without a widget: where appointments stand, what a drag means, where the keys lead.
 #include "standin/mailhost/windows/grid/GridDrag.h"
-#include "standin/mailhost/windows/grid/GridNavigator.h"
+#include "standin/mailhost/windows/grid/GridWalk.h"
 #include "tests/support/ProcessZone.h"
 
 #include <QSet>
@@ -8,7 +8,7 @@
 
 namespace mailhost {
 
-static void PrintTo(const GridPosition &place, std::ostream *out) {
+static void PrintTo(const GridPlace &place, std::ostream *out) {
     *out << "day " << place.day << " minute " << place.minute << " occurrence " << place.occurrence
          << (place.allDay ? " all day" : "");
 }
@@ -54,18 +54,13 @@ TEST_F(GridLayoutTest, OverlappingOnesStandSideBySideAndGrowIntoWhatIsFree) {
                              {{540, 600}, {540, 560}, {570, 660}},
                              {{0, 1, 2}, {1, 1, 2}, {1, 1, 2}}}};
     for (const Case &c : cases) {
-        QList<TimedPiece> pieces;
-        for (const auto &[begin, end] : c.times) {
-            TimedPiece piece;
-            piece.begin = begin;
-            piece.end = end;
-            pieces.append(piece);
-        }
-        packColumns(pieces.begin(), pieces.end());
-        for (int i = 0; i < pieces.size(); ++i) {
-            const std::array<int, 3> place{pieces[i].column, pieces[i].span, pieces[i].columns};
-            EXPECT_EQ(place, c.places[i]) << c.name << ", " << i;
-        }
+        QList<Occurrence> occurrences;
+        for (const auto &[begin, end] : c.times)
+            occurrences.append(timed(monday, QTime(begin / 60, begin % 60), (end - begin) * 60));
+        QList<std::array<int, 3>> places;
+        for (const GridPiece &piece : layOut(occurrences, monday, 1).pieces)
+            places.append({piece.column, piece.span, piece.columns});
+        EXPECT_EQ(places, c.places) << c.name;
     }
 }
 
@@ -75,9 +70,9 @@ TEST_F(GridLayoutTest, NoTwoThatOverlapShareAPlace) {
         occurrences.append(timed(monday, QTime((i * 7) % 20, (i % 4) * 15), 900 + (i * 37 % 11) * 1200));
     const GridLayout layout = layOut(occurrences, monday, 1);
     ASSERT_EQ(layout.pieces.size(), occurrences.size());
-    for (const TimedPiece &a : layout.pieces) {
+    for (const GridPiece &a : layout.pieces) {
         ASSERT_LE(a.column + a.span, a.columns);
-        for (const TimedPiece &b : layout.pieces)
+        for (const GridPiece &b : layout.pieces)
             ASSERT_TRUE(&a == &b || a.begin >= b.end || b.begin >= a.end || a.column + a.span <= b.column ||
                         b.column + b.span <= a.column);
     }
@@ -88,9 +83,9 @@ TEST_F(GridLayoutTest, WhatCrossesMidnightIsInEachOfItsDays) {
         timed(monday.addDays(-1), QTime(22, 0), 4 * 3600), timed(monday, QTime(23, 0), 3600),
         timed(monday, QTime(20, 0), 36 * 3600), timed(monday.addDays(1), QTime(23, 59), 0)};
     QList<std::array<int, 6>> pieces; // occurrence, day, begin, end, starts here, ends here
-    for (const TimedPiece &piece : layOut(occurrences, monday, 2).pieces)
+    for (const GridPiece &piece : layOut(occurrences, monday, 2).pieces)
         pieces.append(
-            {piece.occurrence, piece.day, piece.begin, piece.end, piece.startsHere, piece.endsHere});
+            {piece.occurrence, piece.firstDay, piece.begin, piece.end, piece.startsHere, piece.endsHere});
     const QList<std::array<int, 6>> expected{{0, 0, 0, 120, 0, 1},
                                              {2, 0, 1200, 1440, 1, 0},
                                              {1, 0, 1380, 1440, 1, 1},
@@ -104,14 +99,13 @@ TEST_F(GridLayoutTest, BarsShareALineWhereTheyDoNotMeet) {
                                         wholeDays(monday.addDays(1), 1), wholeDays(monday.addDays(6), 5),
                                         wholeDays(monday.addDays(9), 1)};
     const GridLayout layout = layOut(occurrences, monday, 7);
-    QList<std::array<int, 4>> bars; // occurrence, first day, last day, line
-    for (const DayBar &bar : layout.bars)
-        bars.append({bar.occurrence, bar.firstDay, bar.lastDay, bar.line});
-    const QList<std::array<int, 4>> expected{{1, 0, 1, 0}, {0, 0, 0, 1}, {2, 1, 1, 1}, {3, 6, 6, 0}};
+    QList<std::array<int, 6>> bars; // occurrence, first day, last day, line, starts here, ends here
+    for (const GridPiece &bar : layout.pieces)
+        bars.append({bar.occurrence, bar.firstDay, bar.lastDay, bar.column, bar.startsHere, bar.endsHere});
+    const QList<std::array<int, 6>> expected{
+        {1, 0, 1, 0, 1, 1}, {0, 0, 0, 1, 0, 1}, {2, 1, 1, 1, 1, 1}, {3, 6, 6, 0, 1, 0}};
     EXPECT_EQ(bars, expected);
     EXPECT_EQ(layout.lines, 2);
-    EXPECT_FALSE(layout.bars[1].startsHere);
-    EXPECT_FALSE(layout.bars[3].endsHere);
 }
 
 TEST_F(GridLayoutTest, TheClockMayChangeUnderTheScale) {
@@ -187,34 +181,26 @@ TEST_F(GridLayoutTest, ArrowsGoFromOneToTheNextAndOverEmptyDays) {
     const QList<Occurrence> occurrences{wholeDays(monday, 2), timed(monday, QTime(9, 0), 3600),
                                         timed(monday, QTime(9, 30), 3600),
                                         timed(monday.addDays(1), QTime(16, 0), 3600)};
-    const GridNavigator walk(layOut(occurrences, monday, 3), 3);
-    EXPECT_EQ(walk.readingOrder(), (QList<int>{0, 1, 2, 3}));
+    const GridLayout layout = layOut(occurrences, monday, 3);
     using S = WalkStep;
-    struct Case {
-        GridPosition from;
-        S step;
-        GridPosition to;
+    const auto expect = [](const GridPlace &to, int day, int minute, int occurrence, bool allDay = false) {
+        EXPECT_EQ(to, (GridPlace{day, minute, occurrence, allDay}));
     };
-    const QList<Case> cases{
-        {{0, 540, 1, false}, S::Down, {0, 570, 2, false}},
-        {{0, 570, 2, false}, S::Down, {0, 630, -1, false}}, // behind the last one
-        {{0, 630, -1, false}, S::Down, {0, 660, -1, false}},
-        {{0, 660, -1, false}, S::Up, {0, 570, 2, false}},
-        {{0, 540, 1, false}, S::Up, {0, 540, 0, true}},
-        {{0, 540, 0, true}, S::Up, {0, 540, 0, true}},
-        {{0, 540, 0, true}, S::Right, {1, 540, 3, false}}, // the same bar is no step
-        {{0, 540, 1, false}, S::Right, {1, 540, 3, false}},
-        {{1, 540, 3, false}, S::Left, {0, 540, 1, false}}, // the clock time that the walk began with
-        {{1, 540, 3, false}, S::Right, {2, 540, -1, false}},
-        {{2, 540, -1, false}, S::Down, {2, 570, -1, false}},
-        {{2, 1410, -1, false}, S::Down, {2, 1410, -1, false}},
-        {{0, 570, 2, false}, S::First, {0, 570, 0, true}},
-        {{0, 570, 0, true}, S::Last, {0, 570, 2, false}}};
-    for (const Case &c : cases)
-        EXPECT_EQ(walk.step(c.step, c.from), std::optional(c.to))
-            << testing::PrintToString(c.from) << ", step " << int(c.step);
-    EXPECT_EQ(walk.step(S::Left, {0, 540, 1, false}), std::nullopt);
-    EXPECT_EQ(walk.step(S::Right, {2, 540, -1, false}), std::nullopt);
+    expect(walked(layout, S::Down, {0, 540, 1, false}), 0, 570, 2);
+    expect(walked(layout, S::Down, {0, 570, 2, false}), 0, 630, -1); // behind the last one
+    expect(walked(layout, S::Down, {0, 630, -1, false}), 0, 660, -1);
+    expect(walked(layout, S::Up, {0, 660, -1, false}), 0, 570, 2);
+    expect(walked(layout, S::Up, {0, 540, 1, false}), 0, 540, 0, true);
+    expect(walked(layout, S::Up, {0, 540, 0, true}), 0, 540, 0, true);
+    expect(walked(layout, S::Up, {1, 960, 3, false}), 1, 960, 0, true);
+    expect(walked(layout, S::Down, {2, 540, -1, false}), 2, 570, -1);
+    expect(walked(layout, S::Down, {2, 1410, -1, false}), 2, 1410, -1);
+    expect(walked(layout, S::First, {0, 570, 2, false}), 0, 570, 0, true);
+    expect(walked(layout, S::Last, {0, 570, 0, true}), 0, 570, 2);
+    expect(arrivedAt(layout, {1, 540, 0, true}), 1, 540, 3); // the same bar is no step
+    expect(arrivedAt(layout, {1, 540, 1, false}), 1, 540, 3);
+    expect(arrivedAt(layout, {0, 540, 3, false}), 0, 540, 1); // at the time that the walk began with
+    expect(arrivedAt(layout, {2, 540, 3, false}), 2, 540, -1);
 }
 
 } // namespace

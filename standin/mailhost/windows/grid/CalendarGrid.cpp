@@ -1,14 +1,14 @@
 #include "standin/mailhost/windows/grid/CalendarGrid.h"
 
 #include "standin/mailhost/windows/ControlNames.h"
-#include "standin/mailhost/windows/grid/AllDayRow.h"
-#include "standin/mailhost/windows/grid/DayColumns.h"
+#include "standin/mailhost/windows/grid/GridAreas.h"
 #include "standin/mailhost/windows/grid/GridHeader.h"
 #include "standin/mailhost/windows/grid/TileRename.h"
 
 #include <QAccessibleWidget>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -52,11 +52,10 @@ QAccessibleInterface *makeAccessible(const QString &, QObject *object) {
 
 CalendarGrid::CalendarGrid(QWidget *parent)
     : QWidget(parent)
-    , m_contents(std::make_shared<GridContents>())
-    , m_header(new GridHeader(this))
-    , m_rule(new QWidget(this))
-    , m_allDay(new AllDayRow)
-    , m_columns(new DayColumns)
+    , m_scene(std::make_shared<GridScene>(this))
+    , m_header(new GridHeader(m_scene))
+    , m_allDay(new AllDayRow(m_scene, this))
+    , m_columns(new DayColumns(m_scene, this))
     , m_now([] { return QDateTime::currentDateTime(); }) {
     [[maybe_unused]] static const bool installed = (QAccessible::installFactory(makeAccessible), true);
     setObjectName(controls::calendarGrid);
@@ -65,14 +64,11 @@ CalendarGrid::CalendarGrid(QWidget *parent)
     m_allDayArea = makeArea(m_allDay);
     m_scroll = makeArea(m_columns);
     m_scroll->setWidgetResizable(true);
-    m_rule->setFixedHeight(1);
-    m_rule->setAutoFillBackground(true);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
+    layout->setSpacing(1); // shows the grid itself, as a line
     layout->addWidget(m_header);
     layout->addWidget(m_allDayArea);
-    layout->addWidget(m_rule);
     layout->addWidget(m_scroll, 1);
     takeStyle();
     connect(m_columns, &GridSurface::resized, this, &CalendarGrid::arrange);
@@ -90,11 +86,6 @@ std::array<GridSurface *, 2> CalendarGrid::surfaces() const {
     return {m_allDay, m_columns};
 }
 
-void CalendarGrid::setController(rt::Object *controller) {
-    for (GridSurface *surface : surfaces())
-        surface->setController(controller);
-}
-
 void CalendarGrid::setClock(std::function<QDateTime()> now) {
     m_now = std::move(now);
     moveLine();
@@ -102,169 +93,129 @@ void CalendarGrid::setClock(std::function<QDateTime()> now) {
 
 void CalendarGrid::takeStyle() {
     abandon();
-    m_style = std::make_shared<GridStyle>(this);
-    m_allDay->setStyle(m_style);
-    m_columns->setStyle(m_style);
-    m_columns->setFixedHeight(24 * m_style->hourHeight + 1);
-    QPalette rule;
-    rule.setColor(QPalette::Window, m_style->hourLine);
-    m_rule->setPalette(rule);
+    m_scene->style = GridStyle(this);
+    m_columns->setFixedHeight(24 * m_scene->style.hourHeight + 1);
     arrange();
 }
 
 // Aligns the header and the all-day row with the columns, whose scroll bar takes some of the width.
 void CalendarGrid::arrange() {
-    const DayEdges edges{m_style->gutter, m_scroll->viewport()->width(), m_contents->days};
-    m_header->show(m_contents->first, m_contents->today, edges, m_style);
-    m_columns->setEdges(edges);
-    m_allDay->setEdges(edges);
-    const int lines = m_contents->layout.lines;
-    m_allDay->resize(edges.width, m_allDay->heightFor(lines));
+    m_scene->width = m_scroll->viewport()->width();
+    const int lines = m_scene->layout.lines;
+    m_allDay->resize(m_scene->width, m_allDay->heightFor(lines));
     m_allDayArea->setFixedHeight(lines <= mostBarLines
                                      ? m_allDay->heightFor(lines)
-                                     : m_allDay->heightFor(mostBarLines) + m_style->barHeight / 2);
+                                     : m_allDay->heightFor(mostBarLines) + m_scene->style.barHeight / 2);
+    m_header->showScene();
+    for (GridSurface *surface : surfaces())
+        surface->showScene();
     if (m_rename)
         placeRename();
+}
+
+void CalendarGrid::paintEvent(QPaintEvent *event) {
+    QPainter(this).fillRect(event->rect(), m_scene->style.hourLine);
 }
 
 void CalendarGrid::show(const QList<Occurrence> &occurrences, const QDate &first, Extent extent,
                         const QDate &today) {
     abandon();
     const std::optional<Occurrence> before = selected();
-    const std::optional<GridPosition> formerPlace = m_place;
-    const QDate formerFirst = m_contents->first;
+    const std::optional<GridPlace> formerPlace = m_scene->place;
+    const QDate formerFirst = m_scene->first;
     setFocusTile(nullptr); // the tile may be deleted
-    auto contents = std::make_shared<GridContents>();
-    contents->occurrences = occurrences;
-    contents->first = first;
-    contents->days = int(extent);
-    contents->today = today;
-    contents->layout = layOut(occurrences, first, contents->days);
-    m_contents = contents;
-    m_walk = GridNavigator(contents->layout, contents->days);
-    m_place = placeAfterChange(before, formerFirst);
-    const bool arrived = m_arrival && m_place;
-    m_arrival.reset();
-    for (GridSurface *surface : surfaces())
-        surface->setContents(m_contents);
+    m_scene->occurrences = occurrences;
+    m_scene->first = first;
+    m_scene->days = int(extent);
+    m_scene->today = today;
+    m_scene->layout = layOut(occurrences, first, m_scene->days);
+    m_scene->place = placeAfterChange(before, formerFirst);
     arrange();
     moveLine();
     showPlace();
     keepRename(before);
     const std::optional<Occurrence> after = selected();
-    if (arrived || (isSameOne(before, after) && before->start != after->start))
+    if (m_arrival || (isSameOne(before, after) && before->start != after->start))
         reveal();
-    if (m_place != formerPlace || formerFirst != first || before.has_value() != after.has_value())
+    if (m_scene->place != formerPlace || formerFirst != first || before.has_value() != after.has_value())
         Q_EMIT selectionMoved();
 }
 
 // Keeps the selection. If the selected appointment is gone, keeps its place on the clock, which moves with
 // the pages.
-std::optional<GridPosition> CalendarGrid::placeAfterChange(const std::optional<Occurrence> &before,
-                                                           const QDate &formerFirst) const {
-    const int days = m_contents->days;
-    const auto isShown = [days](qint64 day) { return day >= 0 && day < days; };
-    if (m_arrival && isShown(m_contents->first.daysTo(m_arrival->date)))
-        return m_walk.arriveAt(int(m_contents->first.daysTo(m_arrival->date)), m_arrival->minute,
-                               m_arrivesAllDay);
-    if (before) {
-        if (const std::optional<GridPosition> place = placeOf(indexOf(*before)))
-            return place;
-    }
-    if (!m_place)
+std::optional<GridPlace> CalendarGrid::placeAfterChange(const std::optional<Occurrence> &before,
+                                                        const QDate &formerFirst) const {
+    std::optional<GridPlace> place = m_arrival ? m_arrival : m_scene->place;
+    if (!place)
         return std::nullopt;
-    GridPosition place = *m_place;
-    const qint64 sameDate = m_contents->first.daysTo(formerFirst.addDays(place.day));
-    place.day = isShown(sameDate) ? int(sameDate) : std::min(place.day, days - 1);
-    place.occurrence = -1;
+    const int sameDate = m_scene->dayOf(formerFirst.addDays(place->day));
+    if (m_arrival && sameDate >= 0)
+        return arrivedAt(m_scene->layout, {sameDate, place->minute, -1, place->allDay});
+    if (before) {
+        if (const auto found = find(before->uid, before->instanceId))
+            return found;
+    }
+    place->day = sameDate >= 0 ? sameDate : std::min(place->day, m_scene->days - 1);
+    place->occurrence = -1;
     return place;
 }
 
-QDate CalendarGrid::firstDay() const {
-    return m_contents->first;
+GridPlace CalendarGrid::placeOf(const GridPiece &piece) const {
+    const int kept = m_scene->place ? m_scene->place->minute : firstPlace().minute;
+    return {piece.firstDay, piece.allDay ? kept : piece.begin, piece.occurrence, piece.allDay};
 }
 
-CalendarGrid::Extent CalendarGrid::extent() const {
-    return m_contents->days == int(Extent::Day) ? Extent::Day : Extent::Week;
-}
-
-int CalendarGrid::indexOf(const Occurrence &occurrence) const {
-    for (int i = 0; i < m_contents->occurrences.size(); ++i)
-        if (isSameOne(m_contents->occurrences[i], occurrence))
-            return i;
-    return -1;
-}
-
-std::optional<GridPosition> CalendarGrid::placeOf(int occurrence) const {
-    for (const DayBar &bar : m_contents->layout.bars)
-        if (bar.occurrence == occurrence)
-            return GridPosition{bar.firstDay, m_place ? m_place->minute : firstPlace().minute, occurrence,
-                                true};
-    for (const TimedPiece &piece : m_contents->layout.pieces)
-        if (piece.occurrence == occurrence)
-            return GridPosition{piece.day, piece.begin, occurrence, false};
+std::optional<GridPlace> CalendarGrid::find(const QString &uid, const QString &instanceId) const {
+    for (const GridPiece &piece : m_scene->layout.pieces) {
+        const Occurrence &occurrence = m_scene->occurrences[piece.occurrence];
+        if (occurrence.uid == uid && (instanceId.isEmpty() || occurrence.instanceId == instanceId))
+            return placeOf(piece);
+    }
     return std::nullopt;
 }
 
 std::optional<Occurrence> CalendarGrid::selected() const {
-    if (!m_place || m_place->occurrence < 0)
+    if (!m_scene->place || m_scene->place->occurrence < 0)
         return std::nullopt;
-    return m_contents->occurrences[m_place->occurrence];
+    return m_scene->occurrences[m_scene->place->occurrence];
 }
 
 bool CalendarGrid::select(const QString &uid, const QString &instanceId) {
     const QPointer<CalendarGrid> self(this);
     if (m_rename)
         m_rename->commit(); // may change the shown appointments
-    if (!self)
-        return false;
-    for (const int index : m_walk.readingOrder()) {
-        const Occurrence &occurrence = m_contents->occurrences[index];
-        if (occurrence.uid != uid || (!instanceId.isEmpty() && occurrence.instanceId != instanceId))
-            continue;
-        setPlace(placeOf(index), true);
-        return true;
-    }
-    return false;
-}
-
-QDateTime CalendarGrid::momentOf(const GridPosition &place) const {
-    const QDate date = m_contents->first.addDays(place.day);
-    if (place.allDay)
-        return date.startOfDay();
-    if (place.occurrence < 0)
-        return momentAt({date, place.minute});
-    const QDateTime start = m_contents->occurrences[place.occurrence].start.toLocalTime();
-    return start.date() == date ? start : date.startOfDay();
+    const std::optional<GridPlace> place = self ? find(uid, instanceId) : std::nullopt;
+    if (place)
+        setPlace(place, true);
+    return place.has_value();
 }
 
 QDateTime CalendarGrid::selectedMoment() const {
-    return m_place ? momentOf(*m_place) : QDateTime();
-}
-
-GridSurface *CalendarGrid::surfaceOf(int occurrence) const {
-    return m_contents->occurrences[occurrence].allDay ? static_cast<GridSurface *>(m_allDay) : m_columns;
+    const std::optional<GridPlace> &place = m_scene->place;
+    if (!place)
+        return {};
+    const QDate date = m_scene->first.addDays(place->day);
+    if (place->allDay)
+        return date.startOfDay();
+    if (place->occurrence < 0)
+        return momentAt({date, place->minute});
+    const QDateTime start = m_scene->occurrences[place->occurrence].start.toLocalTime();
+    return start.date() == date ? start : date.startOfDay();
 }
 
 EventTileView *CalendarGrid::selectedTile() const {
-    if (!m_place || m_place->occurrence < 0)
+    if (!m_scene->place || m_scene->place->occurrence < 0)
         return nullptr;
-    const QList<EventTileView *> tiles = surfaceOf(m_place->occurrence)->tilesOf(m_place->occurrence);
-    return tiles.isEmpty() ? nullptr : tiles.first();
+    for (const GridSurface *surface : surfaces())
+        for (EventTileView *tile : surface->tilesOf(m_scene->place->occurrence))
+            return tile;
+    return nullptr;
 }
 
-QList<EventTileView *> CalendarGrid::tiles() const {
-    QList<EventTileView *> tiles;
-    for (const int occurrence : m_walk.readingOrder())
-        tiles += surfaceOf(occurrence)->tilesOf(occurrence);
-    return tiles;
-}
-
-void CalendarGrid::setPlace(const std::optional<GridPosition> &place, bool toReveal) {
-    if (m_place == place)
+void CalendarGrid::setPlace(const std::optional<GridPlace> &place, bool toReveal) {
+    if (m_scene->place == place)
         return;
-    m_place = place;
-    m_arrival.reset();
+    m_scene->place = place;
     showPlace();
     if (toReveal)
         reveal();
@@ -272,15 +223,8 @@ void CalendarGrid::setPlace(const std::optional<GridPosition> &place, bool toRev
 }
 
 void CalendarGrid::showPlace() {
-    const int occurrence = m_place ? m_place->occurrence : -1;
-    ClockPlace cursor;
-    if (m_place && occurrence < 0)
-        cursor = {m_contents->first.addDays(m_place->day), m_place->minute};
-    for (GridSurface *surface : surfaces()) {
-        const bool here = m_place && surface->isAllDay() == m_place->allDay;
-        surface->setSelected(here ? occurrence : -1);
-        surface->setCursorPlace(here ? cursor : ClockPlace());
-    }
+    for (GridSurface *surface : surfaces())
+        surface->showPlace();
     setFocusTile(selectedTile());
     const QDateTime moment = selectedMoment();
     setAccessibleDescription(moment.isValid() ? spokenDay(moment.date()) + u", "_s +
@@ -309,14 +253,14 @@ void CalendarGrid::setFocusTile(EventTileView *tile) {
 }
 
 void CalendarGrid::reveal() {
-    if (!m_place)
-        return;
+    const std::optional<GridPlace> &place = m_scene->place;
     const EventTileView *tile = selectedTile();
-    QScrollArea *area = m_place->allDay ? m_allDayArea : m_scroll;
-    const int top = tile ? tile->y() : m_columns->yOf(m_place->minute);
-    const int height = tile ? std::min(tile->height(), area->viewport()->height()) : m_style->hourHeight / 2;
-    if (!tile && m_place->allDay)
+    if (!place || (!tile && place->allDay))
         return;
+    QScrollArea *area = place->allDay ? m_allDayArea : m_scroll;
+    const int top = tile ? tile->y() : m_columns->yOf(place->minute);
+    const int height =
+        tile ? std::min(tile->height(), area->viewport()->height()) : m_columns->yOf(slotMinutes);
     constexpr int margin = 4;
     // An area higher than the view shows its beginning.
     area->ensureVisible(0, top + height, 0, margin);
@@ -325,11 +269,11 @@ void CalendarGrid::reveal() {
 
 void CalendarGrid::beginRename() {
     EventTileView *tile = selectedTile();
-    if (!tile || (m_rename && !m_rename->isOver()))
+    if (!tile || (m_rename && !m_rename->isHidden()))
         return;
     abandon();
     reveal();
-    m_rename = new TileRename(surfaceOf(m_place->occurrence), this, tile->occurrence().summary);
+    m_rename = new TileRename(tile->parentWidget(), this, tile->occurrence().summary);
     connect(m_rename, &TileRename::committed, this, &CalendarGrid::finishRename);
     placeRename();
     m_rename->show();
@@ -340,11 +284,11 @@ void CalendarGrid::placeRename() {
     const EventTileView *tile = selectedTile();
     if (!tile)
         return;
-    const int width = std::max(leastRenameWidth, tile->width());
-    const int left = std::clamp(tile->x(), 0, std::max(0, tile->parentWidget()->width() - width));
-    const int height = m_rename->sizeHint().height();
-    const int top = std::clamp(tile->y(), 0, std::max(0, tile->parentWidget()->height() - height));
-    m_rename->setGeometry(left, top, width, height);
+    const QWidget *surface = tile->parentWidget();
+    const QSize size(std::max(leastRenameWidth, tile->width()), m_rename->sizeHint().height());
+    m_rename->setGeometry(std::clamp(tile->x(), 0, std::max(0, surface->width() - size.width())),
+                          std::clamp(tile->y(), 0, std::max(0, surface->height() - size.height())),
+                          size.width(), size.height());
     m_rename->raise();
 }
 
@@ -354,16 +298,13 @@ void CalendarGrid::keepRename(const std::optional<Occurrence> &before) {
     if (!m_rename)
         return;
     const std::optional<Occurrence> now = selected();
-    const bool same = isSameOne(before, now) && before->summary == now->summary &&
-                      m_rename->parentWidget() == surfaceOf(m_place->occurrence);
-    if (same)
-        return placeRename();
-    m_rename->abandon();
-    m_rename.clear();
+    if (isSameOne(before, now) && before->summary == now->summary && before->allDay == now->allDay)
+        placeRename();
+    else
+        m_rename->abandon();
 }
 
 void CalendarGrid::finishRename(const QString &subject) {
-    m_rename.clear();
     const std::optional<Occurrence> occurrence = selected();
     const bool bothEmpty = occurrence && subject.isEmpty() && occurrence->summary.isEmpty();
     if (occurrence && subject != occurrence->summary && !bothEmpty)
@@ -382,11 +323,8 @@ void CalendarGrid::moveLine() {
 void CalendarGrid::showEvent(QShowEvent *event) {
     QWidget::showEvent(event);
     moveLine();
-    if (m_scrolled)
-        return;
-    m_scrolled = true;
-    const int top = GridStyle::firstWorkingHour * minutesPerHour - aboveWorkingHours;
-    m_scroll->verticalScrollBar()->setValue(m_columns->yOf(top));
+    if (!std::exchange(m_scrolled, true))
+        m_scroll->verticalScrollBar()->setValue(m_columns->yOf(firstWorkingMinute - aboveWorkingHours));
 }
 
 void CalendarGrid::abandon() {
@@ -399,32 +337,23 @@ bool CalendarGrid::isDragging() const {
 }
 
 void CalendarGrid::connectInput(GridSurface *surface) {
-    using S = GridSurface;
-    connect(surface, &S::touched, this, [this] { setFocus(Qt::MouseFocusReason); });
-    connect(surface, &S::pointedAt, this,
-            [this, surface](EventTileView *tile, const ClockPlace &place) { pointAt(surface, tile, place); });
-    connect(surface, &S::opened, this, &CalendarGrid::opened);
-    connect(surface, &S::newRequested, this, [this, surface](const ClockPlace &place) {
-        Q_EMIT newRequested(surface->isAllDay() ? place.date.startOfDay() : momentAt(place),
-                            surface->isAllDay());
+    connect(surface, &GridSurface::pointedAt, this, [this, surface](int occurrence, const ClockPlace &place) {
+        pointAt(occurrence, surface->isAllDay(), place);
     });
-    connect(surface, &S::menuAsked, this, &CalendarGrid::menuRequested);
-    connect(surface, &S::dragged, this, &CalendarGrid::finishDrag);
-    connect(surface, &S::reached, this, [this, surface](EventTileView *tile, bool pressed) {
-        const int occurrence = surface->occurrenceOf(tile);
-        if (!m_place || m_place->occurrence != occurrence)
-            setPlace(placeOf(occurrence), false);
-        if (pressed)
-            Q_EMIT opened();
+    connect(surface, &GridSurface::activated, this, &CalendarGrid::activate);
+    connect(surface, &GridSurface::dragged, this, &CalendarGrid::finishDrag);
+    connect(surface, &GridSurface::reached, this, [this](int occurrence) {
+        if (m_scene->place && m_scene->place->occurrence == occurrence)
+            return;
+        for (const GridPiece &piece : m_scene->layout.pieces)
+            if (piece.occurrence == occurrence)
+                return setPlace(placeOf(piece), false);
     });
 }
 
-void CalendarGrid::pointAt(GridSurface *surface, EventTileView *tile, const ClockPlace &place) {
-    GridPosition pointed{int(m_contents->first.daysTo(place.date)), place.minute, surface->occurrenceOf(tile),
-                         surface->isAllDay()};
-    if (surface->isAllDay())
-        pointed.minute = m_place ? m_place->minute : newOnesMinute;
-    setPlace(pointed, false);
+void CalendarGrid::pointAt(int occurrence, bool allDay, const ClockPlace &place) {
+    const int kept = m_scene->place ? m_scene->place->minute : newOnesMinute;
+    setPlace(GridPlace{m_scene->dayOf(place.date), allDay ? kept : place.minute, occurrence, allDay}, false);
 }
 
 void CalendarGrid::finishDrag(const Occurrence &occurrence, Grip grip, const TimeSpan &span) {
@@ -436,108 +365,117 @@ void CalendarGrid::finishDrag(const Occurrence &occurrence, Grip grip, const Tim
         Q_EMIT resized(span.start, span.seconds());
 }
 
-GridPosition CalendarGrid::firstPlace() const {
-    const qint64 today = m_contents->first.daysTo(m_contents->today);
-    if (today < 0 || today >= m_contents->days)
+// The present time, if it is shown.
+GridPlace CalendarGrid::firstPlace() const {
+    const int today = m_scene->dayOf(m_scene->today);
+    if (today < 0)
         return {0, newOnesMinute, -1, false};
-    const ClockPlace now = clockPlaceOf(m_now());
-    return {int(today), now.minute / slotMinutes * slotMinutes, -1, false};
+    return {today, clockPlaceOf(m_now()).minute / slotMinutes * slotMinutes, -1, false};
 }
 
-void CalendarGrid::walk(WalkStep step) {
-    if (!m_contents->first.isValid())
-        return;
-    if (!m_place) {
-        const GridPosition first = firstPlace();
-        return setPlace(m_walk.arriveAt(first.day, first.minute, false), true);
-    }
-    if (const std::optional<GridPosition> next = m_walk.step(step, *m_place))
-        return setPlace(next, true);
-    const int direction = step == WalkStep::Left ? -1 : 1;
-    GridPosition behind = *m_place;
-    behind.day += direction;
-    turnPage(behind, direction * m_contents->days);
+void CalendarGrid::walk(int key) {
+    static const QHash<int, WalkStep> steps{{Qt::Key_Up, WalkStep::Up},
+                                            {Qt::Key_Down, WalkStep::Down},
+                                            {Qt::Key_Home, WalkStep::First},
+                                            {Qt::Key_End, WalkStep::Last}};
+    if (!m_scene->place)
+        return setPlace(arrivedAt(m_scene->layout, firstPlace()), true);
+    if (steps.contains(key))
+        return setPlace(walked(m_scene->layout, steps[key], *m_scene->place), true);
+    const int direction = key == Qt::Key_Left ? -1 : 1;
+    GridPlace beside = *m_scene->place;
+    beside.day += direction;
+    if (beside.day < 0 || beside.day >= m_scene->days)
+        turnPage(beside, direction * m_scene->days);
+    else
+        setPlace(arrivedAt(m_scene->layout, beside), true);
 }
 
 // `to` may be outside of the shown days.
-void CalendarGrid::turnPage(const GridPosition &to, int days) {
-    m_arrival = ClockPlace{m_contents->first.addDays(to.day), to.minute};
-    m_arrivesAllDay = to.allDay;
+void CalendarGrid::turnPage(const GridPlace &to, int days) {
+    const QPointer<CalendarGrid> self(this);
+    m_arrival = to;
     Q_EMIT pageRequested(days);
+    if (self)
+        m_arrival.reset();
 }
 
 void CalendarGrid::scrollPage(int direction) {
     QScrollBar *bar = m_scroll->verticalScrollBar();
     const int before = bar->value();
-    bar->setValue(before + direction * (bar->pageStep() - m_style->hourHeight));
-    if (bar->value() != before || !m_contents->first.isValid())
+    bar->setValue(before + direction * (bar->pageStep() - m_scene->style.hourHeight));
+    if (bar->value() != before)
         return;
-    GridPosition place = m_place.value_or(firstPlace());
-    place.day += direction * m_contents->days;
-    turnPage(place, direction * m_contents->days);
+    GridPlace place = m_scene->place.value_or(firstPlace());
+    place.day += direction * m_scene->days;
+    turnPage(place, direction * m_scene->days);
 }
 
 void CalendarGrid::activate() {
-    if (!m_place)
+    if (!m_scene->place)
         return;
-    if (m_place->occurrence >= 0)
+    if (m_scene->place->occurrence >= 0)
         Q_EMIT opened();
     else
-        Q_EMIT newRequested(momentOf(*m_place), m_place->allDay);
+        Q_EMIT newRequested(selectedMoment(), m_scene->place->allDay);
 }
 
 void CalendarGrid::askForMenuByKey() {
     reveal();
     const EventTileView *tile = selectedTile();
-    const QPoint point =
-        tile ? tile->mapToGlobal(QPoint(tile->width() / 2, std::min(tile->height(), m_style->lineHeight)))
-        : m_place && !m_place->allDay ? m_columns->mapToGlobal(QPoint(m_style->gutter + m_style->lineHeight,
-                                                                      m_columns->yOf(m_place->minute)))
-                                      : mapToGlobal(rect().center());
-    Q_EMIT menuRequested(point);
+    const std::optional<GridPlace> &place = m_scene->place;
+    const GridStyle &style = m_scene->style;
+    if (tile)
+        Q_EMIT menuRequested(
+            tile->mapToGlobal(QPoint(tile->width() / 2, std::min(tile->height(), style.lineHeight))));
+    else if (place && !place->allDay)
+        Q_EMIT menuRequested(m_columns->mapToGlobal(
+            QPoint(m_scene->left(place->day) + style.lineHeight, m_columns->yOf(place->minute))));
+    else
+        Q_EMIT menuRequested(mapToGlobal(rect().center()));
 }
 
 void CalendarGrid::keyPressEvent(QKeyEvent *event) {
-    const bool menuKey = event->key() == Qt::Key_Menu ||
-                         (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
-    if (menuKey) {
-        // Some desktops send both the key and the request; the request comes first.
-        const bool had = std::exchange(m_menuByContext, false);
-        return had ? void() : askForMenuByKey();
-    }
-    if (event->key() == Qt::Key_Escape && isDragging())
-        return abandon();
-    if (event->modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier))
-        return QWidget::keyPressEvent(event);
-    static const QHash<int, WalkStep> steps{{Qt::Key_Up, WalkStep::Up},      {Qt::Key_Down, WalkStep::Down},
-                                            {Qt::Key_Left, WalkStep::Left},  {Qt::Key_Right, WalkStep::Right},
-                                            {Qt::Key_Home, WalkStep::First}, {Qt::Key_End, WalkStep::Last}};
     const int key = event->key();
-    if (steps.contains(key))
-        walk(steps[key]);
-    else if (key == Qt::Key_PageUp || key == Qt::Key_PageDown)
-        scrollPage(key == Qt::Key_PageUp ? -1 : 1);
-    else if (key == Qt::Key_Return || key == Qt::Key_Enter)
-        activate();
-    else
+    if (key == Qt::Key_Menu || (key == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)) {
+        // Some desktops send both the key and the request; the request comes first.
+        if (!std::exchange(m_menuByContext, false))
+            askForMenuByKey();
+        return;
+    }
+    if (key == Qt::Key_Escape && isDragging())
+        return abandon();
+    if (event->modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier) || !m_scene->first.isValid())
+        return QWidget::keyPressEvent(event);
+    switch (key) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+        return walk(key);
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        return scrollPage(key == Qt::Key_PageUp ? -1 : 1);
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return activate();
+    default:
         QWidget::keyPressEvent(event);
+    }
 }
 
 void CalendarGrid::contextMenuEvent(QContextMenuEvent *event) {
-    event->accept();
-    if (event->reason() == QContextMenuEvent::Mouse)
-        return; // the key press has already opened it
+    if (event->reason() == QContextMenuEvent::Mouse) {
+        Q_EMIT menuRequested(event->globalPos());
+        return;
+    }
     m_menuByContext = true;
     askForMenuByKey();
 }
 
 bool CalendarGrid::event(QEvent *event) {
-    // Escape only ends the drag, without its effect on the window.
-    if (event->type() == QEvent::ShortcutOverride && isDragging() &&
-        static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape) {
-        event->accept();
-        return true;
-    }
     if (event->type() == QEvent::WindowDeactivate)
         abandon();
     return QWidget::event(event);
@@ -554,8 +492,8 @@ void CalendarGrid::changeEvent(QEvent *event) {
 void CalendarGrid::focusInEvent(QFocusEvent *event) {
     QWidget::focusInEvent(event);
     const bool byTab = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
-    if (byTab && !m_place && m_contents->first.isValid())
-        walk(WalkStep::Down);
+    if (byTab && !m_scene->place && m_scene->first.isValid())
+        setPlace(arrivedAt(m_scene->layout, firstPlace()), true);
 }
 
 void CalendarGrid::hideEvent(QHideEvent *event) {

@@ -2,24 +2,16 @@
 // every gesture ends with a signal, and its result becomes visible with the next show().
 #pragma once
 
-#include "standin/mailhost/store/Appointment.h"
-
 #include "standin/mailhost/windows/grid/GridDrag.h"
-#include "standin/mailhost/windows/grid/GridNavigator.h"
+#include "standin/mailhost/windows/grid/GridScene.h"
 
 #include <QBasicTimer>
 #include <QPointer>
 #include <QWidget>
 #include <array>
 #include <functional>
-#include <memory>
-#include <optional>
 
 class QScrollArea;
-
-namespace rt {
-class Object;
-}
 
 namespace mailhost {
 
@@ -29,8 +21,6 @@ class EventTileView;
 class GridHeader;
 class GridSurface;
 class TileRename;
-struct GridContents;
-struct GridStyle;
 
 class CalendarGrid : public QWidget {
     Q_OBJECT
@@ -40,8 +30,6 @@ public:
     explicit CalendarGrid(QWidget *parent = nullptr);
     ~CalendarGrid() override;
 
-    // The controller that tiles get; held weakly, may be nullptr.
-    void setController(rt::Object *controller);
     // Sets the clock of the current-time line; the default is the desktop's clock.
     void setClock(std::function<QDateTime()> now);
 
@@ -49,8 +37,7 @@ public:
     // Keeps the selection if the appointment (or the same day of a series) is still shown. Keeps the scroll
     // position; the first call scrolls to the working hours.
     void show(const QList<Occurrence> &occurrences, const QDate &first, Extent extent, const QDate &today);
-    [[nodiscard]] QDate firstDay() const;
-    [[nodiscard]] Extent extent() const;
+    [[nodiscard]] QDate firstDay() const { return m_scene->first; }
 
     [[nodiscard]] std::optional<Occurrence> selected() const;
     // Selects the first shown tile of that appointment (and of that day of the series, if given). Returns
@@ -62,7 +49,6 @@ public:
     // The tile of the selected appointment (the first one if it has several), or nullptr. It has the keyboard
     // focus if the grid has it.
     [[nodiscard]] EventTileView *selectedTile() const;
-    [[nodiscard]] QList<EventTileView *> tiles() const; // in reading order
 
     // Opens the in-place editor of the selected tile's subject. Does nothing without a selection.
     void beginRename();
@@ -92,6 +78,7 @@ protected:
     void focusInEvent(QFocusEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void timerEvent(QTimerEvent *event) override;
 
@@ -102,44 +89,38 @@ private:
     void takeStyle();
     void arrange();
     void moveLine(); // of the current time
-    [[nodiscard]] std::optional<GridPosition> placeAfterChange(const std::optional<Occurrence> &before,
-                                                               const QDate &formerFirst) const;
-    [[nodiscard]] int indexOf(const Occurrence &occurrence) const; // -1: not shown
+    [[nodiscard]] std::optional<GridPlace> placeAfterChange(const std::optional<Occurrence> &before,
+                                                            const QDate &formerFirst) const;
     void keepRename(const std::optional<Occurrence> &before);
     void placeRename();
     void finishRename(const QString &subject);
-    void setPlace(const std::optional<GridPosition> &place, bool reveal);
+    void setPlace(const std::optional<GridPlace> &place, bool reveal);
     void showPlace();
     void setFocusTile(EventTileView *tile);
     void reveal();
     [[nodiscard]] std::array<GridSurface *, 2> surfaces() const;
-    [[nodiscard]] GridSurface *surfaceOf(int occurrence) const;
-    [[nodiscard]] std::optional<GridPosition> placeOf(int occurrence) const;
-    [[nodiscard]] QDateTime momentOf(const GridPosition &place) const;
-    [[nodiscard]] GridPosition firstPlace() const;
-    void pointAt(GridSurface *surface, EventTileView *tile, const ClockPlace &place);
+    [[nodiscard]] GridPlace placeOf(const GridPiece &piece) const;
+    // The first shown piece of the appointment, or of that day of its series.
+    [[nodiscard]] std::optional<GridPlace> find(const QString &uid, const QString &instanceId) const;
+    [[nodiscard]] GridPlace firstPlace() const;
+    void pointAt(int occurrence, bool allDay, const ClockPlace &place);
     void finishDrag(const Occurrence &occurrence, Grip grip, const TimeSpan &span);
-    void walk(WalkStep step);
-    void turnPage(const GridPosition &from, int days);
+    void walk(int key);
+    void turnPage(const GridPlace &from, int days);
     void scrollPage(int direction);
-    void activate(); // Return
+    void activate(); // Return, a double click
     void askForMenuByKey();
 
-    std::shared_ptr<const GridStyle> m_style;
-    std::shared_ptr<const GridContents> m_contents;
+    std::shared_ptr<GridScene> m_scene;
     GridHeader *m_header;
-    QWidget *m_rule; // below the all-day row
     QScrollArea *m_allDayArea;
     AllDayRow *m_allDay;
     QScrollArea *m_scroll;
     DayColumns *m_columns;
     QPointer<TileRename> m_rename;
-    GridNavigator m_walk;
-    std::optional<GridPosition> m_place;
-    std::optional<ClockPlace> m_arrival; // the cursor's place on the next page
-    bool m_arrivesAllDay = false;
-    bool m_scrolled = false;      // was scrolled to the working hours
-    bool m_menuByContext = false; // the menu for the following key event is already open
+    std::optional<GridPlace> m_arrival; // on the next page; its day is counted from this page
+    bool m_scrolled = false;            // was scrolled to the working hours
+    bool m_menuByContext = false;       // the menu for the following key event is already open
     std::function<QDateTime()> m_now;
     QBasicTimer m_minute;
 };

@@ -1,29 +1,72 @@
 #include "standin/mailhost/windows/grid/EventTileView.h"
 
 #include "standin/mailhost/model/Bind.h"
+#include "standin/mailhost/windows/LineDrawing.h"
 
 #include <QAccessibleWidget>
 #include <QPainter>
+#include <QTextOption>
 
 namespace mailhost {
 
 namespace {
 
 constexpr qreal radius = 4;
-constexpr qreal stripWidth = 4;
+constexpr int stripWidth = 4;
 constexpr double softLight = 0.17; // share of the accent in a tile's ground
 constexpr double softDark = 0.34;
 constexpr double hoverMore = 0.09;
 constexpr double dimmedOpacity = 0.38;
 constexpr double ghostOpacity = 0.92;
+constexpr int padding = 3; // around the texts
+constexpr int markSize = 11;
+constexpr int markGap = 3;
+constexpr int leastText = 34; // a narrower text has no marks beside it
+constexpr int between = 8;    // texts on one line
 
 // Rounded at the appointment's ends; where the tile is cut off, the rounding is outside of it.
-QRectF outline(QRectF rect, const TileEnds &ends) {
-    if (!ends.start)
-        ends.allDay ? rect.setLeft(-radius) : rect.setTop(-radius);
-    if (!ends.end)
-        ends.allDay ? rect.setRight(rect.right() + radius) : rect.setBottom(rect.bottom() + radius);
+QRectF outline(QRectF rect, const GridPiece &piece) {
+    if (!piece.startsHere)
+        piece.allDay ? rect.setLeft(-radius) : rect.setTop(-radius);
+    if (!piece.endsHere)
+        piece.allDay ? rect.setRight(rect.right() + radius) : rect.setBottom(rect.bottom() + radius);
     return rect;
+}
+
+QString subjectOf(const Occurrence &occurrence) {
+    const QString subject = occurrence.summary.simplified();
+    return subject.isEmpty() ? QObject::tr("Untitled") : subject;
+}
+
+bool repeats(const Occurrence &occurrence) {
+    return occurrence.isOccurrence || occurrence.isException;
+}
+
+QString spokenTimes(const Occurrence &occurrence) {
+    const QDateTime start = occurrence.start.toLocalTime();
+    const QDateTime end = occurrence.end.toLocalTime();
+    const auto clock = [](const QDateTime &time) {
+        return QLocale().toString(time.time(), QLocale::ShortFormat);
+    };
+    if (occurrence.allDay) {
+        const QDate last = std::max(start.date(), end.date().addDays(-1));
+        return last == start.date()
+                   ? QObject::tr("%1, all day").arg(spokenDay(last))
+                   : QObject::tr("%1 to %2, all day").arg(spokenDay(start.date()), spokenDay(last));
+    }
+    const QString to = end.date() == start.date() ? clock(end) : spokenDay(end.date()) + u' ' + clock(end);
+    return QObject::tr("%1, %2 to %3").arg(spokenDay(start.date()), clock(start), to);
+}
+
+// "Subject, Tuesday 24 November, 10:00 to 10:30, location, repeats, online meeting".
+QString spokenName(const Occurrence &occurrence) {
+    QStringList parts{subjectOf(occurrence), spokenTimes(occurrence), occurrence.location.simplified()};
+    if (repeats(occurrence))
+        parts.append(QObject::tr("repeats"));
+    if (occurrence.hasMeetingRecord)
+        parts.append(QObject::tr("online meeting"));
+    parts.removeAll(QString());
+    return parts.join(u", "_s);
 }
 
 // An item of a list, which can be selected and pressed. Everything else is Qt's own.
@@ -57,45 +100,39 @@ QAccessibleInterface *makeAccessible(const QString &, QObject *object) {
 
 } // namespace
 
-EventTileView::EventTileView(QWidget *surface)
+QString spokenDay(const QDate &date) {
+    return QLocale().toString(date, u"dddd d MMMM"_s);
+}
+
+EventTileView::EventTileView(QWidget *surface, std::shared_ptr<const GridScene> scene)
     : QWidget(surface)
-    , rt::Object(rt::classNamed(u"CCEventTileView"_s)) {
+    , rt::Object(rt::classNamed(u"CCEventTileView"_s))
+    , m_scene(std::move(scene)) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_NoSystemBackground);
     setFocusPolicy(Qt::ClickFocus);
 }
 
-EventTileView *EventTileView::make(QWidget *surface, const QRectF &frame, rt::Object *controller,
-                                   const QColor &fill, bool ghost) {
-    auto *tile = new EventTileView(surface);
-    rt::send(tile, "initWithFrame:andController:andFillColor:isGhost:", frame, rt::fromObject(controller),
-             rt::Value::fromValue(fill), ghost);
+EventTileView *EventTileView::make(QWidget *surface, std::shared_ptr<const GridScene> scene, bool ghost) {
+    auto *tile = new EventTileView(surface, std::move(scene));
+    rt::send(tile, "initWithFrame:andController:andFillColor:isGhost:", QRectF(), rt::Value(),
+             rt::Value::fromValue(tile->m_scene->style.accent), ghost);
     return tile;
 }
 
-rt::Object *EventTileView::initWithFrame(const QRectF &frame, rt::Object *, const rt::Value &fillColor,
-                                         bool isGhost) {
+rt::Object *EventTileView::initWithFrame(const QRectF &frame, rt::Object *, const rt::Value &, bool isGhost) {
     setGeometry(frame.toAlignedRect());
-    m_fill = fillColor.value<QColor>();
     m_ghost = isGhost;
     return this;
 }
 
-void EventTileView::setStyle(std::shared_ptr<const GridStyle> style) {
-    if (m_style == style)
-        return;
-    m_style = std::move(style);
-    m_fill = m_style->accent;
-    m_texts.reset();
-    update();
-}
-
-void EventTileView::setOccurrence(const Occurrence &occurrence, const TileEnds &ends) {
+void EventTileView::show(const Occurrence &occurrence, const GridPiece &piece, const QRect &frame) {
     m_occurrence = occurrence;
-    m_ends = ends;
+    m_piece = piece;
     if (const QString name = spokenName(occurrence); name != accessibleName())
         setAccessibleName(name);
-    m_texts.reset();
+    setGeometry(frame);
+    QWidget::show();
     update();
 }
 
@@ -106,51 +143,124 @@ void EventTileView::setState(const TileState &state) {
     update();
 }
 
-const TileTexts &EventTileView::texts() const {
-    if (!m_texts)
-        m_texts.emplace(m_occurrence, m_ends, size(), *m_style, m_ghost);
-    return *m_texts;
-}
-
 void EventTileView::focusInEvent(QFocusEvent *event) {
     QWidget::focusInEvent(event);
     Q_EMIT focused();
 }
 
 void EventTileView::drawBody(QPainter &painter) const {
-    const bool full = isFull();
-    const double share = (m_style->dark ? softDark : softLight) + (m_state.hovered ? hoverMore : 0);
-    const QColor fill = full ? m_fill : GridStyle::mixed(m_fill, m_style->base, share);
-    const QRectF shape = outline(rect(), m_ends);
+    const GridStyle &style = m_scene->style;
+    const double share = (style.dark ? softDark : softLight) + (m_state.hovered ? hoverMore : 0);
+    const QRectF shape = outline(rect(), m_piece);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(fill);
+    painter.setBrush(isFull() ? style.accent : GridStyle::mixed(style.accent, style.base, share));
     painter.drawRoundedRect(shape, radius, radius);
-    if (!full && (m_ends.start || !m_ends.allDay)) {
-        painter.save();
+    if (!isFull() && (m_piece.startsHere || !m_piece.allDay)) {
         painter.setClipRect(QRectF(0, 0, stripWidth, height()));
-        painter.setBrush(m_fill);
+        painter.setBrush(style.accent);
         painter.drawRoundedRect(shape, radius, radius);
-        painter.restore();
+        painter.setClipping(false);
     }
-    if (hasFocus() && full) {
+    if (hasFocus() && isFull()) {
         painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(m_style->accentText, 1));
+        painter.setPen(QPen(style.accentText, 1));
         painter.drawRoundedRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), radius - 1, radius - 1);
     }
 }
 
+// Start and end if they fit, else the start alone, else nothing, because a shortened time would be wrong.
+QString EventTileView::timesWithin(int width) const {
+    const GridStyle &style = m_scene->style;
+    const QFontMetrics metrics(style.detail);
+    if (m_piece.allDay)
+        return {};
+    for (const QString &times : {style.times(m_occurrence.start, m_occurrence.end),
+                                 style.time(m_occurrence.start.toLocalTime().time())})
+        if (metrics.horizontalAdvance(times) <= width)
+            return times;
+    return {};
+}
+
+// Draws the marks at the right of that area; returns the rest, in which there is room for a text.
+QRect EventTileView::drawMarks(QPainter &painter, QRect area, const QColor &colour) const {
+    const std::pair<QString, bool> marks[]{{u"online"_s, m_occurrence.hasMeetingRecord},
+                                           {u"repeats"_s, repeats(m_occurrence)}};
+    for (const auto &[name, isSet] : marks) {
+        if (!isSet || area.width() - markSize - markGap < leastText)
+            continue;
+        const int top = area.top() + (m_scene->style.lineHeight - markSize) / 2;
+        const QRect mark(area.right() + 1 - markSize, top, markSize, markSize);
+        paintLineDrawing(painter, name, mark, colour);
+        area.setRight(mark.left() - markGap - 1);
+    }
+    return area;
+}
+
+void EventTileView::drawTexts(QPainter &painter) const {
+    const GridStyle &style = m_scene->style;
+    const QColor strong = isFull() ? style.accentText : style.text;
+    const QColor faint = GridStyle::mixed(strong, style.accent, isFull() ? 0.9 : style.dark ? 0.78 : 0.72);
+    const int lines = m_piece.allDay ? 1 : std::max(1, (height() - 1) / style.lineHeight);
+    const int top = (height() - lines * style.lineHeight) / 2;
+    const QRect area = drawMarks(painter,
+                                 {stripWidth + padding, lines == 1 ? top : std::min(top, padding),
+                                  width() - stripWidth - 2 * padding, lines * style.lineHeight},
+                                 faint);
+    QString head = subjectOf(m_occurrence);
+    QStringList details{m_occurrence.location.simplified(), timesWithin(area.width())};
+    if (m_ghost && !details.last().isEmpty()) // says where it goes
+        details = {std::exchange(head, details.last())};
+    details.removeAll(QString());
+    painter.setFont(style.subject);
+    painter.setPen(strong);
+    if (lines == 1)
+        drawOnOneLine(painter, area, head, details, faint);
+    else
+        drawBelowEachOther(painter, area, head, details.mid(0, lines - 1), faint);
+}
+
+void EventTileView::drawOnOneLine(QPainter &painter, QRect area, const QString &head,
+                                  const QStringList &details, const QColor &faint) const {
+    const QString shown = painter.fontMetrics().elidedText(head, Qt::ElideRight, area.width());
+    painter.drawText(area, Qt::AlignVCenter, shown);
+    area.setLeft(area.left() + painter.fontMetrics().horizontalAdvance(shown) + between);
+    painter.setFont(m_scene->style.detail);
+    painter.setPen(faint);
+    for (const QString &detail : details) {
+        const int width = painter.fontMetrics().horizontalAdvance(detail);
+        if (width > area.width())
+            return;
+        painter.drawText(area, Qt::AlignVCenter, detail);
+        area.setLeft(area.left() + width + between);
+    }
+}
+
+// The subject takes the lines that the others leave.
+void EventTileView::drawBelowEachOther(QPainter &painter, QRect area, const QString &head,
+                                       const QStringList &details, const QColor &faint) const {
+    const int lineHeight = m_scene->style.lineHeight;
+    QTextOption wrapped;
+    wrapped.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    const int lines = area.height() / lineHeight - int(details.size());
+    const QRectF room(area.topLeft(), QSizeF(area.width(), lines * lineHeight));
+    const QString shown = painter.fontMetrics().elidedText(head, Qt::ElideRight, area.width() * lines);
+    painter.drawText(room, shown, wrapped);
+    area.translate(0, int(std::min(room.height(), painter.boundingRect(room, shown, wrapped).height())));
+    painter.setFont(m_scene->style.detail);
+    painter.setPen(faint);
+    for (const QString &detail : details) {
+        painter.drawText(area, Qt::AlignTop,
+                         painter.fontMetrics().elidedText(detail, Qt::ElideRight, area.width()));
+        area.translate(0, lineHeight);
+    }
+}
+
 void EventTileView::paintEvent(QPaintEvent *) {
-    if (!m_style)
-        return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(m_state.dimmed ? dimmedOpacity : m_ghost ? ghostOpacity : 1.0);
     drawBody(painter);
-    const bool full = isFull();
-    const QColor text = full ? m_style->accentText : m_style->text;
-    const QColor faint = full ? GridStyle::mixed(m_style->accentText, m_fill, 0.9)
-                              : GridStyle::mixed(m_style->text, m_fill, m_style->dark ? 0.78 : 0.72);
-    texts().draw(painter, *m_style, text, faint);
+    drawTexts(painter);
 }
 
 void defineTileClass() {

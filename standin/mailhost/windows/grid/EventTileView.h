@@ -3,12 +3,9 @@
 #pragma once
 
 #include "platform/runtime/Runtime.h"
-#include "standin/mailhost/store/Appointment.h"
-#include "standin/mailhost/windows/grid/GridStyle.h"
-#include "standin/mailhost/windows/grid/TileTexts.h"
+#include "standin/mailhost/windows/grid/GridScene.h"
 
 #include <QWidget>
-#include <memory>
 
 namespace mailhost {
 
@@ -23,22 +20,17 @@ struct TileState {
 class EventTileView : public QWidget, public rt::Object {
     Q_OBJECT
 public:
-    // Makes a tile on that surface, initialised through the object runtime. The frame is in the surface's
-    // coordinates; the controller may be nullptr.
-    static EventTileView *make(QWidget *surface, const QRectF &frame, rt::Object *controller,
-                               const QColor &fill, bool ghost);
+    // Makes a tile on that surface, initialised through the object runtime.
+    static EventTileView *make(QWidget *surface, std::shared_ptr<const GridScene> scene, bool ghost);
     [[nodiscard]] rt::Object *initWithFrame(const QRectF &frame, rt::Object *controller,
                                             const rt::Value &fillColor, bool isGhost);
 
-    void setStyle(std::shared_ptr<const GridStyle> style);
-    void setOccurrence(const Occurrence &occurrence, const TileEnds &ends);
+    void show(const Occurrence &occurrence, const GridPiece &piece, const QRect &frame);
     void setState(const TileState &state);
     [[nodiscard]] const Occurrence &occurrence() const { return m_occurrence; }
-    [[nodiscard]] const TileEnds &ends() const { return m_ends; }
+    [[nodiscard]] const GridPiece &piece() const { return m_piece; }
     [[nodiscard]] const TileState &state() const { return m_state; }
     [[nodiscard]] bool isGhost() const { return m_ghost; }
-    // Whether some of its texts are shortened or left out.
-    [[nodiscard]] bool isShortened() const { return m_style && texts().isShortened(); }
 
 Q_SIGNALS:
     void focused();
@@ -47,23 +39,28 @@ Q_SIGNALS:
 protected:
     void focusInEvent(QFocusEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
-    void resizeEvent(QResizeEvent *) override { m_texts.reset(); }
 
 private:
-    explicit EventTileView(QWidget *surface);
-    [[nodiscard]] const TileTexts &texts() const;
+    EventTileView(QWidget *surface, std::shared_ptr<const GridScene> scene);
     // Drawn in the full colour.
     [[nodiscard]] bool isFull() const { return m_ghost || (m_state.selected && !m_state.dimmed); }
     void drawBody(QPainter &painter) const;
+    QRect drawMarks(QPainter &painter, QRect area, const QColor &colour) const;
+    void drawTexts(QPainter &painter) const;
+    void drawOnOneLine(QPainter &painter, QRect area, const QString &head, const QStringList &details,
+                       const QColor &faint) const;
+    void drawBelowEachOther(QPainter &painter, QRect area, const QString &head, const QStringList &details,
+                            const QColor &faint) const;
+    [[nodiscard]] QString timesWithin(int width) const;
 
+    std::shared_ptr<const GridScene> m_scene;
     Occurrence m_occurrence;
-    TileEnds m_ends;
+    GridPiece m_piece;
     TileState m_state;
-    std::shared_ptr<const GridStyle> m_style;
-    QColor m_fill;
     bool m_ghost = false;
-    mutable std::optional<TileTexts> m_texts; // made at the first drawing in a size
 };
+
+[[nodiscard]] QString spokenDay(const QDate &date);
 
 void defineTileClass();
 

@@ -1,7 +1,8 @@
 #include "standin/mailhost/windows/grid/GridHeader.h"
 
+#include "platform/Literals.h"
+
 #include <QFontMetrics>
-#include <QLocale>
 #include <QPainter>
 #include <algorithm>
 
@@ -15,73 +16,64 @@ constexpr double dateScale = 1.35;
 
 } // namespace
 
-GridHeader::GridHeader(QWidget *parent)
-    : QWidget(parent) {
+GridHeader::GridHeader(std::shared_ptr<const GridScene> scene)
+    : m_scene(std::move(scene)) {
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
-void GridHeader::show(const QDate &first, const QDate &today, const DayEdges &edges,
-                      std::shared_ptr<const GridStyle> style) {
-    m_first = first;
-    m_today = today;
-    m_edges = edges;
-    m_style = std::move(style);
-    m_dateFont = m_style->subject;
-    if (m_dateFont.pointSizeF() > 0)
-        m_dateFont.setPointSizeF(m_dateFont.pointSizeF() * dateScale);
-    setFixedHeight(QFontMetrics(m_dateFont).height() + 2 * padding + 2);
-    chooseNames();
-    update();
+QFont GridHeader::dateFont() const {
+    QFont font = m_scene->style.subject;
+    if (font.pointSizeF() > 0)
+        font.setPointSizeF(font.pointSizeF() * dateScale);
+    return font;
 }
 
-// Uses the short names for all days if one long name does not fit.
-void GridHeader::chooseNames() {
-    const QFontMetrics words(m_style->subject); // today's is bold
-    const int date = QFontMetrics(m_dateFont).horizontalAdvance(u"00"_s) + 10;
-    const int room = m_edges.left(1) - m_edges.left(0) - date - between - 2 * padding;
-    m_names = QLocale::LongFormat;
-    for (int day = Qt::Monday; day <= Qt::Sunday; ++day)
-        if (words.horizontalAdvance(QLocale().standaloneDayName(day, QLocale::LongFormat)) > room)
-            m_names = QLocale::ShortFormat;
+void GridHeader::showScene() {
+    setFixedHeight(QFontMetrics(dateFont()).height() + 2 * padding + 1);
+    update();
 }
 
 void GridHeader::paintEvent(QPaintEvent *) {
     QPainter painter(this);
-    painter.fillRect(rect(), m_style->base);
+    painter.fillRect(rect(), m_scene->style.base);
     painter.setRenderHint(QPainter::Antialiasing);
-    for (int day = 0; m_first.isValid() && day < m_edges.days; ++day) {
-        const int left = m_edges.left(day);
-        paintDay(painter, QRect(left, 0, m_edges.left(day + 1) - left, height()), m_first.addDays(day));
-    }
-    painter.fillRect(0, height() - 1, width(), 1, m_style->hourLine);
+    for (int day = 0; m_scene->first.isValid() && day < m_scene->days; ++day)
+        paintDay(painter, day);
 }
 
-void GridHeader::paintDay(QPainter &painter, const QRect &column, const QDate &date) const {
+// Uses the short names for all days if one long name does not fit.
+QString GridHeader::nameOf(const QDate &date, int room) const {
     const QLocale locale;
-    const bool today = date == m_today;
-    const bool alone = m_edges.days == 1;
-    const QString number = QString::number(date.day());
-    const QFontMetrics numbers(m_dateFont);
-    const QFontMetrics words(m_style->detail);
-    const int pill = std::max(numbers.horizontalAdvance(number) + 10, numbers.height() + 2);
-    const int room = column.width() - pill - between - 2 * padding;
-    const QString full = alone ? locale.toString(date, u"dddd, MMMM yyyy"_s)
-                               : locale.standaloneDayName(date.dayOfWeek(), m_names);
-    const QString name = words.elidedText(full, Qt::ElideRight, std::max(0, room));
-    const QRectF mark(column.left() + padding, (column.height() - numbers.height() - 2) / 2, pill,
-                      numbers.height() + 2);
+    if (m_scene->days == 1)
+        return locale.toString(date, u"dddd, MMMM yyyy"_s);
+    const QFontMetrics words(m_scene->style.subject); // today's is bold
+    QLocale::FormatType names = QLocale::LongFormat;
+    for (int day = Qt::Monday; day <= Qt::Sunday; ++day)
+        if (words.horizontalAdvance(locale.standaloneDayName(day)) > room)
+            names = QLocale::ShortFormat;
+    return locale.standaloneDayName(date.dayOfWeek(), names);
+}
+
+void GridHeader::paintDay(QPainter &painter, int day) const {
+    const GridStyle &style = m_scene->style;
+    const QDate date = m_scene->first.addDays(day);
+    const bool today = date == m_scene->today;
+    painter.setFont(dateFont());
+    const QFontMetrics numbers = painter.fontMetrics();
+    const int pillHeight = numbers.height() + 2;
+    const QRectF pill(m_scene->left(day) + padding, (height() - pillHeight) / 2.0,
+                      std::max(numbers.horizontalAdvance(u"00"_s) + 10, pillHeight), pillHeight);
     if (today) {
         painter.setPen(Qt::NoPen);
-        painter.setBrush(m_style->accent);
-        painter.drawRoundedRect(mark, mark.height() / 2, mark.height() / 2);
+        painter.setBrush(style.accent);
+        painter.drawRoundedRect(pill, pillHeight / 2.0, pillHeight / 2.0);
     }
-    painter.setFont(m_dateFont);
-    painter.setPen(today ? m_style->accentText : m_style->text);
-    painter.drawText(mark, Qt::AlignCenter, number);
-    painter.setFont(today ? m_style->subject : m_style->detail);
-    painter.setPen(today ? m_style->text : m_style->faint);
-    painter.drawText(QRectF(mark.right() + between, 0, column.width(), column.height() - 1),
-                     Qt::AlignLeft | Qt::AlignVCenter, name);
+    painter.setPen(today ? style.accentText : style.text);
+    painter.drawText(pill, Qt::AlignCenter, QString::number(date.day()));
+    const QRectF room(QPointF(pill.right() + between, 0), QPointF(m_scene->left(day + 1), height()));
+    painter.setFont(today ? style.subject : style.detail);
+    painter.setPen(today ? style.text : style.faint);
+    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter, nameOf(date, int(room.width())));
 }
 
 } // namespace mailhost

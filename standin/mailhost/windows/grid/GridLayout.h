@@ -8,6 +8,8 @@ namespace mailhost {
 
 inline constexpr int minutesPerHour = 60;
 inline constexpr int minutesPerDay = 24 * minutesPerHour;
+inline constexpr int firstWorkingMinute = 8 * minutesPerHour;
+inline constexpr int lastWorkingMinute = 18 * minutesPerHour; // up to it
 // In minutes: the smallest length of an appointment on the scale, and the step of drags.
 inline constexpr int quarterHour = 15;
 
@@ -22,41 +24,29 @@ struct ClockPlace {
 [[nodiscard]] QDateTime momentAt(const ClockPlace &place);
 [[nodiscard]] ClockPlace clockPlaceOf(const QDateTime &moment);
 
-// The part of a timed appointment in one day.
-struct TimedPiece {
+// The part of a timed appointment in one day, or the shown part of an all-day appointment.
+struct GridPiece {
     int occurrence = 0; // index in the given list
-    int day = 0;
+    bool allDay = false;
+    int firstDay = 0;
+    int lastDay = 0;
     int begin = 0;
-    int end = 0; // at least a quarter of an hour after the beginning, or the day's end
+    int end = minutesPerDay; // at least a quarter of an hour after the beginning, or the day's end
     bool startsHere = true;
     bool endsHere = true;
     // The place beside overlapping pieces: its first column, its number of columns, and the number of columns
-    // of the whole group of overlapping pieces.
+    // of the whole group of overlapping pieces. Of an all-day appointment the column is its line.
     int column = 0;
     int span = 1;
     int columns = 1;
 };
 
-// The shown part of an all-day appointment.
-struct DayBar {
-    int occurrence = 0;
-    int firstDay = 0;
-    int lastDay = 0;
-    bool startsHere = true;
-    bool endsHere = true;
-    int line = 0;
-};
-
 struct GridLayout {
-    QList<TimedPiece> pieces; // by day, then by begin
-    QList<DayBar> bars;       // by first day, the longer ones first
-    int lines = 0;            // of the all-day row
+    QList<GridPiece> pieces; // in reading order: by first day, all-day ones first, then by begin
+    int lines = 0;           // of the all-day row
 };
 
-// Lays out the parts of the occurrences within `days` days from `first` on. Takes n log n time.
+// Lays out the parts of the occurrences within `days` days from `first` on.
 [[nodiscard]] GridLayout layOut(const QList<Occurrence> &occurrences, const QDate &first, int days);
-
-// Places the pieces of one day, sorted by begin, side by side.
-void packColumns(TimedPiece *first, TimedPiece *behind);
 
 } // namespace mailhost

@@ -65,15 +65,10 @@ GridStyle::GridStyle(const QWidget *widget)
     m_timeFormat = withoutSeconds(m_locale.timeFormat(QLocale::ShortFormat));
     const bool twelve = m_timeFormat.contains(u'a', Qt::CaseInsensitive);
     m_hourFormat = twelve ? u"h AP"_s : m_timeFormat;
-    for (const int hour : {10, 20, 22}) { // of two digits on every clock
-        const QDateTime wide(QDate(2000, 1, 1), QTime(hour, 58));
-        timeWidth = std::max(timeWidth, metrics.horizontalAdvance(time(wide.time())));
-        timesWidth = std::max(timesWidth, metrics.horizontalAdvance(times(wide, wide)));
-    }
-    int widest = 0;
+    gutter = metrics.horizontalAdvance(QObject::tr("all day"));
     for (int hour = 0; hour < 24; ++hour)
-        widest = std::max(widest, metrics.horizontalAdvance(hourLabel(hour)));
-    gutter = std::max(widest, metrics.horizontalAdvance(QObject::tr("all day"))) + 2 * gutterPadding;
+        gutter = std::max(gutter, metrics.horizontalAdvance(hourLabel(hour)));
+    gutter += 2 * gutterPadding;
 }
 
 void GridStyle::takeColours(const QPalette &palette) {

@@ -35,12 +35,7 @@ struct GridStyle {
     int lineHeight = 0; // of the tile's texts
     int hourHeight = 0; // a tile of a quarter of an hour holds a line of text
     int gutter = 0;     // width of the hour labels at the left
-    int timeWidth = 0;  // of the widest time, and of the widest from - to
-    int timesWidth = 0;
-    int barHeight = 0; // one line of the all-day row
-
-    static constexpr int firstWorkingHour = 8;
-    static constexpr int lastWorkingHour = 18; // up to it
+    int barHeight = 0;  // one line of the all-day row
 
     // `share` of the first colour and the rest of the second.
     [[nodiscard]] static QColor mixed(const QColor &first, const QColor &second, double share);

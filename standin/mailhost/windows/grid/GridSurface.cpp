@@ -1,8 +1,8 @@
 #include "standin/mailhost/windows/grid/GridSurface.h"
 
 #include <QApplication>
-#include <QHelpEvent>
-#include <QToolTip>
+#include <QMouseEvent>
+#include <QTextDocument>
 #include <algorithm>
 
 namespace mailhost {
@@ -13,167 +13,118 @@ constexpr int widestGrip = 6; // at a tile's edge; a quarter of a small one
 constexpr int leastGrip = 2;
 constexpr int slotMinutes = 30; // the unit that a click on an empty place selects
 
-Grip gripAt(int position, int length, const TileEnds &ends) {
+Grip gripAt(int position, int length, const GridPiece &piece) {
     const int grip = std::clamp(length / 4, leastGrip, widestGrip);
-    if (ends.end && position >= length - grip)
+    if (piece.endsHere && position >= length - grip)
         return Grip::End;
-    return ends.start && position < grip ? Grip::Begin : Grip::Body;
+    return piece.startsHere && position < grip ? Grip::Begin : Grip::Body;
+}
+
+// Names the same piece before and after a change.
+QString keyOf(const Occurrence &occurrence, const GridPiece &piece) {
+    const int part = piece.startsHere ? 0 : piece.firstDay + 1;
+    return occurrence.uid + u'\n' + occurrence.instanceId + u'\n' + QString::number(part);
 }
 
 // The caller may still be running in the tile.
 void discard(EventTileView *tile) {
-    if (!tile)
-        return;
     tile->hide();
     tile->deleteLater();
 }
 
 } // namespace
 
-int DayEdges::dayAt(int x) const {
-    for (int day = 1; day < days; ++day)
-        if (x < left(day))
-            return day - 1;
-    return days - 1;
-}
-
-GridSurface::GridSurface(QWidget *parent)
-    : QWidget(parent)
-    , m_contents(std::make_shared<GridContents>()) {
+GridSurface::GridSurface(std::shared_ptr<const GridScene> scene, QWidget *grid)
+    : m_scene(std::move(scene)) {
     setMouseTracking(true);
-}
-
-void GridSurface::setStyle(std::shared_ptr<const GridStyle> style) {
-    m_style = std::move(style);
-    place();
-    update();
-}
-
-void GridSurface::setContents(std::shared_ptr<const GridContents> contents) {
-    m_contents = std::move(contents);
-    m_selected = -1;
-    m_cursor = {};
-    m_hovered.clear();
-    abandon();
-    place();
-    update();
-}
-
-void GridSurface::setEdges(const DayEdges &edges) {
-    if (m_edges == edges)
-        return;
-    m_edges = edges;
-    place();
-    update();
-}
-
-QString GridSurface::keyOf(const Occurrence &occurrence, int piece) {
-    return occurrence.uid + u'\n' + occurrence.instanceId + u'\n' + QString::number(piece);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setFocusPolicy(Qt::ClickFocus);
+    setFocusProxy(grid);
 }
 
 EventTileView *GridSurface::newTile(bool ghost) {
-    EventTileView *tile = EventTileView::make(this, QRectF(), m_controller.get(), m_style->accent, ghost);
-    connect(tile, &EventTileView::focused, this, [this, tile] { Q_EMIT reached(tile, false); });
-    connect(tile, &EventTileView::pressed, this, [this, tile] { Q_EMIT reached(tile, true); });
+    EventTileView *tile = EventTileView::make(this, m_scene, ghost);
+    connect(tile, &EventTileView::focused, this, [this, tile] { Q_EMIT reached(tile->piece().occurrence); });
+    connect(tile, &EventTileView::pressed, this, [this, tile] {
+        Q_EMIT reached(tile->piece().occurrence);
+        Q_EMIT activated();
+    });
     return tile;
 }
 
-void GridSurface::place() {
-    if (!m_style)
-        return;
-    QMultiHash<QString, Tile> former;
-    former.swap(m_tiles);
-    m_placed.clear();
-    for (const TilePlan &plan : plan(m_contents->layout, m_contents->occurrences, false)) {
-        Tile tile = former.take(plan.key);
-        if (!tile)
-            tile = newTile(false);
-        m_tiles.insert(plan.key, tile);
-        m_placed.append({tile, plan.occurrence});
-        tile->setStyle(m_style);
-        tile->setOccurrence(m_contents->occurrences[plan.occurrence], plan.ends);
-        tile->setGeometry(plan.frame);
-        tile->show();
+void GridSurface::showScene() {
+    QMultiHash<QString, EventTileView *> former;
+    for (EventTileView *tile : std::as_const(m_tiles))
+        former.insert(keyOf(tile->occurrence(), tile->piece()), tile);
+    m_tiles.clear();
+    for (const GridPiece &piece : m_scene->layout.pieces) {
+        if (piece.allDay != isAllDay())
+            continue;
+        const Occurrence &occurrence = m_scene->occurrences[piece.occurrence];
+        EventTileView *tile = former.take(keyOf(occurrence, piece));
+        m_tiles.append(tile ? tile : newTile(false));
+        m_tiles.last()->show(occurrence, piece, frameOf(piece));
     }
-    for (const Tile &left : std::as_const(former))
-        discard(left);
-    showStates();
-    placed();
+    for (EventTileView *tile : std::as_const(former))
+        discard(tile);
+    showPlace();
 }
 
-void GridSurface::showStates() {
-    for (const auto &[tile, occurrence] : std::as_const(m_placed))
-        if (tile)
-            tile->setState({occurrence == m_selected, tile == m_hovered, occurrence == m_dimmed});
+void GridSurface::showPlace() {
+    const int selected = m_scene->place ? m_scene->place->occurrence : -1;
+    const int dragged = isDragging() && m_hold->tile ? m_hold->tile->piece().occurrence : -1;
+    for (EventTileView *tile : std::as_const(m_tiles)) {
+        const int occurrence = tile->piece().occurrence;
+        tile->setState({occurrence == selected, tile == m_hovered, occurrence == dragged});
+    }
+    update(); // the cursor
+}
+
+int GridSurface::cursorDay() const {
+    const std::optional<GridPlace> &place = m_scene->place;
+    return place && place->occurrence < 0 && place->allDay == isAllDay() ? place->day : -1;
 }
 
 GridSurface::Hit GridSurface::hitAt(const QPoint &point) const {
-    for (const auto &[tile, occurrence] : m_placed) {
-        if (!tile || !tile->geometry().contains(point))
+    for (EventTileView *tile : m_tiles) {
+        if (!tile->geometry().contains(point))
             continue;
         const QPoint inside = point - tile->pos();
-        const bool across = tile->ends().allDay;
-        return {tile, across ? gripAt(inside.x(), tile->width(), tile->ends())
-                             : gripAt(inside.y(), tile->height(), tile->ends())};
+        return {tile, isAllDay() ? gripAt(inside.x(), tile->width(), tile->piece())
+                                 : gripAt(inside.y(), tile->height(), tile->piece())};
     }
     return {};
 }
 
-void GridSurface::setCursorPlace(const ClockPlace &place) {
-    if (m_cursor == place)
-        return;
-    m_cursor = place;
-    update();
-}
-
 QList<EventTileView *> GridSurface::tilesOf(int occurrence) const {
-    QList<EventTileView *> tiles;
-    for (const Placed &placed : m_placed)
-        if (placed.tile && placed.occurrence == occurrence)
-            tiles.append(placed.tile);
+    QList<EventTileView *> tiles = m_tiles;
+    tiles.removeIf(
+        [occurrence](const EventTileView *tile) { return tile->piece().occurrence != occurrence; });
     return tiles;
-}
-
-int GridSurface::occurrenceOf(const EventTileView *tile) const {
-    for (const Placed &placed : m_placed)
-        if (tile && placed.tile == tile)
-            return placed.occurrence;
-    return -1;
-}
-
-void GridSurface::setSelected(int occurrence) {
-    m_selected = occurrence;
-    showStates();
 }
 
 void GridSurface::setHovered(EventTileView *tile) {
     if (m_hovered == tile)
         return;
     m_hovered = tile;
-    showStates();
+    setToolTip(tile ? Qt::convertFromPlainText(tile->accessibleName()) : QString());
+    showPlace();
 }
 
 void GridSurface::showGhost(const Occurrence &dragged) {
     hideGhost();
-    const QList<Occurrence> one{dragged};
-    for (const TilePlan &plan : plan(layOut(one, m_contents->first, m_contents->days), one, true)) {
-        EventTileView *tile = newTile(true);
-        tile->setStyle(m_style);
-        tile->setOccurrence(dragged, plan.ends);
-        tile->setGeometry(plan.frame);
-        tile->show();
-        m_ghosts.append(tile);
+    for (GridPiece piece : layOut({dragged}, m_scene->first, m_scene->days).pieces) {
+        if (piece.allDay) // in the line of the bar that is being dragged
+            piece.column = m_hold->tile->piece().column;
+        m_ghosts.append(newTile(true));
+        m_ghosts.last()->show(dragged, piece, frameOf(piece));
     }
-    m_dimmed = occurrenceOf(m_hold->tile);
-    showStates();
 }
 
 void GridSurface::hideGhost() {
-    for (const Tile &ghost : std::as_const(m_ghosts))
+    for (EventTileView *ghost : std::as_const(m_ghosts))
         discard(ghost);
     m_ghosts.clear();
-    m_dimmed = -1;
-    showStates();
 }
 
 void GridSurface::abandon() {
@@ -181,6 +132,7 @@ void GridSurface::abandon() {
         return;
     m_hold.reset();
     hideGhost();
+    showPlace();
     setCursor(Qt::ArrowCursor);
 }
 
@@ -193,26 +145,18 @@ ClockPlace GridSurface::slotAt(const QPoint &point) const {
 void GridSurface::mousePressEvent(QMouseEvent *event) {
     const bool wasDragging = isDragging();
     abandon();
-    if (wasDragging) // another button ends the drag
-        return;
     const QPoint point = event->position().toPoint();
-    const QPoint global = event->globalPosition().toPoint();
-    const Qt::MouseButton button = event->button();
-    const QPointer<GridSurface> self(this);
-    // An open subject editor closes and may change everything that is shown.
-    Q_EMIT touched();
-    if (!self || (button != Qt::LeftButton && button != Qt::RightButton))
+    const bool left = event->button() == Qt::LeftButton;
+    if (wasDragging || (!left && event->button() != Qt::RightButton)) // another button ends the drag
         return;
     const Hit hit = hitAt(point);
-    if (button == Qt::LeftButton && hit.tile)
+    if (left && hit.tile)
         m_hold = Hold{hit.tile,
                       point,
-                      {hit.tile->occurrence(), hit.grip, placeAt(point), hit.tile->ends().start},
+                      {hit.tile->occurrence(), hit.grip, placeAt(point), hit.tile->piece().startsHere},
                       false,
                       {}};
-    Q_EMIT pointedAt(hit.tile, slotAt(point));
-    if (self && button == Qt::RightButton)
-        Q_EMIT menuAsked(global);
+    Q_EMIT pointedAt(hit.tile ? hit.tile->piece().occurrence : -1, slotAt(point));
 }
 
 void GridSurface::mouseMoveEvent(QMouseEvent *event) {
@@ -226,6 +170,7 @@ void GridSurface::mouseMoveEvent(QMouseEvent *event) {
     if (!m_hold->dragging && (point - m_hold->point).manhattanLength() >= QApplication::startDragDistance()) {
         m_hold->dragging = true;
         setHovered(nullptr);
+        showPlace();
         if (m_hold->start.grip == Grip::Body)
             setCursor(Qt::ClosedHandCursor);
     }
@@ -236,11 +181,7 @@ void GridSurface::mouseMoveEvent(QMouseEvent *event) {
 void GridSurface::hover(const QPoint &point) {
     const Hit hit = hitAt(point);
     setHovered(hit.tile);
-    const Qt::CursorShape shape = !hit.tile || hit.grip == Grip::Body ? Qt::ArrowCursor
-                                  : hit.tile->ends().allDay           ? Qt::SizeHorCursor
-                                                                      : Qt::SizeVerCursor;
-    if (cursor().shape() != shape)
-        setCursor(shape);
+    setCursor(hit.grip == Grip::Body ? Qt::ArrowCursor : isAllDay() ? Qt::SizeHorCursor : Qt::SizeVerCursor);
 }
 
 void GridSurface::follow(const QPoint &point) {
@@ -259,7 +200,7 @@ void GridSurface::mouseReleaseEvent(QMouseEvent *event) {
         return;
     const std::optional<Hold> hold = m_hold;
     abandon();
-    if (!hold || !hold->dragging || !hold->tile || !hold->span.start.isValid())
+    if (!hold || !hold->span.start.isValid())
         return;
     const Occurrence &occurrence = hold->start.occurrence;
     if (hold->span != TimeSpan{occurrence.start, occurrence.end})
@@ -270,34 +211,13 @@ void GridSurface::mouseDoubleClickEvent(QMouseEvent *event) {
     abandon();
     if (event->button() != Qt::LeftButton)
         return;
-    const Hit hit = hitAt(event->position().toPoint());
-    const ClockPlace place = slotAt(event->position().toPoint());
+    const QPoint point = event->position().toPoint();
+    const Hit hit = hitAt(point);
     const QPointer<GridSurface> self(this);
     // The first click may have hit another tile.
-    Q_EMIT pointedAt(hit.tile, place);
-    if (self && hit.tile)
-        Q_EMIT opened();
-    else if (self)
-        Q_EMIT newRequested(place);
-}
-
-bool GridSurface::event(QEvent *event) {
-    if (event->type() != QEvent::ToolTip)
-        return QWidget::event(event);
-    const auto *help = static_cast<QHelpEvent *>(event);
-    const EventTileView *tile = hitAt(help->pos()).tile;
-    if (!tile || !tile->isShortened()) {
-        QToolTip::hideText();
-        return true;
-    }
-    const Occurrence &occurrence = tile->occurrence();
-    QStringList lines{TileTexts::subjectOf(occurrence), occurrence.location.simplified()};
-    if (!occurrence.allDay)
-        lines.insert(1, m_style->times(occurrence.start, occurrence.end));
-    lines.removeAll(QString());
-    // Escaped, because tool tips may interpret rich text.
-    QToolTip::showText(help->globalPos(), lines.join(u'\n').toHtmlEscaped().replace(u'\n', u"<br>"_s), this);
-    return true;
+    Q_EMIT pointedAt(hit.tile ? hit.tile->piece().occurrence : -1, slotAt(point));
+    if (self)
+        Q_EMIT activated();
 }
 
 } // namespace mailhost

@@ -34,16 +34,6 @@ void TileRename::commit() {
     Q_EMIT committed(subject);
 }
 
-bool TileRename::event(QEvent *event) {
-    // Not the window's shortcuts, while it is open.
-    static const QSet<int> ends{Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape};
-    if (event->type() == QEvent::ShortcutOverride && ends.contains(static_cast<QKeyEvent *>(event)->key())) {
-        event->accept();
-        return true;
-    }
-    return QLineEdit::event(event);
-}
-
 void TileRename::keyPressEvent(QKeyEvent *event) {
     if (event->key() == Qt::Key_Escape)
         abandon();

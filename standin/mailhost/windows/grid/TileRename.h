@@ -15,13 +15,11 @@ public:
     // Ends the editor without a report.
     void abandon();
     void commit();
-    [[nodiscard]] bool isOver() const { return m_over; }
 
 Q_SIGNALS:
     void committed(const QString &subject);
 
 protected:
-    bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:

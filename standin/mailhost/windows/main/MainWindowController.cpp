@@ -50,7 +50,6 @@ MainWindowController::MainWindowController(std::function<QDate()> today)
 
 void MainWindowController::connectCalendar() {
     CalendarGrid *calendar = m_window->calendar();
-    calendar->setController(m_grid->controller());
     AppointmentCommands *commands = m_commands.get();
     connect(calendar, &CalendarGrid::selectionMoved, this, &MainWindowController::showState);
     connect(calendar, &CalendarGrid::opened, commands, &AppointmentCommands::openSelected);
