@@ -53,7 +53,6 @@ BodyEdit::BodyEdit(BookmarkMangling mangling, QWidget *parent)
     m_edit->setFrameShape(QFrame::NoFrame);
     m_edit->document()->setDocumentMargin(14);
     m_bar = new QWidget;
-    m_bar->setObjectName(u"bodyBar"_s);
     buildButtons();
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -68,20 +67,27 @@ BodyEdit::BodyEdit(BookmarkMangling mangling, QWidget *parent)
     setFocusProxy(m_edit);
 }
 
-QToolButton *BodyEdit::addButton(const QString &name, const QString &text, const QString &what,
-                                 const QKeySequence &keys) {
+// `inFont` shows on the button what it does.
+QToolButton *BodyEdit::addButton(const QString &text, const QString &what, const QKeySequence &keys,
+                                 void (QFont::*inFont)(bool), const std::function<void(bool on)> &operation) {
     auto *button = new QToolButton(m_bar);
-    button->setObjectName(name);
     button->setText(text);
     button->setCheckable(true);
     button->setAutoRaise(true);
     button->setAccessibleName(what);
-    button->setToolTip(keys.isEmpty() ? what
-                                      : what + u" ("_s + keys.toString(QKeySequence::NativeText) + u')');
+    button->setToolTip(what + u" ("_s + keys.toString(QKeySequence::NativeText) + u')');
     button->setShortcut(keys);
     button->setFocusPolicy(Qt::TabFocus);
     button->setFixedSize(28, 26);
+    QFont font; // the parent supplies its other properties
+    (font.*inFont)(true);
+    button->setFont(font);
     m_bar->layout()->addWidget(button);
+    connect(button, &QToolButton::clicked, this, [this, operation](bool on) {
+        operation(on);
+        m_edit->setFocus();
+        showStyle();
+    });
     return button;
 }
 
@@ -89,32 +95,15 @@ void BodyEdit::buildButtons() {
     auto *row = new QHBoxLayout(m_bar);
     row->setContentsMargins(12, 3, 12, 3);
     row->setSpacing(2);
-    m_bold = addButton(controls::boldButton, u"B"_s, tr("Bold"), QKeySequence::Bold);
-    m_italic = addButton(controls::italicButton, u"I"_s, tr("Italic"), QKeySequence::Italic);
-    m_underline = addButton(controls::underlineButton, u"U"_s, tr("Underline"), QKeySequence::Underline);
-    m_list = addButton(controls::listButton, u"•"_s, tr("List"), QKeySequence(tr("Ctrl+Shift+L")));
+    m_bold = addButton(u"B"_s, tr("Bold"), QKeySequence::Bold, &QFont::setBold,
+                       [this](bool on) { m_edit->setFontWeight(on ? QFont::Bold : QFont::Normal); });
+    m_italic = addButton(u"I"_s, tr("Italic"), QKeySequence::Italic, &QFont::setItalic,
+                         [this](bool on) { m_edit->setFontItalic(on); });
+    m_underline = addButton(u"U"_s, tr("Underline"), QKeySequence::Underline, &QFont::setUnderline,
+                            [this](bool on) { m_edit->setFontUnderline(on); });
+    m_list = addButton(u"•"_s, tr("List"), QKeySequence(tr("Ctrl+Shift+L")), &QFont::setBold,
+                       [this](bool) { toggleList(); });
     row->addStretch(1);
-    QFont bold, italic, underlined;
-    bold.setBold(true);
-    italic.setItalic(true);
-    underlined.setUnderline(true);
-    m_bold->setFont(bold); // the parent supplies the other properties of the font
-    m_italic->setFont(italic);
-    m_underline->setFont(underlined);
-    const auto connectStyle = [this](QToolButton *button, void (*set)(QTextCharFormat &, bool)) {
-        connect(button, &QToolButton::clicked, this, [this, set](bool on) {
-            QTextCharFormat format;
-            set(format, on);
-            m_edit->mergeCurrentCharFormat(format);
-            m_edit->setFocus();
-        });
-    };
-    connectStyle(m_bold, [](QTextCharFormat &format, bool on) {
-        format.setFontWeight(on ? QFont::Bold : QFont::Normal);
-    });
-    connectStyle(m_italic, [](QTextCharFormat &format, bool on) { format.setFontItalic(on); });
-    connectStyle(m_underline, [](QTextCharFormat &format, bool on) { format.setFontUnderline(on); });
-    connect(m_list, &QToolButton::clicked, this, &BodyEdit::toggleList);
 }
 
 void BodyEdit::toggleList() {
@@ -129,8 +118,6 @@ void BodyEdit::toggleList() {
         cursor.createList(QTextListFormat::ListDisc);
     }
     cursor.endEditBlock();
-    m_edit->setFocus();
-    showStyle();
 }
 
 void BodyEdit::showStyle() {
@@ -142,8 +129,7 @@ void BodyEdit::showStyle() {
 }
 
 void BodyEdit::showBodyHtml(const QString &html) {
-    m_text->setHtml(asHtmlDocument(mangled(html, m_mangling)));
-    m_edit->moveCursor(QTextCursor::Start);
+    load(mangled(html, m_mangling));
 }
 
 void BodyEdit::load(const QString &html) {

@@ -6,6 +6,7 @@
 #include "standin/mailhost/model/HostOptions.h"
 
 #include <QTextEdit>
+#include <functional>
 
 class QToolButton;
 
@@ -33,8 +34,8 @@ Q_SIGNALS:
     void edited();
 
 private:
-    QToolButton *addButton(const QString &name, const QString &text, const QString &what,
-                           const QKeySequence &keys);
+    QToolButton *addButton(const QString &text, const QString &what, const QKeySequence &keys,
+                           void (QFont::*inFont)(bool), const std::function<void(bool on)> &operation);
     void buildButtons();
     void toggleList();
     void showStyle();

@@ -49,16 +49,9 @@ void EditorForm::buildPeople() {
     addRow(m_subject, controls::subjectField, tr("S&ubject:"));
     addRow(m_location, controls::locationField, tr("&Location:"));
     for (QLineEdit *field : {m_subject, m_location, m_attendees, m_rooms})
-        connect(field, &QLineEdit::textChanged, this, [this] {
-            if (!m_showing)
-                Q_EMIT edited();
-        });
-    connect(m_from, &QComboBox::currentIndexChanged, this, [this] {
-        if (m_showing)
-            return;
-        Q_EMIT edited();
-        Q_EMIT fromChosen(m_from);
-    });
+        connect(field, &QLineEdit::textChanged, this, &EditorForm::edited);
+    connect(m_from, &QComboBox::currentIndexChanged, this, &EditorForm::edited);
+    connect(m_from, &QComboBox::currentIndexChanged, this, [this] { Q_EMIT fromChosen(m_from); });
 }
 
 void EditorForm::buildTimes() {
@@ -73,7 +66,7 @@ void EditorForm::buildTimes() {
     name(m_startDate, controls::startDateField, tr("Start date"));
     name(m_startTime, controls::startTimeField, tr("Start time"));
     name(m_endDate, controls::endDateField, tr("End date"));
-    name(m_endTime, controls::endTimeField, tr("End time"));
+    m_endTime->setAccessibleName(tr("End time"));
     name(m_allDay, controls::allDayBox, tr("All day"));
     name(m_zone, controls::timeZoneChooser, tr("Time zone"));
     m_header->addRow(labelFor(m_startDate, tr("S&tarts:")), {m_startDate, m_startTime, m_allDay}, true);
@@ -85,21 +78,17 @@ void EditorForm::buildTimes() {
     m_zoneRow = m_header->addRow(labelFor(m_zone, u"Time zone:"_s), {m_zone}, true);
     m_zoneRow->setObjectName(controls::timeZoneRow);
     m_zoneRow->hide();
-    const auto edit = [this] {
-        if (!m_showing)
-            Q_EMIT edited();
-    };
     connect(m_startDate, &QDateEdit::dateChanged, this, &EditorForm::startChanged);
     connect(m_startTime, &QTimeEdit::timeChanged, this, &EditorForm::startChanged);
-    connect(m_endDate, &QDateEdit::dateChanged, this, edit);
-    connect(m_endTime, &QTimeEdit::timeChanged, this, edit);
-    connect(m_zone, &QComboBox::currentIndexChanged, this, edit);
+    connect(m_endDate, &QDateEdit::dateChanged, this, &EditorForm::edited);
+    connect(m_endTime, &QTimeEdit::timeChanged, this, &EditorForm::edited);
+    connect(m_zone, &QComboBox::currentIndexChanged, this, &EditorForm::edited);
     connect(m_allDay, &QCheckBox::toggled, this, &EditorForm::enableTimes);
-    connect(m_allDay, &QCheckBox::toggled, this, edit);
+    connect(m_allDay, &QCheckBox::toggled, this, &EditorForm::edited);
 }
 
 void EditorForm::show(const Appointment &appointment) {
-    m_showing = true;
+    const QSignalBlocker nobodyEdits(this);
     m_shown = appointment;
     m_rule = appointment.recurrenceRule;
     m_from->clear();
@@ -122,7 +111,6 @@ void EditorForm::show(const Appointment &appointment) {
         field->setCursorPosition(0);
     showZones();
     showTimes();
-    m_showing = false;
 }
 
 void EditorForm::showZones() {
@@ -182,8 +170,6 @@ QDateTime EditorForm::enteredEnd() const {
 
 // Moves the end together with the start, so that a moved appointment keeps its length.
 void EditorForm::startChanged() {
-    if (m_showing)
-        return;
     const QDateTime start = enteredStart();
     const qint64 moved = m_lastStart.secsTo(start);
     m_lastStart = start;

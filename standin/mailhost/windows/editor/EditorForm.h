@@ -56,7 +56,6 @@ private:
     Appointment m_shown;
     QString m_rule;
     QDateTime m_lastStart;
-    bool m_showing = false;
     QComboBox *m_from = new QComboBox;
     QLineEdit *m_subject = new QLineEdit;
     QLineEdit *m_location = new QLineEdit;
