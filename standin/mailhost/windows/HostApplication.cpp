@@ -46,6 +46,7 @@ HostApplication::~HostApplication() {
     HostContext::instance() = {};
     errorPresenter() = nullptr;
     platform::setApplicationDelegate(nullptr);
+    qDeleteAll(m_mainWindows);
 }
 
 // A program may run over midnight.
@@ -96,20 +97,9 @@ void HostApplication::start() {
     addMainWindow();
 }
 
-MainWindowController *HostApplication::mainWindowController() const {
-    return m_mainWindows.empty() ? nullptr : m_mainWindows.front().get();
-}
-
-QList<MainWindowController *> HostApplication::mainWindowControllers() const {
-    QList<MainWindowController *> all;
-    for (const auto &controller : m_mainWindows)
-        all.append(controller.get());
-    return all;
-}
-
 MainWindowController *HostApplication::addMainWindow() {
-    m_mainWindows.push_back(std::make_unique<MainWindowController>([this] { return today(); }));
-    MainWindowController *controller = m_mainWindows.back().get();
+    auto *controller = new MainWindowController([this] { return today(); });
+    m_mainWindows.append(controller);
     controller->setSession(m_session.get());
     QObject::connect(controller->mainWindow(), &MainWindow::closed, controller,
                      [this, controller] { windowClosed(controller); });
@@ -121,14 +111,9 @@ MainWindowController *HostApplication::addMainWindow() {
 
 // Editors stay open; the program ends with its last window.
 void HostApplication::windowClosed(MainWindowController *controller) {
-    for (auto it = m_mainWindows.begin(); it != m_mainWindows.end(); ++it) {
-        if (it->get() != controller)
-            continue;
-        platform::unregisterWindow(controller->window());
-        it->release()->deleteLater(); // the caller may still be running in it
-        m_mainWindows.erase(it);
-        return;
-    }
+    m_mainWindows.removeOne(controller);
+    platform::unregisterWindow(controller->window());
+    controller->deleteLater(); // the caller may still be running in it
 }
 
 bool HostApplication::closeAll() {
@@ -136,18 +121,18 @@ bool HostApplication::closeAll() {
         if (controller->editorWindow() && !controller->editorWindow()->close() &&
             controller->editorWindow()->isVisible())
             return false;
-    for (MainWindowController *controller : mainWindowControllers())
+    for (MainWindowController *controller : mainWindowControllers()) // a copy: each leaves the list
         controller->window()->close();
     return true;
 }
 
 // Uses the active main window, else the first one.
 NewPlace HostApplication::placeOfNew() const {
-    for (const auto &controller : m_mainWindows)
+    for (const MainWindowController *controller : m_mainWindows)
         if (controller->window()->isActiveWindow())
             return controller->placeOfNew();
-    if (!m_mainWindows.empty())
-        return m_mainWindows.front()->placeOfNew();
+    if (!m_mainWindows.isEmpty())
+        return m_mainWindows.first()->placeOfNew();
     return {QDateTime(today(), QTime(9, 0)), false};
 }
 
@@ -174,7 +159,7 @@ bool HostApplication::openCalendar(QString *error) {
         return false;
     const QString outbox = m_options.outbox.isEmpty() ? dataFolder() + u"/Outbox"_s : m_options.outbox;
     auto session = std::make_unique<CalendarSession>(std::move(file), m_options, outbox);
-    for (const auto &controller : m_mainWindows)
+    for (MainWindowController *controller : std::as_const(m_mainWindows))
         controller->setSession(session.get());
     m_session = std::move(session);
     HostContext::instance().session = m_session.get();
@@ -182,7 +167,7 @@ bool HostApplication::openCalendar(QString *error) {
 }
 
 void HostApplication::show() {
-    for (const auto &controller : m_mainWindows)
+    for (const MainWindowController *controller : std::as_const(m_mainWindows))
         controller->window()->show();
     if (const MainWindowController *first = mainWindowController())
         first->window()->activateWindow();

@@ -36,8 +36,8 @@ public:
     [[nodiscard]] const HostOptions &options() const { return m_options; }
     [[nodiscard]] CalendarSession *session() const { return m_session.get(); }
     // The first open main window, or nullptr.
-    [[nodiscard]] MainWindowController *mainWindowController() const;
-    [[nodiscard]] QList<MainWindowController *> mainWindowControllers() const;
+    [[nodiscard]] MainWindowController *mainWindowController() const { return m_mainWindows.value(0); }
+    [[nodiscard]] QList<MainWindowController *> mainWindowControllers() const { return m_mainWindows; }
     // Makes another main window on the same calendar (not shown).
     MainWindowController *addMainWindow();
     // Closes the editors and then the main windows. Returns false if an editor with changes stays open.
@@ -57,7 +57,7 @@ private:
     HostOptions m_options;
     std::unique_ptr<AppDelegate> m_delegate;
     std::unique_ptr<CalendarSession> m_session;
-    std::vector<std::unique_ptr<MainWindowController>> m_mainWindows; // in order of opening
+    QList<MainWindowController *> m_mainWindows; // owned, in order of opening
 };
 
 // The options of the command line. Ends the process on an error and for help or version.
