@@ -1,4 +1,3 @@
-#include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/HostApplication.h"
 #include "standin/mailhost/windows/MessageBoxes.h"
 #include "standin/program/Program.h"
@@ -12,8 +11,7 @@ int refuseCalendar(const QString &problem) {
     if (program::isReadOnTerminal())
         return program::CannotOpen;
     const std::unique_ptr<QMessageBox> box(
-        mailhost::makeMessage(nullptr, mailhost::controls::errorMessage,
-                              QObject::tr("The calendar could not be opened."), problem));
+        mailhost::makeMessage(nullptr, QObject::tr("The calendar could not be opened."), problem));
     box->setIcon(QMessageBox::Warning);
     box->exec();
     return program::CannotOpen;

@@ -9,17 +9,7 @@ namespace mailhost::controls {
 
 // Main window.
 inline const QString mainWindow = u"mainWindow"_s;
-inline const QString mainToolBar = u"mainToolBar"_s;
-inline const QString newAppointmentButton = u"newAppointmentButton"_s;
-inline const QString newMeetingButton = u"newMeetingButton"_s;
-inline const QString todayButton = u"todayButton"_s;
-inline const QString previousWeekButton = u"previousWeekButton"_s;
-inline const QString nextWeekButton = u"nextWeekButton"_s;
-inline const QString dayViewButton = u"dayViewButton"_s;
-inline const QString weekViewButton = u"weekViewButton"_s;
-inline const QString deleteToolBarButton = u"deleteToolBarButton"_s;
-inline const QString weekTitle = u"weekTitle"_s;       // label
-inline const QString calendarGrid = u"calendarGrid"_s; // CalendarGrid
+inline const QString newAppointmentButton = u"NewAppointment"_s; // of the tool-bar
 
 // Menu actions of the main window (QAction).
 inline const QString openAction = u"openAction"_s;
@@ -39,7 +29,6 @@ inline const QString openSeriesAction = u"openSeriesAction"_s;
 inline const QString undoAction = u"undoAction"_s;
 inline const QString redoAction = u"redoAction"_s;
 inline const QString newWindowAction = u"newWindowAction"_s;
-inline const QString closeWindowAction = u"closeWindowAction"_s;
 inline const QString newAppointmentAction = u"newAppointmentAction"_s;
 inline const QString newMeetingAction = u"newMeetingAction"_s;
 inline const QString todayAction = u"todayAction"_s;
@@ -48,10 +37,8 @@ inline const QString nextAction = u"nextAction"_s;
 inline const QString dayViewAction = u"dayViewAction"_s;
 inline const QString weekViewAction = u"weekViewAction"_s;
 inline const QString customizeToolBarAction = u"customizeToolBarAction"_s;
-inline const QString quitAction = u"quitAction"_s;
 
 // Editor.
-inline const QString editorWindow = u"editorWindow"_s;
 inline const QString editorHeader = u"editorHeader"_s;
 inline const QString fromChooser = u"fromChooser"_s;
 inline const QString subjectField = u"subjectField"_s;
@@ -61,15 +48,10 @@ inline const QString roomsField = u"roomsField"_s;
 inline const QString startDateField = u"startDateField"_s;
 inline const QString startTimeField = u"startTimeField"_s;
 inline const QString endDateField = u"endDateField"_s;
-inline const QString endTimeField = u"endTimeField"_s;
 inline const QString allDayBox = u"allDayBox"_s;
 inline const QString timeZoneRow = u"timeZoneRow"_s;
 inline const QString timeZoneChooser = u"timeZoneChooser"_s;
-inline const QString bodyEditor = u"bodyEditor"_s; // QTextEdit
-inline const QString boldButton = u"boldButton"_s;
-inline const QString italicButton = u"italicButton"_s;
-inline const QString underlineButton = u"underlineButton"_s;
-inline const QString listButton = u"listButton"_s;
+inline const QString bodyEditor = u"bodyEditor"_s;                 // QTextEdit
 inline const QString sendButton = u"sendButton"_s;                 // shown with attendees
 inline const QString saveAndCloseButton = u"saveAndCloseButton"_s; // shown without
 inline const QString deleteButton = u"deleteButton"_s;
@@ -78,28 +60,18 @@ inline const QString timeZoneButton = u"timeZoneButton"_s;     // shows and hide
 inline const QString openSeriesButton = u"openSeriesButton"_s; // shown for one day of a series
 inline const QString noticeBar = u"noticeBar"_s;               // the reason why the appointment is read-only
 
-// Menu actions of the editor (QAction).
-inline const QString saveAction = u"saveAction"_s;   // Ctrl+S
-inline const QString closeAction = u"closeAction"_s; // Ctrl+W
+// Menu action of the editor (QAction).
+inline const QString saveAction = u"saveAction"_s; // Ctrl+S
 
 // Recurrence sheet.
-inline const QString recurrenceSheet = u"recurrenceSheet"_s;
 inline const QString recurrenceKind = u"recurrenceKind"_s;
-inline const QString recurrenceInterval = u"recurrenceInterval"_s;
-inline const QString recurrenceEnd = u"recurrenceEnd"_s;
-inline const QString recurrenceCount = u"recurrenceCount"_s;
-inline const QString recurrenceUntil = u"recurrenceUntil"_s;
 inline const QString recurrenceOk = u"recurrenceOk"_s;
 
 // Questions and messages (QMessageBox).
-inline const QString closeQuestion = u"closeQuestion"_s;
 inline const QString saveChangesButton = u"saveChangesButton"_s;
 inline const QString discardChangesButton = u"discardChangesButton"_s;
 inline const QString keepEditingButton = u"keepEditingButton"_s;
-inline const QString sendQuestion = u"sendQuestion"_s;
 inline const QString sendAnywayButton = u"sendAnywayButton"_s;
-inline const QString calendarMenu = u"calendarMenu"_s; // context menu
-inline const QString deleteQuestion = u"deleteQuestion"_s;
 inline const QString deleteConfirmButton = u"deleteConfirmButton"_s;
 inline const QString deleteSeriesButton = u"deleteSeriesButton"_s;
 inline const QString cancelWithMessageButton = u"cancelWithMessageButton"_s;

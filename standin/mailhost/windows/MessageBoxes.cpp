@@ -8,9 +8,8 @@
 
 namespace mailhost {
 
-QMessageBox *makeMessage(QWidget *parent, const QString &name, const QString &text, const QString &detail) {
+QMessageBox *makeMessage(QWidget *parent, const QString &text, const QString &detail) {
     auto *box = new QMessageBox(parent);
-    box->setObjectName(name);
     box->setIcon(QMessageBox::Question);
     box->setWindowTitle(QApplication::applicationDisplayName());
     box->setText(u"<b>"_s + text.toHtmlEscaped() + u"</b>"_s);
@@ -18,9 +17,9 @@ QMessageBox *makeMessage(QWidget *parent, const QString &name, const QString &te
     return box;
 }
 
-QMessageBox *showMessage(QWidget *parent, const QString &name, const QString &text, const QString &detail,
+QMessageBox *showMessage(QWidget *parent, const QString &text, const QString &detail,
                          const QList<MessageChoice> &choices) {
-    QMessageBox *box = makeMessage(parent, name, text, detail);
+    QMessageBox *box = makeMessage(parent, text, detail);
     QList<std::pair<QAbstractButton *, std::function<void()>>> answers;
     for (const MessageChoice &choice : choices) {
         QPushButton *button = box->addButton(choice.text, choice.role);
@@ -43,8 +42,8 @@ QMessageBox *showMessage(QWidget *parent, const QString &name, const QString &te
 }
 
 QMessageBox *showErrorMessage(QWidget *parent, const QString &message) {
-    QMessageBox *box = showMessage(parent, controls::errorMessage, {}, {},
-                                   {{{}, QObject::tr("OK"), QMessageBox::AcceptRole, {}}});
+    QMessageBox *box = showMessage(parent, {}, {}, {{{}, QObject::tr("OK"), QMessageBox::AcceptRole, {}}});
+    box->setObjectName(controls::errorMessage);
     box->setIcon(QMessageBox::Warning);
     box->setTextFormat(Qt::PlainText);
     box->setText(message);

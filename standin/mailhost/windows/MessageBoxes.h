@@ -15,12 +15,11 @@ struct MessageChoice {
     std::function<void()> chosen;
 };
 
-// A question under that object name, with the parent as its owner, without buttons.
-[[nodiscard]] QMessageBox *makeMessage(QWidget *parent, const QString &name, const QString &text,
-                                       const QString &detail);
-// Shows one under that object name; modal for the parent, which may be nullptr, without blocking.
-// Return chooses what accepts, else what rejects; Escape what rejects.
-QMessageBox *showMessage(QWidget *parent, const QString &name, const QString &text, const QString &detail,
+// A question with the parent as its owner, without buttons.
+[[nodiscard]] QMessageBox *makeMessage(QWidget *parent, const QString &text, const QString &detail);
+// Shows one; modal for the parent, which may be nullptr, without blocking. Return chooses what accepts, else
+// what rejects; Escape what rejects.
+QMessageBox *showMessage(QWidget *parent, const QString &text, const QString &detail,
                          const QList<MessageChoice> &choices);
 // One that can only be confirmed.
 QMessageBox *showErrorMessage(QWidget *parent, const QString &message);

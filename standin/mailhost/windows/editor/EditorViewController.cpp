@@ -26,17 +26,16 @@ void noteText(QVariantMap &changes, const char *name, const QString &now, const 
 } // namespace
 
 EditorViewController::EditorViewController(std::unique_ptr<CalendarEvent> event, QWidget *view,
-                                           EditorForm *form, BodyEdit *body, EditorFrame *frame)
+                                           EditorForm *form, BodyEdit *body)
     : rt::Object(rt::classNamed(u"ERCalendarEventEditorViewController"_s))
     , m_event(std::move(event))
     , m_view(view)
     , m_form(form)
-    , m_body(body)
-    , m_frame(frame) {
+    , m_body(body) {
     if (isNewerGeneration(m_event->session()->options().hostVersion))
         m_wordEditor = std::make_unique<WordMailEditor>(body);
-    connect(form, &EditorForm::edited, this, [this] { m_frame->showState(); });
-    connect(body, &BodyEdit::edited, this, [this] { m_frame->showState(); });
+    connect(form, &EditorForm::edited, this, &EditorViewController::stateChanged);
+    connect(body, &BodyEdit::edited, this, &EditorViewController::stateChanged);
     connect(m_event->session(), &CalendarSession::changed, this, &EditorViewController::followCalendar);
     connect(form, &EditorForm::fromChosen, this,
             [this](QWidget *chooser) { rt::send(this, "fromFieldModified:", rt::fromWidget(chooser)); });
@@ -85,7 +84,7 @@ void EditorViewController::followCalendar() {
     showEditable();
     if (bodyUntouched && now.bodyHtml != shown.bodyHtml)
         m_body->load(now.bodyHtml);
-    m_frame->showState();
+    Q_EMIT stateChanged();
 }
 
 void EditorViewController::showEditable() {
@@ -108,7 +107,7 @@ void EditorViewController::eventWasSet(CalendarEvent::SetItem item) {
         m_form->subjectField()->setText(m_event->summary());
     if (item == CalendarEvent::SetItem::Location)
         m_form->locationField()->setText(m_event->location());
-    m_frame->showState();
+    Q_EMIT stateChanged();
 }
 
 QVariantMap EditorViewController::uncommittedChanges() const {
@@ -138,7 +137,7 @@ QVariantMap EditorViewController::uncommittedChanges() const {
 
 void EditorViewController::setIsDirty(bool dirty) {
     m_forcedDirty = dirty;
-    m_frame->showState();
+    Q_EMIT stateChanged();
 }
 
 bool EditorViewController::isDelegating() const {
@@ -149,7 +148,7 @@ bool EditorViewController::isDelegating() const {
 void EditorViewController::setIsCancelMode(bool cancelMode) {
     m_cancelMode = cancelMode;
     showEditable();
-    m_frame->showState();
+    Q_EMIT stateChanged();
 }
 
 void EditorViewController::setOlmUCCapabilities(const QString &text) {
@@ -174,7 +173,7 @@ bool EditorViewController::store(int sequenceStep, const QString &status) {
     MutableCalendarEvent record(m_event->session(), appointment);
     const QScopedValueRollback storing(m_storing, true);
     if (rt::integerValue(rt::send(&record, "saveRecord")) != 0) {
-        m_frame->showError(m_event->session()->lastError());
+        Q_EMIT failed(m_event->session()->lastError());
         return false;
     }
     m_event->clearSet();
@@ -185,7 +184,7 @@ bool EditorViewController::store(int sequenceStep, const QString &status) {
     m_form->show(m_shown);
     if (m_body->bodyHtml() != asHtmlDocument(m_shown.bodyHtml))
         m_body->load(m_shown.bodyHtml);
-    m_frame->showState();
+    Q_EMIT stateChanged();
     return true;
 }
 
@@ -199,7 +198,7 @@ int EditorViewController::saveAndCloseWindow(bool close) {
     if (!save())
         return -1;
     if (close)
-        m_frame->closeFrameLater();
+        Q_EMIT closeWanted();
     return 0;
 }
 
@@ -209,8 +208,8 @@ void EditorViewController::sendMeetingPostValidate() {
     if (!canEdit() || !store(1, {}))
         return;
     if (!m_event->session()->sendMessage(m_event->stored(), false))
-        return m_frame->showError(m_event->session()->lastError());
-    m_frame->closeFrameLater();
+        return Q_EMIT failed(m_event->session()->lastError());
+    Q_EMIT closeWanted();
 }
 
 void EditorViewController::sendCancellation() {
@@ -219,8 +218,8 @@ void EditorViewController::sendCancellation() {
         return;
     const Appointment cancelled = m_event->stored();
     if (!session->sendMessage(cancelled, true) || !session->remove(cancelled.uid, cancelled.recurrenceId))
-        return m_frame->showError(session->lastError());
-    m_frame->closeFrameLater();
+        return Q_EMIT failed(session->lastError());
+    Q_EMIT closeWanted();
 }
 
 void EditorViewController::attachBodyEditor() {
@@ -232,40 +231,35 @@ void EditorViewController::requestSend() {
     const Appointment appointment = m_form->values();
     const QStringList incomplete = incompleteAddresses(appointment.attendees);
     if (!incomplete.isEmpty())
-        return m_frame->showError(tr("There is no mail address for %1. Enter it as Name <name@example.com>.")
-                                      .arg(incomplete.join(u", "_s)));
+        return Q_EMIT failed(tr("There is no mail address for %1. Enter it as Name <name@example.com>.")
+                                 .arg(incomplete.join(u", "_s)));
     if (appointment.attendees.isEmpty())
-        return m_frame->showError(tr("Nobody is invited yet. Enter who should come, then send."));
+        return Q_EMIT failed(tr("Nobody is invited yet. Enter who should come, then send."));
     if (appointment.end.value < appointment.start.value)
-        return m_frame->showError(
-            tr("The meeting ends before it starts. Change one of the times, then send."));
-    const auto send = [weak = rt::Weak<EditorViewController>(this)] {
-        if (weak)
-            rt::send(weak.get(), "sendMeetingPostValidate");
+        return Q_EMIT failed(tr("The meeting ends before it starts. Change one of the times, then send."));
+    const auto send = [self = QPointer(this)] {
+        if (self)
+            rt::send(self, "sendMeetingPostValidate");
     };
     if (!appointment.summary.trimmed().isEmpty() || m_cancelMode)
         return send();
-    m_frame->askBeforeSending(tr("The meeting has no subject."), send);
+    Q_EMIT sendDoubted(tr("The meeting has no subject."), send);
 }
 
 void EditorViewController::openRecurrenceSheet() {
     if (m_sheet || !canEdit() || isOccurrenceOrException())
         return;
     const Appointment appointment = m_form->values();
-    m_sheet =
-        new RecurrenceSheet(appointment.recurrenceRule, appointment.start.value, m_frame->frameWindow());
-    platform::beginSheet(
-        m_sheet, m_frame->frameWindow(), [weak = rt::Weak<EditorViewController>(this)](int result) {
-            EditorViewController *self = weak.get();
-            if (!self || !self->m_sheet)
-                return;
-            rt::send(self, "switchToRecurrenceDidEnd:returnCode:contextInfo:", rt::fromWidget(self->m_sheet),
-                     result, rt::Value());
-            if (weak && self->m_sheet)
-                self->m_sheet->deleteLater();
-            if (weak)
-                self->m_sheet.clear();
-        });
+    m_sheet = new RecurrenceSheet(appointment.recurrenceRule, appointment.start.value, m_view->window());
+    platform::beginSheet(m_sheet, m_view->window(), [self = QPointer(this)](int result) {
+        if (!self || !self->m_sheet)
+            return;
+        QDialog *sheet = self->m_sheet;
+        self->m_sheet.clear();
+        sheet->deleteLater();
+        rt::send(self, "switchToRecurrenceDidEnd:returnCode:contextInfo:", rt::fromWidget(sheet), result,
+                 rt::Value());
+    });
 }
 
 void EditorViewController::switchToRecurrenceDidEnd(const rt::Value &sheet, int returnCode,
@@ -283,7 +277,7 @@ void EditorViewController::switchToSeries() {
     former->setHandler({});
     m_event = std::make_unique<CalendarEvent>(former->session(), former->UUID(), QString(), false);
     showEvent();
-    m_frame->showState();
+    Q_EMIT stateChanged();
 }
 
 void defineEditorViewControllerClass() {

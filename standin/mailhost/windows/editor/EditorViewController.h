@@ -12,25 +12,13 @@ class QDialog;
 
 namespace mailhost {
 
-// The interface of the window for its controller.
-class EditorFrame {
-public:
-    virtual ~EditorFrame() = default;
-    [[nodiscard]] virtual QWidget *frameWindow() = 0;
-    virtual void closeFrameLater() = 0; // on the next turn of the event loop
-    virtual void showState() = 0;       // title, buttons, notice
-    // Shows a message attached to the window.
-    virtual void showError(const QString &message) = 0;
-    virtual void askBeforeSending(const QString &problem, std::function<void()> send) = 0;
-};
-
 // Every operation that the user starts goes through the object runtime, so that exchanged methods run.
 class EditorViewController : public QObject, public rt::Object {
     Q_OBJECT
 public:
     // Takes ownership of the event. The window owns the view, its form and the body.
     EditorViewController(std::unique_ptr<CalendarEvent> event, QWidget *view, EditorForm *form,
-                         BodyEdit *body, EditorFrame *frame);
+                         BodyEdit *body);
     ~EditorViewController() override;
 
     [[nodiscard]] CalendarEvent *content() const { return m_event.get(); }
@@ -54,7 +42,7 @@ public:
     void setOlmUCCapabilities(const QString &text);
     [[nodiscard]] QWidget *locationTextField() const { return m_form->locationField(); }
     void reloadComposeView() { m_body->load(m_event->stored().bodyHtml); }
-    void contentDidChange() { m_frame->showState(); }
+    void contentDidChange() { Q_EMIT stateChanged(); }
     void focusOnBody() { m_body->focusBody(); }
     [[nodiscard]] QWidget *view() const { return m_view; }
 
@@ -66,7 +54,7 @@ public:
         return saveAndCloseWindow(close);
     }
     void sendMeetingPostValidate();
-    void fromFieldModified(const rt::Value &) { m_frame->showState(); }
+    void fromFieldModified(const rt::Value &) { Q_EMIT stateChanged(); }
     void switchToRecurrenceDidEnd(const rt::Value &sheet, int returnCode, const rt::Value &context);
     void hostWordMailEditor(rt::Object *editor) { m_attachedWordEditor = rt::Weak<>(editor); }
 
@@ -88,6 +76,13 @@ public:
     // The rule in the form's present values.
     [[nodiscard]] QString recurrenceRule() const { return m_form->values().recurrenceRule; }
 
+Q_SIGNALS:
+    void stateChanged(); // what the window's title, buttons and notice show
+    void closeWanted();  // on the next turn of the event loop
+    void failed(const QString &message);
+    // The meeting has a problem; `send` sends it nevertheless.
+    void sendDoubted(const QString &problem, const std::function<void()> &send);
+
 private:
     void showEvent();
     void showEditable();
@@ -97,12 +92,11 @@ private:
     void sendCancellation();
 
     std::unique_ptr<CalendarEvent> m_event;
-    std::vector<std::unique_ptr<CalendarEvent>>
-        m_formerEvents; // other code may still use them while the window is open
+    // Other code may still use them while the window is open.
+    std::vector<std::unique_ptr<CalendarEvent>> m_formerEvents;
     QWidget *m_view;
     EditorForm *m_form;
     BodyEdit *m_body;
-    EditorFrame *m_frame;
     std::unique_ptr<WordMailEditor> m_wordEditor;
     rt::Weak<> m_attachedWordEditor;
     QPointer<QDialog> m_sheet;

@@ -44,16 +44,14 @@ private:
 
 EditorWindow::EditorWindow(EditorWindowController *controller, std::unique_ptr<CalendarEvent> event)
     : m_windowController(controller) {
-    setObjectName(controls::editorWindow);
-    const CalendarSession &session = *event->session();
-    const bool newer = isNewerGeneration(session.options().hostVersion);
-    build(session, newer);
-    m_controller =
-        std::make_unique<EditorViewController>(std::move(event), centralWidget(), m_form, m_body, this);
+    build(*event->session());
+    m_controller = std::make_unique<EditorViewController>(std::move(event), centralWidget(), m_form, m_body);
     m_seriesResponder = std::make_unique<EventViewResponder>(m_controller.get());
     buildMenu();
+    connectController();
     showState();
-    m_timeZone->setChecked(m_form->isInOtherZone());
+    if (m_form->isInOtherZone())
+        m_timeZone->click();
     // Not on the first button, which typed text would press.
     m_form->subjectField()->setFocus();
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
@@ -62,7 +60,8 @@ EditorWindow::EditorWindow(EditorWindowController *controller, std::unique_ptr<C
     });
 }
 
-void EditorWindow::build(const CalendarSession &session, bool newerGeneration) {
+void EditorWindow::build(const CalendarSession &session) {
+    const bool newerGeneration = isNewerGeneration(session.options().hostVersion);
     const BookmarkMangling mangling = session.options().bookmarkMangling;
     resize(960, 780);
     setMinimumWidth(narrowestHeader);
@@ -88,12 +87,14 @@ void EditorWindow::build(const CalendarSession &session, bool newerGeneration) {
     setCentralWidget(view);
 }
 
-QPushButton *EditorWindow::addButton(const QString &name, const QString &text) {
+QPushButton *EditorWindow::addButton(const QString &name, const QString &text,
+                                     const std::function<void()> &operation) {
     auto *button = new QPushButton(text, m_toolBar);
     button->setObjectName(name);
     button->setAccessibleName(QString(text).remove(u'&'));
     button->setAutoDefault(false);
     m_toolBar->layout()->addWidget(button);
+    connect(button, &QPushButton::clicked, this, operation);
     return button;
 }
 
@@ -102,25 +103,35 @@ QWidget *EditorWindow::buildToolBar() {
     auto *row = new QHBoxLayout(m_toolBar);
     row->setContentsMargins(12, 8, 12, 8);
     row->setSpacing(8);
-    m_send = addButton(controls::sendButton, tr("Se&nd"));
-    m_saveAndClose = addButton(controls::saveAndCloseButton, tr("Sa&ve && Close"));
+    m_send = addButton(controls::sendButton, tr("Se&nd"), [this] { m_controller->requestSend(); });
+    m_saveAndClose = addButton(controls::saveAndCloseButton, tr("Sa&ve && Close"),
+                               [this] { m_controller->requestSaveAndClose(); });
     m_saveAndClose->setAccessibleName(tr("Save and close"));
-    m_delete = addButton(controls::deleteButton, tr("Delete")); // the fields use all its letters as mnemonics
+    // The fields use all its letters as mnemonics.
+    m_delete = addButton(controls::deleteButton, tr("Delete"), [this] { deleteAppointment(); });
     m_delete->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_D));
     m_delete->setToolTip(tr("Delete (%1)").arg(m_delete->shortcut().toString(QKeySequence::NativeText)));
-    m_repeat = addButton(controls::repeatButton, tr("Re&peat…"));
-    m_timeZone = addButton(controls::timeZoneButton, tr("Time &zone"));
+    m_repeat =
+        addButton(controls::repeatButton, tr("Re&peat…"), [this] { m_controller->openRecurrenceSheet(); });
+    m_timeZone = addButton(controls::timeZoneButton, tr("Time &zone"),
+                           [this] { m_form->timeZoneRow()->setVisible(m_timeZone->isChecked()); });
     m_timeZone->setCheckable(true);
     row->addStretch(1);
-    m_openSeries = addButton(controls::openSeriesButton, tr("&Open series"));
-    connect(m_send, &QPushButton::clicked, this, [this] { m_controller->requestSend(); });
-    connect(m_saveAndClose, &QPushButton::clicked, this, [this] { m_controller->requestSaveAndClose(); });
-    connect(m_delete, &QPushButton::clicked, this, &EditorWindow::deleteAppointment);
-    connect(m_repeat, &QPushButton::clicked, this, [this] { m_controller->openRecurrenceSheet(); });
-    connect(m_timeZone, &QPushButton::toggled, this,
-            [this](bool shown) { m_form->timeZoneRow()->setVisible(shown); });
-    connect(m_openSeries, &QPushButton::clicked, this, &EditorWindow::openSeries);
+    m_openSeries = addButton(controls::openSeriesButton, tr("&Open series"), [this] { openSeries(); });
     return m_toolBar;
+}
+
+void EditorWindow::connectController() {
+    using C = EditorViewController;
+    connect(m_controller.get(), &C::stateChanged, this, &EditorWindow::showState);
+    connect(m_controller.get(), &C::closeWanted, this, &EditorWindow::closeLater);
+    connect(m_controller.get(), &C::failed, this,
+            [this](const QString &message) { showOnly(showErrorMessage(this, message)); });
+    connect(m_controller.get(), &C::sendDoubted, this, [this](const QString &problem, const auto &send) {
+        ask(tr("Send the meeting as it is?"), problem,
+            {{controls::sendAnywayButton, tr("&Send anyway"), QMessageBox::AcceptRole, send},
+             {{}, tr("&Keep editing"), QMessageBox::RejectRole, {}}});
+    });
 }
 
 void EditorWindow::buildMenu() {
@@ -132,15 +143,12 @@ void EditorWindow::buildMenu() {
     m_join->setObjectName(controls::joinAction);
     QAction *close = menu->addAction(tr("&Close"), QKeySequence::Close, this, [this] { this->close(); });
     close->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_W), QKeySequence(Qt::CTRL | Qt::Key_F4)});
-    close->setObjectName(controls::closeAction);
     // Applies outside of the fields, which have their own menus.
     centralWidget()->setContextMenuPolicy(Qt::ActionsContextMenu);
     centralWidget()->addActions(menu->actions());
 }
 
 void EditorWindow::showState() {
-    if (!m_controller)
-        return;
     const bool editable = m_controller->canEdit();
     const bool meeting = m_controller->isMeeting();
     const bool cancelling = m_controller->isCancelMode();
@@ -160,10 +168,8 @@ void EditorWindow::showState() {
                           : tr("Re&peat: %1…").arg(recurrenceText(appointment.recurrenceRule)));
     m_repeat->setAccessibleName(m_repeat->text().remove(u'&'));
     m_openSeries->setVisible(oneDay && !cancelling);
-    if (m_save) {
-        m_save->setEnabled(editable && !cancelling);
-        offerJoin(m_join, m_controller->joinLink());
-    }
+    m_save->setEnabled(editable && !cancelling);
+    offerJoin(m_join, m_controller->joinLink());
     QStringList notices;
     if (!m_controller->content()->isOwner())
         notices.append(tr("Only the organizer, %1, can change this meeting.").arg(appointment.organizerName));
@@ -177,33 +183,23 @@ void EditorWindow::showState() {
     m_notice->setVisible(!notices.isEmpty());
 }
 
-void EditorWindow::ask(const QString &name, const QString &text, const QString &detail,
-                       const QList<MessageChoice> &choices) {
+void EditorWindow::ask(const QString &text, const QString &detail, const QList<MessageChoice> &choices) {
+    showOnly(showMessage(this, text, detail, choices));
+}
+
+void EditorWindow::showOnly(QMessageBox *message) {
     if (m_message)
         m_message->deleteLater(); // its answer may be being handled now
-    m_message = showMessage(this, name, text, detail, choices);
-}
-
-void EditorWindow::showError(const QString &message) {
-    if (m_message)
-        m_message->deleteLater();
-    m_message = showErrorMessage(this, message);
-}
-
-void EditorWindow::askBeforeSending(const QString &problem, std::function<void()> send) {
-    ask(controls::sendQuestion, tr("Send the meeting as it is?"), problem,
-        {{controls::sendAnywayButton, tr("&Send anyway"), QMessageBox::AcceptRole, std::move(send)},
-         {{}, tr("&Keep editing"), QMessageBox::RejectRole, {}}});
+    m_message = message;
 }
 
 void EditorWindow::deleteAppointment() {
     // A hook may refuse the deletion; the window stays open then.
     const auto remove = [this] {
         if (rt::boolValue(rt::send(m_controller->content(), "deleteEventNow")))
-            closeFrameLater();
+            closeLater();
     };
-    ask(controls::deleteQuestion, tr("Delete this appointment?"),
-        tr("It is taken out of the calendar for good."),
+    ask(tr("Delete this appointment?"), tr("It is taken out of the calendar for good."),
         {{controls::deleteConfirmButton, tr("&Delete"), QMessageBox::DestructiveRole, remove},
          {{}, tr("&Keep"), QMessageBox::RejectRole, {}}});
 }
@@ -223,15 +219,14 @@ void EditorWindow::openSeries() {
 void EditorWindow::askToSave(const QString &question, const std::function<void(bool save)> &answered) {
     if (m_message && m_message->isVisible())
         return;
-    ask(controls::closeQuestion, question, tr("They are lost if you do not save them."),
+    ask(question, tr("They are lost if you do not save them."),
         {{controls::saveChangesButton, tr("&Save"), QMessageBox::AcceptRole, [answered] { answered(true); }},
          {controls::discardChangesButton, tr("&Don't save"), QMessageBox::DestructiveRole,
           [answered] { answered(false); }},
          {controls::keepEditingButton, tr("&Cancel"), QMessageBox::RejectRole, {}}});
 }
 
-void EditorWindow::closeFrameLater() {
-    // The caller may still be running in this window.
+void EditorWindow::closeLater() {
     QTimer::singleShot(0, this, &EditorWindow::closeNow);
 }
 
@@ -256,7 +251,7 @@ void EditorWindow::closeEvent(QCloseEvent *event) {
         if (save)
             rt::send(m_controller.get(), "saveAndCloseWindow:", true);
         else
-            closeFrameLater();
+            closeLater();
     });
 }
 

@@ -14,7 +14,7 @@ namespace mailhost {
 
 class EditorWindowController;
 
-class EditorWindow : public QMainWindow, public EditorFrame {
+class EditorWindow : public QMainWindow {
     Q_OBJECT
 public:
     EditorWindow(EditorWindowController *controller, std::unique_ptr<CalendarEvent> event);
@@ -22,28 +22,25 @@ public:
     [[nodiscard]] EditorViewController *viewController() const { return m_controller.get(); }
     // Closes without asking.
     void closeNow();
-
-    [[nodiscard]] QWidget *frameWindow() override { return this; }
-    void closeFrameLater() override;
-    void showState() override;
-    void showError(const QString &message) override;
-    void askBeforeSending(const QString &problem, std::function<void()> send) override;
+    void closeLater(); // the caller may still be running in this window
 
 protected:
     void closeEvent(QCloseEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
-    void build(const CalendarSession &session, bool newerGeneration);
+    void build(const CalendarSession &session);
     QWidget *buildToolBar();
     void buildMenu();
+    void connectController();
+    void showState(); // title, buttons, notice
     void openSeries();
     // `answered` is not called if the user continues to edit.
     void askToSave(const QString &question, const std::function<void(bool save)> &answered);
     void deleteAppointment();
-    QPushButton *addButton(const QString &name, const QString &text);
-    void ask(const QString &name, const QString &text, const QString &detail,
-             const QList<MessageChoice> &choices);
+    QPushButton *addButton(const QString &name, const QString &text, const std::function<void()> &operation);
+    void ask(const QString &text, const QString &detail, const QList<MessageChoice> &choices);
+    void showOnly(QMessageBox *message);
 
     EditorWindowController *m_windowController;
     EditorForm *m_form = nullptr;

@@ -1,6 +1,6 @@
 #include "standin/mailhost/windows/grid/CalendarGrid.h"
 
-#include "standin/mailhost/windows/ControlNames.h"
+#include "platform/Literals.h"
 #include "standin/mailhost/windows/grid/GridAreas.h"
 #include "standin/mailhost/windows/grid/GridHeader.h"
 #include "standin/mailhost/windows/grid/TileRename.h"
@@ -58,7 +58,6 @@ CalendarGrid::CalendarGrid(QWidget *parent)
     , m_columns(new DayColumns(m_scene, this))
     , m_now([] { return QDateTime::currentDateTime(); }) {
     [[maybe_unused]] static const bool installed = (QAccessible::installFactory(makeAccessible), true);
-    setObjectName(controls::calendarGrid);
     setAccessibleName(tr("Calendar"));
     setFocusPolicy(Qt::StrongFocus);
     m_allDayArea = makeArea(m_allDay);

@@ -1,7 +1,5 @@
 #include "standin/mailhost/windows/grid/TileRename.h"
 
-#include "platform/Literals.h"
-
 #include <QKeyEvent>
 
 namespace mailhost {
@@ -9,7 +7,6 @@ namespace mailhost {
 TileRename::TileRename(QWidget *surface, QWidget *returnTo, const QString &subject)
     : QLineEdit(subject, surface)
     , m_returnTo(returnTo) {
-    setObjectName(u"tileRename"_s);
     setAccessibleName(tr("Subject"));
     selectAll();
     connect(this, &QLineEdit::editingFinished, this, &TileRename::commit);

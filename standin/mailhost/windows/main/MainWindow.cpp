@@ -1,5 +1,6 @@
 #include "standin/mailhost/windows/main/MainWindow.h"
 
+#include "platform/toolkit/ToolbarCustomization.h"
 #include "platform/toolkit/Windows.h"
 #include "standin/mailhost/windows/ControlNames.h"
 
@@ -13,13 +14,15 @@
 namespace mailhost {
 
 MainWindow::MainWindow()
-    : m_toolBar(makeMainToolBar(this))
+    : m_toolBar(new platform::Toolbar(u"MainWindow"_s, this))
     , m_title(new QLabel)
     , m_calendar(new CalendarGrid) {
     setObjectName(controls::mainWindow);
     resize(1080, 780);
+    m_toolBar->setWindowTitle(tr("Tool-bar"));
+    connect(m_toolBar, &platform::Toolbar::customizationRequested, this,
+            [this] { platform::customizeToolbar(m_toolBar); });
     addToolBar(m_toolBar);
-    m_title->setObjectName(controls::weekTitle);
     QFont font = m_title->font();
     font.setPointSizeF(font.pointSizeF() * 1.6);
     m_title->setFont(font);
@@ -55,8 +58,7 @@ void MainWindow::ask(const QString &question, const QString &detail, const QList
     if (m_question)
         m_question->deleteLater();
     const MessageChoice keep{{}, tr("&Keep"), QMessageBox::RejectRole, {}};
-    m_question =
-        showMessage(this, controls::deleteQuestion, question, detail, choices + QList<MessageChoice>{keep});
+    m_question = showMessage(this, question, detail, choices + QList<MessageChoice>{keep});
 }
 
 void MainWindow::closeEvent(QCloseEvent *event) {

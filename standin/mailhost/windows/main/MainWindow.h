@@ -1,9 +1,9 @@
 // A main window: menus, tool-bar, and the calendar.
 #pragma once
 
+#include "platform/toolkit/Toolbar.h"
 #include "standin/mailhost/windows/MessageBoxes.h"
 #include "standin/mailhost/windows/grid/CalendarGrid.h"
-#include "standin/mailhost/windows/main/MainToolBar.h"
 
 #include <QAction>
 #include <QMainWindow>
@@ -24,7 +24,7 @@ public:
     [[nodiscard]] CalendarGrid *calendar() const { return m_calendar; }
     [[nodiscard]] platform::Toolbar *toolBar() const { return m_toolBar; }
 
-    // A new item at the end of the menu. `name` is its object name.
+    // A new item at the end of the menu. `name` is its object name, which may be empty.
     QAction *addCommand(QMenu *menu, const QString &name, const QString &text, const QKeySequence &keys,
                         std::function<void()> operation);
     // The command of that name, or nullptr.

@@ -39,12 +39,13 @@ MainWindowController::MainWindowController(std::function<QDate()> today)
     , m_today(std::move(today))
     , m_day(m_today())
     , m_window(std::make_unique<MainWindow>())
+    , m_forSelected(new QActionGroup(m_window.get()))
     , m_grid(std::make_unique<GridViewWrapper>(m_window->calendar()))
     , m_commands(std::make_unique<AppointmentCommands>(m_window.get(), m_grid.get())) {
     platform::registerWindow(m_window.get(), this);
+    m_forSelected->setExclusionPolicy(QActionGroup::ExclusionPolicy::None);
     buildMenus();
     connectCalendar();
-    m_toolBarItems = std::make_unique<MainToolBarItems>(m_window.get());
     m_window->toolBar()->setDelegate(this);
 }
 
@@ -151,49 +152,53 @@ void MainWindowController::buildMenus() {
     file->addSeparator();
     m_window->addCommand(file, controls::newWindowAction, tr("New &window"), QKeySequence(tr("Ctrl+Alt+N")),
                          [this] { Q_EMIT anotherWindowWanted(); });
-    m_window->addCommand(file, controls::closeWindowAction, tr("&Close window"), QKeySequence(tr("Ctrl+W")),
+    m_window->addCommand(file, {}, tr("&Close window"), QKeySequence(tr("Ctrl+W")),
                          [this] { m_window->close(); });
-    m_window->addCommand(file, controls::quitAction, tr("&Quit"), QKeySequence(tr("Ctrl+Q")),
-                         [this] { Q_EMIT quitWanted(); });
+    m_window->addCommand(file, {}, tr("&Quit"), QKeySequence(tr("Ctrl+Q")), [this] { Q_EMIT quitWanted(); });
     buildEditMenu();
     buildViewMenu();
 }
 
 void MainWindowController::buildEditMenu() {
     using A = AppointmentCommands;
+    using Operation = std::function<void(A &)>;
     QMenu *edit = m_window->menuBar()->addMenu(tr("&Edit"));
     const auto add = [this, edit](const QString &name, const QString &text, const QKeySequence &keys,
-                                  std::function<void(A &)> operation) {
-        m_window->addCommand(edit, name, text, keys,
-                             [this, operation = std::move(operation)] { operation(*m_commands); });
+                                  const Operation &operation) {
+        return m_window->addCommand(edit, name, text, keys, [this, operation] { operation(*m_commands); });
     };
-    const auto addChange = [&add](const QString &name, const QString &text, const QString &keys, int start,
-                                  int end) {
-        add(name, text, QKeySequence(keys), [start, end](A &commands) { commands.changeBy(start, end); });
+    const auto addForSelected = [this, &add](const QString &name, const QString &text,
+                                             const QKeySequence &keys, const Operation &operation) {
+        m_forSelected->addAction(add(name, text, keys, operation));
+    };
+    const auto addChange = [&addForSelected](const QString &name, const QString &text, const QString &keys,
+                                             int start, int end) {
+        addForSelected(name, text, QKeySequence(keys),
+                       [start, end](A &commands) { commands.changeBy(start, end); });
     };
     add(controls::undoAction, tr("&Undo"), QKeySequence::Undo, &A::undo);
     add(controls::redoAction, tr("&Redo"), QKeySequence::Redo, &A::redo);
     edit->addSeparator();
-    add(controls::openAction, tr("&Open"), QKeySequence(tr("Ctrl+O")), &A::openSelected);
+    addForSelected(controls::openAction, tr("&Open"), QKeySequence(tr("Ctrl+O")), &A::openSelected);
     add(controls::openSeriesAction, tr("Open &series"), QKeySequence(tr("Ctrl+Shift+O")), &A::openSeries);
     add(controls::joinAction, QString(), QKeySequence(tr("Ctrl+J")), &A::join);
-    add(controls::renameAction, tr("Re&name"), QKeySequence(tr("F2")), &A::renameSelected);
+    addForSelected(controls::renameAction, tr("Re&name"), QKeySequence(tr("F2")), &A::renameSelected);
     edit->addSeparator();
     addChange(controls::earlierAction, tr("Move &earlier"), tr("Ctrl+Up"), -halfHour, -halfHour);
     addChange(controls::laterAction, tr("Move &later"), tr("Ctrl+Down"), halfHour, halfHour);
-    add(controls::dayEarlierAction, tr("Move to the day &before"), QKeySequence(tr("Ctrl+Shift+Left")),
-        [](A &commands) { commands.moveByDays(-1); });
-    add(controls::dayLaterAction, tr("Move to the day &after"), QKeySequence(tr("Ctrl+Shift+Right")),
-        [](A &commands) { commands.moveByDays(1); });
+    addForSelected(controls::dayEarlierAction, tr("Move to the day &before"),
+                   QKeySequence(tr("Ctrl+Shift+Left")), [](A &commands) { commands.moveByDays(-1); });
+    addForSelected(controls::dayLaterAction, tr("Move to the day &after"),
+                   QKeySequence(tr("Ctrl+Shift+Right")), [](A &commands) { commands.moveByDays(1); });
     edit->addSeparator();
     addChange(controls::longerAction, tr("End la&ter"), tr("Ctrl+Shift+Down"), 0, halfHour);
     addChange(controls::shorterAction, tr("End earl&ier"), tr("Ctrl+Shift+Up"), 0, -halfHour);
     addChange(controls::startLaterAction, tr("Start later"), tr("Ctrl+Alt+Down"), halfHour, 0);
     addChange(controls::startEarlierAction, tr("Start earlier"), tr("Ctrl+Alt+Up"), -halfHour, 0);
     edit->addSeparator();
-    add(controls::cancelMeetingAction, tr("&Cancel meeting…"), QKeySequence(tr("Ctrl+Shift+Delete")),
-        &A::cancelSelected);
-    add(controls::deleteAction, tr("&Delete…"), QKeySequence::Delete, &A::deleteSelected);
+    addForSelected(controls::cancelMeetingAction, tr("&Cancel meeting…"),
+                   QKeySequence(tr("Ctrl+Shift+Delete")), &A::cancelSelected);
+    addForSelected(controls::deleteAction, tr("&Delete…"), QKeySequence::Delete, &A::deleteSelected);
 }
 
 void MainWindowController::buildViewMenu() {
@@ -221,12 +226,7 @@ void MainWindowController::buildViewMenu() {
 
 void MainWindowController::showState() {
     const std::optional<Occurrence> selected = m_window->calendar()->selected();
-    for (const QString &name :
-         {controls::openAction, controls::renameAction, controls::earlierAction, controls::laterAction,
-          controls::dayEarlierAction, controls::dayLaterAction, controls::longerAction,
-          controls::shorterAction, controls::startEarlierAction, controls::startLaterAction,
-          controls::cancelMeetingAction, controls::deleteAction})
-        m_window->command(name)->setEnabled(selected.has_value());
+    m_forSelected->setEnabled(selected.has_value());
     m_window->command(controls::openSeriesAction)->setEnabled(selected && !selected->instanceId.isEmpty());
     offerJoin(m_window->command(controls::joinAction), m_commands->joinLink());
     const auto offer = [this](const QString &name, const QString &text, const QString &what) {
@@ -242,7 +242,6 @@ void MainWindowController::showState() {
 
 void MainWindowController::showMenu(const QPoint &position) {
     auto *menu = new QMenu(m_window.get());
-    menu->setObjectName(controls::calendarMenu);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     const QStringList names = m_window->calendar()->selected()
                                   ? QStringList{controls::openAction,
@@ -264,7 +263,10 @@ void MainWindowController::showMenu(const QPoint &position) {
 }
 
 rt::Value MainWindowController::toolBarItem(const rt::Value &, const QString &identifier, bool) {
-    return rt::fromObject(m_toolBarItems->item(identifier));
+    std::unique_ptr<platform::ToolbarItem> &item = m_toolBarItems[identifier];
+    if (!item)
+        item = makeToolBarItem(identifier, m_window.get());
+    return rt::fromObject(item.get());
 }
 
 AppDelegate::AppDelegate()

@@ -4,7 +4,11 @@
 #include "standin/mailhost/model/HostContext.h"
 #include "standin/mailhost/windows/grid/GridController.h"
 #include "standin/mailhost/windows/main/AppointmentCommands.h"
+#include "standin/mailhost/windows/main/MainToolBar.h"
 #include "standin/mailhost/windows/main/MainWindow.h"
+
+#include <QActionGroup>
+#include <map>
 
 namespace mailhost {
 
@@ -37,12 +41,8 @@ public:
 
     [[nodiscard]] rt::Value toolBarItem(const rt::Value &toolBar, const QString &identifier,
                                         bool willBeInserted);
-    [[nodiscard]] QVariantList defaultIdentifiers(const rt::Value &) {
-        return MainToolBarItems::defaultIdentifiers();
-    }
-    [[nodiscard]] QVariantList allowedIdentifiers(const rt::Value &) {
-        return MainToolBarItems::allowedIdentifiers();
-    }
+    [[nodiscard]] QVariantList defaultIdentifiers(const rt::Value &) { return defaultToolBarIdentifiers(); }
+    [[nodiscard]] QVariantList allowedIdentifiers(const rt::Value &) { return allowedToolBarIdentifiers(); }
 
 Q_SIGNALS:
     void anotherWindowWanted();
@@ -66,8 +66,9 @@ private:
     CalendarGrid::Extent m_extent = CalendarGrid::Extent::Week;
     std::optional<NewPlace> m_askedPlace;
     QPointer<CalendarSession> m_session;
-    std::unique_ptr<MainToolBarItems> m_toolBarItems; // must outlive the window's tool-bar
+    std::map<QString, std::unique_ptr<platform::ToolbarItem>> m_toolBarItems; // must outlive the window
     std::unique_ptr<MainWindow> m_window;
+    QActionGroup *m_forSelected; // commands that need a selected appointment
     std::unique_ptr<GridViewWrapper> m_grid;
     std::unique_ptr<AppointmentCommands> m_commands;
 };
