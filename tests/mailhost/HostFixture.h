@@ -41,17 +41,14 @@ protected:
                    times("12T130000", "12T140000") + "ORGANIZER;CN=Cy Other:mailto:cy@example.org\n"
                                                      "ATTENDEE;CN=Ada Example:mailto:ada@parlo.example\n")
             .event(u"daily@example.com"_s, "Stand-up",
-                   times("09T070000", "09T071500") + "RRULE:FREQ=DAILY;COUNT=4\n")
+                   times("09T070000", "09T071500") + "RRULE:FREQ=DAILY;COUNT=4;BYHOUR=7\n")
             .event(u"trip@example.com"_s, "Trip", "DTSTART;VALUE=DATE:20260310\nDTEND;VALUE=DATE:20260312\n")
             .text();
     }
 
     void SetUp() override {
         platform::installTestServices();
-        QFile file(path());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(calendar());
-        file.close();
+        writeFile(calendar());
         startHost(u"16"_s);
     }
     void TearDown() override {
@@ -78,10 +75,16 @@ protected:
         QFile file(path());
         return file.open(QIODevice::ReadOnly) ? file.readAll().replace("\r\n ", "") : QByteArray();
     }
-    [[nodiscard]] Appointment onDisk(const QString &uid) const {
+    // `day` is that of a changed day of a series.
+    [[nodiscard]] Appointment onDisk(const QString &uid, const QString &day = {}) const {
         QString error;
         const auto file = CalendarFile::open(path(), &error);
-        return file ? file->find(uid).value_or(Appointment()) : Appointment();
+        return file ? file->find(uid, day).value_or(Appointment()) : Appointment();
+    }
+    void writeFile(const QByteArray &text) const {
+        QFile file(path());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
     }
 
     void open(const QString &uid) {
@@ -106,15 +109,17 @@ protected:
         else
             QTest::keyClicks(edit, text);
     }
+    // A button of the editor, of the main window or of a dialog of theirs.
     void click(const QString &name) const {
-        QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton);
-        QTest::qWait(1);
-    }
-    void answer(const QString &button) const {
-        auto *found = window->findChild<QPushButton *>(button);
-        ASSERT_NE(found, nullptr) << qPrintable(button);
-        QTest::mouseClick(found, Qt::LeftButton);
-        QTest::qWait(1);
+        for (QWidget *parent : {static_cast<QWidget *>(window), static_cast<QWidget *>(main())}) {
+            auto *button = parent ? parent->findChild<QPushButton *>(name) : nullptr;
+            if (!button || !button->isVisible())
+                continue;
+            QTest::mouseClick(button, Qt::LeftButton);
+            QTest::qWait(1);
+            return;
+        }
+        FAIL() << qPrintable(name);
     }
     void saveByMenu() const { find<QAction>(controls::saveAction)->trigger(); }
     [[nodiscard]] QVariantMap pending() const {
@@ -122,6 +127,15 @@ protected:
     }
     [[nodiscard]] QStringList messages() const {
         return QDir(folder.filePath(u"outbox"_s)).entryList(QDir::Files);
+    }
+    [[nodiscard]] MainWindow *main() const { return host->mainWindowController()->mainWindow(); }
+    void trigger(const QString &action) const {
+        EXPECT_TRUE(main()->command(action)->isEnabled()) << qPrintable(action);
+        main()->command(action)->trigger();
+        QTest::qWait(1);
+    }
+    void select(const QString &uid, const QString &day = {}) const {
+        ASSERT_TRUE(main()->calendar()->select(uid, day)) << qPrintable(uid);
     }
     [[nodiscard]] bool isOpen() const { return EditorWindowController::open().contains(controller); }
 

@@ -1,50 +1,162 @@
-// The calendar grid under a real pointer.
-#include "tests/mailhost/CalendarGridFixture.h"
+// The calendar grid under real pointer and key events, and what it tells assistive programs.
+#include "standin/mailhost/windows/grid/CalendarGrid.h"
+#include "standin/mailhost/windows/grid/GridAreas.h"
+#include "standin/mailhost/windows/grid/TileRename.h"
+#include "tests/support/ProcessZone.h"
+#include "tests/support/Warnings.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QSignalSpy>
+#include <QTest>
+#include <QVBoxLayout>
+#include <gtest/gtest.h>
 
 namespace mailhost {
 namespace {
 
+const QDate monday(2026, 3, 9);
+
+QDateTime at(int day, int hour, int minute = 0) {
+    return QDateTime(monday.addDays(day), QTime(hour, minute));
+}
+
+Occurrence timed(const QString &uid, const QString &subject, const QDateTime &start, int minutes) {
+    Occurrence occurrence;
+    occurrence.uid = uid;
+    occurrence.summary = subject;
+    occurrence.start = start;
+    occurrence.end = start.addSecs(minutes * 60);
+    return occurrence;
+}
+
+// A grid in a window of its own, with two appointments and a trip in its week.
+class CalendarGridTest : public testing::Test {
+protected:
+    void SetUp() override {
+        defineTileClass();
+        auto *layout = new QVBoxLayout(window.get());
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->addWidget(grid);
+        window->resize(1100, 900);
+        grid->setClock([] { return at(1, 11, 20); });
+        week.last().allDay = true;
+        show();
+        window->show();
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        grid->setFocus();
+    }
+    void TearDown() override {
+        window.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    void show(int weeksLater = 0) {
+        grid->show(week, monday.addDays(7 * weeksLater), CalendarGrid::Extent::Week, monday.addDays(1));
+    }
+    DayColumns *columns() const { return grid->findChild<DayColumns *>(); }
+    template<typename T>
+    QList<T *> visible() const {
+        QList<T *> found = grid->findChildren<T *>();
+        found.removeIf([](const T *widget) { return !widget->isVisible(); });
+        return found;
+    }
+    TileRename *rename() const { return visible<TileRename>().value(0); }
+    EventTileView *tile(const QString &uid) const {
+        for (EventTileView *tile : visible<EventTileView>())
+            if (tile->occurrence().uid == uid && !tile->isGhost())
+                return tile;
+        return nullptr;
+    }
+    int ghosts() const {
+        const auto tiles = visible<EventTileView>();
+        return int(std::count_if(tiles.begin(), tiles.end(), [](auto *tile) { return tile->isGhost(); }));
+    }
+    // Points in the window.
+    QPoint middleOf(const EventTileView *tile) const {
+        return tile->mapTo(window.get(), tile->rect().center());
+    }
+    QPoint emptyAt(int day, int minute) const {
+        const QPoint point(left(day) + dayWidth() / 2, height(minute) + 3);
+        return columns()->mapTo(window.get(), point);
+    }
+    int left(int day) const { return GridStyle(grid).gutter + day * dayWidth(); }
+    int dayWidth() const { return (columns()->width() - GridStyle(grid).gutter) / 7; }
+    int height(int minutes) const { return columns()->yOf(minutes); }
+
+    void click(const QPoint &point, Qt::MouseButton button = Qt::LeftButton) {
+        QTest::mouseClick(window->windowHandle(), button, {}, point);
+    }
+    void doubleClick(const QPoint &point) {
+        QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, point);
+    }
+    void press(const QPoint &point) { QTest::mousePress(window->windowHandle(), Qt::LeftButton, {}, point); }
+    void moveTo(const QPoint &point) { QTest::mouseMove(window->windowHandle(), point); }
+    void release(const QPoint &point) {
+        QTest::mouseRelease(window->windowHandle(), Qt::LeftButton, {}, point);
+    }
+    void startDrag(const QPoint &from, const QPoint &to) {
+        press(from);
+        moveTo(from + (to - from) / 2);
+        moveTo(to);
+    }
+    void drag(const QPoint &from, const QPoint &by) {
+        startDrag(from, from + by);
+        release(from + by);
+    }
+    void key(int key) { QTest::keyClick(window->windowHandle(), Qt::Key(key)); }
+
+    ProcessZone zone{"Europe/Berlin"};
+    std::unique_ptr<QWidget> window = std::make_unique<QWidget>();
+    CalendarGrid *grid = new CalendarGrid;
+    QList<Occurrence> week{timed(u"a"_s, u"Alpha"_s, at(0, 10), 60), timed(u"b"_s, u"Beta"_s, at(2, 11), 30),
+                           timed(u"trip"_s, u"Trip"_s, at(1, 0), 2 * minutesPerDay)};
+};
+
 TEST_F(CalendarGridTest, AClickSelectsAndADoubleClickOpensOrBeginsANewOne) {
     const QSignalSpy opened(grid, &CalendarGrid::opened);
     const QSignalSpy fresh(grid, &CalendarGrid::newRequested);
-    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, middleOf(tile(u"b"_s)));
-    ASSERT_TRUE(grid->selected());
-    EXPECT_EQ(grid->selected()->uid, u"b"_s);
+    click(middleOf(tile(u"b"_s)));
+    EXPECT_EQ(grid->selectedTile(), tile(u"b"_s));
     EXPECT_EQ(grid->selectedMoment(), at(2, 11));
-    QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, middleOf(tile(u"b"_s)));
+    doubleClick(middleOf(tile(u"b"_s)));
     EXPECT_EQ(opened.count(), 1);
-    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, emptyAt(4, 13 * 60 + 20));
+    click(emptyAt(4, 13 * 60 + 20));
     EXPECT_FALSE(grid->selected());
     EXPECT_EQ(grid->selectedMoment(), at(4, 13));
-    QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, emptyAt(3, 14 * 60 + 40));
-    ASSERT_EQ(fresh.count(), 1);
-    EXPECT_EQ(fresh[0][0].toDateTime(), at(3, 14, 30));
-    EXPECT_FALSE(fresh[0][1].toBool());
-    auto *allDay = grid->findChild<AllDayRow *>();
-    QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {},
-                       allDay->mapTo(window.get(), QPoint(left(5) + 20, 8)));
+    doubleClick(emptyAt(3, 14 * 60 + 40));
+    doubleClick(grid->findChild<AllDayRow *>()->mapTo(window.get(), QPoint(left(5) + 20, 8)));
     ASSERT_EQ(fresh.count(), 2);
-    EXPECT_EQ(fresh[1][0].toDateTime(), at(5, 0));
-    EXPECT_TRUE(fresh[1][1].toBool());
+    EXPECT_EQ(fresh[0], (QVariantList{at(3, 14, 30), false}));
+    EXPECT_EQ(fresh[1], (QVariantList{at(5, 0), true}));
     EXPECT_EQ(opened.count(), 1);
+}
+
+TEST_F(CalendarGridTest, ARightClickSelectsBeforeItAsksForTheMenu) {
+    QStringList selected;
+    QObject::connect(grid, &CalendarGrid::menuRequested, window.get(),
+                     [&] { selected.append(grid->selected() ? grid->selected()->uid : u"nothing"_s); });
+    click(middleOf(tile(u"b"_s)), Qt::RightButton);
+    click(emptyAt(5, 13 * 60), Qt::RightButton);
+    EXPECT_EQ(selected, (QStringList{u"b"_s, u"nothing"_s}));
 }
 
 TEST_F(CalendarGridTest, ADragMovesAcrossTimesAndDaysAndShowsWhereItIsGoing) {
     const QSignalSpy moved(grid, &CalendarGrid::moved);
     const QRect before = tile(u"a"_s)->geometry();
-    startDrag(middleOf(tile(u"a"_s)), middleOf(tile(u"a"_s)) + QPoint(3 * dayWidth(), height(80)));
+    const QPoint to = middleOf(tile(u"a"_s)) + QPoint(3 * dayWidth(), height(80));
+    startDrag(middleOf(tile(u"a"_s)), to);
     EXPECT_EQ(ghosts(), 1);
     EXPECT_TRUE(tile(u"a"_s)->state().dimmed);
-    EXPECT_EQ(tile(u"a"_s)->geometry(), before);
-    release(middleOf(tile(u"a"_s)) + QPoint(3 * dayWidth(), height(80)));
-    ASSERT_EQ(moved.count(), 1);
-    EXPECT_EQ(moved[0][0].toDateTime(), at(3, 11, 15));
+    release(to);
     // Nothing has changed until somebody shows it.
     EXPECT_EQ(ghosts(), 0);
     EXPECT_EQ(tile(u"a"_s)->geometry(), before);
     EXPECT_FALSE(tile(u"a"_s)->state().dimmed);
     drag(middleOf(tile(u"trip"_s)), QPoint(2 * dayWidth(), 0));
     ASSERT_EQ(moved.count(), 2);
+    EXPECT_EQ(moved[0][0].toDateTime(), at(3, 11, 15));
     EXPECT_EQ(moved[1][0].toDateTime(), at(3, 0));
 }
 
@@ -62,41 +174,22 @@ TEST_F(CalendarGridTest, EdgesResize) {
         bool end;
         QPoint by;
         QDateTime start;
-        qint64 seconds;
+        int minutes;
     };
-    constexpr int hour = 3600;
-    const QList<Case> cases{{u"a"_s, true, {0, height(45)}, at(0, 10), 105 * 60},
-                            {u"a"_s, false, {0, -height(30)}, at(0, 9, 30), 90 * 60},
-                            {u"a"_s, true, {0, -height(200)}, at(0, 10), 15 * 60},
-                            {u"trip"_s, true, {dayWidth(), 0}, at(1, 0), 72 * hour},
-                            {u"trip"_s, false, {dayWidth(), 0}, at(2, 0), 24 * hour}};
+    const QList<Case> cases{{u"a"_s, true, {0, height(45)}, at(0, 10), 105},
+                            {u"a"_s, false, {0, -height(30)}, at(0, 9, 30), 90},
+                            {u"trip"_s, true, {dayWidth(), 0}, at(1, 0), 3 * minutesPerDay},
+                            {u"trip"_s, false, {dayWidth(), 0}, at(2, 0), minutesPerDay}};
     for (int i = 0; i < cases.size(); ++i) {
         drag(edge(cases[i].uid, cases[i].end), cases[i].by);
         ASSERT_EQ(resized.count(), i + 1);
-        EXPECT_EQ(resized[i][0].toDateTime(), cases[i].start) << i;
-        EXPECT_EQ(resized[i][1].toLongLong(), cases[i].seconds) << i;
+        EXPECT_EQ(resized[i], (QVariantList{cases[i].start, qint64(cases[i].minutes) * 60})) << i;
     }
     moveTo(edge(u"a"_s, true));
     EXPECT_EQ(columns()->cursor().shape(), Qt::SizeVerCursor);
     moveTo(middleOf(tile(u"a"_s)));
     EXPECT_EQ(columns()->cursor().shape(), Qt::ArrowCursor);
     EXPECT_TRUE(tile(u"a"_s)->state().hovered);
-}
-
-TEST_F(CalendarGridTest, WhatIsNoDragSendsNothing) {
-    const QSignalSpy moved(grid, &CalendarGrid::moved);
-    const QPoint middle = middleOf(tile(u"a"_s));
-    drag(middle, QPoint(3, 3)); // a trembling click
-    startDrag(middle, middle + QPoint(dayWidth(), 0));
-    EXPECT_EQ(ghosts(), 1);
-    QTest::keyClick(grid, Qt::Key_Escape);
-    EXPECT_EQ(ghosts(), 0);
-    release(middle + QPoint(dayWidth(), 0));
-    startDrag(middle, middle + QPoint(dayWidth(), 0));
-    moveTo(middle); // back again
-    release(middle);
-    EXPECT_EQ(moved.count(), 0);
-    EXPECT_EQ(grid->selected()->uid, u"a"_s);
 }
 
 TEST_F(CalendarGridTest, WhateverChangesUnderAGestureEndsIt) {
@@ -106,75 +199,209 @@ TEST_F(CalendarGridTest, WhateverChangesUnderAGestureEndsIt) {
     const QList<std::pair<const char *, std::function<void()>>> changes{
         {"shown again", [this] { show(); }},
         {"gone from the list", [this] { grid->show({}, monday, CalendarGrid::Extent::Week, monday); }},
-        {"another week", [this] { grid->show(week, monday.addDays(7), CalendarGrid::Extent::Week, monday); }},
-        {"another extent", [this] { show(CalendarGrid::Extent::Day); }}};
+        {"another week", [this] { show(1); }},
+        {"another extent", [this] { grid->show(week, monday, CalendarGrid::Extent::Day, monday); }},
+        {"Escape", [this] { key(Qt::Key_Escape); }},
+        {"back again", [&] { moveTo(middle); }}};
     for (const auto &[name, change] : changes) {
-        for (const bool dragging : {false, true}) {
-            SCOPED_TRACE(name);
-            show();
-            press(middle);
-            if (dragging)
-                moveTo(to);
-            change();
-            moveTo(to + QPoint(5, 5));
-            release(to);
-            EXPECT_EQ(ghosts(), 0);
-            EXPECT_EQ(moved.count(), 0);
-        }
+        SCOPED_TRACE(name);
+        show();
+        startDrag(middle, to);
+        EXPECT_EQ(ghosts(), 1);
+        change();
+        release(middle);
+        EXPECT_EQ(ghosts(), 0);
     }
     show();
-    drag(middle, QPoint(dayWidth(), 0)); // and the next one works
-    EXPECT_EQ(moved.count(), 1);
-    // The whole grid goes with the answer to the signal.
+    drag(middle, QPoint(3, 3)); // a trembling click
+    EXPECT_EQ(moved.count(), 0);
+    // The whole grid may go with the answer to the signal.
     QObject::connect(grid, &CalendarGrid::moved, window.get(), [this] { delete grid; });
     drag(middle, QPoint(dayWidth(), 0));
-}
-
-TEST_F(CalendarGridTest, ARightClickSelectsBeforeItAsksForTheMenu) {
-    QStringList selected;
-    QObject::connect(grid, &CalendarGrid::menuRequested, window.get(),
-                     [&] { selected.append(grid->selected() ? grid->selected()->uid : u"nothing"_s); });
-    QTest::mouseClick(window->windowHandle(), Qt::RightButton, {}, middleOf(tile(u"b"_s)));
-    QTest::mouseClick(window->windowHandle(), Qt::RightButton, {}, emptyAt(5, 13 * 60));
-    EXPECT_EQ(selected, (QStringList{u"b"_s, u"nothing"_s}));
+    EXPECT_EQ(window->findChild<CalendarGrid *>(), nullptr);
 }
 
 TEST_F(CalendarGridTest, TheLineOfTheCurrentTimeIsOnTodayOnly) {
-    const auto line = [this]() -> QWidget * {
-        for (QWidget *child : columns()->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
-            if (!qobject_cast<EventTileView *>(child))
-                return child;
-        return nullptr;
-    };
-    ASSERT_NE(line(), nullptr);
-    EXPECT_TRUE(line()->isVisible());
-    EXPECT_NEAR(line()->geometry().center().y(), columns()->yOf(11 * 60 + 20), 1);
-    EXPECT_NEAR(line()->geometry().right(), left(2), 2);
-    grid->show(week, monday.addDays(7), CalendarGrid::Extent::Week, monday.addDays(1));
-    EXPECT_FALSE(line()->isVisible());
+    const QWidget *line = nullptr;
+    for (const QWidget *child : columns()->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
+        line = qobject_cast<const EventTileView *>(child) ? line : child;
+    ASSERT_NE(line, nullptr);
+    EXPECT_TRUE(line->isVisible());
+    EXPECT_NEAR(line->geometry().center().y(), height(11 * 60 + 20), 1);
+    EXPECT_NEAR(line->geometry().right(), left(2), 4);
+    show(1);
+    EXPECT_FALSE(line->isVisible());
 }
 
-TEST_F(CalendarGridTest, TilesAreMadeThroughTheObjectRuntimeAndKeptForTheirAppointment) {
-    static int made;
-    made = 0;
-    static rt::Method *method = nullptr;
-    method = rt::instanceMethod(rt::classNamed(u"CCEventTileView"_s),
-                                rt::Selector("initWithFrame:andController:andFillColor:isGhost:"));
-    ASSERT_NE(method, nullptr);
-    static rt::Implementation original;
-    original = method->implementation;
-    method->implementation = [](rt::Object *self, rt::Selector command, rt::Args arguments) {
-        ++made;
-        return original(self, command, arguments);
+TEST_F(CalendarGridTest, TheSubjectIsWrittenAnewInItsPlace) {
+    const QSignalSpy renamed(grid, &CalendarGrid::renamed);
+    const auto type = [this](const QString &subject) {
+        grid->select(u"a"_s);
+        grid->beginRename();
+        ASSERT_NE(rename(), nullptr);
+        EXPECT_TRUE(rename()->hasFocus());
+        QTest::keyClicks(rename(), subject);
     };
-    const QPointer<EventTileView> before = tile(u"b"_s);
-    week.prepend(timed(u"new"_s, u"New"_s, 0, QTime(7, 0), 30));
-    week[1].start = at(4, 10);
-    week[1].end = at(4, 11);
+    type(u"Gamma"_s);
+    key(Qt::Key_Return);
+    EXPECT_EQ(rename(), nullptr);
+    EXPECT_TRUE(grid->hasFocus());
+    type(u"Delta"_s);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(rename(), nullptr);
+    EXPECT_TRUE(grid->hasFocus());
+    type(QString());
+    key(Qt::Key_Return); // unchanged
+    type(u"Eps"_s);
+    click(middleOf(tile(u"b"_s)));
+    ASSERT_EQ(renamed.count(), 2);
+    EXPECT_EQ(renamed[0][0].toString(), u"Gamma"_s);
+    EXPECT_EQ(renamed[1][0].toString(), u"Eps"_s);
+    EXPECT_EQ(grid->selected()->uid, u"b"_s);
+}
+
+TEST_F(CalendarGridTest, TypingGoesOnOverAChangeThatLeavesTheSubject) {
+    const QSignalSpy renamed(grid, &CalendarGrid::renamed);
+    grid->select(u"a"_s);
+    grid->beginRename();
+    QTest::keyClicks(rename(), u"Half"_s);
+    week[0] = timed(u"a"_s, u"Alpha"_s, at(3, 15), 60);
     show();
-    method->implementation = original;
-    EXPECT_EQ(made, 1);
-    EXPECT_EQ(tile(u"b"_s), before);
+    ASSERT_NE(rename(), nullptr);
+    EXPECT_EQ(rename()->text(), u"Half"_s);
+    EXPECT_EQ(rename()->pos(), tile(u"a"_s)->pos());
+    week[0].summary = u"Somebody was faster"_s;
+    show();
+    EXPECT_EQ(rename(), nullptr);
+    grid->beginRename();
+    week.removeFirst();
+    show();
+    EXPECT_EQ(rename(), nullptr);
+    EXPECT_EQ(renamed.count(), 0);
+}
+
+TEST_F(CalendarGridTest, TheSelectionFollowsTheDayOfItsSeries) {
+    for (int day = 3; day < 6; ++day) {
+        week.append(timed(u"daily"_s, u"Daily"_s, at(day, 8), 15));
+        week.last().instanceId = QString::number(day);
+    }
+    show();
+    ASSERT_TRUE(grid->select(u"daily"_s, u"4"_s));
+    EXPECT_EQ(grid->selectedMoment(), at(4, 8));
+    week[4].start = at(2, 16);
+    week[4].end = at(2, 17);
+    show();
+    ASSERT_TRUE(grid->selected());
+    EXPECT_EQ(grid->selected()->instanceId, u"4"_s);
+    EXPECT_TRUE(grid->selectedTile()->state().selected);
+    EXPECT_TRUE(grid->select(u"daily"_s));
+    EXPECT_EQ(grid->selectedMoment(), at(2, 16)) << "the first that is shown";
+    EXPECT_FALSE(grid->select(u"nobody"_s));
+    const QSignalSpy selection(grid, &CalendarGrid::selectionMoved);
+    week.removeAt(4);
+    show();
+    EXPECT_FALSE(grid->selected());
+    EXPECT_EQ(selection.count(), 1);
+    EXPECT_EQ(grid->selectedMoment(), at(2, 16)) << "the place stays";
+    show(1);
+    EXPECT_EQ(grid->selectedMoment(), at(9, 16)) << "and turns with the pages";
+}
+
+TEST_F(CalendarGridTest, TheKeyboardReachesEverythingAndTurnsThePage) {
+    const QSignalSpy opened(grid, &CalendarGrid::opened);
+    const QSignalSpy fresh(grid, &CalendarGrid::newRequested);
+    const QSignalSpy menu(grid, &CalendarGrid::menuRequested);
+    grid->select(u"a"_s);
+    key(Qt::Key_Right);
+    EXPECT_EQ(QApplication::focusWidget(), tile(u"trip"_s));
+    key(Qt::Key_PageDown); // moves the view and not the selection
+    EXPECT_EQ(QApplication::focusWidget(), tile(u"trip"_s));
+    key(Qt::Key_Right);
+    EXPECT_EQ(grid->selected()->uid, u"b"_s);
+    key(Qt::Key_Return);
+    EXPECT_EQ(opened.count(), 1);
+    QTest::keyClick(window->windowHandle(), Qt::Key_F10, Qt::ShiftModifier);
+    key(Qt::Key_Menu);
+    EXPECT_EQ(menu.count(), 2);
+    key(Qt::Key_Right);
+    key(Qt::Key_Down);
+    EXPECT_FALSE(grid->selected());
+    key(Qt::Key_Return);
+    ASSERT_EQ(fresh.count(), 1);
+    EXPECT_EQ(fresh[0], (QVariantList{at(3, 10, 30), false}));
+    QList<int> pages;
+    QObject::connect(grid, &CalendarGrid::pageRequested, window.get(), [&](int days) {
+        pages.append(days);
+        show(grid->firstDay() == monday ? 1 : 0);
+    });
+    for (int i = 0; i < 4; ++i)
+        key(Qt::Key_Right);
+    EXPECT_EQ(grid->selectedMoment().date(), monday.addDays(7));
+    key(Qt::Key_Left);
+    EXPECT_EQ(pages, (QList<int>{7, -7}));
+    EXPECT_EQ(grid->selectedMoment().date(), monday.addDays(6));
+}
+
+TEST_F(CalendarGridTest, TheGridIsOneStopForTab) {
+    auto *before = new QLineEdit;
+    auto *after = new QLineEdit;
+    qobject_cast<QVBoxLayout *>(window->layout())->insertWidget(0, before);
+    window->layout()->addWidget(after);
+    before->show();
+    after->show();
+    QWidget::setTabOrder(before, grid);
+    QWidget::setTabOrder(grid, after);
+    for (const bool selectedBefore : {false, true}) {
+        before->setFocus();
+        key(Qt::Key_Tab);
+        ASSERT_TRUE(grid->selected());
+        EXPECT_EQ(QApplication::focusWidget(), grid->selectedTile()) << selectedBefore;
+        key(Qt::Key_Tab);
+        EXPECT_EQ(QApplication::focusWidget(), after) << selectedBefore;
+        key(Qt::Key_Backtab);
+        EXPECT_EQ(QApplication::focusWidget(), grid->selectedTile()) << selectedBefore;
+        key(Qt::Key_Backtab);
+        EXPECT_EQ(QApplication::focusWidget(), before) << selectedBefore;
+    }
+}
+
+TEST_F(CalendarGridTest, TheKeyboardNeverLeavesTheGridWithATile) {
+    grid->select(u"b"_s);
+    const QImage withKeyboard = tile(u"b"_s)->grab().toImage();
+    QWidget other; // an editor, while the calendar changes
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    EXPECT_NE(tile(u"b"_s)->grab().toImage(), withKeyboard) << "it is seen which one has the keyboard";
+    week.removeAt(1);
+    show();
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    EXPECT_EQ(QApplication::focusWidget(), grid);
+}
+
+TEST_F(CalendarGridTest, EachTileSaysWhatItIs) {
+    week[0].location = u"Room 4"_s;
+    week[0].isOccurrence = true;
+    week[0].hasMeetingRecord = true;
+    week[0].summary.clear();
+    show();
+    grid->select(u"a"_s);
+    const auto interface = [](QWidget *widget) { return QAccessible::queryAccessibleInterface(widget); };
+    EXPECT_EQ(interface(tile(u"a"_s))->text(QAccessible::Name).remove(u":00"_s),
+              u"Untitled, Monday 9 March, 10 to 11, Room 4, repeats, online meeting"_s);
+    EXPECT_EQ(interface(tile(u"trip"_s))->text(QAccessible::Name),
+              u"Trip, Tuesday 10 March to Wednesday 11 March, all day"_s);
+    EXPECT_TRUE(interface(tile(u"a"_s))->state().focused);
+    EXPECT_TRUE(interface(tile(u"a"_s))->state().selected);
+    EXPECT_FALSE(interface(tile(u"b"_s))->state().selected);
+    EXPECT_EQ(interface(tile(u"a"_s))->role(), QAccessible::ListItem);
+    const QSignalSpy opened(grid, &CalendarGrid::opened);
+    interface(tile(u"b"_s))->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(opened.count(), 1);
+    EXPECT_EQ(grid->selected()->uid, u"b"_s);
+    EXPECT_EQ(interface(grid)->text(QAccessible::Description).remove(u":00"_s), u"Wednesday 11 March, 11"_s);
+    EXPECT_EQ(interface(grid)->text(QAccessible::Name), u"Calendar"_s);
 }
 
 } // namespace
