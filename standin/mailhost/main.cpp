@@ -10,10 +10,8 @@ int refuseCalendar(const QString &problem) {
     program::complain(problem);
     if (program::isReadOnTerminal())
         return program::CannotOpen;
-    const std::unique_ptr<QMessageBox> box(
-        mailhost::makeMessage(nullptr, QObject::tr("The calendar could not be opened."), problem));
-    box->setIcon(QMessageBox::Warning);
-    box->exec();
+    QMessageBox::warning(nullptr, QGuiApplication::applicationDisplayName(),
+                         QObject::tr("The calendar could not be opened.") + u"\n\n"_s + problem);
     return program::CannotOpen;
 }
 

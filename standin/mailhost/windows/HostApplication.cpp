@@ -193,14 +193,10 @@ EditorWindowController *HostApplication::openEditorFor(const QString &uid, const
         showEditorFor(std::make_unique<CalendarEvent>(m_session.get(), uid, recurrenceId, false)));
 }
 
-EditorWindowController *HostApplication::openNewMeeting() {
-    rt::send(m_delegate.get(), "newCalendarMeeting:", rt::Value());
-    return EditorWindowController::open().value(EditorWindowController::open().size() - 1);
-}
-
 EditorWindowController *HostApplication::openNewAppointment() {
     rt::send(editorWindowClass(), "showWindowForNewEvent");
-    return EditorWindowController::open().value(EditorWindowController::open().size() - 1);
+    const QList<EditorWindowController *> open = EditorWindowController::open();
+    return open.value(open.size() - 1);
 }
 
 HostOptions optionsFromArguments() {

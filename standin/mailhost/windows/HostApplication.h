@@ -44,7 +44,6 @@ public:
     bool closeAll();
     // Opens the editor of the appointment as the user does; nullptr if the appointment does not exist.
     EditorWindowController *openEditorFor(const QString &uid, const QString &recurrenceId = QString());
-    EditorWindowController *openNewMeeting();
     EditorWindowController *openNewAppointment();
 
 private:

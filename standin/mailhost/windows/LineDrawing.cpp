@@ -20,12 +20,8 @@ namespace {
 
 QByteArray sourceOf(const QString &name) {
     takeInResource();
-    static QHash<QString, QByteArray> sources;
-    QByteArray &source = sources[name];
     QFile file(u":/mailhost/%1.svg"_s.arg(name));
-    if (source.isEmpty() && file.open(QIODevice::ReadOnly))
-        source = file.readAll();
-    return source;
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 class Engine : public QIconEngine {

@@ -8,18 +8,13 @@
 
 namespace mailhost {
 
-QMessageBox *makeMessage(QWidget *parent, const QString &text, const QString &detail) {
+QMessageBox *showMessage(QWidget *parent, const QString &text, const QString &detail,
+                         const QList<MessageChoice> &choices) {
     auto *box = new QMessageBox(parent);
     box->setIcon(QMessageBox::Question);
     box->setWindowTitle(QApplication::applicationDisplayName());
     box->setText(u"<b>"_s + text.toHtmlEscaped() + u"</b>"_s);
     box->setInformativeText(detail);
-    return box;
-}
-
-QMessageBox *showMessage(QWidget *parent, const QString &text, const QString &detail,
-                         const QList<MessageChoice> &choices) {
-    QMessageBox *box = makeMessage(parent, text, detail);
     QList<std::pair<QAbstractButton *, std::function<void()>>> answers;
     for (const MessageChoice &choice : choices) {
         QPushButton *button = box->addButton(choice.text, choice.role);

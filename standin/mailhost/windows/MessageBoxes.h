@@ -15,10 +15,8 @@ struct MessageChoice {
     std::function<void()> chosen;
 };
 
-// A question with the parent as its owner, without buttons.
-[[nodiscard]] QMessageBox *makeMessage(QWidget *parent, const QString &text, const QString &detail);
-// Shows one; modal for the parent, which may be nullptr, without blocking. Return chooses what accepts, else
-// what rejects; Escape what rejects.
+// Shows a question; modal for the parent, which may be nullptr, without blocking. Return chooses what
+// accepts, else what rejects; Escape what rejects.
 QMessageBox *showMessage(QWidget *parent, const QString &text, const QString &detail,
                          const QList<MessageChoice> &choices);
 // One that can only be confirmed.

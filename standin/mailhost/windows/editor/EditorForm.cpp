@@ -4,8 +4,6 @@
 #include "standin/mailhost/model/CalendarDate.h"
 #include "standin/mailhost/windows/ControlNames.h"
 
-#include <QLabel>
-
 namespace mailhost {
 
 namespace {
@@ -13,12 +11,6 @@ namespace {
 void name(QWidget *field, const QString &controlName, const QString &accessibleName) {
     field->setObjectName(controlName);
     field->setAccessibleName(accessibleName);
-}
-
-QLabel *labelFor(QWidget *buddy, const QString &text) {
-    auto *label = new QLabel(text);
-    label->setBuddy(buddy);
-    return label;
 }
 
 QDateTime localDateTime(const QDate &date, const QTime &time, const QTimeZone &zone) {
@@ -41,7 +33,7 @@ void EditorForm::buildPeople() {
     m_rooms->setPlaceholderText(tr("Room <address>, …"));
     const auto addRow = [this](QWidget *field, const QString &controlName, const QString &label) {
         name(field, controlName, QString(label).remove(u'&').remove(u':'));
-        m_header->addRow(labelFor(field, label), {field}, false);
+        m_header->addRow(label, {field}, false);
     };
     addRow(m_from, controls::fromChooser, tr("&From:"));
     addRow(m_attendees, controls::attendeesField, tr("&Attendees:"));
@@ -69,13 +61,13 @@ void EditorForm::buildTimes() {
     m_endTime->setAccessibleName(tr("End time"));
     name(m_allDay, controls::allDayBox, tr("All day"));
     name(m_zone, controls::timeZoneChooser, tr("Time zone"));
-    m_header->addRow(labelFor(m_startDate, tr("S&tarts:")), {m_startDate, m_startTime, m_allDay}, true);
+    m_header->addRow(tr("S&tarts:"), {m_startDate, m_startTime, m_allDay}, true);
     m_allDay->setFixedWidth(78);
     auto *filler = new QWidget;
     filler->setFixedWidth(78);
-    m_header->addRow(labelFor(m_endDate, tr("&Ends:")), {m_endDate, m_endTime, filler}, true);
+    m_header->addRow(tr("&Ends:"), {m_endDate, m_endTime, filler}, true);
     // Other programs find this label by its text, to see whether the time-zone row is visible.
-    m_zoneRow = m_header->addRow(labelFor(m_zone, u"Time zone:"_s), {m_zone}, true);
+    m_zoneRow = m_header->addRow(u"Time zone:"_s, {m_zone}, true);
     m_zoneRow->setObjectName(controls::timeZoneRow);
     m_zoneRow->hide();
     connect(m_startDate, &QDateEdit::dateChanged, this, &EditorForm::startChanged);

@@ -156,7 +156,7 @@ void EditorViewController::setOlmUCCapabilities(const QString &text) {
     contentDidChange();
 }
 
-bool EditorViewController::store(int sequenceStep, const QString &status) {
+bool EditorViewController::store(int sequenceStep) {
     Appointment appointment = m_form->values();
     const Appointment set = m_event->changeable();
     appointment.ucCapabilities = m_capabilities ? *m_capabilities : set.ucCapabilities;
@@ -168,8 +168,6 @@ bool EditorViewController::store(int sequenceStep, const QString &status) {
     const bool bodyChanged = html != asHtmlDocument(set.bodyHtml);
     appointment.bodyHtml = bodyChanged ? html : set.bodyHtml;
     appointment.sequence = set.sequence + sequenceStep;
-    if (!status.isNull())
-        appointment.status = status;
     MutableCalendarEvent record(m_event->session(), appointment);
     const QScopedValueRollback storing(m_storing, true);
     if (rt::integerValue(rt::send(&record, "saveRecord")) != 0) {
@@ -191,7 +189,7 @@ bool EditorViewController::store(int sequenceStep, const QString &status) {
 bool EditorViewController::save() {
     if (canEdit() && m_event->isOccurrence() && !isDirty())
         return true; // an unchanged occurrence still belongs to its series
-    return canEdit() && store(0, {});
+    return canEdit() && store(0);
 }
 
 int EditorViewController::saveAndCloseWindow(bool close) {
@@ -205,7 +203,7 @@ int EditorViewController::saveAndCloseWindow(bool close) {
 void EditorViewController::sendMeetingPostValidate() {
     if (m_cancelMode)
         return sendCancellation();
-    if (!canEdit() || !store(1, {}))
+    if (!canEdit() || !store(1))
         return;
     if (!m_event->session()->sendMessage(m_event->stored(), false))
         return Q_EMIT failed(m_event->session()->lastError());
@@ -213,12 +211,10 @@ void EditorViewController::sendMeetingPostValidate() {
 }
 
 void EditorViewController::sendCancellation() {
-    CalendarSession *session = m_event->session();
-    if (!store(1, u"CANCELLED"_s))
+    if (!store(0))
         return;
-    const Appointment cancelled = m_event->stored();
-    if (!session->sendMessage(cancelled, true) || !session->remove(cancelled.uid, cancelled.recurrenceId))
-        return Q_EMIT failed(session->lastError());
+    if (!m_event->session()->cancel(m_event->stored()))
+        return Q_EMIT failed(m_event->session()->lastError());
     Q_EMIT closeWanted();
 }
 

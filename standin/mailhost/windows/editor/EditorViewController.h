@@ -88,7 +88,7 @@ private:
     void showEditable();
     void followCalendar();
     void eventWasSet(CalendarEvent::SetItem item);
-    bool store(int sequenceStep, const QString &status);
+    bool store(int sequenceStep);
     void sendCancellation();
 
     std::unique_ptr<CalendarEvent> m_event;

@@ -13,20 +13,23 @@ namespace mailhost {
 namespace {
 
 constexpr int labelWidth = 84;
+constexpr int spacing = 8; // within a row
 constexpr int rowHeight = 30;
 
 } // namespace
 
-HostView::HostView(rt::Class *isa, QWidget *parent)
+HostView::HostView(rt::Class *isa, int lineLeft, QWidget *parent)
     : QWidget(parent)
-    , rt::Object(isa) {}
+    , rt::Object(isa)
+    , m_lineLeft(lineLeft) {}
 
 // Draws only a decoration, which a plug-in may replace.
-bool HostView::drawRect(const QRectF &rect) {
+bool HostView::drawRect(const QRectF &) {
     if (!m_painting)
         return false;
-    QPainter painter(this);
-    draw(painter, rect);
+    QColor line = palette().color(QPalette::Mid);
+    line.setAlphaF(m_lineLeft > 0 ? 0.25F : 1);
+    QPainter(this).fillRect(m_lineLeft, height() - 1, width(), 1, line);
     return true;
 }
 
@@ -37,7 +40,7 @@ void HostView::paintEvent(QPaintEvent *event) {
 }
 
 HeaderView::HeaderView(rt::Class *isa, bool newerGeneration)
-    : HostView(isa)
+    : HostView(isa, 0)
     , m_newerGeneration(newerGeneration)
     , m_layout(new QVBoxLayout(this)) {
     setObjectName(controls::editorHeader);
@@ -58,14 +61,18 @@ rt::Object *HeaderView::initWithFrame(const QRectF &frame) {
     return this;
 }
 
-QWidget *HeaderView::addRow(QLabel *label, const QList<QWidget *> &fields, bool narrow) {
-    QWidget *row = m_newerGeneration ? new AutoLayoutView(this) : new QWidget(this);
+QWidget *HeaderView::addRow(const QString &text, const QList<QWidget *> &fields, bool narrow) {
+    QWidget *row = m_newerGeneration
+                       ? new HostView(rt::classNamed(u"OLAutoLayoutView"_s), labelWidth + spacing, this)
+                       : new QWidget(this);
     auto *layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(8);
+    layout->setSpacing(spacing);
     row->setFixedHeight(rowHeight);
     if (narrow)
         row->setFixedWidth(narrowWidth - m_layout->contentsMargins().left());
+    auto *label = new QLabel(text);
+    label->setBuddy(fields.first());
     label->setFixedWidth(labelWidth);
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     layout->addWidget(label);
@@ -75,27 +82,11 @@ QWidget *HeaderView::addRow(QLabel *label, const QList<QWidget *> &fields, bool 
     return row;
 }
 
-void HeaderView::draw(QPainter &painter, const QRectF &rect) {
-    painter.fillRect(rect, palette().color(QPalette::Window));
-    painter.setPen(palette().color(QPalette::Mid));
-    painter.drawLine(0, height() - 1, width(), height() - 1);
-}
-
 QVariantList HeaderView::managedSubviewsData() const {
     QVariantList data;
     for (QWidget *child : findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
         data.append(QVariantMap{{u"subview"_s, rt::fromWidget(child)}});
     return data;
-}
-
-AutoLayoutView::AutoLayoutView(QWidget *parent)
-    : HostView(rt::classNamed(u"OLAutoLayoutView"_s), parent) {}
-
-void AutoLayoutView::draw(QPainter &painter, const QRectF &) {
-    QColor line = palette().color(QPalette::Mid);
-    line.setAlpha(60);
-    painter.setPen(line);
-    painter.drawLine(labelWidth + 8, height() - 1, width(), height() - 1);
 }
 
 void defineHeaderClasses() {

@@ -7,24 +7,22 @@
 #include <QVBoxLayout>
 #include <QWidget>
 
-class QLabel;
-class QPainter;
-
 namespace mailhost {
 
-// A view that the runtime's "drawRect:" paints.
+// A view that the runtime's "drawRect:" paints: a line at its bottom.
 class HostView : public QWidget, public rt::Object {
     Q_OBJECT
 public:
+    // The line begins at `lineLeft`.
+    HostView(rt::Class *isa, int lineLeft, QWidget *parent = nullptr);
     // Returns false outside of painting.
     bool drawRect(const QRectF &rect);
 
 protected:
-    explicit HostView(rt::Class *isa, QWidget *parent = nullptr);
-    virtual void draw(QPainter &painter, const QRectF &rect) = 0;
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    int m_lineLeft;
     bool m_painting = false;
 };
 
@@ -38,31 +36,18 @@ public:
     // Makes a view of the generation's class, initialised with "initWithFrame:".
     static HeaderView *make(bool newerGeneration, const QRectF &frame);
 
-    // A row over the whole width, or a narrow one that leaves the right side free. The label, on the left, is
-    // the row's own child.
-    QWidget *addRow(QLabel *label, const QList<QWidget *> &fields, bool narrow);
+    // A row over the whole width, or a narrow one that leaves the right side free. The label, on the left,
+    // belongs to the first field and is the row's own child.
+    QWidget *addRow(const QString &label, const QList<QWidget *> &fields, bool narrow);
 
     [[nodiscard]] rt::Object *initWithFrame(const QRectF &frame);
     // Dictionaries with each direct subview under "subview".
     [[nodiscard]] QVariantList managedSubviewsData() const;
 
-protected:
-    void draw(QPainter &painter, const QRectF &rect) override;
-
 private:
     HeaderView(rt::Class *isa, bool newerGeneration);
     bool m_newerGeneration;
     QVBoxLayout *m_layout;
-};
-
-// One row of the newer header.
-class AutoLayoutView : public HostView {
-    Q_OBJECT
-public:
-    explicit AutoLayoutView(QWidget *parent);
-
-protected:
-    void draw(QPainter &painter, const QRectF &rect) override;
 };
 
 void defineHeaderClasses();

@@ -44,12 +44,9 @@ int kindOf(const QUrlQuery &parts) {
     return std::max(0, int(frequencies().indexOf(parts.queryItemValue(frequencyPart))));
 }
 
-int intervalOf(const QUrlQuery &parts) {
-    return std::max(1, parts.queryItemValue(intervalPart).toInt());
-}
-
-int countOf(const QUrlQuery &parts) {
-    return parts.queryItemValue(countPart).toInt(); // 0: not limited
+// 0: there is no such part.
+int numberOf(const QUrlQuery &parts, const QString &name) {
+    return parts.queryItemValue(name).toInt();
 }
 
 QDate untilOf(const QUrlQuery &parts) {
@@ -74,11 +71,11 @@ QString recurrenceText(const QString &rule) {
     if (kind == 0)
         return rule.isEmpty() ? QObject::tr("Does not repeat") : QObject::tr("Repeats");
     static const QStringList units{{}, u"day"_s, u"week"_s, u"month"_s, u"year"_s};
-    const int interval = intervalOf(parts);
+    const int interval = std::max(1, numberOf(parts, intervalPart));
     QString shown = interval == 1 ? QObject::tr("Every %1").arg(units[kind])
                                   : QObject::tr("Every %1 %2s").arg(interval).arg(units[kind]);
-    if (countOf(parts) > 0)
-        shown += QObject::tr(", %1 times").arg(countOf(parts));
+    if (numberOf(parts, countPart) > 0)
+        shown += QObject::tr(", %1 times").arg(numberOf(parts, countPart));
     if (const QDate until = untilOf(parts); until.isValid())
         shown += QObject::tr(", until %1").arg(QLocale().toString(until, QLocale::ShortFormat));
     return shown;
@@ -94,9 +91,9 @@ RecurrenceSheet::RecurrenceSheet(const QString &rule, const QDateTime &start, QW
     , m_until(new QDateEdit) {
     setWindowTitle(tr("Repeat"));
     m_kind->addItems({tr("Does not repeat"), tr("Daily"), tr("Weekly"), tr("Monthly"), tr("Yearly")});
-    m_interval->setRange(1, 99);
+    m_interval->setRange(1, 9999);
     m_end->addItems({tr("Never"), tr("After a number of times"), tr("On a day")});
-    m_count->setRange(1, 999);
+    m_count->setRange(1, 9999);
     m_until->setCalendarPopup(true);
     m_until->setDisplayFormat(u"ddd d MMM yyyy"_s);
     auto *form = new QFormLayout(this);
@@ -118,10 +115,10 @@ RecurrenceSheet::RecurrenceSheet(const QString &rule, const QDateTime &start, QW
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     const QUrlQuery parts = partsOf(rule);
-    const int count = countOf(parts);
+    const int count = numberOf(parts, countPart);
     const QDate until = untilOf(parts);
     m_kind->setCurrentIndex(kindOf(parts));
-    m_interval->setValue(intervalOf(parts));
+    m_interval->setValue(std::max(1, numberOf(parts, intervalPart)));
     m_end->setCurrentIndex(until.isValid() ? OnADay : count > 0 ? AfterSomeTimes : Never);
     m_count->setValue(count > 0 ? count : 10);
     m_until->setDate(until.isValid() ? until : start.date().addMonths(3));
@@ -149,9 +146,9 @@ QString RecurrenceSheet::rule() const {
         parts = partsOf(frequencyPart + u'=' + frequencies()[kind]);
     const int count = m_end->currentIndex() == AfterSomeTimes ? m_count->value() : 0;
     const QDate until = m_end->currentIndex() == OnADay ? m_until->date() : QDate();
-    if (m_interval->value() != intervalOf(parts))
+    if (m_interval->value() != std::max(1, numberOf(parts, intervalPart)))
         setPart(parts, intervalPart, QString::number(m_interval->value()));
-    if (count != countOf(parts))
+    if (count != numberOf(parts, countPart))
         setPart(parts, countPart, count > 0 ? QString::number(count) : QString());
     if (until != untilOf(parts))
         setPart(parts, untilPart, until.isValid() ? lastInstantOf(until) : QString());

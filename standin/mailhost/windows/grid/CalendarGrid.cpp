@@ -304,9 +304,7 @@ void CalendarGrid::keepRename(const std::optional<Occurrence> &before) {
 }
 
 void CalendarGrid::finishRename(const QString &subject) {
-    const std::optional<Occurrence> occurrence = selected();
-    const bool bothEmpty = occurrence && subject.isEmpty() && occurrence->summary.isEmpty();
-    if (occurrence && subject != occurrence->summary && !bothEmpty)
+    if (const std::optional<Occurrence> occurrence = selected(); occurrence && subject != occurrence->summary)
         Q_EMIT renamed(subject);
 }
 

@@ -38,6 +38,7 @@ public:
     // position; the first call scrolls to the working hours.
     void show(const QList<Occurrence> &occurrences, const QDate &first, Extent extent, const QDate &today);
     [[nodiscard]] QDate firstDay() const { return m_scene->first; }
+    [[nodiscard]] bool isShown(const QDate &day) const { return m_scene->dayOf(day) >= 0; }
 
     [[nodiscard]] std::optional<Occurrence> selected() const;
     // Selects the first shown tile of that appointment (and of that day of the series, if given). Returns

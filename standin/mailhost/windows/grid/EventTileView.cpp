@@ -22,7 +22,6 @@ constexpr int padding = 3; // around the texts
 constexpr int markSize = 11;
 constexpr int markGap = 3;
 constexpr int leastText = 34; // a narrower text has no marks beside it
-constexpr int between = 8;    // texts on one line
 
 // Rounded at the appointment's ends; where the tile is cut off, the rounding is outside of it.
 QRectF outline(QRectF rect, const GridPiece &piece) {
@@ -196,62 +195,41 @@ QRect EventTileView::drawMarks(QPainter &painter, QRect area, const QColor &colo
     return area;
 }
 
+// Wraps the text over at most that number of lines. Returns their height.
+int EventTileView::drawHead(QPainter &painter, const QRect &area, int lines, const QString &text) const {
+    QTextOption wrapped;
+    wrapped.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    const QRectF room(area.topLeft(), QSizeF(area.width(), lines * m_scene->style.lineHeight));
+    const QString shown = painter.fontMetrics().elidedText(text, Qt::ElideRight, area.width() * lines);
+    painter.drawText(room, shown, wrapped);
+    return int(std::min(room.height(), painter.boundingRect(room, shown, wrapped).height()));
+}
+
 void EventTileView::drawTexts(QPainter &painter) const {
     const GridStyle &style = m_scene->style;
     const QColor strong = isFull() ? style.accentText : style.text;
     const QColor faint = GridStyle::mixed(strong, style.accent, isFull() ? 0.9 : style.dark ? 0.78 : 0.72);
     const int lines = m_piece.allDay ? 1 : std::max(1, (height() - 1) / style.lineHeight);
     const int top = (height() - lines * style.lineHeight) / 2;
-    const QRect area = drawMarks(painter,
-                                 {stripWidth + padding, lines == 1 ? top : std::min(top, padding),
-                                  width() - stripWidth - 2 * padding, lines * style.lineHeight},
-                                 faint);
+    QRect area = drawMarks(painter,
+                           {stripWidth + padding, lines == 1 ? top : std::min(top, padding),
+                            width() - stripWidth - 2 * padding, lines * style.lineHeight},
+                           faint);
     QString head = subjectOf(m_occurrence);
     QStringList details{m_occurrence.location.simplified(), timesWithin(area.width())};
     if (m_ghost && !details.last().isEmpty()) // says where it goes
         details = {std::exchange(head, details.last())};
     details.removeAll(QString());
+    details = details.mid(0, lines - 1);
     painter.setFont(style.subject);
     painter.setPen(strong);
-    if (lines == 1)
-        drawOnOneLine(painter, area, head, details, faint);
-    else
-        drawBelowEachOther(painter, area, head, details.mid(0, lines - 1), faint);
-}
-
-void EventTileView::drawOnOneLine(QPainter &painter, QRect area, const QString &head,
-                                  const QStringList &details, const QColor &faint) const {
-    const QString shown = painter.fontMetrics().elidedText(head, Qt::ElideRight, area.width());
-    painter.drawText(area, Qt::AlignVCenter, shown);
-    area.setLeft(area.left() + painter.fontMetrics().horizontalAdvance(shown) + between);
-    painter.setFont(m_scene->style.detail);
-    painter.setPen(faint);
-    for (const QString &detail : details) {
-        const int width = painter.fontMetrics().horizontalAdvance(detail);
-        if (width > area.width())
-            return;
-        painter.drawText(area, Qt::AlignVCenter, detail);
-        area.setLeft(area.left() + width + between);
-    }
-}
-
-// The subject takes the lines that the others leave.
-void EventTileView::drawBelowEachOther(QPainter &painter, QRect area, const QString &head,
-                                       const QStringList &details, const QColor &faint) const {
-    const int lineHeight = m_scene->style.lineHeight;
-    QTextOption wrapped;
-    wrapped.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    const int lines = area.height() / lineHeight - int(details.size());
-    const QRectF room(area.topLeft(), QSizeF(area.width(), lines * lineHeight));
-    const QString shown = painter.fontMetrics().elidedText(head, Qt::ElideRight, area.width() * lines);
-    painter.drawText(room, shown, wrapped);
-    area.translate(0, int(std::min(room.height(), painter.boundingRect(room, shown, wrapped).height())));
-    painter.setFont(m_scene->style.detail);
+    area.translate(0, drawHead(painter, area, lines - int(details.size()), head));
+    painter.setFont(style.detail);
     painter.setPen(faint);
     for (const QString &detail : details) {
         painter.drawText(area, Qt::AlignTop,
                          painter.fontMetrics().elidedText(detail, Qt::ElideRight, area.width()));
-        area.translate(0, lineHeight);
+        area.translate(0, style.lineHeight);
     }
 }
 

@@ -47,10 +47,7 @@ private:
     void drawBody(QPainter &painter) const;
     QRect drawMarks(QPainter &painter, QRect area, const QColor &colour) const;
     void drawTexts(QPainter &painter) const;
-    void drawOnOneLine(QPainter &painter, QRect area, const QString &head, const QStringList &details,
-                       const QColor &faint) const;
-    void drawBelowEachOther(QPainter &painter, QRect area, const QString &head, const QStringList &details,
-                            const QColor &faint) const;
+    int drawHead(QPainter &painter, const QRect &area, int lines, const QString &text) const;
     [[nodiscard]] QString timesWithin(int width) const;
 
     std::shared_ptr<const GridScene> m_scene;

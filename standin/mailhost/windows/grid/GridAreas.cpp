@@ -24,9 +24,8 @@ DayColumns::DayColumns(std::shared_ptr<const GridScene> scene, QWidget *grid)
     m_nowLine->setAutoFillBackground(true);
 }
 
-ClockPlace DayColumns::placeAt(const QPoint &point) const {
-    const int minute = point.y() * minutesPerHour / scene().style.hourHeight;
-    return {scene().first.addDays(scene().dayAt(point.x())), std::clamp(minute, 0, minutesPerDay)};
+int DayColumns::minuteAt(int y) const {
+    return std::clamp(y * minutesPerHour / scene().style.hourHeight, 0, minutesPerDay);
 }
 
 QRect DayColumns::frameOf(const GridPiece &piece) const {
@@ -105,10 +104,6 @@ void DayColumns::paintCursor(QPainter &painter) const {
     painter.setBrush(scene().style.cursor);
     painter.setPen(scene().style.accent);
     painter.drawRoundedRect(slot.adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
-}
-
-ClockPlace AllDayRow::placeAt(const QPoint &point) const {
-    return {scene().first.addDays(scene().dayAt(point.x())), 0};
 }
 
 int AllDayRow::heightFor(int lines) const {

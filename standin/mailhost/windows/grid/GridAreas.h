@@ -12,13 +12,13 @@ public:
     DayColumns(std::shared_ptr<const GridScene> scene, QWidget *grid);
 
     [[nodiscard]] bool isAllDay() const override { return false; }
-    [[nodiscard]] ClockPlace placeAt(const QPoint &point) const override;
     void showScene() override;
     [[nodiscard]] int yOf(int minute) const { return minute * scene().style.hourHeight / minutesPerHour; }
     // Moves the line of the current time, which is in today's column, above the tiles.
     void setNow(const QTime &now);
 
 protected:
+    [[nodiscard]] int minuteAt(int y) const override;
     [[nodiscard]] QRect frameOf(const GridPiece &piece) const override;
     void paintEvent(QPaintEvent *event) override;
 
@@ -38,11 +38,11 @@ public:
     using GridSurface::GridSurface;
 
     [[nodiscard]] bool isAllDay() const override { return true; }
-    [[nodiscard]] ClockPlace placeAt(const QPoint &point) const override;
     // The height for that number of lines of bars.
     [[nodiscard]] int heightFor(int lines) const;
 
 protected:
+    [[nodiscard]] int minuteAt(int) const override { return 0; }
     [[nodiscard]] QRect frameOf(const GridPiece &piece) const override;
     void paintEvent(QPaintEvent *event) override;
 };

@@ -11,6 +11,7 @@ class GridViewController : public rt::Object {
 public:
     explicit GridViewController(CalendarGrid *calendar);
     void setSession(CalendarSession *session);
+    [[nodiscard]] CalendarSession *session() const { return m_session; }
     [[nodiscard]] QWidget *view() const { return m_calendar; }
     // The selected event, or nullptr. Valid until the selection changes.
     [[nodiscard]] rt::Object *selectedEvent();

@@ -136,6 +136,10 @@ void GridSurface::abandon() {
     setCursor(Qt::ArrowCursor);
 }
 
+ClockPlace GridSurface::placeAt(const QPoint &point) const {
+    return {m_scene->first.addDays(m_scene->dayAt(point.x())), minuteAt(point.y())};
+}
+
 ClockPlace GridSurface::slotAt(const QPoint &point) const {
     ClockPlace place = placeAt(point);
     place.minute = std::min(place.minute / slotMinutes * slotMinutes, minutesPerDay - slotMinutes);

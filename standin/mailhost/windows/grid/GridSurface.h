@@ -16,8 +16,6 @@ public:
     GridSurface(std::shared_ptr<const GridScene> scene, QWidget *grid);
 
     [[nodiscard]] virtual bool isAllDay() const = 0;
-    // The day and time at that point, or the nearest if it is outside.
-    [[nodiscard]] virtual ClockPlace placeAt(const QPoint &point) const = 0;
     // Shows the scene. An appointment that was shown before keeps its tile.
     virtual void showScene();
     // Shows the scene's place, if it is in this area.
@@ -37,6 +35,8 @@ Q_SIGNALS:
     void reached(int occurrence); // its tile got the keyboard focus
 
 protected:
+    // The clock time at that height, or the nearest if it is outside; 0 for whole days.
+    [[nodiscard]] virtual int minuteAt(int y) const = 0;
     [[nodiscard]] virtual QRect frameOf(const GridPiece &piece) const = 0;
     void resizeEvent(QResizeEvent *) override { Q_EMIT resized(); }
     void mousePressEvent(QMouseEvent *event) override;
@@ -64,6 +64,7 @@ private:
     };
     [[nodiscard]] EventTileView *newTile(bool ghost);
     [[nodiscard]] Hit hitAt(const QPoint &point) const;
+    [[nodiscard]] ClockPlace placeAt(const QPoint &point) const;
     [[nodiscard]] ClockPlace slotAt(const QPoint &point) const;
     void hover(const QPoint &point);
     void setHovered(EventTileView *tile);

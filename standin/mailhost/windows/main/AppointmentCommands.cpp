@@ -45,8 +45,8 @@ void AppointmentCommands::openSelected() {
 
 void AppointmentCommands::openSeries() {
     const CalendarEvent *selected = selectedEvent();
-    if (selected && m_session)
-        showEditorFor(std::make_unique<CalendarEvent>(m_session, selected->UUID(), QString(), false));
+    if (selected)
+        showEditorFor(std::make_unique<CalendarEvent>(session(), selected->UUID(), QString(), false));
 }
 
 QString AppointmentCommands::joinLink() const {
@@ -151,18 +151,18 @@ void AppointmentCommands::cancelSelected() {
 }
 
 void AppointmentCommands::undo() {
-    if (m_session && !m_session->undoText().isNull())
-        tell(m_session->undo());
+    if (session() && !session()->undoText().isNull())
+        tell(session()->undo());
 }
 
 void AppointmentCommands::redo() {
-    if (m_session && !m_session->redoText().isNull())
-        tell(m_session->redo());
+    if (session() && !session()->redoText().isNull())
+        tell(session()->redo());
 }
 
 void AppointmentCommands::tell(bool done) {
-    if (!done && !m_session->lastError().isEmpty())
-        showErrorMessage(m_window, m_session->lastError());
+    if (!done && !session()->lastError().isEmpty())
+        showErrorMessage(m_window, session()->lastError());
 }
 
 } // namespace mailhost

@@ -13,7 +13,6 @@ class AppointmentCommands : public QObject {
 public:
     // Neither is owned; both must outlive this object.
     AppointmentCommands(MainWindow *window, GridViewWrapper *grid);
-    void setSession(CalendarSession *session) { m_session = session; }
 
     void openSelected();
     void openSeries(); // of the selected day; the appointment itself if it does not recur
@@ -36,11 +35,11 @@ public:
 
 private:
     [[nodiscard]] CalendarEvent *selectedEvent() const;
+    [[nodiscard]] CalendarSession *session() const { return m_grid->controller()->session(); }
     void tell(bool done); // if not done, shows the reason
 
     MainWindow *m_window;
     GridViewWrapper *m_grid;
-    QPointer<CalendarSession> m_session;
 };
 
 } // namespace mailhost

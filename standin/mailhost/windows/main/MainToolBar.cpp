@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <algorithm>
 
 namespace mailhost {
 
@@ -41,34 +42,26 @@ const QList<Description> &descriptions() {
     return *all;
 }
 
-class HostItem : public platform::ToolbarItem {
-public:
-    HostItem(const Description &description, QAction *command)
-        : platform::ToolbarItem(description.identifier)
-        , m_command(command) {
-        setLabel(description.label);
-        setToolTip(description.toolTip);
-        setImage(lineDrawingIcon(description.identifier));
-        setAction([this](platform::ToolbarItem &, QWidget *) {
-            if (m_command)
-                m_command->trigger();
-        });
-        HostItem::validate();
-    }
-
-    void validate() override { setEnabled(m_command && m_command->isEnabled()); }
-
-private:
-    QPointer<QAction> m_command;
-};
-
 } // namespace
 
 std::unique_ptr<platform::ToolbarItem> makeToolBarItem(const QString &identifier, const QWidget *window) {
-    for (const Description &description : descriptions())
-        if (description.identifier == identifier)
-            return std::make_unique<HostItem>(description, window->findChild<QAction *>(description.command));
-    return nullptr;
+    const auto description =
+        std::find_if(descriptions().begin(), descriptions().end(),
+                     [&identifier](const Description &one) { return one.identifier == identifier; });
+    if (description == descriptions().end())
+        return nullptr;
+    auto item = std::make_unique<platform::ToolbarItem>(identifier);
+    item->setLabel(description->label);
+    item->setToolTip(description->toolTip);
+    item->setImage(lineDrawingIcon(identifier));
+    auto *command = window->findChild<QAction *>(description->command);
+    item->setEnabled(command->isEnabled());
+    QObject::connect(command, &QAction::enabledChanged, item.get(), &platform::ToolbarItem::setEnabled);
+    item->setAction([command = QPointer(command)](platform::ToolbarItem &, QWidget *) {
+        if (command)
+            command->trigger();
+    });
+    return item;
 }
 
 QVariantList defaultToolBarIdentifiers() {

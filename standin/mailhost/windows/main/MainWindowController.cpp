@@ -67,7 +67,6 @@ void MainWindowController::setSession(CalendarSession *session) {
         disconnect(m_session, nullptr, this, nullptr);
     m_session = session;
     m_grid->controller()->setSession(session);
-    m_commands->setSession(session);
     if (session)
         connect(session, &CalendarSession::changed, this, &MainWindowController::refresh);
     refresh();
@@ -75,11 +74,6 @@ void MainWindowController::setSession(CalendarSession *session) {
 
 QDate MainWindowController::firstShown() const {
     return m_extent == CalendarGrid::Extent::Week ? mondayOf(m_day) : m_day;
-}
-
-bool MainWindowController::isShown(const QDate &day) const {
-    const qint64 days = firstShown().daysTo(day);
-    return day.isValid() && days >= 0 && days < int(m_extent);
 }
 
 void MainWindowController::refresh() {
@@ -103,7 +97,7 @@ void MainWindowController::showDay(const QDate &day) {
 
 void MainWindowController::showExtent(CalendarGrid::Extent extent) {
     const QDate pointed = m_window->calendar()->selectedMoment().date();
-    if (extent == CalendarGrid::Extent::Day && isShown(pointed))
+    if (extent == CalendarGrid::Extent::Day && m_window->calendar()->isShown(pointed))
         m_day = pointed;
     m_extent = extent;
     refresh();
@@ -118,10 +112,12 @@ NewPlace MainWindowController::placeOfNew() const {
         return *m_askedPlace;
     const QDate today = m_today();
     const QDateTime pointed = m_window->calendar()->selectedMoment();
-    const bool pointedHere = isShown(pointed.date());
+    const bool pointedHere = m_window->calendar()->isShown(pointed.date());
     if (pointedHere && pointed.time() != QTime(0, 0))
         return {pointed, false};
-    const QDate day = pointedHere ? pointed.date() : isShown(today) ? today : firstShown();
+    const QDate day = pointedHere                            ? pointed.date()
+                      : m_window->calendar()->isShown(today) ? today
+                                                             : firstShown();
     const QTime now = QTime::currentTime();
     const int halfHours = std::min(45, now.hour() * 2 + now.minute() / 30 + 1);
     return {day == today ? QDateTime(day, QTime(halfHours / 2, halfHours % 2 * 30))

@@ -57,7 +57,6 @@ private:
     void showState(); // of the menus
     void turnPages(int pages);
     [[nodiscard]] QDate firstShown() const;
-    [[nodiscard]] bool isShown(const QDate &day) const; // false for no date
     void newAt(const QDateTime &start, bool allDay);
     void showMenu(const QPoint &position);
 
