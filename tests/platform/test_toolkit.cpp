@@ -7,6 +7,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -130,7 +131,7 @@ protected:
     std::unique_ptr<QWidget> other = std::make_unique<QWidget>();
     QPushButton *parentButton = new QPushButton(u"p"_s, parent.get());
     QPushButton *otherButton = new QPushButton(u"o"_s, other.get());
-    QDialog sheet;
+    QMessageBox sheet; // application-modal unless it becomes a sheet
     QList<int> results;
     QWidget window;
     platform::ModalSession session;
