@@ -41,6 +41,11 @@ CalendarBuilder usualCalendar() {
         .event(Scenario::other, "Another one", "DTSTART:20261126T100000Z\nDTEND:20261126T110000Z\n");
 }
 
+QString meetingKeyIn(const mailhost::Appointment &appointment) {
+    const QJsonDocument record = QJsonDocument::fromJson(appointment.ucCapabilities.toUtf8());
+    return record.object().value(u"meetingKey"_s).toString();
+}
+
 Scenario::Scenario(const QString &hostVersion, const OpenedCalendar &calendar,
                    mailhost::BookmarkMangling mangling) {
     platform::services().pluginBundle = platform::makeFolderBundle(u"" PARLO_RESOURCES ""_s);
@@ -208,10 +213,7 @@ QByteArray Scenario::fileBytes() const {
 }
 
 QString Scenario::meetingKey(const QString &uid) const {
-    return QJsonDocument::fromJson(inFile(uid).ucCapabilities.toUtf8())
-        .object()
-        .value(u"meetingKey"_s)
-        .toString();
+    return meetingKeyIn(inFile(uid));
 }
 
 QJsonObject Scenario::meeting(const QString &uid) const {

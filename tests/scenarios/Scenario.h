@@ -30,6 +30,9 @@ struct OpenedCalendar {
 // The appointments Scenario::plain, invited and other.
 [[nodiscard]] CalendarBuilder usualCalendar();
 
+// The key of the stored meeting; an empty text without one.
+[[nodiscard]] QString meetingKeyIn(const mailhost::Appointment &appointment);
+
 class Scenario {
 public:
     // Starts the host of that version, with an installed and running client and an open calendar.

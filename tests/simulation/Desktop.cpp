@@ -1,14 +1,12 @@
 #include "tests/simulation/Desktop.h"
 
+#include "platform/runtime/Runtime.h"
+#include "plugin/link/channel/vlIPCChannel.h"
+#include "plugin/link/meetingKeys.h"
 #include "standin/mailhost/windows/ControlNames.h"
+#include "standin/meetingclient/People.h"
 #include "tests/support/FullDisk.h"
 
-#include <QApplication>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QLineEdit>
-#include <QTextEdit>
 #include <QWindow>
 
 namespace simulation {
@@ -39,38 +37,82 @@ QJsonObject audioAccount(int number, const QString &phone) {
             {u"invitation"_s, u"Dial in: "_s + phone}};
 }
 
-bool isInside(const QWidget *window, const QWidget *of) {
-    for (; window; window = windowBelow(window))
-        if (window == of)
-            return true;
-    return false;
+// The host's implementations, which are behind the plug-in's hooks.
+const QString implementation = u"vl_ERCalendarEventEditorViewController_"_s;
+const QMap<QString, HostOperation> watchedOperations{
+    {implementation + u"saveArg:"_s, HostOperation::Save},
+    {implementation + u"saveAndCloseWindow:"_s, HostOperation::SaveAndClose},
+    {implementation + u"saveAndCloseWindowAndReturnError:andReturnError:"_s, HostOperation::SaveAndClose},
+    {implementation + u"sendMeetingPostValidate"_s, HostOperation::Send}};
+
+QList<HostRun> &hostRuns() {
+    static QList<HostRun> runs;
+    return runs;
 }
 
-bool isBlocked(const QWidget *window, const QWidget *dialog) {
-    if (!dialog->isVisible() || !dialog->isModal() || isInside(window, dialog))
-        return false;
-    if (dialog->windowModality() == Qt::ApplicationModal)
-        return QApplication::activeModalWidget() != window;
-    return isInside(dialog, window);
+rt::Selector watched(const QString &command) {
+    return rt::Selector(u"watched_"_s + command);
+}
+
+rt::Value noteRun(rt::Object *self, rt::Selector command, rt::Args arguments) {
+    if (const auto *controller = dynamic_cast<mailhost::EditorViewController *>(self))
+        hostRuns().append({watchedOperations[command.name()],
+                           qobject_cast<mailhost::EditorWindow *>(controller->view()->window())});
+    return rt::sendArgs(self, watched(command.name()), arguments);
+}
+
+// The plug-in must be loaded. A second call does nothing.
+void watchHost() {
+    rt::Class *cls = rt::classNamed(u"ERCalendarEventEditorViewController"_s);
+    for (const QString &command : watchedOperations.keys())
+        if (rt::addMethod(cls, watched(command), &noteRun, "v@:"))
+            EXPECT_TRUE(rt::exchangeImplementations(rt::instanceMethod(cls, rt::Selector(command)),
+                                                    rt::instanceMethod(cls, watched(command))));
+}
+
+QString keyIn(const QByteArray &json) {
+    return QJsonDocument::fromJson(json).object().value(u"meetingKey").toString();
+}
+
+Message requestOf(const QString &action, const QString &content) {
+    Message message{false, meetingclient::MeetingService::operationOf(action.toUInt(), content), {}};
+    if (message.operation == Operation::Get || message.operation == Operation::Delete)
+        message.meeting = content.mid(2);
+    else if (message.operation == Operation::Update)
+        message.meeting = keyIn(content.mid(content.indexOf(u'{')).toUtf8());
+    return message;
+}
+
+Message answerOf(const QString &action, const QString &content) {
+    static const QList<Operation> answered{Operation::Schedule, Operation::Update,  Operation::Delete,
+                                           Operation::Get,      Operation::Profile, Operation::Accounts};
+    const QStringList fields = content.split(u';');
+    const bool isError = fields[0] == u"0";
+    const auto operation = Operation(action.toInt());
+    const bool isDamaged =
+        content.isEmpty() || (isError && !content.startsWith(u"0;Error")) || !answered.contains(operation);
+    if (isDamaged)
+        return {true, {}, {}};
+    if (isError || operation == Operation::Profile || operation == Operation::Accounts)
+        return {true, operation, {}};
+    if (operation == Operation::Get &&
+        keyIn(QByteArray::fromBase64(fields.value(13).toLatin1())) != fields[0])
+        return {true, {}, {}};
+    return {true, operation, fields[0]};
 }
 
 } // namespace
 
-QWidget *windowBelow(const QWidget *window) {
-    if (window->parentWidget())
-        return window->parentWidget()->window();
-    const QWindow *below = window->windowHandle() ? window->windowHandle()->transientParent() : nullptr;
-    for (QWidget *candidate : QApplication::topLevelWidgets())
-        if (below && candidate->windowHandle() == below)
-            return candidate;
-    return nullptr;
-}
-
 bool isReachable(const QWidget *widget) {
-    const auto windows = QApplication::topLevelWidgets();
-    return widget && widget->isVisible() && widget->isEnabled() &&
-           std::none_of(windows.begin(), windows.end(),
-                        [widget](const QWidget *window) { return isBlocked(widget->window(), window); });
+    if (!widget || !widget->isVisible() || !widget->isEnabled())
+        return false;
+    const QWindow *own = widget->window()->windowHandle();
+    return std::ranges::none_of(QGuiApplication::topLevelWindows(), [own](const QWindow *dialog) {
+        if (!dialog->isVisible() || !dialog->isModal() || dialog == own || dialog->isAncestorOf(own))
+            return false;
+        return dialog->modality() == Qt::ApplicationModal ? QGuiApplication::modalWindow() != own
+                                                          : own->isAncestorOf(dialog);
+    });
 }
 
 QString bodyOf(const Editor &editor) {
@@ -81,26 +123,10 @@ QString locationOf(const Editor &editor) {
     return editor.window->findChild<QLineEdit *>(mailhost::controls::locationField)->text();
 }
 
-QString keyInRecord(const mailhost::Appointment &appointment) {
-    return QJsonDocument::fromJson(appointment.ucCapabilities.toUtf8())
-        .object()
-        .value(u"meetingKey")
-        .toString();
-}
-
-bool Step::hasStored(const mailhost::EditorWindow *editor) const {
-    return !diskFull && std::any_of(runs.begin(), runs.end(),
-                                    [editor](const HostRun &run) { return run.editor == editor; });
-}
-
-int Step::timesSent(Request request) const {
-    return int(std::count_if(messages.begin(), messages.end(), [request](const Message &message) {
-        return !message.isAnswer && message.request == request;
+int Step::timesSent(Operation operation) const {
+    return int(std::ranges::count_if(messages, [operation](const Message &message) {
+        return !message.isAnswer && message.operation == operation;
     }));
-}
-
-bool Step::hasAnswers() const {
-    return std::any_of(messages.begin(), messages.end(), [](const Message &m) { return m.isAnswer; });
 }
 
 Desktop::Desktop(const QString &hostVersion)
@@ -113,62 +139,49 @@ Desktop::Desktop(const QString &hostVersion)
     m_scenario.client().setAccounts(
         {audioAccount(4155551, u"+1 800 5550100"_s), audioAccount(4155552, u"+1 800 5550101"_s)});
     watchHost();
-    (void)takeHostRuns();
+    hostRuns().clear();
 }
 
 Editor *Desktop::editorOf(const QString &appointment) {
-    const auto found = std::find_if(m_editors.begin(), m_editors.end(),
-                                    [&](const Editor &editor) { return editor.appointment == appointment; });
+    const auto found = std::ranges::find(m_editors, appointment, &Editor::appointment);
     return found == m_editors.end() ? nullptr : &*found;
 }
 
 QString Desktop::keyInFile(const QString &appointment) const {
-    return m_onDisk ? keyInRecord(m_onDisk->value(appointment)) : QString();
+    return m_onDisk ? scenarios::meetingKeyIn(m_onDisk->value(appointment)) : QString();
 }
 
 bool Desktop::perform(const QString &line) {
-    static const QList<Command> commands = usersCommands() + clientsCommands();
-    const QStringList words = line.split(u' ', Qt::SkipEmptyParts);
-    const auto command = std::find_if(commands.begin(), commands.end(), [&words](const Command &one) {
-        return words.value(0) == QLatin1String(one.word) && words.size() > one.arguments;
-    });
-    if (command == commands.end())
-        return false;
     m_step = {};
     m_step.line = line;
     m_step.diskFull = m_diskFull;
     m_scenario.forget();
-    for (const Editor &editor : std::as_const(m_editors)) {
-        m_step.openBefore.insert(editor.window.data());
-        const auto *view = editor.window ? editor.window->viewController() : nullptr;
-        if (view && !view->isDirty())
-            m_step.nothingToStore.insert(editor.window.data());
-    }
+    for (const Editor &editor : std::as_const(m_editors))
+        m_step.wasDirty[editor.window] = editor.window && editor.window->viewController()->isDirty();
     {
         std::optional<FullDisk> full;
         if (m_diskFull)
             full.emplace();
-        if (!command->run(*this, words.mid(1)))
+        if (!carryOut(*this, line))
             return false;
         m_scenario.wait(secondsOfAStep);
     }
-    afterStep();
-    return true;
-}
-
-void Desktop::afterStep() {
-    for (const auto &posted : m_scenario.desktop().bus->posted())
-        m_step.messages.append(messageOf(posted));
-    m_step.runs = takeHostRuns();
+    for (const auto &posted : m_scenario.desktop().bus->posted()) {
+        const auto interpret = posted.name == kIPCNotifyVelaClientToOutlookPlugin ? &answerOf : &requestOf;
+        m_step.messages.append(
+            interpret(posted.userInfo.value(VL_IPC_ACTION_ID), posted.userInfo.value(VL_IPC_CONTENT)));
+    }
+    m_step.runs = std::exchange(hostRuns(), {});
     noteStored();
     noteEditors();
     readDisk();
+    return true;
 }
 
 // What an editor had when it was stored is in the file from then on, until it is taken back.
 void Desktop::noteStored() {
     for (Editor &editor : m_editors) {
-        if (m_step.hasStored(editor.window))
+        if (!m_step.diskFull && std::ranges::count(m_step.runs, editor.window.data(), &HostRun::editor) > 0)
             m_savedBodies[editor.appointment] += editor.body;
         if (editor.hasRemovedMeeting && editor.window && locationOf(editor).isEmpty())
             editor.location.clear();
@@ -178,6 +191,19 @@ void Desktop::noteStored() {
     m_savedBodies.clear();
     for (Editor &editor : m_editors) // what was not touched since goes with it
         editor.body = editor.location = {};
+}
+
+void Desktop::noteEditors() {
+    QList<Editor> open;
+    for (const mailhost::EditorWindowController *controller : mailhost::EditorWindowController::open()) {
+        const QString uid = controller->editorWindow()->viewController()->content()->UUID();
+        if (m_uids.key(uid).isEmpty())
+            m_uids.insert(u"new%1"_s.arg(++m_newOnes), uid);
+        const Editor *known = editorOf(m_uids.key(uid));
+        const bool isSame = known && known->window == controller->editorWindow();
+        open.append(isSame ? *known : Editor{controller->editorWindow(), m_uids.key(uid)});
+    }
+    m_editors = open;
 }
 
 void Desktop::readDisk() {
@@ -192,25 +218,6 @@ void Desktop::readDisk() {
             m_onDisk->insert(it.key(), *found);
         else
             m_savedBodies.remove(it.key());
-}
-
-void Desktop::noteEditors() {
-    QList<mailhost::EditorWindow *> open;
-    for (mailhost::EditorWindowController *controller : Scenario::openEditors())
-        open.append(controller->editorWindow());
-    m_editors.removeIf(
-        [&open](const Editor &editor) { return !editor.window || !open.contains(editor.window); });
-    for (const Editor &editor : std::as_const(m_editors))
-        open.removeOne(editor.window);
-    for (mailhost::EditorWindow *window : std::as_const(open)) {
-        const QString uid = window->viewController()->content()->UUID();
-        QString name = m_uids.key(uid);
-        if (name.isEmpty()) {
-            name = u"new%1"_s.arg(++m_newOnes);
-            m_uids.insert(name, uid);
-        }
-        m_editors.append({window, name, {}, {}, false});
-    }
 }
 
 } // namespace simulation

@@ -2,43 +2,54 @@
 // may be full. Each step is one line of words; Script.h lists them.
 #pragma once
 
+#include "standin/meetingclient/MeetingService.h"
 #include "tests/scenarios/Scenario.h"
-#include "tests/simulation/HostWatch.h"
-#include "tests/simulation/Messages.h"
-
-#include <QPointer>
-#include <QSet>
-#include <QStringList>
 
 namespace simulation {
+
+using meetingclient::Operation;
 
 // An open editor, and the words that the user has written into it and not taken out again.
 struct Editor {
     QPointer<mailhost::EditorWindow> window;
     QString appointment; // its name in the script
-    QStringList body;
-    QStringList location;
+    QStringList body = {};
+    QStringList location = {};
     bool hasRemovedMeeting = false; // which empties the location
 };
 // The texts in its fields.
 [[nodiscard]] QString bodyOf(const Editor &editor);
 [[nodiscard]] QString locationOf(const Editor &editor);
 
+// A message between plug-in and meeting client, as far as a run has to interpret it.
+struct Message {
+    bool isAnswer = false;
+    // What is requested, answered or refused; no value if the message is damaged or the user is told nothing
+    // of such an answer.
+    std::optional<Operation> operation;
+    QString meeting; // its key; a null text when none is named
+};
+
+// One of the host's own editor operations, whoever asked for it: the user, or the plug-in that had held it.
+enum class HostOperation { Save, SaveAndClose, Send };
+struct HostRun {
+    HostOperation operation;
+    const mailhost::EditorWindow *editor = nullptr; // may have gone since, only to be compared
+    bool operator==(const HostRun &) const = default;
+};
+
 // The result of one step.
 struct Step {
     QString line;
-    std::optional<HostOperation> pressed; // the host operation that the user asked for
-    const mailhost::EditorWindow *pressedIn = nullptr;
-    QList<HostRun> runs; // the host operations that ran
+    std::optional<HostRun> pressed; // the host operation that the user asked for
+    QList<HostRun> runs;            // the host operations that ran, in order
     QList<Message> messages;
-    QSet<const mailhost::EditorWindow *> openBefore;
-    // Of those: what nobody has changed, so that the host saves it without writing anything.
-    QSet<const mailhost::EditorWindow *> nothingToStore;
+    // The editors that were open before, and whether they had anything to store: without, the host saves
+    // them without writing.
+    QMap<const mailhost::EditorWindow *, bool> wasDirty;
     bool userCloses = false; // the user has closed or deleted something
     bool diskFull = false;   // nothing could be stored
-    [[nodiscard]] bool hasStored(const mailhost::EditorWindow *editor) const;
-    [[nodiscard]] int timesSent(Request request) const;
-    [[nodiscard]] bool hasAnswers() const;
+    [[nodiscard]] int timesSent(Operation operation) const;
 };
 
 // The appointments of a calendar, by name.
@@ -70,7 +81,6 @@ public:
     inline static const QString untouched = u"untouched@scenario"_s; // nobody ever changes it
 
 private:
-    void afterStep();
     void noteStored();
     void noteEditors();
     void readDisk();
@@ -85,20 +95,9 @@ private:
     int m_newOnes = 0;
 };
 
-// The action of a word; `words` are its arguments. Returns false and does nothing if it is not possible now.
-struct Command {
-    const char *word;
-    int arguments; // at least
-    bool (*run)(Desktop &desktop, const QStringList &words);
-};
-[[nodiscard]] QList<Command> usersCommands();
-[[nodiscard]] QList<Command> clientsCommands();
-
-// The key of the stored meeting; an empty text without one.
-[[nodiscard]] QString keyInRecord(const mailhost::Appointment &appointment);
+// What the line's first word stands for. Returns false and does nothing if it is not possible now.
+bool carryOut(Desktop &desktop, const QString &line);
 // Whether the user can use the widget: it is visible and no dialog blocks it.
 [[nodiscard]] bool isReachable(const QWidget *widget);
-// The window of a dialog or sheet, or nullptr.
-[[nodiscard]] QWidget *windowBelow(const QWidget *window);
 
 } // namespace simulation

@@ -1,9 +1,6 @@
 #include "tests/simulation/Script.h"
 
-#include "plugin/ui/strip/vlActionAdditionView.h"
-
-#include <QApplication>
-#include <QMessageBox>
+#include <random>
 
 namespace simulation {
 
@@ -42,14 +39,19 @@ QStringList words(const char *text) {
 }
 
 const QStringList operations = words("schedule|update|delete|get|profile|accounts|any");
-const QStringList rules =
-    words("delay %1 500|repeat %1 3|drop %1|repeat %1 2|reorder %1|corrupt %1 truncate|"
-          "corrupt %1 flip|corrupt %1 empty|corrupt %1 json|corrupt %1 base64|"
-          "error %1 0;Error 3001|error %1 0;Error 2|error %1 0;Error VelaClientNotSignIn|"
-          "error %1 0;Something else");
-const QStringList actionIDs = words("1|2|3|4|6|9");
-const QStringList minutes = words("30|-30|60|15");
+// What takes the place of a letter.
+const QMap<QString, QStringList> fillings{
+    {u"M"_s, words("30|-30|60|15")},
+    {u"O"_s, operations},
+    {u"I"_s, words("1|2|3|4|6|9")},
+    {u"R"_s, words("delay %1 500|repeat %1 3|drop %1|repeat %1 2|reorder %1|corrupt %1 truncate|"
+                   "corrupt %1 flip|corrupt %1 empty|corrupt %1 json|corrupt %1 base64|"
+                   "error %1 0;Error 3001|error %1 0;Error 2|error %1 0;Error VelaClientNotSignIn|"
+                   "error %1 0;Something else")}};
 const QStringList conditionNames = words("prompt|slow|faulty");
+const QStringList verbsOnTheCalendar = words("open|rename|menu");
+// What brings a fault about at the client or on the disk.
+const QStringList verbsOfFaults = words("rule|client|disk|signed|forge|forge-meeting|forget");
 
 // What puts right again what does not pass by itself.
 const QMap<QString, QString> remedies{{u"disk full"_s, u"disk free"_s},
@@ -61,6 +63,7 @@ constexpr int chanceOfRemedy = 15; // of a hundred
 constexpr int chanceOfOpenOne = 90;
 constexpr int chanceOfPurpose = 65;
 constexpr int mostEditors = 3;
+constexpr int triesForAStep = 200; // lines that cannot be done cost nothing
 
 // What a user who wants something does next. Nobody wants the same in two places at once.
 QStringList purposes(const Desktop &desktop) {
@@ -102,6 +105,95 @@ QStringList purposes(const Desktop &desktop) {
     return lines;
 }
 
+// Chooses what may come next; most of it can be done, not all.
+class Generator {
+public:
+    Generator(quint64 seed, Conditions conditions)
+        : m_random(seed) {
+        m_hostVersion = oneOf(words("14.1.4|15.8|15.9|16|16"));
+        for (int level = 0; level <= int(conditions); ++level)
+            for (const QString &choice : words(choices[level]))
+                for (int n = choice.section(u' ', 0, 0).toInt(); n > 0; --n)
+                    m_choices += choice.section(u' ', 1);
+    }
+    [[nodiscard]] const QString &hostVersion() const { return m_hostVersion; }
+
+    // The next line that can be done, done; an empty one when there is none.
+    QString performNext(Desktop &desktop) {
+        for (int attempt = 0; attempt < triesForAStep; ++attempt)
+            if (const QString line = next(desktop); desktop.perform(line))
+                return line;
+        return {};
+    }
+
+private:
+    // An empty text when the choice cannot be done now.
+    QString next(const Desktop &desktop) {
+        if (!m_remedy.isEmpty() && chance(chanceOfRemedy))
+            return std::exchange(m_remedy, QString());
+        const QStringList wanted = chance(chanceOfPurpose) ? purposes(desktop) : QStringList();
+        return wanted.isEmpty() ? anything(desktop) : filled(oneOf(wanted), desktop);
+    }
+    QString anything(const Desktop &desktop) {
+        const QString line = filled(oneOf(m_choices), desktop);
+        const bool isRule = line.startsWith(u"rule") && !line.startsWith(u"rule once");
+        const QString remedy = isRule ? u"rule clear"_s : remedies.value(line);
+        const bool tooMany = line.startsWith(u"open") && desktop.editors().size() >= mostEditors;
+        if (tooMany || (!remedy.isEmpty() && !m_remedy.isEmpty()))
+            return {};
+        if (!remedy.isEmpty())
+            m_remedy = remedy;
+        return line;
+    }
+    QString filled(const QString &line, const Desktop &desktop) {
+        QStringList parts = line.split(u' ');
+        for (QString &word : parts) {
+            if (word == u"A")
+                word = appointmentFor(parts.first(), desktop);
+            else if (word == u"W")
+                word = u"w%1x"_s.arg(++m_words);
+            else if (fillings.contains(word))
+                word = oneOf(fillings[word]);
+            if (word.contains(u"%1"))
+                word = word.arg(oneOf(operations));
+        }
+        return parts.join(u' ');
+    }
+    // What is done in editors is mostly done in those that are open.
+    QString appointmentFor(const QString &verb, const Desktop &desktop) {
+        const auto &open = desktop.editors();
+        if (open.isEmpty() || verbsOnTheCalendar.contains(verb) || !chance(chanceOfOpenOne))
+            return oneOf(desktop.appointments());
+        return open[below(int(open.size()))].appointment;
+    }
+    int below(int end) { return int(m_random() % quint64(end)); } // the same on every system
+    bool chance(int percent) { return below(100) < percent; }
+    QString oneOf(const QStringList &list) { return list[below(int(list.size()))]; }
+
+    std::mt19937_64 m_random;
+    QStringList m_choices; // each as often as it is to come
+    QString m_hostVersion;
+    QString m_remedy; // for what is wrong with client or disk, one thing at a time
+    int m_words = 0;
+};
+
+void count(const Step &step, Figures &figures) {
+    ++figures.steps;
+    for (const Message &message : step.messages)
+        ++(message.isAnswer ? figures.answers : figures.requests);
+    figures.faults += verbsOfFaults.contains(step.line.section(u' ', 0, 0)) ? 1 : 0;
+    const int asked = step.timesSent(Operation::Get) + step.timesSent(Operation::Update) +
+                      step.timesSent(Operation::Delete);
+    figures.held += step.pressed && asked > 0 ? 1 : 0;
+}
+
+// Two things that go wrong are the same when their sentences differ in words and numbers only.
+QString kindOf(const QString &wrong) {
+    QString kind = wrong.section(u':', 0, 0);
+    static const QRegularExpression numbers(u"w?[0-9]+x?|plain|invited|other|series"_s);
+    return kind.replace(numbers, u"*"_s);
+}
+
 } // namespace
 
 QString Script::text() const {
@@ -122,65 +214,54 @@ Script Script::parse(const QString &text) {
     return script;
 }
 
-bool isFault(const QString &line) {
-    static const QStringList verbs = words("rule|client|disk|signed|forge|forge-meeting|forget");
-    return verbs.contains(line.section(u' ', 0, 0));
-}
-
-Generator::Generator(quint64 seed, Conditions conditions)
-    : m_random(seed) {
-    m_hostVersion = oneOf(words("14.1.4|15.8|15.9|16|16"));
-    for (int level = 0; level <= int(conditions); ++level)
-        for (const QString &choice : words(choices[level]))
-            for (int n = choice.section(u' ', 0, 0).toInt(); n > 0; --n)
-                m_choices += choice.section(u' ', 1);
-}
-
-// What is done in editors is mostly done in those that are open.
-QString Generator::appointmentFor(const QString &verb, const Desktop &desktop) {
-    static const QStringList onTheCalendar = words("open|rename|menu");
-    const auto &open = desktop.editors();
-    if (open.isEmpty() || onTheCalendar.contains(verb) || !chance(chanceOfOpenOne))
-        return oneOf(desktop.appointments());
-    return open[below(int(open.size()))].appointment;
-}
-
-QString Generator::filled(QString line, const Desktop &desktop) {
-    QStringList parts = line.split(u' ');
-    for (QString &word : parts) {
-        if (word == u"A")
-            word = appointmentFor(parts.first(), desktop);
-        else if (word == u"W")
-            word = u"w%1x"_s.arg(++m_words);
-        else if (word == u"M")
-            word = oneOf(minutes);
-        else if (word == u"O")
-            word = oneOf(operations);
-        else if (word == u"I")
-            word = oneOf(actionIDs);
-        else if (word == u"R")
-            word = oneOf(rules).arg(oneOf(operations));
+Run runRandomly(quint64 seed, int steps, Figures *figures) {
+    constexpr Conditions all[] = {Conditions::Prompt, Conditions::Faulty, Conditions::Slow,
+                                  Conditions::Faulty};
+    const Conditions conditions = all[seed % std::size(all)];
+    Generator generator(seed, conditions);
+    Run run{{generator.hostVersion(), conditions}};
+    Desktop desktop(generator.hostVersion());
+    Invariants invariants(desktop, conditions);
+    ++figures->runs;
+    while (run.script.lines.size() < steps && run.wrong.isNull()) {
+        const QString line = generator.performNext(desktop);
+        if (line.isEmpty())
+            break;
+        run.script.lines.append(line);
+        count(desktop.step(), *figures);
+        run.wrong = invariants.whatIsWrong();
     }
-    return parts.join(u' ');
+    return run;
 }
 
-QString Generator::next(const Desktop &desktop) {
-    if (!m_remedy.isEmpty() && chance(chanceOfRemedy))
-        return std::exchange(m_remedy, QString());
-    const QStringList wanted = chance(chanceOfPurpose) ? purposes(desktop) : QStringList();
-    return wanted.isEmpty() ? anything(desktop) : filled(oneOf(wanted), desktop);
+Run runAgain(const Script &script) {
+    Run run{{script.hostVersion, script.conditions}};
+    Desktop desktop(script.hostVersion);
+    Invariants invariants(desktop, script.conditions);
+    for (const QString &line : script.lines) {
+        if (!run.wrong.isNull() || !desktop.perform(line))
+            continue;
+        run.script.lines.append(line);
+        run.wrong = invariants.whatIsWrong();
+    }
+    return run;
 }
 
-QString Generator::anything(const Desktop &desktop) {
-    const QString line = filled(oneOf(m_choices), desktop);
-    const QString remedy =
-        line.startsWith(u"rule") && !line.startsWith(u"rule once") ? u"rule clear"_s : remedies.value(line);
-    const bool tooMany = line.startsWith(u"open") && desktop.editors().size() >= mostEditors;
-    if (tooMany || (!remedy.isEmpty() && !m_remedy.isEmpty()))
-        return {};
-    if (!remedy.isEmpty())
-        m_remedy = remedy;
-    return line;
+// Halves first, then smaller pieces, down to single lines, until none can go.
+Script shortened(const Run &run) {
+    Script best = run.script;
+    for (qsizetype piece = best.lines.size() / 2; piece >= 1; piece = piece > 1 ? piece / 2 : 0) {
+        for (qsizetype at = 0; at < best.lines.size();) {
+            Script candidate = best;
+            candidate.lines.remove(at, std::min(piece, best.lines.size() - at));
+            const Run again = runAgain(candidate);
+            if (kindOf(again.wrong) == kindOf(run.wrong))
+                best = again.script;
+            else
+                at += piece;
+        }
+    }
+    return best;
 }
 
 } // namespace simulation

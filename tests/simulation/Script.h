@@ -1,4 +1,4 @@
-// The lines that a run is made of, and how they are chosen at random.
+// The lines that a run is made of, and whole runs: chosen at random, or repeated from a script.
 //
 // clang-format off
 // The user:
@@ -31,43 +31,37 @@
 
 #include "tests/simulation/Invariants.h"
 
-#include <random>
-
 namespace simulation {
 
 struct Script {
     QString hostVersion;
     Conditions conditions = Conditions::Faulty;
-    QStringList lines;
+    QStringList lines = {};
 
     // As text that parse() reads: one line for each step.
     [[nodiscard]] QString text() const;
     static Script parse(const QString &text);
 };
 
-// Chooses what may come next; most of it can be done, not all.
-class Generator {
-public:
-    Generator(quint64 seed, Conditions conditions);
-    [[nodiscard]] const QString &hostVersion() const { return m_hostVersion; }
-    // An empty text when the choice cannot be done now.
-    [[nodiscard]] QString next(const Desktop &desktop);
-
-private:
-    [[nodiscard]] QString anything(const Desktop &desktop);
-    [[nodiscard]] QString filled(QString line, const Desktop &desktop);
-    [[nodiscard]] QString appointmentFor(const QString &verb, const Desktop &desktop);
-    [[nodiscard]] int below(int end) { return int(m_random() % quint64(end)); } // the same on every system
-    [[nodiscard]] bool chance(int percent) { return below(100) < percent; }
-    [[nodiscard]] QString oneOf(const QStringList &list) { return list[below(int(list.size()))]; }
-    std::mt19937_64 m_random;
-    QStringList m_choices; // each as often as it is to come
-    QString m_hostVersion;
-    QString m_remedy; // for what is wrong with client or disk, one thing at a time
-    int m_words = 0;
+struct Run {
+    Script script;
+    QString wrong = {}; // the invariant that the last step has violated; a null text when all hold
 };
 
-// Whether the line brings a fault about at the client or on the disk.
-[[nodiscard]] bool isFault(const QString &line);
+struct Figures {
+    int runs = 0;
+    int steps = 0;
+    int requests = 0;
+    int answers = 0;
+    int faults = 0; // that the script brought about at the client or on the disk
+    int held = 0;   // host operations that waited for the client
+};
+
+// Every run begins with the same desktop. The same seed gives the same run.
+[[nodiscard]] Run runRandomly(quint64 seed, int steps, Figures *figures);
+// Lines that cannot be done are left out.
+[[nodiscard]] Run runAgain(const Script &script);
+// Leaves out what is not needed for the same thing to go wrong.
+[[nodiscard]] Script shortened(const Run &run);
 
 } // namespace simulation

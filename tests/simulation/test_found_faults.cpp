@@ -1,7 +1,5 @@
 // Runs in which something once went wrong, each under what must hold in it.
-#include "tests/simulation/Runs.h"
-
-#include <gtest/gtest.h>
+#include "tests/simulation/Script.h"
 
 using namespace simulation;
 

@@ -1,52 +1,33 @@
 // Random runs. A few by default; PARLO_SIMULATION_SEEDS=1..1000 and PARLO_SIMULATION_STEPS=300 select others,
 // PARLO_SIMULATION_REPLAY=FILE repeats one from its script.
-#include "tests/simulation/Runs.h"
+#include "tests/simulation/Script.h"
 
 #include <QElapsedTimer>
-#include <QFile>
-#include <gtest/gtest.h>
 
 using namespace simulation;
 
 namespace {
 
-struct Seeds {
-    quint64 first = 1;
-    quint64 last = 40;
-};
-
-Seeds seeds() {
-    const QStringList ends = qEnvironmentVariable("PARLO_SIMULATION_SEEDS").split(u".."_s);
-    if (ends.size() != 2)
-        return {};
-    return {ends[0].toULongLong(), ends[1].toULongLong()};
-}
-
 int steps() {
-    const int wanted = qEnvironmentVariableIntValue("PARLO_SIMULATION_STEPS");
-    return wanted > 0 ? wanted : 60;
-}
-
-void print(const Figures &figures, double seconds) {
-    std::printf("%d runs, %d steps, %d requests, %d answers, %d faults, %d held operations, %.1f s\n",
-                figures.runs, figures.steps, figures.requests, figures.answers, figures.faults, figures.held,
-                seconds);
+    return qEnvironmentVariable("PARLO_SIMULATION_STEPS", u"60"_s).toInt();
 }
 
 } // namespace
 
 TEST(RandomRuns, WhateverHappensNothingIsLostAndNothingIsDoneTwice) {
-    const Seeds wanted = seeds();
+    const QStringList seeds = qEnvironmentVariable("PARLO_SIMULATION_SEEDS", u"1..40"_s).split(u".."_s);
     QElapsedTimer clock;
     clock.start();
     Figures figures;
-    for (quint64 seed = wanted.first; seed <= wanted.last; ++seed) {
+    for (quint64 seed = seeds.first().toULongLong(); seed <= seeds.last().toULongLong(); ++seed) {
         const auto run = runRandomly(seed, steps(), &figures);
         if (!run.wrong.isNull())
             ADD_FAILURE() << "seed " << seed << ": " << qPrintable(run.wrong) << " after\n"
                           << qPrintable(shortened(run).text());
     }
-    print(figures, double(clock.elapsed()) / 1000);
+    std::printf("%d runs, %d steps, %d requests, %d answers, %d faults, %d held operations, %.1f s\n",
+                figures.runs, figures.steps, figures.requests, figures.answers, figures.faults, figures.held,
+                double(clock.elapsed()) / 1000);
 }
 
 TEST(RandomRuns, ASeedGivesTheSameRunAgain) {
