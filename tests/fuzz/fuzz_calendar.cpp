@@ -37,15 +37,14 @@ QByteArray saved(CalendarFile &file) {
 void appendOthers(const std::vector<ComponentItem> &items, QByteArray &out) {
     static const QSet<QByteArray> changed = {"SUMMARY", "DTSTAMP", "LAST-MODIFIED", "UID"};
     for (const ComponentItem &item : items) {
-        if (const auto *line = std::get_if<ContentLine>(&item)) {
-            if (!changed.contains(line->name()))
-                out += line->source();
+        if (!item.component) {
+            if (!changed.contains(item.line.name()))
+                out += item.line.source();
             continue;
         }
-        const Component &component = *std::get<std::unique_ptr<Component>>(item);
-        out += component.begin.source();
-        appendOthers(component.items, out);
-        out += component.end.source();
+        out += item.component->begin.source();
+        appendOthers(item.component->items, out);
+        out += item.component->end.source();
     }
 }
 
@@ -53,7 +52,7 @@ QByteArray othersOf(const QByteArray &text) {
     Document document;
     claim(parseDocument(text, &document).failure == ParseFailure::None, "what was saved can be read");
     QByteArray out;
-    appendOthers(document.items, out);
+    appendOthers(document.root.items, out);
     return out;
 }
 
@@ -166,17 +165,16 @@ void claimLine(const ContentLine &line, const QString &text) {
 
 void claimLines(const std::vector<ComponentItem> &items, const QString &text) {
     for (const ComponentItem &item : items) {
-        if (const auto *line = std::get_if<ContentLine>(&item)) {
-            claimLine(*line, text);
+        if (!item.component) {
+            claimLine(item.line, text);
             continue;
         }
-        const Component &component = *std::get<std::unique_ptr<Component>>(item);
         QByteArray octets;
-        component.appendText(octets);
+        item.component->appendText(octets);
         QByteArray copied;
-        component.copy()->appendText(copied);
+        item.component->copy()->appendText(copied);
         claimSame(copied, octets, "a copy is to the letter");
-        claimLines(component.items, text);
+        claimLines(item.component->items, text);
     }
 }
 
@@ -184,7 +182,7 @@ void claimLines(const std::vector<ComponentItem> &items, const QString &text) {
 void claimText(const Document &document, const QByteArray &bytes) {
     claimSame(document.text(), bytes, "a file is written as it was read");
     const QString text = QString::fromUtf8(bytes.first(std::min(bytes.size(), qsizetype(60))));
-    claimLines(document.items, text);
+    claimLines(document.root.items, text);
     for (const Component *calendar : document.calendars()) {
         for (const Component *component : calendar->components()) {
             QByteArray octets;

@@ -62,7 +62,6 @@ TEST_F(OccurrencesTest, RulesGiveTheirDays) {
         SCOPED_TRACE(test.lines);
         auto file = openedEvent(test.lines);
         EXPECT_EQ(starts(*file, QDate(2025, 3, 1), 31), QString::fromLatin1(test.starts));
-        EXPECT_TRUE(file->warnings().isEmpty());
     }
 }
 
@@ -104,7 +103,6 @@ TEST_F(OccurrencesTest, ChangedDaysTakeThePlaceOfTheirOccurrence) {
 TEST_F(OccurrencesTest, TheSampleFillsTheWeekThatIsAskedFor) {
     const QDate monday(2027, 3, 22); // before the change of the clocks, in another year than the resource
     auto file = opened(sampleCalendar(monday.addDays(3)));
-    EXPECT_TRUE(file->warnings().isEmpty());
     EXPECT_EQ(starts(*file, monday, 7),
               u"03-22 09:15, 03-22 10:00, 03-22 11:00, 03-23 09:00, 03-23 09:15, 03-23 14:00, 03-24 00:00, "
               "03-24 10:00, 03-24 16:15, 03-25 09:15, 03-25 13:30, 03-25 14:30, 03-26 12:15, 03-26 15:00"_s);

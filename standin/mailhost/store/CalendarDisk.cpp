@@ -72,13 +72,11 @@ std::optional<QByteArray> readCalendarText(const QString &path, QString *error) 
     if (!error->isEmpty())
         return std::nullopt;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        *error = u"“%1” cannot be read: %2."_s.arg(shownName(path), file.errorString());
-        return std::nullopt;
-    }
+    QByteArray text;
     // One octet more shows that the file grows meanwhile. Not always the maximum: read() allocates it at
     // once.
-    QByteArray text = file.read(std::min(file.size(), largestFile) + 1);
+    if (file.open(QIODevice::ReadOnly))
+        text = file.read(std::min(file.size(), largestFile) + 1);
     if (file.error() != QFileDevice::NoError) {
         *error = u"“%1” cannot be read: %2."_s.arg(shownName(path), file.errorString());
         return std::nullopt;

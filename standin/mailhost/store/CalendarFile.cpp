@@ -1,8 +1,7 @@
 #include "standin/mailhost/store/CalendarFile.h"
 
 #include "platform/Literals.h"
-#include "standin/mailhost/store/AppointmentReader.h"
-#include "standin/mailhost/store/AppointmentWriter.h"
+#include "standin/mailhost/store/AppointmentComponent.h"
 #include "standin/mailhost/store/CalendarDisk.h"
 #include "standin/mailhost/store/ConferenceLink.h"
 #include "standin/mailhost/store/ItipMessage.h"
@@ -16,17 +15,6 @@
 namespace mailhost {
 
 namespace {
-
-Document emptyDocument() {
-    const QByteArray lineEnd = "\r\n";
-    auto calendar = Component::make("VCALENDAR", lineEnd);
-    calendar->append(ContentLine::make("VERSION", "2.0", lineEnd));
-    calendar->append(ContentLine::make("PRODID", "-//Parlo//Stand-in calendar//EN", lineEnd));
-    calendar->append(ContentLine::make("CALSCALE", "GREGORIAN", lineEnd));
-    Document document;
-    document.items.emplace_back(std::move(calendar));
-    return document;
-}
 
 // A component without identifier has a generated one.
 bool belongsTo(const Component &component, const QString &uid) {
@@ -46,14 +34,7 @@ void moveRules(Component &series, const Moment &before, const Moment &after) {
 
 CalendarFile::CalendarFile(const QString &path, Document document)
     : m_path(path)
-    , m_index(std::make_unique<CalendarIndex>(std::move(document)))
-    , m_summaries(std::make_unique<EntrySummaries>(*m_index, m_warnings))
-    , m_days(std::make_unique<SeriesDays>(*m_index, *m_summaries))
-    , m_listing(std::make_unique<WeekListing>(*m_index, *m_summaries, m_warnings)) {
-    for (const QString &name : m_index->unknownZones())
-        addWarning(m_warnings, u"The time zone “%1” is not known; its times are shown as local time."_s.arg(
-                                   name.left(100)));
-}
+    , m_index(std::make_unique<CalendarIndex>(std::move(document))) {}
 CalendarFile::~CalendarFile() = default;
 
 std::unique_ptr<CalendarFile> CalendarFile::open(const QString &path, QString *error) {
@@ -69,15 +50,14 @@ std::unique_ptr<CalendarFile> CalendarFile::open(const QString &path, QString *e
 }
 
 std::unique_ptr<CalendarFile> CalendarFile::create(const QString &path) {
-    std::unique_ptr<CalendarFile> file(new CalendarFile(path, emptyDocument()));
-    file->m_dirty = true;
-    return file;
+    Document document;
+    document.root.items.push_back({{}, Component::makeCalendar("\r\n")});
+    return std::unique_ptr<CalendarFile>(new CalendarFile(path, std::move(document)));
 }
 
 QList<Appointment> CalendarFile::appointments() const {
     QList<Appointment> all;
-    all.reserve(qsizetype(m_index->entries().size()));
-    for (const auto &entry : m_index->entries()) {
+    for (const CalendarEntry *entry : m_index->entries()) {
         all.append(readAppointment(*entry->component, m_index->zonesOf(*entry)));
         all.last().uid = entry->uid;
     }
@@ -85,15 +65,8 @@ QList<Appointment> CalendarFile::appointments() const {
 }
 
 std::optional<Appointment> CalendarFile::find(const QString &uid, const QString &recurrenceId) const {
-    const CalendarEntry *entry = m_index->find(uid, recurrenceId);
-    if (!entry)
-        return std::nullopt;
-    if (m_found != entry) {
-        m_foundAppointment = readAppointment(*entry->component, m_index->zonesOf(*entry));
-        m_foundAppointment.uid = entry->uid;
-        m_found = entry;
-    }
-    return m_foundAppointment;
+    CalendarEntry *entry = m_index->find(uid, recurrenceId);
+    return entry ? std::optional(m_index->appointmentOf(*entry)) : std::nullopt;
 }
 
 bool CalendarFile::contains(const QString &uid, const QString &recurrenceId) const {
@@ -101,12 +74,12 @@ bool CalendarFile::contains(const QString &uid, const QString &recurrenceId) con
 }
 
 QList<Occurrence> CalendarFile::occurrences(const QDateTime &from, const QDateTime &to) const {
-    return m_listing->between(from, to);
+    return listOccurrences(*m_index, from, to);
 }
 
 bool CalendarFile::keepsStart(const QString &uid) const {
-    const CalendarEntry *entry = m_index->find(uid, {});
-    return entry && m_summaries->of(*entry).series && m_days->hasOwnDays(*entry);
+    CalendarEntry *entry = m_index->find(uid, {});
+    return entry && m_index->summaryOf(*entry).series && SeriesDays(*m_index, *entry).hasOwnDays();
 }
 
 QString CalendarFile::conferenceLink(const QString &uid, const QString &recurrenceId) const {
@@ -127,23 +100,14 @@ QString CalendarFile::newUid() {
     return QUuid::createUuid().toString(QUuid::WithoutBraces);
 }
 
-void CalendarFile::note(CalendarEntry &entry) {
-    m_found = nullptr;
-    m_summaries->forget(entry);
-    m_listing->changed(entry);
-    m_dirty = true;
-}
-
 void CalendarFile::changed(CalendarEntry &entry) {
-    CalendarIndex::writeMadeUid(entry);
-    touch(*entry.component);
-    note(entry);
-}
-
-void CalendarFile::erase(CalendarEntry &entry) {
-    note(entry);
-    m_listing->removed(entry);
-    m_index->remove(entry);
+    if (entry.uidIsMade)
+        writeText(entry.component->lineOrNew("UID"), entry.uid);
+    entry.uidIsMade = false;
+    // In a stored calendar both mean the same.
+    for (const char *name : {"LAST-MODIFIED", "DTSTAMP"})
+        entry.component->lineOrNew(name).setValue(utcNow());
+    m_index->changed(entry);
 }
 
 QString CalendarFile::add(const Appointment &appointment) {
@@ -153,22 +117,22 @@ QString CalendarFile::add(const Appointment &appointment) {
     CalendarEntry *series = m_index->find(named.uid, {});
     const bool isException = series && !named.recurrenceId.isEmpty();
     if (m_index->find(named.uid, named.recurrenceId) ||
-        (isException && m_days->exceptionOn(*series, named.recurrenceId)))
+        (isException && SeriesDays(*m_index, *series).exceptionOn(named.recurrenceId)))
         return {};
-    const QByteArray lineEnd = m_index->calendarFor(series)->lineEnd();
-    auto component =
-        isException ? m_days->newException(*series, named.recurrenceId) : Component::make("VEVENT", lineEnd);
+    Component &calendar = series ? *series->calendar : m_index->firstCalendar();
+    auto component = isException ? SeriesDays(*m_index, *series).newException(named.recurrenceId)
+                                 : Component::make("VEVENT", calendar.lineEnd());
     if (series && series->uidIsMade)
         changed(*series); // the file must have the identifier that connects the two
     writeText(component->lineOrNew("UID"), named.uid);
-    const QByteArray now = clockText(QDateTime::currentSecsSinceEpoch(), CalendarTime::Kind::Utc);
-    component->lineOrNew("DTSTAMP").setValue(now);
-    component->lineOrNew("CREATED").setValue(now);
+    for (const char *name : {"DTSTAMP", "CREATED"})
+        component->lineOrNew(name).setValue(utcNow());
     if (!named.recurrenceId.isEmpty())
         component->append(
             dayLine(series ? *series->component : *component, "RECURRENCE-ID", named.recurrenceId));
-    writeAppointment(*component, named, m_index->zonesFor(series));
-    changed(m_index->append(series, std::move(component)));
+    CalendarEntry &entry = m_index->append(calendar, std::move(component), named.uid);
+    writeAppointment(*entry.component, named, m_index->zonesOf(entry));
+    changed(entry);
     return named.uid;
 }
 
@@ -176,54 +140,52 @@ bool CalendarFile::update(const Appointment &appointment) {
     CalendarEntry *entry = m_index->find(appointment.uid, appointment.recurrenceId);
     if (!entry)
         return false;
-    const auto before = m_summaries->of(*entry).times;
-    const bool recurs = m_summaries->of(*entry).series != nullptr;
-    const Appointment was = *find(appointment.uid, appointment.recurrenceId);
-    const bool moves = appointment.start.value.isValid() && !sameTime(was.start, appointment.start);
-    if (moves && recurs && keepsStart(appointment.uid))
+    const Appointment was = m_index->appointmentOf(*entry);
+    const auto before = m_index->summaryOf(*entry).times;
+    const bool movesSeries = m_index->summaryOf(*entry).series && appointment.start.value.isValid() &&
+                             was.start != appointment.start;
+    if (movesSeries && keepsStart(appointment.uid))
         return false;
     ZoneTable &zones = m_index->zonesOf(*entry);
     if (!writeAppointment(*entry->component, appointment, zones))
         return true;
-    if (moves && recurs && was.recurrenceRule == appointment.recurrenceRule)
+    if (movesSeries && was.recurrenceRule == appointment.recurrenceRule)
         moveRules(*entry->component, before->start, readTimes(*entry->component, zones)->start);
     changed(*entry);
     return true;
 }
 
+bool CalendarFile::removeAll(const QString &uid) {
+    const QList<CalendarEntry *> all = m_index->entriesOf(uid); // exceptions may be there without series
+    // In reverse order, because the last one that was removed is put back first.
+    for (auto entry = all.rbegin(); entry != all.rend(); ++entry)
+        m_index->remove(**entry);
+    return !all.isEmpty();
+}
+
 bool CalendarFile::remove(const QString &uid, const QString &recurrenceId) {
-    if (recurrenceId.isEmpty()) {
-        const QList<CalendarEntry *> all = m_index->entriesOf(uid); // exceptions may be there without series
-        for (CalendarEntry *entry : all) {
-            note(*entry);
-            m_listing->removed(*entry);
-        }
-        m_index->removeAll(uid);
-        return !all.isEmpty();
-    }
+    if (recurrenceId.isEmpty())
+        return removeAll(uid);
     CalendarEntry *entry = m_index->find(uid, recurrenceId);
     CalendarEntry *series = m_index->find(uid, {});
     if (!series) {
         if (entry)
-            erase(*entry);
+            m_index->remove(*entry);
         return entry;
     }
+    SeriesDays days(*m_index, *series);
     if (!entry)
-        entry = m_days->exceptionOn(*series, recurrenceId);
-    auto handedOn = entry ? m_days->handedOn(*series, *entry) : nullptr;
+        entry = days.exceptionOn(recurrenceId);
+    auto handedOn = entry ? days.handedOn(*entry) : nullptr;
     // The day is excluded even if its exception is removed: else the series would take place on it.
-    const bool excluded = m_days->exclude(*series, entry ? m_days->idOf(*series, *entry) : recurrenceId);
+    const bool excluded = days.exclude(recurrenceId, entry);
     if (excluded)
         changed(*series);
-    if (!entry)
-        return excluded;
-    if (!handedOn) {
-        erase(*entry);
-        return true;
-    }
-    m_index->replace(*entry, std::move(handedOn));
-    changed(*entry);
-    return true;
+    if (entry)
+        m_index->remove(*entry);
+    if (handedOn)
+        changed(m_index->append(*series->calendar, std::move(handedOn), uid));
+    return entry || excluded;
 }
 
 QByteArray CalendarFile::componentsOf(const QString &uid) const {
@@ -239,39 +201,20 @@ bool CalendarFile::restore(const QString &uid, const QByteArray &text) {
                                   [&](const auto &component) { return belongsTo(*component, uid); });
     if (!ofIt || (components.empty() && !text.isEmpty()))
         return false;
-    // Present components stay in their place. Removed ones return to theirs in the file's order, because they
-    // were removed in the reverse order.
-    QList<CalendarEntry *> present = m_index->entriesOf(uid);
-    std::vector<std::unique_ptr<Component>> missing;
-    for (auto &component : components) {
-        const auto same = std::find_if(present.begin(), present.end(), [&](const CalendarEntry *entry) {
-            return entry->recurrenceId == recurrenceIdOf(*component);
-        });
-        if (same == present.end()) {
-            missing.push_back(std::move(component));
-            continue;
-        }
-        m_index->replace(**same, std::move(component));
-        note(**same);
-        present.erase(same);
-    }
-    for (auto entry = present.rbegin(); entry != present.rend(); ++entry)
-        erase(**entry);
-    for (auto &component : missing)
-        note(m_index->putBack(uid, std::move(component)));
-    m_dirty = true;
+    removeAll(uid);
+    for (auto &component : components)
+        m_index->putBack(uid, std::move(component));
     return true;
 }
 
 bool CalendarFile::save(QString *error) {
     QString unheard;
-    if (!m_dirty)
-        return true;
     const QByteArray text = m_index->document().text();
+    if (digestOf(text) == m_digestOnDisk)
+        return true;
     if (!replaceCalendarText(m_path, text, m_digestOnDisk, error ? error : &unheard))
         return false;
     m_digestOnDisk = digestOf(text);
-    m_dirty = false;
     return true;
 }
 

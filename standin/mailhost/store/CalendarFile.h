@@ -11,23 +11,18 @@ namespace mailhost {
 struct CalendarEntry;
 class CalendarIndex;
 struct Document;
-class EntrySummaries;
-class SeriesDays;
-class WeekListing;
 
 class CalendarFile {
 public:
     // Reads the file. On failure returns nullptr, and `error` tells the user what is wrong and what to do. A
     // file that does not exist is an error; a new calendar is made with create(). Dates in zones that neither
-    // the file nor the system knows are taken as local time, with an entry in warnings().
+    // the file nor the system knows are taken as local time.
     static std::unique_ptr<CalendarFile> open(const QString &path, QString *error);
     // An empty calendar that will be written to that path by the first save, unless there is a file by then.
     static std::unique_ptr<CalendarFile> create(const QString &path);
     ~CalendarFile();
 
     [[nodiscard]] const QString &path() const { return m_path; }
-    // For the user to read; a listing may add some. Valid as long as the object.
-    [[nodiscard]] const QStringList &warnings() const { return m_warnings; }
 
     // All appointments and exceptions, in the file's order. Not the occurrences of series.
     [[nodiscard]] QList<Appointment> appointments() const;
@@ -84,20 +79,11 @@ public:
 private:
     CalendarFile(const QString &path, Document document);
     void changed(CalendarEntry &entry); // also dates it
-    void note(CalendarEntry &entry);    // that it was changed
-    void erase(CalendarEntry &entry);
+    bool removeAll(const QString &uid);
 
     QString m_path;
     QByteArray m_digestOnDisk; // of the file last read or saved; empty: there was no file
-    bool m_dirty = false;
-    QStringList m_warnings;
     std::unique_ptr<CalendarIndex> m_index;
-    std::unique_ptr<EntrySummaries> m_summaries;
-    std::unique_ptr<SeriesDays> m_days;
-    std::unique_ptr<WeekListing> m_listing;
-    // The last result of find(), because an editor reads its appointment repeatedly. Null after any change.
-    mutable const CalendarEntry *m_found = nullptr;
-    mutable Appointment m_foundAppointment;
 };
 
 } // namespace mailhost

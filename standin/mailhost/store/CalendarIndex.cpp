@@ -1,10 +1,10 @@
 #include "standin/mailhost/store/CalendarIndex.h"
 
 #include "platform/Literals.h"
+#include "standin/mailhost/store/AppointmentComponent.h"
 #include "standin/mailhost/store/TextValue.h"
 
 #include <QUuid>
-#include <limits>
 
 namespace mailhost {
 
@@ -13,162 +13,155 @@ namespace {
 const QUuid madeUidNamespace(u"{5d2f2a55-6a0e-4a39-9a0b-5a3b0e7a9c11}"_s);
 
 // An identifier for a component without UID; the same at every reading of the same file.
-QString madeUid(const Component &component, qsizetype position) {
+QString madeUid(const Component &component, size_t position) {
     QByteArray text;
     component.appendText(text);
-    return QUuid::createUuidV5(madeUidNamespace, text + QByteArray::number(position))
+    return QUuid::createUuidV5(madeUidNamespace, text + QByteArray::number(qsizetype(position)))
         .toString(QUuid::WithoutBraces);
 }
 
 } // namespace
 
-QString uidOf(const Component &component) {
-    const ContentLine *line = component.line("UID");
-    return line ? readText(*line).trimmed() : QString();
-}
-
-QString recurrenceIdOf(const Component &component) {
-    const ContentLine *line = component.line("RECURRENCE-ID");
-    return line ? decodeOctets(line->value()).trimmed() : QString();
+const FollowedChange *DayChanges::followedOn(Seconds startUtc) const {
+    const auto later = std::find_if(followed.begin(), followed.end(),
+                                    [&](const FollowedChange &change) { return change.fromUtc > startUtc; });
+    return later == followed.begin() ? nullptr : &*std::prev(later);
 }
 
 CalendarIndex::CalendarIndex(Document document)
     : m_document(std::move(document)) {
-    for (Component *calendar : m_document.calendars())
-        addAll(calendar);
-}
-
-void CalendarIndex::addAll(Component *calendar) {
-    auto zones = std::make_unique<ZoneTable>(*calendar);
-    for (Component *component : calendar->components()) {
-        if (component->name != "VEVENT")
-            continue;
-        for (const char *name : {"DTSTART", "DTEND", "RECURRENCE-ID"}) {
-            const ContentLine *line = component->line(name);
-            const auto tzid = line ? line->parameter("TZID") : std::nullopt;
-            if (tzid && !tzid->isEmpty())
-                (void)zones->zone(*tzid);
+    for (Component *calendar : m_document.calendars()) {
+        m_zones.try_emplace(calendar, *calendar);
+        for (Component *component : calendar->components()) {
+            if (component->name == "VEVENT")
+                add(*calendar, *component, {});
         }
-        addEntry(calendar, component);
     }
-    QStringList unknown(zones->unknownNames().begin(), zones->unknownNames().end());
-    unknown.sort();
-    m_unknownZones += unknown;
-    m_zones.emplace(calendar, std::move(zones));
 }
 
-CalendarEntry &CalendarIndex::addEntry(Component *calendar, Component *component,
-                                       const QString &uidOfNameless) {
+CalendarEntry &CalendarIndex::add(Component &calendar, Component &component, const QString &uid) {
     auto entry = std::make_unique<CalendarEntry>();
-    CalendarEntry *added = entry.get();
-    added->component = component;
-    added->calendar = calendar;
-    added->order = m_entries.empty() ? 0 : m_entries.back()->order + 1;
-    added->uid = uidOf(*component);
-    added->recurrenceId = recurrenceIdOf(*component);
-    added->uidIsMade = added->uid.isEmpty();
-    if (added->uidIsMade)
-        added->uid =
-            uidOfNameless.isEmpty() ? madeUid(*component, qsizetype(m_entries.size())) : uidOfNameless;
-    m_byUid[added->uid].append(added);
-    m_entries.push_back(std::move(entry));
-    return *added;
+    entry->component = &component;
+    entry->calendar = &calendar;
+    entry->uid = uidOf(component);
+    entry->recurrenceId = recurrenceIdOf(component);
+    entry->uidIsMade = entry->uid.isEmpty();
+    if (entry->uidIsMade)
+        entry->uid = uid.isEmpty() ? madeUid(component, m_entries.size()) : uid;
+    m_byUid[entry->uid].append(entry.get());
+    return *m_entries.emplace_back(std::move(entry));
 }
 
-void CalendarIndex::sort() {
-    QHash<const Component *, qint64> places;
-    for (const Component *calendar : m_document.calendars()) {
-        for (const Component *component : calendar->components())
-            places.insert(component, places.size());
+std::vector<CalendarEntry *> CalendarIndex::entries() const {
+    std::vector<CalendarEntry *> present;
+    for (const auto &entry : m_entries) {
+        if (!entry->isRemoved())
+            present.push_back(entry.get());
     }
-    const auto before = [](const auto &a, const auto &b) { return a->order < b->order; };
-    for (const auto &entry : m_entries)
-        entry->order = places.value(entry->component);
-    std::sort(m_entries.begin(), m_entries.end(), before);
-    for (QList<CalendarEntry *> &ofOne : m_byUid)
-        std::sort(ofOne.begin(), ofOne.end(), before);
+    return present;
 }
 
 CalendarEntry *CalendarIndex::find(const QString &uid, const QString &recurrenceId) const {
-    const auto ofOne = m_byUid.constFind(uid);
-    if (ofOne == m_byUid.constEnd())
-        return nullptr;
-    const auto found = std::find_if(ofOne->begin(), ofOne->end(), [&](const CalendarEntry *entry) {
-        return entry->recurrenceId == recurrenceId;
-    });
-    return found == ofOne->end() ? nullptr : *found;
+    for (CalendarEntry *entry : m_byUid.value(uid)) {
+        if (entry->recurrenceId == recurrenceId && !entry->isRemoved())
+            return entry;
+    }
+    return nullptr;
 }
 
-Component *CalendarIndex::calendarFor(const CalendarEntry *neighbour) const {
-    return neighbour ? neighbour->calendar : m_document.calendars().front();
+QList<CalendarEntry *> CalendarIndex::entriesOf(const QString &uid) const {
+    QList<CalendarEntry *> entries = m_byUid.value(uid);
+    entries.removeIf([](const CalendarEntry *entry) { return entry->isRemoved(); });
+    return entries;
 }
 
-CalendarEntry &CalendarIndex::append(const CalendarEntry *neighbour, std::unique_ptr<Component> component) {
-    Component *calendar = calendarFor(neighbour);
-    Component *added = component.get();
-    calendar->items.emplace_back(std::move(component));
-    CalendarEntry &entry = addEntry(calendar, added);
-    if (m_document.calendars().back() != calendar)
-        sort();
+const Appointment &CalendarIndex::appointmentOf(CalendarEntry &entry) {
+    if (!entry.appointment) {
+        entry.appointment = readAppointment(*entry.component, zonesOf(entry));
+        entry.appointment->uid = entry.uid;
+    }
+    return *entry.appointment;
+}
+
+const EntrySummary &CalendarIndex::summaryOf(CalendarEntry &entry) {
+    if (entry.summary)
+        return *entry.summary;
+    EntrySummary &summary = entry.summary.emplace();
+    const Component &component = *entry.component;
+    ZoneTable &zones = zonesOf(entry);
+    summary.times = readTimes(component, zones);
+    summary.summary = textOf(component, "SUMMARY");
+    summary.location = textOf(component, "LOCATION");
+    if (const ContentLine *line = component.line(ucCapabilitiesProperty))
+        summary.hasMeetingRecord = !line->value().trimmed().isEmpty();
+    summary.cancelled = textOf(component, "STATUS").trimmed().toUpper() == u"CANCELLED"_s;
+    if (summary.times) {
+        summary.startUtc = summary.times->start.utc();
+        summary.endUtc = summary.times->end.utc();
+        summary.series = Series::read(component, *summary.times, zones);
+    }
+    return summary;
+}
+
+const DayChanges &CalendarIndex::changesOf(CalendarEntry &series) {
+    if (series.changes)
+        return *series.changes;
+    DayChanges &changes = series.changes.emplace();
+    const auto &start = summaryOf(series).times;
+    for (CalendarEntry *entry : entriesOf(series.uid)) {
+        const ContentLine *line = entry->component->line("RECURRENCE-ID");
+        const auto day = readMoment(line, zonesOf(*entry));
+        if (!day)
+            continue;
+        changes.days.add(*day);
+        const auto &changed = summaryOf(*entry).times;
+        const QString range = line->parameter("RANGE").value_or(QString()).toUpper();
+        if (range != u"THISANDFUTURE"_s || !changed || !start)
+            continue;
+        const bool isDate = day->kind == CalendarTime::Kind::Date;
+        const Seconds clock = isDate ? day->clock : start->start.zone->toClock(day->utc());
+        changes.followed.push_back({day->utc(), changed->start.clock - clock, entry});
+    }
+    std::stable_sort(changes.followed.begin(), changes.followed.end(),
+                     [](const auto &a, const auto &b) { return a.fromUtc < b.fromUtc; });
+    return changes;
+}
+
+CalendarEntry &CalendarIndex::append(Component &calendar, std::unique_ptr<Component> component,
+                                     const QString &uid) {
+    CalendarEntry &entry = add(calendar, *component, uid);
+    calendar.items.push_back({{}, std::move(component)});
+    changed(entry);
     return entry;
-}
-
-std::ptrdiff_t CalendarIndex::placeOf(const CalendarEntry &entry) {
-    const std::vector<ComponentItem> &items = entry.calendar->items;
-    const auto it = std::find_if(items.begin(), items.end(), [&](const ComponentItem &item) {
-        const auto *component = std::get_if<std::unique_ptr<Component>>(&item);
-        return component && component->get() == entry.component;
-    });
-    return it - items.begin();
-}
-
-void CalendarIndex::replace(CalendarEntry &entry, std::unique_ptr<Component> component) {
-    const std::ptrdiff_t place = placeOf(entry);
-    const QString recurrenceId = recurrenceIdOf(*component);
-    if (recurrenceId != entry.recurrenceId)
-        m_formerPlaces[{entry.uid, entry.recurrenceId}].prepend({entry.calendar, place});
-    entry.component = component.get();
-    entry.recurrenceId = recurrenceId;
-    entry.uidIsMade = uidOf(*component).isEmpty();
-    entry.calendar->items[size_t(place)] = std::move(component);
 }
 
 void CalendarIndex::remove(CalendarEntry &entry) {
-    const std::ptrdiff_t place = placeOf(entry);
-    m_formerPlaces[{entry.uid, entry.recurrenceId}].prepend({entry.calendar, place});
-    entry.calendar->items.erase(entry.calendar->items.begin() + place);
-    QList<CalendarEntry *> &ofOne = m_byUid[entry.uid];
-    ofOne.removeOne(&entry);
-    if (ofOne.isEmpty())
-        m_byUid.remove(QString(entry.uid));
-    std::erase_if(m_entries, [&](const auto &held) { return held.get() == &entry; });
+    *entry.component = Component();
+    m_removed.push_back(&entry);
+    changed(entry);
 }
 
-void CalendarIndex::removeAll(const QString &uid) {
-    // In reverse order, so that each entry remembers its place among all of them.
-    const QList<CalendarEntry *> all = entriesOf(uid);
-    for (const CalendarEntry *held : all)
-        m_formerPlaces.remove({uid, held->recurrenceId});
-    for (auto held = all.rbegin(); held != all.rend(); ++held)
-        remove(**held);
+void CalendarIndex::putBack(const QString &uid, std::unique_ptr<Component> component) {
+    const auto last = std::find_if(m_removed.rbegin(), m_removed.rend(), [&](const CalendarEntry *entry) {
+        return entry->uid == uid && entry->recurrenceId == recurrenceIdOf(*component);
+    });
+    if (last == m_removed.rend()) {
+        append(firstCalendar(), std::move(component), uid);
+        return;
+    }
+    CalendarEntry &entry = **last;
+    m_removed.erase(std::prev(last.base()));
+    entry.uidIsMade = uidOf(*component).isEmpty();
+    *entry.component = std::move(*component);
+    changed(entry);
 }
 
-CalendarEntry &CalendarIndex::putBack(const QString &uid, std::unique_ptr<Component> component) {
-    const Place atEnd{m_document.calendars().front(), std::numeric_limits<std::ptrdiff_t>::max()};
-    QList<Place> &places = m_formerPlaces[{uid, recurrenceIdOf(*component)}];
-    const Place place = places.isEmpty() ? atEnd : places.takeFirst();
-    auto &items = place.calendar->items;
-    Component *inserted = component.get();
-    items.insert(items.begin() + std::min(place.index, std::ptrdiff_t(items.size())), std::move(component));
-    CalendarEntry &entry = addEntry(place.calendar, inserted, uid);
-    sort();
-    return entry;
-}
-
-void CalendarIndex::writeMadeUid(CalendarEntry &entry) {
-    if (entry.uidIsMade)
-        writeText(entry.component->lineOrNew("UID"), entry.uid);
-    entry.uidIsMade = false;
+void CalendarIndex::changed(const CalendarEntry &entry) {
+    for (CalendarEntry *ofSame : m_byUid.value(entry.uid)) {
+        ofSame->appointment.reset();
+        ofSame->summary.reset();
+        ofSame->changes.reset();
+    }
 }
 
 } // namespace mailhost

@@ -1,62 +1,94 @@
 #include "standin/mailhost/store/ClockTime.h"
 
-#include <array>
-#include <cstdio>
+#include "platform/Literals.h"
+#include "standin/mailhost/store/IcalHandles.h"
+
+#include <QRegularExpression>
 
 namespace mailhost {
 
 namespace {
 
 using Kind = CalendarTime::Kind;
-
-int number(const QByteArray &text, qsizetype at, qsizetype digits) {
-    int value = 0;
-    for (qsizetype i = at; i < at + digits; ++i) {
-        if (text[i] < '0' || text[i] > '9')
-            return -1;
-        value = value * 10 + (text[i] - '0');
-    }
-    return value;
-}
-
-std::optional<Seconds> secondOfDay(const QByteArray &text) {
-    const int hour = number(text, 9, 2);
-    const int minute = number(text, 11, 2);
-    const int second = number(text, 13, 2);
-    if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 60)
-        return std::nullopt;
-    return hour * 3600 + minute * 60 + qMin(second, 59); // 60 is a leap second
-}
+constexpr Seconds longestSpan = 400LL * 366 * daySeconds;
 
 } // namespace
 
-std::optional<ClockTime> parseClock(const QByteArray &untrimmed) {
-    const QByteArray text = untrimmed.trimmed();
-    const bool dateOnly = text.size() == 8;
-    if (!dateOnly && text.size() != 15 && text.size() != 16)
+QByteArray weekdayOf(const QDate &date) {
+    static const char *const names[] = {"MO", "TU", "WE", "TH", "FR", "SA", "SU"};
+    return names[date.dayOfWeek() - 1];
+}
+
+std::optional<ClockTime> parseClock(const QByteArray &text) {
+    static const QRegularExpression form(
+        u"^(\\d{4})(\\d\\d)(\\d\\d)(?:T([01]\\d|2[0-3])([0-5]\\d)([0-5]\\d|60)(Z?))?$"_s,
+        QRegularExpression::CaseInsensitiveOption);
+    const auto match = form.match(QString::fromLatin1(text.trimmed()));
+    const auto number = [&](int part) { return match.capturedView(part).toInt(); };
+    const QDate date(number(1), number(2), number(3));
+    if (!date.isValid())
         return std::nullopt;
-    const QDate date(number(text, 0, 4), number(text, 4, 2), number(text, 6, 2));
-    if (!date.isValid() || date.year() < 1)
-        return std::nullopt;
-    if (dateOnly)
+    if (!match.hasCaptured(4))
         return ClockTime{Kind::Date, secondsOf(date)};
-    const auto second = secondOfDay(text);
-    const bool utc = text.size() == 16;
-    if (!second || (text[8] != 'T' && text[8] != 't') || (utc && text[15] != 'Z' && text[15] != 'z'))
-        return std::nullopt;
-    return ClockTime{utc ? Kind::Utc : Kind::Floating, secondsOf(date) + *second};
+    const int second = qMin(number(6), 59); // 60 is a leap second
+    return ClockTime{match.capturedLength(7) > 0 ? Kind::Utc : Kind::Floating,
+                     secondsOf(date) + number(4) * 3600 + number(5) * 60 + second};
 }
 
 QByteArray clockText(Seconds clock, Kind kind) {
-    const QDate date = dateOf(clock);
-    const int second = int(clock - midnightOf(clock));
-    const int year = qBound(1, date.year(), 9999);
-    // Faster than a format of QDateTime: a week of a full calendar writes hundreds of them.
-    std::array<char, 32> text = {};
-    std::snprintf(text.data(), text.size(),
-                  kind == Kind::Date ? "%04d%02d%02d" : "%04d%02d%02dT%02d%02d%02d%s", year, date.month(),
-                  date.day(), second / 3600, second / 60 % 60, second % 60, kind == Kind::Utc ? "Z" : "");
-    return text.data();
+    static const Seconds first = secondsOf(QDate(1, 1, 1));
+    static const Seconds last = secondsOf(QDate(10000, 1, 1)) - 1;
+    icaltimetype time = icalTime(qBound(first, clock, last));
+    time.is_date = kind == Kind::Date;
+    return QByteArray(icaltime_as_ical_string(time)) + (kind == Kind::Utc ? "Z" : "");
+}
+
+QByteArray utcNow() {
+    return clockText(QDateTime::currentSecsSinceEpoch(), Kind::Utc);
+}
+
+icaltimetype icalTime(Seconds seconds) {
+    const QDate date = dateOf(seconds);
+    const int second = int(seconds - midnightOf(seconds));
+    icaltimetype time = icaltime_null_time();
+    time.year = date.year();
+    time.month = date.month();
+    time.day = date.day();
+    time.hour = second / 3600;
+    time.minute = second / 60 % 60;
+    time.second = second % 60;
+    return time;
+}
+
+std::optional<Seconds> secondsOf(const icaltimetype &time) {
+    const QDate date(time.year, time.month, time.day);
+    if (!date.isValid())
+        return std::nullopt;
+    return secondsOf(date) + time.hour * 3600 + time.minute * 60 + time.second;
+}
+
+std::optional<Span> parseDuration(const QByteArray &text) {
+    prepareIcal();
+    const QByteArray upper = text.trimmed().toUpper();
+    const icaldurationtype parsed = icaldurationtype_from_string(upper.constData());
+    if (!upper.contains('P') || icaldurationtype_is_bad_duration(parsed)) // libical takes an empty text
+        return std::nullopt;
+    if (parsed.is_neg)
+        return Span();
+    const Seconds days = Seconds(parsed.weeks) * 7 + parsed.days;
+    const Seconds seconds = Seconds(parsed.hours) * 3600 + Seconds(parsed.minutes) * 60 + parsed.seconds;
+    return Span{qMin(days, longestSpan / daySeconds), qMin(seconds, longestSpan)};
+}
+
+QByteArray durationText(const Span &span) {
+    if (span.seconds == 0)
+        return 'P' + QByteArray::number(span.days) + 'D'; // also of none, which libical writes as a time
+    icaldurationtype duration = icaldurationtype_null_duration();
+    duration.days = unsigned(span.days);
+    duration.hours = unsigned(span.seconds / 3600);
+    duration.minutes = unsigned(span.seconds / 60 % 60);
+    duration.seconds = unsigned(span.seconds % 60);
+    return icaldurationtype_as_ical_string(duration);
 }
 
 } // namespace mailhost

@@ -1,9 +1,11 @@
-// Dates and clock times as a calendar file writes them, without zones.
+// Dates, clock times and durations as a calendar file writes them, without zones.
 #pragma once
 
 #include "standin/mailhost/store/Appointment.h"
 
 #include <QByteArray>
+
+struct icaltimetype;
 
 namespace mailhost {
 
@@ -22,6 +24,8 @@ inline constexpr qint64 epochDay = 2440588; // Julian day of 1970-01-01
 [[nodiscard]] inline Seconds secondsOf(const QDate &date) {
     return (date.toJulianDay() - epochDay) * daySeconds;
 }
+// As in a rule: "MO" to "SU".
+[[nodiscard]] QByteArray weekdayOf(const QDate &date);
 
 // The kind by the text alone: Date, Utc, or Floating for a clock time. A parameter may add a zone.
 struct ClockTime {
@@ -31,5 +35,20 @@ struct ClockTime {
 // Reads "19970714", "19970714T133000" or "19970714T133000Z" of the years 1 to 9999.
 [[nodiscard]] std::optional<ClockTime> parseClock(const QByteArray &text);
 [[nodiscard]] QByteArray clockText(Seconds clock, CalendarTime::Kind kind);
+[[nodiscard]] QByteArray utcNow();
+
+// The same for libical, which has no zone then: a clock time, or an instant where it takes UTC.
+[[nodiscard]] icaltimetype icalTime(Seconds seconds);
+// No value for a day that does not exist, which a rule in a damaged file may give.
+[[nodiscard]] std::optional<Seconds> secondsOf(const icaltimetype &time);
+
+// A length of time: days of the calendar first, then exact seconds.
+struct Span {
+    Seconds days = 0;
+    Seconds seconds = 0;
+};
+// Reads "P1D", "PT1H30M", "P2W". No value for other texts; an empty span for a negative duration.
+[[nodiscard]] std::optional<Span> parseDuration(const QByteArray &text);
+[[nodiscard]] QByteArray durationText(const Span &span);
 
 } // namespace mailhost

@@ -5,29 +5,41 @@
 #include "standin/mailhost/store/ContentLine.h"
 
 #include <memory>
-#include <variant>
 #include <vector>
 
 namespace mailhost {
 
 struct Component;
-using ComponentItem = std::variant<ContentLine, std::unique_ptr<Component>>;
 
+// One line, or one inner component.
+struct ComponentItem {
+    ContentLine line; // nameless for a component
+    std::unique_ptr<Component> component;
+};
+
+// One without name and lines is written as nothing.
 struct Component {
     QByteArray name; // upper case
     ContentLine begin;
-    std::vector<ComponentItem> items; // lines and components, in the file's order
+    std::vector<ComponentItem> items; // in the file's order
     ContentLine end;
 
     // An empty one, with BEGIN and END.
     static std::unique_ptr<Component> make(const QByteArray &name, const QByteArray &lineEnd);
+    // A VCALENDAR of this program.
+    static std::unique_ptr<Component> makeCalendar(const QByteArray &lineEnd);
     [[nodiscard]] std::unique_ptr<Component> copy() const;
 
     // The first line of that name (upper case), null when there is none. Valid until the component changes.
     [[nodiscard]] const ContentLine *line(const QByteArray &name) const;
-    [[nodiscard]] ContentLine *line(const QByteArray &name);
-    [[nodiscard]] std::vector<const ContentLine *> lines(const QByteArray &name) const;
+    [[nodiscard]] ContentLine *line(const QByteArray &name) {
+        return const_cast<ContentLine *>(std::as_const(*this).line(name));
+    }
     [[nodiscard]] std::vector<ContentLine *> lines(const QByteArray &name);
+    [[nodiscard]] std::vector<const ContentLine *> lines(const QByteArray &name) const {
+        const auto found = const_cast<Component *>(this)->lines(name);
+        return {found.begin(), found.end()};
+    }
     [[nodiscard]] std::vector<Component *> components() const;
     [[nodiscard]] QByteArray lineEnd() const { return begin.lineEnd(); }
 
@@ -41,7 +53,7 @@ struct Component {
 
 struct Document {
     QByteArray byteOrderMark; // the three octets, or nothing
-    std::vector<ComponentItem> items;
+    Component root;           // what is in the file
 
     [[nodiscard]] std::vector<Component *> calendars() const;
     [[nodiscard]] QByteArray text() const;
@@ -56,7 +68,7 @@ enum class ParseFailure {
 };
 struct ParseResult {
     ParseFailure failure = ParseFailure::None;
-    int line = 0; // of the failure, counted from 1
+    qsizetype line = 0; // of the failure, counted from 1
 };
 
 // Linear in the text. `document` is complete only without a failure.

@@ -4,6 +4,7 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 #include <QUrl>
 
 namespace mailhost {
@@ -13,7 +14,6 @@ namespace {
 const QByteArray property = QByteArrayLiteral("CONFERENCE");
 const QByteArray ownMark = QByteArrayLiteral("X-PARLO-LINK"); // distinguishes our line from others
 const QString fromLocation = u"LOCATION"_s;
-const QString scheme = u"https://"_s;
 constexpr qsizetype longestLink = 2000; // characters
 
 // Punctuation after a link ends the sentence; a bracket belongs to the link only if it was opened in it.
@@ -27,13 +27,11 @@ QString withoutTrailingMarks(QString link) {
 }
 
 QString firstLink(const QString &location) {
-    for (qsizetype at = location.indexOf(scheme, 0, Qt::CaseInsensitive); at >= 0;
-         at = location.indexOf(scheme, at + 1, Qt::CaseInsensitive)) {
-        qsizetype end = at;
-        while (end < location.size() && !location[end].isSpace() && location[end] != u'<' &&
-               location[end] != u'"')
-            ++end;
-        const QString link = withoutTrailingMarks(location.mid(at, end - at));
+    static const QRegularExpression links(u"(?=(https://[^\\s<\"]*))"_s, // they may overlap
+                                          QRegularExpression::CaseInsensitiveOption |
+                                              QRegularExpression::UseUnicodePropertiesOption);
+    for (auto found = links.globalMatch(location); found.hasNext();) {
+        const QString link = withoutTrailingMarks(found.next().captured(1));
         if (link.size() <= longestLink && !QUrl(link, QUrl::StrictMode).host().isEmpty())
             return link;
     }
@@ -42,20 +40,6 @@ QString firstLink(const QString &location) {
 
 bool isOwn(const ContentLine &line) {
     return line.parameter(ownMark) == fromLocation;
-}
-
-ContentLine *ownLine(Component &component) {
-    const auto lines = component.lines(property);
-    const auto own =
-        std::find_if(lines.begin(), lines.end(), [](const ContentLine *line) { return isOwn(*line); });
-    return own == lines.end() ? nullptr : *own;
-}
-
-void removeOwnLine(Component &component) {
-    std::erase_if(component.items, [](const ComponentItem &item) {
-        const auto *line = std::get_if<ContentLine>(&item);
-        return line && line->name() == property && isOwn(*line);
-    });
 }
 
 // Characters that a URI may not hold are percent-encoded, so they cannot end the line.
@@ -115,14 +99,19 @@ QString linkToOpen(const QString &location, const QString &record, const QString
 
 void writeConferenceLink(Component &component, const QString &link) {
     const QByteArray uri = uriOf(link);
-    if (link.isEmpty() || uri.isEmpty() || othersHave(component, uri))
-        return removeOwnLine(component);
-    if (ContentLine *existing = ownLine(component)) {
-        if (existing->value() != uri)
-            existing->setValue(uri);
+    if (uri.isEmpty() || othersHave(component, uri)) {
+        std::erase_if(component.items, [](const ComponentItem &item) {
+            return item.line.name() == property && isOwn(item.line);
+        });
         return;
     }
-    component.append(newLine(uri, component.lineEnd()));
+    const auto lines = component.lines(property);
+    const auto own =
+        std::find_if(lines.begin(), lines.end(), [](const ContentLine *line) { return isOwn(*line); });
+    if (own == lines.end())
+        component.append(newLine(uri, component.lineEnd()));
+    else if ((*own)->value() != uri)
+        (*own)->setValue(uri);
 }
 
 } // namespace mailhost

@@ -2,6 +2,7 @@
 
 #include "platform/Literals.h"
 
+#include <QRegularExpression>
 #include <QStringDecoder>
 
 namespace mailhost {
@@ -17,33 +18,27 @@ qsizetype contentLength(const QByteArray &source) {
     return length;
 }
 
-// The end of the name and parameters: the first colon outside quotes. An unclosed quote is a plain character,
-// because some programs write names with a single quotation mark.
-qsizetype headEnd(const QByteArray &line) {
-    bool quoted = false;
-    for (qsizetype i = 0; i < line.size(); ++i) {
-        if (line[i] == '"')
-            quoted = !quoted;
-        else if (line[i] == ':' && !quoted)
-            return i;
-    }
-    return line.indexOf(':');
-}
-
-QList<QByteArray> splitOutsideQuotes(const QByteArray &head) {
-    const bool respectQuotes = head.count('"') % 2 == 0;
-    QList<QByteArray> pieces;
+struct SplitLine {
+    QList<QByteArray> head; // the name and the parameters
+    qsizetype colon = -1;   // behind them
+};
+// Splits the line at the semicolons before its first colon, and at the colon. Quoted ones do not count.
+SplitLine splitLine(const QByteArray &line, bool respectQuotes) {
+    SplitLine split;
     bool quoted = false;
     qsizetype begin = 0;
-    for (qsizetype i = 0; i <= head.size(); ++i) {
-        if (i == head.size() || (head[i] == ';' && !(quoted && respectQuotes))) {
-            pieces.append(head.mid(begin, i - begin));
-            begin = i + 1;
-        } else if (head[i] == '"') {
-            quoted = !quoted;
-        }
+    for (qsizetype i = 0; i < line.size() && split.colon < 0; ++i) {
+        quoted = quoted != (respectQuotes && line[i] == '"');
+        if (quoted || (line[i] != ';' && line[i] != ':'))
+            continue;
+        split.head.append(line.mid(begin, i - begin));
+        begin = i + 1;
+        if (line[i] == ':')
+            split.colon = i;
     }
-    return pieces;
+    if (split.colon < 0)
+        split.head.append(line.mid(begin));
+    return split;
 }
 
 QByteArray folded(const QByteArray &line, const QByteArray &lineEnd) {
@@ -64,36 +59,19 @@ QByteArray folded(const QByteArray &line, const QByteArray &lineEnd) {
 }
 
 QString decodeCarets(const QString &text) {
-    if (!text.contains(u'^'))
-        return text;
-    QString out;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar next = text[i] == u'^' && i + 1 < text.size() ? text[i + 1] : QChar();
-        if (next != u'n' && next != u'^' && next != u'\'') {
-            out.append(text[i]);
-            continue;
-        }
-        out.append(next == u'n' ? u'\n' : next == u'\'' ? u'"' : u'^');
-        ++i;
-    }
-    return out;
+    QStringList pieces = text.split(u"^^"_s);
+    for (QString &piece : pieces)
+        piece.replace(u"^n"_s, u"\n"_s).replace(u"^'"_s, u"\""_s);
+    return pieces.join(u'^');
 }
 
 QByteArray encodedParameter(const QByteArray &name, const QString &value) {
-    QString text;
-    bool quote = false;
-    for (const QChar c : value) {
-        if (c == u'^')
-            text += u"^^"_s;
-        else if (c == u'"')
-            text += u"^'"_s;
-        else if (c == u'\n')
-            text += u"^n"_s;
-        else if (c >= u' ' || c == u'\t')
-            text += c;
-        quote = quote || c == u':' || c == u';' || c == u',';
-    }
-    return name + '=' + (quote ? '"' + text.toUtf8() + '"' : text.toUtf8());
+    static const QRegularExpression special(u"[:;,]"_s);
+    QString text = value;
+    text.replace(u'^', u"^^"_s).replace(u'"', u"^'"_s).replace(u'\n', u"^n"_s);
+    text.removeIf([](QChar c) { return c < u' ' && c != u'\t'; });
+    const QByteArray octets = text.toUtf8();
+    return name + '=' + (text.contains(special) ? '"' + octets + '"' : octets);
 }
 
 } // namespace
@@ -120,7 +98,7 @@ ContentLine::ContentLine(QByteArray source)
 
 ContentLine ContentLine::make(const QByteArray &name, const QByteArray &value, const QByteArray &lineEnd) {
     ContentLine line;
-    line.assemble({name, {}, value, true}, lineEnd);
+    line.assemble({name, {}, value}, lineEnd);
     return line;
 }
 
@@ -130,46 +108,31 @@ QByteArray ContentLine::lineEnd() const {
 }
 
 QByteArray ContentLine::unfolded() const {
-    const qsizetype length = contentLength(m_source);
-    const bool oldMacLines = !m_source.contains('\n'); // a file whose lines end in CR alone
-    const auto blankAt = [&](qsizetype i) {
-        return i < length && (m_source[i] == ' ' || m_source[i] == '\t');
-    };
-    QByteArray out;
-    out.reserve(length);
-    for (qsizetype i = 0; i < length; ++i) {
-        qsizetype next = i;
-        while (next < length && m_source[next] == '\r')
-            ++next;
-        if (next < length && m_source[next] == '\n' && blankAt(next + 1)) {
-            i = next + 1;
-        } else if (oldMacLines && next > i && blankAt(next)) {
-            i = next;
-        } else {
-            next = qMax(next, i + 1);
-            out.append(m_source.constData() + i, next - i);
-            i = next - 1;
-        }
-    }
-    return out;
+    static const QRegularExpression fold(u"(?<!\\r)\\r*+\\n[ \\t]"_s);
+    static const QRegularExpression oldMacFold(u"(?<!\\r)\\r++[ \\t]"_s); // where lines end in CR alone
+    const QByteArray content = m_source.left(contentLength(m_source));
+    if (!content.contains('\n') && !content.contains('\r'))
+        return content;
+    return QString::fromLatin1(content).remove(m_source.contains('\n') ? fold : oldMacFold).toLatin1();
 }
 
 ContentLine::Parts ContentLine::parts() const {
     const QByteArray line = unfolded();
-    const qsizetype end = headEnd(line);
+    SplitLine split = splitLine(line, true);
+    if (split.colon <
+        0) // an unclosed quote is a plain character: some programs write names with a single one
+        split = splitLine(line, false);
     Parts parts;
-    parts.hasValue = end >= 0;
-    QList<QByteArray> pieces = splitOutsideQuotes(end < 0 ? line : line.left(end));
-    parts.name = pieces.takeFirst();
-    for (const QByteArray &piece : std::as_const(pieces))
-        parts.parameters.append({piece.left(piece.indexOf('=')).trimmed().toUpper(), piece});
-    if (parts.hasValue)
-        parts.value = line.mid(end + 1);
+    parts.name = split.head.takeFirst();
+    for (const QByteArray &text : std::as_const(split.head))
+        parts.parameters.append({text.left(text.indexOf('=')).trimmed().toUpper(), text});
+    if (split.colon >= 0)
+        parts.value = line.mid(split.colon + 1);
     return parts;
 }
 
 QByteArray ContentLine::value() const {
-    return parts().value;
+    return parts().value.value_or(QByteArray());
 }
 
 std::optional<QString> ContentLine::parameter(const QByteArray &name) const {
@@ -183,8 +146,8 @@ std::optional<QString> ContentLine::parameter(const QByteArray &name) const {
         QByteArray value = equals < 0 ? QByteArray() : parameter.text.mid(equals + 1).trimmed();
         if (value.count('"') % 2 == 0)
             value.replace('"', "");
-        value.replace('\r',
-                      ""); // stray ones do not survive writing: a zone's name would become another one then
+        // Stray ones do not survive writing: a zone's name would become another one then.
+        value.replace('\r', "");
         return decodeCarets(decodeOctets(value));
     }
     return std::nullopt;
@@ -194,8 +157,8 @@ void ContentLine::assemble(const Parts &parts, const QByteArray &lineEnd) {
     QByteArray line = parts.name;
     for (const Parameter &parameter : parts.parameters)
         line += ';' + parameter.text;
-    if (parts.hasValue)
-        line += ':' + parts.value;
+    if (parts.value)
+        line += ':' + *parts.value;
     line.replace('\n', "").replace('\r', ""); // a value never begins another line
     m_source = folded(line, lineEnd);
     m_name = parts.name.trimmed().toUpper();
@@ -204,7 +167,6 @@ void ContentLine::assemble(const Parts &parts, const QByteArray &lineEnd) {
 void ContentLine::setValue(const QByteArray &value) {
     Parts all = parts();
     all.value = value;
-    all.hasValue = true;
     assemble(all, lineEnd());
 }
 

@@ -44,8 +44,7 @@ private:
     struct Parts {
         QByteArray name; // as written
         QList<Parameter> parameters;
-        QByteArray value;
-        bool hasValue = false;
+        std::optional<QByteArray> value; // none: a line without a colon
     };
     [[nodiscard]] QByteArray unfolded() const;
     [[nodiscard]] Parts parts() const;

@@ -1,7 +1,7 @@
 #include "standin/mailhost/store/ItipMessage.h"
 
 #include "platform/Literals.h"
-#include "standin/mailhost/store/AppointmentReader.h"
+#include "standin/mailhost/store/AppointmentComponent.h"
 
 namespace mailhost {
 
@@ -12,10 +12,9 @@ const QByteArray crlf = QByteArrayLiteral("\r\n");
 QStringList zoneNames(const Component &component) {
     QStringList names;
     for (const ComponentItem &item : component.items) {
-        const auto *line = std::get_if<ContentLine>(&item);
-        const auto tzid = line ? line->parameter("TZID") : std::nullopt;
-        if (tzid && !tzid->isEmpty() && !names.contains(*tzid))
-            names.append(*tzid);
+        const QString tzid = item.line.parameter("TZID").value_or(QString());
+        if (!tzid.isEmpty() && !names.contains(tzid))
+            names.append(tzid);
     }
     return names;
 }
@@ -23,55 +22,46 @@ QStringList zoneNames(const Component &component) {
 void appendRefolded(const Component &component, QByteArray &out) {
     out += component.begin.refolded(crlf).source();
     for (const ComponentItem &item : component.items) {
-        if (const auto *inner = std::get_if<std::unique_ptr<Component>>(&item))
-            appendRefolded(**inner, out);
-        else if (const auto &line = std::get<ContentLine>(item); !line.name().isEmpty())
-            out += line.refolded(crlf).source();
+        if (item.component)
+            appendRefolded(*item.component, out);
+        else if (!item.line.name().isEmpty())
+            out += item.line.refolded(crlf).source();
     }
     out += component.end.refolded(crlf).source();
 }
 
 // The component for the attendees: without alarms and private field, with a new DTSTAMP.
-void appendForReceivers(const Component &component, bool cancel, QByteArray &out) {
-    out += "BEGIN:VEVENT" + crlf;
-    for (const ComponentItem &item : component.items) {
-        const auto *line = std::get_if<ContentLine>(&item);
-        if (!line) {
-            const auto &inner = std::get<std::unique_ptr<Component>>(item);
-            if (inner->name != "VALARM")
-                appendRefolded(*inner, out);
-            continue;
-        }
-        const QByteArray &name = line->name();
-        const bool replaced = name == "DTSTAMP" || name == "SEQUENCE" || (cancel && name == "STATUS");
-        if (!replaced && !name.isEmpty() && name != ucCapabilitiesProperty)
-            out += line->refolded(crlf).source();
-    }
-    const ContentLine *sequence = component.line("SEQUENCE");
-    out += "SEQUENCE:" + QByteArray::number(sequence ? sequence->value().trimmed().toInt() : 0) + crlf;
-    out += "DTSTAMP:" + clockText(QDateTime::currentSecsSinceEpoch(), CalendarTime::Kind::Utc) + crlf;
+std::unique_ptr<Component> forReceivers(const Component &component, bool cancel) {
+    auto copy = component.copy();
+    std::erase_if(copy->items, [](const ComponentItem &item) {
+        return item.line.name() == ucCapabilitiesProperty ||
+               (item.component && item.component->name == "VALARM");
+    });
+    const auto set = [&](const QByteArray &name, const QByteArray &value) {
+        copy->removeLines(name);
+        copy->append(ContentLine::make(name, value, crlf));
+    };
+    set("SEQUENCE", QByteArray::number(textOf(component, "SEQUENCE").trimmed().toInt()));
+    set("DTSTAMP", utcNow());
     if (cancel)
-        out += "STATUS:CANCELLED" + crlf;
-    out += "END:VEVENT" + crlf;
+        set("STATUS", "CANCELLED");
+    return copy;
 }
 
 } // namespace
 
-QByteArray itipMessage(const Component &component, ZoneTable &zones, bool cancel) {
-    QByteArray out =
-        "BEGIN:VCALENDAR" + crlf + "VERSION:2.0" + crlf + "PRODID:-//Parlo//Stand-in calendar//EN" + crlf;
-    out += QByteArray("METHOD:") + (cancel ? "CANCEL" : "REQUEST") + crlf;
-    const QStringList names = zoneNames(component);
-    for (const QString &name : names) {
+QByteArray itipMessage(const Component &component, const ZoneTable &zones, bool cancel) {
+    auto calendar = Component::makeCalendar(crlf);
+    calendar->append(ContentLine::make("METHOD", cancel ? "CANCEL" : "REQUEST", crlf));
+    for (const QString &name : zoneNames(component)) {
         const Component *known = zones.component(name);
-        const auto made = known ? nullptr : makeTimezoneComponent(name, crlf);
-        if (known || made)
-            appendRefolded(known ? *known : *made, out);
+        if (auto zone = known ? known->copy() : makeTimezoneComponent(name, crlf))
+            calendar->items.push_back({{}, std::move(zone)});
     }
-    appendForReceivers(component, cancel, out);
-    out += "END:VCALENDAR" + crlf;
-    out.replace('\0', ""); // not allowed in mail
-    return out;
+    calendar->items.push_back({{}, forReceivers(component, cancel)});
+    QByteArray out;
+    appendRefolded(*calendar, out);
+    return out.replace('\0', ""); // not allowed in mail
 }
 
 } // namespace mailhost

@@ -7,6 +7,6 @@ namespace mailhost {
 
 // METHOD:REQUEST (or CANCEL) with the zones that the component names, without alarms and the private field.
 // CRLF.
-[[nodiscard]] QByteArray itipMessage(const Component &component, ZoneTable &zones, bool cancel);
+[[nodiscard]] QByteArray itipMessage(const Component &component, const ZoneTable &zones, bool cancel);
 
 } // namespace mailhost

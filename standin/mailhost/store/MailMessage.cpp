@@ -2,17 +2,95 @@
 
 #include "platform/Literals.h"
 #include "platform/services/storage/WholeFile.h"
-#include "standin/mailhost/store/AppointmentWriter.h"
-#include "standin/mailhost/store/MailText.h"
+#include "standin/mailhost/store/AppointmentComponent.h"
 
 #include <QDir>
+#include <QRegularExpression>
 #include <QUuid>
 
 namespace mailhost {
 
 namespace {
 
-const QByteArray crlf = QByteArrayLiteral("\r\n");
+constexpr qsizetype longestLine = 76;
+constexpr qsizetype encodedWordOctets = 39; // 64 characters with the frame: fits behind the name of a header
+
+// ---- headers (RFC 5322, RFC 2047): whole lines, folded
+
+// On one line and without control characters.
+QString oneLine(QString text) {
+    for (QChar &c : text)
+        c = c < u' ' || c == QChar(0x7F) ? u' ' : c;
+    return text.trimmed();
+}
+
+// Encoded words, none of which ends within a character.
+QList<QByteArray> encodedWords(const QString &text) {
+    QList<QByteArray> words;
+    const QByteArray octets = text.toUtf8();
+    for (qsizetype begin = 0; begin < octets.size();) {
+        qsizetype end = qMin(begin + encodedWordOctets, octets.size());
+        while (end < octets.size() && (uchar(octets[end]) & 0xC0) == 0x80)
+            --end;
+        words.append("=?UTF-8?B?" + octets.mid(begin, end - begin).toBase64() + "?=");
+        begin = end;
+    }
+    return words;
+}
+
+// The words of a header, encoded if they have one of the special characters, are not ASCII, look like encoded
+// ones, or are longer than a line, which cannot be folded.
+QList<QByteArray> headerWords(const QString &text, const QString &specials) {
+    const auto words = text.split(u' ');
+    const bool encode =
+        text.contains(u"=?"_s) ||
+        std::any_of(text.begin(), text.end(),
+                    [&](QChar c) { return c >= QChar(0x80) || specials.contains(c); }) ||
+        std::any_of(words.begin(), words.end(), [](const QString &word) { return word.size() > 60; });
+    return encode ? encodedWords(text) : text.toLatin1().split(' ');
+}
+
+QByteArray foldedHeader(const QByteArray &name, const QList<QByteArray> &words) {
+    QByteArray out = name + ':';
+    qsizetype column = out.size();
+    for (const QByteArray &word : words) {
+        if (column + 1 + word.size() > longestLine && column > name.size() + 1) {
+            out += "\r\n";
+            column = 0;
+        }
+        out += ' ' + word;
+        column += 1 + word.size();
+    }
+    return out + "\r\n";
+}
+
+QByteArray bareAddress(const QString &email) {
+    static const QRegularExpression unsafe(u"[<> ,]"_s);
+    return oneLine(email).remove(unsafe).toUtf8();
+}
+
+QByteArray addressHeader(const QByteArray &name, const QList<Attendee> &people) {
+    QList<QByteArray> words;
+    for (const Attendee &person : people) {
+        if (!words.isEmpty())
+            words.last() += ',';
+        if (const QString display = oneLine(person.name); !display.isEmpty())
+            words += headerWords(display, u"()<>[]:;@\\,.\""_s);
+        words.append('<' + bareAddress(person.email) + '>');
+    }
+    return foldedHeader(name, words);
+}
+
+// A new identifier in the domain of the sender.
+QByteArray messageId(const QString &senderEmail) {
+    const QByteArray address = bareAddress(senderEmail);
+    const qsizetype at = address.lastIndexOf('@');
+    const QByteArray domain = at < 0 ? QByteArray() : address.mid(at + 1);
+    return '<' + QUuid::createUuid().toByteArray(QUuid::WithoutBraces) + '@' +
+           (domain.isEmpty() ? "localhost" : domain) + '>';
+}
+
+// ---- parts
 
 QString shownTime(const CalendarTime &time) {
     if (!time.value.isValid())
@@ -33,42 +111,54 @@ QString messageText(const Appointment &appointment, bool cancel) {
     return appointment.bodyHtml.isEmpty() ? text : text + u'\n' + plainTextOf(appointment.bodyHtml) + u'\n';
 }
 
+QString base64Lines(const QString &text) {
+    const QByteArray octets = QString(text).replace(u'\n', u"\r\n"_s).toUtf8().toBase64();
+    QString out;
+    for (qsizetype begin = 0; begin < octets.size(); begin += longestLine)
+        out += QString::fromLatin1(octets.mid(begin, longestLine)) + u'\n';
+    return out;
+}
+
 QByteArray mailMessage(const Appointment &appointment, const QByteArray &calendarText, bool cancel) {
-    const QByteArray boundary = "=_parlo_" + QUuid::createUuid().toByteArray(QUuid::Id128);
-    const QByteArray method = cancel ? "CANCEL" : "REQUEST";
+    static const QString parts = uR"(MIME-Version: 1.0
+Content-Type: multipart/alternative;
+ boundary="%1"
+
+--%1
+Content-Type: text/plain; charset=UTF-8
+Content-Transfer-Encoding: base64
+
+%2--%1
+Content-Type: text/calendar; method=%3; charset=UTF-8;
+ component=VEVENT
+Content-Transfer-Encoding: 8bit
+
+)"_s;
+    const QString boundary = u"=_parlo_"_s + QUuid::createUuid().toString(QUuid::Id128);
+    const QString method = cancel ? u"CANCEL"_s : u"REQUEST"_s;
     const QString subject = (cancel ? u"Cancelled: "_s : QString()) + appointment.summary;
-    QList<MailAddress> receivers;
-    for (const Attendee &attendee : appointment.attendees)
-        receivers.append({attendee.name, attendee.email});
-    QByteArray mail = addressHeader("From", {{appointment.organizerName, appointment.organizerEmail}});
-    mail += addressHeader("To", receivers);
-    mail += textHeader("Subject", subject);
-    mail += dateHeader(QDateTime::currentDateTime());
-    mail += messageIdHeader(appointment.organizerEmail);
-    mail += "MIME-Version: 1.0" + crlf;
-    mail += "Content-Type: multipart/alternative;" + crlf + " boundary=\"" + boundary + '"' + crlf + crlf;
-    mail += "--" + boundary + crlf + "Content-Type: text/plain; charset=UTF-8" + crlf;
-    mail += "Content-Transfer-Encoding: base64" + crlf + crlf;
-    mail += base64Lines(messageText(appointment, cancel));
-    mail +=
-        "--" + boundary + crlf + "Content-Type: text/calendar; method=" + method + "; charset=UTF-8;" + crlf;
-    mail += " component=VEVENT" + crlf + "Content-Transfer-Encoding: 8bit" + crlf + crlf;
-    return mail + calendarText + crlf + "--" + boundary + "--" + crlf;
+    QByteArray mail = addressHeader("From", {{appointment.organizerName, appointment.organizerEmail, {}}});
+    mail += addressHeader("To", appointment.attendees);
+    mail += foldedHeader("Subject", headerWords(oneLine(subject), {}));
+    mail += "Date: " + QDateTime::currentDateTime().toString(Qt::RFC2822Date).toLatin1() + "\r\n";
+    mail += "Message-ID: " + messageId(appointment.organizerEmail) + "\r\n";
+    mail += parts.arg(boundary, base64Lines(messageText(appointment, cancel)), method)
+                .replace(u'\n', u"\r\n"_s)
+                .toLatin1();
+    return mail + calendarText + "\r\n--" + boundary.toLatin1() + "--\r\n";
 }
 
 } // namespace
 
 QString writeImipMessage(const QString &outbox, const CalendarFile &calendar, const Appointment &appointment,
                          bool cancel, QString *error) {
-    QString unheard;
-    QString &sentence = error ? *error : unheard;
     if (appointment.organizerEmail.isEmpty() || appointment.attendees.isEmpty()) {
-        sentence = u"“%1” has nobody to send it to. Add attendees first."_s.arg(appointment.summary);
+        *error = u"“%1” has nobody to send it to. Add attendees first."_s.arg(appointment.summary);
         return {};
     }
     const QByteArray text = calendar.itipMessage(appointment.uid, appointment.recurrenceId, cancel);
     if (text.isEmpty()) {
-        sentence = u"“%1” is not in the calendar. Save it before you send it."_s.arg(appointment.summary);
+        *error = u"“%1” is not in the calendar. Save it before you send it."_s.arg(appointment.summary);
         return {};
     }
     const QString name = u"%1-%2-%3.eml"_s.arg(
@@ -79,7 +169,7 @@ QString writeImipMessage(const QString &outbox, const CalendarFile &calendar, co
     QString reason = u"the folder cannot be made"_s;
     if (QDir().mkpath(outbox) && platform::writeWholeFile(path, mail, &reason))
         return path;
-    sentence = u"The message cannot be written to “%1”: %2."_s.arg(outbox, reason);
+    *error = u"The message cannot be written to “%1”: %2."_s.arg(outbox, reason);
     return {};
 }
 

@@ -3,16 +3,13 @@
 #include "platform/Literals.h"
 #include "standin/mailhost/store/IcalHandles.h"
 
-#include <limits>
-
 namespace mailhost {
 
 namespace {
 
 using Kind = CalendarTime::Kind;
-constexpr Seconds cachedAround = 56 * daySeconds;
 constexpr int mostSteps = 100000; // of one rule for one question: a rule with COUNT is run from its beginning
-constexpr int mostInstances = 11000; // of one series in one answer: every minute of a week
+constexpr size_t mostInstances = 11000; // of one series in one answer: every minute of a week
 constexpr qsizetype longestRule = 1000;
 constexpr Seconds latestClock = 7258118400; // 2200
 
@@ -32,71 +29,53 @@ bool MomentSet::contains(const Moment &start) const {
 }
 
 std::optional<Series::Rule> Series::parseRule(const QByteArray &value) {
-    const QByteArray text = QByteArray(value).replace(' ', "").toUpper();
-    if (text.isEmpty() || text.size() > longestRule)
-        return std::nullopt;
     Rule rule;
-    bool frequencySeen = false;
-    int interval = 1;
-    const auto parts = text.split(';');
-    for (const QByteArray &part : parts) {
-        const qsizetype equals = part.indexOf('=');
-        const QByteArray name = part.left(equals);
-        const QByteArray argument = part.mid(equals + 1);
-        if (part.isEmpty())
-            continue;
-        if (name == "UNTIL") {
-            rule.until = parseClock(argument);
+    QList<QByteArray> parts = QByteArray(value).replace(' ', "").toUpper().split(';');
+    for (QByteArray &part : parts) {
+        // Only the Gregorian calendar is supported; libical would also leak the name of another one.
+        if (part == "RSCALE=GREGORIAN" || part == "SKIP=OMIT") {
+            part.clear();
+        } else if (part.startsWith("RSCALE=") || part.startsWith("SKIP=")) {
+            return std::nullopt;
+        } else if (part.startsWith("UNTIL=")) {
+            rule.until = parseClock(part.mid(6));
             if (!rule.until)
                 return std::nullopt;
-            continue;
+            part.clear();
         }
-        // Only the Gregorian calendar is supported; libical would also leak the name of another one.
-        if (name == "RSCALE" || name == "SKIP") {
-            if (argument != "GREGORIAN" && argument != "OMIT")
-                return std::nullopt;
-            continue;
-        }
-        if (name == "COUNT")
-            rule.counted = argument.toInt() > 0;
-        if (name == "INTERVAL")
-            interval = argument.toInt();
-        if (interval < 1 || interval > 32000)
-            return std::nullopt;
-        if (name == "FREQ") {
-            frequencySeen = true;
-            rule.step = argument == "HOURLY" ? 3600 : argument == "MINUTELY" ? 60 : 0;
-            if (argument == "SECONDLY")
-                return std::nullopt; // no appointment; a rule that never matches would take very long to find
-                                     // out
-        }
-        rule.text += (rule.text.isEmpty() ? "" : ";") + part;
     }
-    rule.step *= interval;
-    prepareIcal();
-    if (!frequencySeen || icalrecurrencetype_from_string(rule.text.constData()).freq == ICAL_NO_RECURRENCE)
+    parts.removeAll(QByteArray());
+    rule.text = parts.join(';');
+    if (rule.text.size() > longestRule)
         return std::nullopt;
+    prepareIcal();
+    const icalrecurrencetype parsed = icalrecurrencetype_from_string(rule.text.constData());
+    // One by seconds is no appointment; if it never matched, that would take very long to find out.
+    if (parsed.freq == ICAL_NO_RECURRENCE || parsed.freq == ICAL_SECONDLY_RECURRENCE)
+        return std::nullopt;
+    rule.counted = parsed.count > 0;
+    const int step = parsed.freq == ICAL_HOURLY_RECURRENCE     ? 3600
+                     : parsed.freq == ICAL_MINUTELY_RECURRENCE ? 60
+                                                               : 0;
+    rule.step = step * parsed.interval;
     return rule;
 }
 
 std::unique_ptr<Series> Series::read(const Component &component, const TimesOfComponent &times,
-                                     ZoneTable &zones, QStringList *warnings) {
+                                     ZoneTable &zones) {
     const bool recurs = component.line("RRULE") || component.line("RDATE");
     if (!recurs || component.line("RECURRENCE-ID"))
         return nullptr;
     auto series = std::make_unique<Series>();
     series->m_times = times;
-    const auto readRules = [&](const QByteArray &name, std::vector<Rule> *rules) {
+    const std::pair<const char *, std::vector<Rule> *> kinds[] = {{"RRULE", &series->m_rules},
+                                                                  {"EXRULE", &series->m_excludedRules}};
+    for (const auto &[name, rules] : kinds) {
         for (const ContentLine *line : component.lines(name)) {
             if (const auto rule = parseRule(line->value()))
                 rules->push_back(*rule);
-            else
-                warnings->append(u"The repetition “%1” cannot be shown; only its first day is."_s.arg(
-                    decodeOctets(line->value()).left(100)));
         }
-    };
-    readRules("RRULE", &series->m_rules);
-    readRules("EXRULE", &series->m_excludedRules);
+    }
     series->readDates(component, zones);
     return series;
 }
@@ -109,13 +88,13 @@ void Series::readDates(const Component &component, ZoneTable &zones) {
             const auto start = readMoment(*line, slash < 0 ? value : value.left(slash), zones);
             if (!start)
                 continue;
-            Moment end = m_times.span.after(*start);
+            Moment end = start->after(m_times.span);
             const QByteArray rest = slash < 0 ? QByteArray() : value.mid(slash + 1);
             if (const auto span = parseDuration(rest))
-                end = span->after(*start);
+                end = start->after(*span);
             else if (const auto until = readMoment(*line, rest, zones))
                 end = *until;
-            m_additional.push_back(instance(*start, end));
+            m_additional.push_back({*start, start->utc(), end.utc()});
         }
     }
     for (const ContentLine *line : component.lines("EXDATE")) {
@@ -127,10 +106,10 @@ void Series::readDates(const Component &component, ZoneTable &zones) {
     }
 }
 
-Moment Series::at(Seconds clock) const {
-    Moment moment = m_times.start;
-    moment.clock = clock;
-    return moment;
+Series::Instance Series::instance(Seconds clock) const {
+    Moment start = m_times.start;
+    start.clock = clock;
+    return {start, start.utc(), start.after(m_times.span).utc()};
 }
 
 bool Series::isPast(const Rule &rule, Seconds clock) const {
@@ -139,17 +118,17 @@ bool Series::isPast(const Rule &rule, Seconds clock) const {
     if (rule.until->kind == Kind::Date)
         return midnightOf(clock) > rule.until->clock;
     if (rule.until->kind == Kind::Utc && m_times.start.kind != Kind::Date)
-        return at(clock).utc() > rule.until->clock;
+        return m_times.start.zone->toUtc(clock) > rule.until->clock;
     return clock > rule.until->clock;
 }
 
 // Clock times of the rule from `from` to `to`. libical runs on plain clock times: a series keeps its clock
 // time over a change to daylight saving.
-void Series::expand(const Rule &rule, Seconds from, Seconds to, QSet<Seconds> *clocks) const {
-    icalrecurrencetype parsed = icalrecurrencetype_from_string(rule.text.constData());
+void Series::expand(const Rule &rule, Seconds from, Seconds to, std::set<Seconds> *clocks) const {
     const Seconds start = m_times.start.clock;
     if (start > to)
         return;
+    icalrecurrencetype parsed = icalrecurrencetype_from_string(rule.text.constData());
     if (!rule.counted)
         parsed.until = icalTime(to); // also keeps rules that match nothing from running on for ever
     const bool skips = !rule.counted && from > start;
@@ -162,94 +141,65 @@ void Series::expand(const Rule &rule, Seconds from, Seconds to, QSet<Seconds> *c
         icalrecur_iterator_set_start(iterator.get(), icalTime(from));
     for (int step = 0; step < mostSteps && clocks->size() < mostInstances; ++step) {
         const icaltimetype next = icalrecur_iterator_next(iterator.get());
-        if (icaltime_is_null_time(next))
-            return;
         const std::optional<Seconds> clock = secondsOf(next);
-        if (!clock)
-            continue;
-        if (*clock > to || isPast(rule, *clock))
+        if (icaltime_is_null_time(next) || (clock && (*clock > to || isPast(rule, *clock))))
             return;
-        if (*clock >= from)
+        if (clock && *clock >= from)
             clocks->insert(*clock);
     }
 }
 
-void Series::fillCache(Seconds fromUtc, Seconds toUtc) const {
-    const bool frequent =
-        std::any_of(m_rules.begin(), m_rules.end(), [](const Rule &r) { return r.step > 0; });
-    const Seconds around = frequent ? 0 : cachedAround;
-    m_cacheFrom = fromUtc - around;
-    m_cacheTo = toUtc + around;
+// Lets callers skip the expansion of series that have ended, which are most of an old calendar.
+void Series::findEnd() {
+    const Seconds start = m_times.start.clock;
+    Seconds last = start;
+    for (const Rule &rule : m_rules) {
+        Seconds end = rule.until ? rule.until->clock + daySeconds : farthest;
+        if (rule.counted && !rule.until) {
+            std::set<Seconds> clocks;
+            expand(rule, start, latestClock, &clocks);
+            if (clocks.size() < mostInstances)
+                end = clocks.empty() ? start : *clocks.rbegin();
+        }
+        last = std::max(last, end);
+    }
+    last += lengthOnClock() + daySeconds; // zones are at most a day away from UTC
+    for (const Instance &additional : m_additional)
+        last = std::max(last, additional.endUtc);
+    m_end = last;
+}
+
+std::vector<Series::Instance> Series::between(Seconds fromUtc, Seconds toUtc) {
+    std::vector<Instance> found;
+    if (!m_end)
+        findEnd();
+    if (fromUtc > *m_end)
+        return found;
     // Zones are at most a day away from UTC.
-    const Seconds from = m_cacheFrom - m_times.span.days * daySeconds - m_times.span.seconds - daySeconds;
-    const Seconds to = m_cacheTo + daySeconds;
-    QSet<Seconds> clocks;
-    QSet<Seconds> excluded;
+    const Seconds from = fromUtc - lengthOnClock() - daySeconds;
+    const Seconds to = toUtc + daySeconds;
+    std::set<Seconds> clocks;
+    std::set<Seconds> excluded;
     if (m_times.start.clock >= from && m_times.start.clock <= to)
         clocks.insert(m_times.start.clock);
     for (const Rule &rule : m_rules)
         expand(rule, from, to, &clocks);
     for (const Rule &rule : m_excludedRules)
         expand(rule, from, to, &excluded);
-    m_cache.clear();
-    for (const Seconds clock : std::as_const(clocks)) {
-        const Moment start = at(clock);
-        if (!excluded.contains(clock) && !m_excluded.contains(start))
-            m_cache.push_back(instance(start, m_times.span.after(start)));
-    }
     QSet<Seconds> known;
-    for (const Instance &instance : m_cache)
-        known.insert(instance.startUtc);
-    for (const Instance &instance : m_additional) {
-        const Seconds utc = instance.startUtc;
-        if (utc < m_cacheTo && !known.contains(utc) && !m_excluded.contains(instance.start)) {
-            known.insert(utc);
-            m_cache.push_back(instance);
-        }
+    const auto add = [&](const Instance &one) {
+        if (known.contains(one.startUtc) || m_excluded.contains(one.start))
+            return;
+        known.insert(one.startUtc);
+        if (one.startUtc < toUtc && (one.startUtc >= fromUtc || one.endUtc > fromUtc))
+            found.push_back(one);
+    };
+    for (const Seconds clock : clocks) {
+        if (!excluded.contains(clock))
+            add(instance(clock));
     }
-}
-
-Series::Instance Series::instance(const Moment &start, const Moment &end) {
-    return {start, end, start.utc(), end.utc()};
-}
-
-// Lets callers skip the expansion of series that have ended, which are most of an old calendar.
-Seconds Series::lastEnd() const {
-    constexpr Seconds never = std::numeric_limits<Seconds>::max();
-    if (m_lastEnd)
-        return *m_lastEnd;
-    const Seconds length = (m_times.span.days + 1) * daySeconds + m_times.span.seconds;
-    Seconds last = m_times.start.clock;
-    for (const Rule &rule : m_rules) {
-        if (rule.until) {
-            last = std::max(last, rule.until->clock + daySeconds);
-            continue;
-        }
-        if (!rule.counted)
-            return *(m_lastEnd = never);
-        QSet<Seconds> clocks;
-        expand(rule, m_times.start.clock, latestClock, &clocks);
-        if (clocks.size() >= mostInstances)
-            return *(m_lastEnd = never);
-        for (const Seconds clock : std::as_const(clocks))
-            last = std::max(last, clock);
-    }
-    last += length + daySeconds; // zones are at most a day away from UTC
     for (const Instance &additional : m_additional)
-        last = std::max(last, additional.endUtc);
-    return *(m_lastEnd = last);
-}
-
-std::vector<Series::Instance> Series::between(Seconds fromUtc, Seconds toUtc) const {
-    if (fromUtc > lastEnd())
-        return {};
-    if (m_cacheFrom >= m_cacheTo || fromUtc < m_cacheFrom || toUtc > m_cacheTo)
-        fillCache(fromUtc, toUtc);
-    std::vector<Instance> found;
-    for (const Instance &instance : m_cache) {
-        if (instance.startUtc < toUtc && (instance.startUtc >= fromUtc || instance.endUtc > fromUtc))
-            found.push_back(instance);
-    }
+        add(additional);
     return found;
 }
 

@@ -3,9 +3,14 @@
 
 #include "standin/mailhost/store/Times.h"
 
-#include <QStringList>
+#include <QSet>
+#include <limits>
+#include <set>
 
 namespace mailhost {
+
+// Later than every time in a file.
+inline constexpr Seconds farthest = std::numeric_limits<Seconds>::max() / 4;
 
 // The points in time of EXDATE and RECURRENCE-ID: instants or whole days.
 class MomentSet {
@@ -23,19 +28,17 @@ class Series {
 public:
     struct Instance {
         Moment start;
-        Moment end;
         Seconds startUtc = 0;
         Seconds endUtc = 0;
     };
 
-    // Null for an appointment that does not recur. Adds faults of its rules to `warnings`; a rule that cannot
-    // be used gives only the first day.
+    // Null for an appointment that does not recur. A rule that cannot be used gives only the first day.
     static std::unique_ptr<Series> read(const Component &component, const TimesOfComponent &times,
-                                        ZoneTable &zones, QStringList *warnings);
+                                        ZoneTable &zones);
 
-    // The instances that overlap [from, to), in no certain order, at most a few thousand: RRULE and RDATE
-    // without EXRULE and EXDATE.
-    [[nodiscard]] std::vector<Instance> between(Seconds fromUtc, Seconds toUtc) const;
+    // The instances that overlap [from, to), at most a few thousand: RRULE and RDATE without EXRULE and
+    // EXDATE. Those of RDATE come last.
+    [[nodiscard]] std::vector<Instance> between(Seconds fromUtc, Seconds toUtc);
 
 private:
     struct Rule {
@@ -46,24 +49,21 @@ private:
     };
     static std::optional<Rule> parseRule(const QByteArray &value);
     void readDates(const Component &component, ZoneTable &zones);
-    [[nodiscard]] static Instance instance(const Moment &start, const Moment &end);
-    [[nodiscard]] Seconds lastEnd() const;
-    void fillCache(Seconds fromUtc, Seconds toUtc) const;
-    void expand(const Rule &rule, Seconds from, Seconds to, QSet<Seconds> *clocks) const;
+    [[nodiscard]] Instance instance(Seconds clock) const;
+    void expand(const Rule &rule, Seconds from, Seconds to, std::set<Seconds> *clocks) const;
     [[nodiscard]] bool isPast(const Rule &rule, Seconds clock) const;
-    [[nodiscard]] Moment at(Seconds clock) const;
+    // At most, when the clock is changed meanwhile.
+    [[nodiscard]] Seconds lengthOnClock() const {
+        return m_times.span.days * daySeconds + m_times.span.seconds;
+    }
+    void findEnd();
 
     TimesOfComponent m_times;
     std::vector<Rule> m_rules;
     std::vector<Rule> m_excludedRules;
     std::vector<Instance> m_additional; // RDATE
     MomentSet m_excluded;
-    // The expansion is expensive, so the weeks around the last request are cached for a user who turns pages.
-    mutable std::vector<Instance> m_cache;
-    mutable Seconds m_cacheFrom = 0;
-    mutable Seconds m_cacheTo = 0;
-    // The end of the last instance; computed on first use.
-    mutable std::optional<Seconds> m_lastEnd;
+    std::optional<Seconds> m_end; // of the last instance; computed on first use
 };
 
 } // namespace mailhost

@@ -1,7 +1,7 @@
 // Identifies, changes and removes single days of a series.
 #pragma once
 
-#include "standin/mailhost/store/EntrySummaries.h"
+#include "standin/mailhost/store/CalendarIndex.h"
 
 namespace mailhost {
 
@@ -13,30 +13,29 @@ namespace mailhost {
 class SeriesDays {
 public:
     // Both must outlive this object.
-    SeriesDays(const CalendarIndex &index, EntrySummaries &summaries);
+    SeriesDays(CalendarIndex &index, CalendarEntry &series)
+        : m_index(index)
+        , m_series(series) {}
 
     // Whether days of the series were changed, deleted or added.
-    [[nodiscard]] bool hasOwnDays(const CalendarEntry &series) const;
-    // How the series names the day that the exception changes.
-    [[nodiscard]] QString idOf(const CalendarEntry &series, const CalendarEntry &exception);
+    [[nodiscard]] bool hasOwnDays() const;
     // The exception of that day, however the file names it; null if there is none.
-    [[nodiscard]] CalendarEntry *exceptionOn(const CalendarEntry &series, const QString &instanceId) const;
+    [[nodiscard]] CalendarEntry *exceptionOn(const QString &instanceId);
     // The component of a new exception for that day, before its changes.
-    [[nodiscard]] std::unique_ptr<Component> newException(const CalendarEntry &series,
-                                                          const QString &instanceId);
-    // Adds the EXDATE. False if the series does not take place on that day.
-    bool exclude(const CalendarEntry &series, const QString &instanceId);
+    [[nodiscard]] std::unique_ptr<Component> newException(const QString &instanceId);
+    // Adds the EXDATE of that day, which may have an exception. False if the series does not take place on
+    // it.
+    bool exclude(const QString &instanceId, const CalendarEntry *exception);
     // The exception moved to the next day that follows it (RANGE=THISANDFUTURE). It replaces the exception
     // when its own day is removed. Null if no day follows it.
-    [[nodiscard]] std::unique_ptr<Component> handedOn(const CalendarEntry &series,
-                                                      const CalendarEntry &exception);
+    [[nodiscard]] std::unique_ptr<Component> handedOn(CalendarEntry &exception);
 
 private:
-    [[nodiscard]] std::optional<Moment> nextFollowing(const CalendarEntry &series,
-                                                      const FollowedChange &change);
+    [[nodiscard]] std::optional<Moment> dayOf(const QString &instanceId);
+    [[nodiscard]] std::optional<Moment> nextFollowing(const FollowedChange &change);
 
-    const CalendarIndex &m_index;
-    EntrySummaries &m_summaries;
+    CalendarIndex &m_index;
+    CalendarEntry &m_series;
 };
 
 } // namespace mailhost

@@ -6,11 +6,6 @@ namespace {
 
 using Kind = CalendarTime::Kind;
 
-QByteArray weekdayOf(const QDate &date) {
-    static const char *const names[] = {"MO", "TU", "WE", "TH", "FR", "SA", "SU"};
-    return names[date.dayOfWeek() - 1];
-}
-
 // The ordinal of its weekday in the month. Most months have no fifth one, so it counts as the last.
 QByteArray ordinalOf(const QDate &date) {
     const int ordinal = (date.day() - 1) / 7 + 1;

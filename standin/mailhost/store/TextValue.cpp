@@ -3,6 +3,8 @@
 #include "platform/Literals.h"
 
 #include <QJsonDocument>
+#include <QRegularExpression>
+#include <QStringDecoder>
 #include <QStringEncoder>
 
 namespace mailhost {
@@ -40,15 +42,26 @@ QString withCarriageReturns(const QString &text, const QString &positions) {
     return out.append(QStringView(text).mid(taken));
 }
 
-// Removes the characters that the format forbids, except carriage returns.
-QString permitted(const QString &text) {
-    QString out;
-    out.reserve(text.size());
-    for (const QChar c : text) {
-        if (c >= u' ' ? c != QChar(0x7F) : (c == u'\t' || c == u'\n' || c == u'\r'))
-            out.append(c);
-    }
-    return out;
+// Without the characters that the format forbids, except carriage returns.
+QString permitted(QString text) {
+    text.removeIf(
+        [](QChar c) { return c == QChar(0x7F) || (c < u' ' && c != u'\t' && c != u'\n' && c != u'\r'); });
+    return text;
+}
+
+// Decodes "\n", "\,", "\;" and "\\"; any other backslash stays.
+QString unescapeText(const QString &text) {
+    static const QRegularExpression lineFeed(u"\\\\[nN]"_s);
+    QStringList pieces = text.split(u"\\\\"_s);
+    for (QString &piece : pieces)
+        piece.replace(lineFeed, u"\n"_s).replace(u"\\,"_s, u","_s).replace(u"\\;"_s, u";"_s);
+    return pieces.join(u'\\');
+}
+
+QByteArray escapeText(const QString &text) {
+    QString out = permitted(text);
+    out.remove(u'\r').replace(u'\\', u"\\\\"_s).replace(u'\n', u"\\n"_s);
+    return out.replace(u',', u"\\,"_s).replace(u';', u"\\;"_s).toUtf8();
 }
 
 bool isBase64(const ContentLine &line) {
@@ -57,40 +70,6 @@ bool isBase64(const ContentLine &line) {
 }
 
 } // namespace
-
-QString unescapeText(const QString &text) {
-    if (!text.contains(u'\\'))
-        return text;
-    QString out;
-    out.reserve(text.size());
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar next = text[i] == u'\\' && i + 1 < text.size() ? text[i + 1] : QChar();
-        if (next == u'n' || next == u'N') {
-            out.append(u'\n');
-            ++i;
-        } else if (next == u'\\' || next == u',' || next == u';') {
-            out.append(next);
-            ++i;
-        } else {
-            out.append(text[i]);
-        }
-    }
-    return out;
-}
-
-QByteArray escapeText(const QString &text) {
-    QString out;
-    out.reserve(text.size() + text.size() / 8);
-    for (const QChar c : permitted(text)) {
-        if (c == u'\n')
-            out.append(u"\\n"_s);
-        else if (c == u'\\' || c == u',' || c == u';')
-            out.append(u'\\').append(c);
-        else if (c != u'\r')
-            out.append(c);
-    }
-    return out.toUtf8();
-}
 
 QString readText(const ContentLine &line) {
     const QString text = unescapeText(decodeOctets(line.value()));
@@ -117,9 +96,7 @@ void writeRecord(ContentLine &line, const QString &record) {
         line.setValue(record.toUtf8().toBase64());
         return;
     }
-    QByteArray units;
-    for (const QChar c : record)
-        units.append(char(c.cell())).append(char(c.row()));
+    const QByteArray units = QStringEncoder(QStringEncoder::Utf16LE)(record);
     line.setParameter(recordCharset, utf16);
     line.setValue(units.toBase64());
 }
@@ -130,10 +107,7 @@ QString readRecord(const ContentLine &line) {
     if (isBase64(line) && bytes) {
         if (line.parameter(recordCharset) != utf16)
             return (*bytes).isEmpty() ? u""_s : decodeOctets(*bytes);
-        QString record((*bytes).size() / 2, u'\0');
-        for (qsizetype i = 0; i < record.size(); ++i)
-            record[i] = QChar(uchar((*bytes)[2 * i]), uchar((*bytes)[2 * i + 1]));
-        return record;
+        return QStringDecoder(QStringDecoder::Utf16LE, QStringDecoder::Flag::ConvertInitialBom)(*bytes);
     }
     if (QJsonDocument::fromJson(value).isObject())
         return decodeOctets(value);

@@ -6,11 +6,6 @@
 
 namespace mailhost {
 
-// Decodes "\n", "\,", "\;" and "\\"; any other backslash stays.
-[[nodiscard]] QString unescapeText(const QString &text);
-// Leaves out the control characters that the format forbids (all but tab and line feed).
-[[nodiscard]] QByteArray escapeText(const QString &text);
-
 // The text of a line. Never null.
 [[nodiscard]] QString readText(const ContentLine &line);
 // readText() then returns the same text without forbidden control characters. The format has only one kind of

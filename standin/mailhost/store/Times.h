@@ -1,4 +1,4 @@
-// Points in time and durations of content lines.
+// Points in time of content lines.
 #pragma once
 
 #include "standin/mailhost/store/Zones.h"
@@ -14,17 +14,8 @@ struct Moment {
 
     [[nodiscard]] Seconds utc() const { return zone->toUtc(clock); }
     [[nodiscard]] CalendarTime calendarTime() const;
+    [[nodiscard]] Moment after(const Span &span) const;
 };
-
-// A length of time: days of the calendar first, then exact seconds.
-struct Span {
-    Seconds days = 0;
-    Seconds seconds = 0;
-    [[nodiscard]] Moment after(const Moment &start) const;
-};
-// Reads "P1D", "PT1H30M", "P2W". No value for other texts; an empty span for a negative duration.
-[[nodiscard]] std::optional<Span> parseDuration(const QByteArray &text);
-[[nodiscard]] QByteArray durationText(const Span &span);
 
 // The line's value (or one of its values) in the zone that the line names.
 [[nodiscard]] std::optional<Moment> readMoment(const ContentLine &line, const QByteArray &value,
@@ -32,10 +23,6 @@ struct Span {
 [[nodiscard]] std::optional<Moment> readMoment(const ContentLine *line, ZoneTable &zones);
 // A zoned time without a zone name takes that of its value's zone; one of a nameless zone becomes UTC.
 [[nodiscard]] Moment momentOf(const CalendarTime &time, ZoneTable &zones);
-
-// Whether both are the same point in time in the same form. For invalid times only kind and zone are
-// compared.
-[[nodiscard]] bool sameTime(const CalendarTime &a, const CalendarTime &b);
 
 // DTSTART and DTEND (or DURATION, or what the format says for neither) of an appointment.
 struct TimesOfComponent {

@@ -12,8 +12,6 @@ namespace {
 constexpr int firstYear = 1970;
 constexpr int lastYear = 2037;  // the last one for which the system's tables list changes
 constexpr int shortestRule = 3; // years in a row that make a rule
-constexpr int daysOfWeek = 7;
-const char *const weekdays[daysOfWeek] = {"MO", "TU", "WE", "TH", "FR", "SA", "SU"};
 
 // A kind of change of the clock.
 struct ChangeKind {
@@ -21,9 +19,7 @@ struct ChangeKind {
     int to = 0;
     bool daylight = false;
     QString name;
-    friend bool operator<(const ChangeKind &a, const ChangeKind &b) {
-        return std::tie(a.from, a.to, a.daylight, a.name) < std::tie(b.from, b.to, b.daylight, b.name);
-    }
+    friend std::strong_ordering operator<=>(const ChangeKind &a, const ChangeKind &b) = default;
 };
 using Onsets = QList<QDateTime>; // clock times as UTC values, ascending
 
@@ -57,20 +53,25 @@ QMap<ChangeKind, Onsets> changesOf(const QTimeZone &zone) {
     return changes;
 }
 
-// Whether the date is the nth of its weekday in its month; -1: the last.
-bool isNthWeekday(const QDate &date, int nth) {
-    return nth > 0 ? (date.day() - 1) / daysOfWeek + 1 == nth : date.day() + daysOfWeek > date.daysInMonth();
+// The rules by which a yearly change may come to that date: its weekday in the month, counted from the
+// beginning or as the last one.
+QList<QByteArray> rulesFor(const QDate &date) {
+    const QByteArray head = "FREQ=YEARLY;BYMONTH=" + QByteArray::number(date.month()) + ";BYDAY=";
+    const int ordinal = (date.day() - 1) / 7 + 1;
+    QList<QByteArray> rules;
+    if (ordinal < 5)
+        rules.append(head + QByteArray::number(ordinal) + weekdayOf(date));
+    if (date.day() + 7 > date.daysInMonth())
+        rules.append(head + "-1" + weekdayOf(date));
+    return rules;
 }
 
-// The number of onsets at the end of the list that follow one rule in successive years.
-qsizetype lengthOfRule(const Onsets &onsets, int nth) {
-    const QDateTime &last = onsets.last();
+// The number of onsets at the end of the list that follow the rule in successive years.
+qsizetype lengthOfRule(const Onsets &onsets, const QByteArray &rule) {
     qsizetype length = 0;
-    for (qsizetype i = onsets.size() - 1; i >= 0; --i, ++length) {
-        const QDate date = onsets[i].date();
-        const bool follows = date.year() == lastYear - length && date.month() == last.date().month() &&
-                             date.dayOfWeek() == last.date().dayOfWeek() && onsets[i].time() == last.time();
-        if (!follows || !isNthWeekday(date, nth))
+    for (auto onset = onsets.rbegin(); onset != onsets.rend(); ++onset, ++length) {
+        if (onset->date().year() != lastYear - length || onset->time() != onsets.last().time() ||
+            !rulesFor(onset->date()).contains(rule))
             break;
     }
     return length;
@@ -85,26 +86,23 @@ Component &addObservance(Component &timezone, const ChangeKind &kind, const QDat
     addLine(*component, "DTSTART", onsetText(onset));
     addLine(*component, "TZOFFSETFROM", offsetText(kind.from));
     addLine(*component, "TZOFFSETTO", offsetText(kind.to));
-    addLine(*component, "TZNAME", escapeText(kind.name));
-    Component &added = *component;
-    timezone.items.emplace_back(std::move(component));
-    return added;
+    writeText(component->lineOrNew("TZNAME"), kind.name);
+    timezone.items.push_back({{}, std::move(component)});
+    return *timezone.items.back().component;
 }
 
 void addChanges(Component &timezone, const ChangeKind &kind, Onsets onsets) {
     qsizetype length = 0;
-    int best = 0;
-    for (const int nth : {1, 2, 3, 4, -1}) {
-        if (lengthOfRule(onsets, nth) > length) {
-            length = lengthOfRule(onsets, nth);
-            best = nth;
+    QByteArray best;
+    const auto rules = rulesFor(onsets.last().date());
+    for (const QByteArray &rule : rules) {
+        if (lengthOfRule(onsets, rule) > length) {
+            length = lengthOfRule(onsets, rule);
+            best = rule;
         }
     }
     if (length >= shortestRule) {
-        const QDateTime first = onsets[onsets.size() - length];
-        addLine(addObservance(timezone, kind, first), "RRULE",
-                "FREQ=YEARLY;BYMONTH=" + QByteArray::number(first.date().month()) +
-                    ";BYDAY=" + QByteArray::number(best) + weekdays[first.date().dayOfWeek() - 1]);
+        addLine(addObservance(timezone, kind, onsets[onsets.size() - length]), "RRULE", best);
         onsets.resize(onsets.size() - length);
     }
     if (onsets.isEmpty())
@@ -121,7 +119,7 @@ std::unique_ptr<Component> makeTimezoneComponent(const QString &tzid, const QByt
     if (!zone.isValid())
         return nullptr;
     auto timezone = Component::make("VTIMEZONE", lineEnd);
-    addLine(*timezone, "TZID", escapeText(tzid));
+    writeText(timezone->lineOrNew("TZID"), tzid);
     addLine(*timezone, "X-LIC-LOCATION", zone.id());
     const auto changes = changesOf(zone);
     for (auto change = changes.begin(); change != changes.end(); ++change)

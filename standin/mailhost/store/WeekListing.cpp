@@ -13,141 +13,118 @@ namespace {
 // a hostile file cannot block the program.
 constexpr qint64 longestListing = 3000; // milliseconds
 
-QDateTime localTime(Seconds utc) {
-    return QDateTime::fromSecsSinceEpoch(utc, Qt::LocalTime);
-}
+class Listing {
+public:
+    Listing(CalendarIndex &index, const QDateTime &from, const QDateTime &to)
+        : m_index(index)
+        , m_from(from.toSecsSinceEpoch())
+        , m_to(to.toSecsSinceEpoch()) {}
 
-} // namespace
+    void addSingle(const CalendarEntry &entry, const EntrySummary &summary);
+    void addSeries(CalendarEntry &series, const EntrySummary &summary);
+    // Sorted by start.
+    [[nodiscard]] QList<Occurrence> result();
 
-WeekListing::WeekListing(const CalendarIndex &index, EntrySummaries &summaries, QStringList &warnings)
-    : m_summaries(summaries)
-    , m_warnings(warnings) {
-    for (const auto &entry : index.entries())
-        m_unread.push_back(entry.get());
-}
+private:
+    struct Listed {
+        Seconds startUtc;
+        Seconds endUtc;
+        Occurrence occurrence;
+    };
+    void add(const CalendarEntry &entry, const QString &instanceId, const EntrySummary &texts,
+             Seconds startUtc, Seconds endUtc);
 
-void WeekListing::changed(CalendarEntry &entry) {
-    removed(entry);
-    m_unread.push_back(&entry);
-}
+    CalendarIndex &m_index;
+    Seconds m_from;
+    Seconds m_to;
+    std::vector<Listed> m_listed;
+};
 
-void WeekListing::removed(const CalendarEntry &entry) {
-    std::erase_if(m_single, [&](const Single &single) { return single.entry == &entry; });
-    std::erase(m_series, &entry);
-    std::erase(m_unread, &entry);
-}
-
-void WeekListing::readUnread() {
-    for (CalendarEntry *entry : m_unread) {
-        const EntrySummary &summary = m_summaries.of(*entry);
-        if (summary.series)
-            m_series.push_back(entry);
-        else if (summary.times)
-            m_single.push_back({summary.startUtc, summary.endUtc, entry});
-    }
-    m_unread.clear();
-}
-
-Occurrence WeekListing::withTexts(const CalendarEntry &entry, const EntrySummary &texts) {
+// Adds a single appointment, or the day of a series, if it overlaps the period.
+void Listing::add(const CalendarEntry &entry, const QString &instanceId, const EntrySummary &texts,
+                  Seconds startUtc, Seconds endUtc) {
+    if (startUtc >= m_to || (startUtc < m_from && endUtc <= m_from))
+        return;
     Occurrence occurrence;
     occurrence.uid = entry.uid;
+    occurrence.recurrenceId = entry.recurrenceId;
+    occurrence.instanceId = instanceId;
+    occurrence.isOccurrence = entry.summary->series != nullptr;
+    occurrence.isException = !entry.recurrenceId.isEmpty();
     occurrence.summary = texts.summary;
     occurrence.location = texts.location;
     occurrence.hasMeetingRecord = texts.hasMeetingRecord;
     occurrence.allDay = texts.times->start.kind == CalendarTime::Kind::Date;
-    return occurrence;
+    m_listed.push_back({startUtc, endUtc, std::move(occurrence)});
 }
 
-WeekListing::Listed WeekListing::listed(const CalendarEntry &entry, Occurrence occurrence, Seconds startUtc,
-                                        Seconds endUtc) {
-    occurrence.start = localTime(startUtc);
-    occurrence.end = localTime(endUtc);
-    return {startUtc, entry.order, std::move(occurrence)};
+void Listing::addSingle(const CalendarEntry &entry, const EntrySummary &summary) {
+    const bool isException = !entry.recurrenceId.isEmpty();
+    if (summary.times &&
+        !(isException && summary.cancelled)) // a cancelled day of a series is a day without it
+        add(entry, entry.recurrenceId, summary, summary.startUtc, summary.endUtc);
 }
 
-void WeekListing::addSingle(const CalendarEntry &entry) {
-    const EntrySummary &summary = m_summaries.of(entry);
-    if (!entry.recurrenceId.isEmpty() && summary.cancelled)
-        return; // a cancelled day of a series is a day without it
-    Occurrence occurrence = withTexts(entry, summary);
-    occurrence.recurrenceId = occurrence.instanceId = entry.recurrenceId;
-    occurrence.isException = !entry.recurrenceId.isEmpty();
-    m_listed.push_back(listed(entry, std::move(occurrence), summary.startUtc, summary.endUtc));
-}
-
-void WeekListing::addSeries(const CalendarEntry &series, const Period &period) {
-    const EntrySummary &summary = m_summaries.of(series);
-    const DayChanges &changes = m_summaries.changesOf(series);
-    const Seconds own = changes.followed.empty() ? farthest : changes.followed.front().fromUtc;
-    for (const Series::Instance &day : summary.series->between(period.from, period.to)) {
-        if (day.startUtc >= own || changes.days.contains(day.start))
-            continue;
-        Occurrence occurrence = withTexts(series, summary);
-        occurrence.isOccurrence = true;
-        occurrence.instanceId = instanceIdOf(summary.times->start, day.start);
-        m_listed.push_back(listed(series, std::move(occurrence), day.startUtc, day.endUtc));
+void Listing::addSeries(CalendarEntry &series, const EntrySummary &summary) {
+    const DayChanges &changes = m_index.changesOf(series);
+    Seconds from = m_from;
+    Seconds to = m_to;
+    for (const FollowedChange &change : changes.followed) {
+        const EntrySummary &followed = m_index.summaryOf(*change.exception);
+        // The days of the series may be in another zone than the exception, and shorter.
+        const Seconds length = followed.endUtc - followed.startUtc;
+        from = std::min(from, m_from - change.shift - length - 2 * daySeconds);
+        to = std::max(to, m_to - change.shift + 2 * daySeconds);
     }
-    for (const FollowedChange &change : changes.followed)
-        addFollowing(series, change, period);
-}
-
-void WeekListing::addFollowing(const CalendarEntry &series, const FollowedChange &change,
-                               const Period &period) {
-    const EntrySummary &summary = m_summaries.of(series);
-    const EntrySummary &followed = m_summaries.of(*change.exception);
-    const DayChanges &changes = m_summaries.changesOf(series);
-    const Seconds length = followed.endUtc - followed.startUtc;
-    // The days of the series may be in another zone than the exception, and shorter.
-    const Seconds first = std::max(change.fromUtc, period.from - change.shift - length - 2 * daySeconds);
-    const Seconds last = std::min(change.untilUtc, period.to - change.shift + 2 * daySeconds);
-    if (followed.cancelled || first >= last)
-        return;
-    for (const Series::Instance &day : summary.series->between(first, last)) {
-        if (changes.days.contains(day.start) || day.startUtc < change.fromUtc ||
-            day.startUtc >= change.untilUtc)
+    for (const Series::Instance &day : summary.series->between(from, to)) {
+        const FollowedChange *change = changes.followedOn(day.startUtc);
+        const EntrySummary &pattern = change ? m_index.summaryOf(*change->exception) : summary;
+        if (changes.days.contains(day.start) || (change && pattern.cancelled))
             continue;
-        Moment start = followed.times->start;
-        start.clock = day.start.clock + change.shift;
-        const Seconds startUtc = start.utc();
-        const Seconds endUtc = followed.times->span.after(start).utc();
-        if (!period.overlaps(startUtc, endUtc))
+        const QString instanceId = instanceIdOf(summary.times->start, day.start);
+        if (!change) {
+            add(series, instanceId, pattern, day.startUtc, day.endUtc);
             continue;
-        Occurrence occurrence = withTexts(series, followed);
-        occurrence.isOccurrence = true;
-        occurrence.instanceId = instanceIdOf(summary.times->start, day.start);
-        m_listed.push_back(listed(series, std::move(occurrence), startUtc, endUtc));
+        }
+        Moment start = pattern.times->start;
+        start.clock = day.start.clock + change->shift;
+        add(series, instanceId, pattern, start.utc(), start.after(pattern.times->span).utc());
     }
 }
 
-QList<Occurrence> WeekListing::between(const QDateTime &from, const QDateTime &to) {
+QList<Occurrence> Listing::result() {
+    // Compares seconds, because comparing local times queries the system's time zone each time.
+    std::stable_sort(m_listed.begin(), m_listed.end(),
+                     [](const Listed &a, const Listed &b) { return a.startUtc < b.startUtc; });
     QList<Occurrence> sorted;
+    sorted.reserve(qsizetype(m_listed.size()));
+    for (Listed &one : m_listed) {
+        one.occurrence.start = QDateTime::fromSecsSinceEpoch(one.startUtc, Qt::LocalTime);
+        one.occurrence.end = QDateTime::fromSecsSinceEpoch(one.endUtc, Qt::LocalTime);
+        sorted.append(std::move(one.occurrence));
+    }
+    return sorted;
+}
+
+} // namespace
+
+QList<Occurrence> listOccurrences(CalendarIndex &index, const QDateTime &from, const QDateTime &to) {
     if (!from.isValid() || !to.isValid() || from >= to)
-        return sorted;
-    readUnread();
-    m_listed.clear();
+        return {};
+    Listing listing(index, from, to);
+    const std::vector<CalendarEntry *> entries = index.entries();
+    for (CalendarEntry *entry : entries)
+        (void)index.summaryOf(*entry); // the first time, reading a large file may take longer than the limit
     QElapsedTimer timer;
     timer.start();
-    const Period period{from.toSecsSinceEpoch(), to.toSecsSinceEpoch()};
-    for (const Single &single : m_single) {
-        if (period.overlaps(single.startUtc, single.endUtc))
-            addSingle(*single.entry);
+    for (CalendarEntry *entry : entries) {
+        const EntrySummary &summary = index.summaryOf(*entry);
+        if (!summary.series)
+            listing.addSingle(*entry, summary);
+        else if (timer.elapsed() <= longestListing)
+            listing.addSeries(*entry, summary);
     }
-    for (const CalendarEntry *entry : m_series) {
-        if (timer.elapsed() > longestListing) {
-            addWarning(m_warnings, u"This calendar repeats so often that not everything can be shown."_s);
-            break;
-        }
-        addSeries(*entry, period);
-    }
-    // Compares seconds, because comparing local times queries the system's time zone each time.
-    std::sort(m_listed.begin(), m_listed.end(), [](const Listed &a, const Listed &b) {
-        return std::pair(a.startUtc, a.order) < std::pair(b.startUtc, b.order);
-    });
-    sorted.reserve(qsizetype(m_listed.size()));
-    for (Listed &one : m_listed)
-        sorted.append(std::move(one.occurrence));
-    m_listed.clear();
-    return sorted;
+    return listing.result();
 }
 
 } // namespace mailhost

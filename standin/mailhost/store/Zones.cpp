@@ -16,30 +16,6 @@ constexpr Seconds earliestChange = -11644473600; // 1601
 constexpr Seconds latestChange = 7258118400;     // 2200
 constexpr int mostObservances = 400;
 
-class SystemZone : public Zone {
-public:
-    explicit SystemZone(const QTimeZone &zone) { m_systemZone = zone; }
-    int offsetAt(Seconds utc) const override {
-        return m_systemZone.offsetFromUtc(QDateTime::fromSecsSinceEpoch(utc, Qt::UTC));
-    }
-};
-
-class FileZone : public Zone {
-public:
-    FileZone(IcalTimezone zone, const QTimeZone &systemZone)
-        : m_zone(std::move(zone)) {
-        m_systemZone = systemZone;
-    }
-    int offsetAt(Seconds utc) const override {
-        icaltimetype time = icalTime(qBound(earliestChange, utc, latestChange));
-        int daylight = 0;
-        return icaltimezone_get_utc_offset_of_utc_time(m_zone.get(), &time, &daylight);
-    }
-
-private:
-    IcalTimezone m_zone;
-};
-
 // One STANDARD or DAYLIGHT, reduced to lines that cannot make libical fail or run long. Empty if it is not
 // usable.
 QByteArray cleanObservance(const Component &observance) {
@@ -75,7 +51,8 @@ QByteArray cleanObservance(const Component &observance) {
     return out + "END:" + observance.name + "\r\n";
 }
 
-std::shared_ptr<const Zone> readTimezone(const Component &component, const QString &tzid) {
+// Null if it has no rules that can be used.
+std::shared_ptr<const Zone> readTimezone(const Component &component, QTimeZone systemZone) {
     QByteArray text = "BEGIN:VTIMEZONE\r\nTZID:file\r\n";
     int observances = 0;
     for (const Component *observance : component.components()) {
@@ -94,11 +71,10 @@ std::shared_ptr<const Zone> readTimezone(const Component &component, const QStri
     if (!parsed || !icaltimezone_set_component(zone.get(), parsed.get()))
         return nullptr;
     (void)parsed.release(); // owned by the zone
-    QTimeZone systemZone = systemZoneForTzid(tzid);
     const ContentLine *location = component.line("X-LIC-LOCATION");
     if (!systemZone.isValid() && location)
         systemZone = systemZoneForTzid(readText(*location));
-    return std::make_shared<FileZone>(std::move(zone), systemZone);
+    return std::make_shared<Zone>(systemZone, std::move(zone));
 }
 
 QTimeZone namedZone(const QString &name) {
@@ -110,6 +86,14 @@ QTimeZone namedZone(const QString &name) {
 }
 
 } // namespace
+
+int Zone::offsetAt(Seconds utc) const {
+    if (!m_fileZone)
+        return m_systemZone.offsetFromUtc(QDateTime::fromSecsSinceEpoch(utc, Qt::UTC));
+    icaltimetype time = icalTime(qBound(earliestChange, utc, latestChange));
+    int daylight = 0;
+    return icaltimezone_get_utc_offset_of_utc_time(m_fileZone.get(), &time, &daylight);
+}
 
 Seconds Zone::toUtc(Seconds clock) const {
     const int before = offsetAt(clock - daySeconds);
@@ -128,7 +112,7 @@ QDateTime Zone::dateTime(Seconds utc) const {
 }
 
 std::shared_ptr<const Zone> utcZone() {
-    static const auto zone = std::make_shared<const SystemZone>(QTimeZone::utc());
+    static const auto zone = std::make_shared<const Zone>(QTimeZone::utc());
     return zone;
 }
 
@@ -136,7 +120,7 @@ std::shared_ptr<const Zone> localZone() {
     static QHash<QByteArray, std::shared_ptr<const Zone>> zones;
     auto &zone = zones[QTimeZone::systemTimeZoneId()];
     if (!zone)
-        zone = std::make_shared<const SystemZone>(QTimeZone::systemTimeZone());
+        zone = std::make_shared<const Zone>(QTimeZone::systemTimeZone());
     return zone;
 }
 
@@ -168,17 +152,13 @@ std::shared_ptr<const Zone> ZoneTable::zone(const QString &tzid) {
     auto &zone = m_zones[tzid];
     if (zone)
         return zone;
+    const QTimeZone systemZone = systemZoneForTzid(tzid);
     if (const Component *component = m_components.value(tzid))
-        zone = readTimezone(*component, tzid);
-    if (!zone) {
-        const QTimeZone systemZone = systemZoneForTzid(tzid);
-        if (systemZone.isValid())
-            zone = std::make_shared<const SystemZone>(systemZone);
-    }
-    if (!zone) {
-        m_unknown.insert(tzid);
+        zone = readTimezone(*component, systemZone);
+    if (!zone && systemZone.isValid())
+        zone = std::make_shared<const Zone>(systemZone);
+    if (!zone)
         zone = localZone();
-    }
     return zone;
 }
 
@@ -192,10 +172,9 @@ void ZoneTable::ensureComponent(const QString &tzid) {
     // Before the appointments.
     const auto position =
         std::find_if(m_calendar.items.begin(), m_calendar.items.end(), [](const ComponentItem &item) {
-            const auto *inner = std::get_if<std::unique_ptr<Component>>(&item);
-            return inner && (*inner)->name != "VTIMEZONE";
+            return item.component && item.component->name != "VTIMEZONE";
         });
-    m_calendar.items.insert(position, std::move(component));
+    m_calendar.items.insert(position, {{}, std::move(component)});
 }
 
 } // namespace mailhost

@@ -5,17 +5,21 @@
 #include "standin/mailhost/store/ComponentTree.h"
 
 #include <QHash>
-#include <QSet>
 #include <QTimeZone>
 #include <memory>
+
+struct _icaltimezone;
 
 namespace mailhost {
 
 class Zone {
 public:
-    virtual ~Zone() = default;
+    // Without a zone of a file: the system's rules.
+    explicit Zone(const QTimeZone &systemZone, std::shared_ptr<_icaltimezone> fileZone = nullptr)
+        : m_systemZone(systemZone)
+        , m_fileZone(std::move(fileZone)) {}
     // Seconds east of UTC at that instant.
-    [[nodiscard]] virtual int offsetAt(Seconds utc) const = 0;
+    [[nodiscard]] int offsetAt(Seconds utc) const;
     // The instant at which the clock shows that time, the first of two. A time that the clock skips is read
     // as if the clock had not been changed yet.
     [[nodiscard]] Seconds toUtc(Seconds clock) const;
@@ -24,8 +28,9 @@ public:
     // the zone has a fixed offset, so that the clock time is always the file's.
     [[nodiscard]] QDateTime dateTime(Seconds utc) const;
 
-protected:
+private:
     QTimeZone m_systemZone; // invalid: the system has no corresponding zone
+    std::shared_ptr<_icaltimezone> m_fileZone;
 };
 
 // The local zone follows the system's.
@@ -46,9 +51,8 @@ protected:
 class ZoneTable {
 public:
     explicit ZoneTable(Component &calendar);
-    // Never null: the VTIMEZONE of the file, else the system's zone, else local time (see unknownNames()).
+    // Never null: the VTIMEZONE of the file, else the system's zone, else localZone().
     [[nodiscard]] std::shared_ptr<const Zone> zone(const QString &tzid);
-    [[nodiscard]] const QSet<QString> &unknownNames() const { return m_unknown; }
     // Adds a VTIMEZONE to the calendar if it has none of that name and the system knows the zone.
     void ensureComponent(const QString &tzid);
     // The VTIMEZONE of the calendar, null when it has none.
@@ -58,7 +62,6 @@ private:
     Component &m_calendar;
     QHash<QString, const Component *> m_components;
     QHash<QString, std::shared_ptr<const Zone>> m_zones;
-    QSet<QString> m_unknown;
 };
 
 } // namespace mailhost
