@@ -75,6 +75,7 @@ inline const QString sendAnywayButton = u"sendAnywayButton"_s;
 inline const QString deleteConfirmButton = u"deleteConfirmButton"_s;
 inline const QString deleteSeriesButton = u"deleteSeriesButton"_s;
 inline const QString cancelWithMessageButton = u"cancelWithMessageButton"_s;
+inline const QString question = u"question"_s; // every question; alerts of a plug-in have no name
 inline const QString errorMessage = u"errorMessage"_s;
 
 } // namespace mailhost::controls

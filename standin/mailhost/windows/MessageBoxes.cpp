@@ -11,6 +11,7 @@ namespace mailhost {
 QMessageBox *showMessage(QWidget *parent, const QString &text, const QString &detail,
                          const QList<MessageChoice> &choices) {
     auto *box = new QMessageBox(parent);
+    box->setObjectName(controls::question);
     box->setIcon(QMessageBox::Question);
     box->setWindowTitle(QApplication::applicationDisplayName());
     box->setText(u"<b>"_s + text.toHtmlEscaped() + u"</b>"_s);
