@@ -11,12 +11,12 @@
 
 using namespace hookedhost;
 
-// There is no bundle of a host, which counts as a host that is not supported.
+// Without a bundle of the host, the host counts as unsupported.
 TEST(HooksOfAnOldHost, HeaderTileAndToolbarStayTheHostsAndTheUserIsToldOnce) {
     define(HookRowName::EditorSave);
     const platform::TestDesktop desktop = platform::installTestServices();
     runLoadSteps();
-    ASSERT_EQ(desktop.bus->posted().size(), 1) << "the agent is asked for the client's version all the same";
+    ASSERT_EQ(desktop.bus->posted().size(), 1) << "only the agent is asked, for the client's version";
     EXPECT_EQ(desktop.bus->posted().first().userInfo.value(u"actionId"_s), u"1"_s);
     const QSet<HookRowName> leftOut = {HookRowName::OlderHeaderDraw, HookRowName::TileInit,
                                        HookRowName::ToolbarItem, HookRowName::ToolbarDefaultItems,
