@@ -6,10 +6,11 @@
 #include "plugin/host/adapters/vlOLCalendarDate.h"
 #include "plugin/host/adapters/vlOLCalendarGridViewWrapper.h"
 #include "plugin/host/adapters/vlOLWordMailEditor.h"
+#include "plugin/link/meetingKeys.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/TestServices.h"
 
-#include <QLineEdit>
+#include <QCoreApplication>
 #include <gtest/gtest.h>
 
 namespace {
@@ -19,6 +20,13 @@ struct OpenEditor {
     FakeAppointment event;
     FakeEditor editor{event};
 };
+
+const QTimeZone twoHoursAhead(7200);
+
+QVariantMap snapshotOf(const QVariantMap &stored, const QVariantMap &pending = {}) {
+    FakeObject event("ECCalendarEvent", stored);
+    return vlECCalendarEvent(&event, pending).getVlMeetingData();
+}
 
 } // namespace
 
@@ -64,29 +72,19 @@ TEST(Adapter, SurvivesTheDeathOfItsObject) {
 }
 
 TEST(Grid, GivesTheControllerWithASelectedEventElseTheLast) {
-    FakeObject event("ECCalendarEvent"), stranger("ECEmailAccount");
+    FakeObject event("ECCalendarEvent"), stranger("ECEmailAccount"), wrapper("OLCalendarGridViewWrapper");
     FakeObject a("CCGridViewController"), b("CCGridViewController"), c("CCGridViewController");
-    FakeObject wrapper("OLCalendarGridViewWrapper");
     const vlOLCalendarGridViewWrapper adapter(&wrapper);
     EXPECT_EQ(adapter.gridViewController(), nullptr);
-
-    QVariantList all;
-    for (rt::Object *object : {static_cast<rt::Object *>(&a), static_cast<rt::Object *>(&b),
-                               static_cast<rt::Object *>(&c), static_cast<rt::Object *>(&stranger)})
-        all.append(rt::fromObject(object));
-    all.append(rt::nullMarker());
-    wrapper.values.insert("gridViewControllers", all);
+    wrapper.values.insert("gridViewControllers",
+                          QVariantList{rt::fromObject(&a), rt::fromObject(&b), rt::fromObject(&c),
+                                       rt::fromObject(&stranger), rt::nullMarker()});
     EXPECT_EQ(adapter.gridViewController(), &c);
     b.values.insert("selectedEvent", rt::fromObject(&event));
     EXPECT_EQ(adapter.gridViewController(), &b);
     EXPECT_EQ(vlCCGridViewController(adapter.gridViewController()).ecCalendarEvent(), &event);
     wrapper.values.insert("gridViewController", rt::fromObject(&a));
     EXPECT_EQ(adapter.gridViewController(), &a);
-
-    QWidget window;
-    a.values.insert("view", rt::fromWidget(new QWidget(&window)));
-    EXPECT_EQ(vlCCGridViewController(&a).gridWindow(), &window);
-    EXPECT_EQ(vlCCGridViewController(nullptr).gridWindow(), nullptr);
 }
 
 TEST(WordEditor, ShowsHtmlThroughTheRichestMethodOfTheHost) {
@@ -107,28 +105,18 @@ TEST(WordEditor, ShowsHtmlThroughTheRichestMethodOfTheHost) {
 
 TEST(Application, OpensANewMeetingOnTheNextTurnWithTheFlagForItsEditor) {
     const platform::TestDesktop desktop = platform::installTestServices();
-    QVariantMap &left = platform::services().mainThreadDictionary;
-    FakeObject application("ErageAppDelegate");
-
-    vlErageAppDelegate(&application).autoAddVelaToAppointment(rt::Value("no dictionary"));
+    const QVariantMap &left = platform::services().mainThreadDictionary;
+    auto application = std::make_unique<FakeObject>("ErageAppDelegate");
+    vlErageAppDelegate(application.get()).autoAddVelaToAppointment(rt::Value("no dictionary"));
     EXPECT_EQ(left, (QVariantMap{{keyFlagAutoAddToVlMeeting, keyFlagAutoAddToVlMeeting}}));
     EXPECT_EQ(desktop.workspace->activations, 1);
-    EXPECT_TRUE(application.called.isEmpty());
+    EXPECT_TRUE(application->called.isEmpty());
     desktop.runLoop->advance(0);
-    EXPECT_EQ(application.called, QStringList{"newCalendarMeeting:"});
-    EXPECT_FALSE(application.arguments.first().isValid());
-
-    left.clear();
-    const QVariantMap argument{{"pacAccountNo", 2}};
-    vlErageAppDelegate(&application).autoAddPACToAppointment(argument);
-    EXPECT_EQ(left.value(keyFlagAutoAddToPACMeeting), keyFlagAutoAddToPACMeeting);
-    EXPECT_EQ(left.value(keyFlagVlMeetingArgument), argument);
-
-    auto dying = std::make_unique<FakeObject>("ErageAppDelegate");
-    vlErageAppDelegate(dying.get()).autoAddVelaToAppointment({});
-    dying.reset();
-    desktop.runLoop->advance(0);
-    EXPECT_EQ(desktop.runLoop->pendingCount(), 0);
+    EXPECT_EQ(application->called, QStringList{"newCalendarMeeting:"});
+    EXPECT_FALSE(application->arguments.first().isValid());
+    vlErageAppDelegate(application.get()).autoAddVelaToAppointment({});
+    application.reset();
+    desktop.runLoop->advance(0); // the host has ended
 }
 
 TEST(Editor, ItsEventFollowsAContentThatTheHostReplaces) {
@@ -138,30 +126,12 @@ TEST(Editor, ItsEventFollowsAContentThatTheHostReplaces) {
     open.editor.values.insert("content", rt::fromObject(other.get()));
     EXPECT_EQ(adapter.ecCalendarEvent()->summary(), "Other");
     EXPECT_FALSE(adapter.isSupportedOwner());
-    // The host drops it before it has another one.
+    // The host removes the content before it sets another one.
     other.reset();
     open.editor.values.remove("content");
     EXPECT_TRUE(adapter.ecCalendarEvent()->summary().isNull());
     open.editor.values.insert("content", rt::fromObject(&open.event));
     EXPECT_TRUE(adapter.isSupportedOwner());
-}
-
-TEST(Editor, TellsWhenTheMeetingButtonsHaveNoPlace) {
-    const struct {
-        const char *member;
-        bool value, hide, block;
-    } cases[] = {{"isOwner", true, false, false},
-                 {"isOwner", false, true, true},
-                 {"isCancelMode", true, true, false},
-                 {"isOccurrenceOrException", true, true, true}};
-    for (const auto &c : cases) {
-        OpenEditor open;
-        open.event.values.insert(c.member, c.value);
-        open.editor.values.insert(c.member, c.value);
-        const vlERCalendarEventEditorViewController adapter(&open.editor);
-        EXPECT_EQ(adapter.needHideVlButton(), c.hide) << c.member;
-        EXPECT_EQ(adapter.blockDeleteVelaMeeting(), c.block) << c.member;
-    }
 }
 
 TEST(Editor, ChangesThatAMeetingDependsOnAreNoticed) {
@@ -190,7 +160,7 @@ TEST(Editor, ABodyThatWasThereFromTheBeginningIsNoChangeAndASettingIs) {
     OpenEditor open;
     vlERCalendarEventEditorViewController adapter(&open.editor);
     open.editor.pends("body", "<div> &nbsp;<br></div>");
-    adapter.setInitBodyContent(); // says nothing: not kept
+    adapter.setInitBodyContent(); // a body without text is not kept
     EXPECT_TRUE(adapter.isVlMeetingItemsChanged());
     open.editor.pends("body", "<div>Hi</div>");
     adapter.setInitBodyContent();
@@ -202,4 +172,116 @@ TEST(Editor, ABodyThatWasThereFromTheBeginningIsNoChangeAndASettingIs) {
     adapter.setIsDirty(false);
     EXPECT_TRUE(adapter.isVlMeetingItemsChanged());
     EXPECT_EQ(open.editor.values.value("isDirty"), false);
+}
+
+TEST(MergedRead, PrefersThePendingChangeAndKnowsAClearedOneFromNone) {
+    FakeObject event("ECCalendarEvent", {{"summary", "Old"}, {"location", "Room"}, {"body", "<p>old"}});
+    const vlECCalendarEvent changed(&event,
+                                    {{"content.summary", rt::nullMarker()}, {"content.body", "<p>new"}});
+    const rt::Value subject = changed.getOneMergedItem("summary");
+    EXPECT_EQ(subject, QString(""));
+    EXPECT_FALSE(subject.toString().isNull());
+    EXPECT_EQ(changed.getEmailBody(), "<p>new");
+    EXPECT_EQ(changed.summary(), "Old"); // without the change
+    // An entry without a value, and a key without the prefix, are no changes.
+    const vlECCalendarEvent untouched(&event, {{"content.location", rt::Value()}, {"summary", "x"}});
+    EXPECT_EQ(untouched.getOneMergedItem("summary"), "Old");
+    EXPECT_EQ(untouched.location(), "Room");
+}
+
+TEST(Snapshot, HoldsWhatTheAppointmentHas) {
+    FakeDate start("2026-11-24 07:00:00", twoHoursAhead), end("2026-11-24 08:30:00", twoHoursAhead);
+    FakeObject pattern("ECEmailAccount"), attendee("ECCalendarEventAttendee", {{"name", "A"}});
+    const QVariantMap snapshot = snapshotOf({{"summary", "S"},
+                                             {"location", "L"},
+                                             {"body", "<p>"},
+                                             {"olmUCCapabilities", "{}"},
+                                             {"startTime", rt::fromObject(&start)},
+                                             {"endTime", rt::fromObject(&end)},
+                                             {"recurrence", rt::fromObject(&pattern)},
+                                             {"attendeeList", QVariantList{rt::fromObject(&attendee)}}},
+                                            {{"content.olmUCCapabilities", "never merged"}});
+    const QVariant zone = QVariant::fromValue(twoHoursAhead);
+    const QVariantMap expected{
+        {"subject", "S"},
+        {"location", "L"},
+        {"emailBody", "<p>"},
+        {"vlOIProperty", "{}"},
+        {"duration", "90"},
+        {"recurrence", true},
+        {"startTime", QVariantMap{{"UTCTime", "2026-11-24 07:00:00"},
+                                  {"localTime", "2026-11-24 09:00:00"},
+                                  {"timezone", zone}}},
+        {"endTime", QVariantMap{{"UTCTime", "2026-11-24 08:30:00"},
+                                {"localTime", "2026-11-24 10:30:00"},
+                                {"timezone", zone}}},
+        {"attendees", QVariantList{QVariantMap{{"name", "A"}}}},
+    };
+    EXPECT_EQ(snapshot, expected);
+}
+
+TEST(Snapshot, OfNothingHasEmptyDatesNoDurationAndNoRecurrence) {
+    const QVariantMap expected{
+        {"duration", "0"}, {"recurrence", false}, {"startTime", QVariantMap()}, {"endTime", QVariantMap()}};
+    EXPECT_EQ(vlECCalendarEvent(nullptr).getVlMeetingData(), expected);
+    EXPECT_EQ(snapshotOf({}), expected);
+    // After the user has cleared all fields.
+    QVariantMap cleared = expected;
+    cleared.insert("subject", "");
+    cleared.insert("location", rt::nullMarker());
+    QVariantMap pending;
+    for (const char *member : {"summary", "location", "startTime", "endTime", "recurrence", "attendeeList"})
+        pending.insert(u"content."_s + member, rt::nullMarker());
+    FakeDate date("2026-11-24 07:00:00", QTimeZone::utc());
+    EXPECT_EQ(snapshotOf({{"summary", "S"}, {"startTime", rt::fromObject(&date)}, {"recurrence", "weekly"}},
+                         pending),
+              cleared);
+}
+
+TEST(Snapshot, DurationIsInWholeMinutesTowardZero) {
+    FakeDate start("2026-11-24 09:00:00", QTimeZone::utc());
+    for (const auto &[endTime, minutes] : {std::pair{"2026-11-24 10:30:00", "90"},
+                                           {"2026-11-24 09:59:59", "59"},
+                                           {"2026-11-24 08:00:30", "-59"},
+                                           {"9999-01-01 00:00:00", "2147483647"}}) {
+        FakeDate end(endTime, twoHoursAhead);
+        EXPECT_EQ(snapshotOf({{"startTime", rt::fromObject(&start)}, {"endTime", rt::fromObject(&end)}})
+                      .value(vl_ApptInfo_Duration),
+                  minutes);
+        EXPECT_EQ(snapshotOf({{"endTime", rt::fromObject(&end)}}).value(vl_ApptInfo_Duration), "0");
+    }
+}
+
+TEST(Snapshot, AttendeesKeepTheirOrderAndEndAtTheFirstMissingValue) {
+    FakeObject full("ECCalendarEventAttendee",
+                    {{"name", "Room"}, {"emailAddress", "r@x"}, {"attendeeType", 2}});
+    FakeObject untyped("ECCalendarEventAttendee", {{"name", ""}, {"emailAddress", ""}});
+    FakeObject unreachable("ECCalendarEventAttendee", {{"name", "B"}, {"attendeeType", 1}});
+    FakeObject nameless("ECCalendarEventAttendee", {{"emailAddress", "n@x"}, {"attendeeType", 1}});
+    FakeObject stranger("ECEmailAccount", {{"emailAddress", "s@x"}});
+    QVariantList invited;
+    for (FakeObject *object : {&full, &untyped, &unreachable, &nameless, &stranger})
+        invited.append(rt::fromObject(object));
+    invited.append(rt::nullMarker());
+    const QVariantList expected{QVariantMap{{"name", "Room"}, {"email", "r@x"}, {"type", "2"}},
+                                QVariantMap{{"name", ""}, {"email", ""}, {"type", "0"}},
+                                QVariantMap{{"name", "B"}},
+                                QVariantMap(),
+                                QVariantMap(),
+                                QVariantMap()};
+    EXPECT_EQ(snapshotOf({{"attendeeList", invited}}).value(vl_ApptInfo_Attendees), expected);
+    EXPECT_FALSE(snapshotOf({{"attendeeList", QVariantList()}}).contains(vl_ApptInfo_Attendees));
+}
+
+TEST(Date, CountsToAndFromOtherDates) {
+    FakeDate date("2026-11-24 09:00:00", QTimeZone::utc());
+    const vlOLCalendarDate adapter(&date);
+    rt::Object *moved = adapter.dateByAddingTimeInterval(-90);
+    EXPECT_EQ(vlOLCalendarDate(moved).UTCTime(), "2026-11-24 08:58:30");
+    EXPECT_EQ(adapter.timeIntervalSinceDate(moved), 90.0);
+    EXPECT_EQ(adapter.timeIntervalSinceDate(nullptr), 0.0);
+    EXPECT_EQ(vlOLCalendarDate(nullptr).dateByAddingTimeInterval(1), nullptr);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    date.values.clear(); // without a zone
+    EXPECT_EQ(adapter.getVlMeetingData(), (QVariantMap{{"UTCTime", "2026-11-24 09:00:00"}}));
 }

@@ -1,6 +1,12 @@
-// The invitation block in the text of a body is put in, replaced and taken out. Addresses in a plain
-// invitation become links.
+// The invitation block in the text of a body and in the body editors of older and newer hosts.
+#include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
+#include "plugin/host/adapters/vlOLWordMailEditor.h"
+#include "plugin/host/body/bodyPorts.h"
+#include "plugin/host/body/editorBody.h"
 #include "plugin/host/body/vlBodyHelper.h"
+#include "plugin/host/body/vlEmailBodyMgr.h"
+#include "plugin/util/vlMd5Utils.h"
+#include "tests/support/FakeHost.h"
 #include "tests/support/TestServices.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +15,7 @@ namespace {
 
 const QString B = kvl_BeginBookmark, E = kvl_EndBookmark;
 const QString Bx = kvl_BeginBookmarkEx, Ex = kvl_EndBookmarkEx;
-const QString block = B + "new" + E;
+const QString block = B + "new" + E, joinBlock = B + "Join" + E;
 
 const vlBodyHelper &helper() {
     return vlBodyHelper::sharedInstance();
@@ -27,13 +33,22 @@ QString link(const QString &address) {
     return "<a href=\"" + address + "\">" + address + "</a>";
 }
 
+// Stands in for the workflow.
+class Holder : public BodyEditorHolder {
+public:
+    vlOLWordMailEditor *bodyEditorOf(rt::Object *) const override { return editor.get(); }
+    void setOLNewBody(const QString &html) override { written = html; }
+    QString encodeMailBody() const override { return digest; }
+
+    std::unique_ptr<vlOLWordMailEditor> editor;
+    QString written, digest;
+};
+
 } // namespace
 
 TEST(PlainTextToHtml, LinksWhatHasTextBeforeItAndABlankOrTheEndBehindIt) {
     const QString a = "http://a.example/j/1", b = "https://b.example/j/2";
-    const struct {
-        QString text, html;
-    } cases[] = {
+    const std::pair<QString, QString> cases[] = {
         {"Join " + a + " now", "Join " + link(a) + " now"},
         {"Join " + a + "\r\nnow", "Join " + link(a) + "\r<br>now"},
         {"Join " + a + "\n\n", "Join " + link(a)},
@@ -50,17 +65,15 @@ TEST(PlainTextToHtml, LinksWhatHasTextBeforeItAndABlankOrTheEndBehindIt) {
         {"\n\nA\nB\n", "A<br>B"},
         {"", ""},
     };
-    for (const auto &c : cases)
-        EXPECT_EQ(helper().convertPlainTextToHTML(c.text), c.html);
+    for (const auto &[text, html] : cases)
+        EXPECT_EQ(helper().convertPlainTextToHTML(text), html);
     EXPECT_TRUE(helper().convertPlainTextToHTML(QString()).isNull());
     EXPECT_FALSE(helper().convertPlainTextToHTML("").isNull());
 }
 
 TEST(Block, APlainInvitationIsMarkedFromItsFirstWordToBehindItsLast) {
     const QString join = "https://meet.example/j/1";
-    const struct {
-        QString invitation, html;
-    } cases[] = {
+    const std::pair<QString, QString> cases[] = {
         {"Hello there, this is the invitation.\r\n\r\nBye",
          B + "Hello there, this is the invitation.\r<br>\r<br>Bye" + E},
         // Three characters behind the last word still belong to the block.
@@ -73,8 +86,8 @@ TEST(Block, APlainInvitationIsMarkedFromItsFirstWordToBehindItsLast) {
         {join, B + link(join) + E},
         {" \n ", B + " <br> " + E},
     };
-    for (const auto &c : cases)
-        EXPECT_EQ(helper().insertVlBodyBookMark(c.invitation, false), "<br><br>" + c.html + "<br><br>");
+    for (const auto &[invitation, html] : cases)
+        EXPECT_EQ(helper().insertVlBodyBookMark(invitation, false), "<br><br>" + html + "<br><br>");
 }
 
 TEST(Body, AnInvitationTakesThePlaceOfTheLastOneAndARemovalTakesItOut) {
@@ -127,14 +140,11 @@ TEST(Body, AnInvitationTakesThePlaceOfTheLastOneAndARemovalTakesItOut) {
     }
 }
 
-// The block's head, here its blanks, or its tail is missing in the body when the host or the user has changed
-// it.
+// The host or the user may have changed the head of the block (here blanks) or its tail.
 TEST(Body, AFontTagIsTheEdgeOfABlockWhoseHeadOrTailIsNotFound) {
     const QString indented = "  " + block;
     const QString longTail = block + "tail";
-    const struct {
-        QString body, block, result;
-    } cases[] = {
+    const std::tuple<QString, QString, QString> cases[] = {
         {"Hi<FONT SIZE=2>" + B + "old" + E + "Bye", indented, "Hi" + indented + "Bye"},
         {"<font size=1>Hi</font><font size=2>" + B + "old" + E, indented,
          "<font size=1>Hi</font>" + indented},
@@ -151,15 +161,107 @@ TEST(Body, AFontTagIsTheEdgeOfABlockWhoseHeadOrTailIsNotFound) {
         {"Hi" + B + "old" + E + "Bye", longTail, "Hi" + longTail + "Bye"},
         {"Hi" + B + "old" + E + "Mine@</font>Bye", longTail, "Hi" + longTail + "Mine@</font>Bye"},
     };
-    for (const auto &c : cases)
-        EXPECT_EQ(helper().updateVlBodyWithVlBookmark(c.body, c.block), c.result);
+    for (const auto &[body, newBlock, result] : cases)
+        EXPECT_EQ(helper().updateVlBodyWithVlBookmark(body, newBlock), result);
 }
 
-TEST(PlainText, LosesNoBreakSpaceEntitiesAndIsNullOnlyForNothing) {
-    platform::installTestServices();
-    EXPECT_TRUE(helper().convertHTMLToPlainText(QString()).isNull());
-    EXPECT_TRUE(helper().convertHTMLToPlainText("").isNull());
-    EXPECT_FALSE(helper().convertHTMLToPlainText("&nbsp;").isNull());
-    EXPECT_EQ(helper().convertHTMLToPlainText("<div>a&nbsp;b&amp;nbsp;</div>").trimmed(), "ab&nbsp;");
-    EXPECT_TRUE(helper().trimHTMLNBSPTags(QString()).isNull());
+class EditorBody : public testing::Test {
+protected:
+    EditorBody() { BodyPorts::instance().holder = &holder; }
+    ~EditorBody() override { BodyPorts::instance().holder = nullptr; }
+
+    FakeComposeView *withOlderBody(const QString &html) {
+        return new FakeComposeView(editor.header(), html); // owned by the window
+    }
+    void withNewerBody(const QString &html) {
+        rt::send(editor.bodyEditor(), "displayHTMLContent:readOnly:", html, false);
+        editor.bodyEditor()->called.clear();
+        holder.editor = std::make_unique<vlOLWordMailEditor>(editor.bodyEditor());
+    }
+    QString shown() { return editor.bodyEditor()->called.isEmpty() ? QString() : editor.body(); }
+    void write(const QString &invitation, bool isDelete = false, bool isHTML = true) {
+        vlEmailBodyMgr::sharedInstance().updateMailBody(&editor, invitation, isDelete, isHTML);
+    }
+    void writePAC(const QString &invitation, bool isHTML) {
+        vlEmailBodyMgr::sharedInstance().updateMailBodyForPAC(&editor, invitation, isHTML);
+    }
+
+    platform::TestDesktop desktop = platform::installTestServices();
+    Holder holder;
+    FakeAppointment event;
+    FakeEditor editor{event};
+};
+
+TEST_F(EditorBody, OfTheNewerKindIsShownAndKeptByTheWorkflow) {
+    withNewerBody(page("Hi"));
+    write("Join");
+    EXPECT_EQ(shown(), page("Hi" + joinBlock));
+    EXPECT_EQ(holder.written, shown());
+    EXPECT_EQ(editor.bodyEditor()->arguments.value(1), false); // not read-only
+    write("", true, false);
+    EXPECT_EQ(shown(), page("Hi"));
+    writePAC("Dial", false);
+    EXPECT_EQ(shown(), page("Hi<br><br>Dial<br><br>"));
+    EXPECT_EQ(holder.written, shown());
+}
+
+TEST_F(EditorBody, OfTheOlderKindGetsTheWholeDocumentAndComesFirst) {
+    withNewerBody(page("not this one"));
+    FakeComposeView *body = withOlderBody(page("Hi" + joinBlock));
+    write("Join");
+    EXPECT_EQ(body->writtenBody(), page("Hi" + joinBlock));
+    write(QString(), true, false);
+    EXPECT_EQ(body->writtenBody(), page("Hi"));
+    writePAC("<b>1</b>", true);
+    EXPECT_EQ(body->writtenBody(), page("Hi" + joinBlock + "<b>1</b>"));
+    EXPECT_TRUE(shown().isNull());
+    EXPECT_TRUE(holder.written.isNull());
+    EXPECT_NE(vlGetEmailBodyElementInEventEditorUI(editor.window()), nullptr);
+    EXPECT_EQ(vlGetDOMDocumentInEventEditorUI(nullptr), nullptr);
+}
+
+TEST_F(EditorBody, IsLeftAloneWithoutABlockAnEditorOrAWorkflow) {
+    write("", true, false); // no editor of either kind
+    withNewerBody(page("Hi"));
+    write("", true, false);
+    writePAC("", false);
+    vlEmailBodyMgr::sharedInstance().updateMailBody(nullptr, "Join", false, true);
+    vlEmailBodyMgr::sharedInstance().updateMailBodyForPAC(nullptr, "Dial", true);
+    BodyPorts::instance().holder = nullptr;
+    write("Join");
+    writePAC("Dial", true);
+    EXPECT_TRUE(shown().isNull());
+    EXPECT_TRUE(holder.written.isNull());
+    FakeComposeView *older = withOlderBody(page("Hi"));
+    write("", true, false);
+    EXPECT_TRUE(older->writtenBody().isNull());
+}
+
+TEST_F(EditorBody, AnUnchangedInvitationLeavesABodyThatSaysSomething) {
+    const QString same = vlMd5Utils::vlMD5Hex("Join");
+    const struct {
+        const char *about;
+        QString body, digest, invitation;
+        bool isDelete, isHTML, needed;
+    } cases[] = {
+        {"first invitation", "Hi", QString(), "Join", false, false, true},
+        {"same", "Hi", same, "Join", false, false, false},
+        {"same, as HTML", "Hi", same, "Jo&nbsp;in", false, true, false},
+        {"same, but the body is empty", "<br> ", same, "Join", false, false, true},
+        {"another", "Hi", same, "Come", false, false, true},
+        {"none", "Hi", QString(), "", false, false, false},
+        {"delete without a text", "Hi", same, "", true, false, true},
+        {"delete with the same text", "Hi", same, "Join", true, false, false},
+        {"digest in capitals is another", "Hi", same.toUpper(), "Join", false, false, true},
+    };
+    for (const auto &c : cases) {
+        event.values.insert("body", page(c.body));
+        holder.digest = c.digest;
+        const vlERCalendarEventEditorViewController adapter(&editor);
+        EXPECT_EQ(
+            vlEmailBodyMgr::sharedInstance().needUpdateVlEmail(&adapter, c.invitation, c.isDelete, c.isHTML),
+            c.needed)
+            << c.about;
+    }
+    EXPECT_FALSE(vlEmailBodyMgr::sharedInstance().needUpdateVlEmail(nullptr, "Join", true, false));
 }
