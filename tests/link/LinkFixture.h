@@ -1,4 +1,4 @@
-// The link between a scripted client and layers above it that only record.
+// The link with a scripted client. The layers above it only record.
 #pragma once
 
 #include "plugin/link/clientCodes.h"
@@ -20,7 +20,7 @@ protected:
     }
     void givenTheClient() { client.isInstalled(); }
 
-    // The client sends a message, and it arrives.
+    // The client sends a message, which arrives.
     void clientAnswers(const QString &actionId, const QString &content) {
         client.sendsNow(actionId, content);
         desktop.runLoop->advance(0);
@@ -28,7 +28,7 @@ protected:
     void clientAnswers(ClientAnswer answer, const QString &content) {
         clientAnswers(QString::number(qint32(answer)), content);
     }
-    // What the plug-in has posted under the channel's name.
+    // The messages that the plug-in has posted on the channel.
     [[nodiscard]] QList<platform::TextMap> posted(const QString &channel = requestChannel) const {
         QList<platform::TextMap> result;
         for (const auto &notification : desktop.bus->posted())
@@ -41,7 +41,7 @@ protected:
     RecordingFeedback feedback;
     RecordingReceiver receiver;
     std::unique_ptr<QWidget> window = std::make_unique<QWidget>();
-    FreshLink fresh; // goes before what it reports to
+    FreshLink fresh; // destroyed before the ports that it reports to
     platform::TestDesktop &desktop = fresh.desktop;
     ScriptedClient client{desktop, false};
 };

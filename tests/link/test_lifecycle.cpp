@@ -3,12 +3,12 @@
 
 namespace {
 
-// One kind of request, as the manager offers it.
+// A kind of request that the manager offers.
 struct Kind {
     const char *name;
-    const char *actionId, *content; // of the request; the content begins so
+    const char *actionId, *content; // of the request; the beginning of its content
     ClientAnswer answer;
-    QString accepted; // an answer that the request takes
+    QString accepted; // a good answer
     MeetingCommand command;
     std::function<qint32(vlAPIMgr &, QWidget *)> send;
 };
@@ -80,17 +80,6 @@ TEST_F(Lifecycle, AnAnswerGoesToTheWorkflowInTimeLateAndAfterItsWindow) {
     }
 }
 
-TEST_F(Lifecycle, TheTimeOutOfAReplacedRequestStillComes) {
-    givenTheClient();
-    manager.scheduleMeeting(window.get(), {});
-    desktop.runLoop->advance(20);
-    manager.scheduleMeeting(window.get(), {});
-    desktop.runLoop->advance(10);
-    EXPECT_EQ(feedback.shown, 0);
-    clientAnswers(ClientAnswer::Schedule, "77;text");
-    EXPECT_EQ(desktop.runLoop->pendingCount(), 0); // the answer stopped the second one
-}
-
 TEST_F(Lifecycle, TheClientsStatusStopsARequestBeforeItIsSent) {
     struct Case {
         const char *version; // nullptr: not installed
@@ -112,7 +101,7 @@ TEST_F(Lifecycle, TheClientsStatusStopsARequestBeforeItIsSent) {
         for (const Kind &kind : kinds) {
             SCOPED_TRACE(std::string(kind.name) + ' ' + c.message);
             feedback.alerts.clear();
-            // Accounts are not even asked for.
+            // The plug-in does not even ask for accounts.
             const bool isSilent = kind.answer == ClientAnswer::GetPAC && c.error != ClientError::NotRunning;
             EXPECT_EQ(send(kind), isSilent ? 0 : qint32(c.error));
             EXPECT_TRUE(posted().isEmpty());
@@ -132,7 +121,7 @@ TEST_F(Lifecycle, EachRequestKnowsItsOwnErrorAnswers) {
     givenTheClient();
     struct Case {
         QString content, message;
-        QString takenBy; // kinds for which it is an answer like any other
+        QString takenBy; // the kinds of request for which this is no error
         bool hasQuit = false;
     };
     const Case cases[] = {
@@ -162,7 +151,7 @@ TEST_F(Lifecycle, EachRequestKnowsItsOwnErrorAnswers) {
                 desktop.workspace->running = QStringList{kVelausIdentify};
                 const bool isTaken = kind.answer == ClientAnswer::Delete || c.takenBy.contains(kind.name);
                 EXPECT_EQ(receiver.finished.size(), isTaken ? 1 : 0);
-                // No work waits for accounts.
+                // Nothing waits for accounts.
                 EXPECT_EQ(receiver.denied, isTaken || kind.answer == ClientAnswer::GetPAC ? 0 : 1);
                 ASSERT_EQ(feedback.alerts.size(), isTaken ? 0 : 1);
                 if (!isTaken) {

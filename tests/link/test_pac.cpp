@@ -9,19 +9,16 @@ namespace {
 
 namespace wire = com::brindle::webapp::proto;
 
-// A number and its country; nullptr: not set.
-struct Number {
-    const char *number, *country;
-};
-using Numbers = std::vector<Number>;
+// Numbers and their countries; nullptr: not set.
+using Numbers = std::vector<std::pair<const char *, const char *>>;
 
 void add(google::protobuf::RepeatedPtrField<wire::CountryCodeProto> *field, const Numbers &numbers) {
-    for (const Number &entry : numbers) {
+    for (const auto &[number, country] : numbers) {
         wire::CountryCodeProto *added = field->Add();
-        if (entry.number)
-            added->set_number(entry.number);
-        if (entry.country)
-            added->set_country(entry.country);
+        if (number)
+            added->set_number(number);
+        if (country)
+            added->set_country(country);
     }
 }
 
@@ -41,11 +38,7 @@ QString twoAccounts() {
 } // namespace
 
 TEST_F(Accounts, DialInTextsHaveTheExactFormThatIsLookedForLater) {
-    struct Case {
-        Numbers tollFree, toll;
-        const char *lines, *commas;
-    };
-    const Case cases[] = {
+    const std::tuple<Numbers, Numbers, const char *, const char *> cases[] = {
         {{{"F", "C"}}, {{"T", "C"}}, "F (C Toll Free)\r\nT (C Toll)\r\n", "F (C Toll Free), T (C Toll)"},
         {{{"1", nullptr}, {"2", "B"}}, {}, "12 (B Toll Free)\r\n", "1, 2 (B Toll Free)"},
         {{{nullptr, nullptr}, {"2", "B"}}, {}, "2 (B Toll Free)\r\n", "2 (B Toll Free)"},
@@ -53,15 +46,14 @@ TEST_F(Accounts, DialInTextsHaveTheExactFormThatIsLookedForLater) {
         {{{nullptr, "A"}}, {{nullptr, "A"}}, " (A Toll Free)\r\n (A Toll)\r\n", " (A Toll Free),  (A Toll)"},
         {{}, {}, "", ""},
     };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.commas);
+    for (const auto &[tollFree, toll, lines, commas] : cases) {
         wire::Response response;
         wire::PACMeeting *account = response.mutable_pac_info()->add_meetings();
-        add(account->mutable_toll_free_numbers(), c.tollFree);
-        add(account->mutable_toll_numbers(), c.toll);
+        add(account->mutable_toll_free_numbers(), tollFree);
+        add(account->mutable_toll_numbers(), toll);
         helper.setPACInfo(encoded(response));
-        EXPECT_EQ(helper.pacDialInNumber(1), c.lines);
-        EXPECT_EQ(helper.pacDialInNumberWithCommaSeparator(1), c.commas);
+        EXPECT_EQ(helper.pacDialInNumber(1), lines);
+        EXPECT_EQ(helper.pacDialInNumberWithCommaSeparator(1), commas);
     }
 }
 
@@ -72,7 +64,7 @@ TEST_F(Accounts, AreFoundUnderTheClientsFieldNumbers) {
     const QByteArray account = QByteArray::fromHex("08 4d") + tollNumber + tollFreeNumber +
                                QByteArray::fromHex("22 02 4869"); // 77, "Hi"
     const QByteArray accounts = '\x0a' + QByteArray(1, char(account.size())) + account;
-    // No required field 1; before it a text (field 2), behind it a phone number record (field 36).
+    // The required field 1 is missing. A text (field 2) comes first, a phone number record (field 36) last.
     const QByteArray answer = QByteArray::fromHex("12 01 78 8a02") + QByteArray(1, char(accounts.size())) +
                               accounts + QByteArray::fromHex("a202 02 0801");
     helper.setPACInfo(EncodeUtils::base64Encode(answer));
@@ -124,26 +116,19 @@ TEST(Proto, BytesThatAreNoMessageAreRefused) {
     const auto reads = [&info](const QByteArray &bytes) {
         return vlProtoBufConvert::ProtoFromByteStream(&info, bytes.constData(), int(bytes.size()));
     };
-    const auto accountsWith = [](qint64 number) {
-        wire::PACInfo accounts;
-        accounts.add_meetings()->set_meeting_number(number);
-        return QByteArray::fromStdString(accounts.SerializePartialAsString());
-    };
+    const QByteArray account = QByteArray::fromHex("0a 02 08 4d");
     EXPECT_TRUE(vlProtoBufConvert::ProtoFromByteStream(&info, "", 0));
     EXPECT_FALSE(vlProtoBufConvert::ProtoFromByteStream(&info, nullptr, 0));
     EXPECT_FALSE(vlProtoBufConvert::ProtoFromByteStream(nullptr, "", 0));
     EXPECT_FALSE(vlProtoBufConvert::ProtoFromByteStream(&info, "", -1));
     // A zero byte in place of a tag ends the message.
-    EXPECT_TRUE(reads(accountsWith(7) + QByteArray("\0\xff\xff", 3)));
-    EXPECT_TRUE(reads(accountsWith(8)));
-    EXPECT_EQ(info.meetings_size(), 2) << "what is read is added";
-    EXPECT_FALSE(reads(accountsWith(7) + "\xff\xff"));
-    // Groups of an unknown field, each inside the one before.
+    EXPECT_TRUE(reads(account + QByteArray("\0\xff\xff", 3)) && reads(account));
+    EXPECT_EQ(info.meetings_size(), 2) << "each message adds to the former ones";
+    EXPECT_FALSE(reads(account + "\xff\xff"));
+    // Nested groups of an unknown field.
     const auto nested = [](int depth) { return QByteArray(depth, '\x13') + QByteArray(depth, '\x14'); };
     EXPECT_TRUE(reads(nested(60)));
     EXPECT_FALSE(reads(nested(70)));
-    QByteArray zeroes(vlProtoBufConvert::totalBytesLimit + 1, '\0');
-    EXPECT_FALSE(reads(zeroes));
-    zeroes.chop(1);
-    EXPECT_TRUE(reads(zeroes));
+    EXPECT_TRUE(reads(QByteArray(vlProtoBufConvert::totalBytesLimit, '\0')));
+    EXPECT_FALSE(reads(QByteArray(vlProtoBufConvert::totalBytesLimit + 1, '\0')));
 }

@@ -42,7 +42,7 @@ TEST_F(Profile, AnotherUserIsAChangeOfAccountEvenAcrossAClearing) {
     helper.clearUserProfile();
     EXPECT_FALSE(helper.hasUserProfile());
     EXPECT_TRUE(signIn({{"userId", "u2"}}));
-    EXPECT_TRUE(signIn({{"userId", "u2"}})); // until the flag is cleared
+    EXPECT_TRUE(signIn({{"userId", "u2"}})); // stays set until it is cleared
     helper.setAccountChangedFlag(false);
     EXPECT_FALSE(signIn({{"userId", "u2"}}));
     helper.setUserProfile(rt::Value());
