@@ -1,9 +1,12 @@
 // The meeting workflow between doubles of the host, the client and the user interface.
 #pragma once
 
-#include "plugin/link/meetingKeys.h"
-#include "plugin/workflow/vlMeetingDataMgr.h"
-#include "plugin/workflow/vlMeetingMgr.h"
+#include "platform/toolkit/Windows.h"
+#include "plugin/link/readers/vlGetMeetingHelper.h"
+#include "plugin/link/readers/vlGetPACHelper.h"
+#include "plugin/link/readers/vlUserProfileHelper.h"
+#include "plugin/link/requests/vlAPIMgr.h"
+#include "plugin/link/vlCommon.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/FreshPlugin.h"
 #include "tests/support/RecordingPorts.h"
@@ -17,36 +20,116 @@ protected:
     using enum MeetingCommand;
     using enum WorkflowState;
 
-    static const QString key;        // of the meeting that the client holds
-    static const QString joinUrl;    // likewise
-    static const QString invitation; // likewise
-    static const QString roomNumber; // of the user's personal meeting
+    // The meeting that the client holds.
+    inline static const QString key = u"key-1"_s;
+    inline static const QString joinUrl = u"https://meet.example/j/1"_s;
+    inline static const QString invitation = u"You are invited. Join at https://meet.example/j/1 today."_s;
+    // The number of the user's personal meeting.
+    inline static const QString roomNumber = u"5551234567"_s;
 
-    WorkflowTest();
-    ~WorkflowTest() override;
+    WorkflowTest() {
+        WorkflowPorts::instance() = {&strips, &sheets, &alerts, nullptr};
+        LinkPorts::instance() = {&alerts, &manager()};
+        BodyPorts::instance().holder = &manager();
+        platform::registerWindow(&mainWindow, &mainController);
+        static_cast<void>(vlAPIMgr::sharedInstance()); // it observes the bus from now on
+        client.knowsTheUser(theUser());
+        client.hasAccounts({});
+    }
+    ~WorkflowTest() override {
+        platform::unregisterWindow(&mainWindow);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
 
     // The meeting of the usual appointment, as the client sends it.
-    [[nodiscard]] static QVariantMap theMeeting(const QVariantMap &changes = {});
-    [[nodiscard]] static QVariantMap theUser(const QVariantMap &more = {});
+    static QVariantMap theMeeting(const QVariantMap &changes = {}) {
+        QVariantMap meeting{{"subject", "Review"},
+                            {"duration", "60"},
+                            {"recurrence", false},
+                            {"startTime", FakeAppointment::usualStart().toSecsSinceEpoch()},
+                            {"audioOption", 2},
+                            {"enableHostVideo", true},
+                            {"usePMI", 0},
+                            {"meetingPassword", ""},
+                            {"meetingKey", key},
+                            {"originalMeetingNumber", "0"},
+                            {"invitationEmail", invitation},
+                            {"joinUrl", joinUrl}};
+        meeting.insert(changes);
+        return meeting;
+    }
+    static QVariantMap theUser(const QVariantMap &more = {}) {
+        QVariantMap profile{{"userId", "user-1"}, {"roomMeetingId", roomNumber}};
+        profile.insert(more);
+        return profile;
+    }
 
-    void givenAnAppointment();             // in an open editor, without a meeting
-    void givenAnAppointmentWithAMeeting(); // that the client holds
-    void givenTheMeetingIsLoaded(const QVariantMap &changes = {});
-    void givenTheProfileIsLoaded(const QVariantMap &more = {});
+    // It is open in an editor and has no meeting.
+    void givenAnAppointment() {
+        editor = std::make_unique<FakeEditor>(*appointment);
+        strip = std::make_unique<RecordingStrip>(*editor);
+        strips.live = {strip.get()};
+        atHand.reset();
+        atHand = std::make_unique<RequestOwner::Scope>(strip->context());
+        manager().setOLWordMailEditor(editor->bodyEditor());
+    }
+    // The client holds the meeting.
+    void givenAnAppointmentWithAMeeting() {
+        appointment->carriesTheMeeting(key, joinUrl);
+        givenAnAppointment();
+        store().setMeetingKey(key);
+        client.holdsTheMeeting(theMeeting());
+    }
+    void givenTheMeetingIsLoaded(const QVariantMap &changes = {}) {
+        vlGetMeetingHelper::sharedInstance().setMeetingData(theMeeting(changes), false);
+    }
+    void givenTheProfileIsLoaded(const QVariantMap &more = {}) {
+        vlUserProfileHelper::sharedInstance().setUserProfile(theUser(more));
+    }
     void givenTheAccountsAreLoaded(const QList<ScriptedClient::Account> &accounts = {
-                                       {"800", 123, "Dial 800"}});
-    void givenSavedSettings(const QVariantMap &settings); // in the profile file of theUser()
+                                       {"800", 123, "Dial 800"}}) {
+        vlGetPACHelper::sharedInstance().setPACInfo(ScriptedClient::accountsAnswer(accounts));
+    }
+    // In the profile file of theUser().
+    void givenSavedSettings(const QVariantMap &settings) {
+        vlCommon::createDocumentOutlookPluginRootPath();
+        vlOLUtils::saveStrToFile(vlOLUtils::toJSONString(settings),
+                                 vlCommon::getVlUserProfilePath(theUser().value("userId").toString()));
+    }
 
-    void theEditorCloses(); // with its strip; the workflow is not told
-    void theSheetIsLeft(bool withOK);
-    int presses(HostAction action); // the result for the hook of the host's operation
+    // The strip goes, too. The workflow is not told.
+    void theEditorCloses() {
+        strips.live.clear();
+        atHand.reset();
+        strip.reset();
+        editor.reset();
+    }
+    void theSheetIsLeft(bool withOK) {
+        platform::services().notifications->post(notify_SettingCommit,
+                                                 {{keyVLUserOperator, keyVLSettingCommit},
+                                                  {keyButtonClickIsOK, withOK},
+                                                  {keyApptWindowID, windowID()}});
+        turn();
+    }
+    // Returns the result for the hook of the host's operation.
+    int presses(HostAction action) {
+        return vlApptUIActionMgr::sharedInstance().handleVLMeeting(editor.get(),
+                                                                   {{keyApptViewActionID, quint32(action)}});
+    }
     void turn() { desktop.runLoop->advance(0); }
-    void answer(MeetingCommand command, const QVariantMap &response = {});
+    void answer(MeetingCommand command, const QVariantMap &response = {}) {
+        manager().onExcuteCommandFinished(command,
+                                          {{keyVlAPIResponse, response}, {keyApptWindowID, windowID()}});
+    }
 
     [[nodiscard]] QString windowID() const { return strip->getAppointmentWindowID(); }
-    [[nodiscard]] QStringList hostOperations() const; // without the prefix of the plug-in's selectors
-    [[nodiscard]] static vlMeetingMgr &manager() { return vlMeetingMgr::sharedInstance(); }
-    [[nodiscard]] static vlMeetingDataMgr &store() { return vlMeetingDataMgr::sharedInstance(); }
+    // Without the prefix of the plug-in's selectors.
+    [[nodiscard]] QStringList hostOperations() const {
+        QStringList operations = editor->called;
+        return operations.replaceInStrings("vl_ERCalendarEventEditorViewController_", "");
+    }
+    static vlMeetingMgr &manager() { return vlMeetingMgr::sharedInstance(); }
+    static vlMeetingDataMgr &store() { return vlMeetingDataMgr::sharedInstance(); }
 
     FreshPlugin fresh;
     platform::TestDesktop &desktop = fresh.desktop;
@@ -59,5 +142,5 @@ protected:
     std::unique_ptr<FakeAppointment> appointment = std::make_unique<FakeAppointment>();
     std::unique_ptr<FakeEditor> editor;
     std::unique_ptr<RecordingStrip> strip;
-    std::unique_ptr<RequestOwner::Scope> atHand; // the strip's context, while there is one
+    std::unique_ptr<RequestOwner::Scope> atHand; // the context of the strip
 };

@@ -13,7 +13,7 @@ const QList<ScriptedClient::Account> twoAccounts{{"800-1", 111, "Dial 800-1"}, {
 class AudioConference : public WorkflowTest {
 protected:
     static vlPACMeetingMgr &conferences() { return vlPACMeetingMgr::sharedInstance(); }
-    // Of a record of "Room R" that the host stores now.
+    // The location that the host stores now for an appointment in "Room R".
     static QString storedLocation() {
         FakeObject record("ECMutableCalendarEvent", {{"location", "Room R"}});
         updateVlKeyInfoToAppointmentForPAC(&record);
@@ -31,14 +31,14 @@ TEST_F(AudioConference, IsWrittenIntoBodyAndLocationAfterUserAndAccountsAreRead)
     EXPECT_EQ(storedLocation(), "Room R") << "written before the accounts are read";
     turn();
     EXPECT_EQ(client.asked(), (QList<Asked>{Asked::Profile, Asked::Accounts}));
-    EXPECT_EQ(alerts.shownOn, QList<QWidget *>{editor->window()}); // for the accounts
+    EXPECT_EQ(alerts.shownOn, QList<QWidget *>{editor->window()}); // while the accounts are read
     EXPECT_EQ(appointment->location(), "Room R 800-1 (US Toll Free), 111");
     EXPECT_EQ(editor->locationField()->text(), appointment->location());
     EXPECT_TRUE(editor->body().contains("Dial 800-1"));
     EXPECT_TRUE(alerts.alerts.isEmpty() && strip->shown.isEmpty()) << "written before the accounts are read";
     EXPECT_EQ(manager().state(), StateAudioConference);
 
-    manager().sendVlMeetingCommand(CmdAddAudioConference2, strip.get()); // all is known now
+    manager().sendVlMeetingCommand(CmdAddAudioConference2, strip.get()); // user and accounts are known now
     turn();
     EXPECT_EQ(client.requests().size(), 2);
     EXPECT_EQ(appointment->location(), "Room R 800-2 (US Toll Free), 222");
@@ -83,24 +83,21 @@ TEST_F(AudioConference, AnAccountWithoutInvitationGivesAnAlertAndNoMeeting) {
 }
 
 TEST_F(AudioConference, ALocationIsTheUsersTextBeforeTheNumbersOfTheAccount) {
-    struct Case {
-        const char *location, *own, *composed;
-    };
     store().setPACAccountNo(PACAccount::First);
     EXPECT_EQ(conferences().getOLUserInputString("A, B"), "A, B"); // no accounts are known
     EXPECT_TRUE(conferences().getNewLocationForPAC({}).isNull());
     givenTheAccountsAreLoaded(twoAccounts);
-    EXPECT_TRUE(conferences().getOLUserInputString("").isNull());
-    EXPECT_EQ(conferences().getNewLocationForPAC({}), "800-1 (US Toll Free), 111");
-    for (const Case &c : {Case{"Room R 800-1 (US Toll Free), 111 800-2 (US Toll Free), 222", "Room R",
-                               "Room R 800-1 (US Toll Free), 111"},
-                          Case{"111,222, Room R", "Room R", "Room R 800-1 (US Toll Free), 111"},
-                          Case{"800-1 (US Toll Free), 111", "", " 800-1 (US Toll Free), 111"},
-                          Case{"A, B", "A, B", "A, B 800-1 (US Toll Free), 111"}}) {
-        EXPECT_EQ(conferences().getOLUserInputString(c.location), c.own);
-        EXPECT_EQ(conferences().getNewLocationForPAC(c.location), c.composed);
+    const QString numbers = "800-1 (US Toll Free), 111";
+    EXPECT_EQ(conferences().getNewLocationForPAC({}), numbers);
+    for (const auto &[location, own] :
+         {std::pair{"Room R 800-1 (US Toll Free), 111 800-2 (US Toll Free), 222", "Room R"},
+          {"111,222, Room R", "Room R"},
+          {"800-1 (US Toll Free), 111", ""},
+          {"A, B", "A, B"}}) {
+        EXPECT_EQ(conferences().getOLUserInputString(location), own);
+        EXPECT_EQ(conferences().getNewLocationForPAC(location), QString(own) + ' ' + numbers);
     }
-    givenTheAccountsAreLoaded({{{}, 555, "Dial"}}); // without numbers: every comma goes
+    givenTheAccountsAreLoaded({{{}, 555, "Dial"}}); // an account without numbers: every comma is removed
     EXPECT_EQ(conferences().getOLUserInputString("Room R , 555"), "Room R");
     EXPECT_EQ(conferences().getNewLocationForPAC("Room R"), "Room R , 555");
 }

@@ -1,7 +1,6 @@
 #include "tests/workflow/WorkflowFixture.h"
 
 #include "plugin/link/readers/vlGetMeetingHelper.h"
-#include "plugin/util/vlMd5Utils.h"
 #include "plugin/util/vlOLUtils.h"
 
 namespace {
@@ -12,7 +11,7 @@ QVariantMap at(const char *utc) {
     return {{vl_ApptInfo_CalDate_UTCTime, utc}};
 }
 
-// A usual meeting with some members changed; an invalid value takes one out.
+// A usual meeting with some members changed. An invalid value removes the member.
 QVariantMap meeting(const QVariantMap &changes) {
     QVariantMap appointment{{vl_ApptInfo_Subject, "Review"},
                             {vl_ApptInfo_StartTime, at("2026-11-24 09:00:00")},
@@ -76,43 +75,18 @@ TEST_F(MeetingData, AMeetingIsChangedByWhatTheClientKeepsOfIt) {
 }
 
 TEST_F(MeetingData, TheRecordEndsBeforeTheFirstMemberThatIsMissing) {
-    const QString digest = "070c822f0992fa397c1e67bc890f8749"; // of "Join us"
-    const QVariantMap whole{{vl_MeetingKey, "k"}, {vl_ApptInfo_Body, "Join us"}, {vl_Meeting_JoinUrl, "u"}};
-    const auto record = [&whole](const QString &member, const QVariant &value) {
-        QVariantMap info = whole;
-        if (value.isValid())
-            info.insert(member, value);
-        else
-            info.remove(member);
+    QVariantMap info{{vl_MeetingKey, "k"}, {vl_ApptInfo_Body, "Join us"}, {vl_Meeting_JoinUrl, "u"}};
+    const auto record = [&info] {
         return vlOLUtils::toArrayOrNSDictionary(store().getVlDataForOLProperty(info)).toMap();
     };
-    const QVariantMap all{{"meetingKey", "k"}, {"encodeMailBody", digest}, {"joinUrl", "u"}};
-    EXPECT_EQ(record(vl_API_Para_InviteHtmlEmail, ""), all);
-    EXPECT_EQ(record(vl_Meeting_JoinUrl, {}), (QVariantMap{{"meetingKey", "k"}, {"encodeMailBody", digest}}));
-    EXPECT_EQ(record(vl_ApptInfo_Body, {}), (QVariantMap{{"meetingKey", "k"}}));
-    EXPECT_EQ(record(vl_MeetingKey, {}), QVariantMap());
-    EXPECT_FALSE(store().getVlDataForOLProperty({}).isEmpty()); // an object without members, not "no meeting"
-    EXPECT_EQ(record(vl_API_Para_InviteHtmlEmail, "<i>Come</i>&nbsp; in").value("encodeMailBody"),
-              vlMd5Utils::vlMD5Hex("Come in"))
-        << "the HTML counts before the text";
-}
-
-TEST_F(MeetingData, WhereSettingsComeFrom) {
-    givenAnAppointment();
-    const auto hostVideo = [this] {
-        return store().getVlSettingsData(windowID()).value(vl_Setting_EnableHostVideo);
-    };
-    EXPECT_EQ(store().getVlSettingsData(windowID()), (QVariantMap{{vl_Setting_ScheduleFor, ""}}));
-    givenTheProfileIsLoaded();
-    givenSavedSettings({{vl_Setting_EnableHostVideo, "saved"}, {vl_Setting_ScheduleFor, "gone@example.org"}});
-    EXPECT_EQ(hostVideo(), "saved");
-    EXPECT_EQ(store().getVlSettingsData(windowID()).value(vl_Setting_ScheduleFor), "");
-    givenTheMeetingIsLoaded({{"enableHostVideo", "loaded"}});
-    EXPECT_EQ(hostVideo(), "saved"); // the loaded meeting is not that of this appointment
-    store().setMeetingKey(key);
-    EXPECT_EQ(hostVideo(), "loaded");
-    sheets.settings.insert(windowID(), {{vl_Setting_EnableHostVideo, "sheet"}});
-    EXPECT_EQ(hostVideo(), "sheet");
+    const QString digest = "070c822f0992fa397c1e67bc890f8749"; // of "Join us"
+    EXPECT_EQ(record(), (QVariantMap{{"meetingKey", "k"}, {"encodeMailBody", digest}, {"joinUrl", "u"}}));
+    info.remove(vl_ApptInfo_Body);
+    EXPECT_EQ(record(), (QVariantMap{{"meetingKey", "k"}}));
+    info.insert(vl_API_Para_InviteHtmlEmail, "<b>Join</b>&nbsp; us");
+    EXPECT_EQ(record().value("encodeMailBody"), digest);
+    EXPECT_FALSE(
+        store().getVlDataForOLProperty({}).isEmpty()); // an empty object, which does not mean "no meeting"
 }
 
 TEST_F(MeetingData, WhatIsMissingLeavesTheOldTextAndOnlyClearingEmptiesIt) {

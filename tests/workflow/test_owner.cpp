@@ -22,7 +22,7 @@ TEST_F(Owner, AMeetingGoesOutForThePersonForWhomItWasMade) {
         EXPECT_EQ(isScheduleOwnerMatched(owner), isMatched) << what;
 }
 
-// The editor acts for the boss; the meeting in it is not stored yet.
+// The editor acts for the boss. Its meeting is not stored yet.
 TEST_F(Owner, OnlyTheEditionForItSchedulesForOthers) {
     const bool edition = vlPluginBuildMgr::supportScheduleFor();
     givenAnAppointmentWithAMeeting();
@@ -34,20 +34,19 @@ TEST_F(Owner, OnlyTheEditionForItSchedulesForOthers) {
     EXPECT_EQ(onbehalf.isOnbehalf(windowID()), edition);
     EXPECT_EQ(onbehalf.onbehalfEmail(windowID()), edition ? "Boss@example.org" : "");
     EXPECT_FALSE(onbehalf.isCurrentScheduleVelaForOther(windowID())) << "the boss has not allowed it yet";
-    EXPECT_TRUE(manager().checkScheduleOwnerMatched(editor.get()))
-        << "not checked for somebody who has not allowed it";
+    EXPECT_TRUE(manager().checkScheduleOwnerMatched(editor.get())) << "without permission nothing is checked";
     givenTheProfileIsLoaded(
         {{"bosses", QVariantList{QVariantMap{{"displayName", "B"}, {"email", "boss@example.org"}}}}});
     EXPECT_EQ(onbehalf.isCurrentScheduleVelaForOther(windowID()), edition);
     FinishReceiver &link = manager();
     link.setScheduleForEmail("");
-    EXPECT_EQ(manager().checkScheduleOwnerMatched(editor.get()), !edition) << "made for the user";
+    EXPECT_EQ(manager().checkScheduleOwnerMatched(editor.get()), !edition) << "the meeting is for the user";
     link.setScheduleForEmail("BOSS@example.org");
-    EXPECT_TRUE(manager().checkScheduleOwnerMatched(editor.get())) << "made for the boss";
+    EXPECT_TRUE(manager().checkScheduleOwnerMatched(editor.get())) << "the meeting is for the boss";
     editor->values.insert("isDelegating", false);
-    EXPECT_EQ(manager().checkScheduleOwnerMatched(editor.get()), !edition) << "now sent by the user";
+    EXPECT_EQ(manager().checkScheduleOwnerMatched(editor.get()), !edition) << "the user sends it now";
     appointment->values.insert("olmUCCapabilities", "{\"meetingKey\":\"k\"}");
-    EXPECT_TRUE(manager().checkScheduleOwnerMatched(editor.get())) << "stored already";
+    EXPECT_TRUE(manager().checkScheduleOwnerMatched(editor.get())) << "the meeting is stored already";
     EXPECT_FALSE(manager().needCheckOwnerMatched(editor.get()));
     appointment->values.insert("olmUCCapabilities", "{\"joinUrl\":\"u\"}");
     EXPECT_TRUE(manager().needCheckOwnerMatched(editor.get()));
