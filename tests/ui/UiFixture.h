@@ -1,7 +1,12 @@
-// The plug-in's user interface on a desktop of doubles.
+// The plug-in's user interface with doubles of all services.
 #pragma once
 
+#include "plugin/link/meetingKeys.h"
+#include "plugin/link/readers/vlUserProfileHelper.h"
+#include "plugin/link/vlCommon.h"
+#include "plugin/link/vlMeetingCommon.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
+#include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/FreshPlugin.h"
 
@@ -13,8 +18,21 @@
 // An open editor with a strip in its header. Its context is the current one during the lifetime of this
 // object.
 struct EditorWithStrip {
-    EditorWithStrip();
-    void open(); // tells the strip, as the hooks do
+    EditorWithStrip() {
+        window->resize(1000, 300);
+        editor.header()->setGeometry(0, 0, 1000, 150);
+        editor.values.insert("currentEmailAccount", rt::fromObject(&account));
+        vlActionAdditionView::create(editor.header(), g_vlAdditionViewFrame);
+        m_strip = editor.header()->findChild<vlActionAdditionView *>();
+        m_context = m_strip->context();
+        m_atHand = std::make_unique<RequestOwner::Scope>(m_context);
+    }
+    // Tells the strip of the editor, as the hooks do.
+    void open() {
+        vlActionAdditionView::onChangeUINotification(
+            {{keyECCalendarEvent, rt::fromObject(&event)},
+             {keyERCalendarEventEditorWindowController, rt::fromObject(editor.windowController())}});
+    }
     void attach() { strip().attachOutlookERCalendarEventEditorWindowController(editor.windowController()); }
     [[nodiscard]] QString id() { return rt::identifier(window); }
     [[nodiscard]] vlActionAdditionView &strip() const { return *m_strip; }
@@ -32,23 +50,58 @@ private:
     std::unique_ptr<RequestOwner::Scope> m_atHand;
 };
 
-// The text that the doubles' bundle gives for a key.
+// The text that the double of the bundle returns for a key.
 inline QString echo(const QString &key) {
     return u'[' + key + u']';
 }
 
 class UiTest : public testing::Test {
 protected:
-    UiTest();
-    ~UiTest() override;
+    UiTest() {
+        desktop.workspace->root = documents.path();
+        desktop.workspace->documents = documents.path();
+        desktop.bundle->interfaceFolder = u"" PLUGIN_RESOURCES ""_s;
+        WorkflowPorts::instance().strips = &vlActionAdditionViewMonitor::sharedInstance();
+        static_cast<void>(vlMeetingMgr::sharedInstance()); // it observes the sheets from now on
+    }
+    ~UiTest() override {
+        qDeleteAll(dialogs());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
 
-    static void enableAudioConferences(bool enabled);
-    static void signIn(const QVariantMap &more = {}); // gives the workflow the profile of "user"
+    static void enableAudioConferences(bool enabled) {
+        vlCommon::createDocumentOutlookPluginRootPath();
+        vlMeetingCommon::setSiteConfigMember(vl_LocalProfile_EnablePAC, enabled);
+    }
+    // Gives the workflow the profile of "user".
+    static void signIn(const QVariantMap &more = {}) {
+        QVariantMap profile{{"userId", "user"}, {"roomMeetingId", "1234567890"}};
+        profile.insert(more);
+        vlUserProfileHelper::sharedInstance().setUserProfile(profile);
+    }
     // The titles of the buttons that the strip shows, sorted.
-    static QStringList shownButtons(const vlActionAdditionView &strip);
-    static QAbstractButton *button(const vlActionAdditionView &strip, const QString &key);
-    // The sheets and alerts that are up.
-    static QList<QDialog *> dialogs();
+    static QStringList shownButtons(const vlActionAdditionView &strip) {
+        QStringList titles;
+        for (const QAbstractButton *button : strip.findChildren<QAbstractButton *>())
+            if (!button->isHidden())
+                titles.append(button->accessibleName());
+        titles.sort();
+        return titles;
+    }
+    static QAbstractButton *button(const vlActionAdditionView &strip, const QString &key) {
+        for (QAbstractButton *button : strip.findChildren<QAbstractButton *>())
+            if (button->accessibleName() == echo(key))
+                return button;
+        return nullptr;
+    }
+    // The visible sheets and alerts.
+    static QList<QDialog *> dialogs() {
+        QList<QDialog *> shown;
+        for (QWidget *widget : QApplication::topLevelWidgets())
+            if (auto *dialog = qobject_cast<QDialog *>(widget); dialog && dialog->isVisible())
+                shown.append(dialog);
+        return shown;
+    }
 
     QTemporaryDir documents;
     FreshPlugin fresh;

@@ -1,4 +1,4 @@
-// The buttons of strip and tool-bar, and the text field: drawing, pointer, keys.
+// How the buttons of the strip and the tool-bar draw themselves and react to pointer and keys.
 #include "plugin/ui/controls/vlKeyUpTextField.h"
 #include "plugin/ui/controls/vlPopupButton.h"
 #include "plugin/ui/controls/vlPopupToolbarView.h"
@@ -10,7 +10,7 @@ namespace {
 
 constexpr int buttonWidth = 168;
 constexpr int buttonHeight = 60;
-constexpr int imageSide = 16; // of the doubles' images
+constexpr int imageSide = 16; // the side of a test image
 
 QImage picture(QWidget &widget, int ratio = 1) {
     QImage image(widget.size() * ratio, QImage::Format_ARGB32_Premultiplied);
@@ -20,7 +20,7 @@ QImage picture(QWidget &widget, int ratio = 1) {
     return image;
 }
 
-// The smallest rectangle that holds every pixel that is not white.
+// The smallest rectangle around all pixels that are not white.
 QRect inkOf(const QImage &image, const QRect &within) {
     QRect ink;
     for (int y = within.top(); y <= within.bottom(); ++y)
@@ -52,7 +52,7 @@ protected:
     }
 };
 
-// Of the plug-in's own pictures, at every pixel: a drawing that was made for the other ratio has soft edges.
+// A picture that was drawn for the other ratio has soft edges.
 TEST_F(Controls, AreCrispAtEveryRatio) {
     platform::services().pluginBundle = platform::makeFolderBundle(u"" PLUGIN_RESOURCES ""_s);
     constexpr QRect area((buttonWidth - 32) / 2, 10, 32, 32); // points
@@ -72,8 +72,7 @@ TEST_F(Controls, AreCrispAtEveryRatio) {
     }
 }
 
-// Each kind in each state, in points. The image stays where it is; the title moves while the button is
-// pressed.
+// All sizes are in points. While a button is pressed, its title moves and its image does not.
 TEST_F(Controls, DrawEachStateInItsPlace) {
     const auto check = [](auto &button, int imageTop, int titleTop, int pressedShift) {
         const QRect image((buttonWidth - imageSide) / 2, imageTop, imageSide, imageSide);
@@ -91,13 +90,13 @@ TEST_F(Controls, DrawEachStateInItsPlace) {
         pointerOver(button);
         EXPECT_EQ(inkOf(picture(button), aroundImage), image.adjusted(-3, -3, 3, 3));
         button.hide();
-        button.show(); // where the pointer is, is told anew
+        button.show(); // forgets where the pointer was
         EXPECT_EQ(inkOf(picture(button), aroundImage), image);
         pointerOver(button);
         pointerAway(button);
         button.setEnabled(false);
         EXPECT_EQ(inkOf(picture(button), title), text);
-        EXPECT_NE(picture(button).copy(title), plain.copy(title)) << "in gray";
+        EXPECT_NE(picture(button).copy(title), plain.copy(title)) << "a disabled title is grey";
         button.setEnabled(true);
         EXPECT_EQ(picture(button), plain);
     };
@@ -110,21 +109,6 @@ TEST_F(Controls, DrawEachStateInItsPlace) {
     vlPopupButton popup;
     prepare(popup);
     check(popup, buttonHeight - imageSide - 20, 43, 1);
-}
-
-TEST_F(Controls, CutATitleThatDoesNotFitWithAnEllipsis) {
-    const auto shown = [](const QString &title, int width) {
-        ButtonFace face;
-        face.setTitle(title);
-        return face.titleLine(width);
-    };
-    const QString title = u"Add a meeting to this appointment"_s;
-    EXPECT_EQ(shown(title, 400).text, title);
-    const TitleLine cut = shown(title, 60);
-    EXPECT_TRUE(cut.text.endsWith(QChar(0x2026))) << qPrintable(cut.text);
-    EXPECT_LE(cut.x + QFontMetricsF(cut.font).horizontalAdvance(cut.text), 60);
-    EXPECT_EQ(cut.x, 0) << "its beginning is not cut";
-    EXPECT_EQ(shown(u"&Add"_s, 60).underlineX, shown(u"&Add"_s, 60).x);
 }
 
 TEST_F(Controls, StayLegibleOnADarkPalette) {
@@ -159,7 +143,7 @@ TEST_F(Controls, OpenTheMenuOnlyForAPointerThatIsInside) {
     const QPoint belowTheImage((buttonWidth - imageSide) / 2 - 3, buttonHeight - 20 + 6);
     EXPECT_EQ(menu.pos(), button.mapToGlobal(belowTheImage));
     menu.close();
-    EXPECT_EQ(actions, 0) << "the button's own action is not for a press";
+    EXPECT_EQ(actions, 0) << "a press only opens the menu";
 }
 
 TEST_F(Controls, OfTheToolBarOpenTheirMenuByPointerAndByKey) {
@@ -199,16 +183,4 @@ TEST_F(Controls, OfTheTextKindTellTheirTargetsUntilTheseAreGone) {
     target.reset();
     QTest::keyClick(&field, Qt::Key_B);
     EXPECT_EQ(told.size(), 2);
-}
-
-TEST_F(Controls, MarkTheMnemonicAndLeaveItOutOfTheName) {
-    vlSettingsButton button;
-    button.setTitle(u"Save && &close"_s);
-    EXPECT_EQ(button.title(), u"Save & close"_s);
-    EXPECT_EQ(button.accessibleName(), u"Save & close"_s);
-    EXPECT_EQ(button.shortcut(), QKeySequence(Qt::ALT | Qt::Key_C));
-    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(&button);
-    ASSERT_TRUE(accessible);
-    EXPECT_EQ(accessible->role(), QAccessible::Button);
-    EXPECT_EQ(accessible->text(QAccessible::Name), u"Save & close"_s);
 }

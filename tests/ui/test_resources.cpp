@@ -22,7 +22,7 @@ Table tableOf(const QString &language) {
     return table;
 }
 
-// What a translator has to keep: how many texts are put in, and whether a number follows directly.
+// What a translator must keep: the places for other texts, and a blank at the end.
 QString marksOf(const QString &text) {
     static const QRegularExpression mark(u"%[@\\d]"_s);
     QStringList marks;
@@ -40,17 +40,11 @@ class Languages : public UiTest {};
 TEST_F(Languages, HaveATextForEveryKeyAndPlaceTheSameTexts) {
     const Table english = tableOf(languages.first());
     // The keys of the layers below, which have no list of them.
-    QStringList keys = {"NoVelaClient",
-                        "InternetError",
-                        "VelaClientNotRunning",
-                        "NotSupportedVelaClientVersion",
-                        "VelaClientNotSignIn",
-                        "SystemError",
-                        "MeetingNotFound",
-                        "NetworkConnectionError",
-                        "WarnMsg_PACIsDisabled",
-                        "OutlookVersionLowerThan1414",
-                        "AddVelaMeetingReminderMsg"};
+    QStringList keys =
+        QString("NoVelaClient InternetError VelaClientNotRunning NotSupportedVelaClientVersion "
+                "VelaClientNotSignIn SystemError MeetingNotFound NetworkConnectionError "
+                "WarnMsg_PACIsDisabled OutlookVersionLowerThan1414 AddVelaMeetingReminderMsg")
+            .split(u' ');
     QFile header(u"" PLUGIN_FOLDER "/ui/localizationKeys.h"_s);
     ASSERT_TRUE(header.open(QIODevice::ReadOnly));
     static const QRegularExpression literal(u"u\"(\\w+)\"_s"_s);
@@ -113,7 +107,7 @@ TEST_F(Languages, GiveEachLetterToOneControlOfAWindowOnly) {
         {{"Button_OKGot", "Button_Cancel"}, {}},
         {{"Account1", "Account2"}, {}},
         {{"StartWithVideo", "StartWithoutVideo"}, {}},
-        // The main window has File, Edit, View, New appointment, New meeting and Today.
+        // The letters of File, Edit, View, New appointment, New meeting and Today are taken.
         {{"InstantMeetingLabel", "ScheduleMeetingLabel", "SchedulePACMeetingLabel", "OpenLogFolderLabel"},
          "fevamt"},
     };
@@ -126,14 +120,15 @@ TEST_F(Languages, GiveEachLetterToOneControlOfAWindowOnly) {
                 ASSERT_GE(mark, 0) << qPrintable(language + u' ' + key) << " has no letter";
                 const QChar letter = table[key][mark + 1].toLower();
                 EXPECT_FALSE(letters.contains(letter)) << qPrintable(language + u' ' + key);
-                EXPECT_LT(letter.unicode(), 0x80) << qPrintable(language + u' ' + key) << ": no key has it";
+                EXPECT_LT(letter.unicode(), 0x80)
+                    << qPrintable(language + u' ' + key) << ": there is no key for it";
                 letters += letter;
             }
         }
     }
 }
 
-// The frames of two buttons that are shown together overlap, their titles do not.
+// Frames of two buttons may overlap, but not their titles.
 TEST_F(Languages, LeaveTheTitlesOnTheStripApartAndInTheirButtons) {
     const std::pair<const char *, QRectF> buttons[] = {{"AddVelaButton", gAddButtonFrame},
                                                        {"AddPACButton", gAddPACButtonFrame},

@@ -28,13 +28,11 @@ protected:
     VlSettingWindowController *show() {
         sheets.addSchSettingWindowToArray(editor.id(), {}, editor.window);
         sheets.showSchSettingWindow(editor.id());
-        return sheets.getSchSettingWindowInArray(editor.id());
+        return controller();
     }
+    VlSettingWindowController *controller() { return sheets.getSchSettingWindowInArray(editor.id()); }
     vlSettingData &shownModel() { return show()->settingViewController()->settingData(); }
-    QDialog *sheet() {
-        VlSettingWindowController *controller = sheets.getSchSettingWindowInArray(editor.id());
-        return controller ? controller->settingWindow() : nullptr;
-    }
+    QDialog *sheet() { return controller()->settingWindow(); }
     template<typename Control>
     Control *find(const char *name) {
         auto *control = sheet()->findChild<Control *>(QString::fromUtf8(name));
@@ -74,7 +72,7 @@ TEST_F(SettingsSheet, WritesEachChoiceIntoTheModelAtOnce) {
         EXPECT_TRUE(choice.isChosen()) << choice.button;
         EXPECT_TRUE(find<QAbstractButton>(choice.button)->isChecked()) << choice.button;
     }
-    EXPECT_FALSE(find<QRadioButton>("videoHostMatrixOn")->isChecked()) << "the two rows are apart";
+    EXPECT_FALSE(find<QRadioButton>("videoHostMatrixOn")->isChecked()) << "the two rows depend on each other";
 }
 
 TEST_F(SettingsSheet, GrowsAndShrinksDownwardsWithTheThirdPartyText) {
@@ -85,7 +83,7 @@ TEST_F(SettingsSheet, GrowsAndShrinksDownwardsWithTheThirdPartyText) {
     EXPECT_TRUE(text->isHidden());
     for (int again = 0; again < 2; ++again) {
         click("thirdPartyAudioButton");
-        QApplication::processEvents(); // the layouts come to rest
+        QApplication::processEvents(); // the layouts are computed
         EXPECT_EQ(model.audioType(), 3);
         EXPECT_FALSE(text->isHidden());
         EXPECT_EQ(text->toPlainText(), u"Dial 5"_s);
@@ -106,7 +104,7 @@ TEST_F(SettingsSheet, ShowsWhatTheModelHoldsAndAnUnknownAudioTypeAsNoChoice) {
         model.setPaticipantvideoOn(!on);
         model.setEnableJoinBeforeHost(on);
         model.setNotShowMeAgain(on);
-        sheets.getSchSettingWindowInArray(editor.id())->settingViewController()->initializeItems();
+        controller()->settingViewController()->initializeItems();
         for (const char *name :
              {"videoHostMatrixOn", "videoParticipantMatrixOff", "enableJBHButton", "notShowMeAgain"})
             EXPECT_EQ(find<QAbstractButton>(name)->isChecked(), on) << name;
@@ -115,8 +113,11 @@ TEST_F(SettingsSheet, ShowsWhatTheModelHoldsAndAnUnknownAudioTypeAsNoChoice) {
     }
     for (const char *name : {"telephonyButton", "voipButton", "bothButton", "thirdPartyAudioButton"})
         EXPECT_FALSE(find<QRadioButton>(name)->isChecked()) << name;
-    EXPECT_TRUE(find<QRadioButton>("thirdPartyAudioButton")->isHidden()) << "this user has none";
-    // The texts are the table's.
+    EXPECT_TRUE(find<QRadioButton>("thirdPartyAudioButton")->isHidden())
+        << "this user has no third-party audio";
+    // The texts come from the table.
+    for (const char *name : {"textVideoHost", "textVideoPaticipant"})
+        EXPECT_TRUE(find<QLabel>(name)->text().startsWith(u'[')) << name;
     EXPECT_TRUE(sheet()->windowTitle().startsWith(u'['));
     for (const QGroupBox *box : sheet()->findChildren<QGroupBox *>())
         EXPECT_TRUE(box->title().startsWith(u'[')) << qPrintable(box->objectName());
@@ -143,7 +144,7 @@ TEST_F(SettingsSheet, RefusesALongerPasswordAndLetsOneOfTheClientOnlyShrinkUntil
     vlSettingData &model = shownModel();
     model.setRequiredMeetingPassword(true);
     model.setMeetingPassword(u"123456789012"_s);
-    sheets.getSchSettingWindowInArray(editor.id())->settingViewController()->initializeItems();
+    controller()->settingViewController()->initializeItems();
     auto *password = find<QLineEdit>("passwordTextField");
     const auto types = [password](Qt::Key key) {
         QTest::keyClick(password, key);
@@ -176,23 +177,30 @@ TEST_F(SettingsSheet, HandsOnTheThirdPartyTextAsItCameUntilItIsEdited) {
     options->settingData().setThirdPartyAudio(came);
     find<QPlainTextEdit>("thirdPartyAudioTextField")->document()->setModified(false);
     options->initializeItems();
-    EXPECT_EQ(options->getSettingsData().value(vl_Setting_ThirdPartyAudio), came) << "it is not even shown";
+    EXPECT_EQ(options->getSettingsData().value(vl_Setting_ThirdPartyAudio), came)
+        << "the sheet does not show it";
 }
 
+// The workflow may close the editor at once.
 TEST_F(SettingsSheet, TellsTheWorkflowAndKeepsTheSettingsAfterContinue) {
+    const platform::ObserverId closer = platform::services().notifications->addObserver(
+        notify_SettingCommit, [this](const QString &, const QVariantMap &) {
+            platform::windowWillClose(editor.window);
+            editor.window->hide();
+        });
     show();
     click("requiredMeetingPswButton");
-    find<QLineEdit>("passwordTextField")->setText(u"abc"_s); // not by the user: no action yet
+    find<QLineEdit>("passwordTextField")->setText(u"abc"_s); // by program: the model does not know it yet
     click("buttonContinue");
-    EXPECT_FALSE(sheet()->isVisible());
-    ASSERT_EQ(commits.size(), 1);
-    EXPECT_EQ(commits.first(), (QVariantMap{{"VlUserOperator", "SettingCommit"},
+    platform::services().notifications->removeObserver(closer);
+    EXPECT_EQ(commits, QList<QVariantMap>({{{"VlUserOperator", "SettingCommit"},
                                             {"IsClickOkButton", true},
-                                            {"keyApptWindowID", editor.id()}}));
+                                            {"keyApptWindowID", editor.id()}}}));
     const QVariantMap saved =
         rt::mapValue(vlOLUtils::toArrayOrNSDictionary(vlOLUtils::readStrFromFile(profileFile())));
     EXPECT_EQ(saved.value(vl_Setting_MeetingPassword), u"abc"_s);
     EXPECT_TRUE(rt::boolValue(saved.value(vl_Setting_RequiredMPW)));
+    EXPECT_FALSE(sheets.hasSchSettingWindow(editor.id()));
 }
 
 TEST_F(SettingsSheet, KeepsNothingAfterCancelAndEscape) {
@@ -246,23 +254,12 @@ TEST_F(SettingsSheet, HasTheSettingsOfThePersonalMeetingAsLongAsThatIsChosen) {
     EXPECT_EQ(client.last().key, u"1234567890"_s);
 }
 
-TEST_F(SettingsSheet, CutsAPersonalMeetingThatDoesNotFitVisibly) {
-    VlSettingWindowController *controller = show();
-    controller->settingViewController()->settingData().setRoomMeetingId(QString(60, u'9'));
-    controller->initFields(false);
-    QApplication::processEvents();
-    const auto *choice = find<QCheckBox>("usePMI");
-    EXPECT_TRUE(choice->text().endsWith(QChar(0x2026)));
-    EXPECT_LE(choice->sizeHint().width(), choice->width());
-    EXPECT_EQ(choice->toolTip().count(u'9'), 60);
-}
-
 TEST_F(SettingsSheet, IsGoneWithItsWindowAndTellsNobody) {
     const QString id = editor.id();
     const VlSettingWindowController *first = show();
     QWidget another;
     another.show();
-    sheets.addSchSettingWindowToArray(id, {}, &another); // the identifier has come again
+    sheets.addSchSettingWindowToArray(id, {}, &another); // a new window with the same identifier
     EXPECT_NE(sheets.getSchSettingWindowInArray(id), first);
     EXPECT_EQ(sheets.getSchSettingWindowInArray(id)->parentWindow(), &another);
     sheets.addSchSettingWindowToArray(id, {}, editor.window);
@@ -274,34 +271,21 @@ TEST_F(SettingsSheet, IsGoneWithItsWindowAndTellsNobody) {
     EXPECT_TRUE(commits.isEmpty());
 }
 
-TEST_F(SettingsSheet, MayCloseItsOwnEditorByContinuing) {
-    const platform::ObserverId closer = platform::services().notifications->addObserver(
-        notify_SettingCommit, [this](const QString &, const QVariantMap &) {
-            platform::windowWillClose(editor.window);
-            editor.window->hide();
-        });
-    show();
-    click("buttonContinue");
-    platform::services().notifications->removeObserver(closer);
-    EXPECT_TRUE(vlIsFileExist(profileFile())) << "the rest of the commit was lost";
-    EXPECT_FALSE(sheets.hasSchSettingWindow(editor.id()));
-}
-
 TEST_F(SettingsSheet, IsModalForItsWindowAndStartsWithNoControlFocused) {
     show();
     EXPECT_EQ(sheet()->windowModality(), Qt::WindowModal);
     ASSERT_TRUE(QTest::qWaitForWindowActive(sheet()));
     QApplication::processEvents(); // the toolkit looks for a control to focus when the window is active
     ASSERT_EQ(QApplication::focusWidget(), sheet());
-    const QVariantMap before = sheets.getSchSettingWindowInArray(editor.id())->getVlSettingsData();
+    const QVariantMap before = controller()->getVlSettingsData();
     QTest::keyClick(sheet(), Qt::Key_Space);
-    EXPECT_EQ(sheets.getSchSettingWindowInArray(editor.id())->getVlSettingsData(), before);
+    EXPECT_EQ(controller()->getVlSettingsData(), before);
     QTest::keyClick(sheet(), Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), find<QRadioButton>("videoHostMatrixOn"));
     EXPECT_TRUE(find<QPushButton>("buttonContinue")->isDefault());
 }
 
-// In the edition that schedules for others.
+// The edition that schedules for others.
 class OnBehalf : public SettingsSheet {
 protected:
     void SetUp() override {
@@ -339,7 +323,8 @@ TEST_F(OnBehalf, TheSheetGrowsDownwardsByABannerWithTheName) {
     show();
     EXPECT_EQ(sheet()->height(), small.height() + banner()->minimumHeight());
 
-    editor.account.values["emailAddress"] = u"stranger@example.com"_s; // for whom the user may not schedule
+    editor.account.values["emailAddress"] =
+        u"stranger@example.com"_s; // the user may not schedule for this person
     show();
     EXPECT_TRUE(banner()->isHidden());
     EXPECT_EQ(sheet()->geometry(), small);

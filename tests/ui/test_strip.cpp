@@ -26,14 +26,6 @@ void forgetLastCommand() {
     vlMeetingMgr::sharedInstance().setMeetingAction(MeetingCommand::CmdNone);
 }
 
-void holdMeeting(const QString &key) {
-    vlMeetingDataMgr::sharedInstance().setMeetingKey(key);
-}
-
-vlActionAdditionViewMonitor &monitor() {
-    return vlActionAdditionViewMonitor::sharedInstance();
-}
-
 QStringList echoes(QStringList keys) {
     for (QString &key : keys)
         key = echo(key);
@@ -46,26 +38,22 @@ QStringList echoes(QStringList keys) {
 class Strip : public UiTest {};
 
 TEST_F(Strip, ShowsTheButtonsOfItsState) {
-    const struct {
-        StripState state;
-        bool audioConferences;
-        QStringList shown;
-    } cases[] = {
+    const std::tuple<StripState, bool, QStringList> cases[] = {
         {StripState::Hidden, true, {}},
         {StripState::NoMeeting, true, {addKey, audioKey}},
         {StripState::NoMeeting, false, {addKey}},
         {StripState::MeetingAttached, true, {removeKey, settingsKey}},
-        {StripState(7), true, {removeKey, settingsKey}}, // as the state before it
+        {StripState(7), true, {removeKey, settingsKey}}, // unknown: as before
     };
     EditorWithStrip editor;
     editor.strip().onUIChanged(StripState::NoMeeting);
-    EXPECT_TRUE(shownButtons(editor.strip()).isEmpty()) << "knows no editor yet";
+    EXPECT_TRUE(shownButtons(editor.strip()).isEmpty()) << "the strip has no editor yet";
     editor.open();
-    for (const auto &row : cases) {
-        enableAudioConferences(row.audioConferences);
-        editor.strip().onUIChanged(row.state);
-        EXPECT_EQ(shownButtons(editor.strip()), echoes(row.shown)) << int(row.state);
-        EXPECT_EQ(editor.strip().uiStatus(), row.state);
+    for (const auto &[state, audioConferences, shown] : cases) {
+        enableAudioConferences(audioConferences);
+        editor.strip().onUIChanged(state);
+        EXPECT_EQ(shownButtons(editor.strip()), echoes(shown)) << int(state);
+        EXPECT_EQ(editor.strip().uiStatus(), state);
     }
     const std::pair<QString, QRectF> frames[] = {{addKey, {16, 12, 168, 60}},
                                                  {audioKey, {140, 12, 200, 60}},
@@ -73,49 +61,40 @@ TEST_F(Strip, ShowsTheButtonsOfItsState) {
                                                  {settingsKey, {16, 12, 110, 60}}};
     for (const auto &[key, frame] : frames)
         EXPECT_EQ(platform::bottomLeftFrame(button(editor.strip(), key)), frame) << qPrintable(key);
-}
-
-TEST_F(Strip, OfAnAppointmentThatTakesNoMeetingsNeverShowsAButton) {
-    for (const auto &[member, value] :
-         {std::pair{"isOccurrence", true}, {"isModifiedException", true}, {"isOwner", false}}) {
-        EditorWithStrip editor;
-        editor.event.values[member] = value;
-        editor.open();
-        EXPECT_FALSE(editor.strip().isSupportVela());
-        for (StripState state : {StripState::NoMeeting, StripState::MeetingAttached}) {
-            editor.strip().onUIChanged(state);
-            EXPECT_TRUE(shownButtons(editor.strip()).isEmpty());
-        }
-    }
+    EditorWithStrip ofAnother; // its appointment cannot have a meeting
+    ofAnother.event.values["isOwner"] = false;
+    ofAnother.open();
+    ofAnother.strip().onUIChanged(StripState::NoMeeting);
+    EXPECT_TRUE(shownButtons(ofAnother.strip()).isEmpty());
 }
 
 TEST_F(Strip, TellsWhatASaveNeeds) {
-    const struct {
+    using enum StripState;
+    struct Case {
         const char *what;
         bool meeting;
         StripState state;
-        bool cancelMode;
-        bool changed;
+        bool cancelMode, changed;
         DataStatus expected;
-    } cases[] = {
-        {"no meeting, state unknown, nothing before", false, StripState::Hidden, false, true,
-         DataStatus::None},
-        {"no meeting", false, StripState::NoMeeting, false, true, DataStatus::NothingToDo},
-        {"shown meeting is gone", false, StripState::MeetingAttached, false, true, DataStatus::NothingToSend},
-        {"no meeting, hidden: as before", false, StripState::Hidden, false, true, DataStatus::NothingToSend},
-        {"meeting, changed", true, StripState::MeetingAttached, false, true, DataStatus::UpdateMeeting},
-        {"meeting, unchanged", true, StripState::MeetingAttached, false, false, DataStatus::NothingToDo},
-        {"meeting, removed", true, StripState::NoMeeting, false, false, DataStatus::DeleteMeeting},
-        {"meeting, cancelled", true, StripState::MeetingAttached, true, true, DataStatus::DeleteMeeting},
+    };
+    const Case cases[] = {
+        {"no meeting, nothing shown before", false, Hidden, false, true, DataStatus::None},
+        {"no meeting", false, NoMeeting, false, true, DataStatus::NothingToDo},
+        {"shown meeting is gone", false, MeetingAttached, false, true, DataStatus::NothingToSend},
+        {"no meeting, hidden: as before", false, Hidden, false, true, DataStatus::NothingToSend},
+        {"meeting, changed", true, MeetingAttached, false, true, DataStatus::UpdateMeeting},
+        {"meeting, unchanged", true, MeetingAttached, false, false, DataStatus::NothingToDo},
+        {"meeting, removed", true, NoMeeting, false, false, DataStatus::DeleteMeeting},
+        {"meeting, cancelled", true, MeetingAttached, true, true, DataStatus::DeleteMeeting},
     };
     EditorWithStrip editor;
     editor.open();
-    EXPECT_EQ(editor.strip().getVlDataStatus(), DataStatus::NothingToDo) << "no adapter yet";
+    EXPECT_EQ(editor.strip().getVlDataStatus(), DataStatus::NothingToDo) << "the strip has no adapter yet";
     editor.attach();
     for (const auto &row : cases) {
         vlMeetingDataMgr::sharedInstance().clearSavedMeetingData();
         if (row.meeting)
-            holdMeeting(u"key"_s);
+            vlMeetingDataMgr::sharedInstance().setMeetingKey(u"key"_s);
         editor.editor.values["isCancelMode"] = row.cancelMode;
         editor.editor.values["uncommittedChanges"] =
             row.changed ? QVariantMap{{"content.summary", "New"}} : QVariantMap{};
@@ -123,30 +102,8 @@ TEST_F(Strip, TellsWhatASaveNeeds) {
         EXPECT_EQ(int(editor.strip().getVlDataStatus()), int(row.expected)) << row.what;
     }
     editor.event.values["isOccurrence"] = true;
-    EXPECT_EQ(editor.strip().getVlDataStatus(), DataStatus::NothingToDo) << "takes no meetings";
-}
-
-TEST_F(Strip, OfTwoEditorsIsFoundByItsOwn) {
-    EditorWithStrip first;
-    EditorWithStrip second;
-    for (EditorWithStrip *each : {&second, &first}) {
-        vlActionAdditionView *strip = &each->strip();
-        EXPECT_EQ(monitor().getVlActionAdditionViewByEditorWinCtrl(each->editor.windowController()), strip);
-        EXPECT_EQ(monitor().getVlActionAdditionViewByEditorViewCtrl(&each->editor), strip);
-        EXPECT_EQ(monitor().getVlActionAdditionViewByECCalendarEvent(&each->event), strip);
-        EXPECT_EQ(monitor().getVlActionAdditionViewByApptWindowID(each->id()), strip);
-        EXPECT_EQ(monitor().getVlActionAdditionViewByWindowIdentify(each->id()), strip);
-        EXPECT_EQ(monitor().getVlActionAdditionViewByWindow(each->window), strip);
-        EXPECT_EQ(strip->getAppointmentWindowID(), each->id());
-    }
-    QWidget stranger;
-    EXPECT_EQ(monitor().getVlActionAdditionViewByWindow(&stranger), nullptr);
-    EXPECT_EQ(monitor().getVlActionAdditionViewByApptWindowID(QString()), nullptr);
-    EXPECT_EQ(monitor().getVlActionAdditionViewByEditorWinCtrl(nullptr), nullptr);
-    const QString id = first.id();
-    delete first.window; // without a word
-    EXPECT_EQ(monitor().getVlActionAdditionViewByApptWindowID(id), nullptr);
-    EXPECT_EQ(monitor().getVlActionAdditionViewByEditorViewCtrl(&first.editor), nullptr);
+    EXPECT_EQ(editor.strip().getVlDataStatus(), DataStatus::NothingToDo)
+        << "a single day of a series has no meeting";
 }
 
 TEST_F(Strip, LeavesAtOnceWhenItsWindowClosesAndReportsItAMomentLater) {
@@ -157,10 +114,12 @@ TEST_F(Strip, LeavesAtOnceWhenItsWindowClosesAndReportsItAMomentLater) {
     const QString id = editor.id();
     for (const EditorWithStrip *each : {&editor, &other})
         each->context()->meetingKey = u"key"_s;
+    const auto &registry = vlActionAdditionViewMonitor::sharedInstance();
+    EXPECT_EQ(registry.getVlActionAdditionViewByApptWindowID(id), &editor.strip());
     editor.editor.close();
     EXPECT_FALSE(editor.hasStrip());
     EXPECT_TRUE(other.hasStrip());
-    EXPECT_EQ(monitor().getVlActionAdditionViewByApptWindowID(id), nullptr);
+    EXPECT_EQ(registry.getVlActionAdditionViewByApptWindowID(id), nullptr);
 
     desktop.runLoop->advance(0.009);
     EXPECT_FALSE(editor.context()->meetingKey.isEmpty());
@@ -177,20 +136,18 @@ TEST_F(Strip, OfAStoredMeetingShowsItAndLetsTheHostSave) {
     EXPECT_EQ(vlMeetingDataMgr::sharedInstance().encodeMailBody(), u"digest"_s);
     EXPECT_EQ(vlMeetingDataMgr::sharedInstance().getSavedApptInfo().value(vl_ApptInfo_Subject), u"Review"_s);
     EXPECT_EQ(editor.strip().uiStatus(), StripState::MeetingAttached);
-    editor.open(); // again, as by a second double click
+    editor.open(); // a second double click
     EXPECT_EQ(editor.editor.called, QStringList{hostSave});
-}
 
-TEST_F(Strip, SurvivesAHostThatClosesTheEditorInItsSave) {
-    EditorWithStrip editor;
-    editor.event.values["olmUCCapabilities"] = uR"({"meetingKey": "k1"})"_s;
-    fakehost::during() = [&editor] {
-        if (editor.editor.called.contains(hostSave) && editor.hasStrip())
-            editor.editor.close();
+    EditorWithStrip closing; // by the host, while it saves
+    closing.event.values = editor.event.values;
+    fakehost::during() = [&closing] {
+        if (closing.editor.called.contains(hostSave) && closing.hasStrip())
+            closing.editor.close();
     };
-    editor.open();
+    closing.open();
     fakehost::during() = nullptr;
-    EXPECT_FALSE(editor.hasStrip());
+    EXPECT_FALSE(closing.hasStrip());
 }
 
 TEST_F(Strip, ConsumesWhatTheToolBarHasLeftForTheNextEditor) {
@@ -285,7 +242,7 @@ TEST_F(Strip, CanBeUsedByKeyboardAlone) {
     editor.editor.locationField()->setFocus();
     const QImage unmarked = add->grab().toImage();
     add->setFocus(Qt::TabFocusReason);
-    EXPECT_NE(add->grab().toImage(), unmarked) << "the focus is not to be seen";
+    EXPECT_NE(add->grab().toImage(), unmarked) << "the focus is not visible";
     QTest::keyClick(add, Qt::Key_Return);
     EXPECT_EQ(lastCommand(), MeetingCommand::CmdAddMeeting);
     QTest::keyClick(add, Qt::Key_Tab);
@@ -296,7 +253,7 @@ TEST_F(Strip, CanBeUsedByKeyboardAlone) {
         audio->menu()->close();
     }
     editor.strip().onUIChanged(StripState::MeetingAttached);
-    EXPECT_TRUE(button(editor.strip(), settingsKey)->hasFocus()) << "the focus went with the hidden button";
+    EXPECT_TRUE(button(editor.strip(), settingsKey)->hasFocus()) << "the hidden button took the focus away";
     editor.editor.locationField()->setFocus();
     editor.strip().onUIChanged(StripState::NoMeeting);
     EXPECT_TRUE(editor.editor.locationField()->hasFocus());

@@ -42,22 +42,18 @@ TEST_F(ToolbarItems, AreMadeOnceAndNoOtherIdentifierHasOne) {
     EXPECT_EQ(manager.itemFor(QString()), nullptr);
 }
 
-TEST_F(ToolbarItems, SayThatTheSystemIsTooOldAndWorkOn) {
+TEST_F(ToolbarItems, AreUsableWhileTheHostIsSupportedEvenIfTheSystemIsTooOld) {
     desktop.workspace->version = 0x1060;
     VlToolbarItem *item = manager.VLOpenLogFolderToolbarItem();
     EXPECT_EQ(item->toolTip(),
               "Your version of OS is not supported. Please upgrade your OS version to 10.6 later.");
-    item->perform(nullptr);
-    EXPECT_EQ(desktop.workspace->opened, QStringList{vlCommon::getDocumentOutlookPluginRootPath()});
-}
-
-TEST_F(ToolbarItems, AreUsableWhileTheHostIsSupported) {
-    VlToolbarItem *item = manager.VLScheduleToolbarItem();
     item->validate();
     EXPECT_FALSE(item->isEnabled());
     installHost(desktop, u"14.1.4"_s);
     item->validate();
     EXPECT_TRUE(item->isEnabled());
+    item->perform(nullptr);
+    EXPECT_EQ(desktop.workspace->opened, QStringList{vlCommon::getDocumentOutlookPluginRootPath()});
 }
 
 TEST_F(ToolbarItems, OfferTheStartWithoutVideoOnlyOfAClientThatCan) {
@@ -67,7 +63,7 @@ TEST_F(ToolbarItems, OfferTheStartWithoutVideoOnlyOfAClientThatCan) {
     EXPECT_TRUE(choice(item, 0)->isEnabled());
     EXPECT_FALSE(choice(item, 1)->isEnabled());
     ScriptedClient client(desktop);
-    item->menu()->aboutToShow(); // the client was updated meanwhile
+    item->menu()->aboutToShow(); // the client has been updated
     EXPECT_TRUE(choice(item, 1)->isEnabled());
     for (const bool withVideo : {true, false}) {
         choice(item, withVideo ? 0 : 1)->trigger();
