@@ -7,17 +7,14 @@
 #include "plugin/util/vlPluginBuildMgr.h"
 #include "tests/support/TestServices.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTimeZone>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 
 TEST(Texts, EachTrimTakesWhatItsNameSays) {
-    struct Case {
-        QString text, all, ends, endsAndLines;
-    };
-    const Case cases[] = {
+    const std::tuple<QString, QString, QString, QString> cases[] = {
         {"  x y  z ", "xyz", "x y  z", "x y  z"},
         {" x y\n", "xy\n", "x y\n", "x y"},
         {"\t\n x\t", "x", "\n x", "x"},
@@ -25,11 +22,11 @@ TEST(Texts, EachTrimTakesWhatItsNameSays) {
         {u"\u00a0x\u2028"_s, u"x\u2028"_s, u"x\u2028"_s, "x"},
         {" ", "", "", ""},
     };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(qPrintable(c.text));
-        EXPECT_EQ(vlOLUtils::trimAllSpace(c.text), c.all);
-        EXPECT_EQ(vlOLUtils::trimRLSpace(c.text), c.ends);
-        EXPECT_EQ(vlOLUtils::trimAllSpaceAndNewLine(c.text), c.endsAndLines);
+    for (const auto &[text, all, ends, endsAndLines] : cases) {
+        SCOPED_TRACE(qPrintable(text));
+        EXPECT_EQ(vlOLUtils::trimAllSpace(text), all);
+        EXPECT_EQ(vlOLUtils::trimRLSpace(text), ends);
+        EXPECT_EQ(vlOLUtils::trimAllSpaceAndNewLine(text), endsAndLines);
     }
     for (const auto trim :
          {&vlOLUtils::trimAllSpace, &vlOLUtils::trimRLSpace, &vlOLUtils::trimAllSpaceAndNewLine})
@@ -59,15 +56,11 @@ TEST(Json, ARecordComesBackAsItWentOutWithoutWhatHasNoValue) {
 }
 
 TEST(Json, OnlyDictionariesAndArraysOfJsonValuesAreWritten) {
-    const rt::Value refused[] = {rt::Value(),
-                                 rt::nullMarker(),
-                                 u"bare"_s,
-                                 7,
-                                 QVariantMap{{"zone", QVariant::fromValue(QTimeZone::utc())}},
-                                 QVariantMap{{"deep", QVariantList{QVariantMap{{"bytes", QByteArray("x")}}}}},
-                                 QVariantMap{{"number", std::numeric_limits<double>::quiet_NaN()}},
-                                 QVariantList{std::numeric_limits<double>::infinity()}};
-    for (const rt::Value &value : refused) {
+    const QVariant zone = QVariant::fromValue(QTimeZone::utc());
+    for (const rt::Value &value :
+         {rt::Value(), rt::nullMarker(), rt::Value(u"bare"_s), rt::Value(7),
+          rt::Value(QVariantMap{{"deep", QVariantList{QVariantMap{{"zone", zone}}}}}),
+          rt::Value(QVariantList{QByteArray("x")}), rt::Value(QVariantList{std::nan("")})}) {
         EXPECT_TRUE(vlOLUtils::toJSONString(value).isNull()) << value.typeName();
         EXPECT_TRUE(vlOLUtils::toJSONData(value).isNull());
     }
