@@ -61,7 +61,7 @@ void ToolbarAction::fill() {
     setToolTip(m_item->toolTip());
     setEnabled(m_item->isEnabled());
     if (auto *button = qobject_cast<QToolButton *>(m_toolbar->widgetForAction(this))) {
-        button->setObjectName(m_item->controlName());
+        button->setObjectName(m_item->itemIdentifier());
         button->setAccessibleName(withoutMnemonic(m_item->label()));
         button->setAccessibleDescription(m_item->toolTip());
         button->setFocusPolicy(Qt::TabFocus);
@@ -83,7 +83,7 @@ ToolbarViewCell::ToolbarViewCell(ToolbarItem *item, QWidget *view, QToolBar *too
 void ToolbarViewCell::fill() {
     if (!m_view)
         return;
-    m_view->setObjectName(m_item->controlName());
+    m_view->setObjectName(m_item->itemIdentifier());
     m_item->fillView(m_view);
     if (auto *button = qobject_cast<QAbstractButton *>(m_view.data()))
         button->setShortcut(QKeySequence::mnemonic(m_item->label()));

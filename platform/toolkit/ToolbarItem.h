@@ -38,6 +38,7 @@ public:
     explicit ToolbarItem(const QString &identifier, rt::Class *isa = nullptr);
     ~ToolbarItem() override;
 
+    // Also the object name of the item's control in each tool-bar.
     [[nodiscard]] const QString &itemIdentifier() const { return m_identifier; }
 
     // Shown below the image; "&" marks a mnemonic.
@@ -52,11 +53,6 @@ public:
     void setImage(const QIcon &image);
     [[nodiscard]] bool isEnabled() const { return m_enabled; }
     void setEnabled(bool enabled) { set(m_enabled, enabled); }
-    // The object name of the item's control in each tool-bar; the identifier unless set.
-    [[nodiscard]] const QString &controlName() const {
-        return m_controlName.isEmpty() ? m_identifier : m_controlName;
-    }
-    void setControlName(const QString &name) { set(m_controlName, name); }
 
     void setAction(Action action) { m_action = std::move(action); } // without an action a click does nothing
     void perform(QWidget *sender);                                  // runs the action if the item is enabled
@@ -90,7 +86,6 @@ private:
     QString m_label;
     QString m_paletteLabel;
     QString m_toolTip;
-    QString m_controlName;
     QIcon m_image;
     bool m_enabled = true;
     Action m_action;
