@@ -174,7 +174,7 @@ TEST_F(EditorTest, TheHeaderOfEachGenerationLeavesRoomAtTheBottomRightAndShowsIt
                                                std::pair("15.9", newer), std::pair("16", newer)}) {
         startHost(QString::fromLatin1(version));
         open(u"plan@example.com"_s);
-        auto *header = find<HeaderView>(controls::editorHeader);
+        auto *header = window->findChild<HeaderView *>();
         EXPECT_EQ(header->isa()->name(), headerClass);
         for (const bool zone : {false, true}) {
             if (zone)

@@ -39,7 +39,6 @@ inline const QString weekViewAction = u"weekViewAction"_s;
 inline const QString customizeToolBarAction = u"customizeToolBarAction"_s;
 
 // Editor.
-inline const QString editorHeader = u"editorHeader"_s;
 inline const QString fromChooser = u"fromChooser"_s;
 inline const QString subjectField = u"subjectField"_s;
 inline const QString locationField = u"locationField"_s;

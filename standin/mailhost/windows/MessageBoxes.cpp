@@ -16,24 +16,18 @@ QMessageBox *showMessage(QWidget *parent, const QString &text, const QString &de
     box->setWindowTitle(QApplication::applicationDisplayName());
     box->setText(u"<b>"_s + text.toHtmlEscaped() + u"</b>"_s);
     box->setInformativeText(detail);
-    QList<std::pair<QAbstractButton *, std::function<void()>>> answers;
     for (const MessageChoice &choice : choices) {
         QPushButton *button = box->addButton(choice.text, choice.role);
         button->setObjectName(choice.name);
-        answers.append({button, choice.chosen});
+        if (choice.chosen) // after the message's own slot, which closes it
+            QObject::connect(button, &QPushButton::clicked, box, choice.chosen);
         const bool accepts = choice.role == QMessageBox::AcceptRole;
         if (choice.role == QMessageBox::RejectRole)
             box->setEscapeButton(button);
         if (accepts || (choice.role == QMessageBox::RejectRole && !box->defaultButton()))
             box->setDefaultButton(button);
     }
-    platform::beginSheet(box, parent, [box, answers](int) {
-        const QAbstractButton *clicked = box->clickedButton();
-        box->deleteLater();
-        for (const auto &[button, chosen] : answers)
-            if (button == clicked && chosen)
-                chosen();
-    });
+    platform::beginSheet(box, parent, [box](int) { box->deleteLater(); });
     return box;
 }
 

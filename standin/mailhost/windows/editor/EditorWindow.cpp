@@ -240,10 +240,8 @@ void EditorWindow::closeNow() {
 }
 
 void EditorWindow::closeEvent(QCloseEvent *event) {
-    if (m_closed) {
-        event->accept();
+    if (m_closed)
         return;
-    }
     event->ignore();
     if (!m_controller->isDirty() || !m_controller->canEdit())
         return closeNow();
@@ -253,12 +251,6 @@ void EditorWindow::closeEvent(QCloseEvent *event) {
         else
             closeLater();
     });
-}
-
-void EditorWindow::changeEvent(QEvent *event) {
-    QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && isActiveWindow() && m_controller && !m_closed)
-        m_controller->attachBodyEditor();
 }
 
 namespace {

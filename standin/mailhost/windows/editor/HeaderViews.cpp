@@ -1,7 +1,6 @@
 #include "standin/mailhost/windows/editor/HeaderViews.h"
 
 #include "standin/mailhost/model/Bind.h"
-#include "standin/mailhost/windows/ControlNames.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -43,7 +42,6 @@ HeaderView::HeaderView(rt::Class *isa, bool newerGeneration)
     : HostView(isa, 0)
     , m_newerGeneration(newerGeneration)
     , m_layout(new QVBoxLayout(this)) {
-    setObjectName(controls::editorHeader);
     m_layout->setContentsMargins(12, 10, 12, 10);
     m_layout->setSpacing(4);
 }

@@ -44,6 +44,8 @@ GridSurface::GridSurface(std::shared_ptr<const GridScene> scene, QWidget *grid)
 
 EventTileView *GridSurface::newTile(bool ghost) {
     EventTileView *tile = EventTileView::make(this, m_scene, ghost);
+    if (ghost)
+        return tile;
     connect(tile, &EventTileView::focused, this, [this, tile] { Q_EMIT reached(tile->piece().occurrence); });
     connect(tile, &EventTileView::pressed, this, [this, tile] {
         Q_EMIT reached(tile->piece().occurrence);
@@ -111,7 +113,14 @@ void GridSurface::setHovered(EventTileView *tile) {
     showPlace();
 }
 
-void GridSurface::showGhost(const Occurrence &dragged) {
+void GridSurface::follow(const QPoint &point) {
+    const TimeSpan span = draggedSpan(m_hold->start, placeAt(point));
+    if (span == m_hold->span)
+        return;
+    m_hold->span = span;
+    Occurrence dragged = m_hold->start.occurrence;
+    dragged.start = span.start;
+    dragged.end = span.end;
     hideGhost();
     for (GridPiece piece : layOut({dragged}, m_scene->first, m_scene->days).pieces) {
         if (piece.allDay) // in the line of the bar that is being dragged
@@ -186,17 +195,6 @@ void GridSurface::hover(const QPoint &point) {
     const Hit hit = hitAt(point);
     setHovered(hit.tile);
     setCursor(hit.grip == Grip::Body ? Qt::ArrowCursor : isAllDay() ? Qt::SizeHorCursor : Qt::SizeVerCursor);
-}
-
-void GridSurface::follow(const QPoint &point) {
-    const TimeSpan span = draggedSpan(m_hold->start, placeAt(point));
-    if (span == m_hold->span)
-        return;
-    m_hold->span = span;
-    Occurrence ghost = m_hold->start.occurrence;
-    ghost.start = span.start;
-    ghost.end = span.end;
-    showGhost(ghost);
 }
 
 void GridSurface::mouseReleaseEvent(QMouseEvent *event) {

@@ -68,9 +68,7 @@ private:
     [[nodiscard]] ClockPlace slotAt(const QPoint &point) const;
     void hover(const QPoint &point);
     void setHovered(EventTileView *tile);
-    void follow(const QPoint &point);
-    // Shows the appointment at the dragged position and dims its tiles.
-    void showGhost(const Occurrence &dragged);
+    void follow(const QPoint &point); // shows the appointment where it is dragged
     void hideGhost();
 
     std::shared_ptr<const GridScene> m_scene;

@@ -4,7 +4,6 @@
 #include "standin/mailhost/model/CalendarDate.h"
 #include "standin/mailhost/store/ConferenceLink.h"
 #include "standin/mailhost/windows/ControlNames.h"
-#include "standin/mailhost/windows/JoinLink.h"
 #include "standin/mailhost/windows/editor/EditorWindow.h"
 #include "standin/mailhost/windows/grid/EventTileView.h"
 
@@ -55,10 +54,6 @@ QString AppointmentCommands::joinLink() const {
         return {};
     const Appointment appointment = selected->appointment();
     return linkToOpen(appointment.location, appointment.ucCapabilities, selected->conferenceLink());
-}
-
-void AppointmentCommands::join() {
-    openJoinLink(m_window, joinLink());
 }
 
 void AppointmentCommands::renameTo(const QString &subject) {
@@ -121,12 +116,20 @@ void AppointmentCommands::deleteSelected() {
                              [deleted] { rt::send(deleted.get(), "deleteEventNow"); }};
     };
     if (day->instanceId().isEmpty())
-        return m_window->ask(tr("Delete “%1”?").arg(subject), detail,
-                             {choice(controls::deleteConfirmButton, tr("&Delete"), day)});
+        return ask(tr("Delete “%1”?").arg(subject), detail,
+                   {choice(controls::deleteConfirmButton, tr("&Delete"), day)});
     const auto series = std::make_shared<CalendarEvent>(day->session(), day->UUID(), QString(), false);
-    m_window->ask(tr("Delete this day of “%1”, or the whole series?").arg(subject), detail,
-                  {choice(controls::deleteConfirmButton, tr("&Delete this day"), day),
-                   choice(controls::deleteSeriesButton, tr("Delete the &series"), series)});
+    ask(tr("Delete this day of “%1”, or the whole series?").arg(subject), detail,
+        {choice(controls::deleteConfirmButton, tr("&Delete this day"), day),
+         choice(controls::deleteSeriesButton, tr("Delete the &series"), series)});
+}
+
+void AppointmentCommands::ask(const QString &question, const QString &detail,
+                              const QList<MessageChoice> &choices) {
+    if (m_question)
+        m_question->deleteLater();
+    const MessageChoice keep{{}, tr("&Keep"), QMessageBox::RejectRole, {}};
+    m_question = showMessage(m_window, question, detail, choices + QList<MessageChoice>{keep});
 }
 
 void AppointmentCommands::cancelSelected() {
@@ -137,27 +140,17 @@ void AppointmentCommands::cancelSelected() {
         showErrorMessage(m_window, tr("Only a meeting that you organize can be cancelled."));
         return;
     }
-    m_window->ask(tr("Cancel the meeting “%1”?").arg(subjectOf(*cancelled)),
-                  tr("The attendees are told, and it is taken out of the calendar."),
-                  {{controls::deleteConfirmButton, tr("&Cancel the meeting"), QMessageBox::DestructiveRole,
-                    [this, cancelled] {
-                        rt::send(cancelled.get(), "cancelMeetingInWindow:", rt::fromWidget(m_window));
-                    }},
-                   {controls::cancelWithMessageButton, tr("&Write a message first…"),
-                    QMessageBox::DestructiveRole, [cancelled] {
-                        rt::send(editorWindowClass(), "showCancellationWindowForMeeting:",
-                                 rt::fromObject(cancelled->copy().release()));
-                    }}});
-}
-
-void AppointmentCommands::undo() {
-    if (session() && !session()->undoText().isNull())
-        tell(session()->undo());
-}
-
-void AppointmentCommands::redo() {
-    if (session() && !session()->redoText().isNull())
-        tell(session()->redo());
+    ask(tr("Cancel the meeting “%1”?").arg(subjectOf(*cancelled)),
+        tr("The attendees are told, and it is taken out of the calendar."),
+        {{controls::deleteConfirmButton, tr("&Cancel the meeting"), QMessageBox::DestructiveRole,
+          [this, cancelled] {
+              rt::send(cancelled.get(), "cancelMeetingInWindow:", rt::fromWidget(m_window));
+          }},
+         {controls::cancelWithMessageButton, tr("&Write a message first…"), QMessageBox::DestructiveRole,
+          [cancelled] {
+              rt::send(editorWindowClass(),
+                       "showCancellationWindowForMeeting:", rt::fromObject(cancelled->copy().release()));
+          }}});
 }
 
 void AppointmentCommands::tell(bool done) {

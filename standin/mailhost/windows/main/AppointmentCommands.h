@@ -1,6 +1,8 @@
 // The user's commands for the selected appointment of a calendar view, by mouse or keyboard.
 #pragma once
 
+#include "standin/mailhost/windows/JoinLink.h"
+#include "standin/mailhost/windows/MessageBoxes.h"
 #include "standin/mailhost/windows/grid/GridController.h"
 #include "standin/mailhost/windows/main/MainWindow.h"
 
@@ -17,7 +19,7 @@ public:
     void openSelected();
     void openSeries(); // of the selected day; the appointment itself if it does not recur
     [[nodiscard]] QString joinLink() const; // of the selected appointment; empty if there is none
-    void join();
+    void join() { openJoinLink(m_window, joinLink()); }
     void renameSelected() { m_window->calendar()->beginRename(); }
     // Moves start and end by these seconds; for an all-day appointment by a day in that direction. Does
     // nothing if the rest would be too short.
@@ -25,8 +27,8 @@ public:
     void moveByDays(int days);
     void deleteSelected();
     void cancelSelected();
-    void undo();
-    void redo();
+    void undo() { tell(session()->undo()); }
+    void redo() { tell(session()->redo()); }
 
     // Carry out the mouse's gestures.
     void moveTo(const QDateTime &start);
@@ -37,9 +39,12 @@ private:
     [[nodiscard]] CalendarEvent *selectedEvent() const;
     [[nodiscard]] CalendarSession *session() const { return m_grid->controller()->session(); }
     void tell(bool done); // if not done, shows the reason
+    // With an additional button that does nothing. Closes a question that is still open.
+    void ask(const QString &question, const QString &detail, const QList<MessageChoice> &choices);
 
     MainWindow *m_window;
     GridViewWrapper *m_grid;
+    QPointer<QMessageBox> m_question;
 };
 
 } // namespace mailhost

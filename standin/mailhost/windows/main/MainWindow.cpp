@@ -54,13 +54,6 @@ void MainWindow::showTitle(const QString &days, const QString &file) {
                                   : file + u" — "_s + QApplication::applicationDisplayName());
 }
 
-void MainWindow::ask(const QString &question, const QString &detail, const QList<MessageChoice> &choices) {
-    if (m_question)
-        m_question->deleteLater();
-    const MessageChoice keep{{}, tr("&Keep"), QMessageBox::RejectRole, {}};
-    m_question = showMessage(this, question, detail, choices + QList<MessageChoice>{keep});
-}
-
 void MainWindow::closeEvent(QCloseEvent *event) {
     event->accept();
     if (m_closed)

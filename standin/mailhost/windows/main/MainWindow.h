@@ -2,7 +2,6 @@
 #pragma once
 
 #include "platform/toolkit/Toolbar.h"
-#include "standin/mailhost/windows/MessageBoxes.h"
 #include "standin/mailhost/windows/grid/CalendarGrid.h"
 
 #include <QAction>
@@ -30,9 +29,6 @@ public:
     // The command of that name, or nullptr.
     [[nodiscard]] QAction *command(const QString &name) const { return findChild<QAction *>(name); }
 
-    // Asks a question, with an additional button that does nothing. Closes a question that is still open.
-    void ask(const QString &question, const QString &detail, const QList<MessageChoice> &choices);
-
 Q_SIGNALS:
     // Emitted after the window is closed and hidden; it still exists.
     void closed();
@@ -44,7 +40,6 @@ private:
     platform::Toolbar *m_toolBar;
     QLabel *m_title;
     CalendarGrid *m_calendar;
-    QPointer<QMessageBox> m_question;
     bool m_closed = false;
 };
 

@@ -200,11 +200,11 @@ void MainWindowController::buildEditMenu() {
 void MainWindowController::buildViewMenu() {
     QMenu *view = m_window->menuBar()->addMenu(tr("&View"));
     m_window->addCommand(view, controls::todayAction, tr("&Today"), QKeySequence(tr("Ctrl+T")),
-                         [this] { goToToday(); });
+                         [this] { showDay(m_today()); });
     m_window->addCommand(view, controls::previousAction, tr("&Previous"), QKeySequence(tr("Ctrl+Left")),
-                         [this] { previousPage(); });
+                         [this] { turnPages(-1); });
     m_window->addCommand(view, controls::nextAction, tr("&Next"), QKeySequence(tr("Ctrl+Right")),
-                         [this] { nextPage(); });
+                         [this] { turnPages(1); });
     view->addSeparator();
     auto *extents = new QActionGroup(m_window.get());
     for (QAction *action :

@@ -35,9 +35,6 @@ public:
 
     void newAppointment();
     void newMeeting();
-    void goToToday() { showDay(m_today()); }
-    void previousPage() { turnPages(-1); }
-    void nextPage() { turnPages(1); }
 
     [[nodiscard]] rt::Value toolBarItem(const rt::Value &toolBar, const QString &identifier,
                                         bool willBeInserted);
