@@ -10,9 +10,7 @@ QString vlCommon::getDocumentOutlookPluginRootPath() {
 }
 
 void vlCommon::createDocumentOutlookPluginRootPath() {
-    const QString path = getDocumentOutlookPluginRootPath();
-    if (!vlIsFileExist(path))
-        vlCreateDirection(path);
+    vlCreateDirection(getDocumentOutlookPluginRootPath());
 }
 
 QString vlCommon::getUID() {

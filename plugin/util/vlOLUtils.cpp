@@ -1,7 +1,6 @@
 #include "plugin/util/vlOLUtils.h"
 
 #include "platform/runtime/Runtime.h"
-#include "platform/services/Services.h"
 #include "platform/services/propertylist/PropertyList.h"
 #include "platform/toolkit/Windows.h"
 

@@ -3,6 +3,7 @@
 
 #include "plugin/host/adapters/vlOLWordMailEditor.h"
 #include "plugin/link/clientCodes.h"
+#include "plugin/link/meetingCommand.h"
 #include "plugin/link/requests/RequestOwner.h"
 #include "plugin/workflow/PendingWriteBack.h"
 #include "plugin/workflow/vlMeetingState.h"

@@ -5,7 +5,6 @@
 #include "plugin/util/sharedObject.h"
 #include "plugin/workflow/vlActionResultMgr.h"
 
-#include <QString>
 #include <QVariantMap>
 
 class EditorStrip;

@@ -1,9 +1,9 @@
 // Handles meetings that the user moves, resizes, renames or deletes on the calendar grid.
 #pragma once
 
+#include "plugin/link/meetingCommand.h"
 #include "plugin/util/sharedObject.h"
 #include "plugin/workflow/vlActionResultMgr.h"
-#include "plugin/workflow/vlMeetingState.h"
 
 #include <QString>
 #include <QVariantMap>

@@ -1,8 +1,6 @@
 // The state of the meeting work.
 #pragma once
 
-#include "plugin/link/meetingCommand.h"
-
 #include <QtGlobal>
 
 // Decides what the next answer for an appointment does.

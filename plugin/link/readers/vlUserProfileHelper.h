@@ -6,7 +6,6 @@
 #include "plugin/util/sharedObject.h"
 
 #include <QString>
-#include <QVariantList>
 #include <QVariantMap>
 
 // Without a profile, or if the profile lacks the member, getters return null, empty, false or 0. Main thread

@@ -69,8 +69,6 @@ vlAPICommitMeeting::vlAPICommitMeeting(ClientAnswer answer, decltype(Kind::sendR
                                                : MeetingCommand::CmdScheduleMeeting) {}
 
 ClientError vlAPICommitMeeting::doAction(QWidget *window) {
-    if (!hasValidMeetingInfo())
-        return ClientError::None;
     const ClientError error = vlAPIBase::doAction(window);
     FinishReceiver *receiver = LinkPorts::instance().finishReceiver;
     if (error == ClientError::None && receiver) {

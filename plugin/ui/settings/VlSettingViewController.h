@@ -7,7 +7,6 @@
 
 #include <QObject>
 
-class QAbstractButton;
 class QCheckBox;
 class QGroupBox;
 class QLabel;

@@ -18,11 +18,6 @@ class QAction;
 
 class vlToolbarItemMgr : public SharedObject<vlToolbarItemMgr> {
 public:
-    // The plug-in uses the singleton; tests construct their own managers.
-    vlToolbarItemMgr() = default;
-    vlToolbarItemMgr(const vlToolbarItemMgr &) = delete;
-    vlToolbarItemMgr &operator=(const vlToolbarItemMgr &) = delete;
-
     // Each item is made on first use, serves all tool-bars and is owned by the manager.
     [[nodiscard]] VlToolbarItem *VLStartToolbarItem() { return itemFor(vlStartToolbarItemIdentifier); }
     [[nodiscard]] VlToolbarItem *VLScheduleToolbarItem() { return itemFor(vlScheduleToolbarItemIdentifier); }
