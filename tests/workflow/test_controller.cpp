@@ -239,3 +239,27 @@ TEST_F(Controller, SavingSendsTheCommandThatTheAppointmentNeeds) {
         EXPECT_EQ(saving.getActionResultWithCalEventEditorViewCtrl(editor.get()), !c.fails);
     }
 }
+
+TEST_F(Controller, AResizeOnTheCalendarSetsStartEndAndWholeMinutes) {
+    appointment->carriesTheMeeting(key, joinUrl);
+    FakeObject gridController("CCGridViewController", {{"view", rt::fromWidget(&mainWindow)},
+                                                       {"selectedEvent", rt::fromObject(appointment.get())}});
+    FakeObject grid("OLCalendarGridViewWrapper", {{"gridViewController", rt::fromObject(&gridController)}});
+    FakeDate noon("2026-11-24 12:00:00");
+    for (const auto &[seconds, duration, end] : {std::tuple{5400., "90", "2026-11-24 13:30:00"},
+                                                 {59.9, "0", "2026-11-24 12:00:59"},
+                                                 {-90., "-1", "2026-11-24 11:58:30"},
+                                                 {1e300, "35791394", nullptr}}) { // as far as 32 bits go
+        SCOPED_TRACE(seconds);
+        EXPECT_EQ(vlCalendarActionMgr::sharedInstance().updateDuration(&grid, &noon, seconds), 0);
+        const QVariantMap known = MeetingContext::all().back()->savedApptInfo;
+        const auto utc = [&known](const QString &member) {
+            return known.value(member).toMap().value(vl_ApptInfo_CalDate_UTCTime).toString();
+        };
+        EXPECT_EQ(known.value(vl_ApptInfo_Duration), duration);
+        EXPECT_EQ(utc(vl_ApptInfo_StartTime), "2026-11-24 12:00:00");
+        if (end) {
+            EXPECT_EQ(utc(vl_ApptInfo_EndTime), end);
+        }
+    }
+}
