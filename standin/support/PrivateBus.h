@@ -1,7 +1,8 @@
 // A session bus for the programs of one test or walk-through alone.
 #pragma once
 
-#include <QProcess>
+#include "standin/support/Child.h"
+
 #include <QTemporaryDir>
 
 namespace standin {
@@ -21,7 +22,7 @@ public:
 
 private:
     QTemporaryDir m_folder;
-    QProcess m_daemon;
+    Child m_daemon;
     QByteArray m_formerAddress;
 };
 

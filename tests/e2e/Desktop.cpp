@@ -117,7 +117,7 @@ bool Desktop::startClient() {
 }
 
 void Desktop::endClient() {
-    Child order;
+    standin::Child order;
     order.setProcessEnvironment(environment());
     ASSERT_TRUE(order.run(program("parlo-client"), {u"--tell"_s, u"exit"_s}));
     ASSERT_TRUE(waitFor([] { return !isClientRunning(); }));

@@ -88,8 +88,8 @@ private:
     QTemporaryDir m_folder;
     standin::PrivateBus m_bus;
     QList<Message> m_messages;
-    Child m_client;
-    Child m_host;
+    standin::Child m_client;
+    standin::Child m_host;
 };
 
 } // namespace e2e

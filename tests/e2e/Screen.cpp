@@ -5,8 +5,6 @@
 
 #include <QFile>
 #include <QPoint>
-#include <csignal>
-#include <sys/prctl.h>
 
 namespace e2e {
 
@@ -17,23 +15,6 @@ constexpr int width = 1280;
 constexpr int height = 1024;
 
 } // namespace
-
-Child::Child() {
-    setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
-}
-
-Child::~Child() {
-    kill();
-    waitForFinished();
-}
-
-bool Child::run(const QString &program, const QStringList &arguments) {
-    start(program, arguments);
-    if (waitForStarted())
-        return true;
-    qWarning("%s: %s", qPrintable(program), qPrintable(errorString()));
-    return false;
-}
 
 Screen &Screen::instance() {
     static Screen screen;
@@ -69,7 +50,7 @@ bool Screen::startWindowManager() {
 }
 
 QString Screen::xdotool(const QStringList &arguments, int *exitCode) {
-    Child process;
+    standin::Child process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"DISPLAY"_s, m_display);
     process.setProcessEnvironment(environment);

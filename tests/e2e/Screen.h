@@ -1,22 +1,14 @@
 // An X server with a window manager, its keyboard and its mouse, and what can be seen on it from outside.
 #pragma once
 
+#include "standin/support/Child.h"
+
 #include <QImage>
 #include <QMap>
-#include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
 
 namespace e2e {
-
-// A process that ends with this one, however this one ends.
-class Child : public QProcess {
-public:
-    Child();
-    ~Child() override;
-    // False when it does not start; then the test's log says why.
-    bool run(const QString &program, const QStringList &arguments);
-};
 
 class Screen {
 public:
@@ -47,8 +39,8 @@ private:
     QString xdotool(const QStringList &arguments, int *exitCode = nullptr);
 
     QTemporaryDir m_folder; // the server keeps the picture of the screen in a file there
-    Child m_server;
-    Child m_windowManager;
+    standin::Child m_server;
+    standin::Child m_windowManager;
     QString m_display;
     bool m_isThere = false;
 };
