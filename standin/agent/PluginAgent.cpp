@@ -1,6 +1,5 @@
 #include "standin/agent/PluginAgent.h"
 
-#include "platform/services/Services.h"
 #include "platform/services/propertylist/PropertyList.h"
 #include "standin/support/BusNames.h"
 
@@ -16,7 +15,8 @@ const QString ownClient = // below the home folder
     u"/Library/Application Support/Parlo Meetings/Parlo Meetings.app"_s;
 const QString startUrl = u"velamtg://meetings.parlo.example/start"_s;
 
-enum class Request { ClientVersion = 1, LaunchClient = 2 };
+const QString versionAction = u"1"_s;
+const QString launchAction = u"2"_s;
 
 // The client's bundle, searched in the places where the plug-in searches it; "" if there is none.
 QString clientBundle() {
@@ -29,19 +29,8 @@ QString clientBundle() {
     return services.workspace->pathForBundleIdentifier(names::client);
 }
 
-} // namespace
-
-PluginAgent::PluginAgent(QObject *parent)
-    : QObject(parent)
-    , m_observer(platform::services().distributedNotifications->addObserver(
-          names::requestsToAgent,
-          [](const QString &, const platform::TextMap &userInfo) { onRequest(userInfo); })) {}
-
-PluginAgent::~PluginAgent() {
-    platform::services().distributedNotifications->removeObserver(m_observer);
-}
-
-QString PluginAgent::clientVersion() {
+// Null without a client.
+QString clientVersion() {
     const QString bundle = clientBundle();
     if (bundle.isEmpty())
         return {};
@@ -49,36 +38,35 @@ QString PluginAgent::clientVersion() {
     return rt::textValue(rt::mapValue(platform::PropertyList::read(list)).value(u"CFBundleVersion"_s));
 }
 
-bool PluginAgent::launchClient() {
-    platform::Services &services = platform::services();
-    if (services.workspace->runningApplications().contains(names::client)) {
-        services.distributedNotifications->post(names::activation, QString(),
-                                                {{names::activationUrlKey, startUrl}}, true);
-        return true;
-    }
+void launchClient() {
+    if (standin::isRunning(names::client))
+        return standin::post(names::activation, {{names::activationUrlKey, startUrl}});
+    platform::Workspace &workspace = *platform::services().workspace;
     const QString bundle = clientBundle();
-    const QString executable = bundle.isEmpty() ? QString() : services.workspace->executablePath(bundle);
-    return !executable.isEmpty() && services.workspace->startProcess(executable, {startUrl});
+    const QString executable = bundle.isEmpty() ? QString() : workspace.executablePath(bundle);
+    if (!executable.isEmpty())
+        workspace.startProcess(executable, {startUrl});
 }
 
-void PluginAgent::onRequest(const platform::TextMap &userInfo) {
-    switch (userInfo.value(names::actionIdKey).toInt()) {
-    case int(Request::ClientVersion): {
-        const QString version = clientVersion();
-        if (!version.isEmpty())
-            platform::services().distributedNotifications->post(
-                names::answersOfAgent, QString(),
-                {{names::actionIdKey, QString::number(int(Request::ClientVersion))},
-                 {names::contentKey, version}},
-                true);
-        break;
-    }
-    case int(Request::LaunchClient):
-        launchClient();
-        break;
-    default:
-        break;
-    }
+void onRequest(const QString &actionId) {
+    if (actionId == launchAction)
+        return launchClient();
+    const QString version = actionId == versionAction ? clientVersion() : QString();
+    if (!version.isEmpty())
+        standin::post(names::answersOfAgent,
+                      {{names::actionIdKey, versionAction}, {names::contentKey, version}});
+}
+
+} // namespace
+
+PluginAgent::PluginAgent()
+    : m_observer(platform::services().distributedNotifications->addObserver(
+          names::requestsToAgent, [](const QString &, const platform::TextMap &userInfo) {
+              onRequest(userInfo.value(names::actionIdKey));
+          })) {}
+
+PluginAgent::~PluginAgent() {
+    platform::services().distributedNotifications->removeObserver(m_observer);
 }
 
 } // namespace pluginagent

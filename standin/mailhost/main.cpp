@@ -1,14 +1,15 @@
 #include "standin/mailhost/windows/HostApplication.h"
 #include "standin/mailhost/windows/MessageBoxes.h"
-#include "standin/program/Program.h"
+#include "standin/support/Program.h"
 
 #include <QApplication>
+#include <unistd.h>
 
 namespace {
 
 int refuseCalendar(const QString &problem) {
     program::complain(problem);
-    if (program::isReadOnTerminal())
+    if (::isatty(STDERR_FILENO) == 1) // the user reads it there
         return program::CannotOpen;
     QMessageBox::warning(nullptr, QGuiApplication::applicationDisplayName(),
                          QObject::tr("The calendar could not be opened.") + u"\n\n"_s + problem);

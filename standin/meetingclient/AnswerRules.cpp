@@ -1,6 +1,6 @@
 #include "standin/meetingclient/AnswerRules.h"
 
-#include "platform/Literals.h"
+#include <QHash>
 
 namespace meetingclient {
 
@@ -10,14 +10,11 @@ constexpr int longestDelay = 3'600'000;
 constexpr int mostRepetitions = 100;
 constexpr int hugeLength = 4 * 1024 * 1024;
 
-const struct {
-    const char *name;
-    Operation operation;
-} operationNames[] = {
+const QStringList kinds = {"delay", "drop", "repeat", "reorder", "corrupt", "error", "quit"};
+const QHash<QString, Operation> operations = {
     {"schedule", Operation::Schedule}, {"update", Operation::Update},   {"delete", Operation::Delete},
     {"get", Operation::Get},           {"profile", Operation::Profile}, {"accounts", Operation::Accounts},
 };
-
 const QStringList corruptions = {"truncate", "flip", "nul", "empty", "huge", "json", "base64"};
 
 QString corrupted(const QString &content, const QString &way) {
@@ -42,43 +39,30 @@ QString corrupted(const QString &content, const QString &way) {
 
 } // namespace
 
-std::optional<AnswerRules::Rule> AnswerRules::parse(QStringList words, QString *error) {
-    const auto refuse = [error](const QString &why) {
-        if (error)
-            *error = why;
-        return std::nullopt;
-    };
-    Rule rule{};
-    rule.line = words.join(u' ');
-    if (words.value(0) == QLatin1String("once")) {
-        rule.once = true;
+QString AnswerRules::parse(QStringList words, Rule *rule) {
+    rule->line = words.join(u' ');
+    rule->once = words.value(0) == QLatin1String("once");
+    if (rule->once)
         words.removeFirst();
-    }
-    static const QStringList kinds = {"delay", "drop", "repeat", "reorder", "corrupt", "error", "quit"};
     const qsizetype kind = kinds.indexOf(words.value(0));
     if (kind < 0)
-        return refuse(u"\"%1\" is not a rule. Rules: %2, clear."_s.arg(words.value(0), kinds.join(u", ")));
-    rule.kind = Kind(kind);
-    bool known = words.value(1) == QLatin1String("any");
-    for (const auto &entry : operationNames) {
-        if (words.value(1) == QLatin1String(entry.name)) {
-            rule.operation = entry.operation;
-            known = true;
-        }
-    }
-    if (!known)
-        return refuse(u"\"%1\" is not an operation. Operations: schedule, update, delete, get, profile, "
-                      "accounts, any."_s.arg(words.value(1)));
-    rule.text = words.mid(2).join(u' ');
+        return u"\"%1\" is not a rule. Rules: %2, clear."_s.arg(words.value(0), kinds.join(u", "));
+    rule->kind = Kind(kind);
+    if (operations.contains(words.value(1)))
+        rule->operation = operations[words[1]];
+    else if (words.value(1) != QLatin1String("any"))
+        return u"\"%1\" is not an operation. Operations: schedule, update, delete, get, profile, "
+               "accounts, any."_s.arg(words.value(1));
+    rule->text = words.mid(2).join(u' ');
     bool isNumber = false;
-    rule.number = rule.text.toInt(&isNumber);
-    if (rule.kind == Kind::Delay && (!isNumber || rule.number < 0 || rule.number > longestDelay))
-        return refuse(u"A delay is a number of milliseconds from 0 to %1."_s.arg(longestDelay));
-    if (rule.kind == Kind::Repeat && (!isNumber || rule.number < 2 || rule.number > mostRepetitions))
-        return refuse(u"An answer can be repeated 2 to %1 times."_s.arg(mostRepetitions));
-    if (rule.kind == Kind::Corrupt && !corruptions.contains(rule.text))
-        return refuse(u"Ways to corrupt an answer: %1."_s.arg(corruptions.join(u", ")));
-    return rule;
+    rule->number = rule->text.toInt(&isNumber);
+    if (rule->kind == Kind::Delay && (!isNumber || rule->number < 0 || rule->number > longestDelay))
+        return u"A delay is a number of milliseconds from 0 to %1."_s.arg(longestDelay);
+    if (rule->kind == Kind::Repeat && (!isNumber || rule->number < 2 || rule->number > mostRepetitions))
+        return u"An answer can be repeated 2 to %1 times."_s.arg(mostRepetitions);
+    if (rule->kind == Kind::Corrupt && !corruptions.contains(rule->text))
+        return u"Ways to corrupt an answer: %1."_s.arg(corruptions.join(u", "));
+    return {};
 }
 
 bool AnswerRules::add(const QString &line, QString *error) {
@@ -88,10 +72,13 @@ bool AnswerRules::add(const QString &line, QString *error) {
         clear();
         return true;
     }
-    const std::optional<Rule> rule = parse(words, error);
-    if (rule)
-        m_rules.append(*rule);
-    return rule.has_value();
+    Rule rule;
+    const QString problem = parse(words, &rule);
+    if (problem.isEmpty())
+        m_rules.append(rule);
+    else if (error)
+        *error = problem;
+    return problem.isEmpty();
 }
 
 QStringList AnswerRules::lines() const {
@@ -101,60 +88,52 @@ QStringList AnswerRules::lines() const {
     return result;
 }
 
-void AnswerRules::apply(const Rule &rule, QList<PlannedAnswer> &answers, bool *quit, bool *hold) {
-    switch (rule.kind) {
-    case Kind::Delay:
-        for (PlannedAnswer &planned : answers)
-            planned.delayMilliseconds += rule.number;
-        break;
-    case Kind::Drop:
-        answers.clear();
-        break;
-    case Kind::Repeat:
-        if (!answers.isEmpty())
-            answers.insert(answers.size(), rule.number - 1, answers.last());
-        break;
-    case Kind::Reorder:
-        *hold = true;
-        break;
-    case Kind::Corrupt:
-        for (PlannedAnswer &planned : answers)
-            planned.answer.content = corrupted(planned.answer.content, rule.text);
-        break;
-    case Kind::Error:
-        for (PlannedAnswer &planned : answers)
-            planned.answer.content = rule.text;
-        break;
-    case Kind::Quit:
-        answers.clear();
-        *quit = true;
-        break;
-    }
-}
-
-QList<PlannedAnswer> AnswerRules::plan(const Answer &answer, bool *quit) {
+std::optional<QList<PlannedAnswer>> AnswerRules::plan(const Answer &answer) {
     QList<PlannedAnswer> answers{{answer, 0}};
     bool hold = false;
-    *quit = false;
-    for (qsizetype i = 0; i < m_rules.size();) {
-        const Rule rule = m_rules[i];
-        if (rule.operation && *rule.operation != answer.operation) {
-            ++i;
-            continue;
+    bool quit = false;
+    const auto apply = [&](const Rule &rule) {
+        switch (rule.kind) {
+        case Kind::Delay:
+            for (PlannedAnswer &planned : answers)
+                planned.delayMilliseconds += rule.number;
+            break;
+        case Kind::Drop:
+            answers.clear();
+            break;
+        case Kind::Repeat:
+            if (!answers.isEmpty())
+                answers.insert(answers.size(), rule.number - 1, answers.last());
+            break;
+        case Kind::Reorder:
+            hold = true;
+            break;
+        case Kind::Corrupt:
+            for (PlannedAnswer &planned : answers)
+                planned.answer.content = corrupted(planned.answer.content, rule.text);
+            break;
+        case Kind::Error:
+            for (PlannedAnswer &planned : answers)
+                planned.answer.content = rule.text;
+            break;
+        case Kind::Quit:
+            quit = true;
+            break;
         }
-        apply(rule, answers, quit, &hold);
-        if (rule.once)
-            m_rules.removeAt(i);
-        else
-            ++i;
-    }
+    };
+    m_rules.removeIf([&](const Rule &rule) {
+        if (rule.operation && *rule.operation != answer.operation)
+            return false;
+        apply(rule);
+        return rule.once;
+    });
+    if (quit)
+        return std::nullopt;
     if (hold) {
         m_held += answers;
-        return {};
+        return QList<PlannedAnswer>();
     }
-    answers += m_held;
-    m_held.clear();
-    return answers;
+    return answers + std::exchange(m_held, {});
 }
 
 } // namespace meetingclient

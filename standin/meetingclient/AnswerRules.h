@@ -4,8 +4,6 @@
 
 #include "standin/meetingclient/MeetingService.h"
 
-#include <QList>
-#include <QString>
 #include <QStringList>
 
 namespace meetingclient {
@@ -36,21 +34,21 @@ public:
     void clear() { m_rules.clear(); }
     [[nodiscard]] QStringList lines() const;
 
-    // What to send for an answer, in order; may be empty. Sets `quit` if the client must end itself.
-    [[nodiscard]] QList<PlannedAnswer> plan(const Answer &answer, bool *quit);
+    // What to send for an answer, in order; may be empty. No value: the client must end itself.
+    [[nodiscard]] std::optional<QList<PlannedAnswer>> plan(const Answer &answer);
 
 private:
     enum class Kind { Delay, Drop, Repeat, Reorder, Corrupt, Error, Quit };
     struct Rule {
-        Kind kind;
+        Kind kind{};
         std::optional<Operation> operation; // none: any
         int number = 0;
         QString text;
         bool once = false;
         QString line;
     };
-    static std::optional<Rule> parse(QStringList words, QString *error);
-    static void apply(const Rule &rule, QList<PlannedAnswer> &answers, bool *quit, bool *hold);
+    // Fills the rule, or returns a sentence that says why not.
+    static QString parse(QStringList words, Rule *rule);
     QList<Rule> m_rules;
     QList<PlannedAnswer> m_held;
 };

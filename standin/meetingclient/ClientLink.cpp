@@ -1,8 +1,9 @@
 #include "standin/meetingclient/ClientLink.h"
 
-#include "platform/services/Services.h"
 #include "standin/meetingclient/People.h"
 #include "standin/support/BusNames.h"
+
+#include <QPointer>
 
 namespace meetingclient {
 
@@ -20,77 +21,77 @@ QString shortened(QString text) {
 
 } // namespace
 
-ClientLink::ClientLink(MeetingStore &store, MeetingService &service, AnswerRules &rules, QObject *parent)
-    : QObject(parent)
-    , m_store(store)
-    , m_service(service)
+ClientLink::ClientLink(MeetingStore &store, AnswerRules &rules)
+    : m_store(store)
     , m_rules(rules) {
-    platform::DistributedNotificationCenter &bus = *platform::services().distributedNotifications;
-    m_observers << bus.addObserver(
-        names::requestsToClient, [this](const QString &, const platform::TextMap &info) { onRequest(info); });
-    m_observers << bus.addObserver(
-        names::control, [this](const QString &, const platform::TextMap &info) { onControl(info); });
-    m_observers << bus.addObserver(names::activation, [this](const QString &, const platform::TextMap &info) {
-        Q_EMIT activated(info.value(names::activationUrlKey));
+    const auto observe = [this](const QString &name, std::function<void(const platform::TextMap &)> handler) {
+        m_observers << platform::services().distributedNotifications->addObserver(
+            name, [handler = std::move(handler)](const QString &, const platform::TextMap &info) {
+                handler(info);
+            });
+    };
+    observe(names::requestsToClient, [this](const platform::TextMap &info) {
+        onRequest(info.value(names::actionIdKey).toUInt(), info.value(names::contentKey));
     });
+    observe(names::control,
+            [this](const platform::TextMap &info) { onControl(info.value(names::controlRuleKey)); });
+    observe(names::activation,
+            [this](const platform::TextMap &info) { Q_EMIT activated(info.value(names::activationUrlKey)); });
 }
 
 ClientLink::~ClientLink() {
-    *m_alive = false;
     for (const platform::ObserverId observer : std::as_const(m_observers))
         platform::services().distributedNotifications->removeObserver(observer);
 }
 
-void ClientLink::onRequest(const platform::TextMap &userInfo) {
-    const quint32 actionId = userInfo.value(names::actionIdKey).toUInt();
-    const QString content = userInfo.value(names::contentKey);
+void ClientLink::onRequest(quint32 actionId, const QString &content) {
     Q_EMIT logged(u"← %1  %2"_s.arg(actionId).arg(shortened(content)));
-    const std::optional<Answer> answer = m_service.handle(actionId, content);
-    Q_EMIT meetingsChanged();
-    if (m_service.startedMeeting())
-        Q_EMIT instantMeetingStarted(m_service.startedMeeting()->withVideo,
-                                     m_service.startedMeeting()->joinUrl);
-    if (!answer)
+    const std::optional<Answer> result = carryOut(m_store, actionId, content);
+    Q_EMIT changed();
+    if (!result)
         return;
-    bool quit = false;
-    const QList<PlannedAnswer> planned = m_rules.plan(*answer, &quit);
-    if (quit) {
+    if (result->operation == Operation::StartMeeting)
+        Q_EMIT instantMeetingStarted(result->withVideo, result->content);
+    else
+        answer(*result);
+}
+
+void ClientLink::answer(const Answer &answer) {
+    const std::optional<QList<PlannedAnswer>> planned = m_rules.plan(answer);
+    if (!planned) {
         Q_EMIT quitRequested();
         return;
     }
-    if (planned.isEmpty())
+    if (planned->isEmpty())
         Q_EMIT logged(u"   (no answer, by rule)"_s);
-    for (const PlannedAnswer &one : planned) {
-        if (one.delayMilliseconds == 0) {
+    for (const PlannedAnswer &one : *planned) {
+        if (one.delayMilliseconds == 0)
             send(one.answer);
-            continue;
-        }
-        platform::services().runLoop->callAfter(one.delayMilliseconds * millisecond,
-                                                [this, alive = m_alive, late = one.answer] {
-                                                    if (*alive)
-                                                        send(late);
-                                                });
+        else
+            platform::services().runLoop->callAfter(one.delayMilliseconds * millisecond,
+                                                    [link = QPointer(this), late = one.answer] {
+                                                        if (link)
+                                                            link->send(late);
+                                                    });
     }
 }
 
 void ClientLink::send(const Answer &answer) {
-    Q_EMIT logged(u"→ %1  %2"_s.arg(answer.actionId()).arg(shortened(answer.content)));
-    platform::services().distributedNotifications->post(
-        names::answersOfClient, QString(),
-        {{names::actionIdKey, QString::number(answer.actionId())}, {names::contentKey, answer.content}},
-        true);
+    const QString action = QString::number(int(answer.operation));
+    Q_EMIT logged(u"→ %1  %2"_s.arg(action, shortened(answer.content)));
+    standin::post(names::answersOfClient,
+                  {{names::actionIdKey, action}, {names::contentKey, answer.content}});
 }
 
-void ClientLink::onControl(const platform::TextMap &userInfo) {
-    QString error;
-    const QString line = userInfo.value(names::controlRuleKey);
+void ClientLink::onControl(const QString &line) {
     if (line == names::controlExit) {
         Q_EMIT quitRequested();
         return;
     }
+    QString error;
     const bool done = isOrder(line) ? obey(m_store, line, &error) : m_rules.add(line, &error);
     Q_EMIT logged(done ? u"told: %1"_s.arg(line) : error);
-    Q_EMIT meetingsChanged();
+    Q_EMIT changed();
 }
 
 } // namespace meetingclient

@@ -1,6 +1,5 @@
 #include "standin/meetingclient/ClientWindow.h"
 
-#include "platform/Literals.h"
 #include "standin/meetingclient/People.h"
 
 #include <QActionGroup>
@@ -41,11 +40,11 @@ ClientWindow::ClientWindow(MeetingStore &store, AnswerRules &rules)
     QFont large = m_user->font();
     large.setPointSizeF(large.pointSizeF() * 1.4);
     m_user->setFont(large);
-    m_signedIn = new QCheckBox(tr("&Signed in"), central);
-    m_signedIn->setChecked(m_store.signedIn());
-    connect(m_signedIn, &QCheckBox::toggled, this, [this](bool on) { m_store.setSignedIn(on); });
+    auto *signedIn = new QCheckBox(tr("&Signed in"), central);
+    signedIn->setChecked(m_store.signedIn());
+    connect(signedIn, &QCheckBox::toggled, this, [this](bool on) { m_store.setSignedIn(on); });
     top->addWidget(m_user, 1);
-    top->addWidget(m_signedIn);
+    top->addWidget(signedIn);
     layout->addLayout(top);
     m_rights = new QLabel(central);
     m_rights->setWordWrap(true);
@@ -79,107 +78,92 @@ ClientWindow::ClientWindow(MeetingStore &store, AnswerRules &rules)
     layout->addWidget(test, 3);
     setCentralWidget(central);
     makeMenus();
-    refreshMeetings();
+    refresh();
 }
 
 // The menus give the same orders that can be sent to the running client.
 void ClientWindow::makeMenus() {
     QMenu *users = menuBar()->addMenu(tr("&User"));
-    auto *oneUser = new QActionGroup(this);
     for (const Person &person : people())
-        m_users.insert(person.userId, addChoice(users, oneUser, person.name, u"user "_s + person.userId));
+        addChoice(
+            users, person.name, [this, person] { return m_store.profile()["userId"] == person.userId; },
+            [person] { return u"user "_s + person.userId; });
     QMenu *accounts = menuBar()->addMenu(tr("Audio &conferences"));
-    auto *oneChoice = new QActionGroup(this);
     const QStringList texts = {tr("&None"), tr("&One account"), tr("&Two accounts"),
                                tr("Two, the second &switched off"), tr("Two with &gaps in their numbers")};
     for (qsizetype i = 0; i < texts.size(); ++i) {
-        const QString choice = accountChoices()[i];
-        m_accounts.insert(choice, addChoice(accounts, oneChoice, texts[i], u"accounts "_s + choice));
+        const QString choice = accountChoices[i];
+        addChoice(
+            accounts, texts[i], [this, choice] { return m_store.accounts() == accountsNamed(choice); },
+            [choice] { return u"accounts "_s + choice; });
     }
-    QMenu *bosses = menuBar()->addMenu(tr("Schedules &for"));
-    for (const Person &person : principals()) {
-        QAction *action = bosses->addAction(person.name);
-        action->setCheckable(true);
-        m_bosses.insert(person.email, action);
-        connect(action, &QAction::triggered, this, [this] {
-            QStringList granted;
-            for (auto it = m_bosses.cbegin(); it != m_bosses.cend(); ++it)
-                if (it.value()->isChecked())
-                    granted.append(it.key());
-            granted.sort();
-            give(u"bosses "_s + (granted.isEmpty() ? u"none"_s : granted.join(u' ')));
-        });
+    for (QMenu *menu : {users, accounts}) { // one of each
+        auto *group = new QActionGroup(menu);
+        for (QAction *action : menu->actions())
+            group->addAction(action);
     }
+    QMenu *principalsMenu = menuBar()->addMenu(tr("Schedules &for"));
+    for (const Person &person : principals())
+        addChoice(
+            principalsMenu, person.name, [this, person] { return bosses().contains(person.email); },
+            [this, person] {
+                QMap<QString, QString> granted = bosses();
+                if (granted.remove(person.email) == 0)
+                    granted.insert(person.email, person.name);
+                return u"bosses "_s + (granted.isEmpty() ? u"none"_s : granted.keys().join(u' '));
+            });
 }
 
-QAction *ClientWindow::addChoice(QMenu *menu, QActionGroup *group, const QString &text,
-                                 const QString &order) {
-    QAction *action = group->addAction(menu->addAction(text));
+void ClientWindow::addChoice(QMenu *menu, const QString &text, std::function<bool()> isMade,
+                             const std::function<QString()> &order) {
+    QAction *action = menu->addAction(text);
     action->setCheckable(true);
-    connect(action, &QAction::triggered, this, [this, order] { give(order); });
-    return action;
+    m_choices.append({action, std::move(isMade)});
+    connect(action, &QAction::triggered, this, [this, order] {
+        QString error;
+        if (!obey(m_store, order(), &error))
+            statusBar()->showMessage(error);
+        refresh();
+    });
 }
 
-void ClientWindow::give(const QString &order) {
-    QString error;
-    if (!obey(m_store, order, &error))
-        statusBar()->showMessage(error);
-    refreshMeetings();
-}
-
-void ClientWindow::showChoices() {
-    const QJsonObject profile = m_store.profile();
-    const QString userId = profile["userId"].toString();
-    for (auto it = m_users.cbegin(); it != m_users.cend(); ++it)
-        it.value()->setChecked(it.key() == userId);
-    for (auto it = m_accounts.cbegin(); it != m_accounts.cend(); ++it)
-        it.value()->setChecked(m_store.accounts() == accountsNamed(it.key()));
-    QStringList granted;
-    for (const QJsonValue &boss : profile["bosses"].toArray())
-        granted.append(boss.toObject()["email"].toString().toLower());
-    QStringList names;
-    for (auto it = m_bosses.cbegin(); it != m_bosses.cend(); ++it) {
-        it.value()->setChecked(granted.contains(it.key()));
-        if (it.value()->isChecked())
-            names.append(it.value()->text());
-    }
-    m_rights->setText(tr("Audio-conference accounts: %1.  Schedules for: %2.")
-                          .arg(m_store.accounts().size())
-                          .arg(names.isEmpty() ? tr("nobody else") : names.join(u", "_s)));
+QMap<QString, QString> ClientWindow::bosses() const {
+    QMap<QString, QString> names;
+    for (const QJsonValue &boss : m_store.profile()["bosses"].toArray())
+        names.insert(boss["email"].toString().toLower(), boss["displayName"].toString());
+    return names;
 }
 
 QWidget *ClientWindow::makeTestPanel() {
-    auto *row = new QWidget(this);
-    auto *layout = new QVBoxLayout(row);
+    auto *panel = new QWidget(this);
+    auto *layout = new QVBoxLayout(panel);
     layout->setContentsMargins(0, 0, 0, 0);
     auto *line = new QHBoxLayout;
-    auto *label = new QLabel(tr("&Answer rule:"), row);
-    m_rule = new QLineEdit(row);
+    auto *label = new QLabel(tr("&Answer rule:"), panel);
+    m_rule = new QLineEdit(panel);
     label->setBuddy(m_rule);
     m_rule->setPlaceholderText(tr("delay schedule 5000"));
-    auto *add = new QPushButton(tr("A&dd"), row);
-    auto *clear = new QPushButton(tr("&Clear"), row);
-    line->addWidget(label);
-    line->addWidget(m_rule, 1);
-    line->addWidget(add);
-    line->addWidget(clear);
-    m_activeRules = new QLabel(row);
+    auto *add = new QPushButton(tr("A&dd"), panel);
+    auto *clear = new QPushButton(tr("&Clear"), panel);
+    for (QWidget *widget : QList<QWidget *>{label, m_rule, add, clear})
+        line->addWidget(widget, widget == m_rule ? 1 : 0);
+    m_activeRules = new QLabel(panel);
     m_activeRules->setWordWrap(true);
-    layout->addLayout(line);
-    layout->addWidget(m_activeRules);
-    m_log = new QPlainTextEdit(row);
+    m_log = new QPlainTextEdit(panel);
     m_log->setAccessibleName(tr("Messages"));
     m_log->setReadOnly(true);
     m_log->setMaximumBlockCount(longestLog);
     m_log->setPlaceholderText(tr("Requests and answers appear here."));
+    layout->addLayout(line);
+    layout->addWidget(m_activeRules);
     layout->addWidget(m_log, 1);
     connect(m_rule, &QLineEdit::returnPressed, this, &ClientWindow::addRule);
     connect(add, &QPushButton::clicked, this, &ClientWindow::addRule);
     connect(clear, &QPushButton::clicked, this, [this] {
         m_rules.clear();
-        refreshMeetings();
+        refresh();
     });
-    return row;
+    return panel;
 }
 
 void ClientWindow::addRule() {
@@ -190,7 +174,7 @@ void ClientWindow::addRule() {
     }
     statusBar()->clearMessage();
     m_rule->clear();
-    refreshMeetings();
+    refresh();
 }
 
 void ClientWindow::join(int row) {
@@ -206,31 +190,40 @@ void ClientWindow::appendLog(const QString &line) {
     m_log->appendPlainText(line);
 }
 
-void ClientWindow::refreshMeetings() {
-    showChoices();
+void ClientWindow::refresh() {
+    for (const Choice &choice : std::as_const(m_choices))
+        choice.action->setChecked(choice.isMade());
+    const QStringList names = bosses().values();
+    m_rights->setText(tr("Audio-conference accounts: %1.  Schedules for: %2.")
+                          .arg(m_store.accounts().size())
+                          .arg(names.isEmpty() ? tr("nobody else") : names.join(u", "_s)));
     m_user->setText(m_store.profile()["accountName"].toString());
-    const QJsonObject meetings = m_store.meetings();
-    m_table->setRowCount(int(meetings.size()));
-    int row = 0;
-    for (const QJsonValue &value : meetings) {
-        const QJsonObject meeting = value.toObject();
-        const qint64 start = meeting["startTime"].toInteger();
-        const QString when =
-            start == 0 ? tr("any time")
-                       : QLocale().toString(QDateTime::fromSecsSinceEpoch(start), QLocale::ShortFormat);
-        m_table->setItem(row, 0, new QTableWidgetItem(meeting["subject"].toString()));
-        m_table->setItem(row, 1, new QTableWidgetItem(when));
-        m_table->setItem(row, 2, new QTableWidgetItem(meeting["duration"].toVariant().toString()));
-        m_table->setItem(row, meetingColumn, new QTableWidgetItem(meeting["meetingKey"].toString()));
-        for (int column = 0; column <= meetingColumn; ++column)
-            m_table->item(row, column)
-                ->setToolTip(tr("Double-click to join %1").arg(meeting["joinUrl"].toString()));
-        ++row;
-    }
+    showMeetings();
     m_activeRules->setText(m_rules.lines().join(u'\n'));
     m_activeRules->setVisible(!m_rules.lines().isEmpty());
     if (!m_store.lastError().isEmpty())
         statusBar()->showMessage(m_store.lastError());
+}
+
+void ClientWindow::showMeetings() {
+    const QJsonObject meetings = m_store.meetings();
+    m_table->setRowCount(int(meetings.size()));
+    int row = 0;
+    for (const QJsonValue &meeting : meetings) {
+        const qint64 start = meeting["startTime"].toInteger();
+        const QString when =
+            start == 0 ? tr("any time")
+                       : QLocale().toString(QDateTime::fromSecsSinceEpoch(start), QLocale::ShortFormat);
+        const QStringList cells = {meeting["subject"].toString(), when,
+                                   meeting["duration"].toVariant().toString(),
+                                   meeting["meetingKey"].toString()};
+        for (int column = 0; column <= meetingColumn; ++column) {
+            auto *item = new QTableWidgetItem(cells[column]);
+            item->setToolTip(tr("Double-click to join %1").arg(meeting["joinUrl"].toString()));
+            m_table->setItem(row, column, item);
+        }
+        ++row;
+    }
 }
 
 void ClientWindow::bringToFront(const QString &url) {

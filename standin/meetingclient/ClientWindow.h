@@ -6,9 +6,8 @@
 #include "standin/meetingclient/MeetingStore.h"
 
 #include <QMainWindow>
+#include <functional>
 
-class QActionGroup;
-class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QMenu;
@@ -24,27 +23,31 @@ public:
     ClientWindow(MeetingStore &store, AnswerRules &rules);
 
     void appendLog(const QString &line);
-    void refreshMeetings();
+    // Shows what the store and the rules have now.
+    void refresh();
     // Comes to the front, as a click on the start URL does.
     void bringToFront(const QString &url);
     void showInstantMeeting(bool withVideo, const QString &joinUrl);
 
 private:
+    // An entry of a menu, and whether its choice is the present one.
+    struct Choice {
+        QAction *action;
+        std::function<bool()> isMade;
+    };
     QWidget *makeTestPanel(); // the messages, and the rules that make the client misbehave
     void makeMenus();
-    QAction *addChoice(QMenu *menu, QActionGroup *group, const QString &text, const QString &order);
-    void showChoices();
-    void give(const QString &order);
+    void addChoice(QMenu *menu, const QString &text, std::function<bool()> isMade,
+                   const std::function<QString()> &order);
+    [[nodiscard]] QMap<QString, QString> bosses() const; // names by address
     void addRule();
+    void showMeetings();
     void join(int row); // opens the meeting's link in the desktop's browser
     MeetingStore &m_store;
     AnswerRules &m_rules;
+    QList<Choice> m_choices;
     QLabel *m_user;
-    QCheckBox *m_signedIn;
-    QLabel *m_rights;                     // accounts, and for whom the user schedules
-    QHash<QString, QAction *> m_users;    // by user id
-    QHash<QString, QAction *> m_accounts; // by the name of the choice
-    QHash<QString, QAction *> m_bosses;   // by address
+    QLabel *m_rights; // accounts, and for whom the user schedules
     QTableWidget *m_table;
     QPlainTextEdit *m_log;
     QLineEdit *m_rule;

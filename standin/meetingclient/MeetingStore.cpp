@@ -1,10 +1,8 @@
 #include "standin/meetingclient/MeetingStore.h"
 
-#include "platform/Literals.h"
 #include "platform/services/storage/WholeFile.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 
@@ -16,11 +14,7 @@ namespace meetingclient {
 
 namespace {
 
-const QString keySignedIn = u"signedIn"_s;
-const QString keyProfile = u"profile"_s;
-const QString keyMeetings = u"meetings"_s;
-const QString keyAccounts = u"accounts"_s;
-const QString keyNextNumber = u"nextNumber"_s;
+const QString nextNumberKey = u"nextNumber"_s;
 
 QString freeName(const QString &path) {
     for (int n = 1;; ++n) {
@@ -53,20 +47,19 @@ void MeetingStore::load() {
         m_path.clear(); // an unreadable file is not overwritten
         return;
     }
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
-    file.close();
-    if (!document.isObject() || !document.object().value(keyMeetings).isObject()) {
+    const QJsonObject read = QJsonDocument::fromJson(file.readAll()).object();
+    if (!read[meetingsKey].isObject()) {
         const QString aside = freeName(m_path);
-        QFile::rename(m_path, aside);
+        file.rename(aside);
         m_lastError = u"The meetings file was damaged. It is kept as %1; a new one was begun."_s.arg(aside);
         return;
     }
-    const QJsonObject read = document.object();
     for (auto it = read.begin(); it != read.end(); ++it)
         m_root.insert(it.key(), it.value());
 }
 
-void MeetingStore::save() {
+void MeetingStore::set(const QString &key, const QJsonValue &value) {
+    m_root.insert(key, value);
     if (m_path.isEmpty())
         return;
     QDir().mkpath(QFileInfo(m_path).path());
@@ -77,47 +70,14 @@ void MeetingStore::save() {
         m_lastError = u"The meetings file %1 cannot be written: %2"_s.arg(m_path, reason);
 }
 
-bool MeetingStore::signedIn() const {
-    return m_root.value(keySignedIn).toBool();
-}
-
-void MeetingStore::setSignedIn(bool signedIn) {
-    m_root.insert(keySignedIn, signedIn);
-    save();
-}
-
-QJsonObject MeetingStore::profile() const {
-    return m_root.value(keyProfile).toObject();
-}
-
-void MeetingStore::setProfile(const QJsonObject &profile) {
-    m_root.insert(keyProfile, profile);
-    save();
-}
-
-QJsonArray MeetingStore::accounts() const {
-    return m_root.value(keyAccounts).toArray();
-}
-
-void MeetingStore::setAccounts(const QJsonArray &accounts) {
-    m_root.insert(keyAccounts, accounts);
-    save();
-}
-
-QJsonObject MeetingStore::meetings() const {
-    return m_root.value(keyMeetings).toObject();
-}
-
 std::optional<QJsonObject> MeetingStore::meeting(const QString &key) const {
     const QJsonValue value = meetings().value(key);
-    if (!value.isObject())
-        return std::nullopt;
-    return value.toObject();
+    return value.isObject() ? std::optional(value.toObject()) : std::nullopt;
 }
 
 QString MeetingStore::addMeeting(QJsonObject meeting) {
-    const qint64 number = m_root.value(keyNextNumber).toInteger(840000017);
-    m_root.insert(keyNextNumber, number + 7919); // far enough apart that one key is not read as another
+    const qint64 number = m_root.value(nextNumberKey).toInteger(840000017);
+    m_root.insert(nextNumberKey, number + 7919); // far enough apart that one key is not read as another
     const QString key = QString::number(number);
     meeting.insert(u"meetingKey"_s, key);
     replaceMeeting(key, meeting);
@@ -127,8 +87,7 @@ QString MeetingStore::addMeeting(QJsonObject meeting) {
 void MeetingStore::replaceMeeting(const QString &key, const QJsonObject &meeting) {
     QJsonObject all = meetings();
     all.insert(key, meeting);
-    m_root.insert(keyMeetings, all);
-    save();
+    set(meetingsKey, all);
 }
 
 bool MeetingStore::removeMeeting(const QString &key) {
@@ -136,8 +95,7 @@ bool MeetingStore::removeMeeting(const QString &key) {
     if (!all.contains(key))
         return false;
     all.remove(key);
-    m_root.insert(keyMeetings, all);
-    save();
+    set(meetingsKey, all);
     return true;
 }
 

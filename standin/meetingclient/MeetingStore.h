@@ -1,7 +1,8 @@
 // The meeting client's data: its user, the user's meetings, and the audio-conference accounts.
 #pragma once
 
-#include <QByteArray>
+#include "platform/Literals.h"
+
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
@@ -18,14 +19,14 @@ public:
     // everything in memory.
     explicit MeetingStore(QString path);
 
-    [[nodiscard]] bool signedIn() const;
-    void setSignedIn(bool signedIn);
-    [[nodiscard]] QJsonObject profile() const;
-    void setProfile(const QJsonObject &profile);
-    [[nodiscard]] QJsonArray accounts() const;
-    void setAccounts(const QJsonArray &accounts);
+    [[nodiscard]] bool signedIn() const { return m_root[signedInKey].toBool(); }
+    void setSignedIn(bool signedIn) { set(signedInKey, signedIn); }
+    [[nodiscard]] QJsonObject profile() const { return m_root[profileKey].toObject(); }
+    void setProfile(const QJsonObject &profile) { set(profileKey, profile); }
+    [[nodiscard]] QJsonArray accounts() const { return m_root[accountsKey].toArray(); }
+    void setAccounts(const QJsonArray &accounts) { set(accountsKey, accounts); }
 
-    [[nodiscard]] QJsonObject meetings() const;
+    [[nodiscard]] QJsonObject meetings() const { return m_root[meetingsKey].toObject(); }
     [[nodiscard]] std::optional<QJsonObject> meeting(const QString &key) const;
     // Stores the meeting under a new key, which is also its "meetingKey", and returns the key.
     QString addMeeting(QJsonObject meeting);
@@ -36,8 +37,12 @@ public:
     [[nodiscard]] const QString &lastError() const { return m_lastError; }
 
 private:
+    inline static const QString signedInKey = u"signedIn"_s;
+    inline static const QString profileKey = u"profile"_s;
+    inline static const QString meetingsKey = u"meetings"_s;
+    inline static const QString accountsKey = u"accounts"_s;
     void load();
-    void save();
+    void set(const QString &key, const QJsonValue &value); // and saves
     QString m_path;
     QJsonObject m_root;
     QString m_lastError;

@@ -1,7 +1,5 @@
 #include "standin/meetingclient/People.h"
 
-#include "platform/Literals.h"
-
 #include <algorithm>
 
 namespace meetingclient {
@@ -12,9 +10,6 @@ const QString orderAccounts = u"accounts"_s;
 const QString orderUser = u"user"_s;
 const QString orderBosses = u"bosses"_s;
 const QString nobody = u"none"_s;
-const QString keyBosses = u"bosses"_s;
-
-const QStringList choices = {u"none"_s, u"one"_s, u"two"_s, u"disabled"_s, u"odd"_s};
 
 const Person *personCalled(const QString &userId) {
     const auto found = std::find_if(people().begin(), people().end(),
@@ -25,18 +20,16 @@ const Person *personCalled(const QString &userId) {
 // The key of the personal meeting is the number of its room.
 void signIn(MeetingStore &store, const Person &person) {
     QJsonObject profile = store.profile();
-    const QString formerRoom = profile.value(u"roomMeetingId"_s).toString();
-    if (const auto personal = store.meeting(formerRoom)) {
-        QJsonObject own = *personal;
-        own.insert(u"subject"_s, person.name + u"'s personal meeting"_s);
-        own.insert(u"meetingKey"_s, person.room);
-        own.insert(u"originalMeetingNumber"_s, person.room);
-        store.replaceMeeting(person.room, own);
+    if (auto personal = store.meeting(profile[u"roomMeetingId"].toString())) {
+        (*personal)[u"subject"] = person.name + u"'s personal meeting"_s;
+        (*personal)[u"meetingKey"] = person.room;
+        (*personal)[u"originalMeetingNumber"] = person.room;
+        store.replaceMeeting(person.room, *personal);
     }
-    profile.insert(u"userId"_s, person.userId);
-    profile.insert(u"accountName"_s, person.name);
-    profile.insert(u"email"_s, person.email);
-    profile.insert(u"roomMeetingId"_s, person.room);
+    profile[u"userId"] = person.userId;
+    profile[u"accountName"] = person.name;
+    profile[u"email"] = person.email;
+    profile[u"roomMeetingId"] = person.room;
     store.setProfile(profile);
 }
 
@@ -52,15 +45,11 @@ void letScheduleFor(MeetingStore &store, const QStringList &emails) {
     for (const QString &email : emails)
         bosses.append(QJsonObject{{"displayName", nameOf(email)}, {"email", email}});
     QJsonObject profile = store.profile();
-    profile.insert(keyBosses, bosses);
+    profile[u"bosses"] = bosses;
     store.setProfile(profile);
 }
 
 } // namespace
-
-QStringList accountChoices() {
-    return choices;
-}
 
 QJsonArray accountsNamed(const QString &choice) {
     static const QJsonObject accounts = builtInData(u"accounts.json"_s);
@@ -89,7 +78,7 @@ bool isOrder(const QString &line) {
 bool obey(MeetingStore &store, const QString &line, QString *error) {
     const QStringList words = line.split(u' ', Qt::SkipEmptyParts);
     const QString order = words.value(0), what = words.value(1);
-    if (order == orderAccounts && choices.contains(what)) {
+    if (order == orderAccounts && accountChoices.contains(what)) {
         store.setAccounts(accountsNamed(what));
     } else if (order == orderUser && personCalled(what)) {
         signIn(store, *personCalled(what));
@@ -100,7 +89,7 @@ bool obey(MeetingStore &store, const QString &line, QString *error) {
         for (const Person &person : people())
             userIds.append(person.userId);
         *error = u"\"%1\" is not an order. Orders: accounts %2; user %3; bosses none or "
-                 "e-mail addresses."_s.arg(line, choices.join(u'|'), userIds.join(u'|'));
+                 "e-mail addresses."_s.arg(line, accountChoices.join(u'|'), userIds.join(u'|'));
         return false;
     }
     return true;

@@ -13,7 +13,7 @@ namespace meetingclient {
 //   disabled          two, of which the second has no invitation: it is switched off
 //   odd               numbers without a country, an entry without a number, and a second account without any
 //                     toll-free number
-[[nodiscard]] QStringList accountChoices();
+inline const QStringList accountChoices = {u"none"_s, u"one"_s, u"two"_s, u"disabled"_s, u"odd"_s};
 [[nodiscard]] QJsonArray accountsNamed(const QString &choice); // empty for a name that is none of them
 
 struct Person {

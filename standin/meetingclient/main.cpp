@@ -1,10 +1,9 @@
 // The stand-in meeting client.
-#include "platform/services/Services.h"
 #include "standin/meetingclient/ClientLink.h"
 #include "standin/meetingclient/ClientWindow.h"
 #include "standin/meetingclient/People.h"
-#include "standin/program/Program.h"
 #include "standin/support/BusNames.h"
+#include "standin/support/Program.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -13,13 +12,6 @@
 namespace names = standin::names;
 
 namespace {
-
-// One client at a time: a second start brings the first to the front, and ends.
-int wakeRunningClient(const QString &url) {
-    platform::services().distributedNotifications->post(names::activation, QString(),
-                                                        {{names::activationUrlKey, url}}, true);
-    return 0;
-}
 
 // Gives a rule or an order to the client that is already running, and ends.
 int tell(const QString &rule) {
@@ -31,8 +23,7 @@ int tell(const QString &rule) {
         (meetingclient::isOrder(rule) ? meetingclient::obey(tried, rule, &error) : check.add(rule, &error));
     if (!known)
         program::refuse(error);
-    platform::services().distributedNotifications->post(names::control, QString(),
-                                                        {{names::controlRuleKey, rule}}, true);
+    standin::post(names::control, {{names::controlRuleKey, rule}});
     return 0;
 }
 
@@ -66,8 +57,10 @@ int main(int argc, char **argv) {
     const QString order = parser.value(u"tell"_s);
     if (!order.isEmpty())
         return tell(order);
-    if (platform::services().workspace->runningApplications().contains(names::client))
-        return wakeRunningClient(parser.positionalArguments().value(0));
+    if (standin::isRunning(names::client)) { // brings it to the front
+        standin::post(names::activation, {{names::activationUrlKey, parser.positionalArguments().value(0)}});
+        return 0;
+    }
     options.bundleIdentifier = names::client;
     platform::setServices(platform::makeDesktopServices(options));
 
@@ -78,24 +71,22 @@ int main(int argc, char **argv) {
         data = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u"/meetings.json"_s;
 
     meetingclient::MeetingStore store(data);
-    meetingclient::MeetingService service(store);
     meetingclient::AnswerRules rules;
     for (const QString &rule : parser.values(u"rule"_s)) {
         QString error;
         if (!rules.add(rule, &error))
             program::refuse(error);
     }
-    meetingclient::ClientLink link(store, service, rules);
+    meetingclient::ClientLink link(store, rules);
     meetingclient::ClientWindow window(store, rules);
     using Link = meetingclient::ClientLink;
-    QObject::connect(&link, &Link::logged, &window,
-                     [&window](const QString &line) { window.appendLog(line); });
-    QObject::connect(&link, &Link::meetingsChanged, &window, [&window] { window.refreshMeetings(); });
-    QObject::connect(&link, &Link::activated, &window,
-                     [&window](const QString &url) { window.bringToFront(url); });
-    QObject::connect(&link, &Link::instantMeetingStarted, &window,
-                     [&window](bool video, const QString &url) { window.showInstantMeeting(video, url); });
+    using Window = meetingclient::ClientWindow;
+    QObject::connect(&link, &Link::logged, &window, &Window::appendLog);
+    QObject::connect(&link, &Link::changed, &window, &Window::refresh);
+    QObject::connect(&link, &Link::activated, &window, &Window::bringToFront);
+    QObject::connect(&link, &Link::instantMeetingStarted, &window, &Window::showInstantMeeting);
     QObject::connect(&link, &Link::quitRequested, application.get(), [] { std::_Exit(0); });
+    program::endWithSession();
     if (!parser.isSet(u"background"_s))
         window.show();
     return QApplication::exec();

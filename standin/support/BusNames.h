@@ -1,9 +1,19 @@
-// The names of the programs on the session bus, and the contents of their messages.
+// The programs on the session bus: their names, and the contents of their messages.
 #pragma once
 
 #include "platform/Literals.h"
+#include "platform/services/Services.h"
 
-#include <QString>
+namespace standin {
+
+inline void post(const QString &name, const platform::TextMap &userInfo) {
+    platform::services().distributedNotifications->post(name, QString(), userInfo, true);
+}
+[[nodiscard]] inline bool isRunning(const QString &bundleIdentifier) {
+    return platform::services().workspace->runningApplications().contains(bundleIdentifier);
+}
+
+} // namespace standin
 
 namespace standin::names {
 

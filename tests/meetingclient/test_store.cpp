@@ -37,8 +37,8 @@ TEST_F(StoreTest, WhatWasKeptIsThereAfterARestart) {
 }
 
 TEST_F(StoreTest, ADamagedFileIsKeptAsideAndNotOverwritten) {
-    QDir().mkpath(folder.filePath(u"data"_s));
     const QByteArray damaged = "{\"meetings\": {\"1\": ";
+    QDir().mkpath(folder.filePath(u"data"_s));
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(damaged);

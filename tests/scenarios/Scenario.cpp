@@ -244,7 +244,7 @@ void Scenario::clientQuits() {
 void Scenario::clientRuns() {
     m_desktop.workspace->running = {clientIdentifier};
     if (!m_client)
-        m_client = std::make_unique<meetingclient::ClientLink>(m_store, m_service, m_rules);
+        m_client = std::make_unique<meetingclient::ClientLink>(m_store, m_rules);
 }
 
 void Scenario::clientIsUninstalled() {

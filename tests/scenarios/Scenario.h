@@ -111,7 +111,6 @@ private:
     FreshPlugin m_fresh;
     platform::TestDesktop &m_desktop = m_fresh.desktop;
     meetingclient::MeetingStore m_store{QString()};
-    meetingclient::MeetingService m_service{m_store};
     meetingclient::AnswerRules m_rules;
     std::unique_ptr<meetingclient::ClientLink> m_client;
     std::unique_ptr<mailhost::HostApplication> m_host;

@@ -75,7 +75,7 @@ QString keyIn(const QByteArray &json) {
 }
 
 Message requestOf(const QString &action, const QString &content) {
-    Message message{false, meetingclient::MeetingService::operationOf(action.toUInt(), content), {}};
+    Message message{false, meetingclient::operationOf(action.toUInt(), content), {}};
     if (message.operation == Operation::Get || message.operation == Operation::Delete)
         message.meeting = content.mid(2);
     else if (message.operation == Operation::Update)

@@ -307,8 +307,8 @@ bool forge(const Action &other) {
 
 // Sends the client's real answer about an appointment's meeting without a request.
 bool forgeMeeting(const Action &other) {
-    meetingclient::MeetingService service(other.scenario.client());
-    return post(other, u"4"_s, service.handle(3, u"4;"_s + other.desktop.keyInFile(other.word(1)))->content);
+    const QString request = u"4;"_s + other.desktop.keyInFile(other.word(1));
+    return post(other, u"4"_s, meetingclient::carryOut(other.scenario.client(), 3, request)->content);
 }
 
 // "full" or "free", from the next step on.

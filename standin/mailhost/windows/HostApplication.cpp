@@ -8,8 +8,8 @@
 #include "standin/mailhost/model/Bind.h"
 #include "standin/mailhost/model/HostContext.h"
 #include "standin/mailhost/store/SampleCalendar.h"
-#include "standin/program/Program.h"
 #include "standin/support/BusNames.h"
+#include "standin/support/Program.h"
 
 #include <QCommandLineParser>
 #include <QDir>

@@ -1,10 +1,12 @@
-#include "standin/program/Program.h"
+#include "standin/support/Program.h"
+
+#include "platform/services/Services.h"
 
 #include <QApplication>
+#include <QTimer>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <unistd.h>
 
 namespace program {
 
@@ -30,29 +32,24 @@ void whileConnecting(QtMsgType type, const QMessageLogContext &, const QString &
     std::_Exit(NoDisplay);
 }
 
-std::unique_ptr<QCoreApplication> withVersion(std::unique_ptr<QCoreApplication> application) {
-    QCoreApplication::setApplicationVersion(QStringLiteral(PARLO_VERSION));
-    return application;
-}
-
 } // namespace
+
+void introduce(const QString &name) {
+    QCoreApplication::setApplicationName(name);
+    QCoreApplication::setApplicationVersion(QStringLiteral(PARLO_VERSION));
+}
 
 std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv, const QString &name,
                                                   const QStringList &withoutWindow) {
+    introduce(name);
     if (holdsOneOf(informative + withoutWindow, argc, argv))
-        return makeWindowlessApplication(argc, argv, name);
-    QCoreApplication::setApplicationName(name);
+        return std::make_unique<QCoreApplication>(argc, argv);
     QGuiApplication::setDesktopFileName(name);
     const QtMessageHandler usual = qInstallMessageHandler(whileConnecting);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(usual);
     QApplication::setWindowIcon(QIcon::fromTheme(name));
-    return withVersion(std::move(application));
-}
-
-std::unique_ptr<QCoreApplication> makeWindowlessApplication(int &argc, char **argv, const QString &name) {
-    QCoreApplication::setApplicationName(name);
-    return withVersion(std::make_unique<QCoreApplication>(argc, argv));
+    return application;
 }
 
 void parse(QCommandLineParser &parser) {
@@ -76,8 +73,16 @@ void complain(const QString &sentence) {
     std::fprintf(stderr, "%s: %s\n", qPrintable(QCoreApplication::applicationName()), qPrintable(sentence));
 }
 
-bool isReadOnTerminal() {
-    return ::isatty(STDERR_FILENO) == 1;
+// A single look may fall into the moment in which a bus restarts.
+void endWithSession() {
+    auto *timer = new QTimer(QCoreApplication::instance());
+    QObject::connect(timer, &QTimer::timeout, [wasAway = false]() mutable {
+        const bool isAway = platform::services().workspace->runningApplications().isEmpty();
+        if (isAway && wasAway)
+            QCoreApplication::exit();
+        wasAway = isAway;
+    });
+    timer->start(std::chrono::seconds(10));
 }
 
 } // namespace program
