@@ -6,11 +6,11 @@
 #include <QCoreApplication>
 #include <QRandomGenerator>
 #include <QTimer>
-#include <csignal>
-#include <sys/prctl.h>
 #include <sys/resource.h>
 
 namespace walkthrough {
+
+namespace names = standin::names;
 
 namespace {
 
@@ -20,40 +20,34 @@ constexpr int leastUrgent = 19; // of the system's niceness
 constexpr int hugeText = 1'000'000;
 constexpr quint32 seed = 20261124; // the same messages every time
 
-const QString channels[] = {standin::names::answersOfClient, standin::names::requestsToClient,
+const QString channels[] = {names::answersOfClient, names::requestsToClient,
                             u"VelaOutlookPluginToVelaVideoClient"_s};
 // No text is a valid request or answer with any number before it.
 const QString texts[] = {u"{\"unclosed\": ["_s, u";;;;;;;;;;;;;;;"_s,   QString(),
                          u"%%%not base64%%%"_s, u"9;no such command"_s, QString(QChar(0xd800))};
 
+template<typename T, std::size_t Size>
+const T &oneOf(const T (&all)[Size], QRandomGenerator &random) {
+    return all[random.bounded(int(Size))];
+}
+
 platform::TextMap uselessMessage(QRandomGenerator &random) {
     // Numbers that stand for nothing: 0, and from 200 on.
     const quint32 action = random.bounded(2) ? 0 : 200 + random.bounded(100000u);
-    platform::TextMap info{{u"actionId"_s, QString::number(action)},
-                           {u"content"_s, texts[random.bounded(int(std::size(texts)))]}};
-    switch (random.bounded(40)) {
-    case 0:
-        info.insert(u"content"_s, QString(hugeText, u'x'));
-        break;
-    case 1:
-        info.insert(u"actionId"_s, u"not a number"_s);
-        break;
-    case 2:
-        info.clear();
-        break;
-    case 3:
-        info.remove(u"content"_s);
-        break;
-    default:
-        break;
-    }
-    return info;
+    const QString number = QString::number(action);
+    const platform::TextMap rare[] = {
+        {{names::actionIdKey, number}, {names::contentKey, QString(hugeText, u'x')}},
+        {{names::actionIdKey, u"not a number"_s}},
+        {{names::actionIdKey, number}},
+        {}};
+    if (random.bounded(10) == 0)
+        return oneOf(rare, random);
+    return {{names::actionIdKey, number}, {names::contentKey, oneOf(texts, random)}};
 }
 
 } // namespace
 
 int floodBus() {
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     platform::setServices(platform::makeDesktopServices({}));
     // Sends as much as the bus carries, but uses only processor time that the other programs leave.
     ::setpriority(PRIO_PROCESS, 0, leastUrgent);
@@ -69,8 +63,7 @@ int floodBus() {
             return;
         onTheirWay = burst;
         for (int i = 0; i < burst; ++i)
-            bus.post(channels[random.bounded(int(std::size(channels)))], QString(), uselessMessage(random),
-                     true);
+            bus.post(oneOf(channels, random), QString(), uselessMessage(random), true);
     });
     timer.start(pause);
     return QCoreApplication::exec();

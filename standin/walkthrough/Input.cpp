@@ -1,8 +1,7 @@
 #include "standin/walkthrough/Input.h"
 
-#include "standin/walkthrough/Report.h"
+#include "platform/services/Services.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
 #include <QMenu>
@@ -10,7 +9,6 @@
 #include <QPointer>
 #include <QRadioButton>
 #include <QTest>
-#include <QWidget>
 #include <QWindow>
 
 namespace walkthrough {
@@ -18,91 +16,102 @@ namespace walkthrough {
 namespace {
 
 constexpr int dragSteps = 8;
-constexpr int longestWait = 3000; // milliseconds
-
-bool canTake(QWidget *control) {
-    if (!control || !control->isVisible() || !control->isEnabled())
-        return false;
-    const QWidget *modal = QApplication::activeModalWidget();
-    return !modal || modal == control->window() || modal->isAncestorOf(control);
-}
-
-QWindow *windowOf(QWidget *control) {
-    return control->window()->windowHandle();
-}
-
-// The desktop decides where a window is and how big, and takes its time.
-bool isPlaced(QWidget *control, const QPoint &at) {
-    const QWindow *window = windowOf(control);
-    return window && window->isExposed() && window->size() == control->window()->size() &&
-           control->window()->rect().contains(control->mapTo(control->window(), at));
-}
-
-// A user waits until a window that is in the way has closed.
-bool waitUntilReady(QWidget *control, const QPoint &at) {
-    const QPointer<QWidget> wanted(control);
-    return control &&
-           Report::waitFor([&] { return !wanted || (canTake(wanted) && isPlaced(wanted, at)); },
-                           longestWait) &&
-           wanted;
-}
+constexpr int shortWait = 3000; // milliseconds
+int longestWait = std::numeric_limits<int>::max();
 
 QPoint inWindow(const QWidget *control, const QPoint &at) {
     return control->mapTo(control->window(), at);
+}
+
+bool isInTheWay(const QWidget *modal, QWidget *control) {
+    return modal && modal != control->window() && !modal->isAncestorOf(control);
+}
+
+// The desktop decides where a window is and how big, and takes its time.
+bool canReach(QWidget *control, const QPoint &at) {
+    const QWidget *top = control->window();
+    const QWindow *window = top->windowHandle();
+    return control->isVisible() && control->isEnabled() &&
+           !isInTheWay(QApplication::activeModalWidget(), control) && window && window->isExposed() &&
+           window->size() == top->size() && top->rect().contains(inWindow(control, at));
+}
+
+// Moves the pointer to that point of the control, after a wait: a user waits until a window that is in the
+// way has closed. Returns the window, or nullptr on failure.
+QWindow *moveTo(QWidget *control, const QPoint &at) {
+    const QPointer<QWidget> wanted(control);
+    if (!waitFor([&] { return !wanted || canReach(wanted, at); }, shortWait) || !wanted)
+        return nullptr;
+    QWindow *window = wanted->window()->windowHandle();
+    // Moves in from outside, because the toolkit ignores a move to the pointer's last position.
+    QTest::mouseMove(window, QPoint(1, 1));
+    QTest::mouseMove(window, inWindow(wanted, at));
+    return window;
+}
+
+// A check box or radio button is as wide as its row but accepts clicks only on its mark and text.
+QPoint middleOf(const QWidget *control) {
+    const bool isChoice =
+        qobject_cast<const QCheckBox *>(control) || qobject_cast<const QRadioButton *>(control);
+    const QPoint middle = control ? control->rect().center() : QPoint();
+    return isChoice ? QPoint(middle.y(), middle.y()) : middle;
 }
 
 // There is no window manager that gives the focus back when a sheet has closed.
 bool activate(QWidget *window) {
     if (!window || !window->isVisible() || !window->windowHandle())
         return false;
-    if (!window->isActiveWindow()) {
-        window->activateWindow();
-        return QTest::qWaitForWindowActive(window);
-    }
-    return true;
-}
-
-QString plain(QString text) {
-    text.remove(u'&');
-    return text;
+    if (window->isActiveWindow())
+        return true;
+    window->activateWindow();
+    return QTest::qWaitForWindowActive(window);
 }
 
 } // namespace
 
-// A check box or radio button is as wide as its row but accepts clicks only on its mark and text.
-bool click(QWidget *control) {
-    if (!control)
-        return false;
-    const bool isChoice = qobject_cast<QCheckBox *>(control) || qobject_cast<QRadioButton *>(control);
-    const QPoint middle = control->rect().center();
-    return clickAt(control, isChoice ? QPoint(middle.y(), middle.y()) : middle);
+bool waitFor(const std::function<bool()> &condition, int milliseconds) {
+    return QTest::qWaitFor(condition, std::min(milliseconds, longestWait));
 }
 
-bool clickAt(QWidget *control, const QPoint &point) {
-    if (!waitUntilReady(control, point))
+void waitLessFromNowOn() {
+    longestWait = shortWait;
+}
+
+void settle(double seconds) {
+    // This timer fires after all timers that are due before it.
+    bool due = false;
+    platform::services().runLoop->callAfter(seconds, [&due] { due = true; });
+    waitFor([&due] { return due; });
+}
+
+bool click(QWidget *control) {
+    const QPoint at = middleOf(control);
+    QWindow *window = moveTo(control, at);
+    if (window)
+        QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier, inWindow(control, at));
+    return window != nullptr;
+}
+
+bool doubleClick(QWidget *control) {
+    QWindow *window = moveTo(control, middleOf(control));
+    if (!window)
         return false;
-    const QPoint at = inWindow(control, point);
-    // Moves in from outside, because the toolkit ignores a move to the pointer's last position.
-    QTest::mouseMove(windowOf(control), QPoint(1, 1));
-    QTest::mouseMove(windowOf(control), at);
-    QTest::mouseClick(windowOf(control), Qt::LeftButton, Qt::NoModifier, at);
+    const QPoint at = inWindow(control, middleOf(control));
+    QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier, at); // selects
+    QTest::mouseDClick(window, Qt::LeftButton, Qt::NoModifier, at);
     return true;
 }
 
-void hover(QWidget *control) {
-    if (!waitUntilReady(control, control->rect().center()))
-        return;
-    QTest::mouseMove(windowOf(control), QPoint(1, 1)); // from outside
-    QTest::mouseMove(windowOf(control), inWindow(control, control->rect().center()));
+bool hover(QWidget *control) {
+    return moveTo(control, middleOf(control)) != nullptr;
 }
 
 bool drag(QWidget *control, const QPoint &from, const QPoint &distance) {
-    if (!waitUntilReady(control, from))
+    QWindow *window = moveTo(control, from);
+    if (!window)
         return false;
     // The end of the gesture may delete the control.
-    QWindow *window = windowOf(control);
     const QPoint begin = inWindow(control, from);
-    QTest::mouseMove(window, begin);
     QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, begin);
     for (int i = 1; i <= dragSteps; ++i)
         QTest::mouseMove(window, begin + distance * i / dragSteps);
@@ -110,19 +119,10 @@ bool drag(QWidget *control, const QPoint &from, const QPoint &distance) {
     return true;
 }
 
-bool doubleClick(QWidget *control, const QPoint &at) {
-    if (!waitUntilReady(control, at))
-        return false;
-    // A double click begins with a click, which selects.
-    QTest::mouseClick(windowOf(control), Qt::LeftButton, Qt::NoModifier, inWindow(control, at));
-    QTest::mouseDClick(windowOf(control), Qt::LeftButton, Qt::NoModifier, inWindow(control, at));
-    return true;
-}
-
-bool press(QWidget *window, Qt::Key key, Qt::KeyboardModifiers modifiers) {
+bool press(QWidget *window, QKeyCombination key) {
     if (!activate(window))
         return false;
-    QTest::keyClick(window->windowHandle(), key, modifiers);
+    QTest::keyClick(window->windowHandle(), key.key(), key.keyboardModifiers());
     return true;
 }
 
@@ -134,6 +134,11 @@ bool type(QWidget *window, const QString &text) {
     return true;
 }
 
+QString pluginText(const QString &key) {
+    QString text = platform::services().pluginBundle->localizedString(key, key, u"Localizable_prl"_s);
+    return text.remove(u'&').trimmed();
+}
+
 QWidget *shown(const QString &objectName) {
     for (QWidget *widget : QApplication::allWidgets())
         if (widget->objectName() == objectName && widget->isVisible())
@@ -141,23 +146,24 @@ QWidget *shown(const QString &objectName) {
     return nullptr;
 }
 
-QWidget *shownButton(const QString &text) {
+QAbstractButton *shownButton(const QString &key, const QWidget *window) {
     for (QWidget *widget : QApplication::allWidgets()) {
-        const auto *button = qobject_cast<QAbstractButton *>(widget);
-        if (button && button->isVisible() && plain(button->text()) == text)
-            return widget;
+        auto *button = qobject_cast<QAbstractButton *>(widget);
+        if (button && button->isVisible() && (!window || button->window() == window) &&
+            button->text().remove(u'&') == pluginText(key))
+            return button;
     }
     return nullptr;
 }
 
-bool waitForButton(const QString &text) {
-    return Report::waitFor([&text] { return shownButton(text) != nullptr; });
+bool waitForButton(const QString &key) {
+    return waitFor([&key] { return shownButton(key) != nullptr; });
 }
 
 QMenu *openMenu(QWidget *control) {
     QMenu *menu = nullptr;
     const auto opened = [&] { return (menu = qobject_cast<QMenu *>(QApplication::activePopupWidget())); };
-    return click(control) && Report::waitFor(opened) ? menu : nullptr;
+    return click(control) && waitFor(opened) ? menu : nullptr;
 }
 
 bool choose(QMenu *menu, int entry) {
@@ -166,7 +172,7 @@ bool choose(QMenu *menu, int entry) {
     if (entry >= entries.size() || !entries[entry]->isEnabled())
         return false;
     QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(entries[entry]).center());
-    Report::settle();
+    settle();
     return true;
 }
 
@@ -175,12 +181,12 @@ QMessageBox *alert() {
 }
 
 bool waitForAlert() {
-    return Report::waitFor([] { return alert() != nullptr; });
+    return waitFor([] { return alert() != nullptr; });
 }
 
 bool dismissModal() {
     press(QApplication::activeModalWidget(), Qt::Key_Escape);
-    return Report::waitFor([] { return QApplication::activeModalWidget() == nullptr; });
+    return waitFor([] { return QApplication::activeModalWidget() == nullptr; });
 }
 
 } // namespace walkthrough

@@ -1,31 +1,34 @@
-// The parts of the walk-through and their steps.
+// The parts of the walk-through, in the order in which they build on each other. Each throws Stopped when one
+// of its steps fails.
 #pragma once
 
 #include "standin/walkthrough/Session.h"
 
-#include <vector>
-
 namespace walkthrough {
 
-struct Part {
+void cancelWithoutClient(Session &walk);
+void changeInEditor(Session &walk);
+void changeOnCalendar(Session &walk);
+void changeWithoutClient(Session &walk); // and with one that refuses
+void changeWithLateAnswers(Session &walk);
+void deleteOnCalendar(Session &walk);
+void useToolBar(Session &walk);
+void addAudioConferences(Session &walk);
+void scheduleForOthers(Session &walk);
+
+inline constexpr struct {
     const char *name;
-    // Each returns whether the next one can run.
-    std::vector<bool (*)(Session &session)> steps;
+    void (*run)(Session &walk);
+} parts[] = {
+    {"cancellation", cancelWithoutClient},
+    {"editor", changeInEditor},
+    {"calendar", changeOnCalendar},
+    {"refusals", changeWithoutClient},
+    {"late answers", changeWithLateAnswers},
+    {"deletions", deleteOnCalendar},
+    {"tool-bar", useToolBar},
+    {"audio conferences", addAudioConferences},
+    {"on behalf", scheduleForOthers},
 };
-
-// Runs all parts in this process, with the host of one generation. Returns the exit code: 0 if every step
-// succeeded.
-int runWalkthrough(const SessionOptions &options);
-
-Part editorPart();     // add a meeting through the sheet, save, reopen, change,
-                       // move, remove, send
-Part calendarPart();   // changes on the calendar, with no editor open
-Part refusalPart();    // the same without a client, and refused by it
-Part lateAnswerPart(); // the same with a late answer of the client
-Part deletionPart();
-Part toolBarPart();
-Part audioPart();
-Part onBehalfPart();
-bool cancelWithoutClient(Session &session);
 
 } // namespace walkthrough

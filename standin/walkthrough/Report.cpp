@@ -2,16 +2,13 @@
 
 #include "platform/services/Services.h"
 #include "standin/support/BusNames.h"
-#include "standin/walkthrough/ResultPage.h"
+#include "standin/walkthrough/Input.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QEventLoop>
 #include <QPixmap>
+#include <QProcess>
 #include <QWidget>
-#include <algorithm>
+#include <csignal>
 #include <cstdio>
-#include <limits>
 
 namespace walkthrough {
 
@@ -20,13 +17,11 @@ namespace names = standin::names;
 namespace {
 
 constexpr int shownCharacters = 140;
-constexpr int shortTimeout = 3000;
-constexpr int slice = 20; // milliseconds for which the event loop runs between two looks at a condition
+const QString bus = u"org.freedesktop.DBus"_s;
 
-QString oneLine(QString text) {
-    text.replace(u'\r', u' ').replace(u'\n', u' ');
-    text = text.simplified();
-    return text.size() > shownCharacters ? text.left(shownCharacters) + u"..."_s : text;
+QString oneLine(const QString &text) {
+    const QString line = text.simplified();
+    return line.size() > shownCharacters ? line.left(shownCharacters) + u"..."_s : line;
 }
 
 void printLine(const QString &line) {
@@ -34,24 +29,27 @@ void printLine(const QString &line) {
     std::fflush(stdout);
 }
 
-} // namespace
-
-int Report::s_longestTimeout = std::numeric_limits<int>::max();
-
-void Report::expect(const ProcessKill &kill) {
-    m_kill = kill;
-    s_longestTimeout = shortTimeout;
+// Kills the owner of that name on the bus without warning; false if there is none.
+bool killOwnerOf(const QString &name) {
+    QProcess asking;
+    asking.start(u"dbus-send"_s, {u"--session"_s, u"--print-reply=literal"_s, u"--dest="_s + bus, u"/"_s,
+                                  bus + u".GetConnectionUnixProcessID"_s, u"string:"_s + name});
+    asking.waitForFinished();
+    const QByteArrayList words = asking.readAllStandardOutput().simplified().split(' '); // "uint32 1234"
+    const int id = words.last().toInt();
+    return id > 0 && ::kill(id, SIGKILL) == 0;
 }
 
-Report::Report(QString folder)
-    : m_folder(std::move(folder)) {
-    platform::DistributedNotificationCenter &bus = *platform::services().distributedNotifications;
-    m_observers << bus.addObserver(
-        names::requestsToClient,
-        [this](const QString &, const platform::TextMap &info) { record(true, info); });
-    m_observers << bus.addObserver(
-        names::answersOfClient,
-        [this](const QString &, const platform::TextMap &info) { record(false, info); });
+} // namespace
+
+Report::Report(QString folder, const QString &kill)
+    : m_folder(std::move(folder))
+    , m_toKill(QHash<QString, QString>{
+          {u"host"_s, names::host}, {u"client"_s, names::client}, {u"agent"_s, names::agent}, {u"bus"_s, bus}}
+                   .value(kill.section(u':', 0, 0)))
+    , m_killAt(kill.section(u':', 1).toInt()) {
+    if (!m_toKill.isEmpty())
+        waitLessFromNowOn();
 }
 
 Report::~Report() {
@@ -59,22 +57,40 @@ Report::~Report() {
         platform::services().distributedNotifications->removeObserver(observer);
 }
 
-void Report::record(bool sent, const platform::TextMap &userInfo) {
-    m_messages.append({sent, userInfo.value(names::actionIdKey).toUInt(), userInfo.value(names::contentKey)});
-    if (m_kill && m_messages.size() == m_kill->atMessage)
-        comment(u"a kill at message %1: %2 killed"_s.arg(m_messages.size()).arg(m_kill->execute()));
+void Report::observe() {
+    platform::DistributedNotificationCenter &center = *platform::services().distributedNotifications;
+    for (const QString &channel : {names::requestsToClient, names::answersOfClient})
+        m_observers << center.addObserver(
+            channel, [this, sent = channel == names::requestsToClient](
+                         const QString &, const platform::TextMap &info) { record(sent, info); });
 }
 
-bool Report::step(bool ok, const QString &what) {
+void Report::record(bool sent, const platform::TextMap &userInfo) {
+    m_messages.append({sent, userInfo.value(names::actionIdKey).toUInt(), userInfo.value(names::contentKey)});
+    if (m_messages.size() == m_killAt && !m_toKill.isEmpty())
+        comment(u"a kill at message %1: %2 killed"_s.arg(m_killAt).arg(int(killOwnerOf(m_toKill))));
+}
+
+void Report::write(bool ok, const QString &what) {
     printLine((ok ? u"ok - "_s : u"not ok - "_s) + what);
     for (; m_reported < m_messages.size(); ++m_reported) {
         const Message &message = m_messages[m_reported];
         comment(u"%1 %2: %3"_s.arg(message.sent ? u"sent"_s : u"answered"_s)
-                    .arg(message.actionId)
+                    .arg(message.action)
                     .arg(oneLine(message.content)));
     }
     m_failed = m_failed || !ok;
-    return ok;
+}
+
+void Report::step(bool ok, const QString &what) {
+    write(ok, what);
+    if (!ok)
+        throw Stopped();
+}
+
+void Report::need(bool ok, const QString &what) {
+    if (!ok)
+        step(false, what);
 }
 
 void Report::comment(const QString &text) {
@@ -86,39 +102,21 @@ void Report::picture(QWidget *widget, const QString &name) {
     if (widget && widget->grab().save(m_folder + u'/' + file))
         printLine(pictureMark + file);
     else
-        step(false, u"a picture of %1 is saved"_s.arg(name));
+        write(false, u"a picture of %1 is saved"_s.arg(name));
 }
 
-bool Report::waitFor(const std::function<bool()> &condition, int milliseconds) {
-    const QDeadlineTimer deadline(std::min(milliseconds, s_longestTimeout));
-    while (!condition()) {
-        if (deadline.hasExpired())
-            return false;
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, slice);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-    return true;
+QStringList Report::sentContents(const Request &request) const {
+    QStringList contents;
+    for (const Message &message : m_messages.mid(m_marked))
+        if (message.sent && message.action == request.action && message.content.startsWith(request.prefix))
+            contents << message.content;
+    return contents;
 }
 
-void Report::settle(double seconds) {
-    // This timer fires after all timers that are due before it.
-    bool due = false;
-    platform::services().runLoop->callAfter(seconds, [&due] { due = true; });
-    waitFor([&due] { return due; });
-}
-
-int Report::sentSinceMark(quint32 actionId, const QString &prefix) const {
-    int count = 0;
-    for (const Message &message : sinceMark())
-        count += message.sent && message.actionId == actionId && message.content.startsWith(prefix);
-    return count;
-}
-
-int Report::answeredSinceMark(quint32 actionId) const {
-    int count = 0;
-    for (const Message &message : sinceMark())
-        count += !message.sent && message.actionId == actionId;
-    return count;
+qsizetype Report::answered(quint32 action) const {
+    const QList<Message> messages = m_messages.mid(m_marked);
+    return std::ranges::count_if(
+        messages, [action](const Message &message) { return !message.sent && message.action == action; });
 }
 
 } // namespace walkthrough

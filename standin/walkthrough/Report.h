@@ -2,61 +2,74 @@
 // pictures in a folder.
 #pragma once
 
+#include "platform/Literals.h"
 #include "platform/services/bus/Notifications.h"
-#include "standin/walkthrough/ProcessKill.h"
 
 #include <QList>
-#include <QString>
-#include <functional>
 
 class QWidget;
 
 namespace walkthrough {
 
-// One message between plug-in and client.
-struct Message {
-    bool sent = false; // by the plug-in
-    quint32 actionId = 0;
-    QString content;
+// The mark before a picture's file name in a report.
+inline const QString pictureMark = u"# picture "_s;
+
+// A kind of request from the plug-in to the client: its action, and how its content begins.
+struct Request {
+    quint32 action;
+    QString prefix;
 };
+namespace requests {
+inline const Request start{2, {}};
+inline const Request meeting{3, {}};
+inline const Request schedule{3, u"1;"_s};
+inline const Request update{3, u"2;"_s};
+inline const Request deletion{3, u"3;"_s};
+inline const Request profile{6, {}};
+inline const Request accounts{9, {}};
+} // namespace requests
+inline constexpr quint32 updateAnswer = 2;
+inline constexpr quint32 readAnswer = 4;
+
+// Thrown by the first failed step: the others build on it.
+struct Stopped {};
 
 class Report {
 public:
-    // Observes both channels of the client during its lifetime. Pictures go into `folder`, which exists.
-    explicit Report(QString folder);
+    // Pictures go into `folder`, which exists before the first one. `kill` is a fault to inject: "client:7"
+    // kills the client (or "host", "agent", "bus") as `kill -9` does at the 7th message.
+    Report(QString folder, const QString &kill);
     ~Report();
+    // Records the messages between plug-in and client from now on. Needs the services.
+    void observe();
 
-    // Writes one TAP line, with the messages since the last one below it. If `ok` is false, the walk-through
-    // fails.
-    bool step(bool ok, const QString &what);
-    void comment(const QString &text);
+    // Writes one TAP line, with the messages since the last one below it.
+    void step(bool ok, const QString &what);
+    // What the next step needs: a step of its own only if it is missing.
+    void need(bool ok, const QString &what);
+    static void comment(const QString &text);
     // Saves a picture of the widget and reports its file; a failure fails the report.
     void picture(QWidget *widget, const QString &name);
-
-    // Runs the event loop until the condition holds; returns false if it does not within the time.
-    static bool waitFor(const std::function<bool()> &condition, int milliseconds = usualTimeout);
-    // Announces a fault. Time-outs are shorter then, because the awaited event may never come.
-    void expect(const ProcessKill &kill);
-    // Runs all timers that are due within the seconds (0: those already due).
-    static void settle(double seconds = 0);
-
-    // The messages since the last mark, in order.
-    void mark() { m_marked = m_messages.size(); }
-    [[nodiscard]] QList<Message> sinceMark() const { return m_messages.mid(m_marked); }
-    // The number of requests that the plug-in sent since the mark with this action id and this beginning of
-    // the content.
-    [[nodiscard]] int sentSinceMark(quint32 actionId, const QString &prefix = QString()) const;
-    [[nodiscard]] int answeredSinceMark(quint32 actionId) const;
-
-    [[nodiscard]] const QString &folder() const { return m_folder; }
     [[nodiscard]] bool failed() const { return m_failed; }
 
+    // Messages are counted from the last mark on.
+    void mark() { m_marked = m_messages.size(); }
+    [[nodiscard]] QStringList sentContents(const Request &request) const;
+    [[nodiscard]] qsizetype sent(const Request &request) const { return sentContents(request).size(); }
+    [[nodiscard]] qsizetype answered(quint32 action) const;
+
 private:
-    static constexpr int usualTimeout = 10000;
-    static int s_longestTimeout;
-    std::optional<ProcessKill> m_kill;
+    struct Message {
+        bool sent; // by the plug-in
+        quint32 action;
+        QString content;
+    };
     void record(bool sent, const platform::TextMap &userInfo);
+    void write(bool ok, const QString &what);
+
     QString m_folder;
+    QString m_toKill; // name on the bus
+    int m_killAt = 0;
     QList<Message> m_messages;
     qsizetype m_marked = 0;
     qsizetype m_reported = 0;

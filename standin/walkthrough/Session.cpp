@@ -1,308 +1,313 @@
 #include "standin/walkthrough/Session.h"
 
-#include "platform/services/Services.h"
 #include "standin/mailhost/store/SampleCalendar.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/grid/EventTileView.h"
-#include "standin/walkthrough/Input.h"
+#include "standin/support/BusNames.h"
 
-#include <QAbstractButton>
 #include <QDir>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <algorithm>
 
 namespace walkthrough {
 
 namespace controls = mailhost::controls;
+namespace names = standin::names;
 
 namespace {
+
 constexpr double closingSeconds = 0.1; // the plug-in forgets a closed editor a hundredth of a second later
-constexpr int launchMilliseconds = 30000;
+constexpr int startMilliseconds = 20'000;
+constexpr int launchMilliseconds = 30'000;
+
+QString outFolder(const SessionOptions &options) {
+    return QDir(options.out).filePath(u"host-"_s + options.hostVersion);
+}
+
+mailhost::HostOptions hostOptions(const SessionOptions &options, const QDir &state) {
+    const QDir out(outFolder(options));
+    mailhost::HostOptions host;
+    host.hostVersion = options.hostVersion;
+    host.documentsFolder = state.filePath(u"Documents"_s);
+    host.defaultsFolder = state.filePath(u"defaults"_s);
+    host.outbox = out.filePath(u"outbox"_s);
+    host.calendarPath = out.filePath(u"calendar.ics"_s);
+    return host;
+}
+
+QJsonObject jsonObject(const QByteArray &text) {
+    return QJsonDocument::fromJson(text).object();
+}
+
+// The identifier of an unchanged day of a series contains its date.
+QDate dayOf(const mailhost::Appointment &stored, const QString &instanceId) {
+    if (!stored.uid.isEmpty())
+        return stored.start.value.toLocalTime().date();
+    QDateTime named = QDateTime::fromString(instanceId.left(15), u"yyyyMMdd'T'HHmmss"_s);
+    if (instanceId.endsWith(u'Z'))
+        named.setTimeSpec(Qt::UTC);
+    return named.toLocalTime().date();
+}
+
+bool waitUntilClosed() {
+    const bool closed = waitFor([] { return !Session::editor(); });
+    settle(closingSeconds);
+    return closed;
+}
+
 } // namespace
 
-QString pluginText(const QString &key) {
-    QString text = platform::services().pluginBundle->localizedString(key, key, u"Localizable_prl"_s);
-    return text.remove(u'&').trimmed();
+bool looksLike(const mailhost::Appointment &one, const mailhost::Appointment &other) {
+    return one.start.value == other.start.value && one.end.value == other.end.value &&
+           one.summary == other.summary;
 }
 
 Session::Session(const SessionOptions &options)
-    : m_session(options)
-    , m_out(QDir(options.out).filePath(u"host-"_s + options.hostVersion))
-    , m_calendarPath(QDir(m_out).filePath(u"calendar.ics"_s))
-    , m_source(options.calendar) {
-    m_options.hostVersion = options.hostVersion;
-    m_options.documentsFolder = stateFolder(u"Documents"_s);
-    m_options.defaultsFolder = stateFolder(u"defaults"_s);
-    m_options.outbox = QDir(m_out).filePath(u"outbox"_s);
-    m_options.calendarPath = m_calendarPath;
+    : Report(outFolder(options), options.kill)
+    , m_session(options)
+    , m_clientData(QDir(isFresh() ? m_folders.path() : options.state).filePath(u"client/meetings.json"_s))
+    , m_host(hostOptions(options, QDir(isFresh() ? m_folders.path() : options.state))) {
+    qputenv("PARLO_CLIENT_DATA", m_clientData.toUtf8());
 }
 
-QString Session::stateFolder(const QString &name) const {
-    return QDir(m_session.state.isEmpty() ? m_folders.path() : m_session.state).filePath(name);
+Session::~Session() {
+    endClient();
 }
 
 bool Session::copyCalendar() const {
-    if (!m_source.isEmpty())
-        return QFile::copy(m_source, m_calendarPath);
+    QDir().mkpath(outFolder(m_session));
+    QDir(m_host.options().outbox).removeRecursively(); // of an earlier run
+    QFile file(m_host.options().calendarPath);
+    file.remove();
+    if (!m_session.calendar.isEmpty())
+        return QFile::copy(m_session.calendar, file.fileName());
     const QByteArray sample = mailhost::sampleCalendar(QDate::currentDate());
-    QFile file(m_calendarPath);
     return file.open(QIODevice::WriteOnly) && file.write(sample) == sample.size();
 }
 
-bool Session::start() {
-    QDir().mkpath(m_out);
-    QFile::remove(m_calendarPath);
-    QDir(m_options.outbox).removeRecursively(); // of an earlier run
-    if (!copyCalendar()) {
-        std::fprintf(stderr, "The calendar %s cannot be copied to %s.\n", qPrintable(m_source),
-                     qPrintable(m_calendarPath));
-        return false;
-    }
-    m_host = std::make_unique<mailhost::HostApplication>(m_options);
+void Session::start() {
+    need(copyCalendar(), u"the calendar %1 is copied to %2"_s.arg(m_session.calendar, m_session.out));
+    m_host.installDesktopServices();
+    observe();
     QString error;
-    m_host->installDesktopServices();
-    const bool installed = m_host->installBundle(&error);
-    m_report = std::make_unique<Report>(m_out);
-    if (m_session.kill)
-        m_report->expect(*m_session.kill);
-    m_host->start();
-    const bool opened = installed && m_host->openCalendar(&error);
-    m_host->show();
-    if (!step(opened, u"the host opens the calendar "_s + error))
-        return false;
-    m_client = std::make_unique<RunningClient>(stateFolder(u"client/meetings.json"_s));
-    if (!step(m_agent.start(), u"the plug-in agent runs in a process of its own"_s))
-        return false;
-    QString pluginError;
-    if (!step(m_host->loadPlugin(&pluginError), u"the plug-in is loaded %1"_s.arg(pluginError)))
-        return false;
-    Report::waitFor([] { return shown(controls::mainWindow) != nullptr; });
-    picture(shown(controls::mainWindow), u"main-window"_s);
-    return pickAppointments();
+    const bool installed = m_host.installBundle(&error);
+    m_host.start();
+    const bool opened = installed && m_host.openCalendar(&error);
+    m_host.show();
+    step(opened, u"the host opens the calendar "_s + error);
+    const platform::Workspace &workspace = *platform::services().workspace;
+    m_agent.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    step(m_agent.run(workspace.executablePath(workspace.pathForBundleIdentifier(names::agent))) &&
+             waitFor([] { return standin::isRunning(names::agent); }, startMilliseconds),
+         u"the plug-in agent runs in a process of its own"_s);
+    const bool loaded = m_host.loadPlugin(&error);
+    step(loaded, u"the plug-in is loaded "_s + error);
+    waitFor([this] { return mainWindow()->isVisible(); });
+    picture(mainWindow(), u"main-window"_s);
+    pickAppointments();
 }
 
-// Picks an appointment without attendees and meetings with attendees: owned by the user, nearest to today,
-// not recurring.
-bool Session::pickAppointments() {
+// Owned by the user, nearest to today, not recurring. Makes an appointment if the calendar has none of the
+// user.
+void Session::pickAppointments() {
     const QDateTime now = QDateTime::currentDateTime();
-    QList<mailhost::Appointment> all = m_host->session()->file().appointments();
-    std::sort(all.begin(), all.end(), [&now](const mailhost::Appointment &a, const mailhost::Appointment &b) {
-        return std::abs(a.start.value.secsTo(now)) < std::abs(b.start.value.secsTo(now));
+    QList<mailhost::Appointment> all = m_host.session()->file().appointments();
+    std::ranges::sort(all, {}, [&now](const mailhost::Appointment &appointment) {
+        return std::abs(appointment.start.value.secsTo(now));
     });
     for (const mailhost::Appointment &appointment : all) {
         if (!appointment.recurrenceRule.isEmpty() || !appointment.recurrenceId.isEmpty() ||
             appointment.start.kind == mailhost::CalendarTime::Kind::Date ||
-            !appointment.ucCapabilities.isEmpty() || !m_host->session()->isOwner(appointment))
+            !appointment.ucCapabilities.isEmpty() || !m_host.session()->isOwner(appointment))
             continue;
-        QString &uid = appointment.attendees.isEmpty() ? m_uid
-                       : m_meetingUid.isEmpty()        ? m_meetingUid
-                                                       : m_otherMeetingUid;
+        QString &uid = appointment.attendees.isEmpty() ? m_picked.plain
+                       : m_picked.meeting.isEmpty()    ? m_picked.meeting
+                                                       : m_picked.otherMeeting;
         if (uid.isEmpty())
             uid = appointment.uid;
     }
-    if (m_uid.isEmpty())
-        m_uid = makeAppointment();
-    return step(!m_uid.isEmpty(), u"the calendar has an appointment to use"_s);
-}
-
-// Makes an appointment if the calendar has none of the user.
-QString Session::makeAppointment() {
-    if (!openNew(u"Made for this run"_s) || !save())
-        return {};
-    const QString uid = editorController()->content()->UUID();
-    return closeEditor() ? uid : QString();
+    bool hasOne = !m_picked.plain.isEmpty();
+    if (!hasOne && openNew(u"Made for this run"_s) && save()) {
+        m_picked.plain = editor()->viewController()->content()->UUID();
+        hasOne = closeEditor();
+    }
+    step(hasOne, u"the calendar has an appointment to use"_s);
 }
 
 mailhost::Appointment Session::inFile(const QString &uid, const QString &recurrenceId) const {
     QString error;
-    const auto file = mailhost::CalendarFile::open(m_calendarPath, &error);
-    const auto found = file ? file->find(uid, recurrenceId) : std::nullopt;
-    return found ? *found : mailhost::Appointment();
+    const auto file = mailhost::CalendarFile::open(m_host.options().calendarPath, &error);
+    return file ? file->find(uid, recurrenceId).value_or(mailhost::Appointment()) : mailhost::Appointment();
 }
 
 QJsonObject Session::record(const QString &uid) const {
-    return QJsonDocument::fromJson(inFile(uid).ucCapabilities.toUtf8()).object();
+    return jsonObject(inFile(uid).ucCapabilities.toUtf8());
 }
 
 QString Session::meetingKey(const QString &uid) const {
     return record(uid).value(u"meetingKey"_s).toString();
 }
 
-QJsonObject Session::meetingOf(const QString &uid) const {
-    return m_client->meeting(meetingKey(uid));
+qsizetype Session::mailsInOutbox() const {
+    return QDir(m_host.options().outbox).entryList({u"*.eml"_s}, QDir::Files).size();
 }
 
-QStringList Session::sentMessages() const {
-    return QDir(m_options.outbox).entryList({u"*.eml"_s}, QDir::Files);
+bool Session::isClientRunning() {
+    return standin::isRunning(names::client);
 }
 
-QWidget *Session::mainWindow() const {
-    const mailhost::MainWindowController *controller = m_host->mainWindowController();
-    return controller ? controller->window() : nullptr;
+void Session::tell(const QString &rule) {
+    standin::post(names::control, {{names::controlRuleKey, rule}});
+    settle(0.2);
 }
 
-// The identifier of an unchanged day of a series contains its date.
-QDate Session::dayOf(const QString &uid, const QString &instanceId) const {
-    const mailhost::Appointment stored = inFile(uid, instanceId);
-    if (!stored.uid.isEmpty())
-        return stored.start.value.toLocalTime().date();
-    const QString format = u"yyyyMMdd'T'HHmmss"_s;
-    QDateTime named = QDateTime::fromString(instanceId.left(15), format);
-    if (instanceId.endsWith(u'Z'))
-        named.setTimeSpec(Qt::UTC);
-    return named.toLocalTime().date();
+void Session::endClient() {
+    tell(names::controlExit);
+    waitFor([] { return !isClientRunning(); });
+}
+
+void Session::launchClient(const QString &what) {
+    const bool clicked = click(shownButton(buttons::launch));
+    step(clicked && waitFor(isClientRunning, launchMilliseconds), what);
+}
+
+QJsonObject Session::clientMeeting(const QString &key) const {
+    QFile file(m_clientData);
+    const QJsonObject data = file.open(QIODevice::ReadOnly) ? jsonObject(file.readAll()) : QJsonObject();
+    return data.value(u"meetings"_s).toObject().value(key).toObject();
+}
+
+mailhost::MainWindow *Session::mainWindow() const {
+    const mailhost::MainWindowController *controller = m_host.mainWindowController();
+    return controller ? controller->mainWindow() : nullptr;
 }
 
 mailhost::CalendarGrid *Session::reveal(const QString &uid, const QString &instanceId) const {
-    mailhost::MainWindowController *controller = m_host->mainWindowController();
+    mailhost::MainWindowController *controller = m_host.mainWindowController();
     if (!controller)
         return nullptr;
-    controller->showDay(dayOf(uid, instanceId));
+    controller->showDay(dayOf(inFile(uid, instanceId), instanceId));
+    settle();
     mailhost::CalendarGrid *grid = controller->mainWindow()->calendar();
-    Report::settle();
     return grid->select(uid, instanceId) ? grid : nullptr;
 }
 
-mailhost::EditorViewController *Session::editorController() const {
-    const auto open = mailhost::EditorWindowController::open();
-    return open.isEmpty() ? nullptr : open.last()->editorWindow()->viewController();
+mailhost::CalendarGrid *Session::select(const QString &uid, const QString &instanceId) {
+    mailhost::CalendarGrid *grid = reveal(uid, instanceId);
+    need(grid, u"the grid shows the appointment"_s);
+    return grid;
 }
 
-QWidget *Session::editor() const {
-    const auto open = mailhost::EditorWindowController::open();
-    return open.isEmpty() ? nullptr : open.last()->window();
+void Session::pressOn(const QString &uid, QKeyCombination key, const QString &instanceId) {
+    select(uid, instanceId);
+    press(mainWindow(), key);
 }
 
-QWidget *Session::stripButton(const QString &text) const {
-    QWidget *window = editor();
-    if (!window)
-        return nullptr;
-    for (QAbstractButton *button : window->findChildren<QAbstractButton *>())
-        if (button->isVisible() && button->accessibleName().startsWith(text))
-            return button;
+bool Session::shows(const QString &uid) const {
+    const mailhost::Appointment stored = inFile(uid);
+    const mailhost::CalendarGrid *grid = reveal(uid);
+    if (!grid)
+        return stored.uid.isEmpty();
+    const std::optional<mailhost::Occurrence> shown = grid->selected();
+    return shown && shown->start == stored.start.value && shown->end == stored.end.value &&
+           shown->summary == stored.summary;
+}
+
+mailhost::EditorWindow *Session::editor() {
+    const auto open = mailhost::EditorWindowController::open();
+    return open.isEmpty() ? nullptr : open.last()->editorWindow();
+}
+
+QAbstractButton *Session::stripButton(const QString &key) {
+    if (editor())
+        for (QAbstractButton *button : editor()->findChildren<QAbstractButton *>())
+            if (button->isVisible() && button->accessibleName().startsWith(pluginText(key)))
+                return button;
     return nullptr;
 }
 
-bool Session::open(const QString &uid) {
-    const mailhost::CalendarGrid *grid = reveal(uid);
-    mailhost::EventTileView *tile = grid ? grid->selectedTile() : nullptr;
-    return tile && doubleClick(tile, tile->rect().center()) &&
-           Report::waitFor([this] { return editor() != nullptr; }) && Report::waitFor([this] {
-               return stripButton(ButtonText::add()) || stripButton(ButtonText::remove());
-           });
+bool Session::waitForStrip(const QString &key) {
+    return waitFor([&key] { return stripButton(key) != nullptr; });
 }
 
-bool Session::openNew(const QString &subject, const QString &attendee) const {
-    click(shown(controls::newAppointmentButton));
-    if (!Report::waitFor([this] { return editor() != nullptr; }) || !waitForStrip(ButtonText::add()))
-        return false;
-    // The proposed values are written when the field has the focus, so that they do not overwrite input.
-    control<QLineEdit>(controls::subjectField)->setFocus();
-    type(editor(), subject);
-    if (attendee.isEmpty())
-        return true;
-    control<QLineEdit>(controls::attendeesField)->setFocus();
-    return type(editor(), attendee);
-}
-
-QWidget *Session::strip() const {
-    const QWidget *button = stripButton(ButtonText::add());
-    if (!button)
-        button = stripButton(ButtonText::remove());
+QWidget *Session::strip() {
+    const QAbstractButton *add = stripButton(buttons::add);
+    const QAbstractButton *button = add ? add : stripButton(buttons::remove);
     return button ? button->parentWidget() : nullptr;
 }
 
-bool Session::waitUntilClosed() const {
-    const bool closed = Report::waitFor([this] { return !editor(); });
-    Report::settle(closingSeconds);
-    return closed;
+bool Session::open(const QString &uid) const {
+    const mailhost::CalendarGrid *grid = reveal(uid);
+    return grid && doubleClick(grid->selectedTile()) && waitFor([] { return strip() != nullptr; });
 }
 
-bool Session::closeEditor() const {
-    press(editor(), Qt::Key_W, Qt::ControlModifier);
+bool Session::openNew(const QString &subject, const QString &attendee) {
+    click(shown(controls::newAppointmentButton));
+    return waitForStrip(buttons::add) && typeInto(controls::subjectField, subject) &&
+           (attendee.isEmpty() || typeInto(controls::attendeesField, attendee));
+}
+
+// The proposed values are written when the field has the focus, so that they do not overwrite input.
+bool Session::typeInto(const QString &field, const QString &text) {
+    control<QLineEdit>(field)->setFocus();
+    return type(editor(), text);
+}
+
+bool Session::save() {
+    press(editor(), Qt::CTRL | Qt::Key_S);
+    settle();
+    return waitFor([] { return editor() && !editor()->viewController()->isDirty(); });
+}
+
+bool Session::send() {
+    click(shown(controls::sendButton));
     return waitUntilClosed();
 }
 
-bool Session::discardEditor() const {
-    press(editor(), Qt::Key_W, Qt::ControlModifier);
-    Report::waitFor([this] { return !editor() || shown(controls::discardChangesButton); });
+bool Session::closeEditor() {
+    press(editor(), Qt::CTRL | Qt::Key_W);
+    return waitUntilClosed();
+}
+
+bool Session::discardEditor() {
+    press(editor(), Qt::CTRL | Qt::Key_W);
+    waitFor([] { return !editor() || shown(controls::discardChangesButton); });
     if (QWidget *discard = shown(controls::discardChangesButton))
         click(discard);
     return waitUntilClosed();
 }
 
-bool Session::isSaved() const {
-    return editorController() && !editorController()->isDirty();
+void Session::askForMeeting() {
+    mark();
+    const bool opened = click(stripButton(buttons::add)) && waitForButton(buttons::confirm);
+    step(opened, u"a click on \"%1\" opens the settings sheet"_s.arg(pluginText(buttons::add)));
 }
 
-bool Session::save() const {
-    press(editor(), Qt::Key_S, Qt::ControlModifier);
-    Report::settle();
-    return Report::waitFor([this] { return isSaved(); });
-}
-
-bool Session::send() const {
-    click(shown(controls::sendButton));
-    return waitUntilClosed();
-}
-
-bool Session::launchFromAlert(const QString &what) {
-    click(shownButton(ButtonText::launch()));
-    return step(Report::waitFor([] { return RunningClient::isRunning(); }, launchMilliseconds), what);
-}
-
-bool Session::askForMeeting() {
-    m_report->mark();
-    if (!click(stripButton(ButtonText::add())))
-        return step(false, u"the button \"%1\" can be clicked"_s.arg(ButtonText::add()));
-    if (!waitForButton(ButtonText::confirm()))
-        return step(false, u"the settings sheet opens"_s);
-    step(true, u"a click on \"%1\" opens the settings sheet"_s.arg(ButtonText::add()));
-    return true;
-}
-
-bool Session::confirmSheet() const {
-    click(shownButton(ButtonText::confirm()));
-    const bool attached =
-        waitForStrip(ButtonText::remove()) && Report::waitFor([this] {
-            return control<QLineEdit>(controls::locationField)->text().contains(u"https://"_s);
-        });
-    Report::settle();
+bool Session::confirmSheet() {
+    click(shownButton(buttons::confirm));
+    const auto hasUrl = [] {
+        const auto *location = control<QLineEdit>(controls::locationField);
+        return location && location->text().contains(u"https://"_s);
+    };
+    const bool attached = waitForStrip(buttons::remove) && waitFor(hasUrl);
+    settle();
     return attached;
 }
 
-bool Session::waitForStrip(const QString &text) const {
-    return Report::waitFor([this, &text] { return stripButton(text) != nullptr; });
-}
-
-bool Session::giveMeeting(const QString &uid) {
-    return open(uid) && giveMeetingToOpen(uid);
-}
-
-bool Session::giveMeetingToOpen(const QString &uid) {
-    if (!click(stripButton(ButtonText::add())) || !waitForButton(ButtonText::confirm()))
-        return false;
-    if (!confirmSheet())
+bool Session::giveMeeting(const QString &uid) const {
+    if (!click(stripButton(buttons::add)) || !waitForButton(buttons::confirm) || !confirmSheet())
         return false;
     if (shown(controls::sendButton))
         return send();
     return save() && !meetingKey(uid).isEmpty() && closeEditor();
 }
 
-bool Session::pressInMain(Qt::Key key, Qt::KeyboardModifiers modifiers) const {
-    return press(mainWindow(), key, modifiers);
-}
-
-bool Session::shows(const QString &uid) const {
-    const mailhost::CalendarGrid *grid = reveal(uid);
-    if (!grid)
-        return !isInFile(uid);
-    const std::optional<mailhost::Occurrence> shown = grid->selected();
-    const mailhost::Appointment stored = inFile(uid);
-    return shown && shown->start == stored.start.value && shown->end == stored.end.value &&
-           shown->summary == stored.summary;
+bool Session::isAlerted(const QString &pictureName) {
+    const bool said = waitForAlert();
+    picture(alert(), pictureName);
+    return dismissModal() && said;
 }
 
 } // namespace walkthrough

@@ -2,7 +2,6 @@
 #include "platform/services/Services.h"
 #include "platform/toolkit/ToolbarCustomization.h"
 #include "standin/mailhost/windows/ControlNames.h"
-#include "standin/walkthrough/Input.h"
 #include "standin/walkthrough/Parts.h"
 
 #include <QApplication>
@@ -37,101 +36,79 @@ private:
     QUrl m_opened;
 };
 
-bool itemsAreThere(Session &session) {
+void useDefaultItems(Session &walk) {
     const QWidget *schedule = shown(scheduleItem);
     const QWidget *start = shown(startItem);
     const bool inOrder =
         schedule && start && schedule->mapToGlobal(QPoint()).x() < start->mapToGlobal(QPoint()).x();
-    session.picture(session.mainWindow(), u"tool-bar"_s);
-    return session.step(inOrder && !shown(audioItem) && !shown(logFolderItem),
-                        u"the window opened last has the plug-in's two items, in their order"_s);
-}
-
-bool schedule(Session &session) {
+    walk.picture(walk.mainWindow(), u"tool-bar"_s);
+    walk.step(inOrder && !shown(audioItem) && !shown(logFolderItem),
+              u"the window opened last has the plug-in's two items, in their order"_s);
     click(shown(scheduleItem));
-    const bool asked =
-        Report::waitFor([&] { return session.editor() && shownButton(ButtonText::confirm()) != nullptr; });
-    session.picture(session.editor(), u"tool-bar-schedule"_s);
+    const bool asked = waitFor([] { return Session::editor() && shownButton(buttons::confirm); });
+    walk.picture(walk.editor(), u"tool-bar-schedule"_s);
     dismissModal();
-    return session.step(session.discardEditor() && asked,
-                        u"\"Schedule meeting\" opens a new editor that adds the meeting by itself"_s);
+    walk.step(walk.discardEditor() && asked,
+              u"\"Schedule meeting\" opens a new editor that adds the meeting by itself"_s);
 }
 
-bool startInstantMeetings(Session &session) {
-    const struct {
-        int choice;
-        QString type;
-        QString what;
-    } starts[] = {{0, u"groupVideo"_s, u"with video"_s}, {1, u"groupShare"_s, u"without video"_s}};
-    bool good = true;
-    for (const auto &start : starts) {
-        session.report().mark();
-        QMenu *menu = openMenu(shown(startItem));
-        session.picture(menu, startItem + u"-menu"_s);
-        const bool sent =
-            choose(menu, start.choice) && Report::waitFor([&] { return session.sent(startAction) == 1; });
-        const QList<Message> messages = session.report().sinceMark();
-        const bool right = std::any_of(messages.begin(), messages.end(), [&](const Message &message) {
-            return message.content.contains(start.type);
-        });
-        good = session.step(sent && right, u"an instant meeting is started "_s + start.what) && good;
-    }
-    return good;
+void startInstantMeeting(Session &walk, int choice, const QString &type, const QString &how) {
+    walk.mark();
+    QMenu *menu = openMenu(shown(startItem));
+    walk.picture(menu, startItem + u"-menu"_s);
+    const bool sent = choose(menu, choice) && waitFor([&] { return walk.sent(requests::start) == 1; });
+    walk.step(sent && walk.sentContents(requests::start).first().contains(type),
+              u"an instant meeting is started "_s + how);
 }
 
-bool customize(Session &session) {
-    session.host().mainWindowController()->mainWindow()->command(controls::customizeToolBarAction)->trigger();
-    if (!Report::waitFor([] { return shown(customization::sheet) != nullptr; }))
-        return session.step(false, u"the tool-bar can be customised"_s);
+void customize(Session &walk) {
+    walk.mainWindow()->command(controls::customizeToolBarAction)->trigger();
+    waitFor([] { return shown(customization::sheet) != nullptr; });
     auto *palette = qobject_cast<QListWidget *>(shown(customization::palette));
-    for (const char *label : {"SchedulePACMeetingLabel", "OpenLogFolderLabel"}) {
-        const auto rows = palette->findItems(pluginText(QLatin1String(label)), Qt::MatchContains);
-        if (rows.isEmpty())
-            continue; // the step fails below
-        palette->setCurrentItem(rows.first());
+    for (const QString &label : {u"SchedulePACMeetingLabel"_s, u"OpenLogFolderLabel"_s}) {
+        if (palette) // otherwise the step below fails
+            palette->setCurrentItem(palette->findItems(pluginText(label), Qt::MatchContains).value(0));
         click(shown(customization::addButton));
-        Report::settle();
+        settle();
     }
-    session.picture(shown(customization::sheet), u"tool-bar-customise"_s);
+    walk.picture(shown(customization::sheet), u"tool-bar-customise"_s);
     click(shown(customization::doneButton));
-    Report::waitFor([] { return shown(customization::sheet) == nullptr; });
-    session.mainWindow()->resize(1280, session.mainWindow()->height());
-    Report::settle();
-    session.picture(session.mainWindow(), u"tool-bar-customised"_s);
-    return session.step(shown(audioItem) && shown(logFolderItem),
-                        u"the user puts the other two items into the tool-bar"_s);
+    waitFor([] { return shown(customization::sheet) == nullptr; });
+    walk.mainWindow()->resize(1280, walk.mainWindow()->height());
+    settle();
+    walk.picture(walk.mainWindow(), u"tool-bar-customised"_s);
+    walk.step(shown(audioItem) && shown(logFolderItem),
+              u"the user puts the other two items into the tool-bar"_s);
 }
 
-bool scheduleAudio(Session &session) {
-    session.report().mark();
+void useAddedItems(Session &walk) {
+    walk.mark();
     QMenu *menu = openMenu(shown(audioItem));
-    session.picture(menu, audioItem + u"-menu"_s);
-    const bool opened = choose(menu, 0) && Report::waitFor([&] { return session.editor() != nullptr; });
-    const bool asked = Report::waitFor([&] { return session.report().sinceMark().size() > 1; });
-    Report::settle(1);
-    session.picture(session.editor(), u"tool-bar-audio"_s);
+    walk.picture(menu, audioItem + u"-menu"_s);
+    const bool opened = choose(menu, 0) && waitFor([] { return Session::editor() != nullptr; });
+    const bool asked = waitFor([&] { return walk.sent(requests::profile) > 0; });
+    settle(1);
+    walk.picture(walk.editor(), u"tool-bar-audio"_s);
     if (QApplication::activeModalWidget())
         dismissModal();
-    Report::settle();
-    return session.step(session.discardEditor() && opened && asked,
-                        u"the first audio-conference account is asked for in a new editor"_s);
-}
-
-bool openLogFolder(Session &session) {
+    settle();
+    walk.step(walk.discardEditor() && opened && asked,
+              u"the first audio-conference account is asked for in a new editor"_s);
     const FileBrowser browser;
     click(shown(logFolderItem));
-    const QString folder =
-        platform::services().workspace->documentsFolder() + u"/ParloMeetingsOutlookPlugin"_s;
-    return session.step(
-        Report::waitFor([&] { return QDir(browser.opened().toLocalFile()) == QDir(folder); }, 3000),
-        u"the log folder opens in the file browser"_s);
+    const QDir logs(platform::services().workspace->documentsFolder() + u"/ParloMeetingsOutlookPlugin"_s);
+    walk.step(waitFor([&] { return QDir(browser.opened().toLocalFile()) == logs; }, 3000),
+              u"the log folder opens in the file browser"_s);
 }
 
 } // namespace
 
-Part toolBarPart() {
-    return {"tool-bar",
-            {itemsAreThere, schedule, startInstantMeetings, customize, scheduleAudio, openLogFolder}};
+void useToolBar(Session &walk) {
+    useDefaultItems(walk);
+    startInstantMeeting(walk, 0, u"groupVideo"_s, u"with video"_s);
+    startInstantMeeting(walk, 1, u"groupShare"_s, u"without video"_s);
+    customize(walk);
+    useAddedItems(walk);
 }
 
 } // namespace walkthrough
