@@ -8,6 +8,7 @@ namespace mailhost {
 namespace {
 
 using Kind = CalendarTime::Kind;
+constexpr Seconds cachedAround = 56 * daySeconds;
 constexpr int mostSteps = 100000; // of one rule for one question: a rule with COUNT is run from its beginning
 constexpr size_t mostInstances = 11000; // of one series in one answer: every minute of a week
 constexpr qsizetype longestRule = 1000;
@@ -169,15 +170,15 @@ void Series::findEnd() {
     m_end = last;
 }
 
-std::vector<Series::Instance> Series::between(Seconds fromUtc, Seconds toUtc) {
-    std::vector<Instance> found;
-    if (!m_end)
-        findEnd();
-    if (fromUtc > *m_end)
-        return found;
+void Series::fillCache(Seconds fromUtc, Seconds toUtc) {
+    const bool frequent =
+        std::any_of(m_rules.begin(), m_rules.end(), [](const Rule &r) { return r.step > 0; });
+    const Seconds around = frequent ? 0 : cachedAround;
+    m_cacheFrom = fromUtc - around;
+    m_cacheTo = toUtc + around;
     // Zones are at most a day away from UTC.
-    const Seconds from = fromUtc - lengthOnClock() - daySeconds;
-    const Seconds to = toUtc + daySeconds;
+    const Seconds from = m_cacheFrom - lengthOnClock() - daySeconds;
+    const Seconds to = m_cacheTo + daySeconds;
     std::set<Seconds> clocks;
     std::set<Seconds> excluded;
     if (m_times.start.clock >= from && m_times.start.clock <= to)
@@ -186,13 +187,13 @@ std::vector<Series::Instance> Series::between(Seconds fromUtc, Seconds toUtc) {
         expand(rule, from, to, &clocks);
     for (const Rule &rule : m_excludedRules)
         expand(rule, from, to, &excluded);
+    m_cache.clear();
     QSet<Seconds> known;
     const auto add = [&](const Instance &one) {
         if (known.contains(one.startUtc) || m_excluded.contains(one.start))
             return;
         known.insert(one.startUtc);
-        if (one.startUtc < toUtc && (one.startUtc >= fromUtc || one.endUtc > fromUtc))
-            found.push_back(one);
+        m_cache.push_back(one);
     };
     for (const Seconds clock : clocks) {
         if (!excluded.contains(clock))
@@ -200,6 +201,19 @@ std::vector<Series::Instance> Series::between(Seconds fromUtc, Seconds toUtc) {
     }
     for (const Instance &additional : m_additional)
         add(additional);
+}
+
+std::vector<Series::Instance> Series::between(Seconds fromUtc, Seconds toUtc) {
+    std::vector<Instance> found;
+    if (!m_end)
+        findEnd();
+    if (fromUtc > *m_end)
+        return found;
+    if (m_cacheFrom >= m_cacheTo || fromUtc < m_cacheFrom || toUtc > m_cacheTo)
+        fillCache(fromUtc, toUtc);
+    std::copy_if(m_cache.begin(), m_cache.end(), std::back_inserter(found), [&](const Instance &one) {
+        return one.startUtc < toUtc && (one.startUtc >= fromUtc || one.endUtc > fromUtc);
+    });
     return found;
 }
 

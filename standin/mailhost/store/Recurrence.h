@@ -57,12 +57,17 @@ private:
         return m_times.span.days * daySeconds + m_times.span.seconds;
     }
     void findEnd();
+    void fillCache(Seconds fromUtc, Seconds toUtc);
 
     TimesOfComponent m_times;
     std::vector<Rule> m_rules;
     std::vector<Rule> m_excludedRules;
     std::vector<Instance> m_additional; // RDATE
     MomentSet m_excluded;
+    // The expansion is expensive, so the weeks around the last request are cached for a user who turns pages.
+    std::vector<Instance> m_cache;
+    Seconds m_cacheFrom = 0;
+    Seconds m_cacheTo = 0;
     std::optional<Seconds> m_end; // of the last instance; computed on first use
 };
 
