@@ -11,18 +11,9 @@
 
 namespace mailhost {
 
-inline void PrintTo(const Attendee &attendee, std::ostream *out) {
-    *out << qPrintable(attendee.name) << " <" << qPrintable(attendee.email) << "> " << int(attendee.type);
-}
-
 class StoreTest : public testing::Test {
 protected:
-    void SetUp() override {
-        qputenv("TZ", "Europe/Berlin");
-        tzset();
-        platform::installTestServices();
-        ASSERT_TRUE(m_folder.isValid());
-    }
+    void SetUp() override { platform::installTestServices(); }
 
     [[nodiscard]] QString path(const QString &name = u"my.ics"_s) const { return m_folder.filePath(name); }
     static QByteArray octets(const QString &path) {
@@ -46,42 +37,47 @@ protected:
         EXPECT_TRUE(file) << qPrintable(error);
         return file;
     }
-    // A calendar of one appointment of these lines.
-    [[nodiscard]] std::unique_ptr<CalendarFile> openedEvent(const QByteArray &lines) const {
+    // A calendar of one appointment of these lines, and of more components.
+    [[nodiscard]] std::unique_ptr<CalendarFile> openedEvent(const QByteArray &lines,
+                                                            const QByteArray &more = {}) const {
         return opened("BEGIN:VCALENDAR\r\nVERSION:2.0\r\nBEGIN:VEVENT\r\nUID:one\r\n" + lines +
-                      "\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n");
+                      "\r\nEND:VEVENT\r\n" + more + "END:VCALENDAR\r\n");
     }
     [[nodiscard]] QByteArray saved(CalendarFile &file) const {
         QString error;
         EXPECT_TRUE(file.save(&error)) << qPrintable(error);
         return octets(file.path());
     }
-    // Lines of `after` that `before` has not ("+") and the other way round ("-"), by the name of their
-    // property, sorted.
-    static QStringList changedNames(const QByteArray &before, const QByteArray &after);
+    [[nodiscard]] static QByteArray unfolded(QByteArray text) {
+        return text.replace("\r\n ", "").replace("\n ", "").replace("\n\t", "");
+    }
+    // The properties whose lines are only in `after` ("+NAME") or only in `before` ("-NAME"), sorted.
+    static QStringList changedNames(const QByteArray &before, const QByteArray &after) {
+        const auto was = unfolded(before).split('\n');
+        const auto is = unfolded(after).split('\n');
+        QStringList names;
+        const auto addMissing = [&](QChar sign, const QList<QByteArray> &lines, QList<QByteArray> others) {
+            for (const QByteArray &line : lines) {
+                if (!others.removeOne(line))
+                    names.append(sign +
+                                 QString::fromUtf8(line.split(':').first().split(';').first().trimmed()));
+            }
+        };
+        addMissing(u'+', is, was);
+        addMissing(u'-', was, is);
+        names.sort();
+        return names;
+    }
+    // Local starts, "MM-dd HH:mm", of [from, from + days).
+    static QString starts(const CalendarFile &file, const QDate &from, int days) {
+        QStringList list;
+        for (const Occurrence &o : file.occurrences(from.startOfDay(), from.addDays(days).startOfDay()))
+            list.append(o.start.toString(u"MM-dd HH:mm"_s));
+        return list.join(u", "_s);
+    }
 
 private:
     QTemporaryDir m_folder;
 };
-
-inline QStringList StoreTest::changedNames(const QByteArray &before, const QByteArray &after) {
-    const auto unfolded = [](QByteArray text) {
-        return text.replace("\r\n ", "").replace("\n ", "").replace("\n\t", "").split('\n');
-    };
-    QList<QByteArray> gone = unfolded(before);
-    QStringList names;
-    const auto nameOf = [](const QByteArray &line) {
-        const auto pieces = line.split(':').first().split(';').first();
-        return QString::fromUtf8(pieces.trimmed());
-    };
-    for (const QByteArray &line : unfolded(after)) {
-        if (!gone.removeOne(line))
-            names.append(u'+' + nameOf(line));
-    }
-    for (const QByteArray &line : std::as_const(gone))
-        names.append(u'-' + nameOf(line));
-    names.sort();
-    return names;
-}
 
 } // namespace mailhost

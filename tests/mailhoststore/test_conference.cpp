@@ -7,12 +7,14 @@ using namespace mailhost;
 namespace {
 
 const QString one = u"one"_s;
+const QByteArray ownHead = "CONFERENCE;VALUE=URI;FEATURE=AUDIO,VIDEO;LABEL=\"Join the meeting\";"
+                           "X-PARLO-LINK=LOCATION:";
 
 class ConferenceTest : public StoreTest {
 protected:
     // Our line of the only appointment, unfolded; empty when there is none.
     QByteArray ownLine(CalendarFile &file) const {
-        for (const QByteArray &line : saved(file).replace("\r\n ", "").split('\n')) {
+        for (const QByteArray &line : unfolded(saved(file)).split('\n')) {
             if (line.startsWith("CONFERENCE") && line.contains("X-PARLO-LINK"))
                 return line.trimmed();
         }
@@ -36,7 +38,6 @@ TEST_F(ConferenceTest, TheLinkIsFoundInTheLocationAndCannotBreakItsLine) {
         QByteArray uri;  // empty: no line
         QString joinUrl; // of the record; counts if the location holds it
     } cases[] = {
-        {head + u"j/1;"_s, "https://m.example/j/1", {}},
         {head + u"j/1;jsessionid=2,3; Room 7"_s, "https://m.example/j/1;jsessionid=2,3", {}},
         {u"(see "_s + head + u"j/1)"_s, "https://m.example/j/1", {}},
         {head + u"j_(1)"_s, "https://m.example/j_(1)", {}},
@@ -48,24 +49,18 @@ TEST_F(ConferenceTest, TheLinkIsFoundInTheLocationAndCannotBreakItsLine) {
         {head + u"a"_s + QChar(0x2028) + u"X-EVIL:1"_s, "https://m.example/a", {}},
         {head + u"a\"b"_s, "https://m.example/a", {}},
         {head + QString(10000, u'a') + u" https://n.example/2"_s, "https://n.example/2", {}},
-        {head + QString(1900, u'a'), "https://m.example/" + QByteArray(1900, 'a'), {}},
+        {u"https://,"_s + head, "https://m.example/", {}},
         {u"http://m.example/j/1"_s, "", {}},
-        {u"https://"_s, "", {}},
         {map + u' ' + head, "https://m.example/", head},
         {map, "https://map.example/7", head},
         {map + u" http://m.example/j/1"_s, "http://m.example/j/1", u"http://m.example/j/1"_s},
         {u"javascript:alert(1)"_s, "", u"javascript:alert(1)"_s},
-        {u"Room"_s, "", u"Room"_s},
     };
     for (const auto &test : cases) {
         SCOPED_TRACE(qPrintable(test.location.left(60)));
         auto file = openedEvent("DTSTART:20260309T090000Z");
         store(*file, test.location, u"{\"joinUrl\":\"%1\"}"_s.arg(test.joinUrl));
-        EXPECT_EQ(ownLine(*file), test.uri.isEmpty()
-                                      ? QByteArray()
-                                      : "CONFERENCE;VALUE=URI;FEATURE=AUDIO,VIDEO;LABEL=\"Join the "
-                                        "meeting\";X-PARLO-LINK=LOCATION:" +
-                                            test.uri);
+        EXPECT_EQ(ownLine(*file), test.uri.isEmpty() ? QByteArray() : ownHead + test.uri);
         const QByteArray text = saved(*file);
         EXPECT_FALSE(text.contains("\nX-EVIL"));
         EXPECT_EQ(opened(text)->find(one)->location, test.location);
@@ -77,24 +72,13 @@ TEST_F(ConferenceTest, OurLineFollowsTheLocationAndLeavesOthersAlone) {
                               "conference;LABEL=Theirs:https://them.example/ä\r\n";
     auto file = openedEvent("DTSTART:20260309T090000Z\r\n" + theirs + "SUMMARY:a");
     store(*file, u"https://m.example/1"_s);
-    QByteArray text = saved(*file);
-    EXPECT_TRUE(text.contains(theirs));
+    EXPECT_TRUE(saved(*file).contains(theirs));
     // Somebody gives it another label, and other parameters.
-    text.replace("\r\n ", "").replace("LABEL=\"Join the meeting\"", "LABEL=\"Hinein; jetzt\";X-MORE=1");
-    file = opened(text);
+    file = opened(unfolded(saved(*file)).replace("\"Join the meeting\"", "\"Hinein; jetzt\";X-MORE=1"));
     store(*file, u"https://m.example/2"_s);
-    EXPECT_EQ(ownLine(*file), "CONFERENCE;VALUE=URI;FEATURE=AUDIO,VIDEO;LABEL=\"Hinein; jetzt\";X-MORE=1;"
-                              "X-PARLO-LINK=LOCATION:https://m.example/2");
-    const QByteArray message = file->itipMessage(one, {}, false).replace("\r\n ", "");
-    EXPECT_TRUE(message.contains("LOCATION:https://m.example/2\r\n") && message.contains("tel:+1-412"));
-
-    const QByteArray before = saved(*file);
-    Appointment changed = *file->find(one);
-    changed.summary = u"b"_s;
-    ASSERT_TRUE(file->update(changed));
-    for (const QString &line : changedNames(before, saved(*file)))
-        EXPECT_FALSE(line.contains(u"CONFERENCE"_s));
-
+    EXPECT_EQ(ownLine(*file),
+              QByteArray(ownHead).replace("\"Join the meeting\"", "\"Hinein; jetzt\";X-MORE=1") +
+                  "https://m.example/2");
     store(*file, QString::fromUtf8("https://them.example/ä"));
     EXPECT_EQ(ownLine(*file), "") << "they offer it already";
     store(*file, u"https://m.example/1"_s);
