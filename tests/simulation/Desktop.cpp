@@ -115,6 +115,11 @@ bool isReachable(const QWidget *widget) {
     });
 }
 
+bool isAlert(const QMessageBox *box) {
+    const QPushButton *button = box ? box->defaultButton() : nullptr;
+    return box && box->objectName().isEmpty() && (!button || button->objectName().isEmpty());
+}
+
 QString bodyOf(const Editor &editor) {
     return editor.window->findChild<QTextEdit *>(mailhost::controls::bodyEditor)->toPlainText();
 }

@@ -99,5 +99,7 @@ private:
 bool carryOut(Desktop &desktop, const QString &line);
 // Whether the user can use the widget: it is visible and no dialog blocks it.
 [[nodiscard]] bool isReachable(const QWidget *widget);
+// Whether it is an alert of the plug-in. The host's messages have names, or a default button that has one.
+[[nodiscard]] bool isAlert(const QMessageBox *box);
 
 } // namespace simulation

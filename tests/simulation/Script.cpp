@@ -72,7 +72,7 @@ QStringList purposes(const Desktop &desktop) {
     for (const QWidget *window : QApplication::topLevelWidgets()) { // in another order on every run
         if (!qobject_cast<const QDialog *>(window) || !isReachable(window))
             continue;
-        hasAlert |= qobject_cast<const QMessageBox *>(window) && window->objectName().isEmpty();
+        hasAlert |= isAlert(qobject_cast<const QMessageBox *>(window));
         hasSheet |= window->findChild<QWidget *>(u"buttonContinue"_s) != nullptr;
     }
     if (hasAlert)

@@ -243,7 +243,7 @@ bool question(const Action &user) {
 // Any message: "default" or "escape".
 bool alert(const Action &user) {
     auto *box = reachable<QMessageBox>();
-    if (box && user.word(1) == u"default" && box->defaultButton() && box->objectName().isEmpty())
+    if (isAlert(box) && user.word(1) == u"default" && box->defaultButton())
         return click(box->defaultButton());
     if (box)
         QTest::keyClick(box, Qt::Key_Escape);
