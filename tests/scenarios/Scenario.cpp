@@ -54,10 +54,7 @@ Scenario::Scenario(const QString &hostVersion, const OpenedCalendar &calendar,
     m_desktop.workspace->documents = m_folder.filePath(u"Documents"_s);
     installHost(m_desktop, hostVersion);
     clientIsInstalled();
-    QFile file(calendarPath());
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(calendar.text);
-    file.close();
+    writeFile(calendar.text);
     clientRuns();
 
     mailhost::HostOptions options;
@@ -127,9 +124,9 @@ QAbstractButton *Scenario::stripButton(mailhost::EditorWindow *window, const QSt
     return nullptr;
 }
 
-void Scenario::click(QAbstractButton *button) {
-    ASSERT_NE(button, nullptr) << "there is no such button";
-    QTest::mouseClick(button, Qt::LeftButton);
+void Scenario::click(QWidget *control) {
+    ASSERT_NE(control, nullptr) << "there is no such control";
+    QTest::mouseClick(control, Qt::LeftButton);
     settle();
 }
 
@@ -186,11 +183,6 @@ QString Scenario::alertText() {
     return alert->informativeText().isEmpty() ? alert->text() : alert->informativeText();
 }
 
-void Scenario::answerAlert() {
-    const auto *alert = shownWidget<QMessageBox>();
-    click(alert ? alert->defaultButton() : nullptr);
-}
-
 void Scenario::dismissAlert() {
     if (auto *alert = shownWidget<QMessageBox>())
         QTest::keyClick(alert, Qt::Key_Escape);
@@ -210,6 +202,16 @@ QByteArray Scenario::fileBytes() const {
     QFile file(calendarPath());
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     return file.readAll();
+}
+
+void Scenario::writeFile(const QByteArray &calendar) const {
+    QFile file(calendarPath());
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(calendar);
+}
+
+int Scenario::mailsSent(const QString &pattern) const {
+    return int(QDir(m_folder.filePath(u"outbox"_s)).entryList({pattern}).size());
 }
 
 QString Scenario::meetingKey(const QString &uid) const {

@@ -51,11 +51,9 @@ public:
     [[nodiscard]] static vlActionAdditionView *stripOf(mailhost::EditorWindow *window);
     // The visible button with that text, or nullptr.
     [[nodiscard]] static QAbstractButton *stripButton(mailhost::EditorWindow *window, const QString &textKey);
-    [[nodiscard]] static QList<mailhost::EditorWindowController *> openEditors() {
-        return mailhost::EditorWindowController::open();
-    }
 
     // The user's clicks and keys. Each call also handles the immediate results, but no timers.
+    void click(QWidget *control);
     void clickAdd(mailhost::EditorWindow *window) { click(stripButton(window, u"AddVelaButton"_s)); }
     void clickRemove(mailhost::EditorWindow *window) { click(stripButton(window, u"CancelVelaButton"_s)); }
     void clickSettings(mailhost::EditorWindow *window) {
@@ -76,12 +74,14 @@ public:
     [[nodiscard]] static bool sheetIsUp();
     [[nodiscard]] static bool progressIsUp();
     [[nodiscard]] static QString alertText(); // text of the open alert; null without an alert
-    void answerAlert();                       // presses its default button
     void dismissAlert();                      // presses Escape; nothing when no alert is up
 
     // The appointment in the file on disk.
     [[nodiscard]] mailhost::Appointment inFile(const QString &uid) const;
     [[nodiscard]] QByteArray fileBytes() const;
+    void writeFile(const QByteArray &calendar) const;
+    // The number of mails in the outbox with names of that pattern.
+    [[nodiscard]] int mailsSent(const QString &pattern) const;
     [[nodiscard]] QString meetingKey(const QString &uid) const;
     // The client's meeting of an appointment; an empty object if it has none.
     [[nodiscard]] QJsonObject meeting(const QString &uid) const;
@@ -106,7 +106,6 @@ public:
     [[nodiscard]] static QString text(const QString &key) { return vlLocalizedString(key); }
 
 private:
-    void click(QAbstractButton *button);
     QTemporaryDir m_folder;
     FreshPlugin m_fresh;
     platform::TestDesktop &m_desktop = m_fresh.desktop;

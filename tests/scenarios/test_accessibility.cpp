@@ -1,16 +1,118 @@
-// Every window, for users who cannot see it or have no mouse.
+// Rules for every window, for users who cannot see it or have no mouse.
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/main/MainWindowController.h"
 #include "standin/meetingclient/ClientWindow.h"
-#include "tests/scenarios/AccessibilityRules.h"
 #include "tests/scenarios/Scenario.h"
-
-#include <QToolButton>
 
 using namespace scenarios;
 namespace controls = mailhost::controls;
 
 namespace {
+
+using Roles = QList<QAccessible::Role>;
+
+// Roles of controls that take text or use the arrow keys.
+const Roles fields{QAccessible::EditableText, QAccessible::SpinBox, QAccessible::List, QAccessible::Table};
+const Roles choices{QAccessible::Button,   QAccessible::ButtonMenu,  QAccessible::ButtonDropDown,
+                    QAccessible::CheckBox, QAccessible::RadioButton, QAccessible::ComboBox};
+// Roles of controls that represent their inner parts, such as the field of a spin box.
+const Roles wholes{QAccessible::SpinBox, QAccessible::ComboBox, QAccessible::Table};
+
+QAccessible::Role roleOf(QWidget *widget) {
+    return QAccessible::queryAccessibleInterface(widget)->role();
+}
+
+QString textOf(QWidget *widget, QAccessible::Text kind) {
+    return QAccessible::queryAccessibleInterface(widget)->text(kind).trimmed();
+}
+
+bool isInside(QWidget *widget, const Roles &roles) {
+    QWidget *parent = widget->parentWidget();
+    return parent && (roles.contains(roleOf(parent)) || isInside(parent, roles));
+}
+
+bool isOnStrip(QWidget *widget) {
+    return dynamic_cast<vlActionAdditionView *>(widget->parentWidget());
+}
+
+bool hasLetter(QWidget *widget) {
+    const auto *button = qobject_cast<QAbstractButton *>(widget);
+    return !textOf(widget, QAccessible::Accelerator).isEmpty() || (button && !button->shortcut().isEmpty()) ||
+           std::ranges::any_of(widget->window()->findChildren<QLabel *>(), [widget](const QLabel *label) {
+               return label->buddy() == widget && label->text().contains(u'&');
+           });
+}
+
+// One letter is enough for a group of choices, because arrow keys reach the others. Escape presses a
+// rejecting button. The keys of what is in a menu too are named by its tool tip.
+bool hasKeys(QWidget *widget) {
+    if (fields.contains(roleOf(widget)) || hasLetter(widget))
+        return true;
+    if (const auto *box = qobject_cast<QDialogButtonBox *>(widget->parentWidget()))
+        return box->buttonRole(qobject_cast<QAbstractButton *>(widget)) == QDialogButtonBox::RejectRole;
+    if (qobject_cast<QRadioButton *>(widget))
+        return std::ranges::any_of(widget->parentWidget()->findChildren<QRadioButton *>(), hasLetter);
+    return isInside(widget, {QAccessible::ToolBar}) &&
+           textOf(widget, QAccessible::Description).endsWith(u')');
+}
+
+// Whether it is a control, which has a name and a role, is reached by Tab, and has a letter or is of a kind
+// that needs none.
+bool isAccessibleControl(QWidget *widget, const QString &where) {
+    const bool takesTab = widget->focusPolicy() & Qt::TabFocus;
+    const QString name = textOf(widget, QAccessible::Name);
+    SCOPED_TRACE(qPrintable(u"%1: %2 \"%3\" %4"_s.arg(where, widget->objectName(), name,
+                                                      QLatin1String(widget->metaObject()->className()))));
+    if (!(fields + choices).contains(roleOf(widget))) {
+        EXPECT_TRUE(!takesTab || (roleOf(widget) == QAccessible::Grouping && !name.isEmpty()))
+            << "of no known kind: " << roleOf(widget);
+        return false;
+    }
+    EXPECT_FALSE(name.isEmpty());
+    // Tab reaches only the checked radio button of a group.
+    EXPECT_TRUE(takesTab || qobject_cast<QRadioButton *>(widget) || !widget->isEnabled())
+        << "not reached by Tab";
+    EXPECT_TRUE(hasKeys(widget) || !widget->isEnabled()) << "has no letter";
+    return true;
+}
+
+// A window without any control is a failure, too.
+void expectAccessible(QWidget *window, const QString &where) {
+    ASSERT_TRUE(window) << qPrintable(where);
+    int controls = 0;
+    for (QWidget *widget : window->findChildren<QWidget *>())
+        if (widget->isVisible() && widget->window() == window && !isInside(widget, wholes))
+            controls += isAccessibleControl(widget, where) ? 1 : 0;
+    EXPECT_GT(controls, 0) << qPrintable(where);
+}
+
+// The visible widgets that Tab reaches, in order: those of the editor's strip, or all others.
+QList<QWidget *> tabStops(QWidget *window, bool ofStrip) {
+    QList<QWidget *> stops;
+    for (QWidget *next = window->nextInFocusChain(); next != window; next = next->nextInFocusChain())
+        if (next->isVisible() && next->window() == window && next->focusPolicy() & Qt::TabFocus &&
+            isOnStrip(next) == ofStrip)
+            stops.append(next);
+    return stops;
+}
+
+// Tab reaches no control after one that is completely below it.
+void expectReadingOrder(QWidget *window, const QString &where) {
+    const QList<QWidget *> stops = tabStops(window, false);
+    EXPECT_GT(stops.size(), 5) << qPrintable(where);
+    const auto top = [window](const QWidget *widget) { return widget->mapTo(window, QPoint()).y(); };
+    for (qsizetype i = 1; i < stops.size(); ++i)
+        EXPECT_GT(top(stops[i]) + stops[i]->height(), top(stops[i - 1]))
+            << qPrintable(where) << ": " << qPrintable(stops[i]->objectName()) << " comes after "
+            << qPrintable(stops[i - 1]->objectName());
+}
+
+// Tab reaches the two buttons of the editor's strip from left to right.
+void expectStripOrder(QWidget *editor, const QString &where) {
+    const QList<QWidget *> buttons = tabStops(editor, true);
+    ASSERT_EQ(buttons.size(), 2) << qPrintable(where);
+    EXPECT_LT(buttons[0]->geometry().center().x(), buttons[1]->geometry().center().x()) << qPrintable(where);
+}
 
 class Accessibility : public OnHosts {
 protected:

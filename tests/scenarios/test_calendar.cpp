@@ -1,10 +1,97 @@
-// The user changes a meeting on the calendar itself.
+// The user works on the calendar itself: on meetings, on days of a series, beside editors, in several
+// windows.
+#include "plugin/hooks/vlHookERageMainWindowController.h"
 #include "plugin/load/pluginLoad.h"
-#include "tests/scenarios/OnTheCalendar.h"
+#include "standin/mailhost/windows/ControlNames.h"
+#include "tests/scenarios/Scenario.h"
 
 using namespace scenarios;
+namespace controls = mailhost::controls;
 
 namespace {
+
+const QString series = u"series@scenario"_s; // daily, with one changed day
+const QString changedDay = u"20261125T080000Z"_s;
+
+OpenedCalendar calendarWithSeries() {
+    return {usualCalendar()
+                .event(series, "Stand-up",
+                       "DTSTART:20261123T080000Z\nDTEND:20261123T083000Z\nRRULE:FREQ=DAILY;COUNT=5\n"
+                       "X-SERIES:kept\n")
+                .event(series, "Stand-up, later",
+                       "RECURRENCE-ID:20261125T080000Z\nDTSTART:20261125T130000Z\nDTEND:20261125T133000Z\n")
+                .text()};
+}
+
+class OnTheCalendar : public testing::TestWithParam<const char *> {
+protected:
+    mailhost::MainWindowController *main() { return scenario.host().mainWindowController(); }
+    mailhost::CalendarGrid *calendar() { return main()->mainWindow()->calendar(); }
+    // Selects the appointment, or a day of it, and runs a command of the menu.
+    void command(const QString &name, const QString &uid = {}, const QString &day = {}) {
+        ASSERT_TRUE(uid.isEmpty() || calendar()->select(uid, day)) << qPrintable(uid);
+        QAction *action = main()->mainWindow()->command(name);
+        ASSERT_TRUE(action && action->isEnabled()) << qPrintable(name);
+        action->trigger();
+        scenario.settle();
+    }
+    void rename(const QString &subject) {
+        main()->commands()->renameTo(subject);
+        scenario.settle();
+    }
+    // Presses a button of the question that a command has asked.
+    void answer(const QString &name = controls::deleteConfirmButton) {
+        scenario.click(main()->mainWindow()->findChild<QPushButton *>(name));
+    }
+    // A saved appointment with a meeting, and no editor.
+    void giveMeeting(const QString &uid) {
+        const QPointer<mailhost::EditorWindow> editor = scenario.open(uid);
+        scenario.addMeeting(editor);
+        if (editor->viewController()->isMeeting())
+            scenario.pressSend(editor);
+        else
+            scenario.pressSave(editor);
+        if (editor)
+            scenario.close(editor);
+        scenario.wait(1);
+        key = scenario.meetingKey(uid);
+        ASSERT_FALSE(key.isEmpty());
+        scenario.forget();
+    }
+    std::optional<mailhost::Appointment> findInFile(const QString &uid, const QString &day = {}) {
+        return mailhost::CalendarFile::open(scenario.calendarPath(), nullptr)->find(uid, day);
+    }
+    qint64 startInFile(const QString &uid) { return scenario.inFile(uid).start.value.toSecsSinceEpoch(); }
+    qint64 startAtClient(const QString &uid) { return scenario.meeting(uid)["startTime"].toInteger(); }
+    // The grid shows the values in the file.
+    void expectTheGridShowsTheFile(const QString &uid) {
+        const auto appointment = findInFile(uid);
+        ASSERT_EQ(calendar()->select(uid), appointment.has_value());
+        if (!appointment)
+            return;
+        EXPECT_EQ(calendar()->selected()->start, appointment->start.value);
+        EXPECT_EQ(calendar()->selected()->end, appointment->end.value);
+        EXPECT_EQ(calendar()->selected()->summary, appointment->summary);
+    }
+    // The meeting is gone from calendar and client, and the attendees were told.
+    void expectCancelled(const QString &uid) {
+        EXPECT_FALSE(findInFile(uid));
+        EXPECT_FALSE(scenario.client().meeting(key));
+        EXPECT_EQ(scenario.mailsSent(u"*-cancel-*.eml"_s), 1);
+    }
+    // The editor that is open, and no other.
+    static mailhost::EditorWindow *openedEditor() {
+        EXPECT_EQ(mailhost::EditorWindowController::open().size(), 1);
+        return mailhost::EditorWindowController::open().first()->editorWindow();
+    }
+    static bool offersMeeting(mailhost::EditorWindow *editor) {
+        return std::ranges::any_of(Scenario::stripOf(editor)->findChildren<QAbstractButton *>(),
+                                   &QWidget::isVisible);
+    }
+
+    Scenario scenario{QString::fromLatin1(GetParam()), calendarWithSeries()};
+    QString key; // of the meeting given last
+};
 
 INSTANTIATE_TEST_SUITE_P(Hosts, OnTheCalendar, bothHosts);
 
@@ -13,8 +100,7 @@ INSTANTIATE_TEST_SUITE_P(Hosts, OnTheCalendar, bothHosts);
 TEST_P(OnTheCalendar, AMoveAResizeAndARenameReachTheFileAndTheClient) {
     giveMeeting(Scenario::plain);
     const qint64 start = startInFile(Scenario::plain);
-    select(Scenario::plain);
-    command(controls::laterAction);
+    command(controls::laterAction, Scenario::plain);
     EXPECT_EQ(startInFile(Scenario::plain), start + 1800);
     EXPECT_EQ(startAtClient(Scenario::plain), start + 1800);
     EXPECT_EQ(scenario.sent("2"), 1);
@@ -35,15 +121,14 @@ TEST_P(OnTheCalendar, AMoveAResizeAndARenameReachTheFileAndTheClient) {
 
 TEST_P(OnTheCalendar, WithoutAClientEveryChangeOfAMeetingVisiblyStaysUndone) {
     giveMeeting(Scenario::plain);
-    const QString key = scenario.meetingKey(Scenario::plain);
     const QByteArray before = scenario.fileBytes();
     scenario.clientIsUninstalled();
-    const std::function<void()> changes[] = {[this] { command(controls::laterAction); },
-                                             [this] { command(controls::longerAction); },
-                                             [this] { rename("Renamed"); }, [this] { deleteSelected(); }};
-    for (const auto &change : changes) {
-        select(Scenario::plain);
-        change();
+    for (const QString &change :
+         {controls::laterAction, controls::longerAction, controls::deleteAction, u""_s}) {
+        ASSERT_TRUE(calendar()->select(Scenario::plain));
+        change.isEmpty() ? rename("Renamed") : command(change);
+        if (change == controls::deleteAction)
+            answer();
         EXPECT_EQ(Scenario::alertText(), Scenario::text("NoVelaClient"));
         scenario.dismissAlert();
         EXPECT_EQ(scenario.fileBytes(), before);
@@ -56,10 +141,9 @@ TEST_P(OnTheCalendar, WithoutAClientEveryChangeOfAMeetingVisiblyStaysUndone) {
 TEST_P(OnTheCalendar, AnErrorThatTheClientAnswersIsSaidAndTheHostsChangeStands) {
     giveMeeting(Scenario::plain);
     const qint64 start = startInFile(Scenario::plain);
-    select(Scenario::plain);
     for (const QString &answer : {u"update 0;Error 3001"_s, u"update nothing"_s, u"get nothing"_s}) {
         scenario.given(u"once error "_s + answer);
-        command(controls::laterAction);
+        command(controls::laterAction, Scenario::plain);
         EXPECT_TRUE(!Scenario::alertText().isNull() || answer.endsWith(u"nothing"_s));
         scenario.dismissAlert();
         mailhost::EditorWindow *next = scenario.open(Scenario::other);
@@ -73,44 +157,131 @@ TEST_P(OnTheCalendar, AnErrorThatTheClientAnswersIsSaidAndTheHostsChangeStands) 
 
 TEST_P(OnTheCalendar, TheFirstDeleteOfASessionKeepsTheAppointmentAndTheSecondTakesIt) {
     giveMeeting(Scenario::plain);
-    const QString key = scenario.meetingKey(Scenario::plain);
     startWorkflowAfresh(); // as when the programs are started again: nothing has been answered yet
     fillPluginPorts();
-    select(Scenario::plain);
-    deleteSelected();
-    EXPECT_TRUE(isInFile(Scenario::plain)) << "no action of this session has succeeded yet";
-    expectTheGridShowsTheFile(Scenario::plain);
-    scenario.wait(1);
-    scenario.dismissAlert();
-    select(Scenario::plain);
-    deleteSelected();
-    EXPECT_FALSE(isInFile(Scenario::plain));
+    for (const bool isFirst : {true, false}) { // no action of this session has succeeded before the first
+        command(controls::deleteAction, Scenario::plain);
+        answer();
+        EXPECT_EQ(findInFile(Scenario::plain).has_value(), isFirst);
+        expectTheGridShowsTheFile(Scenario::plain);
+        scenario.wait(1);
+        scenario.dismissAlert();
+    }
     EXPECT_FALSE(scenario.client().meeting(key));
-    expectTheGridShowsTheFile(Scenario::plain);
 }
 
 TEST_P(OnTheCalendar, ACancelledMeetingIsGoneEverywhereAndTheAttendeesAreTold) {
     giveMeeting(Scenario::invited);
-    const QString key = scenario.meetingKey(Scenario::invited);
-    select(Scenario::invited);
-    cancelSelected();
-    EXPECT_FALSE(scenario.client().meeting(key));
-    EXPECT_FALSE(isInFile(Scenario::invited));
-    EXPECT_EQ(cancellationsSent(), 1);
+    command(controls::cancelMeetingAction, Scenario::invited);
+    answer();
+    expectCancelled(Scenario::invited);
 }
 
 TEST_P(OnTheCalendar, ACancellationCanBeWrittenFirst) {
     giveMeeting(Scenario::invited);
-    const QString key = scenario.meetingKey(Scenario::invited);
-    select(Scenario::invited);
-    command(controls::cancelMeetingAction, controls::cancelWithMessageButton);
-    ASSERT_EQ(Scenario::openEditors().size(), 1);
-    mailhost::EditorWindow *editor = Scenario::openEditors().first()->editorWindow();
-    EXPECT_TRUE(editor->viewController()->isCancelMode());
-    EXPECT_NE(Scenario::stripOf(editor)->uiStatus(), StripState::NoMeeting);
-    scenario.pressSend(editor);
+    command(controls::cancelMeetingAction, Scenario::invited);
+    answer(controls::cancelWithMessageButton);
+    EXPECT_TRUE(openedEditor()->viewController()->isCancelMode());
+    EXPECT_NE(Scenario::stripOf(openedEditor())->uiStatus(), StripState::NoMeeting);
+    scenario.pressSend(openedEditor());
     scenario.wait(1);
-    EXPECT_FALSE(isInFile(Scenario::invited));
-    EXPECT_FALSE(scenario.client().meeting(key));
-    EXPECT_EQ(cancellationsSent(), 1);
+    expectCancelled(Scenario::invited);
+}
+
+TEST_P(OnTheCalendar, ADayOfASeriesChangesTheFileAloneAndNotTheMeeting) {
+    giveMeeting(series);
+    const QJsonObject before = scenario.meeting(series);
+    const QString day = u"20261126T080000Z"_s;
+    const QString deletedDay = u"20261127T080000Z"_s;
+    command(controls::laterAction, series, day);
+    rename("Thursday's");
+    command(controls::laterAction, series, changedDay);
+    command(controls::deleteAction, series, deletedDay);
+    answer();
+    EXPECT_TRUE(scenario.desktop().bus->posted().isEmpty()) << "the client is not asked about single days";
+    EXPECT_EQ(scenario.meeting(series), before);
+    const auto thursday = findInFile(series, day);
+    ASSERT_TRUE(thursday);
+    EXPECT_EQ(thursday->summary, "Thursday's");
+    EXPECT_EQ(thursday->start.value.toUTC().time(), QTime(8, 30));
+    EXPECT_FALSE(calendar()->select(series, deletedDay));
+}
+
+TEST_P(OnTheCalendar, ADayOpensAsADayOrAsItsSeries) {
+    giveMeeting(series);
+    for (const QString &day : {changedDay, u"20261124T080000Z"_s}) {
+        command(controls::openAction, series, day);
+        EXPECT_TRUE(openedEditor()->viewController()->isOccurrenceOrException());
+        EXPECT_FALSE(offersMeeting(openedEditor())) << "the meeting is the series'";
+        if (day == changedDay)
+            scenario.close(openedEditor());
+    }
+    scenario.click(openedEditor()->findChild<QPushButton *>(controls::openSeriesButton));
+    EXPECT_FALSE(openedEditor()->viewController()->isOccurrenceOrException());
+    EXPECT_TRUE(offersMeeting(openedEditor()));
+    scenario.close(openedEditor());
+    command(controls::openSeriesAction, series, changedDay);
+    EXPECT_EQ(Scenario::stripOf(openedEditor())->uiStatus(), StripState::MeetingAttached);
+}
+
+TEST_P(OnTheCalendar, ALateAnswerFindsTheMainWindowClosed) {
+    giveMeeting(Scenario::plain);
+    const qint64 start = startInFile(Scenario::plain);
+    mailhost::EditorWindow *editor = scenario.open(Scenario::other);
+    for (const char *rule : {"delay update 5000", "once error update 0;Error 3001"}) {
+        scenario.given(rule);
+        if (!main())
+            scenario.host().addMainWindow()->window()->show();
+        command(controls::laterAction, Scenario::plain);
+        main()->window()->close();
+        scenario.settle();
+        EXPECT_EQ(main(), nullptr);
+        scenario.wait(6);
+        scenario.dismissAlert();
+    }
+    EXPECT_EQ(startInFile(Scenario::plain), start + 3600);
+    scenario.given("clear");
+    scenario.addMeetingAndSave(editor);
+    EXPECT_FALSE(scenario.meetingKey(Scenario::other).isEmpty());
+}
+
+TEST_P(OnTheCalendar, AnOpenEditorFollowsAMove) {
+    giveMeeting(Scenario::plain);
+    mailhost::EditorWindow *editor = scenario.open(Scenario::plain);
+    scenario.typeSubject(editor, "Typed meanwhile");
+    command(controls::laterAction, Scenario::plain);
+    scenario.wait(1);
+    const qint64 start = startInFile(Scenario::plain);
+    scenario.pressSave(editor);
+    EXPECT_EQ(startInFile(Scenario::plain), start) << "saving what was typed does not move it back";
+    EXPECT_EQ(scenario.inFile(Scenario::plain).summary, "Typed meanwhile");
+    EXPECT_EQ(startAtClient(Scenario::plain), start);
+}
+
+TEST_P(OnTheCalendar, EveryMainWindowHasThePluginsItemsAndKeepsTheUsersArrangement) {
+    vlHookERageMainWindowController &hook = vlHookERageMainWindowController::sharedInstance();
+    hook.addUIToMainWindow(vlScheduleToolbarItemIdentifier); // as loading does, once for a process
+    hook.addUIToMainWindow(vlStartToolbarItemIdentifier);
+    platform::Toolbar *first = main()->mainWindow()->toolBar();
+    const auto identifiers = [](platform::Toolbar *toolbar) {
+        QStringList found;
+        for (const platform::ToolbarItem *item : toolbar->visibleItems())
+            found.append(item->itemIdentifier());
+        return found;
+    };
+    const qsizetype place = identifiers(first).indexOf(vlScheduleToolbarItemIdentifier);
+    EXPECT_EQ(identifiers(first).indexOf(vlStartToolbarItemIdentifier), place + 2);
+    first->moveItem(int(place), 0);
+    command(controls::newWindowAction);
+    platform::Toolbar *second = scenario.host().mainWindowControllers().last()->mainWindow()->toolBar();
+    EXPECT_EQ(identifiers(second), identifiers(first));
+    EXPECT_EQ(identifiers(second).first(), vlScheduleToolbarItemIdentifier);
+    hook.addUIToMainWindow(vlScheduleToolbarItemIdentifier);
+    EXPECT_EQ(identifiers(second).count(vlScheduleToolbarItemIdentifier), 1);
+
+    main()->window()->close();
+    scenario.settle();
+    scenario.click(second->controlFor(vlScheduleToolbarItemIdentifier));
+    scenario.confirmSheet();
+    EXPECT_EQ(Scenario::stripOf(openedEditor())->uiStatus(), StripState::MeetingAttached);
 }

@@ -1,5 +1,8 @@
-// The client is missing, silent, late or wrong: the user is told, and nothing is lost.
+// The client is missing, silent, late or wrong, or nothing can be stored: the user is told, and nothing is
+// lost.
 #include "tests/scenarios/Scenario.h"
+#include "tests/support/FullDisk.h"
+#include "tests/support/ReadOnlyFolder.h"
 
 using namespace scenarios;
 
@@ -12,6 +15,47 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(Hosts, Failures, bothHosts);
+
+const QByteArray theirProperty = "X-THEIRS:written meanwhile\r\n";
+
+enum class Cause { FullDisk, ReadOnlyFolder, AnotherProgram };
+
+// The calendar cannot be written: the disk is full, the folder is read-only, or another program has changed
+// the file meanwhile.
+class DiskFailures : public testing::TestWithParam<std::tuple<const char *, Cause>> {
+protected:
+    // The host says that it cannot store what the action stores, and the file stays as it is.
+    template<typename Action>
+    void expectNotStored(Action action) {
+        QByteArray before = scenario.fileBytes();
+        {
+            std::optional<FullDisk> full;
+            std::optional<ReadOnlyFolder> readOnly;
+            if (cause == Cause::AnotherProgram)
+                scenario.writeFile(before.replace("X-UNKNOWN", theirProperty + "X-UNKNOWN"));
+            else if (cause == Cause::FullDisk)
+                full.emplace();
+            else
+                readOnly.emplace(QFileInfo(scenario.calendarPath()).path());
+            action();
+        }
+        EXPECT_TRUE(Scenario::alertText().contains(cause == Cause::AnotherProgram ? u"Another program"_s
+                                                                                  : u"cannot be saved"_s))
+            << qPrintable(Scenario::alertText());
+        scenario.dismissAlert();
+        EXPECT_EQ(scenario.fileBytes().toStdString(), before.toStdString());
+        EXPECT_TRUE(editor->isVisible());
+        EXPECT_TRUE(editor->viewController()->isDirty());
+    }
+
+    Scenario scenario{QString::fromLatin1(std::get<0>(GetParam()))};
+    const Cause cause = std::get<1>(GetParam());
+    mailhost::EditorWindow *editor = scenario.open(Scenario::plain);
+};
+
+INSTANTIATE_TEST_SUITE_P(Hosts, DiskFailures,
+                         testing::Combine(bothHosts, testing::Values(Cause::FullDisk, Cause::ReadOnlyFolder,
+                                                                     Cause::AnotherProgram)));
 
 } // namespace
 
@@ -72,4 +116,34 @@ TEST_P(Failures, TheHostMayQuitWhileARequestIsOut) {
     scenario.hostQuits();
     scenario.wait(60);
     EXPECT_EQ(scenario.fileBytes(), before);
+}
+
+TEST_P(DiskFailures, WhatCannotBeStoredIsKeptInTheEditorAndStoredWithTheNextSave) {
+    expectNotStored([this] { scenario.addMeetingAndSave(editor); });
+    EXPECT_EQ(Scenario::stripOf(editor)->uiStatus(), StripState::MeetingAttached);
+    scenario.pressSave(editor);
+    mailhost::Appointment saved = scenario.inFile(Scenario::plain);
+    EXPECT_TRUE(saved.location.startsWith(u"Room 7 https://"_s)) << qPrintable(saved.location);
+    EXPECT_EQ(saved.bodyHtml.count(u"MacVlBookmarkBegin"_s), 1);
+    EXPECT_EQ(scenario.sent("1"), 1) << "it was scheduled once";
+
+    scenario.typeSubject(editor, u"Changed"_s);
+    expectNotStored([this] { scenario.pressSave(editor); });
+    scenario.pressSave(editor);
+    EXPECT_EQ(scenario.inFile(Scenario::plain).summary, u"Changed"_s);
+    EXPECT_EQ(scenario.meeting(Scenario::plain)["subject"].toString(), u"Changed"_s);
+
+    const QString key = scenario.meetingKey(Scenario::plain);
+    expectNotStored([this] {
+        scenario.clickRemove(editor);
+        if (Scenario::alertText().isNull()) // the host may have tried to store it by then
+            scenario.pressSave(editor);
+    });
+    EXPECT_FALSE(scenario.client().meeting(key));
+    scenario.pressSave(editor);
+    saved = scenario.inFile(Scenario::plain);
+    EXPECT_TRUE(saved.ucCapabilities.isEmpty());
+    EXPECT_FALSE(saved.bodyHtml.contains(u"MacVlBookmark"_s));
+    EXPECT_TRUE(saved.bodyHtml.contains(u"Agenda <b>first</b>"_s));
+    EXPECT_EQ(scenario.fileBytes().count(theirProperty), cause == Cause::AnotherProgram ? 3 : 0);
 }
