@@ -17,15 +17,13 @@ QList<void (*)()> &pendingLoadMethods() {
 } // namespace
 
 void addLoadMethod(void (*load)()) {
-    if (load)
-        pendingLoadMethods().append(load);
+    pendingLoadMethods().append(load);
 }
 
 bool loadImage(const QString &path, QString *error) {
     // Never closed, because host classes now have pointers to its functions.
     if (!dlopen(QFile::encodeName(path).constData(), RTLD_NOW | RTLD_LOCAL)) {
-        if (error)
-            *error = QString::fromLocal8Bit(dlerror());
+        *error = QString::fromLocal8Bit(dlerror());
         return false;
     }
     const QList<void (*)()> methods = std::exchange(pendingLoadMethods(), {});

@@ -11,6 +11,6 @@ void addLoadMethod(void (*load)());
 
 // Opens the library, keeps it open until the process ends, and runs its load methods. Returns false and sets
 // a sentence in `error` if it cannot be opened. Opening it again does nothing and returns true.
-bool loadImage(const QString &path, QString *error = nullptr);
+bool loadImage(const QString &path, QString *error);
 
 } // namespace rt

@@ -59,17 +59,15 @@ Services makeDesktopServices(const DesktopOptions &options) {
     auto center = std::make_unique<DesktopNotificationCenter>(options.bundleIdentifier);
     auto workspace =
         std::make_unique<DesktopWorkspace>(center->bus(), rootsOf(options), options.documentsFolder);
-    const QString resources =
-        options.pluginResources.isEmpty() ? workspace->resolve(installedResources) : options.pluginResources;
 
     Services desktop;
+    desktop.pluginBundle = makeFolderBundle(workspace->resolve(installedResources));
     desktop.distributedNotifications = std::move(center);
     desktop.notifications = std::make_unique<NotificationCenter>();
     desktop.runLoop = std::make_unique<QtRunLoop>();
     desktop.workspace = std::move(workspace);
     desktop.userDefaults =
         std::make_unique<FileUserDefaults>(defaultsFolderOf(options), options.bundleIdentifier);
-    desktop.pluginBundle = makeFolderBundle(resources);
     return desktop;
 }
 

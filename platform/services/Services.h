@@ -39,7 +39,6 @@ struct DesktopOptions {
     QString rootFolder;
     QString defaultsFolder;  // folder of the defaults; empty: the desktop's configuration folder
     QString documentsFolder; // empty: the desktop's Documents folder
-    QString pluginResources; // folder of the plug-in's resources; empty: the installed one below a root
 };
 // The services of a real desktop. Needs an application object. Claims the bundle identifier on the session
 // bus when the event loop first runs, or once a bus is available, unless another process owns the name.

@@ -168,13 +168,13 @@ int SessionBus::processOnce() {
 
 void SessionBus::deliverReceived() {
     while (!m_received.isEmpty()) {
-        const Received next = m_received.dequeue();
+        const Notification next = m_received.dequeue();
         guarded("session bus", [&] { m_receiver(next.name, next.userInfo); });
     }
 }
 
 int SessionBus::onMessage(sd_bus_message *message, void *self, sd_bus_error *) {
-    Received received;
+    Notification received;
     if (readNotificationSignal(message, &received.name, &received.userInfo))
         static_cast<SessionBus *>(self)->m_received.enqueue(received);
     return 0;
@@ -264,7 +264,7 @@ int SessionBus::onOwnerChanged(sd_bus_message *change, void *self, sd_bus_error 
 
 void SessionBus::sendHeld() {
     m_awaited.reset();
-    for (const Held &next : std::exchange(m_held, {})) {
+    for (const Notification &next : std::exchange(m_held, {})) {
         const QString refusal = send(next.name, next.sender, next.userInfo);
         if (!refusal.isNull())
             qWarning("notification \"%s\" dropped: %s", qPrintable(next.name), qPrintable(refusal));

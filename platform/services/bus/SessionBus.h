@@ -61,11 +61,7 @@ private:
         }
     };
     using Notifier = std::unique_ptr<QSocketNotifier, GiveUp>;
-    struct Received {
-        QString name;
-        TextMap userInfo;
-    };
-    struct Held {
+    struct Notification {
         QString name;
         QString sender;
         TextMap userInfo;
@@ -96,9 +92,9 @@ private:
     Connection m_bus; // null while disconnected; must be destroyed after its slots
     std::map<QString, Slot> m_matches;
     QStringList m_observed;
-    QQueue<Received> m_received;
-    Slot m_awaited; // the change of owner that ends holding back
-    QQueue<Held> m_held;
+    QQueue<Notification> m_received; // without their senders
+    Slot m_awaited;                  // the change of owner that ends holding back
+    QQueue<Notification> m_held;
     bool m_isReady = false;
     bool m_claims = false; // from the first turn of the event loop on
     bool m_lossWasLogged = false;
