@@ -18,7 +18,7 @@ void claimSame(const QByteArray &actual, const QByteArray &expected, const char 
 void claimSame(const QString &actual, const QString &expected, const char *what) {
     if (actual != expected)
         claimSame(actual.toUtf8(), expected.toUtf8(), what);
-    claim(actual == expected, what); // what UTF-8 cannot show may differ as well
+    claim(actual == expected, what); // they may differ in what UTF-8 cannot express
 }
 
 QByteArray Pieces::next() {

@@ -74,7 +74,7 @@ const Kind kinds[] = {
 
 void claimOutcome(const LinkHarness &harness, ClientAnswer answer, const QString &content) {
     const QList<RecordingReceiver::Finished> &finished = harness.receiver.finished;
-    claim(finished.size() + harness.feedback.alerts.size() <= 1, "an answer ends in one outcome at most");
+    claim(finished.size() + harness.feedback.alerts.size() <= 1, "an answer has at most one outcome");
     const bool isCommit = answer == ClientAnswer::Schedule || answer == ClientAnswer::Update;
     if (isCommit && !finished.isEmpty()) {
         claimSame(finished.first().response().value(vl_API_Para_InvitationEmail).toString(),
@@ -83,7 +83,7 @@ void claimOutcome(const LinkHarness &harness, ClientAnswer answer, const QString
     }
     if (answer == ClientAnswer::Delete)
         claim(finished.size() == 1 && finished.first().command == MeetingCommand::CmdDeleteMeeting,
-              "every answer to a deletion is handed back");
+              "every answer to a deletion is reported");
 }
 
 // Uses the client's data as the rest of the plug-in does, and sends it in the next request.
@@ -103,11 +103,12 @@ void useMeeting() {
 void useAccounts() {
     const vlGetPACHelper &helper = vlGetPACHelper::sharedInstance();
     const int count = helper.pacCount();
-    claim(helper.isPACEnabled() == (count != 0), "the site configuration says whether there are accounts");
+    claim(helper.isPACEnabled() == (count != 0), "accounts are enabled if there are any");
     for (const int account : {-1, 0, 1, 2, count, count + 1}) {
-        claim(!helper.pacDialInNumber(account).isNull(), "an account's numbers are a text");
-        claim(!helper.pacDialInNumberWithCommaSeparator(account).isNull(), "also on one line");
-        claim(!helper.invitationMail(account).isNull(), "an account's invitation is a text");
+        claim(!helper.pacDialInNumber(account).isNull(), "an account has a text of numbers");
+        claim(!helper.pacDialInNumberWithCommaSeparator(account).isNull(),
+              "an account has its numbers in one line");
+        claim(!helper.invitationMail(account).isNull(), "an account has an invitation");
         (void)helper.pacMeetingID(account);
     }
 }

@@ -25,7 +25,7 @@ bool isTheUsers(const QString &text) {
     return !has(text, "MacVlBookmark") && !has(text, "<font size=") && !has(text, "@</font>");
 }
 
-// The user's text stays unchanged for every invitation written at the end of the body.
+// The user's text stays unchanged, whatever invitation is written at the end of the body.
 void openUsersBody(Pieces &pieces, bool isHtml) {
     const QString before = pieces.nextText();
     const QString after = bodyEnd + pieces.nextText();
@@ -43,14 +43,14 @@ void openUsersBody(Pieces &pieces, bool isHtml) {
     const QString changed = updated(added, second, isHtml);
     const QString removed = helper.removeVlBodyForDelete(changed);
     for (const QString &text : {changed, removed})
-        claim(text.startsWith(before) && text.endsWith(after), "what the user wrote stays");
+        claim(text.startsWith(before) && text.endsWith(after), "the user's text stays");
     claim(changed.count(kvl_BeginBookmark) == 1 && changed.count(kvl_EndBookmark) == 1,
-          "the second invitation takes the place of the first");
-    claim(isTheUsers(removed), "nothing of the bookmarks remains");
+          "the second invitation replaces the first");
+    claim(isTheUsers(removed), "no bookmark remains");
     if (!isHtml)
         return;
-    claimSame(changed, updated(page, second, isHtml), "a replaced block is like a new one");
-    claimSame(removed, page, "without its block the body is what it was");
+    claimSame(changed, updated(page, second, isHtml), "a replaced block equals a new one");
+    claimSame(removed, page, "without its block the body is as before");
 }
 
 constexpr auto edgeOptions =
@@ -70,7 +70,7 @@ QString tail(const QString &body) {
     return at < 0 ? body : body.mid(last.capturedEnd());
 }
 
-// For every body: a block is inserted as a whole, and only text between edges of blocks is removed.
+// For every body: a block is inserted unchanged, and only text between edges of blocks is removed.
 void openAnyBody(Pieces &pieces, bool isHtml) {
     const QString invitation = pieces.nextText();
     const QString body = QString::fromUtf8(pieces.rest());
@@ -83,15 +83,15 @@ void openAnyBody(Pieces &pieces, bool isHtml) {
     if (invitation.isEmpty())
         return;
     const QString result = updated(body, invitation, isHtml);
-    claim(result.isNull() == body.isNull(), "a body stays a body");
+    claim(result.isNull() == body.isNull(), "a missing body stays missing");
     if (body.isNull())
         return;
-    claim(result.size() <= body.size() + block.size(), "a body grows by its block at most");
+    claim(result.size() <= body.size() + block.size(), "a body grows at most by its block");
     const qsizetype end = body.lastIndexOf(bodyEnd);
     const QString extended = end < 0 ? body + block : body.left(end) + block + body.mid(end);
     const bool isAdded = result == extended || result == block;
     claim(isAdded || (result.startsWith(head(body)) && result.endsWith(tail(body))),
-          "what lies outside of all blocks stays");
+          "the text outside of all blocks stays");
     (void)helper.updateVlBodyWithVlBookmark(body, invitation);
     (void)helper.updateBodyForPAC(body, invitation, isHtml);
     (void)helper.convertHTMLToPlainText(body);

@@ -51,22 +51,22 @@ void open(const QByteArray &bytes) {
     QTextDocument document;
     mailhost::BodyText body(&document);
     body.setHtml(html);
-    claimSame(body.html(), html, "what is not touched comes back to the letter");
+    claimSame(body.html(), html, "a body that is not edited comes back unchanged");
 
     QTextCursor typing(&document);
     typing.setPosition((document.characterCount() - 1) * (changes.isEmpty() ? 1 : quint8(changes[0])) / 256);
     typing.insertText(word);
     const QString typed = body.html();
     if (!typed.contains(word))
-        claimSame(typed, html, "what is typed is there");
+        claimSame(typed, html, "a typed word is in the body");
     claim(!isSimple(html) || typed.count(bookmark) == html.count(bookmark),
-          "a bookmark is neither lost nor doubled by typing");
+          "typing neither loses nor repeats a bookmark");
     QTextDocument shown;
     mailhost::BodyText again(&shown);
     again.setHtml(typed);
-    claim(!isSimple(html) || shown.toPlainText().contains(word), "and can be seen");
+    claim(!isSimple(html) || shown.toPlainText().contains(word), "a typed word is shown");
     document.undo();
-    claimSame(body.html(), html, "taken back, the body is to the letter what it was");
+    claimSame(body.html(), html, "undoing restores the body");
 
     for (qsizetype i = 1; i + 1 < changes.size() && i < 12; i += 2) {
         change(document, quint8(changes[i]), quint8(changes[i + 1]));
@@ -74,7 +74,7 @@ void open(const QByteArray &bytes) {
     }
     while (document.isUndoAvailable())
         document.undo();
-    claimSame(body.html(), html, "with everything taken back as well");
+    claimSame(body.html(), html, "undoing everything restores the body");
 }
 
 const AddFuzzTarget target("bodyedit", open);

@@ -23,9 +23,9 @@ bool isPlainWords(const QString &text) {
 void claimPlainText(const QString &html) {
     const QString text = platform::plainTextOfHtml(html);
     claim(!text.isNull(), "there is always a text");
-    claim(text.size() <= 8 * html.size() + 16, "the text is no larger than the HTML makes it");
+    claim(text.size() <= 8 * html.size() + 16, "the size of the text is in proportion to the HTML");
     if (isPlainWords(html))
-        claimSame(text.simplified(), html.simplified(), "words without markup stay");
+        claimSame(text.simplified(), html.simplified(), "plain words stay");
 }
 
 int depthOf(const std::string &html) {
@@ -47,9 +47,9 @@ int depthOf(const std::string &html) {
 void claimNesting(const std::string &html) {
     constexpr int limit = 8;
     const std::string limited = platform::guardedHtml(html, limit);
-    claim(limited.size() <= 5 * html.size(), "the guard adds the escapes of sections at most");
+    claim(limited.size() <= 5 * html.size(), "the guard adds nothing except the escapes of sections");
     const int depth = depthOf(limited);
-    claim(depth <= 12 * limit + 32, "the parsed tree is a few times as deep at most");
+    claim(depth <= 12 * limit + 32, "the parsed tree is at most a few times deeper");
 }
 
 void claimDocument(const QString &html) {

@@ -18,10 +18,10 @@ QString allOf(const CVlGetPACProtoParse &reader, qsizetype size) {
         const QString lines = reader.GetPACDialInNumber(account);
         const QString line = reader.GetPACDialInNumberWithCommaSeparator(account);
         const QString invitation = reader.GetInvitationEmail(account);
-        claim(!lines.isNull() && !line.isNull() && !invitation.isNull(), "an account's texts are texts");
-        // Two octets are the shortest number; its labels take some 20 characters.
+        claim(!lines.isNull() && !line.isNull() && !invitation.isNull(), "an account's texts are not null");
+        // The shortest number takes two bytes; its labels take about 20 characters.
         claim(lines.size() <= 16 * size + 16 && line.size() <= 16 * size + 16,
-              "texts are no larger than what they are made of");
+              "the size of the texts is in proportion to the input");
         all += lines + line + invitation + QString::number(reader.GetPACMeetingNumber(account));
     }
     return all;
@@ -31,11 +31,11 @@ void claimWrittenAsRead(const QByteArray &bytes, const QString &read) {
     Response response;
     if (!vlProtoBufConvert::ProtoFromByteStream(&response, bytes.constData(), int(bytes.size())))
         return;
-    response.set_unread_1(1); // required: a message without it is not written
+    response.set_unread_1(1); // a required field
     unsigned char *buffer = nullptr;
     int size = 0;
-    claim(vlProtoBufConvert::ProtoToByteStream(&response, buffer, size), "a whole message can be written");
-    claimSame(allOf(CVlGetPACProtoParse(buffer, size), size), read, "what is written reads as before");
+    claim(vlProtoBufConvert::ProtoToByteStream(&response, buffer, size), "a complete message can be written");
+    claimSame(allOf(CVlGetPACProtoParse(buffer, size), size), read, "a written message reads as before");
     vlProtoBufConvert::FreeProtoByteStream(buffer, size);
 }
 
@@ -45,7 +45,7 @@ void open(const QByteArray &bytes) {
               "base64 changes nothing");
     claimWrittenAsRead(bytes, read);
     claim(CVlGetMeetingProtoParse(bytes.constData(), int(bytes.size())).GetInviteHtmlEmail().isEmpty(),
-          "a binary meeting is read for nothing yet");
+          "nothing is read from a binary meeting yet");
 }
 
 const AddFuzzTarget target("message", open);
