@@ -43,12 +43,12 @@ TEST_P(DefaultsContract, ValuesAreKeptRemovedAndRefused) {
 }
 
 TEST_P(DefaultsContract, OtherDomainsAreReadAndMissingOnesHaveNoValue) {
-    folder.put(otherDomain + u".plist"_s,
-               "<plist><dict><key>key</key><string>theirs</string></dict></plist>");
+    for (const QString &name : {otherDomain, u"sub/"_s + otherDomain})
+        folder.put(name + u".plist"_s, "<plist><dict><key>key</key><string>theirs</string></dict></plist>");
     const auto defaults = make();
     EXPECT_EQ(defaults->valueInDomain(otherDomain, u"key"_s), QVariant(u"theirs"_s));
     EXPECT_FALSE(defaults->valueInDomain(otherDomain, u"missing"_s).isValid());
-    for (const QString &none : {u"com.parlo.nobody"_s, u"../"_s + otherDomain, QString()})
+    for (const QString &none : {u"com.parlo.nobody"_s, u"sub/"_s + otherDomain, QString()})
         EXPECT_FALSE(defaults->valueInDomain(none, u"key"_s).isValid());
 }
 

@@ -53,19 +53,20 @@ public:
 private:
     static rt::Class *cls() {
         rt::Class *made = rt::defineClass(u"ToolbarTestDelegate"_s);
-        rt::addMethod(made, "toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:", supplied, "@@:@@B");
-        rt::addMethod(made, "toolbarDefaultItemIdentifiers:", defaultOnes, "@@:@");
-        rt::addMethod(made, "toolbarAllowedItemIdentifiers:", allowedOnes, "@@:@");
+        const auto define = [made](const char *selector, rt::Implementation method) {
+            rt::addMethod(made, selector, method, "");
+        };
+        define("toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:",
+               [](rt::Object *self, rt::Selector, rt::Args arguments) {
+                   return rt::fromObject(static_cast<Delegate *>(self)->item(rt::textValue(arguments[1])));
+               });
+        define("toolbarDefaultItemIdentifiers:", [](rt::Object *self, rt::Selector, rt::Args) {
+            return rt::Value(rt::Value(static_cast<Delegate *>(self)->defaults).toList());
+        });
+        define("toolbarAllowedItemIdentifiers:", [](rt::Object *, rt::Selector, rt::Args) {
+            return rt::Value(QVariantList{"New", "Back", "Today", "Spare"});
+        });
         return made;
-    }
-    static rt::Value supplied(rt::Object *self, rt::Selector, rt::Args arguments) {
-        return rt::fromObject(static_cast<Delegate *>(self)->item(rt::textValue(arguments[1])));
-    }
-    static rt::Value defaultOnes(rt::Object *self, rt::Selector, rt::Args) {
-        return rt::Value(static_cast<Delegate *>(self)->defaults).toList();
-    }
-    static rt::Value allowedOnes(rt::Object *, rt::Selector, rt::Args) {
-        return QVariantList{"New", "Back", "Today", "Spare"};
     }
 };
 
@@ -203,12 +204,12 @@ TEST_F(ToolbarTest, ValidatesOnceAfterManyKeys) {
 
 TEST_F(ToolbarTest, GivesTheFocusToItsItemsInTheirOrder) {
     Window one(delegate);
-    one.toolbar->insertItem("Spare", 0);
+    one.toolbar->insertItem("Spare", 2);
     one.window.show();
     one.window.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&one.window));
-    one.toolbar->controlFor("Spare")->setFocus(Qt::TabFocusReason);
-    for (const char *name : {"New", "Back", "Today"}) {
+    one.toolbar->controlFor("New")->setFocus(Qt::TabFocusReason);
+    for (const char *name : {"Back", "Spare", "Today"}) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         EXPECT_EQ(QApplication::focusWidget(), one.toolbar->controlFor(name)) << name;
     }

@@ -73,7 +73,7 @@ TEST_F(WorkspaceTest, AnExecutableIsAFileInItsBundleThatMayBeRun) {
     EXPECT_EQ(workspace.executablePath(bundle), program);
     QFile::setPermissions(program, QFile::ReadOwner);
     EXPECT_TRUE(workspace.executablePath(bundle).isNull()) << "it may not be run";
-    for (const QString &name : {u"../../../../../bin/sh"_s, u".."_s, QString()}) {
+    for (const QString &name : {u"../../../../../../../../bin/sh"_s, u".."_s, QString()}) {
         putBundle(bundle, u"com.parlo.a"_s, name);
         EXPECT_TRUE(workspace.executablePath(bundle).isNull()) << qPrintable(name);
     }
