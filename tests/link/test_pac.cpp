@@ -41,7 +41,6 @@ TEST_F(Accounts, DialInTextsHaveTheExactFormThatIsLookedForLater) {
     const std::tuple<Numbers, Numbers, const char *, const char *> cases[] = {
         {{{"F", "C"}}, {{"T", "C"}}, "F (C Toll Free)\r\nT (C Toll)\r\n", "F (C Toll Free), T (C Toll)"},
         {{{"1", nullptr}, {"2", "B"}}, {}, "12 (B Toll Free)\r\n", "1, 2 (B Toll Free)"},
-        {{{nullptr, nullptr}, {"2", "B"}}, {}, "2 (B Toll Free)\r\n", "2 (B Toll Free)"},
         {{{"1", "A"}, {nullptr, nullptr}}, {}, "1 (A Toll Free)\r\n", "1 (A Toll Free), "},
         {{{nullptr, "A"}}, {{nullptr, "A"}}, " (A Toll Free)\r\n (A Toll)\r\n", " (A Toll Free),  (A Toll)"},
         {{}, {}, "", ""},

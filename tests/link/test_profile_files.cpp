@@ -60,25 +60,20 @@ TEST_F(Profile, EachUserHasAFileBelowTheRootFolder) {
     EXPECT_EQ(odd.lastIndexOf(u'/'), root.size());
 }
 
-TEST_F(SiteConfiguration, AWriterChangesOnlyItsOwnMember) {
+TEST_F(SiteConfiguration, AWriterChangesOnlyItsOwnMemberOfAFileThatCanBeParsed) {
     EXPECT_EQ(vlMeetingCommon::getLocalVlSiteConfigPath(),
               client.filePath("Documents/ParloMeetingsOutlookPlugin/vlConfig.txt"));
-    vlGetClientVersionHelper::saveClientVersionToLocal("3.7.1");
-    vlMeetingCommon::savePACConfigToLocal(0);
-    EXPECT_EQ(members(), (QVariantMap{{"velaClientVersion", "3.7.1"}, {"enablePAC", false}}));
+    for (const char *text : {"", "{", "[1]", "{\"enablePAC\": true"}) {
+        holds(text);
+        EXPECT_FALSE(vlGetPACHelper::sharedInstance().isPACEnabled()) << text;
+        vlGetClientVersionHelper::saveClientVersionToLocal("3.7.1");
+        vlMeetingCommon::savePACConfigToLocal(0);
+        EXPECT_EQ(members(), (QVariantMap{{"velaClientVersion", "3.7.1"}, {"enablePAC", false}})) << text;
+    }
     holds(R"({"other": [1], "enablePAC": true, "velaClientVersion": "1"})");
     EXPECT_TRUE(vlGetPACHelper::sharedInstance().isPACEnabled());
     vlGetClientVersionHelper::saveClientVersionToLocal("3.7.2");
     EXPECT_EQ(members(),
               (QVariantMap{
                   {"other", QVariantList{qint64(1)}}, {"enablePAC", true}, {"velaClientVersion", "3.7.2"}}));
-}
-
-TEST_F(SiteConfiguration, IsWrittenAnewWhenItCannotBeParsed) {
-    for (const char *text : {"", "{", "[1]", "{\"enablePAC\": true"}) {
-        holds(text);
-        EXPECT_FALSE(vlGetPACHelper::sharedInstance().isPACEnabled()) << text;
-        vlGetClientVersionHelper::saveClientVersionToLocal("3.7.1");
-        EXPECT_EQ(members(), (QVariantMap{{"velaClientVersion", "3.7.1"}})) << text;
-    }
 }
