@@ -70,43 +70,40 @@ struct HostWindow : QMainWindow {
 
 class HooksTest : public testing::Test {
 protected:
+    // The hooks stay installed until the process ends.
     static void SetUpTestSuite() {
-        folder = new QTemporaryDir;
+        const QTemporaryDir folder;
+        installServices(folder);
         define();
-        installServices();
         HostWindow window({u"A"_s});
         runLoadSteps();
         itemsAfterLoading = window.shown();
     }
-    static void TearDownTestSuite() { delete folder; }
-
-    static platform::TestDesktop installServices() {
+    static platform::TestDesktop installServices(const QTemporaryDir &folder) {
         platform::TestDesktop desktop = platform::installTestServices();
-        desktop.workspace->root = folder->path();
+        desktop.workspace->root = folder.path();
         installHost(desktop, u"16.0"_s);
         return desktop;
     }
 
-    void SetUp() override {
-        desktop = installServices();
+    HooksTest() {
         WorkflowPorts::instance().strips = &strips;
         WorkflowPorts::instance().createStrip = [this](QWidget *header, const QRectF &frame) {
             strips.createStrip(header, frame);
         };
         strip.blocked = true;
         strip.context()->meetingKey = u"840000017"_s;
-        strip.status = DataStatus::NothingToDo;
         calls().clear();
         answers().clear();
     }
-    void TearDown() override {
+    ~HooksTest() override {
         fakehost::during() = nullptr;
         WorkflowPorts::instance() = {};
     }
 
-    inline static QTemporaryDir *folder = nullptr;
     inline static QStringList itemsAfterLoading;
-    platform::TestDesktop desktop{};
+    QTemporaryDir folder;
+    platform::TestDesktop desktop = installServices(folder);
     RecordingStrips strips;
     FakeAppointment event;
     FakeEditor editor{event};
