@@ -1,12 +1,12 @@
 // The calendar grid under real pointer and key events, and what it tells assistive programs.
 #include "standin/mailhost/windows/grid/CalendarGrid.h"
 #include "standin/mailhost/windows/grid/GridAreas.h"
-#include "standin/mailhost/windows/grid/TileRename.h"
 #include "tests/support/ProcessZone.h"
 #include "tests/support/Warnings.h"
 
 #include <QAccessible>
 #include <QApplication>
+#include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
@@ -62,7 +62,7 @@ protected:
         found.removeIf([](const T *widget) { return !widget->isVisible(); });
         return found;
     }
-    TileRename *rename() const { return visible<TileRename>().value(0); }
+    QLineEdit *rename() const { return visible<QLineEdit>().value(0); }
     EventTileView *tile(const QString &uid) const {
         for (EventTileView *tile : visible<EventTileView>())
             if (tile->occurrence().uid == uid && !tile->isGhost())

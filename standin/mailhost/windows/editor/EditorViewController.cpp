@@ -42,15 +42,10 @@ EditorViewController::EditorViewController(std::unique_ptr<CalendarEvent> event,
     showEvent();
 }
 
-EditorViewController::~EditorViewController() {
-    delete m_sheet;
-}
-
 void EditorViewController::showEvent() {
     m_event->setHandler([this](CalendarEvent::SetItem item) { eventWasSet(item); });
     m_shown = m_event->stored();
-    m_form->show(m_shown);
-    showEditable();
+    showForm(m_shown);
     m_body->load(m_shown.bodyHtml);
     m_body->setBodyReadOnly(!canEdit());
 }
@@ -80,11 +75,15 @@ void EditorViewController::followCalendar() {
     keep(&Appointment::recurrenceRule);
     keep(&Appointment::organizerEmail);
     keep(&Appointment::organizerName);
-    m_form->show(merged);
-    showEditable();
+    showForm(merged);
     if (bodyUntouched && now.bodyHtml != shown.bodyHtml)
         m_body->load(now.bodyHtml);
     Q_EMIT stateChanged();
+}
+
+void EditorViewController::showForm(const Appointment &appointment) {
+    m_form->show(appointment);
+    showEditable();
 }
 
 void EditorViewController::showEditable() {
@@ -179,7 +178,7 @@ bool EditorViewController::store(int sequenceStep) {
     m_event->followStored();
     m_forcedDirty = false;
     m_shown = m_event->stored();
-    m_form->show(m_shown);
+    showForm(m_shown);
     if (m_body->bodyHtml() != asHtmlDocument(m_shown.bodyHtml))
         m_body->load(m_shown.bodyHtml);
     Q_EMIT stateChanged();

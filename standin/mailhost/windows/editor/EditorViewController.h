@@ -19,7 +19,6 @@ public:
     // Takes ownership of the event. The window owns the view, its form and the body.
     EditorViewController(std::unique_ptr<CalendarEvent> event, QWidget *view, EditorForm *form,
                          BodyEdit *body);
-    ~EditorViewController() override;
 
     [[nodiscard]] CalendarEvent *content() const { return m_event.get(); }
     [[nodiscard]] QVariantMap uncommittedChanges() const;
@@ -85,6 +84,7 @@ Q_SIGNALS:
 
 private:
     void showEvent();
+    void showForm(const Appointment &appointment);
     void showEditable();
     void followCalendar();
     void eventWasSet(CalendarEvent::SetItem item);

@@ -3,14 +3,15 @@
 #include "platform/Literals.h"
 #include "standin/mailhost/windows/grid/GridAreas.h"
 #include "standin/mailhost/windows/grid/GridHeader.h"
-#include "standin/mailhost/windows/grid/TileRename.h"
 
 #include <QAccessibleWidget>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -77,8 +78,7 @@ CalendarGrid::CalendarGrid(QWidget *parent)
 
 CalendarGrid::~CalendarGrid() {
     abandon();
-    if (m_rename)
-        m_rename->abandon();
+    endRename();
 }
 
 std::array<GridSurface *, 2> CalendarGrid::surfaces() const {
@@ -181,8 +181,7 @@ std::optional<Occurrence> CalendarGrid::selected() const {
 
 bool CalendarGrid::select(const QString &uid, const QString &instanceId) {
     const QPointer<CalendarGrid> self(this);
-    if (m_rename)
-        m_rename->commit(); // may change the shown appointments
+    commitRename(); // may change the shown appointments
     const std::optional<GridPlace> place = self ? find(uid, instanceId) : std::nullopt;
     if (place)
         setPlace(place, true);
@@ -268,12 +267,17 @@ void CalendarGrid::reveal() {
 
 void CalendarGrid::beginRename() {
     EventTileView *tile = selectedTile();
-    if (!tile || (m_rename && !m_rename->isHidden()))
+    if (!tile || m_rename)
         return;
     abandon();
     reveal();
-    m_rename = new TileRename(tile->parentWidget(), this, tile->occurrence().summary);
-    connect(m_rename, &TileRename::committed, this, &CalendarGrid::finishRename);
+    m_rename = new QLineEdit(tile->occurrence().summary, tile->parentWidget());
+    m_rename->setAccessibleName(tr("Subject"));
+    m_rename->selectAll();
+    connect(m_rename, &QLineEdit::editingFinished, this, &CalendarGrid::commitRename); // the focus goes
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter})
+        new QShortcut(key, m_rename, this, &CalendarGrid::commitRename, Qt::WidgetShortcut);
+    new QShortcut(Qt::Key_Escape, m_rename, this, &CalendarGrid::endRename, Qt::WidgetShortcut);
     placeRename();
     m_rename->show();
     m_rename->setFocus(Qt::OtherFocusReason);
@@ -300,12 +304,28 @@ void CalendarGrid::keepRename(const std::optional<Occurrence> &before) {
     if (isSameOne(before, now) && before->summary == now->summary && before->allDay == now->allDay)
         placeRename();
     else
-        m_rename->abandon();
+        endRename();
 }
 
-void CalendarGrid::finishRename(const QString &subject) {
+void CalendarGrid::commitRename() {
+    if (!m_rename)
+        return;
+    const QString subject = m_rename->text();
+    endRename();
     if (const std::optional<Occurrence> occurrence = selected(); occurrence && subject != occurrence->summary)
         Q_EMIT renamed(subject);
+}
+
+void CalendarGrid::endRename() {
+    QLineEdit *rename = m_rename;
+    m_rename.clear(); // what follows would commit
+    if (!rename)
+        return;
+    // Done before hiding; otherwise the focus would move to the next control in the window.
+    if (rename->hasFocus())
+        setFocus(Qt::OtherFocusReason);
+    rename->hide();
+    rename->deleteLater();
 }
 
 void CalendarGrid::moveLine() {
@@ -433,6 +453,8 @@ void CalendarGrid::askForMenuByKey() {
 }
 
 void CalendarGrid::keyPressEvent(QKeyEvent *event) {
+    if (m_rename)
+        return; // it does not use the key
     const int key = event->key();
     if (key == Qt::Key_Menu || (key == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)) {
         // Some desktops send both the key and the request; the request comes first.

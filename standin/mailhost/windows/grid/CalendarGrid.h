@@ -11,6 +11,7 @@
 #include <array>
 #include <functional>
 
+class QLineEdit;
 class QScrollArea;
 
 namespace mailhost {
@@ -20,7 +21,6 @@ class DayColumns;
 class EventTileView;
 class GridHeader;
 class GridSurface;
-class TileRename;
 
 class CalendarGrid : public QWidget {
     Q_OBJECT
@@ -94,7 +94,8 @@ private:
                                                             const QDate &formerFirst) const;
     void keepRename(const std::optional<Occurrence> &before);
     void placeRename();
-    void finishRename(const QString &subject);
+    void commitRename();
+    void endRename();
     void setPlace(const std::optional<GridPlace> &place, bool reveal);
     void showPlace();
     void setFocusTile(EventTileView *tile);
@@ -118,7 +119,7 @@ private:
     AllDayRow *m_allDay;
     QScrollArea *m_scroll;
     DayColumns *m_columns;
-    QPointer<TileRename> m_rename;
+    QPointer<QLineEdit> m_rename;       // of the selected tile's subject
     std::optional<GridPlace> m_arrival; // on the next page; its day is counted from this page
     bool m_scrolled = false;            // was scrolled to the working hours
     bool m_menuByContext = false;       // the menu for the following key event is already open

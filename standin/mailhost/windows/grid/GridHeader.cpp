@@ -44,8 +44,6 @@ void GridHeader::paintEvent(QPaintEvent *) {
 // Uses the short names for all days if one long name does not fit.
 QString GridHeader::nameOf(const QDate &date, int room) const {
     const QLocale locale;
-    if (m_scene->days == 1)
-        return locale.toString(date, u"dddd, MMMM yyyy"_s);
     const QFontMetrics words(m_scene->style.subject); // today's is bold
     QLocale::FormatType names = QLocale::LongFormat;
     for (int day = Qt::Monday; day <= Qt::Sunday; ++day)

@@ -8,7 +8,6 @@
 namespace mailhost {
 
 class GridHeader : public QWidget {
-    Q_OBJECT
 public:
     explicit GridHeader(std::shared_ptr<const GridScene> scene);
     void showScene();

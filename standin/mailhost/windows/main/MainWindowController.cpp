@@ -135,16 +135,13 @@ void MainWindowController::newAppointment() {
     rt::send(editorWindowClass(), "showWindowForNewEvent");
 }
 
-void MainWindowController::newMeeting() {
-    rt::send(platform::applicationDelegate(), "newCalendarMeeting:", rt::fromObject(this));
-}
-
 void MainWindowController::buildMenus() {
     QMenu *file = m_window->menuBar()->addMenu(tr("&File"));
     m_window->addCommand(file, controls::newAppointmentAction, tr("New &appointment"), QKeySequence::New,
                          [this] { newAppointment(); });
-    m_window->addCommand(file, controls::newMeetingAction, tr("New &meeting"),
-                         QKeySequence(tr("Ctrl+Shift+N")), [this] { newMeeting(); });
+    m_window->addCommand(
+        file, controls::newMeetingAction, tr("New &meeting"), QKeySequence(tr("Ctrl+Shift+N")),
+        [this] { rt::send(platform::applicationDelegate(), "newCalendarMeeting:", rt::fromObject(this)); });
     file->addSeparator();
     m_window->addCommand(file, controls::newWindowAction, tr("New &window"), QKeySequence(tr("Ctrl+Alt+N")),
                          [this] { Q_EMIT anotherWindowWanted(); });

@@ -34,7 +34,6 @@ public:
     [[nodiscard]] NewPlace placeOfNew() const;
 
     void newAppointment();
-    void newMeeting();
 
     [[nodiscard]] rt::Value toolBarItem(const rt::Value &toolBar, const QString &identifier,
                                         bool willBeInserted);
