@@ -3,7 +3,6 @@
 #include "standin/mailhost/windows/grid/GridWalk.h"
 #include "tests/support/ProcessZone.h"
 
-#include <QSet>
 #include <gtest/gtest.h>
 
 namespace mailhost {
@@ -61,20 +60,6 @@ TEST_F(GridLayoutTest, OverlappingOnesStandSideBySideAndGrowIntoWhatIsFree) {
         for (const GridPiece &piece : layOut(occurrences, monday, 1).pieces)
             places.append({piece.column, piece.span, piece.columns});
         EXPECT_EQ(places, c.places) << c.name;
-    }
-}
-
-TEST_F(GridLayoutTest, NoTwoThatOverlapShareAPlace) {
-    QList<Occurrence> occurrences;
-    for (int i = 0; i < 600; ++i) // many lengths and begins, some of them all at once
-        occurrences.append(timed(monday, QTime((i * 7) % 20, (i % 4) * 15), 900 + (i * 37 % 11) * 1200));
-    const GridLayout layout = layOut(occurrences, monday, 1);
-    ASSERT_EQ(layout.pieces.size(), occurrences.size());
-    for (const GridPiece &a : layout.pieces) {
-        ASSERT_LE(a.column + a.span, a.columns);
-        for (const GridPiece &b : layout.pieces)
-            ASSERT_TRUE(&a == &b || a.begin >= b.end || b.begin >= a.end || a.column + a.span <= b.column ||
-                        b.column + b.span <= a.column);
     }
 }
 
