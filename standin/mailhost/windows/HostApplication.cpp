@@ -5,7 +5,6 @@
 #include "platform/services/propertylist/PropertyList.h"
 #include "platform/services/storage/WholeFile.h"
 #include "platform/toolkit/Windows.h"
-#include "standin/mailhost/model/Bind.h"
 #include "standin/mailhost/model/HostContext.h"
 #include "standin/mailhost/store/SampleCalendar.h"
 #include "standin/support/BusNames.h"

@@ -2,11 +2,9 @@
 
 #include "platform/toolkit/Windows.h"
 #include "standin/mailhost/model/Bind.h"
-#include "standin/mailhost/model/CalendarDate.h"
 #include "standin/mailhost/model/HostContext.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/mailhost/windows/JoinLink.h"
-#include "standin/mailhost/windows/MessageBoxes.h"
 #include "standin/mailhost/windows/editor/RecurrenceSheet.h"
 
 #include <QAction>

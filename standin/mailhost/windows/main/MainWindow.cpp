@@ -4,7 +4,6 @@
 #include "platform/toolkit/Windows.h"
 #include "standin/mailhost/windows/ControlNames.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>

@@ -6,7 +6,6 @@
 
 #include <QAction>
 #include <QMainWindow>
-#include <QPointer>
 #include <functional>
 
 class QLabel;

@@ -7,7 +7,6 @@
 #include "standin/mailhost/windows/JoinLink.h"
 #include "standin/mailhost/windows/editor/EditorWindow.h"
 
-#include <QAction>
 #include <QFileInfo>
 #include <QLocale>
 #include <QMenu>
