@@ -30,15 +30,6 @@ void claim(bool holds, const char *what);
 void claimSame(const QString &actual, const QString &expected, const char *what);
 void claimSame(const QByteArray &actual, const QByteArray &expected, const char *what);
 
-// Writes the value and reads it again.
-template<typename Value, typename Write, typename Read>
-void claimRoundTrip(const Value &value, Write write, Read read) {
-    const QByteArray written = write(value);
-    const Value again = read(written);
-    claim(again == value, "a written value reads as before");
-    claimSame(QByteArray(write(again)), written, "a value that was read again is written as before");
-}
-
 // Splits an input into several texts. Each call returns the part before the next separator, a byte that does
 // not occur in UTF-8.
 class Pieces {

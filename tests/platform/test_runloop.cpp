@@ -76,16 +76,6 @@ TEST_P(RunLoopContract, ACallMayCancelOrRequestAnotherAndThrow) {
     EXPECT_EQ(noted, (QStringList{u"first"_s, u"second"_s}));
 }
 
-TEST(VirtualRunLoop, StepsOfTimeAddUpToTheMoment) {
-    VirtualRunLoop loop;
-    loop.callAfter(30, nullptr);
-    for (int i = 0; i < 299; ++i)
-        loop.advance(0.1);
-    EXPECT_EQ(loop.pendingCount(), 1);
-    loop.advance(0.1);
-    EXPECT_EQ(loop.pendingCount(), 0);
-}
-
 TEST(QtRunLoop, RunsACallAtItsTimeAlsoInsideAnotherCall) {
     QtRunLoop loop;
     QElapsedTimer clock;
