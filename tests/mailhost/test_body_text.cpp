@@ -43,6 +43,16 @@ TEST_F(BodyTextTest, TypedTextGoesInAndNothingElseMoves) {
                            "<p>Secondone</p></body></html>"_s);
 }
 
+TEST_F(BodyTextTest, AStyleEndsAtTheEndOfABodyWithoutTags) {
+    load(u"Hello"_s);
+    QTextCursor all(&document);
+    all.select(QTextCursor::Document);
+    QTextCharFormat italic;
+    italic.setFontItalic(true);
+    all.mergeCharFormat(italic);
+    EXPECT_EQ(body.html(), u"<i>Hello</i>"_s);
+}
+
 class BlockTest : public BodyTextTest, public testing::WithParamInterface<int> {
 protected:
     // Forms in which a block stands in a body.

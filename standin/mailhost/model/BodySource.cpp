@@ -4,8 +4,10 @@
 #include "platform/services/html/HtmlElement.h"
 #include "platform/services/html/HtmlTokenizer.h"
 
+#include <QCache>
 #include <QRegularExpression>
 #include <QSet>
+#include <QTextDocumentFragment>
 
 namespace mailhost {
 
@@ -31,6 +33,14 @@ bool isRawElement(const QString &tag) {
 bool isBookmarkTag(const QString &text) {
     static const QRegularExpression name(u"\\bname\\s*="_s, QRegularExpression::CaseInsensitiveOption);
     return text.contains(name) && !text.contains(u"href", Qt::CaseInsensitive);
+}
+
+// What QTextDocument shows for the entity; empty for white space that HTML collapses.
+QString shownFor(const QString &entity) {
+    static QCache<QString, QString> known(1000);
+    if (!known.contains(entity))
+        known.insert(entity, new QString(QTextDocumentFragment::fromHtml(entity).toRawText()));
+    return *known.object(entity);
 }
 
 bool isLeftOutOfDisplay(const BodyPiece &piece) {
@@ -73,28 +83,25 @@ BodySource::BodySource(const QString &html)
             size += tokenizer.takeRawText(token.name).size();
         const qsizetype begin = position;
         position += QString::fromUtf8(token.source.data(), qsizetype(size)).size();
-        if (token.kind == Kind::Text)
+        const bool starts = token.kind == Kind::StartTag;
+        BodyPiece piece{.begin = begin, .end = position, .tag = token.kind == Kind::Other ? QString() : tag};
+        if (token.kind == Kind::Text) {
             addText(begin, position);
-        else if (token.kind == Kind::StartTag && tag == u"br")
-            addSolid(begin, position, QChar::LineSeparator, tag);
-        else if (token.kind == Kind::StartTag && tag == u"img")
-            addSolid(begin, position, QChar::ObjectReplacementCharacter, tag);
-        else if (token.kind != Kind::EndTag || tag != u"a" || !endsBookmark(position))
-            m_pieces.append({BodyPiece::Kind::Markup,
-                             false,
-                             token.kind == Kind::EndTag,
-                             {},
-                             begin,
-                             position,
-                             token.kind == Kind::Other ? QString() : tag});
+        } else if (starts && (tag == u"br" || tag == u"img")) {
+            piece.kind = BodyPiece::Kind::Solid;
+            piece.character = tag == u"br" ? QChar::LineSeparator : QChar::ObjectReplacementCharacter;
+            add(piece);
+        } else if (token.kind != Kind::EndTag || tag != u"a" || !endsBookmark(position)) {
+            piece.closing = token.kind == Kind::EndTag;
+            add(piece);
+        }
     }
 }
 
-void BodySource::addSolid(qsizetype begin, qsizetype end, QChar character, const QString &tag,
-                          bool bookmark) {
-    BodyPiece piece{BodyPiece::Kind::Solid, bookmark, false, character, begin, end, tag};
+void BodySource::add(const BodyPiece &piece) {
     m_pieces.append(piece);
-    m_solids.append(piece);
+    if (piece.kind == BodyPiece::Kind::Solid)
+        m_solids.append(piece);
 }
 
 // If the end tag completes an empty anchor, turns the anchor into a bookmark and returns true.
@@ -109,49 +116,48 @@ bool BodySource::endsBookmark(qsizetype end) {
         !isBookmarkTag(textOf(opening)))
         return false;
     m_pieces.resize(start);
-    addSolid(opening.begin, end, QChar(char16_t(firstBookmarkCharacter + m_bookmarks++)), opening.tag, true);
+    add({.kind = BodyPiece::Kind::Solid,
+         .begin = opening.begin,
+         .end = end,
+         .tag = opening.tag,
+         .character = char16_t(firstBookmarkCharacter + m_bookmarks++),
+         .bookmark = true});
     return true;
 }
 
 void BodySource::addText(qsizetype begin, qsizetype end) {
     while (begin < end) {
         const qsizetype from = begin;
-        if (m_html[from] == u'&') {
-            addEntity(begin);
-        } else if (!isHtmlSpace(m_html[from])) {
-            addSolid(from, ++begin, m_html[from]);
-        } else {
-            while (begin < end && isHtmlSpace(m_html[begin]))
-                ++begin;
-            m_pieces.append({BodyPiece::Kind::Space, false, false, {}, from, begin, {}});
-        }
+        begin = addEntity(from);
+        if (begin > from)
+            continue;
+        while (begin < end && isHtmlSpace(m_html[begin]))
+            ++begin;
+        if (begin > from)
+            add({.kind = BodyPiece::Kind::Space, .begin = from, .end = begin});
+        else
+            add({.kind = BodyPiece::Kind::Solid, .begin = from, .end = ++begin, .character = m_html[from]});
     }
 }
 
-void BodySource::addEntity(qsizetype &position) {
+qsizetype BodySource::addEntity(qsizetype begin) {
     static const QRegularExpression entity(
         u"\\G&(#[0-9]{1,7}|#[xX][0-9a-fA-F]{1,6}|[A-Za-z][A-Za-z0-9]{1,31});"_s);
-    const QRegularExpressionMatch match = entity.match(m_html, position);
-    const qsizetype begin = position;
-    position = match.hasMatch() ? match.capturedEnd() : position + 1;
-    if (!match.hasMatch())
-        return addSolid(begin, position, u'&');
-    const QString name = match.captured(1);
-    if (!name.startsWith(u'#')) {
-        static const QHash<QString, QChar> known{{u"amp"_s, u'&'},   {u"lt"_s, u'<'},
-                                                 {u"gt"_s, u'>'},    {u"quot"_s, u'"'},
-                                                 {u"apos"_s, u'\''}, {u"nbsp"_s, QChar::Nbsp}};
-        return addSolid(begin, position, known.value(name));
-    }
-    const uint code = QString(u'0' + name.mid(1)).toUInt(nullptr, name[1].toLower() == u'x' ? 16 : 10);
-    if (code < 0x10000 && isHtmlSpace(QChar(char16_t(code)))) {
-        m_pieces.append({BodyPiece::Kind::Space, false, false, {}, begin, position, {}});
-    } else if (QChar::requiresSurrogates(char32_t(code))) {
-        addSolid(begin, position, QChar(QChar::highSurrogate(char32_t(code))));
-        addSolid(position, position, QChar(QChar::lowSurrogate(char32_t(code))));
-    } else {
-        addSolid(begin, position, QChar(char16_t(code)));
-    }
+    if (m_html[begin] != u'&')
+        return begin;
+    const QRegularExpressionMatch match = entity.match(m_html, begin);
+    const QString shown = match.hasMatch() ? shownFor(match.captured()) : QString();
+    if (!match.hasMatch() || shown == match.captured()) // is shown as it is written
+        return begin;
+    const qsizetype end = match.capturedEnd();
+    if (shown.isEmpty())
+        add({.kind = BodyPiece::Kind::Space, .begin = begin, .end = end});
+    for (qsizetype i = 0; i < shown.size(); ++i) // one piece for each unit
+        add({.kind = BodyPiece::Kind::Solid,
+             .begin = i == 0 ? begin : end,
+             .end = end,
+             .character = shown[i]});
+    return end;
 }
 
 bool BodySource::isBesideBlock(qsizetype pieceIndex, int step) const {
@@ -191,7 +197,7 @@ QString BodySource::displayHtml() const {
             waiting.clear();
             if (piece.bookmark)
                 shown += piece.character;
-            else if (!piece.tag.isEmpty() || piece.character.isNull() || piece.character == QChar::Nbsp)
+            else if (!piece.tag.isEmpty() || piece.character == QChar::Nbsp)
                 shown += textOf(piece);
             else
                 shown += QString(piece.character).toHtmlEscaped();

@@ -14,12 +14,12 @@ struct BodyPiece {
         Markup // a tag, a comment, or an invisible element
     };
     Kind kind = Kind::Markup;
-    bool bookmark = false;
-    bool closing = false; // of a tag
-    QChar character;      // of a solid piece; U+0000: an entity whose character is not known here
     qsizetype begin = 0;
     qsizetype end = 0;
-    QString tag; // lower-case name; empty for comments and text
+    QString tag;     // lower-case name; empty for comments and text
+    QChar character; // of a solid piece, as QTextDocument shows it
+    bool bookmark = false;
+    bool closing = false; // of a tag
 };
 
 // Bookmarks are empty named anchors. QTextDocument cannot represent them, so each is replaced by one of these
@@ -48,10 +48,10 @@ public:
     [[nodiscard]] qsizetype emptyInsertPosition() const;
 
 private:
+    void add(const BodyPiece &piece);
     void addText(qsizetype begin, qsizetype end);
-    void addSolid(qsizetype begin, qsizetype end, QChar character, const QString &tag = {},
-                  bool bookmark = false);
-    void addEntity(qsizetype &position);
+    // Returns its end; `begin` if the text there is no entity.
+    qsizetype addEntity(qsizetype begin);
     bool endsBookmark(qsizetype end);
     // Whether a block begins or ends before the next solid piece in that direction (-1 or 1).
     [[nodiscard]] bool isBesideBlock(qsizetype pieceIndex, int step) const;

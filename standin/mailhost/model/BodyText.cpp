@@ -85,7 +85,7 @@ void BodyText::setHtml(const QString &html) {
     m_loading = false;
     m_loaded.state = stateNow();
     m_current = m_loaded.state.text;
-    m_origin.resize(std::size_t(m_current.size()));
+    m_origin.resize(m_current.size());
     std::iota(m_origin.begin(), m_origin.end(), 0);
     m_cache.reset();
     align();
@@ -110,7 +110,7 @@ void BodyText::placeBookmarks() {
 
 void BodyText::align() {
     const QString &text = m_loaded.state.text;
-    m_loaded.solidAt.assign(std::size_t(text.size()), -1);
+    m_loaded.solidAt = QList<int>(text.size(), -1);
     m_aligned = false;
     qsizetype next = 0;
     const QList<BodyPiece> &solids = m_loaded.source.solids();
@@ -122,9 +122,9 @@ void BodyText::align() {
             return;
         const BodyPiece &solid = solids[next];
         const QChar expected = solid.bookmark ? QChar(QChar::ObjectReplacementCharacter) : solid.character;
-        if (!expected.isNull() && expected != c)
+        if (expected != c)
             return;
-        m_loaded.solidAt[std::size_t(i)] = int(next++);
+        m_loaded.solidAt[i] = int(next++);
     }
     m_aligned = next == solids.size();
 }
@@ -147,18 +147,17 @@ void BodyText::followChange(int position) {
     const qsizetype earliest = std::min(longestPrefix, shorter - longestSuffix);
     const qsizetype prefix = std::clamp<qsizetype>(position, earliest, longestPrefix);
     const qsizetype suffix = std::min(longestSuffix, shorter - prefix);
-    const auto begin = m_origin.begin() + prefix;
-    m_origin.erase(begin, m_origin.end() - suffix);
-    m_origin.insert(m_origin.begin() + prefix, std::size_t(now.size() - prefix - suffix), -1);
+    m_origin.remove(prefix, m_origin.size() - suffix - prefix);
+    m_origin.insert(prefix, now.size() - prefix - suffix, -1);
     m_current = now;
     Q_EMIT edited();
 }
 
 BodyState BodyText::stateNow() const {
     BodyState state{m_document->toRawText(), {}, {}};
-    state.styles.resize(std::size_t(state.text.size()));
+    state.styles.resize(state.text.size());
     for (QTextBlock block = m_document->begin(); block.isValid(); block = block.next()) {
-        state.lists.push_back(block.textList() != nullptr);
+        state.lists.append(block.textList() != nullptr);
         for (auto it = block.begin(); !it.atEnd(); ++it)
             std::fill_n(state.styles.begin() + it.fragment().position(), it.fragment().length(),
                         styleOf(it.fragment().charFormat()));

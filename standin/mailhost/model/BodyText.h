@@ -39,9 +39,9 @@ private:
 
     QPointer<QTextDocument> m_document;
     LoadedBody m_loaded;
-    bool m_aligned = false;    // the document shows the text of the HTML as expected
-    QString m_current;         // the document's raw text now
-    std::vector<int> m_origin; // for each character of m_current its place in the loaded text, or -1
+    bool m_aligned = false; // the document shows the text of the HTML as expected
+    QString m_current;      // the document's raw text now
+    QList<int> m_origin;    // for each character of m_current its place in the loaded text, or -1
     bool m_loading = false;
     mutable std::optional<QString> m_cache; // no value: has to be written again
 };

@@ -12,16 +12,11 @@ bool isBlockEnd(QChar c) {
     return c == QChar::ParagraphSeparator || c == QChar(0xfdd0) || c == QChar(0xfdd1);
 }
 
-std::vector<int> blocksOf(const QString &text) {
-    std::vector<int> blocks;
-    blocks.reserve(std::size_t(text.size() + 1));
-    int block = 0;
-    for (const QChar c : text) {
-        blocks.push_back(block);
-        if (isBlockEnd(c))
-            ++block;
-    }
-    blocks.push_back(block);
+// The block of each place in the text, the end included.
+QList<int> blocksOf(const QString &text) {
+    QList<int> blocks{0};
+    for (const QChar c : text)
+        blocks.append(blocks.last() + (isBlockEnd(c) ? 1 : 0));
     return blocks;
 }
 
@@ -64,69 +59,68 @@ public:
     Writer(const LoadedBody &before, const EditedBody &now)
         : m_before(before)
         , m_now(now)
-        , m_blockAt(blocksOf(now.state.text))
-        , m_baseBlockAt(blocksOf(before.state.text))
-        , m_positionOfSolid(std::size_t(before.source.solids().size()), -1) {
-        for (std::size_t i = 0; i < before.solidAt.size(); ++i)
-            if (before.solidAt[i] >= 0)
-                m_positionOfSolid[std::size_t(before.solidAt[i])] = int(i);
-    }
+        , m_text(now.state.text)
+        , m_blockAt(blocksOf(m_text))
+        , m_baseBlockAt(blocksOf(before.state.text)) {}
 
     std::optional<QString> write() {
         if (!findNewLists())
             return std::nullopt;
-        const std::vector<Kept> kept = keptCharacters();
+        const QList<Kept> kept = keptCharacters();
         if (kept.size() == 2)
             return writeFresh();
-        for (std::size_t i = 0; i + 1 < kept.size(); ++i) {
-            if (gapUnchanged(kept[i], kept[i + 1]))
-                copyGap(kept[i], kept[i + 1]);
-            else if (!writeGap(kept[i], kept[i + 1]))
-                return std::nullopt;
-            if (i + 2 < kept.size() && !writeSolid(kept[i + 1]))
+        for (qsizetype i = 1; i < kept.size(); ++i) {
+            const bool written = gapUnchanged(kept[i - 1], kept[i]) ? copyGap(kept[i - 1], kept[i])
+                                                                    : writeGap(kept[i - 1], kept[i]);
+            if (!written || !writeSolid(kept[i]))
                 return std::nullopt;
         }
         return m_out;
     }
 
 private:
-    struct Kept {  // an unchanged character
-        int at;    // in the text now; -1 before the first, the size after the last
-        int solid; // -1 before the first, the count after the last
+    // An unchanged character; at the ends of the list the places before the first and after the last one.
+    struct Kept {
+        int at;    // in the text now
+        int base;  // in the loaded text
+        int solid; // number of its piece
+        BodyPiece piece;
     };
+
+    [[nodiscard]] static bool isFirst(const Kept &kept) { return kept.at < 0; }
+    [[nodiscard]] bool isLast(const Kept &kept) const { return kept.at == m_text.size(); }
 
     // Returns false if a paragraph was taken out of a list.
     bool findNewLists() {
-        const std::vector<bool> &lists = m_now.state.lists;
-        m_newList.assign(lists.size(), false);
-        std::size_t position = 0;
-        for (std::size_t block = 0; block < lists.size(); ++block) {
+        const QList<bool> &lists = m_now.state.lists;
+        qsizetype position = 0;
+        for (qsizetype block = 0; block < lists.size(); ++block) {
             int origin = -1;
-            for (; position < m_now.origin.size() && m_blockAt[position] == int(block); ++position)
+            for (; position < m_text.size() && m_blockAt[position] == block; ++position)
                 if (origin < 0)
                     origin = m_now.origin[position];
-            if (origin < 0) {
-                // A new paragraph: a further item if it follows an existing item.
-                const bool follows = block > 0 && lists[block - 1] && !m_newList[block - 1];
-                m_newList[block] = lists[block] && !follows;
-                continue;
-            }
-            const bool before = m_before.state.lists[std::size_t(m_baseBlockAt[std::size_t(origin)])];
-            if (before && !lists[block])
+            // A new paragraph that follows an existing item is a further item.
+            const bool isItem = origin >= 0 ? m_before.state.lists[m_baseBlockAt[origin]]
+                                            : block > 0 && lists[block - 1] && !m_newList[block - 1];
+            if (origin >= 0 && isItem && !lists[block])
                 return false;
-            m_newList[block] = lists[block] && !before;
+            m_newList.append(lists[block] && !isItem);
         }
         return true;
     }
 
-    std::vector<Kept> keptCharacters() const {
-        std::vector<Kept> kept{{-1, -1}};
-        for (std::size_t i = 0; i < m_now.origin.size(); ++i) {
+    [[nodiscard]] QList<Kept> keptCharacters() const {
+        const QList<BodyPiece> &solids = m_before.source.solids();
+        QList<Kept> kept{{-1, -1, -1, {}}};
+        for (int i = 0; i < m_text.size(); ++i) {
             const int origin = m_now.origin[i];
-            if (origin >= 0 && m_before.solidAt[std::size_t(origin)] >= 0)
-                kept.push_back({int(i), m_before.solidAt[std::size_t(origin)]});
+            const int solid = m_before.solidAt.value(origin, -1);
+            if (solid >= 0)
+                kept.append({i, origin, solid, solids[solid]});
         }
-        kept.push_back({int(m_now.state.text.size()), int(m_before.source.solids().size())});
+        BodyPiece end;
+        end.begin = end.end = m_before.source.html().size();
+        kept.append({int(m_text.size()), int(m_before.state.text.size()), int(solids.size()), end});
         return kept;
     }
 
@@ -140,63 +134,37 @@ private:
             to = end < from ? html.size() : end;
         }
         m_out = html.left(from);
-        writeNew(0, int(m_now.state.text.size()), {}, from);
+        writeNew(0, int(m_text.size()), {}, from);
         leaveBlock();
         return m_out + html.mid(to);
     }
 
-    qsizetype endOf(const Kept &kept) const {
-        return kept.solid < 0 ? 0 : m_before.source.solids()[kept.solid].end;
+    [[nodiscard]] BodyStyle baseStyle(const Kept &kept) const {
+        return m_before.state.styles.value(kept.base);
     }
 
-    qsizetype beginOf(const Kept &kept) const {
-        const QList<BodyPiece> &solids = m_before.source.solids();
-        return kept.solid == solids.size() ? m_before.source.html().size() : solids[kept.solid].begin;
-    }
-
-    int basePosition(const Kept &kept) const {
-        if (kept.solid < 0)
-            return -1;
-        return kept.solid == int(m_positionOfSolid.size()) ? int(m_before.state.text.size())
-                                                           : m_positionOfSolid[std::size_t(kept.solid)];
-    }
-
-    BodyStyle baseStyle(const Kept &kept) const {
-        const int position = basePosition(kept);
-        const bool real = position >= 0 && position < int(m_before.state.styles.size());
-        return real ? m_before.state.styles[std::size_t(position)] : BodyStyle();
-    }
-
-    bool isBookmark(const Kept &kept) const {
-        const QList<BodyPiece> &solids = m_before.source.solids();
-        return kept.solid >= 0 && kept.solid < solids.size() && solids[kept.solid].bookmark;
-    }
-
-    bool gapUnchanged(const Kept &from, const Kept &to) const {
-        const int base = basePosition(from);
-        if (to.solid != from.solid + 1 || basePosition(to) - base != to.at - from.at)
+    [[nodiscard]] bool gapUnchanged(const Kept &from, const Kept &to) const {
+        if (to.solid != from.solid + 1 || to.base - from.base != to.at - from.at)
             return false;
         for (int i = from.at + 1; i < to.at; ++i)
-            if (m_now.origin[std::size_t(i)] != base + i - from.at)
+            if (m_now.origin[i] != from.base + i - from.at)
                 return false;
         return true;
     }
 
-    bool baselineHasBoundary(const Kept &from, const Kept &to) const {
-        for (int i = basePosition(from) + 1; i < basePosition(to); ++i)
-            if (isBlockEnd(m_before.state.text[i]))
-                return true;
-        return false;
+    [[nodiscard]] bool baselineHasBoundary(const Kept &from, const Kept &to) const {
+        const auto begin = m_before.state.text.begin();
+        return std::any_of(begin + from.base + 1, begin + to.base, isBlockEnd);
     }
 
     // The position of a paragraph end that still exists between the two; -1 if there is none. A paragraph end
     // that the user typed over an existing one replaces it.
-    int boundaryIn(const Kept &from, const Kept &to) const {
+    [[nodiscard]] int boundaryIn(const Kept &from, const Kept &to) const {
         int typed = -1;
         for (int i = from.at + 1; i < to.at; ++i) {
-            if (!isBlockEnd(m_now.state.text[i]))
+            if (!isBlockEnd(m_text[i]))
                 continue;
-            if (m_now.origin[std::size_t(i)] >= 0)
+            if (m_now.origin[i] >= 0)
                 return i;
             if (typed < 0)
                 typed = i;
@@ -204,23 +172,24 @@ private:
         return baselineHasBoundary(from, to) ? typed : -1;
     }
 
-    bool hasBlockMarkup(const Kept &from, const Kept &to) const {
-        return std::ranges::any_of(m_before.source.pieces(), [&](const BodyPiece &piece) {
-            return piece.kind == BodyPiece::Kind::Markup && piece.begin >= endOf(from) &&
-                   piece.end <= beginOf(to) && isBlockTag(piece.tag);
-        });
+    // What stands between the two, without text that was deleted.
+    [[nodiscard]] QList<BodyPiece> piecesBetween(const Kept &from, const Kept &to) const {
+        QList<BodyPiece> pieces;
+        for (const BodyPiece &piece : m_before.source.pieces())
+            if (piece.begin >= from.piece.end && piece.end <= to.piece.begin &&
+                piece.kind != BodyPiece::Kind::Solid)
+                pieces.append(piece);
+        return pieces;
     }
 
     // The tags between two characters. If two paragraphs were joined, leaves out the tags that ended the
     // first and began the second; no value if these do not match.
-    std::optional<QString> markupBetween(const Kept &from, const Kept &to, int boundary) const {
-        const bool outer = from.solid < 0 || to.solid == m_before.source.solids().size();
+    [[nodiscard]] std::optional<QString> markupBetween(const Kept &from, const Kept &to, int boundary) const {
+        const bool outer = isFirst(from) || isLast(to);
         const bool joined = boundary < 0 && !outer && baselineHasBoundary(from, to);
         QStringList tags;
         QList<std::pair<qsizetype, QString>> closed; // index in `tags` and name of the block tags that close
-        for (const BodyPiece &piece : m_before.source.pieces()) {
-            if (piece.begin < endOf(from) || piece.end > beginOf(to) || piece.kind == BodyPiece::Kind::Solid)
-                continue;
+        for (const BodyPiece &piece : piecesBetween(from, to)) {
             if (piece.kind == BodyPiece::Kind::Space && boundary < 0 && !outer)
                 continue;
             tags.append(m_before.source.textOf(piece));
@@ -235,119 +204,103 @@ private:
             tags[closed.takeLast().first].clear();
             tags.last().clear();
         }
-        if (!closed.isEmpty())
-            return std::nullopt;
-        return tags.join(QString());
+        return closed.isEmpty() ? std::optional(tags.join(QString())) : std::nullopt;
     }
 
-    void copyGap(const Kept &from, const Kept &to) {
-        const QString gap = m_before.source.html().mid(endOf(from), beginOf(to) - endOf(from));
-        if (gap.contains(u'<'))
-            closeDelta();
-        const bool last = to.at == m_now.state.text.size();
-        if (last || m_blockAt[std::size_t(std::max(from.at, 0))] != m_blockAt[std::size_t(to.at)])
+    [[nodiscard]] bool endsBlock(const Kept &from, const Kept &to) const {
+        return isLast(to) || m_blockAt[std::max(from.at, 0)] != m_blockAt[to.at];
+    }
+
+    bool copyGap(const Kept &from, const Kept &to) {
+        const QString gap = m_before.source.html().mid(from.piece.end, to.piece.begin - from.piece.end);
+        if (gap.contains(u'<') || isLast(to))
+            closeStyle();
+        if (endsBlock(from, to))
             leaveBlock();
         m_out += gap;
+        return true;
     }
 
     bool writeGap(const Kept &from, const Kept &to) {
-        closeDelta();
+        closeStyle();
         const int boundary = boundaryIn(from, to);
         const std::optional<QString> markup = markupBetween(from, to, boundary);
         if (!markup)
             return false;
         // A bookmark shown at the beginning of the following block belongs before the text typed after it.
-        const bool shownAhead =
-            isBookmark(from) && hasBlockMarkup(from, to) && to.solid < int(m_positionOfSolid.size());
-        const bool allRight = boundary < 0 && (from.solid < 0 || shownAhead);
+        const bool shownAhead = from.piece.bookmark && !isLast(to) &&
+                                std::ranges::any_of(piecesBetween(from, to), isBlockTag, &BodyPiece::tag);
+        const bool allRight = boundary < 0 && (isFirst(from) || shownAhead);
         const int split = boundary >= 0 ? boundary : allRight ? from.at : to.at;
-        writeNew(from.at + 1, split, baseStyle(from), endOf(from));
-        const bool last = to.at == m_now.state.text.size();
-        if (last || boundary >= 0 ||
-            m_blockAt[std::size_t(std::max(from.at, 0))] != m_blockAt[std::size_t(to.at)])
+        writeNew(from.at + 1, split, baseStyle(from), from.piece.end);
+        if (boundary >= 0 || endsBlock(from, to))
             leaveBlock();
         m_out += *markup;
-        writeNew(split + 1, to.at, baseStyle(to), beginOf(to));
+        writeNew(split + 1, to.at, baseStyle(to), to.piece.begin);
         return true;
     }
 
     void writeBreak(int position, qsizetype sourcePosition) {
         const bool wasOpen = m_listOpen;
         leaveBlock();
-        const int next = m_blockAt[std::size_t(position)] + 1;
-        if (wasOpen || m_newList[std::size_t(next)])
+        if (wasOpen || m_newList[m_blockAt[position] + 1])
             return;
         const QString tags = m_before.source.paragraphBreakAt(sourcePosition);
-        const QString &text = m_now.state.text;
-        const bool emptyBefore = position == 0 || isBlockEnd(text[position - 1]);
-        const bool emptyAfter = position + 1 == text.size() || isBlockEnd(text[position + 1]);
-        const bool typedAfter =
-            !emptyAfter || position + 1 == text.size() || m_now.origin[std::size_t(position) + 1] < 0;
+        const int next = position + 1;
+        const bool atEnd = next == m_text.size();
+        const bool emptyBefore = position == 0 || isBlockEnd(m_text[position - 1]);
+        const bool emptyAfter = atEnd || (isBlockEnd(m_text[next]) && m_now.origin[next] >= 0);
         // An empty paragraph would not be shown.
         const bool paragraphs = tags != u"<br>";
         if (paragraphs && emptyBefore)
             m_out += u"&nbsp;"_s;
         m_out += tags;
-        if (paragraphs && emptyAfter && (!typedAfter || position + 1 == text.size()))
+        if (paragraphs && emptyAfter)
             m_out += u"&nbsp;"_s;
     }
 
     void writeNew(int from, int to, const BodyStyle &around, qsizetype sourcePosition) {
         QChar previous = m_out.isEmpty() ? QChar() : m_out.back();
-        int i = from;
-        while (i < to) {
-            if (isBlockEnd(m_now.state.text[i])) {
-                writeBreak(i++, sourcePosition);
+        for (int i = from; i < to; ++i) {
+            const QString bookmark = m_now.bookmarks.value(i);
+            if (isBlockEnd(m_text[i])) {
+                closeStyle();
+                writeBreak(i, sourcePosition);
                 previous = QChar();
-                continue;
-            }
-            if (const QString bookmark = m_now.bookmarks.value(i); !bookmark.isNull()) {
+            } else if (!bookmark.isNull()) {
+                closeStyle();
                 m_out += bookmark;
-                ++i;
-                continue;
+            } else {
+                enterBlock(i);
+                openStyle(around, m_now.state.styles[i]);
+                m_out += escaped(m_text[i], previous);
+                previous = m_text[i];
             }
-            const BodyStyle style = m_now.state.styles[std::size_t(i)];
-            enterBlock(i);
-            const Tags tags = changeOf(around, style);
-            m_out += tags.open;
-            for (; i < to && !isBlockEnd(m_now.state.text[i]) && m_now.state.styles[std::size_t(i)] == style;
-                 ++i) {
-                if (!m_now.bookmarks.value(i).isNull())
-                    break;
-                m_out += escaped(m_now.state.text[i], previous);
-                previous = m_now.state.text[i];
-            }
-            m_out += tags.close;
         }
+        closeStyle();
     }
 
+    // Returns false if the style of the character cannot be written.
     bool writeSolid(const Kept &kept) {
+        if (isLast(kept))
+            return true;
         enterBlock(kept.at);
-        const BodyPiece &piece = m_before.source.solids()[kept.solid];
-        BodyStyle wanted = m_now.state.styles[std::size_t(kept.at)];
-        BodyStyle has = baseStyle(kept);
-        wanted.link = has.link;
-        const bool text = !piece.bookmark && piece.tag.isEmpty();
-        if (text && (wanted != m_deltaWanted || has != m_deltaHas)) {
-            closeDelta();
-            if (wanted != has) {
-                if (has.underline && !wanted.underline)
-                    return false; // inner tags cannot remove the line of an underlined text
-                const Tags tags = changeOf(has, wanted);
-                m_out += tags.open;
-                m_deltaClose = tags.close;
-            }
-            m_deltaWanted = wanted;
-            m_deltaHas = has;
+        if (!kept.piece.bookmark && kept.piece.tag.isEmpty()) {
+            const BodyStyle has = baseStyle(kept);
+            BodyStyle wanted = m_now.state.styles[kept.at];
+            if (has.underline && !wanted.underline)
+                return false; // inner tags cannot remove the line of an underlined text
+            wanted.link = has.link;
+            openStyle(has, wanted);
         }
-        m_out += m_before.source.textOf(piece);
+        m_out += m_before.source.textOf(kept.piece);
         return true;
     }
 
     void enterBlock(int position) {
-        if (m_listOpen || !m_newList[std::size_t(m_blockAt[std::size_t(position)])])
+        if (m_listOpen || !m_newList[m_blockAt[position]])
             return;
-        closeDelta();
+        closeStyle();
         const bool continues = m_listClosedAt == m_out.size();
         if (continues)
             m_out.chop(QStringView(u"</li></ul>").size());
@@ -358,31 +311,43 @@ private:
     void leaveBlock() {
         if (!m_listOpen)
             return;
-        closeDelta();
+        closeStyle();
         m_out += u"</li></ul>"_s;
         m_listOpen = false;
         m_listClosedAt = m_out.size();
     }
 
-    void closeDelta() {
-        m_out += m_deltaClose;
-        m_deltaClose.clear();
-        m_deltaWanted = {};
-        m_deltaHas = {};
+    // Opens the tags that make text of one style look like the other, unless they are open.
+    void openStyle(const BodyStyle &has, const BodyStyle &wanted) {
+        if (has == m_has && wanted == m_wanted)
+            return;
+        closeStyle();
+        const Tags tags = changeOf(has, wanted);
+        m_out += tags.open;
+        m_styleClose = tags.close;
+        m_has = has;
+        m_wanted = wanted;
+    }
+
+    void closeStyle() {
+        m_out += m_styleClose;
+        m_styleClose.clear();
+        m_has = {};
+        m_wanted = {};
     }
 
     const LoadedBody &m_before;
     const EditedBody &m_now;
-    std::vector<int> m_blockAt;         // the block of each place, the end included
-    std::vector<int> m_baseBlockAt;     // the same for the loaded text
-    std::vector<bool> m_newList;        // of each block now: made a list item by the user
-    std::vector<int> m_positionOfSolid; // in the loaded text
+    const QString &m_text;
+    QList<int> m_blockAt;
+    QList<int> m_baseBlockAt; // of the loaded text
+    QList<bool> m_newList;    // of each block now: made a list item by the user
     QString m_out;
     bool m_listOpen = false;
     qsizetype m_listClosedAt = -1;
-    QString m_deltaClose; // tags that end the open change of style
-    BodyStyle m_deltaWanted;
-    BodyStyle m_deltaHas;
+    QString m_styleClose; // the end tags of what openStyle() has opened
+    BodyStyle m_has;
+    BodyStyle m_wanted;
 };
 
 } // namespace

@@ -5,7 +5,6 @@
 
 #include <QHash>
 #include <optional>
-#include <vector>
 
 namespace mailhost {
 
@@ -20,20 +19,20 @@ struct BodyStyle {
 // The raw text of a document, the style of each of its characters, and which of its blocks are list items.
 struct BodyState {
     QString text;
-    std::vector<BodyStyle> styles;
-    std::vector<bool> lists;
+    QList<BodyStyle> styles;
+    QList<bool> lists;
     friend bool operator==(const BodyState &, const BodyState &) = default;
 };
 
 struct LoadedBody {
     BodySource source;
     BodyState state;
-    std::vector<int> solidAt; // for each character its solid piece, or -1
+    QList<int> solidAt; // for each character its solid piece, or -1
 };
 
 struct EditedBody {
     BodyState state;
-    std::vector<int> origin;       // for each character its place in the loaded text, or -1
+    QList<int> origin;             // for each character its place in the loaded text, or -1
     QHash<int, QString> bookmarks; // the HTML of each, by its place
 };
 
