@@ -62,40 +62,33 @@ rt::Value result(R &&value) {
         return rt::Value::fromValue(std::forward<R>(value));
 }
 
-template<auto Member, typename T, typename R, typename... A, std::size_t... I>
-rt::Value invoke(rt::Object *self, rt::Args arguments, std::index_sequence<I...>) {
-    auto *receiver = dynamic_cast<T *>(self);
-    if (!receiver)
-        return {};
-    (void)arguments;
-    if constexpr (std::is_void_v<R>) {
-        (receiver->*Member)(argument<A>(arguments[int(I)])...);
-        return {};
-    } else {
-        return result((receiver->*Member)(argument<A>(arguments[int(I)])...));
-    }
-}
-
-template<auto Member>
-struct Binder;
-template<typename T, typename R, typename... A, R (T::*Member)(A...)>
-struct Binder<Member> {
+template<auto Member, typename T, typename R, typename... A>
+struct Binder {
     static rt::Value call(rt::Object *self, rt::Selector, rt::Args arguments) {
-        return invoke<Member, T, R, A...>(self, arguments, std::index_sequence_for<A...>());
+        return invoke(dynamic_cast<T *>(self), arguments, std::index_sequence_for<A...>());
+    }
+    template<std::size_t... I>
+    static rt::Value invoke(T *receiver, [[maybe_unused]] rt::Args arguments, std::index_sequence<I...>) {
+        if (!receiver)
+            return {};
+        if constexpr (std::is_void_v<R>) {
+            (receiver->*Member)(argument<A>(arguments[int(I)])...);
+            return {};
+        } else {
+            return result((receiver->*Member)(argument<A>(arguments[int(I)])...));
+        }
     }
 };
-template<typename T, typename R, typename... A, R (T::*Member)(A...) const>
-struct Binder<Member> {
-    static rt::Value call(rt::Object *self, rt::Selector, rt::Args arguments) {
-        return invoke<Member, T, R, A...>(self, arguments, std::index_sequence_for<A...>());
-    }
-};
+template<auto Member, typename T, typename R, typename... A>
+Binder<Member, T, R, A...> binderOf(R (T::*)(A...));
+template<auto Member, typename T, typename R, typename... A>
+Binder<Member, T, R, A...> binderOf(R (T::*)(A...) const);
 
 } // namespace detail
 
 // The method implementation that calls the member function. It returns no value for null texts, null pointers
 // and receivers of another C++ class, and passes a null marker as a null text.
 template<auto Member>
-inline constexpr rt::Implementation bind = &detail::Binder<Member>::call;
+inline constexpr rt::Implementation bind = &decltype(detail::binderOf<Member>(Member))::call;
 
 } // namespace mailhost

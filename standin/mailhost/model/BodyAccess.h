@@ -1,4 +1,4 @@
-// The body editors in the host's object model. After their widget is deleted they have no body.
+// The body editors in the host's object model.
 #pragma once
 
 #include "platform/runtime/Object.h"
@@ -18,64 +18,35 @@ public:
     virtual void focusBody() = 0;
 };
 
-class WordMailEditorContent : public rt::Object {
+// The objects of other code's ways to the body; each call reads or writes the present body. The newer
+// generation has the class "OLWordMailEditor" with its content; the older one "WebFrame", whose web document
+// has elements. After the widget is deleted there is no body.
+class BodyObject : public rt::Object {
 public:
-    explicit WordMailEditorContent(BodyAccess *body);
-    [[nodiscard]] QString bodyContent() const { return m_body ? m_body->bodyHtml() : QString(); }
+    BodyObject(const QString &className, BodyAccess *body, QString tagName = {});
 
-private:
-    QPointer<BodyAccess> m_body;
-};
-
-// The Word-style body editor of the newer generation.
-class WordMailEditor : public rt::Object {
-public:
-    explicit WordMailEditor(BodyAccess *body);
-    [[nodiscard]] rt::Object *editorContent() { return &m_content; }
+    // The Word-style editor.
     [[nodiscard]] rt::Object *editor() { return this; }
     [[nodiscard]] QWidget *editorHost() const { return m_body; }
-    void displayHTMLContent(const QString &html, bool readOnly);
-    void displayHTMLContentWithSignature(const QString &html, bool readOnly, bool) {
-        displayHTMLContent(html, readOnly);
-    }
-    void displayHTMLContentAndActivate(const QString &html, bool readOnly, bool signatureEditor,
-                                       bool activate);
+    [[nodiscard]] rt::Object *editorContent() { return part(u"OLWordMailEditorContent"_s); }
+    [[nodiscard]] QString bodyContent() const { return m_body ? m_body->bodyHtml() : QString(); }
+    void display(const QString &html, bool readOnly) { displayAndActivate(html, readOnly, false, false); }
+    void displayWithSignature(const QString &html, bool readOnly, bool) { display(html, readOnly); }
+    void displayAndActivate(const QString &html, bool readOnly, bool signatureEditor, bool activate);
 
-private:
-    QPointer<BodyAccess> m_body;
-    WordMailEditorContent m_content;
-};
-
-// The web document of the older generation. Each call reads or writes the present body.
-class DomElement : public rt::Object {
-public:
-    DomElement(BodyAccess *body, QString tagName);
-    [[nodiscard]] QString outerHTML() const; // of the document element only
+    // The web document.
+    [[nodiscard]] rt::Object *document() { return part(u"DOMDocument"_s); }
+    [[nodiscard]] rt::Object *documentElement() { return part(u"DOMElement"_s, u"html"_s); }
+    [[nodiscard]] QVariantList getElementsByTagName(const QString &tagName); // the first one only
+    [[nodiscard]] QString outerHTML() const;                                 // of the document element only
     [[nodiscard]] QString innerHTML() const;
     void setInnerHTML(const QString &html);
 
 private:
+    // Lives until the next turn of the event loop.
+    [[nodiscard]] rt::Object *part(const QString &className, const QString &tagName = {}) const;
     QPointer<BodyAccess> m_body;
-    QString m_tagName;
-};
-
-class DomDocument : public rt::Object {
-public:
-    explicit DomDocument(BodyAccess *body);
-    [[nodiscard]] rt::Object *documentElement();
-    [[nodiscard]] QVariantList getElementsByTagName(const QString &tagName); // the first one only
-
-private:
-    QPointer<BodyAccess> m_body;
-};
-
-class WebFrame : public rt::Object {
-public:
-    explicit WebFrame(BodyAccess *body);
-    [[nodiscard]] rt::Object *document() { return &m_document; }
-
-private:
-    DomDocument m_document;
+    QString m_tagName; // of an element
 };
 
 void defineBodyClasses();

@@ -90,34 +90,20 @@ void CalendarEvent::followStored() {
 
 Appointment CalendarEvent::appointment() const {
     Appointment appointment = stored();
-    if (m_summary)
-        appointment.summary = *m_summary;
-    if (m_location)
-        appointment.location = *m_location;
-    if (m_capabilities)
-        appointment.ucCapabilities = *m_capabilities;
+    for (const auto &[field, value] : m_set)
+        appointment.*field = value;
     return appointment;
 }
 
-void CalendarEvent::clearSet() {
-    m_summary.reset();
-    m_location.reset();
-    m_capabilities.reset();
+bool CalendarEvent::hasSetCapabilities() const {
+    return std::ranges::any_of(m_set,
+                               [](const auto &one) { return one.first == &Appointment::ucCapabilities; });
 }
 
-void CalendarEvent::setSummary(const QString &summary) {
-    m_summary = summary;
-    wasSet(SetItem::Summary);
-}
-
-void CalendarEvent::setLocation(const QString &location) {
-    m_location = location;
-    wasSet(SetItem::Location);
-}
-
-void CalendarEvent::setOlmUCCapabilities(const QString &text) {
-    m_capabilities = text;
-    wasSet(SetItem::Capabilities);
+void CalendarEvent::set(Field field, const QString &value) {
+    m_set.append({field, value});
+    if (m_handler)
+        m_handler(field);
 }
 
 EmailAccount *CalendarEvent::account() const {
@@ -185,10 +171,14 @@ qint64 MutableCalendarEvent::saveRecord() {
     return session() && session()->store(m_draft) ? 0 : 1;
 }
 
-namespace {
-
-void defineCalendarEvent(rt::Class *cls) {
-    addMethods(cls,
+void defineEventClasses() {
+    addMethods(rt::defineClass(u"ECCalendarEventAttendee"_s),
+               {{"name", bind<&EventAttendee::name>, "@@:"},
+                {"emailAddress", bind<&EventAttendee::emailAddress>, "@@:"},
+                {"attendeeType", bind<&EventAttendee::attendeeType>, "i@:"}});
+    addMethods(rt::defineClass(u"ECRecurrence"_s), {{"rule", bind<&Recurrence::rule>, "@@:"}});
+    rt::Class *event = rt::defineClass(u"ECCalendarEvent"_s);
+    addMethods(event,
                {{"summary", bind<&CalendarEvent::summary>, "@@:"},
                 {"location", bind<&CalendarEvent::location>, "@@:"},
                 {"startTime", bind<&CalendarEvent::startTime>, "@@:"},
@@ -219,18 +209,6 @@ void defineCalendarEvent(rt::Class *cls) {
                 {"setOlmUCCapabilities:", bind<&CalendarEvent::setOlmUCCapabilities>, "v@:@"},
                 {"deleteEventNow", bind<&CalendarEvent::deleteEventNow>, "B@:"},
                 {"cancelMeetingInWindow:", bind<&CalendarEvent::cancelMeetingInWindow>, "v@:@"}});
-}
-
-} // namespace
-
-void defineEventClasses() {
-    addMethods(rt::defineClass(u"ECCalendarEventAttendee"_s),
-               {{"name", bind<&EventAttendee::name>, "@@:"},
-                {"emailAddress", bind<&EventAttendee::emailAddress>, "@@:"},
-                {"attendeeType", bind<&EventAttendee::attendeeType>, "i@:"}});
-    addMethods(rt::defineClass(u"ECRecurrence"_s), {{"rule", bind<&Recurrence::rule>, "@@:"}});
-    rt::Class *event = rt::defineClass(u"ECCalendarEvent"_s);
-    defineCalendarEvent(event);
     // The class has its own setters, so that a hook can exchange them without those of the event.
     addMethods(rt::defineClass(u"ECMutableCalendarEvent"_s, event),
                {{"setSummary:", bind<&CalendarEvent::setSummary>, "v@:@"},

@@ -44,9 +44,9 @@ private:
 // are visible through it at once and are stored when the editor that shows it is saved.
 class CalendarEvent : public rt::Object {
 public:
-    // The values that other code may set; the editor is notified and shows them.
-    enum class SetItem { Summary, Location, Capabilities };
-    using SetHandler = std::function<void(SetItem item)>;
+    // A value that other code may set; the editor is notified and shows it.
+    using Field = QString Appointment::*;
+    using SetHandler = std::function<void(Field field)>;
 
     CalendarEvent(CalendarSession *session, const QString &uid, const QString &recurrenceId,
                   bool isOccurrence);
@@ -75,8 +75,8 @@ public:
     void followStored();
     void setHandler(SetHandler handler) { m_handler = std::move(handler); }
     // Drops the set values, which are stored now.
-    void clearSet();
-    [[nodiscard]] bool hasSetCapabilities() const { return m_capabilities.has_value(); }
+    void clearSet() { m_set.clear(); }
+    [[nodiscard]] bool hasSetCapabilities() const;
 
     [[nodiscard]] QString summary() const { return appointment().summary; }
     [[nodiscard]] QString location() const { return appointment().location; }
@@ -105,9 +105,9 @@ public:
     [[nodiscard]] QString exportAsICS() const;
     [[nodiscard]] QString olmOnlineMeetingInternalLink() const { return {}; }
     [[nodiscard]] QString olmUCCapabilities() const { return appointment().ucCapabilities; }
-    virtual void setSummary(const QString &summary);
-    virtual void setLocation(const QString &location);
-    virtual void setOlmUCCapabilities(const QString &text);
+    void setSummary(const QString &summary) { set(&Appointment::summary, summary); }
+    void setLocation(const QString &location) { set(&Appointment::location, location); }
+    void setOlmUCCapabilities(const QString &text) { set(&Appointment::ucCapabilities, text); }
     // Removes the appointment from the calendar. On failure returns false and shows a message to the user.
     bool deleteEventNow();
     // Notifies the attendees and deletes the appointment.
@@ -115,21 +115,16 @@ public:
 
 protected:
     CalendarEvent(rt::Class *isa, CalendarSession *session, Appointment draft);
+    virtual void set(Field field, const QString &value);
     Appointment m_draft;
 
 private:
-    void wasSet(SetItem item) const {
-        if (m_handler)
-            m_handler(item);
-    }
     QPointer<CalendarSession> m_session;
     QString m_uid;
     QString m_recurrenceId;
     bool m_isOccurrence = false;
-    Occurrence m_occurrence; // the day of its series
-    std::optional<QString> m_summary;
-    std::optional<QString> m_location;
-    std::optional<QString> m_capabilities;
+    Occurrence m_occurrence;                // the day of its series
+    QList<std::pair<Field, QString>> m_set; // a later value replaces an earlier one
     SetHandler m_handler;
 };
 
@@ -138,12 +133,12 @@ class MutableCalendarEvent : public CalendarEvent {
 public:
     MutableCalendarEvent(CalendarSession *session, Appointment appointment);
     [[nodiscard]] Appointment appointment() const override { return m_draft; }
-    void setSummary(const QString &summary) override { m_draft.summary = summary; }
-    void setLocation(const QString &location) override { m_draft.location = location; }
     void setBody(const QString &html) { m_draft.bodyHtml = html; }
-    void setOlmUCCapabilities(const QString &text) override { m_draft.ucCapabilities = text; }
     // Returns 0 if the record is stored; otherwise the session has the reason.
     qint64 saveRecord();
+
+protected:
+    void set(Field field, const QString &value) override { m_draft.*field = value; }
 };
 
 void defineEventClasses();

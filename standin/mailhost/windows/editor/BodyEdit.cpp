@@ -145,7 +145,7 @@ void BodyEdit::setBodyReadOnly(bool readOnly) {
 ComposeView::ComposeView(BookmarkMangling mangling, QWidget *parent)
     : BodyEdit(mangling, parent)
     , rt::Object(rt::classNamed(u"ComposeView"_s))
-    , m_frame(this) {}
+    , m_frame(u"WebFrame"_s, this) {}
 
 void defineComposeViewClass() {
     addMethods(rt::defineClass(u"ComposeView"_s, rt::defineClass(u"NSView"_s)),

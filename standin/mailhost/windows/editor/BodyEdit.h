@@ -58,7 +58,7 @@ public:
     [[nodiscard]] rt::Object *mainFrame() { return &m_frame; }
 
 private:
-    WebFrame m_frame;
+    BodyObject m_frame;
 };
 
 void defineComposeViewClass();

@@ -33,7 +33,7 @@ EditorViewController::EditorViewController(std::unique_ptr<CalendarEvent> event,
     , m_form(form)
     , m_body(body) {
     if (isNewerGeneration(m_event->session()->options().hostVersion))
-        m_wordEditor = std::make_unique<WordMailEditor>(body);
+        m_wordEditor = std::make_unique<BodyObject>(u"OLWordMailEditor"_s, body);
     connect(form, &EditorForm::edited, this, &EditorViewController::stateChanged);
     connect(body, &BodyEdit::edited, this, &EditorViewController::stateChanged);
     connect(m_event->session(), &CalendarSession::changed, this, &EditorViewController::followCalendar);
@@ -43,7 +43,7 @@ EditorViewController::EditorViewController(std::unique_ptr<CalendarEvent> event,
 }
 
 void EditorViewController::showEvent() {
-    m_event->setHandler([this](CalendarEvent::SetItem item) { eventWasSet(item); });
+    m_event->setHandler([this](CalendarEvent::Field field) { eventWasSet(field); });
     m_shown = m_event->stored();
     showForm(m_shown);
     m_body->load(m_shown.bodyHtml);
@@ -101,10 +101,10 @@ bool EditorViewController::keepsStart() const {
 
 // Shows a value that other code set on the event. Other fields keep what the user has typed since they were
 // set.
-void EditorViewController::eventWasSet(CalendarEvent::SetItem item) {
-    if (item == CalendarEvent::SetItem::Summary)
+void EditorViewController::eventWasSet(CalendarEvent::Field field) {
+    if (field == &Appointment::summary)
         m_form->subjectField()->setText(m_event->summary());
-    if (item == CalendarEvent::SetItem::Location)
+    if (field == &Appointment::location)
         m_form->locationField()->setText(m_event->location());
     Q_EMIT stateChanged();
 }

@@ -87,7 +87,7 @@ private:
     void showForm(const Appointment &appointment);
     void showEditable();
     void followCalendar();
-    void eventWasSet(CalendarEvent::SetItem item);
+    void eventWasSet(CalendarEvent::Field field);
     bool store(int sequenceStep);
     void sendCancellation();
 
@@ -97,7 +97,7 @@ private:
     QWidget *m_view;
     EditorForm *m_form;
     BodyEdit *m_body;
-    std::unique_ptr<WordMailEditor> m_wordEditor;
+    std::unique_ptr<BodyObject> m_wordEditor;
     rt::Weak<> m_attachedWordEditor;
     QPointer<QDialog> m_sheet;
     Appointment m_shown; // the values last shown in the form and the body
