@@ -1,6 +1,5 @@
 // To which appointment an answer belongs when several have asked.
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/link/requests/RequestOwner.h"
 #include "plugin/util/EncodeUtils.h"
 #include "tests/link/LinkFixture.h"

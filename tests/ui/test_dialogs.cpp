@@ -3,7 +3,6 @@
 #include "plugin/link/discovery/vlAppHelper.h"
 #include "plugin/ui/dialogs/dialogPorts.h"
 #include "plugin/ui/dialogs/vlProgressUIMgr.h"
-#include "plugin/workflow/vlMeetingMgr.h"
 #include "tests/ui/UiFixture.h"
 
 namespace {

@@ -1,5 +1,4 @@
 // The plug-in's items in the main window's tool-bar.
-#include "platform/toolkit/Toolbar.h"
 #include "plugin/host/adapters/vlErageAppDelegate.h"
 #include "plugin/link/vlCommon.h"
 #include "plugin/ui/controls/vlPopupToolbarView.h"

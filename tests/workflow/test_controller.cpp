@@ -7,14 +7,14 @@ namespace {
 class Controller : public WorkflowTest {
 protected:
     // The calendar's request about the appointment, with or without an editor.
-    [[nodiscard]] QVariantMap calendarRequest(QWidget *window, const QString &record) const {
+    [[nodiscard]] QVariantMap calendarRequest(QWidget *window) const {
+        const QString record = u"{\"meetingKey\":\"%1\"}"_s.arg(key);
         return {{vl_Outlook_ApptInfo,
                  QVariantMap{{vl_ApptInfo_Subject, "Review"}, {vl_ApptInfo_VlOIProperty, record}}},
                 {keyEventOwnerWindow, rt::fromWidget(window)},
                 {keyApptWindowID, rt::identifier(window)},
                 {keyDragAndMoveOnCalendar, true}};
     }
-    [[nodiscard]] QString record() const { return u"{\"meetingKey\":\"%1\"}"_s.arg(key); }
 };
 
 } // namespace
@@ -53,7 +53,7 @@ TEST_F(Controller, OnlySomeReportThatTheClientDoesNotRun) {
     EXPECT_EQ(manager().sendVlMeetingCommand(CmdAddMeeting, strip.get()), 0);
     EXPECT_EQ(manager().sendVlMeetingCommand(CmdDeleteMeeting, editor.get()), notRunning);
     EXPECT_EQ(manager().sendVlMeetingCommand(CmdStartInstantVideo), notRunning);
-    const QVariantMap request = calendarRequest(&mainWindow, record());
+    const QVariantMap request = calendarRequest(&mainWindow);
     EXPECT_EQ(manager().sendVlMeetingCommand(CmdUpdateMeeting, request), 1);
     EXPECT_EQ(manager().sendVlMeetingCommand(CmdDeleteMeeting, request), 1);
     strip->blocked = true;
@@ -63,7 +63,7 @@ TEST_F(Controller, OnlySomeReportThatTheClientDoesNotRun) {
 
 TEST_F(Controller, AnEditorThatIsOpenLearnsOfTheDragAndTheDeleteStaysWithTheCalendarsWindow) {
     givenAnAppointmentWithAMeeting();
-    QVariantMap request = calendarRequest(&mainWindow, record());
+    QVariantMap request = calendarRequest(&mainWindow);
     request.insert(keyApptWindowID, windowID());
     manager().setState(StateAdd);
     EXPECT_EQ(manager().sendVlMeetingCommand(CmdDeleteMeeting, request), 0);

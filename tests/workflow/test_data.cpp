@@ -1,7 +1,6 @@
 // What the plug-in keeps of a meeting, which changes matter, and for whom the meeting is scheduled.
 #include "tests/workflow/WorkflowFixture.h"
 
-#include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/util/vlOLUtils.h"
 #include "plugin/util/vlPluginBuildMgr.h"
 #include "plugin/workflow/ScheduleOwner.h"
