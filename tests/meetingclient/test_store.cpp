@@ -1,7 +1,7 @@
 #include "platform/Literals.h"
 #include "standin/meetingclient/MeetingStore.h"
 #include "standin/meetingclient/People.h"
-#include "tests/support/FullDisk.h"
+#include "tests/support/DiskFaults.h"
 
 #include <QDir>
 #include <QFile>

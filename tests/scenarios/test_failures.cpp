@@ -1,8 +1,7 @@
 // The client is missing, silent, late or wrong, or nothing can be stored: the user is told, and nothing is
 // lost.
 #include "tests/scenarios/Scenario.h"
-#include "tests/support/FullDisk.h"
-#include "tests/support/ReadOnlyFolder.h"
+#include "tests/support/DiskFaults.h"
 
 using namespace scenarios;
 

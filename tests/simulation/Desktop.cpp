@@ -5,7 +5,7 @@
 #include "plugin/link/meetingKeys.h"
 #include "standin/mailhost/windows/ControlNames.h"
 #include "standin/meetingclient/People.h"
-#include "tests/support/FullDisk.h"
+#include "tests/support/DiskFaults.h"
 
 #include <QWindow>
 

@@ -84,11 +84,10 @@ public:
     [[nodiscard]] QVariantMap getVlSettingsData(const QString &id) const override {
         return settings.value(id);
     }
-    void refreshSettingWindow(const QString &id) override { refreshed.append(id); }
+    void refreshSettingWindow(const QString &) override {}
 
     QMap<QString, QVariantMap> settings; // of the existing sheets
     QStringList shown;
-    QStringList refreshed;
 };
 
 class RecordingAlerts : public RecordingFeedback, public WorkflowAlerts {

@@ -1,8 +1,5 @@
 #include "tests/support/TestServices.h"
 
-#include "platform/services/bundle/InterfaceLoader.h"
-
-#include <QFileInfo>
 #include <QImage>
 #include <QWidget>
 #include <algorithm>
@@ -20,26 +17,21 @@ constexpr double timeTolerance = 1e-9;
 } // namespace
 
 TimerId VirtualRunLoop::callAfter(double seconds, Callback callback) {
-    const double due = m_now + (seconds > 0 ? seconds : 0.0);
-    const auto place =
-        std::upper_bound(m_pending.begin(), m_pending.end(), due,
-                         [](double time, const Pending &pending) { return time < pending.due; });
-    m_pending.insert(place, {due, ++m_lastId, std::move(callback)});
+    m_pending.insert({m_now + std::max(0.0, seconds), {++m_lastId, std::move(callback)}}); // not a number: 0
     return m_lastId;
 }
 
 void VirtualRunLoop::cancel(TimerId timer) {
-    std::erase_if(m_pending, [timer](const Pending &pending) { return pending.id == timer; });
+    std::erase_if(m_pending, [timer](const auto &pending) { return pending.second.id == timer; });
 }
 
 void VirtualRunLoop::advance(double seconds) {
     const double end = m_now + seconds;
-    while (!m_pending.empty() && m_pending.front().due <= end + timeTolerance) {
-        const Pending next = std::move(m_pending.front());
-        m_pending.erase(m_pending.begin());
-        m_now = std::max(m_now, next.due);
-        if (next.callback)
-            guarded("run loop", next.callback);
+    while (!m_pending.empty() && m_pending.begin()->first <= end + timeTolerance) {
+        const auto next = m_pending.extract(m_pending.begin());
+        m_now = std::max(m_now, next.key());
+        if (next.mapped().callback)
+            guarded("run loop", next.mapped().callback);
     }
     m_now = std::max(m_now, end);
 }
@@ -66,29 +58,14 @@ void MemoryNotificationBus::post(const QString &name, const QString &sender, con
 
 // Workspace
 
-QString TableWorkspace::resolve(const QString &path) const {
-    return belowRoot(root, path);
-}
-
 QString TableWorkspace::pathForBundleIdentifier(const QString &identifier) const {
-    for (const BundleEntry &bundle : bundles) {
-        if (bundle.identifier == identifier)
-            return bundle.path;
-    }
-    return {};
-}
-
-bool TableWorkspace::isFilePackage(const QString &path) const {
-    return std::any_of(bundles.cbegin(), bundles.cend(),
-                       [&path](const BundleEntry &bundle) { return bundle.path == path; });
+    const auto found = std::ranges::find(bundles, identifier, &BundleEntry::identifier);
+    return found == bundles.end() ? QString() : found->path;
 }
 
 QString TableWorkspace::executablePath(const QString &bundlePath) const {
-    for (const BundleEntry &bundle : bundles) {
-        if (bundle.path == bundlePath)
-            return bundle.executable;
-    }
-    return {};
+    const auto found = std::ranges::find(bundles, bundlePath, &BundleEntry::path);
+    return found == bundles.end() ? QString() : found->executable;
 }
 
 bool TableWorkspace::launchApplication(const QString &identifier) {
@@ -105,31 +82,9 @@ bool TableWorkspace::startProcess(const QString &executable, const QStringList &
     return true;
 }
 
-bool TableWorkspace::openInFileBrowser(const QString &folder) {
-    opened.append(folder);
-    return true;
-}
-
-// User defaults
-
-void MemoryUserDefaults::setValue(const QString &key, const rt::Value &value) {
-    changeDefault(&values, key, value);
-}
-
-bool MemoryUserDefaults::synchronize() {
-    ++synchronizations;
-    return true;
-}
-
 // Bundle
 
-QString EchoBundle::localizedString(const QString &key, const QString &, const QString &) const {
-    return QLatin1Char('[') + key + QLatin1Char(']');
-}
-
-QImage EchoBundle::image(const QString &name, qreal devicePixelRatio) const {
-    if (missingImages.contains(name))
-        return {};
+QImage EchoBundle::image(const QString &, qreal devicePixelRatio) const {
     constexpr int points = 16;
     const int pixels = int(std::lround(points * devicePixelRatio));
     QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
@@ -139,24 +94,30 @@ QImage EchoBundle::image(const QString &name, qreal devicePixelRatio) const {
 }
 
 std::unique_ptr<QWidget> EchoBundle::loadInterface(const QString &name) const {
-    const QString path = interfaceFolder + u'/' + name + QLatin1String(".ui");
-    return QFileInfo(path).isFile() ? InterfaceLoader(interfaceFolder).load(path) : nullptr;
+    return interfaceFolder.isEmpty() ? nullptr : makeFolderBundle(interfaceFolder)->loadInterface(name);
 }
 
+namespace {
+
+// Makes a service; returns a pointer to it.
+template<typename Double, typename Service, typename... Arguments>
+Double *fill(std::unique_ptr<Service> &service, Arguments &&...arguments) {
+    auto *made = new Double(std::forward<Arguments>(arguments)...);
+    service.reset(made);
+    return made;
+}
+
+} // namespace
+
 TestDesktop installTestServices() {
-    auto runLoop = std::make_unique<VirtualRunLoop>();
-    auto bus = std::make_unique<MemoryNotificationBus>(*runLoop);
-    auto workspace = std::make_unique<TableWorkspace>();
-    auto userDefaults = std::make_unique<MemoryUserDefaults>();
-    auto bundle = std::make_unique<EchoBundle>();
-    const TestDesktop desktop{runLoop.get(), bus.get(), workspace.get(), userDefaults.get(), bundle.get()};
     Services fresh;
-    fresh.distributedNotifications = std::move(bus);
+    TestDesktop desktop;
+    desktop.runLoop = fill<VirtualRunLoop>(fresh.runLoop);
+    desktop.bus = fill<MemoryNotificationBus>(fresh.distributedNotifications, *fresh.runLoop);
+    desktop.workspace = fill<TableWorkspace>(fresh.workspace);
+    desktop.userDefaults = fill<MemoryUserDefaults>(fresh.userDefaults);
+    desktop.bundle = fill<EchoBundle>(fresh.pluginBundle);
     fresh.notifications = std::make_unique<NotificationCenter>();
-    fresh.runLoop = std::move(runLoop);
-    fresh.workspace = std::move(workspace);
-    fresh.userDefaults = std::move(userDefaults);
-    fresh.pluginBundle = std::move(bundle);
     setServices(std::move(fresh));
     return desktop;
 }

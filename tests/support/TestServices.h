@@ -4,10 +4,9 @@
 
 #include "platform/services/Services.h"
 
-#include <QHash>
 #include <QMap>
-#include <QSet>
-#include <vector>
+#include <algorithm>
+#include <map>
 
 namespace platform {
 
@@ -25,11 +24,10 @@ public:
 
 private:
     struct Pending {
-        double due;
         TimerId id;
         Callback callback;
     };
-    std::vector<Pending> m_pending; // sorted by due, then id
+    std::multimap<double, Pending> m_pending; // by the time when it is due
     TimerId m_lastId = 0;
     double m_now = 0;
 };
@@ -88,9 +86,11 @@ public:
     QStringList opened;
     int activations = 0;
 
-    [[nodiscard]] QString resolve(const QString &path) const override;
+    [[nodiscard]] QString resolve(const QString &path) const override { return belowRoot(root, path); }
     [[nodiscard]] QString pathForBundleIdentifier(const QString &identifier) const override;
-    [[nodiscard]] bool isFilePackage(const QString &path) const override;
+    [[nodiscard]] bool isFilePackage(const QString &path) const override {
+        return std::ranges::count(bundles, path, &BundleEntry::path) > 0;
+    }
     [[nodiscard]] QString executablePath(const QString &bundlePath) const override;
     [[nodiscard]] QStringList runningApplications() const override { return running; }
     bool launchApplication(const QString &identifier) override;
@@ -98,7 +98,10 @@ public:
     [[nodiscard]] int systemVersion() const override { return version; }
     [[nodiscard]] QString homeFolder() const override { return home; }
     [[nodiscard]] QString documentsFolder() const override { return documents; }
-    bool openInFileBrowser(const QString &folder) override;
+    bool openInFileBrowser(const QString &folder) override {
+        opened.append(folder);
+        return true;
+    }
     void activateThisApplication() override { ++activations; }
 };
 
@@ -109,22 +112,23 @@ public:
     int synchronizations = 0;
 
     [[nodiscard]] rt::Value value(const QString &key) const override { return values.value(key); }
-    void setValue(const QString &key, const rt::Value &value) override;
-    bool synchronize() override;
+    void setValue(const QString &key, const rt::Value &value) override { changeDefault(&values, key, value); }
+    bool synchronize() override { return ++synchronizations > 0; }
     [[nodiscard]] rt::Value valueInDomain(const QString &domain, const QString &key) const override {
         return domains.value(domain).value(key);
     }
 };
 
 // A bundle that answers each key with the key in brackets ("[NoVelaClient]") and has a small image of every
-// name, except what a test lists as missing. Interface descriptions come from `interfaceFolder`.
+// name. Interface descriptions come from `interfaceFolder`.
 class EchoBundle : public Bundle {
 public:
-    QSet<QString> missingImages;
     QString interfaceFolder;
 
-    [[nodiscard]] QString localizedString(const QString &key, const QString &fallback,
-                                          const QString &table) const override;
+    [[nodiscard]] QString localizedString(const QString &key, const QString &,
+                                          const QString &) const override {
+        return u'[' + key + u']';
+    }
     [[nodiscard]] QImage image(const QString &name, qreal devicePixelRatio) const override;
     [[nodiscard]] std::unique_ptr<QWidget> loadInterface(const QString &name) const override;
 };

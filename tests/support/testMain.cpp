@@ -12,15 +12,8 @@ struct Announced {
     bool seen = false;
 };
 
-QList<Announced> &announcements() {
-    static QList<Announced> list;
-    return list;
-}
-
-QStringList &unexpected() {
-    static QStringList list;
-    return list;
-}
+QList<Announced> announcements;
+QStringList unexpected;
 
 void handleMessage(QtMsgType type, const QMessageLogContext &, const QString &text) {
     std::fprintf(stderr, "%s\n", qPrintable(text));
@@ -29,35 +22,30 @@ void handleMessage(QtMsgType type, const QMessageLogContext &, const QString &te
     if (type == QtDebugMsg || type == QtInfoMsg || harmless)
         return;
     bool wasAnnounced = false;
-    for (Announced &announced : announcements()) {
-        if (!text.contains(announced.part))
-            continue;
-        announced.seen = true;
-        wasAnnounced = true;
-    }
+    for (Announced &announced : announcements)
+        if (text.contains(announced.part))
+            wasAnnounced = announced.seen = true;
     if (!wasAnnounced)
-        unexpected().append(text);
+        unexpected.append(text);
 }
 
 class WarningListener : public testing::EmptyTestEventListener {
     void OnTestStart(const testing::TestInfo &) override {
-        announcements().clear();
-        unexpected().clear();
+        announcements.clear();
+        unexpected.clear();
     }
     void OnTestEnd(const testing::TestInfo &) override {
-        for (const QString &text : std::as_const(unexpected()))
+        for (const QString &text : std::as_const(unexpected))
             ADD_FAILURE() << "unexpected warning: " << qPrintable(text);
-        for (const Announced &announced : std::as_const(announcements()))
+        for (const Announced &announced : std::as_const(announcements))
             EXPECT_TRUE(announced.seen) << "a warning did not come: " << qPrintable(announced.part);
-        announcements().clear();
-        unexpected().clear();
     }
 };
 
 } // namespace
 
 void expectWarning(const QString &part) {
-    announcements().append({part});
+    announcements.append({part});
 }
 
 int main(int argc, char **argv) {
