@@ -1,4 +1,4 @@
-#include "standin/mailhost/store/MailMessage.h"
+#include "standin/mailhost/store/Messages.h"
 #include "tests/mailhoststore/StoreFixture.h"
 
 #include <QRegularExpression>
@@ -47,11 +47,12 @@ TEST_F(MessagesTest, AnItipMessageIsACalendarOfItsOwn) {
 TEST_F(MessagesTest, AMailMessageIsWrittenForMailPrograms) {
     auto file = numbers();
     Appointment appointment = *file->find(m_uid);
+    const QByteArray text = file->itipMessage(m_uid, {}, false);
     const QString subject = u"März "_s + QString::fromUcs4(U"\u20AC\U0001F600").repeated(40);
     appointment.summary = subject + u"\r\nBcc: everybody@x.example"_s;
     appointment.attendees[1].name = u"Tomás \"T\" Muster"_s;
     QString error;
-    const QString written = writeImipMessage(path(u"outbox"_s), *file, appointment, false, &error);
+    const QString written = writeImipMessage(path(u"outbox"_s), appointment, text, false, &error);
     ASSERT_FALSE(written.isNull()) << qPrintable(error);
     const QByteArray mail = octets(written);
     EXPECT_EQ(mail.count('\n'), mail.count("\r\n"));
@@ -83,20 +84,21 @@ TEST_F(MessagesTest, AMailMessageIsWrittenForMailPrograms) {
     const QByteArray encoded =
         plain.mid(plain.indexOf("\r\n\r\n"), plain.indexOf("\r\n--") - plain.indexOf("\r\n\r\n"));
     EXPECT_TRUE(QByteArray::fromBase64(encoded).contains("Subject: März"));
-    EXPECT_TRUE(mail.contains(file->itipMessage(m_uid, {}, false).left(100)));
-    EXPECT_NE(writeImipMessage(path(u"outbox"_s), *file, appointment, true, &error), written);
+    EXPECT_TRUE(mail.contains(text));
+    EXPECT_NE(writeImipMessage(path(u"outbox"_s), appointment, text, true, &error), written);
     EXPECT_EQ(QDir(path(u"outbox"_s)).entryList(QDir::Files).size(), 2);
 }
 
 TEST_F(MessagesTest, WhatCannotBeSentIsExplained) {
     auto file = numbers();
     Appointment appointment = *file->find(m_uid);
+    const QByteArray text = file->itipMessage(m_uid, {}, false);
     QString error;
     write("x", u"blocked"_s);
-    EXPECT_TRUE(writeImipMessage(path(u"blocked"_s), *file, appointment, false, &error).isNull());
+    EXPECT_TRUE(writeImipMessage(path(u"blocked"_s), appointment, text, false, &error).isNull());
     EXPECT_TRUE(error.contains(u"cannot be written"_s));
     appointment.attendees.clear();
-    EXPECT_TRUE(writeImipMessage(path(u"outbox"_s), *file, appointment, false, &error).isNull());
+    EXPECT_TRUE(writeImipMessage(path(u"outbox"_s), appointment, text, false, &error).isNull());
     EXPECT_TRUE(error.contains(u"nobody"_s));
     EXPECT_FALSE(QDir(path(u"outbox"_s)).exists());
 }

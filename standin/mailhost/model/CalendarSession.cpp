@@ -1,8 +1,7 @@
 #include "standin/mailhost/model/CalendarSession.h"
 
-#include "standin/mailhost/store/MailMessage.h"
+#include "standin/mailhost/store/Messages.h"
 
-#include <QDir>
 #include <QSet>
 
 namespace mailhost {
@@ -126,8 +125,8 @@ bool CalendarSession::remove(const QString &uid, const QString &recurrenceId) {
 }
 
 bool CalendarSession::sendMessage(const Appointment &appointment, bool cancellation) {
-    QDir().mkpath(m_outbox);
-    const QString path = writeImipMessage(m_outbox, *m_file, appointment, cancellation, &m_lastError);
+    const QByteArray text = m_file->itipMessage(appointment.uid, appointment.recurrenceId, cancellation);
+    const QString path = writeImipMessage(m_outbox, appointment, text, cancellation, &m_lastError);
     if (path.isNull())
         return false;
     m_lastMessage = path;

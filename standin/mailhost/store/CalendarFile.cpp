@@ -4,9 +4,8 @@
 #include "standin/mailhost/store/AppointmentComponent.h"
 #include "standin/mailhost/store/CalendarDisk.h"
 #include "standin/mailhost/store/ConferenceLink.h"
-#include "standin/mailhost/store/ItipMessage.h"
+#include "standin/mailhost/store/Messages.h"
 #include "standin/mailhost/store/SeriesDays.h"
-#include "standin/mailhost/store/SeriesRule.h"
 #include "standin/mailhost/store/TextValue.h"
 #include "standin/mailhost/store/WeekListing.h"
 

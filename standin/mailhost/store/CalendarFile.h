@@ -49,7 +49,7 @@ public:
     // Appointment does not carry stays as it is, and so does the text of one whose value did not change. A
     // change is dated (LAST-MODIFIED, DTSTAMP); SEQUENCE is taken from the appointment: the sender increases
     // it. A time is written in the zone that its zoneId names, or else in that of its value, with a VTIMEZONE
-    // where the file lacks one. The rule of a moved series follows (SeriesRule.h). The body is written as
+    // where the file lacks one. The rule of a moved series follows (movedRule()). The body is written as
     // STYLED-DESCRIPTION and X-ALT-DESC with its plain twin in DESCRIPTION. A join link in the location is
     // also written as CONFERENCE (ConferenceLink.h). Returns false, and changes nothing, if the appointment
     // does not exist, or for another start of a series that keepsStart().
@@ -72,7 +72,7 @@ public:
     // it since it was read or saved (then it is not overwritten).
     bool save(QString *error);
 
-    // The appointment as an iTIP message (ItipMessage.h). Empty if the appointment does not exist, or has no
+    // The appointment as an iTIP message (Messages.h). Empty if the appointment does not exist, or has no
     // UID in the file yet.
     [[nodiscard]] QByteArray itipMessage(const QString &uid, const QString &recurrenceId, bool cancel) const;
 

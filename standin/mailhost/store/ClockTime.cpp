@@ -1,9 +1,9 @@
 #include "standin/mailhost/store/ClockTime.h"
 
 #include "platform/Literals.h"
-#include "standin/mailhost/store/IcalHandles.h"
 
 #include <QRegularExpression>
+#include <libical/ical.h>
 
 namespace mailhost {
 
@@ -45,6 +45,10 @@ QByteArray clockText(Seconds clock, Kind kind) {
 
 QByteArray utcNow() {
     return clockText(QDateTime::currentSecsSinceEpoch(), Kind::Utc);
+}
+
+void prepareIcal() {
+    icalerror_set_errors_are_fatal(0);
 }
 
 icaltimetype icalTime(Seconds seconds) {

@@ -37,6 +37,9 @@ struct ClockTime {
 [[nodiscard]] QByteArray clockText(Seconds clock, CalendarTime::Kind kind);
 [[nodiscard]] QByteArray utcNow();
 
+// Call it before the first use of libical, which then returns errors in the data and does not abort the
+// process.
+void prepareIcal();
 // The same for libical, which has no zone then: a clock time, or an instant where it takes UTC.
 [[nodiscard]] icaltimetype icalTime(Seconds seconds);
 // No value for a day that does not exist, which a rule in a damaged file may give.

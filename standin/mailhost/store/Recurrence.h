@@ -1,4 +1,4 @@
-// The days on which a series takes place.
+// The days on which a series takes place, and its rule.
 #pragma once
 
 #include "standin/mailhost/store/Times.h"
@@ -70,5 +70,10 @@ private:
     Seconds m_cacheTo = 0;
     std::optional<Seconds> m_end; // of the last instance; computed on first use
 };
+
+// Adapts a rule (RRULE) to another start of its series. The parts that name exactly the day or the time of
+// `before` name those of `after`: the weekday (also as "the second Monday"), the day of the month, the month,
+// the time of day. Other parts stay. UNTIL moves as far as the start.
+[[nodiscard]] QByteArray movedRule(const QByteArray &rule, const Moment &before, const Moment &after);
 
 } // namespace mailhost

@@ -38,16 +38,15 @@ QByteArray sampleCalendar(const QDate &week) {
     }
     text += sample.mid(end);
     QString local = QString::fromUtf8(QTimeZone::systemTimeZoneId());
-    if (!makeTimezoneComponent(local, "\r\n"))
+    if (!systemZoneForTzid(local).isValid())
         local = sampleZone;
-    text.replace(sampleZone, local);
-    QStringList named{local, u"America/New_York"_s};
-    named.removeDuplicates();
-    QByteArray zones;
-    for (const QString &zone : std::as_const(named))
-        makeTimezoneComponent(zone, "\r\n")->appendText(zones);
-    const QByteArray octets = text.toUtf8();
-    return QByteArray(octets).insert(octets.indexOf("BEGIN:VEVENT"), zones);
+    Document document;
+    if (parseDocument(text.replace(sampleZone, local).toUtf8(), &document).failure != ParseFailure::None)
+        return {};
+    ZoneTable zones(*document.calendars().front());
+    for (const QString &zone : {local, u"America/New_York"_s})
+        zones.ensureComponent(zone);
+    return document.text();
 }
 
 } // namespace mailhost

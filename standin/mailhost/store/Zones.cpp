@@ -1,11 +1,11 @@
 #include "standin/mailhost/store/Zones.h"
 
 #include "platform/Literals.h"
-#include "standin/mailhost/store/IcalHandles.h"
 #include "standin/mailhost/store/TextValue.h"
 
 #include <QDateTime>
 #include <QRegularExpression>
+#include <libical/ical.h>
 
 namespace mailhost {
 
@@ -66,15 +66,17 @@ std::shared_ptr<const Zone> readTimezone(const Component &component, QTimeZone s
     if (observances == 0)
         return nullptr;
     prepareIcal();
-    IcalComponent parsed(icalparser_parse_string((text + "END:VTIMEZONE\r\n").constData()));
-    IcalTimezone zone(icaltimezone_new());
-    if (!parsed || !icaltimezone_set_component(zone.get(), parsed.get()))
+    const std::shared_ptr<icaltimezone> zone(icaltimezone_new(),
+                                             [](icaltimezone *zone) { icaltimezone_free(zone, 1); });
+    icalcomponent *parsed = icalparser_parse_string((text + "END:VTIMEZONE\r\n").constData());
+    if (!parsed || !icaltimezone_set_component(zone.get(), parsed)) { // else the zone owns it
+        icalcomponent_free(parsed);
         return nullptr;
-    (void)parsed.release(); // owned by the zone
+    }
     const ContentLine *location = component.line("X-LIC-LOCATION");
     if (!systemZone.isValid() && location)
         systemZone = systemZoneForTzid(readText(*location));
-    return std::make_shared<Zone>(systemZone, std::move(zone));
+    return std::make_shared<Zone>(systemZone, zone);
 }
 
 QTimeZone namedZone(const QString &name) {

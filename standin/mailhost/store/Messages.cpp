@@ -1,4 +1,4 @@
-#include "standin/mailhost/store/MailMessage.h"
+#include "standin/mailhost/store/Messages.h"
 
 #include "platform/Literals.h"
 #include "platform/services/storage/WholeFile.h"
@@ -12,8 +12,50 @@ namespace mailhost {
 
 namespace {
 
+const QByteArray crlf = QByteArrayLiteral("\r\n");
 constexpr qsizetype longestLine = 76;
 constexpr qsizetype encodedWordOctets = 39; // 64 characters with the frame: fits behind the name of a header
+
+// ---- calendar
+
+QStringList zoneNames(const Component &component) {
+    QStringList names;
+    for (const ComponentItem &item : component.items) {
+        const QString tzid = item.line.parameter("TZID").value_or(QString());
+        if (!tzid.isEmpty() && !names.contains(tzid))
+            names.append(tzid);
+    }
+    return names;
+}
+
+void appendRefolded(const Component &component, QByteArray &out) {
+    out += component.begin.refolded(crlf).source();
+    for (const ComponentItem &item : component.items) {
+        if (item.component)
+            appendRefolded(*item.component, out);
+        else if (!item.line.name().isEmpty())
+            out += item.line.refolded(crlf).source();
+    }
+    out += component.end.refolded(crlf).source();
+}
+
+// The component for the attendees: without alarms and private field, with a new DTSTAMP.
+std::unique_ptr<Component> forReceivers(const Component &component, bool cancel) {
+    auto copy = component.copy();
+    std::erase_if(copy->items, [](const ComponentItem &item) {
+        return item.line.name() == ucCapabilitiesProperty ||
+               (item.component && item.component->name == "VALARM");
+    });
+    const auto set = [&](const QByteArray &name, const QByteArray &value) {
+        copy->removeLines(name);
+        copy->append(ContentLine::make(name, value, crlf));
+    };
+    set("SEQUENCE", QByteArray::number(textOf(component, "SEQUENCE").trimmed().toInt()));
+    set("DTSTAMP", utcNow());
+    if (cancel)
+        set("STATUS", "CANCELLED");
+    return copy;
+}
 
 // ---- headers (RFC 5322, RFC 2047): whole lines, folded
 
@@ -150,14 +192,27 @@ Content-Transfer-Encoding: 8bit
 
 } // namespace
 
-QString writeImipMessage(const QString &outbox, const CalendarFile &calendar, const Appointment &appointment,
-                         bool cancel, QString *error) {
+QByteArray itipMessage(const Component &component, const ZoneTable &zones, bool cancel) {
+    auto calendar = Component::makeCalendar(crlf);
+    calendar->append(ContentLine::make("METHOD", cancel ? "CANCEL" : "REQUEST", crlf));
+    for (const QString &name : zoneNames(component)) {
+        const Component *known = zones.component(name);
+        if (auto zone = known ? known->copy() : makeTimezoneComponent(name, crlf))
+            calendar->items.push_back({{}, std::move(zone)});
+    }
+    calendar->items.push_back({{}, forReceivers(component, cancel)});
+    QByteArray out;
+    appendRefolded(*calendar, out);
+    return out.replace('\0', ""); // not allowed in mail
+}
+
+QString writeImipMessage(const QString &outbox, const Appointment &appointment,
+                         const QByteArray &calendarText, bool cancel, QString *error) {
     if (appointment.organizerEmail.isEmpty() || appointment.attendees.isEmpty()) {
         *error = u"“%1” has nobody to send it to. Add attendees first."_s.arg(appointment.summary);
         return {};
     }
-    const QByteArray text = calendar.itipMessage(appointment.uid, appointment.recurrenceId, cancel);
-    if (text.isEmpty()) {
+    if (calendarText.isEmpty()) {
         *error = u"“%1” is not in the calendar. Save it before you send it."_s.arg(appointment.summary);
         return {};
     }
@@ -165,7 +220,7 @@ QString writeImipMessage(const QString &outbox, const CalendarFile &calendar, co
         QDateTime::currentDateTimeUtc().toString(u"yyyyMMdd'T'HHmmss'.'zzz"_s),
         cancel ? u"cancel"_s : u"request"_s, QUuid::createUuid().toString(QUuid::Id128).left(8));
     const QString path = QDir(outbox).filePath(name);
-    const QByteArray mail = mailMessage(appointment, text, cancel);
+    const QByteArray mail = mailMessage(appointment, calendarText, cancel);
     QString reason = u"the folder cannot be made"_s;
     if (QDir().mkpath(outbox) && platform::writeWholeFile(path, mail, &reason))
         return path;
