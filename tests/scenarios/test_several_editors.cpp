@@ -11,6 +11,13 @@ protected:
     mailhost::EditorWindow *first = scenario.open(Scenario::plain);
     mailhost::EditorWindow *second = scenario.open(Scenario::other);
 
+    // Without waiting for the client.
+    void addToBoth() {
+        for (mailhost::EditorWindow *editor : {first, second}) {
+            scenario.clickAdd(editor);
+            scenario.confirmSheet();
+        }
+    }
     // The settings sheet of that editor, which is up.
     static QDialog *sheetOf(mailhost::EditorWindow *window) {
         return SchSettingWndCtrlMgr::sharedInstance()
@@ -25,10 +32,7 @@ INSTANTIATE_TEST_SUITE_P(Hosts, SeveralEditors, bothHosts);
 
 TEST_P(SeveralEditors, TwoAddsThatAreAnsweredInTheOtherOrderKeepTheirMeetings) {
     scenario.given("once delay schedule 2000");
-    for (mailhost::EditorWindow *editor : {first, second}) {
-        scenario.clickAdd(editor);
-        scenario.confirmSheet();
-    }
+    addToBoth();
     scenario.wait(3);
     for (mailhost::EditorWindow *editor : {first, second}) {
         EXPECT_EQ(Scenario::stripOf(editor)->uiStatus(), StripState::MeetingAttached);
@@ -45,10 +49,7 @@ TEST_P(SeveralEditors, TwoAddsThatAreAnsweredInTheOtherOrderKeepTheirMeetings) {
 TEST_P(SeveralEditors, ASaveBeforeTwoMeetingsAreSortedOutChangesOnlyItsOwn) {
     scenario.given("once delay schedule 3000");
     scenario.given("once delay get 1000");
-    for (mailhost::EditorWindow *editor : {first, second}) {
-        scenario.clickAdd(editor);
-        scenario.confirmSheet();
-    }
+    addToBoth();
     scenario.typeSubject(first, u"Renamed"_s);
     scenario.pressSave(first); // it has got the meeting of the second
     scenario.wait(8);

@@ -30,13 +30,6 @@ scenarios::OpenedCalendar calendar() {
             {{u"Ada Example"_s, u"ada@parlo.example"_s}, {u"Ada Elsewhere"_s, u"ada@other.example"_s}}};
 }
 
-QJsonObject audioAccount(int number, const QString &phone) {
-    const QJsonObject free{{u"country"_s, u"US"_s}, {u"number"_s, phone}};
-    return {{u"meetingNumber"_s, number},
-            {u"tollFreeNumbers"_s, QJsonArray{free}},
-            {u"invitation"_s, u"Dial in: "_s + phone}};
-}
-
 // The host's implementations, which are behind the plug-in's hooks.
 const QString implementation = u"vl_ERCalendarEventEditorViewController_"_s;
 const QMap<QString, HostOperation> watchedOperations{
@@ -45,10 +38,7 @@ const QMap<QString, HostOperation> watchedOperations{
     {implementation + u"saveAndCloseWindowAndReturnError:andReturnError:"_s, HostOperation::SaveAndClose},
     {implementation + u"sendMeetingPostValidate"_s, HostOperation::Send}};
 
-QList<HostRun> &hostRuns() {
-    static QList<HostRun> runs;
-    return runs;
-}
+QList<HostRun> hostRuns; // since the last step
 
 rt::Selector watched(const QString &command) {
     return rt::Selector(u"watched_"_s + command);
@@ -56,8 +46,8 @@ rt::Selector watched(const QString &command) {
 
 rt::Value noteRun(rt::Object *self, rt::Selector command, rt::Args arguments) {
     if (const auto *controller = dynamic_cast<mailhost::EditorViewController *>(self))
-        hostRuns().append({watchedOperations[command.name()],
-                           qobject_cast<mailhost::EditorWindow *>(controller->view()->window())});
+        hostRuns.append({watchedOperations[command.name()],
+                         qobject_cast<mailhost::EditorWindow *>(controller->view()->window())});
     return rt::sendArgs(self, watched(command.name()), arguments);
 }
 
@@ -89,15 +79,14 @@ Message answerOf(const QString &action, const QString &content) {
     const QStringList fields = content.split(u';');
     const bool isError = fields[0] == u"0";
     const auto operation = Operation(action.toInt());
-    const bool isDamaged =
-        content.isEmpty() || (isError && !content.startsWith(u"0;Error")) || !answered.contains(operation);
+    const bool isDamaged = content.isEmpty() || (isError && !content.startsWith(u"0;Error")) ||
+                           !answered.contains(operation) ||
+                           (!isError && operation == Operation::Get &&
+                            keyIn(QByteArray::fromBase64(fields.value(13).toLatin1())) != fields[0]);
     if (isDamaged)
         return {true, {}, {}};
     if (isError || operation == Operation::Profile || operation == Operation::Accounts)
         return {true, operation, {}};
-    if (operation == Operation::Get &&
-        keyIn(QByteArray::fromBase64(fields.value(13).toLatin1())) != fields[0])
-        return {true, {}, {}};
     return {true, operation, fields[0]};
 }
 
@@ -141,10 +130,9 @@ Desktop::Desktop(const QString &hostVersion)
              {u"other"_s, Scenario::other},
              {u"series"_s, series}}
     , m_savedBodies{{u"plain"_s, {u"Agenda"_s}}} {
-    m_scenario.client().setAccounts(
-        {audioAccount(4155551, u"+1 800 5550100"_s), audioAccount(4155552, u"+1 800 5550101"_s)});
+    m_scenario.client().setAccounts(meetingclient::accountsNamed(u"two"_s));
     watchHost();
-    hostRuns().clear();
+    hostRuns.clear();
 }
 
 Editor *Desktop::editorOf(const QString &appointment) {
@@ -176,7 +164,7 @@ bool Desktop::perform(const QString &line) {
         m_step.messages.append(
             interpret(posted.userInfo.value(VL_IPC_ACTION_ID), posted.userInfo.value(VL_IPC_CONTENT)));
     }
-    m_step.runs = std::exchange(hostRuns(), {});
+    m_step.runs = std::exchange(hostRuns, {});
     noteStored();
     noteEditors();
     readDisk();

@@ -109,8 +109,8 @@ QStringList purposes(const Desktop &desktop) {
 class Generator {
 public:
     Generator(quint64 seed, Conditions conditions)
-        : m_random(seed) {
-        m_hostVersion = oneOf(words("14.1.4|15.8|15.9|16|16"));
+        : m_random(seed)
+        , m_hostVersion(oneOf(words("14.1.4|15.8|15.9|16|16"))) {
         for (int level = 0; level <= int(conditions); ++level)
             for (const QString &choice : words(choices[level]))
                 for (int n = choice.section(u' ', 0, 0).toInt(); n > 0; --n)
@@ -171,9 +171,9 @@ private:
     QString oneOf(const QStringList &list) { return list[below(int(list.size()))]; }
 
     std::mt19937_64 m_random;
+    const QString m_hostVersion;
     QStringList m_choices; // each as often as it is to come
-    QString m_hostVersion;
-    QString m_remedy; // for what is wrong with client or disk, one thing at a time
+    QString m_remedy;      // for what is wrong with client or disk, one thing at a time
     int m_words = 0;
 };
 
