@@ -4,6 +4,7 @@
 #include "platform/toolkit/Windows.h"
 #include "plugin/hooks/loadSteps.h"
 #include "plugin/hooks/vlHookERageMainWindowController.h"
+#include "plugin/link/readers/vlGetPACHelper.h"
 #include "plugin/link/readers/vlUserProfileHelper.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
 #include "plugin/ui/toolbar/vlCommandItemMgr.h"
@@ -13,6 +14,7 @@
 #include "tests/hooks/HookedHost.h"
 #include "tests/support/FreshPlugin.h"
 #include "tests/support/RecordingPorts.h"
+#include "tests/support/ScriptedClient.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -305,6 +307,16 @@ TEST_F(HooksTest, ARecordIsBroughtUpToDateBeforeTheHostStoresIt) {
         EXPECT_EQ(stored, hasMeeting ? QVariant(u"Room https://join"_s) : QVariant());
         EXPECT_TRUE(vlMeetingMgr::sharedInstance().getOLNewLocation().isNull()); // used up in both cases
     }
+    fakehost::during() = nullptr;
+    desktop.workspace->documents = folder.path();
+    vlGetPACHelper::sharedInstance().setPACInfo(ScriptedClient::accountsAnswer({{"800", 9, "Dial 800"}}));
+    MeetingContext &context = MeetingContext::atHand();
+    context.pacAccountNo = PACAccount::First;
+    context.isPACApplied = true;
+    rt::send(&record, "saveRecord");
+    EXPECT_EQ(record.values.value("location"), "800 (US Toll Free), 9") << "of an audio conference";
+    context.pacAccountNo = PACAccount::None;
+    context.isPACApplied = false;
 }
 
 TEST_F(HooksTest, WhatDiesInTheMiddleOfAHookIsNotTouchedAgain) {
