@@ -78,6 +78,7 @@ TEST_F(Requests, GoIntoAnEnvelopeOfActionIdAndContentAndToTheAgentAlsoStartIt) {
     EXPECT_TRUE(desktop.workspace->launched.isEmpty()) << "it is not installed";
     installBundle(desktop, kVlPluginAgentIdentify, kPathVlPluginAgent, {});
     vlIPCChannel::sendIPCMessageToPluginAgent(2, QString());
+    EXPECT_EQ(desktop.workspace->launched.size(), 1);
     desktop.workspace->running.append(kVlPluginAgentIdentify);
     vlIPCChannel::sendIPCMessageToPluginAgent(2, QString());
     EXPECT_EQ(desktop.workspace->launched, QStringList{kVlPluginAgentIdentify});

@@ -136,9 +136,11 @@ TEST_F(WriteBack, TheStoredRecordGetsTheLocationThatItLacks) {
     }
 }
 
-TEST_F(WriteBack, AfterADeleteTheNextRecordLosesItsLocationOnce) {
+TEST_F(WriteBack, AfterADeleteTheEditorAndTheNextRecordLoseTheirLocationOnce) {
     givenAnAppointmentWithAMeeting();
+    editor->locationField()->setText(joinUrl);
     manager().updateVlMeetingInfoToAppointmentForDelete(editor.get(), {});
+    EXPECT_EQ(editor->locationField()->text(), "");
     FakeObject record("ECMutableCalendarEvent", {{"location", joinUrl}});
     cleanVlKeyInfoFromAppointment(&record);
     EXPECT_EQ(record.values.value("location"), "");
