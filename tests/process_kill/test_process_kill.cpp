@@ -1,5 +1,5 @@
-// Each program is killed without warning in the middle of the walk-through. Afterwards every file is whole,
-// and another walk-through succeeds with what is there.
+// Attacks on the walk-through. Each program is killed without warning in the middle of it: afterwards every
+// file is whole, and another walk-through succeeds with what is there. And another program floods the bus.
 #include "platform/Literals.h"
 #include "standin/mailhost/store/CalendarFile.h"
 
@@ -8,7 +8,6 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QProcess>
-#include <QSet>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -45,28 +44,31 @@ QByteArray contentOf(const QString &path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-QSet<QString> uidsOf(const QByteArray &calendar) {
-    QSet<QString> uids;
-    for (const QByteArray &line : calendar.split('\n'))
-        if (line.startsWith("UID:"))
-            uids.insert(QString::fromUtf8(line.mid(4)).trimmed());
-    return uids;
-}
+class Walkthrough {
+public:
+    int run(const QStringList &options) {
+        QProcess process;
+        process.start(qEnvironmentVariable("PARLO_WALK"), QStringList{"--host-version", version} + options);
+        EXPECT_TRUE(process.waitForFinished(longestRun));
+        steps = QString::fromUtf8(process.readAllStandardOutput());
+        logged = QString::fromUtf8(process.readAllStandardError());
+        return process.exitCode();
+    }
+    [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
+
+    QString steps;
+    QString logged; // the log of host, agent and client
+
+private:
+    QTemporaryDir m_folder;
+};
 
 class ProcessKill : public testing::TestWithParam<Kill> {
 protected:
-    int runWalkthrough(const QStringList &options) {
-        QProcess process;
-        process.setProcessChannelMode(QProcess::MergedChannels);
-        process.start(qEnvironmentVariable("PARLO_WALK"),
-                      QStringList{"--host-version", version, "--state", folder.filePath("state")} + options);
-        EXPECT_TRUE(process.waitForFinished(longestRun));
-        said = QString::fromUtf8(process.readAll());
-        return process.exitCode();
-    }
-    // Every file of user data is complete and has the form that its program writes.
-    void expectWholeFiles() {
-        QDirIterator files(folder.filePath("state"), QDir::Files, QDirIterator::Subdirectories);
+    // Every file of user data is complete and has the form that its program writes. Returns the number of
+    // appointments.
+    qsizetype expectWholeFiles() {
+        QDirIterator files(walk.path("state"), QDir::Files, QDirIterator::Subdirectories);
         while (files.hasNext()) {
             const QString path = files.next();
             const QByteArray content = contentOf(path).trimmed();
@@ -76,38 +78,51 @@ protected:
                 EXPECT_TRUE(content.endsWith("</plist>")) << qPrintable(path);
             }
         }
+        EXPECT_TRUE(contentOf(calendar).trimmed().endsWith("END:VCALENDAR"));
         QString error;
-        EXPECT_TRUE(mailhost::CalendarFile::open(calendar(), &error)) << qPrintable(error);
-        EXPECT_TRUE(contentOf(calendar()).trimmed().endsWith("END:VCALENDAR"));
+        const auto file = mailhost::CalendarFile::open(calendar, &error);
+        EXPECT_TRUE(file) << qPrintable(error);
+        return file ? file->appointments().size() : 0;
     }
-    [[nodiscard]] QString calendar() const { return folder.filePath("out/host-16/calendar.ics"); }
 
-    QTemporaryDir folder;
-    QString said;
+    Walkthrough walk;
+    QString calendar = walk.path("out/host-16/calendar.ics");
 };
 
 } // namespace
 
 TEST_P(ProcessKill, LeavesWholeFilesAndASessionThatGoesOn) {
     const Kill kill = GetParam();
-    const int code = runWalkthrough(
-        {"--kill", kill.program + u':' + QString::number(kill.atMessage), folder.filePath("out")});
+    const int code = walk.run({"--state", walk.path("state"), "--kill",
+                               kill.program + u':' + QString::number(kill.atMessage), walk.path("out")});
     if (kill.program == QLatin1String("host")) {
-        EXPECT_EQ(code, exitCrashed) << qPrintable(said);
+        EXPECT_EQ(code, exitCrashed) << qPrintable(walk.steps);
     } else {
-        EXPECT_TRUE(said.contains(u": 1 killed"_s)) << qPrintable(said);
-        EXPECT_NE(code, exitCrashed) << "the host went down with it\n" << qPrintable(said);
+        EXPECT_TRUE(walk.steps.contains(u": 1 killed"_s)) << qPrintable(walk.steps);
+        EXPECT_NE(code, exitCrashed) << "the host went down with it\n" << qPrintable(walk.steps);
     }
-    expectWholeFiles();
+    EXPECT_GT(expectWholeFiles(), 5);
     if (code == 0)
         return; // nothing needed it any more
-    const QString kept = folder.filePath("kept.ics");
-    ASSERT_TRUE(QFile::copy(calendar(), kept));
-    const QSet<QString> before = uidsOf(contentOf(kept));
-    EXPECT_GT(before.size(), 5);
-    EXPECT_EQ(runWalkthrough({folder.filePath("again"), kept}), 0) << qPrintable(said);
+    const QString kept = walk.path("kept.ics");
+    ASSERT_TRUE(QFile::copy(calendar, kept));
+    EXPECT_EQ(walk.run({"--state", walk.path("state"), walk.path("again"), kept}), 0)
+        << qPrintable(walk.steps + walk.logged);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, ProcessKill, testing::ValuesIn(kills()), [](const auto &info) {
     return info.param.program.toStdString() + std::to_string(info.param.atMessage);
 });
+
+// Users send the log to others who help them.
+TEST(OtherPrograms, CannotStopTheWalkThroughAndTheLogHoldsNoSecrets) {
+    Walkthrough walk;
+    EXPECT_EQ(walk.run({"--flood", walk.path("out")}), 0) << qPrintable(walk.steps + walk.logged);
+    for (const char *known : {"is inviting you", "pwd=Tulip7"})
+        EXPECT_TRUE(walk.steps.contains(known)) << known << " went over the bus";
+    EXPECT_GT(walk.steps.count("no such command"), 20) << "nothing was flooded";
+    for (const char *secret :
+         {"is inviting you", "pwd=", "Tulip7", "meetings.parlo.example/j/", "Bring the figures"})
+        EXPECT_FALSE(walk.logged.contains(secret)) << secret << '\n' << qPrintable(walk.logged);
+    EXPECT_LT(walk.logged.size(), 100'000) << "a flood on the bus becomes a flood in the log";
+}
