@@ -18,9 +18,9 @@ public:
     virtual void focusBody() = 0;
 };
 
-// The objects of other code's ways to the body; each call reads or writes the present body. The newer
-// generation has the class "OLWordMailEditor" with its content; the older one "WebFrame", whose web document
-// has elements. After the widget is deleted there is no body.
+// An object through which other code reads and writes the present body. After the widget is deleted it has no
+// body. The newer generation has an "OLWordMailEditor" with its content; the older one has a "WebFrame",
+// whose document has elements.
 class BodyObject : public rt::Object {
 public:
     BodyObject(const QString &className, BodyAccess *body, QString tagName = {});
