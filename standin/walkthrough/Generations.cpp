@@ -47,7 +47,8 @@ void printLine(const QString &line) {
 } // namespace
 
 void Generations::run(const QString &hostVersion, const QStringList &arguments) {
-    m_all.append({hostVersion, {}, {}});
+    m_hosts.append(hostVersion);
+    m_place = 0;
     standin::Child process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.run(QCoreApplication::applicationFilePath(), arguments);
@@ -64,64 +65,50 @@ void Generations::run(const QString &hostVersion, const QStringList &arguments) 
 }
 
 void Generations::take(const QString &line) {
-    Generation &now = m_all.last();
     if (line.startsWith(pictureMark)) {
-        now.pictures << line.sliced(pictureMark.size());
+        m_pictures << line.sliced(pictureMark.size());
     } else if (line.startsWith(passed)) {
         add(true, line.sliced(passed.size()));
     } else if (line.startsWith(failedStep)) {
         add(false, line.sliced(failedStep.size()));
     } else {
-        if (line.startsWith(remark) && !now.steps.isEmpty())
-            now.steps.last().messages << line.sliced(remark.size());
+        if (line.startsWith(remark) && m_place > 0)
+            m_steps[m_place - 1].results[m_hosts.last()].messages << line.sliced(remark.size());
         printLine(line);
     }
 }
 
+// A step of only one generation comes after the step that it follows there.
 void Generations::add(bool ok, const QString &text) {
-    Generation &now = m_all.last();
-    now.steps.append({text, ok, std::exchange(now.pictures, {}), {}});
+    auto step = std::find_if(m_steps.begin() + m_place, m_steps.end(),
+                             [&text](const Step &known) { return known.text == text; });
+    if (step == m_steps.end())
+        step = m_steps.insert(m_place, {text, {}});
+    step->results.insert(m_hosts.last(), {ok, std::exchange(m_pictures, {}), {}});
+    m_place = step - m_steps.begin() + 1;
     m_failed += ok ? 0 : 1;
     printLine(
-        u"%1 %2 - host %3: %4"_s.arg(ok ? u"ok"_s : u"not ok"_s).arg(++m_count).arg(now.hostVersion, text));
-}
-
-// A step of only one generation comes after the step that it follows there.
-QList<Generations::Row> Generations::rows() const {
-    QList<Row> rows;
-    for (qsizetype i = 0; i < m_all.size(); ++i) {
-        qsizetype place = 0;
-        for (const Step &step : m_all[i].steps) {
-            const auto same = std::find_if(rows.cbegin() + place, rows.cend(),
-                                           [&step](const Row &row) { return row.text == step.text; });
-            if (same == rows.cend())
-                rows.insert(place, {step.text, QList<const Step *>(m_all.size())});
-            else
-                place = same - rows.cbegin();
-            rows[place++].results[i] = &step;
-        }
-    }
-    return rows;
+        u"%1 %2 - host %3: %4"_s.arg(ok ? u"ok"_s : u"not ok"_s).arg(++m_count).arg(m_hosts.last(), text));
 }
 
 bool Generations::writePage(const QString &folder) const {
     QString html =
         head + u"<p>%1 of %2 steps passed.</p>\n<table>\n<thead><tr><th>Step</th>"_s.arg(m_count - m_failed)
                    .arg(m_count);
-    for (const Generation &generation : m_all)
-        html += u"<th>Host %1</th>"_s.arg(generation.hostVersion.toHtmlEscaped());
+    for (const QString &host : m_hosts)
+        html += u"<th>Host %1</th>"_s.arg(host.toHtmlEscaped());
     html += u"</tr></thead>\n<tbody>\n"_s;
-    for (const Row &row : rows()) {
-        html += u"<tr><td>%1</td>\n"_s.arg(row.text.toHtmlEscaped());
-        for (qsizetype i = 0; i < m_all.size(); ++i) {
-            const Step *step = row.results[i];
-            html += !step      ? u"<td>not a step of this host\n"_s
-                    : step->ok ? u"<td>passed\n"_s
-                               : u"<td><span class=\"failed\">failed</span>\n"_s;
-            for (const QString &message : step ? step->messages : QStringList())
+    for (const Step &step : m_steps) {
+        html += u"<tr><td>%1</td>\n"_s.arg(step.text.toHtmlEscaped());
+        for (const QString &host : m_hosts) {
+            const Result result = step.results.value(host);
+            html += !step.results.contains(host) ? u"<td>not a step of this host\n"_s
+                    : result.ok                  ? u"<td>passed\n"_s
+                                                 : u"<td><span class=\"failed\">failed</span>\n"_s;
+            for (const QString &message : result.messages)
                 html += u"<code>%1</code>\n"_s.arg(message.toHtmlEscaped());
-            for (const QString &picture : step ? step->pictures : QStringList()) {
-                const QString path = u"host-%1/%2"_s.arg(m_all[i].hostVersion, picture).toHtmlEscaped();
+            for (const QString &picture : result.pictures) {
+                const QString path = u"host-%1/%2"_s.arg(host, picture).toHtmlEscaped();
                 html += u"<a href=\"%1\"><img src=\"%1\" alt=\"%1\" loading=\"lazy\"></a>\n"_s.arg(path);
             }
             html += u"</td>\n"_s;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QList>
+#include <QMap>
 #include <QStringList>
 
 namespace walkthrough {
@@ -20,27 +21,22 @@ public:
     [[nodiscard]] bool crashed() const { return m_crashed; }
 
 private:
-    struct Step {
-        QString text;
+    struct Result {
         bool ok = false;
         QStringList pictures; // file names; those taken since the step before
         QStringList messages; // as reported: "sent 3: ...", "answered 3: ..."
     };
-    struct Generation {
-        QString hostVersion; // its files are in the folder "host-<version>"
-        QList<Step> steps;
-        QStringList pictures; // of the next step
-    };
-    // A step, with what each generation has of it; nullptr if it has no such step.
-    struct Row {
+    struct Step {
         QString text;
-        QList<const Step *> results;
+        QMap<QString, Result> results; // by host version; without those that have no such step
     };
     void take(const QString &line);
     void add(bool ok, const QString &text);
-    [[nodiscard]] QList<Row> rows() const;
 
-    QList<Generation> m_all;
+    QStringList m_hosts; // by version; the files of each are in the folder "host-<version>"
+    QList<Step> m_steps;
+    qsizetype m_place = 0;  // of the next step
+    QStringList m_pictures; // of the next step
     int m_count = 0;
     int m_failed = 0;
     bool m_crashed = false;
