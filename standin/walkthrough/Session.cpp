@@ -37,10 +37,6 @@ mailhost::HostOptions hostOptions(const SessionOptions &options, const QDir &sta
     return host;
 }
 
-QJsonObject jsonObject(const QByteArray &text) {
-    return QJsonDocument::fromJson(text).object();
-}
-
 // The identifier of an unchanged day of a series contains its date.
 QDate dayOf(const mailhost::Appointment &stored, const QString &instanceId) {
     if (!stored.uid.isEmpty())
@@ -143,7 +139,7 @@ mailhost::Appointment Session::inFile(const QString &uid, const QString &recurre
 }
 
 QJsonObject Session::record(const QString &uid) const {
-    return jsonObject(inFile(uid).ucCapabilities.toUtf8());
+    return QJsonDocument::fromJson(inFile(uid).ucCapabilities.toUtf8()).object();
 }
 
 QString Session::meetingKey(const QString &uid) const {
@@ -175,8 +171,9 @@ void Session::launchClient(const QString &what) {
 
 QJsonObject Session::clientMeeting(const QString &key) const {
     QFile file(m_clientData);
-    const QJsonObject data = file.open(QIODevice::ReadOnly) ? jsonObject(file.readAll()) : QJsonObject();
-    return data.value(u"meetings"_s).toObject().value(key).toObject();
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QJsonDocument::fromJson(file.readAll())["meetings"][key].toObject();
 }
 
 mailhost::MainWindow *Session::mainWindow() const {

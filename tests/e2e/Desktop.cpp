@@ -50,8 +50,13 @@ void Desktop::SetUp() {
     options.defaultsFolder = path(u"test-defaults"_s);
     options.documentsFolder = path(u"test-documents"_s);
     platform::setServices(platform::makeDesktopServices(options));
-    observe(true, standin::names::requestsToClient);
-    observe(false, standin::names::answersOfClient);
+    for (const bool isRequest : {true, false})
+        static_cast<void>(platform::services().distributedNotifications->addObserver(
+            isRequest ? standin::names::requestsToClient : standin::names::answersOfClient,
+            [this, isRequest](const QString &, const platform::TextMap &info) {
+                m_messages.append({isRequest, info.value(standin::names::actionIdKey).toInt(),
+                                   info.value(standin::names::contentKey)});
+            }));
     if (!isInstallation())
         standin::makeRoot(path(u"root"_s), qEnvironmentVariable("PARLO_ROOT"));
     writeCalendar();
@@ -73,14 +78,6 @@ void Desktop::TearDown() {
     for (const Message &message : std::as_const(m_messages))
         std::cerr << (message.isRequest ? "sent " : "answered ") << message.action << ": "
                   << qPrintable(message.content.left(100).simplified()) << '\n';
-}
-
-void Desktop::observe(bool requests, const QString &channel) {
-    static_cast<void>(platform::services().distributedNotifications->addObserver(
-        channel, [this, requests](const QString &, const platform::TextMap &info) {
-            m_messages.append({requests, info.value(standin::names::actionIdKey).toInt(),
-                               info.value(standin::names::contentKey)});
-        }));
 }
 
 void Desktop::writeCalendar() const {
@@ -124,7 +121,7 @@ void Desktop::endClient() {
 }
 
 bool Desktop::isClientRunning() {
-    return platform::services().workspace->runningApplications().contains(standin::names::client);
+    return standin::isRunning(standin::names::client);
 }
 
 bool Desktop::startHost() {
@@ -220,21 +217,14 @@ mailhost::Appointment Desktop::inFile(const QString &uid) const {
 }
 
 QString Desktop::meetingKeyInFile(const QString &uid) const {
-    return QJsonDocument::fromJson(inFile(uid).ucCapabilities.toUtf8())
-        .object()
-        .value(u"meetingKey"_s)
-        .toString();
+    return QJsonDocument::fromJson(inFile(uid).ucCapabilities.toUtf8())["meetingKey"].toString();
 }
 
 QJsonObject Desktop::meetingOfClient(const QString &key) const {
     QFile file(path(u"meetings.json"_s));
-    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll())
-                                                .object()
-                                                .value(u"meetings"_s)
-                                                .toObject()
-                                                .value(key)
-                                                .toObject()
-                                          : QJsonObject();
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QJsonDocument::fromJson(file.readAll())["meetings"][key].toObject();
 }
 
 QStringList Desktop::requests(const QString &command) const {

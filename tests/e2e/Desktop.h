@@ -83,7 +83,6 @@ private:
     bool startHost();
     [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
     [[nodiscard]] QString calendarPath() const { return path(calendar); }
-    void observe(bool requests, const QString &channel);
 
     QTemporaryDir m_folder;
     standin::PrivateBus m_bus;
