@@ -13,9 +13,8 @@ constexpr int secondsPerMinute = 60;
 constexpr double requestTimeOut = 30.0;
 
 QString nameOf(HostOperation operation) {
-    return operation == HostOperation::Save   ? u"save"_s
-           : operation == HostOperation::Send ? u"send"_s
-                                              : u"save and close"_s;
+    static const QStringList names{u"save"_s, u"save and close"_s, u"send"_s};
+    return names[int(operation)];
 }
 
 // Whether the step can have ended the work in an editor that nobody has asked to save: with an answer, or at

@@ -30,8 +30,7 @@ public:
     }
 
 private:
-    class Progress : public RequestProgress {
-    public:
+    struct Progress : RequestProgress {
         explicit Progress(RecordingFeedback &feedback)
             : m_feedback(feedback) {}
         void showCommunication(QWidget *window) override {
@@ -42,7 +41,6 @@ private:
         }
         void closeCommunication() override { m_feedback.shown -= std::exchange(m_shown, false); }
 
-    private:
         RecordingFeedback &m_feedback;
         bool m_shown = false;
     };
