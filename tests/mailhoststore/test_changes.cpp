@@ -175,7 +175,7 @@ TEST_F(ChangesTest, AWrittenBodyReplacesAllItsFormsAndNoOther) {
 }
 
 TEST_F(ChangesTest, NoTextOfAnAppointmentCanAddALineToTheFile) {
-    const QString evil = u"x\r\nATTACH:evil\nEND:VEVENT\r:\";,"_s;
+    const QString evil = u"\r\rx\r\nATTACH:evil\nEND:VEVENT\r:\";,"_s;
     auto file = openedEvent("DTSTART:20250312T100000Z");
     Appointment changed = *file->find(u"one"_s);
     changed.summary = changed.location = changed.organizerName = changed.organizerEmail = evil;

@@ -123,6 +123,7 @@ TEST_F(SeriesTest, ARuleFollowsTheStartOfItsSeries) {
         EXPECT_EQ(days(*file), QString::fromLatin1(test.days));
         const QByteArray text = saved(*file);
         EXPECT_TRUE(text.contains("RRULE:" + QByteArray(test.after) + "\r\n")) << text.data();
+        EXPECT_EQ(text.contains("VALUE=DATE"), test.to.kind == Kind::Date);
     }
 }
 
