@@ -49,6 +49,9 @@ TEST_F(GridLayoutTest, OverlappingOnesStandSideBySideAndGrowIntoWhatIsFree) {
                             {"chained to three columns, the last one is alone beside the first",
                              {{540, 720}, {540, 600}, {540, 600}, {660, 720}},
                              {{0, 1, 3}, {1, 1, 3}, {2, 1, 3}, {1, 2, 3}}},
+                            {"one that has ended by then does not mind a later one",
+                             {{540, 720}, {540, 600}, {630, 720}, {630, 720}},
+                             {{0, 1, 3}, {1, 2, 3}, {1, 1, 3}, {2, 1, 3}}},
                             {"a later one keeps an earlier one from growing",
                              {{540, 600}, {540, 560}, {570, 660}},
                              {{0, 1, 2}, {1, 1, 2}, {1, 1, 2}}}};
