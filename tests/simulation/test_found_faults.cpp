@@ -27,15 +27,14 @@ const FoundFault faultsFound[] = {
      "slow: open plain, place plain here, strip plain add, sheet ok, save plain, close plain, open other, "
      "strip other add, sheet ok, menu later plain"},
     {"TheSheetThatIsConfirmedDoesWhatItWasOpenedFor",
-     "faulty: new plain, strip new1 add, sheet ok, new plain, place new2 here, strip new2 add, strip new1 "
-     "remove, sheet ok"},
+     "faulty: new plain, strip new1 add, sheet ok, new plain, place new2 here, strip new2 add, "
+     "strip new1 remove, sheet ok"},
     {"ALateAnswerRepeatsNoSaveAndCloseThatTheHostHasRun",
-     "faulty: rule once delay get 500, open series, strip series add, sheet ok, menu later other, saveclose "
-     "series"},
+     "faulty: rule once delay get 500, open series, strip series add, sheet ok, menu later other, "
+     "saveclose series"},
     {"OnlyTheNewJoinURLIsLeftInTheLocationWhenItChanges",
-     "prompt: open other, strip other add, sheet ok, save other, strip other settings, sheet usePMI, sheet "
-     "ok, "
-     "save other"},
+     "prompt: open other, strip other add, sheet ok, save other, strip other settings, sheet usePMI, "
+     "sheet ok, save other"},
     {"AnAudioConferenceIsWrittenIntoNoOtherAppointment", "slow: new audio, save new1, menu later other"},
     {"AnAppointmentOpenedBesideAnotherKeepsToItself",
      "prompt: open plain, strip plain add, sheet ok, save plain, open other, subject other w1x, save other"},
@@ -46,8 +45,8 @@ const FoundFault faultsFound[] = {
     {"OfTwoMovesWhileTheClientIsSlowBothReachIt",
      TWO_MEETINGS "rule delay get 2500, menu later plain, menu later other, wait 6"},
     {"ASaveThatWasRefusedAsksAgain",
-     TWO_MEETINGS "rule once drop get, menu later plain, wait 31, open plain, subject plain w1x, rule once "
-                  "error get 0;Error 5003, save plain, alert escape, save plain"},
+     TWO_MEETINGS "rule once drop get, menu later plain, wait 31, open plain, subject plain w1x, "
+                  "rule once error get 0;Error 5003, save plain, alert escape, save plain"},
     {"WhatIsChangedOnTheCalendarWhileAMeetingIsMadeReachesIt",
      "slow: rule once delay get 2000, open other, strip other add, sheet ok, save other, menu longer other, "
      "wait 3"},
@@ -55,9 +54,8 @@ const FoundFault faultsFound[] = {
      MEETING_OF_INVITED "open invited, rule once delay update 2500, subject invited w1x, send invited, "
                         "later invited 15, wait 6"},
     {"ASaveWritesTheRecordOfAMeetingWhoseReadingFailed",
-     "faulty: open series, strip series add, rule once corrupt get empty, sheet ok, alert escape, body "
-     "series "
-     "w1x, saveclose series, open series, strip series remove"},
+     "faulty: open series, strip series add, rule once corrupt get empty, sheet ok, alert escape, "
+     "body series w1x, saveclose series, open series, strip series remove"},
     {"AHeldSendGoesOutOnceWhateverIsRepeated",
      MEETING_OF_INVITED "open invited, body invited w1x, rule once repeat get 2, send invited"},
     {"AnEditorWhoseHeldStoringFailsStaysOpen",
