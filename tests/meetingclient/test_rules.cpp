@@ -18,7 +18,8 @@ protected:
             return {ends};
         QStringList contents;
         for (const PlannedAnswer &one : *planned)
-            contents << one.answer.content;
+            contents << (one.delayMilliseconds ? u"%1: "_s.arg(one.delayMilliseconds) : QString()) +
+                            one.answer.content;
         return contents;
     }
     AnswerRules rules;
@@ -41,6 +42,10 @@ TEST_F(RulesTest, EachDoesToTheNextAnswersWhatItSays) {
         // Only what surrounds the whole line is trimmed.
         {{"error schedule 0;Error  two blanks "}, {"0;Error  two blanks"}, {"0;Error  two blanks"}},
         {{"once repeat schedule 3"}, {sent, sent, sent}, {sent}},
+        // Delays add up, and repetitions share them.
+        {{"delay any 200", "once delay schedule 50", "once repeat schedule 2"},
+         {u"250: "_s + sent, u"250: "_s + sent},
+         {u"200: "_s + sent}},
         {{"once reorder schedule"}, {}, {sent, sent}},
         {{"once quit schedule"}, {ends}, {sent}},
     };
@@ -52,16 +57,6 @@ TEST_F(RulesTest, EachDoesToTheNextAnswersWhatItSays) {
         EXPECT_EQ(plan(), test.first);
         EXPECT_EQ(plan(), test.again);
     }
-}
-
-TEST_F(RulesTest, DelaysAddUpAndRepetitionsShareThem) {
-    for (const char *line : {"delay any 200", "delay schedule 50", "repeat schedule 3"})
-        EXPECT_TRUE(rules.add(QString::fromLatin1(line)));
-    const std::optional<QList<PlannedAnswer>> planned = rules.plan(scheduled);
-    ASSERT_TRUE(planned);
-    EXPECT_EQ(planned->size(), 3);
-    for (const PlannedAnswer &one : *planned)
-        EXPECT_EQ(one.delayMilliseconds, 250);
 }
 
 TEST_F(RulesTest, EveryCorruptionChangesTheAnswer) {
