@@ -93,14 +93,14 @@ std::unique_ptr<Series> Series::read(const Component &component, const TimesOfCo
         return nullptr;
     auto series = std::make_unique<Series>();
     series->m_times = times;
-    const std::pair<const char *, std::vector<Rule> *> kinds[] = {{"RRULE", &series->m_rules},
-                                                                  {"EXRULE", &series->m_excludedRules}};
-    for (const auto &[name, rules] : kinds) {
+    const auto readRules = [&](const QByteArray &name, std::vector<Rule> &rules) {
         for (const ContentLine *line : component.lines(name)) {
             if (const auto rule = parseRule(line->value()))
-                rules->push_back(*rule);
+                rules.push_back(*rule);
         }
-    }
+    };
+    readRules("RRULE", series->m_rules);
+    readRules("EXRULE", series->m_excludedRules);
     series->readDates(component, zones);
     return series;
 }

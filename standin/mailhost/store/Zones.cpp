@@ -20,8 +20,7 @@ constexpr int mostObservances = 400;
 // usable.
 QByteArray cleanObservance(const Component &observance) {
     static const QRegularExpression offset(u"^[+-]\\d{4}(\\d{2})?$"_s);
-    static const QRegularExpression yearly(
-        u"^(?=.*FREQ=YEARLY)(FREQ|UNTIL|BYDAY|BYMONTH|BYMONTHDAY|WKST|INTERVAL|[=;,A-Z0-9+-])*$"_s);
+    static const QRegularExpression yearly(u"^(?=.*FREQ=YEARLY)[=;,A-Z0-9+-]*$"_s);
     QByteArray out = "BEGIN:" + observance.name + "\r\n";
     for (const char *name : {"TZOFFSETFROM", "TZOFFSETTO"}) {
         const ContentLine *line = observance.line(name);
