@@ -1,13 +1,13 @@
 // The grid's decisions, without a widget: where appointments stand, what a drag means, where the keys lead.
 #include "standin/mailhost/windows/grid/GridDrag.h"
-#include "standin/mailhost/windows/grid/GridWalk.h"
+#include "standin/mailhost/windows/grid/GridNavigator.h"
 #include "tests/support/ProcessZone.h"
 
 #include <gtest/gtest.h>
 
 namespace mailhost {
 
-static void PrintTo(const GridPlace &place, std::ostream *out) {
+static void PrintTo(const GridPosition &place, std::ostream *out) {
     *out << "day " << place.day << " minute " << place.minute << " occurrence " << place.occurrence
          << (place.allDay ? " all day" : "");
 }
@@ -170,21 +170,21 @@ TEST_F(GridLayoutTest, ArrowsGoFromOneToTheNextAndOverEmptyDays) {
                                         timed(monday, QTime(9, 30), 3600),
                                         timed(monday.addDays(1), QTime(16, 0), 3600)};
     const GridLayout layout = layOut(occurrences, monday, 3);
-    using S = WalkStep;
-    const auto expect = [](const GridPlace &to, int day, int minute, int occurrence, bool allDay = false) {
-        EXPECT_EQ(to, (GridPlace{day, minute, occurrence, allDay}));
+    using S = GridStep;
+    const auto expect = [](const GridPosition &to, int day, int minute, int occurrence, bool allDay = false) {
+        EXPECT_EQ(to, (GridPosition{day, minute, occurrence, allDay}));
     };
-    expect(walked(layout, S::Down, {0, 540, 1, false}), 0, 570, 2);
-    expect(walked(layout, S::Down, {0, 570, 2, false}), 0, 630, -1); // behind the last one
-    expect(walked(layout, S::Down, {0, 630, -1, false}), 0, 660, -1);
-    expect(walked(layout, S::Up, {0, 660, -1, false}), 0, 570, 2);
-    expect(walked(layout, S::Up, {0, 540, 1, false}), 0, 540, 0, true);
-    expect(walked(layout, S::Up, {0, 540, 0, true}), 0, 540, 0, true);
-    expect(walked(layout, S::Up, {1, 960, 3, false}), 1, 960, 0, true);
-    expect(walked(layout, S::Down, {2, 540, -1, false}), 2, 570, -1);
-    expect(walked(layout, S::Down, {2, 1410, -1, false}), 2, 1410, -1);
-    expect(walked(layout, S::First, {0, 570, 2, false}), 0, 570, 0, true);
-    expect(walked(layout, S::Last, {0, 570, 0, true}), 0, 570, 2);
+    expect(stepped(layout, S::Down, {0, 540, 1, false}), 0, 570, 2);
+    expect(stepped(layout, S::Down, {0, 570, 2, false}), 0, 630, -1); // behind the last one
+    expect(stepped(layout, S::Down, {0, 630, -1, false}), 0, 660, -1);
+    expect(stepped(layout, S::Up, {0, 660, -1, false}), 0, 570, 2);
+    expect(stepped(layout, S::Up, {0, 540, 1, false}), 0, 540, 0, true);
+    expect(stepped(layout, S::Up, {0, 540, 0, true}), 0, 540, 0, true);
+    expect(stepped(layout, S::Up, {1, 960, 3, false}), 1, 960, 0, true);
+    expect(stepped(layout, S::Down, {2, 540, -1, false}), 2, 570, -1);
+    expect(stepped(layout, S::Down, {2, 1410, -1, false}), 2, 1410, -1);
+    expect(stepped(layout, S::First, {0, 570, 2, false}), 0, 570, 0, true);
+    expect(stepped(layout, S::Last, {0, 570, 0, true}), 0, 570, 2);
     expect(arrivedAt(layout, {1, 540, 0, true}), 1, 540, 3); // the same bar is no step
     expect(arrivedAt(layout, {1, 540, 1, false}), 1, 540, 3);
     expect(arrivedAt(layout, {0, 540, 3, false}), 0, 540, 1); // at the time that the walk began with

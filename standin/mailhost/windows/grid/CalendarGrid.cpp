@@ -120,7 +120,7 @@ void CalendarGrid::show(const QList<Occurrence> &occurrences, const QDate &first
                         const QDate &today) {
     abandon();
     const std::optional<Occurrence> before = selected();
-    const std::optional<GridPlace> formerPlace = m_scene->place;
+    const std::optional<GridPosition> formerPlace = m_scene->place;
     const QDate formerFirst = m_scene->first;
     setFocusTile(nullptr); // the tile may be deleted
     m_scene->occurrences = occurrences;
@@ -142,9 +142,9 @@ void CalendarGrid::show(const QList<Occurrence> &occurrences, const QDate &first
 
 // Keeps the selection. If the selected appointment is gone, keeps its place on the clock, which moves with
 // the pages.
-std::optional<GridPlace> CalendarGrid::placeAfterChange(const std::optional<Occurrence> &before,
-                                                        const QDate &formerFirst) const {
-    std::optional<GridPlace> place = m_arrival ? m_arrival : m_scene->place;
+std::optional<GridPosition> CalendarGrid::placeAfterChange(const std::optional<Occurrence> &before,
+                                                           const QDate &formerFirst) const {
+    std::optional<GridPosition> place = m_arrival ? m_arrival : m_scene->place;
     if (!place)
         return std::nullopt;
     const int sameDate = m_scene->dayOf(formerFirst.addDays(place->day));
@@ -159,12 +159,12 @@ std::optional<GridPlace> CalendarGrid::placeAfterChange(const std::optional<Occu
     return place;
 }
 
-GridPlace CalendarGrid::placeOf(const GridPiece &piece) const {
+GridPosition CalendarGrid::placeOf(const GridPiece &piece) const {
     const int kept = m_scene->place ? m_scene->place->minute : firstPlace().minute;
     return {piece.firstDay, piece.allDay ? kept : piece.begin, piece.occurrence, piece.allDay};
 }
 
-std::optional<GridPlace> CalendarGrid::find(const QString &uid, const QString &instanceId) const {
+std::optional<GridPosition> CalendarGrid::find(const QString &uid, const QString &instanceId) const {
     for (const GridPiece &piece : m_scene->layout.pieces) {
         const Occurrence &occurrence = m_scene->occurrences[piece.occurrence];
         if (occurrence.uid == uid && (instanceId.isEmpty() || occurrence.instanceId == instanceId))
@@ -182,14 +182,14 @@ std::optional<Occurrence> CalendarGrid::selected() const {
 bool CalendarGrid::select(const QString &uid, const QString &instanceId) {
     const QPointer<CalendarGrid> self(this);
     commitRename(); // may change the shown appointments
-    const std::optional<GridPlace> place = self ? find(uid, instanceId) : std::nullopt;
+    const std::optional<GridPosition> place = self ? find(uid, instanceId) : std::nullopt;
     if (place)
         setPlace(place, true);
     return place.has_value();
 }
 
 QDateTime CalendarGrid::selectedMoment() const {
-    const std::optional<GridPlace> &place = m_scene->place;
+    const std::optional<GridPosition> &place = m_scene->place;
     if (!place)
         return {};
     const QDate date = m_scene->first.addDays(place->day);
@@ -210,7 +210,7 @@ EventTileView *CalendarGrid::selectedTile() const {
     return nullptr;
 }
 
-void CalendarGrid::setPlace(const std::optional<GridPlace> &place, bool toReveal) {
+void CalendarGrid::setPlace(const std::optional<GridPosition> &place, bool toReveal) {
     if (m_scene->place == place)
         return;
     m_scene->place = place;
@@ -251,7 +251,7 @@ void CalendarGrid::setFocusTile(EventTileView *tile) {
 }
 
 void CalendarGrid::reveal() {
-    const std::optional<GridPlace> &place = m_scene->place;
+    const std::optional<GridPosition> &place = m_scene->place;
     const EventTileView *tile = selectedTile();
     if (!place || (!tile && place->allDay))
         return;
@@ -370,7 +370,8 @@ void CalendarGrid::connectInput(GridSurface *surface) {
 
 void CalendarGrid::pointAt(int occurrence, bool allDay, const ClockPlace &place) {
     const int kept = m_scene->place ? m_scene->place->minute : newOnesMinute;
-    setPlace(GridPlace{m_scene->dayOf(place.date), allDay ? kept : place.minute, occurrence, allDay}, false);
+    setPlace(GridPosition{m_scene->dayOf(place.date), allDay ? kept : place.minute, occurrence, allDay},
+             false);
 }
 
 void CalendarGrid::finishDrag(const Occurrence &occurrence, Grip grip, const TimeSpan &span) {
@@ -383,7 +384,7 @@ void CalendarGrid::finishDrag(const Occurrence &occurrence, Grip grip, const Tim
 }
 
 // The present time, if it is shown.
-GridPlace CalendarGrid::firstPlace() const {
+GridPosition CalendarGrid::firstPlace() const {
     const int today = m_scene->dayOf(m_scene->today);
     if (today < 0)
         return {0, newOnesMinute, -1, false};
@@ -391,16 +392,16 @@ GridPlace CalendarGrid::firstPlace() const {
 }
 
 void CalendarGrid::walk(int key) {
-    static const QHash<int, WalkStep> steps{{Qt::Key_Up, WalkStep::Up},
-                                            {Qt::Key_Down, WalkStep::Down},
-                                            {Qt::Key_Home, WalkStep::First},
-                                            {Qt::Key_End, WalkStep::Last}};
+    static const QHash<int, GridStep> steps{{Qt::Key_Up, GridStep::Up},
+                                            {Qt::Key_Down, GridStep::Down},
+                                            {Qt::Key_Home, GridStep::First},
+                                            {Qt::Key_End, GridStep::Last}};
     if (!m_scene->place)
         return setPlace(arrivedAt(m_scene->layout, firstPlace()), true);
     if (steps.contains(key))
-        return setPlace(walked(m_scene->layout, steps[key], *m_scene->place), true);
+        return setPlace(stepped(m_scene->layout, steps[key], *m_scene->place), true);
     const int direction = key == Qt::Key_Left ? -1 : 1;
-    GridPlace beside = *m_scene->place;
+    GridPosition beside = *m_scene->place;
     beside.day += direction;
     if (beside.day < 0 || beside.day >= m_scene->days)
         turnPage(beside, direction * m_scene->days);
@@ -409,7 +410,7 @@ void CalendarGrid::walk(int key) {
 }
 
 // `to` may be outside of the shown days.
-void CalendarGrid::turnPage(const GridPlace &to, int days) {
+void CalendarGrid::turnPage(const GridPosition &to, int days) {
     const QPointer<CalendarGrid> self(this);
     m_arrival = to;
     Q_EMIT pageRequested(days);
@@ -423,7 +424,7 @@ void CalendarGrid::scrollPage(int direction) {
     bar->setValue(before + direction * (bar->pageStep() - m_scene->style.hourHeight));
     if (bar->value() != before)
         return;
-    GridPlace place = m_scene->place.value_or(firstPlace());
+    GridPosition place = m_scene->place.value_or(firstPlace());
     place.day += direction * m_scene->days;
     turnPage(place, direction * m_scene->days);
 }
@@ -440,7 +441,7 @@ void CalendarGrid::activate() {
 void CalendarGrid::askForMenuByKey() {
     reveal();
     const EventTileView *tile = selectedTile();
-    const std::optional<GridPlace> &place = m_scene->place;
+    const std::optional<GridPosition> &place = m_scene->place;
     const GridStyle &style = m_scene->style;
     if (tile)
         Q_EMIT menuRequested(

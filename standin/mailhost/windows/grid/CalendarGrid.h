@@ -90,25 +90,25 @@ private:
     void takeStyle();
     void arrange();
     void moveLine(); // of the current time
-    [[nodiscard]] std::optional<GridPlace> placeAfterChange(const std::optional<Occurrence> &before,
-                                                            const QDate &formerFirst) const;
+    [[nodiscard]] std::optional<GridPosition> placeAfterChange(const std::optional<Occurrence> &before,
+                                                               const QDate &formerFirst) const;
     void keepRename(const std::optional<Occurrence> &before);
     void placeRename();
     void commitRename();
     void endRename();
-    void setPlace(const std::optional<GridPlace> &place, bool reveal);
+    void setPlace(const std::optional<GridPosition> &place, bool reveal);
     void showPlace();
     void setFocusTile(EventTileView *tile);
     void reveal();
     [[nodiscard]] std::array<GridSurface *, 2> surfaces() const;
-    [[nodiscard]] GridPlace placeOf(const GridPiece &piece) const;
+    [[nodiscard]] GridPosition placeOf(const GridPiece &piece) const;
     // The first shown piece of the appointment, or of that day of its series.
-    [[nodiscard]] std::optional<GridPlace> find(const QString &uid, const QString &instanceId) const;
-    [[nodiscard]] GridPlace firstPlace() const;
+    [[nodiscard]] std::optional<GridPosition> find(const QString &uid, const QString &instanceId) const;
+    [[nodiscard]] GridPosition firstPlace() const;
     void pointAt(int occurrence, bool allDay, const ClockPlace &place);
     void finishDrag(const Occurrence &occurrence, Grip grip, const TimeSpan &span);
     void walk(int key);
-    void turnPage(const GridPlace &from, int days);
+    void turnPage(const GridPosition &from, int days);
     void scrollPage(int direction);
     void activate(); // Return, a double click
     void askForMenuByKey();
@@ -119,10 +119,10 @@ private:
     AllDayRow *m_allDay;
     QScrollArea *m_scroll;
     DayColumns *m_columns;
-    QPointer<QLineEdit> m_rename;       // of the selected tile's subject
-    std::optional<GridPlace> m_arrival; // on the next page; its day is counted from this page
-    bool m_scrolled = false;            // was scrolled to the working hours
-    bool m_menuByContext = false;       // the menu for the following key event is already open
+    QPointer<QLineEdit> m_rename;          // of the selected tile's subject
+    std::optional<GridPosition> m_arrival; // on the next page; its day is counted from this page
+    bool m_scrolled = false;               // was scrolled to the working hours
+    bool m_menuByContext = false;          // the menu for the following key event is already open
     std::function<QDateTime()> m_now;
     QBasicTimer m_minute;
 };

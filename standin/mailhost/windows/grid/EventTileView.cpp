@@ -21,7 +21,8 @@ constexpr double ghostOpacity = 0.92;
 constexpr int padding = 3; // around the texts
 constexpr int markSize = 11;
 constexpr int markGap = 3;
-constexpr int leastText = 34; // a narrower text has no marks beside it
+constexpr int leastText = 34; // a narrower text has no marks beside it, and is left out on a shared line
+constexpr int between = 8;    // texts on one line
 
 // Rounded at the appointment's ends; where the tile is cut off, the rounding is outside of it.
 QRectF outline(QRectF rect, const GridPiece &piece) {
@@ -220,16 +221,23 @@ void EventTileView::drawTexts(QPainter &painter) const {
     if (m_ghost && !details.last().isEmpty()) // says where it goes
         details = {std::exchange(head, details.last())};
     details.removeAll(QString());
-    details = details.mid(0, lines - 1);
+    if (lines > 1)
+        details = details.mid(0, lines - 1);
     painter.setFont(style.subject);
     painter.setPen(strong);
-    area.translate(0, drawHead(painter, area, lines - int(details.size()), head));
+    const auto advance = [lines, &area](int width, int height) { // to the next text
+        lines == 1 ? area.setLeft(area.left() + width + between) : area.translate(0, height);
+    };
+    const int width = painter.fontMetrics().horizontalAdvance(head);
+    advance(width, drawHead(painter, area, std::max(1, lines - int(details.size())), head));
     painter.setFont(style.detail);
     painter.setPen(faint);
     for (const QString &detail : details) {
-        painter.drawText(area, Qt::AlignTop,
-                         painter.fontMetrics().elidedText(detail, Qt::ElideRight, area.width()));
-        area.translate(0, style.lineHeight);
+        if (lines == 1 && area.width() < leastText)
+            return;
+        const QString shown = painter.fontMetrics().elidedText(detail, Qt::ElideRight, area.width());
+        painter.drawText(area, Qt::AlignTop, shown);
+        advance(painter.fontMetrics().horizontalAdvance(shown), style.lineHeight);
     }
 }
 

@@ -1,8 +1,8 @@
 // What the parts of the calendar grid show together: the days, their appointments and the selected place.
 #pragma once
 
+#include "standin/mailhost/windows/grid/GridNavigator.h"
 #include "standin/mailhost/windows/grid/GridStyle.h"
-#include "standin/mailhost/windows/grid/GridWalk.h"
 
 #include <algorithm>
 #include <memory>
@@ -21,8 +21,8 @@ struct GridScene {
     QDate first;
     int days = 7;
     QDate today;
-    int width = 0;                  // of everything
-    std::optional<GridPlace> place; // the selected appointment or place on the clock
+    int width = 0;                     // of everything
+    std::optional<GridPosition> place; // the selected appointment or place on the clock
 
     [[nodiscard]] int left(int day) const { return style.gutter + (width - style.gutter) * day / days; }
     // The nearest day.

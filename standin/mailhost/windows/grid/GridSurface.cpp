@@ -83,7 +83,7 @@ void GridSurface::showPlace() {
 }
 
 int GridSurface::cursorDay() const {
-    const std::optional<GridPlace> &place = m_scene->place;
+    const std::optional<GridPosition> &place = m_scene->place;
     return place && place->occurrence < 0 && place->allDay == isAllDay() ? place->day : -1;
 }
 

@@ -1,4 +1,4 @@
-#include "standin/mailhost/windows/grid/GridWalk.h"
+#include "standin/mailhost/windows/grid/GridNavigator.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -16,15 +16,15 @@ QList<GridPiece> piecesOf(const GridLayout &layout, int day) {
     return pieces;
 }
 
-GridPlace onTheClock(int day, int minute) {
+GridPosition onTheClock(int day, int minute) {
     return {day, std::clamp(minute, 0, minutesPerDay - clockStep), -1, false};
 }
 
 // The place on the clock after a step that leads to no appointment; `at` is the one at the place, or nullptr.
-GridPlace besideAll(WalkStep step, const GridPlace &from, const GridPiece *at) {
-    if (step == WalkStep::First || step == WalkStep::Last)
-        return onTheClock(from.day, step == WalkStep::First ? firstWorkingMinute : lastWorkingMinute);
-    if (step == WalkStep::Up)
+GridPosition besideAll(GridStep step, const GridPosition &from, const GridPiece *at) {
+    if (step == GridStep::First || step == GridStep::Last)
+        return onTheClock(from.day, step == GridStep::First ? firstWorkingMinute : lastWorkingMinute);
+    if (step == GridStep::Up)
         return at && at->allDay
                    ? from
                    : onTheClock(from.day, ((at ? at->begin : from.minute) - 1) / clockStep * clockStep);
@@ -36,7 +36,7 @@ GridPlace besideAll(WalkStep step, const GridPlace &from, const GridPiece *at) {
 
 } // namespace
 
-GridPlace walked(const GridLayout &layout, WalkStep step, const GridPlace &from) {
+GridPosition stepped(const GridLayout &layout, GridStep step, const GridPosition &from) {
     const QList<GridPiece> pieces = piecesOf(layout, from.day);
     const auto at = std::find_if(pieces.begin(), pieces.end(), [&from](const GridPiece &piece) {
         return piece.occurrence == from.occurrence;
@@ -46,9 +46,9 @@ GridPlace walked(const GridLayout &layout, WalkStep step, const GridPlace &from)
                                : std::count_if(pieces.begin(), pieces.end(), [&from](const GridPiece &piece) {
                                      return piece.allDay || piece.begin < from.minute;
                                  });
-    const auto next = step == WalkStep::Up      ? above - 1
-                      : step == WalkStep::Down  ? above + (onPiece ? 1 : 0)
-                      : step == WalkStep::First ? 0
+    const auto next = step == GridStep::Up      ? above - 1
+                      : step == GridStep::Down  ? above + (onPiece ? 1 : 0)
+                      : step == GridStep::First ? 0
                                                 : pieces.size() - 1;
     if (next < 0 || next >= pieces.size())
         return besideAll(step, from, onPiece ? &*at : nullptr);
@@ -56,7 +56,7 @@ GridPlace walked(const GridLayout &layout, WalkStep step, const GridPlace &from)
     return {from.day, piece.allDay ? from.minute : piece.begin, piece.occurrence, piece.allDay};
 }
 
-GridPlace arrivedAt(const GridLayout &layout, const GridPlace &place) {
+GridPosition arrivedAt(const GridLayout &layout, const GridPosition &place) {
     QList<GridPiece> pieces = piecesOf(layout, place.day);
     pieces.removeIf([&place](const GridPiece &piece) { return piece.occurrence == place.occurrence; });
     // Prefers the same kind; takes another kind only if there is no other.

@@ -6,20 +6,20 @@
 
 namespace mailhost {
 
-struct GridPlace {
+struct GridPosition {
     int day = 0;
     int minute = 0;      // the clock time that sideways steps keep
     int occurrence = -1; // -1: a place on the clock
     bool allDay = false;
-    friend bool operator==(const GridPlace &a, const GridPlace &b) = default;
+    friend bool operator==(const GridPosition &a, const GridPosition &b) = default;
 };
 
-enum class WalkStep { Up, Down, First, Last };
+enum class GridStep { Up, Down, First, Last };
 
 // A step within the day.
-[[nodiscard]] GridPlace walked(const GridLayout &layout, WalkStep step, const GridPlace &from);
+[[nodiscard]] GridPosition stepped(const GridLayout &layout, GridStep step, const GridPosition &from);
 // The appointment of that day that is nearest to that time; the place on the clock if the day is empty.
 // Ignores the place's own appointment, because a sideways step within one bar is none.
-[[nodiscard]] GridPlace arrivedAt(const GridLayout &layout, const GridPlace &place);
+[[nodiscard]] GridPosition arrivedAt(const GridLayout &layout, const GridPosition &place);
 
 } // namespace mailhost
