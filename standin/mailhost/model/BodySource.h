@@ -16,8 +16,8 @@ struct BodyPiece {
     Kind kind = Kind::Markup;
     qsizetype begin = 0;
     qsizetype end = 0;
-    QString tag;     // lower-case name; empty for comments and text
-    QChar character; // of a solid piece, as QTextDocument shows it
+    QString tag = {};     // lower-case name; empty for comments and text
+    QChar character = {}; // of a solid piece, as QTextDocument shows it
     bool bookmark = false;
     bool closing = false; // of a tag
 };
