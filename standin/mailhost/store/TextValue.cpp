@@ -52,6 +52,8 @@ QString permitted(QString text) {
 // Decodes "\n", "\,", "\;" and "\\"; any other backslash stays.
 QString unescapeText(const QString &text) {
     static const QRegularExpression lineFeed(u"\\\\[nN]"_s);
+    if (!text.contains(u'\\'))
+        return text;
     QStringList pieces = text.split(u"\\\\"_s);
     for (QString &piece : pieces)
         piece.replace(lineFeed, u"\n"_s).replace(u"\\,"_s, u","_s).replace(u"\\;"_s, u";"_s);
