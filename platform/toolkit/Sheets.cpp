@@ -132,8 +132,8 @@ void beginSheet(QDialog *sheet, QWidget *parent, std::function<void(int result)>
         sheet->show();
         return;
     }
-    // Before it gets a native window: a message box, which is made modal for the whole application, would
-    // otherwise keep that although the dialog itself says that it blocks only its window.
+    // Set before the native window exists. Otherwise the window of a message box stays modal for the whole
+    // application, although windowModality() says WindowModal.
     sheet->setWindowModality(Qt::WindowModal);
     attach(sheet, window);
     sheet->open();

@@ -73,14 +73,14 @@ void complain(const QString &sentence) {
     std::fprintf(stderr, "%s: %s\n", qPrintable(QCoreApplication::applicationName()), qPrintable(sentence));
 }
 
-// A single look may fall into the moment in which a bus restarts.
+// One look may find a bus that restarts, or one that answers too late.
 void endWithSession() {
+    constexpr int looks = 3;
     auto *timer = new QTimer(QCoreApplication::instance());
-    QObject::connect(timer, &QTimer::timeout, [wasAway = false]() mutable {
-        const bool isAway = platform::services().workspace->runningApplications().isEmpty();
-        if (isAway && wasAway)
+    QObject::connect(timer, &QTimer::timeout, [away = 0]() mutable {
+        away = platform::services().workspace->runningApplications().isEmpty() ? away + 1 : 0;
+        if (away == looks)
             QCoreApplication::exit();
-        wasAway = isAway;
     });
     timer->start(std::chrono::seconds(10));
 }

@@ -27,7 +27,7 @@ void parse(QCommandLineParser &parser);
 [[noreturn]] void refuse(const QString &sentence);
 // One line on standard error, after the program's name.
 void complain(const QString &sentence);
-// From now on the process ends with its session: when the bus is gone for some seconds.
+// From now on the process ends with its session: when the bus is gone for 20 to 30 s.
 void endWithSession();
 
 } // namespace program

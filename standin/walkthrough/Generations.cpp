@@ -51,7 +51,7 @@ void Generations::run(const QString &hostVersion, const QStringList &arguments) 
     m_place = 0;
     standin::Child process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.run(QCoreApplication::applicationFilePath(), arguments);
+    m_crashed = !process.run(QCoreApplication::applicationFilePath(), arguments) || m_crashed;
     while (process.waitForReadyRead(-1) || process.canReadLine())
         while (process.canReadLine())
             take(QString::fromUtf8(process.readLine()).trimmed());

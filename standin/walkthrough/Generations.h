@@ -35,7 +35,7 @@ private:
 
     QStringList m_hosts; // by version; the files of each are in the folder "host-<version>"
     QList<Step> m_steps;
-    qsizetype m_place = 0;  // of the next step
+    qsizetype m_place = 0;  // where in m_steps the next step is looked for
     QStringList m_pictures; // of the next step
     int m_count = 0;
     int m_failed = 0;

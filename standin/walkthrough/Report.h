@@ -45,7 +45,7 @@ public:
 
     // Writes one TAP line, with the messages since the last one below it.
     void step(bool ok, const QString &what);
-    // What the next step needs: a step of its own only if it is missing.
+    // Checks what the next step needs. Writes a failed step only if it is missing.
     void need(bool ok, const QString &what);
     static void comment(const QString &text);
     // Saves a picture of the widget and reports its file; a failure fails the report.

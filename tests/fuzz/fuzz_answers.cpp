@@ -2,43 +2,19 @@
 #include "plugin/link/channel/vlIPCChannel.h"
 #include "plugin/link/clientCodes.h"
 #include "plugin/link/discovery/vlClientFeatureMgr.h"
-#include "plugin/link/discovery/vlGetClientVersionHelper.h"
 #include "plugin/link/meetingCommand.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/link/readers/vlGetPACHelper.h"
 #include "plugin/link/requests/vlAPICommitMeeting.h"
-#include "plugin/link/requests/vlAPIMgr.h"
 #include "plugin/util/EncodeUtils.h"
 #include "plugin/util/vlOLUtils.h"
 #include "tests/fuzz/FuzzTarget.h"
-#include "tests/support/FreshPlugin.h"
-#include "tests/support/RecordingLink.h"
-#include "tests/support/ScriptedClient.h"
+#include "tests/fuzz/LinkHarness.h"
 
 using namespace fuzz;
 
 namespace {
-
-// A running meeting client, and layers above the link that record its reports. Made again for each input, so
-// that inputs cannot affect each other.
-struct LinkHarness {
-    LinkHarness() {
-        LinkPorts::instance() = {&feedback, &receiver};
-        (void)vlAPIMgr::sharedInstance();
-        (void)vlGetClientVersionHelper::sharedInstance();
-    }
-    // Delivers the notification to all observers.
-    void receive(const QString &channel, const platform::TextMap &userInfo) {
-        fresh.desktop.bus->post(channel, QString(), userInfo, true);
-        fresh.desktop.runLoop->advance(0);
-    }
-
-    RecordingFeedback feedback;
-    RecordingReceiver receiver;
-    FreshLink fresh; // must be destroyed before the ports that it reports to
-    ScriptedClient client{fresh.desktop};
-};
 
 // The letter is the input's first byte. Small letters stand for a complete answer; capital letters for the
 // inner part of one, which is encoded here as the client does.

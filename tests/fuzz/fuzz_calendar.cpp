@@ -192,12 +192,16 @@ void open(const QByteArray &bytes) {
         return;
     claimListing(*file);
     const QList<Appointment> all = file->appointments();
+    QSet<std::pair<QString, QString>> seen;
     QList<Appointment> found;
     for (const Appointment &appointment : all) {
         // Of two with the same identifiers the first is used.
-        if (file->find(appointment.uid, appointment.recurrenceId) != appointment)
+        const std::pair name(appointment.uid, appointment.recurrenceId);
+        if (seen.contains(name))
             continue;
+        seen.insert(name);
         found.append(appointment);
+        claim(file->find(name.first, name.second) == appointment, "an appointment is found as it is listed");
         claim(!appointment.uid.isEmpty(), "an appointment has an identifier");
         claim(file->update(appointment), "what is there can be updated");
         claimMessages(*file, appointment);

@@ -81,8 +81,11 @@ protected:
         const QPoint point(left(day) + dayWidth() / 2, height(minute) + 3);
         return columns()->mapTo(window.get(), point);
     }
-    int left(int day) const { return GridStyle(grid).gutter + day * dayWidth(); }
-    int dayWidth() const { return (columns()->width() - GridStyle(grid).gutter) / 7; }
+    int left(int day) const {
+        const int gutter = GridStyle(grid).gutter;
+        return gutter + (columns()->width() - gutter) * day / 7;
+    }
+    int dayWidth() const { return left(1) - left(0); }
     int height(int minutes) const { return columns()->yOf(minutes); }
 
     void click(const QPoint &point, Qt::MouseButton button = Qt::LeftButton) {
@@ -228,7 +231,7 @@ TEST_F(CalendarGridTest, TheLineOfTheCurrentTimeIsOnTodayOnly) {
     ASSERT_NE(line, nullptr);
     EXPECT_TRUE(line->isVisible());
     EXPECT_NEAR(line->geometry().center().y(), height(11 * 60 + 20), 1);
-    EXPECT_NEAR(line->geometry().right(), left(2), 4);
+    EXPECT_NEAR(line->geometry().right(), left(2), 2);
     show(1);
     EXPECT_FALSE(line->isVisible());
 }

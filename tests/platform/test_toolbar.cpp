@@ -145,6 +145,25 @@ TEST_F(ToolbarTest, LeavesOutStoredEntriesThatAreNotIdentifiers) {
     EXPECT_FALSE(Window(delegate).toolbar->insertItem(separator, 0)) << "it is full";
 }
 
+TEST_F(ToolbarTest, ReachesEveryItemInANarrowWindow) {
+    delegate.item("Plug")->setView([] { return new QPushButton; }, nullptr);
+    Window one(delegate);
+    one.toolbar->insertItem("Plug", 99);
+    one.window.setAnimated(false);
+    one.window.resize(700, 600);
+    one.window.show();
+    auto *more = one.window.findChild<QToolButton *>(platform::toolbarExtensionButtonName);
+    EXPECT_FALSE(more->isVisible());
+    one.window.resize(90, 600);
+    QCoreApplication::processEvents();
+    ASSERT_TRUE(more->isVisible());
+    EXPECT_FALSE(one.toolbar->controlFor("Plug")->isVisible());
+    QTest::keyClick(more, Qt::Key_Space);
+    for (const char *name : {"New", "Back", "Today", "Plug"})
+        EXPECT_TRUE(QTest::qWaitFor([&] { return one.toolbar->controlFor(name)->isVisible(); }, 5000))
+            << name;
+}
+
 TEST_F(ToolbarTest, ShowsTheSameInTwoWindowsEachWithItsOwnControls) {
     int made = 0;
     delegate.item("New")->setView(

@@ -25,6 +25,7 @@ TEST(RandomRuns, WhateverHappensNothingIsLostAndNothingIsDoneTwice) {
             ADD_FAILURE() << "seed " << seed << ": " << qPrintable(run.wrong) << " after\n"
                           << qPrintable(shortened(run).text());
     }
+    EXPECT_GT(figures.steps, 0);
     std::printf("%d runs, %d steps, %d requests, %d answers, %d faults, %d held operations, %.1f s\n",
                 figures.runs, figures.steps, figures.requests, figures.answers, figures.faults, figures.held,
                 double(clock.elapsed()) / 1000);

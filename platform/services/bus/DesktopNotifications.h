@@ -17,7 +17,8 @@ public:
     [[nodiscard]] ObserverId addObserver(const QString &name, Handler handler) override;
     void removeObserver(ObserverId observer) override;
 
-    // For services that query the bus. It delivers to this object.
+    // For services that query the bus. It calls this object, so they must not read it after this is
+    // destroyed.
     [[nodiscard]] const std::shared_ptr<SessionBus> &bus() const { return m_bus; }
 
 private:
