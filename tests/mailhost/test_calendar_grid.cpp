@@ -263,6 +263,12 @@ TEST_F(CalendarGridTest, TheSubjectIsWrittenAnewInItsPlace) {
     EXPECT_EQ(renamed[0][0].toString(), u"Gamma"_s);
     EXPECT_EQ(renamed[1][0].toString(), u"Eps"_s);
     EXPECT_EQ(grid->selected()->uid, u"b"_s);
+    grid->beginRename(); // and nothing is typed
+    click(middleOf(tile(u"a"_s)));
+    EXPECT_EQ(rename(), nullptr);
+    EXPECT_EQ(renamed.count(), 2);
+    EXPECT_EQ(grid->selected()->uid, u"a"_s);
+    EXPECT_TRUE(grid->hasFocus());
 }
 
 TEST_F(CalendarGridTest, TypingGoesOnOverAChangeThatLeavesTheSubject) {

@@ -180,6 +180,8 @@ TEST_F(GridLayoutTest, ArrowsGoFromOneToTheNextAndOverEmptyDays) {
     expect(stepped(layout, S::Up, {0, 660, -1, false}), 0, 570, 2);
     expect(stepped(layout, S::Up, {0, 540, 1, false}), 0, 540, 0, true);
     expect(stepped(layout, S::Up, {0, 540, 0, true}), 0, 540, 0, true);
+    expect(stepped(layout, S::Up, {0, 480, -1, false}), 0, 450, -1); // not yet to the bar
+    expect(stepped(layout, S::Up, {0, 0, -1, false}), 0, 0, 0, true);
     expect(stepped(layout, S::Up, {1, 960, 3, false}), 1, 960, 0, true);
     expect(stepped(layout, S::Down, {2, 540, -1, false}), 2, 570, -1);
     expect(stepped(layout, S::Down, {2, 1410, -1, false}), 2, 1410, -1);

@@ -48,8 +48,7 @@ EditorWindow::EditorWindow(EditorWindowController *controller, std::unique_ptr<C
     buildMenu();
     connectController();
     showState();
-    if (m_form->isInOtherZone())
-        m_timeZone->click();
+    m_timeZone->setChecked(m_form->isInOtherZone());
     // Not on the first button, which typed text would press.
     m_form->subjectField()->setFocus();
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
@@ -92,7 +91,8 @@ QPushButton *EditorWindow::addButton(const QString &name, const QString &text,
     button->setAccessibleName(QString(text).remove(u'&'));
     button->setAutoDefault(false);
     m_toolBar->layout()->addWidget(button);
-    connect(button, &QPushButton::clicked, this, operation);
+    if (operation)
+        connect(button, &QPushButton::clicked, this, operation);
     return button;
 }
 
@@ -111,9 +111,10 @@ QWidget *EditorWindow::buildToolBar() {
     m_delete->setToolTip(tr("Delete (%1)").arg(m_delete->shortcut().toString(QKeySequence::NativeText)));
     m_repeat =
         addButton(controls::repeatButton, tr("Re&peat…"), [this] { m_controller->openRecurrenceSheet(); });
-    m_timeZone = addButton(controls::timeZoneButton, tr("Time &zone"),
-                           [this] { m_form->timeZoneRow()->setVisible(m_timeZone->isChecked()); });
+    m_timeZone = addButton(controls::timeZoneButton, tr("Time &zone"), {});
     m_timeZone->setCheckable(true);
+    connect(m_timeZone, &QPushButton::toggled, this,
+            [this](bool shown) { m_form->timeZoneRow()->setVisible(shown); });
     row->addStretch(1);
     m_openSeries = addButton(controls::openSeriesButton, tr("&Open series"), [this] { openSeries(); });
     return m_toolBar;

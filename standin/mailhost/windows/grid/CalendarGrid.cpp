@@ -274,7 +274,7 @@ void CalendarGrid::beginRename() {
     m_rename = new QLineEdit(tile->occurrence().summary, tile->parentWidget());
     m_rename->setAccessibleName(tr("Subject"));
     m_rename->selectAll();
-    connect(m_rename, &QLineEdit::editingFinished, this, &CalendarGrid::commitRename); // the focus goes
+    m_rename->installEventFilter(this);
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter})
         new QShortcut(key, m_rename, this, &CalendarGrid::commitRename, Qt::WidgetShortcut);
     new QShortcut(Qt::Key_Escape, m_rename, this, &CalendarGrid::endRename, Qt::WidgetShortcut);
@@ -499,6 +499,14 @@ bool CalendarGrid::event(QEvent *event) {
     if (event->type() == QEvent::WindowDeactivate)
         abandon();
     return QWidget::event(event);
+}
+
+// The line edit itself reports the end only of editing in which something was typed.
+bool CalendarGrid::eventFilter(QObject *watched, QEvent *event) {
+    if (watched == m_rename && event->type() == QEvent::FocusOut &&
+        static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason)
+        commitRename();
+    return QWidget::eventFilter(watched, event);
 }
 
 void CalendarGrid::changeEvent(QEvent *event) {

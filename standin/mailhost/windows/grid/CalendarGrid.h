@@ -30,6 +30,8 @@ public:
     explicit CalendarGrid(QWidget *parent = nullptr);
     ~CalendarGrid() override;
 
+    // Tiles that are made from now on get it; it may die.
+    void setController(rt::Object *controller) { m_scene->controller = rt::Weak<>(controller); }
     // Sets the clock of the current-time line; the default is the desktop's clock.
     void setClock(std::function<QDateTime()> now);
 
@@ -73,6 +75,7 @@ Q_SIGNALS:
 
 protected:
     bool event(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void changeEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;

@@ -115,7 +115,8 @@ EventTileView::EventTileView(QWidget *surface, std::shared_ptr<const GridScene> 
 
 EventTileView *EventTileView::make(QWidget *surface, std::shared_ptr<const GridScene> scene, bool ghost) {
     auto *tile = new EventTileView(surface, std::move(scene));
-    rt::send(tile, "initWithFrame:andController:andFillColor:isGhost:", QRectF(), rt::Value(),
+    rt::send(tile, "initWithFrame:andController:andFillColor:isGhost:", QRectF(),
+             rt::fromObject(tile->m_scene->controller.get()),
              rt::Value::fromValue(tile->m_scene->style.accent), ghost);
     return tile;
 }
@@ -201,9 +202,17 @@ int EventTileView::drawHead(QPainter &painter, const QRect &area, int lines, con
     QTextOption wrapped;
     wrapped.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     const QRectF room(area.topLeft(), QSizeF(area.width(), lines * m_scene->style.lineHeight));
-    const QString shown = painter.fontMetrics().elidedText(text, Qt::ElideRight, area.width() * lines);
+    const QFontMetrics metrics = painter.fontMetrics();
+    QString shown;
+    QRectF needed;
+    for (int width = area.width() * lines; width > 0; width -= metrics.averageCharWidth()) {
+        shown = metrics.elidedText(text, Qt::ElideRight, width);
+        needed = painter.boundingRect(room, shown, wrapped);
+        if (needed.height() <= room.height())
+            break; // else the wrapping has left more room unused
+    }
     painter.drawText(room, shown, wrapped);
-    return int(std::min(room.height(), painter.boundingRect(room, shown, wrapped).height()));
+    return int(std::min(room.height(), needed.height()));
 }
 
 void EventTileView::drawTexts(QPainter &painter) const {

@@ -7,7 +7,9 @@ namespace mailhost {
 
 GridViewController::GridViewController(CalendarGrid *calendar)
     : rt::Object(rt::classNamed(u"CCGridViewController"_s))
-    , m_calendar(calendar) {}
+    , m_calendar(calendar) {
+    calendar->setController(this);
+}
 
 void GridViewController::setSession(CalendarSession *session) {
     m_session = session;

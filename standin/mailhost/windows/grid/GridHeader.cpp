@@ -19,6 +19,7 @@ constexpr double dateScale = 1.35;
 GridHeader::GridHeader(std::shared_ptr<const GridScene> scene)
     : m_scene(std::move(scene)) {
     setAttribute(Qt::WA_OpaquePaintEvent);
+    setContextMenuPolicy(Qt::PreventContextMenu);
 }
 
 QFont GridHeader::dateFont() const {
@@ -71,7 +72,8 @@ void GridHeader::paintDay(QPainter &painter, int day) const {
     const QRectF room(QPointF(pill.right() + between, 0), QPointF(m_scene->left(day + 1), height()));
     painter.setFont(today ? style.subject : style.detail);
     painter.setPen(today ? style.text : style.faint);
-    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter, nameOf(date, int(room.width())));
+    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter,
+                     nameOf(date, int(room.width()) - 1)); // columns differ by one
 }
 
 } // namespace mailhost

@@ -71,9 +71,12 @@ void placeGroup(const QList<GridPiece *> &group) {
     for (GridPiece *piece : group) {
         piece->columns = int(ends.size());
         piece->span = piece->columns - piece->column;
-        for (const GridPiece *other : group)
-            if (other->column > piece->column && other->begin < piece->end && piece->begin < other->end)
+        for (const GridPiece *other : group) {
+            if (other->begin >= piece->end)
+                break; // they are sorted by their begin
+            if (other->column > piece->column && piece->begin < other->end)
                 piece->span = std::min(piece->span, other->column - piece->column);
+        }
     }
 }
 

@@ -30,6 +30,8 @@ GridPosition besideAll(GridStep step, const GridPosition &from, const GridPiece 
                    : onTheClock(from.day, ((at ? at->begin : from.minute) - 1) / clockStep * clockStep);
     if (at && at->allDay)
         return onTheClock(from.day, from.minute);
+    if (at && at->end > minutesPerDay - clockStep)
+        return from; // there is no place below
     const int below = at ? at->end : from.minute + clockStep;
     return onTheClock(from.day, (below + clockStep - 1) / clockStep * clockStep);
 }
@@ -50,7 +52,9 @@ GridPosition stepped(const GridLayout &layout, GridStep step, const GridPosition
                       : step == GridStep::Down  ? above + (onPiece ? 1 : 0)
                       : step == GridStep::First ? 0
                                                 : pieces.size() - 1;
-    if (next < 0 || next >= pieces.size())
+    // From the clock, the all-day bars come only above its beginning.
+    const bool staysOnClock = step == GridStep::Up && !onPiece && from.minute > 0;
+    if (next < 0 || next >= pieces.size() || (staysOnClock && pieces[next].allDay))
         return besideAll(step, from, onPiece ? &*at : nullptr);
     const GridPiece &piece = pieces[next];
     return {from.day, piece.allDay ? from.minute : piece.begin, piece.occurrence, piece.allDay};

@@ -1,10 +1,10 @@
 // What the parts of the calendar grid show together: the days, their appointments and the selected place.
 #pragma once
 
+#include "platform/runtime/Runtime.h"
 #include "standin/mailhost/windows/grid/GridNavigator.h"
 #include "standin/mailhost/windows/grid/GridStyle.h"
 
-#include <algorithm>
 #include <memory>
 #include <optional>
 
@@ -23,12 +23,15 @@ struct GridScene {
     QDate today;
     int width = 0;                     // of everything
     std::optional<GridPosition> place; // the selected appointment or place on the clock
+    rt::Weak<> controller;             // is handed to new tiles
 
     [[nodiscard]] int left(int day) const { return style.gutter + (width - style.gutter) * day / days; }
     // The nearest day.
     [[nodiscard]] int dayAt(int x) const {
-        const int day = (x - style.gutter) * days / std::max(1, width - style.gutter);
-        return std::clamp(day, 0, days - 1);
+        int day = 0;
+        while (day + 1 < days && x >= left(day + 1))
+            ++day;
+        return day;
     }
     // -1: not shown.
     [[nodiscard]] int dayOf(const QDate &date) const {

@@ -55,6 +55,7 @@ EventTileView *GridSurface::newTile(bool ghost) {
 }
 
 void GridSurface::showScene() {
+    setHovered(nullptr); // its tile may move or go
     QMultiHash<QString, EventTileView *> former;
     for (EventTileView *tile : std::as_const(m_tiles))
         former.insert(keyOf(tile->occurrence(), tile->piece()), tile);
@@ -157,6 +158,7 @@ ClockPlace GridSurface::slotAt(const QPoint &point) const {
 
 void GridSurface::mousePressEvent(QMouseEvent *event) {
     const bool wasDragging = isDragging();
+    m_endedDrag = wasDragging;
     abandon();
     const QPoint point = event->position().toPoint();
     const bool left = event->button() == Qt::LeftButton;

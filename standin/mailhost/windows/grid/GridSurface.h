@@ -43,6 +43,7 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override { event->setAccepted(m_endedDrag); }
     void leaveEvent(QEvent *) override { setHovered(nullptr); }
 
     [[nodiscard]] const GridScene &scene() const { return *m_scene; }
@@ -76,6 +77,7 @@ private:
     QList<EventTileView *> m_ghosts;
     QPointer<EventTileView> m_hovered;
     std::optional<Hold> m_hold;
+    bool m_endedDrag = false; // the last press did nothing else, so it opens no menu
 };
 
 } // namespace mailhost

@@ -153,6 +153,16 @@ void AppointmentCommands::cancelSelected() {
           }}});
 }
 
+void AppointmentCommands::undo() {
+    if (session() && !session()->undoText().isNull())
+        tell(session()->undo());
+}
+
+void AppointmentCommands::redo() {
+    if (session() && !session()->redoText().isNull())
+        tell(session()->redo());
+}
+
 void AppointmentCommands::tell(bool done) {
     if (!done && !session()->lastError().isEmpty())
         showErrorMessage(m_window, session()->lastError());

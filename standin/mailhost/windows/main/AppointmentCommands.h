@@ -27,8 +27,9 @@ public:
     void moveByDays(int days);
     void deleteSelected();
     void cancelSelected();
-    void undo() { tell(session()->undo()); }
-    void redo() { tell(session()->redo()); }
+    // Do nothing if there is no step.
+    void undo();
+    void redo();
 
     // Carry out the mouse's gestures.
     void moveTo(const QDateTime &start);
