@@ -153,7 +153,7 @@ std::vector<std::unique_ptr<Component>> parseComponents(const QByteArray &text) 
     if (parseDocument(text, &document).failure != ParseFailure::NotACalendar)
         return found;
     for (ComponentItem &item : document.root.items) {
-        if (!item.component)
+        if (!item.component || item.component->end.source().isEmpty()) // cut off
             return {};
         found.push_back(std::move(item.component));
     }

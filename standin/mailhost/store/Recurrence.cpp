@@ -62,6 +62,10 @@ std::optional<Series::Rule> Series::parseRule(const QByteArray &value) {
             part.clear();
         } else if (part.startsWith("RSCALE=") || part.startsWith("SKIP=")) {
             return std::nullopt;
+        } else if (part.startsWith("INTERVAL=")) {
+            const int interval = part.mid(9).toInt();
+            if (interval < 1 || interval > 32000) // libical keeps 16 bits
+                return std::nullopt;
         } else if (part.startsWith("UNTIL=")) {
             rule.until = parseClock(part.mid(6));
             if (!rule.until)
