@@ -224,4 +224,9 @@ void GridSurface::mouseDoubleClickEvent(QMouseEvent *event) {
         Q_EMIT activated();
 }
 
+// The grid opens the menu, also for a key that a tile got.
+void GridSurface::contextMenuEvent(QContextMenuEvent *event) {
+    event->setAccepted(m_endedDrag && event->reason() == QContextMenuEvent::Mouse);
+}
+
 } // namespace mailhost

@@ -43,7 +43,7 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
-    void contextMenuEvent(QContextMenuEvent *event) override { event->setAccepted(m_endedDrag); }
+    void contextMenuEvent(QContextMenuEvent *event) override;
     void leaveEvent(QEvent *) override { setHovered(nullptr); }
 
     [[nodiscard]] const GridScene &scene() const { return *m_scene; }
