@@ -5,7 +5,7 @@
 
 #include <QAccessibleWidget>
 #include <QPainter>
-#include <QTextOption>
+#include <QTextLayout>
 
 namespace mailhost {
 
@@ -197,22 +197,24 @@ QRect EventTileView::drawMarks(QPainter &painter, QRect area, const QColor &colo
     return area;
 }
 
-// Wraps the text over at most that number of lines. Returns their height.
+// Wraps the text over at most that number of lines and elides the last one. Returns their height.
 int EventTileView::drawHead(QPainter &painter, const QRect &area, int lines, const QString &text) const {
+    const int lineHeight = m_scene->style.lineHeight;
+    QTextLayout layout(text, painter.font());
     QTextOption wrapped;
     wrapped.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    const QRectF room(area.topLeft(), QSizeF(area.width(), lines * m_scene->style.lineHeight));
-    const QFontMetrics metrics = painter.fontMetrics();
-    QString shown;
-    QRectF needed;
-    for (int width = area.width() * lines; width > 0; width -= metrics.averageCharWidth()) {
-        shown = metrics.elidedText(text, Qt::ElideRight, width);
-        needed = painter.boundingRect(room, shown, wrapped);
-        if (needed.height() <= room.height())
-            break; // else the wrapping has left more room unused
+    layout.setTextOption(wrapped);
+    layout.beginLayout();
+    int used = 0;
+    for (QTextLine line; used < lines && (line = layout.createLine()).isValid(); ++used) {
+        line.setLineWidth(area.width());
+        const QString part = text.mid(line.textStart(), used + 1 == lines ? -1 : line.textLength());
+        painter.drawText(QRect(area.left(), area.top() + used * lineHeight, area.width(), lineHeight),
+                         Qt::AlignVCenter | Qt::TextSingleLine,
+                         painter.fontMetrics().elidedText(part.trimmed(), Qt::ElideRight, area.width()));
     }
-    painter.drawText(room, shown, wrapped);
-    return int(std::min(room.height(), needed.height()));
+    layout.endLayout();
+    return used * lineHeight;
 }
 
 void EventTileView::drawTexts(QPainter &painter) const {
