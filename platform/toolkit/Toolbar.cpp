@@ -16,6 +16,8 @@ namespace {
 
 constexpr int imageSide = 32;        // points
 constexpr int validationDelay = 100; // milliseconds
+// Object name of the button for items that do not fit into a narrow window.
+const QString extensionButtonName = u"qt_toolbar_ext_button"_s;
 
 struct Offer {
     QStringList identifiers;
@@ -65,7 +67,7 @@ Toolbar::Toolbar(const QString &identifier, QWidget *parent)
     , m_arrangement(ToolbarArrangement::shared(identifier)) {
     setMovable(false);
     setIconSize(QSize(imageSide, imageSide));
-    if (auto *extension = findChild<QToolButton *>(toolbarExtensionButtonName)) {
+    if (auto *extension = findChild<QToolButton *>(extensionButtonName)) {
         extension->setToolTip(tr("More items"));
         extension->setAccessibleName(tr("More items"));
     }
@@ -274,7 +276,7 @@ void Toolbar::orderFocus() {
             setTabOrder(last, control);
         last = control;
     }
-    QWidget *extension = findChild<QToolButton *>(toolbarExtensionButtonName);
+    QWidget *extension = findChild<QToolButton *>(extensionButtonName);
     if (last && extension)
         setTabOrder(last, extension);
 }

@@ -10,9 +10,6 @@
 
 namespace platform {
 
-// Object name of the button for items that do not fit into a narrow window.
-inline const QString toolbarExtensionButtonName = u"qt_toolbar_ext_button"_s;
-
 // The delegate answers "toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:" (the tool-bar as a widget,
 // a text, a flag) with a ToolbarItem that it keeps alive, "toolbarDefaultItemIdentifiers:" and
 // "toolbarAllowedItemIdentifiers:" with lists of texts.

@@ -145,25 +145,6 @@ TEST_F(ToolbarTest, LeavesOutStoredEntriesThatAreNotIdentifiers) {
     EXPECT_FALSE(Window(delegate).toolbar->insertItem(separator, 0)) << "it is full";
 }
 
-TEST_F(ToolbarTest, ReachesEveryItemInANarrowWindow) {
-    delegate.item("Plug")->setView([] { return new QPushButton; }, nullptr);
-    Window one(delegate);
-    one.toolbar->insertItem("Plug", 99);
-    one.window.setAnimated(false);
-    one.window.resize(700, 600);
-    one.window.show();
-    auto *more = one.window.findChild<QToolButton *>(platform::toolbarExtensionButtonName);
-    EXPECT_FALSE(more->isVisible());
-    one.window.resize(90, 600);
-    QCoreApplication::processEvents();
-    ASSERT_TRUE(more->isVisible());
-    EXPECT_FALSE(one.toolbar->controlFor("Plug")->isVisible());
-    QTest::keyClick(more, Qt::Key_Space);
-    for (const char *name : {"New", "Back", "Today", "Plug"})
-        EXPECT_TRUE(QTest::qWaitFor([&] { return one.toolbar->controlFor(name)->isVisible(); }, 5000))
-            << name;
-}
-
 TEST_F(ToolbarTest, ShowsTheSameInTwoWindowsEachWithItsOwnControls) {
     int made = 0;
     delegate.item("New")->setView(
@@ -234,29 +215,20 @@ TEST_F(ToolbarTest, GivesTheFocusToItsItemsInTheirOrder) {
     }
 }
 
-// The sheet in which the user arranges the tool-bar.
-class CustomizationTest : public ToolbarTest {
-protected:
-    CustomizationTest() {
-        one.window.show();
-        platform::customizeToolbar(one.toolbar);
-    }
-    template<typename T>
-    T *control(const QString &name) const {
-        return one.window.findChild<T *>(name);
-    }
-    void press(const QString &name) const { QTest::keyClick(control<QPushButton>(name), Qt::Key_Space); }
-    void select(const QString &listName, const QString &title) const {
-        auto *list = control<QListWidget>(listName);
+TEST_F(ToolbarTest, IsCustomizedByKeyboard) {
+    using namespace platform::customization;
+    Window one(delegate);
+    one.window.show();
+    platform::customizeToolbar(one.toolbar);
+    const auto press = [&one](const QString &name) {
+        QTest::keyClick(one.window.findChild<QPushButton *>(name), Qt::Key_Space);
+    };
+    const auto select = [&one](const QString &listName, const QString &title) {
+        auto *list = one.window.findChild<QListWidget *>(listName);
         const QList<QListWidgetItem *> found = list->findItems(title, Qt::MatchExactly);
         ASSERT_EQ(found.size(), 1) << qPrintable(title) << " in " << qPrintable(listName);
         list->setCurrentItem(found.first());
-    }
-    Window one{delegate};
-};
-
-TEST_F(CustomizationTest, WorksByKeyboard) {
-    using namespace platform::customization;
+    };
     select(arrangement, "New");
     select(palette, "Spare");
     press(addButton);
@@ -268,8 +240,8 @@ TEST_F(CustomizationTest, WorksByKeyboard) {
     EXPECT_EQ(one.shown(), (QStringList{"New", "Back", flexible, "Today"}));
     select(palette, "Spare"); // a removed item can be added again
     select(arrangement, "Today");
-    EXPECT_FALSE(control<QPushButton>(laterButton)->isEnabled());
-    QTest::keyClick(control<QComboBox>(displayMode), Qt::Key_Down);
+    EXPECT_FALSE(one.window.findChild<QPushButton *>(laterButton)->isEnabled());
+    QTest::keyClick(one.window.findChild<QComboBox *>(displayMode), Qt::Key_Down);
     EXPECT_EQ(one.toolbar->displayMode(), platform::ToolbarDisplayMode::IconOnly);
     one.toolbar->removeItem(0);
     press(restoreButton);
@@ -277,13 +249,7 @@ TEST_F(CustomizationTest, WorksByKeyboard) {
     EXPECT_EQ(one.toolbar->displayMode(), platform::ToolbarDisplayMode::IconAndText);
     press(doneButton);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(control<QDialog>(sheet), nullptr);
-}
-
-TEST_F(CustomizationTest, EndsWithItsToolbar) {
-    EXPECT_NE(control<QDialog>(platform::customization::sheet), nullptr);
-    delete one.toolbar;
-    EXPECT_EQ(control<QDialog>(platform::customization::sheet), nullptr);
+    EXPECT_EQ(one.window.findChild<QDialog *>(sheet), nullptr);
 }
 
 } // namespace
