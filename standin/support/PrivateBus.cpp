@@ -44,12 +44,4 @@ void PrivateBus::kill() {
     m_daemon.waitForFinished(generousMilliseconds);
 }
 
-bool PrivateBus::sendSignal(const QString &member, const QStringList &arguments) {
-    QProcess sender;
-    sender.start(u"dbus-send"_s, QStringList{u"--session"_s, u"--type=signal"_s,
-                                             u"/com/parlo/DistributedNotifications"_s, member} +
-                                     arguments);
-    return sender.waitForFinished(generousMilliseconds) && sender.exitCode() == 0;
-}
-
 } // namespace standin

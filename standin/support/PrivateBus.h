@@ -17,8 +17,6 @@ public:
     bool start();
     void kill();
     [[nodiscard]] static QString address();
-    // Sends a signal with the given arguments, each in dbus-send's notation, and waits until it is sent.
-    bool sendSignal(const QString &member, const QStringList &arguments);
 
 private:
     QTemporaryDir m_folder;
