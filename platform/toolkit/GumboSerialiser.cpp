@@ -30,6 +30,23 @@ const GumboNode *childOf(const GumboNode &node, unsigned index) {
                                                 : nullptr;
 }
 
+// In lower case, except names of svg with upper-case letters. The parser knows only standard names; other
+// names exist only in the source text.
+std::string elementName(const GumboElement &element) {
+    GumboStringPiece original = element.original_tag;
+    gumbo_tag_from_original_text(&original);
+    if (element.tag_namespace == GUMBO_NAMESPACE_SVG && original.length > 0)
+        if (const char *name = gumbo_normalize_svg_tagname(&original))
+            return name;
+    if (element.tag != GUMBO_TAG_UNKNOWN)
+        return gumbo_normalized_tagname(element.tag);
+    std::string name(original.data, original.length);
+    for (char &c : name)
+        if (c >= 'A' && c <= 'Z')
+            c = char(c - 'A' + 'a');
+    return name;
+}
+
 std::string attributeName(const GumboAttribute &attribute) {
     const std::string name = attribute.name;
     switch (attribute.attr_namespace) {
@@ -124,24 +141,22 @@ public:
             m_out += "</" + elementName(node.v.element) + '>';
     }
 
-    // `parent` is the element whose content it is.
-    void appendContent(const GumboNode &root, const GumboNode &parent) {
+    void appendContent(const GumboNode &root) {
         struct Level {
             const GumboNode *node;
-            const GumboNode *parent; // of its children
             unsigned next;
         };
         if (root.type == GUMBO_NODE_DOCUMENT && root.v.document.has_doctype)
             appendDoctype(m_out, root.v.document);
-        std::vector<Level> open{{&root, &parent, 0}};
+        std::vector<Level> open{{&root, 0}};
         while (!open.empty()) {
             Level &level = open.back();
             const bool isReplaced = level.node == m_replaced.element;
             if (isReplaced)
                 m_out += m_replaced.html;
             if (const GumboNode *child = isReplaced ? nullptr : childOf(*level.node, level.next++)) {
-                this->open(*child, level.parent);
-                open.push_back({child, child, 0});
+                this->open(*child, level.node);
+                open.push_back({child, 0});
                 continue;
             }
             const GumboNode *ended = level.node;
@@ -169,9 +184,7 @@ private:
             m_out += '\n';
     }
 
-    [[nodiscard]] bool beginsWithNewline(const GumboNode &node) const {
-        if (&node == m_replaced.element)
-            return m_replaced.html.starts_with('\n');
+    [[nodiscard]] static bool beginsWithNewline(const GumboNode &node) {
         const GumboNode *first = childOf(node, 0);
         return first && !isElement(*first) && first->type != GUMBO_NODE_COMMENT &&
                first->v.text.text[0] == '\n';
@@ -189,34 +202,18 @@ const GumboVector *childrenOf(const GumboNode &node) {
     return isElement(node) ? &node.v.element.children : nullptr;
 }
 
-// The parser knows only standard names; other names exist only in the source text.
-std::string elementName(const GumboElement &element) {
-    GumboStringPiece original = element.original_tag;
-    gumbo_tag_from_original_text(&original);
-    if (element.tag_namespace == GUMBO_NAMESPACE_SVG && original.length > 0)
-        if (const char *name = gumbo_normalize_svg_tagname(&original))
-            return name;
-    if (element.tag != GUMBO_TAG_UNKNOWN)
-        return gumbo_normalized_tagname(element.tag);
-    std::string name(original.data, original.length);
-    for (char &c : name)
-        if (c >= 'A' && c <= 'Z')
-            c = char(c - 'A' + 'a');
-    return name;
-}
-
 std::string outerHtmlOf(const GumboNode &node) {
     const ReplacedContent nothing;
     Serialiser serialiser(nothing);
     serialiser.open(node, nullptr);
-    serialiser.appendContent(node, node);
+    serialiser.appendContent(node);
     serialiser.close(node);
     return serialiser.take();
 }
 
-std::string contentOf(const GumboNode &node, const GumboNode &parent, const ReplacedContent &replaced) {
+std::string contentOf(const GumboNode &node, const ReplacedContent &replaced) {
     Serialiser serialiser(replaced);
-    serialiser.appendContent(node, parent);
+    serialiser.appendContent(node);
     return serialiser.take();
 }
 

@@ -13,12 +13,9 @@ struct ReplacedContent {
 };
 
 [[nodiscard]] std::string outerHtmlOf(const GumboNode &node);
-// The serialised content of the node as the content of `parent`; for a document including its type.
-[[nodiscard]] std::string contentOf(const GumboNode &node, const GumboNode &parent,
-                                    const ReplacedContent &replaced = {});
+// The serialised content of the node; for a document including its type.
+[[nodiscard]] std::string contentOf(const GumboNode &node, const ReplacedContent &replaced = {});
 
-// The name to write: in lower case, except names of svg with upper-case letters.
-[[nodiscard]] std::string elementName(const GumboElement &element);
 [[nodiscard]] const GumboVector *childrenOf(const GumboNode &node); // nullptr if it cannot have children
 
 } // namespace platform

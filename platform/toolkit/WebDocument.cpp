@@ -3,8 +3,6 @@
 #include "platform/toolkit/GumboSerialiser.h"
 #include "platform/toolkit/HtmlGuard.h"
 
-#include <strings.h>
-
 namespace platform {
 
 namespace {
@@ -13,29 +11,6 @@ constexpr int maxNesting = 2000;
 
 QString text(const std::string &utf8) {
     return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
-}
-
-// The first element of that name in document order (ignoring case), or nullptr.
-const GumboNode *firstElement(const GumboNode &root, const QByteArray &name) {
-    std::vector<const GumboNode *> pending{&root};
-    while (!pending.empty()) {
-        const GumboNode *node = pending.back();
-        pending.pop_back();
-        const bool isElement = node->type == GUMBO_NODE_ELEMENT || node->type == GUMBO_NODE_TEMPLATE;
-        if (isElement && strcasecmp(elementName(node->v.element).c_str(), name.constData()) == 0)
-            return node;
-        const GumboVector *children = childrenOf(*node);
-        for (unsigned i = children ? children->length : 0; i-- > 0;)
-            pending.push_back(static_cast<const GumboNode *>(children->data[i]));
-    }
-    return nullptr;
-}
-
-// A root or an unknown element is parsed like a body.
-GumboTag contextTag(const GumboElement &element) {
-    const bool isOutermost = element.tag == GUMBO_TAG_HTML || element.tag == GUMBO_TAG_HEAD;
-    const bool isKnown = element.tag != GUMBO_TAG_UNKNOWN && element.tag_namespace == GUMBO_NAMESPACE_HTML;
-    return isOutermost || !isKnown ? GUMBO_TAG_BODY : element.tag;
 }
 
 } // namespace
@@ -56,8 +31,15 @@ public:
     [[nodiscard]] const GumboNode &document() const { return *m_output->document; }
     // The html element; for a fragment an element that contains it.
     [[nodiscard]] const GumboNode &root() const { return *m_output->root; }
-    [[nodiscard]] const GumboNode *element(const QString &tagName) const {
-        return firstElement(document(), tagName.toUtf8());
+    // nullptr if there is none.
+    [[nodiscard]] const GumboNode *body() const {
+        const GumboVector &children = root().v.element.children;
+        for (unsigned i = 0; i < children.length; ++i) {
+            const auto *child = static_cast<const GumboNode *>(children.data[i]);
+            if (child->type == GUMBO_NODE_ELEMENT && child->v.element.tag == GUMBO_TAG_BODY)
+                return child;
+        }
+        return nullptr;
     }
 
 private:
@@ -74,18 +56,17 @@ QString WebDocument::documentElementOuterHtml() const {
     return text(outerHtmlOf(m_parsed->root()));
 }
 
-QString WebDocument::innerHtml(const QString &tagName) const {
-    const GumboNode *element = m_parsed->element(tagName);
-    return element ? text(contentOf(*element, *element)) : QString();
+QString WebDocument::bodyHtml() const {
+    const GumboNode *body = m_parsed->body();
+    return body ? text(contentOf(*body)) : QString();
 }
 
-QString WebDocument::withInnerHtml(const QString &tagName, const QString &html) const {
-    const GumboNode *element = m_parsed->element(tagName);
-    if (!element)
+QString WebDocument::withBodyHtml(const QString &html) const {
+    const GumboNode *body = m_parsed->body();
+    if (!body)
         return {};
-    const Parsed fragment(html, contextTag(element->v.element));
-    const GumboNode &document = m_parsed->document();
-    return text(contentOf(document, document, {element, contentOf(fragment.root(), *element)}));
+    const Parsed fragment(html, GUMBO_TAG_BODY);
+    return text(contentOf(m_parsed->document(), {body, contentOf(fragment.root())}));
 }
 
 } // namespace platform

@@ -1,5 +1,4 @@
-// The document model of a web view: parses, serialises, finds the first element of a tag, and replaces its
-// content.
+// The document model of a web view: parses, serialises, and replaces the body.
 #pragma once
 
 #include <QString>
@@ -17,13 +16,12 @@ public:
 
     // The html element with its content, without the document type.
     [[nodiscard]] QString documentElementOuterHtml() const;
-    // The content of the first element with that tag (ignoring case) in document order; null if there is
-    // none.
-    [[nodiscard]] QString innerHtml(const QString &tagName) const;
-    // The whole document (with its document type, if any) with the content of that element replaced by the
-    // fragment `html`. Tags html, head and body in the fragment are dropped, their content is kept. Null if
-    // there is no such element.
-    [[nodiscard]] QString withInnerHtml(const QString &tagName, const QString &html) const;
+    // The content of the body; null if there is none, as in a document of frames.
+    [[nodiscard]] QString bodyHtml() const;
+    // The whole document (with its document type, if any) with the fragment `html` as the content of its
+    // body. Tags html, head and body in the fragment are dropped, their content is kept. Null if there is no
+    // body.
+    [[nodiscard]] QString withBodyHtml(const QString &html) const;
 
 private:
     class Parsed;

@@ -1,4 +1,4 @@
-// The document of a web view: reading, writing, replacing the content of an element.
+// The document of a web view: reading, writing, replacing the body.
 #include "platform/Literals.h"
 #include "platform/toolkit/WebDocument.h"
 
@@ -9,7 +9,7 @@ namespace {
 using platform::WebDocument;
 
 QString bodyOf(const QString &html) {
-    return WebDocument(html).innerHtml(u"body"_s);
+    return WebDocument(html).bodyHtml();
 }
 
 TEST(WebDocument, ABodyIsReadAsBrowsersDoAndReadsAgainUnchanged) {
@@ -47,49 +47,17 @@ TEST(WebDocument, ABodyIsReadAsBrowsersDoAndReadsAgainUnchanged) {
     }
 }
 
-TEST(WebDocument, TheDocumentTypeBelongsToTheDocumentAndNotToItsElement) {
+TEST(WebDocument, ABodyIsReplacedInsideItsDocument) {
     const QString type =
         u"<!DOCTYPE html PUBLIC \"-//W3C//DTD HTML 4.01//EN\" \"http://www.w3.org/TR/html4/s.dtd\">"_s;
-    const QString element = u"<html lang=\"de\"><head><title>t</title></head><body>x</body></html>"_s;
-    const WebDocument document(type + element);
-    EXPECT_EQ(document.documentElementOuterHtml(), element);
-    EXPECT_EQ(document.withInnerHtml(u"body"_s, u"x"_s), type + element);
-    EXPECT_EQ(WebDocument(u"<!doctype html>"_s).withInnerHtml(u"body"_s, u"x"_s),
-              u"<!DOCTYPE html><html><head></head><body>x</body></html>"_s);
-}
-
-TEST(WebDocument, TheFirstElementOfATagIsFoundInDocumentOrderInAnyCase) {
-    EXPECT_EQ(WebDocument(QString()).documentElementOuterHtml(),
-              u"<html><head></head><body></body></html>"_s);
-    const WebDocument document(u"<div><p><i>first</i></p></div><p>second</p><o:p>third</o:p><b></b>"_s);
-    EXPECT_EQ(document.innerHtml(u"P"_s), u"<i>first</i>"_s);
-    EXPECT_EQ(document.innerHtml(u"o:p"_s), u"third"_s);
-    EXPECT_FALSE(document.innerHtml(u"b"_s).isNull());
-    EXPECT_TRUE(document.innerHtml(u"table"_s).isNull());
-    EXPECT_TRUE(document.withInnerHtml(u"table"_s, u"x"_s).isNull());
-}
-
-TEST(WebDocument, AFragmentIsReadAsTheContentOfItsElement) {
-    const struct {
-        const char *element;
-        const char *content;
-        const char *result;
-    } cases[] = {
-        {"tbody", "<tr><td>a", "<table><tbody><tr><td>a</td></tr></tbody></table>"},
-        {"div", "<!DOCTYPE html><html><head><title>t</title></head><body z=w><tr><td>a",
-         "<div><title>t</title>a</div>"},
-        {"x-y", "<p>b", "<x-y><p>b</p></x-y>"},
-        {"textarea", "<p>c", "<textarea>&lt;p&gt;c</textarea>"},
-        {"pre", "\n\nd", "<pre>\n\n\nd</pre>"},
-        {"script", "a<b", "<script>a<b</script>"},
-    };
-    const WebDocument document(u"<table><tbody></tbody></table><div></div><x-y></x-y><textarea></textarea>"
-                               "<pre></pre><script></script>"_s);
-    for (const auto &one : cases) {
-        const QString html =
-            document.withInnerHtml(QLatin1String(one.element), QString::fromUtf8(one.content));
-        EXPECT_TRUE(html.contains(QLatin1String(one.result))) << qPrintable(html);
-    }
+    const QString start = u"<html lang=\"de\"><head><title>t</title></head><body>"_s;
+    const QString end = u"</body></html>"_s;
+    const WebDocument document(type + start + u"x"_s + end);
+    EXPECT_EQ(document.documentElementOuterHtml(), start + u"x"_s + end);
+    EXPECT_EQ(document.withBodyHtml(u"<html><body z=w><tr><td>a<p>b"_s), type + start + u"a<p>b</p>"_s + end);
+    EXPECT_EQ(WebDocument(u"<!doctype html>"_s).withBodyHtml(QString()),
+              u"<!DOCTYPE html><html><head></head><body></body></html>"_s);
+    EXPECT_TRUE(WebDocument(u"<frameset>"_s).withBodyHtml(u"x"_s).isNull());
 }
 
 // Each part nests in a browser, although its end tags, or their absence, suggest otherwise.

@@ -5,13 +5,12 @@
 
 namespace mailhost {
 
-BodyObject::BodyObject(const QString &className, BodyAccess *body, QString tagName)
+BodyObject::BodyObject(const QString &className, BodyAccess *body)
     : rt::Object(rt::classNamed(className))
-    , m_body(body)
-    , m_tagName(std::move(tagName)) {}
+    , m_body(body) {}
 
-rt::Object *BodyObject::part(const QString &className, const QString &tagName) const {
-    return rt::temporary(std::make_unique<BodyObject>(className, m_body.data(), tagName));
+rt::Object *BodyObject::part(const QString &className) const {
+    return rt::temporary(std::make_unique<BodyObject>(className, m_body.data()));
 }
 
 void BodyObject::displayAndActivate(const QString &html, bool readOnly, bool, bool activate) {
@@ -24,9 +23,9 @@ void BodyObject::displayAndActivate(const QString &html, bool readOnly, bool, bo
 }
 
 QVariantList BodyObject::getElementsByTagName(const QString &tagName) {
-    if (platform::WebDocument(bodyContent()).innerHtml(tagName).isNull())
+    if (tagName != u"body" || innerHTML().isNull())
         return {};
-    return {rt::fromObject(part(u"DOMElement"_s, tagName))};
+    return {rt::fromObject(part(u"DOMElement"_s))};
 }
 
 QString BodyObject::outerHTML() const {
@@ -34,11 +33,11 @@ QString BodyObject::outerHTML() const {
 }
 
 QString BodyObject::innerHTML() const {
-    return platform::WebDocument(bodyContent()).innerHtml(m_tagName);
+    return platform::WebDocument(bodyContent()).bodyHtml();
 }
 
 void BodyObject::setInnerHTML(const QString &html) {
-    const QString changed = platform::WebDocument(bodyContent()).withInnerHtml(m_tagName, html);
+    const QString changed = platform::WebDocument(bodyContent()).withBodyHtml(html);
     if (m_body && !changed.isNull())
         m_body->showBodyHtml(changed);
 }

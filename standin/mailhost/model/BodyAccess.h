@@ -23,7 +23,7 @@ public:
 // whose document has elements.
 class BodyObject : public rt::Object {
 public:
-    BodyObject(const QString &className, BodyAccess *body, QString tagName = {});
+    BodyObject(const QString &className, BodyAccess *body);
 
     // The Word-style editor.
     [[nodiscard]] rt::Object *editor() { return this; }
@@ -36,17 +36,16 @@ public:
 
     // The web document.
     [[nodiscard]] rt::Object *document() { return part(u"DOMDocument"_s); }
-    [[nodiscard]] rt::Object *documentElement() { return part(u"DOMElement"_s, u"html"_s); }
-    [[nodiscard]] QVariantList getElementsByTagName(const QString &tagName); // the first one only
+    [[nodiscard]] rt::Object *documentElement() { return part(u"DOMElement"_s); }
+    [[nodiscard]] QVariantList getElementsByTagName(const QString &tagName); // finds the body only
     [[nodiscard]] QString outerHTML() const;                                 // of the document element only
-    [[nodiscard]] QString innerHTML() const;
+    [[nodiscard]] QString innerHTML() const;                                 // of the body only
     void setInnerHTML(const QString &html);
 
 private:
     // Lives until the next turn of the event loop.
-    [[nodiscard]] rt::Object *part(const QString &className, const QString &tagName = {}) const;
+    [[nodiscard]] rt::Object *part(const QString &className) const;
     QPointer<BodyAccess> m_body;
-    QString m_tagName; // of an element
 };
 
 void defineBodyClasses();
