@@ -9,7 +9,6 @@ namespace {
 class Discovery : public LinkTest {
 protected:
     const vlAppHelper &helper = vlAppHelper::sharedInstance();
-    const vlClientFeatureMgr &features = vlClientFeatureMgr::sharedInstance();
 };
 
 const QString usualPath = u"/Applications/Parlo Meetings.app"_s;
@@ -17,25 +16,6 @@ const QString ownPath = u"/Applications/Elsewhere.app"_s;
 const QString startUrl = u"velamtg://meetings.parlo.example/start"_s;
 
 } // namespace
-
-TEST_F(Discovery, TheHostsAndTheSystemsVersionDecideWhatIsHooked) {
-    const std::tuple<QString, bool, bool> cases[] = {{"14.1.3", false, false}, {"14.1.4", true, false},
-                                                     {"15.8.9", true, false},  {"15.9", true, true},
-                                                     {"15.10.1", true, true},  {"16", true, true},
-                                                     {"beta", false, false},   {QString(), false, false}};
-    for (const auto &[version, isSupported, isAbove2016] : cases) {
-        desktop.workspace->bundles.clear();
-        if (!version.isNull())
-            installHost(desktop, version);
-        EXPECT_EQ(helper.OutlookVersion(), version);
-        EXPECT_EQ(helper.isSupportedOutlookVersion(), isSupported) << qPrintable(version);
-        EXPECT_EQ(helper.isOutlookVersionLargeThan2016(), isAbove2016) << qPrintable(version);
-    }
-    for (const auto &[version, isSupported] : {std::pair{0x1060, false}, {0x1061, true}}) {
-        desktop.workspace->version = version;
-        EXPECT_EQ(helper.isSupportedOSVersion(), isSupported) << version;
-    }
-}
 
 TEST_F(Discovery, TheClientIsLookedForInOrder) {
     EXPECT_EQ(helper.getVelaClientInstallPath(),
@@ -81,7 +61,10 @@ TEST_F(Discovery, TheAgentsVersionCountsWhenTheClientCannotBeRead) {
         desktop.bus->post("vOutlookPluginAgentToVOutlookPlugin", QString(), envelope, true);
         desktop.runLoop->advance(0);
     };
+    installBundle(desktop, "com.parlo.vOutlookPluginAgent",
+                  "/Users/Shared/ParloMeetingsOutlookPlugin/vOutlookPluginAgent.app", {});
     vlGetClientVersionHelper::sharedInstance().getClientVersion();
+    EXPECT_EQ(desktop.workspace->launched, QStringList{"com.parlo.vOutlookPluginAgent"});
     EXPECT_EQ(posted("vOutlookPluginToVOutlookPluginAgent"),
               (QList<platform::TextMap>{{{"actionId", "1"}, {"content", "1"}}}));
     EXPECT_TRUE(vlGetClientVersionHelper::getVelaClientVersion().isEmpty());
@@ -91,7 +74,7 @@ TEST_F(Discovery, TheAgentsVersionCountsWhenTheClientCannotBeRead) {
     EXPECT_TRUE(vlGetClientVersionHelper::getVelaClientVersion().isEmpty());
     agentAnswers({{"actionId", "1"}, {"content", "3.7.1"}});
     EXPECT_EQ(vlGetClientVersionHelper::getVelaClientVersion(), "3.7.1");
-    EXPECT_TRUE(features.isSupportedVelaClientVersion());
+    EXPECT_TRUE(vlClientFeatureMgr::sharedInstance().isSupportedVelaClientVersion());
     client.isInstalled("3.5.0"); // what is installed counts first
     EXPECT_EQ(vlGetClientVersionHelper::getVelaClientVersion(), "3.5.0");
 }

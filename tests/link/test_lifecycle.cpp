@@ -80,43 +80,6 @@ TEST_F(Lifecycle, AnAnswerGoesToTheWorkflowInTimeLateAndAfterItsWindow) {
     }
 }
 
-TEST_F(Lifecycle, TheClientsStatusStopsARequestBeforeItIsSent) {
-    struct Case {
-        const char *version; // nullptr: not installed
-        bool running;
-        ClientError error;
-        const char *message;
-    };
-    // An unsupported client is reported as such whether it runs or not.
-    const Case cases[] = {
-        {nullptr, true, ClientError::NotInstalled, "[NoVelaClient]"},
-        {"3.6.40486", true, ClientError::NotSupported, "[NotSupportedVelaClientVersion]"},
-        {"3.6.40486", false, ClientError::NotSupported, "[NotSupportedVelaClientVersion]"},
-        {ScriptedClient::supportedVersion, false, ClientError::NotRunning, "[VelaClientNotRunning]"}};
-    for (const Case &c : cases) {
-        desktop.workspace->bundles.clear();
-        desktop.workspace->running.clear();
-        if (c.version)
-            client.isInstalled(c.version, c.running);
-        for (const Kind &kind : kinds) {
-            SCOPED_TRACE(std::string(kind.name) + ' ' + c.message);
-            feedback.alerts.clear();
-            // The plug-in does not even ask for accounts.
-            const bool isSilent = kind.answer == ClientAnswer::GetPAC && c.error != ClientError::NotRunning;
-            EXPECT_EQ(send(kind), isSilent ? 0 : qint32(c.error));
-            EXPECT_TRUE(posted().isEmpty());
-            EXPECT_TRUE(feedback.shownOn.isEmpty());
-            EXPECT_EQ(desktop.runLoop->pendingCount(), 0);
-            ASSERT_EQ(feedback.alerts.size(), isSilent ? 0 : 1);
-            if (!isSilent) {
-                EXPECT_EQ(feedback.alerts[0].message, c.message);
-                EXPECT_EQ(feedback.alerts[0].offersLaunch, c.error == ClientError::NotRunning);
-                EXPECT_EQ(feedback.alerts[0].window, window.get());
-            }
-        }
-    }
-}
-
 TEST_F(Lifecycle, EachRequestKnowsItsOwnErrorAnswers) {
     givenTheClient();
     struct Case {

@@ -57,20 +57,6 @@ TEST_F(Owners, AMeetingGoesToWhoAskedForItsKeyInWhateverOrder) {
     EXPECT_TRUE(RequestOwner::nobody()->loadedMeeting.data.isEmpty());
 }
 
-TEST_F(Owners, WhatWaitsInTimeGoesBeforeWhatIsTimedOutOrRefused) {
-    reads(a, "1");
-    desktop.runLoop->advance(31);
-    reads(b, "1");
-    clientTells("1");
-    EXPECT_EQ(readBy(b), "1");
-    EXPECT_EQ(readBy(a), "");
-    reads(b, "2");
-    clientAnswers(ClientAnswer::GetMeeting, "0;Error 5003"); // for b, but the answer does not say so
-    EXPECT_EQ(feedback.alerts.size(), 1);
-    clientTells("1");
-    EXPECT_EQ(readBy(a), "1");
-}
-
 TEST_F(Owners, ARepeatedScheduleIsNotTakenForAnothersUnlessThatMeetingIsGone) {
     schedules(a);
     clientAnswers(ClientAnswer::Schedule, "1;text");

@@ -7,74 +7,43 @@
 
 namespace {
 
-QVariantMap aMeeting() {
-    return {{"subject", "Review"},
-            {"duration", qint64(30)},
-            {"recurrence", false},
-            {"startTime", qint64(1467378000)},
-            {"audioOption", qint64(2)},
-            {"enableHostVideo", true},
-            {"enableParticipantsVideo", false},
-            {"enableJBH", true},
-            {"usePMI", false},
-            {"enable3rdPartyAudio", false},
-            {"thirdPartyAudio", "dial 1"},
-            {"meetingPassword", "1234"},
-            {"meetingKey", "77"},
-            {"originalMeetingNumber", "999"},
-            {"invitationEmail", "Join us"},
-            {"joinUrl", "https://x/j/77"},
-            {"somethingElse", "not read"}};
-}
-
 class Meeting : public LinkTest {
 protected:
     vlGetMeetingHelper &helper = vlGetMeetingHelper::sharedInstance();
 
-    QVariantMap infoOf(const QVariantMap &changes) {
-        QVariantMap meeting = aMeeting();
-        meeting.insert(changes);
+    QVariantMap infoOf(const QVariantMap &meeting) {
         helper.setMeetingData(meeting);
         return helper.getMeetingInfo();
     }
-    QVariantMap settingOf(const QVariantMap &changes) { return infoOf(changes).value("setting").toMap(); }
 };
 
 } // namespace
 
-TEST_F(Meeting, BecomesAMeetingInfoRecord) {
-    EXPECT_EQ(infoOf({}),
-              (QVariantMap{
-                  {"apptInfo", QVariantMap{{"subject", "Review"},
-                                           {"duration", qint64(30)},
-                                           {"recurrence", false},
-                                           {"startTime", QVariantMap{{"UTCTime", "2016-07-01 13:00:00"}}}}},
-                  {"setting", QVariantMap{{"audioOption", qint64(2)},
-                                          {"enableHostVideo", true},
-                                          {"enableParticipantsVideo", false},
-                                          {"enableJBH", true},
-                                          {"usePMI", false},
-                                          {"meetingPassword", "1234"},
-                                          {"requiredMeetingPassword", true}}},
-                  {"meetingKey", "77"},
-                  {"emailBody", "Join us"},
-                  {"joinUrl", "https://x/j/77"}}));
-}
-
-TEST_F(Meeting, LeavesOutWhatTheClientDidNotTell) {
-    helper.setMeetingData({{"unknown", 1}});
-    EXPECT_EQ(helper.getMeetingInfo(),
-              (QVariantMap{{"apptInfo", QVariantMap{}},
-                           {"setting", QVariantMap{{"requiredMeetingPassword", false}}}}));
-    const QVariant null = rt::nullMarker();
-    helper.setMeetingData({{"subject", null}, {"startTime", null}, {"meetingKey", null}});
-    EXPECT_EQ(helper.getMeetingInfo().value("apptInfo"), QVariantMap{});
-    EXPECT_FALSE(helper.getMeetingInfo().contains("meetingKey"));
-    EXPECT_FALSE(infoOf({{"invitationEmail", ""}}).contains("emailBody"));
-    EXPECT_FALSE(settingOf({{"meetingPassword", ""}}).value("requiredMeetingPassword").toBool());
-    EXPECT_EQ(settingOf({{"enable3rdPartyAudio", true}}).value("thirdPartyAudio"), "dial 1");
+TEST_F(Meeting, BecomesARecordOfWhatTheClientTold) {
+    QVariantMap appointment{{"subject", "Review"}, {"duration", qint64(30)}, {"recurrence", false}};
+    QVariantMap setting{
+        {"audioOption", qint64(2)},         {"enableHostVideo", true}, {"enableJBH", true},
+        {"enableParticipantsVideo", false}, {"usePMI", false},         {"meetingPassword", "1234"},
+        {"thirdPartyAudio", "dial 1"}};
+    QVariantMap meeting{
+        {"startTime", qint64(1467378000)}, {"enable3rdPartyAudio", true},  {"meetingKey", "77"},
+        {"originalMeetingNumber", "999"},  {"invitationEmail", "Join us"}, {"joinUrl", "https://x/j/77"},
+        {"somethingElse", "not read"}};
+    meeting.insert(appointment);
+    meeting.insert(setting);
+    appointment.insert("startTime", QVariantMap{{"UTCTime", "2016-07-01 13:00:00"}});
+    setting.insert("requiredMeetingPassword", true);
+    EXPECT_EQ(infoOf(meeting), (QVariantMap{{"apptInfo", appointment},
+                                            {"setting", setting},
+                                            {"meetingKey", "77"},
+                                            {"emailBody", "Join us"},
+                                            {"joinUrl", "https://x/j/77"}}));
+    EXPECT_EQ(
+        infoOf({{"thirdPartyAudio", "not in use"}, {"subject", rt::nullMarker()}, {"invitationEmail", ""}}),
+        (QVariantMap{{"apptInfo", QVariantMap{}},
+                     {"setting", QVariantMap{{"requiredMeetingPassword", false}}}}));
     const QVariantMap farAway = infoOf({{"startTime", std::numeric_limits<qint64>::max()}});
-    EXPECT_EQ(farAway.value("apptInfo").toMap().value("startTime"), QVariantMap{});
+    EXPECT_EQ(farAway.value("apptInfo"), (QVariantMap{{"startTime", QVariantMap{}}}));
 }
 
 TEST_F(Meeting, APersonalOneGoesByItsNumber) {
@@ -83,7 +52,9 @@ TEST_F(Meeting, APersonalOneGoesByItsNumber) {
         {1, "0", "77"},    {0, "999", "77"},     {1, QVariant(), "77"},
         {2, "999", "77"},  {QVariant(), 9, "77"}};
     for (const auto &[usePMI, number, key] : cases) {
-        EXPECT_EQ(infoOf({{"usePMI", usePMI}, {"originalMeetingNumber", number}}).value("meetingKey"), key)
+        const QVariantMap meeting{
+            {"meetingKey", "77"}, {"usePMI", usePMI}, {"originalMeetingNumber", number}};
+        EXPECT_EQ(infoOf(meeting).value("meetingKey"), key)
             << usePMI.toInt() << ' ' << qPrintable(number.toString());
     }
 }
@@ -98,15 +69,10 @@ TEST_F(Meeting, StaysPersonalThroughTheNextReadForIt) {
 }
 
 TEST_F(Meeting, IsThereWhenItHasAKeyAndNeverOffersHtml) {
-    for (const QVariantMap &none : {QVariantMap{}, {{"meetingKey", ""}}}) {
-        helper.setMeetingData(none);
-        EXPECT_FALSE(helper.hasMeetingInfo());
-    }
+    EXPECT_FALSE(helper.hasMeetingInfo());
     helper.setPBMeetingData("CAA=");
-    EXPECT_TRUE(helper.hasPBMeetingData());
-    EXPECT_EQ(infoOf({}).value("invitehtmlemail"), "");
+    EXPECT_EQ(infoOf({{"meetingKey", "77"}}).value("invitehtmlemail").typeId(), QMetaType::QString);
     EXPECT_TRUE(helper.hasMeetingInfo() && !helper.supportHtmlEmail());
-    EXPECT_EQ(helper.getInviteEmail(), "Join us");
 }
 
 TEST(DateRecord, EndsBeforeTheFirstMissingValue) {

@@ -3,26 +3,6 @@
 #include "tests/support/ProcessZone.h"
 
 #include <gtest/gtest.h>
-#include <limits>
-
-TEST(Time, ATimestampIsTheInstantOfTheTextInTheProcessesZone) {
-    const std::tuple<const char *, const char *, const char *> cases[] = {
-        {"UTC", "2016-02-29 23:59:59", "1456790399"},
-        {"UTC", "1969-12-31 23:59:58", "-2"},
-        {"America/New_York", "2016-07-01 09:00:00", "1467378000"},
-        {"UTC", "2040-01-01 00:00:00", "2208988800"},
-        // The change to daylight saving skips 02:30, which counts as 03:30.
-        {"America/New_York", "2016-03-13 02:30:00", "1457854200"},
-    };
-    for (const auto &[name, text, timestamp] : cases) {
-        const ProcessZone zone(name);
-        EXPECT_EQ(TimeUtils::stringToTimestamp(text), timestamp) << name << ' ' << text;
-    }
-    EXPECT_EQ(TimeUtils::dateToTimestamp(QDateTime::fromMSecsSinceEpoch(-1999, Qt::UTC)), -1);
-    EXPECT_EQ(TimeUtils::dateToTimestamp(QDateTime()), 0);
-    for (const qint64 seconds : {std::numeric_limits<qint64>::max(), std::numeric_limits<qint64>::min()})
-        EXPECT_TRUE(TimeUtils::dateToUTCString(TimeUtils::timestampToDate(seconds)).isNull());
-}
 
 TEST(Time, TextOfAnotherFormIsNoDate) {
     for (const char *text :
