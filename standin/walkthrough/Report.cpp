@@ -1,6 +1,5 @@
 #include "standin/walkthrough/Report.h"
 
-#include "platform/services/Services.h"
 #include "standin/support/BusNames.h"
 #include "standin/walkthrough/Input.h"
 
@@ -16,13 +15,7 @@ namespace names = standin::names;
 
 namespace {
 
-constexpr int shownCharacters = 140;
 const QString bus = u"org.freedesktop.DBus"_s;
-
-QString oneLine(const QString &text) {
-    const QString line = text.simplified();
-    return line.size() > shownCharacters ? line.left(shownCharacters) + u"..."_s : line;
-}
 
 void printLine(const QString &line) {
     std::fprintf(stdout, "%s\n", qPrintable(line));
@@ -52,33 +45,15 @@ Report::Report(QString folder, const QString &kill)
         waitLessFromNowOn();
 }
 
-Report::~Report() {
-    for (const platform::ObserverId observer : std::as_const(m_observers))
-        platform::services().distributedNotifications->removeObserver(observer);
-}
-
-void Report::observe() {
-    platform::DistributedNotificationCenter &center = *platform::services().distributedNotifications;
-    for (const QString &channel : {names::requestsToClient, names::answersOfClient})
-        m_observers << center.addObserver(
-            channel, [this, sent = channel == names::requestsToClient](
-                         const QString &, const platform::TextMap &info) { record(sent, info); });
-}
-
-void Report::record(bool sent, const platform::TextMap &userInfo) {
-    m_messages.append({sent, userInfo.value(names::actionIdKey).toUInt(), userInfo.value(names::contentKey)});
-    if (m_messages.size() == m_killAt && !m_toKill.isEmpty())
+void Report::killWhenDue() {
+    if (messages().size() == m_killAt && !m_toKill.isEmpty())
         comment(u"a kill at message %1: %2 killed"_s.arg(m_killAt).arg(int(killOwnerOf(m_toKill))));
 }
 
 void Report::write(bool ok, const QString &what) {
     printLine((ok ? u"ok - "_s : u"not ok - "_s) + what);
-    for (; m_reported < m_messages.size(); ++m_reported) {
-        const Message &message = m_messages[m_reported];
-        comment(u"%1 %2: %3"_s.arg(message.sent ? u"sent"_s : u"answered"_s)
-                    .arg(message.action)
-                    .arg(oneLine(message.content)));
-    }
+    for (; m_reported < messages().size(); ++m_reported)
+        comment(messages()[m_reported].text());
     m_failed = m_failed || !ok;
 }
 
@@ -103,20 +78,6 @@ void Report::picture(QWidget *widget, const QString &name) {
         printLine(pictureMark + file);
     else
         write(false, u"a picture of %1 is saved"_s.arg(name));
-}
-
-QStringList Report::sentContents(const Request &request) const {
-    QStringList contents;
-    for (const Message &message : m_messages.mid(m_marked))
-        if (message.sent && message.action == request.action && message.content.startsWith(request.prefix))
-            contents << message.content;
-    return contents;
-}
-
-qsizetype Report::answered(quint32 action) const {
-    const QList<Message> messages = m_messages.mid(m_marked);
-    return std::ranges::count_if(
-        messages, [action](const Message &message) { return !message.sent && message.action == action; });
 }
 
 } // namespace walkthrough

@@ -85,7 +85,7 @@ bool Session::copyCalendar() const {
 
 void Session::start() {
     m_host.installDesktopServices(); // first: the destructor uses them even after a failed step
-    observe();
+    observe([this] { killWhenDue(); });
     need(copyCalendar(), u"the calendar %1 is copied to %2"_s.arg(m_session.calendar, m_session.out));
     QString error;
     const bool installed = m_host.installBundle(&error);

@@ -4,11 +4,11 @@
 
 #include "platform/Literals.h"
 #include "standin/mailhost/store/CalendarFile.h"
+#include "standin/support/MessageLog.h"
 #include "standin/support/PrivateBus.h"
 #include "tests/e2e/Screen.h"
 #include "tests/support/WaitFor.h"
 
-#include <QJsonObject>
 #include <QPoint>
 #include <gtest/gtest.h>
 
@@ -20,20 +20,8 @@ struct Programs {
 };
 std::ostream &operator<<(std::ostream &out, const Programs &programs);
 
-inline constexpr Programs olderHost{"15.8", false};
-inline constexpr Programs newerHost{"16", false};
-inline constexpr Programs olderHostLateAnswers{"15.8", true};
-inline constexpr Programs newerHostLateAnswers{"16", true};
-
-// One message between plug-in and client.
-struct Message {
-    bool isRequest;
-    int action;
-    QString content;
-};
-
-// The calendar has the appointments "First" and "Second" and "Third" of today, one below the other, nobody
-// invited. The main window is active when a test begins.
+// The calendar has the appointments "First" and "Second" of today, one below the other, nobody invited. The
+// main window is active when a test begins.
 class Desktop : public testing::TestWithParam<Programs> {
 protected:
     ~Desktop() override;
@@ -41,13 +29,13 @@ protected:
     void TearDown() override;
 
     // What the user does. Each waits until it can be seen, and fails the test when that does not come.
-    void goTo(const QString &title);
+    void goToCalendar(); // in the window manager
     void openSelected(const QString &subject);
-    void open(const QString &subject); // "First", "Second" or "Third"
+    void open(const QString &subject); // "First" or "Second"
     void addMeeting(const QString &subject);
     void typeSubject(const QString &subject); // over the former one
     void save(const QString &subject);
-    void close(const QString &subject);
+    void close();
     // Everything by keys: open, add, save, close.
     void giveMeeting(const QString &subject);
 
@@ -64,17 +52,12 @@ protected:
 
     // A point of the appointment that is selected in the grid; a null one when none is seen.
     [[nodiscard]] QPoint selectedTile() const;
-    // From the calendar file; by UID "first", "second", "third".
+    // From the calendar file; by UID "first" or "second".
     [[nodiscard]] mailhost::Appointment inFile(const QString &uid) const;
     [[nodiscard]] QString meetingKeyInFile(const QString &uid) const;
-    // From the client's data file; an empty object when there is none.
-    [[nodiscard]] QJsonObject meetingOfClient(const QString &key) const;
-    // Requests that change a meeting and begin with that command ("1;" schedules, "2;" updates, "3;"
-    // deletes).
-    [[nodiscard]] QStringList requests(const QString &command) const;
-    [[nodiscard]] qsizetype answers(int action) const;
 
     Screen &screen = Screen::instance();
+    standin::MessageLog messages;
 
 private:
     void writeCalendar() const;
@@ -86,7 +69,6 @@ private:
 
     QTemporaryDir m_folder;
     standin::PrivateBus m_bus;
-    QList<Message> m_messages;
     standin::Child m_client;
     standin::Child m_host;
 };

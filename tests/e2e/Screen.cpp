@@ -84,25 +84,11 @@ void Screen::drag(const QPoint &from, const QPoint &to) {
 }
 
 void Screen::activate(const QString &title) {
-    const QString window = titles().key(title);
-    if (!window.isEmpty())
-        xdotool({u"windowactivate"_s, u"--sync"_s, window});
+    xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, title, u"windowactivate"_s, u"--sync"_s});
 }
 
 QString Screen::activeWindow() {
     return xdotool({u"getactivewindow"_s, u"getwindowname"_s});
-}
-
-QStringList Screen::windows() {
-    return titles().values();
-}
-
-QMap<QString, QString> Screen::titles() {
-    QMap<QString, QString> titles;
-    const QString found = xdotool({u"search"_s, u"--onlyvisible"_s, u"--class"_s, u"parlo-host"_s});
-    for (const QString &window : found.split(u'\n', Qt::SkipEmptyParts))
-        titles.insert(window, xdotool({u"getwindowname"_s, window}));
-    return titles;
 }
 
 // The server's file ends with the pixels, 32 bits each.

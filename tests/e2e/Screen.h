@@ -4,7 +4,6 @@
 #include "standin/support/Child.h"
 
 #include <QImage>
-#include <QMap>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -25,17 +24,14 @@ public:
     // The user chooses another window in the window manager.
     void activate(const QString &title);
 
-    // Titles. A null text when no window is active.
+    // Its title; a null text when no window is active.
     [[nodiscard]] QString activeWindow();
-    [[nodiscard]] QStringList windows();
     [[nodiscard]] QImage picture() const;
 
 private:
     Screen();
     bool startServer();
     bool startWindowManager();
-    // Titles by the server's identifier.
-    [[nodiscard]] QMap<QString, QString> titles();
     QString xdotool(const QStringList &arguments, int *exitCode = nullptr);
 
     QTemporaryDir m_folder; // the server keeps the picture of the screen in a file there
