@@ -22,9 +22,6 @@ protected:
         return file.readAll();
     }
     static QByteArray fixture(const QString &name) { return octets(u"" PARLO_FIXTURES "/"_s + name); }
-    static QStringList fixtures() {
-        return QDir(u"" PARLO_FIXTURES ""_s).entryList({u"*.ics"_s}, QDir::Files, QDir::Name);
-    }
     void write(const QByteArray &text, const QString &name = u"my.ics"_s) const {
         QFile file(path(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));

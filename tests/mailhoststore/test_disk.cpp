@@ -1,4 +1,4 @@
-// Files as they are on disk: unreadable, hostile, changed by others.
+// Files as they are on disk: unreadable, hostile, linked.
 #include "standin/mailhost/store/SampleCalendar.h"
 #include "tests/mailhoststore/StoreFixture.h"
 
@@ -15,11 +15,6 @@ protected:
         Appointment changed = file.appointments().first();
         changed.summary = summary;
         ASSERT_TRUE(file.update(changed));
-    }
-    std::unique_ptr<CalendarFile> changedSample() {
-        auto file = opened(sampleCalendar(QDate(2025, 3, 12)));
-        change(*file, u"Changed here"_s);
-        return file;
     }
 };
 
@@ -71,23 +66,9 @@ TEST_F(DiskTest, WhatCannotBeReadIsNamed) {
     }
 }
 
-TEST_F(DiskTest, AFileThatAnotherProgramChangedIsNotOverwritten) {
-    auto file = changedSample();
-    (void)saved(*file); // not even by itself
-    change(*file, u"And again"_s);
-    EXPECT_TRUE(saved(*file).contains("And again"));
-    change(*file, u"Too late"_s);
-    const QByteArray theirs = sampleCalendar(QDate(2025, 6, 12));
-    write(theirs);
-    QString error;
-    EXPECT_FALSE(file->save(&error));
-    EXPECT_TRUE(error.contains(u"Another program"_s)) << qPrintable(error);
-    EXPECT_FALSE(CalendarFile::create(path())->save(&error)) << "a new calendar must not replace a file";
-    EXPECT_EQ(octets(path()), theirs);
-}
-
 TEST_F(DiskTest, PermissionsAndLinksSurviveASave) {
-    auto file = changedSample();
+    auto file = opened(sampleCalendar(QDate(2025, 3, 12)));
+    change(*file, u"Changed here"_s);
     const auto permissions = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup;
     ASSERT_TRUE(QFile::setPermissions(path(), permissions));
     ASSERT_TRUE(QFile::link(path(), path(u"link.ics"_s)));
@@ -102,15 +83,6 @@ TEST_F(DiskTest, PermissionsAndLinksSurviveASave) {
     EXPECT_EQ(QDir(QFileInfo(path()).path()).entryList(QDir::Files).size(), 2) << "nothing temporary is left";
 }
 
-TEST_F(DiskTest, AFailedSaveSaysSoAndCanBeRepeated) {
-    auto file = CalendarFile::create(path(u"later/my.ics"_s));
-    QString error;
-    EXPECT_FALSE(file->save(&error));
-    EXPECT_TRUE(error.contains(u"cannot be saved"_s)) << qPrintable(error);
-    ASSERT_TRUE(QDir(path(QString())).mkdir(u"later"_s));
-    EXPECT_TRUE(saved(*file).contains("VERSION:2.0\r\n"));
-}
-
 // What a host does with a file. Damaged ones are the fuzz target's.
 TEST_F(DiskTest, MonstersAreReadAndChangedInTime) {
     QElapsedTimer timer;
@@ -123,15 +95,9 @@ TEST_F(DiskTest, MonstersAreReadAndChangedInTime) {
              start + "SUMMARY:" + QByteArray("\r\n x").repeated(100000),
              start + "SUMMARY:" + QByteArray("\r").repeated(300000) + "x",
              start + "SUMMARY:" + QByteArray("\r ").repeated(150000) + "x",
-             start + "SUMMARY:" + QByteArray(300000, char(0x80)),
-             start + "SUMMARY:" + QByteArray(1000, '\0'),
              start + "ATTENDEE;CN=\"" + huge + ":mailto:a@b.example",
              start + QByteArray("ATTENDEE:mailto:same@x.example\r\n").repeated(20000) + "X:1",
-             start + "DURATION:P" + QByteArray(100000, '9') + "W",
-             start + "SEQUENCE:" + QByteArray(100000, '9'),
              start + "X-PARLO-UC-CAPABILITIES;ENCODING=BASE64:" + huge + "!",
-             start + "DESCRIPTION;X-PARLO-CR=\"-1,99999999999999999999,3\":x",
-             QByteArray("DTSTART;TZID=../../../etc/passwd:99991231T235959\r\nDTEND:99991231T235959Z"),
              QByteArray("DTSTART;TZID=" + huge + ":00010101T000000\r\nRRULE:FREQ=DAILY"),
          }) {
         auto file = openedEvent(lines);

@@ -126,10 +126,8 @@ bool CalendarSession::remove(const QString &uid, const QString &recurrenceId) {
 
 bool CalendarSession::sendMessage(const Appointment &appointment, bool cancellation) {
     const QByteArray text = m_file->itipMessage(appointment.uid, appointment.recurrenceId, cancellation);
-    const QString path = writeImipMessage(m_outbox, appointment, text, cancellation, &m_lastError);
-    if (path.isNull())
+    if (writeImipMessage(m_outbox, appointment, text, cancellation, &m_lastError).isNull())
         return false;
-    m_lastMessage = path;
     forgetSteps(appointment.uid);
     return true;
 }
@@ -175,10 +173,7 @@ QString CalendarSession::nextOf(std::vector<UndoStep> &steps, QByteArray UndoSte
 bool CalendarSession::takeBack(std::vector<UndoStep> &from, std::vector<UndoStep> &to, bool forward) {
     UndoStep step = std::move(from.back());
     from.pop_back();
-    if (!m_file->restore(step.uid, forward ? step.after : step.before)) {
-        m_lastError = tr("The appointment cannot be put back as it was.");
-        return false;
-    }
+    m_file->restore(step.uid, forward ? step.after : step.before);
     to.push_back(std::move(step));
     return writeOrGoBack();
 }

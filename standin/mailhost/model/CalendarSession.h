@@ -55,8 +55,6 @@ public:
     bool undo() { return !undoText().isNull() && takeBack(m_undo, m_redo, false); }
     bool redo() { return !redoText().isNull() && takeBack(m_redo, m_undo, true); }
     [[nodiscard]] const QString &lastError() const { return m_lastError; }
-    // The path of the last message written.
-    [[nodiscard]] const QString &lastMessage() const { return m_lastMessage; }
 
 Q_SIGNALS:
     void changed();
@@ -75,7 +73,6 @@ private:
     QString m_outbox;
     Accounts m_accounts;
     QString m_lastError;
-    QString m_lastMessage;
 };
 
 // The owner of the calendar: the address that takes part in most meetings; among equals the one that

@@ -15,11 +15,6 @@ namespace mailhost {
 
 namespace {
 
-// A component without identifier has a generated one.
-bool belongsTo(const Component &component, const QString &uid) {
-    return component.name == "VEVENT" && (uidOf(component).isEmpty() || uidOf(component) == uid);
-}
-
 void moveRules(Component &series, const Moment &before, const Moment &after) {
     for (ContentLine *line : series.lines("RRULE")) {
         if (const QByteArray moved = movedRule(line->value(), before, after); moved != line->value())
@@ -46,12 +41,6 @@ std::unique_ptr<CalendarFile> CalendarFile::open(const QString &path, QString *e
     std::unique_ptr<CalendarFile> file(new CalendarFile(path, std::move(*document)));
     file->m_digestOnDisk = digestOf(*text);
     return file;
-}
-
-std::unique_ptr<CalendarFile> CalendarFile::create(const QString &path) {
-    Document document;
-    document.root.items.push_back({{}, Component::makeCalendar("\r\n")});
-    return std::unique_ptr<CalendarFile>(new CalendarFile(path, std::move(document)));
 }
 
 QList<Appointment> CalendarFile::appointments() const {
@@ -194,16 +183,10 @@ QByteArray CalendarFile::componentsOf(const QString &uid) const {
     return text;
 }
 
-bool CalendarFile::restore(const QString &uid, const QByteArray &text) {
-    std::vector<std::unique_ptr<Component>> components = parseComponents(text);
-    const bool ofIt = std::all_of(components.begin(), components.end(),
-                                  [&](const auto &component) { return belongsTo(*component, uid); });
-    if (!ofIt || (components.empty() && !text.isEmpty()))
-        return false;
+void CalendarFile::restore(const QString &uid, const QByteArray &components) {
     removeAll(uid);
-    for (auto &component : components)
+    for (auto &component : parseComponents(components))
         m_index->putBack(uid, std::move(component));
-    return true;
 }
 
 bool CalendarFile::save(QString *error) {

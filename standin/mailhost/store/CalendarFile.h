@@ -15,11 +15,9 @@ struct Document;
 class CalendarFile {
 public:
     // Reads the file. On failure returns nullptr, and `error` tells the user what is wrong and what to do. A
-    // file that does not exist is an error; a new calendar is made with create(). Dates in zones that neither
+    // file that does not exist is an error. Dates in zones that neither
     // the file nor the system knows are taken as local time.
     static std::unique_ptr<CalendarFile> open(const QString &path, QString *error);
-    // An empty calendar that will be written to that path by the first save, unless there is a file by then.
-    static std::unique_ptr<CalendarFile> create(const QString &path);
     ~CalendarFile();
 
     [[nodiscard]] const QString &path() const { return m_path; }
@@ -63,9 +61,9 @@ public:
     // appointment does not exist.
     [[nodiscard]] QByteArray componentsOf(const QString &uid) const;
     // Writes the components back to the letter: in place of the present ones, or where they were removed, or
-    // else at the end of the first VCALENDAR. An empty text removes the appointment. Returns false, and
-    // changes nothing, if the text does not consist of components of that appointment.
-    bool restore(const QString &uid, const QByteArray &components);
+    // else at the end of the first VCALENDAR. An empty text removes the appointment. REQUIRES: the text is
+    // of componentsOf() for that appointment.
+    void restore(const QString &uid, const QByteArray &components);
 
     // Writes atomically (a temporary file beside it, then moved over it; the permissions are kept). Returns
     // false, with a sentence for the user, if the file cannot be written, or if another program has changed
