@@ -39,7 +39,6 @@ protected:
         layout->setContentsMargins(0, 0, 0, 0);
         layout->addWidget(grid);
         window->resize(1100, 900);
-        grid->setClock([] { return at(1, 11, 20); });
         week.last().allDay = true;
         show();
         window->show();
@@ -145,54 +144,42 @@ TEST_F(CalendarGridTest, ARightClickSelectsBeforeItAsksForTheMenu) {
     EXPECT_EQ(selected, (QStringList{u"b"_s, u"nothing"_s}));
 }
 
-TEST_F(CalendarGridTest, ADragMovesAcrossTimesAndDaysAndShowsWhereItIsGoing) {
+TEST_F(CalendarGridTest, ADragMovesAcrossTimesAndDaysAndAnEdgeResizes) {
     const QSignalSpy moved(grid, &CalendarGrid::moved);
-    const QRect before = tile(u"a"_s)->geometry();
-    const QPoint to = middleOf(tile(u"a"_s)) + QPoint(3 * dayWidth(), height(80));
-    startDrag(middleOf(tile(u"a"_s)), to);
-    EXPECT_EQ(ghosts(), 1);
-    EXPECT_TRUE(tile(u"a"_s)->state().dimmed);
-    release(to);
-    // Nothing has changed until somebody shows it.
-    EXPECT_EQ(ghosts(), 0);
-    EXPECT_EQ(tile(u"a"_s)->geometry(), before);
-    EXPECT_FALSE(tile(u"a"_s)->state().dimmed);
-    drag(middleOf(tile(u"trip"_s)), QPoint(2 * dayWidth(), 0));
-    ASSERT_EQ(moved.count(), 2);
-    EXPECT_EQ(moved[0][0].toDateTime(), at(3, 11, 15));
-    EXPECT_EQ(moved[1][0].toDateTime(), at(3, 0));
-}
-
-TEST_F(CalendarGridTest, EdgesResize) {
     const QSignalSpy resized(grid, &CalendarGrid::resized);
-    const auto edge = [this](const QString &uid, bool end) {
+    const auto gripOf = [this](const QString &uid, Grip grip) {
         const EventTileView *found = tile(uid);
-        const QPoint inside = found->piece().allDay
-                                  ? QPoint(end ? found->width() - 2 : 1, found->height() / 2)
-                                  : QPoint(found->width() / 2, end ? found->height() - 2 : 1);
-        return found->mapTo(window.get(), inside);
+        const int length = found->piece().allDay ? found->width() : found->height();
+        const int along = grip == Grip::Body ? length / 2 : grip == Grip::End ? length - 2 : 1;
+        return found->mapTo(window.get(), found->piece().allDay ? QPoint(along, found->height() / 2)
+                                                                : QPoint(found->width() / 2, along));
     };
     struct Case {
         QString uid;
-        bool end;
+        Grip grip;
         QPoint by;
         QDateTime start;
-        int minutes;
+        int minutes = 0;
     };
-    const QList<Case> cases{{u"a"_s, true, {0, height(45)}, at(0, 10), 105},
-                            {u"a"_s, false, {0, -height(30)}, at(0, 9, 30), 90},
-                            {u"trip"_s, true, {dayWidth(), 0}, at(1, 0), 3 * minutesPerDay},
-                            {u"trip"_s, false, {dayWidth(), 0}, at(2, 0), minutesPerDay}};
-    for (int i = 0; i < cases.size(); ++i) {
-        drag(edge(cases[i].uid, cases[i].end), cases[i].by);
-        ASSERT_EQ(resized.count(), i + 1);
-        EXPECT_EQ(resized[i], (QVariantList{cases[i].start, qint64(cases[i].minutes) * 60})) << i;
+    const QList<Case> cases{{u"a"_s, Grip::Body, {3 * dayWidth(), height(80)}, at(3, 11, 15)},
+                            {u"trip"_s, Grip::Body, {2 * dayWidth(), 0}, at(3, 0)},
+                            {u"a"_s, Grip::End, {0, height(45)}, at(0, 10), 105},
+                            {u"a"_s, Grip::Begin, {0, -height(30)}, at(0, 9, 30), 90},
+                            {u"trip"_s, Grip::End, {dayWidth(), 0}, at(1, 0), 3 * minutesPerDay},
+                            {u"trip"_s, Grip::Begin, {dayWidth(), 0}, at(2, 0), minutesPerDay}};
+    const QRect before = tile(u"a"_s)->geometry();
+    for (const Case &c : cases) {
+        SCOPED_TRACE(qPrintable(u"%1 %2"_s.arg(c.uid).arg(int(c.grip))));
+        drag(gripOf(c.uid, c.grip), c.by);
+        const QSignalSpy &told = c.grip == Grip::Body ? moved : resized;
+        ASSERT_FALSE(told.isEmpty());
+        EXPECT_EQ(told.last()[0].toDateTime(), c.start);
+        EXPECT_EQ(told.last().value(1).toLongLong(), c.minutes * 60);
     }
-    moveTo(edge(u"a"_s, true));
+    EXPECT_EQ(moved.count() + resized.count(), cases.size());
+    EXPECT_EQ(tile(u"a"_s)->geometry(), before) << "nothing has changed until somebody shows it";
+    moveTo(gripOf(u"a"_s, Grip::End));
     EXPECT_EQ(columns()->cursor().shape(), Qt::SizeVerCursor);
-    moveTo(middleOf(tile(u"a"_s)));
-    EXPECT_EQ(columns()->cursor().shape(), Qt::ArrowCursor);
-    EXPECT_TRUE(tile(u"a"_s)->state().hovered);
 }
 
 TEST_F(CalendarGridTest, WhateverChangesUnderAGestureEndsIt) {
@@ -224,18 +211,6 @@ TEST_F(CalendarGridTest, WhateverChangesUnderAGestureEndsIt) {
     EXPECT_EQ(window->findChild<CalendarGrid *>(), nullptr);
 }
 
-TEST_F(CalendarGridTest, TheLineOfTheCurrentTimeIsOnTodayOnly) {
-    const QWidget *line = nullptr;
-    for (const QWidget *child : columns()->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
-        line = qobject_cast<const EventTileView *>(child) ? line : child;
-    ASSERT_NE(line, nullptr);
-    EXPECT_TRUE(line->isVisible());
-    EXPECT_NEAR(line->geometry().center().y(), height(11 * 60 + 20), 1);
-    EXPECT_NEAR(line->geometry().right(), left(2), 2);
-    show(1);
-    EXPECT_FALSE(line->isVisible());
-}
-
 TEST_F(CalendarGridTest, TheSubjectIsWrittenAnewInItsPlace) {
     const QSignalSpy renamed(grid, &CalendarGrid::renamed);
     const auto type = [this](const QString &subject) {
@@ -262,12 +237,8 @@ TEST_F(CalendarGridTest, TheSubjectIsWrittenAnewInItsPlace) {
     ASSERT_EQ(renamed.count(), 2);
     EXPECT_EQ(renamed[0][0].toString(), u"Gamma"_s);
     EXPECT_EQ(renamed[1][0].toString(), u"Eps"_s);
-    EXPECT_EQ(grid->selected()->uid, u"b"_s);
-    grid->beginRename(); // and nothing is typed
-    click(middleOf(tile(u"a"_s)));
     EXPECT_EQ(rename(), nullptr);
-    EXPECT_EQ(renamed.count(), 2);
-    EXPECT_EQ(grid->selected()->uid, u"a"_s);
+    EXPECT_EQ(grid->selected()->uid, u"b"_s);
     EXPECT_TRUE(grid->hasFocus());
 }
 
@@ -305,9 +276,6 @@ TEST_F(CalendarGridTest, TheSelectionFollowsTheDayOfItsSeries) {
     ASSERT_TRUE(grid->selected());
     EXPECT_EQ(grid->selected()->instanceId, u"4"_s);
     EXPECT_TRUE(grid->selectedTile()->state().selected);
-    EXPECT_TRUE(grid->select(u"daily"_s));
-    EXPECT_EQ(grid->selectedMoment(), at(2, 16)) << "the first that is shown";
-    EXPECT_FALSE(grid->select(u"nobody"_s));
     const QSignalSpy selection(grid, &CalendarGrid::selectionMoved);
     week.removeAt(4);
     show();
@@ -353,6 +321,20 @@ TEST_F(CalendarGridTest, TheKeyboardReachesEverythingAndTurnsThePage) {
     EXPECT_EQ(grid->selectedMoment().date(), monday.addDays(6));
 }
 
+TEST_F(CalendarGridTest, ArrowsGoFromOneToTheNextInTheDay) {
+    week += {timed(u"c"_s, u"Gamma"_s, at(1, 9), 60), timed(u"d"_s, u"Delta"_s, at(1, 9, 30), 60)};
+    show();
+    grid->select(u"c"_s);
+    const std::pair<Qt::Key, QString> steps[] = {
+        {Qt::Key_Down, u"d"_s}, {Qt::Key_Down, {}},      {Qt::Key_Down, {}},       {Qt::Key_Up, u"d"_s},
+        {Qt::Key_Up, u"c"_s},   {Qt::Key_Up, u"trip"_s}, {Qt::Key_Up, u"trip"_s},  {Qt::Key_End, u"d"_s},
+        {Qt::Key_Down, {}},     {Qt::Key_Down, {}},      {Qt::Key_Home, u"trip"_s}};
+    for (const auto &[arrow, uid] : steps) {
+        key(arrow);
+        EXPECT_EQ(grid->selected().value_or(Occurrence()).uid, uid) << arrow;
+    }
+}
+
 TEST_F(CalendarGridTest, TheGridIsOneStopForTab) {
     auto *before = new QLineEdit;
     auto *after = new QLineEdit;
@@ -378,12 +360,10 @@ TEST_F(CalendarGridTest, TheGridIsOneStopForTab) {
 
 TEST_F(CalendarGridTest, TheKeyboardNeverLeavesTheGridWithATile) {
     grid->select(u"b"_s);
-    const QImage withKeyboard = tile(u"b"_s)->grab().toImage();
     QWidget other; // an editor, while the calendar changes
     other.show();
     other.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
-    EXPECT_NE(tile(u"b"_s)->grab().toImage(), withKeyboard) << "it is seen which one has the keyboard";
     week.removeAt(1);
     show();
     window->activateWindow();

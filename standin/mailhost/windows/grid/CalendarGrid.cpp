@@ -56,8 +56,7 @@ CalendarGrid::CalendarGrid(QWidget *parent)
     , m_scene(std::make_shared<GridScene>(this))
     , m_header(new GridHeader(m_scene))
     , m_allDay(new AllDayRow(m_scene, this))
-    , m_columns(new DayColumns(m_scene, this))
-    , m_now([] { return QDateTime::currentDateTime(); }) {
+    , m_columns(new DayColumns(m_scene, this)) {
     [[maybe_unused]] static const bool installed = (QAccessible::installFactory(makeAccessible), true);
     setAccessibleName(tr("Calendar"));
     setFocusPolicy(Qt::StrongFocus);
@@ -83,11 +82,6 @@ CalendarGrid::~CalendarGrid() {
 
 std::array<GridSurface *, 2> CalendarGrid::surfaces() const {
     return {m_allDay, m_columns};
-}
-
-void CalendarGrid::setClock(std::function<QDateTime()> now) {
-    m_now = std::move(now);
-    moveLine();
 }
 
 void CalendarGrid::takeStyle() {
@@ -331,7 +325,7 @@ void CalendarGrid::endRename() {
 void CalendarGrid::moveLine() {
     constexpr int secondsPerMinute = 60;
     constexpr int milliseconds = 1000;
-    const QTime now = m_now().toLocalTime().time();
+    const QTime now = QTime::currentTime();
     m_columns->setNow(now);
     if (isVisible())
         m_minute.start((secondsPerMinute - now.second()) * milliseconds, this);
@@ -388,7 +382,7 @@ GridPosition CalendarGrid::firstPlace() const {
     const int today = m_scene->dayOf(m_scene->today);
     if (today < 0)
         return {0, newOnesMinute, -1, false};
-    return {today, clockPlaceOf(m_now()).minute / slotMinutes * slotMinutes, -1, false};
+    return {today, clockPlaceOf(QDateTime::currentDateTime()).minute / slotMinutes * slotMinutes, -1, false};
 }
 
 void CalendarGrid::walk(int key) {

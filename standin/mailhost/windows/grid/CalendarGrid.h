@@ -9,7 +9,6 @@
 #include <QPointer>
 #include <QWidget>
 #include <array>
-#include <functional>
 
 class QLineEdit;
 class QScrollArea;
@@ -32,8 +31,6 @@ public:
 
     // Tiles that are made from now on get it; it may die.
     void setController(rt::Object *controller) { m_scene->controller = rt::Weak<>(controller); }
-    // Sets the clock of the current-time line; the default is the desktop's clock.
-    void setClock(std::function<QDateTime()> now);
 
     // Shows the days from `first` on; `occurrences` is sorted by start and contains all that overlap them.
     // Keeps the selection if the appointment (or the same day of a series) is still shown. Keeps the scroll
@@ -126,7 +123,6 @@ private:
     std::optional<GridPosition> m_arrival; // on the next page; its day is counted from this page
     bool m_scrolled = false;               // was scrolled to the working hours
     bool m_menuByContext = false;          // the menu for the following key event is already open
-    std::function<QDateTime()> m_now;
     QBasicTimer m_minute;
 };
 
