@@ -14,7 +14,7 @@ using namespace mailhost;
 
 namespace {
 
-constexpr qsizetype mostChanged = 10; // of the appointments of one file
+constexpr qsizetype mostChanged = 5; // of the appointments of one file
 
 const QString &calendarPath() {
     static const QTemporaryDir folder;
@@ -102,13 +102,13 @@ void claimMeeting(const QByteArray &text, QList<Appointment> all, qsizetype inde
     claimSame(saved(*file), text, "it is taken out without a trace");
 }
 
-void claimRestored(const QByteArray &text, const Appointment &removed) {
+void claimRestored(const QByteArray &text, const QString &uid, const QString &recurrenceId) {
     write(text);
     auto file = CalendarFile::open(calendarPath(), nullptr);
-    const QByteArray components = file->componentsOf(removed.uid);
-    claim(file->remove(removed.uid, removed.recurrenceId), "an appointment can be removed");
-    claim(!removed.recurrenceId.isEmpty() || !file->find(removed.uid), "and is gone then");
-    file->restore(removed.uid, components);
+    const QByteArray components = file->componentsOf(uid);
+    claim(file->remove(uid, recurrenceId), "an appointment can be removed");
+    claim(!recurrenceId.isEmpty() || !file->find(uid), "and is gone then");
+    file->restore(uid, components);
     claimSame(saved(*file), text, "and is put back to the letter where it was");
 }
 
@@ -211,7 +211,8 @@ void open(const QByteArray &bytes) {
     claimSame(saved(*file), bytes, "an update without difference changes nothing");
     for (const qsizetype i : found.first(std::min(found.size(), mostChanged))) {
         claimMeeting(bytes, all, i);
-        claimRestored(bytes, all[i]);
+        // Of twins, the one that was removed alone comes back behind the other.
+        claimRestored(bytes, all[i].uid, found.size() == all.size() ? all[i].recurrenceId : QString());
     }
     if (!found.isEmpty())
         dragAndInvite(bytes);
