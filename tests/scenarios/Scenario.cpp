@@ -46,8 +46,7 @@ QString meetingKeyIn(const mailhost::Appointment &appointment) {
     return record.object().value(u"meetingKey"_s).toString();
 }
 
-Scenario::Scenario(const QString &hostVersion, const OpenedCalendar &calendar,
-                   mailhost::BookmarkMangling mangling) {
+Scenario::Scenario(const QString &hostVersion, const OpenedCalendar &calendar) {
     platform::services().pluginBundle = platform::makeFolderBundle(u"" PARLO_RESOURCES ""_s);
     m_desktop.bundle = nullptr;
     m_desktop.workspace->root = m_folder.filePath(u"root"_s);
@@ -61,7 +60,6 @@ Scenario::Scenario(const QString &hostVersion, const OpenedCalendar &calendar,
     options.hostVersion = hostVersion;
     options.calendarPath = calendarPath();
     options.outbox = m_folder.filePath(u"outbox"_s);
-    options.bookmarkMangling = mangling;
     options.today = calendar.today;
     options.accounts = calendar.accounts;
     m_host = std::make_unique<mailhost::HostApplication>(options);

@@ -36,8 +36,7 @@ struct OpenedCalendar {
 class Scenario {
 public:
     // Starts the host of that version, with an installed and running client and an open calendar.
-    explicit Scenario(const QString &hostVersion, const OpenedCalendar &calendar = {usualCalendar().text()},
-                      mailhost::BookmarkMangling mangling = mailhost::BookmarkMangling::None);
+    explicit Scenario(const QString &hostVersion, const OpenedCalendar &calendar = {usualCalendar().text()});
     ~Scenario();
 
     // Appointments of the usual calendar, by UID.

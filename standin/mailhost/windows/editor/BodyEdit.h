@@ -3,7 +3,6 @@
 
 #include "standin/mailhost/model/BodyAccess.h"
 #include "standin/mailhost/model/BodyText.h"
-#include "standin/mailhost/model/HostOptions.h"
 
 #include <QTextEdit>
 #include <functional>
@@ -16,13 +15,12 @@ namespace mailhost {
 class BodyEdit : public BodyAccess {
     Q_OBJECT
 public:
-    explicit BodyEdit(BookmarkMangling mangling, QWidget *parent = nullptr);
+    explicit BodyEdit(QWidget *parent = nullptr);
 
     // The body as a whole HTML document.
     [[nodiscard]] QString bodyHtml() const override { return m_text->html(); }
-    // Replaces the body with the text of another program. Counts as a change, and may change the bookmarks
-    // (see BookmarkMangling).
-    void showBodyHtml(const QString &html) override;
+    // Replaces the body with the text of another program. Counts as a change.
+    void showBodyHtml(const QString &html) override { load(html); }
     void setBodyReadOnly(bool readOnly) override;
     void focusBody() override { m_edit->setFocus(); }
 
@@ -40,7 +38,6 @@ private:
     void toggleList();
     void showStyle();
 
-    BookmarkMangling m_mangling;
     QTextEdit *m_edit;
     QWidget *m_bar;
     QToolButton *m_bold = nullptr;
@@ -54,7 +51,7 @@ private:
 class ComposeView : public BodyEdit, public rt::Object {
     Q_OBJECT
 public:
-    explicit ComposeView(BookmarkMangling mangling, QWidget *parent = nullptr);
+    explicit ComposeView(QWidget *parent = nullptr);
     [[nodiscard]] rt::Object *mainFrame() { return &m_frame; }
 
 private:
