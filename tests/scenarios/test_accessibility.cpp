@@ -31,10 +31,6 @@ bool isInside(QWidget *widget, const Roles &roles) {
     return parent && (roles.contains(roleOf(parent)) || isInside(parent, roles));
 }
 
-bool isOnStrip(QWidget *widget) {
-    return dynamic_cast<vlActionAdditionView *>(widget->parentWidget());
-}
-
 bool hasLetter(QWidget *widget) {
     const auto *button = qobject_cast<QAbstractButton *>(widget);
     return !textOf(widget, QAccessible::Accelerator).isEmpty() || (button && !button->shortcut().isEmpty()) ||
@@ -86,32 +82,19 @@ void expectAccessible(QWidget *window, const QString &where) {
     EXPECT_GT(controls, 0) << qPrintable(where);
 }
 
-// The visible widgets that Tab reaches, in order: those of the editor's strip, or all others.
-QList<QWidget *> tabStops(QWidget *window, bool ofStrip) {
+// Tab reaches no control after one that is completely below it. The strip beside the fields is left out.
+void expectReadingOrder(QWidget *window, const QString &where) {
     QList<QWidget *> stops;
     for (QWidget *next = window->nextInFocusChain(); next != window; next = next->nextInFocusChain())
         if (next->isVisible() && next->window() == window && next->focusPolicy() & Qt::TabFocus &&
-            isOnStrip(next) == ofStrip)
+            !dynamic_cast<vlActionAdditionView *>(next->parentWidget()))
             stops.append(next);
-    return stops;
-}
-
-// Tab reaches no control after one that is completely below it.
-void expectReadingOrder(QWidget *window, const QString &where) {
-    const QList<QWidget *> stops = tabStops(window, false);
     EXPECT_GT(stops.size(), 5) << qPrintable(where);
     const auto top = [window](const QWidget *widget) { return widget->mapTo(window, QPoint()).y(); };
     for (qsizetype i = 1; i < stops.size(); ++i)
         EXPECT_GT(top(stops[i]) + stops[i]->height(), top(stops[i - 1]))
             << qPrintable(where) << ": " << qPrintable(stops[i]->objectName()) << " comes after "
             << qPrintable(stops[i - 1]->objectName());
-}
-
-// Tab reaches the two buttons of the editor's strip from left to right.
-void expectStripOrder(QWidget *editor, const QString &where) {
-    const QList<QWidget *> buttons = tabStops(editor, true);
-    ASSERT_EQ(buttons.size(), 2) << qPrintable(where);
-    EXPECT_LT(buttons[0]->geometry().center().x(), buttons[1]->geometry().center().x()) << qPrintable(where);
 }
 
 class Accessibility : public OnHosts {
@@ -154,9 +137,7 @@ TEST_P(Accessibility, OfTheEditorTheStripTheSheetAndTheAlerts) {
     clickOnSheet(u"requiredMeetingPswButton"_s);
     scenario.confirmSheet();
     expectAccessible(editor, u"editor with a meeting"_s);
-    expectStripOrder(editor, u"with a meeting"_s);
     scenario.clickRemove(editor);
-    expectStripOrder(editor, u"without a meeting"_s);
     scenario.clientQuits();
     scenario.clickAdd(editor);
     expectAccessibleDialog(u"client not running"_s);

@@ -73,13 +73,3 @@ TEST_P(SeveralEditors, TheSheetOfOneDoesNotChangeTheSettingsOfTheOther) {
     EXPECT_TRUE(scenario.meeting(Scenario::plain)["enableJBH"].toBool());
     EXPECT_FALSE(scenario.meeting(Scenario::other)["enableJBH"].toBool());
 }
-
-TEST_P(SeveralEditors, AnAnswerForTheEditorBehindIsNotWrittenIntoTheBodyInFront) {
-    scenario.addMeeting(first);
-    second->activateWindow();
-    second->viewController()->attachBodyEditor();
-    scenario.settle();
-    scenario.pressSave(first);
-    EXPECT_TRUE(scenario.inFile(Scenario::plain).bodyHtml.contains(u"MacVlBookmarkBegin"_s));
-    EXPECT_FALSE(second->viewController()->isDirty());
-}

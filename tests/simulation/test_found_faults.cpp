@@ -44,6 +44,8 @@ const FoundFault faultsFound[] = {
      TWO_MEETINGS "open plain, open other, open plain, subject plain w1x, save plain"},
     {"OfTwoMovesWhileTheClientIsSlowBothReachIt",
      TWO_MEETINGS "rule delay get 2500, menu later plain, menu later other, wait 6"},
+    {"AnAnswerForTheEditorBehindIsNotWrittenIntoTheBodyInFront",
+     "prompt: open plain, open other, strip plain add, sheet ok, front other, save plain"},
     {"ASaveThatWasRefusedAsksAgain",
      TWO_MEETINGS "rule once drop get, menu later plain, wait 31, open plain, subject plain w1x, "
                   "rule once error get 0;Error 5003, save plain, alert escape, save plain"},
