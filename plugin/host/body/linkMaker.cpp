@@ -10,9 +10,10 @@ namespace {
 // A bookmark also ends an address: the plug-in writes it directly after the invitation's last word, and
 // inside a link it would be lost.
 bool endsAddress(QStringView text, qsizetype at) {
+    if (at == text.size() || text[at] == u' ' || text[at] == u'\r' || text[at] == u'\n')
+        return true;
     const QStringView rest = text.sliced(at);
-    return rest.isEmpty() || QStringView(u" \r\n").contains(rest.front()) ||
-           rest.startsWith(kvl_BeginBookmark) || rest.startsWith(kvl_EndBookmark);
+    return text[at] == u'<' && (rest.startsWith(kvl_BeginBookmark) || rest.startsWith(kvl_EndBookmark));
 }
 
 // The next position of the part that has non-blank text before it; -1 ends the search.
