@@ -15,21 +15,14 @@ struct BodyRange {
     qsizetype length;
 };
 
-// The result of a search for the block.
-struct BlockSearch {
-    bool found = false;             // both ends were found
-    std::optional<BodyRange> range; // no value if they are in the wrong order and enclose nothing
-};
-
 // The bookmark pair present in the body (the quoted form is preferred); none when neither pair is complete.
 [[nodiscard]] std::optional<BookmarkTexts> bookmarksIn(const QString &body);
-// The range from the last head marker (or, without one, from the font tag before the first begin bookmark) to
-// the end of the last tail marker (or of the last closing font tag).
-[[nodiscard]] BlockSearch findBlock(const QString &body, const BookmarkTexts &texts,
-                                    const QString &headMarker, const QString &tailMarker);
-// The range from the last begin bookmark that is followed by an end bookmark to the end of the last end
-// bookmark.
-[[nodiscard]] std::optional<BodyRange> lastProperPair(const QString &body, const BookmarkTexts &texts);
+// The range that a new block replaces: from the last head marker (or, without one, from the font tag before
+// the first begin bookmark) to the end of the last tail marker (or of the last closing font tag); none if one
+// of the two is missing. In the wrong order they have the user's text between them: the range is then the
+// last proper pair of bookmarks or, without one, the empty one before the last "</body>" or at the end.
+[[nodiscard]] std::optional<BodyRange> findBlock(const QString &body, const BookmarkTexts &texts,
+                                                 const QString &headMarker, const QString &tailMarker);
 // The range from the first begin bookmark to the end of the first end bookmark. If that end bookmark comes
 // first, the range from the last begin bookmark before the next end bookmark to the end of the latter.
 [[nodiscard]] std::optional<BodyRange> firstPair(const QString &body, const BookmarkTexts &texts);

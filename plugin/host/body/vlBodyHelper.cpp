@@ -42,16 +42,6 @@ QString bookmarkedPlainText(const QString &invitation) {
     return text;
 }
 
-// For bookmarks in the wrong order, which have the user's text between them. The block replaces a proper
-// pair; without one it is appended, as in a body without bookmarks.
-QString updatedDespiteOrder(QString body, const BookmarkTexts &texts, const QString &block) {
-    if (const std::optional<BodyRange> pair = lastProperPair(body, texts))
-        return replacedRange(std::move(body), *pair, block);
-    const qsizetype found = body.lastIndexOf(bodyEndTag);
-    const qsizetype end = found < 0 ? body.size() : found;
-    return replacedRange(std::move(body), {end, 0}, block);
-}
-
 // The invitation in a body that was created with one.
 std::optional<BodyRange> freshBlock(const QString &body) {
     const qsizetype begin = body.indexOf(kvl_InitBeginBookMark);
@@ -64,10 +54,8 @@ std::optional<BodyRange> freshBlock(const QString &body) {
 }
 
 QString updatedBetween(const BookmarkTexts &texts, QString body, const QString &block) {
-    const BlockSearch search = findBlock(body, texts, texts.begin, texts.end);
-    if (search.range)
-        return replacedRange(std::move(body), *search.range, block);
-    return search.found ? updatedDespiteOrder(std::move(body), texts, block) : body;
+    const std::optional<BodyRange> range = findBlock(body, texts, texts.begin, texts.end);
+    return range ? replacedRange(std::move(body), *range, block) : body;
 }
 
 } // namespace
@@ -109,11 +97,10 @@ QString vlBodyHelper::updateVlBodyWithVlBookmark(QString body, const QString &bl
     const QString headMarker = without(block.left(begin + kvl_BeginBookmark.size()), lineBreakTag);
     const QString tail = without(without(without(block.mid(end), u"\r"), u"\n"), lineBreakTag);
     const BookmarkTexts texts{kvl_BeginBookmark, kvl_EndBookmark};
-    const BlockSearch search = findBlock(body, texts, headMarker, vlOLUtils::trimRLSpace(tail));
-    if (search.range)
-        return replacedRange(std::move(body), *search.range, block);
-    return search.found ? updatedDespiteOrder(std::move(body), texts, block)
-                        : updateVlBodyWithVlBookmarkEx(std::move(body), block);
+    const QString tailMarker = vlOLUtils::trimRLSpace(tail);
+    if (const std::optional<BodyRange> range = findBlock(body, texts, headMarker, tailMarker))
+        return replacedRange(std::move(body), *range, block);
+    return updateVlBodyWithVlBookmarkEx(std::move(body), block);
 }
 
 QString vlBodyHelper::updateVlBodyWithVlBookmarkEx(QString body, const QString &block) const {
