@@ -8,7 +8,7 @@
 
 namespace hookedhost {
 
-// The calls of the host's own implementations, as "<class> <selector>(<number of arguments>)".
+// The calls of the host's own implementations, as "<class> <selector>".
 inline QStringList &calls() {
     static QStringList list;
     return list;
@@ -21,10 +21,10 @@ inline QHash<QString, rt::Value> &answers() {
 }
 
 // After the exchange, the host's implementation is called under the replacement's selector.
-inline rt::Value record(rt::Object *self, rt::Selector selector, rt::Args arguments) {
+inline rt::Value record(rt::Object *self, rt::Selector selector, rt::Args) {
     const auto *cls = dynamic_cast<rt::Class *>(self);
     const QString name = (cls ? cls->name() : self->isa()->name()) + u' ' + selector.name();
-    calls().append(u"%1(%2)"_s.arg(name).arg(arguments.count()));
+    calls().append(name);
     const rt::Value answer =
         selector.name().contains(u"initWithFrame:"_s) && !cls ? rt::fromObject(self) : answers().value(name);
     if (const auto work = fakehost::during())
