@@ -89,7 +89,7 @@ QImage EchoBundle::image(const QString &, qreal devicePixelRatio) const {
     const int pixels = int(std::lround(points * devicePixelRatio));
     QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(devicePixelRatio);
-    image.fill(Qt::blue);
+    image.fill(devicePixelRatio > 1 ? Qt::darkBlue : Qt::blue);
     return image;
 }
 

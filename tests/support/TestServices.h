@@ -120,7 +120,7 @@ public:
 };
 
 // A bundle that answers each key with the key in brackets ("[NoVelaClient]") and has a small image of every
-// name. Interface descriptions come from `interfaceFolder`.
+// name, which is darker for high ratios. Interface descriptions come from `interfaceFolder`.
 class EchoBundle : public Bundle {
 public:
     QString interfaceFolder;

@@ -55,6 +55,11 @@ inline QString echo(const QString &key) {
     return u'[' + key + u']';
 }
 
+inline void pointerOver(QWidget &widget) {
+    QEnterEvent enter(QPointF(1, 1), QPointF(1, 1), QPointF(1, 1));
+    QApplication::sendEvent(&widget, &enter);
+}
+
 class UiTest : public testing::Test {
 protected:
     UiTest() {
@@ -79,13 +84,12 @@ protected:
         profile.insert(more);
         vlUserProfileHelper::sharedInstance().setUserProfile(profile);
     }
-    // The titles of the buttons that the strip shows, sorted.
+    // The titles of the buttons that the strip shows.
     static QStringList shownButtons(const vlActionAdditionView &strip) {
         QStringList titles;
         for (const QAbstractButton *button : strip.findChildren<QAbstractButton *>())
             if (!button->isHidden())
                 titles.append(button->accessibleName());
-        titles.sort();
         return titles;
     }
     static QAbstractButton *button(const vlActionAdditionView &strip, const QString &key) {

@@ -1,11 +1,8 @@
 // The strip in an editor's header.
-#include "platform/toolkit/Frames.h"
 #include "plugin/host/adapters/vlErageAppDelegate.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
-#include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
-#include "plugin/workflow/vlMeetingMgr.h"
 #include "tests/support/Warnings.h"
 #include "tests/ui/UiFixture.h"
 
@@ -18,116 +15,35 @@ const QString settingsKey = u"ChangeSettingButton"_s;
 
 const QString hostSave = u"vl_ERCalendarEventEditorViewController_save"_s;
 
-MeetingCommand lastCommand() {
-    return vlMeetingMgr::sharedInstance().getMeetingAction();
-}
-
-void forgetLastCommand() {
-    vlMeetingMgr::sharedInstance().setMeetingAction(MeetingCommand::CmdNone);
-}
-
-QStringList echoes(QStringList keys) {
-    for (QString &key : keys)
-        key = echo(key);
-    keys.sort();
-    return keys;
-}
-
 } // namespace
 
 class Strip : public UiTest {};
 
-TEST_F(Strip, ShowsTheButtonsOfItsState) {
-    const std::tuple<StripState, bool, QStringList> cases[] = {
-        {StripState::Hidden, true, {}},
-        {StripState::NoMeeting, true, {addKey, audioKey}},
-        {StripState::NoMeeting, false, {addKey}},
-        {StripState::MeetingAttached, true, {removeKey, settingsKey}},
-        {StripState(7), true, {removeKey, settingsKey}}, // unknown: as before
-    };
-    EditorWithStrip editor;
-    editor.strip().onUIChanged(StripState::NoMeeting);
-    EXPECT_TRUE(shownButtons(editor.strip()).isEmpty()) << "the strip has no editor yet";
-    editor.open();
-    for (const auto &[state, audioConferences, shown] : cases) {
-        enableAudioConferences(audioConferences);
-        editor.strip().onUIChanged(state);
-        EXPECT_EQ(shownButtons(editor.strip()), echoes(shown)) << int(state);
-        EXPECT_EQ(editor.strip().uiStatus(), state);
-    }
-    const std::pair<QString, QRectF> frames[] = {{addKey, {16, 12, 168, 60}},
-                                                 {audioKey, {140, 12, 200, 60}},
-                                                 {removeKey, {120, 12, 188, 60}},
-                                                 {settingsKey, {16, 12, 110, 60}}};
-    for (const auto &[key, frame] : frames)
-        EXPECT_EQ(platform::bottomLeftFrame(button(editor.strip(), key)), frame) << qPrintable(key);
-    EditorWithStrip ofAnother; // its appointment cannot have a meeting
-    ofAnother.event.values["isOwner"] = false;
-    ofAnother.open();
-    ofAnother.strip().onUIChanged(StripState::NoMeeting);
-    EXPECT_TRUE(shownButtons(ofAnother.strip()).isEmpty());
-}
-
 TEST_F(Strip, TellsWhatASaveNeeds) {
-    using enum StripState;
-    struct Case {
-        const char *what;
-        bool meeting;
-        StripState state;
-        bool cancelMode, changed;
-        DataStatus expected;
-    };
-    const Case cases[] = {
-        {"no meeting, nothing shown before", false, Hidden, false, true, DataStatus::None},
-        {"no meeting", false, NoMeeting, false, true, DataStatus::NothingToDo},
-        {"shown meeting is gone", false, MeetingAttached, false, true, DataStatus::NothingToSend},
-        {"no meeting, hidden: as before", false, Hidden, false, true, DataStatus::NothingToSend},
-        {"meeting, changed", true, MeetingAttached, false, true, DataStatus::UpdateMeeting},
-        {"meeting, unchanged", true, MeetingAttached, false, false, DataStatus::NothingToDo},
-        {"meeting, removed", true, NoMeeting, false, false, DataStatus::DeleteMeeting},
-        {"meeting, cancelled", true, MeetingAttached, true, true, DataStatus::DeleteMeeting},
-    };
     EditorWithStrip editor;
     editor.open();
-    EXPECT_EQ(editor.strip().getVlDataStatus(), DataStatus::NothingToDo) << "the strip has no adapter yet";
+    const auto needs = [&editor](StripState state) {
+        editor.strip().onUIChanged(state);
+        return editor.strip().getVlDataStatus();
+    };
+    EXPECT_EQ(needs(StripState::NoMeeting), DataStatus::NothingToDo) << "the strip has no adapter yet";
     editor.attach();
-    for (const auto &row : cases) {
-        vlMeetingDataMgr::sharedInstance().clearSavedMeetingData();
-        if (row.meeting)
-            vlMeetingDataMgr::sharedInstance().setMeetingKey(u"key"_s);
-        editor.editor.values["isCancelMode"] = row.cancelMode;
-        editor.editor.values["uncommittedChanges"] =
-            row.changed ? QVariantMap{{"content.summary", "New"}} : QVariantMap{};
-        editor.strip().onUIChanged(row.state);
-        EXPECT_EQ(int(editor.strip().getVlDataStatus()), int(row.expected)) << row.what;
-    }
+    EXPECT_EQ(needs(StripState::NoMeeting), DataStatus::NothingToDo);
+    editor.context()->meetingKey = u"key"_s;
+    EXPECT_EQ(needs(StripState::NoMeeting), DataStatus::DeleteMeeting) << "it was removed";
+    EXPECT_EQ(needs(StripState::MeetingAttached), DataStatus::NothingToDo) << "nothing has changed";
+    editor.editor.pends("summary", "New");
+    EXPECT_EQ(needs(StripState::MeetingAttached), DataStatus::UpdateMeeting);
+    editor.editor.values["isCancelMode"] = true;
+    EXPECT_EQ(needs(StripState::MeetingAttached), DataStatus::DeleteMeeting);
+    editor.context()->meetingKey.clear();
+    EXPECT_EQ(needs(StripState::MeetingAttached), DataStatus::NothingToSend) << "the meeting is gone";
+    EXPECT_EQ(needs(StripState::Hidden), DataStatus::NothingToSend) << "as before";
     editor.event.values["isOccurrence"] = true;
-    EXPECT_EQ(editor.strip().getVlDataStatus(), DataStatus::NothingToDo)
-        << "a single day of a series has no meeting";
+    EXPECT_EQ(needs(StripState::MeetingAttached), DataStatus::NothingToDo) << "a day of a series has none";
 }
 
-TEST_F(Strip, LeavesAtOnceWhenItsWindowClosesAndReportsItAMomentLater) {
-    EditorWithStrip editor;
-    EditorWithStrip other;
-    editor.open();
-    other.open();
-    const QString id = editor.id();
-    for (const EditorWithStrip *each : {&editor, &other})
-        each->context()->meetingKey = u"key"_s;
-    const auto &registry = vlActionAdditionViewMonitor::sharedInstance();
-    EXPECT_EQ(registry.getVlActionAdditionViewByApptWindowID(id), &editor.strip());
-    editor.editor.close();
-    EXPECT_FALSE(editor.hasStrip());
-    EXPECT_TRUE(other.hasStrip());
-    EXPECT_EQ(registry.getVlActionAdditionViewByApptWindowID(id), nullptr);
-
-    desktop.runLoop->advance(0.009);
-    EXPECT_FALSE(editor.context()->meetingKey.isEmpty());
-    desktop.runLoop->advance(0.001);
-    EXPECT_TRUE(editor.context()->meetingKey.isEmpty()) << "the workflow was not told";
-    EXPECT_FALSE(other.context()->meetingKey.isEmpty());
-}
-
+// Its window may close while the host saves. The workflow is told a moment later.
 TEST_F(Strip, OfAStoredMeetingShowsItAndLetsTheHostSave) {
     EditorWithStrip editor;
     editor.event.values["olmUCCapabilities"] = uR"({"meetingKey": "k1", "encodeMailBody": "digest"})"_s;
@@ -139,7 +55,7 @@ TEST_F(Strip, OfAStoredMeetingShowsItAndLetsTheHostSave) {
     editor.open(); // a second double click
     EXPECT_EQ(editor.editor.called, QStringList{hostSave});
 
-    EditorWithStrip closing; // by the host, while it saves
+    EditorWithStrip closing;
     closing.event.values = editor.event.values;
     fakehost::during() = [&closing] {
         if (closing.editor.called.contains(hostSave) && closing.hasStrip())
@@ -148,90 +64,96 @@ TEST_F(Strip, OfAStoredMeetingShowsItAndLetsTheHostSave) {
     closing.open();
     fakehost::during() = nullptr;
     EXPECT_FALSE(closing.hasStrip());
+    EXPECT_FALSE(closing.context()->meetingKey.isEmpty());
+    desktop.runLoop->advance(0.01);
+    EXPECT_TRUE(closing.context()->meetingKey.isEmpty());
+    EXPECT_FALSE(editor.context()->meetingKey.isEmpty()) << "it is still open";
 }
 
 TEST_F(Strip, ConsumesWhatTheToolBarHasLeftForTheNextEditor) {
     const QString meeting = keyFlagAutoAddToVlMeeting, audio = keyFlagAutoAddToPACMeeting;
-    const struct {
-        QStringList flags;
-        QVariant argument;
-        MeetingCommand command;
-        QStringList left;
-    } cases[] = {
-        {{}, {}, MeetingCommand::CmdNone, {}},
-        {{meeting}, {}, MeetingCommand::CmdAddMeeting, {}},
-        {{meeting, audio}, QVariantMap{{"pacAccountNo", 1}}, MeetingCommand::CmdAddMeeting, {audio}},
-        {{audio}, {}, MeetingCommand::CmdNone, {}},
-        {{audio}, QVariantMap{{"pacAccountNo", 1}}, MeetingCommand::CmdAddAudioConference1, {}},
-        {{audio}, QVariantMap{{"pacAccountNo", "2"}}, MeetingCommand::CmdAddAudioConference2, {}},
-        {{audio}, QVariantMap{{"pacAccountNo", 3}}, MeetingCommand::CmdNone, {}},
+    const std::tuple<QStringList, QVariant, MeetingCommand> cases[] = {
+        {{}, {}, MeetingCommand::CmdNone},
+        {{meeting}, {}, MeetingCommand::CmdAddMeeting},
+        {{audio, meeting}, 1, MeetingCommand::CmdAddMeeting},
+        {{audio}, {}, MeetingCommand::CmdNone},
+        {{audio}, 1, MeetingCommand::CmdAddAudioConference1},
+        {{audio}, "2", MeetingCommand::CmdAddAudioConference2},
+        {{audio}, 3, MeetingCommand::CmdNone},
     };
-    for (const auto &given : cases) {
-        forgetLastCommand();
+    for (const auto &[flags, account, command] : cases) {
         QVariantMap &left = platform::services().mainThreadDictionary;
         left.clear();
-        for (const QString &flag : given.flags)
+        for (const QString &flag : flags)
             left.insert(flag, flag);
-        if (given.argument.isValid())
-            left.insert(keyFlagVlMeetingArgument, given.argument);
+        if (account.isValid())
+            left.insert(keyFlagVlMeetingArgument, QVariantMap{{"pacAccountNo", account}});
         EditorWithStrip editor;
         editor.open();
-        EXPECT_EQ(lastCommand(), given.command) << qPrintable(given.flags.join(u' '));
-        EXPECT_EQ(QStringList(left.keys()), given.left);
+        EXPECT_EQ(editor.context()->meetingAction, command) << qPrintable(flags.join(u' '));
+        EXPECT_EQ(QStringList(left.keys()), flags.size() > 1 ? QStringList{audio} : QStringList());
     }
 }
 
-TEST_F(Strip, SendsTheCommandOfAClickThatFitsItsState) {
-    enableAudioConferences(true);
+TEST_F(Strip, ShowsTheButtonsOfItsStateAndSendsTheCommandOfAClick) {
     EditorWithStrip editor;
+    MeetingCommand &command = editor.context()->meetingAction;
+    const auto column = [&editor](int x) { return editor.strip().grab().toImage().copy(x, 0, 1, 70); };
+    editor.strip().onUIChanged(StripState::NoMeeting);
+    EXPECT_TRUE(shownButtons(editor.strip()).isEmpty()) << "the strip has no editor yet";
+    EXPECT_EQ(column(0), column(200)) << "it draws its edges";
     editor.open();
+    EXPECT_TRUE(editor.editor.called.isEmpty()) << "there is nothing that the host has to save";
+    EXPECT_EQ(shownButtons(editor.strip()), QStringList{echo(addKey)});
+    EXPECT_EQ(button(editor.strip(), addKey)->geometry(), QRect(16, -2, 168, 60));
+    enableAudioConferences(true);
+    editor.strip().onUIChanged(StripState::Hidden);
+    EXPECT_TRUE(shownButtons(editor.strip()).isEmpty());
+    EXPECT_TRUE(column(0) != column(200) && column(399) != column(200)) << "it draws no edges";
+    editor.strip().onUIChanged(StripState::NoMeeting);
+    EXPECT_EQ(shownButtons(editor.strip()), (QStringList{echo(audioKey), echo(addKey)}));
     button(editor.strip(), addKey)->click();
-    EXPECT_EQ(lastCommand(), MeetingCommand::CmdAddMeeting);
+    EXPECT_EQ(command, MeetingCommand::CmdAddMeeting);
 
     auto *audio = qobject_cast<QPushButton *>(button(editor.strip(), audioKey));
-    ASSERT_TRUE(audio && audio->menu());
     const QList<QAction *> accounts = audio->menu()->actions();
     ASSERT_EQ(accounts.size(), 4);
     EXPECT_FALSE(accounts[0]->isVisible());
     EXPECT_TRUE(accounts[2]->isSeparator());
     accounts[1]->trigger();
-    EXPECT_EQ(lastCommand(), MeetingCommand::CmdAddAudioConference1);
+    EXPECT_EQ(command, MeetingCommand::CmdAddAudioConference1);
     accounts[3]->trigger();
-    EXPECT_EQ(lastCommand(), MeetingCommand::CmdAddAudioConference2);
+    EXPECT_EQ(command, MeetingCommand::CmdAddAudioConference2);
 
-    forgetLastCommand();
-    editor.strip().onUIChanged(StripState::MeetingAttached);
-    button(editor.strip(), addKey)->click();
-    accounts[1]->trigger();
-    EXPECT_EQ(lastCommand(), MeetingCommand::CmdNone);
-    button(editor.strip(), settingsKey)->click();
-    EXPECT_EQ(lastCommand(), MeetingCommand::CmdChangeSettings);
-    EXPECT_EQ(editor.editor.values.value("isDirty"), true);
-    editor.strip().autoRemoveVelaMeeting();
-    EXPECT_NE(lastCommand(), MeetingCommand::CmdChangeSettings);
-
-    forgetLastCommand();
-    editor.strip().onUIChanged(StripState::NoMeeting);
-    editor.strip().autoRemoveVelaMeeting();
-    EXPECT_EQ(lastCommand(), MeetingCommand::CmdNone);
-}
-
-TEST_F(Strip, SaysWhyTheSettingsCannotBeChanged) {
-    EditorWithStrip editor;
-    editor.open();
+    command = MeetingCommand::CmdNone;
+    for (const StripState state : {StripState::MeetingAttached, StripState(7)}) { // unknown: as before
+        editor.strip().onUIChanged(state);
+        EXPECT_EQ(shownButtons(editor.strip()), (QStringList{echo(removeKey), echo(settingsKey)}));
+        button(editor.strip(), addKey)->click();
+        accounts[1]->trigger();
+        EXPECT_EQ(command, MeetingCommand::CmdNone);
+    }
     QAbstractButton *settings = button(editor.strip(), settingsKey);
+    settings->click();
+    EXPECT_EQ(command, MeetingCommand::CmdChangeSettings);
+    EXPECT_EQ(editor.editor.values.value("isDirty"), true);
+
     editor.strip().enableChangeSettingButton(false);
     EXPECT_FALSE(settings->isEnabled());
     EXPECT_EQ(settings->toolTip(), echo(u"NotAllowChangeVelaSettingsTip"_s));
+    editor.strip().autoRemoveVelaMeeting(); // in this state nothing is removed
+    EXPECT_EQ(command, MeetingCommand::CmdChangeSettings);
     editor.strip().onUIChanged(StripState::MeetingAttached);
     editor.strip().autoRemoveVelaMeeting();
+    EXPECT_NE(command, MeetingCommand::CmdChangeSettings);
     EXPECT_TRUE(settings->isEnabled());
     EXPECT_TRUE(settings->toolTip().isEmpty());
 }
 
-TEST_F(Strip, CanBeUsedByKeyboardAlone) {
+TEST_F(Strip, CanBeUsedByKeyboardAloneAndItsMenuByAPointerThatIsInside) {
     expectWarning(u"This plugin does not support"_s); // menus, without a real display
     EditorWithStrip editor;
+    MeetingCommand &command = editor.context()->meetingAction;
     enableAudioConferences(true);
     editor.open();
     editor.window->show();
@@ -244,7 +166,7 @@ TEST_F(Strip, CanBeUsedByKeyboardAlone) {
     add->setFocus(Qt::TabFocusReason);
     EXPECT_NE(add->grab().toImage(), unmarked) << "the focus is not visible";
     QTest::keyClick(add, Qt::Key_Return);
-    EXPECT_EQ(lastCommand(), MeetingCommand::CmdAddMeeting);
+    EXPECT_EQ(command, MeetingCommand::CmdAddMeeting);
     QTest::keyClick(add, Qt::Key_Tab);
     ASSERT_TRUE(audio->hasFocus());
     for (Qt::Key key : {Qt::Key_Space, Qt::Key_Enter, Qt::Key_Down}) {
@@ -252,26 +174,20 @@ TEST_F(Strip, CanBeUsedByKeyboardAlone) {
         EXPECT_TRUE(audio->menu()->isVisible()) << key;
         audio->menu()->close();
     }
+    command = MeetingCommand::CmdNone;
+    editor.strip().move(0, 0); // so that the screen has room for the menu
+    QTest::mousePress(audio, Qt::LeftButton);
+    EXPECT_FALSE(audio->menu()->isVisible());
+    pointerOver(*audio);
+    QTest::mousePress(audio, Qt::LeftButton);
+    EXPECT_TRUE(audio->menu()->isVisible());
+    EXPECT_EQ(audio->menu()->pos(), editor.strip().mapToGlobal(QPoint(229, 44))) << "below the image";
+    audio->menu()->close();
+    QTest::mouseRelease(audio, Qt::LeftButton);
+    EXPECT_EQ(command, MeetingCommand::CmdNone) << "a press only opens the menu";
     editor.strip().onUIChanged(StripState::MeetingAttached);
     EXPECT_TRUE(button(editor.strip(), settingsKey)->hasFocus()) << "the hidden button took the focus away";
     editor.editor.locationField()->setFocus();
     editor.strip().onUIChanged(StripState::NoMeeting);
     EXPECT_TRUE(editor.editor.locationField()->hasFocus());
-}
-
-TEST_F(Strip, DrawsItsEdgesOnlyForAnAppointmentThatTakesMeetings) {
-    EditorWithStrip editor;
-    const auto hasEdges = [&editor] {
-        QImage image(400, 70, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::white);
-        editor.strip().render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
-        int dots = 0;
-        for (int y = 0; y < image.height(); ++y)
-            dots += qGray(image.pixel(0, y)) < 250 && qGray(image.pixel(399, y)) < 250;
-        return dots > 10;
-    };
-    EXPECT_FALSE(hasEdges());
-    editor.open();
-    editor.strip().onUIChanged(StripState::Hidden);
-    EXPECT_TRUE(hasEdges());
 }
