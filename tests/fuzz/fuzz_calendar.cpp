@@ -14,7 +14,8 @@ using namespace mailhost;
 
 namespace {
 
-constexpr qsizetype mostChanged = 5; // of the appointments of one file
+constexpr qsizetype mostChanged = 5;  // of the appointments of one file
+constexpr qsizetype longestLine = 76; // octets, with the return before the line feed
 
 const QString &calendarPath() {
     static const QTemporaryDir folder;
@@ -149,14 +150,20 @@ void claimLine(const ContentLine &line, const QString &text) {
     if (!isName(line.name()))
         return;
     const QByteArray value = line.value().replace('\r', ""); // stray ones do not survive writing
-    claimSame(line.refolded(line.lineEnd()).value(), value, "folding changes no value");
+    const ContentLine folded = line.refolded(line.lineEnd());
+    claimSame(folded.value(), value, "folding changes no value");
+    for (const QByteArray &part : folded.source().split('\n'))
+        claim(part.size() <= longestLine && (part.isValidUtf8() || !line.source().isValidUtf8()),
+              "folded lines are short and end with a whole character");
     ContentLine changed = line;
     changed.setValue(line.value()); // it may be no line at all, without a colon
     changed.setParameter("X-NEW", text);
     claimSame(changed.value(), value, "a parameter changes no value");
     changed.removeParameter("X-NEW");
     claim(!changed.parameter("X-NEW"), "a parameter can be removed");
-    claim(changed.parameter("TZID") == line.parameter("TZID"), "other parameters stay");
+    // A colon that is added may end an open quote.
+    claim(!line.source().contains(':') || changed.parameter("TZID") == line.parameter("TZID"),
+          "other parameters stay");
     writeText(changed, text);
     claimSame(readText(changed), permitted(text), "a text that is written is read");
     claimSame(readText(ContentLine(changed.source())), permitted(text), "also from the file");
