@@ -49,17 +49,8 @@ protected:
     void SetUp() override {
         platform::installTestServices();
         writeFile(calendar());
-        startHost(u"16"_s);
-    }
-    void TearDown() override {
-        host.reset();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-
-    void startHost(const QString &version) {
-        host.reset();
         HostOptions options;
-        options.hostVersion = version;
+        options.hostVersion = u"16"_s;
         options.calendarPath = path();
         options.outbox = folder.filePath(u"outbox"_s);
         options.today = QDate(2026, 3, 10);
@@ -68,6 +59,10 @@ protected:
         QString error;
         ASSERT_TRUE(host->openCalendar(&error)) << qPrintable(error);
         host->show();
+    }
+    void TearDown() override {
+        host.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
     [[nodiscard]] QString path() const { return folder.filePath(u"work.ics"_s); }

@@ -151,23 +151,6 @@ TEST_F(EditorTest, WhatIsTypedIntoANewAppointmentIsItsSubjectOnTheSelectedDay) {
     EXPECT_EQ(entered.start.value.date(), host->options().today);
 }
 
-TEST_F(EditorTest, TheHeaderOfEachGenerationLeavesRoomAtTheBottomRightAndShowsItsZoneRow) {
-    for (const QString &version : {u"15.8"_s, u"15.9"_s}) {
-        startHost(version);
-        open(u"plan@example.com"_s);
-        auto *header = window->findChild<HeaderView *>();
-        for (const bool zone : {false, true}) {
-            if (zone)
-                click(controls::timeZoneButton);
-            QTest::qWait(20);
-            const QRect strip(460, header->height() - (zone ? 83 : 60), header->width() - 460,
-                              zone ? 70 : 60);
-            for (QWidget *child : header->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
-                EXPECT_FALSE(child->isVisible() && child->geometry().intersects(strip)) << zone;
-        }
-    }
-}
-
 TEST_F(EditorTest, JoinsByTheLinkThatTheLocationHasNow) {
     Browser browser;
     open(u"review@example.com"_s);

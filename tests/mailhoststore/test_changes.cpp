@@ -58,17 +58,6 @@ TEST_F(ChangesTest, EachFieldChangesItsOwnLinesOnlyAndIsReadBack) {
     }
 }
 
-TEST_F(ChangesTest, AnAddedAndRemovedAppointmentLeavesNoTrace) {
-    const QByteArray before = fixture(u"series.ics"_s);
-    auto file = opened(before);
-    const QString uid = file->add({});
-    const Appointment added = *file->find(uid);
-    EXPECT_TRUE(added.summary.isNull());
-    ASSERT_TRUE(file->remove(uid));
-    EXPECT_FALSE(file->find(uid) || file->contains(uid, {}) || file->remove(uid) || file->update(added));
-    EXPECT_EQ(saved(*file), before);
-}
-
 TEST_F(ChangesTest, AttendeesAreReadWithTheirKindAndKeepUnknownParameters) {
     auto file = opened(fixture(u"windows_zones.ics"_s));
     Appointment changed = *file->find(numbersUid);
@@ -137,13 +126,10 @@ TEST_F(ChangesTest, WhatPeopleReadIsReadFromEveryDialect) {
         const char *summary;
         const char *location;
     } cases[] = {
-        {"groupware.ics", "7F3A0C5512E94D0BA6C1-0001-0002-0003-000000000004@groups.parlo.example",
-         "Monthly review", "Room 4711"},
         {"desktop.ics", "desktop-1", "lower case", ""},
         {"telephone.ics", "2C1F0E9A-TELEFON",
          "Frühstück für zwölf Gäste — größtenteils äußerst hungrig 🥐🥐🥐",
          "Café „Größenwahn“\nStraße der Ärzte 5, 10115 Köln"},
-        {"web_export.ics", "web-1@parlo.example", "Web; with an unescaped semicolon, and comma", ""},
         {"script.ics", "script-1", "Grüße in Latin-1", "Zürich"},
     };
     for (const auto &test : cases) {
@@ -151,16 +137,5 @@ TEST_F(ChangesTest, WhatPeopleReadIsReadFromEveryDialect) {
         const Appointment read = *file->find(QString::fromLatin1(test.uid));
         EXPECT_EQ(read.summary, QString::fromUtf8(test.summary));
         EXPECT_EQ(read.location, QString::fromUtf8(test.location)) << test.uid;
-    }
-}
-
-TEST_F(ChangesTest, FoldingNeverCutsACharacterAndKeepsLinesShort) {
-    auto file = openedEvent("DTSTART:20250312T100000Z");
-    Appointment changed = *file->find(u"one"_s);
-    changed.summary = u"a"_s + QString(40, QChar(0x20AC)) + QString::fromUcs4(U"\U0001F600").repeated(40);
-    ASSERT_TRUE(file->update(changed));
-    for (const QByteArray &line : saved(*file).split('\n')) {
-        EXPECT_LE(line.size(), 76); // with the CR
-        EXPECT_TRUE(line.isValidUtf8()) << line.constData();
     }
 }

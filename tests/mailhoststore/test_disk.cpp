@@ -97,7 +97,6 @@ TEST_F(DiskTest, MonstersAreReadAndChangedInTime) {
              start + "SUMMARY:" + QByteArray("\r ").repeated(150000) + "x",
              start + "ATTENDEE;CN=\"" + huge + ":mailto:a@b.example",
              start + QByteArray("ATTENDEE:mailto:same@x.example\r\n").repeated(20000) + "X:1",
-             start + "X-PARLO-UC-CAPABILITIES;ENCODING=BASE64:" + huge + "!",
              QByteArray("DTSTART;TZID=" + huge + ":00010101T000000\r\nRRULE:FREQ=DAILY"),
          }) {
         auto file = openedEvent(lines);

@@ -150,19 +150,6 @@ TEST_F(SeriesTest, ASeriesWithDaysOfItsOwnKeepsItsStartAndNothingElse) {
     EXPECT_TRUE(move(*single, berlin(3, 9, 10))) << "it is no series";
 }
 
-TEST_F(SeriesTest, ASeriesWithoutIdentifierIsGivenOneTogetherWithItsFirstChangedDay) {
-    const QByteArray text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nBEGIN:VEVENT\r\nDTSTART:20260309T090000Z\r\n"
-                            "RRULE:FREQ=DAILY;COUNT=2\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n";
-    auto file = opened(text);
-    Appointment day = file->appointments().value(0);
-    EXPECT_EQ(opened(text)->appointments().value(0).uid, day.uid) << "the same at each reading";
-    day.recurrenceId = u"20260310T090000Z"_s;
-    day.recurrenceRule.clear();
-    day.start.value = day.end.value = day.start.value.addDays(1).addSecs(3600);
-    EXPECT_EQ(file->add(day), day.uid);
-    EXPECT_EQ(days(*opened(saved(*file))), u"03-09 10:00, 03-10 11:00"_s);
-}
-
 TEST_F(SeriesTest, TheDaysBehindAChangeOfThisAndAllFollowingOnesFollowIt) {
     const QByteArray lines = berlinStart +
                              "DTEND;TZID=Europe/Berlin:20260309T093000\r\n"
@@ -174,8 +161,7 @@ TEST_F(SeriesTest, TheDaysBehindAChangeOfThisAndAllFollowingOnesFollowIt) {
         exception("RECURRENCE-ID;TZID=Europe/Berlin:20260406T090000\r\n"
                   "DTSTART;TZID=Europe/Berlin:20260406T110000\r\nSUMMARY:Alone");
     auto file = openedEvent(lines, changes);
-    const QString expected = u"03-09 09:00, 03-16 09:00, 03-24 14:00, 04-06 11:00, 04-14 14:00"_s;
-    EXPECT_EQ(days(*file), expected);
+    EXPECT_EQ(days(*file), u"03-09 09:00, 03-16 09:00, 03-24 14:00, 04-06 11:00, 04-14 14:00"_s);
     // Also where the series itself has nothing.
     const auto last = file->occurrences(QDate(2026, 4, 14).startOfDay(), QDate(2026, 4, 15).startOfDay());
     ASSERT_EQ(last.size(), 1);
@@ -185,19 +171,10 @@ TEST_F(SeriesTest, TheDaysBehindAChangeOfThisAndAllFollowingOnesFollowIt) {
     EXPECT_EQ(last[0].instanceId, u"20260413T090000"_s);
     EXPECT_TRUE(last[0].isOccurrence && !last[0].isException);
 
-    Appointment day = *file->find(one, u"20260323T090000"_s);
-    day.recurrenceId = last[0].instanceId;
-    day.start.value = last[0].start.addDays(1);
-    day.end.value = last[0].end.addDays(1);
-    EXPECT_FALSE(file->add(day).isNull());
-    EXPECT_EQ(days(*file), QString(expected).replace(u"04-14"_s, u"04-15"_s));
-    EXPECT_EQ(saved(*file).count("X-NEW:kept"), 2) << "it begins as what it followed";
-
     // The first of them alone goes; what followed it stays where it is.
-    auto again = openedEvent(lines, changes);
-    ASSERT_TRUE(again->remove(one, u"20260323T090000"_s));
-    EXPECT_EQ(days(*again), u"03-09 09:00, 03-16 09:00, 04-06 11:00, 04-14 14:00"_s);
-    EXPECT_EQ(days(*opened(saved(*again))), days(*again));
+    ASSERT_TRUE(file->remove(one, u"20260323T090000"_s));
+    EXPECT_EQ(days(*file), u"03-09 09:00, 03-16 09:00, 04-06 11:00, 04-14 14:00"_s);
+    EXPECT_EQ(days(*opened(saved(*file))), days(*file));
 
     QByteArray cancelled = changes;
     cancelled.replace("SUMMARY:Later", "STATUS:CANCELLED");
