@@ -29,6 +29,7 @@ const Case cases[] = {
     {"spring",   ";TZID=Europe/Berlin:", "20270327T230000", "20270328T060000", "Europe/Berlin", 360, 13 * hour},
     {"autumn",   ";TZID=Europe/Berlin:", "20261024T230000", "20261025T060000", "Europe/Berlin", 480, 2 * day},
     {"onto",     ";TZID=Europe/Berlin:", "20261029T080000", "20261030T170000", "Europe/Berlin", 33 * 60, -5 * day},
+    {"windows",  ";TZID=Eastern Standard Time:", "20261031T220000", "20261101T030000", "America/New_York", 360, day},
     {"unknown",  ";TZID=Atlantis/Capital:", "20261125T100000", "20261125T113000", nullptr, 90, day},
     {"floating", ":", "20261125T093000", "20261125T101500", nullptr, 45, hour},
     {"utc",      ":", "20261125T093000Z", "20261125T101500Z", "UTC", 45, day},
