@@ -64,6 +64,19 @@ TEST_P(MainScenario, SentWithAttendeesTheMessageCarriesTheMeetingAndTheRooms) {
     EXPECT_TRUE(mailhost::EditorWindowController::open().isEmpty()) << "a sent editor closes";
 }
 
+TEST_P(MainScenario, AnAudioConferenceIsWrittenIntoBodyAndLocation) {
+    const QJsonArray numbers{QJsonObject{{"country", "US"}, {"number", "800"}}};
+    scenario.client().setAccounts(
+        {QJsonObject{{"meetingNumber", 5551}, {"invitation", "Dial 800"}, {"tollFreeNumbers", numbers}}});
+    Scenario::stripOf(editor)->onClickAddPACAccount1();
+    scenario.settle();
+    scenario.pressSave(editor);
+    const mailhost::Appointment saved = scenario.inFile(Scenario::plain);
+    EXPECT_EQ(saved.location, u"Room 7 800 (US Toll Free), 5551"_s);
+    EXPECT_TRUE(saved.bodyHtml.contains(u"<p>Agenda <b>first</b>.</p>"_s)) << qPrintable(saved.bodyHtml);
+    EXPECT_TRUE(saved.bodyHtml.contains(u"Dial 800"_s)) << qPrintable(saved.bodyHtml);
+}
+
 TEST_P(MainScenario, AfterACancelledSheetTheAppointmentSavesAsWithoutThePlugin) {
     const QByteArray before = scenario.fileBytes();
     scenario.clickAdd(editor);

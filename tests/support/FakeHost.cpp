@@ -45,19 +45,8 @@ rt::Value showBody(rt::Object *self, rt::Selector command, rt::Args arguments) {
     return {};
 }
 
-rt::Value composeViewMainFrame(rt::Object *self, rt::Selector, rt::Args) {
-    return rt::fromObject(dynamic_cast<FakeComposeView *>(self)->frame());
-}
-
 rt::Value dateUTC(rt::Object *self, rt::Selector, rt::Args) {
     return static_cast<FakeDate *>(self)->instant;
-}
-
-rt::Value describe(rt::Object *self, rt::Selector, rt::Args arguments) {
-    const QTimeZone zone = arguments[1].value<QTimeZone>();
-    if (arguments[0].toString() != u"%Y-%m-%d %H:%M:%S" || arguments[2].isValid() || !zone.isValid())
-        return {};
-    return static_cast<FakeDate *>(self)->instant.toTimeZone(zone).toString(u"yyyy-MM-dd HH:mm:ss"_s);
 }
 
 rt::Value secondsSince(rt::Object *self, rt::Selector, rt::Args arguments) {
@@ -68,8 +57,8 @@ rt::Value secondsSince(rt::Object *self, rt::Selector, rt::Args arguments) {
 rt::Value later(rt::Object *self, rt::Selector, rt::Args arguments) {
     const auto *date = static_cast<FakeDate *>(self);
     const double milliseconds = qBound(-1e15, rt::doubleValue(arguments[0]) * 1000, 1e15);
-    return rt::fromObject(rt::temporary(std::make_unique<FakeDate>(
-        date->instant.addMSecs(qint64(milliseconds)), date->values.value("timeZone").value<QTimeZone>())));
+    return rt::fromObject(
+        rt::temporary(std::make_unique<FakeDate>(date->instant.addMSecs(qint64(milliseconds)))));
 }
 
 rt::Class *define(const char *name, std::initializer_list<const char *> members,
@@ -83,9 +72,8 @@ rt::Class *define(const char *name, std::initializer_list<const char *> members,
 }
 
 void defineDates() {
-    rt::Class *cls = define("OLCalendarDate", {"timeZone"});
+    rt::Class *cls = define("OLCalendarDate", {});
     rt::addMethod(cls, "dateUTC", &dateUTC, "");
-    rt::addMethod(cls, "descriptionWithCalendarFormat:timeZone:locale:", &describe, "");
     rt::addMethod(cls, "timeIntervalSinceDate:", &secondsSince, "");
     rt::addMethod(cls, "dateByAddingTimeInterval:", &later, "");
 }
@@ -116,10 +104,6 @@ void defineBodyEditors() {
         cls = define(name, {"editorContent"}, {}, cls);
         rt::addMethod(cls, method, &showBody, "");
     }
-    define("WebFrame", {"DOMDocument"});
-    define("DOMDocument", {"documentElement", "getElementsByTagName:"});
-    define("DOMElement", {"outerHTML", "innerHTML", "setInnerHTML:"});
-    rt::addMethod(define("ComposeView", {}), "mainFrame", &composeViewMainFrame, "");
 }
 
 } // namespace
@@ -137,8 +121,7 @@ void fakehost::define(bool withReplacedMethods) {
     if (withReplacedMethods)
         rt::addMethod(record, "setOlmUCCapabilities:", &set, "");
     ::define("ECCalendarEventAttendee", {"name", "emailAddress", "attendeeType"});
-    ::define("ECEmailAccount", {"emailAddress", "fromAddress"});
-    ::define("ECEmailAddress", {"emailAddress"});
+    ::define("ECEmailAccount", {"emailAddress"});
     ::define("CCGridViewController", {"view", "selectedEvent"});
     ::define("OLCalendarGridViewWrapper", {"gridViewController", "gridViewControllers"});
     ::define("ERageMainWindowController", {});
@@ -157,36 +140,14 @@ FakeObject::FakeObject(const QString &className, const QVariantMap &values)
     : rt::Object((fakehost::define(), rt::classNamed(className)))
     , values(values) {}
 
-FakeDate::FakeDate(const QDateTime &instant, const QTimeZone &zone)
-    : FakeObject("OLCalendarDate", {{"timeZone", QVariant::fromValue(zone)}})
+FakeDate::FakeDate(const QDateTime &instant)
+    : FakeObject("OLCalendarDate")
     , instant(instant) {}
 
-FakeDate::FakeDate(const QString &utc, const QTimeZone &zone)
-    : FakeDate(QDateTime::fromString(utc + u'Z', Qt::ISODate), zone) {}
-
-FakeComposeView::FakeComposeView(QWidget *parent, const QString &html)
-    : FakeView(u"ComposeView"_s, parent)
-    , m_root("DOMElement", {{"outerHTML", html}})
-    , m_body("DOMElement")
-    , m_document("DOMDocument", {{"documentElement", rt::fromObject(&m_root)},
-                                 {"getElementsByTagName:", QVariantList{rt::fromObject(&m_body)}}})
-    , m_frame("WebFrame", {{"DOMDocument", rt::fromObject(&m_document)}}) {}
-
-FakeAppointment::FakeAppointment(const QDateTime &start, int minutes)
-    : FakeObject("ECCalendarEvent", {{"summary", "Review"}, {"isOwner", true}})
-    , m_start(start)
-    , m_end(start.addSecs(minutes * 60)) {
+FakeAppointment::FakeAppointment()
+    : FakeObject("ECCalendarEvent", {{"summary", "Review"}, {"isOwner", true}}) {
     values.insert("startTime", rt::fromObject(&m_start));
     values.insert("endTime", rt::fromObject(&m_end));
-}
-
-void FakeAppointment::invites(const QString &name, int type) {
-    const QVariantMap attendee{
-        {"name", name}, {"emailAddress", name + "@example.org"}, {"attendeeType", type}};
-    m_attendees.push_back(std::make_unique<FakeObject>("ECCalendarEventAttendee", attendee));
-    QVariantList list = values.value("attendeeList").toList();
-    list.append(rt::fromObject(m_attendees.back().get()));
-    values.insert("attendeeList", list);
 }
 
 void FakeAppointment::carriesTheMeeting(const QString &key, const QString &joinUrl) {
@@ -202,7 +163,6 @@ FakeEditor::FakeEditor(FakeAppointment &appointment)
     , m_bodyEditor("OLWordMailEditor", {{"editorContent", rt::fromObject(&m_bodyContent)}}) {
     m_locationField->setText(appointment.location());
     values = {{"content", rt::fromObject(&appointment)},
-              {"attendeeList", appointment.values.value("attendeeList")},
               {"locationTextField", rt::fromWidget(m_locationField)},
               {"view", rt::fromWidget(m_view)}};
     m_windowController.values = {{"editorViewController", rt::fromObject(this)},

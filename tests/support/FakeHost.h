@@ -6,12 +6,10 @@
 #include <QDateTime>
 #include <QPointer>
 #include <QStringList>
-#include <QTimeZone>
 #include <QVariantMap>
 #include <QWidget>
 #include <functional>
 #include <memory>
-#include <vector>
 
 class QLineEdit;
 
@@ -37,8 +35,7 @@ public:
 
 class FakeDate : public FakeObject {
 public:
-    explicit FakeDate(const QDateTime &instant, const QTimeZone &zone = QTimeZone::utc());
-    explicit FakeDate(const QString &utc, const QTimeZone &zone = QTimeZone::utc()); // "2026-11-24 09:00:00"
+    explicit FakeDate(const QDateTime &instant);
     QDateTime instant;
 };
 
@@ -50,32 +47,18 @@ public:
         , rt::Object((fakehost::define(), rt::classNamed(className))) {}
 };
 
-// The body editor of older hosts: a view with a web frame, a document, its element and its body.
-class FakeComposeView : public FakeView {
-public:
-    FakeComposeView(QWidget *parent, const QString &html);
-    // Null if no body was written.
-    [[nodiscard]] QString writtenBody() const { return m_body.values.value(u"innerHTML"_s).toString(); }
-    [[nodiscard]] rt::Object *frame() { return &m_frame; }
-
-private:
-    FakeObject m_root, m_body, m_document, m_frame;
-};
-
 // An appointment of the user: "Review" for one hour, without attendees, location and meeting.
 class FakeAppointment : public FakeObject {
 public:
     static QDateTime usualStart() { return {QDate(2026, 11, 24), QTime(9, 0), Qt::UTC}; }
-    explicit FakeAppointment(const QDateTime &start = usualStart(), int minutes = 60);
+    FakeAppointment();
 
-    void invites(const QString &name, int type = 0); // type 2: a room
     void carriesTheMeeting(const QString &key, const QString &joinUrl = {});
     [[nodiscard]] QString location() const { return values.value(u"location"_s).toString(); }
     [[nodiscard]] QString subject() const { return values.value(u"summary"_s).toString(); }
 
 private:
-    FakeDate m_start, m_end;
-    std::vector<std::unique_ptr<FakeObject>> m_attendees;
+    FakeDate m_start{usualStart()}, m_end{usualStart().addSecs(60 * 60)};
 };
 
 // An editor with its window, its window controller, its header, its location field and a Word-style body

@@ -6,7 +6,6 @@
 #include "tests/support/FakeHost.h"
 #include "tests/support/RecordingLink.h"
 
-#include <QMap>
 #include <QPointer>
 
 class RecordingStrip : public EditorStrip {
@@ -80,13 +79,10 @@ class RecordingSheets : public SettingsSheets {
 public:
     void addSchSettingWindowToArray(const QString &, const QVariantMap &, QWidget *) override {}
     void showSchSettingWindow(const QString &id) override { shown.append(id); }
-    [[nodiscard]] bool hasSchSettingWindow(const QString &id) const override { return settings.contains(id); }
-    [[nodiscard]] QVariantMap getVlSettingsData(const QString &id) const override {
-        return settings.value(id);
-    }
+    [[nodiscard]] bool hasSchSettingWindow(const QString &) const override { return false; }
+    [[nodiscard]] QVariantMap getVlSettingsData(const QString &) const override { return {}; }
     void refreshSettingWindow(const QString &) override {}
 
-    QMap<QString, QVariantMap> settings; // of the existing sheets
     QStringList shown;
 };
 

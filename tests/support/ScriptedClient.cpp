@@ -64,11 +64,6 @@ void ScriptedClient::sendsNow(const QString &actionId, const QString &content) {
     m_desktop.bus->post(kIPCNotifyVelaClientToOutlookPlugin, QString(), envelope, true);
 }
 
-void ScriptedClient::schedulesAs(const QString &key, const QString &invitation) {
-    answers(Asked::Schedule, key + u';' + invitation);
-    answers(Asked::Update, key + u';' + invitation);
-}
-
 void ScriptedClient::isInstalled(const QString &version, bool running) {
     installBundle(m_desktop, kVelausIdentify, clientPath, {{u"CFBundleVersion"_s, version}});
     if (running)

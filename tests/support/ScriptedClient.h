@@ -51,8 +51,6 @@ public:
     }
     // Members as the client sends them, "startTime" in seconds.
     void holdsTheMeeting(const QVariantMap &meeting) { answers(Asked::GetMeeting, meetingAnswer(meeting)); }
-    void schedulesAs(const QString &key, const QString &invitation); // schedules and updates
-    void deletes() { answers(Asked::Delete, u"done"_s); }
     void hasAccounts(const QList<Account> &accounts) { answers(Asked::Accounts, accountsAnswer(accounts)); }
     void isInstalled(const QString &version = supportedVersion, bool running = true);
     void quits() { m_desktop.workspace->running.removeAll(kVelausIdentify); } // no longer runs

@@ -82,6 +82,7 @@ TEST_F(ToolbarItems, ScheduleTheAudioConferenceOfTheChosenAccountOnTheNextTurn) 
         EXPECT_EQ(left.value(keyFlagVlMeetingArgument).toMap().value("pacAccountNo"), tag + 1);
         EXPECT_TRUE(left.contains(keyFlagAutoAddToPACMeeting));
     }
+    EXPECT_EQ(desktop.workspace->activations, 2);
     left.clear();
     manager.VLScheduleToolbarItem()->perform(nullptr);
     EXPECT_TRUE(left.contains(keyFlagAutoAddToVlMeeting));

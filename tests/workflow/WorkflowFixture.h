@@ -1,7 +1,6 @@
 // The meeting workflow between doubles of the host, the client and the user interface.
 #pragma once
 
-#include "platform/toolkit/Windows.h"
 #include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/link/readers/vlGetPACHelper.h"
 #include "plugin/link/readers/vlUserProfileHelper.h"
@@ -31,15 +30,11 @@ protected:
         WorkflowPorts::instance() = {&strips, &sheets, &alerts, nullptr};
         LinkPorts::instance() = {&alerts, &manager()};
         BodyPorts::instance().holder = &manager();
-        platform::registerWindow(&mainWindow, &mainController);
         static_cast<void>(vlAPIMgr::sharedInstance()); // it observes the bus from now on
         client.knowsTheUser(theUser());
         client.hasAccounts({});
     }
-    ~WorkflowTest() override {
-        platform::unregisterWindow(&mainWindow);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
+    ~WorkflowTest() override { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
     // The meeting of the usual appointment, as the client sends it.
     static QVariantMap theMeeting(const QVariantMap &changes = {}) {
@@ -104,13 +99,6 @@ protected:
         strip.reset();
         editor.reset();
     }
-    void theSheetIsLeft(bool withOK) {
-        platform::services().notifications->post(notify_SettingCommit,
-                                                 {{keyVLUserOperator, keyVLSettingCommit},
-                                                  {keyButtonClickIsOK, withOK},
-                                                  {keyApptWindowID, windowID()}});
-        turn();
-    }
     // Returns the result for the hook of the host's operation.
     int presses(HostAction action) {
         return vlApptUIActionMgr::sharedInstance().handleVLMeeting(editor.get(),
@@ -137,8 +125,6 @@ protected:
     RecordingStrips strips;
     RecordingSheets sheets;
     RecordingAlerts alerts;
-    FakeObject mainController{"ERageMainWindowController"};
-    QWidget mainWindow;
     std::unique_ptr<FakeAppointment> appointment = std::make_unique<FakeAppointment>();
     std::unique_ptr<FakeEditor> editor;
     std::unique_ptr<RecordingStrip> strip;

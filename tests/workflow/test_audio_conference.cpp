@@ -1,8 +1,6 @@
 #include "tests/workflow/WorkflowFixture.h"
 
-#include "plugin/link/readers/vlUserProfileHelper.h"
 #include "plugin/workflow/recordWriteBack.h"
-#include "plugin/workflow/vlPACMeetingMgr.h"
 
 #include <QLineEdit>
 
@@ -12,7 +10,6 @@ const QList<ScriptedClient::Account> twoAccounts{{"800-1", 111, "Dial 800-1"}, {
 
 class AudioConference : public WorkflowTest {
 protected:
-    static vlPACMeetingMgr &conferences() { return vlPACMeetingMgr::sharedInstance(); }
     // The location that the host stores now for an appointment in "Room R".
     static QString storedLocation() {
         FakeObject record("ECMutableCalendarEvent", {{"location", "Room R"}});
@@ -50,22 +47,16 @@ TEST_F(AudioConference, TheAccountsOfTheUserBeforeAreReadAgainAndNeverUsed) {
     givenTheProfileIsLoaded();
     givenTheAccountsAreLoaded(twoAccounts);
     givenTheProfileIsLoaded({{"userId", "user-2"}});
-    client.keepsSilentOn(Asked::Accounts);
-    const char *answers[] = {nullptr, "0;Error VelaClientNotSignIn", "0;Error 5003", "not base64!"};
-    for (int i = 1; i <= 4; ++i) {
-        if (const char *answer = answers[i - 1])
-            client.answers(Asked::Accounts, answer);
-        manager().sendVlMeetingCommand(CmdAddAudioConference1, strip.get());
-        turn();
-        EXPECT_EQ(client.timesAsked(Asked::Accounts), i);
-        EXPECT_EQ(appointment->location(), "");
-    }
-    EXPECT_EQ(alerts.alerts.last().message, "[SystemError]") << "the last answer cannot be read";
+    client.answers(Asked::Accounts, "not base64!");
+    manager().sendVlMeetingCommand(CmdAddAudioConference1, strip.get());
+    turn();
+    EXPECT_EQ(client.asked(), QList<Asked>{Asked::Accounts});
+    EXPECT_EQ(appointment->location(), "");
+    EXPECT_EQ(alerts.alerts.last().message, "[SystemError]") << "the answer cannot be read";
     client.hasAccounts({{"900", 9, "Dial 900"}});
     manager().sendVlMeetingCommand(CmdAddAudioConference1, strip.get());
     turn();
     EXPECT_EQ(appointment->location(), "900 (US Toll Free), 9");
-    EXPECT_FALSE(vlUserProfileHelper::sharedInstance().isAccountChanged());
 }
 
 TEST_F(AudioConference, AnAccountWithoutInvitationGivesAnAlertAndNoMeeting) {
@@ -80,24 +71,4 @@ TEST_F(AudioConference, AnAccountWithoutInvitationGivesAnAlertAndNoMeeting) {
     EXPECT_EQ(strip->shown, QList<StripState>{StripState::NoMeeting});
     EXPECT_EQ(appointment->location(), "Room R");
     EXPECT_EQ(storedLocation(), "Room R") << "a save has written the numbers";
-}
-
-TEST_F(AudioConference, ALocationIsTheUsersTextBeforeTheNumbersOfTheAccount) {
-    store().setPACAccountNo(PACAccount::First);
-    EXPECT_EQ(conferences().getOLUserInputString("A, B"), "A, B"); // no accounts are known
-    EXPECT_TRUE(conferences().getNewLocationForPAC({}).isNull());
-    givenTheAccountsAreLoaded(twoAccounts);
-    const QString numbers = "800-1 (US Toll Free), 111";
-    EXPECT_EQ(conferences().getNewLocationForPAC({}), numbers);
-    for (const auto &[location, own] :
-         {std::pair{"Room R 800-1 (US Toll Free), 111 800-2 (US Toll Free), 222", "Room R"},
-          {"111,222, Room R", "Room R"},
-          {"800-1 (US Toll Free), 111", ""},
-          {"A, B", "A, B"}}) {
-        EXPECT_EQ(conferences().getOLUserInputString(location), own);
-        EXPECT_EQ(conferences().getNewLocationForPAC(location), QString(own) + ' ' + numbers);
-    }
-    givenTheAccountsAreLoaded({{{}, 555, "Dial"}}); // an account without numbers: every comma is removed
-    EXPECT_EQ(conferences().getOLUserInputString("Room R , 555"), "Room R");
-    EXPECT_EQ(conferences().getNewLocationForPAC("Room R"), "Room R , 555");
 }

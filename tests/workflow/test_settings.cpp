@@ -63,11 +63,6 @@ TEST_F(Settings, TheProfileAndTheSiteComeBeforeTheFixedOnes) {
     }
     EXPECT_EQ(digits.size(), 9); // misses one of 600 digits about once in 10^29 runs
 
-    settings.setUsePMI(true);
-    settings.setMeetingPassword("the personal meeting's");
-    settings.updateWithSiteDefault();
-    EXPECT_EQ(settings.meetingPassword(), "the personal meeting's");
-
     profile.remove("enableThirdPartyAudio");
     givenTheProfileIsLoaded(profile);
     settings.initSettingData();
