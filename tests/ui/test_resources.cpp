@@ -162,10 +162,9 @@ TEST_F(Languages, FindRoomForEveryTextOnTheSettingsSheet) {
             if (!hasText || !widget->isVisible())
                 continue;
             ++looked;
-            EXPECT_LE(widget->sizeHint().width(), widget->width())
-                << qPrintable(language + u' ' + widget->objectName());
-            EXPECT_LE(widget->geometry().right(), widget->parentWidget()->width())
-                << qPrintable(language + u' ' + widget->objectName());
+            SCOPED_TRACE(qPrintable(language + u' ' + widget->objectName()));
+            EXPECT_LE(widget->sizeHint().width(), widget->width());
+            EXPECT_LE(widget->geometry().right(), widget->parentWidget()->width());
         }
         EXPECT_GT(looked, 12) << qPrintable(language);
     }
