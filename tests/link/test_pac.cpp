@@ -50,7 +50,7 @@ TEST_F(Accounts, AnAnswerThatCannotBeReadLeavesTheLastGoodOneAndAnEmptyOneNone) 
     EXPECT_FALSE(helper.isPACEnabled());
 }
 
-TEST(Proto, AMessageIsWrittenWholeOrNotAtAll) {
+TEST(Proto, AMessageIsWrittenWholeOrNotAtAllAndMayBeEmpty) {
     wire::Response message;
     unsigned char *bytes = nullptr;
     int size = 0;
@@ -61,4 +61,6 @@ TEST(Proto, AMessageIsWrittenWholeOrNotAtAll) {
     ASSERT_TRUE(vlProtoBufConvert::ProtoToByteStream(&message, bytes, size));
     EXPECT_EQ(QByteArray(reinterpret_cast<const char *>(bytes), size).toHex(), "0800");
     vlProtoBufConvert::FreeProtoByteStream(bytes, size);
+    EXPECT_TRUE(vlProtoBufConvert::ProtoFromByteStream(&message, "", 0));
+    EXPECT_FALSE(vlProtoBufConvert::ProtoFromByteStream(&message, "", -1));
 }

@@ -1,4 +1,4 @@
-// JSON, Base64, digests, and the property list that holds one text.
+// Trimming, JSON, Base64, digests, and the property list that holds one text.
 #include "platform/services/propertylist/PropertyList.h"
 #include "plugin/util/EncodeUtils.h"
 #include "plugin/util/vlMD5.h"
@@ -11,6 +11,11 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+
+TEST(Texts, AreTrimmedOfEveryKindOfLineBreak) {
+    EXPECT_EQ(vlOLUtils::trimAllSpaceAndNewLine(u"\u0085 x \u2028\u2029"_s), "x");
+    EXPECT_EQ(vlOLUtils::trimAllSpaceAndNewLine("\n\r\tx\r\n"), "x");
+}
 
 TEST(Json, OnlyDictionariesAndArraysOfJsonValuesAreWritten) {
     const QVariant zone = QVariant::fromValue(QTimeZone::utc());
