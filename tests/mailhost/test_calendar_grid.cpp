@@ -176,6 +176,7 @@ TEST_F(CalendarGridTest, ADragMovesAcrossTimesAndDaysAndAnEdgeResizes) {
     EXPECT_EQ(tile(u"a"_s)->geometry(), before) << "nothing has changed until somebody shows it";
     moveTo(gripOf(u"a"_s, Grip::End));
     EXPECT_EQ(columns()->cursor().shape(), Qt::SizeVerCursor);
+    EXPECT_TRUE(tile(u"a"_s)->state().hovered);
 }
 
 TEST_F(CalendarGridTest, WhateverChangesUnderAGestureEndsIt) {
