@@ -150,10 +150,11 @@ void claimLine(const ContentLine &line, const QString &text) {
     if (!isName(line.name()))
         return;
     const QByteArray value = line.value().replace('\r', ""); // stray ones do not survive writing
-    const ContentLine folded = line.refolded(line.lineEnd());
-    claimSame(folded.value(), value, "folding changes no value");
-    for (const QByteArray &part : folded.source().split('\n'))
-        claim(part.size() <= longestLine && (part.isValidUtf8() || !line.source().isValidUtf8()),
+    claimSame(line.refolded(line.lineEnd()).value(), value, "folding changes no value");
+    const QByteArray folded = line.refolded("\r\n").source();
+    const bool isText = QByteArray(folded).replace("\r\n ", "").isValidUtf8();
+    for (const QByteArray &part : folded.split('\n'))
+        claim(part.size() <= longestLine && (part.isValidUtf8() || !isText),
               "folded lines are short and end with a whole character");
     ContentLine changed = line;
     changed.setValue(line.value()); // it may be no line at all, without a colon
