@@ -1,7 +1,6 @@
 #include "platform/toolkit/Windows.h"
 
 #include "platform/Guarded.h"
-#include "platform/runtime/Runtime.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -99,18 +98,6 @@ void windowWillClose(QWidget *window) {
     for (const CloseObserver &observer : observers)
         if (observer.owner && alive)
             guarded("a window's handler", [&] { observer.handler(window); });
-}
-
-bool isViewOfKind(const QWidget *view, const QString &className) {
-    if (!view || className.isEmpty())
-        return false;
-    if (className == u"NSView")
-        return true;
-    if (className == u"NSTextField" && isTextField(view))
-        return true;
-    if (const auto *object = dynamic_cast<const rt::Object *>(view))
-        return rt::isKindOf(object, rt::classNamed(className));
-    return view->inherits(className.toUtf8().constData());
 }
 
 QString textFieldValue(const QWidget *field) {

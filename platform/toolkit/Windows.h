@@ -32,10 +32,6 @@ void setApplicationDelegate(rt::Object *delegate);
 void observeWindowWillClose(QObject *owner, std::function<void(QWidget *window)> handler);
 void windowWillClose(QWidget *window);
 
-// Whether a view is of the class of that name: the runtime class of a view that has one; "NSView" for any
-// widget, "NSTextField" for a label or a line edit; else the name of a C++ class that it has or inherits
-// (Q_OBJECT needed).
-[[nodiscard]] bool isViewOfKind(const QWidget *view, const QString &className);
 // The text of a text field (label or line edit); null for other views.
 [[nodiscard]] QString textFieldValue(const QWidget *field);
 void setTextFieldValue(QWidget *field, const QString &text);

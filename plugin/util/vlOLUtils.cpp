@@ -2,7 +2,6 @@
 
 #include "platform/runtime/Runtime.h"
 #include "platform/services/propertylist/PropertyList.h"
-#include "platform/toolkit/Windows.h"
 
 #include <QWidget>
 
@@ -48,13 +47,11 @@ bool vlOLUtils::kindofClass(const rt::Object *object, const QString &className) 
 }
 
 bool vlOLUtils::kindofClass(const QWidget *view, const QString &className) {
-    return view && !className.isEmpty() && platform::isViewOfKind(view, className);
+    return kindofClass(dynamic_cast<const rt::Object *>(view), className);
 }
 
 bool vlOLUtils::kindofClass(const rt::Value &value, const QString &className) {
-    if (const rt::Object *object = rt::objectValue(value))
-        return kindofClass(object, className);
-    return kindofClass(rt::widgetValue(value), className);
+    return kindofClass(rt::objectValue(value), className);
 }
 
 void vlOLUtils::GetSubViewOfKind(const QWidget *view, const QString &className, QList<QWidget *> &result) {

@@ -17,8 +17,7 @@ public:
     [[nodiscard]] static bool isValidInstance(const rt::Value &value) { return rt::isPresent(value); }
 
     // Whether the object is an instance of the runtime class of that name or of a subclass. False for
-    // nullptr, a null or empty name, and an undefined class. For views the names of toolkit classes are valid
-    // too.
+    // nullptr, a null or empty name, an undefined class, and a view that is not an object of the host.
     [[nodiscard]] static bool kindofClass(const rt::Object *object, const QString &className);
     [[nodiscard]] static bool kindofClass(const QWidget *view, const QString &className);
     [[nodiscard]] static bool kindofClass(const rt::Value &value, const QString &className);
