@@ -92,6 +92,8 @@ TEST(Classes, AnExchangeAffectsBothMethodsAndWhatInheritsThem) {
     EXPECT_FALSE(rt::addMethod(child, "number", answer<11>, "q@:")) << "there is one";
     EXPECT_EQ(ask(two, "number"), 10) << "an override is not exchanged";
     EXPECT_EQ(ask(one, "number"), 2);
+    rt::addMethod(parent->metaclass(), "shared", answer<3>, "q@:");
+    EXPECT_EQ(ask(*child, "shared"), 3) << "class methods are inherited, too";
     EXPECT_TRUE(rt::isKindOf(&two, child) && rt::isKindOf(&two, parent));
     EXPECT_FALSE(rt::isKindOf(&one, child));
 }

@@ -90,6 +90,13 @@ TEST_F(Sheet, HasNoResultWhenItsParentIsDeletedFirst) {
     EXPECT_EQ(results, QList<int>{2});
 }
 
+TEST_F(Sheet, SurvivesAHandlerThatThrows) {
+    expectWarning(u"a sheet's handler: x"_s);
+    platform::beginSheet(&sheet, parent.get(), [](int) { throw std::runtime_error("x"); });
+    sheet.accept();
+    EXPECT_TRUE(takesClicks(*parentButton));
+}
+
 TEST_F(Sheet, AModalSessionBlocksEveryOtherWindowUntilItOrItsWindowEnds) {
     platform::ModalSession second;
     EXPECT_FALSE(session.begin(nullptr));
