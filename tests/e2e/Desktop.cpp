@@ -138,10 +138,6 @@ void Desktop::open(const QString &subject) {
     screen.press(u"Home"_s);
     for (qsizetype i = subjects.indexOf(subject); i > 0; --i)
         screen.press(u"Down"_s);
-    openSelected(subject);
-}
-
-void Desktop::openSelected(const QString &subject) {
     screen.press(u"Return"_s);
     ASSERT_TRUE(becomesActive(unchanged(subject)));
 }

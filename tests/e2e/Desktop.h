@@ -29,8 +29,7 @@ protected:
     void TearDown() override;
 
     // What the user does. Each waits until it can be seen, and fails the test when that does not come.
-    void goToCalendar(); // in the window manager
-    void openSelected(const QString &subject);
+    void goToCalendar();               // in the window manager
     void open(const QString &subject); // "First" or "Second"
     void addMeeting(const QString &subject);
     void typeSubject(const QString &subject); // over the former one
