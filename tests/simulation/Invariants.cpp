@@ -8,7 +8,6 @@ namespace simulation {
 
 namespace {
 
-constexpr int clientsSubjectLength = 128; // UTF-16 units
 constexpr int secondsPerMinute = 60;
 constexpr double requestTimeOut = 30.0;
 
@@ -60,8 +59,7 @@ QString Invariants::whatIsWrong() {
 }
 
 Invariants::SharedValues Invariants::valuesOf(const mailhost::Appointment &appointment) {
-    return {appointment.summary.left(clientsSubjectLength),
-            QString::number(appointment.start.value.toSecsSinceEpoch()),
+    return {appointment.summary, QString::number(appointment.start.value.toSecsSinceEpoch()),
             QString::number(appointment.start.value.secsTo(appointment.end.value) / secondsPerMinute),
             QVariant(!appointment.recurrenceRule.isEmpty()).toString()};
 }
@@ -138,7 +136,7 @@ void Invariants::noteLine() {
 
 void Invariants::noteSubject(const QString &appointment, const QString &subject) {
     if (!subject.isEmpty())
-        m_histories[appointment].subjects.insert(subject.left(clientsSubjectLength));
+        m_histories[appointment].subjects.insert(subject);
 }
 
 void Invariants::noteChanges() {

@@ -21,8 +21,8 @@ public:
     [[nodiscard]] QString whatIsWrong();
 
 private:
-    // The values of an appointment that calendar and meeting client share: the subject as far as the client
-    // keeps it, the start, the minutes, and whether it recurs.
+    // The values of an appointment that calendar and meeting client share: the subject (which is always short
+    // enough for the client), the start, the minutes, and whether it recurs.
     using SharedValues = QStringList;
     // The history of one appointment, by its name in the script.
     struct History {

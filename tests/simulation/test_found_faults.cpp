@@ -1,4 +1,4 @@
-// Runs in which something once went wrong, each under what must hold in it.
+// Short runs, each under what must hold in it. In most something once went wrong.
 #include "tests/simulation/Script.h"
 
 using namespace simulation;
@@ -44,6 +44,8 @@ const FoundFault faultsFound[] = {
      TWO_MEETINGS "open plain, open other, open plain, subject plain w1x, save plain"},
     {"OfTwoMovesWhileTheClientIsSlowBothReachIt",
      TWO_MEETINGS "rule delay get 2500, menu later plain, menu later other, wait 6"},
+    {"AResizeAndARenameOnTheCalendarReachTheClient",
+     "prompt: open plain, strip plain add, sheet ok, saveclose plain, menu longer plain, rename plain w1x"},
     {"AnAnswerForTheEditorBehindIsNotWrittenIntoTheBodyInFront",
      "prompt: open plain, open other, strip plain add, sheet ok, front other, save plain"},
     {"ASaveThatWasRefusedAsksAgain",
