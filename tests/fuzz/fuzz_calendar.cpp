@@ -151,11 +151,6 @@ void claimLine(const ContentLine &line, const QString &text) {
         return;
     const QByteArray value = line.value().replace('\r', ""); // stray ones do not survive writing
     claimSame(line.refolded(line.lineEnd()).value(), value, "folding changes no value");
-    const QByteArray folded = line.refolded("\r\n").source();
-    const bool isText = QByteArray(folded).replace("\r\n ", "").isValidUtf8();
-    for (const QByteArray &part : folded.split('\n'))
-        claim(part.size() <= longestLine && (part.isValidUtf8() || !isText),
-              "folded lines are short and end with a whole character");
     ContentLine changed = line;
     changed.setValue(line.value()); // it may be no line at all, without a colon
     changed.setParameter("X-NEW", text);
@@ -169,6 +164,11 @@ void claimLine(const ContentLine &line, const QString &text) {
     claimSame(readText(changed), permitted(text), "a text that is written is read");
     claimSame(readText(ContentLine(changed.source())), permitted(text), "also from the file");
     claim(changed.name() == line.name(), "a line keeps its name");
+    const QByteArray folded = changed.refolded("\r\n").source();
+    const bool isText = QByteArray(folded).replace("\r\n ", "").isValidUtf8();
+    for (const QByteArray &part : folded.split('\n'))
+        claim(part.size() <= longestLine && (part.isValidUtf8() || !isText),
+              "folded lines are short and end with a whole character");
 }
 
 void claimLines(const std::vector<ComponentItem> &items, const QString &text) {
@@ -189,7 +189,8 @@ void claimLines(const std::vector<ComponentItem> &items, const QString &text) {
 // The text of a file: lines, folds, parameters, values. What is not changed keeps its octets.
 void claimText(const Document &document, const QByteArray &bytes) {
     claimSame(document.text(), bytes, "a file is written as it was read");
-    claimLines(document.root.items, QString::fromUtf8(bytes.first(std::min(bytes.size(), qsizetype(60)))));
+    const QByteArray begin = bytes.first(std::min(bytes.size(), qsizetype(60)));
+    claimLines(document.root.items, QString::fromUtf8(begin) + QString(60, QChar(0x20AC)));
 }
 
 void open(const QByteArray &bytes) {
