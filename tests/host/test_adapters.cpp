@@ -35,6 +35,9 @@ TEST(Adapter, FollowsTheContentThatTheHostReplacesAndSurvivesTheDeathOfItsObject
     EXPECT_TRUE(editor.isSupportedOwner());
     open->editor.values.insert("content", rt::fromObject(&other));
     EXPECT_EQ(editor.ecCalendarEvent()->summary(), "Other");
+    FakeObject record("ECMutableCalendarEvent", {{"summary", "Another class"}});
+    editor.ecCalendarEvent()->setDelegate(&record);
+    EXPECT_TRUE(editor.ecCalendarEvent()->summary().isNull());
     open.reset();
     EXPECT_FALSE(event.isValidConnection() || event.isOwner());
     EXPECT_EQ(event.getVlDuration(), "0");
