@@ -84,7 +84,6 @@ TEST_F(GridLayoutTest, TheClockMayChangeUnderTheScale) {
     const QDate spring(2026, 3, 29);
     const QDate autumn(2026, 10, 25);
     EXPECT_EQ(momentAt({autumn, 150}).toUTC(), QDateTime(autumn, QTime(0, 30), Qt::UTC)) << "the first one";
-    EXPECT_EQ(momentAt({spring, -30}), QDateTime(spring.addDays(-1), QTime(23, 30)));
     // From 2:30 in summer time to 2:15 in winter time.
     Occurrence back = timed(autumn, QTime(1, 0), 0);
     back.start = QDateTime(autumn, QTime(0, 30), Qt::UTC).toLocalTime();
