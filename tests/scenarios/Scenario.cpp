@@ -46,7 +46,8 @@ QString meetingKeyIn(const mailhost::Appointment &appointment) {
     return record.object().value(u"meetingKey"_s).toString();
 }
 
-Scenario::Scenario(const QString &hostVersion, const OpenedCalendar &calendar) {
+Scenario::Scenario(const QString &hostVersion, const OpenedCalendar &calendar,
+                   mailhost::BookmarkMangling mangling) {
     platform::services().pluginBundle = platform::makeFolderBundle(u"" PARLO_RESOURCES ""_s);
     m_desktop.bundle = nullptr;
     m_desktop.workspace->root = m_folder.filePath(u"root"_s);
@@ -60,6 +61,7 @@ Scenario::Scenario(const QString &hostVersion, const OpenedCalendar &calendar) {
     options.hostVersion = hostVersion;
     options.calendarPath = calendarPath();
     options.outbox = m_folder.filePath(u"outbox"_s);
+    options.bookmarkMangling = mangling;
     options.today = calendar.today;
     options.accounts = calendar.accounts;
     m_host = std::make_unique<mailhost::HostApplication>(options);

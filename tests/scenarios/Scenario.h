@@ -36,7 +36,8 @@ struct OpenedCalendar {
 class Scenario {
 public:
     // Starts the host of that version, with an installed and running client and an open calendar.
-    explicit Scenario(const QString &hostVersion, const OpenedCalendar &calendar = {usualCalendar().text()});
+    explicit Scenario(const QString &hostVersion, const OpenedCalendar &calendar = {usualCalendar().text()},
+                      mailhost::BookmarkMangling mangling = mailhost::BookmarkMangling::None);
     ~Scenario();
 
     // Appointments of the usual calendar, by UID.

@@ -42,8 +42,9 @@ protected:
 
 } // namespace
 
-BodyEdit::BodyEdit(QWidget *parent)
-    : BodyAccess(parent) {
+BodyEdit::BodyEdit(BookmarkMangling mangling, QWidget *parent)
+    : BodyAccess(parent)
+    , m_mangling(mangling) {
     auto *edit = new BodyTextEdit;
     m_edit = edit;
     m_edit->setObjectName(controls::bodyEditor);
@@ -127,6 +128,10 @@ void BodyEdit::showStyle() {
     m_list->setChecked(m_edit->textCursor().currentList() != nullptr);
 }
 
+void BodyEdit::showBodyHtml(const QString &html) {
+    load(mangled(html, m_mangling));
+}
+
 void BodyEdit::load(const QString &html) {
     m_text->setHtml(asHtmlDocument(html));
     m_edit->moveCursor(QTextCursor::Start);
@@ -137,8 +142,8 @@ void BodyEdit::setBodyReadOnly(bool readOnly) {
     m_bar->setEnabled(!readOnly);
 }
 
-ComposeView::ComposeView(QWidget *parent)
-    : BodyEdit(parent)
+ComposeView::ComposeView(BookmarkMangling mangling, QWidget *parent)
+    : BodyEdit(mangling, parent)
     , rt::Object(rt::classNamed(u"ComposeView"_s))
     , m_frame(u"WebFrame"_s, this) {}
 

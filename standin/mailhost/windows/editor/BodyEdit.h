@@ -3,6 +3,7 @@
 
 #include "standin/mailhost/model/BodyAccess.h"
 #include "standin/mailhost/model/BodyText.h"
+#include "standin/mailhost/model/HostOptions.h"
 
 #include <QTextEdit>
 #include <functional>
@@ -15,12 +16,13 @@ namespace mailhost {
 class BodyEdit : public BodyAccess {
     Q_OBJECT
 public:
-    explicit BodyEdit(QWidget *parent = nullptr);
+    explicit BodyEdit(BookmarkMangling mangling, QWidget *parent = nullptr);
 
     // The body as a whole HTML document.
     [[nodiscard]] QString bodyHtml() const override { return m_text->html(); }
-    // Replaces the body with the text of another program. Counts as a change.
-    void showBodyHtml(const QString &html) override { load(html); }
+    // Replaces the body with the text of another program. Counts as a change, and may change the bookmarks
+    // (see BookmarkMangling).
+    void showBodyHtml(const QString &html) override;
     void setBodyReadOnly(bool readOnly) override;
     void focusBody() override { m_edit->setFocus(); }
 
@@ -38,6 +40,7 @@ private:
     void toggleList();
     void showStyle();
 
+    BookmarkMangling m_mangling;
     QTextEdit *m_edit;
     QWidget *m_bar;
     QToolButton *m_bold = nullptr;
@@ -51,7 +54,7 @@ private:
 class ComposeView : public BodyEdit, public rt::Object {
     Q_OBJECT
 public:
-    explicit ComposeView(QWidget *parent = nullptr);
+    explicit ComposeView(BookmarkMangling mangling, QWidget *parent = nullptr);
     [[nodiscard]] rt::Object *mainFrame() { return &m_frame; }
 
 private:

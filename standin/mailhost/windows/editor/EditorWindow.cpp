@@ -59,6 +59,7 @@ EditorWindow::EditorWindow(EditorWindowController *controller, std::unique_ptr<C
 
 void EditorWindow::build(const CalendarSession &session) {
     const bool newerGeneration = isNewerGeneration(session.options().hostVersion);
+    const BookmarkMangling mangling = session.options().bookmarkMangling;
     resize(960, 780);
     setMinimumWidth(narrowestHeader);
     auto *view = new QWidget;
@@ -78,7 +79,7 @@ void EditorWindow::build(const CalendarSession &session) {
     HeaderView *header = HeaderView::make(newerGeneration, QRectF(0, 0, 960, 270));
     layout->addWidget(header);
     m_form = new EditorForm(header, session);
-    m_body = newerGeneration ? new BodyEdit : new ComposeView;
+    m_body = newerGeneration ? new BodyEdit(mangling) : new ComposeView(mangling);
     layout->addWidget(m_body, 1);
     setCentralWidget(view);
 }
