@@ -71,6 +71,7 @@ TEST_F(Requests, AStartSaysWhetherThereIsVideoAndWithoutTheClientNothingIsSent) 
     for (const RecordingFeedback::Alert &alert : std::as_const(feedback.alerts))
         EXPECT_TRUE(alert.offersLaunch && alert.message == "[VelaClientNotRunning]");
     EXPECT_EQ(feedback.alerts[1].window, window.get());
+    EXPECT_EQ(receiver.denied, 1) << "by the delete; nobody waits for a start";
 }
 
 TEST_F(Requests, WhatIsHandedBackIsTheClientsWord) {

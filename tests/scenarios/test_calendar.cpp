@@ -56,6 +56,15 @@ protected:
     }
     qint64 startInFile(const QString &uid) { return scenario.inFile(uid).start.value.toSecsSinceEpoch(); }
     qint64 startAtClient(const QString &uid) { return scenario.meeting(uid)["startTime"].toInteger(); }
+    void expectTheGridShowsTheFile(const QString &uid) {
+        const auto appointment = mailhost::CalendarFile::open(scenario.calendarPath(), nullptr)->find(uid);
+        ASSERT_EQ(calendar()->select(uid), appointment.has_value());
+        if (!appointment)
+            return;
+        EXPECT_EQ(calendar()->selected()->start, appointment->start.value);
+        EXPECT_EQ(calendar()->selected()->end, appointment->end.value);
+        EXPECT_EQ(calendar()->selected()->summary, appointment->summary);
+    }
     // The meeting is gone from calendar, client and grid.
     void expectGone(const QString &uid) {
         EXPECT_FALSE(mailhost::CalendarFile::open(scenario.calendarPath(), nullptr)->find(uid));
@@ -80,34 +89,62 @@ INSTANTIATE_TEST_SUITE_P(Hosts, OnTheCalendar, bothHosts);
 
 } // namespace
 
+TEST_P(OnTheCalendar, AMoveAResizeAndARenameReachTheFileAndTheClient) {
+    giveMeeting(Scenario::plain);
+    const qint64 start = startInFile(Scenario::plain);
+    command(controls::laterAction, Scenario::plain);
+    EXPECT_EQ(startInFile(Scenario::plain), start + 1800);
+    EXPECT_EQ(startAtClient(Scenario::plain), start + 1800);
+    EXPECT_EQ(scenario.sent("2"), 1);
+    command(controls::longerAction);
+    EXPECT_EQ(scenario.inFile(Scenario::plain).end.value.toSecsSinceEpoch(), start + 1800 + 3600);
+    EXPECT_EQ(startAtClient(Scenario::plain), start + 1800);
+    EXPECT_EQ(scenario.meeting(Scenario::plain)["duration"].toString(), "60");
+    rename("Half-yearly review");
+    EXPECT_EQ(scenario.inFile(Scenario::plain).summary, "Half-yearly review");
+    EXPECT_EQ(scenario.meeting(Scenario::plain)["subject"].toString(), "Half-yearly review");
+    EXPECT_EQ(scenario.sent("2"), 3);
+    EXPECT_EQ(scenario.sent("1"), 0);
+    expectTheGridShowsTheFile(Scenario::plain);
+    EXPECT_TRUE(scenario.fileBytes().contains("X-UNKNOWN;X-P=1:kept"));
+    EXPECT_FALSE(main()->mainWindow()->command(controls::undoAction)->isEnabled())
+        << "the client would be left with other values";
+}
+
 TEST_P(OnTheCalendar, AnErrorThatTheClientAnswersIsSaidAndTheHostsChangeStands) {
     giveMeeting(Scenario::plain);
     const qint64 start = startInFile(Scenario::plain);
-    const std::pair<QString, QString> changes[] = {{"update 0;Error 3001", controls::laterAction},
-                                                   {"update nothing", controls::longerAction},
-                                                   {"get nothing", "rename"}};
-    for (const auto &[answer, change] : changes) {
+    for (const QString &answer : {u"update 0;Error 3001"_s, u"update nothing"_s, u"get nothing"_s}) {
         scenario.given(u"once error "_s + answer);
-        ASSERT_TRUE(calendar()->select(Scenario::plain));
-        change == u"rename" ? rename("Renamed") : command(change);
+        command(controls::laterAction, Scenario::plain);
         EXPECT_TRUE(!Scenario::alertText().isNull() || answer.endsWith(u"nothing"_s));
         scenario.dismissAlert();
         mailhost::EditorWindow *next = scenario.open(Scenario::other);
         EXPECT_EQ(Scenario::stripOf(next)->uiStatus(), StripState::NoMeeting) << "it is the moved one's";
         scenario.close(next);
     }
-    const mailhost::Appointment changed = scenario.inFile(Scenario::plain);
-    EXPECT_EQ(changed.start.value.toSecsSinceEpoch(), start + 1800);
-    EXPECT_EQ(changed.end.value.toSecsSinceEpoch(), start + 1800 + 3600);
-    EXPECT_EQ(changed.summary, "Renamed");
-    ASSERT_TRUE(calendar()->select(Scenario::plain));
-    EXPECT_EQ(calendar()->selected()->end, changed.end.value) << "the grid shows the file";
+    EXPECT_EQ(startInFile(Scenario::plain), start + 5400);
     command(controls::laterAction);
-    EXPECT_EQ(startAtClient(Scenario::plain), start + 3600) << "the next change catches up";
-    EXPECT_EQ(scenario.meeting(Scenario::plain)["duration"].toString(), "60");
-    EXPECT_EQ(scenario.meeting(Scenario::plain)["subject"].toString(), "Renamed");
-    EXPECT_FALSE(main()->mainWindow()->command(controls::undoAction)->isEnabled())
-        << "the client would be left with other values";
+    EXPECT_EQ(startAtClient(Scenario::plain), start + 7200) << "the next change catches up";
+}
+
+TEST_P(OnTheCalendar, WithoutAClientEveryChangeOfAMeetingVisiblyStaysUndone) {
+    giveMeeting(Scenario::plain);
+    const QByteArray before = scenario.fileBytes();
+    scenario.clientIsUninstalled();
+    for (const QString &change :
+         {controls::laterAction, controls::longerAction, controls::deleteAction, u""_s}) {
+        ASSERT_TRUE(calendar()->select(Scenario::plain));
+        change.isEmpty() ? rename("Renamed") : command(change);
+        if (change == controls::deleteAction)
+            answer();
+        EXPECT_EQ(Scenario::alertText(), Scenario::text("NoVelaClient"));
+        scenario.dismissAlert();
+        EXPECT_EQ(scenario.fileBytes(), before);
+        expectTheGridShowsTheFile(Scenario::plain);
+    }
+    EXPECT_TRUE(scenario.client().meeting(key));
+    EXPECT_EQ(scenario.sent("2") + scenario.sent("3"), 0);
 }
 
 TEST_P(OnTheCalendar, ADeletedOrCancelledMeetingIsGoneEverywhereAndTheAttendeesAreTold) {

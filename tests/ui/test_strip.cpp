@@ -169,6 +169,10 @@ TEST_F(Strip, CanBeUsedByKeyboardAloneAndItsMenuByAPointerThatIsInside) {
     EXPECT_EQ(command, MeetingCommand::CmdAddMeeting);
     QTest::keyClick(add, Qt::Key_Tab);
     ASSERT_TRUE(audio->hasFocus());
+    QShortcutEvent letter(audio->shortcut(), 0);
+    QApplication::sendEvent(audio, &letter);
+    EXPECT_TRUE(audio->menu()->isVisible()) << "Alt and its letter";
+    audio->menu()->close();
     for (Qt::Key key : {Qt::Key_Space, Qt::Key_Enter, Qt::Key_Down}) {
         QTest::keyClick(audio, key);
         EXPECT_TRUE(audio->menu()->isVisible()) << key;

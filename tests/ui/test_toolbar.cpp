@@ -99,6 +99,10 @@ TEST_F(ToolbarItems, HaveAViewOfTheirOwnInEachToolbarAllOpeningOneMenu) {
     view->resize(view->sizeHint());
     item->fillView(view);
     EXPECT_EQ(view->grab().toImage().pixelColor(31, 31), QColor(Qt::blue)) << "the image fills the view";
+    view->setEnabled(false);
+    const QColor grayed = view->grab().toImage().pixelColor(31, 31);
+    EXPECT_TRUE(grayed != Qt::blue && grayed != view->palette().color(QPalette::Window));
+    view->setEnabled(true);
     EXPECT_EQ(view->accessibleName(), echo("InstantMeetingLabel"));
     EXPECT_EQ(view->accessibleDescription(), item->toolTip());
     EXPECT_EQ(view->toolTip(), item->toolTip());

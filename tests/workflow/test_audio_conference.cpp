@@ -1,6 +1,7 @@
 #include "tests/workflow/WorkflowFixture.h"
 
 #include "plugin/workflow/recordWriteBack.h"
+#include "plugin/workflow/vlPACMeetingMgr.h"
 
 #include <QLineEdit>
 
@@ -71,4 +72,25 @@ TEST_F(AudioConference, AnAccountWithoutInvitationGivesAnAlertAndNoMeeting) {
     EXPECT_EQ(strip->shown, QList<StripState>{StripState::NoMeeting});
     EXPECT_EQ(appointment->location(), "Room R");
     EXPECT_EQ(storedLocation(), "Room R") << "a save has written the numbers";
+}
+
+TEST_F(AudioConference, ALocationIsTheUsersTextBeforeTheNumbersOfTheAccount) {
+    const vlPACMeetingMgr &conferences = vlPACMeetingMgr::sharedInstance();
+    store().setPACAccountNo(PACAccount::First);
+    EXPECT_EQ(conferences.getOLUserInputString("A, B"), "A, B"); // no accounts are known
+    EXPECT_TRUE(conferences.getNewLocationForPAC({}).isNull());
+    givenTheAccountsAreLoaded(twoAccounts);
+    const QString numbers = "800-1 (US Toll Free), 111";
+    EXPECT_EQ(conferences.getNewLocationForPAC({}), numbers);
+    for (const auto &[location, own] :
+         {std::pair{"Room R 800-1 (US Toll Free), 111 800-2 (US Toll Free), 222", "Room R"},
+          {"111,222, Room R", "Room R"},
+          {"800-1 (US Toll Free), 111", ""},
+          {"A, B", "A, B"}}) {
+        EXPECT_EQ(conferences.getOLUserInputString(location), own);
+        EXPECT_EQ(conferences.getNewLocationForPAC(location), QString(own) + ' ' + numbers);
+    }
+    givenTheAccountsAreLoaded({{{}, 555, "Dial"}}); // an account without numbers: every comma is removed
+    EXPECT_EQ(conferences.getOLUserInputString("Room R , 555"), "Room R");
+    EXPECT_EQ(conferences.getNewLocationForPAC("Room R"), "Room R , 555");
 }
