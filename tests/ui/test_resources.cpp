@@ -146,6 +146,7 @@ TEST_F(Languages, FollowTheDesktop) {
 
 TEST_F(Languages, FindRoomForEveryTextOnTheSettingsSheet) {
     signIn();
+    int narrowest = QWIDGETSIZE_MAX; // of the push buttons
     for (const QString &language : languages) {
         platform::services().pluginBundle = platform::makeFolderBundle(u"" PLUGIN_RESOURCES ""_s, {language});
         EditorWithStrip editor;
@@ -164,8 +165,11 @@ TEST_F(Languages, FindRoomForEveryTextOnTheSettingsSheet) {
             ++looked;
             SCOPED_TRACE(qPrintable(language + u' ' + widget->objectName()));
             EXPECT_LE(widget->sizeHint().width(), widget->width());
+            if (qobject_cast<QPushButton *>(widget))
+                narrowest = std::min(narrowest, widget->width());
             EXPECT_LE(widget->geometry().right(), widget->parentWidget()->width());
         }
         EXPECT_GT(looked, 12) << qPrintable(language);
     }
+    EXPECT_EQ(narrowest, 96);
 }

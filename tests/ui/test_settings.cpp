@@ -1,6 +1,7 @@
 // The settings sheet.
 #include "platform/toolkit/Windows.h"
 #include "plugin/link/meetingKeys.h"
+#include "plugin/link/readers/vlGetMeetingHelper.h"
 #include "plugin/link/vlCommon.h"
 #include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
 #include "plugin/ui/settings/VlSettingViewController.h"
@@ -9,6 +10,7 @@
 #include "plugin/util/vlPluginBuildMgr.h"
 #include "plugin/workflow/vlMeetingMgr.h"
 #include "tests/support/ScriptedClient.h"
+#include "tests/support/Warnings.h"
 #include "tests/ui/UiFixture.h"
 
 class SettingsSheet : public UiTest {
@@ -57,6 +59,8 @@ TEST_F(SettingsSheet, GrowsDownwardsByTheThirdPartyTextAndHandsItOnAsItCameUntil
     auto *text = find<QPlainTextEdit>("thirdPartyAudioTextField");
     const QRect small = sheet()->geometry();
     EXPECT_TRUE(text->isHidden());
+    EXPECT_EQ(small.height(), 490 - text->minimumHeight());
+    EXPECT_EQ(find<QWidget>("audioOptionsBox")->height(), 152 - text->minimumHeight());
     for (int again = 0; again < 2; ++again) {
         click("thirdPartyAudioButton");
         QApplication::processEvents(); // the layouts are computed
@@ -69,8 +73,12 @@ TEST_F(SettingsSheet, GrowsDownwardsByTheThirdPartyTextAndHandsItOnAsItCameUntil
     EXPECT_EQ(options->getSettingsData().value(vl_Setting_ThirdPartyAudio), came);
     text->insertPlainText(u"Please "_s);
     EXPECT_EQ(options->getSettingsData().value(vl_Setting_ThirdPartyAudio), u"Please Call +1\nCode 2468"_s);
+    text->setPlainText(QString(20, u'\n'));
+    text->verticalScrollBar()->setValue(9);
     click("voipButton");
     EXPECT_EQ(sheet()->geometry(), small);
+    click("thirdPartyAudioButton");
+    EXPECT_EQ(text->verticalScrollBar()->value(), 0) << "it begins with the first line";
 }
 
 TEST_F(SettingsSheet, ShowsWhatTheModelHoldsAndWritesEachChoiceIntoItAtOnce) {
@@ -118,6 +126,50 @@ TEST_F(SettingsSheet, ShowsWhatTheModelHoldsAndWritesEachChoiceIntoItAtOnce) {
     for (const QAbstractButton *button : sheet()->findChildren<QAbstractButton *>())
         EXPECT_TRUE(button->text().startsWith(u'[')) << qPrintable(button->objectName());
     EXPECT_TRUE(find<QPushButton>("buttonContinue")->isDefault());
+    // A screen reader reads the title of a row with its controls.
+    const std::pair<const char *, QString> rows[] = {{"textVideoHost", "videoHostMatrix"},
+                                                     {"textVideoPaticipant", "videoParticipantMatrix"}};
+    for (const auto &[title, row] : rows) {
+        EXPECT_EQ(find<QWidget>(qPrintable(row))->accessibleName(), find<QLabel>(title)->text());
+        for (const QString &side : {row + "On", row + "Off"})
+            EXPECT_EQ(find<QWidget>(qPrintable(side))->accessibleDescription(), find<QLabel>(title)->text());
+    }
+    EXPECT_EQ(find<QWidget>("passwordTextField")->accessibleName(),
+              find<QCheckBox>("requiredMeetingPswButton")->text());
+    EXPECT_EQ(find<QWidget>("thirdPartyAudioTextField")->accessibleName(),
+              find<QRadioButton>("thirdPartyAudioButton")->text());
+}
+
+TEST_F(SettingsSheet, OutlinesItsIndicatorsOnADarkWindow) {
+    show();
+    QPalette dark(Qt::black);
+    dark.setColor(QPalette::WindowText, Qt::white);
+    sheet()->setPalette(dark);
+    controller()->settingViewController()->initializeItems();
+    for (const char *name : {"enableJBHButton", "bothButton"}) {
+        const QImage picture = find<QWidget>(name)->grab().toImage();
+        int lightest = 0;
+        for (int x = 0; x < 12; ++x) // of the indicator
+            lightest = std::max(lightest, picture.pixelColor(x, picture.height() / 2).lightness());
+        EXPECT_GT(lightest, 100) << name;
+    }
+}
+
+TEST_F(SettingsSheet, IsNotShownIfItsDescriptionLacksAControl) {
+    const QTemporaryDir folder;
+    desktop.bundle->interfaceFolder = folder.path();
+    QFile whole(u"" PLUGIN_RESOURCES "/VlSettingWindowController.ui"_s);
+    ASSERT_TRUE(whole.open(QIODevice::ReadOnly));
+    const QByteArray description = whole.readAll();
+    for (const char *name : {"\"videoOptionsBox\"", "\"buttonGroupView\"", "\"onbehalfView\""}) {
+        QFile part(folder.filePath(u"VlSettingWindowController.ui"_s));
+        ASSERT_TRUE(part.open(QIODevice::WriteOnly));
+        part.write(QByteArray(description).replace(name, "\"gone\""));
+        part.close();
+        expectWarning(u"lacks some of their controls"_s);
+        show();
+        EXPECT_TRUE(dialogs().isEmpty()) << name;
+    }
 }
 
 TEST_F(SettingsSheet, FocusesNoControlAtFirstThenThePasswordWhichMayOnlyShrinkUntilItFits) {
@@ -144,11 +196,16 @@ TEST_F(SettingsSheet, FocusesNoControlAtFirstThenThePasswordWhichMayOnlyShrinkUn
         EXPECT_EQ(password->text(), left);
         EXPECT_EQ(model.meetingPassword(), left);
     }
+    password->setMinimumHeight(40); // as in a bigger font
+    QApplication::processEvents();  // the layouts are computed
+    const QRect below = find<QCheckBox>("enableJBHButton")->geometry();
     password->clear();
     QApplication::clipboard()->setText(u"12345678901"_s);
     password->paste();
     EXPECT_EQ(password->text(), QString());
     click("requiredMeetingPswButton");
+    QApplication::processEvents();
+    EXPECT_EQ(find<QCheckBox>("enableJBHButton")->geometry(), below);
     EXPECT_TRUE(password->isHidden());
     EXPECT_FALSE(model.requiredMeetingPassword());
 }
@@ -161,7 +218,7 @@ TEST_F(SettingsSheet, TellsTheWorkflowAndKeepsTheSettingsAfterContinue) {
     show();
     click("requiredMeetingPswButton");
     find<QLineEdit>("passwordTextField")->setText(u"abc"_s); // by program: the model does not know it yet
-    click("buttonContinue");
+    QTest::keyClick(find<QPushButton>("buttonCancel"), Qt::Key_Return); // for the default button
     platform::services().notifications->removeObserver(closer);
     EXPECT_EQ(commits, QList<QVariantMap>({{{"VlUserOperator", "SettingCommit"},
                                             {"IsClickOkButton", true},
@@ -190,10 +247,14 @@ TEST_F(SettingsSheet, StoresNothingAfterCancelAndIsShownAgainWithTheLastEdits) {
         EXPECT_EQ(commits.first().value(keyButtonClickIsOK), QVariant(false));
     }
     EXPECT_FALSE(vlIsFileExist(profileFile()));
+    controller()->settingViewController()->settingData().setEnableThirdPartyAudio(true);
     show();
+    EXPECT_FALSE(find<QRadioButton>("thirdPartyAudioButton")->isHidden());
+    EXPECT_FALSE(sheet()->testAttribute(Qt::WA_QuitOnClose)) << "a host without windows goes on";
     signIn({{"enableThirdPartyAudio", true}, {"use3rdPartyAsDefaultAudio", true}});
     sheets.refreshSettingWindow(editor.id());
     EXPECT_TRUE(find<QRadioButton>("thirdPartyAudioButton")->isChecked());
+    EXPECT_FALSE(find<QPlainTextEdit>("thirdPartyAudioTextField")->isHidden());
     EXPECT_EQ(find<QCheckBox>("usePMI")->text(), personal);
     EXPECT_TRUE(find<QCheckBox>("enableJBHButton")->isChecked());
     EXPECT_TRUE(rt::boolValue(sheets.getVlSettingsData(editor.id()).value(vl_Setting_EnableJBH)));
@@ -218,6 +279,19 @@ TEST_F(SettingsSheet, HasTheSettingsOfThePersonalMeetingAsLongAsThatIsChosen) {
         EXPECT_TRUE(find<QLineEdit>("passwordTextField")->isEnabled());
     }
     EXPECT_EQ(client.last().key, u"1234567890"_s);
+}
+
+TEST_F(SettingsSheet, StartsWithTheMeetingOfTheEditorAndReadsThePersonalOneAnew) {
+    const ScriptedClient client(desktop);
+    vlGetMeetingHelper::sharedInstance().setMeetingData(
+        {{"meetingKey", "1"}, {"usePMI", 1}, {"audioOption", 1}});
+    show();
+    desktop.runLoop->advance(0);
+    EXPECT_EQ(client.last().key, u"1234567890"_s);
+    vlGetMeetingHelper::sharedInstance().setMeetingData({{"meetingKey", "2"}, {"audioOption", 1}});
+    sheets.refreshSettingWindow(editor.id());
+    EXPECT_TRUE(find<QRadioButton>("voipButton")->isChecked());
+    EXPECT_TRUE(find<QCheckBox>("usePMI")->isChecked()) << "as long as the user leaves it on";
 }
 
 TEST_F(SettingsSheet, IsGoneWithItsWindowAndTellsNobody) {
