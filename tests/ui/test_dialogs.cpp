@@ -46,6 +46,8 @@ TEST_F(Dialogs, ShowTheMessageToTheLetter) {
     EXPECT_EQ(alert()->accessibleName(), message);
     EXPECT_FALSE(alert()->iconPixmap().isNull());
     EXPECT_EQ(alert()->windowModality(), Qt::WindowModal);
+    EXPECT_FALSE(alert()->testAttribute(Qt::WA_QuitOnClose)) << "a host without windows goes on";
+    const QPointer<QDialog> answered = alert();
     press(alert(), u"OK"_s);
     EXPECT_FALSE(alert());
 
@@ -53,9 +55,33 @@ TEST_F(Dialogs, ShowTheMessageToTheLetter) {
     dying->show();
     ports.showClientError(dying.get(), message);
     ASSERT_TRUE(alert());
+    const QPointer<QDialog> orphan = alert();
     dying.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_FALSE(alert());
+    EXPECT_FALSE(alert() || answered || orphan);
+}
+
+TEST_F(Dialogs, PlaceTheMessageBesideTheImageInEvenLines) {
+    platform::services().pluginBundle = platform::makeFolderBundle(u"" PLUGIN_RESOURCES ""_s);
+    window.show();
+    QString message = u"Short"_s;
+    for (const bool isLong : {false, true}) {
+        ports.showAlertMessage(&window, message);
+        ASSERT_TRUE(alert());
+        const auto *image = alert()->findChild<QLabel *>(u"qt_msgboxex_icon_label"_s);
+        const auto *label = alert()->findChild<QLabel *>(u"qt_msgbox_informativelabel"_s);
+        const auto *buttons = alert()->findChild<QDialogButtonBox *>();
+        EXPECT_EQ(image->pos(), QPoint(20, 16));
+        EXPECT_NEAR(label->geometry().center().y(), image->geometry().center().y(), 4);
+        EXPECT_EQ(label->width(), 320);
+        EXPECT_EQ(alert()->width() - label->geometry().right() - 1, 20);
+        EXPECT_EQ(alert()->height() - buttons->geometry().bottom() - 1, 20);
+        if (isLong)
+            EXPECT_LT(label->contentsRect().width(), 320 * 3 / 4) << "the second line is as long";
+        while (label->fontMetrics().horizontalAdvance(message) < 320 * 5 / 4)
+            message += u" word"_s;
+        press(alert(), u"OK"_s);
+    }
 }
 
 TEST_F(Dialogs, LaunchTheClientThroughTheAgentOnlyOnNewerHosts) {
@@ -111,6 +137,12 @@ TEST_F(Dialogs, ShowProgressWhenTheAnswerTakesLongAndNothingBefore) {
     progress.closeCommunication(); // the answer has come
     desktop.runLoop->advance(2 * delay);
     EXPECT_FALSE(progress.progressWindowController().window());
+    {
+        vlProgressUIMgr gone;
+        gone.showCommunication(nullptr);
+    }
+    desktop.runLoop->advance(delay);
+    EXPECT_FALSE(QApplication::activeModalWidget());
 
     progress.showCommunication(nullptr);
     desktop.runLoop->advance(delay / 2);
@@ -120,6 +152,9 @@ TEST_F(Dialogs, ShowProgressWhenTheAnswerTakesLongAndNothingBefore) {
     QWidget *shown = progress.progressWindowController().window();
     ASSERT_TRUE(shown);
     EXPECT_EQ(shown->windowModality(), Qt::ApplicationModal);
+    EXPECT_FALSE(shown->windowFlags() & Qt::WindowCloseButtonHint);
+    EXPECT_FALSE(shown->testAttribute(Qt::WA_QuitOnClose)) << "a host without windows goes on";
+    EXPECT_TRUE(shown->findChild<QLabel *>(u"text_action"_s)->isHidden());
     EXPECT_EQ(shown->windowTitle(), echo(u"VlPalletLabel"_s));
     EXPECT_EQ(shown->accessibleName(), echo(u"CommunicationProgressTitle"_s));
     EXPECT_EQ(shown->findChild<QLabel *>(u"text_communicationMsg"_s)->text(), shown->accessibleName());
