@@ -1,5 +1,6 @@
 // The invitation block in the text of a body, and when it is written again.
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
+#include "plugin/host/adapters/vlOLWordMailEditor.h"
 #include "plugin/host/body/bodyPorts.h"
 #include "plugin/host/body/vlBodyHelper.h"
 #include "plugin/host/body/vlEmailBodyMgr.h"
@@ -34,11 +35,36 @@ QString link(const QString &address) {
 // Stands in for the workflow.
 class Holder : public BodyEditorHolder {
 public:
-    vlOLWordMailEditor *bodyEditorOf(rt::Object *) const override { return nullptr; }
-    void setOLNewBody(const QString &) override {}
+    vlOLWordMailEditor *bodyEditorOf(rt::Object *) const override { return editor; }
+    void setOLNewBody(const QString &html) override { written = html; }
     QString encodeMailBody() const override { return digest; }
 
-    QString digest;
+    QString digest, written;
+    vlOLWordMailEditor *editor = nullptr;
+};
+
+// The older body editor, with all parts of its page in one object.
+class OldEditorView : public FakeView {
+public:
+    explicit OldEditorView(QWidget *parent)
+        : FakeView((define(), "ComposeView"), parent) {}
+    QString html;
+
+private:
+    static rt::Value answer(rt::Object *object, rt::Selector command, rt::Args arguments) {
+        auto *view = static_cast<OldEditorView *>(object);
+        if (command.name() == "outerHTML")
+            return view->html;
+        if (command.name() == "setInnerHTML:")
+            view->html = rt::textValue(arguments[0]);
+        const rt::Value itself = rt::fromObject(view);
+        return command.name() == "getElementsByTagName:" ? QVariantList{itself} : itself;
+    }
+    static void define() {
+        for (const char *method : {"mainFrame", "DOMDocument", "documentElement", "outerHTML",
+                                   "getElementsByTagName:", "setInnerHTML:"})
+            rt::addMethod(rt::defineClass("ComposeView"), method, &answer, "");
+    }
 };
 
 } // namespace
@@ -60,6 +86,7 @@ TEST(Block, APlainInvitationIsMarkedFromItsFirstWordToBehindItsLast) {
     };
     for (const auto &[invitation, html] : cases)
         EXPECT_EQ(helper().insertVlBodyBookMark(invitation, false), "<br><br>" + html + "<br><br>");
+    EXPECT_EQ(helper().convertPlainTextToHTML("(" + join), "(" + link(join));
 }
 
 TEST(Body, AnInvitationTakesThePlaceOfTheLastOneAndARemovalTakesItOut) {
@@ -85,6 +112,7 @@ TEST(Body, AnInvitationTakesThePlaceOfTheLastOneAndARemovalTakesItOut) {
          page("mine" + B)},
         {"a stray end before the block", page(E + "mine" + B + "old" + E), page(E + "mine" + block),
          page(E + "mine")},
+        {"an end at the very start", E + B + "old" + E, E + block, E},
         {"a reversed fresh form", kvl_InitEndBookMark + "mine" + kvl_InitBeginBookMark,
          kvl_InitEndBookMark + "mine" + kvl_InitBeginBookMark + block, none},
     };
@@ -97,6 +125,12 @@ TEST(Body, AnInvitationTakesThePlaceOfTheLastOneAndARemovalTakesItOut) {
         EXPECT_EQ(helper().removeVlBodyForDelete(c.body), c.removed);
         EXPECT_EQ(helper().removeVlBodyForDelete(c.body).isNull(), c.removed.isNull());
     }
+}
+
+// The search goes through the body in strides, and the block may begin where a stride does.
+TEST(Body, ABlockOfAnyLengthIsFoundAtTheVeryStart) {
+    for (int length = 0; length < 100; ++length)
+        EXPECT_EQ(updated(B + QString(length, u'x') + E), block) << length;
 }
 
 // The host or the user may have changed the head of the block (here blanks) or its tail.
@@ -119,6 +153,8 @@ TEST(Body, AFontTagIsTheEdgeOfABlockWhoseHeadOrTailIsNotFound) {
         {"Hi" + B + "old" + E + "@</FONT>Bye", longTail, "Hi" + longTail + "Bye"},
         {"Hi" + B + "old" + E + "Bye", longTail, "Hi" + longTail + "Bye"},
         {"Hi" + B + "old" + E + "Mine@</font>Bye", longTail, "Hi" + longTail + "Mine@</font>Bye"},
+        {"</body>" + E + "Mine" + B, indented, indented + "</body>" + E + "Mine" + B},
+        {E + "Mine" + B + "Mine@</font>", longTail, E + "Mine" + B + "Mine@</font>" + longTail},
     };
     for (const auto &[body, newBlock, result] : cases)
         EXPECT_EQ(helper().updateVlBodyWithVlBookmark(body, newBlock), result);
@@ -154,5 +190,31 @@ TEST(EditorBody, IsLeftAsItIsByAnUnchangedInvitationIfItSaysSomething) {
             << c.about;
     }
     EXPECT_FALSE(vlEmailBodyMgr::sharedInstance().needUpdateVlEmail(nullptr, "Join", true, false));
+    BodyPorts::instance().holder = nullptr;
+}
+
+TEST(EditorBody, AnAccountsTextIsWrittenIntoTheEditorThatTheHostHas) {
+    platform::installTestServices();
+    Holder holder;
+    BodyPorts::instance().holder = &holder;
+    FakeAppointment event;
+    FakeEditor editor{event};
+    vlOLWordMailEditor wordEditor(editor.bodyEditor());
+    holder.editor = &wordEditor;
+    const vlERCalendarEventEditorViewController adapter(&editor);
+    adapter.updateEmailBodyForPAC("Dial", true);
+    EXPECT_EQ(editor.body(), page("AgendaDial"));
+    EXPECT_EQ(holder.written, editor.body());
+
+    OldEditorView old(editor.header());
+    old.html = page("Hi");
+    adapter.updateEmailBodyForPAC("", false);
+    EXPECT_EQ(old.html, page("Hi"));
+    adapter.addVlReminderInEmailBody(old.html); // only an empty body gets the reminder
+    EXPECT_EQ(old.html, page("Hi"));
+    adapter.updateEmailBodyForPAC("Dial", true);
+    EXPECT_EQ(old.html, page("HiDial"));
+    adapter.addVlReminderInEmailBody(page("<br>"));
+    EXPECT_EQ(old.html, "[AddVelaMeetingReminderMsg]");
     BodyPorts::instance().holder = nullptr;
 }
