@@ -40,4 +40,11 @@ TEST(Files, AreReplacedWholeAndFoldersAreKept) {
     QFile file(moved);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), "\xe2\x82\xac");
+
+    const QString link = folder.filePath("link");
+    ASSERT_TRUE(QFile::link(sub, link));
+    EXPECT_TRUE(vlDeleteFile(link)); // not what it leads to
+    EXPECT_TRUE(!vlIsFileExist(link) && vlIsFileExist(moved));
+    EXPECT_TRUE(vlDeleteFile(sub));
+    EXPECT_FALSE(vlIsFileExist(sub));
 }

@@ -15,6 +15,7 @@
 TEST(Texts, AreTrimmedOfEveryKindOfLineBreak) {
     EXPECT_EQ(vlOLUtils::trimAllSpaceAndNewLine(u"\u0085 x \u2028\u2029"_s), "x");
     EXPECT_EQ(vlOLUtils::trimAllSpaceAndNewLine("\n\r\tx\r\n"), "x");
+    EXPECT_EQ(vlOLUtils::trimAllSpace(" 7 7 \n"), "77");
 }
 
 TEST(Json, OnlyDictionariesAndArraysOfJsonValuesAreWritten) {
@@ -34,10 +35,12 @@ TEST(Json, ATextHasEveryValueThatThereIsAndIsReadAsOneValue) {
         {"null", QString()},
         {"number", std::numeric_limits<qint64>::max()},
         {"text", u"\u20ac"_s},
+        {"unsigned", quint64(9007199254740993)}, // a double cannot hold it
     };
     EXPECT_EQ(vlOLUtils::toJSONString(record), u"{\n    \"list\": [\n        true,\n        null\n    ],\n"
                                                "    \"number\": 9223372036854775807,\n"
-                                               "    \"text\": \"\u20ac\"\n}"_s);
+                                               "    \"text\": \"\u20ac\",\n"
+                                               "    \"unsigned\": 9007199254740993\n}"_s);
     EXPECT_TRUE(rt::isNullMarker(vlOLUtils::toArrayOrNSDictionary("null")));
     EXPECT_FALSE(vlOLUtils::toArrayOrNSDictionary("{},{}").isValid());
 }
@@ -65,7 +68,10 @@ TEST(Md5, IsTheDigestOfTheUtf8BytesInSmallHexDigitsAndIsFinishedOnce) {
     EXPECT_EQ(digest.hex(), "900150983cd24fb0d6963f7d28e17f72");
     EXPECT_EQ(digest.binary().toHex(), digest.hex());
     digest.reset();
-    EXPECT_EQ(digest.hex(), vlMd5Utils::vlMD5Hex(u""_s));
+    digest.feed("abc", 3);
+    EXPECT_EQ(digest.hex(), "900150983cd24fb0d6963f7d28e17f72");
+    digest.feed("more", 4); // the reading has finished it
+    EXPECT_EQ(digest.hex(), "900150983cd24fb0d6963f7d28e17f72");
 }
 
 TEST(OneStringFile, IsAListThatEndsWithTheTextAndAnotherPropertyListHasNone) {
