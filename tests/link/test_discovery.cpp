@@ -40,6 +40,9 @@ TEST_F(Discovery, ALaunchStartsTheClientOrWakesTheRunningOne) {
     installBundle(desktop, kVelausIdentify, usualPath, {}, QString()); // no executable
     EXPECT_TRUE(helper.isVelausInstalled());
     EXPECT_FALSE(helper.LaunchVelaClient());
+    desktop.workspace->running = QStringList{kVelausIdentify};
+    EXPECT_FALSE(helper.LaunchVelaClient());
+    desktop.workspace->running.clear();
     EXPECT_TRUE(desktop.workspace->started.isEmpty());
 
     desktop.workspace->bundles[0].executable = "/bin/client";
@@ -54,6 +57,14 @@ TEST_F(Discovery, ALaunchStartsTheClientOrWakesTheRunningOne) {
     EXPECT_EQ(desktop.workspace->started.size(), 1);
     EXPECT_EQ(posted("Noti_ActivateVelaApplicationExternally"),
               (QList<platform::TextMap>{{{"Param_ActivateVelaApplicationExternally", startUrl}}}));
+}
+
+TEST_F(Discovery, TheHostIsFoundAndLaunchedByItsIdentifier) {
+    EXPECT_FALSE(helper.isOutlookInstalled());
+    installHost(desktop, "16.1");
+    EXPECT_TRUE(helper.isOutlookInstalled());
+    helper.launchOutlookApp();
+    EXPECT_EQ(desktop.workspace->launched, QStringList{"com.microsoft.Outlook"});
 }
 
 TEST_F(Discovery, TheAgentsVersionCountsWhenTheClientCannotBeRead) {

@@ -1,4 +1,5 @@
 // What all requests have in common, from sending to the answer, the error or the time-out.
+#include "plugin/link/channel/channelObserver.h"
 #include "tests/link/LinkFixture.h"
 
 namespace {
@@ -128,6 +129,17 @@ TEST_F(Lifecycle, EachRequestKnowsItsOwnErrorAnswers) {
             }
         }
     }
+}
+
+TEST_F(Lifecycle, AnObserverHearsNothingAfterItsEnd) {
+    int heard = 0;
+    auto observer = std::make_unique<ChannelObserver>("channel", [&heard](const auto &) { ++heard; });
+    for (int i = 0; i < 2; ++i) {
+        desktop.bus->post("channel", QString(), {}, true);
+        desktop.runLoop->advance(0);
+        observer.reset();
+    }
+    EXPECT_EQ(heard, 1);
 }
 
 TEST_F(Lifecycle, ReadsShowProgressOnlyWhenAskedTo) {

@@ -1,6 +1,6 @@
 // To which appointment an answer belongs when several have asked.
 #include "plugin/link/meetingKeys.h"
-#include "plugin/link/requests/RequestOwner.h"
+#include "plugin/link/requests/PendingRequests.h"
 #include "plugin/util/EncodeUtils.h"
 #include "tests/link/LinkFixture.h"
 
@@ -57,6 +57,24 @@ TEST_F(Owners, AMeetingGoesToWhoAskedForItsKeyInWhateverOrder) {
     EXPECT_TRUE(RequestOwner::nobody()->loadedMeeting.data.isEmpty());
 }
 
+TEST_F(Owners, AMeetingReadAgainAfterATimeOutIsAnsweredOnce) {
+    reads(a, "1");
+    desktop.runLoop->advance(30.5);
+    reads(a, "1");
+    clientTells("1");
+    clientTells("1"); // to the request that timed out
+    EXPECT_EQ(receiver.finished.size(), 1);
+}
+
+TEST_F(Owners, AMeetingGoesToTheOtherAfterAnExchange) {
+    reads(a, "1");
+    schedules(b);
+    manager.exchangeOwners({a, window.get()}, {b, nullptr});
+    clientTells("1");
+    EXPECT_EQ(readBy(b), "1");
+    EXPECT_EQ(readBy(a), "");
+}
+
 TEST_F(Owners, ARepeatedScheduleIsNotTakenForAnothersUnlessThatMeetingIsGone) {
     schedules(a);
     clientAnswers(ClientAnswer::Schedule, "1;text");
@@ -71,6 +89,19 @@ TEST_F(Owners, ARepeatedScheduleIsNotTakenForAnothersUnlessThatMeetingIsGone) {
     schedules(b, {{vl_Setting_IsPMI, true}}); // several appointments may share the personal meeting
     clientAnswers(ClientAnswer::Schedule, "1;text");
     EXPECT_EQ(receiver.finished.size(), 3);
+}
+
+TEST_F(Owners, AnOldAnswerIsForgottenAndALateOneRemembered) {
+    for (int key = 1; key <= 40; ++key) {
+        schedules(a);
+        clientAnswers(ClientAnswer::Schedule, QString::number(key) + ";text");
+    }
+    schedules(b);
+    for (const auto &[key, finished] : {std::pair{"40", 40}, {"1", 41}}) {
+        a->key = key;
+        clientAnswers(ClientAnswer::Schedule, a->key + ";text");
+        EXPECT_EQ(receiver.finished.size(), finished);
+    }
 }
 
 TEST_F(Owners, TheProgressStaysAsLongAsAnotherWaits) {

@@ -36,6 +36,16 @@ TEST_F(Accounts, AreFoundUnderTheClientsFieldNumbersAndWrittenAsTheyAreLookedFor
     EXPECT_EQ(helper.pacMeetingID(2), "0") << "there is one account";
 }
 
+TEST_F(Accounts, AreAlsoTakenFromAnAnswerThatNobodyAskedFor) {
+    givenTheClient();
+    static_cast<void>(vlAPIMgr::sharedInstance()); // listens from now on
+    clientAnswers(ClientAnswer::GetPAC, ScriptedClient::accountsAnswer({{"800", 77, "Dial"}}));
+    EXPECT_EQ(helper.pacMeetingID(1), "77");
+    client.quits();
+    clientAnswers(ClientAnswer::GetPAC, "CAA=");
+    EXPECT_EQ(helper.pacMeetingID(1), "77");
+}
+
 TEST_F(Accounts, AnAnswerThatCannotBeReadLeavesTheLastGoodOneAndAnEmptyOneNone) {
     EXPECT_EQ(helper.pacCount(), 0);
     helper.setPACInfo(ScriptedClient::accountsAnswer({{"800", 9876543210LL, "Dial"}}));
@@ -53,7 +63,9 @@ TEST_F(Accounts, AnAnswerThatCannotBeReadLeavesTheLastGoodOneAndAnEmptyOneNone) 
 TEST(Proto, AMessageIsWrittenWholeOrNotAtAllAndMayBeEmpty) {
     wire::Response message;
     unsigned char *bytes = nullptr;
-    int size = 0;
+    int size = 7;
+    EXPECT_FALSE(vlProtoBufConvert::ProtoToByteStream(nullptr, bytes, size));
+    EXPECT_EQ(size, 0);
     EXPECT_FALSE(vlProtoBufConvert::ProtoToByteStream(&message, bytes, size))
         << "a required field is missing";
     EXPECT_EQ(bytes, nullptr);

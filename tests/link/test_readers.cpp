@@ -73,6 +73,8 @@ TEST_F(Meeting, IsThereWhenItHasAKeyAndNeverOffersHtml) {
     helper.setPBMeetingData("CAA=");
     EXPECT_EQ(infoOf({{"meetingKey", "77"}}).value("invitehtmlemail").typeId(), QMetaType::QString);
     EXPECT_TRUE(helper.hasMeetingInfo() && !helper.supportHtmlEmail());
+    startLinkAfresh();
+    EXPECT_FALSE(vlGetMeetingHelper::sharedInstance().hasMeetingInfo());
 }
 
 TEST(DateRecord, EndsBeforeTheFirstMissingValue) {

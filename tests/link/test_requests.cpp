@@ -150,10 +150,15 @@ TEST_F(Requests, AScheduleIsAnsweredWithKeyAndInvitationOrAnErrorInTheClientsWor
     EXPECT_EQ(answered("  7 7 ;text").value("meetingKey"), "77");
     EXPECT_TRUE(answered("no semicolon").isEmpty());
     EXPECT_TRUE(feedback.alerts.isEmpty());
+    EXPECT_EQ(receiver.denied, 1);
     for (const char *error : {"0;no luck;today", ";text"}) {
         EXPECT_TRUE(answered(error).isEmpty());
         ASSERT_FALSE(feedback.alerts.isEmpty());
         EXPECT_EQ(feedback.alerts.last().message, error);
         EXPECT_EQ(feedback.alerts.last().window, window.get());
     }
+    manager.updateMeeting(window.get(), {{"meetingKey", "77"}});
+    clientAnswers(ClientAnswer::Update, "0;gone"); // no key of another meeting
+    EXPECT_EQ(feedback.alerts.last().message, "0;gone");
+    EXPECT_EQ(receiver.denied, 4);
 }
