@@ -60,6 +60,30 @@ inline void pointerOver(QWidget &widget) {
     QApplication::sendEvent(&widget, &enter);
 }
 
+inline QImage picture(QWidget &widget, int ratio = 1) {
+    QImage image(widget.size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::white);
+    widget.render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
+    return image;
+}
+
+// Whether the left edge of the widget, which is on the screen, is painted soon after the change.
+inline bool repaints(QWidget &widget, const std::function<void()> &change) {
+    struct : QObject {
+        bool eventFilter(QObject *, QEvent *event) override {
+            if (event->type() == QEvent::Paint)
+                seen = seen || static_cast<QPaintEvent *>(event)->region().contains(QPoint(0, 5));
+            return false;
+        }
+        bool seen = false;
+    } paints;
+    QTest::qWait(50); // the window has been shown
+    widget.installEventFilter(&paints);
+    change();
+    return QTest::qWaitFor([&paints] { return paints.seen; }, 300);
+}
+
 class UiTest : public testing::Test {
 protected:
     UiTest() {

@@ -1,4 +1,5 @@
-// How the buttons of the strip draw themselves, and whom a text field tells.
+// How the bar and the buttons draw themselves, and whom a text field tells.
+#include "plugin/ui/controls/BusyBar.h"
 #include "plugin/ui/controls/vlKeyUpTextField.h"
 #include "plugin/ui/controls/vlPopupButton.h"
 #include "plugin/ui/controls/vlSettingsButton.h"
@@ -10,14 +11,6 @@ constexpr int buttonWidth = 168;
 constexpr int buttonHeight = 60;
 constexpr int imageSide = 16; // the side of a test image
 
-QImage picture(QWidget &widget, int ratio = 1) {
-    QImage image(widget.size() * ratio, QImage::Format_ARGB32_Premultiplied);
-    image.setDevicePixelRatio(ratio);
-    image.fill(Qt::white);
-    widget.render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
-    return image;
-}
-
 // The smallest rectangle around all pixels that are not white.
 QRect inkOf(const QImage &image, const QRect &within) {
     QRect ink;
@@ -27,6 +20,14 @@ QRect inkOf(const QImage &image, const QRect &within) {
                 ink |= QRect(x, y, 1, 1);
     return ink;
 }
+
+struct DesktopStyle : QProxyStyle {
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *data) const override {
+        return hints.value(hint, QProxyStyle::styleHint(hint, option, widget, data));
+    }
+    QMap<StyleHint, int> hints;
+};
 
 } // namespace
 
@@ -47,6 +48,7 @@ TEST_F(Controls, DrawEachStateInItsPlace) {
         EXPECT_EQ(inkOf(plain, aroundImage), image);
         const QRect text = inkOf(plain, title);
         EXPECT_NEAR(text.center().x(), button.width() / 2, 8);
+        EXPECT_LT(text.bottom(), buttonHeight - 1) << "the title is cut off";
         button.setDown(true);
         EXPECT_EQ(inkOf(picture(button), aroundImage), image);
         EXPECT_EQ(inkOf(picture(button), title).top(), text.top() + pressedShift);
@@ -54,9 +56,12 @@ TEST_F(Controls, DrawEachStateInItsPlace) {
         pointerOver(button);
         EXPECT_EQ(inkOf(picture(button), aroundImage), image.adjusted(-3, -3, 3, 3));
         button.hide();
+        EXPECT_FALSE(button.isEntered());
         button.show(); // forgets where the pointer was
         EXPECT_EQ(inkOf(picture(button), aroundImage), image);
-        pointerOver(button);
+        button.resize(buttonWidth, buttonHeight + 1);
+        EXPECT_TRUE(button.isEntered()) << "the pointer is over it";
+        button.resize(buttonWidth, buttonHeight);
         QEvent leave(QEvent::Leave);
         QApplication::sendEvent(&button, &leave);
         button.setEnabled(false);
@@ -64,11 +69,17 @@ TEST_F(Controls, DrawEachStateInItsPlace) {
         EXPECT_NE(picture(button).copy(title), plain.copy(title)) << "a disabled title is grey";
         button.setEnabled(true);
         EXPECT_EQ(picture(button, 2).pixelColor(2 * image.center()), QColor(Qt::darkBlue));
-        EXPECT_EQ(picture(button), plain);
+        QPalette palette;
+        palette.setColor(QPalette::ButtonText, Qt::red);
+        button.setPalette(palette);
+        button.setFont(QFont(u"Sans"_s, 30));
+        EXPECT_EQ(picture(button), plain) << "a title has its own colour and size";
     };
     vlSettingsButton settings;
     check(settings, 10, 40, -1);
+    pointerOver(settings);
     settings.setEnabled(false);
+    EXPECT_FALSE(settings.isEntered());
     pointerOver(settings);
     EXPECT_FALSE(settings.isEntered());
     vlPopupButton popup;
@@ -78,15 +89,76 @@ TEST_F(Controls, DrawEachStateInItsPlace) {
     EXPECT_EQ(textColor(popup, true), QColor(Qt::white)) << "on a dark palette it stays legible";
 }
 
-TEST_F(Controls, OfTheTextKindTellTheirTargetsUntilTheseAreGone) {
-    QString told;
-    vlKeyUpTextField field;
-    auto target = std::make_unique<QObject>();
-    field.setKeyup(target.get(), [&told](vlKeyUpTextField *sender) { told += "key " + sender->text(); });
-    field.setTextChange(target.get(), [&told](vlKeyUpTextField *sender) { told += sender->text() + ", "; });
-    QTest::keyClick(&field, Qt::Key_A);
-    EXPECT_EQ(told, "a, key a");
-    target.reset();
-    QTest::keyClick(&field, Qt::Key_B);
-    EXPECT_EQ(told, "a, key a");
+// The letters of these titles have no descenders: the underline is all that is below them.
+TEST_F(Controls, UnderlineOneMnemonicAndShortenATitleThatIsTooLong) {
+    DesktopStyle style;
+    vlSettingsButton button;
+    button.setStyle(&style);
+    button.resize(buttonWidth, buttonHeight);
+    button.setImage(BundleImage(u"some image"_s));
+    for (const bool first : {true, false}) {
+        button.setTitle(first ? u"&nnnnn &nnnn"_s : u"nnnnn nnn&n"_s);
+        style.hints[QStyle::SH_UnderlineShortcut] = 0;
+        const QRect text = inkOf(picture(button), QRect(0, 40, buttonWidth, buttonHeight - 40));
+        style.hints[QStyle::SH_UnderlineShortcut] = 1;
+        const QRect below(QPoint(0, text.bottom() + 1), QPoint(buttonWidth - 1, buttonHeight - 1));
+        const QRect line = inkOf(picture(button), below);
+        EXPECT_TRUE(!line.isEmpty() && line.width() < text.width() / 4) << line.width();
+        EXPECT_NEAR(first ? line.left() : line.right(), first ? text.left() : text.right(), 2);
+    }
+    button.show();
+    EXPECT_TRUE(repaints(button, [&button] { button.setImage(BundleImage()); }));
+    button.setTitle(u"Fish && chips &"_s);
+    EXPECT_EQ(button.title(), u"Fish & chips &"_s);
+
+    ButtonFace face;
+    face.setTitle(u"WWWWWWWWWW"_s);
+    for (const bool fits : {false, true}) {
+        const double width = fits ? 300 : 100;
+        const TitleLine line = face.titleLine(width);
+        EXPECT_LE(line.x + QFontMetricsF(line.font).horizontalAdvance(line.text), width);
+        EXPECT_EQ(line.text == face.mLable, fits);
+    }
+}
+
+// A still bar must not look complete: the segment is in the middle of a faint groove.
+TEST_F(Controls, OfUnknownDurationMoveWhileTheyAreShownIfTheDesktopAnimates) {
+    DesktopStyle style;
+    style.hints[QStyle::SH_Widget_Animation_Duration] = 0;
+    BusyBar bar;
+    bar.setStyle(&style);
+    bar.resize(bar.sizeHint() + QSize(0, 20)); // it keeps its height
+    bar.show();
+    QTest::qWait(50);
+    const QImage still = picture(bar);
+    EXPECT_EQ(inkOf(still, still.rect()), QRect(0, 0, 312, 8));
+    EXPECT_EQ(still.pixelColor(156, 4), bar.palette().color(QPalette::Highlight));
+    for (const int x : {20, 290}) {
+        const int lightness = still.pixelColor(x, 4).lightness();
+        EXPECT_TRUE(lightness > 128 && lightness < 255) << lightness;
+        EXPECT_EQ(still.pixel(x, 0), still.pixel(x, 4)) << "it has a frame";
+    }
+    EXPECT_EQ(bar.minimum(), bar.maximum()) << "a screen reader would read a percentage";
+    bar.hide();
+    style.hints[QStyle::SH_Widget_Animation_Duration] = 1;
+    bar.show();
+    EXPECT_TRUE(repaints(bar, [] {}));
+    EXPECT_NE(picture(bar), still);
+    bar.hide();
+    EXPECT_EQ(picture(bar), still);
+}
+
+TEST_F(Controls, OfTheTextKindTellTheirTargetsUntilTheseAreGoneOrDropped) {
+    for (const bool drops : {false, true}) {
+        QString told;
+        vlKeyUpTextField field;
+        auto target = std::make_unique<QObject>();
+        field.setKeyup(target.get(), [&told](vlKeyUpTextField *) { told += "key"; });
+        field.setTextChange(target.get(),
+                            [&told](vlKeyUpTextField *sender) { told += sender->text() + ", "; });
+        QTest::keyClick(&field, Qt::Key_A);
+        drops ? field.cleanUp() : target.reset();
+        QTest::keyClick(&field, Qt::Key_B);
+        EXPECT_EQ(told, "a, key");
+    }
 }

@@ -1,4 +1,5 @@
 // The strip in an editor's header.
+#include "platform/toolkit/Windows.h"
 #include "plugin/host/adapters/vlErageAppDelegate.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
@@ -27,6 +28,7 @@ TEST_F(Strip, TellsWhatASaveNeeds) {
         return editor.strip().getVlDataStatus();
     };
     EXPECT_EQ(needs(StripState::NoMeeting), DataStatus::NothingToDo) << "the strip has no adapter yet";
+    editor.editor.pends("body", "<html><body>Typed before</body></html>");
     editor.attach();
     EXPECT_EQ(needs(StripState::NoMeeting), DataStatus::NothingToDo);
     editor.context()->meetingKey = u"key"_s;
@@ -67,6 +69,10 @@ TEST_F(Strip, OfAStoredMeetingShowsItAndLetsTheHostSave) {
     desktop.runLoop->advance(0.01);
     EXPECT_TRUE(closing.context()->meetingKey.isEmpty());
     EXPECT_FALSE(editor.context()->meetingKey.isEmpty()) << "it is still open";
+
+    platform::windowWillClose(editor.window);
+    delete editor.window;
+    EXPECT_TRUE(editor.hasStrip()) << "the click on one of its buttons may go on";
 }
 
 TEST_F(Strip, ConsumesWhatTheToolBarHasLeftForTheNextEditor) {
@@ -88,14 +94,18 @@ TEST_F(Strip, ConsumesWhatTheToolBarHasLeftForTheNextEditor) {
         if (account.isValid())
             left.insert(keyFlagVlMeetingArgument, QVariantMap{{"pacAccountNo", account}});
         EditorWithStrip editor;
+        editor.editor.values["isDirty"] = true;
         editor.open();
         EXPECT_EQ(editor.context()->meetingAction, command) << qPrintable(flags.join(u' '));
+        EXPECT_EQ(editor.strip().isApptDirty(), command != MeetingCommand::CmdNone);
         EXPECT_EQ(QStringList(left.keys()), flags.size() > 1 ? QStringList{audio} : QStringList());
     }
 }
 
 TEST_F(Strip, ShowsTheButtonsOfItsStateAndSendsTheCommandOfAClick) {
     EditorWithStrip editor;
+    editor.window->show();
+    EXPECT_TRUE(shownButtons(editor.strip()).isEmpty());
     MeetingCommand &command = editor.context()->meetingAction;
     const auto column = [&editor](int x, int y) { return editor.strip().grab().toImage().copy(x, y, 1, 40); };
     editor.strip().onUIChanged(StripState::NoMeeting);
@@ -106,7 +116,7 @@ TEST_F(Strip, ShowsTheButtonsOfItsStateAndSendsTheCommandOfAClick) {
     EXPECT_EQ(shownButtons(editor.strip()), QStringList{echo(addKey)});
     EXPECT_EQ(button(editor.strip(), addKey)->geometry(), QRect(16, -2, 168, 60));
     enableAudioConferences(true);
-    editor.strip().onUIChanged(StripState::Hidden);
+    EXPECT_TRUE(repaints(editor.strip(), [&editor] { editor.strip().onUIChanged(StripState::Hidden); }));
     EXPECT_TRUE(shownButtons(editor.strip()).isEmpty());
     for (const int edge : {0, 399})
         EXPECT_NE(column(edge, 10), column(edge, 11)) << "it draws no dots";
@@ -164,7 +174,12 @@ TEST_F(Strip, CanBeUsedByKeyboardAloneAndItsMenuByAPointerThatIsInside) {
     editor.editor.locationField()->setFocus();
     const QImage unmarked = add->grab().toImage();
     add->setFocus(Qt::TabFocusReason);
-    EXPECT_NE(add->grab().toImage(), unmarked) << "the focus is not visible";
+    const QImage marked = add->grab().toImage();
+    const QPoint above(add->width() / 2, 10 - 3); // of the image
+    EXPECT_EQ(marked.pixelColor(above), add->palette().color(QPalette::Highlight));
+    EXPECT_NE(unmarked.pixelColor(above), marked.pixelColor(above));
+    QTest::keyClick(add, Qt::Key_A);
+    EXPECT_EQ(command, MeetingCommand::CmdNone);
     QTest::keyClick(add, Qt::Key_Return);
     EXPECT_EQ(command, MeetingCommand::CmdAddMeeting);
     QTest::keyClick(add, Qt::Key_Tab);

@@ -100,14 +100,25 @@ TEST_F(ToolbarItems, HaveAViewOfTheirOwnInEachToolbarAllOpeningOneMenu) {
     item->fillView(view);
     EXPECT_EQ(view->grab().toImage().pixelColor(31, 31), QColor(Qt::blue)) << "the image fills the view";
     view->setEnabled(false);
-    const QColor grayed = view->grab().toImage().pixelColor(31, 31);
-    EXPECT_TRUE(grayed != Qt::blue && grayed != view->palette().color(QPalette::Window));
+    for (const int ratio : {1, 2}) {
+        const QColor grayed = picture(*view, ratio).pixelColor(32 * ratio - 1, 32 * ratio - 1);
+        EXPECT_TRUE(grayed != Qt::blue && grayed != Qt::darkBlue && grayed != Qt::white) << ratio;
+    }
     view->setEnabled(true);
     EXPECT_EQ(view->accessibleName(), echo("InstantMeetingLabel"));
     EXPECT_EQ(view->accessibleDescription(), item->toolTip());
     EXPECT_EQ(view->toolTip(), item->toolTip());
     view->show();
+    EXPECT_TRUE(repaints(*view, [view] { view->setImage(BundleImage(u"another"_s)); }));
     EXPECT_EQ(view->focusPolicy(), Qt::TabFocus);
+    view->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(view));
+    QTest::keyClick(view, Qt::Key_Tab); // styles show the focus to a user of the keyboard only
+    view->clearFocus();
+    const QImage unmarked = view->grab().toImage();
+    view->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(unmarked.pixelColor(16, 0), QColor(Qt::blue));
+    EXPECT_NE(view->grab().toImage().pixelColor(16, 0), unmarked.pixelColor(16, 0));
     const std::function<void()> ways[] = {[&] { item->perform(view); },
                                           [&] { QTest::mousePress(view, Qt::LeftButton); },
                                           [&] { QTest::keyClick(view, Qt::Key_Space); }};
