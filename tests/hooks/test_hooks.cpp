@@ -15,6 +15,7 @@
 #include "tests/support/FreshPlugin.h"
 #include "tests/support/RecordingPorts.h"
 #include "tests/support/ScriptedClient.h"
+#include "tests/support/Warnings.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -37,11 +38,15 @@ public:
         if (whenAsked)
             whenAsked();
     }
+    [[nodiscard]] bool currentIsVelaMeeting() const override {
+        return breaks ? throw std::runtime_error("broken") : RecordingStrip::currentIsVelaMeeting();
+    }
     void refreshUI() override { ++refreshes; }
     void enableChangeSettingButton(bool enabled) override { canChangeSettings = enabled; }
 
     int refreshes = 0;
     bool canChangeSettings = false;
+    bool breaks = false; // as a defect of the plug-in does
     std::function<void()> whenAsked;
 };
 
@@ -108,6 +113,7 @@ protected:
     QTemporaryDir folder;
     platform::TestDesktop desktop = installServices(folder);
     RecordingStrips strips;
+    RecordingAlerts alerts;
     FakeAppointment event;
     FakeEditor editor{event};
     HookedStrip strip{editor};
@@ -219,9 +225,25 @@ TEST_F(HooksTest, TheEditionForItRefusesToSendAMeetingForAnotherPerson) {
     const QVariantMap boss{{"displayName", "B"}, {"email", "boss@example.org"}};
     vlUserProfileHelper::sharedInstance().setUserProfile(QVariantMap{{"bosses", QVariantList{boss}}});
     strips.live = {&strip};
+    WorkflowPorts::instance().alerts = &alerts;
     rt::send(&editor, "sendMeetingPostValidate");
     EXPECT_EQ(calls().size(), vlPluginBuildMgr::supportScheduleFor() ? 0 : 1);
+    EXPECT_EQ(alerts.removeWarnings, vlPluginBuildMgr::supportScheduleFor() ? 1 : 0);
     vlUserProfileHelper::sharedInstance().clearUserProfile();
+}
+
+TEST_F(HooksTest, NothingIsSavedSentOrDeletedWhenThePluginCannotTellWhetherItMayBe) {
+    for (const char16_t *work : {u"saving an", u"checking for whom", u"deleting a meeting"})
+        expectWarning(QString::fromUtf16(work));
+    strips.live = {&strip};
+    strip.whenAsked = [] { throw std::runtime_error("broken"); };
+    EXPECT_EQ(rt::send(&editor, "save:", rt::Value()), rt::Value(false));
+    strip.whenAsked = nullptr;
+    strip.breaks = true;
+    rt::send(&editor, "sendMeetingPostValidate");
+    fakehost::during() = [] { throw std::runtime_error("broken"); };
+    EXPECT_EQ(rt::send(&event, "deleteEventNow"), rt::Value(false));
+    EXPECT_TRUE(calls().isEmpty());
 }
 
 TEST_F(HooksTest, TheStripFollowsTheFromFieldAndTheRecurrenceSheet) {

@@ -91,5 +91,7 @@ public:
     void showAlertMessage(QWidget *window, const QString &message) override {
         RecordingFeedback::showAlertMessage(window, message);
     }
-    void showRemoveMeetingWarning(rt::Object *, QWidget *) override {}
+    void showRemoveMeetingWarning(rt::Object *, QWidget *) override { ++removeWarnings; }
+
+    int removeWarnings = 0;
 };
