@@ -1,5 +1,6 @@
 // Several appointments are worked on at once: each keeps its own meeting.
 #include "plugin/ui/settings/SchSettingWndCtrlMgr.h"
+#include "standin/mailhost/windows/ControlNames.h"
 #include "tests/scenarios/Scenario.h"
 
 using namespace scenarios;
@@ -17,6 +18,9 @@ protected:
             scenario.clickAdd(editor);
             scenario.confirmSheet();
         }
+    }
+    static QString locationOf(const mailhost::EditorWindow *window) {
+        return window->findChild<QLineEdit *>(mailhost::controls::locationField)->text();
     }
     // The settings sheet of that editor, which is up.
     static QDialog *sheetOf(mailhost::EditorWindow *window) {
@@ -44,6 +48,25 @@ TEST_P(SeveralEditors, TwoAddsThatAreAnsweredInTheOtherOrderKeepTheirMeetings) {
     scenario.clickRemove(second);
     EXPECT_EQ(Scenario::stripOf(first)->uiStatus(), StripState::MeetingAttached);
     EXPECT_TRUE(scenario.client().meeting(key));
+}
+
+TEST_P(SeveralEditors, AMeetingThatTheOtherEditorGetsFirstIsWrittenIntoItsOwn) {
+    scenario.typeSubject(second, QString(200, u'x')); // the client shortens it
+    scenario.given("once delay schedule 2000");
+    addToBoth();
+    EXPECT_EQ(Scenario::stripOf(first)->uiStatus(), StripState::NoMeeting) << "only the other's is made";
+    EXPECT_EQ(Scenario::stripOf(second)->uiStatus(), StripState::MeetingAttached);
+    EXPECT_EQ(locationOf(first), "Room 7");
+}
+
+TEST_P(SeveralEditors, TwoMeetingsThatAreMadeBeforeOneIsReadAreBothWritten) {
+    scenario.given("once delay schedule 500");
+    scenario.given("delay get 2000");
+    addToBoth();
+    scenario.wait(6);
+    for (mailhost::EditorWindow *editor : {first, second})
+        EXPECT_TRUE(locationOf(editor).contains(u"/j/"));
+    EXPECT_NE(locationOf(first), u"Room 7 "_s + locationOf(second));
 }
 
 TEST_P(SeveralEditors, ASaveBeforeTwoMeetingsAreSortedOutChangesOnlyItsOwn) {
