@@ -128,6 +128,27 @@ TEST_P(OnTheCalendar, AnErrorThatTheClientAnswersIsSaidAndTheHostsChangeStands) 
     EXPECT_EQ(startAtClient(Scenario::plain), start + 7200) << "the next change catches up";
 }
 
+// Otherwise its late answer would bring the old time back.
+TEST_P(OnTheCalendar, ASaveAndARemovalReplaceTheChangeThatIsNotAnswered) {
+    giveMeeting(Scenario::plain);
+    for (const bool isRemoved : {false, true}) {
+        scenario.given("once delay get 35000");
+        command(controls::laterAction, Scenario::plain);
+        scenario.wait(31);
+        scenario.dismissAlert();
+        mailhost::EditorWindow *editor = scenario.open(Scenario::plain);
+        auto *time = editor->findChild<QTimeEdit *>(controls::startTimeField);
+        time->setTime(time->time().addSecs(3600));
+        if (isRemoved)
+            scenario.clickRemove(editor);
+        scenario.pressSave(editor);
+        scenario.forget();
+        scenario.wait(6);
+        EXPECT_EQ(scenario.sent("2"), 0);
+        scenario.close(editor);
+    }
+}
+
 TEST_P(OnTheCalendar, WithoutAClientEveryChangeOfAMeetingVisiblyStaysUndone) {
     giveMeeting(Scenario::plain);
     const QByteArray before = scenario.fileBytes();

@@ -51,6 +51,8 @@ const FoundFault faultsFound[] = {
                   "later plain 60, save plain, wait 6"},
     {"AChangeOnTheCalendarTakesNothingFromASaveThatWaits", TWO_MEETINGS
      "open plain, rule once delay get 2500, subject plain w1x, save plain, menu later plain, wait 6"},
+    {"ASaveThatAChangeOnTheCalendarOvertakesSendsWhatItStores", TWO_MEETINGS
+     "open plain, rule once delay get 2500, later plain 60, save plain, rename plain w1x, wait 6"},
     {"AnAnswerForTheEditorBehindIsNotWrittenIntoTheBodyInFront",
      "prompt: open plain, open other, strip plain add, sheet ok, front other, save plain"},
     {"ASaveThatWasRefusedAsksAgain",
