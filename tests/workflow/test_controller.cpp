@@ -22,14 +22,6 @@ TEST_F(Controller, AChangeOfSettingsReadsTheMeetingUnlessItIsLoaded) {
     EXPECT_EQ(client.timesAsked(Asked::GetMeeting), 1);
 }
 
-// Otherwise the end of the work would save the editor, as its last operation did.
-TEST_F(Controller, AnEditorThatIsOpenLearnsOfTheDrag) {
-    givenAnAppointmentWithAMeeting();
-    manager().sendVlMeetingCommand(CmdUpdateMeeting,
-                                   {{keyApptWindowID, windowID()}, {keyDragAndMoveOnCalendar, true}});
-    EXPECT_EQ(strip->action, HostAction::ActionCalendarDrag);
-}
-
 TEST_F(Controller, AnAddWithoutSheetReadsThePersonalMeetingFirstWhenTheUserPrefersIt) {
     givenAnAppointment();
     givenTheProfileIsLoaded();
@@ -39,6 +31,7 @@ TEST_F(Controller, AnAddWithoutSheetReadsThePersonalMeetingFirstWhenTheUserPrefe
     EXPECT_EQ(manager().state(), StateAddPMI);
     ASSERT_EQ(client.asked(), QList<Asked>{Asked::GetMeeting});
     EXPECT_EQ(client.last().key, roomNumber);
+    EXPECT_TRUE(alerts.shownOn.isEmpty()) << "the user has not asked for this";
     client.sendsNow(Asked::GetMeeting, ScriptedClient::meetingAnswer(theMeeting({{"enableJBH", true}})));
     turn();
     ASSERT_EQ(client.last().what, Asked::Schedule);
@@ -61,6 +54,76 @@ TEST_F(Controller, AnUnchangedAppointmentIsWrittenAgainWithoutTheClientAndWithou
     manager().sendVlMeetingCommand(CmdUpdateMeeting, editor.get()); // the meeting is still loaded
     turn();
     EXPECT_EQ(client.timesAsked(Asked::GetMeeting), 1);
+    EXPECT_TRUE(editor->record().isNull());
+}
+
+TEST_F(Controller, AChangedAppointmentIsSentOnceAndWrittenWithItsRecord) {
+    givenAnAppointmentWithAMeeting();
+    appointment->values.insert("summary", "Preview");
+    strip->action = HostAction::ActionSave;
+    manager().sendVlMeetingCommand(CmdUpdateMeeting, editor.get());
+    turn();
+    client.holdsTheMeeting(theMeeting({{"subject", "Preview"}}));
+    client.sendsNow(Asked::Update, key + ";" + invitation);
+    turn();
+    EXPECT_EQ(client.asked(), (QList<Asked>{Asked::GetMeeting, Asked::Update, Asked::GetMeeting}));
+    EXPECT_FALSE(editor->record().isNull());
+    EXPECT_EQ(hostOperations(), QStringList{"saveArg:"});
+}
+
+// Otherwise settings that are confirmed later would close the editor.
+TEST_F(Controller, AnOperationThatWasRefusedOrHasFailedIsNotRepeatedByLaterWork) {
+    for (const bool isRefused : {true, false}) {
+        SCOPED_TRACE(isRefused);
+        givenAnAppointmentWithAMeeting();
+        strip->status = DataStatus::UpdateMeeting;
+        if (isRefused)
+            client.answers(Asked::GetMeeting, "0;Error 3001");
+        editor->values.insert("vl_ERCalendarEventEditorViewController_saveAndCloseWindow:", -1);
+        presses(HostAction::ActionSaveAndClose);
+        turn();
+        EXPECT_EQ(alerts.alerts.size(), 1) << "of the refusal";
+        EXPECT_EQ(hostOperations().size(), isRefused ? 0 : 1);
+        client.holdsTheMeeting(theMeeting());
+        manager().sendVlMeetingCommand(CmdUpdateMeeting, editor.get());
+        turn();
+        EXPECT_EQ(hostOperations().size(), isRefused ? 0 : 1);
+        EXPECT_TRUE(editor->record().isNull()) << "the stored meeting counts as a new one";
+        theEditorCloses();
+    }
+}
+
+TEST_F(Controller, WhatOneAppointmentEndsTheOthersDoWithout) {
+    givenAnAppointmentWithAMeeting();
+    const auto other = MeetingContext::make();
+    for (const MeetingCommand command : {CmdAddMeeting, CmdAddAudioConference1}) {
+        givenTheProfileIsLoaded();
+        givenTheAccountsAreLoaded();
+        const RequestOwner::Scope scope(other);
+        store().setMeetingKey(key);
+        givenTheMeetingIsLoaded();
+        manager().sendVlMeetingCommand(command);
+        EXPECT_TRUE(sheets.shown.isEmpty()) << "there is no editor for it";
+        const RequestOwner::Scope own(strip->context());
+        store().setMeetingKey(key);
+        answer(CmdDeleteMeeting, {{keyVLResult, keyVLSuccess}});
+        EXPECT_TRUE(vlUserProfileHelper::sharedInstance().hasUserProfile());
+        const RequestOwner::Scope again(other);
+        EXPECT_FALSE(vlGetMeetingHelper::sharedInstance().hasMeetingInfo()) << "it is deleted";
+        manager().clearAllSavedData(true);
+    }
+}
+
+TEST_F(Controller, AConfirmedSheetDoesWhatItWasOpenedFor) {
+    givenAnAppointment();
+    givenTheProfileIsLoaded();
+    manager().sendVlMeetingCommand(CmdAddMeeting, strip.get());
+    manager().sendVlMeetingCommand(CmdAddAudioConference1, strip.get());
+    platform::services().notifications->post(
+        notify_SettingCommit,
+        {{keyVLUserOperator, keyVLSettingCommit}, {keyButtonClickIsOK, true}, {keyApptWindowID, windowID()}});
+    turn();
+    EXPECT_EQ(client.timesAsked(Asked::Schedule), 1);
 }
 
 TEST_F(Controller, AnUpdateOfThePersonalMeetingReadsUserAndMeetingFirst) {
@@ -179,4 +242,23 @@ TEST_F(Controller, AResizeOnTheCalendarSetsStartEndAndWholeMinutes) {
             EXPECT_EQ(utc(vl_ApptInfo_EndTime), end);
         }
     }
+
+    // The next change takes the place of the last one. Nothing of it is kept at its end. An error is shown
+    // at the calendar.
+    QWidget calendar;
+    gridController.values.insert("view", rt::fromWidget(&calendar));
+    const std::size_t contexts = MeetingContext::all().size();
+    client.holdsTheMeeting(theMeeting());
+    EXPECT_EQ(vlCalendarActionMgr::sharedInstance().updateSubject(&grid, "Review"), 0);
+    turn();
+    client.isUninstalled();
+    EXPECT_NE(vlCalendarActionMgr::sharedInstance().updateSubject(&grid, "Review"), 0);
+    EXPECT_EQ(alerts.alerts.last().window, &calendar);
+    EXPECT_EQ(MeetingContext::all().size(), contexts - 1);
+
+    // Otherwise the end of the work would save the editor, as its last operation did.
+    givenAnAppointment();
+    gridController.values.insert("view", rt::fromWidget(editor->window()));
+    vlCalendarActionMgr::sharedInstance().updateSubject(&grid, "Review");
+    EXPECT_EQ(strip->action, HostAction::ActionCalendarDrag);
 }

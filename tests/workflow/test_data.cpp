@@ -78,6 +78,7 @@ TEST_F(MeetingData, OnlyTheEditionForItSchedulesForOthers) {
     link.setScheduleForEmail("");
     EXPECT_EQ(manager().checkScheduleOwnerMatched(editor.get()), !edition) << "the meeting is for the user";
     link.setScheduleForEmail("BOSS@example.org");
+    EXPECT_EQ(store().scheduleForEmail(), "BOSS@example.org");
     EXPECT_TRUE(manager().checkScheduleOwnerMatched(editor.get())) << "the meeting is for the boss";
     editor->values.insert("isDelegating", false);
     EXPECT_EQ(manager().checkScheduleOwnerMatched(editor.get()), !edition) << "the user sends it now";
