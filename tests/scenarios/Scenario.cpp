@@ -67,6 +67,8 @@ Scenario::Scenario(const QString &hostVersion, const OpenedCalendar &calendar,
     m_host = std::make_unique<mailhost::HostApplication>(options);
     m_host->start();
     loadPlugin();
+    static const bool isFilled = WorkflowPorts::instance().strips; // by the first load, which is the only one
+    EXPECT_TRUE(isFilled);
     fillPluginPorts();
     vlCommandItemMgr::sharedInstance().initPluginInstance(); // of this scenario's host, not an earlier one's
     QString error;
