@@ -168,17 +168,18 @@ TEST_F(Controller, WhatIsRunDependsOnTheAttendeesAndOnWhatWasHeldBack) {
         bool attendees;
         HostAction action;
         QStringList operations;
+        QVariantList arguments;
         bool forgets; // the saved data
     };
     using enum HostAction;
     const QString saveWithError = "saveAndCloseWindowAndReturnError:andReturnError:";
-    const Case cases[] = {{false, ActionSave, {"saveArg:"}, false},
-                          {false, ActionSaveAndClose, {"saveAndCloseWindow:"}, true},
-                          {false, ActionSend, {}, false},
-                          {false, ActionSaveAndCloseWithError, {saveWithError}, true},
-                          {true, ActionSave, {}, false},
-                          {true, ActionSend, {"sendMeetingPostValidate"}, false},
-                          {false, ActionCalendarDrag, {}, true}};
+    const Case cases[] = {{false, ActionSave, {"saveArg:"}, {QVariant()}, false},
+                          {false, ActionSaveAndClose, {"saveAndCloseWindow:"}, {true}, true},
+                          {false, ActionSend, {}, {}, false},
+                          {false, ActionSaveAndCloseWithError, {saveWithError}, {true, QVariant()}, true},
+                          {true, ActionSave, {}, {}, false},
+                          {true, ActionSend, {"sendMeetingPostValidate"}, {}, false},
+                          {false, ActionCalendarDrag, {}, {}, true}};
     for (const Case &c : cases) {
         SCOPED_TRACE(testing::Message() << "action " << quint32(c.action) << " attendees " << c.attendees);
         givenAnAppointmentWithAMeeting();
@@ -188,6 +189,7 @@ TEST_F(Controller, WhatIsRunDependsOnTheAttendeesAndOnWhatWasHeldBack) {
         strip->context()->isOperationHeld = true;
         manager().closeOLAppointment(editor.get());
         EXPECT_EQ(hostOperations(), c.operations);
+        EXPECT_EQ(editor->arguments, c.arguments);
         EXPECT_EQ(editor->windowController()->called.size(),
                   c.operations.join("").startsWith("saveAndClose"));
         EXPECT_EQ(store().isVelaMeeting(), !c.forgets);
