@@ -116,8 +116,6 @@ std::optional<BodyRange> findBlock(const QString &body, const BookmarkTexts &tex
 std::optional<BodyRange> firstPair(const QString &body, const BookmarkTexts &texts) {
     qsizetype begin = body.indexOf(texts.begin);
     qsizetype end = body.indexOf(texts.end);
-    if (begin < 0 || end < 0)
-        return {};
     if (end < begin) {
         end = body.indexOf(texts.end, begin);
         if (end < 0)

@@ -24,5 +24,6 @@ struct BodyRange {
 [[nodiscard]] std::optional<BodyRange> findBlock(const QString &body, const BookmarkTexts &texts,
                                                  const QString &headMarker, const QString &tailMarker);
 // The range from the first begin bookmark to the end of the first end bookmark. If that end bookmark comes
-// first, the range from the last begin bookmark before the next end bookmark to the end of the latter.
+// first, the range from the last begin bookmark before the next end bookmark to the end of the latter; none
+// without one. REQUIRES: the body contains both.
 [[nodiscard]] std::optional<BodyRange> firstPair(const QString &body, const BookmarkTexts &texts);
