@@ -44,15 +44,8 @@ const FoundFault faultsFound[] = {
      TWO_MEETINGS "open plain, open other, open plain, subject plain w1x, save plain"},
     {"OfTwoMovesWhileTheClientIsSlowBothReachIt",
      TWO_MEETINGS "rule delay get 2500, menu later plain, menu later other, wait 6"},
-    {"AResizeAndARenameOnTheCalendarReachTheClient",
-     "prompt: open plain, strip plain add, sheet ok, saveclose plain, menu longer plain, rename plain w1x"},
-    {"ASaveReplacesAnUnansweredChangeOnTheCalendar",
-     TWO_MEETINGS "rule once delay get 35000, menu later plain, wait 31, open plain, "
-                  "later plain 60, save plain, wait 6"},
     {"AChangeOnTheCalendarTakesNothingFromASaveThatWaits", TWO_MEETINGS
      "open plain, rule once delay get 2500, subject plain w1x, save plain, menu later plain, wait 6"},
-    {"ASaveThatAChangeOnTheCalendarOvertakesSendsWhatItStores", TWO_MEETINGS
-     "open plain, rule once delay get 2500, later plain 60, save plain, rename plain w1x, wait 6"},
     {"AnAnswerForTheEditorBehindIsNotWrittenIntoTheBodyInFront",
      "prompt: open plain, open other, strip plain add, sheet ok, front other, save plain"},
     {"ASaveThatWasRefusedAsksAgain",

@@ -15,8 +15,8 @@ struct Document;
 class CalendarFile {
 public:
     // Reads the file. On failure returns nullptr, and `error` tells the user what is wrong and what to do. A
-    // file that does not exist is an error. Dates in zones that neither
-    // the file nor the system knows are taken as local time.
+    // file that does not exist is an error. Dates in zones that neither the file nor the system knows are
+    // taken as local time.
     static std::unique_ptr<CalendarFile> open(const QString &path, QString *error);
     ~CalendarFile();
 
