@@ -29,9 +29,10 @@ function(parlo_module name)
 endfunction()
 
 # parlo_test(NAME SOURCES ... LINK ...): a GoogleTest program with the project's own main (an offscreen
-# application object, and any unexpected warning fails the test that caused it).
+# application object, and any unexpected warning fails the test that caused it). With EDITIONS a second program
+# runs the same tests on the other edition: an object file goes before the library that holds the configured one.
 function(parlo_test name)
-  cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LINK;ENVIRONMENT" ${ARGN})
+  cmake_parse_arguments(ARG "EDITIONS" "TIMEOUT" "SOURCES;LINK;ENVIRONMENT" ${ARGN})
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
@@ -42,9 +43,17 @@ function(parlo_test name)
     endif()
   endforeach()
   add_executable(${name} ${ARG_SOURCES})
-  target_link_libraries(${name} PRIVATE ${ARG_LINK} parlo_test_main GTest::gtest GTest::gmock Qt6::Test)
   target_precompile_headers(${name} REUSE_FROM parlo_test_main)
-  add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT}
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;${ARG_ENVIRONMENT}")
+  set(programs ${name})
+  if(ARG_EDITIONS)
+    string(TOLOWER ${name}_${PARLO_OTHER_EDITION} other)
+    add_executable(${other} $<TARGET_OBJECTS:${name}> $<TARGET_OBJECTS:vl_other_edition>)
+    list(APPEND programs ${other})
+  endif()
+  foreach(program ${programs})
+    target_link_libraries(${program} PRIVATE ${ARG_LINK} parlo_test_main GTest::gtest GTest::gmock Qt6::Test)
+    add_test(NAME ${program} COMMAND ${program})
+    set_tests_properties(${program} PROPERTIES TIMEOUT ${ARG_TIMEOUT}
+      ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;${ARG_ENVIRONMENT}")
+  endforeach()
 endfunction()
