@@ -16,7 +16,6 @@ namespace hooks {
 namespace {
 
 constexpr int accepted = 0;
-constexpr int refused = 1;
 
 // Whether the grid's selected event has a meeting.
 bool isCurrentVelaMeeting(rt::Object *gridWrapper) {
@@ -29,29 +28,29 @@ bool isCurrentVelaMeeting(rt::Object *gridWrapper) {
 template<typename Update>
 rt::Value changeOnGrid(HookRowName row, rt::Object *self, rt::Args arguments, Update update) {
     const rt::Weak<> grid(self);
-    const int result = platform::guarded("changing a meeting on the calendar", refused, [&grid, &update] {
-        if (!isCurrentVelaMeeting(grid.get()))
-            return accepted;
-        return update(vlCalendarActionMgr::sharedInstance(), grid.get());
+    const bool isRefused = platform::guarded("changing a meeting on the calendar", true, [&grid, &update] {
+        return isCurrentVelaMeeting(grid.get()) &&
+               update(vlCalendarActionMgr::sharedInstance(), grid.get()) != accepted;
     });
-    if (result != accepted)
+    if (isRefused)
         return true; // handled: the tile returns to its old place
     return callHost(row, grid.get(), arguments);
 }
 
-struct Deletion {
-    bool isMeeting;
-    int result;
-    bool actionResult;
+// Unlike a deletion, a cancellation depends only on the action result.
+struct Permission {
+    bool mayDelete;
+    bool mayCancel;
 };
 
-Deletion deleteMeetingOf(const rt::Weak<> &event) {
-    return platform::guarded("deleting a meeting on the calendar", Deletion{true, refused, false}, [&event] {
+Permission deleteMeetingOf(const rt::Weak<> &event) {
+    return platform::guarded("deleting a meeting on the calendar", Permission{false, false}, [&event] {
         vlCalendarActionMgr &manager = vlCalendarActionMgr::sharedInstance();
         if (!manager.isCurVelaMeeting(event.get()))
-            return Deletion{false, accepted, true};
+            return Permission{true, true};
         const int result = manager.deleteMeeting(event.get());
-        return Deletion{true, result, manager.getActionResult()};
+        const bool actionResult = manager.getActionResult();
+        return Permission{result == accepted && actionResult, actionResult};
     });
 }
 
@@ -81,17 +80,14 @@ rt::Value gridRename(rt::Object *self, rt::Selector, rt::Args arguments) {
 
 rt::Value eventDelete(rt::Object *self, rt::Selector, rt::Args arguments) {
     const rt::Weak<> event(self);
-    const Deletion deletion = deleteMeetingOf(event);
-    if (deletion.isMeeting && (deletion.result != accepted || !deletion.actionResult))
+    if (!deleteMeetingOf(event).mayDelete)
         return false;
     return callHost(HookRowName::EventDelete, event.get(), arguments);
 }
 
-// Unlike a deletion, a cancellation depends only on the action result.
 rt::Value eventCancel(rt::Object *self, rt::Selector, rt::Args arguments) {
     const rt::Weak<> event(self);
-    const Deletion deletion = deleteMeetingOf(event);
-    if (deletion.isMeeting && !deletion.actionResult)
+    if (!deleteMeetingOf(event).mayCancel)
         return {};
     return callHost(HookRowName::EventCancel, event.get(), arguments);
 }

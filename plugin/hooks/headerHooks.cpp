@@ -77,14 +77,9 @@ bool vlHasTimezone(const QWidget *header) {
 void placeStrip(QWidget *strip, double y) {
     const QWidget *header = strip->parentWidget();
     const QRectF headerFrame = header ? platform::bottomLeftFrame(header) : QRectF();
-    const double right = headerFrame.x() + headerFrame.width();
-    double x = right - g_vlActionAddtionView_NormalWidth - g_vlActionAdditionView_RightMargin;
-    double width = g_vlActionAddtionView_NormalWidth;
-    if (x < g_vlActionAdditionView_MinX) {
-        x = g_vlActionAdditionView_MinX;
-        width = right - g_vlActionAdditionView_MinX - g_vlActionAdditionView_RightMargin;
-    }
-    platform::setBottomLeftFrame(strip, QRectF(x, y, width, strip->height()));
+    const double right = headerFrame.x() + headerFrame.width() - g_vlActionAdditionView_RightMargin;
+    const double x = qMax(right - g_vlActionAddtionView_NormalWidth, g_vlActionAdditionView_MinX);
+    platform::setBottomLeftFrame(strip, QRectF(x, y, right - x, strip->height()));
 }
 
 // A copy of the strips found, made before the first one is moved: moving a view runs foreign code.
@@ -139,8 +134,7 @@ rt::Value drawHeader(HookRowName row, const QString &headerClass, const HeaderPa
         if (!isExactly(view.get(), headerClass))
             return;
         const Strips strips = parts.strips(view.get());
-        const auto *header = dynamic_cast<const QWidget *>(view.get());
-        if (header && !strips.isEmpty())
+        if (const auto *header = dynamic_cast<const QWidget *>(view.get()))
             placeStrips(strips, parts.hasTimeZone(header));
     });
     return drawn;

@@ -126,8 +126,6 @@ const HookRow &hookRow(HookRowName name) {
 
 bool installHook(const HookRow &row) {
     rt::Class *cls = rt::classNamed(QString::fromLatin1(row.hostClass));
-    if (!cls)
-        return false;
     const rt::Selector original(row.hostSelector);
     const rt::Selector replacement(row.replacementSelector);
     if (row.kind == HookKind::Class) {

@@ -37,16 +37,12 @@ void vlHookERageMainWindowController::addVelaButtonToToolbar(QWidget *window,
     platform::Toolbar *toolbar = platform::windowToolbar(window);
     if (!toolbar || !toolbar->isToolbarVisible())
         return;
-    const QList<platform::ToolbarItem *> items = toolbar->visibleItems();
-    int index = 0;
-    for (int i = 0; i < int(items.size()); ++i) {
-        if (items[i]->itemIdentifier() == toobarIdentifier)
-            return;
-        if (items[i]->itemIdentifier() == platform::toolbarFlexibleSpaceIdentifier)
-            index = i;
-    }
-    const bool needsSeparator =
-        index != 0 && items[index - 1]->itemIdentifier() != platform::toolbarSeparatorIdentifier;
+    QStringList shown;
+    for (const platform::ToolbarItem *item : toolbar->visibleItems())
+        shown.append(item->itemIdentifier());
+    const int index = qMax(0, int(shown.lastIndexOf(platform::toolbarFlexibleSpaceIdentifier)));
+    const bool needsSeparator = index != 0 && shown[index - 1] != platform::toolbarSeparatorIdentifier;
+    // The tool-bar refuses an item that it already has.
     if (toolbar->insertItem(toobarIdentifier, index) && needsSeparator)
         toolbar->insertItem(platform::toolbarSeparatorIdentifier, index);
 }

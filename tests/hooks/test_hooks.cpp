@@ -243,6 +243,7 @@ TEST_F(HooksTest, NothingIsSavedSentOrDeletedWhenThePluginCannotTellWhetherItMay
     rt::send(&editor, "sendMeetingPostValidate");
     fakehost::during() = [] { throw std::runtime_error("broken"); };
     EXPECT_EQ(rt::send(&event, "deleteEventNow"), rt::Value(false));
+    rt::send(&event, "cancelMeetingInWindow:", rt::Value());
     EXPECT_TRUE(calls().isEmpty());
 }
 
@@ -379,11 +380,18 @@ TEST_F(HooksTest, TheItemsStandBeforeTheLastFlexibleSpaceAndComeBackWithTheDefau
         EXPECT_TRUE(offered.contains(vlSchedulePACToolbarItemIdentifier));
         EXPECT_TRUE(offered.contains(vlOpenLogFolderIdentifier));
     }
+    desktop.userDefaults->values.clear();
+    HostWindow hidden({u"A"_s});
+    hidden.toolbar->hide();
+    addBoth();
+    EXPECT_EQ(hidden.shown(), QStringList{u"A"_s});
 }
 
 TEST_F(HooksTest, LoadingAddsTheItemsToTheOpenWindowsAndMakesThemWork) {
     EXPECT_EQ(itemsAfterLoading,
               (QStringList{vlStartToolbarItemIdentifier, vlScheduleToolbarItemIdentifier, u"A"_s}));
-    vlCommandItemMgr::sharedInstance().SendToolbarItemCommand(qint32(ToolbarCommand::ScheduleNewMeeting));
+    EXPECT_EQ(
+        vlCommandItemMgr::sharedInstance().SendToolbarItemCommand(qint32(ToolbarCommand::ScheduleNewMeeting)),
+        0);
     EXPECT_TRUE(platform::services().mainThreadDictionary.contains(keyFlagAutoAddToVlMeeting));
 }
