@@ -11,18 +11,13 @@ using google::protobuf::MessageLite;
 bool vlProtoBufConvert::ProtoToByteStream(const MessageLite *message, unsigned char *&buffer, int &size) {
     buffer = nullptr;
     size = 0;
-    if (!message || message->ByteSizeLong() > std::size_t(std::numeric_limits<int>::max()))
+    // Checked first, because the serialiser may throw for a message that lacks a required field.
+    if (!message || !message->IsInitialized() ||
+        message->ByteSizeLong() > std::size_t(std::numeric_limits<int>::max()))
         return false;
     size = int(message->ByteSizeLong());
     buffer = static_cast<unsigned char *>(std::malloc(std::size_t(size)));
-    if (!buffer)
-        return false;
-    // Checked first, because the serialiser may throw for a message that lacks a required field.
-    if (message->IsInitialized() && message->SerializeToArray(buffer, size))
-        return true;
-    FreeProtoByteStream(buffer, size);
-    buffer = nullptr;
-    return false;
+    return buffer && message->SerializeToArray(buffer, size);
 }
 
 void vlProtoBufConvert::FreeProtoByteStream(unsigned char *buffer, int) {
@@ -34,7 +29,6 @@ bool vlProtoBufConvert::ProtoFromByteStream(MessageLite *message, const void *by
         return false;
     google::protobuf::io::ArrayInputStream array(bytes, size);
     google::protobuf::io::CodedInputStream input(&array);
-    input.SetTotalBytesLimit(totalBytesLimit);
     input.SetRecursionLimit(recursionLimit);
     return message->MergePartialFromCodedStream(&input);
 }

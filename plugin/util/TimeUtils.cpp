@@ -2,15 +2,12 @@
 
 #include "platform/Literals.h"
 
-#include <limits>
-
 namespace {
 
 const QString dateForm = u"yyyy-MM-dd"_s;
 const QString timeForm = u"HH:mm:ss"_s;
 const QString textForm = u"yyyy-MM-dd HH:mm:ss"_s;
 constexpr qint64 millisecondsPerSecond = 1000;
-constexpr qint64 largestTimestamp = std::numeric_limits<qint64>::max() / millisecondsPerSecond;
 
 // Reads a time that the clock change skips with the offset from before the change, which moves it past the
 // change by the skipped amount. The appointment is then shown a little late and not in 1970.
@@ -47,9 +44,7 @@ QString TimeUtils::stringToTimestamp(const QString &text) {
 }
 
 QDateTime TimeUtils::timestampToDate(qint64 seconds) {
-    if (seconds > largestTimestamp || seconds < -largestTimestamp)
-        return {};
-    return QDateTime::fromMSecsSinceEpoch(seconds * millisecondsPerSecond, Qt::UTC);
+    return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC);
 }
 
 QString TimeUtils::localToGMT(const QString &text, const QTimeZone &zone) {

@@ -70,10 +70,7 @@ QString vlGetFileVersion(const QString &path) {
 }
 
 qint32 vlGetFileSizeFromPath(const QString &path) {
-    const QFileInfo item(path);
-    if (path.isEmpty() || !item.exists())
-        return 0;
-    return qint32(qMin<qint64>(item.size(), std::numeric_limits<qint32>::max()));
+    return qint32(qMin<qint64>(QFileInfo(path).size(), std::numeric_limits<qint32>::max()));
 }
 
 bool vlCreateFile(const QString &path, const QString &text) {

@@ -4,6 +4,7 @@
 #include "platform/services/propertylist/PropertyList.h"
 
 #include <QWidget>
+#include <algorithm>
 
 namespace {
 
@@ -40,10 +41,7 @@ QString trimmed(const QString &text, Predicate belongs) {
 } // namespace
 
 bool vlOLUtils::kindofClass(const rt::Object *object, const QString &className) {
-    if (!object || className.isEmpty())
-        return false;
-    const rt::Class *cls = rt::classNamed(className);
-    return cls && rt::isKindOf(object, cls);
+    return rt::isKindOf(object, rt::classNamed(className));
 }
 
 bool vlOLUtils::kindofClass(const QWidget *view, const QString &className) {
@@ -75,17 +73,9 @@ QByteArray vlOLUtils::stringToNSData(const QString &text) {
 QString vlOLUtils::trimAllSpace(const QString &text) {
     if (text.isNull())
         return {};
-    QStringView rest = trimmedWhile(text, isBlank);
     QString result = u""_s;
-    while (!rest.isEmpty()) {
-        qsizetype begin = 0;
-        while (begin < rest.size() && isBlankOrLineBreak(rest[begin]))
-            ++begin;
-        rest = rest.sliced(begin);
-        const qsizetype space = rest.indexOf(u' ');
-        result += space < 0 ? rest : rest.first(space);
-        rest = space < 0 ? QStringView() : rest.sliced(space);
-    }
+    for (const QStringView run : trimmedWhile(text, isBlank).tokenize(u' '))
+        result += QStringView(std::find_if_not(run.begin(), run.end(), isBlankOrLineBreak), run.end());
     return result;
 }
 

@@ -33,7 +33,7 @@ TEST(Json, ATextHasEveryValueThatThereIsAndIsReadAsOneValue) {
     const QVariantMap record{
         {"list", QVariantList{QVariant(), true, rt::nullMarker()}},
         {"null", QString()},
-        {"number", std::numeric_limits<qint64>::max()},
+        {"number", quint64(std::numeric_limits<qint64>::max())},
         {"text", u"\u20ac"_s},
         {"unsigned", quint64(9007199254740993)}, // a double cannot hold it
     };
