@@ -297,10 +297,15 @@ TEST_F(SettingsSheet, StartsWithTheMeetingOfTheEditorAndReadsThePersonalOneAnew)
 TEST_F(SettingsSheet, IsGoneWithItsWindowAndTellsNobody) {
     QWidget another;
     another.show();
-    sheets.addSchSettingWindowToArray(editor.id(), {}, editor.window);
-    sheets.addSchSettingWindowToArray(editor.id(), {}, &another); // a new window with the same identifier
-    EXPECT_EQ(controller()->parentWindow(), &another);
     const QString id = editor.id();
+    sheets.addSchSettingWindowToArray(id, {}, editor.window);
+    sheets.addSchSettingWindowToArray(id, {}, nullptr);
+    sheets.refreshSettingWindow(id); // nothing is shown yet
+    platform::windowWillClose(&another);
+    EXPECT_TRUE(sheets.hasSchSettingWindow(id));
+    EXPECT_FALSE(sheets.hasSchSettingWindow(u"another"_s));
+    sheets.addSchSettingWindowToArray(id, {}, &another); // a new window with the same identifier
+    EXPECT_EQ(controller()->parentWindow(), &another);
     show();
     editor.editor.close();
     EXPECT_FALSE(sheets.hasSchSettingWindow(id));
@@ -338,7 +343,7 @@ TEST_F(OnBehalf, TheSheetGrowsDownwardsByABannerWithTheNameToTheLetter) {
         EXPECT_EQ(scheduledFor(), address);
         EXPECT_EQ(sheet()->geometry(), small.adjusted(0, 0, 0, banner()->minimumHeight()));
     }
-    EXPECT_EQ(banner()->palette().color(QPalette::Window), QColor(99, 192, 64));
+    EXPECT_EQ(picture(*banner()).pixelColor(1, 1), QColor(99, 192, 64));
     auto *label = find<QLabel>("_textOnbehalfInfo");
     EXPECT_TRUE(label->text().contains(u"Bo %@ <b>"_s)) << qPrintable(label->text());
     EXPECT_TRUE(label->text().endsWith(QChar(0x2026))) << "it is cut visibly";
@@ -350,7 +355,9 @@ TEST_F(OnBehalf, TheSheetGrowsDownwardsByABannerWithTheNameToTheLetter) {
     editor.account.values["emailAddress"] = u"stranger@example.com"_s; // has not allowed it
     show();
     EXPECT_TRUE(banner()->isHidden());
-    EXPECT_FALSE(find<QCheckBox>("usePMI")->isHidden());
+    const auto *personal = find<QCheckBox>("usePMI");
+    EXPECT_FALSE(personal->isHidden());
+    EXPECT_TRUE((personal->text() + personal->toolTip()).contains(u"123-456-7890"_s));
     EXPECT_EQ(sheet()->geometry(), small);
     EXPECT_EQ(scheduledFor(), u""_s);
 }

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int smallestWidth = 96; // points
 
-// The box orders the buttons as the desktop does.
+// The box orders the buttons as the desktop does; when it is shown, the one that accepts becomes the default.
 QPushButton *addButton(QDialogButtonBox *box, const QString &name, QDialogButtonBox::ButtonRole role) {
     auto *button = new QPushButton;
     button->setObjectName(name);
@@ -34,7 +34,6 @@ ButtonGroupViewController::ButtonGroupViewController(SheetOwner *windowControlle
         return;
     buttonContinue = addButton(box, u"buttonContinue"_s, QDialogButtonBox::AcceptRole);
     buttonCancel = addButton(box, u"buttonCancel"_s, QDialogButtonBox::RejectRole);
-    buttonContinue->setDefault(true);
     connect(buttonContinue, &QPushButton::clicked, this, &ButtonGroupViewController::onClickContinue);
     connect(buttonCancel, &QPushButton::clicked, this, &ButtonGroupViewController::onClickCancel);
 }

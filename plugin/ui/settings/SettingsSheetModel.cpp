@@ -47,10 +47,6 @@ QString SettingsSheetModel::personalMeetingNumber() const {
     return vlSettingData::getFormatRoomMeetingId(m_settings.roomMeetingId());
 }
 
-void SettingsSheetModel::chooseAudioType(int type, const QList<int> &offered) {
-    m_settings.setAudioType(offered.contains(type) ? type : int(vlSettingData::AudioType::NoChoice));
-}
-
 bool SettingsSheetModel::showsThirdPartyText() const {
     return m_settings.audioType() == int(vlSettingData::AudioType::ThirdParty);
 }

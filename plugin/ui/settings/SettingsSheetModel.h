@@ -31,8 +31,6 @@ public:
     [[nodiscard]] bool isForOther() const;
     [[nodiscard]] bool usesPersonalMeeting() const { return !isForOther() && m_settings.usePMI(); }
     [[nodiscard]] QString personalMeetingNumber() const; // in groups
-    // A type that the sheet does not offer means no choice.
-    void chooseAudioType(int type, const QList<int> &offered);
     [[nodiscard]] bool showsThirdPartyText() const;
 
     // The initial text of the sheet; null if the user has none.

@@ -182,7 +182,8 @@ void VlSettingViewController::initializeItems() {
     setOn(m_host.off, !m_settingData.hostvideoOn());
     setOn(m_participants.on, m_settingData.paticipantvideoOn());
     setOn(m_participants.off, !m_settingData.paticipantvideoOn());
-    showAudioType(m_settingData.audioType());
+    for (QRadioButton *button : audioButtons())
+        setOn(button, tagOf(button) == m_settingData.audioType());
     thirdPartyAudioButton->setVisible(m_settingData.enableThirdPartyAudio());
     showThirdPartyAudio();
     showPassword();
@@ -192,11 +193,6 @@ void VlSettingViewController::initializeItems() {
     for (QAbstractButton *control : m_sheet->findChildren<QAbstractButton *>())
         if (!qobject_cast<QPushButton *>(control))
             outlineOnDark(control);
-}
-
-void VlSettingViewController::showAudioType(int type) {
-    for (QRadioButton *button : audioButtons())
-        setOn(button, tagOf(button) == type);
 }
 
 void VlSettingViewController::showThirdPartyAudio() {
@@ -211,7 +207,6 @@ void VlSettingViewController::showPassword() {
     passwordFormatter->setShownText(m_settingData.meetingPassword());
     passwordTextField->setText(m_settingData.meetingPassword());
     passwordTextField->setVisible(required);
-    passwordTextField->setEnabled(required);
 }
 
 void VlSettingViewController::showPersonalMeeting() {
@@ -260,22 +255,15 @@ void VlSettingViewController::onClickvideoParticipantMatrix() {
 }
 
 void VlSettingViewController::onClickAudioConfType(const QRadioButton *sender) {
-    const int type = tagOf(sender);
-    showAudioType(type);
-    QList<int> offered;
-    for (const QRadioButton *button : audioButtons())
-        offered.append(tagOf(button));
-    m_model.chooseAudioType(type, offered);
+    m_settingData.setAudioType(tagOf(sender));
     updateCtrlPos();
 }
 
 void VlSettingViewController::onClickRequiredMeetingPswButton() {
     const bool required = requiredMeetingPswButton->isChecked();
     passwordTextField->setVisible(required);
-    if (required) {
-        passwordTextField->setEnabled(true);
+    if (required)
         m_windowController->makeFirstResponderWithObject(passwordTextField);
-    }
     m_settingData.setRequiredMeetingPassword(required);
 }
 

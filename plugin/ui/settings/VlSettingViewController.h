@@ -54,7 +54,6 @@ private:
     void findOutlets();
     void connectActions();
     void nameForAccessibility();
-    void showAudioType(int type);
     void showThirdPartyAudio();
     void showPassword();
     void showPersonalMeeting();

@@ -75,7 +75,6 @@ void VlSettingWindowController::showWindowSheet() {
 
 // Escape and the window's close button have the effect of Cancel.
 void VlSettingWindowController::endSheet(int result) {
-    m_window->hide();
     m_buttons->postCommitCommand(result == QDialog::Accepted);
 }
 

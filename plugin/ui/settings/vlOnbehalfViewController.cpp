@@ -14,19 +14,12 @@ namespace {
 constexpr QColor bannerColor(99, 192, 64);
 const QString placeholder = u"%@"_s;
 
-// Inserts the name literally: it may contain placeholders.
-QString filledIn(QString format, const QString &name) {
-    const qsizetype at = format.indexOf(placeholder);
-    return at < 0 ? format : format.replace(at, placeholder.size(), name);
-}
-
 void paintBanner(QWidget *view, QLabel *label) {
     QPalette palette = view->palette();
     palette.setColor(QPalette::Window, bannerColor);
     palette.setColor(QPalette::WindowText, Qt::black); // readable on this green in a dark palette too
     view->setAutoFillBackground(true);
     view->setPalette(palette);
-    label->setPalette(palette);
     label->setTextFormat(Qt::PlainText);
 }
 
@@ -51,7 +44,8 @@ void vlOnbehalfViewController::initFields() {
         const vlOnbehalfData &onbehalf = vlOnbehalfData::sharedInstance();
         const QString name =
             onbehalf.getDisplayNameWithOnbehalfEmail(onbehalf.onbehalfEmail(m_model.apptWindowID()));
-        showText(filledIn(vlLocalizedString(uiKeys::onBehalfInfo), name));
+        // Inserted literally: the name may contain placeholders.
+        showText(vlLocalizedString(uiKeys::onBehalfInfo).replace(placeholder, name));
     }
     updateCtrlPos();
 }
@@ -70,7 +64,6 @@ void vlOnbehalfViewController::updateCtrlPos() {
     const bool needed = needDisplayOnbehalfView();
     if (needed != m_view->isHidden())
         return;
-    settingWindow->layout()->activate();
     const int change = needed ? selfConstraintHeight.constant() : -selfConstraintHeight.constant();
     const int height = settingWindow->height() + change;
     m_view->setVisible(needed);
