@@ -66,11 +66,11 @@ int vlApptUIActionMgr::addPACMeeting(EditorStrip *strip, PACAccount account) {
     return vlMeetingMgr::sharedInstance().sendVlMeetingCommand(command, strip);
 }
 
-int vlApptUIActionMgr::cancelVLMeeting(EditorStrip *strip, int) {
+int vlApptUIActionMgr::cancelVLMeeting(EditorStrip *strip) {
     return vlMeetingMgr::sharedInstance().sendVlMeetingCommand(MeetingCommand::CmdCancelMeeting, strip);
 }
 
-int vlApptUIActionMgr::changeVLMeeting(EditorStrip *strip, int) {
+int vlApptUIActionMgr::changeVLMeeting(EditorStrip *strip) {
     return vlMeetingMgr::sharedInstance().sendVlMeetingCommand(MeetingCommand::CmdChangeSettings, strip);
 }
 

@@ -28,6 +28,8 @@ TEST_F(Strip, TellsWhatASaveNeeds) {
         return editor.strip().getVlDataStatus();
     };
     EXPECT_EQ(needs(StripState::NoMeeting), DataStatus::NothingToDo) << "the strip has no adapter yet";
+    EXPECT_FALSE(editor.strip().blockDeleteVelaMeeting());
+    editor.strip().onClickChangeSettings();
     editor.editor.pends("body", "<html><body>Typed before</body></html>");
     editor.attach();
     EXPECT_EQ(needs(StripState::NoMeeting), DataStatus::NothingToDo);
@@ -43,6 +45,10 @@ TEST_F(Strip, TellsWhatASaveNeeds) {
     EXPECT_EQ(needs(StripState::Hidden), DataStatus::NothingToSend) << "as before";
     editor.event.values["isOccurrence"] = true;
     EXPECT_EQ(needs(StripState::MeetingAttached), DataStatus::NothingToDo) << "a day of a series has none";
+    EditorWithStrip day;
+    day.event.values["isOccurrence"] = true;
+    day.open();
+    EXPECT_TRUE(shownButtons(day.strip()).isEmpty());
 }
 
 // Its window may close while the host saves. The workflow is told a moment later.
@@ -55,6 +61,8 @@ TEST_F(Strip, OfAStoredMeetingShowsItAndLetsTheHostSave) {
     EXPECT_EQ(vlMeetingDataMgr::sharedInstance().getSavedApptInfo().value(vl_ApptInfo_Subject), u"Review"_s);
     editor.open(); // a second double click
     EXPECT_EQ(editor.editor.called, QStringList{hostSave});
+    editor.editor.pends("summary", "New");
+    EXPECT_EQ(editor.strip().getVlDataStatus(), DataStatus::UpdateMeeting);
 
     EditorWithStrip closing;
     closing.event.values = editor.event.values;
@@ -118,8 +126,11 @@ TEST_F(Strip, ShowsTheButtonsOfItsStateAndSendsTheCommandOfAClick) {
     enableAudioConferences(true);
     EXPECT_TRUE(repaints(editor.strip(), [&editor] { editor.strip().onUIChanged(StripState::Hidden); }));
     EXPECT_TRUE(shownButtons(editor.strip()).isEmpty());
-    for (const int edge : {0, 399})
-        EXPECT_NE(column(edge, 10), column(edge, 11)) << "it draws no dots";
+    const QImage dots = picture(editor.strip(), 4);
+    for (const int edge : {0, 4 * 400 - 1}) {
+        EXPECT_EQ(dots.pixelColor(edge, 4 * 70 - 3), QColor(Qt::black)) << "it draws no dots";
+        EXPECT_EQ(dots.pixelColor(edge, 4 * 70 - 9), QColor(Qt::white)) << "it draws a line";
+    }
     editor.strip().onUIChanged(StripState::NoMeeting);
     EXPECT_EQ(shownButtons(editor.strip()), (QStringList{echo(audioKey), echo(addKey)}));
     button(editor.strip(), addKey)->click();
@@ -137,7 +148,9 @@ TEST_F(Strip, ShowsTheButtonsOfItsStateAndSendsTheCommandOfAClick) {
 
     command = MeetingCommand::CmdNone;
     for (const StripState state : {StripState::MeetingAttached, StripState(7)}) { // unknown: as before
+        button(editor.strip(), settingsKey)->move(0, 0);
         editor.strip().onUIChanged(state);
+        EXPECT_EQ(button(editor.strip(), settingsKey)->geometry(), QRect(16, -2, 110, 60));
         EXPECT_EQ(shownButtons(editor.strip()), (QStringList{echo(removeKey), echo(settingsKey)}));
         button(editor.strip(), addKey)->click();
         accounts[1]->trigger();
@@ -158,6 +171,12 @@ TEST_F(Strip, ShowsTheButtonsOfItsStateAndSendsTheCommandOfAClick) {
     EXPECT_NE(command, MeetingCommand::CmdChangeSettings);
     EXPECT_TRUE(settings->isEnabled());
     EXPECT_TRUE(settings->toolTip().isEmpty());
+    platform::services().pluginBundle = platform::makeFolderBundle(u"" PLUGIN_RESOURCES ""_s);
+    const auto image = [&editor, settings](bool enabled) {
+        editor.strip().enableChangeSettingButton(enabled);
+        return picture(*settings).copy(0, 0, 110, 30); // without the title
+    };
+    EXPECT_NE(image(false), image(true));
 }
 
 TEST_F(Strip, CanBeUsedByKeyboardAloneAndItsMenuByAPointerThatIsInside) {
@@ -206,6 +225,8 @@ TEST_F(Strip, CanBeUsedByKeyboardAloneAndItsMenuByAPointerThatIsInside) {
     EXPECT_EQ(command, MeetingCommand::CmdNone) << "a press only opens the menu";
     editor.strip().onUIChanged(StripState::MeetingAttached);
     EXPECT_TRUE(button(editor.strip(), settingsKey)->hasFocus()) << "the hidden button took the focus away";
+    QTest::keyClick(button(editor.strip(), settingsKey), Qt::Key_Tab);
+    EXPECT_TRUE(button(editor.strip(), removeKey)->hasFocus());
     editor.editor.locationField()->setFocus();
     editor.strip().onUIChanged(StripState::NoMeeting);
     EXPECT_TRUE(editor.editor.locationField()->hasFocus());

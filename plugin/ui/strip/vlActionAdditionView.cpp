@@ -43,8 +43,6 @@ const QString imageSettings = u"Settings_normal"_s;
 const QString imageSettingsDisabled = u"Settings_disable"_s;
 const QString imageAudioConference = u"Add_Personal_Audio_Conference"_s;
 
-constexpr int meetingType = 0; // there is only one
-
 // Connects a button or a menu item; exceptions thrown by the action do not leave it.
 template<typename Sender, typename Signal>
 void onClick(Sender *sender, Signal signal, vlActionAdditionView *strip,
@@ -116,8 +114,7 @@ void vlActionAdditionView::initMembers(rt::Object *windowController, rt::Object 
         m_ownWindow = rt::widgetValue(rt::send(windowController, selectorWindow));
     }
     m_idECCalendarEvent = rt::Weak<>(event);
-    if (!vlECCalendarEvent(event).isSupportVela())
-        m_model.setIsSupportVela(false);
+    m_model.setIsSupportVela(vlECCalendarEvent(event).isSupportVela());
 }
 
 void vlActionAdditionView::attachOutlookERCalendarEventEditorWindowController(rt::Object *windowController) {
@@ -181,9 +178,7 @@ void vlActionAdditionView::setActionToSuccess() {
 void vlActionAdditionView::onWindowWillClose(QWidget *window) {
     if (!m_ownWindow || window != m_ownWindow)
         return;
-    vlActionAdditionViewMonitor::sharedInstance().removeVlActionAdditionViewInstance(this);
-    hide();
-    setParent(nullptr);
+    setParent(nullptr); // hides it, and the monitor finds it no longer
     m_ownWindow = nullptr;
     m_context->strip = nullptr;
     platform::services().runLoop->callAfter(closeReportDelay, [context = m_context] {
@@ -216,7 +211,6 @@ void vlActionAdditionView::createVLButton() {
     m_changeButton = makeButton(this, gChangeSettingButtonFrame, imageSettings, uiKeys::changeSettingButton,
                                 &vlActionAdditionView::onClickChangeSettings);
     setTabOrder(m_addButton, m_addPACButton);
-    setTabOrder(m_addPACButton, m_changeButton);
     setTabOrder(m_changeButton, m_cancelButton);
 }
 
@@ -226,12 +220,10 @@ void vlActionAdditionView::createAddPACButton() {
     m_addPACButton->hide();
     m_addPACButton->setImage(BundleImage(imageAudioConference));
     m_addPACButton->setTitle(vlLocalizedString(uiKeys::addPACButton));
-    onClick(m_addPACButton, &QAbstractButton::clicked, this, &vlActionAdditionView::onClickAddPACAccount1);
 
     m_addPACButtonPopupMenu = std::make_unique<QMenu>();
     QAction *title = m_addPACButtonPopupMenu->addAction(QString()); // the menu's title, never shown
     title->setVisible(false);
-    onClick(title, &QAction::triggered, this, &vlActionAdditionView::onClickAddPACAccount1);
     QAction *first = m_addPACButtonPopupMenu->addAction(vlLocalizedString(uiKeys::account1));
     onClick(first, &QAction::triggered, this, &vlActionAdditionView::onClickAddPACAccount1);
     m_addPACButtonPopupMenu->addSeparator();
@@ -273,7 +265,6 @@ void vlActionAdditionView::enableChangeSettingButton(bool enabled) {
     m_changeButton->setToolTip(enabled ? QString() : vlLocalizedString(uiKeys::notAllowChangeSettingsTip));
     m_changeButton->setImage(BundleImage(enabled ? imageSettings : imageSettingsDisabled));
     m_changeButton->setEnabled(enabled);
-    update();
 }
 
 void vlActionAdditionView::onClickAddVelaMeeting() {
@@ -294,14 +285,14 @@ void vlActionAdditionView::onClickCancelVelaMeeting() {
     if (m_model.state() != StripState::MeetingAttached)
         return;
     const QPointer<vlActionAdditionView> alive(this);
-    vlApptUIActionMgr::sharedInstance().cancelVLMeeting(this, meetingType);
+    vlApptUIActionMgr::sharedInstance().cancelVLMeeting(this);
     if (alive)
         enableChangeSettingButton(true);
 }
 
 void vlActionAdditionView::onClickChangeSettings() {
     const QPointer<vlActionAdditionView> alive(this);
-    vlApptUIActionMgr::sharedInstance().changeVLMeeting(this, meetingType);
+    vlApptUIActionMgr::sharedInstance().changeVLMeeting(this);
     if (alive && m_pERCalendarEventEditorViewCtrl)
         m_pERCalendarEventEditorViewCtrl->setIsDirty(true);
 }

@@ -25,12 +25,12 @@ EditorStrip *asStrip(QWidget *widget) {
 } // namespace
 
 void vlActionAdditionViewMonitor::addVlActionAdditionViewInstance(QWidget *strip) {
-    if (asStrip(strip) && !m_strips.contains(strip))
+    if (asStrip(strip))
         m_strips.append(strip);
 }
 
 void vlActionAdditionViewMonitor::removeVlActionAdditionViewInstance(QWidget *strip) {
-    m_strips.removeIf([strip](const auto &entry) { return entry.isNull() || entry == strip; });
+    m_strips.removeAll(strip);
 }
 
 // Iterates over a copy, because a call to a host object may close a window.

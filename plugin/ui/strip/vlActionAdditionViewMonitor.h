@@ -12,7 +12,7 @@
 // found. Lookups search in order of registration and return nullptr without a match. Main thread only.
 class vlActionAdditionViewMonitor : public EditorStrips, public SharedObject<vlActionAdditionViewMonitor> {
 public:
-    // Ignores a widget that is not a strip and a strip that is already registered.
+    // Ignores a widget that is not a strip.
     void addVlActionAdditionViewInstance(QWidget *strip);
     void removeVlActionAdditionViewInstance(QWidget *strip);
 
