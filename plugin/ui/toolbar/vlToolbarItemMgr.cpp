@@ -25,10 +25,8 @@ constexpr char tagProperty[] = "tag";
 enum StartTag { TagWithVideo = 0, TagWithoutVideo = 1 };
 enum AccountTag { TagAccount1 = 0, TagAccount2 = 1 };
 
-// -1 for an entry without a tag.
 int tagOf(const QAction *choice) {
-    const QVariant tag = choice ? choice->property(tagProperty) : QVariant();
-    return tag.isValid() ? tag.toInt() : -1;
+    return choice->property(tagProperty).toInt();
 }
 
 QString toolTipFor(const QString &key) {
