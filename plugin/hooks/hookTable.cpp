@@ -4,8 +4,6 @@
 #include "plugin/hooks/hookReplacements.h"
 #include "plugin/host/adapters/hostNames.h"
 
-#include <vector>
-
 namespace {
 
 constexpr HookKind instance = HookKind::Instance;
@@ -104,15 +102,8 @@ constexpr bool isInTheOrderOfTheNames() {
 }
 static_assert(isInTheOrderOfTheNames());
 
-const std::vector<rt::Selector> &replacementSelectors() {
-    static const auto *selectors = [] {
-        auto *list = new std::vector<rt::Selector>;
-        for (const HookRow &row : table)
-            list->emplace_back(row.replacementSelector);
-        return list;
-    }();
-    return *selectors;
-}
+// Under which selector a host class has its own implementation now; the null selector before the exchange.
+constinit rt::Selector exchanged[std::size(table)];
 
 } // namespace
 
@@ -128,20 +119,17 @@ bool installHook(const HookRow &row) {
     rt::Class *cls = rt::classNamed(QString::fromLatin1(row.hostClass));
     const rt::Selector original(row.hostSelector);
     const rt::Selector replacement(row.replacementSelector);
-    if (row.kind == HookKind::Class) {
-        rt::addMethod(rt::metaclassNamed(QString::fromLatin1(row.hostClass)), replacement, row.replacement,
-                      row.signature);
-        return classSwizzle::method_ClassSwizzle(cls, original, replacement);
-    }
-    rt::addMethod(cls, replacement, row.replacement, row.signature);
-    return classSwizzle::method_InstanceSwizzle(cls, original, replacement);
+    const bool isOfClass = row.kind == HookKind::Class;
+    rt::addMethod(isOfClass ? cls->metaclass() : cls, replacement, row.replacement, row.signature);
+    if (!(isOfClass ? classSwizzle::method_ClassSwizzle(cls, original, replacement)
+                    : classSwizzle::method_InstanceSwizzle(cls, original, replacement)))
+        return false;
+    exchanged[std::size_t(row.name)] = replacement;
+    return true;
 }
 
 rt::Value callHost(HookRowName row, rt::Object *self, rt::Args arguments) {
-    const rt::Selector selector = replacementSelectors()[std::size_t(row)];
+    const rt::Selector selector = exchanged[std::size_t(row)];
     const rt::Method *method = self ? self->isa()->lookup(selector) : nullptr;
-    // If the host lacks the method, nothing was exchanged and the call would recurse endlessly.
-    if (!method || method->implementation == hookRow(row).replacement)
-        return {};
-    return method->implementation(self, selector, arguments);
+    return method ? method->implementation(self, selector, arguments) : rt::Value();
 }
