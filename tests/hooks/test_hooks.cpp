@@ -233,7 +233,8 @@ TEST_F(HooksTest, TheEditionForItRefusesToSendAMeetingForAnotherPerson) {
 }
 
 TEST_F(HooksTest, NothingIsSavedSentOrDeletedWhenThePluginCannotTellWhetherItMayBe) {
-    for (const char16_t *work : {u"saving an", u"checking for whom", u"deleting a meeting"})
+    for (const char16_t *work :
+         {u"saving an", u"checking for whom", u"deleting a meeting", u"changing a meeting"})
         expectWarning(QString::fromUtf16(work));
     strips.live = {&strip};
     strip.whenAsked = [] { throw std::runtime_error("broken"); };
@@ -244,6 +245,7 @@ TEST_F(HooksTest, NothingIsSavedSentOrDeletedWhenThePluginCannotTellWhetherItMay
     fakehost::during() = [] { throw std::runtime_error("broken"); };
     EXPECT_EQ(rt::send(&event, "deleteEventNow"), rt::Value(false));
     rt::send(&event, "cancelMeetingInWindow:", rt::Value());
+    rt::send(&grid, "subjectChanged:forEvent:andTileView:", u"New"_s, rt::Value(), rt::Value());
     EXPECT_TRUE(calls().isEmpty());
 }
 
