@@ -18,7 +18,6 @@
 namespace {
 
 constexpr qint32 maxPasswordLength = 10;
-constexpr int darkBelow = 128;             // lightness of a window
 constexpr int settingsAreaHeight = 412;    // with the third-party text
 constexpr int audioBoxHeight = 152;        // with the third-party text
 constexpr int besidePersonalMeeting = 100; // points: margins and check mark beside its text
@@ -40,9 +39,10 @@ void setOn(QRadioButton *button, bool on) {
 // palette. The control uses this colour only for the indicator.
 void outlineOnDark(QAbstractButton *control) {
     const QPalette surroundings = control->parentWidget()->palette();
+    const QColor text = surroundings.color(QPalette::WindowText);
     QPalette own; // otherwise the palette is inherited
-    if (surroundings.color(QPalette::Window).lightness() < darkBelow)
-        own.setColor(QPalette::Window, surroundings.color(QPalette::WindowText));
+    if (surroundings.color(QPalette::Window).lightness() < text.lightness())
+        own.setColor(QPalette::Window, text);
     control->setPalette(own);
 }
 
