@@ -26,8 +26,6 @@ bool vlMeetingMgr::checkScheduleOwnerMatched(rt::Object *editor) const {
     if (!vlPluginBuildMgr::supportScheduleFor() || !needCheckOwnerMatched(editor))
         return true;
     const vlERCalendarEventEditorViewController adapter(editor);
-    if (!adapter.isValidConnection())
-        return true;
     const QString onbehalfEmail = adapter.onbehalfEmailAddress();
     return isScheduleOwnerMatched(
         {.isOnBehalf = adapter.isOnBehalf(),

@@ -37,7 +37,7 @@ void updateVlKeyInfoToAppointmentForPAC(rt::Object *record) {
     const vlECMutableCalendarEvent adapter(record);
     const QString location = adapter.location();
     const QString newLocation = conferences.getNewLocationForPAC(location);
-    if (!newLocation.isNull() && newLocation != location)
+    if (newLocation != location)
         adapter.setLocation(newLocation);
     vlMeetingMgr::sharedInstance().cleanVlInfoForUpdApptInfo();
 }

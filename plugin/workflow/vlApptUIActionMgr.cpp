@@ -10,12 +10,6 @@
 
 namespace {
 
-HostAction hostActionOf(const QVariantMap &action) {
-    const qint64 code = rt::integerValue(action.value(keyApptViewActionID));
-    const bool known = code >= qint64(HostAction::None) && code <= qint64(HostAction::ActionCalendarDrag);
-    return known ? HostAction(code) : HostAction::None;
-}
-
 // The command that a save requires in this state; no value if the host may save at once.
 std::optional<MeetingCommand> commandFor(DataStatus status) {
     if (status == DataStatus::DeleteMeeting)
@@ -28,11 +22,9 @@ std::optional<MeetingCommand> commandFor(DataStatus status) {
 } // namespace
 
 void vlApptUIActionMgr::createVlAdditionViewOnCalHeaderContainerView(QWidget *headerView) {
-    const auto &createStrip = WorkflowPorts::instance().createStrip;
-    if (!createStrip || !headerView)
-        return;
     const bool isNewerHost = vlAppHelper::sharedInstance().isOutlookVersionLargeThan2016();
-    createStrip(headerView, isNewerHost ? g_vlAdditionViewFrame_OL2016 : g_vlAdditionViewFrame);
+    WorkflowPorts::instance().createStrip(headerView,
+                                          isNewerHost ? g_vlAdditionViewFrame_OL2016 : g_vlAdditionViewFrame);
 }
 
 int vlApptUIActionMgr::handleVLMeeting(rt::Object *editor, const QVariantMap &action) {
@@ -41,7 +33,7 @@ int vlApptUIActionMgr::handleVLMeeting(rt::Object *editor, const QVariantMap &ac
         return hostMayProceed;
     const ContextScope scope(strip);
     if (!action.isEmpty())
-        strip->setOLUIAction(hostActionOf(action));
+        strip->setOLUIAction(HostAction(rt::integerValue(action.value(keyApptViewActionID))));
     const std::optional<MeetingCommand> command = commandFor(strip->getVlDataStatus());
     if (!command) {
         strip->setActionToSuccess();
@@ -75,6 +67,6 @@ int vlApptUIActionMgr::changeVLMeeting(EditorStrip *strip) {
 }
 
 int vlApptUIActionMgr::closeOLAppointment() {
-    vlMeetingMgr::sharedInstance().clearAllSavedData(true);
+    vlMeetingMgr::sharedInstance().closeOLAppointment(nullptr);
     return 0;
 }

@@ -120,22 +120,11 @@ int vlMeetingMgr::follow(Source source, const Work &work) {
     return (this->*row->next)(work);
 }
 
-// The destructor does not remove the observer, because the services may have been replaced by then.
-vlMeetingMgr::vlMeetingMgr()
-    : m_listens(std::make_shared<bool>(true)) {
+vlMeetingMgr::vlMeetingMgr() {
     static_cast<void>(platform::services().notifications->addObserver(
-        notify_SettingCommit,
-        [this, listens = std::weak_ptr(m_listens)](const QString &, const QVariantMap &userInfo) {
-            if (!listens.expired())
-                onInvokeSettingCommit(userInfo);
+        notify_SettingCommit, [](const QString &, const QVariantMap &userInfo) {
+            sharedInstance().onInvokeSettingCommit(userInfo);
         }));
-}
-
-vlMeetingMgr::~vlMeetingMgr() {
-    if (LinkPorts::instance().finishReceiver == this)
-        LinkPorts::instance().finishReceiver = nullptr;
-    if (BodyPorts::instance().holder == this)
-        BodyPorts::instance().holder = nullptr;
 }
 
 // Commands.
@@ -164,8 +153,6 @@ QVariantMap vlMeetingMgr::getVelaMeetingData(rt::Object *editor) const {
     const QString apptWindowID = vlMeetingWindows::getOLAppointmentWindowID(strip);
     if (!apptWindowID.isNull())
         request.insert(keyApptWindowID, apptWindowID);
-    if (QWidget *window = vlMeetingWindows::windowOfEditor(editor))
-        request.insert(keyEventOwnerWindow, rt::fromWidget(window));
     return request;
 }
 
@@ -203,7 +190,7 @@ int vlMeetingMgr::openSheet(const Work &work) {
 int vlMeetingMgr::refreshSheet(const Work &work) {
     SettingsSheets *sheets = WorkflowPorts::instance().sheets;
     const QString apptWindowID = vlMeetingWindows::getOLAppointmentWindowID(work.strip);
-    if (sheets && sheets->hasSchSettingWindow(apptWindowID))
+    if (sheets)
         sheets->refreshSettingWindow(apptWindowID);
     return nothingStarted;
 }
@@ -565,7 +552,6 @@ void vlMeetingMgr::clearAllSavedData(bool dropEditor) {
     vlMeetingDataMgr::sharedInstance().clearSavedMeetingData();
     vlGetMeetingHelper::sharedInstance().setMeetingData({{vl_MeetingKey, u""_s}});
     context.isNewMeeting = false;
-    context.sentAppointment.clear();
     context.usesProfile = false;
     const auto contexts = MeetingContext::all();
     if (std::none_of(contexts.begin(), contexts.end(), [](const auto &c) { return c->usesProfile; }))

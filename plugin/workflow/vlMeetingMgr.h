@@ -25,9 +25,6 @@ class vlMeetingMgr : public SharedObject<vlMeetingMgr>, public FinishReceiver, p
 public:
     // Starts to observe the commit of the settings sheet.
     vlMeetingMgr();
-    ~vlMeetingMgr() override;
-    vlMeetingMgr(const vlMeetingMgr &) = delete;
-    vlMeetingMgr &operator=(const vlMeetingMgr &) = delete;
 
     [[nodiscard]] WorkflowState state() const { return MeetingContext::atHand().state(); }
     void setState(WorkflowState state) { MeetingContext::atHand().setState(state); }
@@ -47,8 +44,8 @@ public:
     void setMeetingAction(MeetingCommand command) { MeetingContext::atHand().meetingAction = command; }
     [[nodiscard]] MeetingCommand getMeetingAction() const { return MeetingContext::atHand().meetingAction; }
 
-    // The meeting request of an editor: {"apptInfo", "setting", "meetingKey", "keyApptWindowID",
-    // "keyEventOwnerWindow"}. Entries without a value are left out, except the settings.
+    // The meeting request of an editor: {"apptInfo", "setting", "meetingKey", "keyApptWindowID"}. Entries
+    // without a value are left out, except the settings.
     [[nodiscard]] QVariantMap getVelaMeetingData(rt::Object *editor) const;
 
     // Sets the state and reads the user's personal meeting. Does nothing without a profile.
@@ -76,10 +73,9 @@ public:
     // The digest of the loaded meeting's invitation; null when it has none.
     [[nodiscard]] QString getEncodeMail() const;
     // The user's own part of the location: the text without the join URLs of meetings and the names of rooms.
-    // Null without a new join URL.
     [[nodiscard]] QString getOLUserInputLocation(const vlERCalendarEventEditorViewController &editor,
                                                  const QString &oldJoinURL, const QString &joinURL) const;
-    // The meeting's part of the location: the new join URL and the rooms. Null without event or join URL.
+    // The meeting's part of the location: the new join URL and the rooms. Null without one.
     [[nodiscard]] QString getVlLocation(const vlECCalendarEvent &event) const;
 
     // The values to add when the host stores the appointment's record next (see PendingWriteBack).
@@ -172,6 +168,4 @@ private:
                                      const QString &formerURL) const;
     void writeLocation(const vlERCalendarEventEditorViewController &editor, const QString &formerURL,
                        const QString &joinURL);
-
-    std::shared_ptr<bool> m_listens; // the observer works while this exists
 };

@@ -19,9 +19,7 @@ QString vlMeetingWindows::getOLAppointmentWindowID(const EditorStrip *strip) {
 
 QString vlMeetingWindows::getApptWindowIDByWindow(QWidget *window) {
     const EditorStrips *strips = WorkflowPorts::instance().strips;
-    if (!strips || !window)
-        return {};
-    return getOLAppointmentWindowID(strips->getVlActionAdditionViewByWindow(window));
+    return getOLAppointmentWindowID(strips ? strips->getVlActionAdditionViewByWindow(window) : nullptr);
 }
 
 EditorStrip *vlMeetingWindows::stripOfEditor(rt::Object *editor) {
@@ -31,8 +29,7 @@ EditorStrip *vlMeetingWindows::stripOfEditor(rt::Object *editor) {
 
 EditorStrip *vlMeetingWindows::stripOfWindowID(const QString &apptWindowID) {
     const EditorStrips *strips = WorkflowPorts::instance().strips;
-    return strips && !apptWindowID.isEmpty() ? strips->getVlActionAdditionViewByApptWindowID(apptWindowID)
-                                             : nullptr;
+    return strips ? strips->getVlActionAdditionViewByApptWindowID(apptWindowID) : nullptr;
 }
 
 rt::Object *vlMeetingWindows::editorOf(const EditorStrip *strip) {

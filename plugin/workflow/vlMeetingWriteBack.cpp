@@ -18,10 +18,8 @@ constexpr QChar locationSeparator = u';';
 
 // The editor's event if both are valid host objects, else nullptr.
 vlECCalendarEvent *eventOf(const vlERCalendarEventEditorViewController &editor) {
-    if (!editor.isValidConnection())
-        return nullptr;
     vlECCalendarEvent *event = editor.ecCalendarEvent();
-    return event && event->isValidConnection() ? event : nullptr;
+    return event->isValidConnection() ? event : nullptr;
 }
 
 // The text of the location field if the editor has one, else the event's location.
@@ -122,28 +120,26 @@ QString vlMeetingMgr::oldJoinURL(const vlERCalendarEventEditorViewController &ed
     const QString known = candidates.value(0);
     const QString shown = shownLocation(editor);
     // One URL may be a prefix of the other: the longer one that the location shows has to be removed.
-    const qsizetype shownLength = shown.contains(known) ? known.size() : 0;
-    return shown.contains(formerURL) && formerURL.size() > shownLength ? formerURL : known;
+    const bool isFormerShown = shown.contains(formerURL);
+    const bool isLonger = formerURL.size() > known.size() || !shown.contains(known);
+    return isFormerShown && isLonger ? formerURL : known;
 }
 
 QString vlMeetingMgr::getOLUserInputLocation(const vlERCalendarEventEditorViewController &editor,
                                              const QString &oldJoinURL, const QString &joinURL) const {
-    const vlECCalendarEvent *event = eventOf(editor);
-    if (!event || joinURL.isNull())
-        return {};
     QString text = vlOLUtils::trimRLSpace(shownLocation(editor));
     if (text.isEmpty())
         return text;
     removeJoinURLs(text, oldJoinURL, joinURL);
     const vlMeetingDataMgr &store = vlMeetingDataMgr::sharedInstance();
-    for (const QString &room : roomNames(store.getSavedApptInfo()) + roomNames(event->getVlMeetingData()))
+    for (const QString &room : roomNames(store.getSavedApptInfo()) + roomNames(editor.getVlMeetingData()))
         removeLocationPart(text, room, locationSeparator);
     return vlOLUtils::trimRLSpace(text);
 }
 
 QString vlMeetingMgr::getVlLocation(const vlECCalendarEvent &event) const {
     const QString joinURL = getJoinURL();
-    if (!event.isValidConnection() || joinURL.isNull())
+    if (joinURL.isNull())
         return {};
     const QStringList rooms = roomNames(event.getVlMeetingData());
     return rooms.isEmpty() ? joinURL : joinURL + u' ' + rooms.join(u"; "_s);

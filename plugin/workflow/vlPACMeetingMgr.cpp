@@ -27,14 +27,10 @@ PACAccount chosenAccount() {
 void removeAccount(QString &text, int account) {
     const vlGetPACHelper &accounts = vlGetPACHelper::sharedInstance();
     const QString numbers = accounts.pacDialInNumberWithCommaSeparator(account);
-    if (numbers.isNull())
-        return;
     // The text of an account without numbers is only separators: its one empty number removes them.
     for (const QString &number : numbers.split(numberSeparator))
         removeLocationPart(text, number, numberSeparator);
-    const QString meetingID = accounts.pacMeetingID(account);
-    if (!meetingID.isNull())
-        removeLocationPart(text, meetingID, numberSeparator);
+    removeLocationPart(text, accounts.pacMeetingID(account), numberSeparator);
 }
 
 bool isConferenceAdded() {
@@ -85,27 +81,26 @@ int vlPACMeetingMgr::schedulePACMeeting(EditorStrip *strip) {
     const int account = int(chosenAccount());
     const bool isHTML = accounts.supportHtmlInvitationMail(account);
     const QString text = isHTML ? accounts.htmlInvitationMail(account) : accounts.invitationMail(account);
-    if (!text.isEmpty()) {
+    if (text.isEmpty()) {
+        // The account stays selected but is not applied, so no later save writes its numbers.
+        tell(strip, keyAccountNotUsable);
+        strip->onUIChanged(StripState::NoMeeting);
+    } else {
         const rt::Weak<> editor(strip->editorViewController());
         MeetingContext::atHand().isPACApplied = true;
         vlEmailBodyMgr::sharedInstance().updateMailBodyForPAC(editor.get(), text, isHTML);
         updateLocation(editor.get());
-        return 0;
     }
-    // The account stays selected but is not applied, so no later save writes its numbers into the location.
-    tell(strip, keyAccountNotUsable);
-    strip->onUIChanged(StripState::NoMeeting);
     return 0;
 }
 
 int vlPACMeetingMgr::onGetPACActionFinished(const QVariantMap &data) {
     EditorStrip *strip = vlMeetingWindows::stripOfWindowID(rt::textValue(data.value(keyApptWindowID)));
-    if (!isConferenceAdded())
-        return 0;
-    if (knowsTheUsersAccounts())
-        return schedulePACMeeting(strip);
-    // The answer was unreadable: memory holds no accounts or another user's accounts.
-    tell(strip, keyUnreadableAnswer);
+    const bool isReadable = knowsTheUsersAccounts(); // else memory holds none or another user's accounts
+    if (isConferenceAdded() && isReadable)
+        schedulePACMeeting(strip);
+    else if (isConferenceAdded())
+        tell(strip, keyUnreadableAnswer);
     return 0;
 }
 
@@ -113,9 +108,7 @@ QString vlPACMeetingMgr::getLocationWithPACAccountNo(PACAccount account) const {
     const vlGetPACHelper &accounts = vlGetPACHelper::sharedInstance();
     const QString numbers = accounts.pacDialInNumberWithCommaSeparator(int(account));
     const QString meetingID = accounts.pacMeetingID(int(account));
-    if (numbers.isNull() || meetingID.isNull())
-        return {};
-    return numbers + u", "_s + meetingID;
+    return numbers.isNull() ? QString() : numbers + u", "_s + meetingID;
 }
 
 QString vlPACMeetingMgr::getNewLocationForPAC(const QString &location) const {
@@ -129,8 +122,6 @@ QString vlPACMeetingMgr::getNewLocationForPAC(const QString &location) const {
 void vlPACMeetingMgr::updateLocation(rt::Object *editor) {
     const vlERCalendarEventEditorViewController adapter(editor);
     const vlECCalendarEvent *event = adapter.ecCalendarEvent();
-    if (!event || !event->isValidConnection())
-        return;
     const QString location = getNewLocationForPAC(event->location());
     if (location.isNull())
         return;

@@ -31,19 +31,6 @@ inline void installHost(const platform::TestDesktop &desktop, const QString &ver
                   {{u"CFBundleShortVersionString"_s, version}});
 }
 
-// Resets the state of the workflow. For a test or a simulation that has replaced the services: the singletons
-// are recreated on next use, with the services set at that time. Existing references become invalid, and the
-// ports of lower layers that lead to them are emptied.
-inline void startWorkflowAfresh() {
-    RequestOwner::setNobody(MeetingContext::make());
-    SharedObject<CalendarChanges>::renew();
-    SharedObject<vlMeetingMgr>::renew();
-    SharedObject<vlMeetingDataMgr>::renew();
-    SharedObject<vlPACMeetingMgr>::renew();
-    SharedObject<vlApptUIActionMgr>::renew();
-    SharedObject<vlCalendarActionMgr>::renew();
-}
-
 // The link and everything below it.
 struct FreshLink {
     FreshLink() { startAfresh(); }
@@ -60,7 +47,8 @@ private:
     }
 };
 
-// The workflow, too.
+// The workflow, too. Its singletons are recreated on next use, with the services set at that time. Existing
+// references become invalid.
 struct FreshPlugin : FreshLink {
     FreshPlugin() { startAfresh(); }
     ~FreshPlugin() { startAfresh(); }
@@ -68,6 +56,13 @@ struct FreshPlugin : FreshLink {
 private:
     static void startAfresh() {
         WorkflowPorts::instance() = {};
-        startWorkflowAfresh();
+        BodyPorts::instance() = {};
+        RequestOwner::setNobody(MeetingContext::make());
+        SharedObject<CalendarChanges>::renew();
+        SharedObject<vlMeetingMgr>::renew();
+        SharedObject<vlMeetingDataMgr>::renew();
+        SharedObject<vlPACMeetingMgr>::renew();
+        SharedObject<vlApptUIActionMgr>::renew();
+        SharedObject<vlCalendarActionMgr>::renew();
     }
 };
