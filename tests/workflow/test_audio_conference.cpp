@@ -25,7 +25,7 @@ TEST_F(AudioConference, IsWrittenIntoBodyAndLocationAfterUserAndAccountsAreRead)
     appointment->values.insert("location", "Room R");
     givenAnAppointment();
     client.hasAccounts(twoAccounts);
-    manager().sendVlMeetingCommand(CmdAddAudioConference1, strip.get());
+    EXPECT_EQ(manager().sendVlMeetingCommand(CmdAddAudioConference1, strip.get()), 0);
     EXPECT_EQ(storedLocation(), "Room R") << "written before the accounts are read";
     turn();
     EXPECT_EQ(client.asked(), (QList<Asked>{Asked::Profile, Asked::Accounts}));
@@ -40,7 +40,9 @@ TEST_F(AudioConference, IsWrittenIntoBodyAndLocationAfterUserAndAccountsAreRead)
     turn();
     EXPECT_EQ(client.requests().size(), 2);
     EXPECT_EQ(appointment->location(), "Room R 800-2 (US Toll Free), 222");
+    MeetingContext::atHand().pendingWriteBack.emplace().needClearLocation = true;
     EXPECT_EQ(storedLocation(), appointment->location());
+    EXPECT_FALSE(manager().needClearLocation()) << "a later record would lose its location";
 }
 
 TEST_F(AudioConference, TheAccountsOfTheUserBeforeAreReadAgainAndNeverUsed) {
@@ -70,6 +72,10 @@ TEST_F(AudioConference, AnAccountWithoutInvitationGivesAnAlertAndNoMeeting) {
     EXPECT_EQ(alerts.alerts.first().window, editor->window());
     EXPECT_EQ(alerts.alerts.first().message, "[WarnMsg_PACIsDisabled]");
     EXPECT_EQ(strip->shown, QList<StripState>{StripState::NoMeeting});
+    vlPACMeetingMgr &conferences = vlPACMeetingMgr::sharedInstance();
+    EXPECT_EQ(conferences.schedulePACMeeting(nullptr), 0);
+    EXPECT_EQ(conferences.schedulePACMeeting(strip.get()), 0);
+    EXPECT_EQ(conferences.onGetPACActionFinished({}), 0);
     EXPECT_EQ(appointment->location(), "Room R");
     EXPECT_EQ(storedLocation(), "Room R") << "a save has written the numbers";
 }

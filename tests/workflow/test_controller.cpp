@@ -1,4 +1,5 @@
 // The controller: commands, answers of the client, and the end of an editor's work.
+#include "plugin/host/adapters/vlECCalendarEvent.h"
 #include "plugin/workflow/vlCalendarActionMgr.h"
 #include "tests/workflow/WorkflowFixture.h"
 
@@ -25,7 +26,9 @@ TEST_F(Controller, AChangeOfSettingsReadsTheMeetingUnlessItIsLoaded) {
 TEST_F(Controller, AnAddWithoutSheetReadsThePersonalMeetingFirstWhenTheUserPrefersIt) {
     givenAnAppointment();
     givenTheProfileIsLoaded();
-    givenSavedSettings({{vl_Setting_NotShowMeAgain, true}, {vl_Setting_IsPMI, true}});
+    givenSavedSettings(
+        {{vl_Setting_NotShowMeAgain, true}, {vl_Setting_IsPMI, true}, {vl_Setting_AudioOption, 3}});
+    EXPECT_EQ(store().getVlSettingsData(windowID()).value(vl_Setting_AudioOption), 3);
     manager().sendVlMeetingCommand(CmdAddMeeting, strip.get());
     turn();
     EXPECT_EQ(manager().state(), StateAddPMI);
@@ -52,17 +55,26 @@ TEST_F(Controller, AnUnchangedAppointmentIsWrittenAgainWithoutTheClientAndWithou
     EXPECT_EQ(hostOperations(), QStringList{"saveArg:"});
     EXPECT_EQ(manager().state(), StateCommit);
     manager().sendVlMeetingCommand(CmdUpdateMeeting, editor.get()); // the meeting is still loaded
+    manager().sendVlMeetingCommand(CmdUpdateMeeting, editor.get());
     turn();
     EXPECT_EQ(client.timesAsked(Asked::GetMeeting), 1);
+    EXPECT_EQ(hostOperations().size(), 2) << "one turn has saved twice";
     EXPECT_TRUE(editor->record().isNull());
+    givenTheMeetingIsLoaded({{"invitationEmail", ""}});
+    manager().updateMailBodyForSchedule(editor.get());
+    EXPECT_TRUE(editor->body().contains("You are invited"));
 }
 
 TEST_F(Controller, AChangedAppointmentIsSentOnceAndWrittenWithItsRecord) {
     givenAnAppointmentWithAMeeting();
     appointment->values.insert("summary", "Preview");
+    const auto copy = MeetingContext::make(), other = MeetingContext::make();
+    copy->meetingKey = key;
+    copy->loadedMeeting.data = other->loadedMeeting.data = theMeeting();
     strip->action = HostAction::ActionSave;
     manager().sendVlMeetingCommand(CmdUpdateMeeting, editor.get());
     turn();
+    EXPECT_TRUE(copy->loadedMeeting.data.isEmpty() && !other->loadedMeeting.data.isEmpty());
     client.holdsTheMeeting(theMeeting({{"subject", "Preview"}}));
     client.sendsNow(Asked::Update, key + ";" + invitation);
     turn();
@@ -84,6 +96,7 @@ TEST_F(Controller, AnOperationThatWasRefusedOrHasFailedIsNotRepeatedByLaterWork)
         turn();
         EXPECT_EQ(alerts.alerts.size(), 1) << "of the refusal";
         EXPECT_EQ(hostOperations().size(), isRefused ? 0 : 1);
+        EXPECT_TRUE(editor->windowController()->called.isEmpty()) << "the window is closed";
         client.holdsTheMeeting(theMeeting());
         manager().sendVlMeetingCommand(CmdUpdateMeeting, editor.get());
         turn();
@@ -91,6 +104,53 @@ TEST_F(Controller, AnOperationThatWasRefusedOrHasFailedIsNotRepeatedByLaterWork)
         EXPECT_TRUE(editor->record().isNull()) << "the stored meeting counts as a new one";
         theEditorCloses();
     }
+}
+
+TEST_F(Controller, ASaveThatWaitsComparesAgainAfterAChangeOnTheCalendar) {
+    givenAnAppointmentWithAMeeting();
+    strip->status = DataStatus::UpdateMeeting;
+    presses(HostAction::ActionSave);
+    const vlECCalendarEvent event(appointment.get());
+    manager().sendVlMeetingCommand(CmdUpdateMeeting, {{vl_Outlook_ApptInfo, event.getVlMeetingData()}});
+    turn();
+    EXPECT_EQ(client.timesAsked(Asked::GetMeeting), 3) << "the save, the calendar, the save again";
+}
+
+TEST_F(Controller, ANewMeetingThatCouldNotBeReadIsWrittenByTheNextSave) {
+    givenAnAppointment();
+    client.answers(Asked::Schedule, key + ";" + invitation);
+    client.answers(Asked::GetMeeting, "0;Error 3001");
+    manager().sendVlMeetingCommand(CmdScheduleMeeting, editor.get());
+    turn();
+    client.holdsTheMeeting(theMeeting());
+    manager().sendVlMeetingCommand(CmdUpdateMeeting, editor.get());
+    turn();
+    EXPECT_TRUE(editor->record().contains(key));
+}
+
+TEST_F(Controller, AppointmentsThatGotEachOthersAnswersExchangeThem) {
+    FakeAppointment lunch;
+    lunch.values.insert("summary", "Lunch");
+    FakeEditor lunchEditor(lunch);
+    RecordingStrip lunchStrip(lunchEditor);
+    givenAnAppointment();
+    strips.live.append(&lunchStrip);
+    manager().sendVlMeetingCommand(CmdScheduleMeeting, editor.get());
+    manager().sendVlMeetingCommand(CmdScheduleMeeting, &lunchEditor);
+    client.holdsTheMeeting(theMeeting({{"subject", "Lunch"}, {"meetingKey", "key-2"}}));
+    client.sendsNow(Asked::Schedule, "key-2;" + invitation);
+    turn();
+    EXPECT_EQ(strip->shown.last(), StripState::NoMeeting);
+    EXPECT_TRUE(lunchEditor.record().contains("key-2"));
+    EXPECT_EQ(lunchStrip.context()->state(), StateIdle);
+
+    // A copy of a new appointment has a meeting already: it keeps that meeting.
+    lunch.values.insert("summary", "Review");
+    client.holdsTheMeeting(theMeeting({{"meetingKey", "key-2"}}));
+    lunchStrip.context()->loadedMeeting = {};
+    manager().sendVlMeetingCommand(CmdUpdateMeeting, &lunchEditor);
+    turn();
+    EXPECT_EQ(lunchStrip.context()->meetingKey, "key-2");
 }
 
 TEST_F(Controller, WhatOneAppointmentEndsTheOthersDoWithout) {
@@ -124,21 +184,30 @@ TEST_F(Controller, AConfirmedSheetDoesWhatItWasOpenedFor) {
         {{keyVLUserOperator, keyVLSettingCommit}, {keyButtonClickIsOK, true}, {keyApptWindowID, windowID()}});
     turn();
     EXPECT_EQ(client.timesAsked(Asked::Schedule), 1);
+    client.forget();
+    manager().onExcuteCommandFinished(CmdChangeSettings, {{keyApptWindowID, windowID()}}); // it is cancelled
+    turn();
+    EXPECT_TRUE(client.asked().isEmpty());
 }
 
 TEST_F(Controller, AnUpdateOfThePersonalMeetingReadsUserAndMeetingFirst) {
     givenAnAppointmentWithAMeeting();
-    givenTheAccountsAreLoaded();
     givenTheMeetingIsLoaded({{"usePMI", 1}, {"subject", "Old"}});
     client.keepsSilentOn(Asked::Update);
     EXPECT_EQ(manager().getPMIMeetingInfo(strip.get(), StateSettingsPMI), 0);
     EXPECT_EQ(manager().state(), StateIdle) << "it has started without a user";
     manager().sendVlMeetingCommand(CmdUpdateMeeting, editor.get());
     turn();
-    EXPECT_EQ(client.asked(), (QList<Asked>{Asked::Profile, Asked::GetMeeting, Asked::Update}));
-    EXPECT_EQ(client.requests().at(1).key, roomNumber);
+    EXPECT_EQ(client.asked(),
+              (QList<Asked>{Asked::Profile, Asked::Accounts, Asked::GetMeeting, Asked::Update}));
+    EXPECT_EQ(client.requests().at(2).key, roomNumber);
     EXPECT_EQ(client.last().json.value("apptInfo").toMap().value("subject"), "Review");
     EXPECT_EQ(manager().state(), StateUpdatePMI);
+    client.forget();
+    givenTheMeetingIsLoaded({{"usePMI", 1}, {"subject", "Old"}});
+    manager().sendVlMeetingCommand(CmdUpdateMeeting, editor.get()); // the user is known now
+    turn();
+    EXPECT_EQ(client.asked(), (QList<Asked>{Asked::GetMeeting, Asked::Update}));
 }
 
 TEST_F(Controller, ADeleteTakesTheMeetingOutWhetherItSucceededOrNot) {
@@ -157,6 +226,7 @@ TEST_F(Controller, ADeleteTakesTheMeetingOutWhetherItSucceededOrNot) {
         EXPECT_FALSE(store().isVelaMeeting());
         EXPECT_FALSE(vlGetMeetingHelper::sharedInstance().hasMeetingInfo());
         EXPECT_FALSE(vlUserProfileHelper::sharedInstance().hasUserProfile());
+        EXPECT_FALSE(strip->context()->isNewMeeting);
         EXPECT_NE(manager().olWordMailEditor(), nullptr); // the editor stays open
         turn();
         theEditorCloses();
@@ -193,6 +263,9 @@ TEST_F(Controller, WhatIsRunDependsOnTheAttendeesAndOnWhatWasHeldBack) {
         EXPECT_EQ(editor->windowController()->called.size(),
                   c.operations.join("").startsWith("saveAndClose"));
         EXPECT_EQ(store().isVelaMeeting(), !c.forgets);
+        EXPECT_EQ(!manager().olWordMailEditor(), c.forgets);
+        manager().closeOLAppointment(editor.get()); // nothing is held back now
+        EXPECT_EQ(hostOperations().size(), c.operations.contains("saveArg:") ? 2 : c.operations.size());
         theEditorCloses();
     }
 }
@@ -221,6 +294,8 @@ TEST_F(Controller, ASaveIsHeldBackUnlessTheMeetingNeedsNoWork) {
     EXPECT_TRUE(strip->succeeded);
     client.isUninstalled();
     EXPECT_EQ(presses(HostAction::ActionSend), 1) << "the error's own number would let the host go on";
+    strip->blocked = true;
+    EXPECT_EQ(presses(HostAction::ActionSend), 0) << "the appointment of another user";
 }
 
 TEST_F(Controller, AResizeOnTheCalendarSetsStartEndAndWholeMinutes) {
@@ -254,7 +329,7 @@ TEST_F(Controller, AResizeOnTheCalendarSetsStartEndAndWholeMinutes) {
     EXPECT_EQ(vlCalendarActionMgr::sharedInstance().updateSubject(&grid, "Review"), 0);
     turn();
     client.isUninstalled();
-    EXPECT_NE(vlCalendarActionMgr::sharedInstance().updateSubject(&grid, "Review"), 0);
+    EXPECT_EQ(vlCalendarActionMgr::sharedInstance().updateSubject(&grid, "Review"), 1);
     EXPECT_EQ(alerts.alerts.last().window, &calendar);
     EXPECT_EQ(MeetingContext::all().size(), contexts - 1);
 
