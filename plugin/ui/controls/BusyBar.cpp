@@ -2,7 +2,6 @@
 
 #include <QPainter>
 #include <QStyle>
-#include <QTimerEvent>
 #include <cmath>
 #include <numbers>
 
@@ -12,7 +11,7 @@ constexpr int thickness = 8; // points
 constexpr int usualWidth = 312;
 constexpr double pieceShare = 0.3;  // of the bar
 constexpr double firstPhase = 0.25; // in the middle
-constexpr double period = 2400;     // milliseconds for both directions
+constexpr double period = 80;       // frames for both directions
 constexpr int frameMilliseconds = 30;
 constexpr double grooveOpacity = 0.18; // applied to the text's colour
 
@@ -21,9 +20,11 @@ constexpr double grooveOpacity = 0.18; // applied to the text's colour
 BusyBar::BusyBar(QWidget *parent)
     : QProgressBar(parent) {
     setRange(0, 0);
-    setTextVisible(false);
-    setFocusPolicy(Qt::NoFocus);
     setFixedHeight(thickness);
+    connect(&m_frames, &QTimer::timeout, this, [this] {
+        ++m_frame;
+        update();
+    });
 }
 
 QSize BusyBar::sizeHint() const {
@@ -31,36 +32,27 @@ QSize BusyBar::sizeHint() const {
 }
 
 void BusyBar::paintEvent(QPaintEvent *) {
-    const double phase = firstPhase + (m_frames.isActive() ? double(m_shown.elapsed()) / period : 0);
+    const double phase = firstPhase + m_frame / period;
     const double place = (1 - std::cos(2 * std::numbers::pi * phase)) / 2; // 0: left, 1: right
     const double pieceWidth = width() * pieceShare;
     const double radius = height() / 2.0;
+    QColor groove = palette().color(QPalette::WindowText);
+    groove.setAlphaF(grooveOpacity);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setOpacity(grooveOpacity);
-    painter.setBrush(palette().color(QPalette::WindowText));
+    painter.setBrush(groove);
     painter.drawRoundedRect(QRectF(rect()), radius, radius);
-    painter.setOpacity(1);
     painter.setBrush(palette().color(QPalette::Highlight));
     painter.drawRoundedRect(QRectF(place * (width() - pieceWidth), 0, pieceWidth, height()), radius, radius);
 }
 
-void BusyBar::showEvent(QShowEvent *event) {
-    QProgressBar::showEvent(event);
-    m_shown.start();
+void BusyBar::showEvent(QShowEvent *) {
     if (style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) > 0)
-        m_frames.start(frameMilliseconds, this);
+        m_frames.start(frameMilliseconds);
 }
 
-void BusyBar::hideEvent(QHideEvent *event) {
+void BusyBar::hideEvent(QHideEvent *) {
     m_frames.stop();
-    QProgressBar::hideEvent(event);
-}
-
-void BusyBar::timerEvent(QTimerEvent *event) {
-    if (event->timerId() == m_frames.timerId())
-        update();
-    else
-        QProgressBar::timerEvent(event);
+    m_frame = 0;
 }

@@ -1,9 +1,8 @@
 // A progress bar for work of unknown duration.
 #pragma once
 
-#include <QBasicTimer>
-#include <QElapsedTimer>
 #include <QProgressBar>
+#include <QTimer>
 
 // A segment moves from side to side. The styles would fill the whole bar with faint stripes, which looks
 // complete. The segment does not move if the desktop disables animations.
@@ -17,9 +16,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
-    void timerEvent(QTimerEvent *event) override;
 
 private:
-    QBasicTimer m_frames;
-    QElapsedTimer m_shown;
+    QTimer m_frames{this};
+    int m_frame = 0; // since it was shown
 };
