@@ -15,21 +15,17 @@ void StripButton::setImage(const BundleImage &image) {
 
 void StripButton::setTitle(const QString &title) {
     m_face.setTitle(title);
-    setText(title);                             // the mnemonic's shortcut
+    setText(title);                             // sets the mnemonic's shortcut and repaints
     setAccessibleName(m_face.mLable.trimmed()); // some tables pad a title with blanks to position it
-    update();
 }
 
 void StripButton::setEntered(bool isEntered) {
-    if (m_bEntered == isEntered)
-        return;
     m_bEntered = isEntered;
     update();
 }
 
 void StripButton::updateRect() {
-    m_bEntered = isVisible() && canBeEntered() && underMouse();
-    update();
+    m_bEntered = isVisible() && underMouse();
 }
 
 void StripButton::paintEvent(QPaintEvent *) {
@@ -37,36 +33,26 @@ void StripButton::paintEvent(QPaintEvent *) {
         return;
     QPainter painter(this);
     const QRectF imageArea = imageRectangle();
-    if (m_bEntered)
+    if (isEntered())
         m_highlight.draw(painter, imageArea);
     m_face.mImage.draw(painter, imageArea);
     paintTitle(painter);
     drawFocusMark(painter, *this, imageArea);
 }
 
-void StripButton::enterEvent(QEnterEvent *event) {
-    QPushButton::enterEvent(event);
-    if (canBeEntered())
-        setEntered(true);
+void StripButton::enterEvent(QEnterEvent *) {
+    setEntered(true);
 }
 
-void StripButton::leaveEvent(QEvent *event) {
-    QPushButton::leaveEvent(event);
+void StripButton::leaveEvent(QEvent *) {
     setEntered(false);
 }
 
 // If the button appears below the pointer, the toolkit reports the pointer again.
-void StripButton::showEvent(QShowEvent *event) {
+void StripButton::hideEvent(QHideEvent *) {
     m_bEntered = false;
-    QPushButton::showEvent(event);
 }
 
-void StripButton::hideEvent(QHideEvent *event) {
-    m_bEntered = false;
-    QPushButton::hideEvent(event);
-}
-
-void StripButton::resizeEvent(QResizeEvent *event) {
-    QPushButton::resizeEvent(event);
+void StripButton::resizeEvent(QResizeEvent *) {
     updateRect();
 }

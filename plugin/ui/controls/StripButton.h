@@ -13,7 +13,8 @@ public:
     // Also its accessible name; "&" marks its mnemonic.
     void setTitle(const QString &title);
     [[nodiscard]] const QString &title() const { return m_face.mLable; }
-    [[nodiscard]] bool isEntered() const { return m_bEntered; }
+    // Whether the button reacts to the pointer that is over it.
+    [[nodiscard]] bool isEntered() const { return m_bEntered && canBeEntered(); }
 
 protected:
     explicit StripButton(QWidget *parent);
@@ -21,22 +22,20 @@ protected:
     // In the button's coordinates, y downwards.
     [[nodiscard]] virtual QRectF imageRectangle() const = 0;
     virtual void paintTitle(QPainter &painter) const = 0;
-    // Whether the button reacts to the pointer.
-    [[nodiscard]] virtual bool canBeEntered() const = 0;
+    [[nodiscard]] virtual bool canBeEntered() const { return true; }
     [[nodiscard]] const ButtonFace &face() const { return m_face; }
-    void updateRect();
 
     void paintEvent(QPaintEvent *event) override;
     void enterEvent(QEnterEvent *event) override;
     void leaveEvent(QEvent *event) override;
-    void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
     void setEntered(bool isEntered);
+    void updateRect();
 
     ButtonFace m_face;
     HoverHighlight m_highlight;
-    bool m_bEntered = false;
+    bool m_bEntered = false; // the pointer is over the button
 };

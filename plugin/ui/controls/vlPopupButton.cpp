@@ -14,12 +14,6 @@ constexpr double pressedOffset = 1;
 
 } // namespace
 
-// The toolkit's drawing is not called: without border and arrow it would show nothing.
-vlPopupButton::vlPopupButton(QWidget *parent)
-    : StripButton(parent) {
-    setFlat(true);
-}
-
 QRectF vlPopupButton::imageRectangle() const {
     const QSizeF size = face().mImage.size();
     return {QPointF((width() - size.width()) / 2, height() - size.height() - imageBottom), size};
@@ -36,22 +30,19 @@ void vlPopupButton::paintTitle(QPainter &painter) const {
 }
 
 bool vlPopupButton::event(QEvent *event) {
-    if (event->type() != QEvent::Shortcut)
-        return StripButton::event(event);
-    popUpMenu();
-    return true;
+    const bool isMnemonic = event->type() == QEvent::Shortcut;
+    if (isMnemonic)
+        popUpMenu();
+    return isMnemonic || StripButton::event(event);
 }
 
 // Does not call the toolkit's handling, because a press must not send the button's own action.
 void vlPopupButton::mousePressEvent(QMouseEvent *event) {
-    event->accept();
     if (isEntered() && event->button() == Qt::LeftButton)
         popUpMenu();
 }
 
-void vlPopupButton::mouseReleaseEvent(QMouseEvent *event) {
-    event->accept();
-}
+void vlPopupButton::mouseReleaseEvent(QMouseEvent *) {}
 
 void vlPopupButton::keyPressEvent(QKeyEvent *event) {
     if (opensMenu(event->key()))

@@ -8,7 +8,8 @@
 class vlPopupButton : public StripButton {
     Q_OBJECT
 public:
-    explicit vlPopupButton(QWidget *parent = nullptr);
+    explicit vlPopupButton(QWidget *parent = nullptr)
+        : StripButton(parent) {}
 
     // The menu opens at the top left corner of this rectangle; in the button's coordinates, y downwards.
     [[nodiscard]] QRectF iconRect() const;
@@ -16,7 +17,6 @@ public:
 protected:
     [[nodiscard]] QRectF imageRectangle() const override;
     void paintTitle(QPainter &painter) const override;
-    [[nodiscard]] bool canBeEntered() const override { return isVisible(); }
     bool event(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;

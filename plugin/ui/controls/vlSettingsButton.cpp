@@ -20,12 +20,6 @@ void vlSettingsButton::paintTitle(QPainter &painter) const {
     drawTitle(painter, *this, face(), bottom, TitleAnchor::Bottom);
 }
 
-void vlSettingsButton::changeEvent(QEvent *event) {
-    StripButton::changeEvent(event);
-    if (event->type() == QEvent::EnabledChange)
-        updateRect();
-}
-
 void vlSettingsButton::keyPressEvent(QKeyEvent *event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         click();

@@ -16,6 +16,5 @@ protected:
     [[nodiscard]] QRectF imageRectangle() const override;
     void paintTitle(QPainter &painter) const override;
     [[nodiscard]] bool canBeEntered() const override { return isEnabled(); }
-    void changeEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 };
