@@ -13,28 +13,25 @@ namespace {
 constexpr double characterWidth = 5.8; // points per UTF-16 unit of a title
 constexpr int titleSize = 11;          // points of a frame, which are Qt's device-independent pixels
 constexpr double highlightMargin = 3;
-constexpr double focusRadius = 4;
-constexpr int darkBelow = 128; // lightness of a window
 
 const QString titleFamily = u"Lucida Grande"_s;
 const QString imageHighlightLeft = u"settingbg_left"_s;
 const QString imageHighlightCenter = u"settingbg_center"_s;
 const QString imageHighlightRight = u"settingbg_right"_s;
 
-bool isDark(const QWidget &widget) {
-    return widget.palette().color(QPalette::Window).lightness() < darkBelow;
+bool isDark(const QPalette &palette) {
+    return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
 }
 
 } // namespace
 
 void ButtonFace::setTitle(const QString &text) {
     mLable = text.isNull() ? QString() : u""_s;
-    mnemonic = -1;
-    m_lineWidth = -1;
+    mnemonic.reset();
     for (qsizetype at = 0; at < text.size(); ++at) {
         const bool isMark = text[at] == u'&' && at + 1 < text.size();
-        if (isMark && text[++at] != u'&' && mnemonic < 0)
-            mnemonic = int(mLable.size());
+        if (isMark && text[++at] != u'&' && !mnemonic)
+            mnemonic = mLable.size();
         mLable += text[at];
     }
 }
@@ -43,18 +40,8 @@ double ButtonFace::titleX(double width) const {
     return (width - characterWidth * double(mLable.size())) / 2;
 }
 
-const TitleLine &ButtonFace::titleLine(double width) const {
-    const QString family = QApplication::font().family();
-    if (m_lineWidth == width && m_lineFamily == family)
-        return m_line;
-    m_line = measured(width);
-    m_lineWidth = width;
-    m_lineFamily = family;
-    return m_line;
-}
-
 // A title that is too long for the button would begin left of it; it is drawn from the edge instead.
-TitleLine ButtonFace::measured(double width) const {
+TitleLine ButtonFace::titleLine(double width) const {
     TitleLine line;
     line.font.setFamilies({titleFamily, QApplication::font().family()});
     line.font.setPixelSize(titleSize);
@@ -65,9 +52,9 @@ TitleLine ButtonFace::measured(double width) const {
     line.ascent = metrics.ascent();
     line.descent = metrics.descent();
     line.underlineY = metrics.underlinePos();
-    if (mnemonic >= 0 && line.text.left(mnemonic + 1) == mLable.left(mnemonic + 1)) {
-        line.underlineX = line.x + metrics.horizontalAdvance(mLable.left(mnemonic));
-        line.underlineWidth = metrics.horizontalAdvance(mLable[mnemonic]);
+    if (mnemonic && line.text.left(*mnemonic + 1) == mLable.left(*mnemonic + 1)) {
+        line.underlineX = line.x + metrics.horizontalAdvance(mLable.left(*mnemonic));
+        line.underlineWidth = metrics.horizontalAdvance(mLable[*mnemonic]);
     }
     return line;
 }
@@ -86,14 +73,14 @@ void HoverHighlight::draw(QPainter &painter, const QRectF &imageRectangle) const
 }
 
 QColor textColor(const QWidget &widget, bool enabled) {
-    if (isDark(widget))
+    if (isDark(widget.palette()))
         return widget.palette().color(enabled ? QPalette::Active : QPalette::Disabled, QPalette::WindowText);
     return enabled ? Qt::black : Qt::darkGray; // halfway between black and white
 }
 
 void drawTitle(QPainter &painter, const QAbstractButton &button, const ButtonFace &face, double y,
                TitleAnchor anchor) {
-    const TitleLine &line = face.titleLine(button.width());
+    const TitleLine line = face.titleLine(button.width());
     const double baseline = anchor == TitleAnchor::Top ? y + line.ascent : y - line.descent;
     painter.setFont(line.font);
     painter.setPen(textColor(button, button.isEnabled()));
@@ -110,11 +97,7 @@ void drawFocusMark(QPainter &painter, const QAbstractButton &button, const QRect
     if (!button.hasFocus())
         return;
     const double margin = highlightMargin; // a larger margin would touch the title
-    painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(button.palette().color(QPalette::Highlight), 2));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(imageRectangle.adjusted(-margin, -margin, margin, margin), focusRadius,
-                            focusRadius);
-    painter.restore();
+    painter.drawRoundedRect(imageRectangle.adjusted(-margin, -margin, margin, margin), margin, margin);
 }

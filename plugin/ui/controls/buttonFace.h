@@ -5,6 +5,7 @@
 
 #include <QAbstractButton>
 #include <QFont>
+#include <optional>
 
 // The layout of a title on a button of one width.
 struct TitleLine {
@@ -21,8 +22,8 @@ struct TitleLine {
 // A button's face in Qt's coordinates: y grows downwards, the rectangles are inside the button's own.
 struct ButtonFace {
     BundleImage mImage;
-    QString mLable;    // the title without the "&" of its mnemonic; null: missing
-    int mnemonic = -1; // position of the underlined character; -1: none
+    QString mLable;                    // the title without the "&" of its mnemonic; null: missing
+    std::optional<qsizetype> mnemonic; // position of the underlined character
 
     // The button draws nothing unless it has both.
     [[nodiscard]] bool isComplete() const { return !mImage.isNull() && !mLable.isNull(); }
@@ -31,14 +32,7 @@ struct ButtonFace {
     // The x position of the title on a button of that width. It assumes a fixed width for each UTF-16 unit
     // and does not measure.
     [[nodiscard]] double titleX(double width) const;
-    // Cached until the title, the width or the desktop's font changes.
-    [[nodiscard]] const TitleLine &titleLine(double width) const;
-
-private:
-    [[nodiscard]] TitleLine measured(double width) const;
-    mutable TitleLine m_line;
-    mutable double m_lineWidth = -1;
-    mutable QString m_lineFamily;
+    [[nodiscard]] TitleLine titleLine(double width) const;
 };
 
 // The highlight behind the image while the pointer is over the button.
