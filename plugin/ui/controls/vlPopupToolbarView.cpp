@@ -2,6 +2,7 @@
 
 #include "plugin/ui/controls/menuOpening.h"
 
+#include <QIcon>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyleOptionFocusRect>
@@ -23,7 +24,6 @@ void vlPopupToolbarView::setImage(const BundleImage &image) {
 
 void vlPopupToolbarView::setMenu(std::shared_ptr<QMenu> menu) {
     mMenu = std::move(menu);
-    update();
 }
 
 QSize vlPopupToolbarView::sizeHint() const {
@@ -31,12 +31,15 @@ QSize vlPopupToolbarView::sizeHint() const {
 }
 
 // Draws into the whole area and not only the exposed part, which would otherwise show a small complete image.
+// A disabled view looks like a disabled button of that tool-bar.
 void vlPopupToolbarView::paintEvent(QPaintEvent *) {
     QPainter painter(this);
-    if (isEnabled())
+    if (isEnabled()) {
         mImage.draw(painter, rect());
-    else
-        painter.drawPixmap(rect(), disabledImage(painter.deviceTransform().m11()));
+    } else {
+        const QPixmap pixmap = QPixmap::fromImage(mImage.image(painter.deviceTransform().m11()));
+        painter.drawPixmap(rect(), QIcon(pixmap).pixmap(pixmap.size(), QIcon::Disabled));
+    }
     if (!hasFocus())
         return;
     QStyleOptionFocusRect option;
@@ -45,28 +48,12 @@ void vlPopupToolbarView::paintEvent(QPaintEvent *) {
     style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
 }
 
-// The same look as the image of a disabled button in that tool-bar.
-QPixmap vlPopupToolbarView::disabledImage(qreal ratio) const {
-    QPixmap pixmap(size() * ratio);
-    pixmap.setDevicePixelRatio(ratio);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    mImage.draw(painter, rect());
-    painter.end();
-    QStyleOption option;
-    option.initFrom(this);
-    return style()->generatedIconPixmap(QIcon::Disabled, pixmap, &option);
-}
-
 void vlPopupToolbarView::mousePressEvent(QMouseEvent *event) {
-    event->accept();
     if (event->button() == Qt::LeftButton)
         popUpMenu();
 }
 
-void vlPopupToolbarView::mouseReleaseEvent(QMouseEvent *event) {
-    event->accept();
-}
+void vlPopupToolbarView::mouseReleaseEvent(QMouseEvent *) {}
 
 void vlPopupToolbarView::keyPressEvent(QKeyEvent *event) {
     if (opensMenu(event->key()))

@@ -27,8 +27,6 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    [[nodiscard]] QPixmap disabledImage(qreal ratio) const;
-
     BundleImage mImage;
     std::shared_ptr<QMenu> mMenu;
 };
