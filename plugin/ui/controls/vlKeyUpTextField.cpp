@@ -8,10 +8,6 @@ vlKeyUpTextField::vlKeyUpTextField(QWidget *parent)
     connect(this, &QLineEdit::textEdited, this, [this] { send(textChangeTarget, textChangeAction); });
 }
 
-vlKeyUpTextField::~vlKeyUpTextField() {
-    cleanUp();
-}
-
 void vlKeyUpTextField::setKeyup(QObject *target, Action action) {
     keyupTarget = target;
     keyupAction = std::move(action);

@@ -11,7 +11,6 @@ public:
     using Action = std::function<void(vlKeyUpTextField *field)>;
 
     explicit vlKeyUpTextField(QWidget *parent = nullptr);
-    ~vlKeyUpTextField() override;
 
     // The field calls the action while the target exists and does not own the target. Without a target it
     // calls nothing.
