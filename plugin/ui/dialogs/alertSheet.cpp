@@ -12,10 +12,8 @@
 
 namespace {
 
-constexpr int usualWidth = 320;               // of the message, in points
-constexpr int widestWidth = 384;              // used if it saves a line
-constexpr int smallestWidth = usualWidth / 2; // of its lines
-constexpr int widthStep = 8;
+constexpr int usualWidth = 320;  // of the message, in points
+constexpr int widestWidth = 384; // used if it saves a line
 constexpr int sideMargin = 20;
 constexpr int topMargin = 16;
 constexpr int bottomMargin = 20;
@@ -36,8 +34,6 @@ QString withBreaks(QString message) {
 
 // A message may come from the client, so markup in it must not be interpreted.
 void showPlainly(QMessageBox *alert, const QString &message) {
-    alert->setTextFormat(Qt::PlainText);
-    alert->setText(QString());
     alert->setInformativeText(u" "_s); // makes the label before the text can select its format
     if (auto *label = alert->findChild<QLabel *>(outletMessage))
         label->setTextFormat(Qt::PlainText);
@@ -60,15 +56,17 @@ void addButtons(QMessageBox *alert, const QStringList &buttons) {
 
 // The smallest width that needs no further line of text, which makes the lines about equally long.
 int balancedWidth(const QLabel &label) {
-    const auto height = [&label](int width) {
-        return label.fontMetrics()
-            .boundingRect(QRect(0, 0, width, 0), Qt::TextWordWrap, label.text())
-            .height();
+    const auto linesIn = [&label](int width) {
+        return label.fontMetrics().boundingRect(QRect(0, 0, width, 0), Qt::TextWordWrap, label.text());
     };
-    const int fewestLines = height(widestWidth);
+    const int fewest = linesIn(widestWidth).height();
+    const auto isTooNarrow = [&linesIn, fewest](int width) {
+        const QRect lines = linesIn(width);
+        return lines.height() > fewest || lines.width() > width;
+    };
     int width = widestWidth;
-    while (width > smallestWidth && height(width - widthStep) == fewestLines)
-        width -= widthStep;
+    while (!isTooNarrow(width - 1))
+        --width;
     return width;
 }
 
