@@ -99,9 +99,7 @@ vlProgressWindowController::~vlProgressWindowController() {
 }
 
 void vlProgressWindowController::domodalSheet(QWidget *) {
-    if (m_window || !m_delay.expired())
-        return;
-    const auto delay = std::make_shared<platform::TimerId>(0);
+    const auto delay = std::make_shared<platform::TimerId>();
     *delay = platform::services().runLoop->callAfter(delaySeconds, [this, delay] { show(); });
     m_delay = delay;
 }
@@ -111,7 +109,6 @@ void vlProgressWindowController::abortDomodal() {
     // given the same id to another timer.
     if (const auto delay = m_delay.lock())
         platform::services().runLoop->cancel(*delay);
-    m_delay.reset();
     m_window.reset();
 }
 

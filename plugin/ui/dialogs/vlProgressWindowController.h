@@ -23,8 +23,8 @@ public:
     vlProgressWindowController(const vlProgressWindowController &) = delete;
     vlProgressWindowController &operator=(const vlProgressWindowController &) = delete;
 
-    // Shows the window after the delay, in an application-modal session. Does nothing if the delay or the
-    // session is already running.
+    // Shows the window after the delay, in an application-modal session.
+    // REQUIRES: neither the delay nor the session is running.
     void domodalSheet(QWidget *ignored);
     // Cancels the delay or stops showing the window. The session ends with the last controller that shows the
     // window.
