@@ -2,6 +2,7 @@
 #include "plugin/ui/controls/BusyBar.h"
 #include "plugin/ui/controls/vlKeyUpTextField.h"
 #include "plugin/ui/controls/vlPopupButton.h"
+#include "plugin/ui/controls/vlPopupToolbarView.h"
 #include "plugin/ui/controls/vlSettingsButton.h"
 #include "tests/ui/UiFixture.h"
 
@@ -36,24 +37,37 @@ class Controls : public UiTest {};
 // All sizes are in points. While a button is pressed, its title moves and its image does not. A picture that
 // was drawn for the other ratio has soft edges.
 TEST_F(Controls, DrawEachStateInItsPlace) {
-    const auto check = [](auto &button, int imageTop, int titleTop, int pressedShift) {
+    ButtonFace face;
+    face.setTitle(u"Add a meeting"_s);
+    const TitleLine line = face.titleLine(buttonWidth);
+    const auto check = [&line](auto &button, int imageTop, int titleTop, double baseline, int pressedShift) {
         const QRect image((buttonWidth - imageSide) / 2, imageTop, imageSide, imageSide);
         const QRect aroundImage(0, 0, buttonWidth, titleTop);
+        const QRect upperHalf(0, 0, buttonWidth, imageTop + imageSide / 2);
         const QRect title(0, titleTop, buttonWidth, buttonHeight - titleTop);
         button.resize(buttonWidth, buttonHeight);
         button.setImage(BundleImage(u"some image"_s));
+        QImage expected = picture(button);
+        EXPECT_TRUE(inkOf(expected, expected.rect()).isEmpty()) << "it has no title yet";
+        QPainter painter(&expected);
+        painter.setFont(line.font);
+        painter.drawText(QPointF(line.x, baseline), line.text);
         button.setTitle(u"Add a meeting"_s);
         button.show();
         const QImage plain = picture(button);
+        EXPECT_EQ(plain.copy(title), expected.copy(title));
         EXPECT_EQ(inkOf(plain, aroundImage), image);
         const QRect text = inkOf(plain, title);
         EXPECT_NEAR(text.center().x(), button.width() / 2, 8);
-        EXPECT_LT(text.bottom(), buttonHeight - 1) << "the title is cut off";
         button.setDown(true);
         EXPECT_EQ(inkOf(picture(button), aroundImage), image);
         EXPECT_EQ(inkOf(picture(button), title).top(), text.top() + pressedShift);
         button.setDown(false);
-        pointerOver(button);
+        EXPECT_TRUE(repaints(button, [&button] { pointerOver(button); }));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&button));
+        button.setFocus();
+        EXPECT_EQ(inkOf(picture(button), upperHalf), image.adjusted(-4, -4, 4, 4) & upperHalf);
+        button.clearFocus();
         EXPECT_EQ(inkOf(picture(button), aroundImage), image.adjusted(-3, -3, 3, 3));
         button.hide();
         EXPECT_FALSE(button.isEntered());
@@ -76,17 +90,30 @@ TEST_F(Controls, DrawEachStateInItsPlace) {
         EXPECT_EQ(picture(button), plain) << "a title has its own colour and size";
     };
     vlSettingsButton settings;
-    check(settings, 10, 40, -1);
+    check(settings, 10, 40, buttonHeight - 2 - line.descent, -1);
     pointerOver(settings);
     settings.setEnabled(false);
     EXPECT_FALSE(settings.isEntered());
     pointerOver(settings);
     EXPECT_FALSE(settings.isEntered());
     vlPopupButton popup;
-    check(popup, buttonHeight - imageSide - 20, 43, 1);
+    check(popup, buttonHeight - imageSide - 20, 43, buttonHeight - 20 + 5 + line.ascent, 1);
     EXPECT_EQ(textColor(popup, false), QColor(Qt::darkGray));
     popup.setPalette(QColor(30, 30, 30));
     EXPECT_EQ(textColor(popup, true), QColor(Qt::white)) << "on a dark palette it stays legible";
+}
+
+TEST_F(Controls, LeaveOtherKeysToTheirWindow) {
+    QDialog window;
+    vlSettingsButton settings(&window);
+    EXPECT_FALSE(settings.autoDefault()) << "Return in a field would press it";
+    vlPopupButton popup;
+    vlPopupToolbarView view;
+    for (QWidget *control : std::initializer_list<QWidget *>{&settings, &popup, &view}) {
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier);
+        QApplication::sendEvent(control, &key);
+        EXPECT_FALSE(key.isAccepted()) << control->metaObject()->className();
+    }
 }
 
 // The letters of these titles have no descenders: the underline is all that is below them.
@@ -96,15 +123,17 @@ TEST_F(Controls, UnderlineOneMnemonicAndShortenATitleThatIsTooLong) {
     button.setStyle(&style);
     button.resize(buttonWidth, buttonHeight);
     button.setImage(BundleImage(u"some image"_s));
+    constexpr int sharp = 8; // the underline may be less than a point below the letters
+    const QRect lower(0, 40 * sharp, buttonWidth * sharp, (buttonHeight - 40) * sharp);
     for (const bool first : {true, false}) {
         button.setTitle(first ? u"&nnnnn &nnnn"_s : u"nnnnn nnn&n"_s);
         style.hints[QStyle::SH_UnderlineShortcut] = 0;
-        const QRect text = inkOf(picture(button), QRect(0, 40, buttonWidth, buttonHeight - 40));
+        const QRect text = inkOf(picture(button, sharp), lower);
         style.hints[QStyle::SH_UnderlineShortcut] = 1;
-        const QRect below(QPoint(0, text.bottom() + 1), QPoint(buttonWidth - 1, buttonHeight - 1));
-        const QRect line = inkOf(picture(button), below);
+        const QRect below(QPoint(0, text.bottom() + 1), lower.bottomRight());
+        const QRect line = inkOf(picture(button, sharp), below);
         EXPECT_TRUE(!line.isEmpty() && line.width() < text.width() / 4) << line.width();
-        EXPECT_NEAR(first ? line.left() : line.right(), first ? text.left() : text.right(), 2);
+        EXPECT_NEAR(first ? line.left() : line.right(), first ? text.left() : text.right(), 2 * sharp);
     }
     button.show();
     EXPECT_TRUE(repaints(button, [&button] { button.setImage(BundleImage()); }));
@@ -132,19 +161,27 @@ TEST_F(Controls, OfUnknownDurationMoveWhileTheyAreShownIfTheDesktopAnimates) {
     QTest::qWait(50);
     const QImage still = picture(bar);
     EXPECT_EQ(inkOf(still, still.rect()), QRect(0, 0, 312, 8));
-    EXPECT_EQ(still.pixelColor(156, 4), bar.palette().color(QPalette::Highlight));
+    const QColor piece = bar.palette().color(QPalette::Highlight);
+    EXPECT_TRUE(still.pixelColor(120, 0) == piece && still.pixelColor(191, 7) == piece);
+    EXPECT_TRUE(still.pixelColor(109, 4) != piece && still.pixel(109, 4) != still.pixel(20, 4)) << "jagged";
     for (const int x : {20, 290}) {
         const int lightness = still.pixelColor(x, 4).lightness();
         EXPECT_TRUE(lightness > 128 && lightness < 255) << lightness;
         EXPECT_EQ(still.pixel(x, 0), still.pixel(x, 4)) << "it has a frame";
     }
-    EXPECT_EQ(bar.minimum(), bar.maximum()) << "a screen reader would read a percentage";
+    EXPECT_TRUE(bar.minimum() == 0 && bar.maximum() == 0) << "a screen reader would read a percentage";
     bar.hide();
     style.hints[QStyle::SH_Widget_Animation_Duration] = 1;
     bar.show();
     EXPECT_TRUE(repaints(bar, [] {}));
     EXPECT_NE(picture(bar), still);
     bar.hide();
+    EXPECT_EQ(picture(bar), still);
+    for (const int x : {311 - 10, 156, 10, 156}) { // to the right, to the left and back
+        for (int frame = 0; frame < 20; ++frame)
+            QMetaObject::invokeMethod(bar.findChild<QTimer *>(), "timeout");
+        EXPECT_EQ(picture(bar).pixelColor(x, 4), piece);
+    }
     EXPECT_EQ(picture(bar), still);
 }
 

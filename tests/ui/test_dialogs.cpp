@@ -44,6 +44,7 @@ TEST_F(Dialogs, ShowTheMessageToTheLetter) {
         << "a word is wider than the alert";
     EXPECT_EQ(label->textFormat(), Qt::PlainText);
     EXPECT_EQ(alert()->accessibleName(), message);
+    EXPECT_TRUE(alert()->findChild<QLabel *>(u"qt_msgbox_label"_s)->isHidden()) << "it has no title to read";
     EXPECT_FALSE(alert()->iconPixmap().isNull());
     EXPECT_EQ(alert()->windowModality(), Qt::WindowModal);
     EXPECT_FALSE(alert()->testAttribute(Qt::WA_QuitOnClose)) << "a host without windows goes on";
@@ -69,15 +70,25 @@ TEST_F(Dialogs, PlaceTheMessageBesideTheImageInEvenLines) {
         ports.showAlertMessage(&window, message);
         ASSERT_TRUE(alert());
         const auto *image = alert()->findChild<QLabel *>(u"qt_msgboxex_icon_label"_s);
-        const auto *label = alert()->findChild<QLabel *>(u"qt_msgbox_informativelabel"_s);
+        auto *label = alert()->findChild<QLabel *>(u"qt_msgbox_informativelabel"_s);
         const auto *buttons = alert()->findChild<QDialogButtonBox *>();
         EXPECT_EQ(image->pos(), QPoint(20, 16));
         EXPECT_NEAR(label->geometry().center().y(), image->geometry().center().y(), 4);
         EXPECT_EQ(label->width(), 320);
+        const QImage text = picture(*label);
+        EXPECT_EQ(text.copy(0, 0, 320, 8), text.copy(0, text.height() - 8, 320, 8)) << "not in the middle";
+        const QRect lines = label->contentsRect();
+        EXPECT_EQ(lines, QRect(0, 0, lines.width(), label->height()));
+        const auto heightIn = [label](int width) {
+            return label->fontMetrics()
+                .boundingRect(QRect(0, 0, width, 0), Qt::TextWordWrap, label->text())
+                .height();
+        };
+        EXPECT_EQ(heightIn(lines.width()), heightIn(384)) << "it needs one more line";
         EXPECT_EQ(alert()->width() - label->geometry().right() - 1, 20);
         EXPECT_EQ(alert()->height() - buttons->geometry().bottom() - 1, 20);
         if (isLong)
-            EXPECT_LT(label->contentsRect().width(), 320 * 3 / 4) << "the second line is as long";
+            EXPECT_GT(heightIn(lines.width() - 1), heightIn(384)) << "the second line is as long";
         while (label->fontMetrics().horizontalAdvance(message) < 320 * 5 / 4)
             message += u" word"_s;
         press(alert(), u"OK"_s);
