@@ -116,11 +116,13 @@ const HookRow &hookRow(HookRowName name) {
 }
 
 bool installHook(const HookRow &row) {
-    rt::Class *cls = rt::classNamed(QString::fromLatin1(row.hostClass));
+    const auto hostClass = QString::fromLatin1(row.hostClass);
+    rt::Class *cls = rt::classNamed(hostClass);
     const rt::Selector original(row.hostSelector);
     const rt::Selector replacement(row.replacementSelector);
     const bool isOfClass = row.kind == HookKind::Class;
-    rt::addMethod(isOfClass ? cls->metaclass() : cls, replacement, row.replacement, row.signature);
+    rt::addMethod(isOfClass ? rt::metaclassNamed(hostClass) : cls, replacement, row.replacement,
+                  row.signature);
     if (!(isOfClass ? classSwizzle::method_ClassSwizzle(cls, original, replacement)
                     : classSwizzle::method_InstanceSwizzle(cls, original, replacement)))
         return false;

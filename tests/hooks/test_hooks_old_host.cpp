@@ -38,4 +38,9 @@ TEST(HooksOfAnOldHost, HeaderTileAndToolbarStayTheHostsAndTheUserIsToldOnce) {
     EXPECT_TRUE(calls().isEmpty());
     rt::send(&editor, olItem_hostSaveFromSender, rt::Value());
     EXPECT_EQ(calls().size(), 1);
+    for (const HookRowName name : {HookRowName::ShowEvent, HookRowName::EditorSave}) {
+        HookRow row = hookRow(name);
+        row.hostClass = "AClassThatNoHostHas";
+        EXPECT_FALSE(installHook(row));
+    }
 }

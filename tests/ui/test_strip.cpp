@@ -3,6 +3,7 @@
 #include "plugin/host/adapters/vlErageAppDelegate.h"
 #include "plugin/link/meetingKeys.h"
 #include "plugin/ui/strip/vlActionAdditionView.h"
+#include "plugin/ui/strip/vlActionAdditionViewMonitor.h"
 #include "plugin/workflow/vlMeetingDataMgr.h"
 #include "tests/support/Warnings.h"
 #include "tests/ui/UiFixture.h"
@@ -78,7 +79,13 @@ TEST_F(Strip, OfAStoredMeetingShowsItAndLetsTheHostSave) {
     EXPECT_TRUE(closing.context()->meetingKey.isEmpty());
     EXPECT_FALSE(editor.context()->meetingKey.isEmpty()) << "it is still open";
 
+    const auto found = [&editor] {
+        const auto &strips = vlActionAdditionViewMonitor::sharedInstance();
+        return strips.getVlActionAdditionViewByEditorWinCtrl(editor.editor.windowController());
+    };
+    EXPECT_EQ(found(), &editor.strip());
     platform::windowWillClose(editor.window);
+    EXPECT_EQ(found(), nullptr);
     delete editor.window;
     EXPECT_TRUE(editor.hasStrip()) << "the click on one of its buttons may go on";
 }
@@ -145,6 +152,8 @@ TEST_F(Strip, ShowsTheButtonsOfItsStateAndSendsTheCommandOfAClick) {
     EXPECT_EQ(command, MeetingCommand::CmdAddAudioConference1);
     accounts[3]->trigger();
     EXPECT_EQ(command, MeetingCommand::CmdAddAudioConference2);
+    Q_EMIT audio->clicked();
+    EXPECT_EQ(command, MeetingCommand::CmdAddAudioConference1);
 
     command = MeetingCommand::CmdNone;
     for (const StripState state : {StripState::MeetingAttached, StripState(7)}) { // unknown: as before

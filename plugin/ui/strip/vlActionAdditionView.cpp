@@ -178,7 +178,8 @@ void vlActionAdditionView::setActionToSuccess() {
 void vlActionAdditionView::onWindowWillClose(QWidget *window) {
     if (!m_ownWindow || window != m_ownWindow)
         return;
-    setParent(nullptr); // hides it, and the monitor finds it no longer
+    vlActionAdditionViewMonitor::sharedInstance().removeVlActionAdditionViewInstance(this);
+    setParent(nullptr); // hides it
     m_ownWindow = nullptr;
     m_context->strip = nullptr;
     platform::services().runLoop->callAfter(closeReportDelay, [context = m_context] {
@@ -220,6 +221,7 @@ void vlActionAdditionView::createAddPACButton() {
     m_addPACButton->hide();
     m_addPACButton->setImage(BundleImage(imageAudioConference));
     m_addPACButton->setTitle(vlLocalizedString(uiKeys::addPACButton));
+    onClick(m_addPACButton, &QAbstractButton::clicked, this, &vlActionAdditionView::onClickAddPACAccount1);
 
     m_addPACButtonPopupMenu = std::make_unique<QMenu>();
     QAction *title = m_addPACButtonPopupMenu->addAction(QString()); // the menu's title, never shown

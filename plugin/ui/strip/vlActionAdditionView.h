@@ -30,7 +30,7 @@ inline const QString keyECCalendarEvent = u"keyECCalendarEvent"_s;
 inline const QString keyERCalendarEventEditorWindowController = u"keyERCalendarEventEditorWindowController"_s;
 
 // Created together with the host's header view, which owns it. It gets its editor later and is empty until
-// then. vlActionAdditionViewMonitor finds it until the editor's window closes; it is deleted soon afterwards.
+// then. vlActionAdditionViewMonitor lists it until the editor's window closes; it is deleted soon afterwards.
 // Host objects are never kept alive. Main thread only.
 class vlActionAdditionView : public QWidget, public EditorStrip {
     Q_OBJECT
