@@ -75,7 +75,7 @@ public:
     // The user's own part of the location: the text without the join URLs of meetings and the names of rooms.
     [[nodiscard]] QString getOLUserInputLocation(const vlERCalendarEventEditorViewController &editor,
                                                  const QString &oldJoinURL, const QString &joinURL) const;
-    // The meeting's part of the location: the new join URL and the rooms. Null without one.
+    // The meeting's part of the location: the new join URL and the rooms. Null without the URL.
     [[nodiscard]] QString getVlLocation(const vlECCalendarEvent &event) const;
 
     // The values to add when the host stores the appointment's record next (see PendingWriteBack).

@@ -51,6 +51,8 @@ TEST_F(AudioConference, TheAccountsOfTheUserBeforeAreReadAgainAndNeverUsed) {
     givenTheAccountsAreLoaded(twoAccounts);
     givenTheProfileIsLoaded({{"userId", "user-2"}});
     client.answers(Asked::Accounts, "not base64!");
+    EXPECT_EQ(vlPACMeetingMgr::sharedInstance().onGetPACActionFinished({}), 0);
+    EXPECT_TRUE(alerts.alerts.isEmpty()) << "no conference is being added";
     manager().sendVlMeetingCommand(CmdAddAudioConference1, strip.get());
     turn();
     EXPECT_EQ(client.asked(), QList<Asked>{Asked::Accounts});
@@ -72,10 +74,8 @@ TEST_F(AudioConference, AnAccountWithoutInvitationGivesAnAlertAndNoMeeting) {
     EXPECT_EQ(alerts.alerts.first().window, editor->window());
     EXPECT_EQ(alerts.alerts.first().message, "[WarnMsg_PACIsDisabled]");
     EXPECT_EQ(strip->shown, QList<StripState>{StripState::NoMeeting});
-    vlPACMeetingMgr &conferences = vlPACMeetingMgr::sharedInstance();
-    EXPECT_EQ(conferences.schedulePACMeeting(nullptr), 0);
-    EXPECT_EQ(conferences.schedulePACMeeting(strip.get()), 0);
-    EXPECT_EQ(conferences.onGetPACActionFinished({}), 0);
+    for (EditorStrip *each : std::initializer_list<EditorStrip *>{nullptr, strip.get()})
+        EXPECT_EQ(vlPACMeetingMgr::sharedInstance().schedulePACMeeting(each), 0);
     EXPECT_EQ(appointment->location(), "Room R");
     EXPECT_EQ(storedLocation(), "Room R") << "a save has written the numbers";
 }

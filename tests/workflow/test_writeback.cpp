@@ -64,6 +64,11 @@ TEST_F(WriteBack, TheFieldGoesByWhatWasWrittenLastTheHostsLocationByTheRecord) {
     appointment->values.insert("location", "R u/record");
     meetingIsWritten("u/new");
     EXPECT_EQ(appointment->location(), "R u/new");
+
+    appointment->carriesTheMeeting(key, "u/1"); // the record to be replaced has the only one that is shown
+    appointment->values.insert("location", "R u/1");
+    meetingIsWritten("u/new");
+    EXPECT_EQ(appointment->location(), "R u/new");
 }
 
 TEST_F(WriteBack, ASubjectOfBlanksGivesWayToTheMeetings) {
