@@ -82,11 +82,12 @@ TEST(Block, APlainInvitationIsMarkedFromItsFirstWordToBehindItsLast) {
         // An address at the end must not take in the bookmark behind it.
         {"Join " + join, B + "Join " + link(join) + E},
         {join, B + link(join) + E},
-        {" \n ", B + " <br> " + E},
+        {"  \n  ", B + "  <br>  " + E},
     };
     for (const auto &[invitation, html] : cases)
         EXPECT_EQ(helper().insertVlBodyBookMark(invitation, false), "<br><br>" + html + "<br><br>");
     EXPECT_EQ(helper().convertPlainTextToHTML("(" + join), "(" + link(join));
+    EXPECT_EQ(helper().convertPlainTextToHTML(" " + join), " " + join) << "no word comes before it";
 }
 
 TEST(Body, AnInvitationTakesThePlaceOfTheLastOneAndARemovalTakesItOut) {
@@ -108,8 +109,8 @@ TEST(Body, AnInvitationTakesThePlaceOfTheLastOneAndARemovalTakesItOut) {
          "<br><br>+.<br><br>"},
         {"end missing", page("Hi" + B + "old"), page("Hi" + B + "old" + block), none},
         {"reversed", page(E + "mine" + B), page(E + "mine" + B + block), none},
-        {"a stray begin behind the block", page(B + "old" + E + "mine" + B), page(block + "mine" + B),
-         page("mine" + B)},
+        {"a stray begin before the block", B + "mine" + B + "old" + E, B + "mine" + block, ""},
+        {"a stray begin behind the block", B + "old" + E + "mine" + B, block + "mine" + B, "mine" + B},
         {"a stray end before the block", page(E + "mine" + B + "old" + E), page(E + "mine" + block),
          page(E + "mine")},
         {"an end at the very start", E + B + "old" + E, E + block, E},
@@ -152,9 +153,13 @@ TEST(Body, AFontTagIsTheEdgeOfABlockWhoseHeadOrTailIsNotFound) {
          page("<font size=2>mine" + E + "mine" + B + indented)},
         {"Hi" + B + "old" + E + "@</FONT>Bye", longTail, "Hi" + longTail + "Bye"},
         {"Hi" + B + "old" + E + "Bye", longTail, "Hi" + longTail + "Bye"},
+        {"Hi" + B + "old" + E + "TAILBye", longTail, "Hi" + longTail + "Bye"},
         {"Hi" + B + "old" + E + "Mine@</font>Bye", longTail, "Hi" + longTail + "Mine@</font>Bye"},
         {"</body>" + E + "Mine" + B, indented, indented + "</body>" + E + "Mine" + B},
         {E + "Mine" + B + "Mine@</font>", longTail, E + "Mine" + B + "Mine@</font>" + longTail},
+        // A block with its bookmarks in the wrong order, and one that lacks a bookmark.
+        {"Hi" + B + "old" + E, E + "new" + B, "Hi" + E + "new" + B},
+        {"Hi" + B + "old" + E, B + "new", QString()},
     };
     for (const auto &[body, newBlock, result] : cases)
         EXPECT_EQ(helper().updateVlBodyWithVlBookmark(body, newBlock), result);

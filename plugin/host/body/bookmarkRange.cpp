@@ -17,13 +17,11 @@ struct Edge {
 };
 
 // The last position of the part, which must contain a "<"; ignores case. The toolkit's search folds every
-// character of the body and takes twelve times as long. Here two characters of the part that have no case are
-// looked for, in strides that the compiler turns into vector instructions: half the time of a plain loop.
+// character of the body and takes twelve times as long. Here the "<" and the last ">" of the part are looked
+// for, in strides that the compiler turns into vector instructions: half the time of a plain loop.
 qsizetype lastIndexIn(QStringView text, QStringView part) {
     const qsizetype first = part.indexOf(u'<');
-    qsizetype last = part.size() - 1;
-    while (part[last].unicode() >= 0x80 || part[last].isLetter())
-        --last;
+    const qsizetype last = qMax(first, part.lastIndexOf(u'>'));
     const auto mayBeAt = [=](qsizetype at) {
         return int(text[at + first] == u'<') & int(text[at + last] == part[last]);
     };
@@ -115,12 +113,10 @@ std::optional<BodyRange> findBlock(const QString &body, const BookmarkTexts &tex
 
 std::optional<BodyRange> firstPair(const QString &body, const BookmarkTexts &texts) {
     qsizetype begin = body.indexOf(texts.begin);
-    qsizetype end = body.indexOf(texts.end);
-    if (end < begin) {
-        end = body.indexOf(texts.end, begin);
-        if (end < 0)
-            return {};
+    const qsizetype end = body.indexOf(texts.end, begin);
+    if (end < 0)
+        return {};
+    if (body.indexOf(texts.end) < end)
         begin = QStringView(body).first(end).lastIndexOf(texts.begin);
-    }
     return BodyRange{begin, end + texts.end.size() - begin};
 }

@@ -4,6 +4,7 @@
 #include "plugin/host/body/textReplace.h"
 
 #include <QStringList>
+#include <optional>
 
 namespace {
 
@@ -16,22 +17,22 @@ bool endsAddress(QStringView text, qsizetype at) {
     return text[at] == u'<' && (rest.startsWith(kvl_BeginBookmark) || rest.startsWith(kvl_EndBookmark));
 }
 
-// The next position of the part that has non-blank text before it; -1 ends the search.
-qsizetype walkTo(QStringView text, QStringView part, qsizetype cursor) {
+// The next position of the part if non-blank text precedes it; none ends the search.
+std::optional<qsizetype> walkTo(QStringView text, QStringView part, qsizetype cursor) {
     while (cursor < text.size() && text[cursor].isSpace())
         ++cursor;
     const qsizetype at = text.indexOf(part, cursor);
-    return at == cursor ? -1 : at;
+    return at > cursor ? std::optional(at) : std::nullopt;
 }
 
 QStringList addressesIn(const QString &text) {
     QStringList addresses;
     for (const QString &prefix : {HTTP_TAG, HTTPS_TAG}) {
         qsizetype cursor = 0;
-        for (qsizetype at = walkTo(text, prefix, 0); at >= 0; at = walkTo(text, prefix, cursor)) {
-            for (cursor = at; !endsAddress(text, cursor);)
+        while (const std::optional<qsizetype> at = walkTo(text, prefix, cursor)) {
+            for (cursor = *at; !endsAddress(text, cursor);)
                 ++cursor;
-            addresses.append(text.mid(at, cursor - at));
+            addresses.append(text.mid(*at, cursor - *at));
         }
     }
     return addresses;
@@ -42,12 +43,12 @@ QString withLinksTo(const QString &address, const QString &text) {
     QString result = u""_s;
     qsizetype copied = 0;
     qsizetype cursor = 0;
-    for (qsizetype at = walkTo(text, address, 0); at >= 0; at = walkTo(text, address, cursor)) {
-        cursor = at + address.size();
+    while (const std::optional<qsizetype> at = walkTo(text, address, cursor)) {
+        cursor = *at + address.size();
         // Part of a longer address, or already a link; also directly before a link just made ("...<a href=").
         if (!endsAddress(text, cursor) || QStringView(text).sliced(cursor).startsWith(u" href=\""))
             continue;
-        result += QStringView(text).sliced(copied, at - copied);
+        result += QStringView(text).sliced(copied, *at - copied);
         result += link.arg(address);
         copied = cursor;
     }

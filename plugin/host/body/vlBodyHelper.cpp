@@ -10,10 +10,8 @@
 
 namespace {
 
-// In UTF-16 units: the length of the texts at the beginning and end of a plain invitation by which it is
-// found, and the distance of the end bookmark from its end. The distance keeps the invitation's last line
-// break inside the block.
-constexpr qsizetype markerLength = 20;
+// In UTF-16 units: the distance of the end bookmark from the last word of a plain invitation. It keeps the
+// invitation's last line break inside the block.
 constexpr qsizetype endBookmarkOffset = 3;
 
 QString without(const QString &text, QStringView part) {
@@ -31,14 +29,11 @@ QString wrapped(const QString &html) {
 }
 
 QString bookmarkedPlainText(const QString &invitation) {
-    const QString trimmed = vlOLUtils::trimAllSpaceAndNewLine(invitation);
-    const QString head = vlOLUtils::trimAllSpaceAndNewLine(trimmed.left(markerLength));
-    const QString tail = vlOLUtils::trimAllSpaceAndNewLine(trimmed.right(markerLength));
+    const QString words = vlOLUtils::trimAllSpaceAndNewLine(invitation);
+    const qsizetype end = invitation.lastIndexOf(words) + words.size();
     QString text = invitation;
-    text.insert(head.isEmpty() ? 0 : qMax(text.indexOf(head), qsizetype(0)), kvl_BeginBookmark);
-    const qsizetype last = tail.isEmpty() ? -1 : text.lastIndexOf(tail);
-    const qsizetype end = last < 0 ? text.size() : last + tail.size();
     text.insert(qMin(end + endBookmarkOffset, text.size()), kvl_EndBookmark);
+    text.insert(invitation.indexOf(words), kvl_BeginBookmark);
     return text;
 }
 
@@ -115,15 +110,15 @@ QString vlBodyHelper::updateVlBodyWithSrcBody(QString body, const QString &invit
     const QString block = insertVlBodyBookMark(invitation, isHTML);
     // A fresh block contains the quoted bookmarks as well, so only a body with those is searched for it.
     const std::optional<BookmarkTexts> texts = bookmarksIn(body);
-    const bool isQuoted = texts && texts->begin == kvl_BeginBookmark;
-    if (const std::optional<BodyRange> fresh = isQuoted ? freshBlock(body) : std::nullopt)
-        return replacedRange(std::move(body), *fresh, block);
-    if (isQuoted)
-        return updateVlBodyWithVlBookmark(std::move(body), block);
-    if (texts)
+    if (!texts) {
+        const QString extended = newVlBodyToEnd(std::move(body), block);
+        return extended.isEmpty() ? block : extended;
+    }
+    if (texts->begin != kvl_BeginBookmark)
         return updatedBetween(*texts, std::move(body), block);
-    const QString extended = newVlBodyToEnd(std::move(body), block);
-    return extended.isEmpty() ? block : extended;
+    if (const std::optional<BodyRange> fresh = freshBlock(body))
+        return replacedRange(std::move(body), *fresh, block);
+    return updateVlBodyWithVlBookmark(std::move(body), block);
 }
 
 QString vlBodyHelper::removeVlBodyForDelete(QString body) const {
