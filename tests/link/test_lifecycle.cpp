@@ -1,5 +1,6 @@
 // What all requests have in common, from sending to the answer, the error or the time-out.
 #include "plugin/link/channel/channelObserver.h"
+#include "plugin/link/requests/vlAPIGetPAC.h"
 #include "tests/link/LinkFixture.h"
 
 namespace {
@@ -29,7 +30,7 @@ const Kind kinds[] = {
      [](vlAPIMgr &manager, QWidget *window) { return manager.getUserProfile(window, withProgress); }},
     {"accounts", "9", "9", ClientAnswer::GetPAC, "CAA=", MeetingCommand::CmdGetAudioConferenceDone,
      [](vlAPIMgr &manager, QWidget *window) { return manager.getPAC(window, withProgress); }},
-    {"delete", "3", "3;77", ClientAnswer::Delete, "77", MeetingCommand::CmdDeleteMeeting,
+    {"delete", "3", "3;77", ClientAnswer::Delete, "done", MeetingCommand::CmdDeleteMeeting,
      [](vlAPIMgr &manager, QWidget *window) { return manager.deleteMeeting(window, withProgress); }},
 };
 
@@ -140,6 +141,15 @@ TEST_F(Lifecycle, AnObserverHearsNothingAfterItsEnd) {
         observer.reset();
     }
     EXPECT_EQ(heard, 1);
+}
+
+TEST_F(Lifecycle, AReleasedTimeOutCannotBeCancelled) {
+    givenTheClient();
+    vlAPIGetPAC request;
+    request.action(window.get());
+    request.releaseTimer();
+    request.invalidateTimer();
+    EXPECT_EQ(desktop.runLoop->pendingCount(), 1);
 }
 
 TEST_F(Lifecycle, ReadsShowProgressOnlyWhenAskedTo) {

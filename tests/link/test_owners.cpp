@@ -57,6 +57,22 @@ TEST_F(Owners, AMeetingGoesToWhoAskedForItsKeyInWhateverOrder) {
     EXPECT_TRUE(RequestOwner::nobody()->loadedMeeting.data.isEmpty());
 }
 
+TEST_F(Owners, AMeetingGoesToWhoWaitsThenToTheTimedOutThenToTheRefused) {
+    auto dead = std::make_shared<Appointment>();
+    const auto refused = std::make_shared<Appointment>();
+    reads(refused, "1");
+    clientAnswers(ClientAnswer::GetMeeting, "0;Error 3001");
+    reads(a, "1");
+    desktop.runLoop->advance(30.5);
+    reads(dead, "1");
+    dead.reset();
+    reads(b, "1");
+    for (const auto &owner : {b, a, refused}) {
+        clientTells("1");
+        EXPECT_EQ(readBy(owner), "1");
+    }
+}
+
 TEST_F(Owners, AMeetingReadAgainAfterATimeOutIsAnsweredOnce) {
     reads(a, "1");
     desktop.runLoop->advance(30.5);

@@ -66,12 +66,14 @@ TEST_F(Requests, AStartSaysWhetherThereIsVideoAndWithoutTheClientNothingIsSent) 
     client.quits();
     EXPECT_EQ(manager.startMeeting(true), qint32(ClientError::NotRunning));
     EXPECT_EQ(manager.deleteMeeting(window.get(), {}), qint32(ClientError::NotRunning));
+    EXPECT_EQ(manager.scheduleMeeting(window.get(), {}), qint32(ClientError::NotRunning));
+    EXPECT_TRUE(receiver.scheduledFor.isEmpty());
     EXPECT_EQ(posted().size(), 1);
-    ASSERT_EQ(feedback.alerts.size(), 2);
+    ASSERT_EQ(feedback.alerts.size(), 3);
     for (const RecordingFeedback::Alert &alert : std::as_const(feedback.alerts))
         EXPECT_TRUE(alert.offersLaunch && alert.message == "[VelaClientNotRunning]");
     EXPECT_EQ(feedback.alerts[1].window, window.get());
-    EXPECT_EQ(receiver.denied, 1) << "by the delete; nobody waits for a start";
+    EXPECT_EQ(receiver.denied, 2) << "by the delete and the schedule; nobody waits for a start";
 }
 
 TEST_F(Requests, WhatIsHandedBackIsTheClientsWord) {

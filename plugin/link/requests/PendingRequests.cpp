@@ -1,13 +1,15 @@
 #include "plugin/link/requests/PendingRequests.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <tuple>
 #include <utility>
 
 namespace {
 
 using State = PendingRequest::State;
 
-constexpr std::size_t remembered = 32; // finished requests
+constexpr std::ptrdiff_t remembered = 32; // finished requests
 
 bool isWaiting(const PendingRequest &request) {
     return request.state == State::Waiting;
@@ -58,7 +60,7 @@ PendingRequest *PendingRequests::requestFor(const QStringList &keys) {
 PendingRequest *PendingRequests::withKey(const QString &key) {
     PendingRequest *best = nullptr;
     const auto rank = [](const PendingRequest &request) {
-        return (request.owner.expired() ? 4 : 0) + (isWaiting(request) ? 0 : 2) + (request.timedOut ? 1 : 0);
+        return std::tuple(request.owner.expired(), !isWaiting(request), request.timedOut);
     };
     for (PendingRequest &request : m_requests) {
         const bool fits = request.state != State::Answered && !key.isEmpty() && request.meetingKey == key;
@@ -92,7 +94,7 @@ PendingRequest *PendingRequests::requestWithTimer(const std::shared_ptr<quint64>
 void PendingRequests::exchangeOwners(const Requester &one, const Requester &other) {
     for (PendingRequest &request : m_requests) {
         const auto owner = request.owner.lock();
-        if (!owner || (owner != one.owner && owner != other.owner))
+        if (owner != one.owner && owner != other.owner)
             continue;
         const Requester &next = owner == one.owner ? other : one;
         request.owner = next.owner;
@@ -101,11 +103,7 @@ void PendingRequests::exchangeOwners(const Requester &one, const Requester &othe
 }
 
 void PendingRequests::forgetOldOnes() {
-    auto count = std::count_if(m_requests.begin(), m_requests.end(),
-                               [](const auto &r) { return !isWaiting(r) || r.owner.expired(); });
-    for (auto it = m_requests.begin(); it != m_requests.end() && std::size_t(count) > remembered;) {
-        const bool isOld = !isWaiting(*it) || it->owner.expired();
-        it = isOld ? m_requests.erase(it) : std::next(it);
-        count -= isOld ? 1 : 0;
-    }
+    const auto isOld = [](const auto &r) { return !isWaiting(r) || r.owner.expired(); };
+    while (std::count_if(m_requests.begin(), m_requests.end(), isOld) > remembered)
+        m_requests.erase(std::find_if(m_requests.begin(), m_requests.end(), isOld));
 }

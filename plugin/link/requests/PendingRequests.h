@@ -43,7 +43,7 @@ public:
     // Whether another owner still waits and shows progress.
     [[nodiscard]] bool othersShowProgress(const std::shared_ptr<RequestOwner> &owner) const;
     [[nodiscard]] PendingRequest *requestWithTimer(const std::shared_ptr<quint64> &timer);
-    // Gives each of the two the other's requests.
+    // Gives each of the two the other's requests. REQUIRES: both have an owner.
     void exchangeOwners(const Requester &one, const Requester &other);
 
 private:

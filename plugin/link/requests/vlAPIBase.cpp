@@ -56,9 +56,7 @@ vlAPIBase::vlAPIBase(const Kind &kind)
     : m_kind(kind)
     , m_self(std::make_shared<vlAPIBase *>(this)) {}
 
-vlAPIBase::~vlAPIBase() {
-    invalidateTimer();
-}
+vlAPIBase::~vlAPIBase() = default;
 
 QString vlAPIBase::getAPIData() const {
     return QString::number(quint32(m_kind.action));
@@ -79,7 +77,6 @@ ClientError vlAPIBase::action(QWidget *window) {
         deny();
         return error;
     }
-    releaseTimer();
     m_owner = RequestOwner::atHand();
     startTimer();
     PendingRequest request;
@@ -155,7 +152,7 @@ void vlAPIBase::onfeedback(qint32, const QString &) {
 }
 
 void vlAPIBase::startTimer() {
-    auto id = std::make_shared<quint64>(0);
+    auto id = std::make_shared<quint64>();
     const std::weak_ptr<vlAPIBase *> self = m_self;
     *id = platform::services().runLoop->callAfter(timeOutSeconds, [self, id, owner = m_owner] {
         const auto object = self.lock();
@@ -178,7 +175,6 @@ void vlAPIBase::invalidateTimer() {
     // given the same id to another timer.
     if (const auto id = myTimer.lock())
         platform::services().runLoop->cancel(*id);
-    myTimer.reset();
 }
 
 void vlAPIBase::onTimeOut() {

@@ -117,7 +117,8 @@ private:
     QPointer<QWidget> m_parentWindow; // window and owner of the current request
     std::weak_ptr<RequestOwner> m_owner;
     std::shared_ptr<vlAPIBase *> m_self; // expires with the object, for its timers
-    // The time-out of the current request; expires when it fires or when its run loop no longer exists.
+    // The time-out of the current request; expires when it fires, when it is cancelled or when its run loop
+    // no longer exists.
     std::weak_ptr<quint64> myTimer;
     // Made on first use, and again after the port has changed.
     std::unique_ptr<RequestProgress> myProgressUI;

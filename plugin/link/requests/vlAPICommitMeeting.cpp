@@ -64,9 +64,7 @@ QVariantMap sentSetting(const QVariantMap &setting) {
 } // namespace
 
 vlAPICommitMeeting::vlAPICommitMeeting(ClientAnswer answer, decltype(Kind::sendResponse) sendResponse)
-    : vlAPIBase({ClientAction::Meeting, answer, meetingFeedbackError, true, true, sendResponse})
-    , m_command(answer == ClientAnswer::Update ? MeetingCommand::CmdUpdateMeeting
-                                               : MeetingCommand::CmdScheduleMeeting) {}
+    : vlAPIBase({ClientAction::Meeting, answer, meetingFeedbackError, true, true, sendResponse}) {}
 
 ClientError vlAPICommitMeeting::doAction(QWidget *window) {
     const ClientError error = vlAPIBase::doAction(window);
@@ -117,8 +115,10 @@ bool vlAPICommitMeeting::handle(const PendingRequest &, const Answer &answer) {
         popupWarnWithErrorMsg(parentWindow(), content);
         return false;
     }
-    sendResponse(m_command, QVariantMap{{vl_MeetingKey, vlOLUtils::trimAllSpace(rawKey)},
-                                        {vl_API_Para_InvitationEmail, invitation},
-                                        {keyVLResult, getAPIResult()}});
+    const auto command =
+        isUpdateMeeting() ? MeetingCommand::CmdUpdateMeeting : MeetingCommand::CmdScheduleMeeting;
+    sendResponse(command, QVariantMap{{vl_MeetingKey, vlOLUtils::trimAllSpace(rawKey)},
+                                      {vl_API_Para_InvitationEmail, invitation},
+                                      {keyVLResult, getAPIResult()}});
     return true;
 }

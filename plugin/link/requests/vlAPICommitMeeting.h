@@ -33,5 +33,4 @@ protected:
 private:
     QVariantMap m_dataMeetingInfo;
     MeetingSubCommand m_msgParamActionId = MeetingSubCommand::Schedule;
-    MeetingCommand m_command;
 };

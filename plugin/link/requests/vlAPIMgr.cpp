@@ -43,7 +43,6 @@ qint32 vlAPIMgr::startMeeting(bool withVideo) {
 
 qint32 vlAPIMgr::scheduleMeeting(QWidget *window, const QVariantMap &data) {
     m_apiScheduleMeeting->setData(data);
-    m_apiScheduleMeeting->setMsgParamAction(MeetingSubCommand::Schedule);
     return qint32(m_apiScheduleMeeting->doAction(window));
 }
 
