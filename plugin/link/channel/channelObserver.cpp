@@ -8,7 +8,7 @@
 
 ChannelObserver::ChannelObserver(const QString &name,
                                  std::function<void(const platform::TextMap &userInfo)> handler) {
-    auto registered = std::make_shared<bool>(true);
+    auto registered = std::make_shared<bool>();
     m_registered = registered;
     m_id = platform::services().distributedNotifications->addObserver(
         name, [registered, handler = std::move(handler)](const QString &, const platform::TextMap &userInfo) {
@@ -23,9 +23,7 @@ ChannelObserver::~ChannelObserver() {
 }
 
 qint64 envelopeActionId(const platform::TextMap &userInfo) {
-    bool isNumber = false;
-    const double number = QLocale::c().toDouble(userInfo.value(VL_IPC_ACTION_ID), &isNumber);
-    return isNumber ? rt::integerValue(number) : 0;
+    return rt::integerValue(QLocale::c().toDouble(userInfo.value(VL_IPC_ACTION_ID)));
 }
 
 QString envelopeContent(const platform::TextMap &userInfo) {

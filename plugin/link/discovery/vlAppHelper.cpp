@@ -89,15 +89,12 @@ QString vlAppHelper::getVelaClientBundlePath() const {
 }
 
 QString vlAppHelper::getVelausLaunchPath(bool &exists) const {
-    const QString bundle = getVelaClientBundlePath();
-    exists = IsAppExist(bundle);
-    return workspace().executablePath(bundle);
+    exists = isVelausInstalled();
+    return workspace().executablePath(getVelaClientBundlePath());
 }
 
 bool vlAppHelper::isVelausInstalled() const {
-    bool exists = false;
-    static_cast<void>(getVelausLaunchPath(exists));
-    return exists;
+    return IsAppExist(getVelaClientBundlePath());
 }
 
 void vlAppHelper::walkWithAlreadyRunningVelaus(const QString &url) const {
