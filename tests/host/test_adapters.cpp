@@ -2,9 +2,12 @@
 #include "plugin/host/adapters/vlCCGridViewController.h"
 #include "plugin/host/adapters/vlECCalendarEvent.h"
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
+#include "plugin/host/adapters/vlErageAppDelegate.h"
+#include "plugin/host/adapters/vlOLCalendarDate.h"
 #include "plugin/host/adapters/vlOLCalendarGridViewWrapper.h"
 #include "plugin/host/adapters/vlOLWordMailEditor.h"
 #include "plugin/link/meetingKeys.h"
+#include "plugin/util/vlPluginBuildMgr.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/TestServices.h"
 
@@ -101,6 +104,31 @@ TEST(Editor, ABodyThatWasThereFromTheBeginningIsNoChangeAndASettingIs) {
     adapter.setIsDirty(false);
     EXPECT_TRUE(adapter.isVlMeetingItemsChanged());
     EXPECT_EQ(open.editor.values.value("isDirty"), false);
+}
+
+TEST(Editor, KnowsWhoseAccountItsAppointmentHas) {
+    OpenEditor open;
+    FakeObject account("ECEmailAccount", {{"emailAddress", "boss@x"}});
+    open.event.values.insert("account", rt::fromObject(&account));
+    open.editor.values.insert({{"currentEmailAccount", rt::fromObject(&account)}, {"isDelegating", true}});
+    const vlERCalendarEventEditorViewController adapter(&open.editor);
+    EXPECT_EQ(adapter.ecCalendarEvent()->emailAddress(), "boss@x");
+    EXPECT_EQ(adapter.getVlMeetingData().value(vl_ApptInfo_OnbehalfEmailAddress),
+              vlPluginBuildMgr::supportScheduleFor() ? QVariant("boss@x") : QVariant());
+}
+
+TEST(Application, OpensANewMeetingOnTheNextTurnOfTheLoop) {
+    const platform::TestDesktop desktop = platform::installTestServices();
+    FakeObject application("ErageAppDelegate");
+    vlErageAppDelegate(&application).autoAddVelaToAppointment({});
+    EXPECT_TRUE(application.called.isEmpty());
+    desktop.runLoop->advance(0);
+    EXPECT_EQ(application.called, QStringList{"newCalendarMeeting:"});
+}
+
+TEST(Date, IsNoTimeAwayFromAMissingOne) {
+    FakeDate date(FakeAppointment::usualStart());
+    EXPECT_EQ(vlOLCalendarDate(&date).timeIntervalSinceDate(nullptr), 0);
 }
 
 TEST(Snapshot, OfNothingHasEmptyDatesNoDurationAndNoRecurrence) {

@@ -41,7 +41,7 @@ void vlERCalendarEventEditorViewController::resetECCalendarEventInstance() const
 
 vlECCalendarEvent *vlERCalendarEventEditorViewController::ecCalendarEvent() const {
     // The weak reference is nullptr once its event is deleted, so a new event at the same address is noticed.
-    if (content() != m_pECCalendarEvent.get() || !m_ECCalendarEvent)
+    if (content() != m_pECCalendarEvent.get())
         resetECCalendarEventInstance();
     return m_ECCalendarEvent.get();
 }
