@@ -345,6 +345,8 @@ TEST_F(OnBehalf, TheSheetGrowsDownwardsByABannerWithTheNameToTheLetter) {
     }
     EXPECT_EQ(picture(*banner()).pixelColor(1, 1), QColor(99, 192, 64));
     auto *label = find<QLabel>("_textOnbehalfInfo");
+    sheet()->setPalette(QPalette(Qt::black)); // with white text
+    EXPECT_EQ(label->palette().color(QPalette::WindowText), QColor(Qt::black)) << "legible on the green";
     EXPECT_TRUE(label->text().contains(u"Bo %@ <b>"_s)) << qPrintable(label->text());
     EXPECT_TRUE(label->text().endsWith(QChar(0x2026))) << "it is cut visibly";
     EXPECT_EQ(label->textFormat(), Qt::PlainText);
