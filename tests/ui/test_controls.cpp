@@ -75,9 +75,10 @@ TEST_F(Controls, DrawEachStateInItsPlace) {
         EXPECT_EQ(inkOf(picture(button), aroundImage), image);
         button.resize(buttonWidth, buttonHeight + 1);
         EXPECT_TRUE(button.isEntered()) << "the pointer is over it";
-        button.resize(buttonWidth, buttonHeight);
         QEvent leave(QEvent::Leave);
         QApplication::sendEvent(&button, &leave);
+        button.resize(buttonWidth, buttonHeight);
+        EXPECT_FALSE(button.isEntered());
         button.setEnabled(false);
         EXPECT_EQ(inkOf(picture(button), title), text);
         EXPECT_NE(picture(button).copy(title), plain.copy(title)) << "a disabled title is grey";
@@ -132,7 +133,7 @@ TEST_F(Controls, UnderlineOneMnemonicAndShortenATitleThatIsTooLong) {
         style.hints[QStyle::SH_UnderlineShortcut] = 1;
         const QRect below(QPoint(0, text.bottom() + 1), lower.bottomRight());
         const QRect line = inkOf(picture(button, sharp), below);
-        EXPECT_TRUE(!line.isEmpty() && line.width() < text.width() / 4) << line.width();
+        EXPECT_TRUE(line.height() > sharp / 2 && line.width() < text.width() / 4) << line.width();
         EXPECT_NEAR(first ? line.left() : line.right(), first ? text.left() : text.right(), 2 * sharp);
     }
     button.show();
@@ -177,9 +178,11 @@ TEST_F(Controls, OfUnknownDurationMoveWhileTheyAreShownIfTheDesktopAnimates) {
     EXPECT_NE(picture(bar), still);
     bar.hide();
     EXPECT_EQ(picture(bar), still);
+    auto *timer = bar.findChild<QTimer *>();
+    EXPECT_FALSE(timer->isActive());
     for (const int x : {311 - 10, 156, 10, 156}) { // to the right, to the left and back
         for (int frame = 0; frame < 20; ++frame)
-            QMetaObject::invokeMethod(bar.findChild<QTimer *>(), "timeout");
+            QMetaObject::invokeMethod(timer, "timeout");
         EXPECT_EQ(picture(bar).pixelColor(x, 4), piece);
     }
     EXPECT_EQ(picture(bar), still);
