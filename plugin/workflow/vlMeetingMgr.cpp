@@ -153,6 +153,8 @@ QVariantMap vlMeetingMgr::getVelaMeetingData(rt::Object *editor) const {
     const QString apptWindowID = vlMeetingWindows::getOLAppointmentWindowID(strip);
     if (!apptWindowID.isNull())
         request.insert(keyApptWindowID, apptWindowID);
+    if (QWidget *window = vlMeetingWindows::windowOfEditor(editor))
+        request.insert(keyEventOwnerWindow, rt::fromWidget(window));
     return request;
 }
 

@@ -44,8 +44,8 @@ public:
     void setMeetingAction(MeetingCommand command) { MeetingContext::atHand().meetingAction = command; }
     [[nodiscard]] MeetingCommand getMeetingAction() const { return MeetingContext::atHand().meetingAction; }
 
-    // The meeting request of an editor: {"apptInfo", "setting", "meetingKey", "keyApptWindowID"}. Entries
-    // without a value are left out, except the settings.
+    // The meeting request of an editor: {"apptInfo", "setting", "meetingKey", "keyApptWindowID",
+    // "keyEventOwnerWindow"}. Entries without a value are left out, except the settings.
     [[nodiscard]] QVariantMap getVelaMeetingData(rt::Object *editor) const;
 
     // Sets the state and reads the user's personal meeting. Does nothing without a profile.
@@ -73,6 +73,7 @@ public:
     // The digest of the loaded meeting's invitation; null when it has none.
     [[nodiscard]] QString getEncodeMail() const;
     // The user's own part of the location: the text without the join URLs of meetings and the names of rooms.
+    // Null without a new join URL.
     [[nodiscard]] QString getOLUserInputLocation(const vlERCalendarEventEditorViewController &editor,
                                                  const QString &oldJoinURL, const QString &joinURL) const;
     // The meeting's part of the location: the new join URL and the rooms. Null without the URL.

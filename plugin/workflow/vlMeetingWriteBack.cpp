@@ -127,6 +127,8 @@ QString vlMeetingMgr::oldJoinURL(const vlERCalendarEventEditorViewController &ed
 
 QString vlMeetingMgr::getOLUserInputLocation(const vlERCalendarEventEditorViewController &editor,
                                              const QString &oldJoinURL, const QString &joinURL) const {
+    if (joinURL.isNull())
+        return {};
     QString text = vlOLUtils::trimRLSpace(shownLocation(editor));
     if (text.isEmpty())
         return text;

@@ -176,6 +176,8 @@ TEST_F(Controller, WhatOneAppointmentEndsTheOthersDoWithout) {
 
 TEST_F(Controller, AConfirmedSheetDoesWhatItWasOpenedFor) {
     givenAnAppointment();
+    const QVariantMap request = manager().getVelaMeetingData(editor.get());
+    EXPECT_EQ(rt::widgetValue(request.value(keyEventOwnerWindow)), editor->window());
     givenTheProfileIsLoaded();
     manager().sendVlMeetingCommand(CmdAddMeeting, strip.get());
     manager().sendVlMeetingCommand(CmdAddAudioConference1, strip.get());

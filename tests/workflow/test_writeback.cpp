@@ -1,5 +1,6 @@
 #include "tests/workflow/WorkflowFixture.h"
 
+#include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/util/vlMd5Utils.h"
 #include "plugin/workflow/recordWriteBack.h"
 
@@ -69,6 +70,8 @@ TEST_F(WriteBack, TheFieldGoesByWhatWasWrittenLastTheHostsLocationByTheRecord) {
     appointment->values.insert("location", "R u/1");
     meetingIsWritten("u/new");
     EXPECT_EQ(appointment->location(), "R u/new");
+    const vlERCalendarEventEditorViewController adapter(editor.get());
+    EXPECT_TRUE(manager().getOLUserInputLocation(adapter, "u/new", QString()).isNull());
 }
 
 TEST_F(WriteBack, ASubjectOfBlanksGivesWayToTheMeetings) {

@@ -28,6 +28,7 @@ bool isDark(const QPalette &palette) {
 void ButtonFace::setTitle(const QString &text) {
     mLable = text.isNull() ? QString() : u""_s;
     mnemonic.reset();
+    m_measuredFor = {};
     for (qsizetype at = 0; at < text.size(); ++at) {
         const bool isMark = text[at] == u'&' && at + 1 < text.size();
         if (isMark && text[++at] != u'&' && !mnemonic)
@@ -40,8 +41,15 @@ double ButtonFace::titleX(double width) const {
     return (width - characterWidth * double(mLable.size())) / 2;
 }
 
+const TitleLine &ButtonFace::titleLine(double width) const {
+    const std::pair wanted(width, QApplication::font().family());
+    if (std::exchange(m_measuredFor, wanted) != wanted)
+        m_line = measured(width);
+    return m_line;
+}
+
 // A title that is too long for the button would begin left of it; it is drawn from the edge instead.
-TitleLine ButtonFace::titleLine(double width) const {
+TitleLine ButtonFace::measured(double width) const {
     TitleLine line;
     line.font.setFamilies({titleFamily, QApplication::font().family()});
     line.font.setPixelSize(titleSize);
@@ -80,7 +88,7 @@ QColor textColor(const QWidget &widget, bool enabled) {
 
 void drawTitle(QPainter &painter, const QAbstractButton &button, const ButtonFace &face, double y,
                TitleAnchor anchor) {
-    const TitleLine line = face.titleLine(button.width());
+    const TitleLine &line = face.titleLine(button.width());
     const double baseline = anchor == TitleAnchor::Top ? y + line.ascent : y - line.descent;
     painter.setFont(line.font);
     painter.setPen(textColor(button, button.isEnabled()));

@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QFont>
 #include <optional>
+#include <utility>
 
 // The layout of a title on a button of one width.
 struct TitleLine {
@@ -32,7 +33,13 @@ struct ButtonFace {
     // The x position of the title on a button of that width. It assumes a fixed width for each UTF-16 unit
     // and does not measure.
     [[nodiscard]] double titleX(double width) const;
-    [[nodiscard]] TitleLine titleLine(double width) const;
+    // Measured again only if the title, the width or the desktop's font has changed.
+    [[nodiscard]] const TitleLine &titleLine(double width) const;
+
+private:
+    [[nodiscard]] TitleLine measured(double width) const;
+    mutable TitleLine m_line;
+    mutable std::pair<double, QString> m_measuredFor; // width and font family; empty: not measured
 };
 
 // The highlight behind the image while the pointer is over the button.
