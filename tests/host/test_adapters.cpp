@@ -53,6 +53,7 @@ TEST(Adapter, FollowsTheContentThatTheHostReplacesAndSurvivesTheDeathOfItsObject
     EXPECT_TRUE(editor.needHideVlButton());
     const QString address = editor.currentEmailAddress();
     EXPECT_TRUE(address.isEmpty() && !address.isNull());
+    EXPECT_NE(vlERCalendarEventEditorViewController(nullptr).ecCalendarEvent(), nullptr);
 }
 
 TEST(Grid, GivesTheControllerWithASelectedEventElseTheLast) {
