@@ -12,12 +12,6 @@
 #include <gtest/gtest.h>
 #include <limits>
 
-TEST(Texts, AreTrimmedOfEveryKindOfLineBreak) {
-    EXPECT_EQ(vlOLUtils::trimAllSpaceAndNewLine(u"\u0085 x \u2028\u2029"_s), "x");
-    EXPECT_EQ(vlOLUtils::trimAllSpaceAndNewLine("\n\r\tx\r\n"), "x");
-    EXPECT_EQ(vlOLUtils::trimAllSpace(" 7 7 \n"), "77");
-}
-
 TEST(Json, OnlyDictionariesAndArraysOfJsonValuesAreWritten) {
     const QVariant zone = QVariant::fromValue(QTimeZone::utc());
     for (const rt::Value &value :

@@ -77,6 +77,7 @@ ClientError vlAPIBase::action(QWidget *window) {
         deny();
         return error;
     }
+    releaseTimer();
     m_owner = RequestOwner::atHand();
     startTimer();
     PendingRequest request;
