@@ -3,7 +3,6 @@
 #include "plugin/host/adapters/vlECCalendarEvent.h"
 #include "plugin/host/adapters/vlERCalendarEventEditorViewController.h"
 #include "plugin/host/adapters/vlErageAppDelegate.h"
-#include "plugin/host/adapters/vlOLCalendarDate.h"
 #include "plugin/host/adapters/vlOLCalendarGridViewWrapper.h"
 #include "plugin/host/adapters/vlOLWordMailEditor.h"
 #include "plugin/link/meetingKeys.h"
@@ -125,11 +124,6 @@ TEST(Application, OpensANewMeetingOnTheNextTurnOfTheLoop) {
     EXPECT_TRUE(application.called.isEmpty());
     desktop.runLoop->advance(0);
     EXPECT_EQ(application.called, QStringList{"newCalendarMeeting:"});
-}
-
-TEST(Date, IsNoTimeAwayFromAMissingOne) {
-    FakeDate date(FakeAppointment::usualStart());
-    EXPECT_EQ(vlOLCalendarDate(&date).timeIntervalSinceDate(nullptr), 0);
 }
 
 TEST(Snapshot, OfNothingHasEmptyDatesNoDurationAndNoRecurrence) {

@@ -1,6 +1,5 @@
 // What all requests have in common, from sending to the answer, the error or the time-out.
 #include "plugin/link/channel/channelObserver.h"
-#include "plugin/link/requests/vlAPIGetPAC.h"
 #include "tests/link/LinkFixture.h"
 
 namespace {
@@ -141,15 +140,6 @@ TEST_F(Lifecycle, AnObserverHearsNothingAfterItsEnd) {
         observer.reset();
     }
     EXPECT_EQ(heard, 1);
-}
-
-TEST_F(Lifecycle, AReleasedTimeOutCannotBeCancelled) {
-    givenTheClient();
-    vlAPIGetPAC request;
-    request.action(window.get());
-    request.releaseTimer();
-    request.invalidateTimer();
-    EXPECT_EQ(desktop.runLoop->pendingCount(), 1);
 }
 
 TEST_F(Lifecycle, ReadsShowProgressOnlyWhenAskedTo) {

@@ -39,6 +39,24 @@ protected:
 
 } // namespace
 
+TEST_F(Owners, AMeetingGoesToWhoAskedForItsKeyInWhateverOrder) {
+    reads(a, "1");
+    reads(b, "2");
+    clientTells("2");
+    EXPECT_EQ(readBy(b), "2");
+    EXPECT_EQ(readBy(a), "");
+    clientTells("2"); // a second time: it is not for a
+    EXPECT_EQ(readBy(a), "");
+    EXPECT_EQ(receiver.finished.size(), 1);
+    clientTells("1");
+    EXPECT_EQ(readBy(a), "1");
+    reads(a, "3");
+    a.reset();
+    clientTells("3"); // nobody is left to read it
+    EXPECT_EQ(readBy(b), "2");
+    EXPECT_TRUE(RequestOwner::nobody()->loadedMeeting.data.isEmpty());
+}
+
 TEST_F(Owners, AMeetingGoesToWhoWaitsThenToTheTimedOutThenToTheRefused) {
     auto dead = std::make_shared<Appointment>();
     const auto refused = std::make_shared<Appointment>();
