@@ -3,6 +3,7 @@
 #include "plugin/host/body/bodyMarkup.h"
 #include "plugin/host/body/textReplace.h"
 
+#include <QStringBuilder>
 #include <QStringList>
 #include <optional>
 
@@ -39,7 +40,6 @@ QStringList addressesIn(const QString &text) {
 }
 
 QString withLinksTo(const QString &address, const QString &text) {
-    const QString link = u"<a href=\"%1\">%1</a>"_s;
     QString result = u""_s;
     qsizetype copied = 0;
     qsizetype cursor = 0;
@@ -49,7 +49,7 @@ QString withLinksTo(const QString &address, const QString &text) {
         if (!endsAddress(text, cursor) || QStringView(text).sliced(cursor).startsWith(u" href=\""))
             continue;
         result += QStringView(text).sliced(copied, *at - copied);
-        result += link.arg(address);
+        result += u"<a href=\""_s % address % u"\">"_s % address % u"</a>"_s;
         copied = cursor;
     }
     result += QStringView(text).sliced(copied);
