@@ -90,9 +90,10 @@ QString vlBodyHelper::updateVlBodyWithVlBookmark(QString body, const QString &bl
     if (begin < 0 || end < 0)
         return {};
     const QString headMarker = without(block.left(begin + kvl_BeginBookmark.size()), lineBreakTag);
-    const QString tail = without(without(without(block.mid(end), u"\r"), u"\n"), lineBreakTag);
+    QString tail = block.mid(end);
+    tail.removeIf([](QChar unit) { return unit == u'\r' || unit == u'\n'; });
     const BookmarkTexts texts{kvl_BeginBookmark, kvl_EndBookmark};
-    const QString tailMarker = vlOLUtils::trimRLSpace(tail);
+    const QString tailMarker = vlOLUtils::trimRLSpace(without(tail, lineBreakTag));
     if (const std::optional<BodyRange> range = findBlock(body, texts, headMarker, tailMarker))
         return replacedRange(std::move(body), *range, block);
     return updateVlBodyWithVlBookmarkEx(std::move(body), block);
