@@ -77,8 +77,8 @@ TEST_F(Controls, DrawEachStateInItsPlace) {
         EXPECT_TRUE(button.isEntered()) << "the pointer is over it";
         QEvent leave(QEvent::Leave);
         QApplication::sendEvent(&button, &leave);
-        button.resize(buttonWidth, buttonHeight);
         EXPECT_FALSE(button.isEntered());
+        button.resize(buttonWidth, buttonHeight);
         button.setEnabled(false);
         EXPECT_EQ(inkOf(picture(button), title), text);
         EXPECT_NE(picture(button).copy(title), plain.copy(title)) << "a disabled title is grey";
