@@ -6,6 +6,9 @@
 template<typename T>
 class SharedObject {
 public:
+    SharedObject(const SharedObject &) = delete;
+    SharedObject &operator=(const SharedObject &) = delete;
+
     [[nodiscard]] static T &sharedInstance() {
         if (!s_object)
             s_object = new T;
@@ -17,6 +20,9 @@ public:
         delete s_object;
         s_object = nullptr;
     }
+
+protected:
+    SharedObject() = default;
 
 private:
     inline static T *s_object = nullptr;
