@@ -134,7 +134,8 @@ rt::Value drawHeader(HookRowName row, const QString &headerClass, const HeaderPa
         if (!isExactly(view.get(), headerClass))
             return;
         const Strips strips = parts.strips(view.get());
-        if (const auto *header = dynamic_cast<const QWidget *>(view.get()))
+        const auto *header = dynamic_cast<const QWidget *>(view.get());
+        if (header && !strips.isEmpty()) // without a strip nothing is looked for at each drawing
             placeStrips(strips, parts.hasTimeZone(header));
     });
     return drawn;
