@@ -554,6 +554,7 @@ void vlMeetingMgr::clearAllSavedData(bool dropEditor) {
     vlMeetingDataMgr::sharedInstance().clearSavedMeetingData();
     vlGetMeetingHelper::sharedInstance().setMeetingData({{vl_MeetingKey, u""_s}});
     context.isNewMeeting = false;
+    context.sentAppointment.clear();
     context.usesProfile = false;
     const auto contexts = MeetingContext::all();
     if (std::none_of(contexts.begin(), contexts.end(), [](const auto &c) { return c->usesProfile; }))
