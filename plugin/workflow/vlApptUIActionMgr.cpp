@@ -58,11 +58,11 @@ int vlApptUIActionMgr::addPACMeeting(EditorStrip *strip, PACAccount account) {
     return vlMeetingMgr::sharedInstance().sendVlMeetingCommand(command, strip);
 }
 
-int vlApptUIActionMgr::cancelVLMeeting(EditorStrip *strip) {
+int vlApptUIActionMgr::cancelVLMeeting(EditorStrip *strip, int) {
     return vlMeetingMgr::sharedInstance().sendVlMeetingCommand(MeetingCommand::CmdCancelMeeting, strip);
 }
 
-int vlApptUIActionMgr::changeVLMeeting(EditorStrip *strip) {
+int vlApptUIActionMgr::changeVLMeeting(EditorStrip *strip, int) {
     return vlMeetingMgr::sharedInstance().sendVlMeetingCommand(MeetingCommand::CmdChangeSettings, strip);
 }
 

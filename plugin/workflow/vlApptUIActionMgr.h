@@ -24,11 +24,11 @@ public:
     // heldBack and hostMayProceed: the command could not start; the host operation is held back too.
     int handleVLMeeting(rt::Object *editor, const QVariantMap &action);
 
-    // Called by the strip's buttons.
+    // Called by the strip's buttons. `meetingType` is unused.
     int addVLMeeting(EditorStrip *strip);
     int addPACMeeting(EditorStrip *strip, PACAccount account);
-    int cancelVLMeeting(EditorStrip *strip);
-    int changeVLMeeting(EditorStrip *strip);
+    int cancelVLMeeting(EditorStrip *strip, int meetingType);
+    int changeVLMeeting(EditorStrip *strip, int meetingType);
 
     // Call it in the context of an editor after its window has closed. Returns 0. The window's identifier is
     // of no use here: the next editor's window may have the same address.

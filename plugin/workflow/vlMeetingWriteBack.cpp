@@ -16,7 +16,7 @@ namespace {
 
 constexpr QChar locationSeparator = u';';
 
-// The editor's event if both are valid host objects, else nullptr.
+// The editor's event; nullptr if the host has deleted it or the editor.
 vlECCalendarEvent *eventOf(const vlERCalendarEventEditorViewController &editor) {
     vlECCalendarEvent *event = editor.ecCalendarEvent();
     return event->isValidConnection() ? event : nullptr;

@@ -154,6 +154,9 @@ TEST_F(Strip, ShowsTheButtonsOfItsStateAndSendsTheCommandOfAClick) {
     EXPECT_EQ(command, MeetingCommand::CmdAddAudioConference2);
     Q_EMIT audio->clicked();
     EXPECT_EQ(command, MeetingCommand::CmdAddAudioConference1);
+    accounts[3]->trigger();
+    Q_EMIT accounts[0]->triggered();
+    EXPECT_EQ(command, MeetingCommand::CmdAddAudioConference1);
 
     command = MeetingCommand::CmdNone;
     for (const StripState state : {StripState::MeetingAttached, StripState(7)}) { // unknown: as before

@@ -43,6 +43,8 @@ const QString imageSettings = u"Settings_normal"_s;
 const QString imageSettingsDisabled = u"Settings_disable"_s;
 const QString imageAudioConference = u"Add_Personal_Audio_Conference"_s;
 
+constexpr int meetingType = 0; // there is only one
+
 // Connects a button or a menu item; exceptions thrown by the action do not leave it.
 template<typename Sender, typename Signal>
 void onClick(Sender *sender, Signal signal, vlActionAdditionView *strip,
@@ -226,6 +228,7 @@ void vlActionAdditionView::createAddPACButton() {
     m_addPACButtonPopupMenu = std::make_unique<QMenu>();
     QAction *title = m_addPACButtonPopupMenu->addAction(QString()); // the menu's title, never shown
     title->setVisible(false);
+    onClick(title, &QAction::triggered, this, &vlActionAdditionView::onClickAddPACAccount1);
     QAction *first = m_addPACButtonPopupMenu->addAction(vlLocalizedString(uiKeys::account1));
     onClick(first, &QAction::triggered, this, &vlActionAdditionView::onClickAddPACAccount1);
     m_addPACButtonPopupMenu->addSeparator();
@@ -287,14 +290,14 @@ void vlActionAdditionView::onClickCancelVelaMeeting() {
     if (m_model.state() != StripState::MeetingAttached)
         return;
     const QPointer<vlActionAdditionView> alive(this);
-    vlApptUIActionMgr::sharedInstance().cancelVLMeeting(this);
+    vlApptUIActionMgr::sharedInstance().cancelVLMeeting(this, meetingType);
     if (alive)
         enableChangeSettingButton(true);
 }
 
 void vlActionAdditionView::onClickChangeSettings() {
     const QPointer<vlActionAdditionView> alive(this);
-    vlApptUIActionMgr::sharedInstance().changeVLMeeting(this);
+    vlApptUIActionMgr::sharedInstance().changeVLMeeting(this, meetingType);
     if (alive && m_pERCalendarEventEditorViewCtrl)
         m_pERCalendarEventEditorViewCtrl->setIsDirty(true);
 }
